@@ -1,0 +1,43 @@
+#pragma once
+
+#include <fmt/format.h>
+
+#include <string>
+#include <string_view>
+
+namespace tavrix {
+
+/// A field of a log line that may tell something about the person: a path, a name, the text of a failure.
+struct PrivateField {
+  std::string_view text;
+};
+
+/// Receives one line per event. Implementations are safe to call from several threads.
+class Log {
+ public:
+  virtual ~Log() = default;
+  /// Whether private fields are written out; otherwise "<private>" stands in their place.
+  virtual bool showsPrivateFields() const = 0;
+  virtual void write(std::string_view line) = 0;
+};
+
+/// Forgets every line.
+Log& silentLog();
+
+namespace detail {
+std::string shownField(const Log& log, PrivateField field);
+template <typename T>
+const T& shownField(const Log&, const T& value) {
+  return value;
+}
+}  // namespace detail
+
+/// Writes one line; private fields are shown or hidden as the log says, with control characters
+/// replaced so that a name cannot forge a second line.
+template <typename... Fields>
+void writeLog(Log& log, std::string_view format, const Fields&... fields) {
+  const auto line = [&](const auto&... shown) { return fmt::format(fmt::runtime(format), shown...); };
+  log.write(line(detail::shownField(log, fields)...));
+}
+
+}  // namespace tavrix

@@ -1,0 +1,287 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <sys/syscall.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "foundation/files/AtomicFile.h"
+#include "foundation/files/FileError.h"
+#include "foundation/files/platform/PosixFile.h"
+
+namespace tavrix {
+namespace {
+
+using SharedDescriptor = std::shared_ptr<const FileDescriptor>;
+
+constexpr std::size_t rememberedFolders = 128;
+
+FileStatus statusOf(const struct stat& raw) {
+  using Type = FileStatus::Type;
+  const Type type = S_ISREG(raw.st_mode)   ? Type::file
+                    : S_ISDIR(raw.st_mode) ? Type::folder
+                    : S_ISLNK(raw.st_mode) ? Type::link
+                                           : Type::other;
+  const std::chrono::sys_time<std::chrono::nanoseconds> modified{std::chrono::seconds{raw.st_mtim.tv_sec} +
+                                                                 std::chrono::nanoseconds{raw.st_mtim.tv_nsec}};
+  return {type, static_cast<std::uint64_t>(raw.st_size),
+          std::chrono::floor<std::chrono::milliseconds>(modified)};
+}
+
+/// Opens a folder part by part, refusing every link: for kernels without openat2.
+int openWithoutLinks(int root, const std::string& path) {
+  FileDescriptor current{::openat(root, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+  for (std::size_t begin = 0; begin <= path.size() && current.isOpen();) {
+    const std::size_t end = std::min(path.find('/', begin), path.size());
+    const std::string part = path.substr(begin, end - begin);
+    begin = end + 1;
+    if (!isSafePathComponent(part)) return errno = EXDEV, -1;
+    FileDescriptor next{::openat(current.number(), part.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)};
+    if (!next.isOpen() && errno == ELOOP) errno = EXDEV;
+    current = std::move(next);
+  }
+  return current.release();
+}
+
+int openFolderBeneath(int root, const std::string& path) {
+  struct open_how how {};
+  how.flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+  how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
+  const long number = ::syscall(SYS_openat2, root, path.c_str(), &how, sizeof how);
+  if (number < 0 && (errno == ENOSYS || errno == EPERM)) return openWithoutLinks(root, path);
+  return static_cast<int>(number);
+}
+
+class PosixFolder : public Folder {
+ public:
+  PosixFolder(FileDescriptor root, std::string path)
+      : root_(std::make_shared<FileDescriptor>(std::move(root))), path_(std::move(path)) {}
+
+  const std::string& path() const override { return path_; }
+  std::optional<FileStatus> status(const std::string& path) const override;
+  std::unique_ptr<WritableFile> createFile(const std::string& path) override;
+  std::string readFile(const std::string& path, std::uint64_t maxBytes) const override;
+  void makeFolders(const std::string& path) override;
+  bool renameWithoutReplacing(const std::string& from, const std::string& to) override;
+  void renameReplacing(const std::string& from, const std::string& to) override;
+  void removeFile(const std::string& path) override;
+  void syncEntries(const std::string& folder) override;
+  void syncVolume() override;
+  void visitAll(const Visitor& visitor) const override { visitFolder("", visitor); }
+  std::vector<std::string> names() const override;
+  bool exists() const override;
+  std::uint64_t freeBytes() const override;
+  bool lock() override;
+
+ private:
+  /// The open folder that holds the last part of a path.
+  SharedDescriptor parentOf(const std::string& path, FileOperation operation) const {
+    return openRemembered(parentPath(path), operation);
+  }
+  SharedDescriptor openRemembered(const std::string& folder, FileOperation operation) const;
+  void visitFolder(const std::string& folder, const Visitor& visitor) const;
+  /// False when something has the new name already.
+  bool moveByLink(int fromFolder, const std::string& from, int toFolder, const std::string& to) const;
+  [[noreturn]] void fail(FileOperation operation, const std::string& path, int code) const {
+    throw FileError{operation, path_ + "/" + path, code};
+  }
+
+  SharedDescriptor root_;
+  std::string path_;
+  mutable std::mutex mutex_;
+  mutable std::map<std::string, SharedDescriptor> remembered_;
+};
+
+SharedDescriptor PosixFolder::openRemembered(const std::string& folder, FileOperation operation) const {
+  if (folder.empty()) return root_;
+  const std::lock_guard lock{mutex_};
+  if (const auto found = remembered_.find(folder); found != remembered_.end()) {
+    struct stat raw {};
+    // A folder that was removed meanwhile has no links left.
+    if (::fstat(found->second->number(), &raw) == 0 && raw.st_nlink > 0) return found->second;
+    remembered_.erase(found);
+  }
+  FileDescriptor opened{openFolderBeneath(root_->number(), folder)};
+  if (!opened.isOpen()) fail(operation, folder, errno);
+  if (remembered_.size() >= rememberedFolders) remembered_.clear();
+  return remembered_[folder] = std::make_shared<FileDescriptor>(std::move(opened));
+}
+
+std::optional<FileStatus> PosixFolder::status(const std::string& path) const {
+  SharedDescriptor parent;
+  try {
+    parent = parentOf(path, FileOperation::status);
+  } catch (const FileError& error) {
+    if (error.code() == ENOENT || error.code() == ENOTDIR) return std::nullopt;
+    throw;
+  }
+  struct stat raw {};
+  if (::fstatat(parent->number(), lastPathComponent(path).c_str(), &raw, AT_SYMLINK_NOFOLLOW) == 0) {
+    return statusOf(raw);
+  }
+  if (errno == ENOENT) return std::nullopt;
+  fail(FileOperation::status, path, errno);
+}
+
+std::unique_ptr<WritableFile> PosixFolder::createFile(const std::string& path) {
+  removeFile(path);
+  const auto parent = parentOf(path, FileOperation::create);
+  FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
+                               O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666)};
+  if (!file.isOpen()) fail(FileOperation::create, path, errno);
+  return std::make_unique<PosixWritableFile>(std::move(file), path_ + "/" + path);
+}
+
+std::string PosixFolder::readFile(const std::string& path, std::uint64_t maxBytes) const {
+  const auto parent = parentOf(path, FileOperation::open);
+  const FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
+                                     O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
+  if (!file.isOpen()) fail(FileOperation::open, path, errno);
+  struct stat raw {};
+  if (::fstat(file.number(), &raw) != 0) fail(FileOperation::status, path, errno);
+  if (!S_ISREG(raw.st_mode)) fail(FileOperation::open, path, EINVAL);
+  std::string content;
+  std::array<char, 65536> buffer;
+  for (std::size_t count = 0; (count = readSome(file.number(), buffer, path)) > 0;) {
+    if (content.size() + count > maxBytes) fail(FileOperation::read, path, EFBIG);
+    content.append(buffer.data(), count);
+  }
+  return content;
+}
+
+void PosixFolder::makeFolders(const std::string& path) {
+  if (path.empty()) return;
+  try {
+    openRemembered(path, FileOperation::open);
+    return;
+  } catch (const FileError& error) {
+    if (error.code() != ENOENT) throw;
+  }
+  makeFolders(parentPath(path));
+  const auto parent = parentOf(path, FileOperation::makeFolder);
+  if (::mkdirat(parent->number(), lastPathComponent(path).c_str(), 0777) != 0 && errno != EEXIST) {
+    fail(FileOperation::makeFolder, path, errno);
+  }
+  // Also tells when what exists there is no folder, or a link that leads out.
+  openRemembered(path, FileOperation::makeFolder);
+}
+
+bool PosixFolder::moveByLink(int fromFolder, const std::string& from, int toFolder,
+                             const std::string& to) const {
+  if (::linkat(fromFolder, from.c_str(), toFolder, to.c_str(), 0) == 0) {
+    if (::unlinkat(fromFolder, from.c_str(), 0) != 0) fail(FileOperation::rename, from, errno);
+    return true;
+  }
+  if (errno == EEXIST) return false;
+  // Volumes without hard links: nobody else writes here while the folder is locked.
+  struct stat raw {};
+  if (::fstatat(toFolder, to.c_str(), &raw, AT_SYMLINK_NOFOLLOW) == 0) return false;
+  if (::renameat(fromFolder, from.c_str(), toFolder, to.c_str()) == 0) return true;
+  fail(FileOperation::rename, to, errno);
+}
+
+bool PosixFolder::renameWithoutReplacing(const std::string& from, const std::string& to) {
+  const auto fromFolder = parentOf(from, FileOperation::rename);
+  const auto toFolder = parentOf(to, FileOperation::rename);
+  const std::string fromName = lastPathComponent(from);
+  const std::string toName = lastPathComponent(to);
+  if (::renameat2(fromFolder->number(), fromName.c_str(), toFolder->number(), toName.c_str(),
+                  RENAME_NOREPLACE) == 0) {
+    return true;
+  }
+  if (errno == EEXIST) return false;
+  if (errno == EINVAL || errno == ENOSYS || errno == ENOTSUP) {
+    return moveByLink(fromFolder->number(), fromName, toFolder->number(), toName);
+  }
+  fail(FileOperation::rename, to, errno);
+}
+
+void PosixFolder::renameReplacing(const std::string& from, const std::string& to) {
+  const auto fromFolder = parentOf(from, FileOperation::rename);
+  const auto toFolder = parentOf(to, FileOperation::rename);
+  if (::renameat(fromFolder->number(), lastPathComponent(from).c_str(), toFolder->number(),
+                 lastPathComponent(to).c_str()) != 0) {
+    fail(FileOperation::rename, to, errno);
+  }
+}
+
+void PosixFolder::removeFile(const std::string& path) {
+  const auto parent = parentOf(path, FileOperation::remove);
+  if (::unlinkat(parent->number(), lastPathComponent(path).c_str(), 0) != 0 && errno != ENOENT) {
+    fail(FileOperation::remove, path, errno);
+  }
+}
+
+void PosixFolder::syncEntries(const std::string& folder) {
+  const auto opened = openRemembered(folder, FileOperation::sync);
+  // Some volumes cannot sync a folder and say so with EINVAL; there is nothing more to ask of them.
+  if (::fsync(opened->number()) != 0 && errno != EINVAL) fail(FileOperation::sync, folder, errno);
+}
+
+void PosixFolder::syncVolume() {
+  if (::syncfs(root_->number()) != 0) fail(FileOperation::sync, "", errno);
+}
+
+void PosixFolder::visitFolder(const std::string& folder, const Visitor& visitor) const {
+  const int opened = folder.empty() ? ::openat(root_->number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)
+                                    : openFolderBeneath(root_->number(), folder);
+  if (opened < 0) fail(FileOperation::list, folder, errno);
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries{::fdopendir(opened), ::closedir};
+  std::vector<std::string> below;
+  while (const struct dirent* const entry = ::readdir(entries.get())) {
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    struct stat raw {};
+    // What is gone between the listing and here was not there.
+    if (::fstatat(opened, name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) != 0) continue;
+    const std::string path = folder.empty() ? name : folder + "/" + name;
+    const FileStatus found = statusOf(raw);
+    visitor(path, found);
+    if (found.type == FileStatus::Type::folder) below.push_back(path);
+  }
+  for (const std::string& path : below) visitFolder(path, visitor);
+}
+
+std::vector<std::string> PosixFolder::names() const {
+  const int opened = ::openat(root_->number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (opened < 0) fail(FileOperation::list, "", errno);
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries{::fdopendir(opened), ::closedir};
+  std::vector<std::string> result;
+  while (const struct dirent* const entry = ::readdir(entries.get())) result.emplace_back(entry->d_name);
+  std::erase_if(result, [](const std::string& name) { return name == "." || name == ".."; });
+  std::sort(result.begin(), result.end());
+  return result;
+}
+
+bool PosixFolder::exists() const {
+  struct stat raw {};
+  return ::fstat(root_->number(), &raw) == 0 && raw.st_nlink > 0;
+}
+
+std::uint64_t PosixFolder::freeBytes() const {
+  struct statvfs raw {};
+  if (::fstatvfs(root_->number(), &raw) != 0) fail(FileOperation::status, "", errno);
+  return static_cast<std::uint64_t>(raw.f_bavail) * raw.f_frsize;
+}
+
+bool PosixFolder::lock() {
+  return ::flock(root_->number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+}  // namespace
+
+std::unique_ptr<Folder> openFolder(const std::string& path) {
+  FileDescriptor root{::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+  if (!root.isOpen()) throw FileError{FileOperation::open, path, errno};
+  return std::make_unique<PosixFolder>(std::move(root), path);
+}
+
+}  // namespace tavrix

@@ -1,0 +1,18 @@
+#include <cstdlib>
+
+#include "foundation/Text.h"
+
+namespace tavrix {
+
+std::string systemLocaleID() {
+  for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
+    const char* const value = std::getenv(variable);
+    if (value == nullptr || *value == '\0') continue;
+    std::string id{value};
+    id.erase(std::min(id.find_first_of(".@"), id.size()));
+    return id == "C" || id == "POSIX" ? "en_US_POSIX" : id;
+  }
+  return "en_US_POSIX";
+}
+
+}  // namespace tavrix

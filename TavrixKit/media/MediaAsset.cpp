@@ -1,0 +1,110 @@
+#include "media/MediaAsset.h"
+
+#include <string>
+
+#include "media/ParsedName.h"
+#include "media/ResourceBundles.h"
+
+namespace tavrix {
+namespace {
+
+/// A piece of the record's one text; absent when `begin` is the mark.
+struct Piece {
+  static constexpr std::uint32_t absent = UINT32_MAX;
+  std::uint32_t begin = absent;
+  std::uint32_t length = 0;
+};
+
+/// Puts texts into one, where an id of the form directory/name serves for all three.
+class Packer {
+ public:
+  explicit Packer(std::size_t capacity) { text_.reserve(capacity); }
+
+  Piece add(MediaAsset::Text text) {
+    if (!text) return {};
+    std::size_t begin = text_.rfind(*text);
+    if (begin == std::string::npos) {
+      begin = text_.size();
+      text_ += *text;
+    }
+    return {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(text->size())};
+  }
+  std::string take() {
+    text_.shrink_to_fit();
+    return std::move(text_);
+  }
+
+ private:
+  std::string text_;
+};
+
+bool isEditedName(std::string_view name) {
+  const auto parsed = BundleBuilder::parseName(name);
+  return parsed && parsed->isEdited;
+}
+
+}  // namespace
+
+struct MediaAsset::Record {
+  Piece id;
+  Piece name;
+  Piece directory;
+  Piece cloudID;
+  Piece sha256;
+  std::uint64_t sizeBytes = 0;
+  std::optional<Instant> captureDate;
+  std::optional<GeoPoint> location;
+  MediaKind kind = MediaKind::other;
+  bool isOptimized = false;
+  bool isEditedVariant = false;
+  std::string text;
+
+  std::string_view view(Piece piece) const {
+    return std::string_view{text}.substr(piece.begin, piece.length);
+  }
+  Text optionalView(Piece piece) const {
+    return piece.begin == Piece::absent ? Text{} : Text{view(piece)};
+  }
+};
+
+MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
+                       std::uint64_t sizeBytes, std::optional<Instant> captureDate,
+                       std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256) {
+  auto record = std::make_shared<Record>();
+  Packer packer{id.size()};
+  record->id = packer.add(id);
+  record->name = packer.add(name);
+  record->directory = packer.add(directory);
+  record->cloudID = packer.add(cloudID);
+  record->sha256 = packer.add(sha256);
+  record->text = packer.take();
+  record->sizeBytes = sizeBytes;
+  record->captureDate = captureDate;
+  record->location = location;
+  record->kind = kind;
+  record->isOptimized = isOptimized;
+  record->isEditedVariant = isEditedName(name) || ResourceBundles::isEditedResource(id);
+  record_ = std::move(record);
+}
+
+std::string_view MediaAsset::id() const { return record_->view(record_->id); }
+std::string_view MediaAsset::name() const { return record_->view(record_->name); }
+MediaAsset::Text MediaAsset::directory() const { return record_->optionalView(record_->directory); }
+MediaKind MediaAsset::kind() const { return record_->kind; }
+std::uint64_t MediaAsset::sizeBytes() const { return record_->sizeBytes; }
+std::optional<Instant> MediaAsset::captureDate() const { return record_->captureDate; }
+std::optional<GeoPoint> MediaAsset::location() const { return record_->location; }
+bool MediaAsset::isOptimized() const { return record_->isOptimized; }
+bool MediaAsset::isEditedVariant() const { return record_->isEditedVariant; }
+MediaAsset::Text MediaAsset::cloudID() const { return record_->optionalView(record_->cloudID); }
+MediaAsset::Text MediaAsset::sha256() const { return record_->optionalView(record_->sha256); }
+
+bool operator==(const MediaAsset& a, const MediaAsset& b) {
+  if (a.record_ == b.record_) return true;
+  return a.id() == b.id() && a.name() == b.name() && a.directory() == b.directory() &&
+         a.kind() == b.kind() && a.sizeBytes() == b.sizeBytes() && a.captureDate() == b.captureDate() &&
+         a.location() == b.location() && a.isOptimized() == b.isOptimized() && a.cloudID() == b.cloudID() &&
+         a.sha256() == b.sha256();
+}
+
+}  // namespace tavrix

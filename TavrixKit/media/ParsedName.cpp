@@ -1,0 +1,81 @@
+#include "media/ParsedName.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "foundation/Text.h"
+
+namespace tavrix::BundleBuilder {
+namespace {
+
+/// The characters of a name as byte ranges: bytes of ASCII text, else grapheme clusters.
+class Characters {
+ public:
+  explicit Characters(std::string_view text) : text_(text) {
+    if (!isAscii(text)) clusters_ = graphemeClusters(text);
+    isPlain_ = clusters_.empty();
+  }
+
+  std::size_t count() const { return isPlain_ ? text_.size() : clusters_.size(); }
+  std::string_view at(std::size_t i) const { return isPlain_ ? text_.substr(i, 1) : clusters_[i]; }
+  bool is(std::size_t i, char c) const {
+    const std::string_view character = at(i);
+    return character.size() == 1 && character.front() == c;
+  }
+  bool isDigit(std::size_t i) const {
+    const std::string_view character = at(i);
+    return character.size() == 1 && character.front() >= '0' && character.front() <= '9';
+  }
+  /// The text of the characters from `begin` up to `end`.
+  std::string_view text(std::size_t begin, std::size_t end) const {
+    if (begin >= end) return {};
+    const std::string_view last = at(end - 1);
+    const char* const first = at(begin).data();
+    return {first, static_cast<std::size_t>(last.data() + last.size() - first)};
+  }
+
+ private:
+  std::string_view text_;
+  std::vector<std::string_view> clusters_;
+  bool isPlain_ = true;
+};
+
+/// The index of the dot before the extension; the count of characters when there is none.
+std::size_t extensionDot(const Characters& name) {
+  const std::size_t count = name.count();
+  for (std::size_t i = count; i-- > 0;) {
+    if (name.is(i, ' ')) return count;
+    if (name.is(i, '.')) return i == 0 || i + 1 == count ? count : i;
+  }
+  return count;
+}
+
+}  // namespace
+
+FileNameParts splitFileName(std::string_view name) {
+  const Characters characters{name};
+  const std::size_t dot = extensionDot(characters);
+  if (dot == characters.count()) return {name, {}};
+  return {characters.text(0, dot), characters.text(dot + 1, characters.count())};
+}
+
+std::optional<ParsedName> parseName(std::string_view name) {
+  const Characters characters{name};
+  const std::size_t stemEnd = extensionDot(characters);
+  std::size_t underscore = 0;
+  while (underscore < stemEnd && !characters.is(underscore, '_')) ++underscore;
+  if (underscore == 0 || underscore + 1 >= stemEnd) return std::nullopt;
+  std::size_t digits = underscore + 1;
+  const bool isEdited = characters.is(digits, 'E') || characters.is(digits, 'e');
+  if (isEdited) ++digits;
+  if (digits == stemEnd) return std::nullopt;
+  for (std::size_t i = digits; i < stemEnd; ++i) {
+    if (!characters.isDigit(i)) return std::nullopt;
+  }
+  const auto extension =
+      stemEnd < characters.count() ? characters.text(stemEnd + 1, characters.count()) : std::string_view{};
+  return ParsedName{upperCased(characters.text(0, underscore)),
+                    std::string{characters.text(digits, stemEnd)}, isEdited, lowerCased(extension)};
+}
+
+}  // namespace tavrix::BundleBuilder

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "media/PlaceLookup.h"
+
+namespace tavrix {
+
+/// Restricts shots to chosen places. A shot passes when its city or its country is chosen.
+struct PlaceFilter {
+  std::set<std::string> countries;
+  std::set<std::string> cities;
+  bool includeUnplaced = false;    ///< shots without a location
+  bool includeUnresolved = false;  ///< located shots whose place has no name yet
+  std::string localeID;            ///< the language of the names above
+
+  /// Whether a place of these names is chosen.
+  bool matches(const PlaceNames& names) const {
+    return (names.city && cities.contains(*names.city)) ||
+           (names.countryName && countries.contains(*names.countryName));
+  }
+
+  friend bool operator==(const PlaceFilter&, const PlaceFilter&) = default;
+};
+
+}  // namespace tavrix

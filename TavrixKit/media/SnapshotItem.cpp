@@ -1,0 +1,91 @@
+#include "media/SnapshotItem.h"
+
+#include <algorithm>
+
+#include "media/ParsedName.h"
+
+namespace tavrix {
+namespace {
+
+using namespace std::chrono;
+
+constexpr std::int64_t longestOptimizedSide = 2600;
+constexpr std::uint64_t optimizedSizeLimit = 1400001;  // bytes, exclusive
+
+std::optional<LocalTime> parseExifDate(std::string_view text) {
+  if (text.size() != 19 || text[4] != ':' || text[7] != ':' || text[10] != ' ' || text[13] != ':' ||
+      text[16] != ':') {
+    return std::nullopt;
+  }
+  const auto number = [&](std::size_t begin, std::size_t length) {
+    return parseDigits(text.substr(begin, length)).value_or(-1);
+  };
+  const int y = number(0, 4);
+  const int mo = number(5, 2);
+  const int d = number(8, 2);
+  const int h = number(11, 2);
+  const int mi = number(14, 2);
+  const int s = number(17, 2);
+  if (y < 1 || mo < 1 || d < 1 || h < 0 || h > 23 || mi < 0 || mi > 59 || s < 0 || s > 59) return std::nullopt;
+  const CivilDate date{year{y}, month{static_cast<unsigned>(mo)}, day{static_cast<unsigned>(d)}};
+  if (!date.ok()) return std::nullopt;
+  return local_days{date} + hours{h} + minutes{mi} + seconds{s};
+}
+
+std::optional<seconds> parseExifOffset(std::string_view text) {
+  if (text.size() != 6 || (text[0] != '+' && text[0] != '-') || text[3] != ':') return std::nullopt;
+  const auto h = parseDigits(text.substr(1, 2));
+  const auto m = parseDigits(text.substr(4, 2));
+  if (!h || !m) return std::nullopt;
+  const seconds distance = hours{*h} + minutes{*m};
+  return text[0] == '-' ? -distance : distance;
+}
+
+std::optional<Instant> captureDateOf(const SnapshotItem& item, const TimeZone& zone) {
+  if (item.exifDate) {
+    if (const auto moment = instantOfExif(*item.exifDate, item.exifOffset, zone)) return moment;
+  }
+  return item.itemDate ? instantFromUnixSeconds(*item.itemDate) : std::nullopt;
+}
+
+/// A reduced copy that the phone keeps in place of an original in the cloud.
+bool isOptimizedCopy(const SnapshotItem& item, MediaKind kind) {
+  if (!item.cam.value_or(false) || kind != MediaKind::photo) return false;
+  const std::int64_t width = item.px.value_or(0);
+  const std::int64_t height = item.py.value_or(0);
+  if (width <= 0 || height <= 0 || std::max(width, height) > longestOptimizedSide) return false;
+  if (item.size == 0 || item.size >= optimizedSizeLimit) return false;
+  const auto parsed = BundleBuilder::parseName(item.name);
+  return !(parsed && parsed->isEdited);
+}
+
+}  // namespace
+
+std::optional<Instant> instantOfExif(std::string_view exifDate, std::optional<std::string_view> exifOffset,
+                                     const TimeZone& zone) {
+  const auto local = parseExifDate(exifDate);
+  if (!local) return std::nullopt;
+  const auto offset = exifOffset ? parseExifOffset(*exifOffset) : std::nullopt;
+  return offset ? Instant{local->time_since_epoch() - *offset} : zone.toInstant(*local);
+}
+
+std::string SnapshotItem::assetID() const { return dir && !dir->empty() ? *dir + "/" + name : name; }
+
+MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone) const {
+  const MediaKind assetKind = mediaKindOf(kind).value_or(mediaKindOfFileName(name));
+  std::optional<GeoPoint> location;
+  if (lat && lon) location = GeoPoint{*lat, *lon};
+  const bool hasDirectory = dir && !dir->empty();
+  return MediaAsset{id,
+                    name,
+                    hasDirectory ? MediaAsset::Text{*dir} : std::nullopt,
+                    assetKind,
+                    size,
+                    captureDateOf(*this, zone),
+                    location,
+                    isOptimizedCopy(*this, assetKind),
+                    std::nullopt,
+                    std::nullopt};
+}
+
+}  // namespace tavrix

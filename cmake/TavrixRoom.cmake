@@ -1,0 +1,47 @@
+# Settings of every target of ours, and the function that makes one subsystem ("room").
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(tavrix_settings INTERFACE)
+target_compile_features(tavrix_settings INTERFACE cxx_std_20)
+target_compile_options(tavrix_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # g++ 12 sees an uninitialised std::optional<std::string> where there is none.
+  target_compile_options(tavrix_settings INTERFACE
+    -Wno-maybe-uninitialized -Wno-restrict -Wno-dangling-reference)
+  if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    target_compile_options(tavrix_settings INTERFACE -Wno-error=stringop-overflow)
+  endif()
+endif()
+target_include_directories(tavrix_settings INTERFACE
+  ${CMAKE_SOURCE_DIR}/TavrixKit ${CMAKE_SOURCE_DIR}/App/Sources/Tavrix)
+
+if(TAVRIX_SANITIZERS)
+  add_compile_options(-fsanitize=${TAVRIX_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${TAVRIX_SANITIZERS})
+endif()
+if(TAVRIX_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# tavrix_room(NAME SOURCES … LINKS … [PRIVATE_LINKS …] [TESTS …] [TEST_LINKS …])
+# makes the library NAME of the current folder and, from tests/, the program NAME_tests.
+function(tavrix_room name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;PRIVATE_LINKS;TESTS;TEST_LINKS" ${ARGN})
+  add_library(${name} STATIC ${ROOM_SOURCES})
+  target_link_libraries(${name} PUBLIC tavrix_settings ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
+  if(TAVRIX_TESTS AND ROOM_TESTS)
+    list(TRANSFORM ROOM_TESTS PREPEND tests/)
+    add_executable(${name}_tests ${ROOM_TESTS})
+    target_link_libraries(${name}_tests PRIVATE ${name} ${ROOM_TEST_LINKS} GTest::gmock_main)
+    target_compile_definitions(${name}_tests PRIVATE
+      TAVRIX_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/tests" TAVRIX_DOCS="${CMAKE_SOURCE_DIR}/docs")
+    include(GoogleTest)
+    gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+  endif()
+endfunction()
