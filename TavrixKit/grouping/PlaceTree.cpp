@@ -1,0 +1,61 @@
+#include "grouping/PlaceTree.h"
+
+#include <algorithm>
+#include <map>
+
+namespace tavrix {
+namespace {
+
+struct CountryFiles {
+  std::optional<std::string> code;
+  std::uint64_t count = 0;
+  std::map<std::string, std::uint64_t> cities;
+};
+
+template <typename Node>
+void sortByCount(std::vector<Node>& nodes) {
+  std::stable_sort(nodes.begin(), nodes.end(), [](const Node& a, const Node& b) { return a.count > b.count; });
+}
+
+PlaceTree::Country countryNode(const std::string& name, const CountryFiles& files) {
+  PlaceTree::Country country{name, files.code, files.count, {}};
+  for (const auto& [city, count] : files.cities) country.cities.push_back({city, count});
+  sortByCount(country.cities);
+  return country;
+}
+
+void addFiles(CountryFiles& country, const PlaceNames& names, std::uint64_t count) {
+  country.count += count;
+  if (!country.code) country.code = names.countryCode;
+  if (names.city) country.cities[*names.city] += count;
+}
+
+}  // namespace
+
+PlaceTree placeTree(const std::vector<AssetBundle>& bundles, const PlaceLookup* lookup,
+                    const std::string& localeID) {
+  PlaceTree tree;
+  std::map<std::string, CountryFiles> countries;
+  std::map<std::string, GeoPoint> unresolved;
+  for (const AssetBundle& bundle : bundles) {
+    const auto files = static_cast<std::uint64_t>(bundle.assets().size());
+    const auto point = lookup == nullptr ? std::nullopt : bundle.position();
+    if (!point) {
+      tree.unplacedCount += files;
+      continue;
+    }
+    const std::string key = lookup->placeKey(*point);
+    if (const auto names = lookup->names(key, localeID)) {
+      addFiles(countries[names->countryName.value_or("")], *names, files);
+    } else {
+      tree.unresolvedCount += files;
+      unresolved.emplace(key, *point);
+    }
+  }
+  for (const auto& [name, files] : countries) tree.countries.push_back(countryNode(name, files));
+  sortByCount(tree.countries);
+  for (const auto& [key, point] : unresolved) tree.unresolvedPoints.push_back(point);
+  return tree;
+}
+
+}  // namespace tavrix
