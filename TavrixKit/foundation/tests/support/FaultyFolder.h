@@ -1,0 +1,168 @@
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "foundation/files/FileError.h"
+#include "foundation/files/Folder.h"
+
+namespace tavrix {
+
+/// Thrown by a rule to let the first `bytes` bytes of one append through before it fails with
+/// `code`.
+struct ShortWrite {
+  std::size_t bytes;
+  int code;
+};
+
+/// Asked before every operation of a FaultyFolder and of the files made by it: the rule may look,
+/// wait, change the disk, or throw, and then the operation does not take place. Paths are those of
+/// the call:
+///
+///     createFile            create, the file        append               write, the file
+///     readFile              read, the file          setModificationTime  status, the file
+///     renames               rename, the new name    sync                 sync, the file
+///     removeFile            remove, the file        close                close, the file
+///     makeFolders           makeFolder, the folder  syncEntries          sync, the folder ("" for
+///     the root) status                status, the file        syncVolume           sync, "/"
+///     visitAll, names       list, ""
+///
+/// Calls come from whatever thread uses the folder.
+using FaultRule = std::function<void(FileOperation operation, const std::string& path)>;
+
+/// A rule that fails one kind of operation on one path with `code`, every time.
+inline FaultRule failing(FileOperation operation, std::string path, int code) {
+  return [=](FileOperation asked, const std::string& askedPath) {
+    if (asked == operation && askedPath == path) throw FileError{operation, path, code};
+  };
+}
+/// The same for every path.
+inline FaultRule failing(FileOperation operation, int code) {
+  return [=](FileOperation asked, const std::string& path) {
+    if (asked == operation) throw FileError{operation, path, code};
+  };
+}
+
+/// What a FaultyFolder does otherwise than the folder behind it. Set it before the folder is used.
+struct FolderFaults {
+  FaultRule rule;
+  std::function<bool()> exists;              ///< answers exists()
+  std::function<std::uint64_t()> freeBytes;  ///< answers freeBytes()
+  std::optional<bool> lock;                  ///< answers lock(), and nothing is locked
+};
+
+class FaultyFile : public WritableFile {
+ public:
+  FaultyFile(std::unique_ptr<WritableFile> inner, std::shared_ptr<FolderFaults> faults,
+             std::string path)
+      : inner_(std::move(inner)), faults_(std::move(faults)), path_(std::move(path)) {}
+
+  void append(std::span<const std::byte> bytes) override {
+    try {
+      ask(FileOperation::write);
+    } catch (const ShortWrite& fault) {
+      inner_->append(bytes.first(std::min(fault.bytes, bytes.size())));
+      throw FileError{FileOperation::write, path_, fault.code};
+    }
+    inner_->append(bytes);
+  }
+  void setModificationTime(Instant time) override {
+    ask(FileOperation::status);
+    inner_->setModificationTime(time);
+  }
+  void startWriteback() override { inner_->startWriteback(); }
+  void sync() override {
+    ask(FileOperation::sync);
+    inner_->sync();
+  }
+  void close() override {
+    ask(FileOperation::close);
+    inner_->close();
+  }
+
+ private:
+  void ask(FileOperation operation) const {
+    if (faults_->rule) faults_->rule(operation, path_);
+  }
+
+  std::unique_ptr<WritableFile> inner_;
+  std::shared_ptr<FolderFaults> faults_;
+  std::string path_;
+};
+
+/// A folder that fails when the test says so, and is else the folder behind it:
+///
+///     FaultyFolder folder{openFolder(temporary.path())};
+///     folder.faults().rule = failing(FileOperation::rename, "index.json", EIO);
+class FaultyFolder : public Folder {
+ public:
+  explicit FaultyFolder(std::unique_ptr<Folder> inner) : inner_(std::move(inner)) {}
+
+  FolderFaults& faults() { return *faults_; }
+
+  const std::string& path() const override { return inner_->path(); }
+  std::optional<FileStatus> status(const std::string& path) const override {
+    ask(FileOperation::status, path);
+    return inner_->status(path);
+  }
+  std::unique_ptr<WritableFile> createFile(const std::string& path) override {
+    ask(FileOperation::create, path);
+    return std::make_unique<FaultyFile>(inner_->createFile(path), faults_, path);
+  }
+  std::string readFile(const std::string& path, std::uint64_t maxBytes) const override {
+    ask(FileOperation::read, path);
+    return inner_->readFile(path, maxBytes);
+  }
+  void makeFolders(const std::string& path) override {
+    ask(FileOperation::makeFolder, path);
+    inner_->makeFolders(path);
+  }
+  bool renameWithoutReplacing(const std::string& from, const std::string& to) override {
+    ask(FileOperation::rename, to);
+    return inner_->renameWithoutReplacing(from, to);
+  }
+  void renameReplacing(const std::string& from, const std::string& to) override {
+    ask(FileOperation::rename, to);
+    inner_->renameReplacing(from, to);
+  }
+  void removeFile(const std::string& path) override {
+    ask(FileOperation::remove, path);
+    inner_->removeFile(path);
+  }
+  void syncEntries(const std::string& folder) override {
+    ask(FileOperation::sync, folder);
+    inner_->syncEntries(folder);
+  }
+  void syncVolume() override {
+    ask(FileOperation::sync, "/");
+    inner_->syncVolume();
+  }
+  void visitAll(const Visitor& visitor) const override {
+    ask(FileOperation::list, "");
+    inner_->visitAll(visitor);
+  }
+  std::vector<std::string> names() const override {
+    ask(FileOperation::list, "");
+    return inner_->names();
+  }
+  bool exists() const override { return faults_->exists ? faults_->exists() : inner_->exists(); }
+  std::uint64_t freeBytes() const override {
+    return faults_->freeBytes ? faults_->freeBytes() : inner_->freeBytes();
+  }
+  bool lock() override { return faults_->lock ? *faults_->lock : inner_->lock(); }
+
+ private:
+  void ask(FileOperation operation, const std::string& path) const {
+    if (faults_->rule) faults_->rule(operation, path);
+  }
+
+  std::unique_ptr<Folder> inner_;
+  std::shared_ptr<FolderFaults> faults_ = std::make_shared<FolderFaults>();
+};
+
+}  // namespace tavrix
