@@ -29,9 +29,9 @@ class NameTemplateError : public std::exception {
 
   struct Details {
     std::optional<std::size_t> tokenIndex = std::nullopt;  ///< from 0, when the fault is in a token
-    std::string key =
-        {};  ///< "tokens", "language", a kind of token, "_0" or "_1"; empty for the whole
-    std::string value = {};                               ///< the text found under `key`
+    /// "tokens", "language", a kind of token, "_0" or "_1"; empty for the whole
+    std::string key{};
+    std::string value{};                                  ///< the text found under `key`
     std::optional<JsonPosition> position = std::nullopt;  ///< known for faults of the text as JSON
 
     friend bool operator==(const Details&, const Details&) = default;
