@@ -8,8 +8,8 @@
 
 namespace tavrix {
 
-/// SHA-256 (FIPS 180-4) of bytes that arrive piece by piece. One value computes many digests one after
-/// another; not for two threads at once.
+/// SHA-256 (FIPS 180-4) of bytes that arrive piece by piece. One value computes many digests one
+/// after another; not for two threads at once.
 class Sha256 {
  public:
   Sha256();

@@ -7,7 +7,8 @@
 
 namespace tavrix {
 
-/// A field of a log line that may tell something about the person: a path, a name, the text of a failure.
+/// A field of a log line that may tell something about the person: a path, a name, the text of a
+/// failure.
 struct PrivateField {
   std::string_view text;
 };
@@ -36,7 +37,9 @@ const T& shownField(const Log&, const T& value) {
 /// replaced so that a name cannot forge a second line.
 template <typename... Fields>
 void writeLog(Log& log, std::string_view format, const Fields&... fields) {
-  const auto line = [&](const auto&... shown) { return fmt::format(fmt::runtime(format), shown...); };
+  const auto line = [&](const auto&... shown) {
+    return fmt::format(fmt::runtime(format), shown...);
+  };
   log.write(line(detail::shownField(log, fields)...));
 }
 

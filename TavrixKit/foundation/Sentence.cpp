@@ -10,7 +10,8 @@ struct Unit {
   std::string_view english;
 };
 
-constexpr std::array<Unit, 6> units{{{"Б", "B"}, {"КБ", "kB"}, {"МБ", "MB"}, {"ГБ", "GB"}, {"ТБ", "TB"}, {"ПБ", "PB"}}};
+constexpr std::array<Unit, 6> units{
+    {{"Б", "B"}, {"КБ", "kB"}, {"МБ", "MB"}, {"ГБ", "GB"}, {"ТБ", "TB"}, {"ПБ", "PB"}}};
 
 // A no-break space keeps a number in one piece.
 constexpr std::string_view noBreakSpace = "\u00A0";

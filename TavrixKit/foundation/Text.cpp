@@ -36,10 +36,18 @@ std::string mapped(std::string_view text, const char* localeID, Case wanted) {
   UErrorCode status = U_ZERO_ERROR;
   const icu::StringPiece piece{text.data(), length32(text)};
   switch (wanted) {
-    case Case::lower: icu::CaseMap::utf8ToLower(localeID, 0, piece, sink, nullptr, status); break;
-    case Case::upper: icu::CaseMap::utf8ToUpper(localeID, 0, piece, sink, nullptr, status); break;
-    case Case::title: icu::CaseMap::utf8ToTitle(localeID, 0, nullptr, piece, sink, nullptr, status); break;
-    case Case::folded: icu::CaseMap::utf8Fold(0, piece, sink, nullptr, status); break;
+    case Case::lower:
+      icu::CaseMap::utf8ToLower(localeID, 0, piece, sink, nullptr, status);
+      break;
+    case Case::upper:
+      icu::CaseMap::utf8ToUpper(localeID, 0, piece, sink, nullptr, status);
+      break;
+    case Case::title:
+      icu::CaseMap::utf8ToTitle(localeID, 0, nullptr, piece, sink, nullptr, status);
+      break;
+    case Case::folded:
+      icu::CaseMap::utf8Fold(0, piece, sink, nullptr, status);
+      break;
   }
   return U_SUCCESS(status) ? result : std::string{text};
 }
@@ -48,6 +56,13 @@ std::string mapped(std::string_view text, const char* localeID, Case wanted) {
 bool hasPlainAsciiCase(std::string_view text, std::string_view localeID) {
   return isAscii(text) && !localeID.starts_with("tr") && !localeID.starts_with("az") &&
          !localeID.starts_with("lt");
+}
+
+/// What would end, rewrite or reorder a line; joiners, which hold emoji together, do not.
+bool breaksLine(UChar32 character) {
+  const int type = u_charType(character);
+  return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR ||
+         u_hasBinaryProperty(character, UCHAR_BIDI_CONTROL);
 }
 
 std::string asciiLowered(std::string_view text) {
@@ -85,13 +100,15 @@ std::array<std::string, 12> names(const icu::DateFormatSymbols& symbols,
 MonthNames monthNamesOf(const std::string& localeID) {
   UErrorCode status = U_ZERO_ERROR;
   const icu::DateFormatSymbols symbols{icu::Locale{localeID.c_str()}, status};
-  return {names(symbols, icu::DateFormatSymbols::WIDE), names(symbols, icu::DateFormatSymbols::ABBREVIATED)};
+  return {names(symbols, icu::DateFormatSymbols::WIDE),
+          names(symbols, icu::DateFormatSymbols::ABBREVIATED)};
 }
 
 }  // namespace
 
 bool isAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 std::string replacingInvalidUtf8(std::string_view text) {
@@ -140,7 +157,8 @@ std::vector<std::string_view> graphemeClusters(std::string_view text) {
   iterator.setText(&opened, status);
   std::int32_t begin = iterator.first();
   for (std::int32_t end = iterator.next(); end != icu::BreakIterator::DONE; end = iterator.next()) {
-    clusters.push_back(text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)));
+    clusters.push_back(
+        text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)));
     begin = end;
   }
   utext_close(&opened);
@@ -188,7 +206,7 @@ std::string printable(std::string_view text) {
   for (std::int32_t at = 0; at < length32(text);) {
     const std::int32_t begin = at;
     const UChar32 character = nextCharacter(text, at);
-    if (character < 0 || u_iscntrl(character) || character == 0x2028 || character == 0x2029) {
+    if (character < 0 || breaksLine(character)) {
       result += "\uFFFD";
     } else {
       result += text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(at - begin));
@@ -204,7 +222,8 @@ const std::string& monthName(int month, const std::string& localeID, MonthNameSt
   auto found = cache.find(localeID);
   if (found == cache.end()) found = cache.emplace(localeID, monthNamesOf(localeID)).first;
   const auto index = static_cast<std::size_t>(month - 1);
-  return style == MonthNameStyle::full ? found->second.full.at(index) : found->second.abbreviated.at(index);
+  return style == MonthNameStyle::full ? found->second.full.at(index)
+                                       : found->second.abbreviated.at(index);
 }
 
 }  // namespace tavrix

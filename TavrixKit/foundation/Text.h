@@ -12,16 +12,18 @@ bool isAscii(std::string_view text);
 /// The text with every ill-formed UTF-8 sequence replaced by U+FFFD.
 std::string replacingInvalidUtf8(std::string_view text);
 
-/// Letter case by the rules of a locale such as "ru_RU"; an empty locale means rules of no language.
+/// Letter case by the rules of a locale such as "ru_RU"; an empty locale means rules of no
+/// language.
 std::string lowerCased(std::string_view text, const std::string& localeID = "");
 std::string upperCased(std::string_view text, const std::string& localeID = "");
-/// Every word's first letter upper-case and the rest lower-case; words by the locale's word boundaries.
+/// Every word's first letter upper-case and the rest lower-case; words by the locale's word
+/// boundaries.
 std::string capitalised(std::string_view text, const std::string& localeID);
 /// Full case folding: two texts that differ only by letter case fold to the same text.
 std::string caseFolded(std::string_view text);
 
-/// The extended grapheme clusters (Unicode Annex 29) of the text: what a reader calls characters. The
-/// views point into `text`.
+/// The extended grapheme clusters (Unicode Annex 29) of the text: what a reader calls characters.
+/// The views point into `text`.
 std::vector<std::string_view> graphemeClusters(std::string_view text);
 /// The longest beginning of whole grapheme clusters that has at most `maxBytes` bytes.
 std::string_view graphemePrefix(std::string_view text, std::size_t maxBytes);
@@ -31,15 +33,16 @@ std::string_view trimmedWhiteSpace(std::string_view text);
 
 /// Columns that the text takes on a terminal: two for wide characters, none for combining marks.
 int displayWidth(std::string_view text);
-/// With control characters and line breaks shown as U+FFFD, for a line on a terminal.
+/// With control characters, line breaks and marks that turn the writing direction shown as U+FFFD,
+/// for a line on a terminal.
 std::string printable(std::string_view text);
 
 enum class MonthNameStyle { full, abbreviated };
 /// The stand-alone (nominative) name of a month, 1 to 12, as the locale spells it.
 const std::string& monthName(int month, const std::string& localeID, MonthNameStyle style);
 
-/// The locale of the machine from LC_ALL, LC_TIME or LANG, such as "ru_RU"; "en_US_POSIX" when there is
-/// none.
+/// The locale of the machine from LC_ALL, LC_TIME or LANG, such as "ru_RU"; "en_US_POSIX" when
+/// there is none.
 std::string systemLocaleID();
 
 }  // namespace tavrix

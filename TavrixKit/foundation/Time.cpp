@@ -52,8 +52,9 @@ std::optional<CivilDate> parseDay(std::string_view text) {
 std::string iso8601(Instant instant) {
   const auto days = floor<std::chrono::days>(instant);
   const hh_mm_ss clock{instant - days};
-  const auto whole = fmt::format(FMT_COMPILE("{}T{:02}:{:02}:{:02}"), dayText(CivilDate{days}),
-                                 clock.hours().count(), clock.minutes().count(), clock.seconds().count());
+  const auto whole =
+      fmt::format(FMT_COMPILE("{}T{:02}:{:02}:{:02}"), dayText(CivilDate{days}),
+                  clock.hours().count(), clock.minutes().count(), clock.seconds().count());
   const auto fraction = clock.subseconds().count();
   return fraction == 0 ? whole + "Z" : fmt::format(FMT_COMPILE("{}.{:03}Z"), whole, fraction);
 }
@@ -63,7 +64,8 @@ namespace {
 /// Reads the part of an ISO 8601 time after the seconds: "Z" or a fraction and "Z".
 std::optional<milliseconds> parseFraction(std::string_view text) {
   if (text == "Z") return 0ms;
-  if (text.size() < 3 || text.size() > 11 || text.front() != '.' || text.back() != 'Z') return std::nullopt;
+  if (text.size() < 3 || text.size() > 11 || text.front() != '.' || text.back() != 'Z')
+    return std::nullopt;
   std::string digits{text.substr(1, text.size() - 2)};
   if (!parseDigits(digits)) return std::nullopt;
   digits.resize(3, '0');
@@ -73,7 +75,8 @@ std::optional<milliseconds> parseFraction(std::string_view text) {
 }  // namespace
 
 std::optional<Instant> parseIso8601(std::string_view text) {
-  if (text.size() < 20 || text[10] != 'T' || text[13] != ':' || text[16] != ':') return std::nullopt;
+  if (text.size() < 20 || text[10] != 'T' || text[13] != ':' || text[16] != ':')
+    return std::nullopt;
   const auto date = parseDay(text.substr(0, 10));
   const auto h = parseDigits(text.substr(11, 2));
   const auto m = parseDigits(text.substr(14, 2));

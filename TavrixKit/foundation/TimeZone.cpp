@@ -33,14 +33,15 @@ seconds libraryOffset(const absl::TimeZone& zone, seconds utc) {
   return seconds{zone.At(absl::FromUnixSeconds(utc.count())).offset};
 }
 
-/// Names that could be something else than a name of the database never reach the library, which reads
-/// an absolute path as a file.
+/// Names that could be something else than a name of the database never reach the library, which
+/// reads an absolute path as a file and takes "localtime" for the machine's zone.
 bool isPlausibleID(std::string_view id) {
   const auto allowed = [](char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
            c == '+' || c == '-' || c == '/';
   };
-  return !id.empty() && id.size() <= 64 && id.front() != '/' && std::all_of(id.begin(), id.end(), allowed);
+  return !id.empty() && id.size() <= 64 && id.front() != '/' && id != "localtime" &&
+         std::all_of(id.begin(), id.end(), allowed);
 }
 
 absl::CivilSecond civilSecond(LocalTime local) {
@@ -55,8 +56,9 @@ absl::CivilSecond civilSecond(LocalTime local) {
 
 seconds TimeZone::Table::offsetAt(seconds utc) const {
   if (utc < coveredBegin || utc >= coveredEnd) return libraryOffset(zone, utc);
-  const auto next = std::upper_bound(periods.begin(), periods.end(), utc,
-                                     [](seconds moment, const Period& period) { return moment < period.begin; });
+  const auto next =
+      std::upper_bound(periods.begin(), periods.end(), utc,
+                       [](seconds moment, const Period& period) { return moment < period.begin; });
   return std::prev(next)->offset;
 }
 
@@ -96,6 +98,8 @@ Instant TimeZone::toInstant(LocalTime local) const {
   return Instant{seconds{absl::ToUnixSeconds(moment)} + (local - floor<seconds>(local))};
 }
 
-CivilDate TimeZone::dateAt(Instant instant) const { return CivilDate{floor<days>(toLocal(instant))}; }
+CivilDate TimeZone::dateAt(Instant instant) const {
+  return CivilDate{floor<days>(toLocal(instant))};
+}
 
 }  // namespace tavrix

@@ -14,14 +14,15 @@ namespace tavrix {
 class TimeZone {
  public:
   static TimeZone utc();
-  /// The zone of an identifier such as "Europe/Rome"; nothing when the database has none of that name.
+  /// The zone of an identifier such as "Europe/Rome"; nothing when the database has none of that
+  /// name.
   static std::optional<TimeZone> load(std::string_view id);
 
   const std::string& id() const;
 
   LocalTime toLocal(Instant instant) const;
-  /// The moment at which a clock of the zone shows `local`. A time that a spring change skips is moved
-  /// forward by the length of the gap; of one that occurs twice it is the first occurrence.
+  /// The moment at which a clock of the zone shows `local`. A time that a spring change skips is
+  /// moved forward by the length of the gap; of one that occurs twice it is the first occurrence.
   Instant toInstant(LocalTime local) const;
   /// The calendar day in the zone.
   CivilDate dateAt(Instant instant) const;
@@ -35,8 +36,8 @@ class TimeZone {
   std::shared_ptr<const Table> table_;
 };
 
-/// The identifier of the machine's time zone: TZ, /etc/timezone or the target of /etc/localtime; "UTC"
-/// when none of them names one.
+/// The identifier of the machine's time zone: TZ, the target of /etc/localtime or /etc/timezone;
+/// "UTC" when none of them names one.
 std::string systemTimeZoneID();
 
 }  // namespace tavrix

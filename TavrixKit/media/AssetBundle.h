@@ -9,8 +9,8 @@
 
 namespace tavrix {
 
-/// One shot: every file that one press of the shutter left. A handle to an immutable record: copying it
-/// copies a pointer. A moved-from bundle may only be assigned or destroyed.
+/// One shot: every file that one press of the shutter left. A handle to an immutable record:
+/// copying it copies a pointer. A moved-from bundle may only be assigned or destroyed.
 class AssetBundle {
  public:
   /// `original` must be one of `assets`.
@@ -30,11 +30,12 @@ class AssetBundle {
   /// Photos and videos except a Live Photo's motion part; sidecars and other files never are.
   bool isPicture(const MediaAsset& asset) const;
   std::size_t pictureCount() const;
-  /// The original when that is a picture, else the first picture, else the original. The shot's date,
-  /// kind and name are its own.
+  /// The original when that is a picture, else the first picture, else the original. The shot's
+  /// date, kind and name are its own.
   const MediaAsset& primaryPicture() const;
   std::optional<Instant> captureDate() const { return primaryPicture().captureDate(); }
-  /// Where the shot was taken: the primary picture's location, else that of the first file that has one.
+  /// Where the shot was taken: the primary picture's location, else that of the first file that has
+  /// one.
   std::optional<GeoPoint> position() const;
 
   /// Equal in id, files and original.

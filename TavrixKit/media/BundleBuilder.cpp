@@ -49,7 +49,8 @@ std::vector<AssetBundle> makeBundles(const std::vector<MediaAsset>& assets) {
   std::vector<Shot> shots;
   for (const MediaAsset& asset : assets) {
     std::string key = bundleKey(asset);
-    const auto [found, isNew] = positions.try_emplace(std::move(key), static_cast<std::uint32_t>(shots.size()));
+    const auto [found, isNew] =
+        positions.try_emplace(std::move(key), static_cast<std::uint32_t>(shots.size()));
     if (isNew) shots.push_back({found->first, {}});
     shots[found->second].members.push_back(asset);
   }

@@ -31,26 +31,32 @@ bool passesPeriod(const BundleFilter& filter, const AssetBundle& bundle, const T
 bool passesKind(const BundleFilter& filter, const AssetBundle& bundle) {
   if (bundle.isLivePhoto()) return filter.includeLive;
   switch (bundle.primaryPicture().kind()) {
-    case MediaKind::photo: return filter.includePhotos;
-    case MediaKind::video: return filter.includeVideos;
+    case MediaKind::photo:
+      return filter.includePhotos;
+    case MediaKind::video:
+      return filter.includeVideos;
     case MediaKind::sidecar:
-    case MediaKind::other: return true;
+    case MediaKind::other:
+      return true;
   }
   return true;
 }
 
 bool passesWholeTests(const BundleFilter& filter, const AssetBundle& bundle,
                       const BundleFilter::Context& context) {
-  return passesPeriod(filter, bundle, context.timeZone) && filter.keepsPlace(bundle, context.placeLookup) &&
-         passesKind(filter, bundle);
+  return passesPeriod(filter, bundle, context.timeZone) &&
+         filter.keepsPlace(bundle, context.placeLookup) && passesKind(filter, bundle);
 }
 
-bool keepsAsset(const BundleFilter& filter, const AssetBundle& bundle, const MediaAsset& asset, bool isEdited) {
+bool keepsAsset(const BundleFilter& filter, const AssetBundle& bundle, const MediaAsset& asset,
+                bool isEdited) {
   if (filter.liveOnlyPhoto && bundle.isMotionPart(asset)) return false;
   if (!filter.includeAAE && asset.kind() == MediaKind::sidecar) return false;
   if (!isEdited || filter.editedPolicy == EditedPolicy::both) return true;
   if (filter.editedPolicy == EditedPolicy::originalsOnly) return !isEditedPicture(bundle, asset);
-  return !(asset.id() == bundle.original().id() || bundle.isMotionPart(asset));
+  // Where the phone has lost the original, an edited picture or the sidecar leads the shot.
+  if (asset.isEditedVariant() || asset.kind() == MediaKind::sidecar) return true;
+  return asset.id() != bundle.original().id() && !bundle.isMotionPart(asset);
 }
 
 /// Whether every file of a bundle that passes the whole tests is kept: the common case.
@@ -63,7 +69,8 @@ bool isSkipped(const BundleFilter& filter, const AssetBundle& bundle) {
   return filter.skipOptimized && bundle.original().isOptimized();
 }
 
-std::vector<MediaAsset> assetsPassingFileTests(const BundleFilter& filter, const AssetBundle& bundle) {
+std::vector<MediaAsset> assetsPassingFileTests(const BundleFilter& filter,
+                                               const AssetBundle& bundle) {
   const bool isEdited = hasEditedPicture(bundle);
   std::vector<MediaAsset> kept;
   bool hasPicture = false;
@@ -86,11 +93,13 @@ bool BundleFilter::keepsPlace(const AssetBundle& bundle, const PlaceLookup* look
   if (!places) return true;
   const auto point = bundle.position();
   if (!point) return places->includeUnplaced;
-  const auto names = lookup == nullptr ? std::nullopt : lookup->names(lookup->placeKey(*point), places->localeID);
+  const auto names =
+      lookup == nullptr ? std::nullopt : lookup->names(lookup->placeKey(*point), places->localeID);
   return names ? places->matches(*names) : places->includeUnresolved;
 }
 
-std::vector<MediaAsset> BundleFilter::keptAssets(const AssetBundle& bundle, const Context& context) const {
+std::vector<MediaAsset> BundleFilter::keptAssets(const AssetBundle& bundle,
+                                                 const Context& context) const {
   if (isSkipped(*this, bundle) || !passesWholeTests(*this, bundle, context)) return {};
   return assetsPassingFileTests(*this, bundle);
 }
@@ -99,7 +108,8 @@ bool BundleFilter::keeps(const AssetBundle& bundle, const Context& context) cons
   return !keptAssets(bundle, context).empty();
 }
 
-std::vector<AssetBundle> filtered(const std::vector<AssetBundle>& bundles, const BundleFilter& filter,
+std::vector<AssetBundle> filtered(const std::vector<AssetBundle>& bundles,
+                                  const BundleFilter& filter,
                                   const BundleFilter::Context& context) {
   std::vector<AssetBundle> result;
   result.reserve(bundles.size());
@@ -119,11 +129,12 @@ std::vector<AssetBundle> filtered(const std::vector<AssetBundle>& bundles, const
   return result;
 }
 
-std::size_t OptimizedCopy::count(const std::vector<AssetBundle>& bundles, const BundleFilter& filter,
-                                 const BundleFilter::Context& context) {
-  return static_cast<std::size_t>(std::count_if(bundles.begin(), bundles.end(), [&](const AssetBundle& bundle) {
-    return bundle.original().isOptimized() && passesWholeTests(filter, bundle, context);
-  }));
+std::size_t OptimizedCopy::count(const std::vector<AssetBundle>& bundles,
+                                 const BundleFilter& filter, const BundleFilter::Context& context) {
+  return static_cast<std::size_t>(
+      std::count_if(bundles.begin(), bundles.end(), [&](const AssetBundle& bundle) {
+        return bundle.original().isOptimized() && passesWholeTests(filter, bundle, context);
+      }));
 }
 
 }  // namespace tavrix

@@ -21,13 +21,13 @@ struct BundleFilter {
   bool includeVideos = true;   ///< videos that are not part of a Live Photo
   bool includeAAE = true;      ///< sidecars
   EditedPolicy editedPolicy = EditedPolicy::both;
-  bool skipOptimized = false;  ///< drop every shot whose original is an optimized copy
+  bool skipOptimized = false;     ///< drop every shot whose original is an optimized copy
   std::optional<CivilDate> from;  ///< first day of the period, inclusive
   std::optional<CivilDate> to;    ///< last day of the period, inclusive
   std::optional<PlaceFilter> places;
 
-  /// What the tests need besides the choice: the zone in which days are cut, and place names when there
-  /// are any.
+  /// What the tests need besides the choice: the zone in which days are cut, and place names when
+  /// there are any.
   struct Context {
     TimeZone timeZone = TimeZone::utc();
     const PlaceLookup* placeLookup = nullptr;
@@ -47,14 +47,14 @@ struct BundleFilter {
 std::string_view textOf(BundleFilter::EditedPolicy policy);
 
 /// The bundles that pass, in their order; one kept in part is rebuilt under its id.
-std::vector<AssetBundle> filtered(const std::vector<AssetBundle>& bundles, const BundleFilter& filter,
-                                  const BundleFilter::Context& context);
+std::vector<AssetBundle> filtered(const std::vector<AssetBundle>& bundles,
+                                  const BundleFilter& filter, const BundleFilter::Context& context);
 
 /// Recognising reduced copies is the producer's part; here they are counted.
 namespace OptimizedCopy {
 
-/// The shots whose original is an optimized copy, among those that pass all else that the filter asks:
-/// the same number whether they are skipped or not.
+/// The shots whose original is an optimized copy, among those that pass all else that the filter
+/// asks: the same number whether they are skipped or not.
 std::size_t count(const std::vector<AssetBundle>& bundles, const BundleFilter& filter,
                   const BundleFilter::Context& context);
 

@@ -6,8 +6,8 @@
 
 namespace tavrix {
 
-/// Reads media from an ordinary folder that holds the files flat, by name. A file that changes while it
-/// is read is an error of that file.
+/// Reads media from an ordinary folder that holds the files flat, by name. A file that changes
+/// while it is read is an error of that file.
 class LocalMediaSource : public MediaSource {
  public:
   explicit LocalMediaSource(std::string baseURL) : baseURL_(std::move(baseURL)) {}

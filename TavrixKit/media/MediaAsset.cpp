@@ -1,5 +1,6 @@
 #include "media/MediaAsset.h"
 
+#include <algorithm>
 #include <string>
 
 #include "media/ParsedName.h"
@@ -20,10 +21,11 @@ class Packer {
  public:
   explicit Packer(std::size_t capacity) { text_.reserve(capacity); }
 
-  Piece add(MediaAsset::Text text) {
+  /// `expected` is where the text may stand already.
+  Piece add(MediaAsset::Text text, std::size_t expected = 0) {
     if (!text) return {};
-    std::size_t begin = text_.rfind(*text);
-    if (begin == std::string::npos) {
+    std::size_t begin = expected;
+    if (!std::string_view{text_}.substr(std::min(expected, text_.size())).starts_with(*text)) {
       begin = text_.size();
       text_ += *text;
     }
@@ -69,11 +71,12 @@ struct MediaAsset::Record {
 
 MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
                        std::uint64_t sizeBytes, std::optional<Instant> captureDate,
-                       std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256) {
+                       std::optional<GeoPoint> location, bool isOptimized, Text cloudID,
+                       Text sha256) {
   auto record = std::make_shared<Record>();
   Packer packer{id.size()};
   record->id = packer.add(id);
-  record->name = packer.add(name);
+  record->name = packer.add(name, directory ? directory->size() + 1 : 0);
   record->directory = packer.add(directory);
   record->cloudID = packer.add(cloudID);
   record->sha256 = packer.add(sha256);
@@ -102,8 +105,9 @@ MediaAsset::Text MediaAsset::sha256() const { return record_->optionalView(recor
 bool operator==(const MediaAsset& a, const MediaAsset& b) {
   if (a.record_ == b.record_) return true;
   return a.id() == b.id() && a.name() == b.name() && a.directory() == b.directory() &&
-         a.kind() == b.kind() && a.sizeBytes() == b.sizeBytes() && a.captureDate() == b.captureDate() &&
-         a.location() == b.location() && a.isOptimized() == b.isOptimized() && a.cloudID() == b.cloudID() &&
+         a.kind() == b.kind() && a.sizeBytes() == b.sizeBytes() &&
+         a.captureDate() == b.captureDate() && a.location() == b.location() &&
+         a.isOptimized() == b.isOptimized() && a.cloudID() == b.cloudID() &&
          a.sha256() == b.sha256();
 }
 

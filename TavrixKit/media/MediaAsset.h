@@ -11,16 +11,16 @@
 
 namespace tavrix {
 
-/// One file as the phone lists it. A handle to an immutable record: copying it copies a pointer, and the
-/// texts live as long as any handle does. Two assets with the same id are the same file. A moved-from
-/// asset may only be assigned or destroyed.
+/// One file as the phone lists it. A handle to an immutable record: copying it copies a pointer,
+/// and the texts live as long as any handle does. Two assets with the same id are the same file. A
+/// moved-from asset may only be assigned or destroyed.
 class MediaAsset {
  public:
   using Text = std::optional<std::string_view>;
 
   MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
-             std::uint64_t sizeBytes, std::optional<Instant> captureDate, std::optional<GeoPoint> location,
-             bool isOptimized, Text cloudID, Text sha256);
+             std::uint64_t sizeBytes, std::optional<Instant> captureDate,
+             std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256);
 
   /// Identifies the file within its source; caches, markers and the history refer to it.
   std::string_view id() const;

@@ -12,7 +12,8 @@ constexpr std::array<std::string_view, 4> kindTexts{"photo", "video", "sidecar",
 constexpr std::array<std::string_view, 19> photoExtensions{
     "heic", "heif", "jpg", "jpeg", "png", "dng", "gif", "tif", "tiff", "webp",
     "avif", "bmp",  "cr2", "cr3",  "nef", "arw", "raf", "orf", "rw2"};
-constexpr std::array<std::string_view, 7> videoExtensions{"mov", "mp4", "m4v", "3gp", "avi", "mpg", "mpeg"};
+constexpr std::array<std::string_view, 7> videoExtensions{"mov", "mp4", "m4v", "3gp",
+                                                          "avi", "mpg", "mpeg"};
 
 template <std::size_t count>
 bool contains(const std::array<std::string_view, count>& list, std::string_view text) {

@@ -22,7 +22,8 @@ class SourceError : public std::exception {
  public:
   enum class Kind { notFound, unreadable, changedWhileRead, unsafeName };
 
-  SourceError(Kind kind, std::string name, int code = 0) : kind_(kind), name_(std::move(name)), code_(code) {}
+  SourceError(Kind kind, std::string name, int code = 0)
+      : kind_(kind), name_(std::move(name)), code_(code) {}
   Kind kind() const { return kind_; }
   const std::string& name() const { return name_; }
   /// The system's own code (errno), 0 when there is none.
@@ -39,8 +40,8 @@ class SourceError : public std::exception {
 class MediaSource {
  public:
   virtual ~MediaSource() = default;
-  /// Writes the complete bytes of an asset to `destination` and returns only then. Any exception fails
-  /// this one file; the source's own are SourceError.
+  /// Writes the complete bytes of an asset to `destination` and returns only then. Any exception
+  /// fails this one file; the source's own are SourceError.
   virtual void download(const MediaAsset& asset, DownloadDestination& destination) = 0;
   /// How many downloads may run at once, each on a thread of its own.
   virtual int concurrentDownloads() const { return 1; }

@@ -72,8 +72,9 @@ std::optional<ParsedName> parseName(std::string_view name) {
   for (std::size_t i = digits; i < stemEnd; ++i) {
     if (!characters.isDigit(i)) return std::nullopt;
   }
-  const auto extension =
-      stemEnd < characters.count() ? characters.text(stemEnd + 1, characters.count()) : std::string_view{};
+  const auto extension = stemEnd < characters.count()
+                             ? characters.text(stemEnd + 1, characters.count())
+                             : std::string_view{};
   return ParsedName{upperCased(characters.text(0, underscore)),
                     std::string{characters.text(digits, stemEnd)}, isEdited, lowerCased(extension)};
 }

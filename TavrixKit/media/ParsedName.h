@@ -6,7 +6,8 @@
 
 namespace tavrix::BundleBuilder {
 
-/// The parts of a camera-style file name: "IMG_E0100.HEIC" is prefix IMG, number 0100, edited, ext heic.
+/// The parts of a camera-style file name: "IMG_E0100.HEIC" is prefix IMG, number 0100, edited, ext
+/// heic.
 struct ParsedName {
   std::string prefix;     ///< upper-cased
   std::string number;     ///< decimal digits, leading zeros kept
@@ -19,9 +20,9 @@ struct ParsedName {
 /// Nothing when the name has no camera pattern. Characters are extended grapheme clusters.
 std::optional<ParsedName> parseName(std::string_view name);
 
-/// A file name in two: `extension` is what follows the last dot, without it. A dot that is the first or
-/// the last character, or that a space follows somewhere, begins no extension; `stem` is then the whole
-/// name. With an extension, stem + "." + extension is the name.
+/// A file name in two: `extension` is what follows the last dot, without it. A dot that is the
+/// first or the last character, or that a space follows somewhere, begins no extension; `stem` is
+/// then the whole name. With an extension, stem + "." + extension is the name.
 struct FileNameParts {
   std::string_view stem;
   std::string_view extension;

@@ -16,15 +16,16 @@ struct PlaceNames {
   friend bool operator==(const PlaceNames&, const PlaceNames&) = default;
 };
 
-/// Names for points on the Earth. Points of one place cell share one name; the test of a place filter
-/// goes by the cell, not by its names.
+/// Names for points on the Earth. Points of one place cell share one name; the test of a place
+/// filter goes by the cell, not by its names.
 class PlaceLookup {
  public:
   virtual ~PlaceLookup() = default;
   /// The key of the cell that a point lies in.
   virtual std::string placeKey(const GeoPoint& point) const = 0;
   /// The names of a cell in the language of a locale; nothing while they are not known.
-  virtual std::optional<PlaceNames> names(const std::string& placeKey, const std::string& localeID) const = 0;
+  virtual std::optional<PlaceNames> names(const std::string& placeKey,
+                                          const std::string& localeID) const = 0;
 };
 
 }  // namespace tavrix

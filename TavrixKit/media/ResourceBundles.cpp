@@ -8,25 +8,27 @@ namespace {
 
 using Role = ResourceDescription::Role;
 
-constexpr std::array<std::string_view, 8> roleTexts{"photo",       "alternatePhoto",    "editedPhoto",
-                                                    "video",       "editedVideo",       "pairedVideo",
-                                                    "editedPairedVideo", "adjustmentData"};
+constexpr std::array<std::string_view, 8> roleTexts{
+    "photo",       "alternatePhoto", "editedPhoto",       "video",
+    "editedVideo", "pairedVideo",    "editedPairedVideo", "adjustmentData"};
 
 // A file on a phone has its folder or its name first, and neither holds a colon.
 constexpr std::string_view idPrefix = "library:";
 
 const ResourceDescription* withRole(const AssetDescription& description, Role role) {
-  const auto found = std::find_if(description.resources.begin(), description.resources.end(),
-                                  [&](const ResourceDescription& resource) { return resource.role == role; });
+  const auto found =
+      std::find_if(description.resources.begin(), description.resources.end(),
+                   [&](const ResourceDescription& resource) { return resource.role == role; });
   return found == description.resources.end() ? nullptr : &*found;
 }
 
 /// How many files of the same role stand before `index`, and itself.
 int numberInRole(const std::vector<ResourceDescription>& resources, std::size_t index) {
   const auto end = resources.begin() + static_cast<std::ptrdiff_t>(index);
-  return 1 + static_cast<int>(std::count_if(resources.begin(), end, [&](const ResourceDescription& resource) {
-           return resource.role == resources[index].role;
-         }));
+  return 1 + static_cast<int>(
+                 std::count_if(resources.begin(), end, [&](const ResourceDescription& resource) {
+                   return resource.role == resources[index].role;
+                 }));
 }
 
 MediaAsset assetOf(const AssetDescription& description, std::size_t index) {
@@ -47,7 +49,8 @@ MediaAsset assetOf(const AssetDescription& description, std::size_t index) {
 std::size_t originalIndex(const AssetDescription& description) {
   const ResourceDescription* original = withRole(description, Role::photo);
   if (original == nullptr) original = withRole(description, Role::video);
-  return original == nullptr ? 0 : static_cast<std::size_t>(original - description.resources.data());
+  return original == nullptr ? 0
+                             : static_cast<std::size_t>(original - description.resources.data());
 }
 
 }  // namespace
@@ -58,12 +61,15 @@ MediaKind ResourceBundles::kind(Role role) {
   switch (role) {
     case Role::photo:
     case Role::alternatePhoto:
-    case Role::editedPhoto: return MediaKind::photo;
+    case Role::editedPhoto:
+      return MediaKind::photo;
     case Role::video:
     case Role::editedVideo:
     case Role::pairedVideo:
-    case Role::editedPairedVideo: return MediaKind::video;
-    case Role::adjustmentData: return MediaKind::sidecar;
+    case Role::editedPairedVideo:
+      return MediaKind::video;
+    case Role::adjustmentData:
+      return MediaKind::sidecar;
   }
   return MediaKind::other;
 }
@@ -83,7 +89,8 @@ std::optional<std::pair<std::string, Role>> ResourceBundles::split(std::string_v
   std::string_view role = assetID.substr(hash + 1);
   if (const auto dot = role.find('.'); dot != std::string_view::npos) {
     const std::string_view number = role.substr(dot + 1);
-    if (number.empty() || number == "1" || number.front() == '0' || !parseDigits(number)) return std::nullopt;
+    if (number.empty() || number == "1" || number.front() == '0' || !parseDigits(number))
+      return std::nullopt;
     role = role.substr(0, dot);
   }
   const auto found = std::find(roleTexts.begin(), roleTexts.end(), role);
@@ -101,12 +108,15 @@ bool ResourceBundles::isEditedResource(std::string_view assetID) {
 std::optional<AssetBundle> ResourceBundles::bundle(const AssetDescription& description) {
   if (description.resources.empty()) return std::nullopt;
   std::vector<MediaAsset> assets;
-  for (std::size_t i = 0; i < description.resources.size(); ++i) assets.push_back(assetOf(description, i));
+  for (std::size_t i = 0; i < description.resources.size(); ++i)
+    assets.push_back(assetOf(description, i));
   MediaAsset original = assets[originalIndex(description)];
-  return AssetBundle{std::string{idPrefix} + description.localIdentifier, std::move(assets), std::move(original)};
+  return AssetBundle{std::string{idPrefix} + description.localIdentifier, std::move(assets),
+                     std::move(original)};
 }
 
-std::vector<AssetBundle> ResourceBundles::bundles(const std::vector<AssetDescription>& descriptions) {
+std::vector<AssetBundle> ResourceBundles::bundles(
+    const std::vector<AssetDescription>& descriptions) {
   std::vector<AssetBundle> result;
   for (const AssetDescription& description : descriptions) {
     if (auto made = bundle(description)) result.push_back(std::move(*made));

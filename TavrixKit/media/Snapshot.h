@@ -18,12 +18,12 @@ namespace tavrix {
 class SnapshotError : public std::exception {
  public:
   enum class Kind {
-    notJson,        ///< no JSON, or no UTF-8
-    tooLarge,       ///< nested too deep, a value too long, or more items than `Snapshot::maxItems`
-    notAList,       ///< the file is no array of objects
-    missingField,   ///< an item lacks `field`
-    wrongType,      ///< `field` has a value of another type
-    outOfRange,     ///< the number of `field` does not fit
+    notJson,       ///< no JSON, or no UTF-8
+    tooLarge,      ///< nested too deep, a value too long, or more items than `Snapshot::maxItems`
+    notAList,      ///< the file is no array of objects
+    missingField,  ///< an item lacks `field`
+    wrongType,     ///< `field` has a value of another type
+    outOfRange,    ///< the number of `field` does not fit
   };
 
   SnapshotError(Kind kind, JsonPosition position, std::uint64_t item, std::string field)
@@ -52,8 +52,8 @@ inline constexpr std::uint64_t maxItems = 5'000'000;
 void readEach(ByteReader& source, const std::function<void(const SnapshotItem&)>& receiver);
 /// All items. Throws SnapshotError.
 std::vector<SnapshotItem> read(ByteReader& source);
-/// The catalogue: one asset per item. An item whose id is taken gets the first free of "#2", "#3", …
-/// after it. Throws SnapshotError.
+/// The catalogue: one asset per item. An item whose id is taken gets the first free of "#2", "#3",
+/// … after it. Throws SnapshotError.
 std::vector<MediaAsset> readAssets(ByteReader& source, const TimeZone& zone);
 
 /// Writes the list pretty-printed with sorted keys; absent fields are left out.

@@ -26,7 +26,8 @@ std::optional<LocalTime> parseExifDate(std::string_view text) {
   const int h = number(11, 2);
   const int mi = number(14, 2);
   const int s = number(17, 2);
-  if (y < 1 || mo < 1 || d < 1 || h < 0 || h > 23 || mi < 0 || mi > 59 || s < 0 || s > 59) return std::nullopt;
+  if (y < 1 || mo < 1 || d < 1 || h < 0 || h > 23 || mi < 0 || mi > 59 || s < 0 || s > 59)
+    return std::nullopt;
   const CivilDate date{year{y}, month{static_cast<unsigned>(mo)}, day{static_cast<unsigned>(d)}};
   if (!date.ok()) return std::nullopt;
   return local_days{date} + hours{h} + minutes{mi} + seconds{s};
@@ -61,15 +62,21 @@ bool isOptimizedCopy(const SnapshotItem& item, MediaKind kind) {
 
 }  // namespace
 
-std::optional<Instant> instantOfExif(std::string_view exifDate, std::optional<std::string_view> exifOffset,
+std::optional<Instant> instantOfExif(std::string_view exifDate,
+                                     std::optional<std::string_view> exifOffset,
                                      const TimeZone& zone) {
   const auto local = parseExifDate(exifDate);
   if (!local) return std::nullopt;
   const auto offset = exifOffset ? parseExifOffset(*exifOffset) : std::nullopt;
-  return offset ? Instant{local->time_since_epoch() - *offset} : zone.toInstant(*local);
+  const Instant moment =
+      offset ? Instant{local->time_since_epoch() - *offset} : zone.toInstant(*local);
+  if (moment < earliestInstant || moment > latestInstant) return std::nullopt;
+  return moment;
 }
 
-std::string SnapshotItem::assetID() const { return dir && !dir->empty() ? *dir + "/" + name : name; }
+std::string SnapshotItem::assetID() const {
+  return dir && !dir->empty() ? *dir + "/" + name : name;
+}
 
 MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone) const {
   const MediaKind assetKind = mediaKindOf(kind).value_or(mediaKindOfFileName(name));

@@ -10,8 +10,8 @@
 
 namespace tavrix {
 
-/// One catalogue entry as the snapshot file and the metadata cache store it; docs/snapshot.md tells the
-/// meaning of each field. The names are the JSON keys.
+/// One catalogue entry as the snapshot file and the metadata cache store it; docs/snapshot.md tells
+/// the meaning of each field. The names are the JSON keys.
 struct SnapshotItem {
   std::string name;
   std::optional<std::string> dir;
@@ -28,8 +28,9 @@ struct SnapshotItem {
 
   /// The natural id of the file: dir/name, or the name alone without a (non-empty) dir.
   std::string assetID() const;
-  /// The asset under an id of the caller's choice. `zone` is where an exifDate without a usable offset
-  /// was taken. An unreadable date falls back to itemDate, an unknown kind to the name's extension.
+  /// The asset under an id of the caller's choice. `zone` is where an exifDate without a usable
+  /// offset was taken. An unreadable date falls back to itemDate, an unknown kind to the name's
+  /// extension.
   MediaAsset mediaAsset(std::string_view id, const TimeZone& zone) const;
 
   friend bool operator==(const SnapshotItem&, const SnapshotItem&) = default;
@@ -37,7 +38,8 @@ struct SnapshotItem {
 
 /// The moment of an EXIF date ("2026:05:20 12:00:00") with its offset ("+03:00"); without a usable
 /// offset the date is read in `zone`. Nothing when the date is malformed or does not exist.
-std::optional<Instant> instantOfExif(std::string_view exifDate, std::optional<std::string_view> exifOffset,
+std::optional<Instant> instantOfExif(std::string_view exifDate,
+                                     std::optional<std::string_view> exifOffset,
                                      const TimeZone& zone);
 
 }  // namespace tavrix

@@ -11,21 +11,32 @@ namespace {
 enum class Field { name, dir, kind, size, itemDate, exifDate, exifOffset, lat, lon, px, py, cam };
 
 Field* fieldOf(std::string_view key) {
-  static absl::flat_hash_map<std::string_view, Field> fields{
-      {"name", Field::name},         {"dir", Field::dir},           {"kind", Field::kind},
-      {"size", Field::size},         {"itemDate", Field::itemDate}, {"exifDate", Field::exifDate},
-      {"exifOffset", Field::exifOffset}, {"lat", Field::lat},       {"lon", Field::lon},
-      {"px", Field::px},             {"py", Field::py},             {"cam", Field::cam}};
+  static absl::flat_hash_map<std::string_view, Field> fields{{"name", Field::name},
+                                                             {"dir", Field::dir},
+                                                             {"kind", Field::kind},
+                                                             {"size", Field::size},
+                                                             {"itemDate", Field::itemDate},
+                                                             {"exifDate", Field::exifDate},
+                                                             {"exifOffset", Field::exifOffset},
+                                                             {"lat", Field::lat},
+                                                             {"lon", Field::lon},
+                                                             {"px", Field::px},
+                                                             {"py", Field::py},
+                                                             {"cam", Field::cam}};
   const auto found = fields.find(key);
   return found == fields.end() ? nullptr : &found->second;
 }
 
-/// Builds items from the events of the file. Values of unknown keys are passed over, whatever they hold.
+/// Builds items from the events of the file. Values of unknown keys are passed over, whatever they
+/// hold.
 class ItemBuilder : public JsonHandler {
  public:
-  explicit ItemBuilder(const std::function<void(const SnapshotItem&)>& receiver) : receiver_(receiver) {}
+  explicit ItemBuilder(const std::function<void(const SnapshotItem&)>& receiver)
+      : receiver_(receiver) {}
 
-  SnapshotError errorAt(JsonPosition position) const { return {problem_, position, count_, problemField_}; }
+  SnapshotError errorAt(JsonPosition position) const {
+    return {problem_, position, count_, problemField_};
+  }
   bool hasProblem() const { return hasProblem_; }
   std::uint64_t count() const { return count_; }
 
@@ -139,9 +150,15 @@ bool ItemBuilder::number(double value) {
   if (isPassing()) return true;
   if (depth_ < 2) return refuse(SnapshotError::Kind::notAList);
   switch (field_) {
-    case Field::itemDate: item_.itemDate = value; return true;
-    case Field::lat: item_.lat = value; return true;
-    case Field::lon: item_.lon = value; return true;
+    case Field::itemDate:
+      item_.itemDate = value;
+      return true;
+    case Field::lat:
+      item_.lat = value;
+      return true;
+    case Field::lon:
+      item_.lon = value;
+      return true;
     case Field::size:
       // A whole number may be written with a point or an exponent.
       if (!(value >= 0 && value < 0x1p64 && value == std::floor(value))) {
@@ -154,7 +171,8 @@ bool ItemBuilder::number(double value) {
         return refuse(SnapshotError::Kind::outOfRange, key_);
       }
       return setPixels(static_cast<std::int64_t>(value));
-    default: return refuse(SnapshotError::Kind::wrongType, key_);
+    default:
+      return refuse(SnapshotError::Kind::wrongType, key_);
   }
 }
 
@@ -170,27 +188,53 @@ bool ItemBuilder::string(std::string_view value) {
       item_.kind = value;
       hasKind_ = true;
       return true;
-    case Field::dir: item_.dir = value; return true;
-    case Field::exifDate: item_.exifDate = value; return true;
-    case Field::exifOffset: item_.exifOffset = value; return true;
-    default: return refuse(SnapshotError::Kind::wrongType, key_);
+    case Field::dir:
+      item_.dir = value;
+      return true;
+    case Field::exifDate:
+      item_.exifDate = value;
+      return true;
+    case Field::exifOffset:
+      item_.exifOffset = value;
+      return true;
+    default:
+      return refuse(SnapshotError::Kind::wrongType, key_);
   }
 }
 
 void ItemBuilder::clear(Field field) {
   switch (field) {
-    case Field::dir: item_.dir.reset(); break;
-    case Field::itemDate: item_.itemDate.reset(); break;
-    case Field::exifDate: item_.exifDate.reset(); break;
-    case Field::exifOffset: item_.exifOffset.reset(); break;
-    case Field::lat: item_.lat.reset(); break;
-    case Field::lon: item_.lon.reset(); break;
-    case Field::px: item_.px.reset(); break;
-    case Field::py: item_.py.reset(); break;
-    case Field::cam: item_.cam.reset(); break;
+    case Field::dir:
+      item_.dir.reset();
+      break;
+    case Field::itemDate:
+      item_.itemDate.reset();
+      break;
+    case Field::exifDate:
+      item_.exifDate.reset();
+      break;
+    case Field::exifOffset:
+      item_.exifOffset.reset();
+      break;
+    case Field::lat:
+      item_.lat.reset();
+      break;
+    case Field::lon:
+      item_.lon.reset();
+      break;
+    case Field::px:
+      item_.px.reset();
+      break;
+    case Field::py:
+      item_.py.reset();
+      break;
+    case Field::cam:
+      item_.cam.reset();
+      break;
     case Field::name:
     case Field::kind:
-    case Field::size: break;
+    case Field::size:
+      break;
   }
 }
 
@@ -204,9 +248,11 @@ SnapshotError snapshotError(const JsonError& error, const ItemBuilder& builder) 
 /// Gives each item an id of its own.
 class IDRegister {
  public:
-  std::string freeID(std::string id) const {
+  std::string freeID(std::string id) {
     if (!taken_.contains(id)) return id;
-    for (std::uint64_t number = 2;; ++number) {
+    // Ids are never given back, so the search goes on where the last one for this id ended.
+    std::uint64_t& number = numbers_.try_emplace(id, 2).first->second;
+    for (;; ++number) {
       std::string candidate = id + "#" + std::to_string(number);
       if (!taken_.contains(candidate)) return candidate;
     }
@@ -216,11 +262,13 @@ class IDRegister {
 
  private:
   absl::flat_hash_set<std::string_view> taken_;
+  absl::flat_hash_map<std::string, std::uint64_t> numbers_;
 };
 
 }  // namespace
 
-void Snapshot::readEach(ByteReader& source, const std::function<void(const SnapshotItem&)>& receiver) {
+void Snapshot::readEach(ByteReader& source,
+                        const std::function<void(const SnapshotItem&)>& receiver) {
   ItemBuilder builder{receiver};
   try {
     readJson(source, builder);

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "media/Snapshot.h"
@@ -14,6 +16,11 @@ class FileSink : public TextSink {
   WritableFile& file_;
 };
 
+/// What JSON cannot hold is left out.
+std::optional<double> finite(std::optional<double> number) {
+  return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
 }  // namespace
 
 void Snapshot::write(const std::vector<SnapshotItem>& items, TextSink& sink) {
@@ -25,10 +32,10 @@ void Snapshot::write(const std::vector<SnapshotItem>& items, TextSink& sink) {
         .field("dir", item.dir)
         .field("exifDate", item.exifDate)
         .field("exifOffset", item.exifOffset)
-        .field("itemDate", item.itemDate)
+        .field("itemDate", finite(item.itemDate))
         .field("kind", item.kind)
-        .field("lat", item.lat)
-        .field("lon", item.lon)
+        .field("lat", finite(item.lat))
+        .field("lon", finite(item.lon))
         .field("name", item.name)
         .field("px", item.px)
         .field("py", item.py)
@@ -39,7 +46,8 @@ void Snapshot::write(const std::vector<SnapshotItem>& items, TextSink& sink) {
   json.finish();
 }
 
-void Snapshot::write(const std::vector<SnapshotItem>& items, Folder& folder, const std::string& fileName) {
+void Snapshot::write(const std::vector<SnapshotItem>& items, Folder& folder,
+                     const std::string& fileName) {
   writeFileAtomically(folder, fileName, [&](WritableFile& file) {
     FileSink sink{file};
     write(items, sink);

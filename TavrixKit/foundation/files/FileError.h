@@ -5,9 +5,22 @@
 
 namespace tavrix {
 
-enum class FileOperation { open, create, read, write, sync, close, rename, remove, makeFolder, status, list };
+enum class FileOperation {
+  open,
+  create,
+  read,
+  write,
+  sync,
+  close,
+  rename,
+  remove,
+  makeFolder,
+  status,
+  list
+};
 
-/// An operation on a file that the system refused: which one, on what, and the system's own code (errno).
+/// An operation on a file that the system refused: which one, on what, and the system's own code
+/// (errno).
 class FileError : public std::exception {
  public:
   FileError(FileOperation operation, std::string path, int code)

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "foundation/Time.h"
+#include "foundation/json/JsonReader.h"
 
 namespace tavrix {
 
@@ -23,8 +24,8 @@ struct FileStatus {
   friend bool operator==(const FileStatus&, const FileStatus&) = default;
 };
 
-/// A new file that is being written from its beginning. Every member throws FileError. A file that is
-/// destroyed without close() is closed and stays as it is.
+/// A new file that is being written from its beginning. Every member throws FileError. A file that
+/// is destroyed without close() is closed and stays as it is.
 class WritableFile {
  public:
   virtual ~WritableFile() = default;
@@ -37,10 +38,10 @@ class WritableFile {
   virtual void close() = 0;
 };
 
-/// An open folder, the only way to what lies in it. Paths are relative, with "/" between parts; a path
-/// that would lead out of the folder, by ".." or by a symbolic link, is refused with EXDEV. Links are
-/// never followed at the last part. Members throw FileError unless they say otherwise; all are safe to
-/// call from several threads.
+/// An open folder, the only way to what lies in it. Paths are relative, with "/" between parts; a
+/// path that would lead out of the folder, by ".." or by a symbolic link, is refused with EXDEV,
+/// one that holds a NUL with EINVAL. Links are never followed at the last part. Members throw
+/// FileError unless they say otherwise; all are safe to call from several threads.
 class Folder {
  public:
   virtual ~Folder() = default;
@@ -54,6 +55,10 @@ class Folder {
   virtual std::unique_ptr<WritableFile> createFile(const std::string& path) = 0;
   /// The whole content of a regular file of at most `maxBytes` bytes; EFBIG for a larger one.
   virtual std::string readFile(const std::string& path, std::uint64_t maxBytes) const = 0;
+  /// Reads a regular file from its beginning, piece by piece.
+  virtual std::unique_ptr<ByteReader> openFile(const std::string& path) const = 0;
+  /// Sets the modification time of an existing file.
+  virtual void setModificationTime(const std::string& path, Instant time) = 0;
   /// Creates the folder and those above it that are missing; no error when it is there.
   virtual void makeFolders(const std::string& path) = 0;
   /// Renames atomically. False, and nothing is changed, when something has the new name already.
@@ -68,7 +73,8 @@ class Folder {
   /// Returns when all that was written to this folder's volume is on stable storage.
   virtual void syncVolume() = 0;
 
-  /// Visits everything below, links not followed, in no order.
+  /// Visits everything below, links not followed, in no order. What is inside a folder that may not
+  /// be read, or that goes meanwhile, is left out.
   using Visitor = std::function<void(const std::string& path, const FileStatus& status)>;
   virtual void visitAll(const Visitor& visitor) const = 0;
   /// The names directly in this folder, sorted.
@@ -78,8 +84,8 @@ class Folder {
   virtual bool exists() const = 0;
   /// Bytes that can still be written.
   virtual std::uint64_t freeBytes() const = 0;
-  /// Takes the folder for this process until the object goes; false when another holds it. Where the
-  /// volume knows no locks, always true.
+  /// Takes the folder for this process until the object goes; false when another holds it. Where
+  /// the volume knows no locks, always true.
   virtual bool lock() = 0;
 };
 

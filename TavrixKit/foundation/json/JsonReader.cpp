@@ -10,7 +10,8 @@
 namespace tavrix {
 namespace {
 
-/// Bytes for the parser, buffered. Past the longest value allowed it pretends that the text has ended.
+/// Bytes for the parser, buffered. Past the longest value allowed it pretends that the text has
+/// ended.
 class InputStream {
  public:
   using Ch = char;
@@ -112,7 +113,9 @@ class Adapter {
   bool String(const char* text, rapidjson::SizeType length, bool) {
     return ended(handler_.string({text, length}));
   }
-  bool Key(const char* text, rapidjson::SizeType length, bool) { return ended(handler_.key({text, length})); }
+  bool Key(const char* text, rapidjson::SizeType length, bool) {
+    return ended(handler_.key({text, length}));
+  }
   bool StartObject() { return deeper() && ended(handler_.startObject()); }
   bool EndObject(rapidjson::SizeType) { return shallower(handler_.endObject()); }
   bool StartArray() { return deeper() && ended(handler_.startArray()); }
@@ -151,7 +154,8 @@ class TextReader : public ByteReader {
   std::string_view rest_;
 };
 
-JsonError::Kind kindOf(const rapidjson::ParseResult& result, const InputStream& stream, const Adapter& adapter) {
+JsonError::Kind kindOf(const rapidjson::ParseResult& result, const InputStream& stream,
+                       const Adapter& adapter) {
   if (stream.valueTooLong()) return JsonError::Kind::valueTooLong;
   if (adapter.tooDeep()) return JsonError::Kind::tooDeep;
   return result.Code() == rapidjson::kParseErrorTermination ? JsonError::Kind::rejected
@@ -161,13 +165,16 @@ JsonError::Kind kindOf(const rapidjson::ParseResult& result, const InputStream& 
 }  // namespace
 
 void readJson(ByteReader& source, JsonHandler& handler, const JsonLimits& limits) {
-  constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag | rapidjson::kParseValidateEncodingFlag |
-                             rapidjson::kParseIterativeFlag;
+  constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag |
+                             rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag;
   const auto stream = std::make_unique<InputStream>(source, limits.maxValueBytes);
   Adapter adapter{handler, *stream, limits.maxDepth};
   rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>> reader;
   const rapidjson::ParseResult result = reader.Parse<flags>(*stream, adapter);
-  if (result.IsError()) throw JsonError{kindOf(result, *stream, adapter), stream->position()};
+  // Where the stream gave up, the parser may have found what came before to be a whole text.
+  if (result.IsError() || stream->valueTooLong()) {
+    throw JsonError{kindOf(result, *stream, adapter), stream->position()};
+  }
   if (stream->hasMore()) throw JsonError{JsonError::Kind::syntax, stream->position()};
 }
 

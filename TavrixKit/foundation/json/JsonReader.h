@@ -20,10 +20,10 @@ struct JsonPosition {
 class JsonError : public std::exception {
  public:
   enum class Kind {
-    syntax,         ///< not JSON (RFC 8259), or not UTF-8
-    tooDeep,        ///< nested deeper than the limits allow
-    valueTooLong,   ///< one value, or one run of white space, longer than the limits allow
-    rejected,       ///< the handler did not want it
+    syntax,        ///< not JSON (RFC 8259), or not UTF-8
+    tooDeep,       ///< nested deeper than the limits allow
+    valueTooLong,  ///< one value, or one run of white space, longer than the limits allow
+    rejected,      ///< the handler did not want it
   };
 
   JsonError(Kind kind, JsonPosition position) : kind_(kind), position_(position) {}
@@ -36,8 +36,8 @@ class JsonError : public std::exception {
   JsonPosition position_;
 };
 
-/// Where bytes come from. read() fills at most the buffer and gives how many bytes it wrote, 0 at the
-/// end; it may throw, and the reader lets that pass.
+/// Where bytes come from. read() fills at most the buffer and gives how many bytes it wrote, 0 at
+/// the end; it may throw, and the reader lets that pass.
 class ByteReader {
  public:
   virtual ~ByteReader() = default;
@@ -51,9 +51,9 @@ class JsonHandler {
   virtual ~JsonHandler() = default;
   virtual bool null() = 0;
   virtual bool boolean(bool value) = 0;
-  virtual bool integer(std::int64_t value) = 0;          ///< a whole number below 0
+  virtual bool integer(std::int64_t value) = 0;           ///< a whole number below 0
   virtual bool unsignedInteger(std::uint64_t value) = 0;  ///< a whole number from 0 to 2^64 - 1
-  virtual bool number(double value) = 0;                 ///< any other number
+  virtual bool number(double value) = 0;                  ///< any other number
   virtual bool string(std::string_view value) = 0;
   virtual bool key(std::string_view name) = 0;
   virtual bool startObject() = 0;

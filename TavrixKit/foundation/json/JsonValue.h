@@ -12,13 +12,15 @@
 
 namespace tavrix {
 
-/// A small JSON document in memory: settings, templates, contexts. Of equal keys the last one counts.
+/// A small JSON document in memory: settings, templates, contexts. Of equal keys the last one
+/// counts.
 struct JsonValue {
   using Array = std::vector<JsonValue>;
   using Object = std::map<std::string, JsonValue, std::less<>>;
 
-  std::variant<std::nullptr_t, bool, std::int64_t, std::uint64_t, double, std::string, Array, Object> data =
-      nullptr;
+  std::variant<std::nullptr_t, bool, std::int64_t, std::uint64_t, double, std::string, Array,
+               Object>
+      data = nullptr;
 
   bool isNull() const { return std::holds_alternative<std::nullptr_t>(data); }
   /// The value as a type, or null when it is of another one.

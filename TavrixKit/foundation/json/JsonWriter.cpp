@@ -20,11 +20,21 @@ std::string_view shortest(T number, std::array<char, 32>& buffer) {
 void appendEscaped(char c, std::string& out) {
   constexpr std::string_view digits = "0123456789abcdef";
   switch (c) {
-    case '"': out += "\\\""; break;
-    case '\\': out += "\\\\"; break;
-    case '\n': out += "\\n"; break;
-    case '\r': out += "\\r"; break;
-    case '\t': out += "\\t"; break;
+    case '"':
+      out += "\\\"";
+      break;
+    case '\\':
+      out += "\\\\";
+      break;
+    case '\n':
+      out += "\\n";
+      break;
+    case '\r':
+      out += "\\r";
+      break;
+    case '\t':
+      out += "\\t";
+      break;
     default:
       out += "\\u00";
       out += digits[static_cast<unsigned char>(c) >> 4U];

@@ -25,9 +25,9 @@ class StringSink : public TextSink {
   std::string text_;
 };
 
-/// Writes one pretty-printed JSON document, two spaces an indent, slashes as they are, doubles in their
-/// shortest form, ill-formed UTF-8 replaced by U+FFFD. Keys come out in the order of the calls. The
-/// calls must form one whole value; finish() ends the document with a line break.
+/// Writes one pretty-printed JSON document, two spaces an indent, slashes as they are, doubles in
+/// their shortest form, ill-formed UTF-8 replaced by U+FFFD. Keys come out in the order of the
+/// calls. The calls must form one whole value; finish() ends the document with a line break.
 class JsonWriter {
  public:
   explicit JsonWriter(TextSink& sink) : sink_(sink) {}

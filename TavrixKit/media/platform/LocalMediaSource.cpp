@@ -15,8 +15,9 @@ namespace {
 constexpr std::size_t bufferBytes = 512 * 1024;
 
 struct stat statusOf(const FileDescriptor& file, const std::string& name) {
-  struct stat status {};
-  if (::fstat(file.number(), &status) != 0) throw SourceError{SourceError::Kind::unreadable, name, errno};
+  struct stat status{};
+  if (::fstat(file.number(), &status) != 0)
+    throw SourceError{SourceError::Kind::unreadable, name, errno};
   return status;
 }
 
@@ -36,13 +37,17 @@ void LocalMediaSource::download(const MediaAsset& asset, DownloadDestination& de
   const std::string name{asset.name()};
   if (!isSafePathComponent(name)) throw SourceError{SourceError::Kind::unsafeName, name};
   // Without O_NONBLOCK a named pipe would keep us waiting for a writer.
-  const FileDescriptor file{::open((baseURL_ + "/" + name).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+  const FileDescriptor file{
+      ::open((baseURL_ + "/" + name).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
   if (!file.isOpen()) {
     const auto kind = errno == ENOENT ? SourceError::Kind::notFound : SourceError::Kind::unreadable;
     throw SourceError{kind, name, errno};
   }
   const struct stat before = statusOf(file, name);
-  if (!S_ISREG(before.st_mode)) throw SourceError{SourceError::Kind::unreadable, name, EISDIR};
+  if (!S_ISREG(before.st_mode)) {
+    throw SourceError{SourceError::Kind::unreadable, name,
+                      S_ISDIR(before.st_mode) ? EISDIR : EINVAL};
+  }
   const std::span<std::byte> buffer = threadBuffer();
   for (;;) {
     const ssize_t count = ::read(file.number(), buffer.data(), buffer.size());

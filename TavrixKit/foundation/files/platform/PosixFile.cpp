@@ -28,30 +28,13 @@ std::size_t readSome(int descriptor, std::span<char> buffer, const std::string& 
   }
 }
 
-namespace {
-
-class PosixFileReader : public ByteReader {
- public:
-  PosixFileReader(FileDescriptor descriptor, std::string path)
-      : descriptor_(std::move(descriptor)), path_(std::move(path)) {}
-
-  std::size_t read(std::span<char> buffer) override {
-    return readSome(descriptor_.number(), buffer, path_);
-  }
-
- private:
-  FileDescriptor descriptor_;
-  std::string path_;
-};
-
-}  // namespace
-
 std::unique_ptr<ByteReader> openFileForReading(const std::string& path) {
   // Without O_NONBLOCK a named pipe would keep us waiting for a writer.
   FileDescriptor descriptor{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
   if (!descriptor.isOpen()) throw FileError{FileOperation::open, path, errno};
-  struct stat status {};
-  if (::fstat(descriptor.number(), &status) != 0) throw FileError{FileOperation::status, path, errno};
+  struct stat status{};
+  if (::fstat(descriptor.number(), &status) != 0)
+    throw FileError{FileOperation::status, path, errno};
   if (S_ISDIR(status.st_mode)) throw FileError{FileOperation::open, path, EISDIR};
   if (!S_ISREG(status.st_mode)) throw FileError{FileOperation::open, path, EINVAL};
   return std::make_unique<PosixFileReader>(std::move(descriptor), path);
@@ -61,12 +44,15 @@ void PosixWritableFile::append(std::span<const std::byte> bytes) {
   writeAll(descriptor_.number(), bytes, path_);
 }
 
-void PosixWritableFile::setModificationTime(Instant time) {
+std::array<struct timespec, 2> modificationTimes(Instant time) {
   const auto second = std::chrono::floor<std::chrono::seconds>(time);
   const auto rest = std::chrono::nanoseconds{time - second};
-  const struct timespec times[2] = {{0, UTIME_OMIT},
-                                    {second.time_since_epoch().count(), static_cast<long>(rest.count())}};
-  if (::futimens(descriptor_.number(), times) != 0) throw FileError{FileOperation::write, path_, errno};
+  return {{{0, UTIME_OMIT}, {second.time_since_epoch().count(), static_cast<long>(rest.count())}}};
+}
+
+void PosixWritableFile::setModificationTime(Instant time) {
+  const auto times = modificationTimes(time);
+  if (::futimens(descriptor_.number(), times.data()) != 0) throw FileError{FileOperation::write, path_, errno};
 }
 
 void PosixWritableFile::startWriteback() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <sys/stat.h>
+
+#include <array>
 #include <span>
 #include <string>
 
@@ -11,6 +14,21 @@ namespace tavrix {
 void writeAll(int descriptor, std::span<const std::byte> bytes, const std::string& path);
 /// 0 at the end of the file.
 std::size_t readSome(int descriptor, std::span<char> buffer, const std::string& path);
+
+class PosixFileReader : public ByteReader {
+ public:
+  PosixFileReader(FileDescriptor descriptor, std::string path)
+      : descriptor_(std::move(descriptor)), path_(std::move(path)) {}
+
+  std::size_t read(std::span<char> buffer) override { return readSome(descriptor_.number(), buffer, path_); }
+
+ private:
+  FileDescriptor descriptor_;
+  std::string path_;
+};
+
+/// A modification time for the calls of the utimens family; the access time stays.
+std::array<struct timespec, 2> modificationTimes(Instant time);
 
 class PosixWritableFile : public WritableFile {
  public:

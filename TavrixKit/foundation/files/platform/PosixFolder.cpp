@@ -30,11 +30,16 @@ FileStatus statusOf(const struct stat& raw) {
                     : S_ISDIR(raw.st_mode) ? Type::folder
                     : S_ISLNK(raw.st_mode) ? Type::link
                                            : Type::other;
-  const std::chrono::sys_time<std::chrono::nanoseconds> modified{std::chrono::seconds{raw.st_mtim.tv_sec} +
-                                                                 std::chrono::nanoseconds{raw.st_mtim.tv_nsec}};
+  const std::chrono::sys_time<std::chrono::nanoseconds> modified{
+      std::chrono::seconds{raw.st_mtim.tv_sec} + std::chrono::nanoseconds{raw.st_mtim.tv_nsec}};
   return {type, static_cast<std::uint64_t>(raw.st_size),
           std::chrono::floor<std::chrono::milliseconds>(modified)};
 }
+
+constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+
+/// A second descriptor with a place in the listing of its own; negative on failure.
+int openAgain(int folder) { return ::openat(folder, ".", folderFlags); }
 
 /// Opens a folder part by part, refusing every link: for kernels without openat2.
 int openWithoutLinks(int root, const std::string& path) {
@@ -44,7 +49,8 @@ int openWithoutLinks(int root, const std::string& path) {
     const std::string part = path.substr(begin, end - begin);
     begin = end + 1;
     if (!isSafePathComponent(part)) return errno = EXDEV, -1;
-    FileDescriptor next{::openat(current.number(), part.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)};
+    FileDescriptor next{
+        ::openat(current.number(), part.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)};
     if (!next.isOpen() && errno == ELOOP) errno = EXDEV;
     current = std::move(next);
   }
@@ -52,10 +58,14 @@ int openWithoutLinks(int root, const std::string& path) {
 }
 
 int openFolderBeneath(int root, const std::string& path) {
-  struct open_how how {};
+  struct open_how how{};
   how.flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
   how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
-  const long number = ::syscall(SYS_openat2, root, path.c_str(), &how, sizeof how);
+  long number = -1;
+  do {
+    // EAGAIN: something was renamed while ".." of a link was being looked at.
+    number = ::syscall(SYS_openat2, root, path.c_str(), &how, sizeof how);
+  } while (number < 0 && (errno == EAGAIN || errno == EINTR));
   if (number < 0 && (errno == ENOSYS || errno == EPERM)) return openWithoutLinks(root, path);
   return static_cast<int>(number);
 }
@@ -69,13 +79,15 @@ class PosixFolder : public Folder {
   std::optional<FileStatus> status(const std::string& path) const override;
   std::unique_ptr<WritableFile> createFile(const std::string& path) override;
   std::string readFile(const std::string& path, std::uint64_t maxBytes) const override;
+  std::unique_ptr<ByteReader> openFile(const std::string& path) const override;
+  void setModificationTime(const std::string& path, Instant time) override;
   void makeFolders(const std::string& path) override;
   bool renameWithoutReplacing(const std::string& from, const std::string& to) override;
   void renameReplacing(const std::string& from, const std::string& to) override;
   void removeFile(const std::string& path) override;
   void syncEntries(const std::string& folder) override;
   void syncVolume() override;
-  void visitAll(const Visitor& visitor) const override { visitFolder("", visitor); }
+  void visitAll(const Visitor& visitor) const override { visitFolder(*root_, "", visitor); }
   std::vector<std::string> names() const override;
   bool exists() const override;
   std::uint64_t freeBytes() const override;
@@ -84,12 +96,20 @@ class PosixFolder : public Folder {
  private:
   /// The open folder that holds the last part of a path.
   SharedDescriptor parentOf(const std::string& path, FileOperation operation) const {
+    checkPath(path, operation);
     return openRemembered(parentPath(path), operation);
   }
+  /// The same, and null when there is no such folder.
+  SharedDescriptor parentIfAny(const std::string& path, FileOperation operation) const;
+  void checkPath(const std::string& path, FileOperation operation) const;
   SharedDescriptor openRemembered(const std::string& folder, FileOperation operation) const;
-  void visitFolder(const std::string& folder, const Visitor& visitor) const;
+  void visitFolder(const FileDescriptor& folder, const std::string& path,
+                   const Visitor& visitor) const;
+  /// The names in an open folder, in no order; closes it.
+  std::vector<std::string> namesOf(int folder, const std::string& path) const;
   /// False when something has the new name already.
-  bool moveByLink(int fromFolder, const std::string& from, int toFolder, const std::string& to) const;
+  bool moveByLink(int fromFolder, const std::string& from, int toFolder,
+                  const std::string& to) const;
   [[noreturn]] void fail(FileOperation operation, const std::string& path, int code) const {
     throw FileError{operation, path_ + "/" + path, code};
   }
@@ -100,11 +120,27 @@ class PosixFolder : public Folder {
   mutable std::map<std::string, SharedDescriptor> remembered_;
 };
 
-SharedDescriptor PosixFolder::openRemembered(const std::string& folder, FileOperation operation) const {
+void PosixFolder::checkPath(const std::string& path, FileOperation operation) const {
+  if (path.find('\0') != std::string::npos) fail(operation, path, EINVAL);
+  const std::string name = lastPathComponent(path);
+  if (path.starts_with('/') || name == "." || name == "..") fail(operation, path, EXDEV);
+}
+
+SharedDescriptor PosixFolder::parentIfAny(const std::string& path, FileOperation operation) const {
+  try {
+    return parentOf(path, operation);
+  } catch (const FileError& error) {
+    if (error.code() == ENOENT || error.code() == ENOTDIR) return nullptr;
+    throw;
+  }
+}
+
+SharedDescriptor PosixFolder::openRemembered(const std::string& folder,
+                                             FileOperation operation) const {
   if (folder.empty()) return root_;
   const std::lock_guard lock{mutex_};
   if (const auto found = remembered_.find(folder); found != remembered_.end()) {
-    struct stat raw {};
+    struct stat raw{};
     // A folder that was removed meanwhile has no links left.
     if (::fstat(found->second->number(), &raw) == 0 && raw.st_nlink > 0) return found->second;
     remembered_.erase(found);
@@ -116,15 +152,11 @@ SharedDescriptor PosixFolder::openRemembered(const std::string& folder, FileOper
 }
 
 std::optional<FileStatus> PosixFolder::status(const std::string& path) const {
-  SharedDescriptor parent;
-  try {
-    parent = parentOf(path, FileOperation::status);
-  } catch (const FileError& error) {
-    if (error.code() == ENOENT || error.code() == ENOTDIR) return std::nullopt;
-    throw;
-  }
-  struct stat raw {};
-  if (::fstatat(parent->number(), lastPathComponent(path).c_str(), &raw, AT_SYMLINK_NOFOLLOW) == 0) {
+  const auto parent = parentIfAny(path, FileOperation::status);
+  if (parent == nullptr) return std::nullopt;
+  struct stat raw{};
+  if (::fstatat(parent->number(), lastPathComponent(path).c_str(), &raw, AT_SYMLINK_NOFOLLOW) ==
+      0) {
     return statusOf(raw);
   }
   if (errno == ENOENT) return std::nullopt;
@@ -140,25 +172,39 @@ std::unique_ptr<WritableFile> PosixFolder::createFile(const std::string& path) {
   return std::make_unique<PosixWritableFile>(std::move(file), path_ + "/" + path);
 }
 
-std::string PosixFolder::readFile(const std::string& path, std::uint64_t maxBytes) const {
+std::unique_ptr<ByteReader> PosixFolder::openFile(const std::string& path) const {
   const auto parent = parentOf(path, FileOperation::open);
-  const FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
-                                     O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
+  FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
+                               O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
   if (!file.isOpen()) fail(FileOperation::open, path, errno);
   struct stat raw {};
   if (::fstat(file.number(), &raw) != 0) fail(FileOperation::status, path, errno);
   if (!S_ISREG(raw.st_mode)) fail(FileOperation::open, path, EINVAL);
+  return std::make_unique<PosixFileReader>(std::move(file), path_ + "/" + path);
+}
+
+std::string PosixFolder::readFile(const std::string& path, std::uint64_t maxBytes) const {
+  const auto file = openFile(path);
   std::string content;
   std::array<char, 65536> buffer;
-  for (std::size_t count = 0; (count = readSome(file.number(), buffer, path)) > 0;) {
+  for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
     if (content.size() + count > maxBytes) fail(FileOperation::read, path, EFBIG);
     content.append(buffer.data(), count);
   }
   return content;
 }
 
+void PosixFolder::setModificationTime(const std::string& path, Instant time) {
+  const auto parent = parentOf(path, FileOperation::write);
+  const auto times = modificationTimes(time);
+  if (::utimensat(parent->number(), lastPathComponent(path).c_str(), times.data(), AT_SYMLINK_NOFOLLOW) != 0) {
+    fail(FileOperation::write, path, errno);
+  }
+}
+
 void PosixFolder::makeFolders(const std::string& path) {
   if (path.empty()) return;
+  checkPath(path, FileOperation::makeFolder);
   try {
     openRemembered(path, FileOperation::open);
     return;
@@ -182,7 +228,7 @@ bool PosixFolder::moveByLink(int fromFolder, const std::string& from, int toFold
   }
   if (errno == EEXIST) return false;
   // Volumes without hard links: nobody else writes here while the folder is locked.
-  struct stat raw {};
+  struct stat raw{};
   if (::fstatat(toFolder, to.c_str(), &raw, AT_SYMLINK_NOFOLLOW) == 0) return false;
   if (::renameat(fromFolder, from.c_str(), toFolder, to.c_str()) == 0) return true;
   fail(FileOperation::rename, to, errno);
@@ -214,7 +260,8 @@ void PosixFolder::renameReplacing(const std::string& from, const std::string& to
 }
 
 void PosixFolder::removeFile(const std::string& path) {
-  const auto parent = parentOf(path, FileOperation::remove);
+  const auto parent = parentIfAny(path, FileOperation::remove);
+  if (parent == nullptr) return;
   if (::unlinkat(parent->number(), lastPathComponent(path).c_str(), 0) != 0 && errno != ENOENT) {
     fail(FileOperation::remove, path, errno);
   }
@@ -230,44 +277,51 @@ void PosixFolder::syncVolume() {
   if (::syncfs(root_->number()) != 0) fail(FileOperation::sync, "", errno);
 }
 
-void PosixFolder::visitFolder(const std::string& folder, const Visitor& visitor) const {
-  const int opened = folder.empty() ? ::openat(root_->number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)
-                                    : openFolderBeneath(root_->number(), folder);
-  if (opened < 0) fail(FileOperation::list, folder, errno);
-  const std::unique_ptr<DIR, int (*)(DIR*)> entries{::fdopendir(opened), ::closedir};
-  std::vector<std::string> below;
-  while (const struct dirent* const entry = ::readdir(entries.get())) {
-    const std::string name = entry->d_name;
-    if (name == "." || name == "..") continue;
-    struct stat raw {};
+std::vector<std::string> PosixFolder::namesOf(int folder, const std::string& path) const {
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries{::fdopendir(folder), ::closedir};
+  if (entries == nullptr) fail(FileOperation::list, path, errno);
+  std::vector<std::string> result;
+  errno = 0;
+  while (const struct dirent* const entry = ::readdir(entries.get()))
+    result.emplace_back(entry->d_name);
+  // Half a listing would make files that are there look missing.
+  if (errno != 0 && errno != ENOENT) fail(FileOperation::list, path, errno);
+  std::erase_if(result, [](const std::string& name) { return name == "." || name == ".."; });
+  return result;
+}
+
+void PosixFolder::visitFolder(const FileDescriptor& folder, const std::string& path,
+                              const Visitor& visitor) const {
+  for (const std::string& name : namesOf(openAgain(folder.number()), path)) {
+    struct stat raw{};
     // What is gone between the listing and here was not there.
-    if (::fstatat(opened, name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) != 0) continue;
-    const std::string path = folder.empty() ? name : folder + "/" + name;
-    const FileStatus found = statusOf(raw);
-    visitor(path, found);
-    if (found.type == FileStatus::Type::folder) below.push_back(path);
+    if (::fstatat(folder.number(), name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) != 0) continue;
+    const std::string inner = path.empty() ? name : path + "/" + name;
+    visitor(inner, statusOf(raw));
+    if (!S_ISDIR(raw.st_mode)) continue;
+    const FileDescriptor opened{::openat(folder.number(), name.c_str(), folderFlags | O_NOFOLLOW)};
+    if (opened.isOpen()) {
+      visitFolder(opened, inner, visitor);
+    } else if (errno != EACCES && errno != EPERM && errno != ENOENT && errno != ENOTDIR &&
+               errno != ELOOP) {
+      fail(FileOperation::list, inner, errno);
+    }
   }
-  for (const std::string& path : below) visitFolder(path, visitor);
 }
 
 std::vector<std::string> PosixFolder::names() const {
-  const int opened = ::openat(root_->number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (opened < 0) fail(FileOperation::list, "", errno);
-  const std::unique_ptr<DIR, int (*)(DIR*)> entries{::fdopendir(opened), ::closedir};
-  std::vector<std::string> result;
-  while (const struct dirent* const entry = ::readdir(entries.get())) result.emplace_back(entry->d_name);
-  std::erase_if(result, [](const std::string& name) { return name == "." || name == ".."; });
+  auto result = namesOf(openAgain(root_->number()), "");
   std::sort(result.begin(), result.end());
   return result;
 }
 
 bool PosixFolder::exists() const {
-  struct stat raw {};
+  struct stat raw{};
   return ::fstat(root_->number(), &raw) == 0 && raw.st_nlink > 0;
 }
 
 std::uint64_t PosixFolder::freeBytes() const {
-  struct statvfs raw {};
+  struct statvfs raw{};
   if (::fstatvfs(root_->number(), &raw) != 0) fail(FileOperation::status, "", errno);
   return static_cast<std::uint64_t>(raw.f_bavail) * raw.f_frsize;
 }

@@ -118,6 +118,14 @@ class FaultyFolder : public Folder {
     ask(FileOperation::read, path);
     return inner_->readFile(path, maxBytes);
   }
+  std::unique_ptr<ByteReader> openFile(const std::string& path) const override {
+    ask(FileOperation::read, path);
+    return inner_->openFile(path);
+  }
+  void setModificationTime(const std::string& path, Instant time) override {
+    ask(FileOperation::status, path);
+    inner_->setModificationTime(path, time);
+  }
   void makeFolders(const std::string& path) override {
     ask(FileOperation::makeFolder, path);
     inner_->makeFolders(path);
