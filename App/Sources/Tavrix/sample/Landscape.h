@@ -13,6 +13,8 @@ struct Color {
   double red = 0;
   double green = 0;
   double blue = 0;
+
+  friend bool operator==(const Color&, const Color&) = default;
 };
 
 /// A made-up view: sky by the hour of the day, sun or moon, and the scene before it. Equal
