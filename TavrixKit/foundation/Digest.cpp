@@ -57,6 +57,8 @@ std::string Sha256::finish() {
   return hex;
 }
 
+void Sha256::restart() { context_->restart(); }
+
 std::string sha256Hex(std::string_view text) {
   Sha256 digest;
   digest.add(std::as_bytes(std::span{text}));

@@ -20,6 +20,8 @@ class Sha256 {
   void add(std::span<const std::byte> bytes);
   /// The digest as 64 lower-case hexadecimal digits; the next add() begins a new one.
   std::string finish();
+  /// Forgets what was added.
+  void restart();
 
  private:
   struct Context;

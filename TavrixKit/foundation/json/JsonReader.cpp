@@ -1,11 +1,16 @@
 #include "foundation/json/JsonReader.h"
 
+#include <absl/strings/charconv.h>
 #include <rapidjson/error/error.h>
 #include <rapidjson/reader.h>
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
+#include <concepts>
 #include <memory>
+#include <optional>
 
 namespace tavrix {
 namespace {
@@ -93,6 +98,30 @@ class InputStream {
   bool valueTooLong_ = false;
 };
 
+template <std::integral T>
+std::optional<T> wholeNumber(const char* begin, const char* end) {
+  T value = 0;
+  const auto result = std::from_chars(begin, end, value);
+  return result.ec == std::errc{} && result.ptr == end ? std::optional{value} : std::nullopt;
+}
+
+/// The nearest double; nothing when the number is larger than any.
+std::optional<double> finiteNumber(const char* begin, const char* end) {
+  double value = 0;
+  if (std::from_chars(begin, end, value).ec == std::errc{}) return value;
+  // Out of range, which may be too close to zero; only this function tells which.
+  const bool isInRange = absl::from_chars(begin, end, value).ec == std::errc{};
+  return isInRange || std::abs(value) < 1 ? std::optional{value} : std::nullopt;
+}
+
+/// Whether an escape put half of a surrogate pair into a text that is UTF-8 otherwise.
+bool hasLoneSurrogate(std::string_view text) {
+  for (auto at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1)) {
+    if (static_cast<unsigned char>(text[at + 1]) >= 0xA0) return true;
+  }
+  return false;
+}
+
 /// Hands the parser's events on, counts the depth and tells the stream where values end.
 class Adapter {
  public:
@@ -101,20 +130,29 @@ class Adapter {
 
   bool Null() { return ended(handler_.null()); }
   bool Bool(bool value) { return ended(handler_.boolean(value)); }
-  bool Int(int value) { return Int64(value); }
-  bool Uint(unsigned value) { return ended(handler_.unsignedInteger(value)); }
-  bool Int64(std::int64_t value) {
-    return ended(value < 0 ? handler_.integer(value)
-                           : handler_.unsignedInteger(static_cast<std::uint64_t>(value)));
+  bool Int(int) { return false; }
+  bool Uint(unsigned) { return false; }
+  bool Int64(std::int64_t) { return false; }
+  bool Uint64(std::uint64_t) { return false; }
+  bool Double(double) { return false; }
+  /// The parser has checked the form. Its own conversion reads outside its tables where a number
+  /// has some hundred zeros after the point.
+  bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
+    const char* const end = text + length;
+    if (const auto value = wholeNumber<std::uint64_t>(text, end)) {
+      return ended(handler_.unsignedInteger(*value));
+    }
+    if (const auto value = wholeNumber<std::int64_t>(text, end)) {
+      return ended(*value < 0 ? handler_.integer(*value) : handler_.unsignedInteger(0));
+    }
+    const auto value = finiteNumber(text, end);
+    return value ? ended(handler_.number(*value)) : refuse();
   }
-  bool Uint64(std::uint64_t value) { return ended(handler_.unsignedInteger(value)); }
-  bool Double(double value) { return ended(handler_.number(value)); }
-  bool RawNumber(const char*, rapidjson::SizeType, bool) { return false; }
   bool String(const char* text, rapidjson::SizeType length, bool) {
-    return ended(handler_.string({text, length}));
+    return hasLoneSurrogate({text, length}) ? refuse() : ended(handler_.string({text, length}));
   }
   bool Key(const char* text, rapidjson::SizeType length, bool) {
-    return ended(handler_.key({text, length}));
+    return hasLoneSurrogate({text, length}) ? refuse() : ended(handler_.key({text, length}));
   }
   bool StartObject() { return deeper() && ended(handler_.startObject()); }
   bool EndObject(rapidjson::SizeType) { return shallower(handler_.endObject()); }
@@ -122,8 +160,14 @@ class Adapter {
   bool EndArray(rapidjson::SizeType) { return shallower(handler_.endArray()); }
 
   bool tooDeep() const { return depth_ > maxDepth_; }
+  /// True when a number is too large or a text not UTF-8, which the parser let pass.
+  bool isIllFormed() const { return isIllFormed_; }
 
  private:
+  bool refuse() {
+    isIllFormed_ = true;
+    return false;
+  }
   bool ended(bool wanted) {
     stream_.valueEnded();
     return wanted;
@@ -138,6 +182,7 @@ class Adapter {
   InputStream& stream_;
   int maxDepth_;
   int depth_ = 0;
+  bool isIllFormed_ = false;
 };
 
 class TextReader : public ByteReader {
@@ -158,14 +203,15 @@ JsonError::Kind kindOf(const rapidjson::ParseResult& result, const InputStream& 
                        const Adapter& adapter) {
   if (stream.valueTooLong()) return JsonError::Kind::valueTooLong;
   if (adapter.tooDeep()) return JsonError::Kind::tooDeep;
-  return result.Code() == rapidjson::kParseErrorTermination ? JsonError::Kind::rejected
-                                                            : JsonError::Kind::syntax;
+  const bool isRejected =
+      result.Code() == rapidjson::kParseErrorTermination && !adapter.isIllFormed();
+  return isRejected ? JsonError::Kind::rejected : JsonError::Kind::syntax;
 }
 
 }  // namespace
 
 void readJson(ByteReader& source, JsonHandler& handler, const JsonLimits& limits) {
-  constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag |
+  constexpr unsigned flags = rapidjson::kParseNumbersAsStringsFlag |
                              rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag;
   const auto stream = std::make_unique<InputStream>(source, limits.maxValueBytes);
   Adapter adapter{handler, *stream, limits.maxDepth};

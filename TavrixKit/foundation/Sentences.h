@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "foundation/Sentence.h"
+
+/// What the core library tells people, in both languages side by side.
+namespace tavrix::sentences {
+
+inline constexpr CountedNoun files{"файл", "файла", "файлов", "file", "files"};
+inline constexpr CountedNoun folders{"папка", "папки", "папок", "folder", "folders"};
+inline constexpr CountedNoun shots{"съёмка", "съёмки", "съёмок", "shot", "shots"};
+
+// Why one file was not copied.
+inline constexpr Sentence<> pathOutsideDestination{"путь файла выходит за пределы папки назначения",
+                                                   "the file's path goes outside the destination folder"};
+inline constexpr Sentence<> unsafeName{"такое имя не может быть именем файла",
+                                       "a file cannot have such a name"};
+inline constexpr Sentence<std::string_view, std::string> verificationFailed{
+    "Сверка не прошла: {} — {}", "Verification failed: {} — {}"};
+inline constexpr Sentence<std::uint64_t, std::uint64_t> sizesDiffer{"ожидалось {} байт, получено {}",
+                                                                    "expected {} bytes, got {}"};
+inline constexpr Sentence<> notInSource{"файла нет в источнике", "the file is not in the source"};
+inline constexpr Sentence<std::string> unreadableInSource{"не удалось прочитать файл: {}",
+                                                          "the file could not be read: {}"};
+inline constexpr Sentence<> changedWhileRead{"файл изменился, пока его читали",
+                                             "the file changed while it was being read"};
+inline constexpr Sentence<std::string> unwritable{"не удалось записать файл: {}",
+                                                  "the file could not be written: {}"};
+inline constexpr Sentence<> sourceFailed{"источник не отдал файл", "the source did not hand the file over"};
+
+/// What a code of the system (errno) means, for people: "нет места на диске".
+std::string systemErrorText(Language language, int code);
+
+}  // namespace tavrix::sentences

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <absl/container/flat_hash_map.h>
+#include <absl/container/flat_hash_set.h>
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tavrix {
+
+/// Lets maps with std::string keys be searched with a std::string_view, without a copy.
+struct StringHash {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view text) const { return absl::Hash<std::string_view>{}(text); }
+};
+
+template <typename Value>
+using StringMap = absl::flat_hash_map<std::string, Value, StringHash, std::equal_to<>>;
+using StringSet = absl::flat_hash_set<std::string, StringHash, std::equal_to<>>;
+
+}  // namespace tavrix

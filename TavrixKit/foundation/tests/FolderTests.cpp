@@ -1,0 +1,214 @@
+#include "foundation/files/Folder.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+#include "foundation/files/AtomicFile.h"
+#include "foundation/files/FileReader.h"
+#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+
+namespace tavrix {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::UnorderedElementsAre;
+
+void put(Folder& folder, const std::string& path, std::string_view content) {
+  const auto file = folder.createFile(path);
+  file->append(std::as_bytes(std::span{content}));
+  file->close();
+}
+
+/// The code that an operation fails with; 0 when it does not fail.
+template <typename Operation>
+int codeOf(Operation operation) {
+  try {
+    operation();
+    return 0;
+  } catch (const FileError& error) {
+    return error.code();
+  }
+}
+
+/// A folder "inside" with a neighbour "outside" that nothing may reach.
+class FolderTest : public ::testing::Test {
+ protected:
+  FolderTest() {
+    temporary.write("outside/secret", "secret");
+    fs::create_directory(temporary / "inside");
+    folder = openFolder(temporary / "inside");
+  }
+
+  TemporaryFolder temporary;
+  std::unique_ptr<Folder> folder;
+};
+
+TEST_F(FolderTest, pathsThatLeadOut_areRefusedByEveryOperation) {
+  fs::create_directory(temporary / "inside/sub");
+  fs::create_directory_symlink("../outside", temporary / "inside/way");
+  fs::create_directory_symlink(temporary / "outside", temporary / "inside/absolute");
+  put(*folder, "mine", "mine");
+  for (const std::string path : {"../outside/secret", "way/secret", "absolute/secret",
+                                 "sub/../../outside/secret", "..", "sub/..", "/secret"}) {
+    EXPECT_EQ(codeOf([&] { folder->status(path); }), EXDEV) << path;
+    EXPECT_EQ(codeOf([&] { folder->createFile(path); }), EXDEV) << path;
+    EXPECT_EQ(codeOf([&] { folder->readFile(path, 100); }), EXDEV) << path;
+    EXPECT_EQ(codeOf([&] { folder->removeFile(path); }), EXDEV) << path;
+    EXPECT_EQ(codeOf([&] { folder->makeFolders(path + "/new"); }), EXDEV) << path;
+    EXPECT_EQ(codeOf([&] { folder->renameReplacing("mine", path); }), EXDEV) << path;
+    EXPECT_EQ(codeOf([&] { folder->renameWithoutReplacing("mine", path); }), EXDEV) << path;
+    EXPECT_EQ(codeOf([&] { folder->renameReplacing(path, "mine"); }), EXDEV) << path;
+  }
+  EXPECT_EQ(codeOf([&] { folder->createFile(std::string{"cut\0off", 7}); }), EINVAL);
+  EXPECT_EQ(codeOf([&] { folder->makeFolders(std::string{"cut\0off", 7}); }), EINVAL);
+  EXPECT_EQ(temporary.read("outside/secret"), "secret");
+  EXPECT_THAT(folder->names(), ElementsAre("absolute", "mine", "sub", "way"));
+}
+
+TEST_F(FolderTest, linkedFolderInside_isUsedLikeAnother) {
+  fs::create_directory(temporary / "inside/2026");
+  fs::create_directory_symlink("2026", temporary / "inside/latest");
+  put(*folder, "latest/a", "1");
+  EXPECT_EQ(temporary.read("inside/2026/a"), "1");
+}
+
+TEST_F(FolderTest, createFile_replacesLeftoversAndLinksThemselves) {
+  put(*folder, "a.part", "a long leftover");
+  put(*folder, "a.part", "new");
+  EXPECT_EQ(folder->readFile("a.part", 3), "new");
+  fs::create_symlink("../outside/secret", temporary / "inside/b.part");
+  put(*folder, "b.part", "new");
+  EXPECT_EQ(temporary.read("outside/secret"), "secret");
+  EXPECT_EQ(folder->status("b.part")->type, FileStatus::Type::file);
+  EXPECT_EQ(codeOf([&] { folder->createFile("none/c.part"); }), ENOENT);
+}
+
+TEST_F(FolderTest, renameWithoutReplacing_leavesWhateverHasTheName) {
+  put(*folder, "new", "new");
+  put(*folder, "file", "old");
+  fs::create_directory(temporary / "inside/folder");
+  fs::create_symlink("nowhere", temporary / "inside/link");
+  for (const std::string name : {"file", "folder", "link"}) {
+    const auto before = folder->status(name);
+    EXPECT_FALSE(folder->renameWithoutReplacing("new", name)) << name;
+    EXPECT_EQ(folder->status(name), before);
+  }
+  EXPECT_TRUE(folder->renameWithoutReplacing("new", "folder/free"));
+  EXPECT_EQ(folder->readFile("folder/free", 10), "new");
+  EXPECT_FALSE(folder->status("new"));
+  EXPECT_EQ(codeOf([&] { folder->renameWithoutReplacing("gone", "x"); }), ENOENT);
+}
+
+TEST_F(FolderTest, whatIsMissing_isNothingRatherThanAnError) {
+  put(*folder, "file", "x");
+  EXPECT_FALSE(folder->status("none"));
+  EXPECT_FALSE(folder->status("none/deeper"));
+  EXPECT_FALSE(folder->status("file/deeper"));
+  EXPECT_NO_THROW(folder->removeFile("none"));
+  EXPECT_NO_THROW(folder->removeFile("none/deeper"));
+  EXPECT_EQ(codeOf([&] { folder->readFile("none", 1); }), ENOENT);
+}
+
+TEST_F(FolderTest, makeFolders_makesWhatIsMissingAlsoAfterARemoval) {
+  folder->makeFolders("2026/05/20");
+  folder->makeFolders("2026/05/20");
+  fs::remove_all(temporary / "inside/2026");
+  folder->makeFolders("2026/05/20");
+  put(*folder, "2026/05/20/a", "1");
+  EXPECT_EQ(temporary.read("inside/2026/05/20/a"), "1");
+  EXPECT_EQ(codeOf([&] { folder->makeFolders("2026/05/20/a"); }), ENOTDIR);
+  fs::create_symlink("nowhere", temporary / "inside/dangling");
+  EXPECT_EQ(codeOf([&] { folder->makeFolders("dangling"); }), ENOENT);
+}
+
+TEST_F(FolderTest, readFile_takesOnlyRegularFilesWithinTheLimit) {
+  const std::string content(200'000, 'x');
+  put(*folder, "large", content);
+  EXPECT_EQ(folder->readFile("large", content.size()), content);
+  EXPECT_EQ(codeOf([&] { folder->readFile("large", content.size() - 1); }), EFBIG);
+  fs::create_symlink("large", temporary / "inside/link");
+  EXPECT_EQ(codeOf([&] { folder->readFile("link", 1'000'000); }), ELOOP);
+  ASSERT_EQ(::mkfifo((temporary / "inside/pipe").c_str(), 0600), 0);
+  EXPECT_EQ(codeOf([&] { folder->readFile("pipe", 10); }), EINVAL);
+  EXPECT_EQ(codeOf([&] { openFileForReading(temporary / "inside/pipe"); }), EINVAL);
+  EXPECT_EQ(codeOf([&] { openFileForReading(temporary / "inside"); }), EISDIR);
+}
+
+TEST_F(FolderTest, visitAll_findsEverythingOnceAndFollowsNoLink) {
+  temporary.write("inside/a/b/c", "123");
+  temporary.write("inside/closed/d", "");
+  fs::create_directory_symlink("..", temporary / "inside/a/up");
+  fs::permissions(temporary / "inside/closed", fs::perms::none);
+  std::vector<std::string> seen;
+  folder->visitAll([&](const std::string& path, const FileStatus& status) {
+    if (path != "closed/d") seen.push_back(path + " " + std::to_string(int(status.type)));
+  });
+  fs::permissions(temporary / "inside/closed", fs::perms::owner_all);
+  EXPECT_THAT(seen, UnorderedElementsAre("a 1", "a/b 1", "a/b/c 0", "a/up 2", "closed 1"));
+}
+
+TEST_F(FolderTest, secondHandle_cannotTakeTheLockUntilTheFirstGoes) {
+  const auto second = openFolder(temporary / "inside");
+  EXPECT_TRUE(folder->lock());
+  EXPECT_TRUE(folder->lock());
+  EXPECT_FALSE(second->lock());
+  folder.reset();
+  EXPECT_TRUE(second->lock());
+}
+
+TEST_F(FolderTest, removedRoot_noLongerExists) {
+  EXPECT_TRUE(folder->exists());
+  EXPECT_GT(folder->freeBytes(), 0U);
+  fs::remove_all(temporary / "inside");
+  EXPECT_FALSE(folder->exists());
+  EXPECT_NE(codeOf([&] { folder->createFile("a"); }), 0);
+}
+
+TEST_F(FolderTest, modificationTime_isKeptToTheMillisecond) {
+  for (const std::int64_t count : {1'779'278'400'123L, -86'399'999L}) {
+    const Instant time{std::chrono::milliseconds{count}};
+    const auto file = folder->createFile("a");
+    file->setModificationTime(time);
+    file->sync();
+    file->close();
+    EXPECT_EQ(folder->status("a")->modified, time);
+  }
+}
+
+TEST_F(FolderTest, atomicWrite_failingAnywhereLeavesTheOldFileAlone) {
+  FaultyFolder faulty{openFolder(temporary / "inside")};
+  writeFileAtomically(faulty, "settings.json", "old");
+  using enum FileOperation;
+  for (const FileOperation operation : {create, write, sync, close, rename}) {
+    faulty.faults().rule = failing(operation, ENOSPC);
+    EXPECT_EQ(codeOf([&] { writeFileAtomically(faulty, "settings.json", "new"); }), ENOSPC);
+    EXPECT_EQ(temporary.read("inside/settings.json"), "old");
+    EXPECT_THAT(faulty.names(), ElementsAre("settings.json"))
+        << "after operation " << int(operation);
+  }
+  faulty.faults().rule = [](FileOperation operation, const std::string&) {
+    if (operation == write) throw ShortWrite{2, EIO};
+  };
+  EXPECT_EQ(codeOf([&] { writeFileAtomically(faulty, "settings.json", "new"); }), EIO);
+  EXPECT_EQ(temporary.read("inside/settings.json"), "old");
+  faulty.faults().rule = nullptr;
+  writeFileAtomically(faulty, "settings.json", "new");
+  EXPECT_EQ(temporary.read("inside/settings.json"), "new");
+}
+
+TEST(PathComponent, name_isSafeOnlyWhenItStaysInItsFolder) {
+  for (const std::string name : {"a", "...", "..a", "a b", "Фото", "-"})
+    EXPECT_TRUE(isSafePathComponent(name)) << name;
+  for (const std::string& name : {std::string{}, std::string{"."}, std::string{".."},
+                                  std::string{"a/b"}, std::string{"/"}, std::string{"a\0", 2}}) {
+    EXPECT_FALSE(isSafePathComponent(name)) << name;
+  }
+}
+
+}  // namespace
+}  // namespace tavrix

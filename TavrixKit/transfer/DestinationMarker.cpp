@@ -1,0 +1,124 @@
+#include "transfer/DestinationMarker.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "foundation/files/AtomicFile.h"
+#include "foundation/files/FileError.h"
+
+namespace tavrix::DestinationMarker {
+namespace {
+
+constexpr std::string_view textFileName = "phone-records.txt";
+constexpr std::string_view textFileContent =
+    "Records of the phones that copied photos into this folder. Safe to delete; the next copy will start "
+    "over.\n";
+/// A record of several million files; what is longer is none of ours.
+constexpr std::uint64_t maxRecordBytes = std::uint64_t{1} << 30U;
+
+bool isRecordName(const std::string& name) { return name.starts_with("phone-") && name.ends_with(".json"); }
+
+std::optional<std::string> readRecord(const Folder& destination, const std::string& name) {
+  try {
+    return destination.readFile(name, maxRecordBytes);
+  } catch (const FileError& error) {
+    if (error.operation() == FileOperation::list) throw;
+    return std::nullopt;
+  }
+}
+
+std::optional<PhoneRecord> loadRecord(const Folder& destination, const std::string& name) {
+  const auto json = readRecord(destination, name);
+  if (!json) return std::nullopt;
+  try {
+    return decode(*json);
+  } catch (const MarkerError& error) {
+    throw MarkerError{name, error.version()};
+  }
+}
+
+/// Keeps what stands in the way of a record, under the first free name.
+void setAside(Folder& destination, const std::string& name) {
+  std::string aside = name + ".damaged";
+  for (int number = 2; !destination.renameWithoutReplacing(name, aside); ++number) {
+    aside = name + ".damaged-" + std::to_string(number);
+  }
+}
+
+}  // namespace
+
+const PhoneRecord* Marker::record(const std::string& phoneHash) const {
+  const auto found = std::find_if(records.begin(), records.end(),
+                                  [&](const PhoneRecord& record) { return record.phoneHash == phoneHash; });
+  return found == records.end() ? nullptr : &*found;
+}
+
+std::vector<PhoneRecord> Marker::others(const std::string& phoneHash) const {
+  std::vector<PhoneRecord> result;
+  std::copy_if(records.begin(), records.end(), std::back_inserter(result),
+               [&](const PhoneRecord& record) { return record.phoneHash != phoneHash; });
+  return result;
+}
+
+std::set<std::string> Marker::labels() const {
+  std::set<std::string> result;
+  for (const PhoneRecord& record : records) result.insert(record.label);
+  return result;
+}
+
+KnownAssets Marker::knownAssets(const std::string& phoneHash) const {
+  KnownAssets known;
+  const PhoneRecord* const phone = record(phoneHash);
+  if (phone == nullptr) return known;
+  known.byLocalID.reserve(phone->files.size());
+  for (const FileRecord& file : phone->files) {
+    const KnownAssets::Record entry{file.path, file.size};
+    if (file.localID) known.byLocalID.insert_or_assign(*file.localID, entry);
+    if (file.cloudID) known.byCloudID.insert_or_assign(*file.cloudID, entry);
+  }
+  return known;
+}
+
+std::string fileName(const std::string& phoneHash) { return "phone-" + phoneHash.substr(0, 8) + ".json"; }
+
+Marker load(const Folder& destination) {
+  Marker marker;
+  for (const std::string& name : destination.names()) {
+    if (!isRecordName(name)) continue;
+    if (auto record = loadRecord(destination, name)) marker.records.push_back(*std::move(record));
+  }
+  return marker;
+}
+
+void save(Folder& destination, const PhoneRecord& record) {
+  const std::string name = fileName(record.phoneHash);
+  if (destination.status(name)) {
+    const auto earlier = loadRecord(destination, name);
+    if (!earlier || earlier->phoneHash != record.phoneHash) setAside(destination, name);
+  }
+  writeFileAtomically(destination, name, encode(record));
+  if (!destination.status(std::string{textFileName})) {
+    writeFileAtomically(destination, std::string{textFileName}, textFileContent);
+  }
+}
+
+PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now, const FilesOnDisk& filesOnDisk) {
+  // Of several files that landed under one path, one after another, the last one lies there.
+  StringSet paths;
+  std::vector<FileRecord> landed;
+  for (auto file = now.files.rbegin(); file != now.files.rend(); ++file) {
+    if (paths.insert(file->path).second) landed.push_back(std::move(*file));
+  }
+  std::reverse(landed.begin(), landed.end());
+  now.files.clear();
+  if (earlier != nullptr) {
+    now.firstTransfer = earlier->firstTransfer;
+    for (const FileRecord& file : earlier->files) {
+      if (!paths.contains(file.path) && filesOnDisk.contains(file.path)) now.files.push_back(file);
+    }
+  }
+  now.files.insert(now.files.end(), std::make_move_iterator(landed.begin()), std::make_move_iterator(landed.end()));
+  return now;
+}
+
+}  // namespace tavrix::DestinationMarker

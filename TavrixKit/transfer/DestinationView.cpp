@@ -1,0 +1,49 @@
+#include "transfer/DestinationView.h"
+
+namespace tavrix {
+
+DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
+                                 const std::string& phoneHash)
+    : filesOnDisk_(std::move(filesOnDisk)), knownAssets_(marker.knownAssets(phoneHash)) {
+  for (const auto& record : marker.records) {
+    const bool isThisPhone = record.phoneHash == phoneHash;
+    for (const auto& file : record.files) {
+      if (!file.localID && !file.cloudID) continue;
+      Owner owner{isThisPhone ? file.localID.value_or("") : "", file.cloudID.value_or("")};
+      // Of several claims to one path this phone's own counts.
+      if (isThisPhone) {
+        owners_.insert_or_assign(file.path, std::move(owner));
+      } else {
+        owners_.try_emplace(file.path, std::move(owner));
+      }
+    }
+  }
+}
+
+DestinationView::Holding DestinationView::holding(const std::string& path, const MediaAsset& asset) const {
+  if (!isOnDisk(path)) return Holding::nothing;
+  const auto found = owners_.find(path);
+  if (found == owners_.end()) return Holding::unrecorded;
+  const Owner& owner = found->second;
+  const bool isSame = (!owner.localID.empty() && owner.localID == asset.id()) ||
+                      (!owner.cloudID.empty() && asset.cloudID() && owner.cloudID == *asset.cloudID());
+  return isSame ? Holding::thisAsset : Holding::anotherAsset;
+}
+
+bool DestinationView::holds(const std::string& path, const MediaAsset& asset) const {
+  return holding(path, asset) == Holding::thisAsset;
+}
+
+bool DestinationView::holdsAnother(const std::string& path, const MediaAsset& asset) const {
+  return holding(path, asset) == Holding::anotherAsset;
+}
+
+FilesOnDisk listFiles(const Folder& destination) {
+  FilesOnDisk files;
+  destination.visitAll([&](const std::string& path, const FileStatus& status) {
+    if (status.type == FileStatus::Type::file) files.emplace(path, FileOnDisk{status.size, status.modified});
+  });
+  return files;
+}
+
+}  // namespace tavrix

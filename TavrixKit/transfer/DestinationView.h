@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "foundation/files/Folder.h"
+#include "transfer/DestinationMarker.h"
+#include "transfer/KnownAssets.h"
+
+namespace tavrix {
+
+/// What a planner needs to know of a destination: the files in it and whose they are. A value, made once
+/// before planning.
+class DestinationView {
+ public:
+  DestinationView() = default;
+  /// The view of the phone with `phoneHash`.
+  DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker, const std::string& phoneHash);
+
+  const FilesOnDisk& filesOnDisk() const { return filesOnDisk_; }
+  const KnownAssets& knownAssets() const { return knownAssets_; }
+  bool isEmpty() const { return filesOnDisk_.empty(); }
+
+  bool isOnDisk(const std::string& path) const { return filesOnDisk_.contains(path); }
+  /// A file is on disk at the path and recorded for this very asset.
+  bool holds(const std::string& path, const MediaAsset& asset) const;
+  /// A file is on disk at the path and recorded for an asset, but not for this one.
+  bool holdsAnother(const std::string& path, const MediaAsset& asset) const;
+
+ private:
+  struct Owner {
+    std::string localID;  ///< empty for an asset of another phone, which no id of ours can equal
+    std::string cloudID;
+  };
+  enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
+
+  Holding holding(const std::string& path, const MediaAsset& asset) const;
+
+  FilesOnDisk filesOnDisk_;
+  KnownAssets knownAssets_;
+  StringMap<Owner> owners_;
+};
+
+/// Lists the regular files below a destination; links are not followed, no file is opened. Throws
+/// FileError.
+FilesOnDisk listFiles(const Folder& destination);
+
+}  // namespace tavrix

@@ -1,0 +1,180 @@
+#include "foundation/json/JsonReader.h"
+#include "foundation/json/JsonWriter.h"
+#include "transfer/DestinationMarker.h"
+
+namespace tavrix::DestinationMarker {
+namespace {
+
+/// Builds a record from the events of its file. Unknown keys are passed over, whatever they hold.
+class RecordBuilder : public JsonHandler {
+ public:
+  /// Nothing when a required field was missing.
+  std::optional<PhoneRecord> take() {
+    const bool isWhole = hasVersion_ && hasHash_ && hasLabel_ && hasModel_ && hasFirst_ && hasLast_ && hasFiles_;
+    return isWhole ? std::optional{std::move(record_)} : std::nullopt;
+  }
+  bool hasVersion() const { return hasVersion_; }
+  std::int64_t version() const { return record_.schemaVersion; }
+
+  bool null() override { return isUnknown() || (depth_ == 3 && isOptionalFileField()); }
+  bool boolean(bool) override { return isUnknown(); }
+  bool number(double) override { return isUnknown(); }
+  bool integer(std::int64_t value) override {
+    if (isUnknown()) return true;
+    return depth_ == 1 && key_ == "schemaVersion" && setVersion(value);
+  }
+  bool unsignedInteger(std::uint64_t value) override {
+    if (isUnknown()) return true;
+    if (depth_ == 1 && key_ == "schemaVersion") return value <= INT64_MAX && setVersion(static_cast<std::int64_t>(value));
+    if (depth_ != 3 || key_ != "size") return false;
+    file_.size = value;
+    return hasSize_ = true;
+  }
+  bool string(std::string_view value) override {
+    if (isUnknown()) return true;
+    return depth_ == 1 ? setText(value) : depth_ == 3 && setFileText(value);
+  }
+  bool key(std::string_view name) override {
+    if (unknownDepth_ == 0) {
+      key_ = name;
+      isUnknownKey_ = !(depth_ == 1 ? isRecordKey(name) : isFileKey(name));
+    }
+    return true;
+  }
+  bool startObject() override {
+    if (enterUnknown()) return true;
+    ++depth_;
+    if (depth_ == 3) {
+      file_ = {};
+      hasPath_ = hasSize_ = false;
+    }
+    return depth_ == 1 || depth_ == 3;
+  }
+  bool endObject() override {
+    if (leaveUnknown()) return true;
+    if (depth_-- != 3) return true;
+    if (!hasPath_ || !hasSize_) return false;
+    record_.files.push_back(std::move(file_));
+    return true;
+  }
+  bool startArray() override {
+    if (enterUnknown()) return true;
+    if (depth_ != 1 || key_ != "files") return false;
+    depth_ = 2;
+    record_.files.clear();
+    return hasFiles_ = true;
+  }
+  bool endArray() override {
+    if (leaveUnknown()) return true;
+    depth_ = 1;
+    return true;
+  }
+
+ private:
+  static bool isRecordKey(std::string_view name) {
+    return name == "schemaVersion" || name == "phoneHash" || name == "label" || name == "model" ||
+           name == "firstTransfer" || name == "lastTransfer" || name == "files";
+  }
+  static bool isFileKey(std::string_view name) {
+    return name == "path" || name == "size" || name == "sha256" || name == "localID" || name == "cloudID";
+  }
+  bool isOptionalFileField() const { return key_ == "sha256" || key_ == "localID" || key_ == "cloudID"; }
+  /// The value in hand belongs to a key that nobody knows.
+  bool isUnknown() const { return unknownDepth_ > 0 || ((depth_ == 1 || depth_ == 3) && isUnknownKey_); }
+  bool enterUnknown() {
+    if (!isUnknown()) return false;
+    ++unknownDepth_;
+    return true;
+  }
+  bool leaveUnknown() {
+    if (unknownDepth_ == 0) return false;
+    --unknownDepth_;
+    return true;
+  }
+  bool setVersion(std::int64_t value) {
+    record_.schemaVersion = value;
+    return hasVersion_ = true;
+  }
+  bool setText(std::string_view value) {
+    if (key_ == "phoneHash") return set(record_.phoneHash, value, hasHash_);
+    if (key_ == "label") return set(record_.label, value, hasLabel_);
+    if (key_ == "model") return set(record_.model, value, hasModel_);
+    if (key_ == "firstTransfer") return setDate(record_.firstTransfer, value, hasFirst_);
+    return key_ == "lastTransfer" && setDate(record_.lastTransfer, value, hasLast_);
+  }
+  bool setFileText(std::string_view value) {
+    if (key_ == "path") return set(file_.path, value, hasPath_);
+    if (key_ == "sha256") file_.sha256 = value;
+    if (key_ == "localID") file_.localID = value;
+    if (key_ == "cloudID") file_.cloudID = value;
+    return key_ != "size";
+  }
+  static bool set(std::string& field, std::string_view value, bool& has) {
+    field = value;
+    return has = true;
+  }
+  static bool setDate(Instant& field, std::string_view value, bool& has) {
+    const auto date = parseIso8601(value);
+    if (!date) return false;
+    field = *date;
+    return has = true;
+  }
+
+  PhoneRecord record_;
+  FileRecord file_;
+  std::string key_;
+  int depth_ = 0;  ///< 1 in the record, 2 in its list of files, 3 in a file
+  int unknownDepth_ = 0;
+  bool isUnknownKey_ = false;
+  bool hasVersion_ = false;
+  bool hasHash_ = false;
+  bool hasLabel_ = false;
+  bool hasModel_ = false;
+  bool hasFirst_ = false;
+  bool hasLast_ = false;
+  bool hasFiles_ = false;
+  bool hasPath_ = false;
+  bool hasSize_ = false;
+};
+
+}  // namespace
+
+std::string encode(const PhoneRecord& record) {
+  StringSink sink;
+  JsonWriter json{sink};
+  json.beginObject().key("files").beginArray();
+  for (const FileRecord& file : record.files) {
+    json.beginObject()
+        .field("cloudID", file.cloudID)
+        .field("localID", file.localID)
+        .field("path", file.path)
+        .field("sha256", file.sha256)
+        .field("size", file.size)
+        .endObject();
+  }
+  json.endArray()
+      .field("firstTransfer", iso8601(record.firstTransfer))
+      .field("label", record.label)
+      .field("lastTransfer", iso8601(record.lastTransfer))
+      .field("model", record.model)
+      .field("phoneHash", record.phoneHash)
+      .field("schemaVersion", record.schemaVersion)
+      .endObject();
+  json.finish();
+  return sink.text();
+}
+
+std::optional<PhoneRecord> decode(std::string_view json) {
+  RecordBuilder builder;
+  bool isRead = true;
+  try {
+    readJson(json, builder);
+  } catch (const JsonError&) {
+    isRead = false;
+  }
+  // A newer version may have other fields; its number alone says that it is not ours to touch.
+  if (builder.hasVersion() && builder.version() > schemaVersion) throw MarkerError{"", builder.version()};
+  return isRead ? builder.take() : std::nullopt;
+}
+
+}  // namespace tavrix::DestinationMarker

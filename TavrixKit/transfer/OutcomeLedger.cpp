@@ -1,0 +1,64 @@
+#include "transfer/OutcomeLedger.h"
+
+#include "foundation/files/AtomicFile.h"
+
+namespace tavrix {
+
+std::string_view textOf(const FileOutcome::Kind& kind) {
+  constexpr std::string_view texts[] = {"failed", "copied", "alreadyThere", "keptOriginal"};
+  return texts[kind.index()];
+}
+
+void OutcomeLedger::fetched(std::uint64_t bytes) {
+  const std::lock_guard lock{mutex_};
+  counters_.bytesCopied += bytes;
+}
+
+void OutcomeLedger::fellBack(const std::string& name) {
+  const std::lock_guard lock{mutex_};
+  counters_.conversionFallbacks.push_back(name);
+}
+
+void OutcomeLedger::sizeMismatched() {
+  const std::lock_guard lock{mutex_};
+  ++counters_.convertedSizeMismatches;
+}
+
+void OutcomeLedger::failed(std::size_t index, std::string reason) {
+  const PlannedFile& file = plan_.files[index];
+  const std::lock_guard lock{mutex_};
+  outcomes_[index] = FileOutcome{std::string{file.asset.id()}, lastPathComponent(file.relativePath), std::nullopt,
+                                 0, FileOutcome::Failed{std::move(reason)}};
+  ++settled_;
+}
+
+void OutcomeLedger::landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,
+                           std::uint64_t size, std::uint64_t bytesWritten, std::optional<std::string> sha256) {
+  const PlannedFile& file = plan_.files[index];
+  const std::lock_guard lock{mutex_};
+  FileOutcome& outcome = outcomes_[index].emplace(
+      FileOutcome{std::string{file.asset.id()}, lastPathComponent(path), path, size, std::move(kind)});
+  ++settled_;
+  counters_.bytesWritten += bytesWritten;
+  if (outcome.is<FileOutcome::AlreadyThere>()) ++counters_.resumedSkips;
+  if (outcome.is<FileOutcome::Copied>()) {
+    ++counters_.copied;
+    if (file.isPicture) ++counters_.copiedPictures;
+  }
+  if (setup_.landed) setup_.landed({file, outcome, std::move(sha256)});
+}
+
+TransferReport OutcomeLedger::report() const {
+  const std::lock_guard lock{mutex_};
+  TransferReport report = counters_;
+  for (const auto& outcome : outcomes_) {
+    if (!outcome) continue;
+    report.files.push_back(*outcome);
+    if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome->kind)) {
+      report.failures.push_back(outcome->name + ": " + failed->reason);
+    }
+  }
+  return report;
+}
+
+}  // namespace tavrix

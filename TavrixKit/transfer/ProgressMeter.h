@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+
+#include "transfer/TransferPlan.h"
+#include "transfer/TransferReport.h"
+
+namespace tavrix {
+
+/// Counts how far a run is and tells the receiver after each step, one call at a time. Safe to use from
+/// several threads.
+class ProgressMeter {
+ public:
+  using Receiver = std::function<void(const TransferProgressSnapshot&)>;
+
+  ProgressMeter(const TransferPlan& plan, Receiver receiver);
+
+  void began(const PlannedFile& file, TransferStage stage);
+  void received(std::uint64_t bytes);
+  void verified();
+  void converted();
+  /// A file got its outcome; of its planned size `received` bytes were counted before.
+  void finished(const PlannedFile& file, std::uint64_t received);
+
+ private:
+  template <typename Change>
+  void update(Change change);
+
+  Receiver receiver_;
+  std::mutex mutex_;
+  TransferProgressSnapshot snapshot_;
+};
+
+}  // namespace tavrix

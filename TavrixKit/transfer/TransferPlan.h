@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "media/AssetBundle.h"
+
+namespace tavrix {
+
+/// What is done to a file between fetching and its final place.
+namespace planned_conversion {
+struct Jpeg {
+  double quality = 0.85;
+  friend bool operator==(const Jpeg&, const Jpeg&) = default;
+};
+struct None {
+  friend bool operator==(const None&, const None&) = default;
+};
+struct H264 {
+  friend bool operator==(const H264&, const H264&) = default;
+};
+}  // namespace planned_conversion
+
+using PlannedConversion =
+    std::variant<planned_conversion::None, planned_conversion::Jpeg, planned_conversion::H264>;
+
+/// "none", "jpeg", "h264".
+std::string_view textOf(const PlannedConversion& conversion);
+inline bool isConverted(const PlannedConversion& conversion) {
+  return !std::holds_alternative<planned_conversion::None>(conversion);
+}
+
+/// One file to write.
+struct PlannedFile {
+  MediaAsset asset;
+  std::string relativePath;  ///< under the destination, "/" between parts
+  PlannedConversion conversion;
+  bool isPicture = false;    ///< a picture of its shot; sidecars and motion parts are not
+  AssetBundle bundle;        ///< its shot
+
+  const std::string& bundleID() const { return bundle.id(); }
+
+  friend bool operator==(const PlannedFile&, const PlannedFile&) = default;
+};
+
+struct TransferPlan {
+  std::vector<PlannedFile> files;        ///< in order of writing
+  std::vector<MediaAsset> skippedKnown;  ///< already in the destination, in plan order
+  bool onlyNew = true;
+
+  friend bool operator==(const TransferPlan&, const TransferPlan&) = default;
+};
+
+}  // namespace tavrix

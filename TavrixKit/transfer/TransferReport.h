@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace tavrix {
+
+enum class TransferStage { copying, verifying, converting, packing };
+
+/// How far a run is.
+struct TransferProgressSnapshot {
+  std::uint64_t filesDone = 0;   ///< files that have their outcome
+  std::uint64_t filesTotal = 0;
+  std::uint64_t bytesDone = 0;
+  std::uint64_t bytesTotal = 0;
+  std::optional<std::string> currentFileName;
+  TransferStage stage = TransferStage::copying;
+  std::uint64_t verifiedCount = 0;
+  std::uint64_t convertedCount = 0;
+  std::uint64_t packedGroups = 0;
+  std::uint64_t packGroupsTotal = 0;
+  std::optional<double> stageFraction;  ///< 0 to 1, where the stage is not counted in files
+
+  friend bool operator==(const TransferProgressSnapshot&, const TransferProgressSnapshot&) = default;
+};
+
+/// What became of one planned file.
+struct FileOutcome {
+  struct Failed {
+    std::string reason;  ///< one sentence for people
+    friend bool operator==(const Failed&, const Failed&) = default;
+  };
+  struct Copied {
+    friend bool operator==(const Copied&, const Copied&) = default;
+  };
+  struct AlreadyThere {
+    friend bool operator==(const AlreadyThere&, const AlreadyThere&) = default;
+  };
+  /// The conversion failed, and the unconverted file lies under its own name.
+  struct KeptOriginal {
+    friend bool operator==(const KeptOriginal&, const KeptOriginal&) = default;
+  };
+  using Kind = std::variant<Failed, Copied, AlreadyThere, KeptOriginal>;
+
+  std::string assetID;
+  std::string name;                  ///< the output name
+  std::optional<std::string> path;   ///< where the file lies, relative; absent when nothing landed
+  std::uint64_t bytesOnDisk = 0;
+  Kind kind;
+
+  template <typename K>
+  bool is() const {
+    return std::holds_alternative<K>(kind);
+  }
+
+  friend bool operator==(const FileOutcome&, const FileOutcome&) = default;
+};
+
+/// "failed", "copied", "alreadyThere", "keptOriginal".
+std::string_view textOf(const FileOutcome::Kind& kind);
+
+/// What a run did, file by file.
+struct TransferReport {
+  std::uint64_t copied = 0;          ///< files written by this run as planned
+  std::uint64_t copiedPictures = 0;  ///< of them the pictures
+  std::uint64_t resumedSkips = 0;    ///< files found complete and not written again
+  std::uint64_t bytesCopied = 0;     ///< bytes fetched from the source
+  std::uint64_t bytesWritten = 0;    ///< bytes that ended on disk, after conversion
+  std::vector<std::string> conversionFallbacks;  ///< names whose conversion failed
+  std::vector<std::string> failures;             ///< one line per failed file: name and reason
+  std::uint64_t convertedSizeMismatches = 0;     ///< converted files of another size than was reported
+  std::vector<FileOutcome> files;                ///< in plan order
+
+  friend bool operator==(const TransferReport&, const TransferReport&) = default;
+};
+
+}  // namespace tavrix

@@ -1,0 +1,94 @@
+#include "transfer/TransferRun.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <thread>
+
+#include "transfer/TransferWorker.h"
+
+namespace tavrix {
+
+bool stopsRun(const FileError& error, const Folder& destination) {
+  constexpr std::array codes{ENOSPC, EDQUOT, EROFS, EIO, ENODEV, ENXIO, ESTALE, ENOTCONN};
+  return std::find(codes.begin(), codes.end(), error.code()) != codes.end() || !destination.exists();
+}
+
+TransferRun::TransferRun(const TransferEngine::Setup& setup, const TransferPlan& plan, MediaSource& source,
+                         Folder& destination, const TransferEngine::Progress& progress, std::stop_token stop)
+    : setup_(setup),
+      plan_(plan),
+      source_(source),
+      destination_(destination),
+      log_(setup.log == nullptr ? silentLog() : *setup.log),
+      stop_(std::move(stop)),
+      meter_(plan, progress),
+      ledger_(plan, setup) {}
+
+TransferReport TransferRun::execute() {
+  {
+    const int count = std::clamp(source_.concurrentDownloads(), 1, 8);
+    std::vector<std::jthread> helpers;
+    for (int i = 1; i < count; ++i) helpers.emplace_back([this] { TransferWorker{*this}.work(); });
+    TransferWorker{*this}.work();
+  }
+  finish();
+  TransferReport report = ledger_.report();
+  writeFinishLog(report);
+  return report;
+}
+
+std::optional<std::size_t> TransferRun::nextIndex() {
+  if (isHalted_ || stop_.stop_requested()) return std::nullopt;
+  const std::size_t index = next_++;
+  return index < plan_.files.size() ? std::optional{index} : std::nullopt;
+}
+
+void TransferRun::halt(std::exception_ptr cause) {
+  const std::lock_guard lock{mutex_};
+  if (!cause_) cause_ = std::move(cause);
+  isHalted_ = true;
+}
+
+bool TransferRun::isPlanned(const std::string& path) {
+  const std::lock_guard lock{mutex_};
+  if (!plannedPaths_) {
+    plannedPaths_.emplace();
+    for (const PlannedFile& file : plan_.files) plannedPaths_->add(file.relativePath);
+  }
+  return plannedPaths_->contains(path);
+}
+
+void TransferRun::finish() {
+  try {
+    // The data are there since before the renames; this brings the new names.
+    destination_.syncVolume();
+  } catch (const FileError&) {
+    halt(std::current_exception());
+  }
+  if (cause_) {
+    try {
+      std::rethrow_exception(cause_);
+    } catch (const FileError& error) {
+      writeFinishLog(ledger_.report());
+      throw TransferEngine::Interrupted{ledger_.report(), error};
+    }
+  }
+  if (ledger_.isComplete()) return;
+  writeFinishLog(ledger_.report());
+  throw TransferEngine::Cancelled{ledger_.report()};
+}
+
+void TransferRun::writeFinishLog(const TransferReport& report) const {
+  std::string list;
+  for (const std::string& failure : report.failures) list += " " + failure + ";";
+  writeLog(log_, "transfer finish: copied={}, resumed={}, bytes={}, failures={}{}", report.copied,
+           report.resumedSkips, report.bytesCopied, report.failures.size(), PrivateField{list});
+}
+
+TransferReport TransferEngine::run(const TransferPlan& plan, MediaSource& source, Folder& destination,
+                                   const Progress& progress, std::stop_token stop) const {
+  return TransferRun{setup_, plan, source, destination, progress, std::move(stop)}.execute();
+}
+
+}  // namespace tavrix

@@ -1,0 +1,313 @@
+#include "transfer/TransferWorker.h"
+
+#include <algorithm>
+#include <array>
+
+#include "foundation/Sentences.h"
+#include "foundation/Text.h"
+#include "foundation/files/AtomicFile.h"
+#include "media/ParsedName.h"
+#include "transfer/FileNames.h"
+
+namespace tavrix {
+namespace {
+
+/// Thrown through a source to end a download that nobody waits for any more.
+struct DownloadStopped {};
+
+/// Receives a download: counts and digests the bytes and writes what the phone listed. More than that is
+/// only counted, so that a file that grew cannot fill the disk.
+class Download : public DownloadDestination {
+ public:
+  Download(WritableFile& file, Sha256& digest, ProgressMeter& meter, std::uint64_t expected,
+           const std::stop_token& stop, std::uint64_t& received)
+      : file_(file), digest_(digest), meter_(meter), expected_(expected), stop_(stop), received_(received) {}
+
+  void append(std::span<const std::byte> bytes) override {
+    if (stop_.stop_requested()) throw DownloadStopped{};
+    const std::uint64_t room = expected_ - std::min(received_, expected_);
+    const auto wanted = bytes.first(static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size())));
+    file_.append(wanted);
+    digest_.add(wanted);
+    received_ += bytes.size();
+    meter_.received(wanted.size());
+  }
+
+ private:
+  WritableFile& file_;
+  Sha256& digest_;
+  ProgressMeter& meter_;
+  std::uint64_t expected_;
+  const std::stop_token& stop_;
+  std::uint64_t& received_;
+};
+
+/// Whether a planned path has only plain parts.
+bool staysInside(const std::string& path) {
+  for (std::size_t begin = 0; begin <= path.size();) {
+    const std::size_t end = std::min(path.find('/', begin), path.size());
+    if (!isSafePathComponent(path.substr(begin, end - begin))) return false;
+    begin = end + 1;
+  }
+  return true;
+}
+
+bool isComplete(const FileStatus& status, const PlannedFile& file) {
+  if (status.type != FileStatus::Type::file) return false;
+  return isConverted(file.conversion) ? status.size > 0 : status.size == file.asset.sizeBytes();
+}
+
+std::string reasonOf(const SourceError& error, Language language) {
+  using namespace sentences;
+  switch (error.kind()) {
+    case SourceError::Kind::notFound: return say(language, notInSource);
+    case SourceError::Kind::unreadable:
+      return say(language, unreadableInSource, systemErrorText(language, error.code()));
+    case SourceError::Kind::changedWhileRead: return say(language, changedWhileRead);
+    case SourceError::Kind::unsafeName: return say(language, unsafeName);
+  }
+  return say(language, sourceFailed);
+}
+
+std::string reasonOf(const FileError& error, Language language) {
+  if (error.code() == EXDEV) return say(language, sentences::pathOutsideDestination);
+  return say(language, sentences::unwritable, sentences::systemErrorText(language, error.code()));
+}
+
+}  // namespace
+
+std::string TransferEngine::fallbackName(const PlannedFile& file) {
+  const std::string planned = lastPathComponent(file.relativePath);
+  const std::string_view extension = BundleBuilder::splitFileName(file.asset.name()).extension;
+  if (extension.empty()) return std::string{BundleBuilder::splitFileName(planned).stem};
+  return withExtension(planned, replacingInvalidUtf8(extension));
+}
+
+void TransferWorker::work() noexcept {
+  try {
+    while (const auto index = run_.nextIndex()) {
+      handle(*index);
+      if (isBatchFull()) commit();
+    }
+    commit();
+  } catch (...) {
+    run_.halt(std::current_exception());
+    try {
+      // What is ready may still find its place, a full disk notwithstanding.
+      commit();
+    } catch (...) {
+      discardBatch();
+    }
+  }
+}
+
+void TransferWorker::handle(std::size_t index) {
+  const Language language = run_.setup_.language;
+  received_ = 0;
+  try {
+    run_.meter_.began(planned(index), TransferStage::copying);
+    if (!isSettledWithoutFetching(index)) fetch(index);
+  } catch (const DownloadStopped&) {
+    // The run ends; the file has no outcome.
+  } catch (const SourceError& error) {
+    fail(index, reasonOf(error, language));
+  } catch (const FileError& error) {
+    if (stopsRun(error, run_.destination_)) throw;
+    fail(index, reasonOf(error, language));
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    fail(index, say(language, sentences::sourceFailed));
+  }
+}
+
+bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
+  const PlannedFile& file = planned(index);
+  const Language language = run_.setup_.language;
+  if (!isSafePathComponent(file.asset.name())) {
+    // A name of dots or with a slash would lead elsewhere, and only such a path can be in the plan.
+    const bool isInside = staysInside(file.relativePath);
+    fail(index, isInside ? say(language, sentences::unsafeName) : say(language, sentences::pathOutsideDestination));
+    return true;
+  }
+  if (!staysInside(file.relativePath)) {
+    fail(index, say(language, sentences::pathOutsideDestination));
+    return true;
+  }
+  const auto status = run_.destination_.status(file.relativePath);
+  if (!status || !isComplete(*status, file)) return false;
+  run_.ledger_.landed(index, FileOutcome::AlreadyThere{}, file.relativePath, status->size, 0, std::nullopt);
+  run_.meter_.finished(file, 0);
+  return true;
+}
+
+void TransferWorker::fetch(std::size_t index) {
+  const PlannedFile& file = planned(index);
+  run_.destination_.makeFolders(parentPath(file.relativePath));
+  ReadyFile ready{index, partPath(file.relativePath), file.relativePath, {}, 0, false};
+  try {
+    if (!download(index, ready)) {
+      removeQuietly(ready.part);
+      return;
+    }
+    if (isConverted(file.conversion)) convert(ready);
+  } catch (...) {
+    removeQuietly(ready.part);
+    throw;
+  }
+  if (batch_.empty()) batchBegin_ = std::chrono::steady_clock::now();
+  batchBytes_ += ready.size;
+  batch_.push_back(std::move(ready));
+}
+
+bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
+  const PlannedFile& file = planned(index);
+  const std::uint64_t expected = file.asset.sizeBytes();
+  const auto part = run_.destination_.createFile(ready.part);
+  digest_.restart();
+  Download download{*part, digest_, run_.meter_, expected, run_.stop_, received_};
+  run_.source_.download(file.asset, download);
+  run_.ledger_.fetched(received_);
+  if (received_ != expected) {
+    const Language language = run_.setup_.language;
+    const std::string detail = say(language, sentences::sizesDiffer, expected, received_);
+    writeLog(run_.log_, "FAIL {}: {}", PrivateField{file.asset.name()}, detail);
+    fail(index, say(language, sentences::verificationFailed, file.asset.name(), detail));
+    return false;
+  }
+  if (const auto date = file.asset.captureDate()) part->setModificationTime(*date);
+  part->startWriteback();
+  part->close();
+  ready.sha256 = digest_.finish();
+  ready.size = expected;
+  run_.meter_.verified();
+  return true;
+}
+
+void TransferWorker::convert(ReadyFile& ready) {
+  const PlannedFile& file = planned(ready.index);
+  MediaConverter* const converter = run_.setup_.converter;
+  if (converter == nullptr) return keepOriginal(ready, "no converter");
+  run_.meter_.began(file, TransferStage::converting);
+  Folder& destination = run_.destination_;
+  const std::string output = partPath(file.relativePath + ".converted");
+  removeQuietly(output);
+  try {
+    const std::string root = destination.path() + "/";
+    const std::uint64_t reported =
+        converter->convert(file.asset, file.conversion, root + ready.part, root + output, run_.stop_);
+    if (run_.stop_.stop_requested()) throw DownloadStopped{};
+    const auto status = destination.status(output);
+    if (!status || status->size == 0) throw ConversionError{ConversionError::Kind::failed};
+    if (status->size != reported) run_.ledger_.sizeMismatched();
+    if (const auto date = file.asset.captureDate()) destination.setModificationTime(output, *date);
+    ready.sha256 = digestOf(output);
+    ready.size = status->size;
+  } catch (const ConversionError&) {
+    removeQuietly(output);
+    return keepOriginal(ready, "conversion failed");
+  } catch (...) {
+    removeQuietly(output);
+    throw;
+  }
+  removeQuietly(ready.part);
+  ready.part = output;
+  run_.meter_.converted();
+}
+
+void TransferWorker::keepOriginal(ReadyFile& ready, std::string_view reason) {
+  const PlannedFile& file = planned(ready.index);
+  const std::string name = TransferEngine::fallbackName(file);
+  const std::string folder = parentPath(file.relativePath);
+  ready.target = folder.empty() ? name : folder + "/" + name;
+  ready.keptOriginal = true;
+  run_.ledger_.fellBack(name);
+  writeLog(run_.log_, "convert-fallback {}: {}", PrivateField{name}, PrivateField{reason});
+}
+
+bool TransferWorker::isBatchFull() const {
+  const auto& limits = run_.setup_.limits;
+  return !batch_.empty() && (batch_.size() >= limits.files || batchBytes_ >= limits.bytes ||
+                             std::chrono::steady_clock::now() - batchBegin_ >= limits.wait);
+}
+
+void TransferWorker::commit() {
+  if (batch_.empty()) return;
+  run_.destination_.syncVolume();
+  std::reverse(batch_.begin(), batch_.end());
+  while (!batch_.empty()) {
+    land(batch_.back());
+    batch_.pop_back();
+  }
+  batchBytes_ = 0;
+}
+
+void TransferWorker::land(const ReadyFile& ready) {
+  const PlannedFile& file = planned(ready.index);
+  try {
+    std::string path;
+    const bool wasThere = giveName(ready, path);
+    FileOutcome::Kind kind = FileOutcome::Copied{};
+    if (ready.keptOriginal) {
+      kind = FileOutcome::KeptOriginal{};
+    } else if (wasThere) {
+      kind = FileOutcome::AlreadyThere{};
+    }
+    run_.ledger_.landed(ready.index, kind, path, ready.size, wasThere ? 0 : ready.size, ready.sha256);
+    run_.meter_.finished(file, file.asset.sizeBytes());
+  } catch (const FileError& error) {
+    if (stopsRun(error, run_.destination_)) throw;
+    removeQuietly(ready.part);
+    run_.ledger_.failed(ready.index, reasonOf(error, run_.setup_.language));
+    run_.meter_.finished(file, file.asset.sizeBytes());
+  }
+}
+
+bool TransferWorker::giveName(const ReadyFile& ready, std::string& path) {
+  const bool isPlannedTarget = ready.target == planned(ready.index).relativePath;
+  for (std::uint64_t number = 1;; ++number) {
+    path = numberedPath(ready.target, number);
+    // Another file of this run has a right to its name, there already or not.
+    if ((number > 1 || !isPlannedTarget) && run_.isPlanned(path)) continue;
+    if (run_.destination_.renameWithoutReplacing(ready.part, path)) return false;
+    if (!hasSameBytes(path, ready)) continue;
+    removeQuietly(ready.part);
+    return true;
+  }
+}
+
+bool TransferWorker::hasSameBytes(const std::string& path, const ReadyFile& ready) {
+  const auto status = run_.destination_.status(path);
+  return status && status->type == FileStatus::Type::file && status->size == ready.size &&
+         digestOf(path) == ready.sha256;
+}
+
+std::string TransferWorker::digestOf(const std::string& path) {
+  const auto file = run_.destination_.openFile(path);
+  std::array<char, 65536> buffer;
+  digest_.restart();
+  for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
+    digest_.add(std::as_bytes(std::span{buffer}.first(count)));
+  }
+  return digest_.finish();
+}
+
+void TransferWorker::discardBatch() noexcept {
+  for (const ReadyFile& ready : batch_) removeQuietly(ready.part);
+  batch_.clear();
+}
+
+void TransferWorker::removeQuietly(const std::string& path) noexcept {
+  try {
+    run_.destination_.removeFile(path);
+  } catch (...) {
+    // What cannot be removed now is replaced by the next run.
+  }
+}
+
+void TransferWorker::fail(std::size_t index, std::string reason) {
+  run_.ledger_.failed(index, std::move(reason));
+  run_.meter_.finished(planned(index), received_);
+}
+
+}  // namespace tavrix
