@@ -45,7 +45,7 @@ class Directory {
     text += '\0';
     add(tag, FieldType::ascii, text.size(), text);
   }
-  void addUndefined(std::uint16_t tag, std::string bytes) {
+  void addUndefined(std::uint16_t tag, const std::string& bytes) {
     add(tag, FieldType::undefined, bytes.size(), bytes);
   }
   void addUint16(std::uint16_t tag, std::uint32_t value) {

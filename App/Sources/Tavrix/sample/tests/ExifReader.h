@@ -10,7 +10,7 @@ namespace tavrix {
 /// Reads fields of an Exif block for tests; out of range access throws std::out_of_range.
 class ExifReader {
  public:
-  explicit ExifReader(std::string segment) : tiff_(segment.substr(6)) {}
+  explicit ExifReader(const std::string& segment) : tiff_(segment.substr(6)) {}
 
   std::uint32_t mainDirectory() const { return number(4, 4); }
   /// Where the directory begins that the main one points to by `tag`.
@@ -35,6 +35,7 @@ class ExifReader {
   /// The tags of a directory in their order.
   std::vector<std::uint32_t> tags(std::uint32_t directory) const {
     std::vector<std::uint32_t> tags;
+    tags.reserve(number(directory, 2));
     for (std::uint32_t i = 0; i < number(directory, 2); ++i)
       tags.push_back(number(directory + 2 + i * 12, 2));
     return tags;
