@@ -1,0 +1,149 @@
+#include "transfer/DestinationMarker.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "transfer/tests/TestLibrary.h"
+
+namespace tavrix::DestinationMarker {
+namespace {
+
+using testing::ElementsAre;
+
+const Instant day = *parseIso8601("2026-05-20T12:00:00Z");
+const Instant nextDay = *parseIso8601("2026-05-21T08:30:00.250Z");
+const std::string hash(64, 'a');
+const std::string file = "phone-aaaaaaaa.json";
+
+PhoneRecord sample() {
+  return {1,   hash, "iPhone «Маши»", "iPhone", day, nextDay,
+          {{"2026-05-20/IMG_1.HEIC", 1000, std::string(64, 'f'), "100APPLE/IMG_1.HEIC", "cloud/1"},
+           {"2026-05-20/IMG_2 \"x\".MOV", UINT64_MAX, std::nullopt, std::nullopt, std::nullopt}}};
+}
+
+TEST(DestinationMarker, record_writtenAndRead_isTheSame) {
+  EXPECT_EQ(decode(encode(sample())), sample());
+  PhoneRecord empty = sample();
+  empty.files.clear();
+  EXPECT_EQ(decode(encode(empty)), empty);
+}
+
+TEST(DestinationMarker, example_ofTheDocumentation_isRead) {
+  std::ifstream page{std::string{TAVRIX_DOCS} + "/marker.md"};
+  const std::string text{std::istreambuf_iterator<char>{page}, {}};
+  const auto begin = text.find("```json\n");
+  ASSERT_NE(begin, std::string::npos);
+  const std::string json = text.substr(begin + 8, text.find("```", begin + 8) - begin - 8);
+  const auto record = decode(json);
+  ASSERT_TRUE(record);
+  EXPECT_EQ(record->files.size(), 2U);
+  EXPECT_EQ(encode(*record), json);
+}
+
+TEST(DestinationMarker, damagedText_countsAsAbsent) {
+  const std::string whole = encode(sample());
+  for (std::size_t length = 0; length + 2 < whole.size(); length += 7) {
+    EXPECT_FALSE(decode(whole.substr(0, length))) << length;
+  }
+  for (const char* text : {"[]", "{}", "null", "1", R"({"schemaVersion":1})", R"({"files":{}})"}) {
+    EXPECT_FALSE(decode(text)) << text;
+  }
+  const auto with = [&](const std::string& from, const std::string& to) {
+    std::string text = whole;
+    return text.replace(text.find(from), from.size(), to);
+  };
+  EXPECT_FALSE(decode(with("1000", "-1")));
+  EXPECT_FALSE(decode(with("1000", "1.5")));
+  EXPECT_FALSE(decode(with("\"size\": 1000", "\"length\": 1000")));
+  EXPECT_FALSE(decode(with("2026-05-20T12:00:00Z", "yesterday")));
+  EXPECT_TRUE(decode(with("\"label\"", "\"later\": {\"a\": [1, {\"path\": 2}]},\n  \"label\"")));
+}
+
+TEST(DestinationMarker, newerVersion_isNotReadAndNotOverwritten) {
+  const TemporaryFolder folder;
+  const std::string newer = R"({"schemaVersion": 2, "files": "elsewhere", "phoneHash": 7})";
+  folder.write(file, newer);
+  const auto destination = openFolder(folder.path());
+  EXPECT_THROW(load(*destination), MarkerError);
+  EXPECT_THROW(save(*destination, sample()), MarkerError);
+  EXPECT_EQ(folder.read(file), newer);
+  EXPECT_THAT(filesIn(folder.path()), ElementsAre(file));
+}
+
+TEST(DestinationMarker, saved_withItsExplanation_isLoaded) {
+  const TemporaryFolder folder;
+  const auto destination = openFolder(folder.path());
+  save(*destination, sample());
+  EXPECT_THAT(load(*destination).records, ElementsAre(sample()));
+  EXPECT_EQ(folder.read("phone-records.txt"),
+            "Records of the phones that copied photos into this folder. Safe to delete; the next copy will start "
+            "over.\n");
+  folder.write("phone-records.txt", "mine");
+  save(*destination, sample());
+  EXPECT_EQ(folder.read("phone-records.txt"), "mine");
+  EXPECT_THAT(filesIn(folder.path()), ElementsAre(file, "phone-records.txt"));
+}
+
+TEST(DestinationMarker, damagedFile_isKeptBesideTheNewOne) {
+  const TemporaryFolder folder;
+  const auto destination = openFolder(folder.path());
+  PhoneRecord stranger = sample();
+  stranger.phoneHash = std::string(8, 'a') + std::string(56, 'b');
+  for (const std::string& content : {std::string{"{\"files\": ["}, encode(stranger)}) {
+    folder.write(file, content);
+    save(*destination, sample());
+  }
+  EXPECT_EQ(folder.read(file + ".damaged"), "{\"files\": [");
+  EXPECT_EQ(folder.read(file + ".damaged-2"), encode(stranger));
+  EXPECT_THAT(load(*destination).records, ElementsAre(sample()));
+}
+
+TEST(DestinationMarker, save_thatFails_leavesTheEarlierRecord) {
+  const TemporaryFolder folder;
+  FaultyFolder destination{openFolder(folder.path())};
+  save(destination, sample());
+  PhoneRecord later = sample();
+  later.files.clear();
+  for (const FileOperation operation :
+       {FileOperation::create, FileOperation::write, FileOperation::sync, FileOperation::close, FileOperation::rename}) {
+    destination.faults().rule = failing(operation, ENOSPC);
+    EXPECT_THROW(save(destination, later), FileError);
+    EXPECT_EQ(decode(folder.read(file)), sample());
+    EXPECT_THAT(filesIn(folder.path()), ElementsAre(file, "phone-records.txt"));
+  }
+}
+
+TEST(DestinationMarker, update_keepsWhatIsThere_andReplacesByPath) {
+  PhoneRecord earlier = sample();
+  earlier.files = {{"a", 1, {}, "1", {}}, {"gone", 1, {}, "2", {}}, {"b", 1, {}, "3", {}}};
+  PhoneRecord now = sample();
+  now.firstTransfer = now.lastTransfer = nextDay;
+  now.files = {{"c", 5, {}, "5", {}}, {"b", 2, {}, "4", {}}, {"c", 6, {}, "6", {}}};
+  const FilesOnDisk onDisk{{"a", {1, {}}}, {"b", {2, {}}}, {"c", {6, {}}}};
+  const PhoneRecord result = updated(&earlier, now, onDisk);
+  EXPECT_EQ(result.firstTransfer, day);
+  EXPECT_EQ(result.lastTransfer, nextDay);
+  EXPECT_THAT(result.files, ElementsAre(FileRecord{"a", 1, {}, "1", {}}, FileRecord{"b", 2, {}, "4", {}},
+                                        FileRecord{"c", 6, {}, "6", {}}));
+  EXPECT_EQ(updated(nullptr, now, onDisk).firstTransfer, nextDay);
+}
+
+TEST(DestinationMarker, questions_areAnsweredByPhone) {
+  PhoneRecord other = sample();
+  other.phoneHash = std::string(64, 'b');
+  other.label = "iPad";
+  const Marker marker{{sample(), other}};
+  EXPECT_EQ(*marker.record(hash), sample());
+  EXPECT_EQ(marker.record("none"), nullptr);
+  EXPECT_THAT(marker.others(hash), ElementsAre(other));
+  EXPECT_THAT(marker.labels(), ElementsAre("iPad", "iPhone «Маши»"));
+  const KnownAssets known = marker.knownAssets(hash);
+  EXPECT_EQ(known.record(assetOf("100APPLE/IMG_1.HEIC"))->path, "2026-05-20/IMG_1.HEIC");
+  EXPECT_EQ(known.record(assetOf("9/9.HEIC", 1, "cloud/1"))->path, "2026-05-20/IMG_1.HEIC");
+  EXPECT_EQ(known.record(assetOf("9/9.HEIC")), nullptr);
+  EXPECT_EQ(marker.knownAssets("none"), KnownAssets{});
+}
+
+}  // namespace
+}  // namespace tavrix::DestinationMarker

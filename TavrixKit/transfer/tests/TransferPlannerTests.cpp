@@ -1,0 +1,236 @@
+#include "transfer/TransferPlanner.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+#include "foundation/Text.h"
+#include "transfer/tests/TestLibrary.h"
+
+namespace tavrix {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using DestinationMarker::FileRecord;
+
+using Paths = std::vector<std::string>;
+
+struct LayoutCase {
+  const char* name;
+  TransferOptions options;
+  std::vector<std::string> ids;
+  Paths paths;
+};
+
+TransferOptions options(const std::function<void(TransferOptions&)>& change) {
+  TransferOptions result;
+  change(result);
+  return result;
+}
+
+const auto separated = options([](auto& o) { o.separatePhotoVideo = true; });
+const auto separatedFlat = options([](auto& o) { o.separatePhotoVideo = o.flattenSingleKind = true; });
+const auto separatedWithoutFolders = options([](auto& o) { o.separatePhotoVideo = o.flatLayout = true; });
+const auto withoutFolders = options([](auto& o) { o.flatLayout = true; });
+const auto prefixed = options([](auto& o) { o.fileNamePrefix = "VK_"; });
+const auto jpeg = options([](auto& o) { o.photoFormat = PhotoOutputFormat::jpeg; });
+const auto h264 = options([](auto& o) { o.videoFormat = VideoOutputFormat::h264; });
+
+class LayoutTest : public testing::TestWithParam<LayoutCase> {};
+
+TEST_P(LayoutTest, files_ofOneGroup_lieWhereTheOptionsSay) {
+  std::vector<MediaAsset> assets;
+  for (const std::string& id : GetParam().ids) assets.push_back(assetOf(id));
+  EXPECT_EQ(pathsOf(TransferPlanner::plan({groupOf("2026-05-20", assets)}, GetParam().options)), GetParam().paths);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, LayoutTest,
+    testing::Values(
+        LayoutCase{"mixedSeparated", separated, {"A/IMG_1400.HEIC", "A/IMG_1401.MOV"},
+                   {"2026-05-20/Photo/IMG_1400.HEIC", "2026-05-20/Video/IMG_1401.MOV"}},
+        LayoutCase{"photosSeparated", separated, {"A/IMG_1500.HEIC"}, {"2026-05-20/Photo/IMG_1500.HEIC"}},
+        LayoutCase{"photosFlattened", separatedFlat, {"A/IMG_1500.HEIC"}, {"2026-05-20/IMG_1500.HEIC"}},
+        LayoutCase{"videosFlattened", separatedFlat, {"A/IMG_1.MOV", "A/IMG_1.AAE"},
+                   {"2026-05-20/IMG_1.MOV", "2026-05-20/IMG_1.AAE"}},
+        LayoutCase{"mixedNotFlattened", separatedFlat, {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
+                   {"2026-05-20/Photo/IMG_1.HEIC", "2026-05-20/Video/IMG_2.MOV"}},
+        LayoutCase{"livePhotoStaysTogether", separated, {"A/IMG_1.HEIC", "A/IMG_1.MOV", "A/IMG_1.AAE"},
+                   {"2026-05-20/Photo/IMG_1.HEIC", "2026-05-20/Photo/IMG_1.MOV", "2026-05-20/Photo/IMG_1.AAE"}},
+        LayoutCase{"videoTakesItsSidecar", separated, {"A/IMG_1.MOV", "A/IMG_1.AAE"},
+                   {"2026-05-20/Video/IMG_1.MOV", "2026-05-20/Video/IMG_1.AAE"}},
+        LayoutCase{"noFolders", withoutFolders, {"A/IMG_1.HEIC"}, {"IMG_1.HEIC"}},
+        LayoutCase{"noFoldersSeparated", separatedWithoutFolders, {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
+                   {"Photo/IMG_1.HEIC", "Video/IMG_2.MOV"}},
+        LayoutCase{"prefixed", prefixed, {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
+                   {"2026-05-20/VK_IMG_1.HEIC", "2026-05-20/VK_IMG_2.MOV"}},
+        LayoutCase{"jpeg", jpeg, {"A/IMG_1.PNG", "A/IMG_2.JPEG", "A/IMG_3.MOV", "A/IMG_1.AAE"},
+                   {"2026-05-20/IMG_1.jpg", "2026-05-20/IMG_1.AAE", "2026-05-20/IMG_2.jpg", "2026-05-20/IMG_3.MOV"}},
+        LayoutCase{"h264", h264, {"A/IMG_1.HEIC", "A/IMG_1.MOV"}, {"2026-05-20/IMG_1.HEIC", "2026-05-20/IMG_1.mp4"}},
+        LayoutCase{"sameNameOfTwoFolders", {}, {"A/IMG_1.HEIC", "A/IMG_1.MOV", "B/IMG_1.HEIC", "B/img_1.mov"},
+                   {"2026-05-20/IMG_1.HEIC", "2026-05-20/IMG_1.MOV", "2026-05-20/IMG_1 (2).HEIC",
+                    "2026-05-20/img_1 (2).mov"}},
+        LayoutCase{"pairSharesItsNumber", {}, {"A/IMG_1.HEIC", "B/IMG_1.HEIC", "C/IMG_1.MOV", "C/IMG_1.HEIC"},
+                   {"2026-05-20/IMG_1.HEIC", "2026-05-20/IMG_1 (2).HEIC", "2026-05-20/IMG_1 (3).MOV",
+                    "2026-05-20/IMG_1 (3).HEIC"}},
+        LayoutCase{"leadKeepsItsName", jpeg, {"A/IMG_E1.JPG", "A/IMG_1.PNG", "A/IMG_1.HEIC"},
+                   {"2026-05-20/IMG_E1.jpg", "2026-05-20/IMG_1.jpg", "2026-05-20/IMG_1 (2).jpg"}},
+        LayoutCase{"cyrillicCase", {}, {"A/\u0424\u043e\u0442\u043e.jpg", "B/\u0444\u043e\u0442\u043e.jpg"},
+                   {"2026-05-20/\u0424\u043e\u0442\u043e.jpg", "2026-05-20/\u0444\u043e\u0442\u043e (2).jpg"}}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(TransferPlanner, conversions_andPictures_areMarked) {
+  auto both = jpeg;
+  both.videoFormat = VideoOutputFormat::h264;
+  const auto plan = TransferPlanner::plan(
+      {groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.MOV"), assetOf("A/IMG_1.AAE"),
+                     assetOf("A/IMG_E1.JPG"), assetOf("A/notes.txt")})},
+      both);
+  std::vector<std::pair<std::string, bool>> marks;
+  for (const auto& file : plan.files) marks.emplace_back(textOf(file.conversion), file.isPicture);
+  EXPECT_THAT(marks, ElementsAre(std::pair{"jpeg", true}, std::pair{"h264", false}, std::pair{"none", false},
+                                 std::pair{"none", true}, std::pair{"none", false}));
+}
+
+TEST(TransferPlanner, names_thatNoVolumeTakes_areMadeToFit) {
+  const std::string longName = std::string(300, 'x') + ".HEIC";
+  const auto plan = TransferPlanner::plan({groupOf("d", {assetOf("A/" + longName), assetOf("B/" + longName),
+                                                         assetOf("A/bad\xff.jpg")})},
+                                          {});
+  EXPECT_EQ(plan.files[0].relativePath, "d/" + std::string(250, 'x') + ".HEIC");
+  EXPECT_EQ(plan.files[1].relativePath, "d/" + std::string(246, 'x') + " (2).HEIC");
+  EXPECT_EQ(plan.files[2].relativePath, "d/bad\uFFFD.jpg");
+}
+
+/// What the destination looks like to the phone "me".
+DestinationView view(const Paths& onDisk, const std::vector<FileRecord>& mine = {},
+                     const std::vector<FileRecord>& others = {}) {
+  FilesOnDisk files;
+  for (const std::string& path : onDisk) files[path] = {1000, {}};
+  DestinationMarker::Marker marker;
+  marker.records.push_back({1, "me", "", "", {}, {}, mine});
+  marker.records.push_back({1, "other", "", "", {}, {}, others});
+  return {files, marker, "me"};
+}
+
+FileRecord recordOf(const std::string& path, const std::string& id, std::optional<std::string> cloudID = {}) {
+  return {path, 1000, std::nullopt, id, cloudID};
+}
+
+struct OnlyNewCase {
+  const char* name;
+  DestinationView destination;
+  Paths planned;
+  std::vector<std::string> known;
+};
+
+class OnlyNewTest : public testing::TestWithParam<OnlyNewCase> {};
+
+TEST_P(OnlyNewTest, plan_ofOneLivePhoto_leavesOutWhatIsThere) {
+  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.MOV")});
+  const auto plan = TransferPlanner::plan({group}, {}, GetParam().destination);
+  EXPECT_EQ(pathsOf(plan), GetParam().planned);
+  std::vector<std::string> known;
+  for (const MediaAsset& asset : plan.skippedKnown) known.emplace_back(asset.id());
+  EXPECT_EQ(known, GetParam().known);
+  EXPECT_EQ(TransferPlanner::newBundles(group.group, "d", {}, GetParam().destination).empty(), plan.files.empty());
+}
+
+const Paths bothPaths{"d/IMG_1.HEIC", "d/IMG_1.MOV"};
+const Paths numberedPaths{"d/IMG_1 (2).HEIC", "d/IMG_1 (2).MOV"};
+const std::vector<std::string> bothIDs{"A/IMG_1.HEIC", "A/IMG_1.MOV"};
+
+INSTANTIATE_TEST_SUITE_P(
+    Destinations, OnlyNewTest,
+    testing::Values(
+        OnlyNewCase{"empty", view({}), bothPaths, {}},
+        OnlyNewCase{"allThere", view(bothPaths), {}, bothIDs},
+        OnlyNewCase{"oneDeleted", view({"d/IMG_1.MOV"}, {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                    {"d/IMG_1.HEIC"}, {"A/IMG_1.MOV"}},
+        OnlyNewCase{"recordedUnderItsNumber",
+                    view({"d/IMG_1 (2).HEIC", "d/IMG_1.MOV"}, {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")}), {},
+                    bothIDs},
+        OnlyNewCase{"recordedInAnotherFolder", view({"e/IMG_1.HEIC"}, {recordOf("e/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                    bothPaths, {}},
+        OnlyNewCase{"recordedUnderAPrefix", view({"d/VK_IMG_1.HEIC"}, {recordOf("d/VK_IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                    bothPaths, {}},
+        OnlyNewCase{"pathOfAnotherPhone", view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                    numberedPaths, {}},
+        OnlyNewCase{"pathOfAnotherAsset", view(bothPaths, {recordOf("d/IMG_1.MOV", "B/IMG_1.MOV")}), numberedPaths,
+                    {}},
+        OnlyNewCase{"recordOfAnotherWithoutItsFile", view({"d/IMG_1.MOV"}, {recordOf("d/IMG_1.HEIC", "B/IMG_1.HEIC")}),
+                    {"d/IMG_1.HEIC"}, {"A/IMG_1.MOV"}},
+        OnlyNewCase{"secondNumberTaken",
+                    view({"d/IMG_1.HEIC", "d/IMG_1 (2).MOV"}, {}, {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                    {"d/IMG_1 (3).HEIC", "d/IMG_1 (3).MOV"}, {}},
+        OnlyNewCase{"ownFileUnderTheNumber",
+                    view({"d/IMG_1.HEIC", "d/IMG_1 (2).HEIC"}, {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")},
+                         {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                    {"d/IMG_1 (2).MOV"}, {"A/IMG_1.HEIC"}}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(TransferPlanner, onlyNewOff_plansEverything_butNeverOnAnothersPath) {
+  const auto all = options([](auto& o) { o.onlyNew = false; });
+  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.MOV")});
+  EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, all, view(bothPaths))), bothPaths);
+  EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, all, view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "x")}))),
+            numberedPaths);
+  EXPECT_THAT(pathsOf(TransferPlanner::plan(
+                  {group}, all, view({"d/IMG_1.HEIC", "d/IMG_1 (2).HEIC"}, {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")}))),
+              ElementsAre("d/IMG_1 (2).HEIC", "d/IMG_1.MOV"));
+}
+
+TEST(TransferPlanner, zip_plansEverythingUnderItsPlainName) {
+  const auto zip = options([](auto& o) { o.container = TransferOptions::Container::zipPerGroup; });
+  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.MOV")});
+  EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, zip, view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "x")}))),
+            bothPaths);
+}
+
+TEST(TransferPlanner, cloudID_recognisesTheShotOfAnotherPhone) {
+  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC", 1000, "cloud-1")});
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, view({"d/IMG_1.HEIC"}, {},
+                                                              {recordOf("d/IMG_1.HEIC", "Z/IMG_1.HEIC", "cloud-1")}))),
+              IsEmpty());
+}
+
+TEST(TransferPlanner, names_areGivenBeforeAnythingIsLeftOut) {
+  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("B/IMG_1.HEIC"), assetOf("C/IMG_1.HEIC")});
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, view({"d/IMG_1 (2).HEIC"}))),
+              ElementsAre("d/IMG_1.HEIC", "d/IMG_1 (3).HEIC"));
+}
+
+TEST(TransferPlanner, pathsOfAPlan_whateverTheLibrary_areUniqueAndStable) {
+  std::uint64_t state = 7;
+  const auto random = [&](std::uint64_t below) {
+    state = state * 6364136223846793005U + 1442695040888963407U;
+    return (state >> 33U) % below;
+  };
+  const Paths endings{"HEIC", "MOV", "AAE", "JPG", "jpg", "PNG"};
+  for (int round = 0; round < 200; ++round) {
+    std::vector<MediaAsset> assets;
+    for (std::uint64_t i = 0; i < 30; ++i) {
+      const std::string name = std::string{random(2) == 0 ? "IMG_" : "img_E"} + std::to_string(random(4)) + "." +
+                               endings[random(endings.size())];
+      assets.push_back(assetOf(std::string(1, static_cast<char>('A' + random(3))) + "/" + name));
+    }
+    TransferOptions chosen;
+    chosen.photoFormat = random(2) == 0 ? PhotoOutputFormat::jpeg : PhotoOutputFormat::original;
+    chosen.flatLayout = random(2) == 0;
+    const std::vector groups{groupOf("d", assets), groupOf("D", assets)};
+    const auto plan = TransferPlanner::plan(groups, chosen);
+    std::set<std::string> folded;
+    std::vector<FileRecord> records;
+    for (const auto& file : plan.files) {
+      EXPECT_TRUE(folded.insert(caseFolded(file.relativePath)).second) << file.relativePath;
+      records.push_back(recordOf(file.relativePath, std::string{file.asset.id()}));
+    }
+    EXPECT_EQ(plan.files.size(), 2 * assets.size());
+    // Once all of it is there, nothing is left to do.
+    EXPECT_THAT(pathsOf(TransferPlanner::plan(groups, chosen, view(pathsOf(plan)))), IsEmpty());
+  }
+}
+
+}  // namespace
+}  // namespace tavrix
