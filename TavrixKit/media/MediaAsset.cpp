@@ -24,8 +24,8 @@ class Packer {
   /// `expected` is where the text may stand already.
   Piece add(MediaAsset::Text text, std::size_t expected = 0) {
     if (!text) return {};
-    std::size_t begin = expected;
-    if (!std::string_view{text_}.substr(std::min(expected, text_.size())).starts_with(*text)) {
+    std::size_t begin = std::min(expected, text_.size());
+    if (!std::string_view{text_}.substr(begin).starts_with(*text)) {
       begin = text_.size();
       text_ += *text;
     }

@@ -1,0 +1,59 @@
+// Any bytes are either a snapshot, which then comes back equal after writing, or end in
+// SnapshotError.
+
+#include <cstdint>
+#include <cstdlib>
+#include <unordered_set>
+
+#include "media/Snapshot.h"
+
+namespace {
+
+using namespace tavrix;
+
+class TextSource : public ByteReader {
+ public:
+  explicit TextSource(std::string_view rest) : rest_(rest) {}
+  std::size_t read(std::span<char> buffer) override {
+    const std::size_t count = rest_.copy(buffer.data(), buffer.size());
+    rest_.remove_prefix(count);
+    return count;
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+void require(bool holds) {
+  if (!holds) std::abort();
+}
+
+void checkRoundTrip(const std::vector<SnapshotItem>& items) {
+  StringSink sink;
+  Snapshot::write(items, sink);
+  TextSource again{sink.text()};
+  require(Snapshot::read(again) == items);
+}
+
+void checkAssets(const std::vector<MediaAsset>& assets, std::size_t count) {
+  std::unordered_set<std::string_view> ids;
+  for (const MediaAsset& asset : assets) require(ids.insert(asset.id()).second);
+  require(ids.size() == count);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const TimeZone zone = TimeZone::load("America/New_York").value();
+  const std::string_view text{reinterpret_cast<const char*>(data), size};
+  try {
+    TextSource source{text};
+    const auto items = Snapshot::read(source);
+    checkRoundTrip(items);
+    TextSource sameSource{text};
+    checkAssets(Snapshot::readAssets(sameSource, zone), items.size());
+  } catch (const SnapshotError&) {
+    // Bad input is told, and nothing else comes of it.
+  }
+  return 0;
+}
