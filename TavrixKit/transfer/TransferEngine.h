@@ -42,9 +42,9 @@ class TransferEngine {
     MediaConverter* converter = nullptr;  ///< without one a conversion ends as keptOriginal
     Log* log = nullptr;                   ///< silent without one
     Language language = Language::russian;  ///< of the reasons in the report
-    /// Called, one call at a time, for each file that lies under its final name.
-    std::function<void(const LandedFile&)> landed;
-    CommitLimits limits;
+    /// Called, one call at a time, for each file that lies under its final name. Must not throw.
+    std::function<void(const LandedFile&)> landed = nullptr;
+    CommitLimits limits = {};
   };
 
   /// The run was cancelled; the report holds what got through.

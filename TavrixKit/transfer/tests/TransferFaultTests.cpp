@@ -1,0 +1,206 @@
+// What a run leaves behind when the disk fails, fills up or goes away, and when the process is killed.
+
+#include <gmock/gmock.h>
+#include <signal.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include "transfer/TransferEngine.h"
+#include "transfer/tests/TestLibrary.h"
+
+namespace tavrix {
+namespace {
+
+using testing::IsEmpty;
+
+/// Every file that has a final name holds exactly its source's bytes.
+void expectOnlyWholeFiles(const std::string& path, const TransferPlan& plan) {
+  const auto folder = openFolder(path);
+  for (const PlannedFile& file : plan.files) {
+    if (!folder->status(file.relativePath)) continue;
+    EXPECT_EQ(folder->readFile(file.relativePath, UINT64_MAX),
+              contentOf(std::string{file.asset.id()}, file.asset.sizeBytes()))
+        << file.relativePath;
+  }
+}
+
+/// And none is missing, and nothing else is there.
+void expectComplete(const std::string& path, const TransferPlan& plan) {
+  expectOnlyWholeFiles(path, plan);
+  auto paths = pathsOf(plan);
+  std::sort(paths.begin(), paths.end());
+  EXPECT_EQ(filesIn(path), paths);
+}
+
+/// The report names what is there and nothing else.
+void expectTrue(const TransferReport& report, const std::string& path) {
+  for (const FileOutcome& outcome : report.files) {
+    EXPECT_EQ(outcome.path.has_value(), !outcome.is<FileOutcome::Failed>());
+    if (!outcome.path) continue;
+    EXPECT_TRUE(openFolder(path)->status(*outcome.path)) << *outcome.path;
+  }
+}
+
+struct Fault {
+  FileOperation operation;
+  int code;
+  bool stopsRun;
+};
+
+class TransferFaultTest : public testing::TestWithParam<Fault> {};
+
+TEST_P(TransferFaultTest, anyStep_thatFails_leavesWholeFilesAndATrueReport) {
+  const Fault fault = GetParam();
+  const auto plan = planOf(6, 3000);
+  MemorySource source;
+  bool reached = true;
+  for (int failAt = 1; reached; ++failAt) {
+    const TemporaryFolder folder;
+    FaultyFolder destination{openFolder(folder.path())};
+    int count = 0;
+    destination.faults().rule = [&](FileOperation operation, const std::string& path) {
+      if (operation != fault.operation || ++count != failAt) return;
+      if (operation == FileOperation::write) throw ShortWrite{1000, fault.code};
+      throw FileError{operation, path, fault.code};
+    };
+    TransferReport report;
+    bool wasInterrupted = false;
+    try {
+      report = TransferEngine{{.limits = {.files = 2}}}.run(plan, source, destination);
+    } catch (const TransferEngine::Interrupted& interrupted) {
+      wasInterrupted = true;
+      report = interrupted.report();
+      EXPECT_EQ(interrupted.underlying().code(), fault.code);
+    }
+    reached = count >= failAt;
+    EXPECT_EQ(wasInterrupted, reached && fault.stopsRun) << failAt;
+    expectOnlyWholeFiles(folder.path(), plan);
+    expectTrue(report, folder.path());
+    for (const std::string& path : filesIn(folder.path())) EXPECT_FALSE(path.ends_with(".part")) << path;
+
+    destination.faults().rule = {};
+    TransferEngine{}.run(plan, source, destination);
+    expectComplete(folder.path(), plan);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Operations, TransferFaultTest,
+    testing::Values(Fault{FileOperation::create, ENOSPC, true}, Fault{FileOperation::create, EACCES, false},
+                    Fault{FileOperation::write, ENOSPC, true}, Fault{FileOperation::write, EIO, true},
+                    Fault{FileOperation::write, EFBIG, false}, Fault{FileOperation::sync, EIO, true},
+                    Fault{FileOperation::close, EIO, true}, Fault{FileOperation::close, EDQUOT, true},
+                    Fault{FileOperation::rename, EIO, true}, Fault{FileOperation::rename, EACCES, false},
+                    Fault{FileOperation::makeFolder, EROFS, true}, Fault{FileOperation::makeFolder, ENAMETOOLONG, false},
+                    Fault{FileOperation::status, EIO, true}),
+    [](const auto& row) {
+      return std::to_string(static_cast<int>(row.param.operation)) + "_" + std::to_string(row.param.code);
+    });
+
+TEST(TransferFault, destinationThatVanishes_interruptsTheRun) {
+  const TemporaryFolder parent;
+  std::filesystem::create_directory(parent / "disk");
+  const auto destination = openFolder(parent / "disk");
+  MemorySource source;
+  source.before = [&, count = 0](const MediaAsset&) mutable {
+    if (++count == 3) std::filesystem::remove_all(parent / "disk");
+  };
+  EXPECT_THROW(TransferEngine{{.limits = {.files = 1}}}.run(planOf(5, 1000), source, *destination),
+               TransferEngine::Interrupted);
+  EXPECT_FALSE(std::filesystem::exists(parent / "disk"));
+}
+
+TEST(TransferFault, folderThatVanishes_isMadeAgain) {
+  const TemporaryFolder folder;
+  const auto destination = openFolder(folder.path());
+  MemorySource source;
+  source.before = [&, count = 0](const MediaAsset&) mutable {
+    if (++count == 3) std::filesystem::remove_all(folder / "2026-05-20");
+  };
+  const auto plan = planOf(5, 1000);
+  const auto report = TransferEngine{{.limits = {.files = 1}}}.run(plan, source, *destination);
+  EXPECT_EQ(report.files.size(), 5U);
+  expectOnlyWholeFiles(folder.path(), plan);
+  TransferEngine{}.run(plan, source, *destination);
+  expectComplete(folder.path(), plan);
+}
+
+TEST(TransferFault, realFullDisk_interruptsAndGoesOnWhenThereIsRoom) {
+  const TemporaryFolder folder;
+  if (::mount("tmpfs", folder.path().c_str(), "tmpfs", 0, "size=600k") != 0) {
+    GTEST_SKIP() << "mounting a small disk is not permitted here";
+  }
+  const auto plan = planOf(40, 40'000);
+  MemorySource source;
+  source.threads = 2;
+  {
+    const auto destination = openFolder(folder.path());
+    try {
+      TransferEngine{}.run(plan, source, *destination);
+      ADD_FAILURE() << "not interrupted";
+    } catch (const TransferEngine::Interrupted& interrupted) {
+      EXPECT_EQ(interrupted.underlying().code(), ENOSPC);
+      EXPECT_GT(interrupted.report().copied, 5U);
+      EXPECT_EQ(interrupted.report().copied, filesIn(folder.path()).size());
+      expectTrue(interrupted.report(), folder.path());
+    }
+    expectOnlyWholeFiles(folder.path(), plan);
+    EXPECT_EQ(::mount("tmpfs", folder.path().c_str(), "tmpfs", MS_REMOUNT, "size=16m"), 0);
+    TransferEngine{}.run(plan, source, *destination);
+    expectComplete(folder.path(), plan);
+  }
+  ::umount(folder.path().c_str());
+}
+
+/// Copies the plan in a process of its own and kills that at a random moment.
+void runAndKill(const TransferPlan& plan, const std::string& path, std::chrono::microseconds delay) {
+  const pid_t child = ::fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    try {
+      MemorySource source;
+      source.threads = 2;
+      source.pieceBytes = 4096;
+      const auto destination = openFolder(path);
+      TransferEngine{{.limits = {.files = 8}}}.run(plan, source, *destination);
+    } catch (...) {
+      ::_exit(2);
+    }
+    ::_exit(0);
+  }
+  std::this_thread::sleep_for(delay);
+  ::kill(child, SIGKILL);
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  // Either the kill came in time or the run was through; it never failed by itself.
+  EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0);
+}
+
+TEST(TransferKill, killedAtRandomMoments_aNextRunCompletesEverything) {
+  const int rounds = std::getenv("TAVRIX_LONG_TESTS") != nullptr ? 150 : 12;
+  const auto plan = planOf(120, 15'000);
+  std::uint64_t state = 42;
+  int killedInTheMiddle = 0;
+  for (int round = 0; round < rounds; ++round) {
+    const TemporaryFolder folder;
+    state = state * 6364136223846793005U + 1442695040888963407U;
+    runAndKill(plan, folder.path(), std::chrono::microseconds{500 + (state >> 33U) % 30'000});
+    const auto left = filesIn(folder.path());
+    if (!left.empty() && left != pathsOf(plan)) ++killedInTheMiddle;
+    expectOnlyWholeFiles(folder.path(), plan);
+    MemorySource source;
+    const auto destination = openFolder(folder.path());
+    TransferEngine{}.run(plan, source, *destination);
+    expectComplete(folder.path(), plan);
+  }
+  EXPECT_GT(killedInTheMiddle, rounds / 10);
+}
+
+}  // namespace
+}  // namespace tavrix
