@@ -98,6 +98,12 @@ class InputStream {
   bool valueTooLong_ = false;
 };
 
+bool isWhole(std::string_view number) {
+  return std::none_of(number.begin(), number.end(),
+                      [](char c) { return c == '.' || c == 'e' || c == 'E'; });
+}
+
+/// Nothing when it does not fit.
 template <std::integral T>
 std::optional<T> wholeNumber(const char* begin, const char* end) {
   T value = 0;
@@ -139,11 +145,13 @@ class Adapter {
   /// has some hundred zeros after the point.
   bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
     const char* const end = text + length;
-    if (const auto value = wholeNumber<std::uint64_t>(text, end)) {
-      return ended(handler_.unsignedInteger(*value));
-    }
-    if (const auto value = wholeNumber<std::int64_t>(text, end)) {
-      return ended(*value < 0 ? handler_.integer(*value) : handler_.unsignedInteger(0));
+    if (isWhole({text, length})) {
+      if (const auto value = wholeNumber<std::uint64_t>(text, end)) {
+        return ended(handler_.unsignedInteger(*value));
+      }
+      if (const auto value = wholeNumber<std::int64_t>(text, end)) {
+        return ended(*value < 0 ? handler_.integer(*value) : handler_.unsignedInteger(0));
+      }
     }
     const auto value = finiteNumber(text, end);
     return value ? ended(handler_.number(*value)) : refuse();
