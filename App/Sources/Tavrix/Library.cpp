@@ -1,0 +1,70 @@
+#include "Library.h"
+
+#include <utility>
+
+#include "grouping/PlaceClustering.h"
+#include "media/BundleBuilder.h"
+
+namespace tavrix {
+namespace {
+
+std::uint64_t filesIn(const std::vector<AssetBundle>& bundles) {
+  std::uint64_t count = 0;
+  for (const AssetBundle& bundle : bundles) count += bundle.assets().size();
+  return count;
+}
+
+Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
+                           const std::vector<AssetBundle>& kept) {
+  Library::LeftOut leftOut;
+  for (const AssetBundle& bundle : all) {
+    if (bundle.pictureCount() == 0) leftOut.withoutPicture += bundle.assets().size();
+  }
+  leftOut.bySettings = filesIn(all) - filesIn(kept) - leftOut.withoutPicture;
+  return leftOut;
+}
+
+}  // namespace
+
+Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
+                    const std::string& systemLocaleID) {
+  Library library;
+  library.fileCount = assets.size();
+  library.bundles = BundleBuilder::makeBundles(assets);
+
+  const BundleFilter filter = bundleFilter(settings);
+  auto grouped =
+      GroupingEngine::group({library.bundles, filter, groupingMode(settings),
+                             groupingSettings(settings), settings.homeOverride, nullptr});
+  library.optimizedCount =
+      OptimizedCopy::count(library.bundles, filter, {settings.timeZone, nullptr});
+  library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
+  library.filteredBundles = std::move(grouped.filteredBundles);
+  library.homeCandidates = std::move(grouped.homeCandidates);
+  library.homeIsAmbiguous = grouped.homeIsAmbiguous;
+  library.rows =
+      FolderNaming::resolve(namingSettings(settings, systemLocaleID), std::move(grouped.groups))
+          .rows;
+  return library;
+}
+
+std::vector<LibraryPlace> placesOf(const std::vector<AssetBundle>& bundles, double radiusKm) {
+  std::vector<GeoPoint> points;
+  std::vector<const AssetBundle*> located;
+  for (const AssetBundle& bundle : bundles) {
+    const auto position = bundle.position();
+    if (!position) continue;
+    points.push_back(*position);
+    located.push_back(&bundle);
+  }
+  const auto assignment = PlaceClustering::assign(points, radiusKm);
+  std::vector<LibraryPlace> places;
+  places.reserve(assignment.centers.size());
+  for (const GeoPoint& center : assignment.centers) places.push_back({center, {}});
+  for (std::size_t i = 0; i < located.size(); ++i) {
+    places[assignment.clusterOfPoint[i]].bundles.push_back(*located[i]);
+  }
+  return places;
+}
+
+}  // namespace tavrix

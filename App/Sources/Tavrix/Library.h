@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Settings.h"
+#include "grouping/GroupingEngine.h"
+#include "media/MediaAsset.h"
+#include "naming/FolderNaming.h"
+
+namespace tavrix {
+
+/// What the settings make of a phone's catalogue: shots, and folders with their names.
+struct Library {
+  /// Files of the catalogue that are in no folder.
+  struct LeftOut {
+    std::uint64_t withoutPicture = 0;  ///< of shots that have no picture on the phone
+    std::uint64_t bySettings = 0;      ///< of the other shots
+
+    std::uint64_t total() const { return withoutPicture + bySettings; }
+    friend bool operator==(const LeftOut&, const LeftOut&) = default;
+  };
+
+  std::vector<AssetBundle> bundles;  ///< all of them, in catalogue order
+  std::vector<AssetBundle> filteredBundles;
+  std::vector<FolderNaming::Row> rows;  ///< in display order
+  std::vector<HomeCandidate> homeCandidates;
+  bool homeIsAmbiguous = false;
+  std::size_t optimizedCount = 0;  ///< shots of which the phone holds a reduced copy alone
+  std::uint64_t fileCount = 0;     ///< of the catalogue
+  LeftOut leftOut;
+
+  friend bool operator==(const Library&, const Library&) = default;
+};
+
+/// A pure computation. The grouping engine must support the mode of the settings.
+Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
+                    const std::string& systemLocaleID);
+
+/// A place of the library with its shots.
+struct LibraryPlace {
+  GeoPoint center;
+  std::vector<AssetBundle> bundles;  ///< in catalogue order
+
+  friend bool operator==(const LibraryPlace&, const LibraryPlace&) = default;
+};
+
+/// The places of the located shots, taken in their order; in the order in which places were first
+/// met.
+std::vector<LibraryPlace> placesOf(const std::vector<AssetBundle>& bundles, double radiusKm);
+
+}  // namespace tavrix

@@ -1,0 +1,50 @@
+#include "PlanSummary.h"
+
+#include "foundation/StringMap.h"
+
+namespace tavrix {
+
+std::vector<FolderPlan> folderPlans(const std::vector<FolderNaming::Row>& rows,
+                                    const TransferPlan& plan) {
+  std::vector<FolderPlan> folders;
+  StringMap<std::size_t> indexOfName;
+  // The plan has the files in the rows' order, those that are known left out.
+  auto next = plan.files.begin();
+  for (const FolderNaming::Row& row : rows) {
+    const auto [found, isNew] = indexOfName.try_emplace(row.name, folders.size());
+    if (isNew) folders.push_back({.name = row.name});
+    FolderPlan& folder = folders[found->second];
+    for (const AssetBundle& bundle : row.group.bundles) {
+      for (const MediaAsset& asset : bundle.assets()) {
+        if (next == plan.files.end() || next->asset.id() != asset.id()) {
+          ++folder.knownFiles;
+          continue;
+        }
+        ++folder.newFiles;
+        folder.newBytes += asset.sizeBytes();
+        ++next;
+      }
+    }
+  }
+  return folders;
+}
+
+TransferTally tallyOf(const Library& library, const TransferPlan& plan,
+                      const TransferReport& report) {
+  TransferTally tally;
+  tally.catalogue = library.fileCount;
+  tally.leftOut = library.leftOut;
+  tally.known = plan.skippedKnown.size();
+  tally.planned = plan.files.size();
+  for (const PlannedFile& file : plan.files) tally.plannedBytes += file.asset.sizeBytes();
+  for (const FileOutcome& outcome : report.files) {
+    if (outcome.is<FileOutcome::Copied>()) ++tally.copied;
+    if (outcome.is<FileOutcome::AlreadyThere>()) ++tally.alreadyThere;
+    if (outcome.is<FileOutcome::KeptOriginal>()) ++tally.keptOriginal;
+    if (outcome.is<FileOutcome::Failed>()) ++tally.failed;
+  }
+  tally.notReached = tally.planned - report.files.size();
+  return tally;
+}
+
+}  // namespace tavrix

@@ -1,0 +1,256 @@
+#include "SettingKeys.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace tavrix {
+namespace {
+
+constexpr int largestCount = 10000;
+
+/// Sets a field from a text; false when the text is not of the key's form.
+using Setter = bool (*)(Settings&, std::string_view);
+
+struct Key {
+  std::string_view name;
+  SettingForm form;
+  Setter set;
+  std::string_view choices = {};  ///< with a space between
+};
+
+template <typename Number>
+std::optional<Number> parseNumber(std::string_view text) {
+  Number number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+std::optional<double> parseFinite(std::string_view text) {
+  const auto number = parseNumber<double>(text);
+  return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
+template <typename Value, typename Field>
+bool store(const std::optional<Value>& value, Field& field) {
+  if (value) field = *value;
+  return value.has_value();
+}
+
+template <bool Settings::* field>
+bool setBoolean(Settings& settings, std::string_view text) {
+  settings.*field = text == "true";
+  return text == "true" || text == "false";
+}
+
+template <double Settings::* field>
+bool setAtLeastZero(Settings& settings, std::string_view text) {
+  const auto number = parseFinite(text);
+  return number && *number >= 0 && store(number, settings.*field);
+}
+
+bool setJpegQuality(Settings& settings, std::string_view text) {
+  const auto number = parseFinite(text);
+  return number && *number >= 0 && *number <= 1 && store(number, settings.jpegQuality);
+}
+
+template <int Settings::* field>
+bool setCount(Settings& settings, std::string_view text) {
+  const auto number = parseNumber<int>(text);
+  return number && *number >= 0 && *number <= largestCount && store(number, settings.*field);
+}
+
+template <std::optional<CivilDate> Settings::* field>
+bool setDay(Settings& settings, std::string_view text) {
+  return store(parseDay(text), settings.*field);
+}
+
+template <std::string Settings::* field>
+bool setText(Settings& settings, std::string_view text) {
+  settings.*field = text;
+  return true;
+}
+
+bool setEditedPolicy(Settings& settings, std::string_view text) {
+  using enum BundleFilter::EditedPolicy;
+  for (const auto policy : {both, editedOnly, originalsOnly}) {
+    if (text == textOf(policy)) return settings.editedPolicy = policy, true;
+  }
+  return false;
+}
+
+bool setMode(Settings& settings, std::string_view text) {
+  return store(uiGroupingModeOf(text), settings.uiMode);
+}
+
+bool setGranularity(Settings& settings, std::string_view text) {
+  return store(uiGranularityOf(text), settings.granularity);
+}
+
+bool setPrefixMode(Settings& settings, std::string_view text) {
+  return store(fileNamePrefixModeOf(text), settings.fileNamePrefixMode);
+}
+
+bool setTimeZone(Settings& settings, std::string_view text) {
+  return store(TimeZone::load(text), settings.timeZone);
+}
+
+bool setHome(Settings& settings, std::string_view text) {
+  const auto comma = std::min(text.find(','), text.size());
+  const auto latitude = parseFinite(text.substr(0, comma));
+  const auto longitude = parseFinite(text.substr(std::min(comma + 1, text.size())));
+  if (!latitude || !longitude || std::abs(*latitude) > 90 || std::abs(*longitude) > 180) {
+    return false;
+  }
+  settings.homeOverride = GeoPoint{*latitude, *longitude};
+  return true;
+}
+
+bool setTemplate(Settings& settings, std::string_view text) {
+  settings.nameTemplate = NameTemplateCoding::decodeText(text);
+  return true;
+}
+
+std::optional<JsonValue::Object> parseObject(std::string_view text) {
+  try {
+    const JsonValue json = parseJson(text);
+    const JsonValue::Object* const object = json.asObject();
+    return object == nullptr ? std::nullopt : std::optional{*object};
+  } catch (const JsonError&) {
+    return std::nullopt;
+  }
+}
+
+bool setNameOverrides(Settings& settings, std::string_view text) {
+  const auto object = parseObject(text);
+  if (!object) return false;
+  settings.nameOverrides.clear();
+  for (const auto& [id, name] : *object) {
+    if (name.asString() == nullptr) return false;
+    settings.nameOverrides.emplace(id, *name.asString());
+  }
+  return true;
+}
+
+std::optional<std::vector<std::string>> textsOf(const JsonValue& json) {
+  if (json.asArray() == nullptr) return std::nullopt;
+  std::vector<std::string> texts;
+  for (const JsonValue& item : *json.asArray()) {
+    if (item.asString() == nullptr) return std::nullopt;
+    texts.push_back(*item.asString());
+  }
+  return texts;
+}
+
+bool setMerges(Settings& settings, std::string_view text) {
+  const auto object = parseObject(text);
+  if (!object) return false;
+  settings.mergesByMode.clear();
+  for (const auto& [mode, merges] : *object) {
+    if (merges.asArray() == nullptr) return false;
+    auto& stored = settings.mergesByMode[mode];
+    for (const JsonValue& merge : *merges.asArray()) {
+      auto ids = textsOf(merge);
+      if (!ids) return false;
+      stored.push_back(*std::move(ids));
+    }
+  }
+  return true;
+}
+
+using S = Settings;
+using enum SettingForm;
+
+constexpr std::array keys{
+    Key{"includePhotos", boolean, setBoolean<&S::includePhotos>},
+    Key{"includeLive", boolean, setBoolean<&S::includeLive>},
+    Key{"liveOnlyPhoto", boolean, setBoolean<&S::liveOnlyPhoto>},
+    Key{"includeVideos", boolean, setBoolean<&S::includeVideos>},
+    Key{"includeAAE", boolean, setBoolean<&S::includeAAE>},
+    Key{"editedPolicy", choice, setEditedPolicy, "both editedOnly originalsOnly"},
+    Key{"skipOptimized", boolean, setBoolean<&S::skipOptimized>},
+    Key{"onlyNew", boolean, setBoolean<&S::onlyNew>},
+    Key{"periodFrom", day, setDay<&S::periodFrom>},
+    Key{"periodTo", day, setDay<&S::periodTo>},
+    Key{"uiMode", choice, setMode, "byDate events trips flat"},
+    Key{"granularity", choice, setGranularity, "day month year"},
+    Key{"timeZoneID", timeZone, setTimeZone},
+    Key{"eventGapHours", atLeastZero, setAtLeastZero<&S::eventGapHours>},
+    Key{"eventGapKm", atLeastZero, setAtLeastZero<&S::eventGapKm>},
+    Key{"splitByDistance", boolean, setBoolean<&S::splitByDistance>},
+    Key{"placeRadiusKm", atLeastZero, setAtLeastZero<&S::placeRadiusKm>},
+    Key{"tripDistanceKm", atLeastZero, setAtLeastZero<&S::tripDistanceKm>},
+    Key{"tripMinDays", count, setCount<&S::tripMinDays>},
+    Key{"tripCityKm", atLeastZero, setAtLeastZero<&S::tripCityKm>},
+    Key{"tripMaxGapHours", atLeastZero, setAtLeastZero<&S::tripMaxGapHours>},
+    Key{"homeWindowMonths", count, setCount<&S::homeWindowMonths>},
+    Key{"homeRadiusKm", atLeastZero, setAtLeastZero<&S::homeRadiusKm>},
+    Key{"homeOverride", point, setHome},
+    Key{"photoJPEG", boolean, setBoolean<&S::photoJPEG>},
+    Key{"jpegQuality", fraction, setJpegQuality},
+    Key{"videoH264", boolean, setBoolean<&S::videoH264>},
+    Key{"separatePhotoVideo", boolean, setBoolean<&S::separatePhotoVideo>},
+    Key{"flattenSingleKind", boolean, setBoolean<&S::flattenSingleKind>},
+    Key{"fileNamePrefixMode", choice, setPrefixMode, "none phone custom"},
+    Key{"customFileNamePrefix", text, setText<&S::customFileNamePrefix>},
+    Key{"packAsZip", boolean, setBoolean<&S::packAsZip>},
+    Key{"packPerGroup", boolean, setBoolean<&S::packPerGroup>},
+    Key{"nameTemplate", nameTemplate, setTemplate},
+    Key{"geocodingEnabled", boolean, setBoolean<&S::geocodingEnabled>},
+    Key{"mergeDistricts", boolean, setBoolean<&S::mergeDistricts>},
+    Key{"mergeSameNames", boolean, setBoolean<&S::mergeSameNames>},
+    Key{"datelessName", text, setText<&S::datelessName>},
+    Key{"nameByGroupID", boolean, setBoolean<&S::nameByGroupID>},
+    Key{"nameOverrides", textMap, setNameOverrides},
+    Key{"mergesByMode", merges, setMerges},
+};
+
+std::vector<std::string_view> wordsOf(std::string_view text) {
+  std::vector<std::string_view> words;
+  while (!text.empty()) {
+    const auto end = std::min(text.find(' '), text.size());
+    words.push_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return words;
+}
+
+}  // namespace
+
+std::vector<std::string_view> settingKeys() {
+  std::vector<std::string_view> names;
+  names.reserve(keys.size());
+  for (const Key& key : keys) names.push_back(key.name);
+  return names;
+}
+
+std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment) {
+  using Kind = SettingError::Kind;
+  const auto equals = assignment.find('=');
+  if (equals == std::string_view::npos) {
+    return SettingError{.kind = Kind::notAssignment, .key = std::string{assignment}};
+  }
+  const std::string_view name = assignment.substr(0, equals);
+  const std::string_view value = assignment.substr(equals + 1);
+  const auto* const key =
+      std::find_if(keys.begin(), keys.end(), [&](const Key& each) { return each.name == name; });
+  if (key == keys.end()) {
+    return SettingError{
+        .kind = Kind::unknownKey, .key = std::string{name}, .value = std::string{value}};
+  }
+  SettingError error{.kind = Kind::badValue,
+                     .key = std::string{name},
+                     .value = std::string{value},
+                     .form = key->form,
+                     .choices = wordsOf(key->choices)};
+  try {
+    if (key->set(settings, value)) return settings;
+  } catch (const NameTemplateError& fault) {
+    error.template_ = fault;
+  }
+  return error;
+}
+
+}  // namespace tavrix

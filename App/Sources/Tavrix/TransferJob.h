@@ -1,0 +1,73 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <stop_token>
+#include <string_view>
+
+#include "Destination.h"
+#include "foundation/Log.h"
+#include "foundation/Sentence.h"
+#include "foundation/files/FileError.h"
+#include "media/MediaSource.h"
+#include "transfer/MediaConverter.h"
+#include "transfer/TransferEngine.h"
+#include "transfer/TransferPlan.h"
+
+namespace tavrix {
+
+/// How a run ended.
+enum class TransferStatus { completed, completedWithFailures, cancelled, interrupted };
+/// The case names.
+std::string_view textOf(TransferStatus status);
+
+struct TransferOutcome {
+  TransferStatus status = TransferStatus::completed;
+  TransferReport report;  ///< of what got through, however the run ended
+  /// What ended an `interrupted` run.
+  std::optional<FileError> interruption;
+  /// The destination could not be told what landed: the next run goes by the files alone.
+  std::optional<FileError> markerFailure;
+};
+
+/// One run into one destination, with the destination's memory of it: what lands is remembered
+/// while the run goes on, so that a run that is killed forgets little, and at its end, however it
+/// ends.
+class TransferJob {
+ public:
+  struct Setup {
+    PhoneIdentity phone;
+    MediaConverter* converter = nullptr;    ///< without one, files are kept as they are
+    Language language = Language::russian;  ///< of the reasons in the report
+    Log* log = nullptr;                     ///< silent without one
+    std::function<Instant()> now;
+    std::chrono::seconds saveInterval{20};  ///< between two savings of what landed
+  };
+
+  /// The destination's folder must be open for writing and stay so. `content` is what lay in it
+  /// when the plan was made.
+  TransferJob(Setup setup, Folder& destination, Destination::Content content);
+
+  /// Carries out a plan. A plan without files leaves the destination as it is. Never throws what
+  /// TransferEngine throws: that is in the outcome.
+  TransferOutcome run(const TransferPlan& plan, MediaSource& source,
+                      const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
+
+ private:
+  void remember(const LandedFile& file);
+  void saveMarker();
+  void saveQuietly();
+  TransferOutcome execute(const TransferPlan& plan, MediaSource& source,
+                          const TransferEngine::Progress& progress, std::stop_token stop);
+  Log& log() const { return setup_.log == nullptr ? silentLog() : *setup_.log; }
+
+  Setup setup_;
+  Folder& destination_;
+  Destination::Content content_;
+  std::vector<DestinationMarker::FileRecord> landed_;
+  Instant startedAt_;
+  Instant savedAt_;
+};
+
+}  // namespace tavrix

@@ -1,0 +1,232 @@
+#include "cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+
+#include "cli/CliSentences.h"
+#include "cli/ExitStatus.h"
+#include "foundation/Text.h"
+
+namespace tavrix::cli {
+namespace {
+
+/// A command's words, what it takes and whether a source is the first of that.
+struct Form {
+  Command command;
+  std::string_view group;  ///< the word before, when there is one
+  std::string_view name;
+  std::vector<std::string_view> operands;
+
+  bool takesSource() const { return !operands.empty() && operands.front() == "SOURCE"; }
+};
+
+const std::vector<Form>& forms() {
+  static const std::vector<Form> all{
+      {Command::catalog, "", "catalog", {"SOURCE"}},
+      {Command::bundles, "", "bundles", {"SOURCE"}},
+      {Command::groups, "", "groups", {"SOURCE"}},
+      {Command::places, "", "places", {"SOURCE"}},
+      {Command::plan, "", "plan", {"SOURCE", "DEST"}},
+      {Command::transfer, "", "transfer", {"SOURCE", "DEST"}},
+      {Command::snapshot, "", "snapshot", {"SOURCE", "OUT-DIR"}},
+      {Command::templateRender, "template", "render", {}},
+      {Command::templatePresets, "template", "presets", {}},
+      {Command::templateSanitize, "template", "sanitize", {"TEXT"}},
+  };
+  return all;
+}
+
+struct Options {
+  bool help = false;
+  bool version = false;
+  std::string language = "ru";
+  std::string stateFolder;
+  std::string deviceName;
+  std::string nameTemplate;
+  std::string context;
+};
+
+/// One parse of the arguments. The parser's own checks and texts are switched off: ours are in the
+/// language of the call.
+class Parser {
+ public:
+  explicit Parser(Language language) : language_(language) {
+    app_.set_help_flag();
+    app_.require_subcommand(0, 1);
+    app_.allow_extras();
+    app_.fallthrough();
+    addCommonOptions();
+    addCommands();
+  }
+
+  Request parse(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
+    run(arguments);
+    if (options_.version) return VersionRequest{};
+    const Form* const form = chosenForm();
+    if (options_.help) return help(form);
+    checkExtras(form);
+    if (form == nullptr) fail(say(language_, sentences::commandMissing));
+    call_.command = form->command;
+    call_.language = language_;
+    takeOptions();
+    completeOperands(*form, surroundings.environment);
+    checkTemplateOptions(*form);
+    return call_;
+  }
+
+ private:
+  [[noreturn]] void fail(std::string sentence) const {
+    throw CommandFailure{ExitStatus::usage, std::move(sentence)};
+  }
+
+  void addCommonOptions() {
+    app_.add_flag("-h,--help", options_.help);
+    app_.add_flag("--version", options_.version);
+    app_.add_flag("--json", call_.json);
+    app_.add_flag("--verbose", call_.verbose);
+    app_.add_option("--lang", options_.language);
+    app_.add_option("--state", options_.stateFolder);
+    app_.add_option("--set", call_.settings)->expected(1)->allow_extra_args(false)->take_all();
+  }
+
+  void addCommands() {
+    CLI::App* const templates = app_.add_subcommand("template");
+    templates->require_subcommand(0, 1);
+    for (const Form& form : forms()) {
+      CLI::App* const parent = form.group.empty() ? &app_ : templates;
+      CLI::App* const command = parent->add_subcommand(std::string{form.name});
+      for (const std::string_view operand : form.operands) {
+        command->add_option(std::string{operand}, operandSlot_);
+      }
+      if (form.operands.size() == 2 && form.command != Command::snapshot) {
+        command->add_option("--device-name", options_.deviceName);
+      }
+      if (form.command == Command::templateRender) {
+        command->add_option("--template", options_.nameTemplate);
+        command->add_option("--context", options_.context);
+      }
+      commands_.push_back(command);
+    }
+    templates_ = templates;
+  }
+
+  void run(const std::vector<std::string>& arguments) {
+    try {
+      // The parser takes the last argument first.
+      app_.parse(std::vector<std::string>{arguments.rbegin(), arguments.rend()});
+    } catch (const CLI::ArgumentMismatch& mismatch) {
+      const std::string text = mismatch.what();
+      fail(say(language_, sentences::optionValueMissing, text.substr(0, text.find(':'))));
+    } catch (const CLI::ParseError&) {
+      fail(say(language_, sentences::argumentsUnclear));
+    }
+  }
+
+  const Form* chosenForm() const {
+    for (std::size_t i = 0; i < commands_.size(); ++i) {
+      if (commands_[i]->parsed()) return &forms()[i];
+    }
+    return nullptr;
+  }
+
+  Request help(const Form* form) const {
+    if (form != nullptr) return HelpRequest{form->command, language_};
+    // The three commands of the group share one text.
+    if (templates_->parsed()) return HelpRequest{Command::templateRender, language_};
+    return HelpRequest{std::nullopt, language_};
+  }
+
+  void checkExtras(const Form* form) const {
+    const std::vector<std::string> extras = app_.remaining(true);
+    if (extras.empty()) return;
+    const std::string first = printable(extras.front());
+    if (first.starts_with('-')) fail(say(language_, sentences::unknownOption, first));
+    if (form == nullptr) fail(say(language_, sentences::unknownCommand, first));
+    fail(say(language_, sentences::operandTooMany, first, commandText(*form)));
+  }
+
+  void takeOptions() {
+    constexpr std::array<std::string_view, 3> languages{"ru", "en", "system"};
+    if (std::find(languages.begin(), languages.end(), options_.language) == languages.end()) {
+      fail(say(language_, sentences::unknownLanguage, printable(options_.language)));
+    }
+    const auto given = [](const std::string& text) {
+      return text.empty() ? std::nullopt : std::optional{text};
+    };
+    call_.stateFolder = given(options_.stateFolder);
+    call_.deviceName = given(options_.deviceName);
+    call_.nameTemplate = given(options_.nameTemplate);
+    call_.context = given(options_.context);
+  }
+
+  /// What was given of a command's operands, in their order.
+  std::vector<std::string> givenOperands(const Form& form) const {
+    CLI::App& command = *commands_[static_cast<std::size_t>(&form - forms().data())];
+    std::vector<std::string> given;
+    for (const std::string_view operand : form.operands) {
+      const CLI::Option& option = *command.get_option(std::string{operand});
+      if (option.count() > 0) given.push_back(option.results().front());
+    }
+    return given;
+  }
+
+  void completeOperands(const Form& form, const Environment& environment) {
+    call_.operands = givenOperands(form);
+    const auto demoFolder = variable(environment, "DEMO_DIR");
+    const bool isDemo = variable(environment, "DEBUG_SNAPSHOT") == "1" && demoFolder;
+    if (form.takesSource() && isDemo && call_.operands.size() + 1 == form.operands.size()) {
+      call_.operands.insert(call_.operands.begin(), *demoFolder);
+    }
+    if (call_.operands.size() < form.operands.size()) {
+      fail(say(language_, sentences::operandMissing, form.operands[call_.operands.size()],
+               commandText(form)));
+    }
+  }
+
+  void checkTemplateOptions(const Form& form) const {
+    if (form.command != Command::templateRender) return;
+    if (!call_.nameTemplate) {
+      fail(say(language_, sentences::operandMissing, "--template", commandText(form)));
+    }
+    if (!call_.context) {
+      fail(say(language_, sentences::operandMissing, "--context", commandText(form)));
+    }
+  }
+
+  static std::string commandText(const Form& form) {
+    std::string text{form.group};
+    if (!text.empty()) text += ' ';
+    return text.append(form.name);
+  }
+
+  Language language_;
+  CLI::App app_;
+  Options options_;
+  std::string operandSlot_;  ///< unused: the parser's own copies are read
+  Invocation call_;
+  std::vector<CLI::App*> commands_;
+  CLI::App* templates_ = nullptr;
+};
+
+}  // namespace
+
+Language languageOf(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
+  std::string_view chosen;
+  for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
+    constexpr std::string_view option = "--lang";
+    if (arguments[i] == option && i + 1 < arguments.size()) chosen = arguments[i + 1];
+    if (arguments[i].starts_with("--lang=")) {
+      chosen = std::string_view{arguments[i]}.substr(option.size() + 1);
+    }
+  }
+  if (chosen == "en") return Language::english;
+  return chosen == "system" ? languageOfLocale(surroundings.systemLocaleID) : Language::russian;
+}
+
+Request parseArguments(const std::vector<std::string>& arguments,
+                       const Surroundings& surroundings) {
+  return Parser{languageOf(arguments, surroundings)}.parse(arguments, surroundings);
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "cli/Surroundings.h"
+#include "foundation/Sentence.h"
+
+namespace tavrix::cli {
+
+enum class Command {
+  catalog,
+  bundles,
+  groups,
+  places,
+  plan,
+  transfer,
+  snapshot,
+  templateRender,
+  templatePresets,
+  templateSanitize,
+};
+
+/// A call of one command, checked for its form alone.
+struct Invocation {
+  Command command = Command::catalog;
+  std::vector<std::string> operands;  ///< as many as the command takes
+  bool json = false;
+  bool verbose = false;
+  Language language = Language::russian;
+  std::optional<std::string> stateFolder;
+  std::vector<std::string> settings;  ///< "KEY=VALUE", in their order
+  std::optional<std::string> deviceName;
+  std::optional<std::string> nameTemplate;  ///< JSON
+  std::optional<std::string> context;       ///< JSON
+
+  const std::string& source() const { return operands.at(0); }
+};
+
+/// A call for help; without a command, on all of them.
+struct HelpRequest {
+  std::optional<Command> command;
+  Language language = Language::russian;
+};
+
+struct VersionRequest {};
+
+using Request = std::variant<Invocation, HelpRequest, VersionRequest>;
+
+/// The language that the arguments ask for, whatever else is wrong with them.
+Language languageOf(const std::vector<std::string>& arguments, const Surroundings& surroundings);
+
+/// Reads the arguments (without the program's own name). Where the environment names a demo folder,
+/// the source may be left out. Throws CommandFailure.
+Request parseArguments(const std::vector<std::string>& arguments, const Surroundings& surroundings);
+
+}  // namespace tavrix::cli

@@ -1,0 +1,60 @@
+#include "cli/Help.h"
+
+#include "SettingKeys.h"
+#include "cli/HelpTexts.h"
+
+namespace tavrix::cli {
+namespace {
+
+constexpr std::size_t lineColumns = 96;
+
+const help::HelpText& textOf(std::optional<Command> command) {
+  if (!command) return help::program;
+  switch (*command) {
+    case Command::catalog:
+      return help::catalog;
+    case Command::bundles:
+      return help::bundles;
+    case Command::groups:
+      return help::groups;
+    case Command::places:
+      return help::places;
+    case Command::plan:
+      return help::plan;
+    case Command::transfer:
+      return help::transfer;
+    case Command::snapshot:
+      return help::snapshot;
+    case Command::templateRender:
+    case Command::templatePresets:
+    case Command::templateSanitize:
+      return help::templates;
+  }
+  return help::program;
+}
+
+/// The keys of --set in lines of ordinary width.
+std::string settingKeysText() {
+  std::string text;
+  std::string line = " ";
+  for (const std::string_view key : settingKeys()) {
+    if (line.size() + 1 + key.size() > lineColumns) {
+      text += line + '\n';
+      line = " ";
+    }
+    line.append(" ").append(key);
+  }
+  return text + line + '\n';
+}
+
+}  // namespace
+
+std::string helpText(Language language, std::optional<Command> command) {
+  const auto in = [&](const help::HelpText& text) {
+    return std::string{language == Language::russian ? text.russian : text.english};
+  };
+  return in(textOf(command)) + in(help::commonOptions) + in(help::settingKeysTitle) +
+         settingKeysText();
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,195 @@
+#include "cli/JsonPrinter.h"
+
+#include "naming/NameTemplateCoding.h"
+
+namespace tavrix::cli {
+namespace {
+
+void writePoint(JsonWriter& json, std::string_view key, const std::optional<GeoPoint>& point) {
+  if (!point) return;
+  json.key(key).beginObject();
+  json.field("latitude", point->latitude).field("longitude", point->longitude).endObject();
+}
+
+void writeInstant(JsonWriter& json, std::string_view key, const std::optional<Instant>& instant) {
+  if (instant) json.field(key, iso8601(*instant));
+}
+
+void writeAsset(JsonWriter& json, const MediaAsset& asset) {
+  json.beginObject();
+  json.field("id", asset.id()).field("name", asset.name()).field("directory", asset.directory());
+  json.field("kind", textOf(asset.kind())).field("sizeBytes", asset.sizeBytes());
+  writeInstant(json, "captureDate", asset.captureDate());
+  writePoint(json, "location", asset.location());
+  json.field("isOptimized", asset.isOptimized());
+  json.field("isEditedVariant", asset.isEditedVariant()).endObject();
+}
+
+void writeAssetIDs(JsonWriter& json, const std::vector<MediaAsset>& assets) {
+  for (const MediaAsset& asset : assets) json.value(asset.id());
+}
+
+void writeBundle(JsonWriter& json, const AssetBundle& bundle) {
+  json.beginObject().field("id", bundle.id()).field("original", bundle.original().id());
+  json.key("assets").beginArray();
+  writeAssetIDs(json, bundle.assets());
+  json.endArray();
+  json.field("hasEditedVersion", bundle.hasEditedVersion());
+  json.field("isLivePhoto", bundle.isLivePhoto());
+  json.field("pictures", bundle.pictureCount()).endObject();
+}
+
+void writeBundleIDs(JsonWriter& json, const std::vector<AssetBundle>& bundles) {
+  json.key("bundles").beginArray();
+  for (const AssetBundle& bundle : bundles) json.value(bundle.id());
+  json.endArray();
+}
+
+void writeCounts(JsonWriter& json, const MediaGroup::MediaCounts& counts) {
+  json.key("counts").beginObject();
+  json.field("photos", counts.photos).field("videos", counts.videos);
+  json.field("sidecars", counts.sidecars).field("others", counts.others);
+  json.field("totalBytes", counts.totalBytes).endObject();
+}
+
+void writeGroup(JsonWriter& json, const FolderNaming::Row& row) {
+  const MediaGroup& group = row.group;
+  json.beginObject().field("id", group.id).field("folderName", row.name);
+  writeInstant(json, "dateStart", group.dateStart);
+  writeInstant(json, "dateEnd", group.dateEnd);
+  writePoint(json, "place", group.place);
+  writeCounts(json, group.counts());
+  writeBundleIDs(json, group.bundles);
+  json.key("assets").beginArray();
+  for (const AssetBundle& bundle : group.bundles) writeAssetIDs(json, bundle.assets());
+  json.endArray().key("children").beginArray();
+  for (const MediaGroup& child : group.children) json.value(child.id);
+  json.endArray().endObject();
+}
+
+void writeHomeCandidate(JsonWriter& json, const HomeCandidate& candidate) {
+  json.beginObject();
+  writePoint(json, "center", candidate.center);
+  json.field("recentDays", candidate.recentDays).field("totalDays", candidate.totalDays);
+  json.field("pointCount", candidate.pointCount);
+  writeInstant(json, "firstDate", candidate.firstDate);
+  writeInstant(json, "lastDate", candidate.lastDate);
+  json.endObject();
+}
+
+void writePlannedFile(JsonWriter& json, const PlannedFile& file) {
+  json.beginObject().field("assetID", file.asset.id()).field("relativePath", file.relativePath);
+  json.field("conversion", textOf(file.conversion)).field("isPicture", file.isPicture);
+  json.field("bundleID", file.bundleID()).field("sizeBytes", file.asset.sizeBytes()).endObject();
+}
+
+void writeTexts(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
+  json.key(key).beginArray();
+  for (const std::string& text : texts) json.value(text);
+  json.endArray();
+}
+
+void writeOutcome(JsonWriter& json, const FileOutcome& outcome) {
+  json.beginObject().field("assetID", outcome.assetID).field("name", outcome.name);
+  json.field("path", outcome.path).field("bytesOnDisk", outcome.bytesOnDisk);
+  json.field("kind", textOf(outcome.kind));
+  if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {
+    json.field("reason", failed->reason);
+  }
+  json.endObject();
+}
+
+void writeReport(JsonWriter& json, const TransferReport& report) {
+  json.beginObject();
+  json.field("copied", report.copied).field("copiedPictures", report.copiedPictures);
+  json.field("resumedSkips", report.resumedSkips).field("bytesCopied", report.bytesCopied);
+  json.field("bytesWritten", report.bytesWritten);
+  writeTexts(json, "conversionFallbacks", report.conversionFallbacks);
+  writeTexts(json, "failures", report.failures);
+  json.field("convertedSizeMismatches", report.convertedSizeMismatches);
+  json.key("files").beginArray();
+  for (const FileOutcome& outcome : report.files) writeOutcome(json, outcome);
+  json.endArray().endObject();
+}
+
+}  // namespace
+
+void JsonPrinter::catalog(const std::vector<MediaAsset>& assets) {
+  JsonWriter json{sink_};
+  json.beginArray();
+  for (const MediaAsset& asset : assets) writeAsset(json, asset);
+  json.endArray().finish();
+}
+
+void JsonPrinter::bundles(const std::vector<AssetBundle>& bundles) {
+  JsonWriter json{sink_};
+  json.beginArray();
+  for (const AssetBundle& bundle : bundles) writeBundle(json, bundle);
+  json.endArray().finish();
+}
+
+void JsonPrinter::groups(const Library& library) {
+  JsonWriter json{sink_};
+  json.beginObject().key("groups").beginArray();
+  for (const FolderNaming::Row& row : library.rows) writeGroup(json, row);
+  json.endArray().key("homeCandidates").beginArray();
+  for (const HomeCandidate& candidate : library.homeCandidates) {
+    writeHomeCandidate(json, candidate);
+  }
+  json.endArray().field("homeIsAmbiguous", library.homeIsAmbiguous);
+  json.field("filteredBundles", library.filteredBundles.size());
+  json.field("optimizedCount", library.optimizedCount).endObject().finish();
+}
+
+void JsonPrinter::places(const std::vector<LibraryPlace>& places) {
+  JsonWriter json{sink_};
+  json.beginArray();
+  for (const LibraryPlace& place : places) {
+    json.beginObject();
+    writePoint(json, "center", place.center);
+    json.field("count", place.bundles.size());
+    writeBundleIDs(json, place.bundles);
+    json.endObject();
+  }
+  json.endArray().finish();
+}
+
+void JsonPrinter::plan(const PlanResult& result) {
+  JsonWriter json{sink_};
+  json.beginObject().key("files").beginArray();
+  for (const PlannedFile& file : result.plan.files) writePlannedFile(json, file);
+  json.endArray().key("skippedKnown").beginArray();
+  writeAssetIDs(json, result.plan.skippedKnown);
+  json.endArray().field("onlyNew", result.plan.onlyNew).endObject().finish();
+}
+
+void JsonPrinter::transfer(const TransferResult& result) {
+  JsonWriter json{sink_};
+  json.beginObject().field("status", textOf(result.outcome.status)).key("report");
+  writeReport(json, result.outcome.report);
+  json.endObject().finish();
+}
+
+void JsonPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {
+  JsonWriter json{sink_};
+  json.beginObject().field("path", path).field("items", items).endObject().finish();
+}
+
+void JsonPrinter::name(const std::string& name) {
+  JsonWriter json{sink_};
+  json.beginObject().field("name", name).endObject().finish();
+}
+
+void JsonPrinter::presets(const std::vector<NamePresets::Builtin>& presets) {
+  JsonWriter json{sink_};
+  json.beginArray();
+  for (const NamePresets::Builtin& preset : presets) {
+    json.beginObject().field("russian", preset.russian).field("english", preset.english);
+    json.key("template");
+    NameTemplateCoding::encode(preset.nameTemplate, json);
+    json.endObject();
+  }
+  json.endArray().finish();
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "cli/ResultPrinter.h"
+#include "foundation/json/JsonWriter.h"
+
+namespace tavrix::cli {
+
+/// One JSON document for each result, the same in every language; absent values are left out.
+class JsonPrinter : public ResultPrinter {
+ public:
+  explicit JsonPrinter(TextSink& sink) : sink_(sink) {}
+
+  void catalog(const std::vector<MediaAsset>& assets) override;
+  void bundles(const std::vector<AssetBundle>& bundles) override;
+  void groups(const Library& library) override;
+  void places(const std::vector<LibraryPlace>& places) override;
+  void plan(const PlanResult& result) override;
+  void transfer(const TransferResult& result) override;
+  void snapshotWritten(const std::string& path, std::uint64_t items) override;
+  void name(const std::string& name) override;
+  void presets(const std::vector<NamePresets::Builtin>& presets) override;
+
+ private:
+  TextSink& sink_;
+};
+
+}  // namespace tavrix::cli

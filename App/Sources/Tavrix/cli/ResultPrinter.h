@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Library.h"
+#include "PlanSummary.h"
+#include "TransferJob.h"
+#include "naming/NamePresets.h"
+#include "transfer/TransferPlan.h"
+
+namespace tavrix::cli {
+
+/// A plan with what it was made from.
+struct PlanResult {
+  const Library& library;
+  const TransferPlan& plan;
+  std::string destination;
+  bool isFlat = false;  ///< the files lie right in the destination
+  /// Bytes that the destination can take; nothing when it does not exist yet.
+  std::optional<std::uint64_t> freeBytes;
+};
+
+/// A run with what it was made from.
+struct TransferResult {
+  const Library& library;
+  const TransferPlan& plan;
+  std::string destination;
+  const TransferOutcome& outcome;
+};
+
+/// Writes the result of a command: for people, or for programs.
+class ResultPrinter {
+ public:
+  virtual ~ResultPrinter() = default;
+
+  virtual void catalog(const std::vector<MediaAsset>& assets) = 0;
+  virtual void bundles(const std::vector<AssetBundle>& bundles) = 0;
+  virtual void groups(const Library& library) = 0;
+  virtual void places(const std::vector<LibraryPlace>& places) = 0;
+  virtual void plan(const PlanResult& result) = 0;
+  virtual void transfer(const TransferResult& result) = 0;
+  virtual void snapshotWritten(const std::string& path, std::uint64_t items) = 0;
+  /// A folder name.
+  virtual void name(const std::string& name) = 0;
+  virtual void presets(const std::vector<NamePresets::Builtin>& presets) = 0;
+};
+
+}  // namespace tavrix::cli

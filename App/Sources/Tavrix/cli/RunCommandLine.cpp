@@ -1,0 +1,132 @@
+#include "SettingKeys.h"
+#include "cli/CliSentences.h"
+#include "cli/Commands.h"
+#include "cli/Failures.h"
+#include "cli/Help.h"
+#include "cli/JsonPrinter.h"
+#include "cli/TextPrinter.h"
+
+namespace tavrix::cli {
+namespace {
+
+/// Writes lines for whoever watches the program at work, who may know the person's paths.
+class StandardErrorLog : public Log {
+ public:
+  explicit StandardErrorLog(TextSink& sink) : sink_(sink) {}
+  bool showsPrivateFields() const override { return true; }
+  void write(std::string_view line) override {
+    const std::lock_guard lock{mutex_};
+    sink_.write(std::string{line} + '\n');
+  }
+
+ private:
+  TextSink& sink_;
+  std::mutex mutex_;
+};
+
+/// A variable of the environment that stands for a setting.
+struct SettingVariable {
+  std::string_view variable;
+  std::string_view key;
+};
+constexpr SettingVariable settingVariables[] = {{"DEMO_TIME_ZONE", "timeZoneID"},
+                                                {"DEMO_MODE", "uiMode"}};
+
+Settings settingsFromVariables(Settings settings, Language language,
+                               const Surroundings& surroundings) {
+  for (const SettingVariable& each : settingVariables) {
+    const auto value = variable(surroundings.environment, each.variable);
+    if (!value) continue;
+    auto changed = withSetting(settings, fmt::format("{}={}", each.key, *value));
+    if (const auto* const error = std::get_if<SettingError>(&changed)) {
+      throw variableFailure(language, each.variable, *error);
+    }
+    settings = std::get<Settings>(std::move(changed));
+  }
+  return settings;
+}
+
+/// Initial values, then the environment's, then the call's.
+Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
+  const TimeZone zone = TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc());
+  Settings settings = initialSettings(zone, surroundings.systemLocaleID);
+  settings = settingsFromVariables(std::move(settings), call.language, surroundings);
+  for (const std::string& assignment : call.settings) {
+    auto changed = withSetting(std::move(settings), assignment);
+    if (const auto* const error = std::get_if<SettingError>(&changed)) {
+      throw settingFailure(call.language, *error);
+    }
+    settings = std::get<Settings>(std::move(changed));
+  }
+  return settings;
+}
+
+ExitStatus execute(const CommandContext& context) {
+  switch (context.call.command) {
+    case Command::catalog:
+      return listCatalog(context);
+    case Command::bundles:
+      return listBundles(context);
+    case Command::groups:
+      return listGroups(context);
+    case Command::places:
+      return listPlaces(context);
+    case Command::plan:
+      return showPlan(context);
+    case Command::transfer:
+      return transfer(context);
+    case Command::snapshot:
+      return writeSnapshot(context);
+    case Command::templateRender:
+      return renderTemplate(context);
+    case Command::templatePresets:
+      return listPresets(context);
+    case Command::templateSanitize:
+      return sanitizeText(context);
+  }
+  return ExitStatus::usage;
+}
+
+ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings) {
+  const Settings settings = settingsOf(call, surroundings);
+  StandardErrorLog log{surroundings.err};
+  TextPrinter text{surroundings.out, call.language, settings.timeZone, surroundings.outColumns};
+  JsonPrinter json{surroundings.out};
+  ResultPrinter& printer = call.json ? static_cast<ResultPrinter&>(json) : text;
+  return execute({call, surroundings, settings, printer, call.verbose ? log : silentLog()});
+}
+
+ExitStatus answer(const Request& request, const Surroundings& surroundings) {
+  if (const auto* const call = std::get_if<Invocation>(&request)) {
+    return executeCall(*call, surroundings);
+  }
+  if (const auto* const help = std::get_if<HelpRequest>(&request)) {
+    surroundings.out.write(helpText(help->language, help->command));
+  } else {
+    surroundings.out.write("Tavrix " TAVRIX_VERSION "\n");
+  }
+  return ExitStatus::done;
+}
+
+}  // namespace
+
+ExitStatus runCommandLine(const std::vector<std::string>& arguments,
+                          const Surroundings& surroundings) {
+  std::string destination;
+  try {
+    const Request request = parseArguments(arguments, surroundings);
+    if (const auto* const call = std::get_if<Invocation>(&request)) {
+      if (!call->operands.empty()) destination = call->operands.back();
+    }
+    return answer(request, surroundings);
+  } catch (const OutputClosed&) {
+    return ExitStatus::done;
+  } catch (...) {
+    const CommandFailure failure =
+        failureOf(languageOf(arguments, surroundings), destination, std::current_exception());
+    surroundings.err.write("tavrix: " + failure.sentence() + '\n');
+    return failure.status();
+  }
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,67 @@
+#include "cli/Source.h"
+
+#include "Destination.h"
+#include "cli/CliSentences.h"
+#include "cli/Failures.h"
+#include "foundation/files/FileReader.h"
+#include "media/Snapshot.h"
+
+namespace tavrix::cli {
+namespace {
+
+constexpr std::string_view snapshotName = "snapshot.json";
+
+/// Reads the snapshot by `read`, and its errors become those of the command.
+template <typename Read>
+auto readSnapshot(const CommandContext& context, Read read) {
+  const std::string path = pathIn(context.call.source(), snapshotName);
+  try {
+    return read(*openFileForReading(path));
+  } catch (const SnapshotError& error) {
+    throw snapshotFailure(context.language(), path, error);
+  } catch (const FileError& error) {
+    throw snapshotFailure(context.language(), path, error);
+  }
+}
+
+}  // namespace
+
+std::string pathIn(const std::string& folder, std::string_view name) {
+  std::string path = folder;
+  if (!path.ends_with('/')) path += '/';
+  return path.append(name);
+}
+
+std::string mediaFolder(const CommandContext& context) {
+  return pathIn(context.call.source(), "media");
+}
+
+std::vector<SnapshotItem> readItems(const CommandContext& context) {
+  return readSnapshot(context, [](ByteReader& file) { return Snapshot::read(file); });
+}
+
+std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
+  auto assets = readSnapshot(context, [&](ByteReader& file) {
+    return Snapshot::readAssets(file, context.settings.timeZone);
+  });
+  if (const auto folder = variable(context.surroundings.environment, "SNAPSHOT_OUT")) {
+    writeItems(readItems(context), *folder);
+  }
+  return assets;
+}
+
+Library readLibrary(const CommandContext& context) {
+  if (!GroupingEngine::supports(groupingMode(context.settings))) {
+    throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::modeNotThere,
+                                                textOf(context.settings.uiMode))};
+  }
+  return makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID);
+}
+
+std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder) {
+  const auto opened = Destination::openOrCreate(folder);
+  Snapshot::write(items, *opened, std::string{snapshotName});
+  return pathIn(folder, snapshotName);
+}
+
+}  // namespace tavrix::cli

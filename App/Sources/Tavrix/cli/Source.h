@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Library.h"
+#include "cli/Commands.h"
+#include "media/SnapshotItem.h"
+
+namespace tavrix::cli {
+
+/// The source of a call: a folder that holds snapshot.json and media.
+
+/// Its catalogue. Where the environment asks for it, the catalogue is written there, too. Throws
+/// CommandFailure.
+std::vector<MediaAsset> readCatalogue(const CommandContext& context);
+/// Its entries as they stand in the file. Throws CommandFailure.
+std::vector<SnapshotItem> readItems(const CommandContext& context);
+/// The folder with its files; not checked.
+std::string mediaFolder(const CommandContext& context);
+
+/// The catalogue in folders. Throws CommandFailure, also for a mode that is not there.
+Library readLibrary(const CommandContext& context);
+
+/// Writes the entries as "snapshot.json" into a folder, which is created when only its last part is
+/// missing; gives the file's path. Throws DestinationError, FileError.
+std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder);
+
+/// "DIR/NAME", without a second "/" where there is one.
+std::string pathIn(const std::string& folder, std::string_view name);
+
+}  // namespace tavrix::cli

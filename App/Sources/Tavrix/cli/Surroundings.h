@@ -1,0 +1,54 @@
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <map>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <string_view>
+
+#include "foundation/Time.h"
+#include "foundation/json/JsonWriter.h"
+
+namespace tavrix::cli {
+
+/// The variables of the environment that the program heeds, by name.
+using Environment = std::map<std::string, std::string, std::less<>>;
+
+/// The names of those variables.
+inline constexpr std::string_view heededVariables[] = {
+    "DEMO_DIR",         "DEMO_STATE_DIR", "DEMO_TIME_ZONE", "DEMO_MODE",
+    "DEMO_DEVICE_NAME", "DEBUG_SNAPSHOT", "SNAPSHOT_OUT",
+};
+
+/// All that a command line knows of the world around it; `main` makes the real one, tests their
+/// own.
+struct Surroundings {
+  TextSink& out;  ///< the result alone
+  TextSink& err;  ///< progress, log lines, errors
+  Environment environment{};
+  std::string systemLocaleID = "en_US_POSIX";
+  std::string systemTimeZoneID = "UTC";
+  /// Columns of the terminal behind `out` and `err`; nothing when that is no terminal.
+  std::optional<int> outColumns{};
+  std::optional<int> errColumns{};
+  std::function<Instant()> now;
+  /// From this call on an interrupt asks the token to stop instead of ending the program.
+  std::function<std::stop_token()> catchInterrupts;
+};
+
+/// Nobody reads the output any more: what is left of it is not worth writing.
+class OutputClosed : public std::exception {
+ public:
+  const char* what() const noexcept override { return "OutputClosed"; }
+};
+
+/// The value of a variable; nothing when it is not set or empty.
+inline std::optional<std::string> variable(const Environment& environment, std::string_view name) {
+  const auto found = environment.find(name);
+  if (found == environment.end() || found->second.empty()) return std::nullopt;
+  return found->second;
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/ResultPrinter.h"
+#include "cli/Table.h"
+#include "foundation/Sentence.h"
+#include "foundation/TimeZone.h"
+
+namespace tavrix::cli {
+
+/// Tables and sentences for people. Dates are those of the zone in which days are cut.
+class TextPrinter : public ResultPrinter {
+ public:
+  TextPrinter(TextSink& sink, Language language, TimeZone zone, std::optional<int> columns)
+      : sink_(sink), language_(language), zone_(std::move(zone)), columns_(columns) {}
+
+  void catalog(const std::vector<MediaAsset>& assets) override;
+  void bundles(const std::vector<AssetBundle>& bundles) override;
+  void groups(const Library& library) override;
+  void places(const std::vector<LibraryPlace>& places) override;
+  void plan(const PlanResult& result) override;
+  void transfer(const TransferResult& result) override;
+  void snapshotWritten(const std::string& path, std::uint64_t items) override;
+  void name(const std::string& name) override;
+  void presets(const std::vector<NamePresets::Builtin>& presets) override;
+
+ private:
+  void line(const std::string& text) { sink_.write(text + '\n'); }
+  Table table(std::vector<Table::Column> columns) const { return {std::move(columns), columns_}; }
+  std::string count(std::uint64_t number, const CountedNoun& noun) const {
+    return counted(language_, number, noun);
+  }
+  std::string number(std::uint64_t number) const { return numberText(language_, number); }
+  std::string bytes(std::uint64_t number) const { return bytesText(language_, number); }
+  std::string kindText(const MediaAsset& asset) const;
+  std::string kindText(const AssetBundle& bundle) const;
+  std::string notes(const MediaAsset& asset) const;
+  std::string dateText(const std::optional<Instant>& date) const;
+  std::string dayTextOf(const std::optional<Instant>& date) const;
+
+  void folders(const PlanResult& result);
+  void tally(const TransferTally& tally, bool hasRun);
+  void nothing(const Library& library, const std::string& destination);
+  void headline(const TransferResult& result);
+  void list(const std::string& title, const std::vector<std::string>& lines);
+
+  TextSink& sink_;
+  Language language_;
+  TimeZone zone_;
+  std::optional<int> columns_;
+};
+
+}  // namespace tavrix::cli

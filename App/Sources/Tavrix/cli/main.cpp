@@ -1,0 +1,93 @@
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "cli/Commands.h"
+#include "cli/Failures.h"
+#include "cli/platform/Interrupts.h"
+#include "cli/platform/Terminal.h"
+#include "foundation/Text.h"
+#include "foundation/TimeZone.h"
+
+namespace tavrix::cli {
+namespace {
+
+/// Writes to a stream of the program. A reader that has gone throws OutputClosed.
+class StreamSink : public TextSink {
+ public:
+  explicit StreamSink(std::FILE* stream) : stream_(stream) {}
+
+  void write(std::string_view text) override {
+    if (std::fwrite(text.data(), 1, text.size(), stream_) != text.size()) fail();
+  }
+  void flush() {
+    if (std::fflush(stream_) != 0) fail();
+  }
+
+ private:
+  [[noreturn]] void fail() {
+    const int code = errno;
+    if (code == EPIPE) throw OutputClosed{};
+    throw FileError{FileOperation::write, "stdout", code};
+  }
+
+  std::FILE* stream_;
+};
+
+/// Standard error has nobody to be told of its own failures.
+class ErrorSink : public TextSink {
+ public:
+  void write(std::string_view text) override {
+    std::fwrite(text.data(), 1, text.size(), stderr);
+    std::fflush(stderr);
+  }
+};
+
+Environment heededEnvironment() {
+  Environment environment;
+  for (const std::string_view name : heededVariables) {
+    const char* const value = std::getenv(std::string{name}.c_str());
+    if (value != nullptr) environment.emplace(name, value);
+  }
+  return environment;
+}
+
+int run(const std::vector<std::string>& arguments) {
+  Interrupts interrupts;
+  StreamSink out{stdout};
+  ErrorSink err;
+  Surroundings surroundings{
+      .out = out,
+      .err = err,
+      .environment = heededEnvironment(),
+      .systemLocaleID = systemLocaleID(),
+      .systemTimeZoneID = systemTimeZoneID(),
+      .outColumns = terminalColumns(StandardStream::output),
+      .errColumns = terminalColumns(StandardStream::error),
+      .now =
+          [] {
+            return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+          },
+      .catchInterrupts = [&] { return interrupts.token(); },
+  };
+  ExitStatus status = runCommandLine(arguments, surroundings);
+  try {
+    out.flush();
+  } catch (const OutputClosed&) {
+    // As when the reader goes earlier.
+  } catch (const FileError&) {
+    const auto failure =
+        failureOf(languageOf(arguments, surroundings), "", std::current_exception());
+    err.write("tavrix: " + failure.sentence() + '\n');
+    status = failure.status();
+  }
+  return static_cast<int>(status);
+}
+
+}  // namespace
+}  // namespace tavrix::cli
+
+int main(int argc, char** argv) { return tavrix::cli::run({argv + 1, argv + argc}); }

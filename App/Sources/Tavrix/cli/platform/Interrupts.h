@@ -1,0 +1,28 @@
+#pragma once
+
+#include <stop_token>
+#include <thread>
+
+namespace tavrix::cli {
+
+/// Turns SIGINT and SIGTERM into a request to stop, from the first call of token() on; until then
+/// they end the program as usual. A second one ends it at once with status 130. One object for a
+/// program; token() is to be called before any other thread is started.
+class Interrupts {
+ public:
+  /// A write to a pipe that nobody reads fails instead of ending the program.
+  Interrupts();
+  ~Interrupts();
+  Interrupts(const Interrupts&) = delete;
+  Interrupts& operator=(const Interrupts&) = delete;
+
+  std::stop_token token();
+
+ private:
+  void watch();
+
+  std::stop_source source_;
+  std::thread watcher_;
+};
+
+}  // namespace tavrix::cli
