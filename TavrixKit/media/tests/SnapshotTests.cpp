@@ -244,6 +244,7 @@ TEST(Snapshot, badFile_isRefusedWithTheReasonAndThePlace) {
   }
   try {
     read("[\n{\"name\":\"a\",\"kind\":\"b\",\"size\":1},\n{\"name\":7}]");
+    ADD_FAILURE();
   } catch (const SnapshotError& error) {
     EXPECT_EQ(error.position(), (JsonPosition{3, 10}));
     EXPECT_EQ(error.item(), 2U);
