@@ -231,7 +231,8 @@ inline constexpr Sentence<> nothingChosen{
     "There is nothing to do: the settings leave no file."};
 inline constexpr Sentence<Text, Text, Text> planHeadline{"Перенести: {}, {} в «{}».",
                                                          "To transfer: {}, {} into “{}”."};
-inline constexpr Sentence<> runCompleted{"Перенос завершён.", "The transfer is complete."};
+inline constexpr Sentence<Text> runCompleted{"Перенос завершён, записано {}.",
+                                             "The transfer is complete, {} written."};
 inline constexpr Sentence<Text> runCompletedWithFailures{
     "Перенос завершён, но не удалось перенести {}; повторите — перенесутся только они.",
     "The transfer has ended, but failed for {}; run it again to transfer only what is missing."};

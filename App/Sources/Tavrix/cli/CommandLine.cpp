@@ -138,7 +138,8 @@ class Parser {
   }
 
   void checkExtras(const Form* form) const {
-    const std::vector<std::string> extras = app_.remaining(true);
+    std::vector<std::string> extras = app_.remaining(true);
+    std::erase(extras, "--");
     if (extras.empty()) return;
     const std::string first = printable(extras.front());
     if (first.starts_with('-')) fail(say(language_, sentences::unknownOption, first));

@@ -5,6 +5,7 @@
 
 #include "Destination.h"
 #include "cli/CliSentences.h"
+#include "cli/Surroundings.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 
@@ -189,6 +190,9 @@ CommandFailure failureOf(Language language, const std::string& destination,
                                      quoted(fault.fileName()), fault.version())};
   } catch (const FileError& fault) {
     return {ExitStatus::stopped, say(language, sentences::fileRefused, quoted(fault.path()),
+                                     tavrix::sentences::systemErrorText(language, fault.code()))};
+  } catch (const OutputError& fault) {
+    return {ExitStatus::stopped, say(language, sentences::outputRefused,
                                      tavrix::sentences::systemErrorText(language, fault.code()))};
   } catch (const std::bad_alloc&) {
     return {ExitStatus::stopped, say(language, sentences::outOfMemory)};

@@ -12,15 +12,17 @@ namespace {
 /// Writes lines for whoever watches the program at work, who may know the person's paths.
 class StandardErrorLog : public Log {
  public:
-  explicit StandardErrorLog(TextSink& sink) : sink_(sink) {}
+  StandardErrorLog(TextSink& sink, bool isTerminal) : sink_(sink), isTerminal_(isTerminal) {}
   bool showsPrivateFields() const override { return true; }
   void write(std::string_view line) override {
     const std::lock_guard lock{mutex_};
-    sink_.write(std::string{line} + '\n');
+    // A progress bar may stand in the line.
+    sink_.write(fmt::format("{}{}\n", isTerminal_ ? "\r\x1b[K" : "", line));
   }
 
  private:
   TextSink& sink_;
+  bool isTerminal_;
   std::mutex mutex_;
 };
 
@@ -89,7 +91,7 @@ ExitStatus execute(const CommandContext& context) {
 
 ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings) {
   const Settings settings = settingsOf(call, surroundings);
-  StandardErrorLog log{surroundings.err};
+  StandardErrorLog log{surroundings.err, surroundings.errColumns.has_value()};
   TextPrinter text{surroundings.out, call.language, settings.timeZone, surroundings.outColumns};
   JsonPrinter json{surroundings.out};
   ResultPrinter& printer = call.json ? static_cast<ResultPrinter&>(json) : text;

@@ -25,7 +25,7 @@ inline constexpr std::string_view heededVariables[] = {
 /// All that a command line knows of the world around it; `main` makes the real one, tests their
 /// own.
 struct Surroundings {
-  TextSink& out;  ///< the result alone
+  TextSink& out;  ///< the result alone; may throw OutputClosed and OutputError
   TextSink& err;  ///< progress, log lines, errors
   Environment environment{};
   std::string systemLocaleID = "en_US_POSIX";
@@ -33,15 +33,27 @@ struct Surroundings {
   /// Columns of the terminal behind `out` and `err`; nothing when that is no terminal.
   std::optional<int> outColumns{};
   std::optional<int> errColumns{};
-  std::function<Instant()> now;
+  std::function<Instant()> now{};
   /// From this call on an interrupt asks the token to stop instead of ending the program.
-  std::function<std::stop_token()> catchInterrupts;
+  std::function<std::stop_token()> catchInterrupts{};
 };
 
 /// Nobody reads the output any more: what is left of it is not worth writing.
 class OutputClosed : public std::exception {
  public:
   const char* what() const noexcept override { return "OutputClosed"; }
+};
+
+/// The output does not take the result.
+class OutputError : public std::exception {
+ public:
+  explicit OutputError(int code) : code_(code) {}
+  /// The system's own code (errno).
+  int code() const { return code_; }
+  const char* what() const noexcept override { return "OutputError"; }
+
+ private:
+  int code_;
 };
 
 /// The value of a variable; nothing when it is not set or empty.

@@ -37,7 +37,7 @@ TransferPlan makePlan(const CommandContext& context, const Library& library,
 }
 
 void warn(const CommandContext& context, const std::string& sentence) {
-  context.surroundings.err.write(sentence + '\n');
+  context.surroundings.err.write("tavrix: " + sentence + '\n');
 }
 
 void checkTransferable(const CommandContext& context) {

@@ -80,7 +80,7 @@ void TextPrinter::headline(const TransferResult& result) {
   const TransferOutcome& outcome = result.outcome;
   switch (outcome.status) {
     case TransferStatus::completed:
-      return line(say(language_, sentences::runCompleted));
+      return line(say(language_, sentences::runCompleted, bytes(outcome.report.bytesWritten)));
     case TransferStatus::completedWithFailures:
       return line(say(language_, sentences::runCompletedWithFailures,
                       count(outcome.report.failures.size(), sentences::files)));
@@ -105,6 +105,7 @@ void TextPrinter::transfer(const TransferResult& result) {
     return tally(tallyOf(result.library, result.plan, report), false);
   }
   headline(result);
+  line("");
   tally(tallyOf(result.library, result.plan, report), true);
   list(say(language_, sentences::keptOriginalsTitle), report.conversionFallbacks);
   list(say(language_, sentences::failuresTitle), report.failures);

@@ -15,7 +15,8 @@
 namespace tavrix::cli {
 namespace {
 
-/// Writes to a stream of the program. A reader that has gone throws OutputClosed.
+/// Writes to a stream of the program. A reader that has gone throws OutputClosed, other failures
+/// OutputError.
 class StreamSink : public TextSink {
  public:
   explicit StreamSink(std::FILE* stream) : stream_(stream) {}
@@ -31,7 +32,7 @@ class StreamSink : public TextSink {
   [[noreturn]] void fail() {
     const int code = errno;
     if (code == EPIPE) throw OutputClosed{};
-    throw FileError{FileOperation::write, "stdout", code};
+    throw OutputError{code};
   }
 
   std::FILE* stream_;
@@ -78,7 +79,7 @@ int run(const std::vector<std::string>& arguments) {
     out.flush();
   } catch (const OutputClosed&) {
     // As when the reader goes earlier.
-  } catch (const FileError&) {
+  } catch (const OutputError&) {
     const auto failure =
         failureOf(languageOf(arguments, surroundings), "", std::current_exception());
     err.write("tavrix: " + failure.sentence() + '\n');

@@ -1,0 +1,148 @@
+#include "cli/CommandLine.h"
+
+#include "cli/Help.h"
+#include "foundation/Text.h"
+#include "tests/CommandTester.h"
+
+namespace tavrix::cli {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+Invocation parsed(const std::vector<std::string>& arguments, const Environment& environment = {}) {
+  StringSink sink;
+  const Surroundings surroundings{.out = sink, .err = sink, .environment = environment};
+  return std::get<Invocation>(parseArguments(arguments, surroundings));
+}
+
+TEST(CommandLine, optionsAnywhere_areRead) {
+  const Invocation call =
+      parsed({"--json", "plan", "A", "--set", "x=[1,2]", "B", "--set=y=z", "--lang", "en",
+              "--state", "S", "--device-name", "Анна", "--verbose"});
+  EXPECT_EQ(call.command, Command::plan);
+  EXPECT_THAT(call.operands, ElementsAre("A", "B"));
+  EXPECT_THAT(call.settings, ElementsAre("x=[1,2]", "y=z"));
+  EXPECT_EQ(call.language, Language::english);
+  EXPECT_EQ(call.deviceName, "Анна");
+  EXPECT_EQ(call.stateFolder, "S");
+  EXPECT_TRUE(call.json && call.verbose);
+}
+
+TEST(CommandLine, operandsThatLookLikeSomethingElse_areTakenAsTheyAre) {
+  EXPECT_THAT(parsed({"template", "sanitize", "[a,b]"}).operands, ElementsAre("[a,b]"));
+  EXPECT_THAT(parsed({"template", "sanitize", "plan"}).operands, ElementsAre("plan"));
+  EXPECT_THAT(parsed({"catalog", "plan"}).operands, ElementsAre("plan"));
+  EXPECT_THAT(parsed({"catalog", "--", "-x"}).operands, ElementsAre("-x"));
+  EXPECT_THAT(parsed({"template", "sanitize", ""}).operands, ElementsAre(""));
+}
+
+TEST(CommandLine, demoFolder_standsInForAMissingSource) {
+  const Environment demo{{"DEBUG_SNAPSHOT", "1"}, {"DEMO_DIR", "D"}};
+  EXPECT_THAT(parsed({"catalog"}, demo).operands, ElementsAre("D"));
+  EXPECT_THAT(parsed({"plan", "OUT"}, demo).operands, ElementsAre("D", "OUT"));
+  EXPECT_THAT(parsed({"plan", "S", "OUT"}, demo).operands, ElementsAre("S", "OUT"));
+  EXPECT_THROW(parsed({"catalog"}, {{"DEMO_DIR", "D"}}), CommandFailure);
+  EXPECT_THROW(parsed({"template", "sanitize"}, demo), CommandFailure);
+}
+
+TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
+  struct Row {
+    std::vector<std::string> arguments;
+    std::string russian;
+    std::string english;
+  };
+  const std::vector<Row> rows{
+      {{}, "Не названа команда", "No command is named"},
+      {{"copy"}, "«copy»", "“copy”"},
+      {{"template"}, "Не названа команда", "No command is named"},
+      {{"template", "bake"}, "«bake»", "“bake”"},
+      {{"catalog"}, "Не хватает SOURCE", "SOURCE is missing"},
+      {{"transfer", "phone"}, "Не хватает DEST", "DEST is missing"},
+      {{"snapshot", "phone"}, "Не хватает OUT-DIR", "OUT-DIR is missing"},
+      {{"catalog", "phone", "x\ny"}, "«x\uFFFDy» здесь лишнее", "“x\uFFFDy” is one too many"},
+      {{"catalog", "phone", "--fast"}, "«--fast»", "“--fast”"},
+      {{"catalog", "phone", "--device-name", "A"}, "«--device-name»", "“--device-name”"},
+      {{"catalog", "phone", "--set"}, "После «--set»", "after “--set”"},
+      {{"template", "render", "--context", "{}"}, "--template", "--template is missing"},
+      {{"groups", "phone", "--set", "x=1"},
+       "«x» (значение «1») нет; есть такие: includePhotos",
+       "no setting “x” (value “1”); there are: includePhotos"},
+      {{"groups", "phone", "--set", "onlyNew=no"},
+       "«onlyNew» не принимает значение «no»; можно: true",
+       "“onlyNew” does not take the value “no”; allowed: true or false"},
+      {{"groups", "phone", "--set", "editedPolicy=x"},
+       "both, editedOnly, originalsOnly",
+       "both, editedOnly, originalsOnly"},
+      {{"groups", "phone", "--set", "onlyNew"}, "КЛЮЧ=ЗНАЧЕНИЕ", "KEY=VALUE"},
+      {{"groups", "phone", "--set", R"(nameTemplate={"tokens":[{"no":{}}],"language":"english"})"},
+       "в элементе 1 элемента «no» нет",
+       "in token 1 there is no token “no”"},
+      {{"groups", "phone", "--set", "uiMode=events"},
+       "«events» пока нет",
+       "“events” is not there yet"},
+      {{"plan", "phone", "photos", "--set", "uiMode=trips"}, "«trips»", "“trips”"},
+      {{"transfer", "phone", "photos", "--set", "packAsZip=true"}, "архивы", "archives"},
+      {{"transfer", "phone", "phone"}, "лежит сам источник", "holds the source itself"},
+  };
+  CommandTester tester;
+  tester.addPhone(smallSnapshot, smallMedia);
+  for (Row row : rows) {
+    for (const bool isEnglish : {false, true}) {
+      if (isEnglish) row.arguments.insert(row.arguments.begin(), {"--lang", "en"});
+      const CommandResult result = tester.run(row.arguments);
+      EXPECT_EQ(result.status, ExitStatus::usage) << row.russian;
+      EXPECT_THAT(result.out, IsEmpty());
+      EXPECT_THAT(result.err, AllOf(StartsWith("tavrix: "), EndsWith(".\n"),
+                                    HasSubstr(isEnglish ? row.english : row.russian)));
+      EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    }
+  }
+  EXPECT_FALSE(tester.folder.has("photos"));
+}
+
+TEST(CommandLine, language_isRussianUnlessAskedOtherwise) {
+  CommandTester tester;
+  EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("It is not clear"));
+  tester.localeID = "ru_RU";
+  EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("Непонятно"));
+  EXPECT_THAT(tester.run({"catalog", "x", "--lang", "fr"}).err, HasSubstr("«fr»"));
+}
+
+TEST(CommandLine, wrongVariable_isNamed) {
+  CommandTester tester;
+  tester.addPhone(smallSnapshot);
+  tester.environment = {{"DEMO_MODE", "weekly"}};
+  EXPECT_THAT(tester.run({"groups", "phone"}).err,
+              AllOf(HasSubstr("DEMO_MODE"), HasSubstr("«weekly»")));
+  tester.environment = {{"DEMO_TIME_ZONE", "Mars"}};
+  EXPECT_EQ(tester.run({"groups", "phone"}).status, ExitStatus::usage);
+  EXPECT_EQ(tester.run({"groups", "phone", "--set", "timeZoneID=UTC"}).status, ExitStatus::usage);
+}
+
+TEST(Help, everyCommand_hasExamplesInBothLanguages) {
+  const CommandTester tester;
+  const std::vector<std::vector<std::string>> calls{
+      {},       {"catalog"},  {"bundles"},  {"groups"},   {"places"},
+      {"plan"}, {"transfer"}, {"snapshot"}, {"template"}, {"template", "render"}};
+  for (std::vector<std::string> call : calls) {
+    call.emplace_back("--help");
+    for (const std::string language : {"ru", "en"}) {
+      std::vector<std::string> arguments = call;
+      arguments.insert(arguments.end(), {"--lang", language});
+      const CommandResult result = tester.run(arguments);
+      EXPECT_EQ(result.status, ExitStatus::done);
+      EXPECT_THAT(result.out, AllOf(HasSubstr(language == "ru" ? "Пример" : "Example"),
+                                    HasSubstr("tavrix " + (call.size() > 1 ? call.front() : "")),
+                                    HasSubstr("mergesByMode")));
+    }
+  }
+  EXPECT_THAT(tester.run({"--version"}).out, StartsWith("Tavrix "));
+}
+
+}  // namespace
+}  // namespace tavrix::cli

@@ -1,0 +1,107 @@
+#include "cli/Table.h"
+
+#include <gmock/gmock.h>
+
+#include "cli/ProgressBar.h"
+#include "foundation/Text.h"
+
+namespace tavrix::cli {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using namespace std::chrono_literals;
+
+std::string tableText(const std::vector<Table::Cells>& rows, std::optional<int> columns) {
+  StringSink sink;
+  const Table table{{{"Имя", false, true}, {"N", true}, {"Note"}}, columns};
+  table.write(sink, rows.size(), [&](std::size_t row) { return rows[row]; });
+  return sink.text();
+}
+
+TEST(Table, cellsOfAnyScript_areAligned) {
+  EXPECT_EQ(tableText({{"日本", "1", "x"}, {"Дача", "12345", ""}, {"é", "7", "y"}}, std::nullopt),
+            "Имя       N  Note\n"
+            "日本      1  x\n"
+            "Дача  12345\n"
+            "é         7  y\n");
+}
+
+TEST(Table, narrowTerminal_shortensTheLongColumnAlone) {
+  const std::vector<Table::Cells> rows{{"IMG_0001_a_very_long_name.HEIC", "123", "note"}};
+  EXPECT_EQ(tableText(rows, 24), "Имя              N  Note\nIMG_00…e.HEIC  123  note\n");
+  // No narrower than can be read, and never when it fits.
+  EXPECT_EQ(tableText(rows, 5), "Имя         N  Note\nIMG_…EIC  123  note\n");
+  EXPECT_EQ(tableText(rows, 41), tableText(rows, std::nullopt));
+}
+
+TEST(Table, controlCharacters_neverReachTheTerminal) {
+  EXPECT_THAT(tableText({{"a\x1b[31m\nb", "1", ""}}, std::nullopt),
+              HasSubstr("a\uFFFD[31m\uFFFDb"));
+}
+
+TEST(Table, shortenedText_keepsWholeCharactersAndFits) {
+  EXPECT_EQ(shortened("IMG_0001.HEIC", 13), "IMG_0001.HEIC");
+  EXPECT_EQ(shortened("IMG_0001.HEIC", 9), "IMG_…HEIC");
+  EXPECT_EQ(shortened("IMG_0001.HEIC", 1), "…");
+  EXPECT_EQ(shortened("IMG_0001.HEIC", 0), "");
+  for (int columns = 0; columns < 12; ++columns) {
+    const std::string text = shortened("日本日本👨‍👩‍👧日本", columns);
+    EXPECT_LE(displayWidth(text), columns);
+    EXPECT_EQ(replacingInvalidUtf8(text), text);
+  }
+}
+
+TransferProgressSnapshot progressOf(std::uint64_t files, std::uint64_t bytes) {
+  TransferProgressSnapshot progress;
+  progress.filesDone = files;
+  progress.filesTotal = 200;
+  progress.bytesDone = bytes;
+  progress.bytesTotal = 100'000'000;
+  progress.currentFileName = "IMG_0001.HEIC";
+  return progress;
+}
+
+TEST(ProgressBar, text_tellsFilesBytesSpeedTimeAndName) {
+  StringSink terminal;
+  ProgressBar bar{terminal, 120, Language::english};
+  const std::chrono::steady_clock::time_point begin{};
+  bar.show(progressOf(0, 0), begin);
+  EXPECT_THAT(terminal.text(),
+              HasSubstr("░░░░ 0 / 200 files · 0\u00A0B / 100.0\u00A0MB · IMG_0001.HEIC"));
+  bar.show(progressOf(50, 25'000'000), begin + 1s);
+  EXPECT_THAT(terminal.text(),
+              HasSubstr("█████░░░░░░░░░░░░░░░ 50 / 200 files · 25.0\u00A0MB / 100.0\u00A0MB · "
+                        "25.0\u00A0MB/s · 0:03 left · IMG_0001.HEIC"));
+  bar.clear();
+  EXPECT_THAT(terminal.text(), EndsWith("\r\x1b[K"));
+}
+
+TEST(ProgressBar, manySteps_areDrawnTenTimesASecond) {
+  StringSink terminal;
+  ProgressBar bar{terminal, 60, Language::russian};
+  for (int i = 0; i < 1000; ++i) {
+    bar.show(progressOf(1, static_cast<std::uint64_t>(i)),
+             std::chrono::steady_clock::time_point{i * 1ms});
+  }
+  const std::string text = terminal.text();
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\r'), 10);
+}
+
+TEST(ProgressBar, anyWidth_isNotExceeded) {
+  StringSink terminal;
+  for (const int columns : {1, 10, 40, 60, 80, 200}) {
+    const ProgressBar bar{terminal, columns, Language::russian};
+    EXPECT_LE(displayWidth(bar.text(progressOf(100, 5'000'000))), columns);
+  }
+}
+
+TEST(ProgressBar, duration_hasHoursOnlyWhenThereAreSome) {
+  EXPECT_EQ(durationText(35s), "0:35");
+  EXPECT_EQ(durationText(725s), "12:05");
+  EXPECT_EQ(durationText(3723s), "1:02:03");
+  EXPECT_EQ(durationText(100h), "100:00:00");
+}
+
+}  // namespace
+}  // namespace tavrix::cli

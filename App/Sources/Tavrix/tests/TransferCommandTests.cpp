@@ -1,0 +1,270 @@
+#include "Destination.h"
+#include "foundation/files/Folder.h"
+#include "tests/CommandTester.h"
+
+namespace tavrix::cli {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+std::vector<std::string> textsAt(const JsonValue& list, std::string_view field) {
+  std::vector<std::string> texts;
+  for (const JsonValue& each : *list.asArray()) {
+    texts.push_back(field.empty() ? *each.asString() : *each.member(field)->asString());
+  }
+  return texts;
+}
+
+/// The numbers of a summary by their labels.
+std::map<std::string, int> tallyOf(const std::string& out) {
+  std::map<std::string, int> tally;
+  std::istringstream lines{out};
+  for (std::string line; std::getline(lines, line);) {
+    const auto gap = line.rfind("  ");
+    const auto label = line.find_first_not_of(' ');
+    if (gap == std::string::npos || gap <= label) continue;
+    const auto number = line.find_first_of("0123456789", gap);
+    if (number == std::string::npos) continue;
+    const auto end = line.find_last_not_of(' ', gap);
+    tally[line.substr(label, end - label + 1)] = std::stoi(line.substr(number));
+  }
+  return tally;
+}
+
+struct TransferCommand : testing::Test {
+  TransferCommand() { tester.addPhone(smallSnapshot, smallMedia); }
+
+  CommandResult transfer(std::vector<std::string> more = {}) const {
+    std::vector<std::string> call{"transfer", "phone", "photos"};
+    call.insert(call.end(), more.begin(), more.end());
+    return tester.run(call);
+  }
+  std::vector<std::string> copiedPaths(std::vector<std::string> more = {}) const {
+    more.emplace_back("--json");
+    return textsAt(*transfer(more).json().member("report")->member("files"), "path");
+  }
+  std::string marker() const {
+    return tester.folder.read("photos/" +
+                              DestinationMarker::fileName(snapshotPhone("iPhone").hash));
+  }
+
+  CommandTester tester;
+};
+
+TEST_F(TransferCommand, run_thenAgain_thenAfterARemoval) {
+  const CommandResult first = transfer();
+  EXPECT_EQ(first.status, ExitStatus::done) << first.err;
+  EXPECT_THAT(first.err, IsEmpty());
+  EXPECT_EQ(first.out,
+            "Перенос завершён, записано 70\u00A0Б.\n"
+            "\n"
+            "В каталоге                             8\n"
+            "  не вошли: их снимка нет на телефоне  1\n"
+            "  к переносу                           7\n"
+            "    скопированы                        7\n");
+  EXPECT_EQ(tester.folder.read("photos/2026-05-20/IMG_E0001.HEIC"), "0123456789");
+  EXPECT_EQ(tester.folder.read("photos/No date/IMG_0004.PNG"), "0123456789");
+
+  const std::string markerAfterFirst = marker();
+  tester.time += std::chrono::hours{1};
+  const CommandResult second = transfer({"--lang", "en"});
+  EXPECT_EQ(second.status, ExitStatus::done);
+  EXPECT_THAT(second.out, AllOf(StartsWith("There is nothing to do"),
+                                HasSubstr("in the folder already                        7\n")));
+  EXPECT_EQ(marker(), markerAfterFirst);
+
+  std::filesystem::remove(tester.folder / "photos/2026-05-21/IMG_0003.MOV");
+  EXPECT_THAT(copiedPaths(), ElementsAre("2026-05-21/IMG_0003.MOV"));
+  EXPECT_THAT(marker(), AllOf(HasSubstr(R"("firstTransfer": "2026-05-21T12:00:00Z")"),
+                              HasSubstr(R"("lastTransfer": "2026-05-21T13:00:00Z")")));
+}
+
+TEST_F(TransferCommand, prefix_isKnownOnTheSecondLook) {
+  const std::vector<std::string> prefixed{"--set", "fileNamePrefixMode=phone"};
+  transfer();
+  EXPECT_EQ(copiedPaths(prefixed).size(), 7U);
+  EXPECT_TRUE(tester.folder.has("photos/2026-05-20/iPhone IMG_0001.HEIC"));
+  EXPECT_THAT(copiedPaths(prefixed), IsEmpty());
+  EXPECT_THAT(copiedPaths(), IsEmpty());
+}
+
+TEST_F(TransferCommand, deviceName_comesFromOptionThenVariable) {
+  const auto firstPath = [&](std::vector<std::string> more) {
+    more.insert(more.begin(),
+                {"plan", "phone", "photos", "--json", "--set", "fileNamePrefixMode=phone"});
+    return textsAt(*tester.run(more).json().member("files"), "relativePath").front();
+  };
+  EXPECT_EQ(firstPath({}), "2026-05-20/iPhone IMG_0001.HEIC");
+  tester.environment = {{"DEMO_DEVICE_NAME", "Дача"}};
+  EXPECT_EQ(firstPath({}), "2026-05-20/Дача IMG_0001.HEIC");
+  EXPECT_EQ(firstPath({"--device-name", "Anna"}), "2026-05-20/Anna IMG_0001.HEIC");
+}
+
+TEST_F(TransferCommand, plan_showsFoldersAndWritesNothing) {
+  const CommandResult before = tester.run({"plan", "phone", "photos", "--lang", "en"});
+  EXPECT_EQ(before.status, ExitStatus::done);
+  EXPECT_FALSE(tester.folder.has("photos"));
+  transfer();
+  std::filesystem::remove(tester.folder / "photos/2026-05-21/IMG_0003.MOV");
+  const CommandResult after = tester.run({"plan", "phone", "photos", "--lang", "en"});
+  EXPECT_THAT(after.out, AllOf(StartsWith("Folder      New  Size  There\n"
+                                          "2026-05-20    0   0\u00A0B      4\n"
+                                          "2026-05-21    1  10\u00A0B      1\n"
+                                          "No date       0   0\u00A0B      1\n"),
+                               HasSubstr("To transfer: 1 file, 10\u00A0B into")));
+  EXPECT_FALSE(tester.folder.has("photos/2026-05-21/IMG_0003.MOV"));
+  const JsonValue json = tester.run({"plan", "phone", "photos", "--json"}).json();
+  EXPECT_EQ(*json.member("files"), parseJson(R"([{"assetID":"100APPLE/IMG_0003.MOV",
+      "relativePath":"2026-05-21/IMG_0003.MOV","conversion":"none","isPicture":true,
+      "bundleID":"100APPLE/IMG_0003","sizeBytes":10}])"));
+  EXPECT_THAT(
+      textsAt(*json.member("skippedKnown"), ""),
+      ElementsAre("100APPLE/IMG_0001.HEIC", "100APPLE/IMG_0001.MOV", "100APPLE/IMG_0001.AAE",
+                  "100APPLE/IMG_E0001.HEIC", "100APPLE/IMG_0002.JPG", "IMG_0004.PNG"));
+  EXPECT_EQ(*json.member("onlyNew"), parseJson("true"));
+}
+
+TEST_F(TransferCommand, summary_addsUpHoweverTheRunGoes) {
+  // One file is missing, one cannot be converted, one film is left out, one file is there already.
+  transfer({"--set", "includePhotos=false", "--set", "includeLive=false"});
+  std::filesystem::remove(tester.folder / "phone/media/IMG_0002.JPG");
+  const CommandResult result =
+      transfer({"--lang", "en", "--set", "photoJPEG=true", "--set", "includeAAE=false"});
+  EXPECT_EQ(result.status, ExitStatus::someFailed);
+  const auto tally = tallyOf(result.out);
+  const std::map<std::string, int> expected{{"In the catalogue", 8},
+                                            {"left out: their picture is not on the phone", 1},
+                                            {"left out by the settings", 1},
+                                            {"in the folder already", 1},
+                                            {"to transfer", 5},
+                                            {"copied", 1},
+                                            {"kept unconverted", 3},
+                                            {"failed", 1}};
+  EXPECT_EQ(tally, expected) << result.out;
+  EXPECT_THAT(result.out,
+              AllOf(HasSubstr("Not transferred:\n  IMG_0002.jpg"),
+                    HasSubstr("the file is not in the source"),
+                    HasSubstr("unconverted:\n  IMG_0001.HEIC\n"), HasSubstr("failed for 1 file;")));
+}
+
+TEST_F(TransferCommand, failureInJson_isTheSameInEveryLanguage) {
+  std::filesystem::remove(tester.folder / "phone/media/IMG_0002.JPG");
+  const CommandResult russian = transfer({"--json"});
+  EXPECT_EQ(russian.status, ExitStatus::someFailed);
+  const JsonValue json = russian.json();
+  EXPECT_EQ(*json.member("status")->asString(), "completedWithFailures");
+  const JsonValue& report = *json.member("report");
+  EXPECT_EQ(report.member("files")->asArray()->at(4),
+            parseJson(R"({"assetID":"100APPLE/IMG_0002.JPG",
+      "name":"IMG_0002.JPG","bytesOnDisk":0,"kind":"failed","reason":"файла нет в источнике"})"));
+  EXPECT_EQ(*report.member("copiedPictures"), parseJson("4"));
+  EXPECT_EQ(*report.member("bytesWritten"), parseJson("60"));
+  std::filesystem::remove_all(tester.folder / "photos");
+  EXPECT_EQ(transfer({"--json", "--lang", "en"}).out, russian.out);
+}
+
+TEST_F(TransferCommand, interrupt_endsWithTheReportAndLeavesTheRestForLater) {
+  tester.isInterrupted = true;
+  const CommandResult result = transfer();
+  EXPECT_EQ(result.status, ExitStatus::cancelled);
+  EXPECT_THAT(result.err, HasSubstr("Перенос отменён"));
+  const auto tally = tallyOf(result.out);
+  EXPECT_EQ(tally.at("к переносу"), 7);
+  EXPECT_EQ(tally.at("скопированы"), 0);
+  EXPECT_EQ(tally.at("не дошла очередь"), 7);
+  EXPECT_EQ(*transfer({"--json"}).json().member("status")->asString(), "cancelled");
+  tester.isInterrupted = false;
+  EXPECT_EQ(copiedPaths().size(), 7U);
+}
+
+TEST_F(TransferCommand, unusableDestination_isOneSentenceAndNothingChanges) {
+  const std::string newer = DestinationMarker::fileName(snapshotPhone("iPhone").hash);
+  tester.folder.write("photosNewer/" + newer, R"({"schemaVersion":2,"phoneHash":")" +
+                                                  snapshotPhone("iPhone").hash +
+                                                  R"(","label":"a","model":"b","firstTransfer":)"
+                                                  R"("2026-05-20T12:00:00Z","lastTransfer":)"
+                                                  R"("2026-05-20T12:00:00Z","files":[]})");
+  tester.folder.write("photosFile", "x");
+  std::filesystem::create_directories(tester.folder / "photosBusy");
+  const auto otherRun = openFolder(tester.folder / "photosBusy");
+  ASSERT_TRUE(otherRun->lock());
+  struct Row {
+    std::string destination;
+    std::string sentence;
+    ExitStatus status = ExitStatus::stopped;
+  };
+  const std::vector<Row> rows{{"photosNewer", "newer version of the program (format 2)"},
+                              {"photosFile", "is no folder"},
+                              {"photosBusy", "Another transfer is at work"},
+                              {"photosNone/x", "does not exist; create that first"}};
+  for (const Row& row : rows) {
+    const CommandResult result = tester.run({"transfer", "phone", row.destination, "--lang", "en"});
+    EXPECT_EQ(result.status, row.status) << row.destination;
+    EXPECT_THAT(result.err, AllOf(StartsWith("tavrix: "), HasSubstr(row.sentence)));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+    EXPECT_THAT(result.out, IsEmpty());
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(tester.folder / "photosBusy"));
+  EXPECT_FALSE(tester.folder.has("photosNewer/2026-05-20"));
+  EXPECT_FALSE(tester.folder.has("photosNone"));
+  EXPECT_EQ(tester.run({"plan", "phone", "photosNewer"}).status, ExitStatus::stopped);
+  EXPECT_EQ(tester.run({"plan", "phone", "photosBusy"}).status, ExitStatus::done);
+}
+
+TEST_F(TransferCommand, destinationInsideTheMedia_isRefusedByAnyName) {
+  std::filesystem::create_directory_symlink(tester.folder / "phone/media",
+                                            tester.folder / "photosLink");
+  for (const std::string destination : {"photosLink", "photosLink/new", "photos/../phone/media/"}) {
+    EXPECT_EQ(tester.run({"transfer", "phone", destination}).status, ExitStatus::usage)
+        << destination;
+    EXPECT_EQ(tester.run({"plan", "phone", destination}).status, ExitStatus::usage) << destination;
+  }
+  EXPECT_EQ(tester.run({"plan", "phone", tester.folder / "phone/media2"}).status, ExitStatus::done);
+}
+
+TEST_F(TransferCommand, sourceWithoutMedia_stopsBeforeTheFirstFile) {
+  std::filesystem::remove_all(tester.folder / "phone/media");
+  const CommandResult result = transfer();
+  EXPECT_EQ(result.status, ExitStatus::stopped);
+  EXPECT_THAT(result.err, HasSubstr("phone/media"));
+  EXPECT_EQ(tester.run({"transfer", "other", "photos"}).status, ExitStatus::stopped);
+}
+
+TEST_F(TransferCommand, settingsThatLeaveNothing_areSaidSo) {
+  const CommandResult result = transfer({"--set", "periodFrom=2030-01-01"});
+  EXPECT_EQ(result.status, ExitStatus::done);
+  EXPECT_THAT(result.out, AllOf(StartsWith("Переносить нечего: настройки"),
+                                HasSubstr("не вошли по настройкам               7\n")));
+}
+
+TEST_F(TransferCommand, zip_isPlannedWholeButNotYetWritten) {
+  transfer();
+  const CommandResult plan =
+      tester.run({"plan", "phone", "photos", "--json", "--set", "packAsZip=true"});
+  EXPECT_EQ(plan.json().member("files")->asArray()->size(), 7U);
+}
+
+TEST_F(TransferCommand, flatMode_writesIntoTheDestinationItself) {
+  EXPECT_THAT(copiedPaths({"--set", "uiMode=flat"}), testing::Contains("IMG_0004.PNG"));
+  EXPECT_THAT(tester.run({"plan", "phone", "photos", "--set", "uiMode=flat"}).out,
+              HasSubstr("(прямо в папке назначения)"));
+}
+
+TEST_F(TransferCommand, verbose_writesLogLinesAndTerminalGetsABar) {
+  const CommandResult result = transfer({"--verbose"});
+  EXPECT_THAT(result.err,
+              AllOf(HasSubstr("transfer start: files=7, bytes=70, dest="),
+                    HasSubstr("/photos, zip=false\n"),
+                    HasSubstr("transfer finish: copied=7, resumed=0, bytes=70, failures=0")));
+  tester.errColumns = 80;
+  EXPECT_THAT(transfer({"--set", "onlyNew=false", "--set", "fileNamePrefixMode=phone"}).err,
+              AllOf(HasSubstr("░░░"), HasSubstr(" / 7 файлов"), testing::EndsWith("\r\x1b[K")));
+}
+
+}  // namespace
+}  // namespace tavrix::cli

@@ -1,0 +1,166 @@
+#include "TransferJob.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+#include "PlanSummary.h"
+#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+#include "transfer/TransferPlanner.h"
+
+namespace tavrix {
+namespace {
+
+class TenByteSource : public MediaSource {
+ public:
+  void download(const MediaAsset&, DownloadDestination& destination) override {
+    const std::string_view content = "0123456789";
+    destination.append(std::as_bytes(std::span{content}));
+  }
+};
+
+std::vector<MediaAsset> assetsOf(int count) {
+  std::vector<MediaAsset> assets;
+  for (int i = 0; i < count; ++i) {
+    const std::string name = fmt::format("IMG_{:04}.HEIC", i);
+    assets.emplace_back(name, name, MediaAsset::Text{}, MediaKind::photo, 10U,
+                        Instant{std::chrono::hours{24 * (i / 2)}}, std::nullopt, false,
+                        MediaAsset::Text{}, MediaAsset::Text{});
+  }
+  return assets;
+}
+
+/// A run of six stills of three days into a folder that can be made to fail.
+struct TransferJobTest : testing::Test {
+  TransferOutcome run(std::chrono::seconds step = std::chrono::seconds{0}) {
+    const Library library = makeLibrary(assetsOf(6), {}, "en_US");
+    std::vector<TransferPlanner::NamedGroup> groups;
+    for (const auto& row : library.rows) groups.push_back({row.name, row.group});
+    TransferOptions options;
+    options.onlyNew = onlyNew;
+    auto content = Destination::read(folder, phone);
+    const TransferPlan plan = TransferPlanner::plan(groups, options, content.view);
+    TransferJob::Setup setup;
+    setup.phone = phone;
+    setup.now = [&] { return time += step; };
+    TransferJob job{setup, folder, std::move(content)};
+    TenByteSource source;
+    TransferOutcome outcome = job.run(plan, source);
+    tally = tallyOf(library, plan, outcome.report);
+    return outcome;
+  }
+  std::size_t rememberedFiles() const {
+    const auto marker = DestinationMarker::load(*openFolder(temporary.path()));
+    const auto* const record = marker.record(phone.hash);
+    return record == nullptr ? 0 : record->files.size();
+  }
+
+  TemporaryFolder temporary;
+  FaultyFolder folder{openFolder(temporary.path())};
+  PhoneIdentity phone = snapshotPhone("iPhone");
+  std::string markerName = DestinationMarker::fileName(phone.hash);
+  Instant time{std::chrono::seconds{1779364800}};
+  bool onlyNew = true;
+  TransferTally tally;
+};
+
+TEST_F(TransferJobTest, longRun_remembersOnItsWay) {
+  int savings = 0;
+  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    if (operation == FileOperation::rename && path == markerName) ++savings;
+  };
+  run(std::chrono::seconds{11});
+  EXPECT_GE(savings, 3);
+  savings = 0;
+  std::filesystem::remove_all(temporary / "1970-01-01");
+  run(std::chrono::seconds{1});
+  EXPECT_EQ(savings, 1);
+}
+
+TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
+  int files = 0;
+  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    if (operation == FileOperation::create && path.ends_with(".HEIC.part") && ++files > 4) {
+      throw FileError{operation, path, ENOSPC};
+    }
+  };
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, TransferStatus::interrupted);
+  ASSERT_TRUE(outcome.interruption.has_value());
+  EXPECT_EQ(outcome.interruption->code(), ENOSPC);
+  EXPECT_EQ(rememberedFiles(), tally.copied);
+  EXPECT_GT(tally.notReached, 0U);
+  EXPECT_EQ(tally.planned, tally.copied + tally.failed + tally.notReached);
+
+  folder.faults().rule = {};
+  EXPECT_EQ(run().status, TransferStatus::completed);
+  EXPECT_EQ(tally.catalogue, tally.known + tally.planned);
+  EXPECT_EQ(rememberedFiles(), 6U);
+}
+
+TEST_F(TransferJobTest, recordThatCannotBeWritten_isToldWithTheReport) {
+  folder.faults().rule = failing(FileOperation::rename, markerName, EACCES);
+  const TransferOutcome outcome = run(std::chrono::seconds{30});
+  EXPECT_EQ(outcome.status, TransferStatus::completed);
+  EXPECT_EQ(tally.copied, 6U);
+  ASSERT_TRUE(outcome.markerFailure.has_value());
+  EXPECT_EQ(outcome.markerFailure->code(), EACCES);
+}
+
+TEST_F(TransferJobTest, fileFoundInPlace_keepsTheDigestOfItsRecord) {
+  run();
+  const std::string digests = temporary.read(markerName);
+  onlyNew = false;
+  run();
+  EXPECT_EQ(tally.alreadyThere, 6U);
+  EXPECT_EQ(temporary.read(markerName), digests);
+  EXPECT_THAT(digests, testing::HasSubstr("sha256"));
+}
+
+TEST(PlanSummary, foldersOfOneName_areCountedTogether) {
+  Settings settings;
+  settings.datelessName = "x";
+  settings.nameTemplate = {{name_token::Year{}}, NameLanguage::english};
+  settings.mergeSameNames = true;
+  const Library library = makeLibrary(assetsOf(6), settings, "en_US");
+  ASSERT_EQ(library.rows.size(), 3U);
+  std::vector<TransferPlanner::NamedGroup> groups;
+  for (const auto& row : library.rows) groups.push_back({row.name, row.group});
+  TransferPlan plan = TransferPlanner::plan(groups, {});
+  plan.skippedKnown = {plan.files[1].asset, plan.files[5].asset};
+  plan.files = {plan.files[0], plan.files[2], plan.files[3], plan.files[4]};
+  EXPECT_THAT(folderPlans(library.rows, plan), testing::ElementsAre(FolderPlan{"1970", 4, 40, 2}));
+}
+
+TEST(Destination, paths_areApartOnlyWhenNeitherHoldsTheOther) {
+  const TemporaryFolder temporary;
+  temporary.write("phone/media/a", "");
+  struct Row {
+    std::string source;
+    std::string destination;
+    std::optional<DestinationError::Kind> expected;
+  };
+  using enum DestinationError::Kind;
+  const std::vector<Row> rows{{"phone", "photos", std::nullopt},
+                              {"phone", "phone/out", std::nullopt},
+                              {"phone", "phone/media2", std::nullopt},
+                              {"phone", "phon", std::nullopt},
+                              {"phone/", "phone/media", insideMedia},
+                              {"phone", "phone/media/x/y", insideMedia},
+                              {"phone", "phone/./out/../media/", insideMedia},
+                              {"phone", "phone", holdsSource},
+                              {"phone", ".", holdsSource}};
+  for (const Row& row : rows) {
+    std::optional<DestinationError::Kind> found;
+    try {
+      Destination::checkApart(temporary / row.source, temporary / row.destination);
+    } catch (const DestinationError& error) {
+      found = error.kind();
+    }
+    EXPECT_EQ(found, row.expected) << row.destination;
+  }
+}
+
+}  // namespace
+}  // namespace tavrix
