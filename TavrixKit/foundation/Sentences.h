@@ -13,14 +13,15 @@ inline constexpr CountedNoun folders{"папка", "папки", "папок", "
 inline constexpr CountedNoun shots{"съёмка", "съёмки", "съёмок", "shot", "shots"};
 
 // Why one file was not copied.
-inline constexpr Sentence<> pathOutsideDestination{"путь файла выходит за пределы папки назначения",
-                                                   "the file's path goes outside the destination folder"};
+inline constexpr Sentence<> pathOutsideDestination{
+    "путь файла выходит за пределы папки назначения",
+    "the file's path goes outside the destination folder"};
 inline constexpr Sentence<> unsafeName{"такое имя не может быть именем файла",
                                        "a file cannot have such a name"};
 inline constexpr Sentence<std::string_view, std::string> verificationFailed{
     "Сверка не прошла: {} — {}", "Verification failed: {} — {}"};
-inline constexpr Sentence<std::uint64_t, std::uint64_t> sizesDiffer{"ожидалось {} байт, получено {}",
-                                                                    "expected {} bytes, got {}"};
+inline constexpr Sentence<std::uint64_t, std::uint64_t> sizesDiffer{
+    "ожидалось {} байт, получено {}", "expected {} bytes, got {}"};
 inline constexpr Sentence<> notInSource{"файла нет в источнике", "the file is not in the source"};
 inline constexpr Sentence<std::string> unreadableInSource{"не удалось прочитать файл: {}",
                                                           "the file could not be read: {}"};
@@ -28,7 +29,8 @@ inline constexpr Sentence<> changedWhileRead{"файл изменился, по�
                                              "the file changed while it was being read"};
 inline constexpr Sentence<std::string> unwritable{"не удалось записать файл: {}",
                                                   "the file could not be written: {}"};
-inline constexpr Sentence<> sourceFailed{"источник не отдал файл", "the source did not hand the file over"};
+inline constexpr Sentence<> sourceFailed{"источник не отдал файл",
+                                         "the source did not hand the file over"};
 
 /// What a code of the system (errno) means, for people: "нет места на диске".
 std::string systemErrorText(Language language, int code);

@@ -12,7 +12,9 @@ namespace tavrix {
 /// Lets maps with std::string keys be searched with a std::string_view, without a copy.
 struct StringHash {
   using is_transparent = void;
-  std::size_t operator()(std::string_view text) const { return absl::Hash<std::string_view>{}(text); }
+  std::size_t operator()(std::string_view text) const {
+    return absl::Hash<std::string_view>{}(text);
+  }
 };
 
 template <typename Value>

@@ -106,11 +106,6 @@ MonthNames monthNamesOf(const std::string& localeID) {
 
 }  // namespace
 
-bool isAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 std::string replacingInvalidUtf8(std::string_view text) {
   if (isAscii(text)) return std::string{text};
   std::string result;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,7 +10,18 @@
 /// Unicode text as UTF-8. Letter case, character boundaries and month names come from ICU.
 namespace tavrix {
 
-bool isAscii(std::string_view text);
+inline bool isAscii(std::string_view text) {
+  constexpr std::uint64_t highBits = 0x8080808080808080U;
+  for (; text.size() >= 8; text.remove_prefix(8)) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data(), 8);
+    if ((word & highBits) != 0) return false;
+  }
+  for (const char c : text) {
+    if (static_cast<unsigned char>(c) >= 0x80) return false;
+  }
+  return true;
+}
 /// The text with every ill-formed UTF-8 sequence replaced by U+FFFD.
 std::string replacingInvalidUtf8(std::string_view text);
 

@@ -63,24 +63,30 @@ void append(MediaGroup& group, const DatedShot& shot) {
 
 std::string dateKey(DateGranularity granularity, CivilDate date) {
   switch (granularity) {
-    case DateGranularity::day: return dayText(date);
-    case DateGranularity::month: return monthText(date);
-    case DateGranularity::year: return yearText(date);
+    case DateGranularity::day:
+      return dayText(date);
+    case DateGranularity::month:
+      return monthText(date);
+    case DateGranularity::year:
+      return yearText(date);
   }
   return {};
 }
 
 CivilDate firstDayOf(DateGranularity granularity, CivilDate date) {
   switch (granularity) {
-    case DateGranularity::day: return date;
-    case DateGranularity::month: return date.year() / date.month() / 1;
-    case DateGranularity::year: return date.year() / 1 / 1;
+    case DateGranularity::day:
+      return date;
+    case DateGranularity::month:
+      return date.year() / date.month() / 1;
+    case DateGranularity::year:
+      return date.year() / 1 / 1;
   }
   return date;
 }
 
-std::vector<MediaGroup> groupByDate(const std::vector<DatedShot>& shots, DateGranularity granularity,
-                                    const TimeZone& zone) {
+std::vector<MediaGroup> groupByDate(const std::vector<DatedShot>& shots,
+                                    DateGranularity granularity, const TimeZone& zone) {
   std::vector<MediaGroup> groups;
   // Where clocks go back past midnight, a day goes on after the next one has begun.
   absl::flat_hash_map<std::chrono::sys_days::rep, std::size_t> groupOfDay;
@@ -104,7 +110,8 @@ std::vector<MediaGroup> flatGroup(const Shots& shots) {
   return {std::move(group)};
 }
 
-std::vector<MediaGroup> groupsByDate(const Shots& shots, DateGranularity granularity, const TimeZone& zone) {
+std::vector<MediaGroup> groupsByDate(const Shots& shots, DateGranularity granularity,
+                                     const TimeZone& zone) {
   std::vector<MediaGroup> groups = groupByDate(shots.dated, granularity, zone);
   if (!shots.undated.empty()) {
     MediaGroup& undated = groups.emplace_back();
@@ -124,10 +131,12 @@ GroupingEngine::Result GroupingEngine::group(const Request& request) {
   assert(supports(request.mode));
   const TimeZone& zone = request.settings.timeZone;
   Result result;
-  result.filteredBundles = filtered(request.bundles, request.filter, {zone, request.placeLookup.get()});
+  result.filteredBundles =
+      filtered(request.bundles, request.filter, {zone, request.placeLookup.get()});
   const Shots shots = splitByDate(result.filteredBundles);
   const auto* const byDate = std::get_if<ByDate>(&request.mode);
-  result.groups = byDate == nullptr ? flatGroup(shots) : groupsByDate(shots, byDate->granularity, zone);
+  result.groups =
+      byDate == nullptr ? flatGroup(shots) : groupsByDate(shots, byDate->granularity, zone);
   for (MediaGroup& group : result.groups) {
     group.bundles.shrink_to_fit();
     group.place = placeOf(group.bundles);

@@ -49,8 +49,8 @@ struct Result {
 /// Whether the engine can group by a mode. Events and trips are not there yet.
 bool supports(const GroupingMode& mode);
 
-/// Filters the bundles and groups the survivors. Never fails for a supported mode; no bundles give no
-/// groups.
+/// Filters the bundles and groups the survivors. Never fails for a supported mode; no bundles give
+/// no groups.
 Result group(const Request& request);
 
 }  // namespace GroupingEngine

@@ -27,7 +27,7 @@ struct Flat {
 };
 }  // namespace grouping_mode
 
-using GroupingMode = std::variant<grouping_mode::ByDate, grouping_mode::Events, grouping_mode::Trips,
-                                  grouping_mode::Flat>;
+using GroupingMode = std::variant<grouping_mode::ByDate, grouping_mode::Events,
+                                  grouping_mode::Trips, grouping_mode::Flat>;
 
 }  // namespace tavrix

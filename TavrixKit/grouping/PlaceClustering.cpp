@@ -22,8 +22,8 @@ std::array<double, 3> unitVector(const GeoPoint& point) {
   return {std::cos(lat) * std::cos(lon), std::cos(lat) * std::sin(lon), std::sin(lat)};
 }
 
-/// Cluster indices by cells of a cubic grid over the unit sphere. Where the cell's edge is the chord of
-/// the radius, every centre within the radius of a point lies in the 27 cells around it.
+/// Cluster indices by cells of a cubic grid over the unit sphere. Where the cell's edge is the
+/// chord of the radius, every centre within the radius of a point lies in the 27 cells around it.
 class CenterGrid {
  public:
   explicit CenterGrid(double radiusKm)
@@ -33,7 +33,9 @@ class CenterGrid {
 
   bool isUsable() const { return isUsable_; }
 
-  void insert(std::uint32_t index, const GeoPoint& center) { cells_[cellOf(center)].push_back(index); }
+  void insert(std::uint32_t index, const GeoPoint& center) {
+    cells_[cellOf(center)].push_back(index);
+  }
 
   void move(std::uint32_t index, const GeoPoint& from, const GeoPoint& to) {
     const Cell before = cellOf(from);
@@ -50,7 +52,8 @@ class CenterGrid {
     const Cell middle = cellOf(point);
     std::optional<std::uint32_t> lowest;
     for (int i = 0; i < 27; ++i) {
-      const auto found = cells_.find({middle[0] + i / 9 - 1, middle[1] + i / 3 % 3 - 1, middle[2] + i % 3 - 1});
+      const auto found =
+          cells_.find({middle[0] + i / 9 - 1, middle[1] + i / 3 % 3 - 1, middle[2] + i % 3 - 1});
       if (found == cells_.end()) continue;
       for (const std::uint32_t index : found->second) {
         if ((!lowest || index < *lowest) && isNear(index)) lowest = index;
@@ -145,7 +148,8 @@ void UnitVectorSum::add(const GeoPoint& point) {
 GeoPoint UnitVectorSum::center(const GeoPoint& firstPoint) const {
   const double equatorial = std::sqrt(x * x + y * y);
   if (count < 1 || (equatorial <= cancelled && std::abs(z) <= cancelled)) return firstPoint;
-  return {std::atan2(z, equatorial) * 180 / std::numbers::pi, std::atan2(y, x) * 180 / std::numbers::pi};
+  return {std::atan2(z, equatorial) * 180 / std::numbers::pi,
+          std::atan2(y, x) * 180 / std::numbers::pi};
 }
 
 Assignment assign(const std::vector<GeoPoint>& points, double radiusKm) {

@@ -15,8 +15,8 @@ struct UnitVectorSum {
   std::int64_t count = 0;  ///< how many points were added
 
   void add(const GeoPoint& point);
-  /// The spherical mean, by atan2 of the sum's parts; `firstPoint` when there is none because no point
-  /// was added or the vectors cancel (each of z and the equatorial part at most 1e-12).
+  /// The spherical mean, by atan2 of the sum's parts; `firstPoint` when there is none because no
+  /// point was added or the vectors cancel (each of z and the equatorial part at most 1e-12).
   GeoPoint center(const GeoPoint& firstPoint) const;
 
   friend bool operator==(const UnitVectorSum&, const UnitVectorSum&) = default;
@@ -31,8 +31,8 @@ struct Cluster {
 };
 
 /// Clusters greedily in input order: a point joins the earliest cluster whose centre lies within
-/// `radiusKm`, and moves that centre; otherwise it starts a cluster. The result depends on the order and
-/// is in creation order. Near linear for ordinary radii.
+/// `radiusKm`, and moves that centre; otherwise it starts a cluster. The result depends on the
+/// order and is in creation order. Near linear for ordinary radii.
 std::vector<Cluster> clusters(const std::vector<GeoPoint>& points, double radiusKm);
 
 /// The same, as the index of its cluster for each point: `centers` in creation order.

@@ -14,7 +14,8 @@ struct CountryFiles {
 
 template <typename Node>
 void sortByCount(std::vector<Node>& nodes) {
-  std::stable_sort(nodes.begin(), nodes.end(), [](const Node& a, const Node& b) { return a.count > b.count; });
+  std::stable_sort(nodes.begin(), nodes.end(),
+                   [](const Node& a, const Node& b) { return a.count > b.count; });
 }
 
 PlaceTree::Country countryNode(const std::string& name, const CountryFiles& files) {

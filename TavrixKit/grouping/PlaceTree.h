@@ -27,16 +27,17 @@ struct PlaceTree {
     friend bool operator==(const Country&, const Country&) = default;
   };
 
-  std::vector<Country> countries;   ///< most files first, then by name
-  std::uint64_t unplacedCount = 0;  ///< files of shots without a location
-  std::uint64_t unresolvedCount = 0;          ///< files of located shots whose place has no name yet
-  std::vector<GeoPoint> unresolvedPoints;     ///< one point for each such place cell
+  std::vector<Country> countries;          ///< most files first, then by name
+  std::uint64_t unplacedCount = 0;         ///< files of shots without a location
+  std::uint64_t unresolvedCount = 0;       ///< files of located shots whose place has no name yet
+  std::vector<GeoPoint> unresolvedPoints;  ///< one point for each such place cell
 
   friend bool operator==(const PlaceTree&, const PlaceTree&) = default;
 };
 
-/// The tree of a library with names in the language of `localeID`. Without a lookup every shot counts as
-/// unplaced. A place that has a city but no country stands under a country without a name.
+/// The tree of a library with names in the language of `localeID`. Without a lookup every shot
+/// counts as unplaced. A place that has a city but no country stands under a country without a
+/// name.
 PlaceTree placeTree(const std::vector<AssetBundle>& bundles, const PlaceLookup* lookup,
                     const std::string& localeID);
 

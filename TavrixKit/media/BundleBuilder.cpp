@@ -3,20 +3,22 @@
 #include <absl/container/flat_hash_map.h>
 
 #include <algorithm>
+#include <deque>
 
 namespace tavrix::BundleBuilder {
 namespace {
 
-std::string bundleKey(const MediaAsset& asset) {
-  std::string key;
+void setBundleKey(std::string& key, const MediaAsset& asset) {
+  key.clear();
   if (const auto parsed = parseName(asset.name())) {
-    const std::string_view directory = asset.directory().value_or("");
-    key.reserve(directory.size() + parsed->prefix.size() + parsed->number.size() + 2);
-    key.append(directory).append("/").append(parsed->prefix).append("_").append(parsed->number);
+    key.append(asset.directory().value_or(""))
+        .append("/")
+        .append(parsed->prefix)
+        .append("_")
+        .append(parsed->number);
   } else {
     key.append("asset:").append(asset.id());
   }
-  return key;
 }
 
 template <typename Wanted>
@@ -36,33 +38,59 @@ const MediaAsset& originalOf(const std::vector<MediaAsset>& members) {
   return any == nullptr ? members.front() : *any;
 }
 
-struct Shot {
-  std::string key;
-  std::vector<MediaAsset> members;
+/// Which shot each asset belongs to, shots numbered in the order in which they were first met.
+struct Shots {
+  std::deque<std::string> keys;
+  std::vector<std::uint32_t> shotOfAsset;
+  std::vector<std::uint32_t> sizes;
 };
+
+Shots findShots(const std::vector<MediaAsset>& assets) {
+  Shots shots;
+  shots.shotOfAsset.reserve(assets.size());
+  absl::flat_hash_map<std::string_view, std::uint32_t> shotOfKey;
+  std::string key;
+  for (const MediaAsset& asset : assets) {
+    setBundleKey(key, asset);
+    // Files of one shot mostly follow each other, but nothing says that they must.
+    std::uint32_t shot = shots.shotOfAsset.empty() ? 0 : shots.shotOfAsset.back();
+    if (shots.keys.empty() || shots.keys[shot] != key) {
+      auto found = shotOfKey.find(key);
+      if (found == shotOfKey.end()) {
+        found = shotOfKey
+                    .emplace(shots.keys.emplace_back(key),
+                             static_cast<std::uint32_t>(shots.sizes.size()))
+                    .first;
+        shots.sizes.push_back(0);
+      }
+      shot = found->second;
+    }
+    ++shots.sizes[shot];
+    shots.shotOfAsset.push_back(shot);
+  }
+  return shots;
+}
 
 }  // namespace
 
 std::vector<AssetBundle> makeBundles(const std::vector<MediaAsset>& assets) {
-  // Files of one shot lie close together, but nothing says how close.
-  absl::flat_hash_map<std::string, std::uint32_t> positions;
-  std::vector<Shot> shots;
-  for (const MediaAsset& asset : assets) {
-    std::string key = bundleKey(asset);
-    const auto [found, isNew] =
-        positions.try_emplace(std::move(key), static_cast<std::uint32_t>(shots.size()));
-    if (isNew) shots.push_back({found->first, {}});
-    shots[found->second].members.push_back(asset);
+  Shots shots = findShots(assets);
+  std::vector<std::vector<MediaAsset>> members(shots.sizes.size());
+  for (std::size_t i = 0; i < assets.size(); ++i) {
+    const std::uint32_t shot = shots.shotOfAsset[i];
+    if (members[shot].empty()) members[shot].reserve(shots.sizes[shot]);
+    members[shot].push_back(assets[i]);
   }
   std::vector<AssetBundle> bundles;
-  bundles.reserve(shots.size());
-  for (Shot& shot : shots) bundles.push_back(*bundle(std::move(shot.key), std::move(shot.members)));
+  bundles.reserve(members.size());
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    bundles.push_back(*bundle(std::move(shots.keys[i]), std::move(members[i])));
+  }
   return bundles;
 }
 
 std::optional<AssetBundle> bundle(std::string id, std::vector<MediaAsset> members) {
   if (members.empty()) return std::nullopt;
-  members.shrink_to_fit();
   MediaAsset original = originalOf(members);
   return AssetBundle{std::move(id), std::move(members), std::move(original)};
 }

@@ -40,11 +40,6 @@ class Packer {
   std::string text_;
 };
 
-bool isEditedName(std::string_view name) {
-  const auto parsed = BundleBuilder::parseName(name);
-  return parsed && parsed->isEdited;
-}
-
 }  // namespace
 
 struct MediaAsset::Record {
@@ -86,7 +81,8 @@ MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text director
   record->location = location;
   record->kind = kind;
   record->isOptimized = isOptimized;
-  record->isEditedVariant = isEditedName(name) || ResourceBundles::isEditedResource(id);
+  record->isEditedVariant =
+      BundleBuilder::isEditedName(name) || ResourceBundles::isEditedResource(id);
   record_ = std::move(record);
 }
 

@@ -50,16 +50,15 @@ std::size_t extensionDot(const Characters& name) {
   return count;
 }
 
-}  // namespace
+/// A name with a camera pattern, taken apart; the views point into it.
+struct Pieces {
+  std::string_view prefix;
+  std::string_view number;
+  std::string_view extension;
+  bool isEdited;
+};
 
-FileNameParts splitFileName(std::string_view name) {
-  const Characters characters{name};
-  const std::size_t dot = extensionDot(characters);
-  if (dot == characters.count()) return {name, {}};
-  return {characters.text(0, dot), characters.text(dot + 1, characters.count())};
-}
-
-std::optional<ParsedName> parseName(std::string_view name) {
+std::optional<Pieces> pieces(std::string_view name) {
   const Characters characters{name};
   const std::size_t stemEnd = extensionDot(characters);
   std::size_t underscore = 0;
@@ -75,8 +74,29 @@ std::optional<ParsedName> parseName(std::string_view name) {
   const auto extension = stemEnd < characters.count()
                              ? characters.text(stemEnd + 1, characters.count())
                              : std::string_view{};
-  return ParsedName{upperCased(characters.text(0, underscore)),
-                    std::string{characters.text(digits, stemEnd)}, isEdited, lowerCased(extension)};
+  return Pieces{characters.text(0, underscore), characters.text(digits, stemEnd), extension,
+                isEdited};
+}
+
+}  // namespace
+
+FileNameParts splitFileName(std::string_view name) {
+  const Characters characters{name};
+  const std::size_t dot = extensionDot(characters);
+  if (dot == characters.count()) return {name, {}};
+  return {characters.text(0, dot), characters.text(dot + 1, characters.count())};
+}
+
+std::optional<ParsedName> parseName(std::string_view name) {
+  const auto parts = pieces(name);
+  if (!parts) return std::nullopt;
+  return ParsedName{upperCased(parts->prefix), std::string{parts->number}, parts->isEdited,
+                    lowerCased(parts->extension)};
+}
+
+bool isEditedName(std::string_view name) {
+  const auto parts = pieces(name);
+  return parts && parts->isEdited;
 }
 
 }  // namespace tavrix::BundleBuilder

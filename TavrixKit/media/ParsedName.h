@@ -20,6 +20,9 @@ struct ParsedName {
 /// Nothing when the name has no camera pattern. Characters are extended grapheme clusters.
 std::optional<ParsedName> parseName(std::string_view name);
 
+/// Whether a name has a camera pattern and carries the edit mark.
+bool isEditedName(std::string_view name);
+
 /// A file name in two: `extension` is what follows the last dot, without it. A dot that is the
 /// first or the last character, or that a space follows somewhere, begins no extension; `stem` is
 /// then the whole name. With an extension, stem + "." + extension is the name.

@@ -82,10 +82,9 @@ std::string ResourceBundles::assetID(std::string_view localIdentifier, Role role
 }
 
 std::optional<std::pair<std::string, Role>> ResourceBundles::split(std::string_view assetID) {
+  if (!assetID.starts_with(idPrefix)) return std::nullopt;
   const auto hash = assetID.rfind('#');
-  if (!assetID.starts_with(idPrefix) || hash == std::string_view::npos || hash < idPrefix.size()) {
-    return std::nullopt;
-  }
+  if (hash == std::string_view::npos || hash < idPrefix.size()) return std::nullopt;
   std::string_view role = assetID.substr(hash + 1);
   if (const auto dot = role.find('.'); dot != std::string_view::npos) {
     const std::string_view number = role.substr(dot + 1);

@@ -49,7 +49,7 @@ namespace Snapshot {
 inline constexpr std::uint64_t maxItems = 5'000'000;
 
 /// Hands on the items one by one, so that none stays in memory. Throws SnapshotError.
-void readEach(ByteReader& source, const std::function<void(const SnapshotItem&)>& receiver);
+void readEach(ByteReader& source, const std::function<void(SnapshotItem&&)>& receiver);
 /// All items. Throws SnapshotError.
 std::vector<SnapshotItem> read(ByteReader& source);
 /// The catalogue: one asset per item. An item whose id is taken gets the first free of "#2", "#3",

@@ -56,8 +56,7 @@ bool isOptimizedCopy(const SnapshotItem& item, MediaKind kind) {
   const std::int64_t height = item.py.value_or(0);
   if (width <= 0 || height <= 0 || std::max(width, height) > longestOptimizedSide) return false;
   if (item.size == 0 || item.size >= optimizedSizeLimit) return false;
-  const auto parsed = BundleBuilder::parseName(item.name);
-  return !(parsed && parsed->isEdited);
+  return !BundleBuilder::isEditedName(item.name);
 }
 
 }  // namespace
@@ -75,11 +74,19 @@ std::optional<Instant> instantOfExif(std::string_view exifDate,
 }
 
 std::string SnapshotItem::assetID() const {
-  return dir && !dir->empty() ? *dir + "/" + name : name;
+  std::string id;
+  appendAssetID(id);
+  return id;
+}
+
+void SnapshotItem::appendAssetID(std::string& text) const {
+  if (dir && !dir->empty()) text.append(*dir).append("/");
+  text.append(name);
 }
 
 MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone) const {
-  const MediaKind assetKind = mediaKindOf(kind).value_or(mediaKindOfFileName(name));
+  const auto namedKind = mediaKindOf(kind);
+  const MediaKind assetKind = namedKind ? *namedKind : mediaKindOfFileName(name);
   std::optional<GeoPoint> location;
   if (lat && lon) location = GeoPoint{*lat, *lon};
   const bool hasDirectory = dir && !dir->empty();

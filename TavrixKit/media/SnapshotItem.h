@@ -28,6 +28,8 @@ struct SnapshotItem {
 
   /// The natural id of the file: dir/name, or the name alone without a (non-empty) dir.
   std::string assetID() const;
+  /// Appends that id to a text.
+  void appendAssetID(std::string& text) const;
   /// The asset under an id of the caller's choice. `zone` is where an exifDate without a usable
   /// offset was taken. An unreadable date falls back to itemDate, an unknown kind to the name's
   /// extension.

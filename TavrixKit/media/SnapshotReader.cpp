@@ -1,7 +1,6 @@
-#include <absl/container/flat_hash_map.h>
-#include <absl/container/flat_hash_set.h>
-
+#include <array>
 #include <cmath>
+#include <optional>
 
 #include "media/Snapshot.h"
 
@@ -10,29 +9,26 @@ namespace {
 
 enum class Field { name, dir, kind, size, itemDate, exifDate, exifOffset, lat, lon, px, py, cam };
 
-Field* fieldOf(std::string_view key) {
-  static absl::flat_hash_map<std::string_view, Field> fields{{"name", Field::name},
-                                                             {"dir", Field::dir},
-                                                             {"kind", Field::kind},
-                                                             {"size", Field::size},
-                                                             {"itemDate", Field::itemDate},
-                                                             {"exifDate", Field::exifDate},
-                                                             {"exifOffset", Field::exifOffset},
-                                                             {"lat", Field::lat},
-                                                             {"lon", Field::lon},
-                                                             {"px", Field::px},
-                                                             {"py", Field::py},
-                                                             {"cam", Field::cam}};
-  const auto found = fields.find(key);
-  return found == fields.end() ? nullptr : &found->second;
+constexpr std::array<std::string_view, 12> fieldNames{"name",     "dir",      "kind",       "size",
+                                                      "itemDate", "exifDate", "exifOffset", "lat",
+                                                      "lon",      "px",       "py",         "cam"};
+
+std::string_view nameOf(Field field) { return fieldNames[static_cast<std::size_t>(field)]; }
+
+std::optional<Field> fieldOf(std::string_view key) {
+  for (std::size_t i = 0; i < fieldNames.size(); ++i) {
+    const std::string_view name = fieldNames[i];
+    if (name.size() == key.size() && name.front() == key.front() && name == key)
+      return static_cast<Field>(i);
+  }
+  return std::nullopt;
 }
 
 /// Builds items from the events of the file. Values of unknown keys are passed over, whatever they
 /// hold.
 class ItemBuilder : public JsonHandler {
  public:
-  explicit ItemBuilder(const std::function<void(const SnapshotItem&)>& receiver)
-      : receiver_(receiver) {}
+  explicit ItemBuilder(const std::function<void(SnapshotItem&&)>& receiver) : receiver_(receiver) {}
 
   SnapshotError errorAt(JsonPosition position) const {
     return {problem_, position, count_, problemField_};
@@ -43,14 +39,14 @@ class ItemBuilder : public JsonHandler {
   bool null() override {
     if (isPassing()) return true;
     if (depth_ < 2) return refuse(SnapshotError::Kind::notAList);
-    if (isRequired(field_)) return refuse(SnapshotError::Kind::wrongType, key_);
+    if (isRequired(field_)) return refuse(SnapshotError::Kind::wrongType, nameOf(field_));
     clear(field_);
     return true;
   }
   bool boolean(bool value) override {
     if (isPassing()) return true;
     if (depth_ < 2) return refuse(SnapshotError::Kind::notAList);
-    if (field_ != Field::cam) return refuse(SnapshotError::Kind::wrongType, key_);
+    if (field_ != Field::cam) return refuse(SnapshotError::Kind::wrongType, nameOf(field_));
     item_.cam = value;
     return true;
   }
@@ -71,18 +67,15 @@ class ItemBuilder : public JsonHandler {
   bool string(std::string_view value) override;
   bool key(std::string_view name) override {
     if (depth_ != 2) return true;
-    const Field* const field = fieldOf(name);
-    isKnown_ = field != nullptr;
-    if (isKnown_) {
-      field_ = *field;
-      key_ = name;
-    }
+    const auto field = fieldOf(name);
+    isKnown_ = field.has_value();
+    if (isKnown_) field_ = *field;
     return true;
   }
   bool startObject() override {
     ++depth_;
     if (depth_ == 1) return refuse(SnapshotError::Kind::notAList);
-    if (depth_ > 2) return isKnown_ ? refuse(SnapshotError::Kind::wrongType, key_) : true;
+    if (depth_ > 2) return isKnown_ ? refuse(SnapshotError::Kind::wrongType, nameOf(field_)) : true;
     if (++count_ > Snapshot::maxItems) return refuse(SnapshotError::Kind::tooLarge);
     item_ = {};
     hasName_ = hasKind_ = hasSize_ = false;
@@ -93,7 +86,7 @@ class ItemBuilder : public JsonHandler {
     ++depth_;
     if (depth_ == 1) return true;
     if (depth_ == 2) return refuse(SnapshotError::Kind::notAList);
-    return isKnown_ ? refuse(SnapshotError::Kind::wrongType, key_) : true;
+    return isKnown_ ? refuse(SnapshotError::Kind::wrongType, nameOf(field_)) : true;
   }
   bool endArray() override {
     --depth_;
@@ -107,10 +100,10 @@ class ItemBuilder : public JsonHandler {
   /// Inside the value of a key that nobody knows.
   bool isPassing() const { return depth_ > 2 || (depth_ == 2 && !isKnown_); }
 
-  bool refuse(SnapshotError::Kind kind, std::string field = {}) {
+  bool refuse(SnapshotError::Kind kind, std::string_view field = {}) {
     hasProblem_ = true;
     problem_ = kind;
-    problemField_ = std::move(field);
+    problemField_ = field;
     return false;
   }
   bool setPixels(std::int64_t value) {
@@ -126,17 +119,16 @@ class ItemBuilder : public JsonHandler {
     if (!hasName_) return refuse(SnapshotError::Kind::missingField, "name");
     if (!hasKind_) return refuse(SnapshotError::Kind::missingField, "kind");
     if (!hasSize_) return refuse(SnapshotError::Kind::missingField, "size");
-    receiver_(item_);
+    receiver_(std::move(item_));
     return true;
   }
   void clear(Field field);
 
-  const std::function<void(const SnapshotItem&)>& receiver_;
+  const std::function<void(SnapshotItem&&)>& receiver_;
   SnapshotItem item_;
   std::uint64_t count_ = 0;
   int depth_ = 0;
   Field field_ = Field::name;
-  std::string key_;
   bool isKnown_ = false;
   bool hasName_ = false;
   bool hasKind_ = false;
@@ -162,17 +154,17 @@ bool ItemBuilder::number(double value) {
     case Field::size:
       // A whole number may be written with a point or an exponent.
       if (!(value >= 0 && value < 0x1p64 && value == std::floor(value))) {
-        return refuse(SnapshotError::Kind::outOfRange, key_);
+        return refuse(SnapshotError::Kind::outOfRange, nameOf(field_));
       }
       return setSize(static_cast<std::uint64_t>(value));
     case Field::px:
     case Field::py:
       if (!(std::abs(value) < 0x1p53 && value == std::floor(value))) {
-        return refuse(SnapshotError::Kind::outOfRange, key_);
+        return refuse(SnapshotError::Kind::outOfRange, nameOf(field_));
       }
       return setPixels(static_cast<std::int64_t>(value));
     default:
-      return refuse(SnapshotError::Kind::wrongType, key_);
+      return refuse(SnapshotError::Kind::wrongType, nameOf(field_));
   }
 }
 
@@ -198,7 +190,7 @@ bool ItemBuilder::string(std::string_view value) {
       item_.exifOffset = value;
       return true;
     default:
-      return refuse(SnapshotError::Kind::wrongType, key_);
+      return refuse(SnapshotError::Kind::wrongType, nameOf(field_));
   }
 }
 
@@ -245,30 +237,9 @@ SnapshotError snapshotError(const JsonError& error, const ItemBuilder& builder) 
   return {kind, error.position(), builder.count(), {}};
 }
 
-/// Gives each item an id of its own.
-class IDRegister {
- public:
-  std::string freeID(std::string id) {
-    if (!taken_.contains(id)) return id;
-    // Ids are never given back, so the search goes on where the last one for this id ended.
-    std::uint64_t& number = numbers_.try_emplace(id, 2).first->second;
-    for (;; ++number) {
-      std::string candidate = id + "#" + std::to_string(number);
-      if (!taken_.contains(candidate)) return candidate;
-    }
-  }
-  /// The asset must outlive the register, which keeps a view of its id.
-  void take(const MediaAsset& asset) { taken_.insert(asset.id()); }
-
- private:
-  absl::flat_hash_set<std::string_view> taken_;
-  absl::flat_hash_map<std::string, std::uint64_t> numbers_;
-};
-
 }  // namespace
 
-void Snapshot::readEach(ByteReader& source,
-                        const std::function<void(const SnapshotItem&)>& receiver) {
+void Snapshot::readEach(ByteReader& source, const std::function<void(SnapshotItem&&)>& receiver) {
   ItemBuilder builder{receiver};
   try {
     readJson(source, builder);
@@ -279,18 +250,8 @@ void Snapshot::readEach(ByteReader& source,
 
 std::vector<SnapshotItem> Snapshot::read(ByteReader& source) {
   std::vector<SnapshotItem> items;
-  readEach(source, [&](const SnapshotItem& item) { items.push_back(item); });
+  readEach(source, [&](SnapshotItem&& item) { items.push_back(std::move(item)); });
   return items;
-}
-
-std::vector<MediaAsset> Snapshot::readAssets(ByteReader& source, const TimeZone& zone) {
-  std::vector<MediaAsset> assets;
-  IDRegister ids;
-  readEach(source, [&](const SnapshotItem& item) {
-    ids.take(assets.emplace_back(item.mediaAsset(ids.freeID(item.assetID()), zone)));
-  });
-  assets.shrink_to_fit();
-  return assets;
 }
 
 }  // namespace tavrix

@@ -11,12 +11,15 @@ namespace {
 
 constexpr std::string_view textFileName = "phone-records.txt";
 constexpr std::string_view textFileContent =
-    "Records of the phones that copied photos into this folder. Safe to delete; the next copy will start "
+    "Records of the phones that copied photos into this folder. Safe to delete; the next copy will "
+    "start "
     "over.\n";
 /// A record of several million files; what is longer is none of ours.
 constexpr std::uint64_t maxRecordBytes = std::uint64_t{1} << 30U;
 
-bool isRecordName(const std::string& name) { return name.starts_with("phone-") && name.ends_with(".json"); }
+bool isRecordName(const std::string& name) {
+  return name.starts_with("phone-") && name.ends_with(".json");
+}
 
 std::optional<std::string> readRecord(const Folder& destination, const std::string& name) {
   try {
@@ -48,8 +51,9 @@ void setAside(Folder& destination, const std::string& name) {
 }  // namespace
 
 const PhoneRecord* Marker::record(const std::string& phoneHash) const {
-  const auto found = std::find_if(records.begin(), records.end(),
-                                  [&](const PhoneRecord& record) { return record.phoneHash == phoneHash; });
+  const auto found = std::find_if(records.begin(), records.end(), [&](const PhoneRecord& record) {
+    return record.phoneHash == phoneHash;
+  });
   return found == records.end() ? nullptr : &*found;
 }
 
@@ -79,7 +83,9 @@ KnownAssets Marker::knownAssets(const std::string& phoneHash) const {
   return known;
 }
 
-std::string fileName(const std::string& phoneHash) { return "phone-" + phoneHash.substr(0, 8) + ".json"; }
+std::string fileName(const std::string& phoneHash) {
+  return "phone-" + phoneHash.substr(0, 8) + ".json";
+}
 
 Marker load(const Folder& destination) {
   Marker marker;
@@ -117,7 +123,8 @@ PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now, const FilesOnDi
       if (!paths.contains(file.path) && filesOnDisk.contains(file.path)) now.files.push_back(file);
     }
   }
-  now.files.insert(now.files.end(), std::make_move_iterator(landed.begin()), std::make_move_iterator(landed.end()));
+  now.files.insert(now.files.end(), std::make_move_iterator(landed.begin()),
+                   std::make_move_iterator(landed.end()));
   return now;
 }
 

@@ -74,13 +74,13 @@ class MarkerError : public std::exception {
 /// "phone-" and the first eight characters of the hash and ".json".
 std::string fileName(const std::string& phoneHash);
 
-/// The records in a destination. A file that does not decode counts as absent. Throws MarkerError, and
-/// FileError when the folder cannot be read.
+/// The records in a destination. A file that does not decode counts as absent. Throws MarkerError,
+/// and FileError when the folder cannot be read.
 Marker load(const Folder& destination);
 
-/// Writes one phone's record in place of its earlier one, and the explanatory text file when there is
-/// none. A file of that name that is no record of this phone is kept with ".damaged" appended. Throws
-/// MarkerError, which leaves everything as it was, and FileError.
+/// Writes one phone's record in place of its earlier one, and the explanatory text file when there
+/// is none. A file of that name that is no record of this phone is kept with ".damaged" appended.
+/// Throws MarkerError, which leaves everything as it was, and FileError.
 void save(Folder& destination, const PhoneRecord& record);
 
 /// The record after a run: what landed now replaces older entries of the same path; earlier entries

@@ -20,13 +20,15 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
   }
 }
 
-DestinationView::Holding DestinationView::holding(const std::string& path, const MediaAsset& asset) const {
+DestinationView::Holding DestinationView::holding(const std::string& path,
+                                                  const MediaAsset& asset) const {
   if (!isOnDisk(path)) return Holding::nothing;
   const auto found = owners_.find(path);
   if (found == owners_.end()) return Holding::unrecorded;
   const Owner& owner = found->second;
-  const bool isSame = (!owner.localID.empty() && owner.localID == asset.id()) ||
-                      (!owner.cloudID.empty() && asset.cloudID() && owner.cloudID == *asset.cloudID());
+  const bool isSame =
+      (!owner.localID.empty() && owner.localID == asset.id()) ||
+      (!owner.cloudID.empty() && asset.cloudID() && owner.cloudID == *asset.cloudID());
   return isSame ? Holding::thisAsset : Holding::anotherAsset;
 }
 
@@ -41,7 +43,8 @@ bool DestinationView::holdsAnother(const std::string& path, const MediaAsset& as
 FilesOnDisk listFiles(const Folder& destination) {
   FilesOnDisk files;
   destination.visitAll([&](const std::string& path, const FileStatus& status) {
-    if (status.type == FileStatus::Type::file) files.emplace(path, FileOnDisk{status.size, status.modified});
+    if (status.type == FileStatus::Type::file)
+      files.emplace(path, FileOnDisk{status.size, status.modified});
   });
   return files;
 }

@@ -8,13 +8,14 @@
 
 namespace tavrix {
 
-/// What a planner needs to know of a destination: the files in it and whose they are. A value, made once
-/// before planning.
+/// What a planner needs to know of a destination: the files in it and whose they are. A value, made
+/// once before planning.
 class DestinationView {
  public:
   DestinationView() = default;
   /// The view of the phone with `phoneHash`.
-  DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker, const std::string& phoneHash);
+  DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
+                  const std::string& phoneHash);
 
   const FilesOnDisk& filesOnDisk() const { return filesOnDisk_; }
   const KnownAssets& knownAssets() const { return knownAssets_; }

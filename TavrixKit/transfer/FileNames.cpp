@@ -34,7 +34,8 @@ std::string_view folderOf(std::string_view path) {
 std::string numberedName(std::string_view name, std::uint64_t number) {
   if (number < 2) return std::string{name};
   const auto parts = splitFileName(name);
-  return joined(parts.stem, " (" + std::to_string(number) + ")" + std::string{dottedExtension(name)});
+  return joined(parts.stem,
+                " (" + std::to_string(number) + ")" + std::string{dottedExtension(name)});
 }
 
 std::string numberedPath(std::string_view path, std::uint64_t number) {
@@ -58,7 +59,9 @@ std::string withExtension(std::string_view name, std::string_view extension) {
   return result.append(".").append(extension);
 }
 
-std::string lowerExtension(std::string_view name) { return lowerCased(splitFileName(name).extension); }
+std::string lowerExtension(std::string_view name) {
+  return lowerCased(splitFileName(name).extension);
+}
 
 std::string fittingName(std::string name) {
   if (name.size() <= longestFileName) return name;

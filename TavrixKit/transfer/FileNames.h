@@ -9,8 +9,8 @@ namespace tavrix {
 /// The longest name that a volume takes, in bytes.
 inline constexpr std::size_t longestFileName = 255;
 
-/// "IMG_0001 (2).HEIC" of "IMG_0001.HEIC" and 2; the name itself for number 1. A name that would be too
-/// long loses whole characters before the number.
+/// "IMG_0001 (2).HEIC" of "IMG_0001.HEIC" and 2; the name itself for number 1. A name that would be
+/// too long loses whole characters before the number.
 std::string numberedName(std::string_view name, std::uint64_t number);
 /// The same for the last part of a path.
 std::string numberedPath(std::string_view path, std::uint64_t number);

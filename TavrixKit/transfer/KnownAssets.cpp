@@ -3,7 +3,8 @@
 namespace tavrix {
 
 const KnownAssets::Record* KnownAssets::record(const MediaAsset& asset) const {
-  if (const auto found = byLocalID.find(asset.id()); found != byLocalID.end()) return &found->second;
+  if (const auto found = byLocalID.find(asset.id()); found != byLocalID.end())
+    return &found->second;
   const auto cloudID = asset.cloudID();
   if (!cloudID) return nullptr;
   const auto found = byCloudID.find(*cloudID);

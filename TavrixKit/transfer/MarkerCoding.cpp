@@ -10,7 +10,8 @@ class RecordBuilder : public JsonHandler {
  public:
   /// Nothing when a required field was missing.
   std::optional<PhoneRecord> take() {
-    const bool isWhole = hasVersion_ && hasHash_ && hasLabel_ && hasModel_ && hasFirst_ && hasLast_ && hasFiles_;
+    const bool isWhole =
+        hasVersion_ && hasHash_ && hasLabel_ && hasModel_ && hasFirst_ && hasLast_ && hasFiles_;
     return isWhole ? std::optional{std::move(record_)} : std::nullopt;
   }
   bool hasVersion() const { return hasVersion_; }
@@ -25,7 +26,8 @@ class RecordBuilder : public JsonHandler {
   }
   bool unsignedInteger(std::uint64_t value) override {
     if (isUnknown()) return true;
-    if (depth_ == 1 && key_ == "schemaVersion") return value <= INT64_MAX && setVersion(static_cast<std::int64_t>(value));
+    if (depth_ == 1 && key_ == "schemaVersion")
+      return value <= INT64_MAX && setVersion(static_cast<std::int64_t>(value));
     if (depth_ != 3 || key_ != "size") return false;
     file_.size = value;
     return hasSize_ = true;
@@ -76,11 +78,16 @@ class RecordBuilder : public JsonHandler {
            name == "firstTransfer" || name == "lastTransfer" || name == "files";
   }
   static bool isFileKey(std::string_view name) {
-    return name == "path" || name == "size" || name == "sha256" || name == "localID" || name == "cloudID";
+    return name == "path" || name == "size" || name == "sha256" || name == "localID" ||
+           name == "cloudID";
   }
-  bool isOptionalFileField() const { return key_ == "sha256" || key_ == "localID" || key_ == "cloudID"; }
+  bool isOptionalFileField() const {
+    return key_ == "sha256" || key_ == "localID" || key_ == "cloudID";
+  }
   /// The value in hand belongs to a key that nobody knows.
-  bool isUnknown() const { return unknownDepth_ > 0 || ((depth_ == 1 || depth_ == 3) && isUnknownKey_); }
+  bool isUnknown() const {
+    return unknownDepth_ > 0 || ((depth_ == 1 || depth_ == 3) && isUnknownKey_);
+  }
   bool enterUnknown() {
     if (!isUnknown()) return false;
     ++unknownDepth_;
@@ -173,7 +180,8 @@ std::optional<PhoneRecord> decode(std::string_view json) {
     isRead = false;
   }
   // A newer version may have other fields; its number alone says that it is not ours to touch.
-  if (builder.hasVersion() && builder.version() > schemaVersion) throw MarkerError{"", builder.version()};
+  if (builder.hasVersion() && builder.version() > schemaVersion)
+    throw MarkerError{"", builder.version()};
   return isRead ? builder.take() : std::nullopt;
 }
 

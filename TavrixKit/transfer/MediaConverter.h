@@ -26,11 +26,12 @@ class ConversionError : public std::exception {
 class MediaConverter {
  public:
   virtual ~MediaConverter() = default;
-  /// Reads the file `input`, an asset's original bytes, and writes the converted one as `output`, a path
-  /// beside it that does not exist. Gives the size of what it wrote, in bytes. Throws ConversionError;
-  /// what it left at `output` is then removed by the caller.
+  /// Reads the file `input`, an asset's original bytes, and writes the converted one as `output`, a
+  /// path beside it that does not exist. Gives the size of what it wrote, in bytes. Throws
+  /// ConversionError; what it left at `output` is then removed by the caller.
   virtual std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
-                                const std::string& input, const std::string& output, std::stop_token stop) = 0;
+                                const std::string& input, const std::string& output,
+                                std::stop_token stop) = 0;
 };
 
 }  // namespace tavrix

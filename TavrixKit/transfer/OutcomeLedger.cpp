@@ -27,17 +27,18 @@ void OutcomeLedger::sizeMismatched() {
 void OutcomeLedger::failed(std::size_t index, std::string reason) {
   const PlannedFile& file = plan_.files[index];
   const std::lock_guard lock{mutex_};
-  outcomes_[index] = FileOutcome{std::string{file.asset.id()}, lastPathComponent(file.relativePath), std::nullopt,
-                                 0, FileOutcome::Failed{std::move(reason)}};
+  outcomes_[index] = FileOutcome{std::string{file.asset.id()}, lastPathComponent(file.relativePath),
+                                 std::nullopt, 0, FileOutcome::Failed{std::move(reason)}};
   ++settled_;
 }
 
 void OutcomeLedger::landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,
-                           std::uint64_t size, std::uint64_t bytesWritten, std::optional<std::string> sha256) {
+                           std::uint64_t size, std::uint64_t bytesWritten,
+                           std::optional<std::string> sha256) {
   const PlannedFile& file = plan_.files[index];
   const std::lock_guard lock{mutex_};
-  FileOutcome& outcome = outcomes_[index].emplace(
-      FileOutcome{std::string{file.asset.id()}, lastPathComponent(path), path, size, std::move(kind)});
+  FileOutcome& outcome = outcomes_[index].emplace(FileOutcome{
+      std::string{file.asset.id()}, lastPathComponent(path), path, size, std::move(kind)});
   ++settled_;
   counters_.bytesWritten += bytesWritten;
   if (outcome.is<FileOutcome::AlreadyThere>()) ++counters_.resumedSkips;

@@ -19,9 +19,10 @@ class OutcomeLedger {
   void sizeMismatched();
 
   void failed(std::size_t index, std::string reason);
-  /// The file lies complete at `path`, found there or landed as `kind`; `bytesWritten` of it are new.
-  void landed(std::size_t index, FileOutcome::Kind kind, const std::string& path, std::uint64_t size,
-              std::uint64_t bytesWritten, std::optional<std::string> sha256);
+  /// The file lies complete at `path`, found there or landed as `kind`; `bytesWritten` of it are
+  /// new.
+  void landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,
+              std::uint64_t size, std::uint64_t bytesWritten, std::optional<std::string> sha256);
 
   bool isComplete() const { return settled_ == outcomes_.size(); }
   /// The report of all outcomes so far, in plan order.

@@ -10,38 +10,49 @@
 
 namespace tavrix {
 
-/// The paths that a plan gives away, compared without regard to letter case. It keeps 64 bits of each
-/// (FNV-1a, the same on every machine): should two paths ever share them, the later one is taken for
-/// given away and gets a number more than it needs, in every run alike.
+/// The paths that a plan gives away, compared without regard to letter case. It keeps 64 bits of
+/// each (FNV-1a, the same on every machine): should two paths ever share them, the later one is
+/// taken for given away and gets a number more than it needs, in every run alike.
 class PathRegister {
  public:
-  void add(std::string_view path) { given_.insert(key(path)); }
+  /// False when the path is given away already.
+  bool add(std::string_view path) { return given_.insert(key(path)).second; }
   bool contains(std::string_view path) const { return given_.contains(key(path)); }
   void remove(std::string_view path) { given_.erase(key(path)); }
   void reserve(std::size_t count) { given_.reserve(count); }
 
  private:
   static std::uint64_t hashed(std::uint64_t hash, std::string_view text) {
-    for (const char c : text) {
-      hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
-    }
+    if (!isAscii(text)) return hashedBytes(hash, caseFolded(text));
+    for (const char c : text)
+      hash = mixed(hash, c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c);
     return hash;
+  }
+  static std::uint64_t hashedBytes(std::uint64_t hash, std::string_view text) {
+    for (const char c : text) hash = mixed(hash, c);
+    return hash;
+  }
+  static std::uint64_t mixed(std::uint64_t hash, char c) {
+    return (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
   }
 
   std::uint64_t key(std::string_view path) const {
     const auto slash = path.rfind('/');
     const std::size_t folderBytes = slash == std::string_view::npos ? 0 : slash + 1;
-    // Files come folder by folder, and folding a folder's name anew for each costs most of the time.
+    // Files come folder by folder, and folding a folder's name anew for each costs most of the
+    // time.
     if (path.substr(0, folderBytes) != folder_) {
       folder_ = path.substr(0, folderBytes);
-      folderHash_ = hashed(14695981039346656037U, caseFolded(folder_));
+      folderHash_ = hashed(offsetBasis, folder_);
     }
-    return hashed(folderHash_, caseFolded(path.substr(folderBytes)));
+    return hashed(folderHash_, path.substr(folderBytes));
   }
+
+  static constexpr std::uint64_t offsetBasis = 14695981039346656037U;
 
   absl::flat_hash_set<std::uint64_t> given_;
   mutable std::string folder_;
-  mutable std::uint64_t folderHash_ = 14695981039346656037U;
+  mutable std::uint64_t folderHash_ = offsetBasis;
 };
 
 }  // namespace tavrix

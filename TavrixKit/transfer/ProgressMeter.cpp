@@ -6,7 +6,8 @@
 
 namespace tavrix {
 
-ProgressMeter::ProgressMeter(const TransferPlan& plan, Receiver receiver) : receiver_(std::move(receiver)) {
+ProgressMeter::ProgressMeter(const TransferPlan& plan, Receiver receiver)
+    : receiver_(std::move(receiver)) {
   snapshot_.filesTotal = plan.files.size();
   for (const PlannedFile& file : plan.files) snapshot_.bytesTotal += file.asset.sizeBytes();
 }

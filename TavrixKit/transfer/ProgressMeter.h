@@ -8,8 +8,8 @@
 
 namespace tavrix {
 
-/// Counts how far a run is and tells the receiver after each step, one call at a time. Safe to use from
-/// several threads.
+/// Counts how far a run is and tells the receiver after each step, one call at a time. Safe to use
+/// from several threads.
 class ProgressMeter {
  public:
   using Receiver = std::function<void(const TransferProgressSnapshot&)>;

@@ -22,13 +22,14 @@ namespace tavrix {
 struct LandedFile {
   const PlannedFile& planned;
   const FileOutcome& outcome;
-  std::optional<std::string> sha256;  ///< of the bytes on disk; absent for a file that was there before
+  std::optional<std::string>
+      sha256;  ///< of the bytes on disk; absent for a file that was there before
 };
 
 /// Writes a plan into a destination so that a final name never holds incomplete bytes: each file is
-/// fetched into a ".part" file beside its place, its size checked, its bytes brought to stable storage,
-/// and then renamed. Waiting for the storage is shared by files that are ready at the same time. Nothing
-/// that exists is ever overwritten. An engine owns nothing beyond one run.
+/// fetched into a ".part" file beside its place, its size checked, its bytes brought to stable
+/// storage, and then renamed. Waiting for the storage is shared by files that are ready at the same
+/// time. Nothing that exists is ever overwritten. An engine owns nothing beyond one run.
 class TransferEngine {
  public:
   /// When the files that are ready are brought to stable storage together.
@@ -39,8 +40,8 @@ class TransferEngine {
   };
 
   struct Setup {
-    MediaConverter* converter = nullptr;  ///< without one a conversion ends as keptOriginal
-    Log* log = nullptr;                   ///< silent without one
+    MediaConverter* converter = nullptr;    ///< without one a conversion ends as keptOriginal
+    Log* log = nullptr;                     ///< silent without one
     Language language = Language::russian;  ///< of the reasons in the report
     /// Called, one call at a time, for each file that lies under its final name. Must not throw.
     std::function<void(const LandedFile&)> landed = nullptr;
@@ -58,7 +59,8 @@ class TransferEngine {
     TransferReport report_;
   };
 
-  /// The destination failed in a way that makes going on pointless; the report holds what got through.
+  /// The destination failed in a way that makes going on pointless; the report holds what got
+  /// through.
   class Interrupted : public std::exception {
    public:
     Interrupted(TransferReport report, FileError underlying)
@@ -79,11 +81,13 @@ class TransferEngine {
 
   /// Returns when every planned file has an outcome and all that was written, names included, is on
   /// stable storage. One file's failure is an outcome. Throws Cancelled, Interrupted. `progress` is
-  /// called one call at a time, from the threads of the run. The caller holds the destination's lock.
+  /// called one call at a time, from the threads of the run. The caller holds the destination's
+  /// lock.
   TransferReport run(const TransferPlan& plan, MediaSource& source, Folder& destination,
                      const Progress& progress = {}, std::stop_token stop = {}) const;
 
-  /// The output name of a file whose conversion failed: the planned one with the asset's own extension.
+  /// The output name of a file whose conversion failed: the planned one with the asset's own
+  /// extension.
   static std::string fallbackName(const PlannedFile& file);
 
  private:

@@ -14,9 +14,12 @@ std::string_view textOf(VideoOutputFormat format) {
 
 std::string_view textOf(TransferOptions::Container container) {
   switch (container) {
-    case TransferOptions::Container::folder: return "folder";
-    case TransferOptions::Container::zipPerGroup: return "zipPerGroup";
-    case TransferOptions::Container::zipWhole: return "zipWhole";
+    case TransferOptions::Container::folder:
+      return "folder";
+    case TransferOptions::Container::zipPerGroup:
+      return "zipPerGroup";
+    case TransferOptions::Container::zipWhole:
+      return "zipWhole";
   }
   return {};
 }

@@ -17,10 +17,10 @@ struct TransferOptions {
   bool flattenSingleKind = false;   ///< when separating, no subfolder for a group of one kind
   bool onlyNew = true;              ///< plan only files that are not already in the destination
   PhotoOutputFormat photoFormat = PhotoOutputFormat::original;
-  double jpegQuality = 0.85;        ///< 0 to 1
+  double jpegQuality = 0.85;  ///< 0 to 1
   VideoOutputFormat videoFormat = VideoOutputFormat::original;
   Container container = Container::folder;
-  bool flatLayout = false;          ///< no group folders: every file goes straight into the destination
+  bool flatLayout = false;  ///< no group folders: every file goes straight into the destination
   std::optional<std::string> fileNamePrefix;  ///< put in front of every file name
 
   friend bool operator==(const TransferOptions&, const TransferOptions&) = default;

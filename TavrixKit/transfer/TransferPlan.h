@@ -37,8 +37,8 @@ struct PlannedFile {
   MediaAsset asset;
   std::string relativePath;  ///< under the destination, "/" between parts
   PlannedConversion conversion;
-  bool isPicture = false;    ///< a picture of its shot; sidecars and motion parts are not
-  AssetBundle bundle;        ///< its shot
+  bool isPicture = false;  ///< a picture of its shot; sidecars and motion parts are not
+  AssetBundle bundle;      ///< its shot
 
   const std::string& bundleID() const { return bundle.id(); }
 

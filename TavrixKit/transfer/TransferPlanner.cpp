@@ -17,24 +17,34 @@ struct PendingFile {
   MediaAsset asset;
   std::string dirPath;     ///< with a "/" at its end, or empty
   std::string outputName;  ///< with prefix and final extension
-  PlannedConversion conversion;
-  bool isPicture;
-  AssetBundle bundle;
-  MediaAsset lead;  ///< the original of its bundle
+  MediaAsset lead;         ///< the original of its bundle
 
   std::string basePath() const { return dirPath + outputName; }
   bool isLead() const { return asset.id() == lead.id(); }
 };
 
-bool isInVideoBundle(const AssetBundle& bundle) { return bundle.original().kind() == MediaKind::video; }
+bool isInVideoBundle(const AssetBundle& bundle) {
+  return bundle.original().kind() == MediaKind::video;
+}
 
-std::string directory(const MediaAsset& asset, const FilePlacement& placement, const TransferOptions& options) {
-  std::string result;
-  if (!options.flatLayout) result = replacingInvalidUtf8(placement.folderName) + "/";
-  const bool isSeparated = options.separatePhotoVideo && (placement.groupIsMixed || !options.flattenSingleKind);
-  if (!isSeparated) return result;
-  return result +
-         (goesIntoVideo(asset, placement.isLivePhoto, placement.inVideoBundle) ? "Video/" : "Photo/");
+/// The folders of one group, each with a "/" at its end, or empty.
+struct Directories {
+  std::string photos;
+  std::string videos;
+
+  const std::string& of(const MediaAsset& asset, bool isLivePhoto, bool inVideoBundle) const {
+    return goesIntoVideo(asset, isLivePhoto, inVideoBundle) ? videos : photos;
+  }
+};
+
+Directories directories(const std::string& folderName, bool groupIsMixed,
+                        const TransferOptions& options) {
+  std::string folder;
+  if (!options.flatLayout) folder = replacingInvalidUtf8(folderName) + "/";
+  const bool isSeparated =
+      options.separatePhotoVideo && (groupIsMixed || !options.flattenSingleKind);
+  return isSeparated ? Directories{folder + "Photo/", folder + "Video/"}
+                     : Directories{folder, folder};
 }
 
 bool isJpeg(std::string_view name) {
@@ -52,15 +62,12 @@ std::string outputName(const MediaAsset& asset, const TransferOptions& options) 
   return fittingName(std::move(name));
 }
 
-std::vector<PendingFile> pendingFiles(const AssetBundle& bundle, FilePlacement placement,
+std::vector<PendingFile> pendingFiles(const AssetBundle& bundle, const Directories& places,
                                       const TransferOptions& options) {
-  placement.isLivePhoto = bundle.isLivePhoto();
-  placement.inVideoBundle = isInVideoBundle(bundle);
   std::vector<PendingFile> files;
-  files.reserve(bundle.assets().size());
   for (const MediaAsset& asset : bundle.assets()) {
-    files.push_back({asset, directory(asset, placement, options), outputName(asset, options),
-                     conversion(asset, options), bundle.isPicture(asset), bundle, bundle.original()});
+    files.push_back({asset, places.of(asset, bundle.isLivePhoto(), isInVideoBundle(bundle)),
+                     outputName(asset, options), bundle.original()});
   }
   return files;
 }
@@ -68,8 +75,8 @@ std::vector<PendingFile> pendingFiles(const AssetBundle& bundle, FilePlacement p
 /// Whether a path may be given to an asset.
 using IsFree = std::function<bool(const std::string& path, const MediaAsset& asset)>;
 
-/// Paths of one bundle's files under one number, the lead's first; of two files with one path the later
-/// alone counts on. Nothing when a path is not free.
+/// Paths of one bundle's files under one number, the lead's first; of two files with one path the
+/// later alone counts on. Nothing when a path is not free.
 std::vector<std::string> numberedPaths(const std::vector<PendingFile>& files, std::uint64_t number,
                                        const IsFree& isFree) {
   std::vector<std::string> paths(files.size());
@@ -77,7 +84,8 @@ std::vector<std::string> numberedPaths(const std::vector<PendingFile>& files, st
   const auto give = [&](std::size_t i) {
     std::string path = numberedPath(files[i].basePath(), number);
     if (!isFree(path, files[i].asset)) return false;
-    for (std::uint64_t next = number + 1; own.contains(path) || !isFree(path, files[i].asset); ++next) {
+    for (std::uint64_t next = number + 1; own.contains(path) || !isFree(path, files[i].asset);
+         ++next) {
       path = numberedPath(files[i].basePath(), next);
     }
     own.add(path);
@@ -110,21 +118,13 @@ class Layout {
     nameAll(groups);
     TransferPlan result;
     result.onlyNew = options_.onlyNew;
-    std::size_t next = 0;
-    std::vector<PlannedFile> files = std::move(files_);
-    // Names stand over all files before any is left out; only then does the destination have its say.
-    if (!consultsDestination()) {
-      result.files = std::move(files);
-      return result;
+    // Names stand over all files before any is left out; only then does the destination have its
+    // say.
+    if (consultsDestination()) {
+      siftAll(groups, result);
+    } else {
+      result.files = std::move(files_);
     }
-    for (const NamedGroup& named : groups) {
-      const FilePlacement placement = placementOf(named);
-      for (const AssetBundle& bundle : named.group.bundles) {
-        sift(bundle, placement, std::span{files}.subspan(next, bundle.assets().size()), result);
-        next += bundle.assets().size();
-      }
-    }
-    result.files.shrink_to_fit();
     return result;
   }
 
@@ -133,9 +133,9 @@ class Layout {
     return options_.container == TransferOptions::Container::folder && !destination_.isEmpty();
   }
 
-  FilePlacement placementOf(const NamedGroup& named) const {
+  Directories directoriesOf(const NamedGroup& named) const {
     const bool matters = options_.separatePhotoVideo && options_.flattenSingleKind;
-    return {named.folderName, matters && isMixed(named.group), false, false};
+    return directories(named.folderName, matters && isMixed(named.group), options_);
   }
 
   void nameAll(const std::vector<NamedGroup>& groups) {
@@ -145,35 +145,66 @@ class Layout {
     }
     files_.reserve(count);
     given_.reserve(count);
-    const IsFree isFree = [this](const std::string& path, const MediaAsset&) { return !given_.contains(path); };
     for (const NamedGroup& named : groups) {
-      const FilePlacement placement = placementOf(named);
-      for (const AssetBundle& bundle : named.group.bundles) {
-        std::vector<PendingFile> pending = pendingFiles(bundle, placement, options_);
-        std::vector<std::string> paths = freePaths(pending, 1, isFree);
-        for (std::size_t i = 0; i < pending.size(); ++i) add(std::move(pending[i]), std::move(paths[i]));
-      }
+      const Directories places = directoriesOf(named);
+      for (const AssetBundle& bundle : named.group.bundles) name(bundle, places);
     }
   }
 
-  void add(PendingFile&& file, std::string&& path) {
-    given_.add(path);
-    files_.push_back({std::move(file.asset), std::move(path), file.conversion, file.isPicture,
-                      std::move(file.bundle)});
+  void name(const AssetBundle& bundle, const Directories& places) {
+    const std::size_t first = files_.size();
+    const bool inVideoBundle = isInVideoBundle(bundle);
+    for (const MediaAsset& asset : bundle.assets()) {
+      std::string path =
+          places.of(asset, bundle.isLivePhoto(), inVideoBundle) + outputName(asset, options_);
+      files_.push_back(
+          {asset, std::move(path), conversion(asset, options_), bundle.isPicture(asset), bundle});
+    }
+    for (std::size_t i = first; i < files_.size(); ++i) {
+      if (given_.add(files_[i].relativePath)) continue;
+      // Rare: a path of the bundle is given away, to another bundle or within this one.
+      for (std::size_t back = first; back < i; ++back) given_.remove(files_[back].relativePath);
+      return nameWithNumbers(bundle, places, std::span{files_}.subspan(first));
+    }
+  }
+
+  void nameWithNumbers(const AssetBundle& bundle, const Directories& places,
+                       std::span<PlannedFile> files) {
+    const IsFree isFree = [this](const std::string& path, const MediaAsset&) {
+      return !given_.contains(path);
+    };
+    std::vector<std::string> paths = freePaths(pendingFiles(bundle, places, options_), 1, isFree);
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      given_.add(paths[i]);
+      files[i].relativePath = std::move(paths[i]);
+    }
+  }
+
+  void siftAll(const std::vector<NamedGroup>& groups, TransferPlan& result) {
+    std::size_t next = 0;
+    for (const NamedGroup& named : groups) {
+      const Directories places = directoriesOf(named);
+      for (const AssetBundle& bundle : named.group.bundles) {
+        sift(bundle, places, std::span{files_}.subspan(next, bundle.assets().size()), result);
+        next += bundle.assets().size();
+      }
+    }
+    result.files.shrink_to_fit();
   }
 
   /// Moves one bundle's files to the plan or to what is already there.
-  void sift(const AssetBundle& bundle, FilePlacement placement, std::span<PlannedFile> files,
+  void sift(const AssetBundle& bundle, const Directories& places, std::span<PlannedFile> files,
             TransferPlan& result) {
-    placement.isLivePhoto = bundle.isLivePhoto();
-    placement.inVideoBundle = isInVideoBundle(bundle);
     const bool conflicts = std::any_of(files.begin(), files.end(), [&](const PlannedFile& file) {
       return destination_.holdsAnother(file.relativePath, file.asset);
     });
-    if (conflicts) avoidOthers(pendingFiles(bundle, placement, options_), files);
+    if (conflicts) avoidOthers(pendingFiles(bundle, places, options_), files);
     for (PlannedFile& file : files) {
-      const KnownAssets::Record* const own = ownRecord(file.asset, placement);
-      if (options_.onlyNew && (own != nullptr || isAlreadyThere(file.asset, file.relativePath, destination_))) {
+      const std::string& place =
+          places.of(file.asset, bundle.isLivePhoto(), isInVideoBundle(bundle));
+      const KnownAssets::Record* const own = ownRecord(file.asset, place);
+      if (options_.onlyNew &&
+          (own != nullptr || isAlreadyThere(file.asset, file.relativePath, destination_))) {
         result.skippedKnown.push_back(std::move(file.asset));
         continue;
       }
@@ -183,10 +214,10 @@ class Layout {
   }
 
   /// The record of a file that lies under its own path or a numbered form of it.
-  const KnownAssets::Record* ownRecord(const MediaAsset& asset, const FilePlacement& placement) const {
+  const KnownAssets::Record* ownRecord(const MediaAsset& asset, const std::string& place) const {
     const auto* const record = destination_.knownAssets().record(asset);
     const bool counts = record != nullptr && isOnDisk(*record, destination_.filesOnDisk()) &&
-                        isNumberedForm(record->path, relativePath(asset, placement, options_));
+                        isNumberedForm(record->path, place + outputName(asset, options_));
     return counts ? record : nullptr;
   }
 
@@ -194,7 +225,8 @@ class Layout {
   void avoidOthers(const std::vector<PendingFile>& pending, std::span<PlannedFile> files) {
     for (const PlannedFile& file : files) given_.remove(file.relativePath);
     const IsFree isFree = [this](const std::string& path, const MediaAsset& asset) {
-      return destination_.holds(path, asset) || (!given_.contains(path) && !destination_.isOnDisk(path));
+      return destination_.holds(path, asset) ||
+             (!given_.contains(path) && !destination_.isOnDisk(path));
     };
     std::vector<std::string> paths = freePaths(pending, 2, isFree);
     for (std::size_t i = 0; i < files.size(); ++i) {
@@ -222,15 +254,19 @@ bool isMixed(const MediaGroup& group) {
   bool hasVideo = false;
   for (const AssetBundle& bundle : group.bundles) {
     for (const MediaAsset& asset : bundle.assets()) {
-      (goesIntoVideo(asset, bundle.isLivePhoto(), isInVideoBundle(bundle)) ? hasVideo : hasPhoto) = true;
+      (goesIntoVideo(asset, bundle.isLivePhoto(), isInVideoBundle(bundle)) ? hasVideo : hasPhoto) =
+          true;
     }
     if (hasPhoto && hasVideo) return true;
   }
   return false;
 }
 
-std::string relativePath(const MediaAsset& asset, const FilePlacement& placement, const TransferOptions& options) {
-  return directory(asset, placement, options) + outputName(asset, options);
+std::string relativePath(const MediaAsset& asset, const FilePlacement& placement,
+                         const TransferOptions& options) {
+  const Directories places = directories(placement.folderName, placement.groupIsMixed, options);
+  return places.of(asset, placement.isLivePhoto, placement.inVideoBundle) +
+         outputName(asset, options);
 }
 
 PlannedConversion conversion(const MediaAsset& asset, const TransferOptions& options) {
@@ -244,7 +280,8 @@ PlannedConversion conversion(const MediaAsset& asset, const TransferOptions& opt
   return planned_conversion::None{};
 }
 
-bool isAlreadyThere(const MediaAsset& asset, const std::string& plannedPath, const DestinationView& destination) {
+bool isAlreadyThere(const MediaAsset& asset, const std::string& plannedPath,
+                    const DestinationView& destination) {
   if (destination.isOnDisk(plannedPath)) return !destination.holdsAnother(plannedPath, asset);
   const auto* const record = destination.knownAssets().record(asset);
   return record != nullptr && isOnDisk(*record, destination.filesOnDisk()) &&
@@ -252,7 +289,8 @@ bool isAlreadyThere(const MediaAsset& asset, const std::string& plannedPath, con
 }
 
 std::vector<AssetBundle> newBundles(const MediaGroup& group, const std::string& folderName,
-                                    const TransferOptions& options, const DestinationView& destination) {
+                                    const TransferOptions& options,
+                                    const DestinationView& destination) {
   const TransferPlan planned = plan({{folderName, group}}, options, destination);
   absl::flat_hash_set<std::string_view> ids;
   for (const PlannedFile& file : planned.files) ids.insert(file.bundleID());

@@ -12,7 +12,7 @@ enum class TransferStage { copying, verifying, converting, packing };
 
 /// How far a run is.
 struct TransferProgressSnapshot {
-  std::uint64_t filesDone = 0;   ///< files that have their outcome
+  std::uint64_t filesDone = 0;  ///< files that have their outcome
   std::uint64_t filesTotal = 0;
   std::uint64_t bytesDone = 0;
   std::uint64_t bytesTotal = 0;
@@ -24,7 +24,8 @@ struct TransferProgressSnapshot {
   std::uint64_t packGroupsTotal = 0;
   std::optional<double> stageFraction;  ///< 0 to 1, where the stage is not counted in files
 
-  friend bool operator==(const TransferProgressSnapshot&, const TransferProgressSnapshot&) = default;
+  friend bool operator==(const TransferProgressSnapshot&,
+                         const TransferProgressSnapshot&) = default;
 };
 
 /// What became of one planned file.
@@ -46,8 +47,8 @@ struct FileOutcome {
   using Kind = std::variant<Failed, Copied, AlreadyThere, KeptOriginal>;
 
   std::string assetID;
-  std::string name;                  ///< the output name
-  std::optional<std::string> path;   ///< where the file lies, relative; absent when nothing landed
+  std::string name;                 ///< the output name
+  std::optional<std::string> path;  ///< where the file lies, relative; absent when nothing landed
   std::uint64_t bytesOnDisk = 0;
   Kind kind;
 
@@ -64,15 +65,15 @@ std::string_view textOf(const FileOutcome::Kind& kind);
 
 /// What a run did, file by file.
 struct TransferReport {
-  std::uint64_t copied = 0;          ///< files written by this run as planned
-  std::uint64_t copiedPictures = 0;  ///< of them the pictures
-  std::uint64_t resumedSkips = 0;    ///< files found complete and not written again
-  std::uint64_t bytesCopied = 0;     ///< bytes fetched from the source
-  std::uint64_t bytesWritten = 0;    ///< bytes that ended on disk, after conversion
+  std::uint64_t copied = 0;                      ///< files written by this run as planned
+  std::uint64_t copiedPictures = 0;              ///< of them the pictures
+  std::uint64_t resumedSkips = 0;                ///< files found complete and not written again
+  std::uint64_t bytesCopied = 0;                 ///< bytes fetched from the source
+  std::uint64_t bytesWritten = 0;                ///< bytes that ended on disk, after conversion
   std::vector<std::string> conversionFallbacks;  ///< names whose conversion failed
   std::vector<std::string> failures;             ///< one line per failed file: name and reason
-  std::uint64_t convertedSizeMismatches = 0;     ///< converted files of another size than was reported
-  std::vector<FileOutcome> files;                ///< in plan order
+  std::uint64_t convertedSizeMismatches = 0;  ///< converted files of another size than was reported
+  std::vector<FileOutcome> files;             ///< in plan order
 
   friend bool operator==(const TransferReport&, const TransferReport&) = default;
 };

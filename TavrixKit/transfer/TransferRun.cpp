@@ -11,11 +11,13 @@ namespace tavrix {
 
 bool stopsRun(const FileError& error, const Folder& destination) {
   constexpr std::array codes{ENOSPC, EDQUOT, EROFS, EIO, ENODEV, ENXIO, ESTALE, ENOTCONN};
-  return std::find(codes.begin(), codes.end(), error.code()) != codes.end() || !destination.exists();
+  return std::find(codes.begin(), codes.end(), error.code()) != codes.end() ||
+         !destination.exists();
 }
 
-TransferRun::TransferRun(const TransferEngine::Setup& setup, const TransferPlan& plan, MediaSource& source,
-                         Folder& destination, const TransferEngine::Progress& progress, std::stop_token stop)
+TransferRun::TransferRun(const TransferEngine::Setup& setup, const TransferPlan& plan,
+                         MediaSource& source, Folder& destination,
+                         const TransferEngine::Progress& progress, std::stop_token stop)
     : setup_(setup),
       plan_(plan),
       source_(source),
@@ -86,8 +88,9 @@ void TransferRun::writeFinishLog(const TransferReport& report) const {
            report.resumedSkips, report.bytesCopied, report.failures.size(), PrivateField{list});
 }
 
-TransferReport TransferEngine::run(const TransferPlan& plan, MediaSource& source, Folder& destination,
-                                   const Progress& progress, std::stop_token stop) const {
+TransferReport TransferEngine::run(const TransferPlan& plan, MediaSource& source,
+                                   Folder& destination, const Progress& progress,
+                                   std::stop_token stop) const {
   return TransferRun{setup_, plan, source, destination, progress, std::move(stop)}.execute();
 }
 

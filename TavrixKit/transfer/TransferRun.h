@@ -15,9 +15,9 @@ namespace tavrix {
 
 /// A file that is fetched and checked and waits for its final name.
 struct ReadyFile {
-  std::size_t index = 0;     ///< in the plan
-  std::string part;          ///< where its bytes are
-  std::string target;        ///< the name it wants
+  std::size_t index = 0;  ///< in the plan
+  std::string part;       ///< where its bytes are
+  std::string target;     ///< the name it wants
   std::string sha256;
   std::uint64_t size = 0;
   bool keptOriginal = false;
@@ -59,8 +59,8 @@ class TransferRun {
   std::optional<PathRegister> plannedPaths_;
 };
 
-/// Whether a failure of the destination makes going on pointless: no space, a read-only or failing disk,
-/// or the folder gone.
+/// Whether a failure of the destination makes going on pointless: no space, a read-only or failing
+/// disk, or the folder gone.
 bool stopsRun(const FileError& error, const Folder& destination);
 
 }  // namespace tavrix

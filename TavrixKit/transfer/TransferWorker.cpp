@@ -15,18 +15,24 @@ namespace {
 /// Thrown through a source to end a download that nobody waits for any more.
 struct DownloadStopped {};
 
-/// Receives a download: counts and digests the bytes and writes what the phone listed. More than that is
-/// only counted, so that a file that grew cannot fill the disk.
+/// Receives a download: counts and digests the bytes and writes what the phone listed. More than
+/// that is only counted, so that a file that grew cannot fill the disk.
 class Download : public DownloadDestination {
  public:
   Download(WritableFile& file, Sha256& digest, ProgressMeter& meter, std::uint64_t expected,
            const std::stop_token& stop, std::uint64_t& received)
-      : file_(file), digest_(digest), meter_(meter), expected_(expected), stop_(stop), received_(received) {}
+      : file_(file),
+        digest_(digest),
+        meter_(meter),
+        expected_(expected),
+        stop_(stop),
+        received_(received) {}
 
   void append(std::span<const std::byte> bytes) override {
     if (stop_.stop_requested()) throw DownloadStopped{};
     const std::uint64_t room = expected_ - std::min(received_, expected_);
-    const auto wanted = bytes.first(static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size())));
+    const auto wanted =
+        bytes.first(static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size())));
     file_.append(wanted);
     digest_.add(wanted);
     received_ += bytes.size();
@@ -60,11 +66,14 @@ bool isComplete(const FileStatus& status, const PlannedFile& file) {
 std::string reasonOf(const SourceError& error, Language language) {
   using namespace sentences;
   switch (error.kind()) {
-    case SourceError::Kind::notFound: return say(language, notInSource);
+    case SourceError::Kind::notFound:
+      return say(language, notInSource);
     case SourceError::Kind::unreadable:
       return say(language, unreadableInSource, systemErrorText(language, error.code()));
-    case SourceError::Kind::changedWhileRead: return say(language, changedWhileRead);
-    case SourceError::Kind::unsafeName: return say(language, unsafeName);
+    case SourceError::Kind::changedWhileRead:
+      return say(language, changedWhileRead);
+    case SourceError::Kind::unsafeName:
+      return say(language, unsafeName);
   }
   return say(language, sourceFailed);
 }
@@ -127,7 +136,8 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
   if (!isSafePathComponent(file.asset.name())) {
     // A name of dots or with a slash would lead elsewhere, and only such a path can be in the plan.
     const bool isInside = staysInside(file.relativePath);
-    fail(index, isInside ? say(language, sentences::unsafeName) : say(language, sentences::pathOutsideDestination));
+    fail(index, isInside ? say(language, sentences::unsafeName)
+                         : say(language, sentences::pathOutsideDestination));
     return true;
   }
   if (!staysInside(file.relativePath)) {
@@ -136,7 +146,8 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
   }
   const auto status = run_.destination_.status(file.relativePath);
   if (!status || !isComplete(*status, file)) return false;
-  run_.ledger_.landed(index, FileOutcome::AlreadyThere{}, file.relativePath, status->size, 0, std::nullopt);
+  run_.ledger_.landed(index, FileOutcome::AlreadyThere{}, file.relativePath, status->size, 0,
+                      std::nullopt);
   run_.meter_.finished(file, 0);
   return true;
 }
@@ -194,8 +205,8 @@ void TransferWorker::convert(ReadyFile& ready) {
   removeQuietly(output);
   try {
     const std::string root = destination.path() + "/";
-    const std::uint64_t reported =
-        converter->convert(file.asset, file.conversion, root + ready.part, root + output, run_.stop_);
+    const std::uint64_t reported = converter->convert(file.asset, file.conversion,
+                                                      root + ready.part, root + output, run_.stop_);
     if (run_.stop_.stop_requested()) throw DownloadStopped{};
     const auto status = destination.status(output);
     if (!status || status->size == 0) throw ConversionError{ConversionError::Kind::failed};
@@ -253,7 +264,8 @@ void TransferWorker::land(const ReadyFile& ready) {
     } else if (wasThere) {
       kind = FileOutcome::AlreadyThere{};
     }
-    run_.ledger_.landed(ready.index, kind, path, ready.size, wasThere ? 0 : ready.size, ready.sha256);
+    run_.ledger_.landed(ready.index, kind, path, ready.size, wasThere ? 0 : ready.size,
+                        ready.sha256);
     run_.meter_.finished(file, file.asset.sizeBytes());
   } catch (const FileError& error) {
     if (stopsRun(error, run_.destination_)) throw;

@@ -8,12 +8,14 @@
 
 namespace tavrix {
 
-/// One thread's share of a run: takes files one by one, fetches them, and lands what is ready together.
+/// One thread's share of a run: takes files one by one, fetches them, and lands what is ready
+/// together.
 class TransferWorker {
  public:
   explicit TransferWorker(TransferRun& run) : run_(run) {}
 
-  /// Works until there is nothing left or the run ends. Never throws: what goes wrong halts the run.
+  /// Works until there is nothing left or the run ends. Never throws: what goes wrong halts the
+  /// run.
   void work() noexcept;
 
  private:

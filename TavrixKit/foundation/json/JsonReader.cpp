@@ -12,6 +12,8 @@
 #include <memory>
 #include <optional>
 
+#include "foundation/Text.h"
+
 namespace tavrix {
 namespace {
 
@@ -31,6 +33,17 @@ class InputStream {
     const char c = *current_;
     if (++current_ == end_) refill();
     return c;
+  }
+  void skipWhitespace() {
+    const char* at = current_;
+    for (;;) {
+      // A NUL behind the last byte ends every run of spaces.
+      while (*at == ' ' || *at == '\n' || *at == '\r' || *at == '\t') ++at;
+      current_ = at;
+      if (at != end_) return;
+      refill();
+      at = current_;
+    }
   }
   std::size_t Tell() const { return offset_ + static_cast<std::size_t>(current_ - buffer_.data()); }
 
@@ -104,6 +117,18 @@ bool isWhole(std::string_view number) {
 }
 
 /// Nothing when it does not fit.
+}  // namespace
+}  // namespace tavrix
+
+/// The parser's own way takes a pretty-printed file's indents a character at a time.
+template <>
+inline void rapidjson::SkipWhitespace(tavrix::InputStream& stream) {
+  stream.skipWhitespace();
+}
+
+namespace tavrix {
+namespace {
+
 template <std::integral T>
 std::optional<T> wholeNumber(const char* begin, const char* end) {
   T value = 0;
@@ -122,6 +147,7 @@ std::optional<double> finiteNumber(const char* begin, const char* end) {
 
 /// Whether an escape put half of a surrogate pair into a text that is UTF-8 otherwise.
 bool hasLoneSurrogate(std::string_view text) {
+  if (isAscii(text)) return false;
   for (auto at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1)) {
     if (static_cast<unsigned char>(text[at + 1]) >= 0xA0) return true;
   }

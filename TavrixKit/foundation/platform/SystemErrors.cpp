@@ -35,8 +35,9 @@ constexpr std::array<KnownCode, 15> knownCodes{{
 }  // namespace
 
 std::string systemErrorText(Language language, int code) {
-  const auto* const found = std::find_if(knownCodes.begin(), knownCodes.end(),
-                                         [&](const KnownCode& known) { return known.code == code; });
+  const auto* const found =
+      std::find_if(knownCodes.begin(), knownCodes.end(),
+                   [&](const KnownCode& known) { return known.code == code; });
   if (found != knownCodes.end()) {
     return std::string{language == Language::russian ? found->russian : found->english};
   }

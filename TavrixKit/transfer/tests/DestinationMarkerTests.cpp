@@ -17,7 +17,12 @@ const std::string hash(64, 'a');
 const std::string file = "phone-aaaaaaaa.json";
 
 PhoneRecord sample() {
-  return {1,   hash, "iPhone «Маши»", "iPhone", day, nextDay,
+  return {1,
+          hash,
+          "iPhone «Маши»",
+          "iPhone",
+          day,
+          nextDay,
           {{"2026-05-20/IMG_1.HEIC", 1000, std::string(64, 'f'), "100APPLE/IMG_1.HEIC", "cloud/1"},
            {"2026-05-20/IMG_2 \"x\".MOV", UINT64_MAX, std::nullopt, std::nullopt, std::nullopt}}};
 }
@@ -77,7 +82,8 @@ TEST(DestinationMarker, saved_withItsExplanation_isLoaded) {
   save(*destination, sample());
   EXPECT_THAT(load(*destination).records, ElementsAre(sample()));
   EXPECT_EQ(folder.read("phone-records.txt"),
-            "Records of the phones that copied photos into this folder. Safe to delete; the next copy will start "
+            "Records of the phones that copied photos into this folder. Safe to delete; the next "
+            "copy will start "
             "over.\n");
   folder.write("phone-records.txt", "mine");
   save(*destination, sample());
@@ -106,7 +112,8 @@ TEST(DestinationMarker, save_thatFails_leavesTheEarlierRecord) {
   PhoneRecord later = sample();
   later.files.clear();
   for (const FileOperation operation :
-       {FileOperation::create, FileOperation::write, FileOperation::sync, FileOperation::close, FileOperation::rename}) {
+       {FileOperation::create, FileOperation::write, FileOperation::sync, FileOperation::close,
+        FileOperation::rename}) {
     destination.faults().rule = failing(operation, ENOSPC);
     EXPECT_THROW(save(destination, later), FileError);
     EXPECT_EQ(decode(folder.read(file)), sample());
@@ -124,8 +131,9 @@ TEST(DestinationMarker, update_keepsWhatIsThere_andReplacesByPath) {
   const PhoneRecord result = updated(&earlier, now, onDisk);
   EXPECT_EQ(result.firstTransfer, day);
   EXPECT_EQ(result.lastTransfer, nextDay);
-  EXPECT_THAT(result.files, ElementsAre(FileRecord{"a", 1, {}, "1", {}}, FileRecord{"b", 2, {}, "4", {}},
-                                        FileRecord{"c", 6, {}, "6", {}}));
+  EXPECT_THAT(result.files,
+              ElementsAre(FileRecord{"a", 1, {}, "1", {}}, FileRecord{"b", 2, {}, "4", {}},
+                          FileRecord{"c", 6, {}, "6", {}}));
   EXPECT_EQ(updated(nullptr, now, onDisk).firstTransfer, nextDay);
 }
 

@@ -19,8 +19,9 @@ TEST(FileNames, numberedForms_areThePathAndItsNumbersOnly) {
   for (const char* form : {"d/IMG.JPG", "d/IMG (2).JPG", "d/IMG (10).JPG"}) {
     EXPECT_TRUE(isNumberedForm(form, "d/IMG.JPG")) << form;
   }
-  for (const char* other : {"d/IMG (1).JPG", "d/IMG (02).JPG", "d/IMG (2) (2).JPG", "d/IMG (x).JPG", "d/IMG ().JPG",
-                            "d/IMG (2).jpg", "e/IMG (2).JPG", "IMG (2).JPG", "d/IMG(2).JPG", "d/ (2).JPG", ".JPG", ""}) {
+  for (const char* other : {"d/IMG (1).JPG", "d/IMG (02).JPG", "d/IMG (2) (2).JPG", "d/IMG (x).JPG",
+                            "d/IMG ().JPG", "d/IMG (2).jpg", "e/IMG (2).JPG", "IMG (2).JPG",
+                            "d/IMG(2).JPG", "d/ (2).JPG", ".JPG", ""}) {
     EXPECT_FALSE(isNumberedForm(other, "d/IMG.JPG")) << other;
   }
 }

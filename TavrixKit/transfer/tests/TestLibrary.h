@@ -28,16 +28,27 @@ inline std::string contentOf(const std::string& name, std::size_t size) {
 }
 
 /// An asset "100APPLE/IMG_0001.HEIC" of a phone; its kind by its name.
-inline MediaAsset assetOf(const std::string& id, std::uint64_t size = 1000, std::optional<std::string> cloudID = {}) {
+inline MediaAsset assetOf(const std::string& id, std::uint64_t size = 1000,
+                          std::optional<std::string> cloudID = {}) {
   const auto slash = id.find('/');
   const std::string name = slash == std::string::npos ? id : id.substr(slash + 1);
-  const auto directory = slash == std::string::npos ? MediaAsset::Text{} : MediaAsset::Text{id}.value().substr(0, slash);
-  return MediaAsset{id, name, directory, mediaKindOfFileName(name), size, Instant{std::chrono::seconds{1779278400}},
-                    std::nullopt, false, cloudID ? MediaAsset::Text{*cloudID} : std::nullopt, std::nullopt};
+  const auto directory = slash == std::string::npos ? MediaAsset::Text{}
+                                                    : MediaAsset::Text{id}.value().substr(0, slash);
+  return MediaAsset{id,
+                    name,
+                    directory,
+                    mediaKindOfFileName(name),
+                    size,
+                    Instant{std::chrono::seconds{1779278400}},
+                    std::nullopt,
+                    false,
+                    cloudID ? MediaAsset::Text{*cloudID} : std::nullopt,
+                    std::nullopt};
 }
 
 /// A group of the shots that these files form.
-inline TransferPlanner::NamedGroup groupOf(const std::string& folder, const std::vector<MediaAsset>& assets) {
+inline TransferPlanner::NamedGroup groupOf(const std::string& folder,
+                                           const std::vector<MediaAsset>& assets) {
   MediaGroup group;
   group.id = folder;
   group.bundles = BundleBuilder::makeBundles(assets);
@@ -45,7 +56,8 @@ inline TransferPlanner::NamedGroup groupOf(const std::string& folder, const std:
 }
 
 /// A plan of `count` stills in one folder.
-inline TransferPlan planOf(std::size_t count, std::uint64_t size, const std::string& folder = "2026-05-20") {
+inline TransferPlan planOf(std::size_t count, std::uint64_t size,
+                           const std::string& folder = "2026-05-20") {
   std::vector<MediaAsset> assets;
   for (std::size_t i = 0; i < count; ++i) {
     assets.push_back(assetOf("100APPLE/IMG_" + std::to_string(1000 + i) + ".HEIC", size));
@@ -53,8 +65,8 @@ inline TransferPlan planOf(std::size_t count, std::uint64_t size, const std::str
   return TransferPlanner::plan({groupOf(folder, assets)}, {});
 }
 
-/// A source in memory that hands out contentOf(id) in pieces; `before` is asked ahead of each download
-/// and may throw, `bytes` may answer other bytes than listed.
+/// A source in memory that hands out contentOf(id) in pieces; `before` is asked ahead of each
+/// download and may throw, `bytes` may answer other bytes than listed.
 class MemorySource : public MediaSource {
  public:
   std::function<void(const MediaAsset&)> before;
@@ -65,8 +77,9 @@ class MemorySource : public MediaSource {
   void download(const MediaAsset& asset, DownloadDestination& destination) override {
     if (before) before(asset);
     const auto found = bytes.find(std::string{asset.id()});
-    const std::string content =
-        found != bytes.end() ? found->second : contentOf(std::string{asset.id()}, asset.sizeBytes());
+    const std::string content = found != bytes.end()
+                                    ? found->second
+                                    : contentOf(std::string{asset.id()}, asset.sizeBytes());
     for (std::size_t at = 0; at < content.size(); at += pieceBytes) {
       const std::string piece = content.substr(at, pieceBytes);
       destination.append(std::as_bytes(std::span{piece}));

@@ -25,7 +25,8 @@ class TransferEngineTest : public testing::Test {
     return TransferEngine{setup}.run(plan, source, destination, progress, std::move(stop));
   }
   std::string planned(const TransferPlan& plan, std::size_t index) const {
-    return contentOf(std::string{plan.files[index].asset.id()}, plan.files[index].asset.sizeBytes());
+    return contentOf(std::string{plan.files[index].asset.id()},
+                     plan.files[index].asset.sizeBytes());
   }
   std::string reasonOf(const TransferReport& report, std::size_t index) const {
     const auto* const failed = std::get_if<FileOutcome::Failed>(&report.files.at(index).kind);
@@ -40,7 +41,8 @@ class TransferEngineTest : public testing::Test {
 };
 
 /// One plan with a file of this id at this path.
-TransferPlan planAt(const std::string& path, std::uint64_t size = 1000, PlannedConversion conversion = {},
+TransferPlan planAt(const std::string& path, std::uint64_t size = 1000,
+                    PlannedConversion conversion = {},
                     const std::string& id = "100APPLE/IMG_1.HEIC") {
   const MediaAsset asset = assetOf(id, size);
   const AssetBundle bundle = *BundleBuilder::bundle("b", {asset});
@@ -94,29 +96,35 @@ TEST_F(TransferEngineTest, wrongSizes_failTheirFileAlone) {
   source.bytes["100APPLE/IMG_1001.HEIC"] = std::string(5000, 'x');
   source.bytes["100APPLE/IMG_1002.HEIC"] = "";
   source.before = [](const MediaAsset& asset) {
-    if (asset.name() == "IMG_1003.HEIC") throw SourceError{SourceError::Kind::notFound, "IMG_1003.HEIC", ENOENT};
+    if (asset.name() == "IMG_1003.HEIC")
+      throw SourceError{SourceError::Kind::notFound, "IMG_1003.HEIC", ENOENT};
     if (asset.name() == "IMG_1004.HEIC") throw std::runtime_error{"unexpected"};
   };
   const auto plan = planOf(6, 1000);
   const auto report = run(plan);
-  EXPECT_THAT(kindsOf(report), ElementsAre("failed", "failed", "failed", "failed", "failed", "copied"));
-  EXPECT_EQ(reasonOf(report, 0), "Сверка не прошла: IMG_1000.HEIC — ожидалось 1000 байт, получено 5");
-  EXPECT_EQ(reasonOf(report, 1), "Сверка не прошла: IMG_1001.HEIC — ожидалось 1000 байт, получено 5000");
+  EXPECT_THAT(kindsOf(report),
+              ElementsAre("failed", "failed", "failed", "failed", "failed", "copied"));
+  EXPECT_EQ(reasonOf(report, 0),
+            "Сверка не прошла: IMG_1000.HEIC — ожидалось 1000 байт, получено 5");
+  EXPECT_EQ(reasonOf(report, 1),
+            "Сверка не прошла: IMG_1001.HEIC — ожидалось 1000 байт, получено 5000");
   EXPECT_EQ(reasonOf(report, 3), "файла нет в источнике");
   EXPECT_EQ(report.failures.size(), 5U);
   EXPECT_THAT(report.failures[3], HasSubstr("IMG_1003.HEIC"));
   EXPECT_THAT(filesIn(folder.path()), ElementsAre("2026-05-20/IMG_1005.HEIC"));
 
   source = {};
-  EXPECT_THAT(kindsOf(run(plan)), ElementsAre("copied", "copied", "copied", "copied", "copied", "alreadyThere"));
+  EXPECT_THAT(kindsOf(run(plan)),
+              ElementsAre("copied", "copied", "copied", "copied", "copied", "alreadyThere"));
 }
 
 TEST_F(TransferEngineTest, pathsThatLeadOut_writeNothing) {
   const TemporaryFolder outside;
   std::filesystem::create_directory_symlink(outside.path(), folder / "link");
   std::filesystem::create_directory_symlink("..", folder / "up");
-  for (const char* path : {"../IMG_1.HEIC", "d/../../IMG_1.HEIC", "/etc/IMG_1.HEIC", "d//IMG_1.HEIC", "..", "d/..", "",
-                           "link/IMG_1.HEIC", "link/sub/IMG_1.HEIC", "up/IMG_1.HEIC"}) {
+  for (const char* path :
+       {"../IMG_1.HEIC", "d/../../IMG_1.HEIC", "/etc/IMG_1.HEIC", "d//IMG_1.HEIC", "..", "d/..", "",
+        "link/IMG_1.HEIC", "link/sub/IMG_1.HEIC", "up/IMG_1.HEIC"}) {
     const auto report = run(planAt(path));
     EXPECT_EQ(reasonOf(report, 0), "путь файла выходит за пределы папки назначения") << path;
     EXPECT_FALSE(report.files[0].path) << path;
@@ -126,12 +134,14 @@ TEST_F(TransferEngineTest, pathsThatLeadOut_writeNothing) {
 }
 
 TEST_F(TransferEngineTest, namesThatAreNoNames_failTheirFileAlone) {
-  for (const std::string& name : {std::string{"."}, std::string{".."}, std::string{"a/b.jpg"}, std::string{"a\0b", 3}}) {
+  for (const std::string& name :
+       {std::string{"."}, std::string{".."}, std::string{"a/b.jpg"}, std::string{"a\0b", 3}}) {
     const auto plan = planAt("d/" + name, 1000, {}, "100APPLE/" + name);
     EXPECT_THAT(kindsOf(run(plan)), ElementsAre("failed")) << name;
   }
   EXPECT_THAT(filesIn(folder.path()), IsEmpty());
-  for (const std::string& name : {std::string(255, 'n'), std::string{"tab\there\nline"}, std::string{"\uFFFD"}, std::string{" "}}) {
+  for (const std::string& name : {std::string(255, 'n'), std::string{"tab\there\nline"},
+                                  std::string{"\uFFFD"}, std::string{" "}}) {
     EXPECT_THAT(kindsOf(run(planAt("d/" + name))), ElementsAre("copied")) << name;
     EXPECT_TRUE(folder.has("d/" + name));
   }
@@ -237,7 +247,8 @@ TEST_F(TransferEngineTest, conversion_succeeds_andKeepsTheDate) {
   EXPECT_THAT(filesIn(folder.path()), ElementsAre("d/IMG_1.jpg"));
 
   converter.misreport = 1;
-  EXPECT_EQ(run(planAt("d/IMG_2.jpg", 1000, planned_conversion::Jpeg{0.8})).convertedSizeMismatches, 1U);
+  EXPECT_EQ(run(planAt("d/IMG_2.jpg", 1000, planned_conversion::Jpeg{0.8})).convertedSizeMismatches,
+            1U);
 }
 
 TEST_F(TransferEngineTest, conversion_thatFails_keepsTheOriginalUnderItsName) {
@@ -245,7 +256,8 @@ TEST_F(TransferEngineTest, conversion_thatFails_keepsTheOriginalUnderItsName) {
   failing.fails = true;
   TextConverter empty;
   empty.writesNothing = true;
-  for (MediaConverter* const converter : std::initializer_list<MediaConverter*>{nullptr, &failing, &empty}) {
+  for (MediaConverter* const converter :
+       std::initializer_list<MediaConverter*>{nullptr, &failing, &empty}) {
     setup.converter = converter;
     const auto plan = planAt("d/IMG_1.jpg", 1000, planned_conversion::Jpeg{0.8});
     const auto report = run(plan);
@@ -276,8 +288,9 @@ TEST_F(TransferEngineTest, logLines_tellFailuresAndTheEnd) {
   setup.log = &log;
   source.bytes["100APPLE/IMG_1000.HEIC"] = "short";
   run(planOf(2, 1000));
-  EXPECT_THAT(log.lines, ElementsAre("FAIL <private>: ожидалось 1000 байт, получено 5",
-                                     "transfer finish: copied=1, resumed=0, bytes=1005, failures=1<private>"));
+  EXPECT_THAT(log.lines,
+              ElementsAre("FAIL <private>: ожидалось 1000 байт, получено 5",
+                          "transfer finish: copied=1, resumed=0, bytes=1005, failures=1<private>"));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// What a run leaves behind when the disk fails, fills up or goes away, and when the process is killed.
+// What a run leaves behind when the disk fails, fills up or goes away, and when the process is
+// killed.
 
 #include <gmock/gmock.h>
 #include <signal.h>
@@ -82,7 +83,8 @@ TEST_P(TransferFaultTest, anyStep_thatFails_leavesWholeFilesAndATrueReport) {
     EXPECT_EQ(wasInterrupted, reached && fault.stopsRun) << failAt;
     expectOnlyWholeFiles(folder.path(), plan);
     expectTrue(report, folder.path());
-    for (const std::string& path : filesIn(folder.path())) EXPECT_FALSE(path.ends_with(".part")) << path;
+    for (const std::string& path : filesIn(folder.path()))
+      EXPECT_FALSE(path.ends_with(".part")) << path;
 
     destination.faults().rule = {};
     TransferEngine{}.run(plan, source, destination);
@@ -90,18 +92,24 @@ TEST_P(TransferFaultTest, anyStep_thatFails_leavesWholeFilesAndATrueReport) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Operations, TransferFaultTest,
-    testing::Values(Fault{FileOperation::create, ENOSPC, true}, Fault{FileOperation::create, EACCES, false},
-                    Fault{FileOperation::write, ENOSPC, true}, Fault{FileOperation::write, EIO, true},
-                    Fault{FileOperation::write, EFBIG, false}, Fault{FileOperation::sync, EIO, true},
-                    Fault{FileOperation::close, EIO, true}, Fault{FileOperation::close, EDQUOT, true},
-                    Fault{FileOperation::rename, EIO, true}, Fault{FileOperation::rename, EACCES, false},
-                    Fault{FileOperation::makeFolder, EROFS, true}, Fault{FileOperation::makeFolder, ENAMETOOLONG, false},
-                    Fault{FileOperation::status, EIO, true}),
-    [](const auto& row) {
-      return std::to_string(static_cast<int>(row.param.operation)) + "_" + std::to_string(row.param.code);
-    });
+INSTANTIATE_TEST_SUITE_P(Operations, TransferFaultTest,
+                         testing::Values(Fault{FileOperation::create, ENOSPC, true},
+                                         Fault{FileOperation::create, EACCES, false},
+                                         Fault{FileOperation::write, ENOSPC, true},
+                                         Fault{FileOperation::write, EIO, true},
+                                         Fault{FileOperation::write, EFBIG, false},
+                                         Fault{FileOperation::sync, EIO, true},
+                                         Fault{FileOperation::close, EIO, true},
+                                         Fault{FileOperation::close, EDQUOT, true},
+                                         Fault{FileOperation::rename, EIO, true},
+                                         Fault{FileOperation::rename, EACCES, false},
+                                         Fault{FileOperation::makeFolder, EROFS, true},
+                                         Fault{FileOperation::makeFolder, ENAMETOOLONG, false},
+                                         Fault{FileOperation::status, EIO, true}),
+                         [](const auto& row) {
+                           return std::to_string(static_cast<int>(row.param.operation)) + "_" +
+                                  std::to_string(row.param.code);
+                         });
 
 TEST(TransferFault, destinationThatVanishes_interruptsTheRun) {
   const TemporaryFolder parent;
@@ -159,7 +167,8 @@ TEST(TransferFault, realFullDisk_interruptsAndGoesOnWhenThereIsRoom) {
 }
 
 /// Copies the plan in a process of its own and kills that at a random moment.
-void runAndKill(const TransferPlan& plan, const std::string& path, std::chrono::microseconds delay) {
+void runAndKill(const TransferPlan& plan, const std::string& path,
+                std::chrono::microseconds delay) {
   const pid_t child = ::fork();
   ASSERT_GE(child, 0);
   if (child == 0) {

@@ -10,9 +10,9 @@
 namespace tavrix {
 namespace {
 
+using DestinationMarker::FileRecord;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using DestinationMarker::FileRecord;
 
 using Paths = std::vector<std::string>;
 
@@ -30,8 +30,10 @@ TransferOptions options(const std::function<void(TransferOptions&)>& change) {
 }
 
 const auto separated = options([](auto& o) { o.separatePhotoVideo = true; });
-const auto separatedFlat = options([](auto& o) { o.separatePhotoVideo = o.flattenSingleKind = true; });
-const auto separatedWithoutFolders = options([](auto& o) { o.separatePhotoVideo = o.flatLayout = true; });
+const auto separatedFlat =
+    options([](auto& o) { o.separatePhotoVideo = o.flattenSingleKind = true; });
+const auto separatedWithoutFolders =
+    options([](auto& o) { o.separatePhotoVideo = o.flatLayout = true; });
 const auto withoutFolders = options([](auto& o) { o.flatLayout = true; });
 const auto prefixed = options([](auto& o) { o.fileNamePrefix = "VK_"; });
 const auto jpeg = options([](auto& o) { o.photoFormat = PhotoOutputFormat::jpeg; });
@@ -42,42 +44,75 @@ class LayoutTest : public testing::TestWithParam<LayoutCase> {};
 TEST_P(LayoutTest, files_ofOneGroup_lieWhereTheOptionsSay) {
   std::vector<MediaAsset> assets;
   for (const std::string& id : GetParam().ids) assets.push_back(assetOf(id));
-  EXPECT_EQ(pathsOf(TransferPlanner::plan({groupOf("2026-05-20", assets)}, GetParam().options)), GetParam().paths);
+  EXPECT_EQ(pathsOf(TransferPlanner::plan({groupOf("2026-05-20", assets)}, GetParam().options)),
+            GetParam().paths);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Options, LayoutTest,
     testing::Values(
-        LayoutCase{"mixedSeparated", separated, {"A/IMG_1400.HEIC", "A/IMG_1401.MOV"},
+        LayoutCase{"mixedSeparated",
+                   separated,
+                   {"A/IMG_1400.HEIC", "A/IMG_1401.MOV"},
                    {"2026-05-20/Photo/IMG_1400.HEIC", "2026-05-20/Video/IMG_1401.MOV"}},
-        LayoutCase{"photosSeparated", separated, {"A/IMG_1500.HEIC"}, {"2026-05-20/Photo/IMG_1500.HEIC"}},
-        LayoutCase{"photosFlattened", separatedFlat, {"A/IMG_1500.HEIC"}, {"2026-05-20/IMG_1500.HEIC"}},
-        LayoutCase{"videosFlattened", separatedFlat, {"A/IMG_1.MOV", "A/IMG_1.AAE"},
+        LayoutCase{
+            "photosSeparated", separated, {"A/IMG_1500.HEIC"}, {"2026-05-20/Photo/IMG_1500.HEIC"}},
+        LayoutCase{
+            "photosFlattened", separatedFlat, {"A/IMG_1500.HEIC"}, {"2026-05-20/IMG_1500.HEIC"}},
+        LayoutCase{"videosFlattened",
+                   separatedFlat,
+                   {"A/IMG_1.MOV", "A/IMG_1.AAE"},
                    {"2026-05-20/IMG_1.MOV", "2026-05-20/IMG_1.AAE"}},
-        LayoutCase{"mixedNotFlattened", separatedFlat, {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
+        LayoutCase{"mixedNotFlattened",
+                   separatedFlat,
+                   {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
                    {"2026-05-20/Photo/IMG_1.HEIC", "2026-05-20/Video/IMG_2.MOV"}},
-        LayoutCase{"livePhotoStaysTogether", separated, {"A/IMG_1.HEIC", "A/IMG_1.MOV", "A/IMG_1.AAE"},
-                   {"2026-05-20/Photo/IMG_1.HEIC", "2026-05-20/Photo/IMG_1.MOV", "2026-05-20/Photo/IMG_1.AAE"}},
-        LayoutCase{"videoTakesItsSidecar", separated, {"A/IMG_1.MOV", "A/IMG_1.AAE"},
+        LayoutCase{"livePhotoStaysTogether",
+                   separated,
+                   {"A/IMG_1.HEIC", "A/IMG_1.MOV", "A/IMG_1.AAE"},
+                   {"2026-05-20/Photo/IMG_1.HEIC", "2026-05-20/Photo/IMG_1.MOV",
+                    "2026-05-20/Photo/IMG_1.AAE"}},
+        LayoutCase{"videoTakesItsSidecar",
+                   separated,
+                   {"A/IMG_1.MOV", "A/IMG_1.AAE"},
                    {"2026-05-20/Video/IMG_1.MOV", "2026-05-20/Video/IMG_1.AAE"}},
         LayoutCase{"noFolders", withoutFolders, {"A/IMG_1.HEIC"}, {"IMG_1.HEIC"}},
-        LayoutCase{"noFoldersSeparated", separatedWithoutFolders, {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
+        LayoutCase{"noFoldersSeparated",
+                   separatedWithoutFolders,
+                   {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
                    {"Photo/IMG_1.HEIC", "Video/IMG_2.MOV"}},
-        LayoutCase{"prefixed", prefixed, {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
+        LayoutCase{"prefixed",
+                   prefixed,
+                   {"A/IMG_1.HEIC", "A/IMG_2.MOV"},
                    {"2026-05-20/VK_IMG_1.HEIC", "2026-05-20/VK_IMG_2.MOV"}},
-        LayoutCase{"jpeg", jpeg, {"A/IMG_1.PNG", "A/IMG_2.JPEG", "A/IMG_3.MOV", "A/IMG_1.AAE"},
-                   {"2026-05-20/IMG_1.jpg", "2026-05-20/IMG_1.AAE", "2026-05-20/IMG_2.jpg", "2026-05-20/IMG_3.MOV"}},
-        LayoutCase{"h264", h264, {"A/IMG_1.HEIC", "A/IMG_1.MOV"}, {"2026-05-20/IMG_1.HEIC", "2026-05-20/IMG_1.mp4"}},
-        LayoutCase{"sameNameOfTwoFolders", {}, {"A/IMG_1.HEIC", "A/IMG_1.MOV", "B/IMG_1.HEIC", "B/img_1.mov"},
+        LayoutCase{"jpeg",
+                   jpeg,
+                   {"A/IMG_1.PNG", "A/IMG_2.JPEG", "A/IMG_3.MOV", "A/IMG_1.AAE"},
+                   {"2026-05-20/IMG_1.jpg", "2026-05-20/IMG_1.AAE", "2026-05-20/IMG_2.jpg",
+                    "2026-05-20/IMG_3.MOV"}},
+        LayoutCase{"h264",
+                   h264,
+                   {"A/IMG_1.HEIC", "A/IMG_1.MOV"},
+                   {"2026-05-20/IMG_1.HEIC", "2026-05-20/IMG_1.mp4"}},
+        LayoutCase{"sameNameOfTwoFolders",
+                   {},
+                   {"A/IMG_1.HEIC", "A/IMG_1.MOV", "B/IMG_1.HEIC", "B/img_1.mov"},
                    {"2026-05-20/IMG_1.HEIC", "2026-05-20/IMG_1.MOV", "2026-05-20/IMG_1 (2).HEIC",
                     "2026-05-20/img_1 (2).mov"}},
-        LayoutCase{"pairSharesItsNumber", {}, {"A/IMG_1.HEIC", "B/IMG_1.HEIC", "C/IMG_1.MOV", "C/IMG_1.HEIC"},
-                   {"2026-05-20/IMG_1.HEIC", "2026-05-20/IMG_1 (2).HEIC", "2026-05-20/IMG_1 (3).MOV",
-                    "2026-05-20/IMG_1 (3).HEIC"}},
-        LayoutCase{"leadKeepsItsName", jpeg, {"A/IMG_E1.JPG", "A/IMG_1.PNG", "A/IMG_1.HEIC"},
+        LayoutCase{"pairSharesItsNumber",
+                   {},
+                   {"A/IMG_1.HEIC", "B/IMG_1.HEIC", "C/IMG_1.MOV", "C/IMG_1.HEIC"},
+                   {"2026-05-20/IMG_1.HEIC", "2026-05-20/IMG_1 (2).HEIC",
+                    "2026-05-20/IMG_1 (3).MOV", "2026-05-20/IMG_1 (3).HEIC"}},
+        LayoutCase{"leadKeepsItsName",
+                   jpeg,
+                   {"A/IMG_E1.JPG", "A/IMG_1.PNG", "A/IMG_1.HEIC"},
                    {"2026-05-20/IMG_E1.jpg", "2026-05-20/IMG_1.jpg", "2026-05-20/IMG_1 (2).jpg"}},
-        LayoutCase{"cyrillicCase", {}, {"A/\u0424\u043e\u0442\u043e.jpg", "B/\u0444\u043e\u0442\u043e.jpg"},
-                   {"2026-05-20/\u0424\u043e\u0442\u043e.jpg", "2026-05-20/\u0444\u043e\u0442\u043e (2).jpg"}}),
+        LayoutCase{"cyrillicCase",
+                   {},
+                   {"A/\u0424\u043e\u0442\u043e.jpg", "B/\u0444\u043e\u0442\u043e.jpg"},
+                   {"2026-05-20/\u0424\u043e\u0442\u043e.jpg",
+                    "2026-05-20/\u0444\u043e\u0442\u043e (2).jpg"}}),
     [](const auto& row) { return row.param.name; });
 
 TEST(TransferPlanner, conversions_andPictures_areMarked) {
@@ -89,15 +124,17 @@ TEST(TransferPlanner, conversions_andPictures_areMarked) {
       both);
   std::vector<std::pair<std::string, bool>> marks;
   for (const auto& file : plan.files) marks.emplace_back(textOf(file.conversion), file.isPicture);
-  EXPECT_THAT(marks, ElementsAre(std::pair{"jpeg", true}, std::pair{"h264", false}, std::pair{"none", false},
-                                 std::pair{"none", true}, std::pair{"none", false}));
+  EXPECT_THAT(marks, ElementsAre(std::pair{"jpeg", true}, std::pair{"h264", false},
+                                 std::pair{"none", false}, std::pair{"none", true},
+                                 std::pair{"none", false}));
 }
 
 TEST(TransferPlanner, names_thatNoVolumeTakes_areMadeToFit) {
   const std::string longName = std::string(300, 'x') + ".HEIC";
-  const auto plan = TransferPlanner::plan({groupOf("d", {assetOf("A/" + longName), assetOf("B/" + longName),
-                                                         assetOf("A/bad\xff.jpg")})},
-                                          {});
+  const auto plan = TransferPlanner::plan(
+      {groupOf("d",
+               {assetOf("A/" + longName), assetOf("B/" + longName), assetOf("A/bad\xff.jpg")})},
+      {});
   EXPECT_EQ(plan.files[0].relativePath, "d/" + std::string(250, 'x') + ".HEIC");
   EXPECT_EQ(plan.files[1].relativePath, "d/" + std::string(246, 'x') + " (2).HEIC");
   EXPECT_EQ(plan.files[2].relativePath, "d/bad\uFFFD.jpg");
@@ -114,7 +151,8 @@ DestinationView view(const Paths& onDisk, const std::vector<FileRecord>& mine = 
   return {files, marker, "me"};
 }
 
-FileRecord recordOf(const std::string& path, const std::string& id, std::optional<std::string> cloudID = {}) {
+FileRecord recordOf(const std::string& path, const std::string& id,
+                    std::optional<std::string> cloudID = {}) {
   return {path, 1000, std::nullopt, id, cloudID};
 }
 
@@ -134,7 +172,8 @@ TEST_P(OnlyNewTest, plan_ofOneLivePhoto_leavesOutWhatIsThere) {
   std::vector<std::string> known;
   for (const MediaAsset& asset : plan.skippedKnown) known.emplace_back(asset.id());
   EXPECT_EQ(known, GetParam().known);
-  EXPECT_EQ(TransferPlanner::newBundles(group.group, "d", {}, GetParam().destination).empty(), plan.files.empty());
+  EXPECT_EQ(TransferPlanner::newBundles(group.group, "d", {}, GetParam().destination).empty(),
+            plan.files.empty());
 }
 
 const Paths bothPaths{"d/IMG_1.HEIC", "d/IMG_1.MOV"};
@@ -143,60 +182,84 @@ const std::vector<std::string> bothIDs{"A/IMG_1.HEIC", "A/IMG_1.MOV"};
 
 INSTANTIATE_TEST_SUITE_P(
     Destinations, OnlyNewTest,
-    testing::Values(
-        OnlyNewCase{"empty", view({}), bothPaths, {}},
-        OnlyNewCase{"allThere", view(bothPaths), {}, bothIDs},
-        OnlyNewCase{"oneDeleted", view({"d/IMG_1.MOV"}, {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
-                    {"d/IMG_1.HEIC"}, {"A/IMG_1.MOV"}},
-        OnlyNewCase{"recordedUnderItsNumber",
-                    view({"d/IMG_1 (2).HEIC", "d/IMG_1.MOV"}, {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")}), {},
-                    bothIDs},
-        OnlyNewCase{"recordedInAnotherFolder", view({"e/IMG_1.HEIC"}, {recordOf("e/IMG_1.HEIC", "A/IMG_1.HEIC")}),
-                    bothPaths, {}},
-        OnlyNewCase{"recordedUnderAPrefix", view({"d/VK_IMG_1.HEIC"}, {recordOf("d/VK_IMG_1.HEIC", "A/IMG_1.HEIC")}),
-                    bothPaths, {}},
-        OnlyNewCase{"pathOfAnotherPhone", view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
-                    numberedPaths, {}},
-        OnlyNewCase{"pathOfAnotherAsset", view(bothPaths, {recordOf("d/IMG_1.MOV", "B/IMG_1.MOV")}), numberedPaths,
-                    {}},
-        OnlyNewCase{"recordOfAnotherWithoutItsFile", view({"d/IMG_1.MOV"}, {recordOf("d/IMG_1.HEIC", "B/IMG_1.HEIC")}),
-                    {"d/IMG_1.HEIC"}, {"A/IMG_1.MOV"}},
-        OnlyNewCase{"secondNumberTaken",
-                    view({"d/IMG_1.HEIC", "d/IMG_1 (2).MOV"}, {}, {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
-                    {"d/IMG_1 (3).HEIC", "d/IMG_1 (3).MOV"}, {}},
-        OnlyNewCase{"ownFileUnderTheNumber",
-                    view({"d/IMG_1.HEIC", "d/IMG_1 (2).HEIC"}, {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")},
-                         {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
-                    {"d/IMG_1 (2).MOV"}, {"A/IMG_1.HEIC"}}),
+    testing::Values(OnlyNewCase{"empty", view({}), bothPaths, {}},
+                    OnlyNewCase{"allThere", view(bothPaths), {}, bothIDs},
+                    OnlyNewCase{"oneDeleted",
+                                view({"d/IMG_1.MOV"}, {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                                {"d/IMG_1.HEIC"},
+                                {"A/IMG_1.MOV"}},
+                    OnlyNewCase{"recordedUnderItsNumber",
+                                view({"d/IMG_1 (2).HEIC", "d/IMG_1.MOV"},
+                                     {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")}),
+                                {},
+                                bothIDs},
+                    OnlyNewCase{"recordedInAnotherFolder",
+                                view({"e/IMG_1.HEIC"}, {recordOf("e/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                                bothPaths,
+                                {}},
+                    OnlyNewCase{
+                        "recordedUnderAPrefix",
+                        view({"d/VK_IMG_1.HEIC"}, {recordOf("d/VK_IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                        bothPaths,
+                        {}},
+                    OnlyNewCase{"pathOfAnotherPhone",
+                                view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                                numberedPaths,
+                                {}},
+                    OnlyNewCase{"pathOfAnotherAsset",
+                                view(bothPaths, {recordOf("d/IMG_1.MOV", "B/IMG_1.MOV")}),
+                                numberedPaths,
+                                {}},
+                    OnlyNewCase{"recordOfAnotherWithoutItsFile",
+                                view({"d/IMG_1.MOV"}, {recordOf("d/IMG_1.HEIC", "B/IMG_1.HEIC")}),
+                                {"d/IMG_1.HEIC"},
+                                {"A/IMG_1.MOV"}},
+                    OnlyNewCase{"secondNumberTaken",
+                                view({"d/IMG_1.HEIC", "d/IMG_1 (2).MOV"}, {},
+                                     {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                                {"d/IMG_1 (3).HEIC", "d/IMG_1 (3).MOV"},
+                                {}},
+                    OnlyNewCase{"ownFileUnderTheNumber",
+                                view({"d/IMG_1.HEIC", "d/IMG_1 (2).HEIC"},
+                                     {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")},
+                                     {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}),
+                                {"d/IMG_1 (2).MOV"},
+                                {"A/IMG_1.HEIC"}}),
     [](const auto& row) { return row.param.name; });
 
 TEST(TransferPlanner, onlyNewOff_plansEverything_butNeverOnAnothersPath) {
   const auto all = options([](auto& o) { o.onlyNew = false; });
   const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.MOV")});
   EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, all, view(bothPaths))), bothPaths);
-  EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, all, view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "x")}))),
+  EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, all,
+                                          view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "x")}))),
             numberedPaths);
-  EXPECT_THAT(pathsOf(TransferPlanner::plan(
-                  {group}, all, view({"d/IMG_1.HEIC", "d/IMG_1 (2).HEIC"}, {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")}))),
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, all,
+                                            view({"d/IMG_1.HEIC", "d/IMG_1 (2).HEIC"},
+                                                 {recordOf("d/IMG_1 (2).HEIC", "A/IMG_1.HEIC")}))),
               ElementsAre("d/IMG_1 (2).HEIC", "d/IMG_1.MOV"));
 }
 
 TEST(TransferPlanner, zip_plansEverythingUnderItsPlainName) {
   const auto zip = options([](auto& o) { o.container = TransferOptions::Container::zipPerGroup; });
   const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.MOV")});
-  EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, zip, view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "x")}))),
+  EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, zip,
+                                          view(bothPaths, {}, {recordOf("d/IMG_1.HEIC", "x")}))),
             bothPaths);
 }
 
 TEST(TransferPlanner, cloudID_recognisesTheShotOfAnotherPhone) {
   const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC", 1000, "cloud-1")});
-  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, view({"d/IMG_1.HEIC"}, {},
-                                                              {recordOf("d/IMG_1.HEIC", "Z/IMG_1.HEIC", "cloud-1")}))),
-              IsEmpty());
+  EXPECT_THAT(
+      pathsOf(TransferPlanner::plan(
+          {group}, {},
+          view({"d/IMG_1.HEIC"}, {}, {recordOf("d/IMG_1.HEIC", "Z/IMG_1.HEIC", "cloud-1")}))),
+      IsEmpty());
 }
 
 TEST(TransferPlanner, names_areGivenBeforeAnythingIsLeftOut) {
-  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("B/IMG_1.HEIC"), assetOf("C/IMG_1.HEIC")});
+  const auto group =
+      groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("B/IMG_1.HEIC"), assetOf("C/IMG_1.HEIC")});
   EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, view({"d/IMG_1 (2).HEIC"}))),
               ElementsAre("d/IMG_1.HEIC", "d/IMG_1 (3).HEIC"));
 }
@@ -211,8 +274,8 @@ TEST(TransferPlanner, pathsOfAPlan_whateverTheLibrary_areUniqueAndStable) {
   for (int round = 0; round < 200; ++round) {
     std::vector<MediaAsset> assets;
     for (std::uint64_t i = 0; i < 30; ++i) {
-      const std::string name = std::string{random(2) == 0 ? "IMG_" : "img_E"} + std::to_string(random(4)) + "." +
-                               endings[random(endings.size())];
+      const std::string name = std::string{random(2) == 0 ? "IMG_" : "img_E"} +
+                               std::to_string(random(4)) + "." + endings[random(endings.size())];
       assets.push_back(assetOf(std::string(1, static_cast<char>('A' + random(3))) + "/" + name));
     }
     TransferOptions chosen;

@@ -52,7 +52,8 @@ std::array<struct timespec, 2> modificationTimes(Instant time) {
 
 void PosixWritableFile::setModificationTime(Instant time) {
   const auto times = modificationTimes(time);
-  if (::futimens(descriptor_.number(), times.data()) != 0) throw FileError{FileOperation::write, path_, errno};
+  if (::futimens(descriptor_.number(), times.data()) != 0)
+    throw FileError{FileOperation::write, path_, errno};
 }
 
 void PosixWritableFile::startWriteback() {

@@ -20,7 +20,9 @@ class PosixFileReader : public ByteReader {
   PosixFileReader(FileDescriptor descriptor, std::string path)
       : descriptor_(std::move(descriptor)), path_(std::move(path)) {}
 
-  std::size_t read(std::span<char> buffer) override { return readSome(descriptor_.number(), buffer, path_); }
+  std::size_t read(std::span<char> buffer) override {
+    return readSome(descriptor_.number(), buffer, path_);
+  }
 
  private:
   FileDescriptor descriptor_;

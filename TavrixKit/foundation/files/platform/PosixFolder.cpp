@@ -177,7 +177,7 @@ std::unique_ptr<ByteReader> PosixFolder::openFile(const std::string& path) const
   FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
   if (!file.isOpen()) fail(FileOperation::open, path, errno);
-  struct stat raw {};
+  struct stat raw{};
   if (::fstat(file.number(), &raw) != 0) fail(FileOperation::status, path, errno);
   if (!S_ISREG(raw.st_mode)) fail(FileOperation::open, path, EINVAL);
   return std::make_unique<PosixFileReader>(std::move(file), path_ + "/" + path);
@@ -197,7 +197,8 @@ std::string PosixFolder::readFile(const std::string& path, std::uint64_t maxByte
 void PosixFolder::setModificationTime(const std::string& path, Instant time) {
   const auto parent = parentOf(path, FileOperation::write);
   const auto times = modificationTimes(time);
-  if (::utimensat(parent->number(), lastPathComponent(path).c_str(), times.data(), AT_SYMLINK_NOFOLLOW) != 0) {
+  if (::utimensat(parent->number(), lastPathComponent(path).c_str(), times.data(),
+                  AT_SYMLINK_NOFOLLOW) != 0) {
     fail(FileOperation::write, path, errno);
   }
 }

@@ -1,0 +1,29 @@
+// Measures the program beside yardsticks of the same machine, in turns within one run: machines are
+// shared and noisy, ratios are not. Arguments choose among: pipeline only-new copying.
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "Benches.h"
+
+int main(int count, char** values) {
+  const std::vector<std::string> chosen{values + 1, values + count};
+  const auto isChosen = [&](const char* name) {
+    return chosen.empty() || std::find(chosen.begin(), chosen.end(), name) != chosen.end();
+  };
+  const std::string folder =
+      std::filesystem::absolute(std::filesystem::path{values[0]}.parent_path() / "work").string();
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directories(folder);
+  fmt::print("{:<62} {:>12} {:>12} {:>8} {:>8}\n", "ours : theirs", "ours", "theirs", "ratio",
+             "at most");
+  if (isChosen("pipeline")) tavrix::bench::benchPipeline(folder);
+  if (isChosen("only-new")) tavrix::bench::benchOnlyNew(folder);
+  if (isChosen("copying")) tavrix::bench::benchCopying(folder);
+  std::filesystem::remove_all(folder);
+  return 0;
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+/// Each measures one stretch of the program beside a yardstick and prints its rows. `folder` is an
+/// empty folder on a real disk for the files that it needs.
+namespace tavrix::bench {
+
+void benchPipeline(const std::string& folder);
+void benchOnlyNew(const std::string& folder);
+void benchCopying(const std::string& folder);
+
+}  // namespace tavrix::bench

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "foundation/GeoPoint.h"
+#include "transfer/TransferPlan.h"
+
+namespace tavrix::bench {
+
+/// Writes the snapshot of a made-up phone with `files` files over fifteen years: stills, Live
+/// Photos, edited shots with sidecars, videos; four of five with a position near one of 2,000
+/// places.
+void writeSnapshot(const std::string& path, std::size_t files);
+
+/// Points scattered within a kilometre or so around `places` places.
+std::vector<GeoPoint> scatteredPoints(std::size_t count, std::size_t places);
+
+/// What the whole way from the catalogue to the plan yields.
+TransferPlan planOf(const std::vector<MediaAsset>& assets);
+std::vector<MediaAsset> readCatalogue(const std::string& path);
+
+}  // namespace tavrix::bench

@@ -1,0 +1,89 @@
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "Benches.h"
+#include "Library.h"
+#include "Measure.h"
+#include "foundation/files/Folder.h"
+#include "transfer/DestinationView.h"
+#include "transfer/TransferPlanner.h"
+
+namespace tavrix::bench {
+namespace {
+
+const std::string phoneHash(64, 'a');
+
+/// Bytes that this process has read through the system so far.
+std::uint64_t bytesRead() {
+  std::ifstream file{"/proc/self/io"};
+  std::string key;
+  std::uint64_t value = 0;
+  while (file >> key >> value) {
+    if (key == "rchar:") return value;
+  }
+  return 0;
+}
+
+std::vector<TransferPlanner::NamedGroup> groupsOf(const TransferPlan& plan) {
+  std::vector<TransferPlanner::NamedGroup> groups;
+  for (const PlannedFile& file : plan.files) {
+    const std::string name = file.relativePath.substr(0, file.relativePath.find('/'));
+    if (groups.empty() || groups.back().folderName != name) groups.push_back({name, {}});
+    auto& bundles = groups.back().group.bundles;
+    if (bundles.empty() || bundles.back().id() != file.bundleID()) bundles.push_back(file.bundle);
+  }
+  return groups;
+}
+
+/// Every planned file, one byte long, and the marker that remembers it.
+void writeDestination(const TransferPlan& plan, const std::string& path) {
+  DestinationMarker::PhoneRecord record{1, phoneHash, "iPhone", "iPhone", {}, {}, {}};
+  for (const PlannedFile& file : plan.files) {
+    const std::filesystem::path place = path + "/" + file.relativePath;
+    std::filesystem::create_directories(place.parent_path());
+    std::ofstream{place} << "x";
+    record.files.push_back(
+        {file.relativePath, 1, std::string(64, 'b'), std::string{file.asset.id()}, std::nullopt});
+  }
+  const auto folder = openFolder(path);
+  DestinationMarker::save(*folder, record);
+}
+
+TransferPlan planAgain(const std::vector<TransferPlanner::NamedGroup>& groups,
+                       const std::string& path) {
+  const auto folder = openFolder(path);
+  const auto marker = DestinationMarker::load(*folder);
+  return TransferPlanner::plan(groups, {}, DestinationView{listFiles(*folder), marker, phoneHash});
+}
+
+}  // namespace
+
+void benchOnlyNew(const std::string& folder) {
+  const std::string snapshot = folder + "/only-new.json";
+  const std::string destination = folder + "/only-new";
+  writeSnapshot(snapshot, 100'000);
+  const TransferPlan plan = planOf(readCatalogue(snapshot));
+  std::filesystem::create_directories(destination);
+  writeDestination(plan, destination);
+  const auto groups = groupsOf(plan);
+  const Duel duelled = duel(
+      5,
+      [&] {
+        const TransferPlan again = planAgain(groups, destination);
+        if (!again.files.empty()) fmt::print("unexpected: {} files are new\n", again.files.size());
+      },
+      [&] { shell("find '" + destination + "' -type f -printf '%s %p\\n' > /dev/null"); });
+  print({"\"only new\" over 100,000 files that are there : find -printf", time(duelled.ours),
+         time(duelled.theirs), duelled.ratio(), 2.0});
+  const auto before = bytesRead();
+  planAgain(groups, destination);
+  const auto markerBytes =
+      std::filesystem::file_size(destination + "/" + DestinationMarker::fileName(phoneHash));
+  fmt::print("  bytes read meanwhile: {}, of them the marker: {}\n", bytesRead() - before,
+             markerBytes);
+  std::filesystem::remove_all(destination);
+}
+
+}  // namespace tavrix::bench
