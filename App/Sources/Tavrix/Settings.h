@@ -27,7 +27,8 @@ std::string_view textOf(UIGranularity granularity);
 std::optional<UIGroupingMode> uiGroupingModeOf(std::string_view text);
 std::optional<UIGranularity> uiGranularityOf(std::string_view text);
 
-/// Everything that a person can choose, with its initial values.
+/// Everything that a person can choose, with its initial values; in the order of meaning.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): there is one at a time.
 struct Settings {
   using Merges = std::map<std::string, std::vector<std::vector<std::string>>, std::less<>>;
 

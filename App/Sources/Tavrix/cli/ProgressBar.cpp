@@ -41,8 +41,9 @@ std::string durationText(std::chrono::seconds duration) {
 ProgressBar::~ProgressBar() {
   try {
     clear();
-  } catch (...) {
+  } catch (const std::exception&) {
     // A terminal that is gone needs no clearing.
+    isShown_ = false;
   }
 }
 

@@ -37,13 +37,18 @@ std::string mediaFolder(const CommandContext& context) {
 }
 
 std::vector<SnapshotItem> readItems(const CommandContext& context) {
-  return readSnapshot(context, [](ByteReader& file) { return Snapshot::read(file); });
+  auto items = readSnapshot(context, [](ByteReader& file) { return Snapshot::read(file); });
+  writeLog(context.log, "snapshot read: items={}, source={}", items.size(),
+           PrivateField{context.call.source()});
+  return items;
 }
 
 std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   auto assets = readSnapshot(context, [&](ByteReader& file) {
     return Snapshot::readAssets(file, context.settings.timeZone);
   });
+  writeLog(context.log, "snapshot read: items={}, source={}", assets.size(),
+           PrivateField{context.call.source()});
   if (const auto folder = variable(context.surroundings.environment, "SNAPSHOT_OUT")) {
     writeItems(readItems(context), *folder);
   }

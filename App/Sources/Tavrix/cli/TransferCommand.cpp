@@ -147,6 +147,7 @@ ExitStatus transfer(const CommandContext& context) {
     context.printer.transfer({library, plan, destinationPath(context), outcome});
   } catch (const OutputClosed&) {
     // The run is over, and its status stands, whoever reads of it.
+    return statusOf(outcome);
   }
   return statusOf(outcome);
 }

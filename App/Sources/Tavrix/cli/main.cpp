@@ -79,6 +79,7 @@ int run(const std::vector<std::string>& arguments) {
     out.flush();
   } catch (const OutputClosed&) {
     // As when the reader goes earlier.
+    return static_cast<int>(status);
   } catch (const OutputError&) {
     const auto failure =
         failureOf(languageOf(arguments, surroundings), "", std::current_exception());
