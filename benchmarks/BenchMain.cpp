@@ -19,11 +19,11 @@ int main(int count, char** values) {
       std::filesystem::absolute(std::filesystem::path{values[0]}.parent_path() / "work").string();
   std::filesystem::remove_all(folder);
   std::filesystem::create_directories(folder);
-  fmt::print("{:<62} {:>12} {:>12} {:>8} {:>8}\n", "ours : theirs", "ours", "theirs", "ratio",
+  fmt::print("{:<76} {:>12} {:>12} {:>8} {:>8}\n", "ours : theirs", "ours", "theirs", "ratio",
              "at most");
   if (isChosen("pipeline")) tavrix::bench::benchPipeline(folder);
   if (isChosen("only-new")) tavrix::bench::benchOnlyNew(folder);
-  if (isChosen("copying")) tavrix::bench::benchCopying(folder);
+  if (isChosen("copying")) tavrix::bench::benchCopying(folder + "/copying");
   std::filesystem::remove_all(folder);
   return 0;
 }

@@ -60,7 +60,7 @@ std::string time(double value) { return fmt::format("{:.3f} s", value); }
 
 void print(const Row& row) {
   const bool isMet = row.ratio <= row.target;
-  fmt::print("{:<62} {:>12} {:>12} {:>8.2f} {:>8.2f}  {}\n", row.what, row.ours, row.theirs,
+  fmt::print("{:<76} {:>12} {:>12} {:>8.2f} {:>8.2f}  {}\n", row.what, row.ours, row.theirs,
              row.ratio, row.target, isMet ? "met" : "MISSED");
   std::fflush(stdout);
 }

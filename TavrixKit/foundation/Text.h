@@ -11,16 +11,23 @@
 namespace tavrix {
 
 inline bool isAscii(std::string_view text) {
-  constexpr std::uint64_t highBits = 0x8080808080808080U;
-  for (; text.size() >= 8; text.remove_prefix(8)) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text.data(), 8);
-    if ((word & highBits) != 0) return false;
+  const auto load = [&](std::size_t at, auto word) {
+    std::memcpy(&word, text.data() + at, sizeof word);
+    return word;
+  };
+  const std::size_t size = text.size();
+  // Words that overlap spare short texts, which most are, the loop over single bytes.
+  if (size >= 8) {
+    std::uint64_t bits = load(size - 8, std::uint64_t{});
+    for (std::size_t at = 0; at + 8 < size; at += 8) bits |= load(at, std::uint64_t{});
+    return (bits & 0x8080808080808080U) == 0;
   }
-  for (const char c : text) {
-    if (static_cast<unsigned char>(c) >= 0x80) return false;
+  if (size >= 4) {
+    return ((load(0, std::uint32_t{}) | load(size - 4, std::uint32_t{})) & 0x80808080U) == 0;
   }
-  return true;
+  unsigned bits = 0;
+  for (const char c : text) bits |= static_cast<unsigned char>(c);
+  return bits < 0x80;
 }
 /// The text with every ill-formed UTF-8 sequence replaced by U+FFFD.
 std::string replacingInvalidUtf8(std::string_view text);
@@ -54,8 +61,8 @@ enum class MonthNameStyle { full, abbreviated };
 /// The stand-alone (nominative) name of a month, 1 to 12, as the locale spells it.
 const std::string& monthName(int month, const std::string& localeID, MonthNameStyle style);
 
-/// The locale of the machine from LC_ALL, LC_TIME or LANG, such as "ru_RU"; "en_US_POSIX" when
-/// there is none.
+/// The locale of the machine from LC_ALL, LC_TIME or LANG, such as "en_US"; "ru_RU", the program's
+/// own, on a machine that names no language ("C", "POSIX" or nothing).
 std::string systemLocaleID();
 
 }  // namespace tavrix

@@ -1,5 +1,6 @@
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <optional>
 
 #include "media/Snapshot.h"
@@ -15,11 +16,38 @@ constexpr std::array<std::string_view, 12> fieldNames{"name",     "dir",      "k
 
 std::string_view nameOf(Field field) { return fieldNames[static_cast<std::size_t>(field)]; }
 
+/// A comparison that the compiler turns into one of whole words.
+template <std::size_t size>
+bool is(std::string_view key, const char (&name)[size]) {
+  return std::memcmp(key.data(), name, size - 1) == 0;
+}
+
 std::optional<Field> fieldOf(std::string_view key) {
-  for (std::size_t i = 0; i < fieldNames.size(); ++i) {
-    const std::string_view name = fieldNames[i];
-    if (name.size() == key.size() && name.front() == key.front() && name == key)
-      return static_cast<Field>(i);
+  switch (key.size()) {
+    case 2:
+      if (is(key, "px")) return Field::px;
+      if (is(key, "py")) return Field::py;
+      break;
+    case 3:
+      if (is(key, "cam")) return Field::cam;
+      if (is(key, "dir")) return Field::dir;
+      if (is(key, "lat")) return Field::lat;
+      if (is(key, "lon")) return Field::lon;
+      break;
+    case 4:
+      if (is(key, "kind")) return Field::kind;
+      if (is(key, "name")) return Field::name;
+      if (is(key, "size")) return Field::size;
+      break;
+    case 8:
+      if (is(key, "exifDate")) return Field::exifDate;
+      if (is(key, "itemDate")) return Field::itemDate;
+      break;
+    case 10:
+      if (is(key, "exifOffset")) return Field::exifOffset;
+      break;
+    default:
+      break;
   }
   return std::nullopt;
 }

@@ -31,8 +31,7 @@ struct Settings {
   bool mergeSameNames = false;                ///< groups of equal names share one folder
   double placeRadiusKm = 2.0;                 ///< radius of one place; the lookup's cells go by it
   std::string datelessName = initialDatelessName(Language::russian);
-  std::string systemLocaleID =
-      "en_US_POSIX";  ///< what language `system` of the template stands for
+  std::string systemLocaleID = "ru_RU";  ///< what language `system` of the template stands for
 
   friend bool operator==(const Settings&, const Settings&) = default;
 };

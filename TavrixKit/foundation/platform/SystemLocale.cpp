@@ -1,8 +1,15 @@
+#include <algorithm>
 #include <cstdlib>
 
 #include "foundation/Text.h"
 
 namespace tavrix {
+namespace {
+
+/// What the program talks on a machine that names no language.
+constexpr const char* ownLocaleID = "ru_RU";
+
+}  // namespace
 
 std::string systemLocaleID() {
   for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
@@ -10,9 +17,9 @@ std::string systemLocaleID() {
     if (value == nullptr || *value == '\0') continue;
     std::string id{value};
     id.erase(std::min(id.find_first_of(".@"), id.size()));
-    return id == "C" || id == "POSIX" ? "en_US_POSIX" : id;
+    return id == "C" || id == "POSIX" ? ownLocaleID : id;
   }
-  return "en_US_POSIX";
+  return ownLocaleID;
 }
 
 }  // namespace tavrix
