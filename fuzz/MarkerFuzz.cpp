@@ -1,0 +1,23 @@
+// Reads arbitrary bytes as a phone's record. What decodes must be the same after writing and
+// reading; what does not must be refused quietly or as a newer version.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "transfer/DestinationMarker.h"
+
+using namespace tavrix;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  try {
+    const auto record = DestinationMarker::decode({reinterpret_cast<const char*>(data), size});
+    if (!record) return 0;
+    if (DestinationMarker::decode(DestinationMarker::encode(*record)) != record) std::abort();
+    const DestinationMarker::Marker marker{{*record}};
+    if (marker.knownAssets(record->phoneHash).byLocalID.size() > record->files.size()) std::abort();
+  } catch (const DestinationMarker::MarkerError& error) {
+    if (error.version() <= DestinationMarker::schemaVersion) std::abort();
+  }
+  return 0;
+}
