@@ -14,11 +14,6 @@ void OutcomeLedger::fetched(std::uint64_t bytes) {
   counters_.bytesCopied += bytes;
 }
 
-void OutcomeLedger::fellBack(const std::string& name) {
-  const std::lock_guard lock{mutex_};
-  counters_.conversionFallbacks.push_back(name);
-}
-
 void OutcomeLedger::sizeMismatched() {
   const std::lock_guard lock{mutex_};
   ++counters_.convertedSizeMismatches;
@@ -55,6 +50,8 @@ TransferReport OutcomeLedger::report() const {
   for (const auto& outcome : outcomes_) {
     if (!outcome) continue;
     report.files.push_back(*outcome);
+    if (outcome->is<FileOutcome::KeptOriginal>())
+      report.conversionFallbacks.push_back(outcome->name);
     if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome->kind)) {
       report.failures.push_back(outcome->name + ": " + failed->reason);
     }

@@ -15,7 +15,6 @@ class OutcomeLedger {
       : plan_(plan), setup_(setup), outcomes_(plan.files.size()) {}
 
   void fetched(std::uint64_t bytes);
-  void fellBack(const std::string& name);
   void sizeMismatched();
 
   void failed(std::size_t index, std::string reason);

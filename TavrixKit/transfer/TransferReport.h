@@ -70,7 +70,7 @@ struct TransferReport {
   std::uint64_t resumedSkips = 0;                ///< files found complete and not written again
   std::uint64_t bytesCopied = 0;                 ///< bytes fetched from the source
   std::uint64_t bytesWritten = 0;                ///< bytes that ended on disk, after conversion
-  std::vector<std::string> conversionFallbacks;  ///< names whose conversion failed
+  std::vector<std::string> conversionFallbacks;  ///< output names of what is kept unconverted
   std::vector<std::string> failures;             ///< one line per failed file: name and reason
   std::uint64_t convertedSizeMismatches = 0;  ///< converted files of another size than was reported
   std::vector<FileOutcome> files;             ///< in plan order

@@ -232,7 +232,6 @@ void TransferWorker::keepOriginal(ReadyFile& ready, std::string_view reason) {
   const std::string folder = parentPath(file.relativePath);
   ready.target = folder.empty() ? name : folder + "/" + name;
   ready.keptOriginal = true;
-  run_.ledger_.fellBack(name);
   writeLog(run_.log_, "convert-fallback {}: {}", PrivateField{name}, PrivateField{reason});
 }
 
