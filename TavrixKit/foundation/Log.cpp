@@ -18,7 +18,7 @@ Log& silentLog() {
   return log;
 }
 
-std::string detail::shownField(const Log& log, PrivateField field) {
+std::string detail::shownText(const Log& log, PrivateField field) {
   return log.showsPrivateFields() ? printable(field.text) : "<private>";
 }
 

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace tavrix {
 
@@ -26,10 +27,16 @@ class Log {
 Log& silentLog();
 
 namespace detail {
-std::string shownField(const Log& log, PrivateField field);
+std::string shownText(const Log& log, PrivateField field);
 template <typename T>
-const T& shownField(const Log&, const T& value) {
-  return value;
+auto shownField(const Log& log, const T& value) {
+  if constexpr (std::is_same_v<T, PrivateField>) {
+    return shownText(log, value);
+  } else if constexpr (std::is_convertible_v<const T&, std::string_view>) {
+    return std::string_view{value};
+  } else {
+    return value;
+  }
 }
 }  // namespace detail
 

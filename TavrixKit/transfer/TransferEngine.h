@@ -63,8 +63,8 @@ class TransferEngine {
   /// through.
   class Interrupted : public std::exception {
    public:
-    Interrupted(TransferReport report, FileError underlying)
-        : report_(std::move(report)), underlying_(std::move(underlying)) {}
+    Interrupted(TransferReport report, const FileError& underlying)
+        : report_(std::move(report)), underlying_(underlying) {}
     const TransferReport& report() const { return report_; }
     const FileError& underlying() const { return underlying_; }
     const char* what() const noexcept override { return "Interrupted"; }
