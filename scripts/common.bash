@@ -44,7 +44,9 @@ build() {
   shift
   local targets=()
   if (($# > 0)); then targets=(--target "$@"); fi
-  cmake --build "$root/build/$preset" "${targets[@]}" -- --quiet >&2 </dev/null ||
+  # Even a quiet ninja says that it has nothing to do.
+  cmake --build "$root/build/$preset" "${targets[@]}" -- --quiet 2>&1 </dev/null |
+    { grep -v '^ninja: no work to do\.$' || true; } >&2 ||
     fail "the build of the preset \"$preset\" failed"
 }
 

@@ -9,7 +9,6 @@
 namespace tavrix {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using namespace grouping_mode;
 

@@ -9,7 +9,6 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 using testing::StartsWith;
 
 std::vector<std::string> textsAt(const JsonValue& list, std::string_view field) {

@@ -36,7 +36,7 @@ struct ShortWrite {
 using FaultRule = std::function<void(FileOperation operation, const std::string& path)>;
 
 /// A rule that fails one kind of operation on one path with `code`, every time.
-inline FaultRule failing(FileOperation operation, std::string path, int code) {
+inline FaultRule failing(FileOperation operation, const std::string& path, int code) {
   return [=](FileOperation asked, const std::string& askedPath) {
     if (asked == operation && askedPath == path) throw FileError{operation, path, code};
   };
