@@ -11,7 +11,6 @@ namespace tavrix::cli::sentences {
 using Text = std::string_view;
 
 inline constexpr CountedNoun files{"файл", "файла", "файлов", "file", "files"};
-inline constexpr CountedNoun filesAccusative{"файла", "файлов", "файлов", "file", "files"};
 inline constexpr CountedNoun folders{"папка", "папки", "папок", "folder", "folders"};
 inline constexpr CountedNoun shots{"снимок", "снимка", "снимков", "shot", "shots"};
 inline constexpr CountedNoun places{"место", "места", "мест", "place", "places"};
@@ -39,6 +38,9 @@ inline constexpr Sentence<Text, Text> operandMissing{
 inline constexpr Sentence<Text, Text> operandTooMany{
     "«{0}» здесь лишнее; примеры: tavrix {1} --help.",
     "“{0}” is one too many; for examples: tavrix {1} --help."};
+inline constexpr Sentence<Text, Text> folderEmpty{
+    "{0} — пустая строка; укажите папку, примеры: tavrix {1} --help.",
+    "{0} is empty; name a folder, for examples: tavrix {1} --help."};
 inline constexpr Sentence<Text> unknownLanguage{
     "Язык «{}» неизвестен; можно: --lang ru, --lang en или --lang system.",
     "The language “{}” is not known; choose --lang ru, --lang en or --lang system."};
@@ -95,13 +97,17 @@ inline constexpr Sentence<Text> templateMissingKey{"нет поля «{}»", "th
 inline constexpr Sentence<Text> templateWrongType{"у поля «{}» значение не того вида",
                                                   "the field “{}” has a value of a wrong type"};
 inline constexpr Sentence<> templateNotObject{"это не объект JSON", "it is no JSON object"};
-inline constexpr Sentence<> templateKeyCount{"в элементе должно быть ровно одно поле",
-                                             "a token must have exactly one field"};
-inline constexpr Sentence<Text> templateUnknownToken{"элемента «{}» нет", "there is no token “{}”"};
-inline constexpr Sentence<Text, Text> templateUnknownStyle{"значения «{1}» у «{0}» нет",
-                                                           "“{0}” has no value “{1}”"};
-inline constexpr Sentence<Text> templateUnknownLanguage{"языка «{}» нет",
-                                                        "there is no language “{}”"};
+inline constexpr Sentence<std::uint64_t> templateTokenNotObject{"элемент {} — не объект JSON",
+                                                                "token {} is no JSON object"};
+inline constexpr Sentence<> templateTextTooLong{"слишком длинный текст", "the text is too long"};
+inline constexpr Sentence<> templateKeyCount{"должно быть ровно одно поле",
+                                             "there must be exactly one field"};
+inline constexpr Sentence<Text, Text> templateUnknownToken{"поля «{}» не бывает, можно: {}",
+                                                           "there is no field “{}”, allowed: {}"};
+inline constexpr Sentence<Text, Text, Text> templateUnknownStyle{
+    "значения «{1}» у «{0}» нет, можно: {2}", "“{0}” has no value “{1}”, allowed: {2}"};
+inline constexpr Sentence<Text, Text> templateUnknownLanguage{
+    "языка «{}» нет, можно: {}", "there is no language “{}”, allowed: {}"};
 inline constexpr Sentence<std::uint64_t, Text> templateInToken{"в элементе {} {}",
                                                                "in token {} {}"};
 inline constexpr Sentence<> theTemplate{"Шаблон имени не годится",
@@ -211,6 +217,9 @@ inline constexpr Sentence<Text, Text, Text> totalGroups{"{}: {}, {}", "{}: {}, {
 inline constexpr Sentence<Text, Text> totalPlaces{"{}: {}", "{}: {}"};
 inline constexpr Sentence<> emptyCatalog{"В каталоге телефона нет ни одного файла.",
                                          "The phone's catalogue holds no file."};
+inline constexpr Sentence<> nothingInCatalogue{
+    "Переносить нечего: в каталоге телефона нет ни одного файла.",
+    "There is nothing to do: the phone's catalogue holds no file."};
 inline constexpr Sentence<> emptyGroups{"Настройки не оставили ни одного снимка.",
                                         "The settings leave no shot."};
 inline constexpr Sentence<> emptyPlaces{"Ни у одного снимка не записано место.",
@@ -234,7 +243,7 @@ inline constexpr Sentence<Text, Text, Text> planHeadline{"Перенести: {}
 inline constexpr Sentence<Text> runCompleted{"Перенос завершён, записано {}.",
                                              "The transfer is complete, {} written."};
 inline constexpr Sentence<Text> runCompletedWithFailures{
-    "Перенос завершён, но не удалось перенести {}; повторите — перенесутся только они.",
+    "Перенос завершён, но не удалось перенести {}; повторите — перенесётся только недостающее.",
     "The transfer has ended, but failed for {}; run it again to transfer only what is missing."};
 inline constexpr Sentence<> runCancelled{
     "Перенос отменён; что успело скопироваться, останется, а повтор перенесёт остальное.",
@@ -258,8 +267,8 @@ inline constexpr Sentence<> keptOriginalsTitle{"Остались под свои
                                                "Kept under their own name, unconverted:"};
 
 // Progress.
-inline constexpr Sentence<Text, Text, Text, Text> progressCounts{"{} / {} файлов · {} / {}",
-                                                                 "{} / {} files · {} / {}"};
+inline constexpr Sentence<Text, Text, Text, Text> progressCounts{"{} / {} · {} / {}",
+                                                                 "{} / {} · {} / {}"};
 inline constexpr Sentence<Text> progressSpeed{"{}/с", "{}/s"};
 inline constexpr Sentence<Text> progressLeft{"осталось {}", "{} left"};
 

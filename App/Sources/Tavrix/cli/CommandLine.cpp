@@ -37,15 +37,46 @@ const std::vector<Form>& forms() {
   return all;
 }
 
-struct Options {
+struct Flags {
   bool help = false;
   bool version = false;
-  std::string language = "ru";
-  std::string stateFolder;
-  std::string deviceName;
-  std::string nameTemplate;
-  std::string context;
 };
+
+constexpr std::array<std::string_view, 6> optionsWithValue{
+    "--lang", "--state", "--set", "--device-name", "--template", "--context"};
+
+bool takesValue(std::string_view option) {
+  return std::find(optionsWithValue.begin(), optionsWithValue.end(), option) !=
+         optionsWithValue.end();
+}
+
+/// To the parser "++" ends a command; this stands for it, as no argument of a program holds a zero.
+constexpr std::string_view plusPlus = "++";
+constexpr std::string_view plusPlusMark{"++\0", 3};
+
+std::string unmarked(const std::string& argument) {
+  return argument == plusPlusMark ? std::string{plusPlus} : argument;
+}
+
+/// The arguments as the parser reads them rightly: "--x=" alone would take the next one for its
+/// value.
+std::vector<std::string> forParser(const std::vector<std::string>& arguments) {
+  std::vector<std::string> result;
+  bool isValue = false;
+  bool isOperand = false;
+  for (const std::string& argument : arguments) {
+    const bool isFree = !isValue && !isOperand;
+    isOperand = isOperand || (isFree && argument == "--");
+    isValue = isFree && takesValue(argument);
+    const std::string_view option = std::string_view{argument}.substr(0, argument.find('='));
+    if (isFree && option.size() + 1 == argument.size() && takesValue(option)) {
+      result.insert(result.end(), {std::string{option}, std::string{}});
+    } else {
+      result.emplace_back(isFree && argument == plusPlus ? plusPlusMark : argument);
+    }
+  }
+  return result;
+}
 
 /// One parse of the arguments. The parser's own checks and texts are switched off: ours are in the
 /// language of the call.
@@ -62,15 +93,16 @@ class Parser {
 
   Request parse(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
     run(arguments);
-    if (options_.version) return VersionRequest{};
+    if (flags_.version) return VersionRequest{};
     const Form* const form = chosenForm();
-    if (options_.help) return help(form);
+    if (flags_.help) return help(form);
     checkExtras(form);
     if (form == nullptr) fail(say(language_, sentences::commandMissing));
     call_.command = form->command;
     call_.language = language_;
-    takeOptions();
+    takeOptions(*form);
     completeOperands(*form, surroundings.environment);
+    checkFolders(*form);
     checkTemplateOptions(*form);
     return call_;
   }
@@ -81,13 +113,18 @@ class Parser {
   }
 
   void addCommonOptions() {
-    app_.add_flag("-h,--help", options_.help);
-    app_.add_flag("--version", options_.version);
+    app_.add_flag("-h,--help", flags_.help);
+    app_.add_flag("--version", flags_.version);
     app_.add_flag("--json", call_.json);
     app_.add_flag("--verbose", call_.verbose);
-    app_.add_option("--lang", options_.language);
-    app_.add_option("--state", options_.stateFolder);
+    addOption(app_, "--lang");
+    addOption(app_, "--state");
     app_.add_option("--set", call_.settings)->expected(1)->allow_extra_args(false)->take_all();
+  }
+
+  /// Given twice, the last one counts.
+  void addOption(CLI::App& command, const std::string& name) {
+    command.add_option(name, slot_)->take_last();
   }
 
   void addCommands() {
@@ -97,14 +134,14 @@ class Parser {
       CLI::App* const parent = form.group.empty() ? &app_ : templates;
       CLI::App* const command = parent->add_subcommand(std::string{form.name});
       for (const std::string_view operand : form.operands) {
-        command->add_option(std::string{operand}, operandSlot_);
+        command->add_option(std::string{operand}, slot_);
       }
       if (form.operands.size() == 2 && form.command != Command::snapshot) {
-        command->add_option("--device-name", options_.deviceName);
+        addOption(*command, "--device-name");
       }
       if (form.command == Command::templateRender) {
-        command->add_option("--template", options_.nameTemplate);
-        command->add_option("--context", options_.context);
+        addOption(*command, "--template");
+        addOption(*command, "--context");
       }
       commands_.push_back(command);
     }
@@ -113,8 +150,9 @@ class Parser {
 
   void run(const std::vector<std::string>& arguments) {
     try {
-      // The parser takes the last argument first.
-      app_.parse(std::vector<std::string>{arguments.rbegin(), arguments.rend()});
+      std::vector<std::string> lastFirst = forParser(arguments);
+      std::reverse(lastFirst.begin(), lastFirst.end());
+      app_.parse(std::move(lastFirst));
     } catch (const CLI::ArgumentMismatch& mismatch) {
       const std::string text = mismatch.what();
       fail(say(language_, sentences::optionValueMissing, text.substr(0, text.find(':'))));
@@ -141,35 +179,42 @@ class Parser {
     std::vector<std::string> extras = app_.remaining(true);
     std::erase(extras, "--");
     if (extras.empty()) return;
-    const std::string first = printable(extras.front());
+    const std::string first = printable(unmarked(extras.front()));
     if (first.starts_with('-')) fail(say(language_, sentences::unknownOption, first));
     if (form == nullptr) fail(say(language_, sentences::unknownCommand, first));
     fail(say(language_, sentences::operandTooMany, first, commandText(*form)));
   }
 
-  void takeOptions() {
+  const CLI::App& commandOf(const Form& form) const {
+    return *commands_[static_cast<std::size_t>(&form - forms().data())];
+  }
+
+  /// What an option or operand was given, even if that is empty; nothing when it was not given.
+  static std::optional<std::string> given(const CLI::App& command, std::string_view name) {
+    const CLI::Option* const option = command.get_option_no_throw(std::string{name});
+    if (option == nullptr || option->count() == 0) return std::nullopt;
+    return option->results().back();
+  }
+
+  void takeOptions(const Form& form) {
     constexpr std::array<std::string_view, 3> languages{"ru", "en", "system"};
-    if (std::find(languages.begin(), languages.end(), options_.language) == languages.end()) {
-      fail(say(language_, sentences::unknownLanguage, printable(options_.language)));
+    const std::string language = given(app_, "--lang").value_or("ru");
+    if (std::find(languages.begin(), languages.end(), language) == languages.end()) {
+      fail(say(language_, sentences::unknownLanguage, printable(language)));
     }
-    const auto given = [](const std::string& text) {
-      return text.empty() ? std::nullopt : std::optional{text};
-    };
-    call_.stateFolder = given(options_.stateFolder);
-    call_.deviceName = given(options_.deviceName);
-    call_.nameTemplate = given(options_.nameTemplate);
-    call_.context = given(options_.context);
+    call_.stateFolder = given(app_, "--state");
+    call_.deviceName = given(commandOf(form), "--device-name");
+    call_.nameTemplate = given(commandOf(form), "--template");
+    call_.context = given(commandOf(form), "--context");
   }
 
   /// What was given of a command's operands, in their order.
   std::vector<std::string> givenOperands(const Form& form) const {
-    CLI::App& command = *commands_[static_cast<std::size_t>(&form - forms().data())];
-    std::vector<std::string> given;
+    std::vector<std::string> operands;
     for (const std::string_view operand : form.operands) {
-      const CLI::Option& option = *command.get_option(std::string{operand});
-      if (option.count() > 0) given.push_back(option.results().front());
+      if (const auto text = given(commandOf(form), operand)) operands.push_back(unmarked(*text));
     }
-    return given;
+    return operands;
   }
 
   void completeOperands(const Form& form, const Environment& environment) {
@@ -182,6 +227,18 @@ class Parser {
     if (call_.operands.size() < form.operands.size()) {
       fail(say(language_, sentences::operandMissing, form.operands[call_.operands.size()],
                commandText(form)));
+    }
+  }
+
+  /// An empty name would stand for the root folder.
+  void checkFolders(const Form& form) const {
+    for (std::size_t i = 0; i < form.operands.size(); ++i) {
+      if (form.operands[i] != "TEXT" && call_.operands[i].empty()) {
+        fail(say(language_, sentences::folderEmpty, form.operands[i], commandText(form)));
+      }
+    }
+    if (call_.stateFolder == "") {
+      fail(say(language_, sentences::folderEmpty, "--state", commandText(form)));
     }
   }
 
@@ -203,8 +260,8 @@ class Parser {
 
   Language language_;
   CLI::App app_;
-  Options options_;
-  std::string operandSlot_;  ///< unused: the parser's own copies are read
+  Flags flags_;
+  std::string slot_;  ///< unused: the parser's own copies are read
   Invocation call_;
   std::vector<CLI::App*> commands_;
   CLI::App* templates_ = nullptr;

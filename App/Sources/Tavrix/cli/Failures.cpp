@@ -5,29 +5,14 @@
 
 #include "Destination.h"
 #include "cli/CliSentences.h"
+#include "cli/Quotes.h"
 #include "cli/Surroundings.h"
+#include "cli/TemplateFaults.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
 namespace {
-
-/// Longer values say no more in a sentence.
-constexpr std::size_t longestQuote = 200;
-
-std::string quoted(std::string_view text) {
-  const std::string_view beginning = graphemePrefix(text, longestQuote);
-  return printable(beginning) + (beginning.size() < text.size() ? "…" : "");
-}
-
-std::string joined(const std::vector<std::string_view>& words) {
-  std::string text;
-  for (const std::string_view word : words) {
-    if (!text.empty()) text += ", ";
-    text += word;
-  }
-  return text;
-}
 
 std::string allowedText(Language language, const SettingError& error) {
   const auto text = [&](const Sentence<>& sentence) { return say(language, sentence); };
@@ -52,7 +37,7 @@ std::string allowedText(Language language, const SettingError& error) {
       return text(sentences::allowedText);
     case SettingForm::nameTemplate:
       return say(language, sentences::allowedTemplate,
-                 error.template_ ? templateFaultText(language, *error.template_) : "");
+                 error.template_ ? templateFaultText(language, *error.template_, error.value) : "");
     case SettingForm::textMap:
       return text(sentences::allowedTextMap);
     case SettingForm::merges:
@@ -141,40 +126,6 @@ CommandFailure variableFailure(Language language, std::string_view variable,
                                const SettingError& error) {
   return {ExitStatus::usage, say(language, sentences::variableBadValue, variable,
                                  quoted(error.value), allowedText(language, error))};
-}
-
-std::string templateFaultText(Language language, const NameTemplateError& error) {
-  using Kind = NameTemplateError::Kind;
-  const NameTemplateError::Details& details = error.details();
-  const std::string key = quoted(details.key);
-  const std::string value = quoted(details.value);
-  const auto fault = [&]() -> std::string {
-    switch (error.kind()) {
-      case Kind::notJson: {
-        const JsonPosition position = details.position.value_or(JsonPosition{});
-        return say(language, sentences::jsonFault, position.line, position.column);
-      }
-      case Kind::tooLarge:
-      case Kind::tooManyTokens:
-        return say(language, sentences::templateTooLarge);
-      case Kind::missingKey:
-        return say(language, sentences::templateMissingKey, key);
-      case Kind::wrongType:
-        return key.empty() ? say(language, sentences::templateNotObject)
-                           : say(language, sentences::templateWrongType, key);
-      case Kind::keyCount:
-        return say(language, sentences::templateKeyCount);
-      case Kind::unknownToken:
-        return say(language, sentences::templateUnknownToken, key);
-      case Kind::unknownStyle:
-        return say(language, sentences::templateUnknownStyle, key, value);
-      case Kind::unknownLanguage:
-        return say(language, sentences::templateUnknownLanguage, value);
-    }
-    return {};
-  };
-  if (!details.tokenIndex) return fault();
-  return say(language, sentences::templateInToken, *details.tokenIndex + 1, fault());
 }
 
 CommandFailure failureOf(Language language, const std::string& destination,

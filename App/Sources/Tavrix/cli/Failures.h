@@ -23,9 +23,6 @@ CommandFailure settingFailure(Language language, const SettingError& error);
 CommandFailure variableFailure(Language language, std::string_view variable,
                                const SettingError& error);
 
-/// What is wrong with a template, for inside a sentence.
-std::string templateFaultText(Language language, const NameTemplateError& error);
-
 /// Any error that a command let through. `destination` is the folder that it worked on, if any.
 CommandFailure failureOf(Language language, const std::string& destination,
                          const std::exception_ptr& error);

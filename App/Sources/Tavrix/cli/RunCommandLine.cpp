@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "SettingKeys.h"
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
@@ -34,14 +36,21 @@ struct SettingVariable {
 constexpr SettingVariable settingVariables[] = {{"DEMO_TIME_ZONE", "timeZoneID"},
                                                 {"DEMO_MODE", "uiMode"}};
 
-Settings settingsFromVariables(Settings settings, Language language,
+bool sets(const Invocation& call, std::string_view key) {
+  return std::any_of(call.settings.begin(), call.settings.end(), [&](std::string_view assignment) {
+    return assignment.substr(0, assignment.find('=')) == key;
+  });
+}
+
+/// A variable that the call sets otherwise is not looked at.
+Settings settingsFromVariables(Settings settings, const Invocation& call,
                                const Surroundings& surroundings) {
   for (const SettingVariable& each : settingVariables) {
     const auto value = variable(surroundings.environment, each.variable);
-    if (!value) continue;
+    if (!value || sets(call, each.key)) continue;
     auto changed = withSetting(settings, fmt::format("{}={}", each.key, *value));
     if (const auto* const error = std::get_if<SettingError>(&changed)) {
-      throw variableFailure(language, each.variable, *error);
+      throw variableFailure(call.language, each.variable, *error);
     }
     settings = std::get<Settings>(std::move(changed));
   }
@@ -52,7 +61,7 @@ Settings settingsFromVariables(Settings settings, Language language,
 Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
   const TimeZone zone = TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc());
   Settings settings = initialSettings(zone, surroundings.systemLocaleID);
-  settings = settingsFromVariables(std::move(settings), call.language, surroundings);
+  settings = settingsFromVariables(std::move(settings), call, surroundings);
   for (const std::string& assignment : call.settings) {
     auto changed = withSetting(std::move(settings), assignment);
     if (const auto* const error = std::get_if<SettingError>(&changed)) {

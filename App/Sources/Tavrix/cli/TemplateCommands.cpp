@@ -1,6 +1,6 @@
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
-#include "cli/Failures.h"
+#include "cli/TemplateFaults.h"
 #include "foundation/json/JsonValue.h"
 #include "naming/FolderName.h"
 #include "naming/NamePresets.h"
@@ -15,9 +15,10 @@ NameTemplate readTemplate(const CommandContext& context) {
   try {
     return NameTemplateCoding::decodeText(*context.call.nameTemplate);
   } catch (const NameTemplateError& error) {
-    throw CommandFailure{ExitStatus::usage, say(language, sentences::templateRejected,
-                                                say(language, sentences::theTemplate),
-                                                templateFaultText(language, error))};
+    throw CommandFailure{
+        ExitStatus::usage,
+        say(language, sentences::templateRejected, say(language, sentences::theTemplate),
+            templateFaultText(language, error, *context.call.nameTemplate))};
   }
 }
 

@@ -120,6 +120,7 @@ void TextPrinter::bundles(const std::vector<AssetBundle>& bundles) {
 }
 
 void TextPrinter::groups(const Library& library) {
+  if (library.fileCount == 0) return line(say(language_, sentences::emptyCatalog));
   if (library.rows.empty()) return line(say(language_, sentences::emptyGroups));
   MediaGroup::MediaCounts total;
   std::uint64_t fileCount = 0;

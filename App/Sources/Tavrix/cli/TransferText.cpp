@@ -54,8 +54,13 @@ void TextPrinter::tally(const TransferTally& tally, bool hasRun) {
 }
 
 void TextPrinter::nothing(const Library& library, const std::string& destination) {
-  line(library.rows.empty() ? say(language_, sentences::nothingChosen)
-                            : say(language_, sentences::nothingToDo, printable(destination)));
+  if (library.fileCount == 0) {
+    line(say(language_, sentences::nothingInCatalogue));
+  } else if (library.rows.empty()) {
+    line(say(language_, sentences::nothingChosen));
+  } else {
+    line(say(language_, sentences::nothingToDo, printable(destination)));
+  }
   line("");
 }
 

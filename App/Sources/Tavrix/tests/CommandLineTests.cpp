@@ -39,6 +39,33 @@ TEST(CommandLine, operandsThatLookLikeSomethingElse_areTakenAsTheyAre) {
   EXPECT_THAT(parsed({"catalog", "plan"}).operands, ElementsAre("plan"));
   EXPECT_THAT(parsed({"catalog", "--", "-x"}).operands, ElementsAre("-x"));
   EXPECT_THAT(parsed({"template", "sanitize", ""}).operands, ElementsAre(""));
+  EXPECT_THAT(parsed({"template", "sanitize", "++"}).operands, ElementsAre("++"));
+  EXPECT_THAT(parsed({"plan", "++", "--device-name", "++", "B", "--json"}).operands,
+              ElementsAre("++", "B"));
+  EXPECT_THAT(parsed({"plan", "A", "--", "++"}).operands, ElementsAre("A", "++"));
+}
+
+TEST(CommandLine, emptyValue_isAValueAndTakesNoOtherArgument) {
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"plan", "A", "B", "--device-name=", "--json"},
+        {"plan", "A", "--device-name", "", "B", "--json"}}) {
+    const Invocation call = parsed(arguments);
+    EXPECT_THAT(call.operands, ElementsAre("A", "B"));
+    EXPECT_EQ(call.deviceName, "");
+    EXPECT_TRUE(call.json);
+  }
+  EXPECT_EQ(parsed({"plan", "A", "B"}).deviceName, std::nullopt);
+  EXPECT_THAT(parsed({"catalog", "--set=", "A"}).settings, ElementsAre(""));
+  EXPECT_THAT(parsed({"catalog", "--set", "--lang=", "A"}).settings, ElementsAre("--lang="));
+  EXPECT_THAT(parsed({"catalog", "--", "--set="}).operands, ElementsAre("--set="));
+}
+
+TEST(CommandLine, optionGivenTwice_lastOneCounts) {
+  const Invocation call = parsed({"plan", "A", "B", "--lang", "en", "--lang=ru", "--device-name",
+                                  "X", "--device-name", "Y", "--state=S", "--state", "T"});
+  EXPECT_EQ(call.language, Language::russian);
+  EXPECT_EQ(call.deviceName, "Y");
+  EXPECT_EQ(call.stateFolder, "T");
 }
 
 TEST(CommandLine, demoFolder_standsInForAMissingSource) {
@@ -80,8 +107,23 @@ TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
        "both, editedOnly, originalsOnly"},
       {{"groups", "phone", "--set", "onlyNew"}, "КЛЮЧ=ЗНАЧЕНИЕ", "KEY=VALUE"},
       {{"groups", "phone", "--set", R"(nameTemplate={"tokens":[{"no":{}}],"language":"english"})"},
-       "в элементе 1 элемента «no» нет",
-       "in token 1 there is no token “no”"},
+       "в элементе 1 поля «no» не бывает, можно: year, month",
+       "in token 1 there is no field “no”, allowed: year, month"},
+      {{"groups", "phone", "--set", R"(nameTemplate={"tokens":[{}],"language":"english"})"},
+       "(в элементе 1 должно быть ровно одно поле)",
+       "(in token 1 there must be exactly one field)"},
+      {{"groups", "phone", "--set", R"(nameTemplate={"tokens":["year"],"language":"english"})"},
+       "(элемент 1 — не объект JSON)",
+       "(token 1 is no JSON object)"},
+      {{"groups", "phone", "--set", R"(nameTemplate={"tokens":[],"language":"fr"})"},
+       "языка «fr» нет, можно: system, russian, english",
+       "no language “fr”, allowed: system, russian, english"},
+      {{"catalog", ""}, "SOURCE — пустая строка", "SOURCE is empty"},
+      {{"plan", "phone", ""}, "DEST — пустая строка", "DEST is empty"},
+      {{"transfer", "", "photos"}, "SOURCE — пустая строка", "SOURCE is empty"},
+      {{"snapshot", "phone", ""}, "OUT-DIR — пустая строка", "OUT-DIR is empty"},
+      {{"catalog", "phone", "--state="}, "--state — пустая строка", "--state is empty"},
+      {{"catalog", "phone", "++"}, "«++» здесь лишнее", "“++” is one too many"},
       {{"groups", "phone", "--set", "uiMode=events"},
        "«events» пока нет",
        "“events” is not there yet"},
@@ -111,6 +153,7 @@ TEST(CommandLine, language_isRussianUnlessAskedOtherwise) {
   tester.localeID = "ru_RU";
   EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("Непонятно"));
   EXPECT_THAT(tester.run({"catalog", "x", "--lang", "fr"}).err, HasSubstr("«fr»"));
+  EXPECT_THAT(tester.run({"--lang=", "catalog", "x"}).err, HasSubstr("Язык «» неизвестен"));
 }
 
 TEST(CommandLine, wrongVariable_isNamed) {
@@ -121,7 +164,49 @@ TEST(CommandLine, wrongVariable_isNamed) {
               AllOf(HasSubstr("DEMO_MODE"), HasSubstr("«weekly»")));
   tester.environment = {{"DEMO_TIME_ZONE", "Mars"}};
   EXPECT_EQ(tester.run({"groups", "phone"}).status, ExitStatus::usage);
-  EXPECT_EQ(tester.run({"groups", "phone", "--set", "timeZoneID=UTC"}).status, ExitStatus::usage);
+  EXPECT_EQ(tester.run({"groups", "phone", "--set", "uiMode=flat"}).status, ExitStatus::usage);
+}
+
+TEST(CommandLine, wrongVariable_isPassedOverWhereAnOptionStandsForIt) {
+  CommandTester tester;
+  tester.addPhone(smallSnapshot);
+  tester.environment = {{"DEMO_MODE", "weekly"}, {"DEMO_TIME_ZONE", "Mars"}};
+  const CommandResult result =
+      tester.run({"groups", "phone", "--set", "timeZoneID=UTC", "--set", "uiMode=byDate"});
+  EXPECT_EQ(result.status, ExitStatus::done) << result.err;
+}
+
+TEST(CommandLine, unknownStyle_isToldWithThoseThatTheTemplateTakes) {
+  struct Row {
+    std::string token;
+    std::string field;
+    std::string allowed;
+  };
+  const std::string cases = "asIs, lower, upper, capital";
+  const std::vector<Row> rows{
+      {R"({"year":{"_0":"?"}})", "_0", "full, short"},
+      {R"({"month":{"_0":"?"}})", "_0", "pad2, plain, nameLower, nameCap, abbr, abbrUpper"},
+      {R"({"day":{"_0":"?"}})", "_0", "pad2, plain"},
+      {R"({"city":{"_0":"?"}})", "_0", cases},
+      {R"({"country":{"_0":"?","_1":"asIs"}})", "_0", "name, code"},
+      {R"({"country":{"_0":"name","_1":"?"}})", "_1", cases},
+      {R"({"event":{"_0":"?"}})", "_0", cases},
+  };
+  const CommandTester tester;
+  for (const Row& row : rows) {
+    const auto render = [&](const std::string& style) {
+      std::string token = row.token;
+      token.replace(token.find('?'), 1, style);
+      return tester.run({"template", "render", "--lang", "en", "--context", "{}", "--template",
+                         R"({"language":"english","tokens":[{"period":{}},)" + token + "]}"});
+    };
+    EXPECT_THAT(render("no").err, HasSubstr("in token 2 “" + row.field +
+                                            "” has no value “no”, allowed: " + row.allowed + ";"));
+    std::istringstream styles{row.allowed};
+    for (std::string style; std::getline(styles >> std::ws, style, ',');) {
+      EXPECT_EQ(render(style).status, ExitStatus::done) << row.token << style;
+    }
+  }
 }
 
 TEST(Help, everyCommand_hasExamplesInBothLanguages) {

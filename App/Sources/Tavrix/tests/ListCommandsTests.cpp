@@ -181,6 +181,7 @@ TEST_F(ListCommands, emptyCatalogue_isSaidInOneSentence) {
     EXPECT_EQ(result.status, ExitStatus::done);
     EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'), 1) << result.out;
   }
+  EXPECT_THAT(tester.run({"groups", "phone"}).out, StartsWith("В каталоге телефона нет"));
   EXPECT_EQ(tester.run({"catalog", "phone", "--json"}).out, "[]\n");
 }
 

@@ -77,6 +77,25 @@ TEST(ProgressBar, text_tellsFilesBytesSpeedTimeAndName) {
   EXPECT_THAT(terminal.text(), EndsWith("\r\x1b[K"));
 }
 
+TEST(ProgressBar, noun_goesWithTheTotal) {
+  StringSink terminal;
+  struct Row {
+    std::uint64_t total;
+    std::string russian;
+    std::string english;
+  };
+  for (const Row& row :
+       {Row{1, "0 / 1 файл ·", "0 / 1 file ·"}, Row{2, "0 / 2 файла ·", "0 / 2 files ·"},
+        Row{5, "0 / 5 файлов ·", "0 / 5 files ·"}}) {
+    TransferProgressSnapshot progress = progressOf(0, 0);
+    progress.filesTotal = row.total;
+    EXPECT_THAT((ProgressBar{terminal, 120, Language::russian}.text(progress)),
+                HasSubstr(row.russian));
+    EXPECT_THAT((ProgressBar{terminal, 120, Language::english}.text(progress)),
+                HasSubstr(row.english));
+  }
+}
+
 TEST(ProgressBar, manySteps_areDrawnTenTimesASecond) {
   StringSink terminal;
   ProgressBar bar{terminal, 60, Language::russian};

@@ -241,6 +241,29 @@ TEST_F(TransferCommand, settingsThatLeaveNothing_areSaidSo) {
                                 HasSubstr("не вошли по настройкам               7\n")));
 }
 
+TEST_F(TransferCommand, emptyCatalogue_isNotBlamedOnTheSettings) {
+  tester.addPhone("[]");
+  EXPECT_THAT(transfer().out, StartsWith("Переносить нечего: в каталоге телефона нет"));
+  EXPECT_THAT(tester.run({"plan", "phone", "photos", "--lang", "en"}).out,
+              StartsWith("There is nothing to do: the phone's catalogue holds no file."));
+}
+
+TEST_F(TransferCommand, oneFailure_isCountedAsOne) {
+  std::filesystem::remove(tester.folder / "phone/media/IMG_0002.JPG");
+  EXPECT_THAT(transfer().out,
+              HasSubstr("не удалось перенести 1 файл; повторите — перенесётся только недостающее"));
+}
+
+TEST_F(TransferCommand, emptyDeviceName_beatsTheVariableAndGivesNoPrefix) {
+  tester.environment = {{"DEMO_DEVICE_NAME", "Anna"}};
+  const std::vector<std::string> flat{"--set", "fileNamePrefixMode=phone", "--set", "uiMode=flat"};
+  EXPECT_THAT(copiedPaths(flat), testing::Contains("Anna IMG_0004.PNG"));
+  std::filesystem::remove_all(tester.folder / "photos");
+  std::vector<std::string> nameless = flat;
+  nameless.emplace_back("--device-name=");
+  EXPECT_THAT(copiedPaths(nameless), testing::Contains("IMG_0004.PNG"));
+}
+
 TEST_F(TransferCommand, zip_isPlannedWholeButNotYetWritten) {
   transfer();
   const CommandResult plan =

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "foundation/Sentence.h"
+#include "naming/NameTemplateCoding.h"
+
+namespace tavrix::cli {
+
+/// What is wrong with a template, for inside a sentence; `nameTemplate` is the text that was read.
+std::string templateFaultText(Language language, const NameTemplateError& error,
+                              std::string_view nameTemplate);
+
+}  // namespace tavrix::cli
