@@ -48,6 +48,18 @@ void setAside(Folder& destination, const std::string& name) {
   }
 }
 
+/// A file that was found as it had landed earlier still has the digest of then.
+void keepDigests(std::vector<FileRecord>& landed, const PhoneRecord& earlier) {
+  StringMap<const FileRecord*> byPath;
+  for (const FileRecord& file : earlier.files) byPath[file.path] = &file;
+  for (FileRecord& file : landed) {
+    const auto found = byPath.find(file.path);
+    if (file.sha256 || found == byPath.end()) continue;
+    const FileRecord& before = *found->second;
+    if (before.size == file.size && before.localID == file.localID) file.sha256 = before.sha256;
+  }
+}
+
 }  // namespace
 
 const PhoneRecord* Marker::record(const std::string& phoneHash) const {
@@ -108,7 +120,16 @@ void save(Folder& destination, const PhoneRecord& record) {
   }
 }
 
-PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now, const FilesOnDisk& filesOnDisk) {
+void removeLeftOvers(Folder& destination) {
+  for (const std::string& name : destination.names()) {
+    const bool isOurs = (name.starts_with("phone-") && name.ends_with(".json.part")) ||
+                        name == std::string{textFileName} + ".part";
+    if (isOurs) destination.removeFile(name);
+  }
+}
+
+PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now,
+                    const std::function<bool(const std::string& path)>& isStillThere) {
   // Of several files that landed under one path, one after another, the last one lies there.
   StringSet paths;
   std::vector<FileRecord> landed;
@@ -119,8 +140,9 @@ PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now, const FilesOnDi
   now.files.clear();
   if (earlier != nullptr) {
     now.firstTransfer = earlier->firstTransfer;
+    keepDigests(landed, *earlier);
     for (const FileRecord& file : earlier->files) {
-      if (!paths.contains(file.path) && filesOnDisk.contains(file.path)) now.files.push_back(file);
+      if (!paths.contains(file.path) && isStillThere(file.path)) now.files.push_back(file);
     }
   }
   now.files.insert(now.files.end(), std::make_move_iterator(landed.begin()),

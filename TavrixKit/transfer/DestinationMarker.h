@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -83,9 +84,14 @@ Marker load(const Folder& destination);
 /// Throws MarkerError, which leaves everything as it was, and FileError.
 void save(Folder& destination, const PhoneRecord& record);
 
+/// Removes what a killed run left of a record that it was writing. Throws FileError.
+void removeLeftOvers(Folder& destination);
+
 /// The record after a run: what landed now replaces older entries of the same path; earlier entries
-/// whose files are not on disk are dropped; the first transfer keeps its date.
-PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now, const FilesOnDisk& filesOnDisk);
+/// whose files are not there any more are dropped; the first transfer keeps its date, and a file
+/// that was found as it had landed earlier its digest.
+PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now,
+                    const std::function<bool(const std::string& path)>& isStillThere);
 
 /// The JSON of a record: pretty, keys sorted.
 std::string encode(const PhoneRecord& record);

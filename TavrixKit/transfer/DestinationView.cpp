@@ -4,20 +4,24 @@ namespace tavrix {
 
 DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
                                  const std::string& phoneHash)
-    : filesOnDisk_(std::move(filesOnDisk)), knownAssets_(marker.knownAssets(phoneHash)) {
+    : filesOnDisk_(std::move(filesOnDisk)) {
   for (const auto& record : marker.records) {
     const bool isThisPhone = record.phoneHash == phoneHash;
     for (const auto& file : record.files) {
       if (!file.localID && !file.cloudID) continue;
-      Owner owner{isThisPhone ? file.localID.value_or("") : "", file.cloudID.value_or("")};
-      // Of several claims to one path this phone's own counts.
-      if (isThisPhone) {
-        owners_.insert_or_assign(file.path, std::move(owner));
-      } else {
-        owners_.try_emplace(file.path, std::move(owner));
-      }
+      Owner owner{isThisPhone ? file.localID.value_or("") : "", file.cloudID.value_or(""),
+                  isThisPhone, file.sha256.has_value(), record.lastTransfer};
+      // A claim without a digest may be of a run that was killed before it got there.
+      const auto [found, isNew] = owners_.try_emplace(file.path, owner);
+      if (!isNew && owner.outranks(found->second)) found->second = std::move(owner);
     }
   }
+  knownAssets_ = marker.knownAssets(phoneHash);
+  const auto isLost = [&](const auto& entry) {
+    const auto found = owners_.find(entry.second.path);
+    return found != owners_.end() && !found->second.isThisPhone;
+  };
+  absl::erase_if(knownAssets_.byLocalID, isLost);
 }
 
 DestinationView::Holding DestinationView::holding(const std::string& path,
@@ -38,6 +42,11 @@ bool DestinationView::holds(const std::string& path, const MediaAsset& asset) co
 
 bool DestinationView::holdsAnother(const std::string& path, const MediaAsset& asset) const {
   return holding(path, asset) == Holding::anotherAsset;
+}
+
+bool DestinationView::isStillOurs(const std::string& path) const {
+  const auto found = owners_.find(path);
+  return isOnDisk(path) && (found == owners_.end() || found->second.isThisPhone);
 }
 
 FilesOnDisk listFiles(const Folder& destination) {

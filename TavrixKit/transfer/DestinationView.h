@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "foundation/files/Folder.h"
 #include "transfer/DestinationMarker.h"
@@ -27,10 +28,21 @@ class DestinationView {
   /// A file is on disk at the path and recorded for an asset, but not for this one.
   bool holdsAnother(const std::string& path, const MediaAsset& asset) const;
 
+  /// A file is on disk at the path, and no other phone has a better claim to it than this one.
+  bool isStillOurs(const std::string& path) const;
+
  private:
   struct Owner {
     std::string localID;  ///< empty for an asset of another phone, which no id of ours can equal
     std::string cloudID;
+    bool isThisPhone = false;
+    bool hasDigest = false;
+    Instant recorded;
+
+    /// Of several claims to one path, one with a digest counts more, then the later one.
+    bool outranks(const Owner& other) const {
+      return std::pair{hasDigest, recorded} > std::pair{other.hasDigest, other.recorded};
+    }
   };
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 

@@ -22,8 +22,12 @@ void OutcomeLedger::sizeMismatched() {
 void OutcomeLedger::failed(std::size_t index, std::string reason) {
   const PlannedFile& file = plan_.files[index];
   const std::lock_guard lock{mutex_};
-  outcomes_[index] = FileOutcome{std::string{file.asset.id()}, lastPathComponent(file.relativePath),
-                                 std::nullopt, 0, FileOutcome::Failed{std::move(reason)}};
+  // What cannot be a file's name is named as the phone names it.
+  const std::string name = isSafePathComponent(file.asset.name())
+                               ? lastPathComponent(file.relativePath)
+                               : std::string{file.asset.name()};
+  outcomes_[index] = FileOutcome{std::string{file.asset.id()}, name, std::nullopt, 0,
+                                 FileOutcome::Failed{std::move(reason)}};
   ++settled_;
 }
 

@@ -53,13 +53,15 @@ bool isJpeg(std::string_view name) {
 }
 
 std::string outputName(const MediaAsset& asset, const TransferOptions& options) {
-  std::string name = options.fileNamePrefix.value_or("") + replacingInvalidUtf8(asset.name());
+  std::string name = replacingInvalidUtf8(asset.name());
   if (asset.kind() == MediaKind::photo && options.photoFormat == PhotoOutputFormat::jpeg) {
     name = withExtension(name, "jpg");
   } else if (asset.kind() == MediaKind::video && options.videoFormat == VideoOutputFormat::h264) {
     name = withExtension(name, "mp4");
   }
-  return fittingName(std::move(name));
+  // Such a name would be taken for a file in the making, which the next one may replace.
+  if (lowerExtension(name) == "part") name += "_";
+  return fittingName(options.fileNamePrefix.value_or("") + name);
 }
 
 std::vector<PendingFile> pendingFiles(const AssetBundle& bundle, const Directories& places,

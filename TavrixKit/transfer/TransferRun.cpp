@@ -61,10 +61,21 @@ bool TransferRun::isPlanned(const std::string& path) {
   return plannedPaths_->contains(path);
 }
 
+void TransferRun::syncVolume() {
+  const std::lock_guard lock{syncMutex_};
+  if (syncFailure_) throw FileError{*syncFailure_};
+  try {
+    destination_.syncVolume();
+  } catch (const FileError& error) {
+    syncFailure_ = error;
+    throw;
+  }
+}
+
 void TransferRun::finish() {
   try {
     // The data are there since before the renames; this brings the new names.
-    destination_.syncVolume();
+    syncVolume();
   } catch (const FileError&) {
     halt(std::current_exception());
   }

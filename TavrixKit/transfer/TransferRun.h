@@ -39,6 +39,9 @@ class TransferRun {
   /// Ends the run for all workers; the first cause counts.
   void halt(std::exception_ptr cause);
   bool isPlanned(const std::string& path);
+  /// Brings all that was written to stable storage. Once that has failed it fails for ever: the
+  /// system tells of lost bytes only once, and nobody can say whose they were.
+  void syncVolume();
   /// Brings the names to stable storage and throws what ended the run early.
   void finish();
   void writeFinishLog(const TransferReport& report) const;
@@ -56,6 +59,8 @@ class TransferRun {
   std::atomic<bool> isHalted_ = false;
   std::mutex mutex_;
   std::exception_ptr cause_;
+  std::mutex syncMutex_;
+  std::optional<FileError> syncFailure_;
   std::optional<PathRegister> plannedPaths_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
@@ -56,6 +57,20 @@ bool staysInside(const std::string& path) {
     begin = end + 1;
   }
   return true;
+}
+
+/// Whether a name, read as a path, would lead upwards.
+bool isAscending(std::string_view name) { return name.find("..") != std::string_view::npos; }
+
+/// The path with the first letter of its last part in the other case; the same where there is none.
+std::string withOtherCase(std::string path) {
+  for (std::size_t i = path.rfind('/') + 1; i < path.size(); ++i) {
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    if (!isLetter(path[i])) continue;
+    path[i] = static_cast<char>(path[i] ^ 0x20);
+    break;
+  }
+  return path;
 }
 
 bool isComplete(const FileStatus& status, const PlannedFile& file) {
@@ -134,10 +149,9 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
   const PlannedFile& file = planned(index);
   const Language language = run_.setup_.language;
   if (!isSafePathComponent(file.asset.name())) {
-    // A name of dots or with a slash would lead elsewhere, and only such a path can be in the plan.
-    const bool isInside = staysInside(file.relativePath);
-    fail(index, isInside ? say(language, sentences::unsafeName)
-                         : say(language, sentences::pathOutsideDestination));
+    const bool leadsOut = isAscending(file.asset.name()) && !staysInside(file.relativePath);
+    fail(index, leadsOut ? say(language, sentences::pathOutsideDestination)
+                         : say(language, sentences::unsafeName));
     return true;
   }
   if (!staysInside(file.relativePath)) {
@@ -145,11 +159,18 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
     return true;
   }
   const auto status = run_.destination_.status(file.relativePath);
-  if (!status || !isComplete(*status, file)) return false;
+  if (!status || !isComplete(*status, file) || mayBeAnothers(file, *status)) return false;
   run_.ledger_.landed(index, FileOutcome::AlreadyThere{}, file.relativePath, status->size, 0,
                       std::nullopt);
   run_.meter_.finished(file, 0);
   return true;
+}
+
+bool TransferWorker::mayBeAnothers(const PlannedFile& file, const FileStatus& status) const {
+  const std::string twin = withOtherCase(file.relativePath);
+  if (twin == file.relativePath) return false;
+  const auto other = run_.destination_.status(twin);
+  return other && *other == status;
 }
 
 void TransferWorker::fetch(std::size_t index) {
@@ -186,13 +207,22 @@ bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
     fail(index, say(language, sentences::verificationFailed, file.asset.name(), detail));
     return false;
   }
-  if (const auto date = file.asset.captureDate()) part->setModificationTime(*date);
+  if (const auto date = file.asset.captureDate()) setDate(*part, *date);
   part->startWriteback();
   part->close();
   ready.sha256 = digest_.finish();
   ready.size = expected;
   run_.meter_.verified();
   return true;
+}
+
+void TransferWorker::setDate(WritableFile& part, Instant date) const {
+  try {
+    part.setModificationTime(date);
+  } catch (const FileError& error) {
+    // A volume that keeps no such dates keeps the picture all the same.
+    if (stopsRun(error, run_.destination_)) throw;
+  }
 }
 
 void TransferWorker::convert(ReadyFile& ready) {
@@ -243,11 +273,15 @@ bool TransferWorker::isBatchFull() const {
 
 void TransferWorker::commit() {
   if (batch_.empty()) return;
-  run_.destination_.syncVolume();
+  run_.syncVolume();
+  // Whoever moves the folder away meanwhile does not mean the files to follow it.
+  if (!run_.destination_.exists())
+    throw FileError{FileOperation::status, run_.destination_.path(), ENOENT};
   std::reverse(batch_.begin(), batch_.end());
   while (!batch_.empty()) {
-    land(batch_.back());
+    const ReadyFile ready = std::move(batch_.back());
     batch_.pop_back();
+    land(ready);
   }
   batchBytes_ = 0;
 }
@@ -267,8 +301,8 @@ void TransferWorker::land(const ReadyFile& ready) {
                         ready.sha256);
     run_.meter_.finished(file, file.asset.sizeBytes());
   } catch (const FileError& error) {
-    if (stopsRun(error, run_.destination_)) throw;
     removeQuietly(ready.part);
+    if (stopsRun(error, run_.destination_)) throw;
     run_.ledger_.failed(ready.index, reasonOf(error, run_.setup_.language));
     run_.meter_.finished(file, file.asset.sizeBytes());
   }

@@ -22,9 +22,13 @@ class TransferWorker {
   void handle(std::size_t index);
   /// Gives the file's outcome at once when it needs no fetching or cannot be fetched.
   bool isSettledWithoutFetching(std::size_t index);
+  /// Whether the volume may take letter cases for the same, so that the file that lies at a path
+  /// can be another one whose name differs only there. Then its size says too little.
+  bool mayBeAnothers(const PlannedFile& file, const FileStatus& status) const;
   void fetch(std::size_t index);
   /// False when the bytes are not what the phone listed; the outcome is recorded then.
   bool download(std::size_t index, ReadyFile& ready);
+  void setDate(WritableFile& part, Instant date) const;
   void convert(ReadyFile& ready);
   void keepOriginal(ReadyFile& ready, std::string_view reason);
 

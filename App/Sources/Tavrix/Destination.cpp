@@ -73,6 +73,7 @@ std::unique_ptr<Folder> Destination::openOrCreate(const std::string& path) {
 std::unique_ptr<Folder> Destination::openForWriting(const std::string& path) {
   auto folder = openOrCreate(path);
   if (!folder->lock()) throw DestinationError{DestinationError::Kind::busy, path};
+  DestinationMarker::removeLeftOvers(*folder);
   return folder;
 }
 

@@ -1,8 +1,11 @@
 #include "TransferJob.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <utility>
+
+#include "foundation/files/AtomicFile.h"
 
 namespace tavrix {
 namespace {
@@ -15,6 +18,25 @@ std::uint64_t bytesOf(const TransferPlan& plan) {
 
 std::optional<std::string> owned(MediaAsset::Text text) {
   return text ? std::optional<std::string>{*text} : std::nullopt;
+}
+
+constexpr std::chrono::seconds shortestSaveInterval{1};
+
+/// Where a planned file may land, numbers aside: at its path, or unconverted under its own
+/// extension.
+std::vector<std::string> possiblePaths(const PlannedFile& file) {
+  std::vector<std::string> paths{file.relativePath};
+  if (isConverted(file.conversion)) {
+    const std::string folder = parentPath(file.relativePath);
+    const std::string name = TransferEngine::fallbackName(file);
+    paths.push_back(folder.empty() ? name : folder + "/" + name);
+  }
+  return paths;
+}
+
+bool claimsPath(const PlannedFile& file, const std::string& path) {
+  const auto paths = possiblePaths(file);
+  return std::find(paths.begin(), paths.end(), path) != paths.end();
 }
 
 }  // namespace
@@ -39,10 +61,14 @@ void TransferJob::remember(const LandedFile& file) {
   if (isRemembered || !outcome.path) return;
   landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
                      owned(asset.cloudID())});
-  if (setup_.now() - savedAt_ >= setup_.saveInterval) saveQuietly();
+  // A file under a number that nobody could foresee is not claimed yet.
+  const auto interval = claimsPath(file.planned, *outcome.path)
+                            ? setup_.saveInterval
+                            : std::min(setup_.saveInterval, shortestSaveInterval);
+  if (setup_.now() - savedAt_ >= interval) saveQuietly(claims());
 }
 
-void TransferJob::saveMarker() {
+void TransferJob::saveMarker(std::vector<DestinationMarker::FileRecord> files) {
   savedAt_ = setup_.now();
   DestinationMarker::PhoneRecord record;
   record.phoneHash = setup_.phone.hash;
@@ -50,15 +76,42 @@ void TransferJob::saveMarker() {
   record.model = setup_.phone.model;
   record.firstTransfer = startedAt_;
   record.lastTransfer = savedAt_;
-  record.files = landed_;
+  record.files = std::move(files);
   const auto* const earlier = content_.marker.record(setup_.phone.hash);
-  DestinationMarker::save(destination_, DestinationMarker::updated(earlier, std::move(record),
-                                                                   content_.view.filesOnDisk()));
+  const auto isStillOurs = [this](const std::string& path) {
+    return content_.view.isStillOurs(path);
+  };
+  DestinationMarker::save(destination_,
+                          DestinationMarker::updated(earlier, std::move(record), isStillOurs));
 }
 
-void TransferJob::saveQuietly() {
+void TransferJob::settleMarker() {
+  const auto* const earlier = content_.marker.record(setup_.phone.hash);
+  if (!landed_.empty()) {
+    saveMarker(landed_);
+  } else if (earlier != nullptr) {
+    DestinationMarker::save(destination_, *earlier);
+  } else {
+    destination_.removeFile(DestinationMarker::fileName(setup_.phone.hash));
+  }
+}
+
+std::vector<DestinationMarker::FileRecord> TransferJob::claims() const {
+  std::vector<DestinationMarker::FileRecord> files;
+  files.reserve(planned_->files.size() + landed_.size());
+  for (const PlannedFile& file : planned_->files) {
+    for (const std::string& path : possiblePaths(file)) {
+      files.push_back({path, file.asset.sizeBytes(), std::nullopt, std::string{file.asset.id()},
+                       owned(file.asset.cloudID())});
+    }
+  }
+  files.insert(files.end(), landed_.begin(), landed_.end());
+  return files;
+}
+
+void TransferJob::saveQuietly(std::vector<DestinationMarker::FileRecord> files) {
   try {
-    saveMarker();
+    saveMarker(std::move(files));
   } catch (const FileError& error) {
     // The run itself meets the same disk and tells; the end of the run saves again.
     writeLog(log(), "marker not saved: {}", PrivateField{error.path()});
@@ -98,12 +151,15 @@ TransferOutcome TransferJob::run(const TransferPlan& plan, MediaSource& source,
   startedAt_ = setup_.now();
   savedAt_ = startedAt_;
   landed_.clear();
+  planned_ = &plan;
+  // Should the run be killed, what it got through is known all the same, and no other phone's
+  // picture of the same name is taken for it: an entry counts only while its file is there.
+  saveQuietly(claims());
   writeLog(log(), "transfer start: files={}, bytes={}, dest={}, zip={}", plan.files.size(),
            bytesOf(plan), PrivateField{destination_.path()}, false);
   TransferOutcome outcome = execute(plan, source, progress, std::move(stop));
-  if (landed_.empty()) return outcome;
   try {
-    saveMarker();
+    settleMarker();
   } catch (const FileError& error) {
     outcome.markerFailure = error;
   } catch (const DestinationMarker::MarkerError& error) {

@@ -56,8 +56,12 @@ class TransferJob {
 
  private:
   void remember(const LandedFile& file);
-  void saveMarker();
-  void saveQuietly();
+  /// What the run may still land, and what it has landed.
+  std::vector<DestinationMarker::FileRecord> claims() const;
+  void saveMarker(std::vector<DestinationMarker::FileRecord> files);
+  void saveQuietly(std::vector<DestinationMarker::FileRecord> files);
+  /// Replaces the claims by what landed; where nothing did, the marker is again as it was.
+  void settleMarker();
   TransferOutcome execute(const TransferPlan& plan, MediaSource& source,
                           const TransferEngine::Progress& progress, std::stop_token stop);
   Log& log() const { return setup_.log == nullptr ? silentLog() : *setup_.log; }
@@ -66,6 +70,7 @@ class TransferJob {
   Folder& destination_;
   Destination::Content content_;
   std::vector<DestinationMarker::FileRecord> landed_;
+  const TransferPlan* planned_ = nullptr;  ///< of the run that is under way
   Instant startedAt_;
   Instant savedAt_;
 };

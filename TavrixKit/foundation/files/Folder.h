@@ -39,7 +39,7 @@ class WritableFile {
 };
 
 /// An open folder, the only way to what lies in it. Paths are relative, with "/" between parts; a
-/// path that would lead out of the folder, by ".." or by a symbolic link, is refused with EXDEV,
+/// path that leads out of the folder or over a symbolic link is refused with EXDEV,
 /// one that holds a NUL with EINVAL. Links are never followed at the last part. Members throw
 /// FileError unless they say otherwise; all are safe to call from several threads.
 class Folder {
@@ -80,7 +80,7 @@ class Folder {
   /// The names directly in this folder, sorted.
   virtual std::vector<std::string> names() const = 0;
 
-  /// False when the folder was removed or its volume is gone. Never throws.
+  /// False when the folder was removed or moved away, or its volume is gone. Never throws.
   virtual bool exists() const = 0;
   /// Bytes that can still be written.
   virtual std::uint64_t freeBytes() const = 0;

@@ -70,11 +70,22 @@ TEST_F(FolderTest, pathsThatLeadOut_areRefusedByEveryOperation) {
   EXPECT_THAT(folder->names(), ElementsAre("absolute", "mine", "sub", "way"));
 }
 
-TEST_F(FolderTest, linkedFolderInside_isUsedLikeAnother) {
+TEST_F(FolderTest, linkedFolderInside_isRefusedToo) {
+  // A listing does not follow it, so what was written through it would be unknown the next time.
   fs::create_directory(temporary / "inside/2026");
   fs::create_directory_symlink("2026", temporary / "inside/latest");
-  put(*folder, "latest/a", "1");
-  EXPECT_EQ(temporary.read("inside/2026/a"), "1");
+  EXPECT_EQ(codeOf([&] { put(*folder, "latest/a", "1"); }), EXDEV);
+  EXPECT_FALSE(temporary.has("inside/2026/a"));
+}
+
+TEST_F(FolderTest, folderThatWasMovedAway_isNotWrittenTo) {
+  folder->makeFolders("2026");
+  put(*folder, "2026/a", "1");
+  fs::rename(temporary / "inside/2026", temporary / "trash");
+  EXPECT_EQ(codeOf([&] { put(*folder, "2026/b", "1"); }), ENOENT);
+  EXPECT_TRUE(folder->exists());
+  fs::rename(temporary / "inside", temporary / "elsewhere");
+  EXPECT_FALSE(folder->exists());
 }
 
 TEST_F(FolderTest, createFile_replacesLeftoversAndLinksThemselves) {
@@ -123,7 +134,7 @@ TEST_F(FolderTest, makeFolders_makesWhatIsMissingAlsoAfterARemoval) {
   EXPECT_EQ(temporary.read("inside/2026/05/20/a"), "1");
   EXPECT_EQ(codeOf([&] { folder->makeFolders("2026/05/20/a"); }), ENOTDIR);
   fs::create_symlink("nowhere", temporary / "inside/dangling");
-  EXPECT_EQ(codeOf([&] { folder->makeFolders("dangling"); }), ENOENT);
+  EXPECT_EQ(codeOf([&] { folder->makeFolders("dangling"); }), EXDEV);
 }
 
 TEST_F(FolderTest, readFile_takesOnlyRegularFilesWithinTheLimit) {

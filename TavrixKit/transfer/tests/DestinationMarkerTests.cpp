@@ -127,7 +127,7 @@ TEST(DestinationMarker, update_keepsWhatIsThere_andReplacesByPath) {
   PhoneRecord now = sample();
   now.firstTransfer = now.lastTransfer = nextDay;
   now.files = {{"c", 5, {}, "5", {}}, {"b", 2, {}, "4", {}}, {"c", 6, {}, "6", {}}};
-  const FilesOnDisk onDisk{{"a", {1, {}}}, {"b", {2, {}}}, {"c", {6, {}}}};
+  const auto onDisk = [](const std::string& path) { return path != "gone"; };
   const PhoneRecord result = updated(&earlier, now, onDisk);
   EXPECT_EQ(result.firstTransfer, day);
   EXPECT_EQ(result.lastTransfer, nextDay);

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "foundation/Text.h"
 #include "transfer/TransferEngine.h"
 #include "transfer/tests/TestLibrary.h"
 
@@ -122,6 +123,87 @@ TEST(TransferFault, destinationThatVanishes_interruptsTheRun) {
   EXPECT_THROW(TransferEngine{{.limits = {.files = 1}}}.run(planOf(5, 1000), source, *destination),
                TransferEngine::Interrupted);
   EXPECT_FALSE(std::filesystem::exists(parent / "disk"));
+}
+
+TEST(TransferFault, destinationThatIsMovedAway_interruptsTheRun) {
+  const TemporaryFolder parent;
+  std::filesystem::create_directory(parent / "disk");
+  const auto destination = openFolder(parent / "disk");
+  MemorySource source;
+  source.before = [&, count = 0](const MediaAsset&) mutable {
+    if (++count == 3) std::filesystem::rename(parent / "disk", parent / "trash");
+  };
+  try {
+    TransferEngine{{.limits = {.files = 1}}}.run(planOf(5, 1000), source, *destination);
+    ADD_FAILURE() << "not interrupted";
+  } catch (const TransferEngine::Interrupted& interrupted) {
+    EXPECT_EQ(interrupted.report().copied, 2U);
+  }
+  EXPECT_EQ(filesIn(parent / "trash").size(), 2U);
+}
+
+TEST(TransferFault, storageThatLostBytes_isNotTrustedWhenItSaysYesAgain) {
+  // The system tells of lost bytes once; the next question is answered as if nothing had been.
+  for (const int threads : {1, 2}) {
+    const TemporaryFolder folder;
+    FaultyFolder destination{openFolder(folder.path())};
+    std::atomic<bool> hasFailed = false;
+    destination.faults().rule = [&](FileOperation operation, const std::string& path) {
+      if (operation == FileOperation::sync && !hasFailed.exchange(true))
+        throw FileError{operation, path, EIO};
+    };
+    MemorySource source;
+    source.threads = threads;
+    const auto plan = planOf(6, 1000);
+    try {
+      TransferEngine{{.limits = {.files = 2}}}.run(plan, source, destination);
+      ADD_FAILURE() << "not interrupted";
+    } catch (const TransferEngine::Interrupted& interrupted) {
+      EXPECT_EQ(interrupted.report().copied, 0U);
+    }
+    EXPECT_THAT(filesIn(folder.path()), IsEmpty());
+  }
+}
+
+/// A volume that takes upper and lower case for the same.
+class CaseBlindFolder : public FaultyFolder {
+ public:
+  using FaultyFolder::FaultyFolder;
+
+  std::optional<FileStatus> status(const std::string& path) const override {
+    return FaultyFolder::status(nameOnDisk(path));
+  }
+  bool renameWithoutReplacing(const std::string& from, const std::string& to) override {
+    return nameOnDisk(to) == to && FaultyFolder::renameWithoutReplacing(from, to);
+  }
+  std::unique_ptr<ByteReader> openFile(const std::string& path) const override {
+    return FaultyFolder::openFile(nameOnDisk(path));
+  }
+
+ private:
+  std::string nameOnDisk(const std::string& path) const {
+    std::string found = path;
+    visitAll([&](const std::string& other, const FileStatus&) {
+      if (caseFolded(other) == caseFolded(path)) found = other;
+    });
+    return found;
+  }
+};
+
+TEST(TransferFault, fileThatDiffersOnlyInCase_isNotTakenForOurs) {
+  const TemporaryFolder folder;
+  const auto plan = planOf(1, 1000);
+  folder.write("2026-05-20/img_1000.heic", contentOf("somebody's", 1000));
+  CaseBlindFolder destination{openFolder(folder.path())};
+  MemorySource source;
+  const auto report = TransferEngine{}.run(plan, source, destination);
+  EXPECT_EQ(report.files[0].path, "2026-05-20/IMG_1000 (2).HEIC");
+  EXPECT_EQ(folder.read("2026-05-20/IMG_1000 (2).HEIC"), contentOf("100APPLE/IMG_1000.HEIC", 1000));
+  EXPECT_EQ(folder.read("2026-05-20/img_1000.heic"), contentOf("somebody's", 1000));
+  // The right bytes under the other spelling are ours.
+  folder.write("2026-05-20/img_1000.heic", contentOf("100APPLE/IMG_1000.HEIC", 1000));
+  EXPECT_EQ(kindsOf(TransferEngine{}.run(plan, source, destination)),
+            std::vector<std::string>{"alreadyThere"});
 }
 
 TEST(TransferFault, folderThatVanishes_isMadeAgain) {

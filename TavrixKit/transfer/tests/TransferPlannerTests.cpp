@@ -108,6 +108,10 @@ INSTANTIATE_TEST_SUITE_P(
                    jpeg,
                    {"A/IMG_E1.JPG", "A/IMG_1.PNG", "A/IMG_1.HEIC"},
                    {"2026-05-20/IMG_E1.jpg", "2026-05-20/IMG_1.jpg", "2026-05-20/IMG_1 (2).jpg"}},
+        LayoutCase{"nameOfAFileInTheMaking",
+                   {},
+                   {"A/IMG_1.JPG", "A/IMG_1.JPG.PART"},
+                   {"2026-05-20/IMG_1.JPG", "2026-05-20/IMG_1.JPG.PART_"}},
         LayoutCase{"cyrillicCase",
                    {},
                    {"A/\u0424\u043e\u0442\u043e.jpg", "B/\u0444\u043e\u0442\u043e.jpg"},
@@ -226,6 +230,35 @@ INSTANTIATE_TEST_SUITE_P(
                                 {"d/IMG_1 (2).MOV"},
                                 {"A/IMG_1.HEIC"}}),
     [](const auto& row) { return row.param.name; });
+
+TEST(TransferPlanner, prefix_isNoPartOfTheNameWhoseExtensionIsReplaced) {
+  auto chosen = h264;
+  chosen.fileNamePrefix = "v1.2_";
+  const MediaAsset video{"x",          "IMG_0014",   std::nullopt, MediaKind::video, 1,
+                         std::nullopt, std::nullopt, false,        std::nullopt,     std::nullopt};
+  EXPECT_EQ(TransferPlanner::relativePath(video, {.folderName = "d"}, chosen),
+            "d/v1.2_IMG_0014.mp4");
+}
+
+TEST(TransferPlanner, claimOfAKilledRun_yieldsToAFileThatLanded) {
+  // This phone's run was killed before it got to the file, and another phone's file landed there.
+  FilesOnDisk onDisk{{"d/IMG_1.HEIC", {1000, {}}}};
+  FileRecord landed = recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC");
+  landed.sha256 = std::string(64, 'a');
+  const DestinationMarker::Marker marker{{{1,
+                                           "me",
+                                           "",
+                                           "",
+                                           {},
+                                           Instant{std::chrono::seconds{9}},
+                                           {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}},
+                                          {1, "other", "", "", {}, {}, {landed}}}};
+  const DestinationView mine{onDisk, marker, "me"};
+  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC")});
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, mine)), ElementsAre("d/IMG_1 (2).HEIC"));
+  EXPECT_FALSE(mine.isStillOurs("d/IMG_1.HEIC"));
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, {onDisk, marker, "other"})), IsEmpty());
+}
 
 TEST(TransferPlanner, onlyNewOff_plansEverything_butNeverOnAnothersPath) {
   const auto all = options([](auto& o) { o.onlyNew = false; });

@@ -75,7 +75,38 @@ TEST_F(TransferJobTest, longRun_remembersOnItsWay) {
   savings = 0;
   std::filesystem::remove_all(temporary / "1970-01-01");
   run(std::chrono::seconds{1});
-  EXPECT_EQ(savings, 1);
+  EXPECT_EQ(savings, 2);  // what it may land before, what it has landed after
+}
+
+TEST_F(TransferJobTest, runThatIsKilled_leavesNoFileThatAnotherPhoneTakesForItsOwn) {
+  // From the fourth landing on nothing gets through any more, the last saving included.
+  int renames = 0;
+  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    if (operation != FileOperation::rename) return;
+    if (!path.starts_with("phone-")) ++renames;
+    if (renames > 3) throw FileError{operation, path, EIO};
+  };
+  EXPECT_EQ(run().report.copied, 3U);
+  folder.faults().rule = {};
+  const PhoneIdentity first = phone;
+  phone = snapshotPhone("another");
+  EXPECT_EQ(run().report.copied, 6U);
+  phone = first;
+  EXPECT_EQ(run().report.copied, 3U);
+  EXPECT_EQ(rememberedFiles(), 6U);
+}
+
+TEST_F(TransferJobTest, runThatLandsNothing_leavesTheMarkerAsItWas) {
+  folder.faults().rule = failing(FileOperation::makeFolder, EACCES);
+  EXPECT_EQ(run().report.failures.size(), 6U);
+  EXPECT_FALSE(temporary.has(markerName));
+  folder.faults().rule = {};
+  run();
+  const std::string before = temporary.read(markerName);
+  std::filesystem::remove_all(temporary / "1970-01-01");
+  folder.faults().rule = failing(FileOperation::makeFolder, EACCES);
+  run(std::chrono::seconds{5});
+  EXPECT_EQ(temporary.read(markerName), before);
 }
 
 TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {

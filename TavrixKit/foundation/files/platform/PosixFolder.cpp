@@ -57,15 +57,24 @@ int openWithoutLinks(int root, const std::string& path) {
   return current.release();
 }
 
+/// Whether an open folder is what a path leads to.
+bool isAt(int root, const char* path, const FileDescriptor& folder) {
+  struct stat there{};
+  struct stat here{};
+  return ::fstatat(root, path, &there, 0) == 0 && ::fstat(folder.number(), &here) == 0 &&
+         there.st_dev == here.st_dev && there.st_ino == here.st_ino;
+}
+
 int openFolderBeneath(int root, const std::string& path) {
   struct open_how how{};
   how.flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-  how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
+  how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS;
   long number = -1;
   do {
-    // EAGAIN: something was renamed while ".." of a link was being looked at.
+    // EAGAIN: something was renamed while the path was being walked.
     number = ::syscall(SYS_openat2, root, path.c_str(), &how, sizeof how);
   } while (number < 0 && (errno == EAGAIN || errno == EINTR));
+  if (number < 0 && errno == ELOOP) errno = EXDEV;
   if (number < 0 && (errno == ENOSYS || errno == EPERM)) return openWithoutLinks(root, path);
   return static_cast<int>(number);
 }
@@ -140,9 +149,8 @@ SharedDescriptor PosixFolder::openRemembered(const std::string& folder,
   if (folder.empty()) return root_;
   const std::lock_guard lock{mutex_};
   if (const auto found = remembered_.find(folder); found != remembered_.end()) {
-    struct stat raw{};
-    // A folder that was removed meanwhile has no links left.
-    if (::fstat(found->second->number(), &raw) == 0 && raw.st_nlink > 0) return found->second;
+    // A folder that was removed or moved away meanwhile is not at its path any more.
+    if (isAt(root_->number(), folder.c_str(), *found->second)) return found->second;
     remembered_.erase(found);
   }
   FileDescriptor opened{openFolderBeneath(root_->number(), folder)};
@@ -316,10 +324,7 @@ std::vector<std::string> PosixFolder::names() const {
   return result;
 }
 
-bool PosixFolder::exists() const {
-  struct stat raw{};
-  return ::fstat(root_->number(), &raw) == 0 && raw.st_nlink > 0;
-}
+bool PosixFolder::exists() const { return isAt(AT_FDCWD, path_.c_str(), *root_); }
 
 std::uint64_t PosixFolder::freeBytes() const {
   struct statvfs raw{};
