@@ -1,5 +1,9 @@
 #include "transfer/DestinationView.h"
 
+#include <algorithm>
+
+#include "transfer/FileNames.h"
+
 namespace tavrix {
 
 DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
@@ -22,6 +26,30 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
     return found != owners_.end() && !found->second.isThisPhone;
   };
   absl::erase_if(knownAssets_.byLocalID, isLost);
+  if (const auto* const own = marker.record(phoneHash)) rememberEarlierPaths(*own);
+}
+
+void DestinationView::rememberEarlierPaths(const DestinationMarker::PhoneRecord& record) {
+  for (const auto& file : record.files) {
+    if (!file.localID) continue;
+    const auto last = knownAssets_.byLocalID.find(*file.localID);
+    const bool isLast = last != knownAssets_.byLocalID.end() && last->second.path == file.path;
+    if (!isLast && isStillOurs(file.path)) earlierPaths_[*file.localID].push_back(file.path);
+  }
+}
+
+const std::string* DestinationView::landedPath(const MediaAsset& asset,
+                                               const std::string& base) const {
+  const auto counts = [&](const std::string& path) {
+    return isOnDisk(path) && isNumberedForm(path, base);
+  };
+  if (const auto* const record = knownAssets_.record(asset)) {
+    if (counts(record->path)) return &record->path;
+  }
+  const auto earlier = earlierPaths_.find(asset.id());
+  if (earlier == earlierPaths_.end()) return nullptr;
+  const auto found = std::find_if(earlier->second.begin(), earlier->second.end(), counts);
+  return found == earlier->second.end() ? nullptr : &*found;
 }
 
 DestinationView::Holding DestinationView::holding(const std::string& path,

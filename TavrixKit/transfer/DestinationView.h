@@ -2,6 +2,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "foundation/files/Folder.h"
 #include "transfer/DestinationMarker.h"
@@ -28,6 +29,9 @@ class DestinationView {
   /// A file is on disk at the path and recorded for an asset, but not for this one.
   bool holdsAnother(const std::string& path, const MediaAsset& asset) const;
 
+  /// The path of a file that is on disk, recorded for this asset, and lies at `base` or a numbered
+  /// form of it; null when there is none.
+  const std::string* landedPath(const MediaAsset& asset, const std::string& base) const;
   /// A file is on disk at the path, and no other phone has a better claim to it than this one.
   bool isStillOurs(const std::string& path) const;
 
@@ -46,11 +50,14 @@ class DestinationView {
   };
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
+  void rememberEarlierPaths(const DestinationMarker::PhoneRecord& record);
   Holding holding(const std::string& path, const MediaAsset& asset) const;
 
   FilesOnDisk filesOnDisk_;
   KnownAssets knownAssets_;
   StringMap<Owner> owners_;
+  /// An asset that was copied under several names or into several folders: all but the last.
+  StringMap<std::vector<std::string>> earlierPaths_;
 };
 
 /// Lists the regular files below a destination; links are not followed, no file is opened. Throws

@@ -204,23 +204,16 @@ class Layout {
     for (PlannedFile& file : files) {
       const std::string& place =
           places.of(file.asset, bundle.isLivePhoto(), isInVideoBundle(bundle));
-      const KnownAssets::Record* const own = ownRecord(file.asset, place);
+      const std::string* const own =
+          destination_.landedPath(file.asset, place + outputName(file.asset, options_));
       if (options_.onlyNew &&
           (own != nullptr || isAlreadyThere(file.asset, file.relativePath, destination_))) {
         result.skippedKnown.push_back(std::move(file.asset));
         continue;
       }
-      if (own != nullptr) file.relativePath = own->path;
+      if (own != nullptr) file.relativePath = *own;
       result.files.push_back(std::move(file));
     }
-  }
-
-  /// The record of a file that lies under its own path or a numbered form of it.
-  const KnownAssets::Record* ownRecord(const MediaAsset& asset, const std::string& place) const {
-    const auto* const record = destination_.knownAssets().record(asset);
-    const bool counts = record != nullptr && isOnDisk(*record, destination_.filesOnDisk()) &&
-                        isNumberedForm(record->path, place + outputName(asset, options_));
-    return counts ? record : nullptr;
   }
 
   /// Gives a bundle, one of whose paths belongs to another asset, paths that do not.
@@ -285,9 +278,7 @@ PlannedConversion conversion(const MediaAsset& asset, const TransferOptions& opt
 bool isAlreadyThere(const MediaAsset& asset, const std::string& plannedPath,
                     const DestinationView& destination) {
   if (destination.isOnDisk(plannedPath)) return !destination.holdsAnother(plannedPath, asset);
-  const auto* const record = destination.knownAssets().record(asset);
-  return record != nullptr && isOnDisk(*record, destination.filesOnDisk()) &&
-         isNumberedForm(record->path, plannedPath);
+  return destination.landedPath(asset, plannedPath) != nullptr;
 }
 
 std::vector<AssetBundle> newBundles(const MediaGroup& group, const std::string& folderName,
