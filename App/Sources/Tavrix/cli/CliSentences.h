@@ -267,6 +267,8 @@ inline constexpr Sentence<> keptOriginalsTitle{"Остались под свои
                                                "Kept under their own name, unconverted:"};
 
 // Progress.
+// Russian reads "3 / 21 файлов": of twenty-one files, whatever the number.
+inline constexpr CountedNoun filesOfTotal{"файлов", "файлов", "файлов", "file", "files"};
 inline constexpr Sentence<Text, Text, Text, Text> progressCounts{"{} / {} · {} / {}",
                                                                  "{} / {} · {} / {}"};
 inline constexpr Sentence<Text> progressSpeed{"{}/с", "{}/s"};

@@ -66,7 +66,7 @@ void ProgressBar::measureSpeed(std::uint64_t bytesDone, std::chrono::steady_cloc
 std::string ProgressBar::text(const TransferProgressSnapshot& progress) const {
   std::string line = barText(progress.bytesDone, progress.bytesTotal) + " ";
   line += say(language_, sentences::progressCounts, numberText(language_, progress.filesDone),
-              counted(language_, progress.filesTotal, sentences::files),
+              counted(language_, progress.filesTotal, sentences::filesOfTotal),
               bytesText(language_, progress.bytesDone), bytesText(language_, progress.bytesTotal));
   if (bytesPerSecond_ >= 1) {
     const std::uint64_t left =

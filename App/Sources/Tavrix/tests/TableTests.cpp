@@ -85,7 +85,7 @@ TEST(ProgressBar, noun_goesWithTheTotal) {
     std::string english;
   };
   for (const Row& row :
-       {Row{1, "0 / 1 файл ·", "0 / 1 file ·"}, Row{2, "0 / 2 файла ·", "0 / 2 files ·"},
+       {Row{1, "0 / 1 файлов ·", "0 / 1 file ·"}, Row{2, "0 / 2 файлов ·", "0 / 2 files ·"},
         Row{5, "0 / 5 файлов ·", "0 / 5 files ·"}}) {
     TransferProgressSnapshot progress = progressOf(0, 0);
     progress.filesTotal = row.total;
