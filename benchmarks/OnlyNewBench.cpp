@@ -54,8 +54,7 @@ void writeDestination(const TransferPlan& plan, const std::string& path) {
 TransferPlan planAgain(const std::vector<TransferPlanner::NamedGroup>& groups,
                        const std::string& path) {
   const auto folder = openFolder(path);
-  const auto marker = DestinationMarker::load(*folder);
-  return TransferPlanner::plan(groups, {}, DestinationView{listFiles(*folder), marker, phoneHash});
+  return TransferPlanner::plan(groups, {}, readDestination(*folder, phoneHash).view);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "transfer/DestinationView.h"
 
 #include <algorithm>
+#include <future>
 
 #include "transfer/FileNames.h"
 
@@ -84,6 +85,14 @@ FilesOnDisk listFiles(const Folder& destination) {
       files.emplace(path, FileOnDisk{status.size, status.modified});
   });
   return files;
+}
+
+DestinationContent readDestination(const Folder& destination, const std::string& phoneHash) {
+  auto files = std::async(std::launch::async, [&] { return listFiles(destination); });
+  DestinationContent content;
+  content.marker = DestinationMarker::load(destination);
+  content.view = DestinationView{files.get(), content.marker, phoneHash};
+  return content;
 }
 
 }  // namespace tavrix

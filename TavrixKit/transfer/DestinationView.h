@@ -64,4 +64,12 @@ class DestinationView {
 /// FileError.
 FilesOnDisk listFiles(const Folder& destination);
 
+/// All that is to be known of a destination before planning.
+struct DestinationContent {
+  DestinationMarker::Marker marker;
+  DestinationView view;
+};
+/// Lists the files while the marker is being read. Throws FileError and MarkerError.
+DestinationContent readDestination(const Folder& destination, const std::string& phoneHash);
+
 }  // namespace tavrix

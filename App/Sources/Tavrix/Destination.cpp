@@ -78,10 +78,7 @@ std::unique_ptr<Folder> Destination::openForWriting(const std::string& path) {
 }
 
 Destination::Content Destination::read(const Folder& destination, const PhoneIdentity& phone) {
-  Content content;
-  content.marker = DestinationMarker::load(destination);
-  content.view = DestinationView{listFiles(destination), content.marker, phone.hash};
-  return content;
+  return readDestination(destination, phone.hash);
 }
 
 }  // namespace tavrix

@@ -58,10 +58,7 @@ std::unique_ptr<Folder> openOrCreate(const std::string& path);
 std::unique_ptr<Folder> openForWriting(const std::string& path);
 
 /// What lies in a destination and whose it is. Throws MarkerError too.
-struct Content {
-  DestinationMarker::Marker marker;
-  DestinationView view;
-};
+using Content = DestinationContent;
 Content read(const Folder& destination, const PhoneIdentity& phone);
 
 }  // namespace Destination
