@@ -10,6 +10,7 @@ namespace tavrix {
 DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
                                  const std::string& phoneHash)
     : filesOnDisk_(std::move(filesOnDisk)) {
+  owners_.reserve(filesOnDisk_.size());
   for (const auto& record : marker.records) {
     const bool isThisPhone = record.phoneHash == phoneHash;
     for (const auto& file : record.files) {
