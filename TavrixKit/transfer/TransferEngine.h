@@ -64,6 +64,7 @@ class TransferEngine {
   class Interrupted : public std::exception {
    public:
     Interrupted(TransferReport report, const FileError& underlying)
+        // NOLINTNEXTLINE(bugprone-throw-keyword-missing): a field, kept and not thrown.
         : report_(std::move(report)), underlying_(underlying) {}
     const TransferReport& report() const { return report_; }
     const FileError& underlying() const { return underlying_; }
