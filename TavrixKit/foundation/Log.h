@@ -30,6 +30,7 @@ namespace detail {
 std::string shownText(const Log& log, PrivateField field);
 template <typename T>
 auto shownField(const Log& log, const T& value) {
+  // NOLINTNEXTLINE(bugprone-branch-clone): overloads differ.
   if constexpr (std::is_same_v<T, PrivateField>) {
     return shownText(log, value);
   } else if constexpr (std::is_convertible_v<const T&, std::string_view>) {

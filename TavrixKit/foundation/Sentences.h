@@ -10,7 +10,7 @@ namespace tavrix::sentences {
 
 inline constexpr CountedNoun files{"файл", "файла", "файлов", "file", "files"};
 inline constexpr CountedNoun folders{"папка", "папки", "папок", "folder", "folders"};
-inline constexpr CountedNoun shots{"съёмка", "съёмки", "съёмок", "shot", "shots"};
+inline constexpr CountedNoun shots{"снимок", "снимка", "снимков", "snapshot", "snapshots"};
 
 // Why one file was not copied.
 inline constexpr Sentence<> pathOutsideDestination{
@@ -31,6 +31,18 @@ inline constexpr Sentence<std::string> unwritable{"не удалось запи�
                                                   "the file could not be written: {}"};
 inline constexpr Sentence<> sourceFailed{"источник не отдал файл",
                                          "the source did not hand the file over"};
+
+// How a run went and what became of its shots and files.
+inline constexpr Sentence<> allOnMac{"Все снимки на Mac", "All snapshots are on the Mac"};
+inline constexpr Sentence<std::string> notTransferred{"Не перенеслось: {}", "Not transferred: {}"};
+inline constexpr Sentence<> transferBroken{"Перенос прерван", "Transfer interrupted"};
+inline constexpr Sentence<> stateOnMac{"скопировано и сверено", "copied and verified"};
+inline constexpr Sentence<> stateAlreadyThere{"уже были на месте", "were already in place"};
+inline constexpr Sentence<> stateFailed{"не перенеслось", "not transferred"};
+inline constexpr Sentence<> stateOff{"не входит по настройкам", "left out by the settings"};
+inline constexpr Sentence<> stateOptimized{"уменьшенная копия, пропущено по настройкам",
+                                           "reduced copy, skipped by the settings"};
+inline constexpr Sentence<> stateNotReached{"не дошла очередь", "not reached"};
 
 /// What a code of the system (errno) means, for people: "нет места на диске".
 std::string systemErrorText(Language language, int code);

@@ -48,6 +48,7 @@ struct PlannedFile {
 struct TransferPlan {
   std::vector<PlannedFile> files;        ///< in order of writing
   std::vector<MediaAsset> skippedKnown;  ///< already in the destination, in plan order
+  std::vector<std::string> knownPaths;   ///< where each of `skippedKnown` lies
   bool onlyNew = true;
 
   friend bool operator==(const TransferPlan&, const TransferPlan&) = default;

@@ -208,6 +208,7 @@ class Layout {
           destination_.landedPath(file.asset, place + outputName(file.asset, options_));
       if (options_.onlyNew &&
           (own != nullptr || isAlreadyThere(file.asset, file.relativePath, destination_))) {
+        result.knownPaths.push_back(own != nullptr ? *own : std::move(file.relativePath));
         result.skippedKnown.push_back(std::move(file.asset));
         continue;
       }

@@ -24,7 +24,19 @@ Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
   return leftOut;
 }
 
+GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings) {
+  return GroupingEngine::group({bundles, bundleFilter(settings), groupingMode(settings),
+                                groupingSettings(settings), settings.homeOverride, nullptr});
+}
+
 }  // namespace
+
+std::vector<FolderNaming::Row> rowsOf(const std::vector<AssetBundle>& bundles,
+                                      const Settings& settings, const std::string& systemLocaleID) {
+  return FolderNaming::resolve(namingSettings(settings, systemLocaleID),
+                               groupsOf(bundles, settings).groups)
+      .rows;
+}
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
                     const std::string& systemLocaleID) {
@@ -32,12 +44,9 @@ Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& setti
   library.fileCount = assets.size();
   library.bundles = BundleBuilder::makeBundles(assets);
 
-  const BundleFilter filter = bundleFilter(settings);
-  auto grouped =
-      GroupingEngine::group({library.bundles, filter, groupingMode(settings),
-                             groupingSettings(settings), settings.homeOverride, nullptr});
+  auto grouped = groupsOf(library.bundles, settings);
   library.optimizedCount =
-      OptimizedCopy::count(library.bundles, filter, {settings.timeZone, nullptr});
+      OptimizedCopy::count(library.bundles, bundleFilter(settings), {settings.timeZone, nullptr});
   library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
   library.homeCandidates = std::move(grouped.homeCandidates);

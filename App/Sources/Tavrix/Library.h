@@ -38,6 +38,10 @@ struct Library {
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
                     const std::string& systemLocaleID);
 
+/// The folders with their names alone, from shots before any filter.
+std::vector<FolderNaming::Row> rowsOf(const std::vector<AssetBundle>& bundles,
+                                      const Settings& settings, const std::string& systemLocaleID);
+
 /// A place of the library with its shots.
 struct LibraryPlace {
   GeoPoint center;

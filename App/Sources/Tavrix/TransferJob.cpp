@@ -1,7 +1,6 @@
 #include "TransferJob.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <utility>
 
@@ -40,12 +39,6 @@ bool claimsPath(const PlannedFile& file, const std::string& path) {
 }
 
 }  // namespace
-
-std::string_view textOf(TransferStatus status) {
-  constexpr std::array<std::string_view, 4> texts{"completed", "completedWithFailures", "cancelled",
-                                                  "interrupted"};
-  return texts.at(static_cast<std::size_t>(status));
-}
 
 TransferJob::TransferJob(Setup setup, Folder& destination, Destination::Content content)
     : setup_(std::move(setup)), destination_(destination), content_(std::move(content)) {}
@@ -132,12 +125,13 @@ TransferOutcome TransferJob::execute(const TransferPlan& plan, MediaSource& sour
   try {
     outcome.report =
         TransferEngine{setup}.run(plan, source, destination_, progress, std::move(stop));
-    if (!outcome.report.failures.empty()) outcome.status = TransferStatus::completedWithFailures;
+    if (!outcome.report.failures.empty())
+      outcome.status = TransferRecord::Status::completedWithFailures;
   } catch (const TransferEngine::Cancelled& cancelled) {
-    outcome.status = TransferStatus::cancelled;
+    outcome.status = TransferRecord::Status::cancelled;
     outcome.report = cancelled.report();
   } catch (const TransferEngine::Interrupted& interrupted) {
-    outcome.status = TransferStatus::interrupted;
+    outcome.status = TransferRecord::Status::interrupted;
     outcome.report = interrupted.report();
     outcome.interruption = interrupted.underlying();
     writeLog(log(), "transfer failed (local fs): {}", PrivateField{outcome.interruption->path()});

@@ -4,12 +4,12 @@
 #include <functional>
 #include <optional>
 #include <stop_token>
-#include <string_view>
 
 #include "Destination.h"
 #include "foundation/Log.h"
 #include "foundation/Sentence.h"
 #include "foundation/files/FileError.h"
+#include "history/TransferRecord.h"
 #include "media/MediaSource.h"
 #include "transfer/MediaConverter.h"
 #include "transfer/TransferEngine.h"
@@ -17,13 +17,8 @@
 
 namespace tavrix {
 
-/// How a run ended.
-enum class TransferStatus { completed, completedWithFailures, cancelled, interrupted };
-/// The case names.
-std::string_view textOf(TransferStatus status);
-
 struct TransferOutcome {
-  TransferStatus status = TransferStatus::completed;
+  TransferRecord::Status status = TransferRecord::Status::completed;
   TransferReport report;  ///< of what got through, however the run ended
   /// What ended an `interrupted` run.
   std::optional<FileError> interruption;

@@ -1,60 +1,104 @@
 #include "foundation/json/JsonValue.h"
 
+#include <utility>
+
 namespace tavrix {
 namespace {
 
-class Builder : public JsonHandler {
+/// Passes the elements of the outermost list on, one by one.
+class ElementReader : public JsonHandler {
  public:
-  JsonValue take() { return std::move(root_); }
+  explicit ElementReader(const std::function<void(JsonValue)>& take) : take_(take) {}
 
-  bool null() override { return add({nullptr}); }
-  bool boolean(bool value) override { return add({value}); }
-  bool integer(std::int64_t value) override { return add({value}); }
-  bool unsignedInteger(std::uint64_t value) override { return add({value}); }
-  bool number(double value) override { return add({value}); }
-  bool string(std::string_view value) override { return add({std::string{value}}); }
-  bool key(std::string_view name) override {
-    key_ = name;
-    return true;
+  bool null() override {
+    return value([](JsonHandler& to) { return to.null(); });
   }
-  bool startObject() override { return open({JsonValue::Object{}}); }
-  bool startArray() override { return open({JsonValue::Array{}}); }
-  bool endObject() override { return close(); }
-  bool endArray() override { return close(); }
+  bool boolean(bool flag) override {
+    return value([=](JsonHandler& to) { return to.boolean(flag); });
+  }
+  bool integer(std::int64_t number) override {
+    return value([=](JsonHandler& to) { return to.integer(number); });
+  }
+  bool unsignedInteger(std::uint64_t number) override {
+    return value([=](JsonHandler& to) { return to.unsignedInteger(number); });
+  }
+  bool number(double number) override {
+    return value([=](JsonHandler& to) { return to.number(number); });
+  }
+  bool string(std::string_view text) override {
+    return value([=](JsonHandler& to) { return to.string(text); });
+  }
+  bool key(std::string_view name) override { return element_.key(name); }
+  bool startObject() override {
+    return value([](JsonHandler& to) { return to.startObject(); });
+  }
+  bool endObject() override {
+    return value([](JsonHandler& to) { return to.endObject(); });
+  }
+  bool startArray() override {
+    if (!std::exchange(hasBegun_, true)) return true;
+    return value([](JsonHandler& to) { return to.startArray(); });
+  }
+  bool endArray() override {
+    if (!element_.isOpen()) return true;
+    return value([](JsonHandler& to) { return to.endArray(); });
+  }
 
  private:
-  /// Puts a value where the text has it and gives its place.
-  JsonValue& place(JsonValue value) {
-    if (open_.empty()) return root_ = std::move(value);
-    if (auto* array = std::get_if<JsonValue::Array>(&open_.back()->data)) {
-      return array->emplace_back(std::move(value));
-    }
-    return std::get<JsonValue::Object>(open_.back()->data)[key_] = std::move(value);
-  }
-  bool add(JsonValue value) {
-    place(std::move(value));
-    return true;
-  }
-  bool open(JsonValue value) {
-    open_.push_back(&place(std::move(value)));
-    return true;
-  }
-  bool close() {
-    open_.pop_back();
+  template <typename Feed>
+  bool value(Feed feed) {
+    if (!hasBegun_ || !feed(element_)) return false;
+    if (!element_.isOpen()) take_(element_.take());
     return true;
   }
 
-  JsonValue root_;
-  std::string key_;
-  std::vector<JsonValue*> open_;
+  const std::function<void(JsonValue)>& take_;
+  bool hasBegun_ = false;
+  JsonValueBuilder element_;
 };
 
 }  // namespace
+
+JsonValue JsonValueBuilder::take() { return std::exchange(root_, {}); }
+
+bool JsonValueBuilder::key(std::string_view name) {
+  key_ = name;
+  return true;
+}
+
+/// Puts a value where the text has it and gives its place.
+JsonValue& JsonValueBuilder::place(JsonValue value) {
+  if (open_.empty()) return root_ = std::move(value);
+  if (auto* array = std::get_if<JsonValue::Array>(&open_.back()->data)) {
+    return array->emplace_back(std::move(value));
+  }
+  return std::get<JsonValue::Object>(open_.back()->data)[key_] = std::move(value);
+}
+
+bool JsonValueBuilder::add(JsonValue value) {
+  place(std::move(value));
+  return true;
+}
+
+bool JsonValueBuilder::open(JsonValue value) {
+  open_.push_back(&place(std::move(value)));
+  return true;
+}
+
+bool JsonValueBuilder::close() {
+  open_.pop_back();
+  return true;
+}
 
 std::optional<double> JsonValue::asNumber() const {
   if (const auto* value = std::get_if<std::int64_t>(&data)) return static_cast<double>(*value);
   if (const auto* value = std::get_if<std::uint64_t>(&data)) return static_cast<double>(*value);
   if (const auto* value = std::get_if<double>(&data)) return *value;
+  return std::nullopt;
+}
+
+std::optional<std::uint64_t> JsonValue::asUnsigned() const {
+  if (const auto* value = std::get_if<std::uint64_t>(&data)) return *value;
   return std::nullopt;
 }
 
@@ -66,9 +110,15 @@ const JsonValue* JsonValue::member(std::string_view key) const {
 }
 
 JsonValue parseJson(std::string_view text, const JsonLimits& limits) {
-  Builder builder;
+  JsonValueBuilder builder;
   readJson(text, builder, limits);
   return builder.take();
+}
+
+void readJsonElements(ByteReader& source, const std::function<void(JsonValue element)>& take,
+                      const JsonLimits& limits) {
+  ElementReader reader{take};
+  readJson(source, reader, limits);
 }
 
 }  // namespace tavrix

@@ -158,7 +158,7 @@ TEST(JsonWriter, document_isPrettyAndShortest) {
 }
 
 RC_GTEST_PROP(JsonWriter, anyTextAndNumber_comeBack,
-              (std::vector<std::uint16_t> units, double number)) {
+              (const std::vector<std::uint16_t>& units, double number)) {
   std::string text;
   for (const auto unit : units)
     text += unit < 0x80 ? std::string(1, char(unit)) : "\u0416\U0001F3D6";

@@ -46,7 +46,7 @@ TransferPlan planAt(const std::string& path, std::uint64_t size = 1000,
                     const std::string& id = "100APPLE/IMG_1.HEIC") {
   const MediaAsset asset = assetOf(id, size);
   const AssetBundle bundle = *BundleBuilder::bundle("b", {asset});
-  return {{PlannedFile{asset, path, conversion, true, bundle}}, {}, true};
+  return {{PlannedFile{asset, path, conversion, true, bundle}}, {}, {}, true};
 }
 
 TEST_F(TransferEngineTest, plannedFiles_land_withTheirBytesDatesAndDigests) {

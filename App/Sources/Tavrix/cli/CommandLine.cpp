@@ -17,7 +17,10 @@ struct Form {
   std::string_view group;  ///< the word before, when there is one
   std::string_view name;
   std::vector<std::string_view> operands;
+  std::vector<std::string_view> options = {};  ///< of its own, each with a value
+  bool lastIsOptional = false;                 ///< the last operand may be left out
 
+  std::size_t requiredOperands() const { return operands.size() - (lastIsOptional ? 1 : 0); }
   bool takesSource() const { return !operands.empty() && operands.front() == "SOURCE"; }
 };
 
@@ -27,10 +30,16 @@ const std::vector<Form>& forms() {
       {Command::bundles, "", "bundles", {"SOURCE"}},
       {Command::groups, "", "groups", {"SOURCE"}},
       {Command::places, "", "places", {"SOURCE"}},
-      {Command::plan, "", "plan", {"SOURCE", "DEST"}},
-      {Command::transfer, "", "transfer", {"SOURCE", "DEST"}},
+      {Command::plan, "", "plan", {"SOURCE", "DEST"}, {"--device-name"}},
+      {Command::transfer, "", "transfer", {"SOURCE", "DEST"}, {"--device-name"}},
+      {Command::history,
+       "",
+       "history",
+       {"RECORD-ID"},
+       {"--outcome", "--phone", "--dest", "--path", "--asset"},
+       true},
       {Command::snapshot, "", "snapshot", {"SOURCE", "OUT-DIR"}},
-      {Command::templateRender, "template", "render", {}},
+      {Command::templateRender, "template", "render", {}, {"--template", "--context"}},
       {Command::templatePresets, "template", "presets", {}},
       {Command::templateSanitize, "template", "sanitize", {"TEXT"}},
   };
@@ -42,12 +51,15 @@ struct Flags {
   bool version = false;
 };
 
-constexpr std::array<std::string_view, 6> optionsWithValue{
-    "--lang", "--state", "--set", "--device-name", "--template", "--context"};
+constexpr std::array<std::string_view, 3> commonOptionsWithValue{"--lang", "--state", "--set"};
 
 bool takesValue(std::string_view option) {
-  return std::find(optionsWithValue.begin(), optionsWithValue.end(), option) !=
-         optionsWithValue.end();
+  const auto holds = [option](const auto& options) {
+    return std::find(options.begin(), options.end(), option) != options.end();
+  };
+  return holds(commonOptionsWithValue) ||
+         std::any_of(forms().begin(), forms().end(),
+                     [&](const Form& form) { return holds(form.options); });
 }
 
 /// To the parser "++" ends a command; this stands for it, as no argument of a program holds a zero.
@@ -136,13 +148,10 @@ class Parser {
       for (const std::string_view operand : form.operands) {
         command->add_option(std::string{operand}, slot_);
       }
-      if (form.operands.size() == 2 && form.command != Command::snapshot) {
-        addOption(*command, "--device-name");
+      for (const std::string_view option : form.options) {
+        addOption(*command, std::string{option});
       }
-      if (form.command == Command::templateRender) {
-        addOption(*command, "--template");
-        addOption(*command, "--context");
-      }
+      if (form.command == Command::history) command->add_flag("--delete", call_.history.deletes);
       commands_.push_back(command);
     }
     templates_ = templates;
@@ -206,6 +215,11 @@ class Parser {
     call_.deviceName = given(commandOf(form), "--device-name");
     call_.nameTemplate = given(commandOf(form), "--template");
     call_.context = given(commandOf(form), "--context");
+    call_.history.outcome = given(commandOf(form), "--outcome");
+    call_.history.phone = given(commandOf(form), "--phone");
+    call_.history.destination = given(commandOf(form), "--dest");
+    call_.history.path = given(commandOf(form), "--path");
+    call_.history.asset = given(commandOf(form), "--asset");
   }
 
   /// What was given of a command's operands, in their order.
@@ -224,7 +238,7 @@ class Parser {
     if (form.takesSource() && isDemo && call_.operands.size() + 1 == form.operands.size()) {
       call_.operands.insert(call_.operands.begin(), *demoFolder);
     }
-    if (call_.operands.size() < form.operands.size()) {
+    if (call_.operands.size() < form.requiredOperands()) {
       fail(say(language_, sentences::operandMissing, form.operands[call_.operands.size()],
                commandText(form)));
     }
@@ -232,7 +246,7 @@ class Parser {
 
   /// An empty name would stand for the root folder.
   void checkFolders(const Form& form) const {
-    for (std::size_t i = 0; i < form.operands.size(); ++i) {
+    for (std::size_t i = 0; i < call_.operands.size(); ++i) {
       if (form.operands[i] != "TEXT" && call_.operands[i].empty()) {
         fail(say(language_, sentences::folderEmpty, form.operands[i], commandText(form)));
       }

@@ -17,16 +17,27 @@ enum class Command {
   places,
   plan,
   transfer,
+  history,
   snapshot,
   templateRender,
   templatePresets,
   templateSanitize,
 };
 
+/// What `history` is asked for.
+struct HistoryOptions {
+  std::optional<std::string> outcome;
+  std::optional<std::string> phone;
+  std::optional<std::string> destination;
+  std::optional<std::string> path;
+  std::optional<std::string> asset;
+  bool deletes = false;
+};
+
 /// A call of one command, checked for its form alone.
 struct Invocation {
   Command command = Command::catalog;
-  std::vector<std::string> operands;  ///< as many as the command takes
+  std::vector<std::string> operands;  ///< as many as the command takes, optional ones aside
   bool json = false;
   bool verbose = false;
   Language language = Language::russian;
@@ -35,6 +46,7 @@ struct Invocation {
   std::optional<std::string> deviceName;
   std::optional<std::string> nameTemplate;  ///< JSON
   std::optional<std::string> context;       ///< JSON
+  HistoryOptions history;
 
   const std::string& source() const { return operands.at(0); }
 };

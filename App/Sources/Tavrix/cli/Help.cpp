@@ -23,6 +23,8 @@ const help::HelpText& textOf(std::optional<Command> command) {
       return help::plan;
     case Command::transfer:
       return help::transfer;
+    case Command::history:
+      return help::history;
     case Command::snapshot:
       return help::snapshot;
     case Command::templateRender:

@@ -21,6 +21,7 @@ inline constexpr HelpText program{
   places SOURCE           места съёмки
   plan SOURCE DEST        что перенеслось бы; ничего не пишет
   transfer SOURCE DEST    переносит; повтор переносит только недостающее
+  history [RECORD-ID]     прошлые переносы и что стало с каждым файлом
   snapshot SOURCE OUT-DIR записывает каталог телефона в OUT-DIR/snapshot.json
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
@@ -43,6 +44,7 @@ Usage: tavrix COMMAND ARGUMENTS…
   places SOURCE           the places where shots were taken
   plan SOURCE DEST        what would be transferred; writes nothing
   transfer SOURCE DEST    transfers; run again, it transfers only what is missing
+  history [RECORD-ID]     past transfers and what became of every file
   snapshot SOURCE OUT-DIR writes the phone's catalogue as OUT-DIR/snapshot.json
   template render         a folder name from a template
   template presets        the templates that come with the program
@@ -189,6 +191,45 @@ Examples:
   tavrix transfer PHONE PHOTOS
   tavrix transfer PHONE PHOTOS --set granularity=month --set includeAAE=false
   tavrix transfer PHONE PHOTOS --set fileNamePrefixMode=phone --device-name Anna
+)"};
+
+inline constexpr HelpText history{
+    R"(tavrix history — список переносов, новые сверху.
+tavrix history RECORD-ID — один перенос: папки, снимки и файлы, с причиной каждой неудачи.
+
+RECORD-ID — номер записи, его начало или last (последняя). Истории место в папке состояния.
+
+  --outcome ЧТО   только такие снимки (в списке — переносы, где они есть): all, onMac,
+                  alreadyThere, failed, optimized
+  --phone NAME    переносы с этого телефона
+  --dest DIR      переносы в эту папку
+  --path FILE     что переносы делали с этим файлом
+  --asset ID      что переносы делали с этим файлом телефона (номер из tavrix catalog)
+  --delete        удалить запись; перенесённые файлы остаются
+
+Примеры:
+  tavrix history
+  tavrix history last --outcome failed
+  tavrix history --path ФОТОГРАФИИ/2026-05-20/IMG_1400.HEIC
+)",
+    R"(tavrix history — the transfers, newest first.
+tavrix history RECORD-ID — one transfer: folders, snapshots and files, with the reason of every
+failure.
+
+RECORD-ID is a record's number, its beginning, or last. The history is kept in the state folder.
+
+  --outcome WHAT  only such snapshots (in the list: transfers that have any): all, onMac,
+                  alreadyThere, failed, optimized
+  --phone NAME    transfers from this phone
+  --dest DIR      transfers into this folder
+  --path FILE     what transfers did with this file
+  --asset ID      what transfers did with this file of the phone (its id in tavrix catalog)
+  --delete        delete the record; what was transferred stays
+
+Examples:
+  tavrix history
+  tavrix history last --outcome failed
+  tavrix history --path PHOTOS/2026-05-20/IMG_1400.HEIC
 )"};
 
 inline constexpr HelpText snapshot{

@@ -112,6 +112,14 @@ void writeReport(JsonWriter& json, const TransferReport& report) {
   json.endArray().endObject();
 }
 
+void writeRun(JsonWriter& json, const RunSummary& run) {
+  json.field("id", run.id.text()).field("startedAt", iso8601(run.startedAt));
+  json.field("finishedAt", iso8601(run.finishedAt)).field("status", textOf(run.status));
+  json.field("phoneName", run.phoneName).field("destinationPath", run.destinationPath);
+  json.key("totals");
+  TransferRecordCoding::encode(run.totals, json);
+}
+
 }  // namespace
 
 void JsonPrinter::catalog(const std::vector<MediaAsset>& assets) {
@@ -167,7 +175,41 @@ void JsonPrinter::transfer(const TransferResult& result) {
   JsonWriter json{sink_};
   json.beginObject().field("status", textOf(result.outcome.status)).key("report");
   writeReport(json, result.outcome.report);
+  if (result.recordID) json.field("recordID", result.recordID->text());
   json.endObject().finish();
+}
+
+void JsonPrinter::runs(const std::vector<RunSummary>& runs, bool) {
+  JsonWriter json{sink_};
+  json.beginArray();
+  for (const RunSummary& run : runs) {
+    json.beginObject();
+    writeRun(json, run);
+    json.endObject();
+  }
+  json.endArray().finish();
+}
+
+void JsonPrinter::fileRuns(const std::vector<HistoryStore::FileRun>& runs) {
+  JsonWriter json{sink_};
+  json.beginArray();
+  for (const auto& [run, file] : runs) {
+    json.beginObject();
+    writeRun(json, run);
+    json.key("file");
+    TransferRecordCoding::encode(file, json);
+    json.endObject();
+  }
+  json.endArray().finish();
+}
+
+void JsonPrinter::record(const TransferRecord& record) {
+  TransferRecordCoding::encode(record, sink_);
+}
+
+void JsonPrinter::recordDeleted(const Uuid& id) {
+  JsonWriter json{sink_};
+  json.beginObject().field("deleted", id.text()).endObject().finish();
 }
 
 void JsonPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {

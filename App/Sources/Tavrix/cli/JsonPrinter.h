@@ -16,6 +16,10 @@ class JsonPrinter : public ResultPrinter {
   void places(const std::vector<LibraryPlace>& places) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;
+  void runs(const std::vector<RunSummary>& runs, bool isWhole) override;
+  void fileRuns(const std::vector<HistoryStore::FileRun>& runs) override;
+  void record(const TransferRecord& record) override;
+  void recordDeleted(const Uuid& id) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets) override;

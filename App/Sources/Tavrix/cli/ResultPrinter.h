@@ -6,6 +6,7 @@
 #include "Library.h"
 #include "PlanSummary.h"
 #include "TransferJob.h"
+#include "history/HistoryStore.h"
 #include "naming/NamePresets.h"
 #include "transfer/TransferPlan.h"
 
@@ -27,6 +28,7 @@ struct TransferResult {
   const TransferPlan& plan;
   std::string destination;
   const TransferOutcome& outcome;
+  std::optional<Uuid> recordID{};  ///< of its record in the history
 };
 
 /// Writes the result of a command: for people, or for programs.
@@ -40,6 +42,12 @@ class ResultPrinter {
   virtual void places(const std::vector<LibraryPlace>& places) = 0;
   virtual void plan(const PlanResult& result) = 0;
   virtual void transfer(const TransferResult& result) = 0;
+  /// Runs, newest first; `isWhole` when nothing was asked of them.
+  virtual void runs(const std::vector<RunSummary>& runs, bool isWhole) = 0;
+  /// What runs did with one file.
+  virtual void fileRuns(const std::vector<HistoryStore::FileRun>& runs) = 0;
+  virtual void record(const TransferRecord& record) = 0;
+  virtual void recordDeleted(const Uuid& id) = 0;
   virtual void snapshotWritten(const std::string& path, std::uint64_t items) = 0;
   /// A folder name.
   virtual void name(const std::string& name) = 0;

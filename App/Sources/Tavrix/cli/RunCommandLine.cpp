@@ -86,6 +86,8 @@ ExitStatus execute(const CommandContext& context) {
       return showPlan(context);
     case Command::transfer:
       return transfer(context);
+    case Command::history:
+      return showHistory(context);
     case Command::snapshot:
       return writeSnapshot(context);
     case Command::templateRender:

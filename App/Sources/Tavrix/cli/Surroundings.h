@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "foundation/Time.h"
+#include "foundation/Uuid.h"
 #include "foundation/json/JsonWriter.h"
 
 namespace tavrix::cli {
@@ -18,8 +19,8 @@ using Environment = std::map<std::string, std::string, std::less<>>;
 
 /// The names of those variables.
 inline constexpr std::string_view heededVariables[] = {
-    "DEMO_DIR",         "DEMO_STATE_DIR", "DEMO_TIME_ZONE", "DEMO_MODE",
-    "DEMO_DEVICE_NAME", "DEBUG_SNAPSHOT", "SNAPSHOT_OUT",
+    "DEMO_DIR",       "DEMO_STATE_DIR", "DEMO_TIME_ZONE", "DEMO_MODE", "DEMO_DEVICE_NAME",
+    "DEBUG_SNAPSHOT", "SNAPSHOT_OUT",   "XDG_STATE_HOME", "HOME",
 };
 
 /// All that a command line knows of the world around it; `main` makes the real one, tests their
@@ -34,6 +35,7 @@ struct Surroundings {
   std::optional<int> outColumns{};
   std::optional<int> errColumns{};
   std::function<Instant()> now{};
+  std::function<Uuid()> newID{};
   /// From this call on an interrupt asks the token to stop instead of ending the program.
   std::function<std::stop_token()> catchInterrupts{};
 };

@@ -10,6 +10,9 @@
 
 namespace tavrix::cli {
 
+/// Enough of a record's number to name it by.
+inline std::string shortID(const Uuid& id) { return id.text().substr(0, 8); }
+
 /// Tables and sentences for people. Dates are those of the zone in which days are cut.
 class TextPrinter : public ResultPrinter {
  public:
@@ -22,6 +25,10 @@ class TextPrinter : public ResultPrinter {
   void places(const std::vector<LibraryPlace>& places) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;
+  void runs(const std::vector<RunSummary>& runs, bool isWhole) override;
+  void fileRuns(const std::vector<HistoryStore::FileRun>& runs) override;
+  void record(const TransferRecord& record) override;
+  void recordDeleted(const Uuid& id) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets) override;
@@ -44,6 +51,13 @@ class TextPrinter : public ResultPrinter {
   void tally(const TransferTally& tally, bool hasRun);
   void nothing(const Library& library, const std::string& destination);
   void headline(const TransferResult& result);
+  std::string stateOf(const TransferRecord::File& file) const;
+  std::string pathOrReason(const TransferRecord::File& file) const;
+  std::string templateTitle(const std::string& name) const;
+  void runFields(const TransferRecord& record);
+  void runTotals(const TransferRecord::Totals& totals);
+  void recordedFolder(const TransferRecord::Folder& folder);
+  void labelled(const std::vector<std::pair<std::string, std::string>>& rows);
   void list(const std::string& title, const std::vector<std::string>& lines);
 
   TextSink& sink_;

@@ -5,6 +5,7 @@
 #include "TransferJob.h"
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
+#include "cli/History.h"
 #include "cli/ProgressBar.h"
 #include "cli/Source.h"
 #include "foundation/Sentences.h"
@@ -22,6 +23,11 @@ std::string deviceName(const CommandContext& context) {
 
 const std::string& destinationPath(const CommandContext& context) {
   return context.call.operands.at(1);
+}
+
+/// What programs read is the same in every language.
+Language writtenLanguage(const CommandContext& context) {
+  return context.call.json ? Language::russian : context.language();
 }
 
 TransferPlan makePlan(const CommandContext& context, const Library& library,
@@ -67,8 +73,7 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
   const Surroundings& surroundings = context.surroundings;
   TransferJob::Setup setup;
   setup.phone = snapshotPhone(deviceName(context));
-  // What programs read is the same in every language.
-  setup.language = context.call.json ? Language::russian : context.language();
+  setup.language = writtenLanguage(context);
   setup.log = &context.log;
   setup.now = surroundings.now;
   TransferJob job{std::move(setup), destination, std::move(content)};
@@ -85,13 +90,13 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
 
 ExitStatus statusOf(const TransferOutcome& outcome) {
   switch (outcome.status) {
-    case TransferStatus::completed:
+    case TransferRecord::Status::completed:
       return ExitStatus::done;
-    case TransferStatus::completedWithFailures:
+    case TransferRecord::Status::completedWithFailures:
       return ExitStatus::someFailed;
-    case TransferStatus::cancelled:
+    case TransferRecord::Status::cancelled:
       return ExitStatus::cancelled;
-    case TransferStatus::interrupted:
+    case TransferRecord::Status::interrupted:
       return ExitStatus::stopped;
   }
   return ExitStatus::stopped;
@@ -100,7 +105,7 @@ ExitStatus statusOf(const TransferOutcome& outcome) {
 /// Tells on standard error how a run ended that did not end by itself.
 void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
   const Language language = context.language();
-  if (outcome.status == TransferStatus::cancelled) {
+  if (outcome.status == TransferRecord::Status::cancelled) {
     warn(context, say(language, sentences::runCancelled));
   }
   if (outcome.interruption) {
@@ -141,10 +146,22 @@ ExitStatus transfer(const CommandContext& context) {
       Destination::read(*destination, snapshotPhone(deviceName(context)));
   const TransferPlan plan = makePlan(context, library, content.view);
   checkBeforeRun(context, plan, *destination);
+  const Instant startedAt = context.surroundings.now();
   const TransferOutcome outcome = run(context, plan, *destination, std::move(content));
   tellEnd(context, outcome);
+  const auto recordID = recordRun(context, {.library = library,
+                                            .settings = context.settings,
+                                            .plan = plan,
+                                            .outcome = outcome,
+                                            .phone = snapshotPhone(deviceName(context)),
+                                            .destinationPath = destinationPath(context),
+                                            .systemLocaleID = context.surroundings.systemLocaleID,
+                                            .language = writtenLanguage(context),
+                                            .id = {},
+                                            .startedAt = startedAt,
+                                            .finishedAt = context.surroundings.now()});
   try {
-    context.printer.transfer({library, plan, destinationPath(context), outcome});
+    context.printer.transfer({library, plan, destinationPath(context), outcome, recordID});
   } catch (const OutputClosed&) {
     // The run is over, and its status stands, whoever reads of it.
     return statusOf(outcome);

@@ -1,6 +1,7 @@
 // What TextPrinter tells of plans and runs.
 
 #include "cli/CliSentences.h"
+#include "cli/HistorySentences.h"
 #include "cli/TextPrinter.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
@@ -84,13 +85,13 @@ void TextPrinter::plan(const PlanResult& result) {
 void TextPrinter::headline(const TransferResult& result) {
   const TransferOutcome& outcome = result.outcome;
   switch (outcome.status) {
-    case TransferStatus::completed:
+    case TransferRecord::Status::completed:
       return line(say(language_, sentences::runCompleted, bytes(outcome.report.bytesWritten)));
-    case TransferStatus::completedWithFailures:
+    case TransferRecord::Status::completedWithFailures:
       return line(say(language_, sentences::runCompletedWithFailures,
                       count(outcome.report.failures.size(), sentences::files)));
-    case TransferStatus::cancelled:
-    case TransferStatus::interrupted:
+    case TransferRecord::Status::cancelled:
+    case TransferRecord::Status::interrupted:
       // The error itself says why the run ended.
       return;
   }
@@ -114,6 +115,10 @@ void TextPrinter::transfer(const TransferResult& result) {
   tally(tallyOf(result.library, result.plan, report), true);
   list(say(language_, sentences::keptOriginalsTitle), report.conversionFallbacks);
   list(say(language_, sentences::failuresTitle), report.failures);
+  if (result.recordID) {
+    line("");
+    line(say(language_, sentences::recordHint, shortID(*result.recordID)));
+  }
 }
 
 }  // namespace tavrix::cli

@@ -72,6 +72,7 @@ int run(const std::vector<std::string>& arguments) {
           [] {
             return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
           },
+      .newID = randomUuid,
       .catchInterrupts = [&] { return interrupts.token(); },
   };
   ExitStatus status = runCommandLine(arguments, surroundings);

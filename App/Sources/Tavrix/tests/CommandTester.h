@@ -39,6 +39,16 @@ struct CommandTester {
     for (const std::string& name : media) folder.write("phone/media/" + name, content);
   }
 
+  /// The number of a record that is made at `time`.
+  Uuid recordID() const {
+    Uuid id;
+    auto seconds = std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
+    for (std::size_t i = 4; i-- > 0; seconds >>= 8) {
+      id.bytes.at(i) = static_cast<std::uint8_t>(seconds & 0xFF);
+    }
+    return id;
+  }
+
   /// Arguments "phone", "photos" and "other" stand for those folders.
   CommandResult run(std::vector<std::string> arguments) const {
     for (std::string& argument : arguments) {
@@ -49,14 +59,17 @@ struct CommandTester {
     StringSink out;
     StringSink err;
     std::stop_source stop;
+    Environment surrounding = environment;
+    surrounding.emplace("XDG_STATE_HOME", folder / "state");
     const Surroundings surroundings{.out = out,
                                     .err = err,
-                                    .environment = environment,
+                                    .environment = surrounding,
                                     .systemLocaleID = localeID,
                                     .systemTimeZoneID = "UTC",
                                     .outColumns = outColumns,
                                     .errColumns = errColumns,
                                     .now = [&] { return time; },
+                                    .newID = [&] { return recordID(); },
                                     .catchInterrupts =
                                         [&] {
                                           if (isInterrupted) stop.request_stop();

@@ -65,7 +65,9 @@ TEST_F(TransferCommand, run_thenAgain_thenAfterARemoval) {
             "В каталоге                             8\n"
             "  не вошли: их снимка нет на телефоне  1\n"
             "  к переносу                           7\n"
-            "    скопированы                        7\n");
+            "    скопированы                        7\n"
+            "\n"
+            "Подробности: tavrix history 6a0ef3c0\n");
   EXPECT_EQ(tester.folder.read("photos/2026-05-20/IMG_E0001.HEIC"), "0123456789");
   EXPECT_EQ(tester.folder.read("photos/No date/IMG_0004.PNG"), "0123456789");
 

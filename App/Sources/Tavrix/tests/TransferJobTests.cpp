@@ -117,7 +117,7 @@ TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
     }
   };
   const TransferOutcome outcome = run();
-  EXPECT_EQ(outcome.status, TransferStatus::interrupted);
+  EXPECT_EQ(outcome.status, TransferRecord::Status::interrupted);
   ASSERT_TRUE(outcome.interruption.has_value());
   EXPECT_EQ(outcome.interruption->code(), ENOSPC);
   EXPECT_EQ(rememberedFiles(), tally.copied);
@@ -125,7 +125,7 @@ TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
   EXPECT_EQ(tally.planned, tally.copied + tally.failed + tally.notReached);
 
   folder.faults().rule = {};
-  EXPECT_EQ(run().status, TransferStatus::completed);
+  EXPECT_EQ(run().status, TransferRecord::Status::completed);
   EXPECT_EQ(tally.catalogue, tally.known + tally.planned);
   EXPECT_EQ(rememberedFiles(), 6U);
 }
@@ -133,7 +133,7 @@ TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
 TEST_F(TransferJobTest, recordThatCannotBeWritten_isToldWithTheReport) {
   folder.faults().rule = failing(FileOperation::rename, markerName, EACCES);
   const TransferOutcome outcome = run(std::chrono::seconds{30});
-  EXPECT_EQ(outcome.status, TransferStatus::completed);
+  EXPECT_EQ(outcome.status, TransferRecord::Status::completed);
   EXPECT_EQ(tally.copied, 6U);
   ASSERT_TRUE(outcome.markerFailure.has_value());
   EXPECT_EQ(outcome.markerFailure->code(), EACCES);

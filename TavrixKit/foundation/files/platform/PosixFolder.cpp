@@ -287,6 +287,7 @@ void PosixFolder::syncVolume() {
 }
 
 std::vector<std::string> PosixFolder::namesOf(int folder, const std::string& path) const {
+  if (folder < 0) fail(FileOperation::list, path, errno);
   const std::unique_ptr<DIR, int (*)(DIR*)> entries{::fdopendir(folder), ::closedir};
   if (entries == nullptr) fail(FileOperation::list, path, errno);
   std::vector<std::string> result;
@@ -305,7 +306,9 @@ void PosixFolder::visitFolder(const FileDescriptor& folder, const std::string& p
     struct stat raw{};
     // What is gone between the listing and here was not there.
     if (::fstatat(folder.number(), name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) != 0) continue;
-    const std::string inner = path.empty() ? name : path + "/" + name;
+    std::string inner = path;
+    if (!path.empty()) inner += '/';
+    inner += name;
     visitor(inner, statusOf(raw));
     if (!S_ISDIR(raw.st_mode)) continue;
     const FileDescriptor opened{::openat(folder.number(), name.c_str(), folderFlags | O_NOFOLLOW)};

@@ -1,0 +1,127 @@
+#include "RunRecording.h"
+
+#include <absl/container/flat_hash_map.h>
+
+#include "RunSentences.h"
+#include "foundation/Sentences.h"
+#include "foundation/Text.h"
+
+namespace tavrix {
+namespace {
+
+using ShotInput = TransferRecord::ShotInput;
+
+std::string templateName(const NameTemplate& nameTemplate) {
+  for (const NamePresets::Builtin& preset : NamePresets::builtins()) {
+    if (preset.nameTemplate == nameTemplate) return std::string{preset.russian};
+  }
+  return say(Language::russian, sentences::ownTemplate);
+}
+
+std::optional<TransferRecord::Place> placeOf(const MediaGroup& group) {
+  if (!group.place) return std::nullopt;
+  TransferRecord::Place place;
+  place.latitude = group.place->latitude;
+  place.longitude = group.place->longitude;
+  return place;
+}
+
+/// Adds those shots of the rows that `isWanted` takes, each with every file that it has.
+template <typename Predicate>
+void addShots(const std::vector<FolderNaming::Row>& rows, const RunToRecord& run,
+              std::vector<ShotInput>& shots, Predicate isWanted) {
+  absl::flat_hash_map<std::string_view, const AssetBundle*> whole;
+  whole.reserve(run.library.bundles.size());
+  for (const AssetBundle& bundle : run.library.bundles) whole.emplace(bundle.id(), &bundle);
+  const bool isFlat = run.settings.uiMode == UIGroupingMode::flat;
+  for (const FolderNaming::Row& row : rows) {
+    const auto place = placeOf(row.group);
+    for (const AssetBundle& bundle : row.group.bundles) {
+      if (isWanted(bundle)) {
+        shots.push_back({*whole.at(bundle.id()), isFlat ? std::string{} : row.name, place});
+      }
+    }
+  }
+}
+
+std::vector<ShotInput> shotsOf(const RunToRecord& run) {
+  std::vector<ShotInput> shots;
+  addShots(run.library.rows, run, shots, [](const AssetBundle&) { return true; });
+  if (run.settings.skipOptimized && run.library.optimizedCount > 0) {
+    Settings settings = run.settings;
+    settings.skipOptimized = false;
+    addShots(rowsOf(run.library.bundles, settings, run.systemLocaleID), run, shots,
+             [](const AssetBundle& bundle) { return bundle.original().isOptimized(); });
+  }
+  return shots;
+}
+
+std::vector<std::string> notesOf(const RunToRecord& run) {
+  const Language language = run.language;
+  const TransferOutcome& outcome = run.outcome;
+  std::vector<std::string> notes;
+  if (outcome.status == TransferRecord::Status::cancelled) {
+    notes.push_back(say(language, sentences::noteCancelled));
+  }
+  if (outcome.interruption) {
+    notes.push_back(say(language, sentences::noteInterrupted,
+                        sentences::systemErrorText(language, outcome.interruption->code())));
+  }
+  if (!outcome.report.conversionFallbacks.empty()) {
+    notes.push_back(say(language, sentences::noteKeptOriginals));
+  }
+  if (outcome.markerFailure) {
+    notes.push_back(say(language, sentences::noteMarkerNotSaved,
+                        sentences::systemErrorText(language, outcome.markerFailure->code())));
+  }
+  return notes;
+}
+
+}  // namespace
+
+TransferRecord::Options recordOptions(const Settings& settings, const std::string& phoneName) {
+  const TransferOptions transfer = transferOptions(settings, phoneName);
+  TransferRecord::Options options;
+  options.includePhotos = settings.includePhotos;
+  options.includeLive = settings.includeLive;
+  options.liveOnlyPhoto = settings.liveOnlyPhoto;
+  options.includeVideos = settings.includeVideos;
+  options.includeAAE = settings.includeAAE;
+  options.editedPolicy = textOf(settings.editedPolicy);
+  options.onlyNew = settings.onlyNew;
+  options.skipOptimized = settings.skipOptimized;
+  options.mode = textOf(settings.uiMode);
+  options.granularity = textOf(settings.granularity);
+  options.eventGapHours = settings.eventGapHours;
+  options.eventGapKm = settings.eventGapKm;
+  if (settings.uiMode == UIGroupingMode::trips) {
+    options.tripDistanceKm = settings.tripDistanceKm;
+    options.tripCityKm = settings.tripCityKm;
+  }
+  options.templateName = templateName(settings.nameTemplate);
+  options.photoFormat = textOf(transfer.photoFormat);
+  options.jpegQuality = settings.jpegQuality;
+  options.videoFormat = textOf(transfer.videoFormat);
+  options.container = textOf(transfer.container);
+  options.separatePhotoVideo = settings.separatePhotoVideo;
+  options.flattenSingleKind = settings.flattenSingleKind;
+  options.fileNamePrefix = transfer.fileNamePrefix;
+  return options;
+}
+
+TransferRecord recordOf(const RunToRecord& run) {
+  return makeRecord({.shots = shotsOf(run),
+                     .plan = run.plan,
+                     .report = run.outcome.report,
+                     .status = run.outcome.status,
+                     .id = run.id,
+                     .startedAt = run.startedAt,
+                     .finishedAt = run.finishedAt,
+                     .phoneName = run.phone.label,
+                     .phoneHash = run.phone.hash,
+                     .destinationPath = run.destinationPath,
+                     .options = recordOptions(run.settings, run.phone.label),
+                     .notes = notesOf(run)});
+}
+
+}  // namespace tavrix

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Library.h"
+#include "TransferJob.h"
+#include "history/RecordBuilding.h"
+
+namespace tavrix {
+
+/// What a finished run was made of and what came of it.
+struct RunToRecord {
+  const Library& library;
+  const Settings& settings;
+  const TransferPlan& plan;
+  const TransferOutcome& outcome;
+  PhoneIdentity phone;
+  std::string destinationPath;  ///< absolute
+  std::string systemLocaleID;
+  Language language = Language::russian;  ///< of the notes
+  Uuid id;
+  Instant startedAt;
+  Instant finishedAt;
+};
+
+/// The record of a run: the shots of all folders, whatever of them was there before, and those that
+/// were left out as reduced copies, under the folders that they would have been in.
+TransferRecord recordOf(const RunToRecord& run);
+
+/// The settings as a record keeps them.
+TransferRecord::Options recordOptions(const Settings& settings, const std::string& phoneName);
+
+}  // namespace tavrix

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "foundation/Sentence.h"
+
+/// What the application writes into the record of a run, in both languages side by side.
+namespace tavrix::sentences {
+
+inline constexpr Sentence<> ownTemplate{"Свой шаблон", "Own template"};
+inline constexpr Sentence<> noteCancelled{"Перенос отменён.", "The transfer was cancelled."};
+inline constexpr Sentence<std::string> noteInterrupted{"Перенос остановлен: {}",
+                                                       "The transfer was stopped: {}"};
+inline constexpr Sentence<> noteKeptOriginals{
+    "Перевести не удалось — на Mac лежит оригинал под своим именем.",
+    "The conversion failed — the Mac holds the original under its own name."};
+inline constexpr Sentence<std::string> noteMarkerNotSaved{
+    "Папка назначения не запомнила, что в неё перенесено: {}",
+    "The destination folder could not note what was transferred: {}"};
+
+}  // namespace tavrix::sentences

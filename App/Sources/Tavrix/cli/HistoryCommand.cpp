@@ -1,0 +1,175 @@
+// The commands that show past runs.
+
+#include <algorithm>
+#include <filesystem>
+
+#include "StateFolder.h"
+#include "cli/Failures.h"
+#include "cli/History.h"
+#include "cli/HistorySentences.h"
+#include "cli/Quotes.h"
+#include "foundation/Sentences.h"
+#include "foundation/Text.h"
+#include "history/Verdict.h"
+
+namespace tavrix::cli {
+namespace {
+
+std::optional<std::string> statePath(const CommandContext& context) {
+  const Environment& environment = context.surroundings.environment;
+  return stateFolderPath({.chosen = context.call.stateFolder,
+                          .demo = variable(environment, "DEMO_STATE_DIR"),
+                          .stateHome = variable(environment, "XDG_STATE_HOME"),
+                          .home = variable(environment, "HOME")});
+}
+
+std::unique_ptr<Folder> historyFolder(const CommandContext& context) {
+  const auto path = statePath(context);
+  if (!path) {
+    throw CommandFailure{ExitStatus::stopped,
+                         say(context.language(), sentences::stateFolderUnknown)};
+  }
+  return openStateFolder(*path, "history");
+}
+
+std::string absolutePath(const std::string& path) {
+  std::error_code error;
+  const auto absolute = std::filesystem::weakly_canonical(path, error);
+  return error ? std::filesystem::absolute(path).lexically_normal().string() : absolute.string();
+}
+
+TransferRecord::OutcomeFilter outcomeFilter(const CommandContext& context) {
+  const auto& text = context.call.history.outcome;
+  if (!text) return TransferRecord::OutcomeFilter::all;
+  if (const auto filter = caseOf<TransferRecord::OutcomeFilter>(*text)) return *filter;
+  throw CommandFailure{ExitStatus::usage,
+                       say(context.language(), sentences::badOutcome, printable(*text))};
+}
+
+HistoryQuery queryOf(const CommandContext& context) {
+  HistoryQuery query;
+  query.phone = context.call.history.phone;
+  if (const auto& folder = context.call.history.destination) {
+    query.destinationPath = absolutePath(*folder);
+  }
+  query.outcome = outcomeFilter(context);
+  return query;
+}
+
+/// The run that the text stands for: its number, the beginning of it, or "last".
+Uuid chosenRun(const CommandContext& context, HistoryStore& store, const std::string& text) {
+  const Language language = context.language();
+  const auto fail = [&](const Sentence<std::string_view>& sentence) -> CommandFailure {
+    return {ExitStatus::usage, say(language, sentence, printable(text))};
+  };
+  // A whole number also names a record that no list shows, such as a damaged one.
+  if (const auto id = Uuid::parse(text)) return *id;
+  const std::vector<RunSummary> runs = store.runs();
+  if (text == "last" && !runs.empty()) return runs.front().id;
+  const std::string start = lowerCased(text);
+  if (start.empty() || start.find_first_not_of("0123456789abcdef-") != std::string::npos) {
+    throw fail(text == "last" ? sentences::noSuchRecord : sentences::badRecordID);
+  }
+  const auto isMeant = [&](const RunSummary& run) { return run.id.text().starts_with(start); };
+  const auto found = std::find_if(runs.begin(), runs.end(), isMeant);
+  if (found == runs.end()) throw fail(sentences::noSuchRecord);
+  if (std::find_if(std::next(found), runs.end(), isMeant) != runs.end()) {
+    throw fail(sentences::ambiguousRecordID);
+  }
+  return found->id;
+}
+
+std::string damageText(Language language, const TransferRecord::RecordError& error) {
+  if (error.kind() == TransferRecord::RecordError::Kind::notJson) {
+    return say(language, sentences::damageAtPosition, error.position().line,
+               error.position().column);
+  }
+  return say(language, sentences::damageAtField, printable(error.field()));
+}
+
+TransferRecord readRecord(const CommandContext& context, const HistoryStore& store,
+                          const Uuid& id) {
+  const Language language = context.language();
+  try {
+    if (auto record = store.record(id)) return *std::move(record);
+  } catch (const TransferRecord::RecordError& error) {
+    const bool isNewer = error.kind() == TransferRecord::RecordError::Kind::newerSchema;
+    throw CommandFailure{ExitStatus::stopped,
+                         isNewer ? say(language, sentences::recordNewer, id.text(), error.version())
+                                 : say(language, sentences::recordUnreadable, id.text(),
+                                       damageText(language, error))};
+  }
+  throw CommandFailure{ExitStatus::usage, say(language, sentences::noSuchRecord, id.text())};
+}
+
+ExitStatus listRuns(const CommandContext& context, HistoryStore& store) {
+  const HistoryOptions& options = context.call.history;
+  const HistoryQuery query = queryOf(context);
+  if (options.path) {
+    context.printer.fileRuns(store.runsTouching(absolutePath(*options.path)));
+  } else if (options.asset) {
+    context.printer.fileRuns(store.runsOfAsset(*options.asset, query));
+  } else {
+    context.printer.runs(store.runs(query), query == HistoryQuery{});
+  }
+  return ExitStatus::done;
+}
+
+ExitStatus deleteRun(const CommandContext& context, HistoryStore& store, const Uuid& id) {
+  if (!store.remove(id)) {
+    throw CommandFailure{ExitStatus::usage,
+                         say(context.language(), sentences::noSuchRecord, id.text())};
+  }
+  context.printer.recordDeleted(id);
+  return ExitStatus::done;
+}
+
+void checkOptions(const CommandContext& context) {
+  const HistoryOptions& options = context.call.history;
+  const bool hasRecord = !context.call.operands.empty();
+  const auto fail = [&](const Sentence<>& sentence) {
+    throw CommandFailure{ExitStatus::usage, say(context.language(), sentence)};
+  };
+  if (options.deletes && !hasRecord) fail(sentences::deleteWithoutRecord);
+  if (options.path && options.asset) fail(sentences::pathAndAsset);
+  const bool choosesRuns = options.phone || options.destination || options.path || options.asset;
+  if (hasRecord && choosesRuns) fail(sentences::listOptionsWithRecord);
+}
+
+}  // namespace
+
+History::History(const CommandContext& context)
+    : folder_(historyFolder(context)), store_(*folder_, context.log) {}
+
+ExitStatus showHistory(const CommandContext& context) {
+  checkOptions(context);
+  const auto filter = outcomeFilter(context);
+  History history{context};
+  if (context.call.operands.empty()) return listRuns(context, history.store());
+  const Uuid id = chosenRun(context, history.store(), context.call.operands.front());
+  if (context.call.history.deletes) return deleteRun(context, history.store(), id);
+  context.printer.record(filtered(readRecord(context, history.store(), id), filter));
+  return ExitStatus::done;
+}
+
+std::optional<Uuid> recordRun(const CommandContext& context, RunToRecord run) {
+  run.id = context.surroundings.newID();
+  run.destinationPath = absolutePath(run.destinationPath);
+  const auto tell = [&](const std::string& sentence) {
+    writeLog(context.log, "history: the record was not written: {}", PrivateField{sentence});
+    context.surroundings.err.write("tavrix: " + sentence + '\n');
+  };
+  try {
+    History history{context};
+    history.store().add(recordOf(run));
+    return run.id;
+  } catch (const FileError& error) {
+    tell(say(context.language(), sentences::historyNotWritten, printable(error.path()),
+             tavrix::sentences::systemErrorText(context.language(), error.code())));
+  } catch (const CommandFailure& failure) {
+    tell(failure.sentence());
+  }
+  return std::nullopt;
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,186 @@
+#include "history/HistoryStore.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <thread>
+
+#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+#include "history/HistoryIndex.h"
+#include "history/tests/SampleRecords.h"
+
+namespace tavrix {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+class LineLog : public Log {
+ public:
+  std::vector<std::string> lines;
+  bool showsPrivateFields() const override { return false; }
+  void write(std::string_view line) override { lines.emplace_back(line); }
+};
+
+struct HistoryStoreTest : testing::Test {
+  TemporaryFolder place;
+  std::unique_ptr<Folder> folder = openFolder(place.path());
+  LineLog log;
+  HistoryStore store{*folder, log};
+
+  static std::vector<int> numbersOf(const std::vector<RunSummary>& runs) {
+    std::vector<int> numbers;
+    for (const RunSummary& run : runs) numbers.push_back(run.id.bytes[0]);
+    return numbers;
+  }
+  std::vector<int> listed(const HistoryQuery& query = {}) { return numbersOf(store.runs(query)); }
+};
+
+TEST_F(HistoryStoreTest, record_readByANewStore_isTheSame) {
+  store.add(fullRecord());
+  LineLog other;
+  HistoryStore reopened{*folder, other};
+  EXPECT_EQ(reopened.record(fullRecord().id), fullRecord());
+  EXPECT_THAT(reopened.runs(), ElementsAre(summaryOf(fullRecord())));
+  EXPECT_EQ(reopened.record(idOf(7)), std::nullopt);
+}
+
+TEST_F(HistoryStoreTest, runs_areNewestFirstByTheMillisecond) {
+  store.add(smallRecord(1, "2026-05-20T12:00:00Z"));
+  store.add(smallRecord(2, "2026-05-20T12:00:00.001Z"));
+  store.add(smallRecord(3, "0999-05-20T12:00:00Z"));
+  EXPECT_THAT(listed(), ElementsAre(2, 1, 3));
+  store.add(smallRecord(4, "2026-05-20T12:00:00.999Z"));
+  EXPECT_THAT(listed(), ElementsAre(4, 2, 1, 3)) << "what is not in the index yet is listed too";
+}
+
+TEST_F(HistoryStoreTest, queries_chooseRuns) {
+  TransferRecord first = smallRecord(1, "2026-05-20T12:00:00Z", "/photos");
+  first.phoneHash = std::string(64, 'c');
+  TransferRecord second = smallRecord(2, "2026-05-21T12:00:00Z", "/photos/later");
+  second.phoneName = "Другой";
+  second.folders[0].shots[0].outcome = TransferRecord::Outcome::failed;
+  second.folders[0].shots[0].files[0].assetID = "100APPLE/IMG_2.HEIC";
+  second.totals = totalsOf(second.folders);
+  store.add(first);
+  store.add(second);
+  EXPECT_THAT(listed({.phone = "iPhone"}), ElementsAre(1));
+  EXPECT_THAT(listed({.phone = std::string(64, 'c')}), ElementsAre(1));
+  EXPECT_THAT(listed({.destinationPath = "/photos/later"}), ElementsAre(2));
+  EXPECT_THAT(listed({.outcome = TransferRecord::OutcomeFilter::failed}), ElementsAre(2));
+  EXPECT_THAT(listed({.outcome = TransferRecord::OutcomeFilter::optimized}), IsEmpty());
+
+  const auto touching = [&](const std::string& path) {
+    std::vector<int> numbers;
+    for (const auto& [run, file] : store.runsTouching(path)) numbers.push_back(run.id.bytes[0]);
+    return numbers;
+  };
+  EXPECT_THAT(touching("/photos/2026-05-20/IMG_1.HEIC"), ElementsAre(1));
+  EXPECT_THAT(touching("/photos/later/2026-05-20/IMG_1.HEIC"), ElementsAre(2));
+  EXPECT_THAT(touching("/photos/2026-05-20"), IsEmpty());
+  EXPECT_THAT(touching("/photosx/2026-05-20/IMG_1.HEIC"), IsEmpty());
+  EXPECT_EQ(store.runsOfAsset("100APPLE/IMG_2.HEIC").at(0).run.id, idOf(2));
+  EXPECT_THAT(store.runsOfAsset("100APPLE/IMG_2.HEIC", {.phone = "iPhone"}), IsEmpty());
+}
+
+TEST_F(HistoryStoreTest, damagedAndNewerRecords_arePassedOverAndLeftAlone) {
+  store.add(smallRecord(1, "2026-05-20T12:00:00Z"));
+  store.add(smallRecord(2, "2026-05-21T12:00:00Z"));
+  const std::string whole = TransferRecordCoding::encode(smallRecord(3, "2026-05-22T12:00:00Z"));
+  const auto at = whole.find("\"schemaVersion\": 2");
+  const std::string newer = std::string{whole}.replace(at, 18, "\"schemaVersion\": 3");
+  const std::string newerName = "2026-05-22T12-00-00.000Z-" + idOf(3).text() + ".json";
+  const std::string damagedName = "2026-05-23T12-00-00.000Z-" + idOf(4).text() + ".json";
+  place.write(newerName, newer);
+  place.write(damagedName, whole.substr(0, whole.size() / 2));
+  const auto lines = UnorderedElementsAre("history: a record of a newer schema skipped",
+                                          "history: a record could not be read: <private>");
+  for (int look = 0; look < 2; ++look) {
+    log.lines.clear();
+    EXPECT_THAT(listed(), ElementsAre(2, 1));
+    EXPECT_THAT(log.lines, lines) << "look " << look;
+  }
+  EXPECT_THROW(store.record(idOf(3)), TransferRecord::RecordError);
+  EXPECT_EQ(place.read(newerName), newer);
+  EXPECT_TRUE(store.remove(idOf(4))) << "a damaged record can be deleted";
+  EXPECT_FALSE(place.has(damagedName));
+}
+
+TEST_F(HistoryStoreTest, index_neverHidesWhatTheFilesSay) {
+  store.add(smallRecord(1, "2026-05-20T12:00:00Z"));
+  store.add(smallRecord(2, "2026-05-21T12:00:00Z"));
+  EXPECT_THAT(listed(), ElementsAre(2, 1));
+  const std::string index = place.read(HistoryIndex::fileName);
+  for (const std::string& damaged :
+       {std::string{}, std::string{"[7]"}, std::string{"{}"}, index.substr(0, index.size() / 2)}) {
+    place.write(HistoryIndex::fileName, damaged);
+    EXPECT_THAT(listed(), ElementsAre(2, 1)) << damaged;
+    EXPECT_EQ(place.read(HistoryIndex::fileName), index) << "made again";
+  }
+  std::filesystem::remove(place / HistoryIndex::fileName);
+  std::filesystem::create_directory(place / HistoryIndex::fileName);
+  EXPECT_THAT(listed(), ElementsAre(2, 1)) << "an index that cannot be had is done without";
+  std::filesystem::remove(place / HistoryIndex::fileName);
+
+  EXPECT_TRUE(store.remove(idOf(1)));
+  EXPECT_FALSE(store.remove(idOf(1)));
+  EXPECT_THAT(listed(), ElementsAre(2));
+}
+
+TEST_F(HistoryStoreTest, placeNames_areAddedLater) {
+  store.add(fullRecord());
+  store.runs();
+  const auto named = [](TransferRecord record) {
+    record.folders.at(0).place->names["it"] = "Roma";
+    return record;
+  };
+  EXPECT_TRUE(store.update(fullRecord().id, named));
+  EXPECT_EQ(store.record(fullRecord().id), named(fullRecord()));
+  EXPECT_THAT(store.runs(), ElementsAre(summaryOf(fullRecord())));
+  EXPECT_FALSE(store.update(idOf(9), named));
+}
+
+TEST_F(HistoryStoreTest, failedWrite_leavesNothingBehind) {
+  for (const FileOperation operation : {FileOperation::create, FileOperation::write,
+                                        FileOperation::sync, FileOperation::close,
+                                        FileOperation::rename}) {
+    FaultyFolder faulty{openFolder(place.path())};
+    faulty.faults().rule = [&](FileOperation asked, const std::string& path) {
+      if (asked == operation && path.find(".json") != std::string::npos) {
+        throw FileError{operation, path, ENOSPC};
+      }
+    };
+    HistoryStore failing{faulty, log};
+    EXPECT_THROW(failing.add(smallRecord(1, "2026-05-20T12:00:00Z")), FileError);
+    EXPECT_THAT(folder->names(), IsEmpty());
+  }
+  place.write("2026-05-21T12-00-00.000Z-x.json.part", "left by a process that was killed");
+  store.add(smallRecord(2, "2026-05-21T12:00:00Z"));
+  EXPECT_THAT(listed(), ElementsAre(2));
+  EXPECT_THAT(folder->names(),
+              ElementsAre("2026-05-21T12-00-00.000Z-" + idOf(2).text() + ".json", "index.json"));
+}
+
+TEST_F(HistoryStoreTest, severalWritersAtOnce_loseNothing) {
+  constexpr int each = 25;
+  const auto work = [&](int first) {
+    const auto own = openFolder(place.path());
+    LineLog quiet;
+    HistoryStore writer{*own, quiet};
+    for (int i = first; i < first + each; ++i) {
+      writer.add(smallRecord(i, "2026-05-20T12:00:00Z"));
+      writer.runs();
+    }
+  };
+  std::thread first{work, 0};
+  std::thread second{work, 100};
+  first.join();
+  second.join();
+  EXPECT_EQ(listed().size(), 2U * each);
+  EXPECT_THAT(log.lines, IsEmpty());
+}
+
+}  // namespace
+}  // namespace tavrix
