@@ -17,6 +17,8 @@ enum class Command {
   places,
   plan,
   transfer,
+  verify,
+  markerRebuild,
   snapshot,
   templateRender,
   templatePresets,
@@ -33,6 +35,7 @@ struct Invocation {
   std::optional<std::string> stateFolder;
   std::vector<std::string> settings;  ///< "KEY=VALUE", in their order
   std::optional<std::string> deviceName;
+  bool writeChecksums = false;
   std::optional<std::string> nameTemplate;  ///< JSON
   std::optional<std::string> context;       ///< JSON
 

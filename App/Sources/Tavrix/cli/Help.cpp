@@ -2,6 +2,7 @@
 
 #include "SettingKeys.h"
 #include "cli/HelpTexts.h"
+#include "cli/VerifyHelpTexts.h"
 
 namespace tavrix::cli {
 namespace {
@@ -23,6 +24,10 @@ const help::HelpText& textOf(std::optional<Command> command) {
       return help::plan;
     case Command::transfer:
       return help::transfer;
+    case Command::verify:
+      return help::verify;
+    case Command::markerRebuild:
+      return help::marker;
     case Command::snapshot:
       return help::snapshot;
     case Command::templateRender:

@@ -16,6 +16,8 @@ class JsonPrinter : public ResultPrinter {
   void places(const std::vector<LibraryPlace>& places) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;
+  void verification(const VerificationResult& result) override;
+  void rebuilt(const RebuildResult& result) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets) override;

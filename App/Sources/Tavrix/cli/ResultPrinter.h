@@ -7,6 +7,8 @@
 #include "PlanSummary.h"
 #include "TransferJob.h"
 #include "naming/NamePresets.h"
+#include "transfer/CopyVerification.h"
+#include "transfer/MarkerRebuild.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix::cli {
@@ -29,6 +31,25 @@ struct TransferResult {
   const TransferOutcome& outcome;
 };
 
+/// A check of a destination, and the list of checksums that it wrote, if any.
+struct VerificationResult {
+  struct Checksums {
+    std::string path;
+    std::uint64_t files = 0;
+    std::uint64_t withoutRecord = 0;  ///< of them, whose digest no record knew
+  };
+
+  const CopyVerification::Report& report;
+  std::string destination;
+  std::optional<Checksums> checksums;
+};
+
+/// What was recognised in a destination.
+struct RebuildResult {
+  const MarkerRebuild::Report& report;
+  std::string phone;  ///< its name
+};
+
 /// Writes the result of a command: for people, or for programs.
 class ResultPrinter {
  public:
@@ -40,6 +61,8 @@ class ResultPrinter {
   virtual void places(const std::vector<LibraryPlace>& places) = 0;
   virtual void plan(const PlanResult& result) = 0;
   virtual void transfer(const TransferResult& result) = 0;
+  virtual void verification(const VerificationResult& result) = 0;
+  virtual void rebuilt(const RebuildResult& result) = 0;
   virtual void snapshotWritten(const std::string& path, std::uint64_t items) = 0;
   /// A folder name.
   virtual void name(const std::string& name) = 0;

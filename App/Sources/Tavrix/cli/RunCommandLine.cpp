@@ -86,6 +86,10 @@ ExitStatus execute(const CommandContext& context) {
       return showPlan(context);
     case Command::transfer:
       return transfer(context);
+    case Command::verify:
+      return verify(context);
+    case Command::markerRebuild:
+      return rebuildMarker(context);
     case Command::snapshot:
       return writeSnapshot(context);
     case Command::templateRender:
