@@ -56,11 +56,11 @@ void verifyAsWeDo(const std::string& path, const Tree& tree) {
 
 void benchVerifying(const std::string& folder) {
   constexpr double target = 0.7;
-  for (const Tree& tree : {Tree{400, 3'000'000, "400 files of 3 MB"},
-                           Tree{20'000, 20'000, "20,000 files of 20 KB"}}) {
+  for (const Tree& tree :
+       {Tree{400, 3'000'000, "400 files of 3 MB"}, Tree{20'000, 20'000, "20,000 files of 20 KB"}}) {
     writeDestination(folder, tree);
-    const Duel best = duel(
-        3, [&] { verifyAsWeDo(folder, tree); }, [&] { verifyAsOthersDo(folder); });
+    const Duel best =
+        duel(3, [&] { verifyAsWeDo(folder, tree); }, [&] { verifyAsOthersDo(folder); });
     print({fmt::format("verifying {}, cached : sha256sum", tree.what), time(best.ours),
            time(best.theirs), best.ratio(), target});
     std::filesystem::remove_all(folder);

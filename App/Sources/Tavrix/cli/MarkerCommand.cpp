@@ -43,9 +43,9 @@ void save(const CommandContext& context, Folder& folder, const DestinationMarker
   record.model = phone.model;
   record.firstTransfer = record.lastTransfer = context.surroundings.now();
   record.files = MarkerRebuild::records(report);
-  DestinationMarker::save(
-      folder, DestinationMarker::updated(marker.record(phone.hash), std::move(record),
-                                         [](const std::string&) { return true; }));
+  DestinationMarker::save(folder,
+                          DestinationMarker::updated(marker.record(phone.hash), std::move(record),
+                                                     [](const std::string&) { return true; }));
 }
 
 ExitStatus statusOf(const MarkerRebuild::Report& report) {

@@ -52,11 +52,10 @@ void checkRecords(const CommandContext& context, const DestinationMarker::Marker
     }
     return;
   }
-  throw CommandFailure{ExitStatus::stopped,
-                       marker.damaged.empty()
-                           ? say(language, sentences::recordsMissing, folder)
-                           : say(language, sentences::recordsDamaged, folder,
-                                 quoted(marker.damaged.front()))};
+  throw CommandFailure{ExitStatus::stopped, marker.damaged.empty()
+                                                ? say(language, sentences::recordsMissing, folder)
+                                                : say(language, sentences::recordsDamaged, folder,
+                                                      quoted(marker.damaged.front()))};
 }
 
 /// What stands under the list's name must be a list, and not a file that came from a phone.

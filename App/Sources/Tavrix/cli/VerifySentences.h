@@ -17,7 +17,8 @@ inline constexpr Sentence<std::string_view> destinationMissing{
 inline constexpr Sentence<std::string_view> recordsMissing{
     "В папке «{}» нет записей о переносах, сверять не с чем; восстановите их командой tavrix "
     "marker rebuild SOURCE DEST.",
-    "The folder “{}” holds no record of a transfer to compare with; bring one back by tavrix marker "
+    "The folder “{}” holds no record of a transfer to compare with; bring one back by tavrix "
+    "marker "
     "rebuild SOURCE DEST."};
 inline constexpr Sentence<std::string_view, std::string_view> recordsDamaged{
     "В папке «{}» запись «{}» повреждена или не читается, сверять не с чем; восстановите её "
@@ -33,7 +34,8 @@ inline constexpr Sentence<std::string_view> transferAtWork{
     "В папку «{}» сейчас идёт перенос: то, что он ещё пишет, проверится в следующий раз.",
     "A transfer is at work in the folder “{}”: what it is still writing is for the next check."};
 inline constexpr Sentence<std::string_view> checksumsForeign{
-    "Файл «{}» — не список контрольных сумм, и он останется как есть; переименуйте его и повторите.",
+    "Файл «{}» — не список контрольных сумм, и он останется как есть; переименуйте его и "
+    "повторите.",
     "The file “{}” is no list of checksums and stays as it is; rename it and try again."};
 inline constexpr Sentence<std::string_view, std::string_view> checksumsNotWritten{
     "Контрольные суммы не записались: «{}», {}; устраните причину и повторите.",

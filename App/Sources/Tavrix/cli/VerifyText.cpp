@@ -24,8 +24,8 @@ std::string unreadableReason(Language language, int errorCode) {
 void TextPrinter::shortList(const std::string& title, const std::vector<std::string>& lines) {
   if (lines.size() <= shownLines) return list(title, lines);
   list(title, {lines.begin(), lines.begin() + shownLines});
-  line("  " + say(language_, sentences::moreInJson,
-                  count(lines.size() - shownLines, sentences::files)));
+  line("  " +
+       say(language_, sentences::moreInJson, count(lines.size() - shownLines, sentences::files)));
 }
 
 std::string TextPrinter::reasonOf(const CopyVerification::CheckedFile& file) const {
@@ -52,8 +52,9 @@ void TextPrinter::findings(const CopyVerification::Report& report) {
     std::vector<std::string> lines;
     for (const auto& file : report.files) {
       if (file.state != state) continue;
-      lines.push_back(withReason ? say(language_, sentences::fileAndReason, file.path, reasonOf(file))
-                                 : file.path);
+      lines.push_back(withReason
+                          ? say(language_, sentences::fileAndReason, file.path, reasonOf(file))
+                          : file.path);
     }
     return lines;
   };
@@ -73,8 +74,8 @@ void TextPrinter::findings(const CopyVerification::Report& report) {
 void TextPrinter::verification(const VerificationResult& result) {
   using CopyVerification::State;
   const CopyVerification::Report& report = result.report;
-  const std::uint64_t losses = report.count(State::changed) + report.count(State::missing) +
-                               report.count(State::unreadable);
+  const std::uint64_t losses =
+      report.count(State::changed) + report.count(State::missing) + report.count(State::unreadable);
   const std::string read = bytes(report.bytesRead);
   if (losses > 0 && !report.isStopped) {
     line(say(language_, sentences::checkLosses, count(losses, sentences::files), read));
@@ -119,9 +120,9 @@ void TextPrinter::rebuilt(const RebuildResult& result) {
   const std::uint64_t recognised = report.count(State::recognised);
   const std::uint64_t known = report.count(State::alreadyRecorded) + recognised;
   const std::string phone = printable(result.phone);
-  line(recognised == 0 ? say(language_, sentences::rebuildNothingNew, phone)
-                       : say(language_, sentences::rebuildSaved, phone,
-                             count(recognised, sentences::files)));
+  line(recognised == 0
+           ? say(language_, sentences::rebuildNothingNew, phone)
+           : say(language_, sentences::rebuildSaved, phone, count(recognised, sentences::files)));
   line("");
   tallyRows({row(0, sentences::rowInFolder, report.files.size(), true),
              row(1, sentences::rowRecognised, known, true),

@@ -102,11 +102,11 @@ TEST_F(VerifyCommand, losses_areListedWithTheirReason) {
   EXPECT_EQ(tester.folder.read("photos/" + markerName), marker);
   const CommandResult json = verify({"--json"});
   EXPECT_EQ(json.status, ExitStatus::someFailed);
-  EXPECT_EQ(json.json().member("files")->asArray()->at(1),
-            parseJson(R"({"path":"2026-05-20/IMG_0001.HEIC","state":"changed","expectedSize":10,
+  EXPECT_EQ(
+      json.json().member("files")->asArray()->at(1),
+      parseJson(R"({"path":"2026-05-20/IMG_0001.HEIC","state":"changed","expectedSize":10,
                 "size":10,"expectedSha256":")" +
-                      sha256Hex("content 10") + R"(","sha256":")" + sha256Hex("Content 10") +
-                      R"("})"));
+                sha256Hex("content 10") + R"(","sha256":")" + sha256Hex("Content 10") + R"("})"));
   EXPECT_EQ(*json.json().member("counts"), parseJson(R"({"recorded":7,"intact":4,"changed":2,
       "missing":1,"unreadable":0,"withoutChecksum":0,"neverConfirmed":0,"notReached":0,"unknown":1,
       "leftOvers":0,"damagedRecords":0})"));
@@ -243,12 +243,12 @@ TEST_F(VerifyCommand, rebuild_addsToWhatIsThereAndKeepsTheDamaged) {
   // What was recorded stays recorded, gone or not.
   EXPECT_THAT(statesOf(verify({"--json"})),
               AllOf(testing::Contains(Pair("2026-05-21/IMG_0003.MOV", "missing")),
-                    testing::Contains(Pair("copy.JPG", "intact")), testing::SizeIs(8)));
+                    testing::Contains(Pair("copy.JPG", "intact")), testing::SizeIs(7 + 7 + 1)));
   tester.folder.write("photos/" + markerName, "{ broken");
-  const bool hasOther = tester.folder.has("photos/" + other);
+  const std::string otherRecord = tester.folder.read("photos/" + other);
   EXPECT_EQ(rebuild().status, ExitStatus::done);
   EXPECT_EQ(tester.folder.read("photos/" + markerName + ".damaged"), "{ broken");
-  EXPECT_EQ(tester.folder.has("photos/" + other), hasOther);
+  EXPECT_EQ(tester.folder.read("photos/" + other), otherRecord);
   EXPECT_EQ(verify().status, ExitStatus::done);
 }
 
@@ -260,7 +260,8 @@ TEST_F(VerifyCommand, rebuildThatFails_tellsAndChangesNothing) {
   EXPECT_EQ(unreadable.status, ExitStatus::someFailed);
   EXPECT_EQ(*unreadable.json().member("unreadableAssets"),
             parseJson(R"(["100APPLE/IMG_0002.JPG"])"));
-  EXPECT_THAT(statesOf(unreadable), testing::Contains(Pair("2026-05-21/IMG_0002.JPG", "unmatched")));
+  EXPECT_THAT(statesOf(unreadable),
+              testing::Contains(Pair("2026-05-21/IMG_0002.JPG", "unmatched")));
   std::filesystem::remove(inPhotos(markerName));
   tester.isInterrupted = true;
   const CommandResult cancelled = rebuild();
