@@ -21,6 +21,15 @@ bool isRecordName(const std::string& name) {
   return name.starts_with("phone-") && name.ends_with(".json");
 }
 
+/// Names that records really have; "phone-list.json" may be anybody's.
+bool isExactRecordName(std::string_view name) {
+  constexpr std::size_t begin = std::string_view{"phone-"}.size();
+  constexpr std::size_t digits = 8;
+  return name.starts_with("phone-") &&
+         name.substr(std::min(begin + digits, name.size())) == ".json" &&
+         name.substr(begin, digits).find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
 std::optional<std::string> readRecord(const Folder& destination, const std::string& name) {
   try {
     return destination.readFile(name, maxRecordBytes);
@@ -99,11 +108,22 @@ std::string fileName(const std::string& phoneHash) {
   return "phone-" + phoneHash.substr(0, 8) + ".json";
 }
 
+bool isOwnFile(std::string_view path) {
+  if (path == textFileName) return true;
+  const std::string_view name = path.substr(0, path.find(".damaged"));
+  const std::string_view ending = path.substr(name.size());
+  return isExactRecordName(name) && ending.find('/') == std::string_view::npos;
+}
+
 Marker load(const Folder& destination) {
   Marker marker;
   for (const std::string& name : destination.names()) {
     if (!isRecordName(name)) continue;
-    if (auto record = loadRecord(destination, name)) marker.records.push_back(*std::move(record));
+    if (auto record = loadRecord(destination, name)) {
+      marker.records.push_back(*std::move(record));
+    } else if (isExactRecordName(name)) {
+      marker.damaged.push_back(name);
+    }
   }
   return marker;
 }

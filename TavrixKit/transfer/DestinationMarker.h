@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "foundation/files/Folder.h"
@@ -46,6 +47,8 @@ struct PhoneRecord {
 /// The phones that copied into a folder.
 struct Marker {
   std::vector<PhoneRecord> records;
+  /// Names of files that ought to be records and cannot be read or decoded.
+  std::vector<std::string> damaged{};
 
   /// Null when the phone has no record.
   const PhoneRecord* record(const std::string& phoneHash) const;
@@ -75,8 +78,11 @@ class MarkerError : public std::exception {
 /// "phone-" and the first eight characters of the hash and ".json".
 std::string fileName(const std::string& phoneHash);
 
-/// The records in a destination. A file that does not decode counts as absent. Throws MarkerError,
-/// and FileError when the folder cannot be read.
+/// Whether a path is that of a record, of a damaged one that was kept, or of the text file.
+bool isOwnFile(std::string_view path);
+
+/// The records in a destination. A file that does not decode counts as absent and is named. Throws
+/// MarkerError, and FileError when the folder cannot be read.
 Marker load(const Folder& destination);
 
 /// Writes one phone's record in place of its earlier one, and the explanatory text file when there

@@ -88,11 +88,19 @@ FilesOnDisk listFiles(const Folder& destination) {
   return files;
 }
 
-DestinationContent readDestination(const Folder& destination, const std::string& phoneHash) {
+DestinationListing listDestination(const Folder& destination) {
   auto files = std::async(std::launch::async, [&] { return listFiles(destination); });
+  DestinationListing listing;
+  listing.marker = DestinationMarker::load(destination);
+  listing.files = files.get();
+  return listing;
+}
+
+DestinationContent readDestination(const Folder& destination, const std::string& phoneHash) {
+  DestinationListing listing = listDestination(destination);
   DestinationContent content;
-  content.marker = DestinationMarker::load(destination);
-  content.view = DestinationView{files.get(), content.marker, phoneHash};
+  content.marker = std::move(listing.marker);
+  content.view = DestinationView{std::move(listing.files), content.marker, phoneHash};
   return content;
 }
 

@@ -64,12 +64,20 @@ class DestinationView {
 /// FileError.
 FilesOnDisk listFiles(const Folder& destination);
 
+/// A destination as it lies there: its files and its phones' records.
+struct DestinationListing {
+  DestinationMarker::Marker marker;
+  FilesOnDisk files;
+};
+/// Lists the files while the marker is being read. Throws FileError and MarkerError.
+DestinationListing listDestination(const Folder& destination);
+
 /// All that is to be known of a destination before planning.
 struct DestinationContent {
   DestinationMarker::Marker marker;
   DestinationView view;
 };
-/// Lists the files while the marker is being read. Throws FileError and MarkerError.
+/// Throws FileError and MarkerError.
 DestinationContent readDestination(const Folder& destination, const std::string& phoneHash);
 
 }  // namespace tavrix

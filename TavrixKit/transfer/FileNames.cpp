@@ -54,6 +54,15 @@ bool isNumberedForm(std::string_view path, std::string_view base) {
   return number && *number >= 2 && numberedPath(base, static_cast<std::uint64_t>(*number)) == path;
 }
 
+std::string unnumberedName(std::string_view name) {
+  const std::string_view last = name.substr(folderOf(name).size());
+  const std::string_view extension = dottedExtension(last);
+  const auto open = name.substr(0, name.size() - extension.size()).rfind(" (");
+  if (open == std::string_view::npos) return std::string{name};
+  std::string base = std::string{name.substr(0, open)}.append(extension);
+  return isNumberedForm(name, base) ? base : std::string{name};
+}
+
 std::string withExtension(std::string_view name, std::string_view extension) {
   std::string result{splitFileName(name).stem};
   return result.append(".").append(extension);

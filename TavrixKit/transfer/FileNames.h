@@ -17,6 +17,10 @@ std::string numberedPath(std::string_view path, std::uint64_t number);
 /// Whether a path is `base` or a numbered form of it.
 bool isNumberedForm(std::string_view path, std::string_view base);
 
+/// The name that a numbered name was made of: "IMG_0001.HEIC" of "IMG_0001 (2).HEIC"; any other
+/// name as it is. Works on paths, too.
+std::string unnumberedName(std::string_view name);
+
 /// The name with another extension ("jpg") in place of its own.
 std::string withExtension(std::string_view name, std::string_view extension);
 /// The extension in lower case, without the dot; empty when there is none.

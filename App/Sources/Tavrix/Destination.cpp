@@ -39,6 +39,12 @@ void create(const std::string& path) {
   }
 }
 
+std::unique_ptr<Folder> held(std::unique_ptr<Folder> folder) {
+  if (!folder->lock()) throw DestinationError{DestinationError::Kind::busy, folder->path()};
+  DestinationMarker::removeLeftOvers(*folder);
+  return folder;
+}
+
 }  // namespace
 
 PhoneIdentity snapshotPhone(const std::string& deviceName) {
@@ -71,11 +77,20 @@ std::unique_ptr<Folder> Destination::openOrCreate(const std::string& path) {
 }
 
 std::unique_ptr<Folder> Destination::openForWriting(const std::string& path) {
-  auto folder = openOrCreate(path);
-  if (!folder->lock()) throw DestinationError{DestinationError::Kind::busy, path};
-  DestinationMarker::removeLeftOvers(*folder);
+  return held(openOrCreate(path));
+}
+
+std::unique_ptr<Folder> Destination::openRequired(const std::string& path) {
+  auto folder = openExisting(path);
+  if (folder == nullptr) throw DestinationError{DestinationError::Kind::missing, path};
   return folder;
 }
+
+std::unique_ptr<Folder> Destination::openRequiredForWriting(const std::string& path) {
+  return held(openRequired(path));
+}
+
+bool Destination::isBusy(const std::string& path) { return !openFolder(path)->lock(); }
 
 Destination::Content Destination::read(const Folder& destination, const PhoneIdentity& phone) {
   return readDestination(destination, phone.hash);

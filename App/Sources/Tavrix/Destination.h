@@ -14,6 +14,7 @@ namespace tavrix {
 class DestinationError : public std::exception {
  public:
   enum class Kind {
+    missing,        ///< there is no such folder, and none is to be made
     parentMissing,  ///< neither it nor the folder above it exists
     notFolder,      ///< something else stands there
     insideMedia,    ///< it lies in the folder of the phone's media, or is it
@@ -56,6 +57,12 @@ std::unique_ptr<Folder> openExisting(const std::string& path);
 std::unique_ptr<Folder> openOrCreate(const std::string& path);
 /// The same, held against other runs until the object goes.
 std::unique_ptr<Folder> openForWriting(const std::string& path);
+/// The folder as it is, which must be there.
+std::unique_ptr<Folder> openRequired(const std::string& path);
+/// The same, held against other runs until the object goes.
+std::unique_ptr<Folder> openRequiredForWriting(const std::string& path);
+/// Whether a run is at work in the folder at this moment.
+bool isBusy(const std::string& path);
 
 /// What lies in a destination and whose it is. Throws MarkerError too.
 using Content = DestinationContent;

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <map>
 
 #include "cli/CliSentences.h"
 #include "cli/ExitStatus.h"
@@ -38,6 +39,8 @@ const std::vector<Form>& forms() {
        {"RECORD-ID"},
        {"--outcome", "--phone", "--dest", "--path", "--asset"},
        true},
+      {Command::verify, "", "verify", {"DEST"}},
+      {Command::markerRebuild, "marker", "rebuild", {"SOURCE", "DEST"}, {"--device-name"}},
       {Command::snapshot, "", "snapshot", {"SOURCE", "OUT-DIR"}},
       {Command::templateRender, "template", "render", {}, {"--template", "--context"}},
       {Command::templatePresets, "template", "presets", {}},
@@ -140,11 +143,8 @@ class Parser {
   }
 
   void addCommands() {
-    CLI::App* const templates = app_.add_subcommand("template");
-    templates->require_subcommand(0, 1);
     for (const Form& form : forms()) {
-      CLI::App* const parent = form.group.empty() ? &app_ : templates;
-      CLI::App* const command = parent->add_subcommand(std::string{form.name});
+      CLI::App* const command = parentOf(form).add_subcommand(std::string{form.name});
       for (const std::string_view operand : form.operands) {
         command->add_option(std::string{operand}, slot_);
       }
@@ -152,9 +152,22 @@ class Parser {
         addOption(*command, std::string{option});
       }
       if (form.command == Command::history) command->add_flag("--delete", call_.history.deletes);
+      if (form.command == Command::verify) {
+        command->add_flag("--write-checksums", call_.writeChecksums);
+      }
       commands_.push_back(command);
     }
-    templates_ = templates;
+  }
+
+  /// The parser of a command's group, made for the first of its commands.
+  CLI::App& parentOf(const Form& form) {
+    if (form.group.empty()) return app_;
+    auto& [group, parser] = *groups_.try_emplace(form.group, nullptr).first;
+    if (parser == nullptr) {
+      parser = app_.add_subcommand(std::string{group});
+      parser->require_subcommand(0, 1);
+    }
+    return *parser;
   }
 
   void run(const std::vector<std::string>& arguments) {
@@ -179,8 +192,13 @@ class Parser {
 
   Request help(const Form* form) const {
     if (form != nullptr) return HelpRequest{form->command, language_};
-    // The three commands of the group share one text.
-    if (templates_->parsed()) return HelpRequest{Command::templateRender, language_};
+    // The commands of a group share one text.
+    for (const Form& each : forms()) {
+      const auto group = groups_.find(each.group);
+      if (group != groups_.end() && group->second->parsed()) {
+        return HelpRequest{each.command, language_};
+      }
+    }
     return HelpRequest{std::nullopt, language_};
   }
 
@@ -278,7 +296,7 @@ class Parser {
   std::string slot_;  ///< unused: the parser's own copies are read
   Invocation call_;
   std::vector<CLI::App*> commands_;
-  CLI::App* templates_ = nullptr;
+  std::map<std::string_view, CLI::App*> groups_;
 };
 
 }  // namespace

@@ -18,6 +18,8 @@ enum class Command {
   plan,
   transfer,
   history,
+  verify,
+  markerRebuild,
   snapshot,
   templateRender,
   templatePresets,
@@ -44,6 +46,7 @@ struct Invocation {
   std::optional<std::string> stateFolder;
   std::vector<std::string> settings;  ///< "KEY=VALUE", in their order
   std::optional<std::string> deviceName;
+  bool writeChecksums = false;
   std::optional<std::string> nameTemplate;  ///< JSON
   std::optional<std::string> context;       ///< JSON
   HistoryOptions history;

@@ -32,6 +32,8 @@ ExitStatus listPlaces(const CommandContext& context);
 ExitStatus showPlan(const CommandContext& context);
 ExitStatus transfer(const CommandContext& context);
 ExitStatus showHistory(const CommandContext& context);
+ExitStatus verify(const CommandContext& context);
+ExitStatus rebuildMarker(const CommandContext& context);
 ExitStatus writeSnapshot(const CommandContext& context);
 ExitStatus renderTemplate(const CommandContext& context);
 ExitStatus listPresets(const CommandContext& context);

@@ -8,6 +8,7 @@
 #include "cli/Quotes.h"
 #include "cli/Surroundings.h"
 #include "cli/TemplateFaults.h"
+#include "cli/VerifySentences.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 
@@ -70,6 +71,8 @@ std::string destinationText(Language language, const DestinationError& error) {
   using Kind = DestinationError::Kind;
   const std::string path = quoted(error.path());
   switch (error.kind()) {
+    case Kind::missing:
+      return say(language, sentences::destinationMissing, path);
     case Kind::parentMissing:
       return say(language, sentences::destinationParentMissing, path);
     case Kind::notFolder:

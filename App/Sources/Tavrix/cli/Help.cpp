@@ -2,6 +2,7 @@
 
 #include "SettingKeys.h"
 #include "cli/HelpTexts.h"
+#include "cli/VerifyHelpTexts.h"
 
 namespace tavrix::cli {
 namespace {
@@ -25,6 +26,10 @@ const help::HelpText& textOf(std::optional<Command> command) {
       return help::transfer;
     case Command::history:
       return help::history;
+    case Command::verify:
+      return help::verify;
+    case Command::markerRebuild:
+      return help::marker;
     case Command::snapshot:
       return help::snapshot;
     case Command::templateRender:

@@ -22,6 +22,9 @@ inline constexpr HelpText program{
   plan SOURCE DEST        что перенеслось бы; ничего не пишет
   transfer SOURCE DEST    переносит; повтор переносит только недостающее
   history [RECORD-ID]     прошлые переносы и что стало с каждым файлом
+  verify DEST             сверяет скопированное с записями: что цело, изменилось, пропало
+  marker rebuild SOURCE DEST
+                          узнаёт скопированное, если записи в DEST потеряны
   snapshot SOURCE OUT-DIR записывает каталог телефона в OUT-DIR/snapshot.json
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
@@ -45,6 +48,9 @@ Usage: tavrix COMMAND ARGUMENTS…
   plan SOURCE DEST        what would be transferred; writes nothing
   transfer SOURCE DEST    transfers; run again, it transfers only what is missing
   history [RECORD-ID]     past transfers and what became of every file
+  verify DEST             compares what was copied with the records: intact, changed, missing
+  marker rebuild SOURCE DEST
+                          recognises what was copied where the records of DEST are lost
   snapshot SOURCE OUT-DIR writes the phone's catalogue as OUT-DIR/snapshot.json
   template render         a folder name from a template
   template presets        the templates that come with the program

@@ -20,6 +20,8 @@ class JsonPrinter : public ResultPrinter {
   void fileRuns(const std::vector<HistoryStore::FileRun>& runs) override;
   void record(const TransferRecord& record) override;
   void recordDeleted(const Uuid& id) override;
+  void verification(const VerificationResult& result) override;
+  void rebuilt(const RebuildResult& result) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets) override;

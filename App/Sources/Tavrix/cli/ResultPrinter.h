@@ -8,6 +8,8 @@
 #include "TransferJob.h"
 #include "history/HistoryStore.h"
 #include "naming/NamePresets.h"
+#include "transfer/CopyVerification.h"
+#include "transfer/MarkerRebuild.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix::cli {
@@ -31,6 +33,25 @@ struct TransferResult {
   std::optional<Uuid> recordID{};  ///< of its record in the history
 };
 
+/// A check of a destination, and the list of checksums that it wrote, if any.
+struct VerificationResult {
+  struct Checksums {
+    std::string path;
+    std::uint64_t files = 0;
+    std::uint64_t withoutRecord = 0;  ///< of them, whose digest no record knew
+  };
+
+  const CopyVerification::Report& report;
+  std::string destination;
+  std::optional<Checksums> checksums;
+};
+
+/// What was recognised in a destination.
+struct RebuildResult {
+  const MarkerRebuild::Report& report;
+  std::string phone;  ///< its name
+};
+
 /// Writes the result of a command: for people, or for programs.
 class ResultPrinter {
  public:
@@ -48,6 +69,8 @@ class ResultPrinter {
   virtual void fileRuns(const std::vector<HistoryStore::FileRun>& runs) = 0;
   virtual void record(const TransferRecord& record) = 0;
   virtual void recordDeleted(const Uuid& id) = 0;
+  virtual void verification(const VerificationResult& result) = 0;
+  virtual void rebuilt(const RebuildResult& result) = 0;
   virtual void snapshotWritten(const std::string& path, std::uint64_t items) = 0;
   /// A folder name.
   virtual void name(const std::string& name) = 0;

@@ -88,6 +88,10 @@ ExitStatus execute(const CommandContext& context) {
       return transfer(context);
     case Command::history:
       return showHistory(context);
+    case Command::verify:
+      return verify(context);
+    case Command::markerRebuild:
+      return rebuildMarker(context);
     case Command::snapshot:
       return writeSnapshot(context);
     case Command::templateRender:

@@ -1,8 +1,11 @@
 #include "cli/Source.h"
 
+#include <filesystem>
+
 #include "Destination.h"
 #include "cli/CliSentences.h"
 #include "cli/Failures.h"
+#include "foundation/Text.h"
 #include "foundation/files/FileReader.h"
 #include "media/Snapshot.h"
 
@@ -34,6 +37,18 @@ std::string pathIn(const std::string& folder, std::string_view name) {
 
 std::string mediaFolder(const CommandContext& context) {
   return pathIn(context.call.source(), "media");
+}
+
+void checkMedia(const CommandContext& context) {
+  std::error_code error;
+  if (std::filesystem::is_directory(mediaFolder(context), error)) return;
+  throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::mediaMissing,
+                                                printable(mediaFolder(context)))};
+}
+
+std::string deviceName(const CommandContext& context) {
+  if (context.call.deviceName) return *context.call.deviceName;
+  return variable(context.surroundings.environment, "DEMO_DEVICE_NAME").value_or("iPhone");
 }
 
 std::vector<SnapshotItem> readItems(const CommandContext& context) {

@@ -19,6 +19,11 @@ std::vector<SnapshotItem> readItems(const CommandContext& context);
 /// The folder with its files; not checked.
 std::string mediaFolder(const CommandContext& context);
 
+/// Throws CommandFailure when that folder is not there.
+void checkMedia(const CommandContext& context);
+/// The phone's name: the call's, the environment's, or "iPhone".
+std::string deviceName(const CommandContext& context);
+
 /// The catalogue in folders. Throws CommandFailure, also for a mode that is not there.
 Library readLibrary(const CommandContext& context);
 

@@ -29,6 +29,8 @@ class TextPrinter : public ResultPrinter {
   void fileRuns(const std::vector<HistoryStore::FileRun>& runs) override;
   void record(const TransferRecord& record) override;
   void recordDeleted(const Uuid& id) override;
+  void verification(const VerificationResult& result) override;
+  void rebuilt(const RebuildResult& result) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets) override;
@@ -46,6 +48,19 @@ class TextPrinter : public ResultPrinter {
   std::string notes(const MediaAsset& asset) const;
   std::string dateText(const std::optional<Instant>& date) const;
   std::string dayTextOf(const std::optional<Instant>& date) const;
+
+  /// A line of a summary; one of depth 1 tells a part of the line of depth 0 above it.
+  struct TallyRow {
+    int depth;
+    std::string label;
+    std::uint64_t count;
+    bool isShownWhenZero = false;
+  };
+  void tallyRows(std::vector<TallyRow> rows);
+  /// At most `most` lines, and how many more there are.
+  void shortList(const std::string& title, const std::vector<std::string>& lines);
+  void findings(const CopyVerification::Report& report);
+  std::string reasonOf(const CopyVerification::CheckedFile& file) const;
 
   void folders(const PlanResult& result);
   void tally(const TransferTally& tally, bool hasRun);

@@ -1,7 +1,5 @@
 // The commands that plan and transfer.
 
-#include <filesystem>
-
 #include "TransferJob.h"
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
@@ -15,11 +13,6 @@
 
 namespace tavrix::cli {
 namespace {
-
-std::string deviceName(const CommandContext& context) {
-  if (context.call.deviceName) return *context.call.deviceName;
-  return variable(context.surroundings.environment, "DEMO_DEVICE_NAME").value_or("iPhone");
-}
 
 const std::string& destinationPath(const CommandContext& context) {
   return context.call.operands.at(1);
@@ -55,11 +48,7 @@ void checkTransferable(const CommandContext& context) {
 void checkBeforeRun(const CommandContext& context, const TransferPlan& plan,
                     const Folder& destination) {
   if (plan.files.empty()) return;
-  std::error_code error;
-  if (!std::filesystem::is_directory(mediaFolder(context), error)) {
-    throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::mediaMissing,
-                                                  printable(mediaFolder(context)))};
-  }
+  checkMedia(context);
   std::uint64_t needed = 0;
   for (const PlannedFile& file : plan.files) needed += file.asset.sizeBytes();
   const std::uint64_t available = destination.freeBytes();

@@ -23,14 +23,8 @@ void TextPrinter::folders(const PlanResult& result) {
 }
 
 void TextPrinter::tally(const TransferTally& tally, bool hasRun) {
-  struct Row {
-    int depth;
-    std::string label;
-    std::uint64_t count;
-    bool isShownWhenZero = false;
-  };
   const auto text = [&](const Sentence<>& sentence) { return say(language_, sentence); };
-  std::vector<Row> rows{
+  std::vector<TallyRow> rows{
       {0, text(sentences::rowCatalogue), tally.catalogue, true},
       {1, text(sentences::rowWithoutPicture), tally.leftOut.withoutPicture},
       {1, text(sentences::rowBySettings), tally.leftOut.bySettings},
@@ -44,13 +38,21 @@ void TextPrinter::tally(const TransferTally& tally, bool hasRun) {
                              {2, text(sentences::rowFailed), tally.failed},
                              {2, text(sentences::rowNotReached), tally.notReached}});
   }
-  std::erase_if(rows, [](const Row& row) { return row.count == 0 && !row.isShownWhenZero; });
+  tallyRows(std::move(rows));
+}
+
+void TextPrinter::tallyRows(std::vector<TallyRow> rows) {
+  std::erase_if(rows, [](const TallyRow& row) { return row.count == 0 && !row.isShownWhenZero; });
   int widest = 0;
-  for (const Row& row : rows) widest = std::max(widest, 2 * row.depth + displayWidth(row.label));
-  for (const Row& row : rows) {
+  int widestNumber = 0;
+  for (const TallyRow& row : rows) {
+    widest = std::max(widest, 2 * row.depth + displayWidth(row.label));
+    widestNumber = std::max(widestNumber, displayWidth(number(row.count)));
+  }
+  for (const TallyRow& row : rows) {
     const std::string indent(static_cast<std::size_t>(2 * row.depth), ' ');
     line(padded(indent + row.label, widest, false) + "  " +
-         padded(number(row.count), displayWidth(number(tally.catalogue)), true));
+         padded(number(row.count), widestNumber, true));
   }
 }
 

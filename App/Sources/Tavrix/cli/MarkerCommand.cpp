@@ -1,0 +1,99 @@
+// The command that recognises what was copied where the destination's record of it is lost.
+
+#include "Destination.h"
+#include "cli/Commands.h"
+#include "cli/ReadingProgress.h"
+#include "cli/Source.h"
+#include "cli/VerifySentences.h"
+#include "media/LocalMediaSource.h"
+#include "transfer/FileDigester.h"
+#include "transfer/MarkerRebuild.h"
+#include "transfer/TransferPlanner.h"
+
+namespace tavrix::cli {
+namespace {
+
+using MarkerRebuild::State;
+
+/// Where the phone's files would go, were the destination empty.
+TransferPlan planIntoNothing(const CommandContext& context, const Library& library) {
+  std::vector<TransferPlanner::NamedGroup> groups;
+  groups.reserve(library.rows.size());
+  for (const FolderNaming::Row& row : library.rows) groups.push_back({row.name, row.group});
+  return TransferPlanner::plan(groups, transferOptions(context.settings, deviceName(context)));
+}
+
+std::vector<MediaAsset> assetsOf(const Library& library) {
+  std::vector<MediaAsset> assets;
+  assets.reserve(library.fileCount);
+  for (const AssetBundle& bundle : library.bundles) {
+    assets.insert(assets.end(), bundle.assets().begin(), bundle.assets().end());
+  }
+  return assets;
+}
+
+/// Adds what was recognised to the phone's record. Nothing that it holds already is dropped: a file
+/// that is gone stays known as missing.
+void save(const CommandContext& context, Folder& folder, const DestinationMarker::Marker& marker,
+          const PhoneIdentity& phone, const MarkerRebuild::Report& report) {
+  if (report.count(State::recognised) == 0) return;
+  DestinationMarker::PhoneRecord record;
+  record.phoneHash = phone.hash;
+  record.label = phone.label;
+  record.model = phone.model;
+  record.firstTransfer = record.lastTransfer = context.surroundings.now();
+  record.files = MarkerRebuild::records(report);
+  DestinationMarker::save(folder,
+                          DestinationMarker::updated(marker.record(phone.hash), std::move(record),
+                                                     [](const std::string&) { return true; }));
+}
+
+ExitStatus statusOf(const MarkerRebuild::Report& report) {
+  if (report.isStopped) return ExitStatus::cancelled;
+  return report.hasFailures() ? ExitStatus::someFailed : ExitStatus::done;
+}
+
+void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& report) {
+  const std::uint64_t total = report.files.size();
+  const std::string sentence =
+      say(context.language(), sentences::rebuildCancelled,
+          numberText(context.language(), total - report.count(State::notReached)),
+          counted(context.language(), total, sentences::outOfFiles));
+  context.surroundings.err.write("tavrix: " + sentence + '\n');
+}
+
+}  // namespace
+
+ExitStatus rebuildMarker(const CommandContext& context) {
+  const std::string& path = context.call.operands.at(1);
+  Destination::checkApart(context.call.source(), path);
+  const Library library = readLibrary(context);
+  checkMedia(context);
+  const auto folder = Destination::openRequiredForWriting(path);
+  const DestinationListing listing = listDestination(*folder);
+  const PhoneIdentity phone = snapshotPhone(deviceName(context));
+  const TransferPlan plan = planIntoNothing(context, library);
+  const std::vector<MediaAsset> assets = assetsOf(library);
+  LocalMediaSource source{mediaFolder(context)};
+  const std::stop_token stop = context.surroundings.catchInterrupts();
+  const MarkerRebuild::Report report = [&] {
+    ReadingProgress progress{context};
+    return MarkerRebuild::recognise(*folder, source,
+                                    {listing, phone.hash, assets, plan, workerCount()},
+                                    progress.receiver(), stop);
+  }();
+  save(context, *folder, listing.marker, phone, report);
+  writeLog(context.log, "marker rebuilt: files={}, recognised={}, bytes={}, stopped={}",
+           report.files.size(), report.count(State::recognised), report.bytesRead,
+           report.isStopped);
+  if (report.isStopped) tellCancelled(context, report);
+  try {
+    context.printer.rebuilt({report, phone.label});
+  } catch (const OutputClosed&) {
+    // What was recognised is recorded, whoever reads of it.
+    return statusOf(report);
+  }
+  return statusOf(report);
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,135 @@
+// The command that checks a destination against its records.
+
+#include "Destination.h"
+#include "cli/Commands.h"
+#include "cli/Quotes.h"
+#include "cli/ReadingProgress.h"
+#include "cli/Source.h"
+#include "cli/VerifySentences.h"
+#include "foundation/Sentences.h"
+#include "foundation/files/FileError.h"
+#include "transfer/ChecksumFile.h"
+#include "transfer/CopyVerification.h"
+#include "transfer/FileDigester.h"
+
+namespace tavrix::cli {
+namespace {
+
+using CopyVerification::CheckedFile;
+using CopyVerification::State;
+
+const std::string& destinationPath(const CommandContext& context) {
+  return context.call.operands.at(0);
+}
+
+std::string checksumPath(const CommandContext& context) {
+  return pathIn(destinationPath(context), ChecksumFile::name);
+}
+
+void warn(const CommandContext& context, const std::string& sentence) {
+  context.surroundings.err.write("tavrix: " + sentence + '\n');
+}
+
+std::unique_ptr<Folder> open(const CommandContext& context) {
+  // Two lists of checksums must not be written at once, nor while files are still landing.
+  if (context.call.writeChecksums) {
+    return Destination::openRequiredForWriting(destinationPath(context));
+  }
+  auto folder = Destination::openRequired(destinationPath(context));
+  if (Destination::isBusy(destinationPath(context))) {
+    warn(context,
+         say(context.language(), sentences::transferAtWork, quoted(destinationPath(context))));
+  }
+  return folder;
+}
+
+void checkRecords(const CommandContext& context, const DestinationMarker::Marker& marker) {
+  const Language language = context.language();
+  const std::string folder = quoted(destinationPath(context));
+  if (!marker.records.empty()) {
+    for (const std::string& name : marker.damaged) {
+      warn(context, say(language, sentences::recordDamaged, quoted(name)));
+    }
+    return;
+  }
+  throw CommandFailure{ExitStatus::stopped, marker.damaged.empty()
+                                                ? say(language, sentences::recordsMissing, folder)
+                                                : say(language, sentences::recordsDamaged, folder,
+                                                      quoted(marker.damaged.front()))};
+}
+
+/// What stands under the list's name must be a list, and not a file that came from a phone.
+void checkChecksums(const CommandContext& context, const Folder& folder,
+                    const DestinationMarker::Marker& marker) {
+  bool isForeign = !ChecksumFile::mayWrite(folder);
+  for (const auto& record : marker.records) {
+    for (const auto& file : record.files) isForeign = isForeign || file.path == ChecksumFile::name;
+  }
+  if (!isForeign) return;
+  throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::checksumsForeign,
+                                                quoted(checksumPath(context)))};
+}
+
+std::vector<ChecksumFile::Entry> checksumsOf(const CopyVerification::Report& report) {
+  std::vector<ChecksumFile::Entry> entries;
+  for (const CheckedFile& file : report.files) {
+    const bool isListed = file.state == State::intact || file.state == State::withoutChecksum;
+    if (isListed && file.sha256) entries.push_back({*file.sha256, file.path});
+  }
+  return entries;
+}
+
+ExitStatus statusOf(const CopyVerification::Report& report) {
+  if (report.isStopped) return ExitStatus::cancelled;
+  return report.hasLosses() ? ExitStatus::someFailed : ExitStatus::done;
+}
+
+void tellCancelled(const CommandContext& context, const CopyVerification::Report& report) {
+  const std::uint64_t total = report.files.size();
+  warn(context, say(context.language(), sentences::checkCancelled,
+                    numberText(context.language(), total - report.count(State::notReached)),
+                    counted(context.language(), total, sentences::outOfFiles)));
+}
+
+}  // namespace
+
+ExitStatus verify(const CommandContext& context) {
+  const bool writesChecksums = context.call.writeChecksums;
+  const auto folder = open(context);
+  const DestinationListing listing = listDestination(*folder);
+  checkRecords(context, listing.marker);
+  if (writesChecksums) checkChecksums(context, *folder, listing.marker);
+  const std::stop_token stop = context.surroundings.catchInterrupts();
+  const CopyVerification::Report report = [&] {
+    ReadingProgress progress{context};
+    return CopyVerification::verify(*folder, listing, {workerCount(), writesChecksums},
+                                    progress.receiver(), stop);
+  }();
+  writeLog(context.log, "verify finish: files={}, bytes={}, losses={}, stopped={}",
+           report.files.size(), report.bytesRead, report.hasLosses(), report.isStopped);
+  ExitStatus status = statusOf(report);
+  VerificationResult result{report, destinationPath(context), std::nullopt};
+  if (report.isStopped) {
+    tellCancelled(context, report);
+  } else if (writesChecksums) {
+    const auto entries = checksumsOf(report);
+    try {
+      ChecksumFile::write(*folder, entries);
+      result.checksums = {checksumPath(context), entries.size(),
+                          report.count(State::withoutChecksum)};
+    } catch (const FileError& error) {
+      warn(context, say(context.language(), sentences::checksumsNotWritten, quoted(error.path()),
+                        tavrix::sentences::systemErrorText(context.language(), error.code())));
+      status = ExitStatus::stopped;
+    }
+  }
+  try {
+    context.printer.verification(result);
+  } catch (const OutputClosed&) {
+    // The check is over, and its status stands, whoever reads of it.
+    return status;
+  }
+  return status;
+}
+
+}  // namespace tavrix::cli

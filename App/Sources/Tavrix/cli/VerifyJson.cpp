@@ -1,0 +1,107 @@
+// What JsonPrinter tells of checks of a destination and of recognising copies.
+
+#include "cli/JsonPrinter.h"
+#include "foundation/Sentences.h"
+
+namespace tavrix::cli {
+namespace {
+
+using CopyVerification::CheckedFile;
+using MarkerRebuild::ExaminedFile;
+
+/// Nothing for an ordinary file.
+std::optional<std::string> foundText(FileStatus::Type type) {
+  switch (type) {
+    case FileStatus::Type::file:
+      return std::nullopt;
+    case FileStatus::Type::folder:
+      return "folder";
+    case FileStatus::Type::link:
+      return "link";
+    case FileStatus::Type::other:
+      return "other";
+  }
+  return std::nullopt;
+}
+
+/// The same in every language.
+std::optional<std::string> reasonText(int errorCode) {
+  if (errorCode == 0) return std::nullopt;
+  return sentences::systemErrorText(Language::russian, errorCode);
+}
+
+void writeTexts(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
+  json.key(key).beginArray();
+  for (const std::string& text : texts) json.value(text);
+  json.endArray();
+}
+
+void writeCounts(JsonWriter& json, const CopyVerification::Report& report) {
+  using CopyVerification::State;
+  json.key("counts").beginObject().field("recorded", report.files.size());
+  for (const State state : {State::intact, State::changed, State::missing, State::unreadable,
+                            State::withoutChecksum, State::neverConfirmed, State::notReached}) {
+    json.field(textOf(state), report.count(state));
+  }
+  json.field("unknown", report.unknown.size()).field("leftOvers", report.leftOvers.size());
+  json.field("damagedRecords", report.damagedRecords.size()).endObject();
+}
+
+void writeFile(JsonWriter& json, const CheckedFile& file) {
+  json.beginObject().field("path", file.path).field("state", textOf(file.state));
+  json.field("expectedSize", file.expectedSize).field("size", file.size);
+  json.field("expectedSha256", file.expectedSha256).field("sha256", file.sha256);
+  json.field("found", foundText(file.found)).field("reason", reasonText(file.errorCode));
+  json.endObject();
+}
+
+void writeFile(JsonWriter& json, const ExaminedFile& file) {
+  json.beginObject().field("path", file.path).field("state", textOf(file.state));
+  json.field("size", file.size).field("sha256", file.sha256);
+  if (file.asset) json.field("assetID", file.asset->id());
+  json.field("reason", reasonText(file.errorCode)).endObject();
+}
+
+}  // namespace
+
+void JsonPrinter::verification(const VerificationResult& result) {
+  const CopyVerification::Report& report = result.report;
+  JsonWriter json{sink_};
+  json.beginObject().field("status", report.isStopped ? "cancelled" : "completed");
+  writeCounts(json, report);
+  json.field("bytesRead", report.bytesRead).key("files").beginArray();
+  for (const CheckedFile& file : report.files) writeFile(json, file);
+  json.endArray().key("unknown").beginArray();
+  for (const auto& file : report.unknown) {
+    json.beginObject().field("path", file.path).field("size", file.size).endObject();
+  }
+  json.endArray();
+  writeTexts(json, "leftOvers", report.leftOvers);
+  writeTexts(json, "damagedRecords", report.damagedRecords);
+  if (result.checksums) {
+    json.key("checksums").beginObject().field("path", result.checksums->path);
+    json.field("files", result.checksums->files);
+    json.field("withoutRecord", result.checksums->withoutRecord).endObject();
+  }
+  json.endObject().finish();
+}
+
+void JsonPrinter::rebuilt(const RebuildResult& result) {
+  using MarkerRebuild::State;
+  const MarkerRebuild::Report& report = result.report;
+  JsonWriter json{sink_};
+  json.beginObject().field("status", report.isStopped ? "cancelled" : "completed");
+  json.field("phone", result.phone).key("counts").beginObject();
+  json.field("files", report.files.size());
+  for (const State state : {State::alreadyRecorded, State::recognised, State::otherPhone,
+                            State::unmatched, State::unreadable, State::notReached}) {
+    json.field(textOf(state), report.count(state));
+  }
+  json.endObject().field("bytesRead", report.bytesRead).key("files").beginArray();
+  for (const ExaminedFile& file : report.files) writeFile(json, file);
+  json.endArray().key("unreadableAssets").beginArray();
+  for (const MediaAsset& asset : report.unreadableAssets) json.value(asset.id());
+  json.endArray().endObject().finish();
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,151 @@
+// What TextPrinter tells of checks of a destination and of recognising copies.
+
+#include <cerrno>
+
+#include "cli/CliSentences.h"
+#include "cli/TextPrinter.h"
+#include "cli/VerifySentences.h"
+#include "foundation/Sentences.h"
+#include "foundation/Text.h"
+
+namespace tavrix::cli {
+namespace {
+
+/// Of a long list that is no cause for alarm.
+constexpr std::size_t shownLines = 20;
+
+std::string unreadableReason(Language language, int errorCode) {
+  return errorCode == EXDEV ? say(language, sentences::pathLeadsOut)
+                            : tavrix::sentences::systemErrorText(language, errorCode);
+}
+
+}  // namespace
+
+void TextPrinter::shortList(const std::string& title, const std::vector<std::string>& lines) {
+  if (lines.size() <= shownLines) return list(title, lines);
+  list(title, {lines.begin(), lines.begin() + shownLines});
+  line("  " +
+       say(language_, sentences::moreInJson, count(lines.size() - shownLines, sentences::files)));
+}
+
+std::string TextPrinter::reasonOf(const CopyVerification::CheckedFile& file) const {
+  switch (file.found) {
+    case FileStatus::Type::link:
+      return say(language_, sentences::linkInPlace);
+    case FileStatus::Type::folder:
+      return say(language_, sentences::folderInPlace);
+    case FileStatus::Type::other:
+      return say(language_, sentences::otherInPlace);
+    case FileStatus::Type::file:
+      break;
+  }
+  if (file.errorCode != 0) return unreadableReason(language_, file.errorCode);
+  const std::uint64_t size = file.size.value_or(0);
+  return size == file.expectedSize
+             ? say(language_, sentences::contentDiffers)
+             : say(language_, tavrix::sentences::sizesDiffer, file.expectedSize, size);
+}
+
+void TextPrinter::findings(const CopyVerification::Report& report) {
+  using CopyVerification::State;
+  const auto pathsOf = [&](State state, bool withReason) {
+    std::vector<std::string> lines;
+    for (const auto& file : report.files) {
+      if (file.state != state) continue;
+      lines.push_back(withReason
+                          ? say(language_, sentences::fileAndReason, file.path, reasonOf(file))
+                          : file.path);
+    }
+    return lines;
+  };
+  list(say(language_, sentences::changedTitle), pathsOf(State::changed, true));
+  list(say(language_, sentences::missingTitle), pathsOf(State::missing, false));
+  list(say(language_, sentences::unreadableTitle), pathsOf(State::unreadable, true));
+  shortList(say(language_, sentences::neverConfirmedTitle), pathsOf(State::neverConfirmed, false));
+  shortList(say(language_, sentences::withoutChecksumTitle),
+            pathsOf(State::withoutChecksum, false));
+  std::vector<std::string> unknown;
+  unknown.reserve(report.unknown.size());
+  for (const auto& file : report.unknown) unknown.push_back(file.path);
+  shortList(say(language_, sentences::unknownTitle), unknown);
+  shortList(say(language_, sentences::leftOversTitle), report.leftOvers);
+}
+
+void TextPrinter::verification(const VerificationResult& result) {
+  using CopyVerification::State;
+  const CopyVerification::Report& report = result.report;
+  const std::uint64_t losses =
+      report.count(State::changed) + report.count(State::missing) + report.count(State::unreadable);
+  const std::string read = bytes(report.bytesRead);
+  if (losses > 0 && !report.isStopped) {
+    line(say(language_, sentences::checkLosses, count(losses, sentences::files), read));
+  } else if (report.files.empty()) {
+    line(say(language_, sentences::checkEmpty));
+  } else if (!report.isStopped) {
+    const bool isAll = report.count(State::intact) == report.files.size() && !report.hasLosses();
+    line(say(language_, isAll ? sentences::checkAllIntact : sentences::checkNoLosses, read));
+  }
+  if (!report.isStopped) line("");
+  const auto row = [&](int depth, const Sentence<>& label, std::uint64_t number,
+                       bool isShownWhenZero = false) {
+    return TallyRow{depth, say(language_, label), number, isShownWhenZero};
+  };
+  tallyRows({row(0, sentences::rowRecorded, report.files.size(), true),
+             row(1, sentences::rowIntact, report.count(State::intact), true),
+             row(1, sentences::rowChanged, report.count(State::changed)),
+             row(1, sentences::rowMissing, report.count(State::missing)),
+             row(1, sentences::rowUnreadable, report.count(State::unreadable)),
+             row(1, sentences::rowNeverConfirmed, report.count(State::neverConfirmed)),
+             row(1, sentences::rowWithoutChecksum, report.count(State::withoutChecksum)),
+             row(1, sentences::rowNotReached, report.count(State::notReached)),
+             row(0, sentences::rowUnknown, report.unknown.size()),
+             row(0, sentences::rowLeftOvers, report.leftOvers.size())});
+  findings(report);
+  if (!result.checksums) return;
+  line("");
+  line(say(language_, sentences::checksumsWritten, printable(result.checksums->path),
+           count(result.checksums->files, sentences::files)));
+  if (result.checksums->withoutRecord == 0) return;
+  line(say(language_, sentences::checksumsNew,
+           count(result.checksums->withoutRecord, sentences::files)));
+}
+
+void TextPrinter::rebuilt(const RebuildResult& result) {
+  using MarkerRebuild::State;
+  const MarkerRebuild::Report& report = result.report;
+  const auto row = [&](int depth, const Sentence<>& label, std::uint64_t number,
+                       bool isShownWhenZero = false) {
+    return TallyRow{depth, say(language_, label), number, isShownWhenZero};
+  };
+  const std::uint64_t recognised = report.count(State::recognised);
+  const std::uint64_t known = report.count(State::alreadyRecorded) + recognised;
+  const std::string phone = printable(result.phone);
+  line(recognised == 0
+           ? say(language_, sentences::rebuildNothingNew, phone)
+           : say(language_, sentences::rebuildSaved, phone, count(recognised, sentences::files)));
+  line("");
+  tallyRows({row(0, sentences::rowInFolder, report.files.size(), true),
+             row(1, sentences::rowRecognised, known, true),
+             row(2, sentences::rowAlreadyRecorded, report.count(State::alreadyRecorded)),
+             row(2, sentences::rowRecognisedNow, recognised),
+             row(1, sentences::rowNotRecognised, report.files.size() - known, true),
+             row(2, sentences::rowOtherPhone, report.count(State::otherPhone)),
+             row(2, sentences::rowUnmatched, report.count(State::unmatched)),
+             row(2, sentences::rowUnreadable, report.count(State::unreadable)),
+             row(2, sentences::rowNotReached, report.count(State::notReached))});
+  std::vector<std::string> unreadable;
+  std::vector<std::string> unmatched;
+  for (const auto& file : report.files) {
+    if (file.state == State::unmatched) unmatched.push_back(file.path);
+    if (file.state != State::unreadable) continue;
+    unreadable.push_back(say(language_, sentences::fileAndReason, file.path,
+                             unreadableReason(language_, file.errorCode)));
+  }
+  std::vector<std::string> assets;
+  for (const MediaAsset& asset : report.unreadableAssets) assets.emplace_back(asset.id());
+  list(say(language_, sentences::unreadableTitle), unreadable);
+  list(say(language_, sentences::unreadableOnPhoneTitle), assets);
+  shortList(say(language_, sentences::unmatchedTitle), unmatched);
+}
+
+}  // namespace tavrix::cli

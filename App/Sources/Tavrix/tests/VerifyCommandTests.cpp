@@ -1,0 +1,279 @@
+#include <map>
+
+#include "Destination.h"
+#include "foundation/Digest.h"
+#include "foundation/files/Folder.h"
+#include "tests/CommandTester.h"
+
+namespace tavrix::cli {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Pair;
+using testing::StartsWith;
+
+/// Seven files of ten bytes each, all different, transferred.
+struct VerifyCommand : testing::Test {
+  VerifyCommand() {
+    tester.addPhone(smallSnapshot, smallMedia);
+    for (std::size_t i = 0; i < smallMedia.size(); ++i) {
+      tester.folder.write("phone/media/" + smallMedia[i], "content " + std::to_string(10 + i));
+    }
+  }
+  void transfer(std::vector<std::string> more = {}) const {
+    more.insert(more.begin(), {"transfer", "phone", "photos"});
+    ASSERT_EQ(tester.run(more).status, ExitStatus::done);
+  }
+  CommandResult verify(std::vector<std::string> more = {}) const {
+    more.insert(more.begin(), {"verify", "photos", "--lang", "en"});
+    return tester.run(more);
+  }
+  CommandResult rebuild(std::vector<std::string> more = {}) const {
+    more.insert(more.begin(), {"marker", "rebuild", "phone", "photos", "--lang", "en"});
+    return tester.run(more);
+  }
+  std::size_t plannedFiles(std::vector<std::string> more = {}) const {
+    more.insert(more.begin(), {"plan", "phone", "photos", "--json"});
+    return tester.run(more).json().member("files")->asArray()->size();
+  }
+  std::string inPhotos(const std::string& name) const { return tester.folder / ("photos/" + name); }
+  static std::map<std::string, std::string> statesOf(const CommandResult& result) {
+    std::map<std::string, std::string> states;
+    const JsonValue json = result.json();
+    for (const JsonValue& file : *json.member("files")->asArray()) {
+      states[*file.member("path")->asString()] = *file.member("state")->asString();
+    }
+    return states;
+  }
+  bool sha256sumAccepts() const {
+    return std::system(("cd '" + tester.folder / "photos" +
+                        "' && sha256sum --strict --quiet -c SHA256SUMS >checked.log 2>&1")
+                           .c_str()) == 0;
+  }
+
+  CommandTester tester;
+  std::string markerName = DestinationMarker::fileName(snapshotPhone("iPhone").hash);
+};
+
+TEST_F(VerifyCommand, freshCopies_areAllIntact) {
+  transfer();
+  const CommandResult russian = tester.run({"verify", "photos"});
+  EXPECT_EQ(russian.status, ExitStatus::done) << russian.err;
+  EXPECT_EQ(russian.out,
+            "Проверка завершена, всё цело; прочитано 70\u00A0Б.\n"
+            "\n"
+            "В записях  7\n"
+            "  целы     7\n");
+  EXPECT_THAT(russian.err, IsEmpty());
+  EXPECT_EQ(verify({"--json"}).out, tester.run({"verify", "photos", "--json"}).out);
+}
+
+TEST_F(VerifyCommand, losses_areListedWithTheirReason) {
+  transfer();
+  tester.folder.write("photos/2026-05-20/IMG_0001.HEIC", "Content 10");
+  tester.folder.write("photos/2026-05-20/IMG_0001.MOV", "short");
+  std::filesystem::remove(inPhotos("2026-05-21/IMG_0003.MOV"));
+  tester.folder.write("photos/2026-05-21/mine.jpg", "mine");
+  const std::string marker = tester.folder.read("photos/" + markerName);
+  const CommandResult result = verify();
+  EXPECT_EQ(result.status, ExitStatus::someFailed);
+  EXPECT_EQ(result.out,
+            "The check is complete; not in order: 3 files, 50\u00A0B read.\n"
+            "\n"
+            "In the records  7\n"
+            "  intact        4\n"
+            "  changed       2\n"
+            "  missing       1\n"
+            "In no record    1\n"
+            "\n"
+            "Changed:\n"
+            "  2026-05-20/IMG_0001.HEIC — the size is the same, the content is not\n"
+            "  2026-05-20/IMG_0001.MOV — expected 10 bytes, got 5\n"
+            "\n"
+            "Missing:\n"
+            "  2026-05-21/IMG_0003.MOV\n"
+            "\n"
+            "In no record:\n"
+            "  2026-05-21/mine.jpg\n");
+  EXPECT_EQ(tester.folder.read("photos/" + markerName), marker);
+  const CommandResult json = verify({"--json"});
+  EXPECT_EQ(json.status, ExitStatus::someFailed);
+  EXPECT_EQ(
+      json.json().member("files")->asArray()->at(1),
+      parseJson(R"({"path":"2026-05-20/IMG_0001.HEIC","state":"changed","expectedSize":10,
+                "size":10,"expectedSha256":")" +
+                sha256Hex("content 10") + R"(","sha256":")" + sha256Hex("Content 10") + R"("})"));
+  EXPECT_EQ(*json.json().member("counts"), parseJson(R"({"recorded":7,"intact":4,"changed":2,
+      "missing":1,"unreadable":0,"withoutChecksum":0,"neverConfirmed":0,"notReached":0,"unknown":1,
+      "leftOvers":0,"damagedRecords":0})"));
+}
+
+TEST_F(VerifyCommand, longListOfStrangers_isShortened) {
+  transfer();
+  for (int i = 0; i < 41; ++i) tester.folder.write(fmt::format("photos/own/{:03}", i), "x");
+  EXPECT_THAT(verify().out, AllOf(HasSubstr("  own/019\n  … and 21 files more; --json lists all\n"),
+                                  Not(HasSubstr("own/020"))));
+  EXPECT_EQ(verify({"--json"}).json().member("unknown")->asArray()->size(), 41U);
+}
+
+TEST_F(VerifyCommand, whatCannotBeCompared_isOneSentenceWithTheRemedy) {
+  transfer();
+  const std::string marker = tester.folder.read("photos/" + markerName);
+  std::string newer = marker;
+  newer.replace(newer.find("\"schemaVersion\": 1"), 18, "\"schemaVersion\": 2");
+  struct Row {
+    std::string destination;
+    std::string markerContent;
+    std::string sentence;
+  };
+  const std::vector<Row> rows{{"photos", newer, "newer version of the program (format 2)"},
+                              {"photos", marker.substr(9), "is damaged or cannot be read"},
+                              {"photos", "", "by tavrix marker rebuild SOURCE DEST"},
+                              {"photosNone", marker, "There is no folder"},
+                              {"phone/snapshot.json", marker, "is no folder"}};
+  for (const Row& row : rows) {
+    tester.folder.write("photos/" + markerName, row.markerContent);
+    if (row.markerContent.empty()) std::filesystem::remove(inPhotos(markerName));
+    const std::string path =
+        row.destination.starts_with("photos") ? row.destination : tester.folder / row.destination;
+    const CommandResult result = tester.run({"verify", path, "--lang", "en"});
+    EXPECT_EQ(result.status, ExitStatus::stopped) << row.sentence;
+    EXPECT_THAT(result.err, AllOf(StartsWith("tavrix: "), HasSubstr(row.sentence)));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+    EXPECT_THAT(result.out, IsEmpty());
+  }
+}
+
+TEST_F(VerifyCommand, interrupt_tellsHowFarItGot) {
+  transfer();
+  tester.isInterrupted = true;
+  const CommandResult result = tester.run({"verify", "photos", "--write-checksums"});
+  EXPECT_EQ(result.status, ExitStatus::cancelled);
+  EXPECT_THAT(result.err, HasSubstr("Проверка прервана, проверено 0 из 7 файлов"));
+  EXPECT_THAT(result.out, HasSubstr("не дошла очередь  7\n"));
+  EXPECT_FALSE(tester.folder.has("photos/SHA256SUMS"));
+  EXPECT_EQ(*verify({"--json"}).json().member("status")->asString(), "cancelled");
+}
+
+TEST_F(VerifyCommand, otherRunAtWork_isToldAndHindersOnlyWriting) {
+  transfer();
+  const auto otherRun = openFolder(inPhotos(""));
+  ASSERT_TRUE(otherRun->lock());
+  const CommandResult reading = verify();
+  EXPECT_EQ(reading.status, ExitStatus::done);
+  EXPECT_THAT(reading.err, HasSubstr("A transfer is at work in the folder"));
+  EXPECT_EQ(verify({"--write-checksums"}).status, ExitStatus::stopped);
+  EXPECT_EQ(rebuild().status, ExitStatus::stopped);
+}
+
+TEST_F(VerifyCommand, checksums_areAcceptedBySha256sum) {
+  tester.folder.write("photos/2026-05-21/IMG_0002.JPG", "content 14");  // there before the transfer
+  transfer({"--set", "onlyNew=false", "--set", "fileNamePrefixMode=custom", "--set",
+            "customFileNamePrefix=a\\b "});
+  transfer({"--set", "onlyNew=false"});
+  tester.folder.write("photos/2026-05-20/IMG_0001.MOV", "CONTENT 11");
+  const CommandResult result = verify({"--write-checksums"});
+  EXPECT_EQ(result.status, ExitStatus::someFailed) << result.out << result.err;
+  EXPECT_THAT(result.out, AllOf(HasSubstr("/photos/SHA256SUMS”: 13 files.\n"),
+                                HasSubstr("compared with nothing: 1 file.\n")));
+  EXPECT_TRUE(sha256sumAccepts()) << tester.folder.read("photos/checked.log");
+  const std::string sums = tester.folder.read("photos/SHA256SUMS");
+  EXPECT_EQ(std::count(sums.begin(), sums.end(), '\n'), 13);
+  EXPECT_THAT(sums, AllOf(HasSubstr("  2026-05-21/IMG_0002.JPG\n"),
+                          Not(HasSubstr("  2026-05-20/IMG_0001.MOV\n"))));
+  EXPECT_EQ(verify({"--write-checksums"}).status, ExitStatus::someFailed);
+  EXPECT_EQ(tester.folder.read("photos/SHA256SUMS"), sums);
+  tester.folder.write("photos/2026-05-21/IMG_0003.MOV", "else");
+  EXPECT_FALSE(sha256sumAccepts());
+}
+
+TEST_F(VerifyCommand, foreignChecksumFile_staysAsItIs) {
+  transfer();
+  tester.folder.write("photos/SHA256SUMS", "my own notes\n");
+  const CommandResult result = verify({"--write-checksums"});
+  EXPECT_EQ(result.status, ExitStatus::stopped);
+  EXPECT_THAT(result.err, HasSubstr("is no list of checksums and stays as it is; rename it"));
+  EXPECT_THAT(result.out, IsEmpty());
+  EXPECT_EQ(tester.folder.read("photos/SHA256SUMS"), "my own notes\n");
+  EXPECT_EQ(verify().status, ExitStatus::done);
+}
+
+TEST_F(VerifyCommand, lostMarker_isRebuiltSoThatNothingIsCopiedAgain) {
+  // Two runs with prefixes leave files that only the marker tells from new ones.
+  const std::vector<std::string> prefixed{"--set", "fileNamePrefixMode=phone"};
+  transfer(prefixed);
+  tester.folder.write("photos/2026-05-20/iPhone IMG_0001.MOV", "changed");
+  for (const char* path : {"2026-05-20/iPhone IMG_0001.HEIC", "2026-05-21/iPhone IMG_0003.MOV"}) {
+    const std::string numbered = std::string{path}.insert(std::string{path}.find('.'), " (2)");
+    std::filesystem::rename(inPhotos(path), inPhotos(numbered));
+  }
+  std::filesystem::remove(inPhotos(markerName));
+  EXPECT_EQ(plannedFiles(prefixed), 2U);
+  const CommandResult result = rebuild(prefixed);
+  EXPECT_EQ(result.status, ExitStatus::done) << result.err;
+  EXPECT_EQ(result.out,
+            "The record of the phone “iPhone” is saved; recognised anew: 6 files.\n"
+            "\n"
+            "Files in the folder             7\n"
+            "  recognised                    6\n"
+            "    recognised anew             6\n"
+            "  not recognised                1\n"
+            "    the phone has no such file  1\n"
+            "\n"
+            "The phone has no such file:\n"
+            "  2026-05-20/iPhone IMG_0001.MOV\n");
+  EXPECT_EQ(plannedFiles(prefixed), 0U);
+  EXPECT_EQ(verify().status, ExitStatus::done);
+  const std::string marker = tester.folder.read("photos/" + markerName);
+  EXPECT_THAT(rebuild(prefixed).out, HasSubstr("in the record before        6\n"));
+  EXPECT_EQ(tester.folder.read("photos/" + markerName), marker);
+}
+
+TEST_F(VerifyCommand, rebuild_addsToWhatIsThereAndKeepsTheDamaged) {
+  transfer();
+  tester.run({"transfer", "phone", "photos", "--device-name", "iPad"});
+  const std::string other = DestinationMarker::fileName(snapshotPhone("iPad").hash);
+  std::filesystem::remove(inPhotos("2026-05-21/IMG_0003.MOV"));
+  std::filesystem::copy_file(inPhotos("2026-05-21/IMG_0002.JPG"), inPhotos("copy.JPG"));
+  EXPECT_EQ(rebuild().status, ExitStatus::done);
+  // What was recorded stays recorded, gone or not.
+  EXPECT_THAT(statesOf(verify({"--json"})),
+              AllOf(testing::Contains(Pair("2026-05-21/IMG_0003.MOV", "missing")),
+                    testing::Contains(Pair("copy.JPG", "intact")), testing::SizeIs(7 + 7 + 1)));
+  tester.folder.write("photos/" + markerName, "{ broken");
+  const std::string otherRecord = tester.folder.read("photos/" + other);
+  EXPECT_EQ(rebuild().status, ExitStatus::done);
+  EXPECT_EQ(tester.folder.read("photos/" + markerName + ".damaged"), "{ broken");
+  EXPECT_EQ(tester.folder.read("photos/" + other), otherRecord);
+  EXPECT_EQ(verify().status, ExitStatus::done);
+}
+
+TEST_F(VerifyCommand, rebuildThatFails_tellsAndChangesNothing) {
+  transfer();
+  std::filesystem::remove(inPhotos(markerName));
+  std::filesystem::remove(tester.folder / "phone/media/IMG_0002.JPG");
+  const CommandResult unreadable = rebuild({"--json"});
+  EXPECT_EQ(unreadable.status, ExitStatus::someFailed);
+  EXPECT_EQ(*unreadable.json().member("unreadableAssets"),
+            parseJson(R"(["100APPLE/IMG_0002.JPG"])"));
+  EXPECT_THAT(statesOf(unreadable),
+              testing::Contains(Pair("2026-05-21/IMG_0002.JPG", "unmatched")));
+  std::filesystem::remove(inPhotos(markerName));
+  tester.isInterrupted = true;
+  const CommandResult cancelled = rebuild();
+  EXPECT_EQ(cancelled.status, ExitStatus::cancelled);
+  EXPECT_THAT(cancelled.err, HasSubstr("Recognising was cancelled after 0 of 7 files"));
+  EXPECT_FALSE(tester.folder.has("photos/" + markerName));
+  tester.isInterrupted = false;
+  std::filesystem::remove_all(tester.folder / "phone/media");
+  EXPECT_THAT(rebuild().err, HasSubstr("There is no folder"));
+  EXPECT_EQ(tester.run({"marker", "rebuild", "phone", "photosNone"}).status, ExitStatus::stopped);
+  EXPECT_FALSE(tester.folder.has("photosNone"));
+}
+
+}  // namespace
+}  // namespace tavrix::cli

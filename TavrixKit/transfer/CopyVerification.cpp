@@ -1,0 +1,202 @@
+#include "transfer/CopyVerification.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <numeric>
+#include <utility>
+
+#include "foundation/Text.h"
+#include "foundation/files/AtomicFile.h"
+#include "foundation/files/FileError.h"
+#include "transfer/ChecksumFile.h"
+#include "transfer/FileDigester.h"
+#include "transfer/FileNames.h"
+#include "transfer/MarkerClaims.h"
+
+namespace tavrix::CopyVerification {
+namespace {
+
+using DestinationMarker::Claim;
+using DestinationMarker::Claims;
+using DestinationMarker::FileRecord;
+
+constexpr std::string_view leftOverEnding = ".part";
+
+/// Whether the recorded size is that of the bytes on disk also where the entry may only say what a
+/// run was about to write: then it is the phone's file's size, which a conversion changes.
+bool tellsSizeOnDisk(const Claim& claim) {
+  const FileRecord& file = *claim.file;
+  return claim.hasDigest() || !file.localID ||
+         lowerExtension(*file.localID) == lowerExtension(file.path);
+}
+
+class Verification {
+ public:
+  Verification(const Folder& destination, const DestinationListing& listing, const Options& options)
+      : destination_(destination), listing_(listing), options_(options) {}
+
+  Report run(const ReadingMeter::Receiver& progress, const std::stop_token& stop) {
+    const Claims claims = DestinationMarker::claims(listing_.marker);
+    checkWithoutReading(claims);
+    listOthers(claims);
+    readAll(progress, stop);
+    report_.damagedRecords = listing_.marker.damaged;
+    report_.isStopped = report_.count(State::notReached) > 0;
+    return std::move(report_);
+  }
+
+ private:
+  /// Fills in what names and sizes tell; what is left to read is `notReached`.
+  void checkWithoutReading(const Claims& claims) {
+    std::vector<Claim> entries;
+    entries.reserve(claims.size());
+    for (const auto& [path, claim] : claims) entries.push_back(claim);
+    std::sort(entries.begin(), entries.end(),
+              [](const Claim& a, const Claim& b) { return a.file->path < b.file->path; });
+    report_.files.reserve(entries.size());
+    for (const Claim& entry : entries) report_.files.push_back(looked(entry));
+  }
+
+  CheckedFile looked(const Claim& claim) const {
+    CheckedFile file;
+    file.path = claim.file->path;
+    file.expectedSize = claim.file->size;
+    if (claim.hasDigest()) file.expectedSha256 = lowerCased(*claim.file->sha256);
+    const auto listed = listing_.files.find(file.path);
+    if (listed == listing_.files.end()) {
+      lookAgain(file);
+      return file;
+    }
+    file.size = listed->second.size;
+    if (file.size != file.expectedSize && tellsSizeOnDisk(claim)) {
+      file.state = State::changed;
+    } else if (!file.expectedSha256 && !options_.digestsAll) {
+      file.state = State::withoutChecksum;
+    }
+    return file;
+  }
+
+  /// Says why a path is not among the files.
+  void lookAgain(CheckedFile& file) const {
+    try {
+      const auto status = destination_.status(file.path);
+      if (!status) {
+        file.state = file.expectedSha256 ? State::missing : State::neverConfirmed;
+      } else if (status->type != FileStatus::Type::file) {
+        file.state = State::changed;
+        file.found = status->type;
+      } else {
+        // It came, or its folder became readable, after the listing.
+        file.size = status->size;
+        if (!file.expectedSha256) file.state = State::withoutChecksum;
+      }
+    } catch (const FileError& error) {
+      file.state = State::unreadable;
+      file.errorCode = error.code();
+    }
+  }
+
+  void listOthers(const Claims& claims) {
+    for (const auto& [path, onDisk] : listing_.files) {
+      if (claims.contains(path) || DestinationMarker::isOwnFile(path)) continue;
+      if (path == ChecksumFile::name) continue;
+      if (path.ends_with(leftOverEnding)) {
+        report_.leftOvers.push_back(path);
+      } else {
+        report_.unknown.push_back({path, onDisk.size});
+      }
+    }
+    std::sort(report_.leftOvers.begin(), report_.leftOvers.end());
+    std::sort(report_.unknown.begin(), report_.unknown.end(),
+              [](const auto& a, const auto& b) { return a.path < b.path; });
+  }
+
+  void readAll(const ReadingMeter::Receiver& progress, const std::stop_token& stop) {
+    std::vector<CheckedFile*> files;
+    std::vector<std::uint64_t> sizes;
+    for (CheckedFile& file : report_.files) {
+      if (file.state != State::notReached) continue;
+      files.push_back(&file);
+      sizes.push_back(*file.size);
+    }
+    ReadingMeter meter{files.size(), std::accumulate(sizes.begin(), sizes.end(), std::uint64_t{0}),
+                       progress};
+    std::atomic<std::uint64_t> bytesRead = 0;
+    const auto order = readingOrder(sizes);
+    digestInParallel(files.size(), options_.threads, stop,
+                     [&](std::size_t i, FileDigester& digester) {
+                       bytesRead += read(*files[order[i]], digester, meter);
+                     });
+    report_.bytesRead = bytesRead;
+  }
+
+  /// Reads one file and says what it is; gives the bytes that it read.
+  std::uint64_t read(CheckedFile& file, FileDigester& digester, ReadingMeter& meter) const {
+    const std::uint64_t listed = *file.size;
+    std::uint64_t bytes = 0;
+    meter.began(lastPathComponent(file.path));
+    try {
+      auto digest = digester.digest(destination_, file.path, [&](std::uint64_t count) {
+        bytes += count;
+        meter.read(count);
+      });
+      if (!digest) return bytes;
+      file.size = digest->bytes;
+      file.sha256 = std::move(digest->sha256);
+      file.state = stateOf(file);
+    } catch (const FileError& error) {
+      fail(file, error);
+    }
+    meter.finished(listed, bytes);
+    return bytes;
+  }
+
+  static State stateOf(const CheckedFile& file) {
+    if (!file.expectedSha256) return State::withoutChecksum;
+    const bool isSame = file.sha256 == file.expectedSha256 && file.size == file.expectedSize;
+    return isSame ? State::intact : State::changed;
+  }
+
+  static void fail(CheckedFile& file, const FileError& error) {
+    file.errorCode = error.code();
+    file.state = State::unreadable;
+    if (error.code() != ENOENT) return;
+    // Removed since the listing.
+    file.errorCode = 0;
+    file.size.reset();
+    file.state = file.expectedSha256 ? State::missing : State::neverConfirmed;
+  }
+
+  const Folder& destination_;
+  const DestinationListing& listing_;
+  const Options& options_;
+  Report report_;
+};
+
+}  // namespace
+
+std::string_view textOf(State state) {
+  constexpr std::array<std::string_view, 7> texts{"intact",     "changed",         "missing",
+                                                  "unreadable", "withoutChecksum", "neverConfirmed",
+                                                  "notReached"};
+  return texts.at(static_cast<std::size_t>(state));
+}
+
+std::uint64_t Report::count(State state) const {
+  return static_cast<std::uint64_t>(std::count_if(
+      files.begin(), files.end(), [&](const CheckedFile& file) { return file.state == state; }));
+}
+
+bool Report::hasLosses() const {
+  return !damagedRecords.empty() || count(State::changed) > 0 || count(State::missing) > 0 ||
+         count(State::unreadable) > 0;
+}
+
+Report verify(const Folder& destination, const DestinationListing& listing, const Options& options,
+              const ReadingMeter::Receiver& progress, const std::stop_token& stop) {
+  return Verification{destination, listing, options}.run(progress, stop);
+}
+
+}  // namespace tavrix::CopyVerification

@@ -1,0 +1,114 @@
+#include "transfer/TwinAssignment.h"
+
+#include <array>
+#include <optional>
+
+#include "foundation/Text.h"
+#include "foundation/files/AtomicFile.h"
+#include "transfer/FileNames.h"
+
+namespace tavrix {
+namespace {
+
+constexpr std::size_t nobody = SIZE_MAX;
+
+class Twins {
+ public:
+  Twins(const std::vector<MediaAsset>& assets, const PlannedAssets& planned)
+      : assets_(assets), planned_(planned), isTaken_(assets.size(), false) {
+    for (std::size_t i = 0; i < assets.size(); ++i) {
+      byID_[assets[i].id()] = i;
+      byName_[replacingInvalidUtf8(assets[i].name())].indices.push_back(i);
+    }
+  }
+
+  std::vector<MediaAsset> assign(const std::vector<std::string_view>& paths) {
+    std::vector<std::size_t> chosen(paths.size(), nobody);
+    // Each rule over all paths before the next one, so that a weaker one never takes what a
+    // stronger one would give.
+    for (const auto rule : rules) {
+      for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (chosen[i] == nobody) chosen[i] = (this->*rule)(paths[i]);
+        if (chosen[i] != nobody) isTaken_[chosen[i]] = true;
+      }
+    }
+    std::vector<MediaAsset> result;
+    result.reserve(paths.size());
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+      result.push_back(assets_[chosen[i] == nobody ? again(paths[i]) : chosen[i]]);
+    }
+    return result;
+  }
+
+ private:
+  /// The assets of one name, those before `next` all taken.
+  struct Namesakes {
+    std::vector<std::size_t> indices;
+    std::size_t next = 0;
+  };
+
+  std::size_t plannedAt(std::string_view path) {
+    const auto found = planned_.find(path);
+    if (found == planned_.end()) return nobody;
+    const auto index = byID_.find(found->second.id());
+    return index == byID_.end() || isTaken_[index->second] ? nobody : index->second;
+  }
+  std::size_t plannedUnnumbered(std::string_view path) { return plannedAt(unnumberedName(path)); }
+  std::size_t sameName(std::string_view path) {
+    return freeNamesake(path.substr(path.rfind('/') + 1));
+  }
+  std::size_t unnumbered(std::string_view path) {
+    return freeNamesake(unnumberedName(path.substr(path.rfind('/') + 1)));
+  }
+  std::size_t prefixed(std::string_view path) {
+    const std::string name = unnumberedName(path.substr(path.rfind('/') + 1));
+    for (std::size_t i = 1; i < name.size(); ++i) {
+      const std::size_t found = freeNamesake(std::string_view{name}.substr(i));
+      if (found != nobody) return found;
+    }
+    return nobody;
+  }
+  std::size_t anyFree(std::string_view) {
+    while (nextFree_ < isTaken_.size() && isTaken_[nextFree_]) ++nextFree_;
+    return nextFree_ < isTaken_.size() ? nextFree_ : nobody;
+  }
+  /// For a copy more than there are assets: by name, whether taken or not.
+  std::size_t again(std::string_view path) const {
+    const std::string name = unnumberedName(path.substr(path.rfind('/') + 1));
+    for (std::size_t i = 0; i < name.size(); ++i) {
+      const auto found = byName_.find(std::string_view{name}.substr(i));
+      if (found != byName_.end()) return found->second.indices.front();
+    }
+    return 0;
+  }
+
+  std::size_t freeNamesake(std::string_view name) {
+    const auto found = byName_.find(name);
+    if (found == byName_.end()) return nobody;
+    Namesakes& all = found->second;
+    while (all.next < all.indices.size() && isTaken_[all.indices[all.next]]) ++all.next;
+    return all.next < all.indices.size() ? all.indices[all.next] : nobody;
+  }
+
+  using Rule = std::size_t (Twins::*)(std::string_view);
+  static constexpr std::array<Rule, 6> rules{&Twins::plannedAt, &Twins::plannedUnnumbered,
+                                             &Twins::sameName,  &Twins::unnumbered,
+                                             &Twins::prefixed,  &Twins::anyFree};
+
+  const std::vector<MediaAsset>& assets_;
+  const PlannedAssets& planned_;
+  std::vector<bool> isTaken_;
+  absl::flat_hash_map<std::string_view, std::size_t> byID_;
+  StringMap<Namesakes> byName_;
+  std::size_t nextFree_ = 0;
+};
+
+}  // namespace
+
+std::vector<MediaAsset> assignTwins(const std::vector<std::string_view>& paths,
+                                    const std::vector<MediaAsset>& assets,
+                                    const PlannedAssets& planned) {
+  return Twins{assets, planned}.assign(paths);
+}
+
+}  // namespace tavrix

@@ -1,0 +1,189 @@
+#include "transfer/MarkerRebuild.h"
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <mutex>
+#include <set>
+
+#include "foundation/Digest.h"
+#include "transfer/tests/TestLibrary.h"
+
+namespace tavrix::MarkerRebuild {
+namespace {
+
+using DestinationMarker::PhoneRecord;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::UnorderedElementsAre;
+
+const std::string hash(64, 'a');
+const Instant day = *parseIso8601("2026-05-20T12:00:00Z");
+
+/// A source that says what was fetched from it.
+class ListeningSource : public MemorySource {
+ public:
+  ListeningSource() {
+    threads = 2;
+    before = [this](const MediaAsset& asset) {
+      const std::lock_guard lock{mutex};
+      fetched.insert(std::string{asset.id()});
+    };
+  }
+  std::mutex mutex;
+  std::multiset<std::string> fetched;
+};
+
+struct MarkerRebuildTest : testing::Test {
+  Report run(const std::stop_token& stop = {}) {
+    const DestinationListing listing = listDestination(folder);
+    const TransferPlan plan = TransferPlanner::plan({groupOf("2026-05-20", assets)}, {});
+    return recognise(folder, source, {listing, hash, assets, plan, 2}, {}, stop);
+  }
+  /// Which asset each recognised file is.
+  static std::map<std::string, std::string> owners(const Report& report) {
+    std::map<std::string, std::string> result;
+    for (const ExaminedFile& file : report.files) {
+      if (file.asset) result[file.path] = file.asset->id();
+    }
+    return result;
+  }
+  void copy(const std::string& path, const std::string& id, std::uint64_t size = 1000) const {
+    temporary.write(path, contentOf(id, size));
+  }
+  void save(char phone, std::vector<DestinationMarker::FileRecord> files) {
+    DestinationMarker::save(folder,
+                            PhoneRecord{1, std::string(64, phone), "x", "x", day, day, files});
+  }
+
+  TemporaryFolder temporary;
+  FaultyFolder folder{openFolder(temporary.path())};
+  ListeningSource source;
+  std::vector<MediaAsset> assets{assetOf("1/A.HEIC"), assetOf("1/B.HEIC"), assetOf("1/C.MOV", 2000),
+                                 assetOf("1/D.HEIC", 3000)};
+};
+
+TEST_F(MarkerRebuildTest, copies_areRecognisedUnderAnyNameAndLittleIsRead) {
+  copy("2026-05-20/A.HEIC", "1/A.HEIC");
+  copy("Дача/iPhone B (2).HEIC", "1/B.HEIC");
+  temporary.write("mine.txt", "notes");
+  temporary.write("2026-05-20/C.MOV", std::string(2000, 'x'));
+  temporary.write("2026-05-20/A.HEIC.part", contentOf("1/A.HEIC", 1000));
+  temporary.write("SHA256SUMS", std::string(3000, 'x'));
+  const Report report = run();
+  EXPECT_THAT(owners(report), ElementsAre(Pair("2026-05-20/A.HEIC", "1/A.HEIC"),
+                                          Pair("Дача/iPhone B (2).HEIC", "1/B.HEIC")));
+  EXPECT_EQ(report.files.size(), 4U);
+  EXPECT_EQ(report.count(State::unmatched), 2U);
+  EXPECT_EQ(report.bytesRead, 4 * 1000U + 2 * 2000U);
+  EXPECT_THAT(source.fetched, ElementsAre("1/A.HEIC", "1/B.HEIC", "1/C.MOV"));
+  EXPECT_THAT(records(report),
+              ElementsAre(DestinationMarker::FileRecord{"2026-05-20/A.HEIC", 1000,
+                                                        sha256Hex(contentOf("1/A.HEIC", 1000)),
+                                                        "1/A.HEIC", std::nullopt},
+                          testing::Field(&DestinationMarker::FileRecord::localID, "1/B.HEIC")));
+}
+
+TEST_F(MarkerRebuildTest, equalBytes_goByPlaceThenByName) {
+  assets = {assetOf("1/A.HEIC"), assetOf("1/B.HEIC"), assetOf("2/A.HEIC"), assetOf("3/Z.HEIC")};
+  for (const MediaAsset& asset : assets)
+    source.bytes[std::string{asset.id()}] = "same" + std::string(996, 's');
+  const auto place = [&](const std::string& path) {
+    temporary.write(path, "same" + std::string(996, 's'));
+  };
+  // By the plan 2/A.HEIC is "2026-05-20/A (2).HEIC".
+  place("2026-05-20/A (2).HEIC");
+  place("2026-05-20/A.HEIC");
+  place("other/VK_B.HEIC");
+  place("other/copy.HEIC");
+  place("other/more.HEIC");
+  place("other/B.HEIC.bak");
+  const auto found = owners(run());
+  EXPECT_EQ(found.at("2026-05-20/A.HEIC"), "1/A.HEIC");
+  EXPECT_EQ(found.at("2026-05-20/A (2).HEIC"), "2/A.HEIC");
+  EXPECT_EQ(found.at("other/VK_B.HEIC"), "1/B.HEIC");
+  std::set<std::string> all;
+  for (const auto& [path, id] : found) all.insert(id);
+  EXPECT_EQ(found.size(), 6U);
+  EXPECT_EQ(all.size(), 4U);  // none is left out while others have two copies
+}
+
+TEST_F(MarkerRebuildTest, manyTwins_areToldApartByTheirNames) {
+  assets.clear();
+  for (int i = 0; i < 20'000; ++i) {
+    assets.push_back(assetOf("1/IMG_" + std::to_string(i) + ".AAE", 0));
+  }
+  for (int i = 0; i < 3000; ++i) temporary.write("x/VK_IMG_" + std::to_string(i) + ".AAE", "");
+  const auto found = owners(run());
+  EXPECT_EQ(found.size(), 3000U);
+  EXPECT_EQ(found.at("x/VK_IMG_2999.AAE"), "1/IMG_2999.AAE");
+}
+
+TEST_F(MarkerRebuildTest, whatRecordsKnow_isNotReadAgain) {
+  copy("A.HEIC", "1/A.HEIC");
+  copy("B.HEIC", "1/B.HEIC");
+  copy("C.MOV", "1/C.MOV", 2000);
+  copy("D.HEIC", "1/D.HEIC", 3000);
+  const auto entry = [](const std::string& path, const std::string& id, std::uint64_t size) {
+    return DestinationMarker::FileRecord{path, size, sha256Hex(contentOf(id, size)), id, {}};
+  };
+  auto killed = entry("C.MOV", "1/C.MOV", 2000);
+  killed.sha256 = std::nullopt;
+  save('a', {entry("A.HEIC", "1/A.HEIC", 1000), killed});
+  save('b', {entry("B.HEIC", "7/B.HEIC", 1000), entry("D.HEIC", "7/D.HEIC", 5)});
+  const Report report = run();
+  std::map<std::string, std::string> states;
+  for (const ExaminedFile& file : report.files) states[file.path] = textOf(file.state);
+  EXPECT_THAT(states, ElementsAre(Pair("A.HEIC", "alreadyRecorded"), Pair("B.HEIC", "otherPhone"),
+                                  Pair("C.MOV", "recognised"), Pair("D.HEIC", "recognised")));
+  EXPECT_THAT(source.fetched, ElementsAre("1/C.MOV", "1/D.HEIC"));
+}
+
+TEST_F(MarkerRebuildTest, failures_areOfTheirFilesAlone) {
+  copy("A.HEIC", "1/A.HEIC");
+  copy("B.HEIC", "1/B.HEIC");
+  copy("C.MOV", "1/C.MOV", 2000);
+  copy("D.HEIC", "1/D.HEIC", 3000);
+  source.bytes["1/C.MOV"] = contentOf("1/C.MOV", 2001);
+  source.before = [](const MediaAsset& asset) {
+    if (asset.id() == "1/D.HEIC") throw SourceError{SourceError::Kind::notFound, "D.HEIC"};
+  };
+  folder.faults().rule = failing(FileOperation::read, "B.HEIC", EIO);
+  const Report report = run();
+  EXPECT_THAT(owners(report), ElementsAre(Pair("A.HEIC", "1/A.HEIC")));
+  EXPECT_EQ(report.count(State::unreadable), 1U);
+  EXPECT_EQ(report.count(State::unmatched), 2U);
+  EXPECT_THAT(report.unreadableAssets, ElementsAre(assets[2], assets[3]));
+  EXPECT_TRUE(report.hasFailures());
+}
+
+TEST_F(MarkerRebuildTest, stop_keepsOnlyWhatIsComparedWhole) {
+  assets.clear();
+  for (std::uint64_t i = 0; i < 40; ++i) {
+    const std::string id = "1/" + std::to_string(100 + i) + ".HEIC";
+    assets.push_back(assetOf(id, 500 + i / 2));
+    copy(std::to_string(100 + i) + ".HEIC", id, 500 + i / 2);
+  }
+  std::stop_source stop;
+  source.before = [&](const MediaAsset& asset) {
+    if (asset.id() == "1/120.HEIC") stop.request_stop();
+  };
+  const Report report = run(stop.get_token());
+  EXPECT_TRUE(report.isStopped);
+  EXPECT_GE(report.count(State::recognised), 16U);
+  EXPECT_GE(report.count(State::notReached), 18U);
+  EXPECT_EQ(report.count(State::recognised) + report.count(State::notReached), 40U);
+  EXPECT_EQ(records(report).size(), report.count(State::recognised));
+}
+
+TEST_F(MarkerRebuildTest, nothingOfOneSize_readsNothing) {
+  temporary.write("a", "1");
+  const Report report = run();
+  EXPECT_EQ(report.bytesRead, 0U);
+  EXPECT_THAT(source.fetched, IsEmpty());
+  EXPECT_FALSE(report.hasFailures());
+}
+
+}  // namespace
+}  // namespace tavrix::MarkerRebuild
