@@ -1,5 +1,6 @@
 // Measures the program beside yardsticks of the same machine, in turns within one run: machines are
-// shared and noisy, ratios are not. Arguments choose among: pipeline only-new copying verify.
+// shared and noisy, ratios are not. Arguments choose among: pipeline only-new copying verify
+// history.
 
 #include <fmt/format.h>
 
@@ -25,6 +26,7 @@ int main(int count, char** values) {
   if (isChosen("only-new")) tavrix::bench::benchOnlyNew(folder);
   if (isChosen("copying")) tavrix::bench::benchCopying(folder + "/copying");
   if (isChosen("verify")) tavrix::bench::benchVerifying(folder + "/verifying");
+  if (isChosen("history")) tavrix::bench::benchHistory(folder + "/history");
   std::filesystem::remove_all(folder);
   return 0;
 }

@@ -8,6 +8,7 @@ namespace tavrix::bench {
 
 void benchPipeline(const std::string& folder);
 void benchOnlyNew(const std::string& folder);
+void benchHistory(const std::string& folder);
 void benchCopying(const std::string& folder);
 void benchVerifying(const std::string& folder);
 

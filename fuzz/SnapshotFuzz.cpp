@@ -5,24 +5,12 @@
 #include <cstdlib>
 #include <unordered_set>
 
+#include "foundation/json/TextReader.h"
 #include "media/Snapshot.h"
 
 namespace {
 
 using namespace tavrix;
-
-class TextSource : public ByteReader {
- public:
-  explicit TextSource(std::string_view rest) : rest_(rest) {}
-  std::size_t read(std::span<char> buffer) override {
-    const std::size_t count = rest_.copy(buffer.data(), buffer.size());
-    rest_.remove_prefix(count);
-    return count;
-  }
-
- private:
-  std::string_view rest_;
-};
 
 void require(bool holds) {
   if (!holds) std::abort();
@@ -31,7 +19,7 @@ void require(bool holds) {
 void checkRoundTrip(const std::vector<SnapshotItem>& items) {
   StringSink sink;
   Snapshot::write(items, sink);
-  TextSource again{sink.text()};
+  TextReader again{sink.text()};
   require(Snapshot::read(again) == items);
 }
 
@@ -47,10 +35,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const TimeZone zone = TimeZone::load("America/New_York").value();
   const std::string_view text{reinterpret_cast<const char*>(data), size};
   try {
-    TextSource source{text};
+    TextReader source{text};
     const auto items = Snapshot::read(source);
     checkRoundTrip(items);
-    TextSource sameSource{text};
+    TextReader sameSource{text};
     checkAssets(Snapshot::readAssets(sameSource, zone), items.size());
   } catch (const SnapshotError&) {
     // Bad input is told, and nothing else comes of it.

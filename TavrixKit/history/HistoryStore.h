@@ -66,10 +66,9 @@ class HistoryStore {
   std::optional<std::string> fileOf(const Uuid& id) const;
   TransferRecord read(const std::string& fileName) const;
   void write(const std::string& fileName, const TransferRecord& record);
-  std::vector<FileRun> runsWith(const HistoryQuery& query,
-                                const std::function<bool(const RunSummary&)>& isCandidate,
-                                const std::function<bool(const RunSummary&,
-                                                         const TransferRecord::File&)>& isWanted);
+  std::vector<FileRun> runsWith(
+      const HistoryQuery& query, const std::function<bool(const RunSummary&)>& isCandidate,
+      const std::function<bool(const RunSummary&, const TransferRecord::File&)>& isWanted);
   /// The folder held against other processes; null when it could not be had in time.
   std::unique_ptr<Folder> lockedFolder() const;
 

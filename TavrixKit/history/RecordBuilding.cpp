@@ -33,8 +33,8 @@ class Fates {
       file.savedName = lastPathComponent(*found->second);
       return;
     }
-    file.state = planned_.contains(file.assetID) ? Record::PartState::notReached
-                                                 : Record::PartState::off;
+    file.state =
+        planned_.contains(file.assetID) ? Record::PartState::notReached : Record::PartState::off;
   }
 
  private:

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include "foundation/json/TextReader.h"
 #include "history/RecordFields.h"
 #include "history/TransferRecordCoding.h"
 
@@ -115,7 +116,9 @@ class RecordReader : public JsonHandler {
     return record;
   }
 
-  bool null() override { return scalar([](JsonHandler& to) { to.null(); }); }
+  bool null() override {
+    return scalar([](JsonHandler& to) { to.null(); });
+  }
   bool boolean(bool value) override {
     return scalar([=](JsonHandler& to) { to.boolean(value); });
   }
@@ -259,7 +262,8 @@ class RecordReader : public JsonHandler {
   static void checkVersion(const RecordFields& fields) {
     const std::uint64_t version = fields.count("schemaVersion");
     if (version > static_cast<std::uint64_t>(Record::currentSchemaVersion)) {
-      throw Error::newerSchema(static_cast<std::int64_t>(std::min<std::uint64_t>(version, INT64_MAX)));
+      throw Error::newerSchema(
+          static_cast<std::int64_t>(std::min<std::uint64_t>(version, INT64_MAX)));
     }
   }
 
@@ -275,20 +279,6 @@ class RecordReader : public JsonHandler {
   std::vector<Record::Folder> folders_;
   bool hasFolders_ = false;
   std::optional<Error> fault_;
-};
-
-/// Text in memory as a source of bytes.
-class TextReader : public ByteReader {
- public:
-  explicit TextReader(std::string_view text) : rest_(text) {}
-  std::size_t read(std::span<char> buffer) override {
-    const std::size_t size = rest_.copy(buffer.data(), buffer.size());
-    rest_.remove_prefix(size);
-    return size;
-  }
-
- private:
-  std::string_view rest_;
 };
 
 Record decodeWith(ByteReader& source, bool skipsFolders) {

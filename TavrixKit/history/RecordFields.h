@@ -44,8 +44,7 @@ class RecordFields {
   }
   std::uint64_t count(std::string_view key) const { return required(key, at(key).asUnsigned()); }
   std::optional<double> optionalNumber(std::string_view key) const {
-    return find(key) == nullptr ? std::nullopt
-                                : std::optional{required(key, at(key).asNumber())};
+    return find(key) == nullptr ? std::nullopt : std::optional{required(key, at(key).asNumber())};
   }
   double number(std::string_view key) const { return required(key, at(key).asNumber()); }
   Instant date(std::string_view key) const { return required(key, parseIso8601(text(key))); }

@@ -24,8 +24,8 @@ template <>
 constexpr std::array<std::string_view, 5> names<Record::PartState>{"onMac", "alreadyThere",
                                                                    "failed", "off", "notReached"};
 template <>
-constexpr std::array<std::string_view, 5> names<Record::Outcome>{
-    "onMac", "alreadyThere", "failed", "optimized", "notReached"};
+constexpr std::array<std::string_view, 5> names<Record::Outcome>{"onMac", "alreadyThere", "failed",
+                                                                 "optimized", "notReached"};
 template <>
 constexpr std::array<std::string_view, 5> names<Record::OutcomeFilter>{
     "all", "onMac", "alreadyThere", "failed", "optimized"};

@@ -1,5 +1,7 @@
 #include "foundation/json/JsonReader.h"
 
+#include "foundation/json/TextReader.h"
+
 #include <absl/strings/charconv.h>
 #include <rapidjson/error/error.h>
 #include <rapidjson/reader.h>
@@ -217,20 +219,6 @@ class Adapter {
   int maxDepth_;
   int depth_ = 0;
   bool isIllFormed_ = false;
-};
-
-class TextReader : public ByteReader {
- public:
-  explicit TextReader(std::string_view text) : rest_(text) {}
-
-  std::size_t read(std::span<char> buffer) override {
-    const std::size_t count = rest_.copy(buffer.data(), buffer.size());
-    rest_.remove_prefix(count);
-    return count;
-  }
-
- private:
-  std::string_view rest_;
 };
 
 JsonError::Kind kindOf(const rapidjson::ParseResult& result, const InputStream& stream,

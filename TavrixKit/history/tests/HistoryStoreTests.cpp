@@ -143,9 +143,9 @@ TEST_F(HistoryStoreTest, placeNames_areAddedLater) {
 }
 
 TEST_F(HistoryStoreTest, failedWrite_leavesNothingBehind) {
-  for (const FileOperation operation : {FileOperation::create, FileOperation::write,
-                                        FileOperation::sync, FileOperation::close,
-                                        FileOperation::rename}) {
+  for (const FileOperation operation :
+       {FileOperation::create, FileOperation::write, FileOperation::sync, FileOperation::close,
+        FileOperation::rename}) {
     FaultyFolder faulty{openFolder(place.path())};
     faulty.faults().rule = [&](FileOperation asked, const std::string& path) {
       if (asked == operation && path.find(".json") != std::string::npos) {

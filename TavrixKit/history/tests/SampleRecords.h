@@ -48,15 +48,18 @@ inline TransferRecord fullRecord() {
                     .flattenSingleKind = true,
                     .fileNamePrefix = "VK_"};
   const Record::Place place{{{"en", "Rome"}, {"ru", "Рим"}}, "IT", 41.9, 12.5};
-  const Record::File copied{"1/A.HEIC", Record::Role::original,   "A.HEIC",     "VK_A.jpg",
-                            "d/A.jpg",  1000, Record::PartState::onMac, std::nullopt, true};
-  const Record::File failed{"1/A.MOV",    Record::Role::liveVideo,   "A.MOV",      std::nullopt,
-                            std::nullopt, 5, Record::PartState::failed, "нет файла", false};
-  const Record::Shot live{"1/A.HEIC", "A.HEIC",        Record::ShotKind::livePhoto,
-                          record.startedAt, 41.9, 12.5, {copied, failed}, Record::Outcome::failed};
-  const Record::Shot film{"1/B.MOV",    "B.MOV",      Record::ShotKind::video,
-                          std::nullopt, std::nullopt, std::nullopt,
-                          {},           Record::Outcome::optimized};
+  const Record::File copied{
+      "1/A.HEIC", Record::Role::original,   "A.HEIC",     "VK_A.jpg", "d/A.jpg",
+      1000,       Record::PartState::onMac, std::nullopt, true};
+  const Record::File failed{
+      "1/A.MOV", Record::Role::liveVideo,   "A.MOV",     std::nullopt, std::nullopt,
+      5,         Record::PartState::failed, "нет файла", false};
+  const Record::Shot live{
+      "1/A.HEIC", "A.HEIC",         Record::ShotKind::livePhoto, record.startedAt, 41.9,
+      12.5,       {copied, failed}, Record::Outcome::failed};
+  const Record::Shot film{
+      "1/B.MOV",    "B.MOV", Record::ShotKind::video,   std::nullopt, std::nullopt,
+      std::nullopt, {},      Record::Outcome::optimized};
   record.folders = {{"2026-05-20", place, {live}}, {"", std::nullopt, {film}}};
   record.totals = totalsOf(record.folders);
   record.notes = {"Перенос остановлен: нет места"};
@@ -72,9 +75,15 @@ inline TransferRecord smallRecord(int number, const std::string& startedAt,
   record.finishedAt = record.startedAt + std::chrono::minutes{1};
   record.phoneName = "iPhone";
   record.destinationPath = destination;
-  const TransferRecord::File file{
-      "100APPLE/IMG_1.HEIC", TransferRecord::Role::original, "IMG_1.HEIC", "IMG_1.HEIC",
-      "2026-05-20/IMG_1.HEIC", 10, TransferRecord::PartState::onMac, std::nullopt, false};
+  const TransferRecord::File file{"100APPLE/IMG_1.HEIC",
+                                  TransferRecord::Role::original,
+                                  "IMG_1.HEIC",
+                                  "IMG_1.HEIC",
+                                  "2026-05-20/IMG_1.HEIC",
+                                  10,
+                                  TransferRecord::PartState::onMac,
+                                  std::nullopt,
+                                  false};
   TransferRecord::Shot shot;
   shot.id = file.assetID;
   shot.name = file.name;

@@ -146,8 +146,8 @@ TEST(Verdict, everyEnding_isWordedInBothLanguages) {
   EXPECT_EQ(both(Record::Status::interrupted), both(Record::Status::cancelled));
 
   const std::pair<std::uint64_t, std::string> counts[] = {
-      {1, "1 снимок"},   {21, "21 снимок"},  {101, "101 снимок"}, {2, "2 снимка"},
-      {22, "22 снимка"}, {5, "5 снимков"},   {11, "11 снимков"},  {14, "14 снимков"},
+      {1, "1 снимок"},    {21, "21 снимок"},   {101, "101 снимок"}, {2, "2 снимка"},
+      {22, "22 снимка"},  {5, "5 снимков"},    {11, "11 снимков"},  {14, "14 снимков"},
       {87, "87 снимков"}, {197, "197 снимков"}};
   for (const auto& [count, text] : counts) EXPECT_EQ(shotsText(Language::russian, count), text);
   EXPECT_EQ(shotsText(Language::english, 1), "1 snapshot");

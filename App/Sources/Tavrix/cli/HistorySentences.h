@@ -44,8 +44,8 @@ inline constexpr Sentence<std::string_view, std::int64_t> recordNewer{
 inline constexpr Sentence<std::string_view, std::string_view> recordUnreadable{
     "Запись {0} повреждена ({1}); удалите её: tavrix history {0} --delete.",
     "The record {0} is damaged ({1}); delete it: tavrix history {0} --delete."};
-inline constexpr Sentence<std::uint64_t, std::uint64_t> damageAtPosition{
-    "строка {}, столбец {}", "line {}, column {}"};
+inline constexpr Sentence<std::uint64_t, std::uint64_t> damageAtPosition{"строка {}, столбец {}",
+                                                                         "line {}, column {}"};
 inline constexpr Sentence<std::string_view> damageAtField{"поле «{}»", "the field “{}”"};
 
 inline constexpr Sentence<> titleRecord{"Запись", "Record"};
@@ -55,7 +55,8 @@ inline constexpr Sentence<> titleDestination{"Куда", "Into"};
 inline constexpr Sentence<> titleWritten{"Записано", "Written"};
 inline constexpr Sentence<> titleVerdict{"Итог", "Verdict"};
 inline constexpr Sentence<> titleState{"Что стало", "What became of it"};
-inline constexpr Sentence<> titlePathOrReason{"Где лежит или почему нет", "Where it lies or why not"};
+inline constexpr Sentence<> titlePathOrReason{"Где лежит или почему нет",
+                                              "Where it lies or why not"};
 inline constexpr Sentence<> noRuns{"Переносов ещё не было.", "There have been no transfers yet."};
 inline constexpr Sentence<> noSuchRuns{"Таких переносов нет.", "There are no such transfers."};
 inline constexpr Sentence<> noSuchShots{"Таких снимков в этом переносе нет.",

@@ -77,9 +77,8 @@ void TextPrinter::fileRuns(const std::vector<HistoryStore::FileRun>& runs) {
          {title(sentences::titlePathOrReason), false, true}})
       .write(sink_, runs.size(), [&](std::size_t row) -> Table::Cells {
         const auto& [run, file] = runs[row];
-        return {shortID(run.id),         dateText(run.startedAt),
-                printable(run.phoneName), printable(file.name),
-                stateOf(file),            pathOrReason(file)};
+        return {shortID(run.id),      dateText(run.startedAt), printable(run.phoneName),
+                printable(file.name), stateOf(file),           pathOrReason(file)};
       });
   line("");
   line(count(runs.size(), sentences::runs));
@@ -100,8 +99,8 @@ void TextPrinter::runFields(const Record& record) {
     rows.emplace_back(say(language_, label), std::move(text));
   };
   add(sentences::rowRecord, record.id.text());
-  add(sentences::rowTime, say(language_, sentences::timeSpan, dateText(record.startedAt),
-                              dateText(record.finishedAt)));
+  add(sentences::rowTime,
+      say(language_, sentences::timeSpan, dateText(record.startedAt), dateText(record.finishedAt)));
   add(sentences::rowPhone, printable(record.phoneName));
   add(sentences::rowDestination, printable(record.destinationPath));
   add(sentences::rowTemplate, templateTitle(record.options.templateName));

@@ -67,9 +67,9 @@ TEST_F(HistoryCommand, failedFile_isToldTheSameEverywhere) {
 }
 
 TEST_F(HistoryCommand, record_holdsPhonePlacesPathsAndSettings) {
-  const TransferRecord run = record(
-      transfer({"--device-name", "Маша", "--set", "fileNamePrefixMode=phone", "--set",
-                "liveOnlyPhoto=true", "--set", "uiMode=byDate"}));
+  const TransferRecord run =
+      record(transfer({"--device-name", "Маша", "--set", "fileNamePrefixMode=phone", "--set",
+                       "liveOnlyPhoto=true", "--set", "uiMode=byDate"}));
   EXPECT_EQ(run.phoneName, "Маша");
   EXPECT_EQ(run.phoneHash, snapshotPhone("Маша").hash);
   EXPECT_EQ(run.destinationPath, std::filesystem::canonical(tester.folder / "photos").string());
@@ -150,7 +150,7 @@ TEST_F(HistoryCommand, wrongCalls_areRefusedWithASentence) {
   EXPECT_THAT(history().out, HasSubstr("Переносов ещё не было."));
   transfer();
   const std::vector<std::vector<std::string>> calls{
-      {"nonsense"}, {"ffffffffffff"},      {"last", "--outcome", "lost"},
+      {"nonsense"}, {"ffffffffffff"},         {"last", "--outcome", "lost"},
       {"--delete"}, {"last", "--phone", "x"}, {"--path", "a", "--asset", "b"},
       {""},         {"last", "more"}};
   for (const auto& call : calls) {
