@@ -14,7 +14,7 @@ struct RunToRecord {
   const Library& library;
   const Settings& settings;
   const TransferPlan& plan;
-  const TransferOutcome& outcome;
+  TransferOutcome outcome;
   PhoneIdentity phone;
   std::string destinationPath;  ///< absolute
   std::string systemLocaleID;
@@ -22,6 +22,8 @@ struct RunToRecord {
   Uuid id;
   Instant startedAt;
   Instant finishedAt;
+  /// The record is written ahead, in case the program does not live to the end of the run.
+  bool isUnderWay = false;
 };
 
 /// The record of a run: the shots of all folders, whatever of them was there before, and those that

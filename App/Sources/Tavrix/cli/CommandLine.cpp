@@ -265,7 +265,8 @@ class Parser {
   /// An empty name would stand for the root folder.
   void checkFolders(const Form& form) const {
     for (std::size_t i = 0; i < call_.operands.size(); ++i) {
-      if (form.operands[i] != "TEXT" && call_.operands[i].empty()) {
+      const bool isFolder = form.operands[i] != "TEXT" && form.operands[i] != "RECORD-ID";
+      if (isFolder && call_.operands[i].empty()) {
         fail(say(language_, sentences::folderEmpty, form.operands[i], commandText(form)));
       }
     }

@@ -77,6 +77,26 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
       surroundings.catchInterrupts());
 }
 
+/// The run as it stands before its first byte.
+RunToRecord runToRecord(const CommandContext& context, const Library& library,
+                        const TransferPlan& plan) {
+  const Instant now = context.surroundings.now();
+  TransferOutcome outcome;
+  outcome.status = TransferRecord::Status::interrupted;
+  return {.library = library,
+          .settings = context.settings,
+          .plan = plan,
+          .outcome = std::move(outcome),
+          .phone = snapshotPhone(deviceName(context)),
+          .destinationPath = absolutePath(destinationPath(context)),
+          .systemLocaleID = context.surroundings.systemLocaleID,
+          .language = writtenLanguage(context),
+          .id = context.surroundings.newID(),
+          .startedAt = now,
+          .finishedAt = now,
+          .isUnderWay = true};
+}
+
 ExitStatus statusOf(const TransferOutcome& outcome) {
   switch (outcome.status) {
     case TransferRecord::Status::completed:
@@ -135,20 +155,14 @@ ExitStatus transfer(const CommandContext& context) {
       Destination::read(*destination, snapshotPhone(deviceName(context)));
   const TransferPlan plan = makePlan(context, library, content.view);
   checkBeforeRun(context, plan, *destination);
-  const Instant startedAt = context.surroundings.now();
+  RunToRecord record = runToRecord(context, library, plan);
+  if (!plan.files.empty()) writeRecord(context, record);
   const TransferOutcome outcome = run(context, plan, *destination, std::move(content));
   tellEnd(context, outcome);
-  const auto recordID = recordRun(context, {.library = library,
-                                            .settings = context.settings,
-                                            .plan = plan,
-                                            .outcome = outcome,
-                                            .phone = snapshotPhone(deviceName(context)),
-                                            .destinationPath = destinationPath(context),
-                                            .systemLocaleID = context.surroundings.systemLocaleID,
-                                            .language = writtenLanguage(context),
-                                            .id = {},
-                                            .startedAt = startedAt,
-                                            .finishedAt = context.surroundings.now()});
+  record.outcome = outcome;
+  record.finishedAt = context.surroundings.now();
+  record.isUnderWay = false;
+  const auto recordID = writeRecord(context, record) ? std::optional{record.id} : std::nullopt;
   try {
     context.printer.transfer({library, plan, destinationPath(context), outcome, recordID});
   } catch (const OutputClosed&) {
