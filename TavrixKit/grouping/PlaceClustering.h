@@ -1,11 +1,15 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
 #include "foundation/GeoPoint.h"
 
 namespace tavrix::PlaceClustering {
+
+/// (cos φ · cos λ, cos φ · sin λ, sin φ).
+std::array<double, 3> unitVector(const GeoPoint& point);
 
 /// The running sum of points as unit vectors; its direction is their spherical mean.
 struct UnitVectorSum {
