@@ -73,8 +73,8 @@ struct NoHome {
 
 using EventBegin =
     std::variant<grouping_reason::FirstShot, grouping_reason::Pause, grouping_reason::Jump>;
-using StayBegin = std::variant<grouping_reason::AwayFromHome, grouping_reason::Pause,
-                               grouping_reason::NewCity>;
+using StayBegin =
+    std::variant<grouping_reason::AwayFromHome, grouping_reason::Pause, grouping_reason::NewCity>;
 using StayEnd = std::variant<grouping_reason::LastShot, grouping_reason::NearHome,
                              grouping_reason::Pause, grouping_reason::NewCity>;
 using MonthReason = std::variant<grouping_reason::NoHome, grouping_reason::NearHome,

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "grouping/GroupMerging.h"
 #include "grouping/PlaceClustering.h"
 #include "media/BundleBuilder.h"
 
@@ -24,27 +25,45 @@ Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
   return leftOut;
 }
 
+std::optional<Library::Home> homeOf(const Settings& settings,
+                                    const std::vector<HomeCandidate>& candidates) {
+  if (settings.uiMode != UIGroupingMode::trips) return std::nullopt;
+  return Library::Home{.point = HomeDetection::home(settings.homeOverride, candidates),
+                       .isManual = settings.homeOverride.has_value(),
+                       .rivals = HomeDetection::rivals(candidates, settings.tripDistanceKm),
+                       .recentSpanDays = groupingSettings(settings).homeWindowDays};
+}
+
+/// The groups with the merges that were made in their mode.
+std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& settings) {
+  const auto merges = settings.mergesByMode.find(textOf(settings.uiMode));
+  if (merges == settings.mergesByMode.end()) return groups;
+  return GroupMerging::apply(std::move(groups), merges->second);
+}
+
 }  // namespace
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
-                    const std::string& systemLocaleID) {
+                    const std::string& systemLocaleID, bool wantsReasons) {
   Library library;
   library.fileCount = assets.size();
   library.bundles = BundleBuilder::makeBundles(assets);
 
   const BundleFilter filter = bundleFilter(settings);
-  auto grouped =
-      GroupingEngine::group({library.bundles, filter, groupingMode(settings),
-                             groupingSettings(settings), settings.homeOverride, nullptr});
+  auto grouped = GroupingEngine::group({library.bundles, filter, groupingMode(settings),
+                                        groupingSettings(settings), settings.homeOverride, nullptr,
+                                        wantsReasons});
   library.optimizedCount =
       OptimizedCopy::count(library.bundles, filter, {settings.timeZone, nullptr});
   library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
+  library.home = homeOf(settings, grouped.homeCandidates);
   library.homeCandidates = std::move(grouped.homeCandidates);
   library.homeIsAmbiguous = grouped.homeIsAmbiguous;
-  library.rows =
-      FolderNaming::resolve(namingSettings(settings, systemLocaleID), std::move(grouped.groups))
-          .rows;
+  library.reasons = std::move(grouped.reasons);
+  library.rows = FolderNaming::resolve(namingSettings(settings, systemLocaleID),
+                                       merged(std::move(grouped.groups), settings))
+                     .rows;
   return library;
 }
 

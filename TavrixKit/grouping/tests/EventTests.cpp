@@ -12,19 +12,21 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 TEST(Events, pause_splitsWhenLongerThanTheSetting) {
-  const std::vector<MediaAsset> shots{
-      still("a", "2026-05-10T08:00:00Z"), still("b", "2026-05-10T11:00:00Z"),
-      still("c", "2026-05-10T15:00:00Z"), still("d", "2026-05-10T19:00:00.001Z"),
-      still("none", "")};
+  const std::vector<MediaAsset> shots{still("a", "2026-05-10T08:00:00Z"),
+                                      still("b", "2026-05-10T11:00:00Z"),
+                                      still("c", "2026-05-10T15:00:00Z"),
+                                      still("d", "2026-05-10T19:00:00.001Z"), still("none", "")};
   struct Row {
     double hours;
     std::string expected;
   };
   const std::vector<Row> rows{
-      {0, "event-2026-05-10: a; event-2026-05-10-2: b; event-2026-05-10-3: c; "
-          "event-2026-05-10-4: d; no-date: none"},
-      {2, "event-2026-05-10: a; event-2026-05-10-2: b; event-2026-05-10-3: c; "
-          "event-2026-05-10-4: d; no-date: none"},
+      {0,
+       "event-2026-05-10: a; event-2026-05-10-2: b; event-2026-05-10-3: c; "
+       "event-2026-05-10-4: d; no-date: none"},
+      {2,
+       "event-2026-05-10: a; event-2026-05-10-2: b; event-2026-05-10-3: c; "
+       "event-2026-05-10-4: d; no-date: none"},
       {3, "event-2026-05-10: a b; event-2026-05-10-2: c; event-2026-05-10-3: d; no-date: none"},
       {4, "event-2026-05-10: a b c; event-2026-05-10-2: d; no-date: none"},
       {5, "event-2026-05-10: a b c d; no-date: none"},
@@ -39,10 +41,12 @@ TEST(Events, pause_splitsWhenLongerThanTheSetting) {
 }
 
 TEST(Events, distance_splitsBetweenShotsInARowAlone) {
-  const std::vector<MediaAsset> shots{
-      still("a", "2026-05-10T08:00:00Z", north(0)), still("b", "2026-05-10T08:01:00Z", north(13)),
-      still("c", "2026-05-10T08:02:00Z", north(26)), still("d", "2026-05-10T08:03:00Z", north(39)),
-      still("unlocated", "2026-05-10T08:04:00Z"), still("e", "2026-05-10T08:05:00Z", north(500))};
+  const std::vector<MediaAsset> shots{still("a", "2026-05-10T08:00:00Z", north(0)),
+                                      still("b", "2026-05-10T08:01:00Z", north(13)),
+                                      still("c", "2026-05-10T08:02:00Z", north(26)),
+                                      still("d", "2026-05-10T08:03:00Z", north(39)),
+                                      still("unlocated", "2026-05-10T08:04:00Z"),
+                                      still("e", "2026-05-10T08:05:00Z", north(500))};
   const auto shapeAt = [&](double km, bool isSplit) {
     GroupingSettings settings;
     settings.eventGapKm = km;
@@ -76,10 +80,10 @@ TEST(Events, ids_areOfTheZonesDay_andNumberedWhereverTheDayComesAgain) {
 }
 
 TEST(Events, simultaneousShots_keepCatalogueOrderAndAreApartByDistanceAlone) {
-  const auto result = grouped({still("b", "2026-05-10T08:00:00Z", north(0)),
-                               still("a", "2026-05-10T08:00:00Z", north(61)),
-                               still("c", "2026-05-10T08:00:00Z", north(62))},
-                              Events{});
+  const auto result = grouped(
+      {still("b", "2026-05-10T08:00:00Z", north(0)), still("a", "2026-05-10T08:00:00Z", north(61)),
+       still("c", "2026-05-10T08:00:00Z", north(62))},
+      Events{});
   EXPECT_EQ(shape(result), "event-2026-05-10: b; event-2026-05-10-2: a c");
   ASSERT_TRUE(result.groups[1].place);
   EXPECT_NEAR(haversineDistanceKm(*result.groups[1].place, north(61.5)), 0, 1e-6);
@@ -88,10 +92,10 @@ TEST(Events, simultaneousShots_keepCatalogueOrderAndAreApartByDistanceAlone) {
 
 TEST(Events, reasons_tellWhatWasMeasured) {
   using namespace grouping_reason;
-  const auto result = grouped({still("a", "2026-05-10T08:00:00Z", north(0)),
-                               still("b", "2026-05-10T08:01:00Z", north(61)),
-                               still("c", "2026-05-10T13:13:00Z", north(61)), still("none", "")},
-                              Events{});
+  const auto result = grouped(
+      {still("a", "2026-05-10T08:00:00Z", north(0)), still("b", "2026-05-10T08:01:00Z", north(61)),
+       still("c", "2026-05-10T13:13:00Z", north(61)), still("none", "")},
+      Events{});
   const auto& events = std::get<EventReasons>(result.reasons.value()).events;
   ASSERT_THAT(events, SizeIs(3));
   EXPECT_EQ(events[0], (EventReasons::Event{"event-2026-05-10", FirstShot{}}));

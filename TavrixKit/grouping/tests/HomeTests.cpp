@@ -110,9 +110,9 @@ TEST(HomeDetection, points_joinTheEarliestPlaceWithinTheRadius) {
 
 TEST(HomeDetection, rival_needsThreeRecentDaysHalfAsManyAsTheBestAndDistance) {
   const auto isAmbiguous = [](std::int64_t best, std::int64_t other, double km) {
-    const std::vector<HomeCandidate> candidates{
-        {north(0), best, best, best, {}, {}}, {north(1), 9, 9, 9, {}, {}},
-        {north(km), other, other, other, {}, {}}};
+    const std::vector<HomeCandidate> candidates{{north(0), best, best, best, {}, {}},
+                                                {north(1), 9, 9, 9, {}, {}},
+                                                {north(km), other, other, other, {}, {}}};
     return HomeDetection::isAmbiguous(candidates, 100);
   };
   EXPECT_TRUE(isAmbiguous(6, 3, 101));

@@ -13,8 +13,7 @@ using testing::ElementsAre;
 std::vector<MediaGroup> fiveDays() {
   std::vector<MediaAsset> shots{still("none", "")};
   for (const std::string day : {"1", "2", "3", "4", "5"}) {
-    shots.push_back(
-        still(day, "2026-05-0" + day + "T12:00:00Z", north(10 * (std::stod(day) - 3))));
+    shots.push_back(still(day, "2026-05-0" + day + "T12:00:00Z", north(10 * (std::stod(day) - 3))));
   }
   return grouped(shots, ByDate{}).groups;
 }
@@ -60,7 +59,8 @@ TEST(GroupMerging, apply_putsMembersWhereTheFirstStood) {
        {{"2026-05-01", "2026-05-02"}, {"2026-05-02", "2026-05-03", "2026-05-04"}},
        "merge:2026-05-01+2026-05-02: 1 2; merge:2026-05-02+2026-05-03+2026-05-04: 3 4; "
        "2026-05-05: 5; no-date: none"},
-      {"also when the first has no other", {{"gone", "2026-05-02"}, {"2026-05-02", "2026-05-03"}},
+      {"also when the first has no other",
+       {{"gone", "2026-05-02"}, {"2026-05-02", "2026-05-03"}},
        untouched},
       {"the undated with a dated one",
        {{"no-date", "2026-05-05"}},

@@ -61,8 +61,9 @@ TEST(Trips, manualHome_flipsTheSidesAndLeavesTheCandidates) {
   GroupingSettings settings;
   settings.homeOverride = north(300);
   const auto flipped = grouped(libraryOf(300), Trips{}, settings);
-  EXPECT_EQ(shape(flipped), "trip-2026-03-02: h1 h2 h3; month-2026-03: h4 h5; "
-                            "month-2026-04: t1 t2 t3; no-date: none");
+  EXPECT_EQ(shape(flipped),
+            "trip-2026-03-02: h1 h2 h3; month-2026-03: h4 h5; "
+            "month-2026-04: t1 t2 t3; no-date: none");
   EXPECT_EQ(flipped.homeCandidates, grouped(libraryOf(300), Trips{}).homeCandidates);
   GroupingEngine::Request request;
   request.bundles = BundleBuilder::makeBundles(libraryOf(300));
@@ -81,9 +82,10 @@ TEST(Trips, rivalHome_isReported) {
 }
 
 TEST(Trips, withoutPositions_areMonths) {
-  const auto result = grouped({still("a", "2026-03-31T23:00:00Z"), still("b", "2026-04-01T01:00:00Z"),
-                               still("c", ""), still("d", "", north(0))},
-                              Trips{});
+  const auto result =
+      grouped({still("a", "2026-03-31T23:00:00Z"), still("b", "2026-04-01T01:00:00Z"),
+               still("c", ""), still("d", "", north(0))},
+              Trips{});
   EXPECT_EQ(shape(result), "month-2026-03: a; month-2026-04: b; no-date: c d");
   EXPECT_THAT(result.homeCandidates, IsEmpty());
   EXPECT_FALSE(result.homeIsAmbiguous);
@@ -180,15 +182,13 @@ TEST(Trips, reasons_tellOfEveryStayAndEveryShotOutside) {
   using namespace grouping_reason;
   GroupingSettings settings;
   settings.homeOverride = north(0);
-  const auto result = grouped({still("h", "2026-04-01T10:00:00Z", north(3)),
-                               still("a", "2026-04-02T10:00:00Z", north(240)),
-                               still("x", "2026-04-02T10:30:00Z"),
-                               still("b", "2026-04-02T11:00:00Z", north(320)),
-                               still("c", "2026-04-03T11:00:00Z", north(320)),
-                               still("d", "2026-04-07T11:00:00Z", north(320)),
-                               still("i", "2026-04-07T12:00:00Z", north(1)),
-                               still("e", "2026-04-07T13:00:00Z", north(500))},
-                              Trips{}, settings);
+  const auto result = grouped(
+      {still("h", "2026-04-01T10:00:00Z", north(3)), still("a", "2026-04-02T10:00:00Z", north(240)),
+       still("x", "2026-04-02T10:30:00Z"), still("b", "2026-04-02T11:00:00Z", north(320)),
+       still("c", "2026-04-03T11:00:00Z", north(320)),
+       still("d", "2026-04-07T11:00:00Z", north(320)), still("i", "2026-04-07T12:00:00Z", north(1)),
+       still("e", "2026-04-07T13:00:00Z", north(500))},
+      Trips{}, settings);
   const auto& reasons = std::get<TripReasons>(result.reasons.value());
   ASSERT_THAT(reasons.stays, SizeIs(4));
   EXPECT_NEAR(std::get<AwayFromHome>(reasons.stays[0].begin).km, 240, 1e-6);
@@ -213,12 +213,11 @@ TEST(Trips, reasons_tellOfEveryStayAndEveryShotOutside) {
 }
 
 TEST(Trips, reasonsWithoutHome_sayThatThereIsNone) {
-  const auto result = grouped({still("a", "2026-04-01T10:00:00Z"), still("b", "2026-05-01T10:00:00Z")},
-                              Trips{});
+  const auto result =
+      grouped({still("a", "2026-04-01T10:00:00Z"), still("b", "2026-05-01T10:00:00Z")}, Trips{});
   const auto& reasons = std::get<TripReasons>(result.reasons.value());
   ASSERT_THAT(reasons.months, SizeIs(2));
-  EXPECT_EQ(reasons.months[1],
-            (TripReasons::Month{"month-2026-05", {grouping_reason::NoHome{}}}));
+  EXPECT_EQ(reasons.months[1], (TripReasons::Month{"month-2026-05", {grouping_reason::NoHome{}}}));
   GroupingEngine::Request request;
   request.mode = Trips{};
   EXPECT_EQ(GroupingEngine::group(request).reasons, std::nullopt);

@@ -139,6 +139,7 @@ class Parser {
       if (form.operands.size() == 2 && form.command != Command::snapshot) {
         addOption(*command, "--device-name");
       }
+      if (form.command == Command::groups) command->add_flag("--explain", call_.explain);
       if (form.command == Command::templateRender) {
         addOption(*command, "--template");
         addOption(*command, "--context");
