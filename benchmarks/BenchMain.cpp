@@ -1,5 +1,5 @@
 // Measures the program beside yardsticks of the same machine, in turns within one run: machines are
-// shared and noisy, ratios are not. Arguments choose among: pipeline only-new copying.
+// shared and noisy, ratios are not. Arguments choose among: pipeline grouping only-new copying.
 
 #include <fmt/format.h>
 
@@ -22,6 +22,7 @@ int main(int count, char** values) {
   fmt::print("{:<76} {:>12} {:>12} {:>8} {:>8}\n", "ours : theirs", "ours", "theirs", "ratio",
              "at most");
   if (isChosen("pipeline")) tavrix::bench::benchPipeline(folder);
+  if (isChosen("grouping")) tavrix::bench::benchGrouping();
   if (isChosen("only-new")) tavrix::bench::benchOnlyNew(folder);
   if (isChosen("copying")) tavrix::bench::benchCopying(folder + "/copying");
   std::filesystem::remove_all(folder);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <map>
 #include <set>
@@ -37,8 +38,8 @@ GeoPoint somePlace(Random& random) {
                                              {0, 179.99},  {0.1, -179.99}, {89.99, 30},
                                              {90, 0},      {-90, 0},       {-41.9, -167.5}};
   GeoPoint point = random.oneOf(centers);
-  point.latitude = std::clamp(point.latitude + static_cast<double>(random.below(9)) * 0.05, -90.0,
-                              90.0);
+  point.latitude =
+      std::clamp(point.latitude + static_cast<double>(random.below(9)) * 0.05, -90.0, 90.0);
   return point;
 }
 
@@ -66,17 +67,17 @@ std::vector<MediaAsset> someLibrary(Random& random) {
 }
 
 GroupingSettings someSettings(Random& random) {
-  static const std::vector<TimeZone> zones{
-      TimeZone::utc(), *TimeZone::load("Asia/Tokyo"), *TimeZone::load("America/St_Johns"),
-      *TimeZone::load("Pacific/Kiritimati")};
-  const std::vector<double> lengths{0, 2, 4, 30, 48, 100, 20016,
-                                    std::numeric_limits<double>::infinity(), std::nan(""), -1};
+  static const std::vector<TimeZone> zones{TimeZone::utc(), *TimeZone::load("Asia/Tokyo"),
+                                           *TimeZone::load("America/St_Johns"),
+                                           *TimeZone::load("Pacific/Kiritimati")};
+  const std::vector<double> lengths{
+      0, 2, 4, 30, 48, 100, 20016, std::numeric_limits<double>::infinity(), std::nan(""), -1};
   GroupingSettings settings;
   settings.timeZone = random.oneOf(zones);
   if (random.isOnce(3)) return settings;
-  for (double* const field : {&settings.eventGapHours, &settings.eventGapKm,
-                              &settings.tripDistanceKm, &settings.tripCityKm,
-                              &settings.homeRadiusKm, &settings.tripMaxGapHours}) {
+  for (double* const field :
+       {&settings.eventGapHours, &settings.eventGapKm, &settings.tripDistanceKm,
+        &settings.tripCityKm, &settings.homeRadiusKm, &settings.tripMaxGapHours}) {
     if (random.isOnce(2)) *field = random.oneOf(lengths);
   }
   settings.splitByDistance = !random.isOnce(4);
@@ -157,7 +158,9 @@ TEST(Grouping, anyLibraryInAnyModeAndSetting_losesNothingAndIsTheSameAgain) {
       expectOrdered(result.groups);
       expectReasons(result);
       EXPECT_EQ(result.filteredBundles.size(), assets.size());
-      EXPECT_EQ(result, grouped(assets, mode, settings));
+      const auto again = grouped(assets, mode, settings);
+      EXPECT_EQ(result.groups, again.groups);
+      EXPECT_EQ(result.homeCandidates, again.homeCandidates);
       if (testing::Test::HasFailure()) FAIL() << "seed " << seed << " mode " << mode.index();
     }
   }
@@ -213,12 +216,12 @@ TEST(Grouping, laterShot_leavesTheIDsOfGroupsBeforeIt) {
     // A home that is found may move with every shot.
     if (!settings.homeOverride) settings.homeOverride = GeoPoint{41.9, 12.5};
     Instant last = parseIso8601("2025-12-28T20:00:00Z").value();
-    for (const MediaAsset& asset : assets) last = std::max(last, asset.captureDate().value_or(last));
-    last += random.oneOf<Instant::duration>(
-        {std::chrono::seconds{1}, std::chrono::hours{3}, std::chrono::hours{30},
-         std::chrono::hours{3000}});
-    const MediaAsset later = still("Later", iso8601(last),
-                                   random.isOnce(3) ? std::nullopt : std::optional{somePlace(random)});
+    for (const MediaAsset& asset : assets)
+      last = std::max(last, asset.captureDate().value_or(last));
+    last += random.oneOf<Instant::duration>({std::chrono::seconds{1}, std::chrono::hours{3},
+                                             std::chrono::hours{30}, std::chrono::hours{3000}});
+    const MediaAsset later = still(
+        "Later", iso8601(last), random.isOnce(3) ? std::nullopt : std::optional{somePlace(random)});
     for (const GroupingMode& mode : modes) {
       const auto before = grouped(assets, mode, settings);
       assets.push_back(later);
@@ -232,9 +235,11 @@ TEST(Grouping, laterShot_leavesTheIDsOfGroupsBeforeIt) {
         if (isByTrips && group.id.starts_with("month-")) continue;
         ASSERT_TRUE(now.contains(group.id)) << group.id << " seed " << seed;
         auto bundles = now[group.id];
-        std::erase_if(bundles, [](const AssetBundle& each) { return each.original().id() == "Later"; });
+        std::erase_if(bundles,
+                      [](const AssetBundle& each) { return each.original().id() == "Later"; });
         // A stay that goes on takes in the shots without position after its last away shot.
-        if (!isByTrips) EXPECT_EQ(bundles, group.bundles) << group.id << " seed " << seed;
+        if (isByTrips) continue;
+        EXPECT_EQ(bundles, group.bundles) << group.id << " seed " << seed;
       }
     }
   }

@@ -91,8 +91,8 @@ inline constexpr Sentence<std::string_view, int> stayOuting{
     "  outing, its shots lie in the month folder: {} < {}"};
 inline constexpr Sentence<std::string_view> stayBegin{"  началось: {}", "  began: {}"};
 inline constexpr Sentence<std::string_view> stayEnd{"  закончилось: {}", "  ended: {}"};
-inline constexpr Sentence<std::string_view, std::string_view, int> outing{
-    "вылазка {}: {} < {}", "outing of {}: {} < {}"};
+inline constexpr Sentence<std::string_view, std::string_view, int> outing{"вылазка {}: {} < {}",
+                                                                          "outing of {}: {} < {}"};
 inline constexpr Sentence<> noPosition{"место съёмки не записано",
                                        "the shot does not tell its place"};
 

@@ -121,8 +121,8 @@ std::vector<ShotLine> shotLines(const Library& library, const TripReasons& reaso
     if (month == months.end() && !isUndated) continue;
     const std::string* const name = index.at(folder.group->id).folderName;
     for (std::size_t i = 0; i < folder.group->bundles.size(); ++i) {
-      lines.push_back({name, &folder.group->bundles[i],
-                       isUndated ? nullptr : &month->second->shots.at(i)});
+      lines.push_back(
+          {name, &folder.group->bundles[i], isUndated ? nullptr : &month->second->shots.at(i)});
     }
   }
   return lines;
@@ -195,9 +195,8 @@ void TextPrinter::reasons(const Library& library) {
     line(say(language_, sentences::whyEvents));
     const std::vector<TripReasons::Stay> noStays;
     const ReasonWords words{language_, zone_, noStays};
-    foldersWithReasons(library, [&](const MediaGroup& group) {
-      return std::visit(words, begins.at(group.id));
-    });
+    foldersWithReasons(
+        library, [&](const MediaGroup& group) { return std::visit(words, begins.at(group.id)); });
   } else if (const auto* const trips = std::get_if<TripReasons>(&*library.reasons)) {
     line(say(language_, sentences::whyTrips));
     stays(library, *trips);

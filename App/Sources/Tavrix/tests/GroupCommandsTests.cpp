@@ -19,17 +19,17 @@ const std::string rome = R"("lat":41.9,"lon":12.5)";
 const std::string naples = R"("lat":40.85,"lon":14.27)";
 
 /// Four days at home, three in Rome, one in Naples, and shots without place or date.
-const std::string travels =
-    "[" + entry("H1.JPG", "2026:04:01 12:00:00", moscow) + "," +
-    entry("H2.JPG", "2026:04:10 12:00:00", moscow) + "," +
-    entry("H3.JPG", "2026:04:20 12:00:00", moscow) + "," +
-    entry("H4.JPG", "2026:04:30 12:00:00", moscow) + "," +
-    entry("R1.JPG", "2026:05:10 12:00:00", rome) + "," +
-    entry("R2.JPG", "2026:05:11 12:00:00", rome) + "," +
-    entry("X1.JPG", "2026:05:11 13:00:00", "") + "," +
-    entry("R3.JPG", "2026:05:12 12:00:00", rome) + "," +
-    entry("N1.JPG", "2026:05:12 15:00:00", naples) + "," +
-    entry("X2.JPG", "2026:05:15 12:00:00", "") + "," + entry("U.JPG", "", "") + "]";
+const std::string travels = "[" + entry("H1.JPG", "2026:04:01 12:00:00", moscow) + "," +
+                            entry("H2.JPG", "2026:04:10 12:00:00", moscow) + "," +
+                            entry("H3.JPG", "2026:04:20 12:00:00", moscow) + "," +
+                            entry("H4.JPG", "2026:04:30 12:00:00", moscow) + "," +
+                            entry("R1.JPG", "2026:05:10 12:00:00", rome) + "," +
+                            entry("R2.JPG", "2026:05:11 12:00:00", rome) + "," +
+                            entry("X1.JPG", "2026:05:11 13:00:00", "") + "," +
+                            entry("R3.JPG", "2026:05:12 12:00:00", rome) + "," +
+                            entry("N1.JPG", "2026:05:12 15:00:00", naples) + "," +
+                            entry("X2.JPG", "2026:05:15 12:00:00", "") + "," +
+                            entry("U.JPG", "", "") + "]";
 
 struct GroupCommands : testing::Test {
   GroupCommands() { tester.addPhone(travels); }
@@ -133,10 +133,10 @@ TEST_F(GroupCommands, home_isToldWithItsRivals) {
 }
 
 TEST_F(GroupCommands, mergedFolders_areMarked) {
-  EXPECT_THAT(groups({"uiMode=trips",
-                      R"(mergesByMode={"trips":[["trip-2026-05-10","month-2026-05"]]})"})
-                  .out,
-              AllOf(HasSubstr("Пометки\n"), HasSubstr("  Склеено из 2 папок\n")));
+  EXPECT_THAT(
+      groups({"uiMode=trips", R"(mergesByMode={"trips":[["trip-2026-05-10","month-2026-05"]]})"})
+          .out,
+      AllOf(HasSubstr("Пометки\n"), HasSubstr("  Склеено из 2 папок\n")));
   EXPECT_THAT(groups({R"(mergesByMode={"events":[["event-2026-04-01","event-2026-04-10"]]})"}).out,
               HasSubstr("  События внутри: 2\n"));
 }
@@ -144,9 +144,13 @@ TEST_F(GroupCommands, mergedFolders_areMarked) {
 TEST_F(GroupCommands, transfer_putsTripsIntoTheirFolders) {
   tester.addPhone(travels, {"H1.JPG", "H2.JPG", "H3.JPG", "H4.JPG", "R1.JPG", "R2.JPG", "X1.JPG",
                             "R3.JPG", "N1.JPG", "X2.JPG", "U.JPG"});
-  const std::vector<std::string> call{
-      "transfer", "phone", "photos", "--set", "uiMode=trips",
-      "--set",    R"(nameOverrides={"trip-2026-05-10":"Рим"})"};
+  const std::vector<std::string> call{"transfer",
+                                      "phone",
+                                      "photos",
+                                      "--set",
+                                      "uiMode=trips",
+                                      "--set",
+                                      R"(nameOverrides={"trip-2026-05-10":"Рим"})"};
   EXPECT_EQ(tester.run(call).status, ExitStatus::done);
   EXPECT_TRUE(tester.folder.has("photos/Рим/X1.JPG"));
   EXPECT_TRUE(tester.folder.has("photos/2026-05-12/N1.JPG"));
@@ -156,14 +160,15 @@ TEST_F(GroupCommands, transfer_putsTripsIntoTheirFolders) {
 TEST_F(GroupCommands, explainOfTrips_tellsOfStaysAndOfEveryShotOutside) {
   EXPECT_THAT(
       groups({"uiMode=trips"}, {"--explain"}).out,
-      HasSubstr("2026-05-10–2026-05-12, возле 41.90, 12.50 (2\u00A0375\u00A0км от дома), 4 снимка\n"
-                "  поездка «2026-05-10»: 3 дня ≥ 2\n"
-                "  началось: 2\u00A0375\u00A0км от дома > 100\u00A0км\n"
-                "  закончилось: дальше новый город: 188\u00A0км от центра этого пребывания > 50\u00A0км\n"
-                "2026-05-12, возле 40.85, 14.27 (2\u00A0372\u00A0км от дома), 1 снимок\n"
-                "  вылазка, её снимки лежат в папке месяца: 1 день < 2\n"
-                "  началось: новый город: 188\u00A0км от центра прежнего пребывания > 50\u00A0км\n"
-                "  закончилось: дальше нет снимков с местом\n"));
+      HasSubstr(
+          "2026-05-10–2026-05-12, возле 41.90, 12.50 (2\u00A0375\u00A0км от дома), 4 снимка\n"
+          "  поездка «2026-05-10»: 3 дня ≥ 2\n"
+          "  началось: 2\u00A0375\u00A0км от дома > 100\u00A0км\n"
+          "  закончилось: дальше новый город: 188\u00A0км от центра этого пребывания > 50\u00A0км\n"
+          "2026-05-12, возле 40.85, 14.27 (2\u00A0372\u00A0км от дома), 1 снимок\n"
+          "  вылазка, её снимки лежат в папке месяца: 1 день < 2\n"
+          "  началось: новый город: 188\u00A0км от центра прежнего пребывания > 50\u00A0км\n"
+          "  закончилось: дальше нет снимков с местом\n"));
   const std::string english = groups({"uiMode=trips"}, {"--explain", "--lang", "en"}).out;
   for (const std::string line : {
            "H1.JPG  2026-04-01 12:00:00  not away from home: 0\u00A0km ≤ 100\u00A0km\n",
@@ -179,11 +184,10 @@ TEST_F(GroupCommands, explainOfTrips_tellsOfStaysAndOfEveryShotOutside) {
 
 TEST_F(GroupCommands, explainOfOtherModes_tellsOfEveryFolder) {
   const std::string events = groups({"eventGapHours=30"}, {"--explain", "--lang", "en"}).out;
-  EXPECT_THAT(events,
-              AllOf(HasSubstr("2026-04-01 12:00:00  the earliest shot\n"),
-                    HasSubstr("2026-04-10 12:00:00  pause of 9\u00A0d > 30\u00A0h\n"),
-                    HasSubstr("2026-05-12 15:00:00  jump of 188\u00A0km > 30\u00A0km\n"),
-                    HasSubstr("2026-05-15 12:00:00  pause of 69\u00A0h > 30\u00A0h\n")));
+  EXPECT_THAT(events, AllOf(HasSubstr("2026-04-01 12:00:00  the earliest shot\n"),
+                            HasSubstr("2026-04-10 12:00:00  pause of 9\u00A0d > 30\u00A0h\n"),
+                            HasSubstr("2026-05-12 15:00:00  jump of 188\u00A0km > 30\u00A0km\n"),
+                            HasSubstr("2026-05-15 12:00:00  pause of 69\u00A0h > 30\u00A0h\n")));
   EXPECT_THAT(groups({"uiMode=byDate", "granularity=month"}, {"--explain"}).out,
               AllOf(HasSubstr("часового пояса UTC"), HasSubstr("месяц 2026-05\n"),
                     HasSubstr("дата съёмки неизвестна")));

@@ -41,9 +41,9 @@ TEST(Measures, distances_readAsTheyCompare) {
     std::string expected;
   };
   const std::vector<Row> rows{
-      {61.4, 30, "61\u00A0km : 30\u00A0km"},      {30.04, 30, "30.04\u00A0km : 30\u00A0km"},
-      {99.6, 100, "99.6\u00A0km : 100\u00A0km"},  {100, 100, "100\u00A0km : 100\u00A0km"},
-      {30.6, 30.7, "30.6\u00A0km : 30.7\u00A0km"},  {12669, 1500, "12,669\u00A0km : 1,500\u00A0km"},
+      {61.4, 30, "61\u00A0km : 30\u00A0km"},       {30.04, 30, "30.04\u00A0km : 30\u00A0km"},
+      {99.6, 100, "99.6\u00A0km : 100\u00A0km"},   {100, 100, "100\u00A0km : 100\u00A0km"},
+      {30.6, 30.7, "30.6\u00A0km : 30.7\u00A0km"}, {12669, 1500, "12,669\u00A0km : 1,500\u00A0km"},
       {3, 1e300, "3\u00A0km : 1e+300\u00A0km"},
   };
   for (const Row& row : rows) {
