@@ -3,20 +3,16 @@
 #include <algorithm>
 #include <tuple>
 
-#include "grouping/CenterGrid.h"
 #include "grouping/DayCount.h"
-#include "grouping/PlaceClustering.h"
+#include "grouping/GreedyClusters.h"
 
 namespace tavrix::HomeDetection {
 namespace {
 
 constexpr std::int64_t fewestRivalDays = 3;
 
-/// A place while its points are being gathered; its centre stands in the grid.
+/// What is counted of a place while its points are being gathered.
 struct HomeCluster {
-  GeoPoint firstPoint;
-  PlaceClustering::UnitVectorSum sum;
-  std::int64_t pointCount = 0;
   DayCount days;
   DayCount recentDays;
   std::optional<Instant> firstDate;
@@ -34,32 +30,27 @@ std::optional<Instant> recentBegin(const std::vector<DatedShot>& shots, int wind
 class Clusterer {
  public:
   Clusterer(const GroupingSettings& settings, std::optional<Instant> recentFrom)
-      : zone_(settings.timeZone), recentFrom_(recentFrom), grid_(settings.homeRadiusKm) {}
+      : zone_(settings.timeZone), recentFrom_(recentFrom), places_(settings.homeRadiusKm) {}
 
   void add(const GeoPoint& point, Instant date) {
-    auto number = grid_.earliestWithin(point);
-    if (!number) {
-      number = grid_.add(point);
-      clusters_.emplace_back().firstPoint = point;
-    }
-    HomeCluster& cluster = clusters_[*number];
-    cluster.sum.add(point);
-    ++cluster.pointCount;
+    const std::uint32_t number = places_.add(point);
+    if (number == clusters_.size()) clusters_.emplace_back();
+    HomeCluster& cluster = clusters_[number];
     const CivilDate day = zone_.dateAt(date);
     cluster.days.add(day);
     if (recentFrom_ && date >= *recentFrom_) cluster.recentDays.add(day);
     if (!cluster.firstDate) cluster.firstDate = date;
     cluster.lastDate = date;
-    grid_.move(*number, cluster.sum.center(cluster.firstPoint));
   }
 
   std::vector<HomeCandidate> candidates() const {
     std::vector<HomeCandidate> result;
     result.reserve(clusters_.size());
-    for (std::size_t i = 0; i < clusters_.size(); ++i) {
+    for (std::uint32_t i = 0; i < clusters_.size(); ++i) {
       const HomeCluster& cluster = clusters_[i];
-      result.push_back({grid_.centers()[i], cluster.recentDays.count(), cluster.days.count(),
-                        cluster.pointCount, cluster.firstDate, cluster.lastDate});
+      const PlaceClustering::UnitVectorSum& sum = places_.sum(i);
+      result.push_back({sum.center(places_.firstPoint(i)), cluster.recentDays.count(),
+                        cluster.days.count(), sum.count, cluster.firstDate, cluster.lastDate});
     }
     return result;
   }
@@ -67,7 +58,7 @@ class Clusterer {
  private:
   TimeZone zone_;
   std::optional<Instant> recentFrom_;
-  PlaceClustering::CenterGrid grid_;
+  PlaceClustering::GreedyClusters places_;
   std::vector<HomeCluster> clusters_;
 };
 

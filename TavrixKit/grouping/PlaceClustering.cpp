@@ -3,58 +3,33 @@
 #include <cmath>
 #include <numbers>
 
-#include "grouping/CenterGrid.h"
+#include "grouping/GreedyClusters.h"
 
 namespace tavrix::PlaceClustering {
 namespace {
 
 constexpr double cancelled = 1e-12;
 
-class Clusterer {
- public:
-  explicit Clusterer(double radiusKm) : grid_(radiusKm) {}
-
-  std::uint32_t add(const GeoPoint& point) {
-    const auto found = grid_.earliestWithin(point);
-    if (!found) return create(point);
-    Place& place = places_[*found];
-    place.sum.add(point);
-    grid_.move(*found, place.sum.center(place.firstPoint));
-    return *found;
-  }
-
-  const std::vector<GeoPoint>& centers() const { return grid_.centers(); }
-
- private:
-  struct Place {
-    GeoPoint firstPoint;
-    UnitVectorSum sum;
-  };
-
-  std::uint32_t create(const GeoPoint& point) {
-    places_.push_back({point, {}});
-    places_.back().sum.add(point);
-    return grid_.add(point);
-  }
-
-  CenterGrid grid_;
-  std::vector<Place> places_;
-};
-
 }  // namespace
 
-std::array<double, 3> unitVector(const GeoPoint& point) {
+UnitVector unitVector(const GeoPoint& point) {
   const double lat = point.latitude * std::numbers::pi / 180;
   const double lon = point.longitude * std::numbers::pi / 180;
   return {std::cos(lat) * std::cos(lon), std::cos(lat) * std::sin(lon), std::sin(lat)};
 }
 
-void UnitVectorSum::add(const GeoPoint& point) {
-  const auto vector = unitVector(point);
+void UnitVectorSum::addVector(const UnitVector& vector) {
   x += vector[0];
   y += vector[1];
   z += vector[2];
   ++count;
+}
+
+std::optional<UnitVector> UnitVectorSum::direction() const {
+  const double equatorial = std::sqrt(x * x + y * y);
+  if (count < 1 || (equatorial <= cancelled && std::abs(z) <= cancelled)) return std::nullopt;
+  const double length = std::sqrt(x * x + y * y + z * z);
+  return UnitVector{x / length, y / length, z / length};
 }
 
 GeoPoint UnitVectorSum::center(const GeoPoint& firstPoint) const {
@@ -65,11 +40,13 @@ GeoPoint UnitVectorSum::center(const GeoPoint& firstPoint) const {
 }
 
 Assignment assign(const std::vector<GeoPoint>& points, double radiusKm) {
-  Clusterer clusterer{radiusKm};
+  GreedyClusters growing{radiusKm};
   Assignment assignment;
   assignment.clusterOfPoint.reserve(points.size());
-  for (const GeoPoint& point : points) assignment.clusterOfPoint.push_back(clusterer.add(point));
-  assignment.centers = clusterer.centers();
+  for (const GeoPoint& point : points) assignment.clusterOfPoint.push_back(growing.add(point));
+  for (std::uint32_t i = 0; i < growing.size(); ++i) {
+    assignment.centers.push_back(growing.center(i));
+  }
   return assignment;
 }
 

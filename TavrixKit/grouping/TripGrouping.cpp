@@ -4,6 +4,7 @@
 
 #include "grouping/CalendarGrouping.h"
 #include "grouping/DayCount.h"
+#include "grouping/DistanceLimit.h"
 #include "grouping/GroupIDs.h"
 #include "grouping/PlaceClustering.h"
 
@@ -17,7 +18,12 @@ class StayWalk {
  public:
   StayWalk(const std::vector<DatedShot>& shots, const GeoPoint& home,
            const GroupingSettings& settings)
-      : shots_(shots), home_(home), settings_(settings) {}
+      : shots_(shots),
+        home_(home),
+        homeVector_(PlaceClustering::unitVector(home)),
+        settings_(settings),
+        awayLimit_(settings.tripDistanceKm),
+        cityLimit_(settings.tripCityKm) {}
 
   std::vector<Stay> run() {
     for (std::size_t i = 0; i < shots_.size(); ++i) {
@@ -29,26 +35,37 @@ class StayWalk {
 
  private:
   void visit(std::size_t i, const GeoPoint& point) {
-    const double km = haversineDistanceKm(home_, point);
-    if (!(km > settings_.tripDistanceKm)) return close(NearHome{km, settings_.tripDistanceKm});
+    const auto vector = PlaceClustering::unitVector(point);
+    const auto homeKm = [&] { return haversineDistanceKm(home_, point); };
+    const auto cityKm = [&] { return haversineDistanceKm(center(), point); };
+    if (!awayLimit_.isExceeded(homeVector_, vector, homeKm)) {
+      if (current_) close(NearHome{homeKm(), settings_.tripDistanceKm});
+      return;
+    }
     if (!current_) {
-      open(i, point, AwayFromHome{km, settings_.tripDistanceKm});
+      open(i, AwayFromHome{homeKm(), settings_.tripDistanceKm});
     } else if (const auto gap = shots_[i].date - shots_[current_->end - 1].date;
                isLonger(gap, settings_.tripMaxGapHours)) {
-      reopen(i, point, Pause{gap, settings_.tripMaxGapHours});
-    } else if (const double cityKm = haversineDistanceKm(current_->center, point);
-               cityKm > settings_.tripCityKm) {
-      reopen(i, point, NewCity{cityKm, settings_.tripCityKm});
+      reopen(i, Pause{gap, settings_.tripMaxGapHours});
+    } else if (cityLimit_.isExceeded(centerVector(), vector, cityKm)) {
+      reopen(i, NewCity{cityKm(), settings_.tripCityKm});
     }
-    sum_.add(point);
-    current_->center = sum_.center(shots_[current_->begin].position.value_or(point));
+    sum_.addVector(vector);
     current_->end = i + 1;
   }
 
-  void open(std::size_t i, const GeoPoint& point, StayBegin reason) {
+  const GeoPoint& firstPoint() const { return *shots_[current_->begin].position; }
+  GeoPoint center() const { return sum_.center(firstPoint()); }
+  PlaceClustering::UnitVector centerVector() const {
+    const auto direction = sum_.direction();
+    return direction ? *direction : PlaceClustering::unitVector(firstPoint());
+  }
+
+  /// The stay begins with a shot that has a position.
+  void open(std::size_t i, StayBegin reason) {
     current_ = Stay{.begin = i,
                     .end = i,
-                    .center = point,
+                    .center = {},
                     .days = 0,
                     .beginReason = reason,
                     .endReason = LastShot{}};
@@ -56,9 +73,9 @@ class StayWalk {
   }
 
   template <typename Reason>
-  void reopen(std::size_t i, const GeoPoint& point, const Reason& reason) {
+  void reopen(std::size_t i, const Reason& reason) {
     close(reason);
-    open(i, point, reason);
+    open(i, reason);
   }
 
   void close(const StayEnd& reason) {
@@ -68,6 +85,7 @@ class StayWalk {
       days.add(settings_.timeZone.dateAt(shots_[i].date));
     }
     current_->days = days.count();
+    current_->center = center();
     current_->endReason = reason;
     stays_.push_back(*current_);
     current_.reset();
@@ -75,7 +93,10 @@ class StayWalk {
 
   const std::vector<DatedShot>& shots_;
   GeoPoint home_;
+  PlaceClustering::UnitVector homeVector_;
   const GroupingSettings& settings_;
+  PlaceClustering::DistanceLimit awayLimit_;
+  PlaceClustering::DistanceLimit cityLimit_;
   std::vector<Stay> stays_;
   std::optional<Stay> current_;
   PlaceClustering::UnitVectorSum sum_;
