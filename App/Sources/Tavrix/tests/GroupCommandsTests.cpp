@@ -1,3 +1,7 @@
+#include <cmath>
+#include <fstream>
+#include <sstream>
+
 #include "tests/CommandTester.h"
 
 namespace tavrix::cli {
@@ -198,6 +202,41 @@ TEST_F(GroupCommands, explainOfOtherModes_tellsOfEveryFolder) {
           .out,
       AllOf(HasSubstr("События внутри: 2\n  event-2026-04-01  2026-04-01 12:00:00  самый ранний"),
             HasSubstr("\n  event-2026-04-10  2026-04-10 12:00:00  пауза 9\u00A0д > 4\u00A0ч\n")));
+}
+
+/// What stands in docs/grouping.md between a fence and the next one.
+std::string documentedExample(const std::string& fence) {
+  std::ifstream file{std::string{TAVRIX_DOCS} + "/grouping.md"};
+  const std::string text{std::istreambuf_iterator<char>{file}, {}};
+  const std::size_t begin = text.find("\n" + fence + "\n") + fence.size() + 2;
+  return text.substr(begin, text.find("```", begin) - begin);
+}
+
+/// With every number rounded to thousandths.
+JsonValue rounded(JsonValue json) {
+  if (const auto number = json.asNumber()) return {std::round(*number * 1000)};
+  if (auto* const array = std::get_if<JsonValue::Array>(&json.data)) {
+    for (JsonValue& item : *array) item = rounded(item);
+  }
+  if (auto* const object = std::get_if<JsonValue::Object>(&json.data)) {
+    for (auto& [key, value] : *object) value = rounded(value);
+  }
+  return json;
+}
+
+TEST_F(GroupCommands, documentation_saysWhatIsPrinted) {
+  tester.addPhone("[" + entry("IMG_0001.JPG", "2026:05:10 12:00:00", rome) + "," +
+                  entry("IMG_0002.JPG", "2026:05:11 12:00:00", rome) + "," +
+                  entry("IMG_0003.JPG", "2026:05:12 12:00:00", "") + "]");
+  std::vector<std::string> settings{"uiMode=trips", "homeOverride=55.75,37.62"};
+  const CommandResult explained = groups(settings, {"--json", "--explain"});
+  EXPECT_EQ(rounded(*explained.json().member("explanation")),
+            rounded(parseJson(documentedExample("```json"))))
+      << explained.out;
+  std::istringstream lines{documentedExample("```")};
+  for (std::string line; std::getline(lines, line);) settings.push_back(line);
+  EXPECT_EQ(shape(settings),
+            "merge:month-2026-05+trip-2026-05-10 Italy: IMG_0001 IMG_0002 IMG_0003");
 }
 
 }  // namespace
