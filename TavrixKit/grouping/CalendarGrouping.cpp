@@ -1,7 +1,5 @@
 #include "grouping/CalendarGrouping.h"
 
-#include <absl/container/flat_hash_map.h>
-
 namespace tavrix {
 namespace {
 
@@ -31,29 +29,20 @@ CivilDate firstDayOf(DateGranularity granularity, CivilDate date) {
 
 }  // namespace
 
-void appendShot(MediaGroup& group, const DatedShot& shot) {
-  if (!group.dateStart) group.dateStart = shot.date;
-  group.dateEnd = shot.date;
-  group.bundles.push_back(*shot.bundle);
+std::size_t CalendarGrouping::add(const DatedShot& shot) {
+  const CivilDate day = firstDayOf(granularity_, zone_.dateAt(shot.date));
+  const auto number = std::chrono::sys_days{day}.time_since_epoch().count();
+  const auto [found, isNew] = groupOfDay_.try_emplace(number, builders_.size());
+  if (isNew) builders_.emplace_back(idPrefix_ + dateKey(granularity_, day));
+  builders_[found->second].add(shot);
+  return found->second;
 }
 
-CalendarGrouping::Result CalendarGrouping::groups(const std::vector<DatedShot>& shots,
-                                                  DateGranularity granularity, const TimeZone& zone,
-                                                  const std::string& idPrefix) {
-  Result result;
-  result.groupOfShot.reserve(shots.size());
-  // Where clocks go back past midnight, a day goes on after the next one has begun.
-  absl::flat_hash_map<std::chrono::sys_days::rep, std::uint32_t> groupOfDay;
-  for (const DatedShot& shot : shots) {
-    const CivilDate day = firstDayOf(granularity, zone.dateAt(shot.date));
-    const auto number = std::chrono::sys_days{day}.time_since_epoch().count();
-    const auto [found, isNew] =
-        groupOfDay.try_emplace(number, static_cast<std::uint32_t>(result.groups.size()));
-    if (isNew) result.groups.emplace_back().id = idPrefix + dateKey(granularity, day);
-    appendShot(result.groups[found->second], shot);
-    result.groupOfShot.push_back(found->second);
-  }
-  return result;
+std::vector<MediaGroup> CalendarGrouping::finish() && {
+  std::vector<MediaGroup> groups;
+  groups.reserve(builders_.size());
+  for (GroupBuilder& builder : builders_) groups.push_back(std::move(builder).finish());
+  return groups;
 }
 
 }  // namespace tavrix

@@ -9,7 +9,11 @@ ShotsByDate shotsByDate(const std::vector<AssetBundle>& bundles) {
   shots.dated.reserve(bundles.size());
   for (const AssetBundle& bundle : bundles) {
     if (const auto date = bundle.captureDate()) {
-      shots.dated.push_back({*date, bundle.position(), &bundle});
+      DatedShot& shot = shots.dated.emplace_back();
+      shot.date = *date;
+      shot.bundle = &bundle;
+      shot.position = bundle.position();
+      if (shot.position) shot.vector = PlaceClustering::unitVector(*shot.position);
     } else {
       shots.undated.push_back(&bundle);
     }

@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "grouping/PlaceClustering.h"
 #include "media/AssetBundle.h"
 
 namespace tavrix {
@@ -12,6 +13,7 @@ namespace tavrix {
 struct DatedShot {
   Instant date;
   std::optional<GeoPoint> position;
+  PlaceClustering::UnitVector vector{};  ///< of the position; computing it costs most of a step
   const AssetBundle* bundle = nullptr;
 };
 

@@ -1,6 +1,6 @@
 #include "grouping/EventGrouping.h"
 
-#include "grouping/CalendarGrouping.h"
+#include "grouping/GroupBuilder.h"
 #include "grouping/GroupIDs.h"
 
 namespace tavrix::EventGrouping {
@@ -40,10 +40,10 @@ std::vector<MediaGroup> groups(const std::vector<DatedShot>& shots,
   GroupIDs ids;
   for (std::size_t i = 0; i < events.size(); ++i) {
     const std::size_t end = i + 1 < events.size() ? events[i + 1].begin : shots.size();
-    MediaGroup& group = result.emplace_back();
-    group.id = ids.take("event-" + dayText(zone.dateAt(shots[events[i].begin].date)));
-    group.bundles.reserve(end - events[i].begin);
-    for (std::size_t at = events[i].begin; at < end; ++at) appendShot(group, shots[at]);
+    const std::string day = dayText(zone.dateAt(shots[events[i].begin].date));
+    GroupBuilder builder{ids.take("event-" + day), end - events[i].begin};
+    for (std::size_t at = events[i].begin; at < end; ++at) builder.add(shots[at]);
+    result.push_back(std::move(builder).finish());
   }
   return result;
 }

@@ -13,6 +13,11 @@ constexpr double smallestSide = 1e-9;
 /// Cells are larger than the chord by more than what rounding may move a centre.
 constexpr double sideMargin = 1 + 1e-9;
 
+/// One of the 27 cells around a cell, itself among them.
+std::array<std::int64_t, 3> neighbour(const std::array<std::int64_t, 3>& cell, int number) {
+  return {cell[0] + number / 9 - 1, cell[1] + number / 3 % 3 - 1, cell[2] + number % 3 - 1};
+}
+
 }  // namespace
 
 GreedyClusters::GreedyClusters(double radiusKm)
@@ -21,8 +26,7 @@ GreedyClusters::GreedyClusters(double radiusKm)
       side_(std::max(smallestSide, 2 * std::sin(radiusKm / earthDiameterKm) * sideMargin)),
       isUsable_(radiusKm >= 0 && radiusKm < halfCircumferenceKm) {}
 
-std::uint32_t GreedyClusters::add(const GeoPoint& point) {
-  const UnitVector vector = unitVector(point);
+std::uint32_t GreedyClusters::add(const GeoPoint& point, const UnitVector& vector) {
   const auto found = find(point, vector);
   const auto number = found.value_or(static_cast<std::uint32_t>(clusters_.size()));
   if (!found) clusters_.push_back({point, {}, {}, {}});
@@ -67,18 +71,21 @@ std::optional<GreedyClusters::Cell> GreedyClusters::cellOf(const UnitVector& vec
 }
 
 const std::vector<std::uint32_t>& GreedyClusters::numbersAround(const Cell& middle) {
-  Surroundings& around = surroundings_[middle];
-  if (around.version == version_) return around.numbers;
-  around.version = version_;
-  around.numbers.clear();
+  const auto [around, isNew] = around_.try_emplace(middle);
+  std::vector<std::uint32_t>& numbers = around->second;
+  if (!isNew) return numbers;
   for (int i = 0; i < 27; ++i) {
-    const auto found =
-        cells_.find({middle[0] + i / 9 - 1, middle[1] + i / 3 % 3 - 1, middle[2] + i % 3 - 1});
+    const auto found = cells_.find(neighbour(middle, i));
     if (found == cells_.end()) continue;
-    around.numbers.insert(around.numbers.end(), found->second.begin(), found->second.end());
+    numbers.insert(numbers.end(), found->second.begin(), found->second.end());
   }
-  std::sort(around.numbers.begin(), around.numbers.end());
-  return around.numbers;
+  std::sort(numbers.begin(), numbers.end());
+  return numbers;
+}
+
+/// A cluster has come to a cell or left it.
+void GreedyClusters::forgetAround(const Cell& middle) {
+  for (int i = 0; i < 27; ++i) around_.erase(neighbour(middle, i));
 }
 
 /// Brings a cluster whose sum has changed to the cell of its centre.
@@ -91,10 +98,13 @@ void GreedyClusters::settle(std::uint32_t number) {
     const auto found = cells_.find(*cluster.cell);
     std::erase(found->second, number);
     if (found->second.empty()) cells_.erase(found);
+    forgetAround(*cluster.cell);
   }
-  if (cell) cells_[*cell].push_back(number);
+  if (cell) {
+    cells_[*cell].push_back(number);
+    forgetAround(*cell);
+  }
   cluster.cell = cell;
-  ++version_;
 }
 
 }  // namespace tavrix::PlaceClustering

@@ -25,8 +25,8 @@ class GreedyClusters {
   /// Earth's circumference or more all of them are one cluster.
   explicit GreedyClusters(double radiusKm);
 
-  /// Takes a point and returns the number of its cluster.
-  std::uint32_t add(const GeoPoint& point);
+  /// Takes a point, given with its unit vector, and returns the number of its cluster.
+  std::uint32_t add(const GeoPoint& point, const UnitVector& vector);
 
   std::size_t size() const { return clusters_.size(); }
   const UnitVectorSum& sum(std::uint32_t number) const { return clusters_[number].sum; }
@@ -43,16 +43,11 @@ class GreedyClusters {
     UnitVector direction;  ///< of the centre
     std::optional<Cell> cell;
   };
-  /// The numbers of the clusters in the 27 cells around one, ascending.
-  struct Surroundings {
-    std::uint64_t version = 0;
-    std::vector<std::uint32_t> numbers;
-  };
-
   std::optional<std::uint32_t> find(const GeoPoint& point, const UnitVector& vector);
   bool isNear(std::uint32_t number, const GeoPoint& point, const UnitVector& vector) const;
   std::optional<Cell> cellOf(const UnitVector& vector) const;
   const std::vector<std::uint32_t>& numbersAround(const Cell& middle);
+  void forgetAround(const Cell& middle);
   void settle(std::uint32_t number);
 
   double radiusKm_;
@@ -61,10 +56,8 @@ class GreedyClusters {
   bool isUsable_;
   std::vector<Growing> clusters_;
   absl::flat_hash_map<Cell, std::vector<std::uint32_t>> cells_;
-  /// What was gathered for a cell holds until some cluster comes or changes its cell, which becomes
-  /// rare once the places of a library are known.
-  absl::flat_hash_map<Cell, Surroundings> surroundings_;
-  std::uint64_t version_ = 1;
+  /// For cells that were asked for: the numbers of the clusters in the 27 cells around, ascending.
+  absl::flat_hash_map<Cell, std::vector<std::uint32_t>> around_;
 };
 
 }  // namespace tavrix::PlaceClustering

@@ -6,7 +6,7 @@
 #include "grouping/CalendarGrouping.h"
 #include "grouping/DatedShots.h"
 #include "grouping/EventGrouping.h"
-#include "grouping/PlaceClustering.h"
+#include "grouping/GroupBuilder.h"
 #include "grouping/TripGrouping.h"
 
 namespace tavrix {
@@ -14,34 +14,18 @@ namespace {
 
 using namespace grouping_mode;
 
-/// The centre of the shots' positions.
-std::optional<GeoPoint> placeOf(const std::vector<AssetBundle>& bundles) {
-  PlaceClustering::UnitVectorSum sum;
-  std::optional<GeoPoint> first;
-  for (const AssetBundle& bundle : bundles) {
-    const auto point = bundle.position();
-    if (!point) continue;
-    if (!first) first = point;
-    sum.add(*point);
-  }
-  return first ? std::optional{sum.center(*first)} : std::nullopt;
-}
-
 MediaGroup undatedGroup(const std::vector<const AssetBundle*>& shots) {
-  MediaGroup group;
-  group.id = "no-date";
-  for (const AssetBundle* const bundle : shots) group.bundles.push_back(*bundle);
-  return group;
+  GroupBuilder builder{"no-date", shots.size()};
+  for (const AssetBundle* const bundle : shots) builder.addUndated(*bundle);
+  return std::move(builder).finish();
 }
 
 std::vector<MediaGroup> flatGroup(const ShotsByDate& shots) {
   if (shots.dated.empty() && shots.undated.empty()) return {};
-  MediaGroup group;
-  group.id = "flat";
-  group.bundles.reserve(shots.dated.size() + shots.undated.size());
-  for (const DatedShot& shot : shots.dated) appendShot(group, shot);
-  for (const AssetBundle* const bundle : shots.undated) group.bundles.push_back(*bundle);
-  return {std::move(group)};
+  GroupBuilder builder{"flat", shots.dated.size() + shots.undated.size()};
+  for (const DatedShot& shot : shots.dated) builder.add(shot);
+  for (const AssetBundle* const bundle : shots.undated) builder.addUndated(*bundle);
+  return {std::move(builder).finish()};
 }
 
 void sortByStart(std::vector<MediaGroup>& groups) {
@@ -67,8 +51,9 @@ class ModeGrouping {
       : request_(request), settings_(request.settings), shots_(shots), result_(result) {}
 
   void operator()(const ByDate& mode) {
-    result_.groups =
-        CalendarGrouping::groups(shots_.dated, mode.granularity, settings_.timeZone).groups;
+    CalendarGrouping calendar{mode.granularity, settings_.timeZone};
+    for (const DatedShot& shot : shots_.dated) calendar.add(shot);
+    result_.groups = std::move(calendar).finish();
     finish();
     tell(CalendarReasons{mode.granularity});
   }
@@ -123,10 +108,6 @@ GroupingEngine::Result GroupingEngine::group(const Request& request) {
                                     {request.settings.timeZone, request.placeLookup.get()});
   const ShotsByDate shots = shotsByDate(result.filteredBundles);
   std::visit(ModeGrouping{request, shots, result}, request.mode);
-  for (MediaGroup& group : result.groups) {
-    group.bundles.shrink_to_fit();
-    group.place = placeOf(group.bundles);
-  }
   return result;
 }
 

@@ -32,8 +32,10 @@ class Clusterer {
   Clusterer(const GroupingSettings& settings, std::optional<Instant> recentFrom)
       : zone_(settings.timeZone), recentFrom_(recentFrom), places_(settings.homeRadiusKm) {}
 
-  void add(const GeoPoint& point, Instant date) {
-    const std::uint32_t number = places_.add(point);
+  /// Takes a shot that has a position.
+  void add(const DatedShot& shot) {
+    const Instant date = shot.date;
+    const std::uint32_t number = places_.add(*shot.position, shot.vector);
     if (number == clusters_.size()) clusters_.emplace_back();
     HomeCluster& cluster = clusters_[number];
     const CivilDate day = zone_.dateAt(date);
@@ -68,7 +70,7 @@ std::vector<HomeCandidate> candidates(const std::vector<DatedShot>& shots,
                                       const GroupingSettings& settings) {
   Clusterer clusterer{settings, recentBegin(shots, settings.homeWindowDays)};
   for (const DatedShot& shot : shots) {
-    if (shot.position) clusterer.add(*shot.position, shot.date);
+    if (shot.position) clusterer.add(shot);
   }
   std::vector<HomeCandidate> result = clusterer.candidates();
   const auto isBetter = [](const HomeCandidate& a, const HomeCandidate& b) {

@@ -43,7 +43,9 @@ Assignment assign(const std::vector<GeoPoint>& points, double radiusKm) {
   GreedyClusters growing{radiusKm};
   Assignment assignment;
   assignment.clusterOfPoint.reserve(points.size());
-  for (const GeoPoint& point : points) assignment.clusterOfPoint.push_back(growing.add(point));
+  for (const GeoPoint& point : points) {
+    assignment.clusterOfPoint.push_back(growing.add(point, unitVector(point)));
+  }
   for (std::uint32_t i = 0; i < growing.size(); ++i) {
     assignment.centers.push_back(growing.center(i));
   }

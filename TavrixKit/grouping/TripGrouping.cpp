@@ -5,6 +5,7 @@
 #include "grouping/CalendarGrouping.h"
 #include "grouping/DayCount.h"
 #include "grouping/DistanceLimit.h"
+#include "grouping/GroupBuilder.h"
 #include "grouping/GroupIDs.h"
 #include "grouping/PlaceClustering.h"
 
@@ -35,7 +36,7 @@ class StayWalk {
 
  private:
   void visit(std::size_t i, const GeoPoint& point) {
-    const auto vector = PlaceClustering::unitVector(point);
+    const PlaceClustering::UnitVector& vector = shots_[i].vector;
     const auto homeKm = [&] { return haversineDistanceKm(home_, point); };
     const auto cityKm = [&] { return haversineDistanceKm(center(), point); };
     if (!awayLimit_.isExceeded(homeVector_, vector, homeKm)) {
@@ -58,7 +59,7 @@ class StayWalk {
   GeoPoint center() const { return sum_.center(firstPoint()); }
   PlaceClustering::UnitVector centerVector() const {
     const auto direction = sum_.direction();
-    return direction ? *direction : PlaceClustering::unitVector(firstPoint());
+    return direction.value_or(shots_[current_->begin].vector);
   }
 
   /// The stay begins with a shot that has a position.
@@ -104,11 +105,10 @@ class StayWalk {
 
 MediaGroup tripGroup(const std::vector<DatedShot>& shots, const Stay& stay, const TimeZone& zone,
                      GroupIDs& ids) {
-  MediaGroup group;
-  group.id = ids.take("trip-" + dayText(zone.dateAt(shots[stay.begin].date)));
-  group.bundles.reserve(stay.end - stay.begin);
-  for (std::size_t i = stay.begin; i < stay.end; ++i) appendShot(group, shots[i]);
-  return group;
+  GroupBuilder builder{ids.take("trip-" + dayText(zone.dateAt(shots[stay.begin].date))),
+                       stay.end - stay.begin};
+  for (std::size_t i = stay.begin; i < stay.end; ++i) builder.add(shots[i]);
+  return std::move(builder).finish();
 }
 
 TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& stay, int minDays) {
@@ -123,55 +123,30 @@ TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& st
           .end = stay.endReason};
 }
 
-/// Why the shots outside every trip, in capture order, are in none.
-std::vector<MonthReason> monthReasons(const std::vector<DatedShot>& shots,
-                                      const std::vector<Stay>& stays,
-                                      const std::optional<GeoPoint>& home,
-                                      const GroupingSettings& settings) {
-  std::vector<MonthReason> reasons;
+/// Calls `visit` with the index of every shot that is in no trip, and the index of its outing when
+/// it is in one.
+template <typename Visit>
+void visitOutsideTrips(const std::vector<DatedShot>& shots, const std::vector<Stay>& stays,
+                       const GroupingSettings& settings, Visit visit) {
   std::size_t stay = 0;
   for (std::size_t i = 0; i < shots.size(); ++i) {
     while (stay < stays.size() && i >= stays[stay].end) ++stay;
-    if (stay < stays.size() && i >= stays[stay].begin) {
-      if (!stays[stay].isTrip(settings)) reasons.emplace_back(Outing{stay});
-    } else if (!home) {
-      reasons.emplace_back(NoHome{});
-    } else if (!shots[i].position) {
-      reasons.emplace_back(NoPosition{});
-    } else {
-      reasons.emplace_back(
-          NearHome{haversineDistanceKm(*home, *shots[i].position), settings.tripDistanceKm});
+    const bool isInStay = stay < stays.size() && i >= stays[stay].begin;
+    if (!isInStay) {
+      visit(i, std::optional<std::size_t>{});
+    } else if (!stays[stay].isTrip(settings)) {
+      visit(i, std::optional{stay});
     }
   }
-  return reasons;
 }
 
-std::vector<TripReasons::Month> reasonsByMonth(const CalendarGrouping::Result& months,
-                                               const std::vector<MonthReason>& reasons) {
-  std::vector<TripReasons::Month> result;
-  result.reserve(months.groups.size());
-  for (const MediaGroup& group : months.groups) {
-    result.push_back({group.id, {}});
-    result.back().shots.reserve(group.bundles.size());
-  }
-  for (std::size_t i = 0; i < reasons.size(); ++i) {
-    result[months.groupOfShot[i]].shots.push_back(reasons[i]);
-  }
-  return result;
-}
-
-/// The shots that are in no trip, in capture order.
-std::vector<DatedShot> outsideTrips(const std::vector<DatedShot>& shots,
-                                    const std::vector<Stay>& trips) {
-  std::vector<DatedShot> rest;
-  rest.reserve(shots.size());
-  auto from = shots.begin();
-  for (const Stay& trip : trips) {
-    rest.insert(rest.end(), from, shots.begin() + static_cast<std::ptrdiff_t>(trip.begin));
-    from = shots.begin() + static_cast<std::ptrdiff_t>(trip.end);
-  }
-  rest.insert(rest.end(), from, shots.end());
-  return rest;
+/// Why a shot outside every trip is in none.
+MonthReason monthReason(const DatedShot& shot, const std::optional<std::size_t>& outing,
+                        const std::optional<GeoPoint>& home, const GroupingSettings& settings) {
+  if (outing) return Outing{*outing};
+  if (!home) return NoHome{};
+  if (!shot.position) return NoPosition{};
+  return NearHome{haversineDistanceKm(*home, *shot.position), settings.tripDistanceKm};
 }
 
 }  // namespace
@@ -187,22 +162,26 @@ Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>&
   const std::vector<Stay> found = stays(shots, home, settings);
   Result result;
   TripReasons reasons;
-  std::vector<Stay> trips;
   GroupIDs ids;
   for (const Stay& stay : found) {
     reasons.stays.push_back(stayReason(shots, stay, settings.tripMinDays));
     if (!stay.isTrip(settings)) continue;
-    trips.push_back(stay);
     result.groups.push_back(tripGroup(shots, stay, settings.timeZone, ids));
     reasons.stays.back().groupID = result.groups.back().id;
   }
-  auto months = CalendarGrouping::groups(outsideTrips(shots, trips), DateGranularity::month,
-                                         settings.timeZone, "month-");
+  CalendarGrouping calendar{DateGranularity::month, settings.timeZone, "month-"};
+  visitOutsideTrips(shots, found, settings, [&](std::size_t i, const auto& outing) {
+    const std::size_t month = calendar.add(shots[i]);
+    if (!wantsReasons) return;
+    reasons.months.resize(std::max(reasons.months.size(), month + 1));
+    reasons.months[month].shots.push_back(monthReason(shots[i], outing, home, settings));
+  });
+  std::vector<MediaGroup> months = std::move(calendar).finish();
   if (wantsReasons) {
-    reasons.months = reasonsByMonth(months, monthReasons(shots, found, home, settings));
+    for (std::size_t i = 0; i < months.size(); ++i) reasons.months[i].groupID = months[i].id;
     result.reasons = std::move(reasons);
   }
-  std::move(months.groups.begin(), months.groups.end(), std::back_inserter(result.groups));
+  std::move(months.begin(), months.end(), std::back_inserter(result.groups));
   return result;
 }
 
