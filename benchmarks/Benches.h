@@ -7,6 +7,7 @@
 namespace tavrix::bench {
 
 void benchPipeline(const std::string& folder);
+void benchGrouping();
 void benchOnlyNew(const std::string& folder);
 void benchHistory(const std::string& folder);
 void benchCopying(const std::string& folder);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "grouping/GroupMerging.h"
 #include "grouping/PlaceClustering.h"
 #include "media/BundleBuilder.h"
 
@@ -24,36 +25,59 @@ Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
   return leftOut;
 }
 
-GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings) {
+GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
+                                bool wantsReasons) {
   return GroupingEngine::group({bundles, bundleFilter(settings), groupingMode(settings),
-                                groupingSettings(settings), settings.homeOverride, nullptr});
+                                groupingSettings(settings), settings.homeOverride, nullptr,
+                                wantsReasons});
+}
+
+std::optional<Library::Home> homeOf(const Settings& settings,
+                                    const std::vector<HomeCandidate>& candidates) {
+  if (settings.uiMode != UIGroupingMode::trips) return std::nullopt;
+  return Library::Home{.point = HomeDetection::home(settings.homeOverride, candidates),
+                       .isManual = settings.homeOverride.has_value(),
+                       .rivals = HomeDetection::rivals(candidates, settings.tripDistanceKm),
+                       .recentSpanDays = groupingSettings(settings).homeWindowDays};
+}
+
+/// The groups with the merges that were made in their mode.
+std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& settings) {
+  const auto merges = settings.mergesByMode.find(textOf(settings.uiMode));
+  if (merges == settings.mergesByMode.end()) return groups;
+  return GroupMerging::apply(std::move(groups), merges->second);
+}
+
+std::vector<FolderNaming::Row> namedRows(std::vector<MediaGroup> groups, const Settings& settings,
+                                         const std::string& systemLocaleID) {
+  return FolderNaming::resolve(namingSettings(settings, systemLocaleID),
+                               merged(std::move(groups), settings))
+      .rows;
 }
 
 }  // namespace
 
 std::vector<FolderNaming::Row> rowsOf(const std::vector<AssetBundle>& bundles,
                                       const Settings& settings, const std::string& systemLocaleID) {
-  return FolderNaming::resolve(namingSettings(settings, systemLocaleID),
-                               groupsOf(bundles, settings).groups)
-      .rows;
+  return namedRows(groupsOf(bundles, settings, false).groups, settings, systemLocaleID);
 }
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
-                    const std::string& systemLocaleID) {
+                    const std::string& systemLocaleID, bool wantsReasons) {
   Library library;
   library.fileCount = assets.size();
   library.bundles = BundleBuilder::makeBundles(assets);
 
-  auto grouped = groupsOf(library.bundles, settings);
+  auto grouped = groupsOf(library.bundles, settings, wantsReasons);
   library.optimizedCount =
       OptimizedCopy::count(library.bundles, bundleFilter(settings), {settings.timeZone, nullptr});
   library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
+  library.home = homeOf(settings, grouped.homeCandidates);
   library.homeCandidates = std::move(grouped.homeCandidates);
   library.homeIsAmbiguous = grouped.homeIsAmbiguous;
-  library.rows =
-      FolderNaming::resolve(namingSettings(settings, systemLocaleID), std::move(grouped.groups))
-          .rows;
+  library.reasons = std::move(grouped.reasons);
+  library.rows = namedRows(std::move(grouped.groups), settings, systemLocaleID);
   return library;
 }
 

@@ -22,21 +22,34 @@ struct Library {
     friend bool operator==(const LeftOut&, const LeftOut&) = default;
   };
 
+  /// From where trips are measured.
+  struct Home {
+    std::optional<GeoPoint> point;      ///< nothing when no shot has both date and position
+    bool isManual = false;              ///< chosen by the person
+    std::vector<HomeCandidate> rivals;  ///< what makes a choice by itself ambiguous
+    int recentSpanDays = 0;             ///< of the candidates' recent days; 0 for none
+
+    friend bool operator==(const Home&, const Home&) = default;
+  };
+
   std::vector<AssetBundle> bundles;  ///< all of them, in catalogue order
   std::vector<AssetBundle> filteredBundles;
   std::vector<FolderNaming::Row> rows;  ///< in display order
   std::vector<HomeCandidate> homeCandidates;
   bool homeIsAmbiguous = false;
-  std::size_t optimizedCount = 0;  ///< shots of which the phone holds a reduced copy alone
-  std::uint64_t fileCount = 0;     ///< of the catalogue
+  std::optional<Home> home;                ///< of trips mode alone
+  std::optional<GroupingReasons> reasons;  ///< when they were wanted; by ids before merging
+  std::size_t optimizedCount = 0;          ///< shots of which the phone holds a reduced copy alone
+  std::uint64_t fileCount = 0;             ///< of the catalogue
   LeftOut leftOut;
 
   friend bool operator==(const Library&, const Library&) = default;
 };
 
-/// A pure computation. The grouping engine must support the mode of the settings.
+/// A pure computation. Groups come with the merges of their mode applied, and reasons only when
+/// they are wanted.
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
-                    const std::string& systemLocaleID);
+                    const std::string& systemLocaleID, bool wantsReasons = false);
 
 /// The folders with their names alone, from shots before any filter.
 std::vector<FolderNaming::Row> rowsOf(const std::vector<AssetBundle>& bundles,

@@ -79,9 +79,6 @@ inline constexpr Sentence<> allowedTextMap{
 inline constexpr Sentence<> allowedMerges{
     R"(объект JSON со списками групп вида {{"byDate":[["2026-05-20","2026-05-21"]]}})",
     R"(a JSON object with lists of groups such as {{"byDate":[["2026-05-20","2026-05-21"]]}})"};
-inline constexpr Sentence<Text> modeNotThere{
-    "Раскладки «{}» пока нет; можно: --set uiMode=byDate или --set uiMode=flat.",
-    "The mode “{}” is not there yet; choose --set uiMode=byDate or --set uiMode=flat."};
 inline constexpr Sentence<> archivesNotThere{
     "Упаковки в архивы пока нет; уберите --set packAsZip=true, и файлы лягут в папки.",
     "Packing into archives is not there yet; leave out --set packAsZip=true to get files in "

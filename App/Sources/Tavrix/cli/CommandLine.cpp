@@ -151,6 +151,7 @@ class Parser {
       for (const std::string_view option : form.options) {
         addOption(*command, std::string{option});
       }
+      if (form.command == Command::groups) command->add_flag("--explain", call_.explain);
       if (form.command == Command::history) command->add_flag("--delete", call_.history.deletes);
       if (form.command == Command::verify) {
         command->add_flag("--write-checksums", call_.writeChecksums);

@@ -71,11 +71,8 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
 }
 
 Library readLibrary(const CommandContext& context) {
-  if (!GroupingEngine::supports(groupingMode(context.settings))) {
-    throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::modeNotThere,
-                                                textOf(context.settings.uiMode))};
-  }
-  return makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID);
+  return makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID,
+                     context.call.explain);
 }
 
 std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder) {
