@@ -52,6 +52,7 @@ FolderCatalogue FolderCatalogue::read(const std::string& folder, MetadataPass::S
       std::move(stop));
   catalogue.progress = result.progress;
   catalogue.isComplete = result.isComplete;
+  catalogue.isKept = result.isKept;
   settleFailures(catalogue, paths, result.failures);
   return catalogue;
 }

@@ -18,6 +18,7 @@ struct FolderCatalogue {
   std::vector<std::string> unreadable;
   MetadataPass::Progress progress;
   bool isComplete = true;  ///< false when reading was stopped: the rest has no metadata
+  bool isKept = true;      ///< all that was read lies in the cache
 
   /// Lists a folder (one that SourceFolder::catalogueFolder gave) and reads the metadata of its
   /// files, as far as the cache does not hold them. Throws FileError when the folder cannot be

@@ -18,13 +18,16 @@ StringMap<int> countKeys(const std::vector<SnapshotItem>& items) {
   return counts;
 }
 
-void saveQuietly(const MetadataCache::Records& records, const std::string& phoneKey,
+/// Whether it could be saved.
+bool saveQuietly(const MetadataCache::Records& records, const std::string& phoneKey,
                  const std::string& directory, Log& log) {
   try {
     MetadataCache::save(records, phoneKey, directory);
+    return true;
   } catch (const FileError& error) {
     writeLog(log, "metadata cache not saved: path={}, code={}", PrivateField{error.path()},
              error.code());
+    return false;
   }
 }
 
@@ -42,9 +45,10 @@ void migrateQuietly(const std::string& phoneKey, const std::string& directory, L
 }  // namespace
 
 void MetadataPass::load() {
-  records_ = MetadataCache::load(setup_.phoneKey, setup_.directory);
-  if (!MetadataCache::legacyExists(setup_.phoneKey, setup_.directory)) return;
-  writes_.post([phoneKey = setup_.phoneKey, directory = setup_.directory, &log = log()] {
+  if (!setup_.directory) return;
+  records_ = MetadataCache::load(setup_.phoneKey, *setup_.directory);
+  if (!MetadataCache::legacyExists(setup_.phoneKey, *setup_.directory)) return;
+  writes_.post([phoneKey = setup_.phoneKey, directory = *setup_.directory, &log = log()] {
     migrateQuietly(phoneKey, directory, log);
   });
 }
@@ -72,12 +76,17 @@ void MetadataPass::tell(const Progress& progress) const {
 
 void MetadataPass::saveInBackground() {
   auto copy = std::make_shared<const MetadataCache::Records>(records_);
-  writes_.post([copy = std::move(copy), phoneKey = setup_.phoneKey, directory = setup_.directory,
-                &log = log()] { saveQuietly(*copy, phoneKey, directory, log); });
+  writes_.post([this, copy = std::move(copy)] {
+    isKept_ = saveQuietly(*copy, setup_.phoneKey, *setup_.directory, log());
+  });
   isSaved_ = true;
 }
 
 void MetadataPass::remember(const SnapshotItem& item) {
+  if (!setup_.directory) {
+    isKept_ = false;
+    return;
+  }
   records_.insert_or_assign(MetadataCache::key(item), item);
   isSaved_ = false;
   const Instant now = setup_.now();
@@ -115,6 +124,7 @@ MetadataPass::Result MetadataPass::run(std::vector<SnapshotItem>& items, const F
   }
   if (!isSaved_) saveInBackground();
   writes_.wait();
+  result.isKept = isKept_;
   return result;
 }
 

@@ -31,7 +31,7 @@ class MetadataPass {
   };
   struct Setup {
     std::string phoneKey;
-    std::string directory;  ///< of the cache
+    std::optional<std::string> directory;  ///< of the cache; without one, nothing is kept
     std::function<Instant()> now;
     Log* log = nullptr;  ///< silent without one
     /// Told from the thread of run().
@@ -49,6 +49,7 @@ class MetadataPass {
     Progress progress;
     std::vector<Failure> failures;  ///< in the order of the items, which keep no metadata
     bool isComplete = true;         ///< false when it was stopped
+    bool isKept = true;             ///< all that was read lies in the cache
   };
 
   explicit MetadataPass(Setup setup) : setup_(std::move(setup)) {}
@@ -69,6 +70,7 @@ class MetadataPass {
   Setup setup_;
   MetadataCache::Records records_;
   bool isSaved_ = true;  ///< what was read is in the file, or on its way there
+  bool isKept_ = true;   ///< the last save succeeded; of the queue's thread until it is waited for
   SerialQueue writes_;
 };
 

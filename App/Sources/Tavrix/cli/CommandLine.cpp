@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <map>
 
 #include "cli/CliSentences.h"
 #include "cli/ExitStatus.h"
@@ -30,6 +31,8 @@ const std::vector<Form>& forms() {
       {Command::plan, "", "plan", {"SOURCE", "DEST"}},
       {Command::transfer, "", "transfer", {"SOURCE", "DEST"}},
       {Command::snapshot, "", "snapshot", {"SOURCE", "OUT-DIR"}},
+      {Command::cacheReset, "cache", "reset", {}},
+      {Command::cache, "", "cache", {}},
       {Command::templateRender, "template", "render", {}},
       {Command::templatePresets, "template", "presets", {}},
       {Command::templateSanitize, "template", "sanitize", {"TEXT"}},
@@ -128,11 +131,11 @@ class Parser {
   }
 
   void addCommands() {
-    CLI::App* const templates = app_.add_subcommand("template");
-    templates->require_subcommand(0, 1);
+    templates_ = group("template");
     for (const Form& form : forms()) {
-      CLI::App* const parent = form.group.empty() ? &app_ : templates;
-      CLI::App* const command = parent->add_subcommand(std::string{form.name});
+      CLI::App* const command = form.group.empty()
+                                    ? group(form.name)
+                                    : group(form.group)->add_subcommand(std::string{form.name});
       for (const std::string_view operand : form.operands) {
         command->add_option(std::string{operand}, slot_);
       }
@@ -145,7 +148,16 @@ class Parser {
       }
       commands_.push_back(command);
     }
-    templates_ = templates;
+  }
+
+  /// The first word of commands, which may be one itself.
+  CLI::App* group(std::string_view name) {
+    CLI::App*& command = groups_[std::string{name}];
+    if (command == nullptr) {
+      command = app_.add_subcommand(std::string{name});
+      command->require_subcommand(0, 1);
+    }
+    return command;
   }
 
   void run(const std::vector<std::string>& arguments) {
@@ -264,6 +276,7 @@ class Parser {
   std::string slot_;  ///< unused: the parser's own copies are read
   Invocation call_;
   std::vector<CLI::App*> commands_;
+  std::map<std::string, CLI::App*> groups_;
   CLI::App* templates_ = nullptr;
 };
 

@@ -18,6 +18,8 @@ enum class Command {
   plan,
   transfer,
   snapshot,
+  cacheReset,
+  cache,
   templateRender,
   templatePresets,
   templateSanitize,

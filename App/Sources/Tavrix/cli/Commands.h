@@ -32,6 +32,8 @@ ExitStatus listPlaces(const CommandContext& context);
 ExitStatus showPlan(const CommandContext& context);
 ExitStatus transfer(const CommandContext& context);
 ExitStatus writeSnapshot(const CommandContext& context);
+ExitStatus showCache(const CommandContext& context);
+ExitStatus resetCache(const CommandContext& context);
 ExitStatus renderTemplate(const CommandContext& context);
 ExitStatus listPresets(const CommandContext& context);
 ExitStatus sanitizeText(const CommandContext& context);

@@ -5,20 +5,15 @@
 #include "TransferJob.h"
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
+#include "cli/FolderSource.h"
 #include "cli/ProgressBar.h"
 #include "cli/Source.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
-#include "media/LocalMediaSource.h"
 #include "transfer/TransferPlanner.h"
 
 namespace tavrix::cli {
 namespace {
-
-std::string deviceName(const CommandContext& context) {
-  if (context.call.deviceName) return *context.call.deviceName;
-  return variable(context.surroundings.environment, "DEMO_DEVICE_NAME").value_or("iPhone");
-}
 
 const std::string& destinationPath(const CommandContext& context) {
   return context.call.operands.at(1);
@@ -50,7 +45,7 @@ void checkBeforeRun(const CommandContext& context, const TransferPlan& plan,
                     const Folder& destination) {
   if (plan.files.empty()) return;
   std::error_code error;
-  if (!std::filesystem::is_directory(mediaFolder(context), error)) {
+  if (!cameraFolder(context) && !std::filesystem::is_directory(mediaFolder(context), error)) {
     throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::mediaMissing,
                                                   printable(mediaFolder(context)))};
   }
@@ -66,17 +61,17 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
                     Destination::Content content) {
   const Surroundings& surroundings = context.surroundings;
   TransferJob::Setup setup;
-  setup.phone = snapshotPhone(deviceName(context));
+  setup.phone = phoneOf(context);
   // What programs read is the same in every language.
   setup.language = context.call.json ? Language::russian : context.language();
   setup.log = &context.log;
   setup.now = surroundings.now;
   TransferJob job{std::move(setup), destination, std::move(content)};
-  LocalMediaSource source{mediaFolder(context)};
-  if (!surroundings.errColumns) return job.run(plan, source, {}, surroundings.catchInterrupts());
+  const auto source = openMedia(context);
+  if (!surroundings.errColumns) return job.run(plan, *source, {}, surroundings.catchInterrupts());
   ProgressBar bar{surroundings.err, *surroundings.errColumns, context.language()};
   return job.run(
-      plan, source,
+      plan, *source,
       [&](const TransferProgressSnapshot& progress) {
         bar.show(progress, std::chrono::steady_clock::now());
       },
@@ -119,11 +114,11 @@ void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
 ExitStatus showPlan(const CommandContext& context) {
   const Library library = readLibrary(context);
   const auto destination = Destination::openExisting(destinationPath(context));
-  Destination::checkApart(context.call.source(), destinationPath(context));
+  checkApart(context, destinationPath(context));
   DestinationView view;
   std::optional<std::uint64_t> freeBytes;
   if (destination != nullptr) {
-    view = Destination::read(*destination, snapshotPhone(deviceName(context))).view;
+    view = Destination::read(*destination, phoneOf(context)).view;
     freeBytes = destination->freeBytes();
   }
   const TransferPlan plan = makePlan(context, library, view);
@@ -134,11 +129,10 @@ ExitStatus showPlan(const CommandContext& context) {
 
 ExitStatus transfer(const CommandContext& context) {
   checkTransferable(context);
-  Destination::checkApart(context.call.source(), destinationPath(context));
+  checkApart(context, destinationPath(context));
   const Library library = readLibrary(context);
   const auto destination = Destination::openForWriting(destinationPath(context));
-  Destination::Content content =
-      Destination::read(*destination, snapshotPhone(deviceName(context)));
+  Destination::Content content = Destination::read(*destination, phoneOf(context));
   const TransferPlan plan = makePlan(context, library, content.view);
   checkBeforeRun(context, plan, *destination);
   const TransferOutcome outcome = run(context, plan, *destination, std::move(content));
