@@ -113,7 +113,7 @@ void MetadataPass::fetchOne(SnapshotItem& item, std::size_t index, const Fetch& 
 }
 
 MetadataPass::Result MetadataPass::run(std::vector<SnapshotItem>& items, const Fetch& fetch,
-                                       std::stop_token stop) {
+                                       const std::stop_token& stop) {
   load();
   Result result;
   const auto misses = takeHits(items);
