@@ -116,8 +116,11 @@ inline constexpr Sentence<Text> contextField{"поле «{}» не читает�
 
 // The source.
 inline constexpr Sentence<Text> snapshotMissing{
-    "Нет файла «{}»; укажите папку, в которой лежат snapshot.json и media.",
-    "There is no file “{}”; name a folder that holds snapshot.json and media."};
+    "Нет файла «{}»; укажите папку, в которой лежат snapshot.json и media, папка DCIM или папки "
+    "вида 100APPLE.",
+    "There is no file “{}”; name a folder that holds snapshot.json and media, DCIM, or folders "
+    "such "
+    "as 100APPLE."};
 inline constexpr Sentence<Text, Text> snapshotUnreadable{
     "Файл «{}» не читается ({}); проверьте права на него и диск.",
     "The file “{}” cannot be read ({}); check its permissions and the disk."};

@@ -21,6 +21,8 @@ enum class Command {
   verify,
   markerRebuild,
   snapshot,
+  cacheReset,
+  cache,
   templateRender,
   templatePresets,
   templateSanitize,

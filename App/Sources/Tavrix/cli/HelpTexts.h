@@ -26,11 +26,13 @@ inline constexpr HelpText program{
   marker rebuild SOURCE DEST
                           узнаёт скопированное, если записи в DEST потеряны
   snapshot SOURCE OUT-DIR записывает каталог телефона в OUT-DIR/snapshot.json
+  cache, cache reset      сколько прочитанного помнит программа; забыть всё это
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
   template sanitize TEXT  имя, которое годится для папки
 
-SOURCE — папка, в которой лежат snapshot.json и media. DEST — папка для фотографий.
+SOURCE — смонтированный телефон, карта памяти или копия DCIM: папка, в которой лежит DCIM или
+папки вида 100APPLE; либо папка, в которой лежат snapshot.json и media. DEST — папка для фотографий.
 
 Примеры:
   tavrix groups ТЕЛЕФОН --set uiMode=trips --explain
@@ -52,11 +54,13 @@ Usage: tavrix COMMAND ARGUMENTS…
   marker rebuild SOURCE DEST
                           recognises what was copied where the records of DEST are lost
   snapshot SOURCE OUT-DIR writes the phone's catalogue as OUT-DIR/snapshot.json
+  cache, cache reset      how much of what it read the program keeps; forget all of it
   template render         a folder name from a template
   template presets        the templates that come with the program
   template sanitize TEXT  a name that a folder can have
 
-SOURCE is a folder that holds snapshot.json and media. DEST is the folder for the photos.
+SOURCE is a mounted phone, a memory card or a copy of DCIM: a folder that holds DCIM or folders such
+as 100APPLE; or a folder that holds snapshot.json and media. DEST is the folder for the photos.
 
 Examples:
   tavrix groups PHONE --set uiMode=trips --explain
@@ -285,6 +289,22 @@ OUT-DIR is created when the folder above it exists; an earlier snapshot.json is 
 
 Example:
   tavrix snapshot PHONE CATALOGUE
+)"};
+
+inline constexpr HelpText cache{
+    R"(tavrix cache — сколько прочитанных дат, мест и размеров помнит программа и где они лежат.
+tavrix cache reset — забыть их; в следующий раз файлы прочитаются заново.
+
+Примеры:
+  tavrix cache
+  tavrix cache reset
+)",
+    R"(tavrix cache — how many dates, places and sizes the program keeps, and where they lie.
+tavrix cache reset — forgets them; the next time, files are read again.
+
+Examples:
+  tavrix cache
+  tavrix cache reset
 )"};
 
 inline constexpr HelpText templates{

@@ -6,6 +6,7 @@
 
 #include "StateFolder.h"
 #include "cli/Failures.h"
+#include "cli/FolderSource.h"
 #include "cli/History.h"
 #include "cli/HistorySentences.h"
 #include "cli/Quotes.h"
@@ -19,12 +20,7 @@ namespace {
 constexpr const char* folderName = "history";
 
 std::string statePath(const CommandContext& context) {
-  const Environment& environment = context.surroundings.environment;
-  auto path = stateFolderPath({.chosen = context.call.stateFolder,
-                               .demo = variable(environment, "DEMO_STATE_DIR"),
-                               .stateHome = variable(environment, "XDG_STATE_HOME"),
-                               .home = variable(environment, "HOME")});
-  if (path) return *std::move(path);
+  if (auto path = stateFolder(context)) return *std::move(path);
   throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::stateFolderUnknown)};
 }
 

@@ -5,7 +5,6 @@
 #include "cli/ReadingProgress.h"
 #include "cli/Source.h"
 #include "cli/VerifySentences.h"
-#include "media/LocalMediaSource.h"
 #include "transfer/FileDigester.h"
 #include "transfer/MarkerRebuild.h"
 #include "transfer/TransferPlanner.h"
@@ -66,19 +65,19 @@ void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& r
 
 ExitStatus rebuildMarker(const CommandContext& context) {
   const std::string& path = context.call.operands.at(1);
-  Destination::checkApart(context.call.source(), path);
+  checkApart(context, path);
   const Library library = readLibrary(context);
   checkMedia(context);
   const auto folder = Destination::openRequiredForWriting(path);
   const DestinationListing listing = listDestination(*folder);
-  const PhoneIdentity phone = snapshotPhone(deviceName(context));
+  const PhoneIdentity phone = phoneOf(context);
   const TransferPlan plan = planIntoNothing(context, library);
   const std::vector<MediaAsset> assets = assetsOf(library);
-  LocalMediaSource source{mediaFolder(context)};
+  const auto source = openMedia(context);
   const std::stop_token stop = context.surroundings.catchInterrupts();
   const MarkerRebuild::Report report = [&] {
     ReadingProgress progress{context};
-    return MarkerRebuild::recognise(*folder, source,
+    return MarkerRebuild::recognise(*folder, *source,
                                     {listing, phone.hash, assets, plan, workerCount()},
                                     progress.receiver(), stop);
   }();

@@ -8,7 +8,6 @@
 #include "cli/Source.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
-#include "media/LocalMediaSource.h"
 #include "transfer/TransferPlanner.h"
 
 namespace tavrix::cli {
@@ -61,16 +60,16 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
                     Destination::Content content) {
   const Surroundings& surroundings = context.surroundings;
   TransferJob::Setup setup;
-  setup.phone = snapshotPhone(deviceName(context));
+  setup.phone = phoneOf(context);
   setup.language = writtenLanguage(context);
   setup.log = &context.log;
   setup.now = surroundings.now;
   TransferJob job{std::move(setup), destination, std::move(content)};
-  LocalMediaSource source{mediaFolder(context)};
-  if (!surroundings.errColumns) return job.run(plan, source, {}, surroundings.catchInterrupts());
+  const auto source = openMedia(context);
+  if (!surroundings.errColumns) return job.run(plan, *source, {}, surroundings.catchInterrupts());
   ProgressBar bar{surroundings.err, *surroundings.errColumns, context.language()};
   return job.run(
-      plan, source,
+      plan, *source,
       [&](const TransferProgressSnapshot& progress) {
         bar.show(progress, std::chrono::steady_clock::now());
       },
@@ -87,7 +86,7 @@ RunToRecord runToRecord(const CommandContext& context, const Library& library,
           .settings = context.settings,
           .plan = plan,
           .outcome = std::move(outcome),
-          .phone = snapshotPhone(deviceName(context)),
+          .phone = phoneOf(context),
           .destinationPath = absolutePath(destinationPath(context)),
           .systemLocaleID = context.surroundings.systemLocaleID,
           .language = writtenLanguage(context),
@@ -133,11 +132,11 @@ void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
 ExitStatus showPlan(const CommandContext& context) {
   const Library library = readLibrary(context);
   const auto destination = Destination::openExisting(destinationPath(context));
-  Destination::checkApart(context.call.source(), destinationPath(context));
+  checkApart(context, destinationPath(context));
   DestinationView view;
   std::optional<std::uint64_t> freeBytes;
   if (destination != nullptr) {
-    view = Destination::read(*destination, snapshotPhone(deviceName(context))).view;
+    view = Destination::read(*destination, phoneOf(context)).view;
     freeBytes = destination->freeBytes();
   }
   const TransferPlan plan = makePlan(context, library, view);
@@ -148,11 +147,10 @@ ExitStatus showPlan(const CommandContext& context) {
 
 ExitStatus transfer(const CommandContext& context) {
   checkTransferable(context);
-  Destination::checkApart(context.call.source(), destinationPath(context));
+  checkApart(context, destinationPath(context));
   const Library library = readLibrary(context);
   const auto destination = Destination::openForWriting(destinationPath(context));
-  Destination::Content content =
-      Destination::read(*destination, snapshotPhone(deviceName(context)));
+  Destination::Content content = Destination::read(*destination, phoneOf(context));
   const TransferPlan plan = makePlan(context, library, content.view);
   checkBeforeRun(context, plan, *destination);
   RunToRecord record = runToRecord(context, library, plan);
