@@ -47,8 +47,8 @@ inline constexpr Sentence<Text> unknownLanguage{
 
 // Settings.
 inline constexpr Sentence<Text> settingNotAssignment{
-    "Настройка «{}» записана не как КЛЮЧ=ЗНАЧЕНИЕ; пример: --set granularity=month.",
-    "The setting “{}” is not of the form KEY=VALUE; for example: --set granularity=month."};
+    "Настройка «{}» записана не как КЛЮЧ=ЗНАЧЕНИЕ; пример: --set uiMode=trips.",
+    "The setting “{}” is not of the form KEY=VALUE; for example: --set uiMode=trips."};
 inline constexpr Sentence<Text, Text, Text> settingUnknownKey{
     "Настройки «{}» (значение «{}») нет; есть такие: {}.",
     "There is no setting “{}” (value “{}”); there are: {}."};
@@ -74,8 +74,8 @@ inline constexpr Sentence<> allowedText{"любой текст", "any text"};
 inline constexpr Sentence<Text> allowedTemplate{"шаблон имени в виде JSON ({})",
                                                 "a name template as JSON ({})"};
 inline constexpr Sentence<> allowedTextMap{
-    R"(объект JSON с именами папок вида {{"2026-05-20":"Дача"}})",
-    R"(a JSON object with folder names such as {{"2026-05-20":"Picnic"}})"};
+    R"(объект JSON с именами папок вида {{"event-2026-05-20":"Дача"}})",
+    R"(a JSON object with folder names such as {{"event-2026-05-20":"Picnic"}})"};
 inline constexpr Sentence<> allowedMerges{
     R"(объект JSON со списками групп вида {{"byDate":[["2026-05-20","2026-05-21"]]}})",
     R"(a JSON object with lists of groups such as {{"byDate":[["2026-05-20","2026-05-21"]]}})"};
