@@ -171,21 +171,22 @@ TEST_F(FolderTest, closedFolders_areGivenBack) {
   temporary.write("inside/open/closed/b", "1");
   temporary.write("inside/unsearchable/c", "1");
   fs::permissions(temporary / "inside/open/closed", fs::perms::none);
-  fs::permissions(temporary / "inside/unsearchable", fs::perms::owner_read | fs::perms::others_read);
+  fs::permissions(temporary / "inside/unsearchable",
+                  fs::perms::owner_read | fs::perms::others_read);
   fs::permissions(temporary.path(), fs::perms::all);
   std::vector<std::string> seen;
   std::vector<UnreadableFolder> unreadable;
   std::thread{[&] {
     // Root may read everything; to the rest of this thread's life files are another user's.
     if (::geteuid() == 0) ::setfsuid(65534);
-    unreadable = folder->visitAll(
-        [&](const std::string& path, const FileStatus&) { seen.push_back(path); });
+    unreadable =
+        folder->visitAll([&](const std::string& path, const FileStatus&) { seen.push_back(path); });
   }}.join();
   fs::permissions(temporary / "inside/open/closed", fs::perms::owner_all);
   fs::permissions(temporary / "inside/unsearchable", fs::perms::owner_all);
   EXPECT_THAT(seen, UnorderedElementsAre("open", "open/a", "open/closed", "unsearchable"));
-  EXPECT_EQ(unreadable, (std::vector<UnreadableFolder>{{"open/closed", EACCES},
-                                                       {"unsearchable", EACCES}}));
+  EXPECT_EQ(unreadable,
+            (std::vector<UnreadableFolder>{{"open/closed", EACCES}, {"unsearchable", EACCES}}));
   for (const char* path : {"open/closed", "open/closed/b", "unsearchable/x/y"}) {
     EXPECT_TRUE(liesInside(path, unreadable)) << path;
   }
