@@ -149,8 +149,8 @@ ExitStatus transfer(const CommandContext& context) {
   const auto destination = Destination::openForWriting(destinationPath(context));
   Destination::Content content =
       Destination::read(*destination, snapshotPhone(deviceName(context)));
-  tellUnreadable(context, content.view);
   const TransferPlan plan = makePlan(context, library, content.view);
+  tellUnreadable(context, content.view);
   checkBeforeRun(context, plan, *destination);
   const Instant startedAt = context.surroundings.now();
   const TransferOutcome outcome = run(context, plan, *destination, std::move(content));
