@@ -54,10 +54,11 @@ ExitStatus statusOf(const MarkerRebuild::Report& report) {
 
 void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& report) {
   const std::uint64_t total = report.files.size();
-  const std::string sentence =
-      say(context.language(), sentences::rebuildCancelled,
-          numberText(context.language(), total - report.count(State::notReached)),
-          counted(context.language(), total, sentences::outOfFiles));
+  const bool isSaved = report.count(State::recognised) > 0;
+  const std::string sentence = say(
+      context.language(), isSaved ? sentences::rebuildCancelled : sentences::rebuildCancelledEarly,
+      numberText(context.language(), total - report.count(State::notReached)),
+      counted(context.language(), total, sentences::outOfFiles));
   context.surroundings.err.write("tavrix: " + sentence + '\n');
 }
 
@@ -87,7 +88,7 @@ ExitStatus rebuildMarker(const CommandContext& context) {
            report.isStopped);
   if (report.isStopped) tellCancelled(context, report);
   try {
-    context.printer.rebuilt({report, phone.label});
+    context.printer.rebuilt({report, phone.label, listing.marker.record(phone.hash) != nullptr});
   } catch (const OutputClosed&) {
     // What was recognised is recorded, whoever reads of it.
     return statusOf(report);

@@ -5,8 +5,9 @@
 #include "cli/Commands.h"
 #include "cli/History.h"
 #include "cli/ProgressBar.h"
+#include "cli/Quotes.h"
 #include "cli/Source.h"
-#include "foundation/Sentences.h"
+#include "cli/UnreadableReason.h"
 #include "foundation/Text.h"
 #include "transfer/TransferPlanner.h"
 
@@ -36,6 +37,20 @@ TransferPlan makePlan(const CommandContext& context, const Library& library,
 
 void warn(const CommandContext& context, const std::string& sentence) {
   context.surroundings.err.write("tavrix: " + sentence + '\n');
+}
+
+/// What lies in such folders is neither known nor written to.
+void tellUnreadable(const CommandContext& context, const DestinationView& view) {
+  const std::vector<UnreadableFolder>& folders = view.unreadableFolders();
+  if (folders.empty()) return;
+  const Language language = context.language();
+  const std::string first = quoted(pathIn(destinationPath(context), folders.front().path));
+  const std::string reason = unreadableReason(language, folders.front().code);
+  warn(context,
+       folders.size() == 1
+           ? say(language, sentences::folderUnreadable, first, reason)
+           : say(language, sentences::foldersUnreadable,
+                 counted(language, folders.size(), tavrix::sentences::folders), first, reason));
 }
 
 void checkTransferable(const CommandContext& context) {
@@ -138,6 +153,7 @@ ExitStatus showPlan(const CommandContext& context) {
   if (destination != nullptr) {
     view = Destination::read(*destination, phoneOf(context)).view;
     freeBytes = destination->freeBytes();
+    tellUnreadable(context, view);
   }
   const TransferPlan plan = makePlan(context, library, view);
   const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
@@ -152,6 +168,7 @@ ExitStatus transfer(const CommandContext& context) {
   const auto destination = Destination::openForWriting(destinationPath(context));
   Destination::Content content = Destination::read(*destination, phoneOf(context));
   const TransferPlan plan = makePlan(context, library, content.view);
+  tellUnreadable(context, content.view);
   checkBeforeRun(context, plan, *destination);
   RunToRecord record = runToRecord(context, library, plan);
   if (!plan.files.empty()) writeRecord(context, record);
