@@ -13,6 +13,11 @@ double squared(double value) { return value * value; }
 
 }  // namespace
 
+bool isOnEarth(const GeoPoint& point) {
+  // Nothing that is not a number passes.
+  return std::abs(point.latitude) <= 90 && std::abs(point.longitude) <= 180;
+}
+
 double haversineDistanceKm(const GeoPoint& a, const GeoPoint& b) {
   const double lat1 = radians(a.latitude);
   const double lat2 = radians(b.latitude);

@@ -10,6 +10,9 @@ struct GeoPoint {
   friend bool operator==(const GeoPoint&, const GeoPoint&) = default;
 };
 
+/// Whether there is such a place: latitude from -90 to 90, longitude from -180 to 180.
+bool isOnEarth(const GeoPoint& point);
+
 /// Diameter of the sphere on which every distance is measured, in kilometres.
 inline constexpr double earthDiameterKm = 12742.0;
 

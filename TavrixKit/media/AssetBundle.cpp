@@ -51,9 +51,12 @@ const MediaAsset& AssetBundle::primaryPicture() const {
 }
 
 std::optional<GeoPoint> AssetBundle::position() const {
-  if (const auto point = primaryPicture().location()) return point;
+  const auto tells = [](const std::optional<GeoPoint>& point) {
+    return point && isOnEarth(*point);
+  };
+  if (const auto point = primaryPicture().location(); tells(point)) return point;
   for (const MediaAsset& asset : assets()) {
-    if (const auto point = asset.location()) return point;
+    if (const auto point = asset.location(); tells(point)) return point;
   }
   return std::nullopt;
 }

@@ -35,7 +35,7 @@ class AssetBundle {
   const MediaAsset& primaryPicture() const;
   std::optional<Instant> captureDate() const { return primaryPicture().captureDate(); }
   /// Where the shot was taken: the primary picture's location, else that of the first file that has
-  /// one.
+  /// one. A location that is nowhere on the Earth counts as none.
   std::optional<GeoPoint> position() const;
 
   /// Equal in id, files and original.

@@ -149,7 +149,7 @@ bool setMerges(Settings& settings, std::string_view text) {
   if (!object) return false;
   settings.mergesByMode.clear();
   for (const auto& [mode, merges] : *object) {
-    if (merges.asArray() == nullptr) return false;
+    if (merges.asArray() == nullptr || !uiGroupingModeOf(mode)) return false;
     auto& stored = settings.mergesByMode[mode];
     for (const JsonValue& merge : *merges.asArray()) {
       auto ids = textsOf(merge);

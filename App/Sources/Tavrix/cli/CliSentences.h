@@ -77,8 +77,8 @@ inline constexpr Sentence<> allowedTextMap{
     R"(объект JSON с именами папок вида {{"event-2026-05-20":"Дача"}})",
     R"(a JSON object with folder names such as {{"event-2026-05-20":"Picnic"}})"};
 inline constexpr Sentence<> allowedMerges{
-    R"(объект JSON со списками групп вида {{"byDate":[["2026-05-20","2026-05-21"]]}})",
-    R"(a JSON object with lists of groups such as {{"byDate":[["2026-05-20","2026-05-21"]]}})"};
+    R"(объект JSON со списками групп вида {{"byDate":[["2026-05-20","2026-05-21"]]}} по режимам byDate, events, trips, flat)",
+    R"(a JSON object with lists of groups such as {{"byDate":[["2026-05-20","2026-05-21"]]}} by the modes byDate, events, trips, flat)"};
 inline constexpr Sentence<> archivesNotThere{
     "Упаковки в архивы пока нет; уберите --set packAsZip=true, и файлы лягут в папки.",
     "Packing into archives is not there yet; leave out --set packAsZip=true to get files in "

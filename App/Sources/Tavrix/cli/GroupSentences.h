@@ -17,13 +17,19 @@ inline constexpr Sentence<std::string_view, std::string_view, std::string_view> 
     "{} — дней: {} (недавних: {})", "{} — days: {} (recent: {})"};
 inline constexpr Sentence<std::string_view> homeFound{"Дом: {}", "Home: {}"};
 inline constexpr Sentence<std::string_view> homeRecentSpan{
-    "Дом — там, где больше всего дней со съёмкой; сначала решают недавние: последние {} до самого "
-    "нового снимка с местом.",
-    "Home is where shots were taken on the most days; recent days decide first: the last {} up to "
-    "the newest shot that tells its place."};
+    "Домом считается место, где снимали в большее число недавних дней (последние {} до самого "
+    "нового снимка с местом); при равенстве решают все дни, потом число снимков, потом, где начали "
+    "снимать раньше.",
+    "Home is the place with shots on the most recent days (the last {} up to the newest shot that "
+    "tells its place); between equals all days decide, then the number of shots, then where shots "
+    "were taken first."};
 inline constexpr Sentence<> homeAllDays{
-    "Дом — там, где больше всего дней со съёмкой; недавние дни не выделены.",
-    "Home is where shots were taken on the most days; no days count as recent."};
+    "Домом считается место, где снимали в большее число дней; при равенстве решает число снимков, "
+    "потом, где начали снимать раньше.",
+    "Home is the place with shots on the most days; between equals the number of shots decides, "
+    "then where shots were taken first."};
+inline constexpr Sentence<std::string_view> homeNext{"Следующее по этому счёту: {}",
+                                                     "Next by this count: {}"};
 inline constexpr Sentence<std::string_view> homeManual{"Дом указан вручную: {}",
                                                        "Home as chosen by you: {}"};
 inline constexpr Sentence<std::string_view> homeAutomatic{"Сам нашёлся бы: {}",
@@ -56,23 +62,27 @@ inline constexpr Sentence<> whyTrips{
     "by months."};
 inline constexpr Sentence<> whyFlat{"Все снимки лежат вместе: делить нечего.",
                                     "All shots lie together: nothing is split."};
-inline constexpr Sentence<> noStays{"Вдали от дома не снято ничего.",
-                                    "No shot was taken away from home."};
+inline constexpr Sentence<> noStays{"Ни один снимок с местом не сделан вдали от дома.",
+                                    "No shot that tells its place was taken away from home."};
 inline constexpr Sentence<std::string_view> calendarDay{"день {}", "the day {}"};
 inline constexpr Sentence<std::string_view> calendarMonth{"месяц {}", "the month {}"};
 inline constexpr Sentence<std::string_view> calendarYear{"год {}", "the year {}"};
 inline constexpr Sentence<> noDate{"дата съёмки неизвестна", "the capture date is not known"};
-inline constexpr Sentence<> firstShot{"самый ранний снимок", "the earliest shot"};
+inline constexpr Sentence<> firstShot{"самый ранний из этих снимков",
+                                      "the earliest of these shots"};
 inline constexpr Sentence<> lastShot{"дальше нет снимков с местом",
                                      "no later shot tells its place"};
 inline constexpr Sentence<std::string_view, std::string_view> pause{"пауза {} > {}",
                                                                     "pause of {} > {}"};
+inline constexpr Sentence<std::string_view, std::string_view> pauseBetweenPlaces{
+    "{} без снимков с местом > {}", "{} without a shot that tells its place > {}"};
 inline constexpr Sentence<std::string_view, std::string_view> jump{"переезд на {} > {}",
                                                                    "jump of {} > {}"};
 inline constexpr Sentence<std::string_view, std::string_view> awayFromHome{"{} от дома > {}",
                                                                            "{} from home > {}"};
 inline constexpr Sentence<std::string_view, std::string_view> backHome{
-    "следующий снимок не вдали от дома: {} ≤ {}", "the next shot is not away from home: {} ≤ {}"};
+    "следующий снимок с местом не вдали от дома: {} ≤ {}",
+    "the next shot that tells its place is not away from home: {} ≤ {}"};
 inline constexpr Sentence<std::string_view, std::string_view> nextCity{
     "дальше новый город: {} от центра этого пребывания > {}",
     "a new city follows: {} from the centre of this stay > {}"};

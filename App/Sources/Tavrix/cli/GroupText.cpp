@@ -59,13 +59,16 @@ void TextPrinter::home(const Library& library) {
            ? say(language_, sentences::homeRecentSpan,
                  count(static_cast<std::uint64_t>(recentSpanDays), sentences::daysOfStay))
            : say(language_, sentences::homeAllDays));
-  if (rivals.empty()) return;
+  if (rivals.empty()) {
+    if (library.homeCandidates.size() < 2) return;
+    return line(say(language_, sentences::homeNext, text(library.homeCandidates[1])));
+  }
   line(say(language_, sentences::homeAmbiguous));
   line("  " + text(library.homeCandidates.front()));
   for (const HomeCandidate& rival : rivals) line("  " + text(rival));
   const GeoPoint& other = rivals.front().center;
   line(say(language_, sentences::homeHint,
-           fmt::format("{:.2f},{:.2f}", other.latitude, other.longitude)));
+           fmt::format("{:.5f},{:.5f}", other.latitude, other.longitude)));
 }
 
 }  // namespace tavrix::cli

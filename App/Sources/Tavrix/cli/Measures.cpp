@@ -12,7 +12,7 @@ struct TimeUnit {
   std::string_view english;
 };
 
-constexpr std::array<TimeUnit, 5> timeUnits{{{86'400'000, "д", "d"},
+constexpr std::array<TimeUnit, 5> timeUnits{{{86'400'000, "дн.", "d"},
                                              {3'600'000, "ч", "h"},
                                              {60'000, "мин", "min"},
                                              {1'000, "с", "s"},
@@ -111,7 +111,9 @@ std::string distanceText(Language language, double km) {
 }
 
 std::string pointText(const GeoPoint& point) {
-  return fmt::format("{:.2f}, {:.2f}", point.latitude, point.longitude);
+  // Adding a zero makes a "-0.00" of what is rounded away unsigned.
+  const auto rounded = [](double degrees) { return std::round(degrees * 100) / 100 + 0.0; };
+  return fmt::format("{:.2f}, {:.2f}", rounded(point.latitude), rounded(point.longitude));
 }
 
 }  // namespace tavrix::cli

@@ -41,8 +41,14 @@ class ReasonWords {
     return say(language_, sentences::outing, span(stay), dayCount(stay), stay.minDays);
   }
 
+  /// Of a stay's beginning: shots without a place may lie in what ends or begins a stay.
+  std::string beginText(const StayBegin& begin) const {
+    const auto* const pause = std::get_if<Pause>(&begin);
+    return pause != nullptr ? pauseBetweenPlaces(*pause) : std::visit(*this, begin);
+  }
   /// Of a stay's end; the same as a beginning it would say what comes after.
   std::string endText(const StayEnd& end) const {
+    if (const auto* const pause = std::get_if<Pause>(&end)) return pauseBetweenPlaces(*pause);
     if (const auto* const home = std::get_if<NearHome>(&end)) {
       return distance(sentences::backHome, *home);
     }
@@ -64,6 +70,10 @@ class ReasonWords {
   }
 
  private:
+  std::string pauseBetweenPlaces(const Pause& pause) const {
+    const auto [gap, limit] = comparedPauses(language_, pause.gap, pause.limitHours);
+    return say(language_, sentences::pauseBetweenPlaces, gap, limit);
+  }
   template <typename Reason>
   std::string distance(const Sentence<std::string_view, std::string_view>& sentence,
                        const Reason& reason) const {
@@ -151,7 +161,10 @@ void TextPrinter::stays(const Library& library, const TripReasons& reasons) {
   const ReasonWords words{language_, zone_, reasons.stays};
   const GroupIndex index{library};
   const GeoPoint home = library.home->point.value_or(GeoPoint{});
-  if (reasons.stays.empty()) line(say(language_, sentences::noStays));
+  if (reasons.stays.empty() && library.home->point) {
+    line(say(language_,
+             library.homeCandidates.empty() ? sentences::emptyPlaces : sentences::noStays));
+  }
   for (const TripReasons::Stay& stay : reasons.stays) {
     line(say(language_, sentences::stayLine, words.span(stay), pointText(stay.center),
              distanceText(language_, haversineDistanceKm(home, stay.center)),
@@ -160,7 +173,7 @@ void TextPrinter::stays(const Library& library, const TripReasons& reasons) {
              ? say(language_, sentences::stayTrip, printable(*index.at(*stay.groupID).folderName),
                    words.dayCount(stay), stay.minDays)
              : say(language_, sentences::stayOuting, words.dayCount(stay), stay.minDays));
-    line(say(language_, sentences::stayBegin, std::visit(words, stay.begin)));
+    line(say(language_, sentences::stayBegin, words.beginText(stay.begin)));
     line(say(language_, sentences::stayEnd, words.endText(stay.end)));
   }
 }

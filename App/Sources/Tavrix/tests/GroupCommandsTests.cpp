@@ -114,17 +114,20 @@ TEST_F(GroupCommands, json_hasChildrenAndHomeCandidates) {
 
 TEST_F(GroupCommands, home_isToldWithItsRivals) {
   const std::string russian = groups({"uiMode=trips"}).out;
-  EXPECT_THAT(russian,
-              HasSubstr("\nДом: 55.75, 37.62 — дней: 4 (недавних: 4)\n"
-                        "Дом — там, где больше всего дней со съёмкой; сначала решают недавние: "
-                        "последние 180 дней до самого нового снимка с местом.\n"
-                        "Несколько вариантов дома — проверьте выбор\n"
-                        "  55.75, 37.62 — дней: 4 (недавних: 4)\n"
-                        "  41.90, 12.50 — дней: 3 (недавних: 3)\n"
-                        "Указать другой дом: --set homeOverride=41.90,12.50\n"));
+  EXPECT_THAT(
+      russian,
+      HasSubstr("\nДом: 55.75, 37.62 — дней: 4 (недавних: 4)\n"
+                "Домом считается место, где снимали в большее число недавних дней (последние "
+                "180 дней до самого нового снимка с местом); при равенстве решают все дни, "
+                "потом число снимков, потом, где начали снимать раньше.\n"
+                "Несколько вариантов дома — проверьте выбор\n"
+                "  55.75, 37.62 — дней: 4 (недавних: 4)\n"
+                "  41.90, 12.50 — дней: 3 (недавних: 3)\n"
+                "Указать другой дом: --set homeOverride=41.90000,12.50000\n"));
   EXPECT_THAT(groups({"uiMode=trips", "homeWindowMonths=0"}, {"--lang", "en"}).out,
               AllOf(HasSubstr("Home: 55.75, 37.62 — days: 4 (recent: 0)\n"),
-                    HasSubstr("no days count as recent"), Not(HasSubstr("Several"))));
+                    HasSubstr("Home is the place with shots on the most days;"),
+                    HasSubstr("Next by this count: 41.90, 12.50"), Not(HasSubstr("Several"))));
   EXPECT_THAT(groups({"uiMode=trips", "homeOverride=41.9,12.5"}).out,
               AllOf(HasSubstr("Дом указан вручную: 41.90, 12.50\n"
                               "Сам нашёлся бы: 55.75, 37.62 — дней: 4 (недавних: 4)\n"),
@@ -133,7 +136,22 @@ TEST_F(GroupCommands, home_isToldWithItsRivals) {
   EXPECT_THAT(tester.run({"plan", "phone", "photos", "--set", "uiMode=trips"}).out,
               HasSubstr("Несколько вариантов дома — проверьте выбор"));
   tester.addPhone("[" + entry("A.JPG", "2026:05:15 12:00:00", "") + "]");
-  EXPECT_THAT(groups({"uiMode=trips"}).out, HasSubstr("\nДом не определён: нет геоданных\n"));
+  EXPECT_THAT(
+      groups({"uiMode=trips"}, {"--explain"}).out,
+      AllOf(HasSubstr("\nДом не определён: нет геоданных\n"), Not(HasSubstr("вдали от дома\n"))));
+}
+
+TEST_F(GroupCommands, placeThatIsNowhereOnEarth_countsAsNone) {
+  const std::string nowhere = R"("lat":1e308,"lon":1e308)";
+  tester.addPhone("[" + entry("A.JPG", "2026:04:01 10:00:00", nowhere) + "," +
+                      entry("B.JPG", "2026:04:02 10:00:00", R"("lat":55.75,"lon":37.62)") + "," +
+                      entry("C.JPG", "2026:04:03 10:00:00", R"("lat":95,"lon":500)") + "]",
+                  {"A.JPG", "B.JPG", "C.JPG"});
+  EXPECT_THAT(groups({"uiMode=trips"}, {"--explain"}).out,
+              AllOf(HasSubstr("Дом: 55.75, 37.62 — дней: 1"), Not(HasSubstr("nan"))));
+  EXPECT_THAT(groups({"uiMode=trips"}, {"--json"}).out, Not(HasSubstr("null")));
+  tester.run({"transfer", "phone", "photos", "--set", "uiMode=trips"});
+  EXPECT_EQ(tester.run({"history", "last"}).status, ExitStatus::done);
 }
 
 TEST_F(GroupCommands, mergedFolders_areMarked) {
@@ -188,7 +206,7 @@ TEST_F(GroupCommands, explainOfTrips_tellsOfStaysAndOfEveryShotOutside) {
 
 TEST_F(GroupCommands, explainOfOtherModes_tellsOfEveryFolder) {
   const std::string events = groups({"eventGapHours=30"}, {"--explain", "--lang", "en"}).out;
-  EXPECT_THAT(events, AllOf(HasSubstr("2026-04-01 12:00:00  the earliest shot\n"),
+  EXPECT_THAT(events, AllOf(HasSubstr("2026-04-01 12:00:00  the earliest of these shots\n"),
                             HasSubstr("2026-04-10 12:00:00  pause of 9\u00A0d > 30\u00A0h\n"),
                             HasSubstr("2026-05-12 15:00:00  jump of 188\u00A0km > 30\u00A0km\n"),
                             HasSubstr("2026-05-15 12:00:00  pause of 69\u00A0h > 30\u00A0h\n")));
@@ -201,7 +219,7 @@ TEST_F(GroupCommands, explainOfOtherModes_tellsOfEveryFolder) {
              {"--explain"})
           .out,
       AllOf(HasSubstr("События внутри: 2\n  event-2026-04-01  2026-04-01 12:00:00  самый ранний"),
-            HasSubstr("\n  event-2026-04-10  2026-04-10 12:00:00  пауза 9\u00A0д > 4\u00A0ч\n")));
+            HasSubstr("\n  event-2026-04-10  2026-04-10 12:00:00  пауза 9\u00A0дн. > 4\u00A0ч\n")));
 }
 
 /// What stands in docs/grouping.md between a fence and the next one.
