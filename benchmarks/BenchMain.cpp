@@ -1,5 +1,6 @@
 // Measures the program beside yardsticks of the same machine, in turns within one run: machines are
-// shared and noisy, ratios are not. Arguments choose among: pipeline only-new copying.
+// shared and noisy, ratios are not. Arguments choose among: pipeline only-new
+// copying metadata.
 
 #include <fmt/format.h>
 
@@ -24,6 +25,7 @@ int main(int count, char** values) {
   if (isChosen("pipeline")) tavrix::bench::benchPipeline(folder);
   if (isChosen("only-new")) tavrix::bench::benchOnlyNew(folder);
   if (isChosen("copying")) tavrix::bench::benchCopying(folder + "/copying");
+  if (isChosen("metadata")) tavrix::bench::benchMetadata(folder + "/metadata");
   std::filesystem::remove_all(folder);
   return 0;
 }

@@ -9,5 +9,6 @@ namespace tavrix::bench {
 void benchPipeline(const std::string& folder);
 void benchOnlyNew(const std::string& folder);
 void benchCopying(const std::string& folder);
+void benchMetadata(const std::string& folder);
 
 }  // namespace tavrix::bench

@@ -34,7 +34,7 @@ void settleFailures(FolderCatalogue& catalogue, const std::vector<std::string>& 
 }  // namespace
 
 FolderCatalogue FolderCatalogue::read(const std::string& folder, MetadataPass::Setup setup,
-                                      std::stop_token stop) {
+                                      const std::stop_token& stop) {
   SourceFolder::Listing listing = SourceFolder::list(folder);
   FolderCatalogue catalogue;
   catalogue.leftOut = std::move(listing.leftOut);
@@ -49,7 +49,7 @@ FolderCatalogue FolderCatalogue::read(const std::string& folder, MetadataPass::S
       [&](std::size_t index) {
         return MetadataReader::read(*openForRangedReading(folder + "/" + paths[index]));
       },
-      std::move(stop));
+      stop);
   catalogue.progress = result.progress;
   catalogue.isComplete = result.isComplete;
   catalogue.isKept = result.isKept;

@@ -24,7 +24,7 @@ struct FolderCatalogue {
   /// files, as far as the cache does not hold them. Throws FileError when the folder cannot be
   /// listed.
   static FolderCatalogue read(const std::string& folder, MetadataPass::Setup setup,
-                              std::stop_token stop = {});
+                              const std::stop_token& stop = {});
 };
 
 }  // namespace tavrix

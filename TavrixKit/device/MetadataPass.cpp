@@ -11,11 +11,14 @@ bool isPicture(const SnapshotItem& item) {
 }
 
 /// Keys that more than one item has, so that one record cannot speak for all of them.
-StringMap<int> countKeys(const std::vector<SnapshotItem>& items) {
-  StringMap<int> counts;
-  counts.reserve(items.size());
-  for (const SnapshotItem& item : items) ++counts[MetadataCache::key(item)];
-  return counts;
+StringSet sharedKeys(const std::vector<std::string>& keys) {
+  StringSet seen;
+  StringSet shared;
+  seen.reserve(keys.size());
+  for (const std::string& key : keys) {
+    if (!seen.insert(key).second) shared.insert(key);
+  }
+  return shared;
 }
 
 /// Whether it could be saved.
@@ -54,13 +57,15 @@ void MetadataPass::load() {
 }
 
 std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items) const {
-  const auto counts = countKeys(items);
+  std::vector<std::string> keys;
+  keys.reserve(items.size());
+  for (const SnapshotItem& item : items) keys.push_back(MetadataCache::key(item));
+  const StringSet shared = sharedKeys(keys);
   std::vector<std::size_t> misses;
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const std::string key = MetadataCache::key(items[i]);
-    const auto found = records_.find(key);
+    const auto found = records_.find(keys[i]);
     const bool isHit =
-        found != records_.end() && (counts.at(key) == 1 || found->second.dir == items[i].dir);
+        found != records_.end() && (!shared.contains(keys[i]) || found->second.dir == items[i].dir);
     if (isHit) {
       items[i] = withMetadata(std::move(items[i]), metadataOf(found->second));
     } else {
@@ -108,7 +113,7 @@ void MetadataPass::fetchOne(SnapshotItem& item, std::size_t index, const Fetch& 
 }
 
 MetadataPass::Result MetadataPass::run(std::vector<SnapshotItem>& items, const Fetch& fetch,
-                                       std::stop_token stop) {
+                                       const std::stop_token& stop) {
   load();
   Result result;
   const auto misses = takeHits(items);

@@ -55,7 +55,8 @@ class MetadataPass {
   explicit MetadataPass(Setup setup) : setup_(std::move(setup)) {}
 
   /// Completes the items. Only pictures and films are fetched: other files have no metadata.
-  Result run(std::vector<SnapshotItem>& items, const Fetch& fetch, std::stop_token stop = {});
+  Result run(std::vector<SnapshotItem>& items, const Fetch& fetch,
+             const std::stop_token& stop = {});
 
  private:
   void load();
