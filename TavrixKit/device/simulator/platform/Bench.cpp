@@ -17,8 +17,9 @@ SimulatedPhone Bench::phone(std::size_t index) const {
 }
 
 PhoneKeys& Bench::keys() {
-  std::call_once(keysMade_, [this] { keys_ = std::make_unique<PhoneKeys>(); });
-  return *keys_;
+  // Making them takes a while: one pair serves all simulators of a program.
+  static PhoneKeys keys;
+  return keys;
 }
 
 void Bench::tellPresence(std::size_t index, bool isPluggedIn) {

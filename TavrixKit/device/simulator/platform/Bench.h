@@ -28,7 +28,7 @@ class Bench {
   std::size_t count() const { return phones_.size(); }
   SimulatedPhone phone(std::size_t index) const;
   void change(std::size_t index, const std::function<void(SimulatedPhone&)>& change);
-  PhoneKeys& keys();
+  static PhoneKeys& keys();
 
   /// What computers have stored of each phone, by the phone's name on the bus.
   std::optional<std::string> pairRecord(const std::string& deviceID);
@@ -58,8 +58,6 @@ class Bench {
   std::multimap<std::size_t, Stream*> streams_;
   std::map<Stream*, std::uint32_t> listeners_;
   std::map<std::string, std::optional<std::string>> pairRecords_;
-  std::once_flag keysMade_;
-  std::unique_ptr<PhoneKeys> keys_;
   std::condition_variable closing_;
   bool isClosed_ = false;
   std::vector<std::thread> returns_;

@@ -10,7 +10,7 @@
 
 namespace tavrix::simulator {
 
-/// The keys of a simulated phone, made anew for each simulator: one key serves the phone and the
+/// The keys of a simulated phone, made anew for each program: one key serves the phone and the
 /// computers that it trusts.
 class PhoneKeys {
  public:
