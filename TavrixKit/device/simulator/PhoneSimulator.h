@@ -31,6 +31,8 @@ class PhoneSimulator {
   SimulatedPhone phone(std::size_t phone) const;
   /// Calls on files that were answered so far, of all phones: each a round trip over the cable.
   std::uint64_t fileCalls() const;
+  /// How often a phone has refused to trust, or to open its files.
+  std::uint64_t refusals() const;
 
  private:
   class Server;

@@ -31,6 +31,7 @@ const std::vector<Form>& forms() {
       {Command::plan, "", "plan", {"SOURCE", "DEST"}},
       {Command::transfer, "", "transfer", {"SOURCE", "DEST"}},
       {Command::snapshot, "", "snapshot", {"SOURCE", "OUT-DIR"}},
+      {Command::phones, "", "phones", {}},
       {Command::cacheReset, "cache", "reset", {}},
       {Command::cache, "", "cache", {}},
       {Command::templateRender, "template", "render", {}},

@@ -18,6 +18,7 @@ enum class Command {
   plan,
   transfer,
   snapshot,
+  phones,
   cacheReset,
   cache,
   templateRender,

@@ -25,6 +25,8 @@ const help::HelpText& textOf(std::optional<Command> command) {
       return help::transfer;
     case Command::snapshot:
       return help::snapshot;
+    case Command::phones:
+      return help::phones;
     case Command::cacheReset:
     case Command::cache:
       return help::cache;

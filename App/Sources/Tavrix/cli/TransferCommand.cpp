@@ -6,6 +6,7 @@
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
 #include "cli/FolderSource.h"
+#include "cli/PhoneSource.h"
 #include "cli/ProgressBar.h"
 #include "cli/Source.h"
 #include "foundation/Sentences.h"
@@ -45,7 +46,8 @@ void checkBeforeRun(const CommandContext& context, const TransferPlan& plan,
                     const Folder& destination) {
   if (plan.files.empty()) return;
   std::error_code error;
-  if (!cameraFolder(context) && !std::filesystem::is_directory(mediaFolder(context), error)) {
+  const bool isSnapshot = !isPhone(context.call.source()) && !cameraFolder(context);
+  if (isSnapshot && !std::filesystem::is_directory(mediaFolder(context), error)) {
     throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::mediaMissing,
                                                   printable(mediaFolder(context)))};
   }

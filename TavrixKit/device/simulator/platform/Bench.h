@@ -48,6 +48,7 @@ class Bench {
   void vanish(std::size_t index);
 
   std::atomic<std::uint64_t> fileCalls{0};
+  std::atomic<std::uint64_t> refusals{0};
 
  private:
   void returnLater(std::size_t index, std::chrono::milliseconds delay);

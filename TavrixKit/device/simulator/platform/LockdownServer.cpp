@@ -18,6 +18,7 @@ class Lockdown {
       PropertyList answer;
       answer.set("Request", name);
       fill(answer, name, request);
+      if (name != "GetValue" && !answer.text("Error").empty()) ++bench_.refusals;
       if (!stream_.writeSized(answer.xml()) || name == "Goodbye") return;
       if (!changeSession(answer, name)) return;
     }

@@ -236,4 +236,6 @@ SimulatedPhone PhoneSimulator::phone(std::size_t phone) const {
 
 std::uint64_t PhoneSimulator::fileCalls() const { return server_->bench.fileCalls; }
 
+std::uint64_t PhoneSimulator::refusals() const { return server_->bench.refusals; }
+
 }  // namespace tavrix
