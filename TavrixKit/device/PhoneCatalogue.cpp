@@ -22,6 +22,7 @@ std::vector<FolderEntry> entriesOf(PhoneFiles& files, const std::string& folder)
       if (error.code() != ENOENT) throw;
     }
   }
+  files.confirmPresence();
   return entries;
 }
 
@@ -46,7 +47,11 @@ FolderCatalogue PhoneCatalogue::read(PhoneFiles& files, MetadataPass::Setup setu
       listingOf(files), std::move(setup),
       [&](const std::string& path, std::uint64_t size) {
         try {
-          return MetadataReader::read(*files.open(pathOf(path), size, true));
+          const auto file = files.open(pathOf(path), size, true);
+          const MediaMetadata metadata = MetadataReader::read(*file);
+          // What a phone told that left in mid-answer must not get into the cache.
+          file->close();
+          return metadata;
         } catch (const PhoneError& error) {
           // The pass ends as a stopped one does: with all in the cache that was read.
           lost = error;

@@ -59,6 +59,9 @@ class PhoneFile : public RangedReader {
   /// of an answer, the answer may look whole and hold anything: what was read counts only when the
   /// phone has answered a further call. Throws as read() does; EIO when the place is another.
   virtual void confirmPosition(std::uint64_t position) = 0;
+  /// Closes the file, which is a further call as well: throws as read() does. A file that is not
+  /// closed is closed when it goes.
+  virtual void close() = 0;
 };
 
 /// The files of one phone. Paths begin with "/". Everything throws FileError for what the phone
@@ -67,7 +70,9 @@ class PhoneFile : public RangedReader {
 class PhoneFiles {
  public:
   virtual ~PhoneFiles() = default;
-  /// What lies directly in a folder, sorted by name.
+  /// A call for its answer's sake: throws PhoneError when none comes.
+  virtual void confirmPresence() = 0;
+  /// What lies directly in a folder, sorted by name; confirmed.
   virtual std::vector<std::string> names(const std::string& folder) = 0;
   /// `modified` is the date of creation, where the phone tells it. Links are not followed.
   virtual FileStatus status(const std::string& path) = 0;

@@ -38,10 +38,26 @@ std::optional<int> codeOf(afc_error_t error) {
   }
 }
 
-void check(afc_error_t error, FileOperation operation, const std::string& path) {
+/// Whether the phone still answers. When it leaves in the middle of an answer, the library may make
+/// anything of what is there: a success, an error of the phone's, nothing.
+bool isThere(afc_client_t client) {
+  char** raw = nullptr;
+  const afc_error_t error = afc_get_device_info(client, &raw);
+  const TextList list{raw};
+  return error == AFC_E_SUCCESS && raw != nullptr && *raw != nullptr;
+}
+
+void checkPresence(afc_client_t client) {
+  if (!isThere(client)) throw PhoneError{PhoneError::Kind::gone};
+}
+
+void check(afc_client_t client, afc_error_t error, FileOperation operation,
+           const std::string& path) {
   if (error == AFC_E_SUCCESS) return;
-  if (const auto code = codeOf(error)) throw FileError{operation, path, *code};
-  throw PhoneError{PhoneError::Kind::gone};
+  const auto code = codeOf(error);
+  if (!code) throw PhoneError{PhoneError::Kind::gone};
+  checkPresence(client);
+  throw FileError{operation, path, *code};
 }
 
 std::int64_t numberOf(const std::string& text) {
@@ -66,7 +82,7 @@ class AfcFile : public PhoneFile {
         readsAhead_(readsAhead) {}
   ~AfcFile() override {
     const BrokenPipeGuard guard;
-    if (isConnected_) afc_file_close(client_, handle_);
+    if (isOpen_) afc_file_close(client_, handle_);
   }
 
   std::uint64_t size() const override { return size_; }
@@ -85,11 +101,19 @@ class AfcFile : public PhoneFile {
     return count;
   }
 
+  void close() override {
+    const BrokenPipeGuard guard;
+    isOpen_ = false;
+    checked(afc_file_close(client_, handle_));
+  }
+
   void confirmPosition(std::uint64_t position) override {
     const BrokenPipeGuard guard;
     std::uint64_t actual = 0;
     checked(afc_file_tell(client_, handle_, &actual));
-    if (actual != position) throw FileError{FileOperation::read, path_, EIO};
+    if (actual == position) return;
+    checkPresence(client_);
+    throw FileError{FileOperation::read, path_, EIO};
   }
 
  private:
@@ -98,8 +122,12 @@ class AfcFile : public PhoneFile {
   static constexpr std::size_t largestRead = 1024 * 1024;
 
   void checked(afc_error_t error) {
-    if (error != AFC_E_SUCCESS) isConnected_ = codeOf(error).has_value();
-    check(error, FileOperation::read, path_);
+    try {
+      check(client_, error, FileOperation::read, path_);
+    } catch (const PhoneError&) {
+      isOpen_ = false;
+      throw;
+    }
   }
 
   std::size_t readDirectly(std::uint64_t offset, std::span<char> buffer) {
@@ -128,7 +156,7 @@ class AfcFile : public PhoneFile {
   std::string path_;
   std::uint64_t size_;
   bool readsAhead_;
-  bool isConnected_ = true;
+  bool isOpen_ = true;
   std::uint64_t position_ = 0;
   std::string window_;
   std::uint64_t windowBegin_ = 0;
@@ -142,12 +170,18 @@ class AfcPhoneFiles : public PhoneFiles {
     client_.reset();
   }
 
+  void confirmPresence() override {
+    const BrokenPipeGuard guard;
+    checkPresence(client_.get());
+  }
+
   std::vector<std::string> names(const std::string& folder) override {
     const BrokenPipeGuard guard;
     char** raw = nullptr;
     const afc_error_t error = afc_read_directory(client_.get(), folder.c_str(), &raw);
     const TextList list{raw};
-    check(error, FileOperation::list, folder);
+    check(client_.get(), error, FileOperation::list, folder);
+    checkPresence(client_.get());
     std::vector<std::string> names;
     for (char** name = raw; name != nullptr && *name != nullptr; ++name) {
       const std::string_view text = *name;
@@ -160,6 +194,7 @@ class AfcPhoneFiles : public PhoneFiles {
 
   FileStatus status(const std::string& path) override {
     const auto fields = infoOf(path);
+    if (!fields.contains("st_size") || !fields.contains("st_ifmt")) checkPresence(client_.get());
     const auto field = [&](const char* name) {
       const auto found = fields.find(name);
       return found == fields.end() ? std::string{} : found->second;
@@ -176,7 +211,7 @@ class AfcPhoneFiles : public PhoneFiles {
                                   bool readsAhead) override {
     const BrokenPipeGuard guard;
     std::uint64_t handle = 0;
-    check(afc_file_open(client_.get(), path.c_str(), AFC_FOPEN_RDONLY, &handle),
+    check(client_.get(), afc_file_open(client_.get(), path.c_str(), AFC_FOPEN_RDONLY, &handle),
           FileOperation::open, path);
     return std::make_unique<AfcFile>(client_.get(), handle, path, size, readsAhead);
   }
@@ -194,7 +229,7 @@ class AfcPhoneFiles : public PhoneFiles {
     char** raw = nullptr;
     const afc_error_t error = afc_get_file_info(client_.get(), path.c_str(), &raw);
     const TextList list{raw};
-    check(error, FileOperation::status, path);
+    check(client_.get(), error, FileOperation::status, path);
     std::map<std::string, std::string> fields;
     for (char** pair = raw; pair != nullptr && pair[0] != nullptr && pair[1] != nullptr;
          pair += 2) {
