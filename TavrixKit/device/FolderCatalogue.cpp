@@ -33,9 +33,8 @@ void settleFailures(FolderCatalogue& catalogue, const std::vector<std::string>& 
 
 }  // namespace
 
-FolderCatalogue FolderCatalogue::read(const std::string& folder, MetadataPass::Setup setup,
-                                      const std::stop_token& stop) {
-  SourceFolder::Listing listing = SourceFolder::list(folder);
+FolderCatalogue FolderCatalogue::of(SourceFolder::Listing listing, MetadataPass::Setup setup,
+                                    const ReadMetadata& read, const std::stop_token& stop) {
   FolderCatalogue catalogue;
   catalogue.leftOut = std::move(listing.leftOut);
   std::vector<std::string> paths;
@@ -46,15 +45,22 @@ FolderCatalogue FolderCatalogue::read(const std::string& folder, MetadataPass::S
   MetadataPass pass{std::move(setup)};
   const auto result = pass.run(
       catalogue.items,
-      [&](std::size_t index) {
-        return MetadataReader::read(*openForRangedReading(folder + "/" + paths[index]));
-      },
-      stop);
+      [&](std::size_t index) { return read(paths[index], catalogue.items[index].size); }, stop);
   catalogue.progress = result.progress;
   catalogue.isComplete = result.isComplete;
   catalogue.isKept = result.isKept;
   settleFailures(catalogue, paths, result.failures);
   return catalogue;
+}
+
+FolderCatalogue FolderCatalogue::read(const std::string& folder, MetadataPass::Setup setup,
+                                      const std::stop_token& stop) {
+  return of(
+      SourceFolder::list(folder), std::move(setup),
+      [&](const std::string& path, std::uint64_t /*size*/) {
+        return MetadataReader::read(*openForRangedReading(folder + "/" + path));
+      },
+      stop);
 }
 
 }  // namespace tavrix

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -25,6 +27,11 @@ struct FolderCatalogue {
   /// listed.
   static FolderCatalogue read(const std::string& folder, MetadataPass::Setup setup,
                               const std::stop_token& stop = {});
+  /// Reads the metadata of the files of a listing; `read` takes a file's path and size. Throws
+  /// nothing but what `read` throws besides FileError.
+  using ReadMetadata = std::function<MediaMetadata(const std::string& path, std::uint64_t size)>;
+  static FolderCatalogue of(SourceFolder::Listing listing, MetadataPass::Setup setup,
+                            const ReadMetadata& read, const std::stop_token& stop = {});
 };
 
 }  // namespace tavrix

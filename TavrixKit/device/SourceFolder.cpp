@@ -42,10 +42,12 @@ SnapshotItem itemOf(const std::string& name, const std::string& directory,
 
 class Lister {
  public:
-  explicit Lister(const std::string& root) : root_(root) {}
+  using Entries = std::function<std::vector<FolderEntry>(const std::string& folder)>;
+
+  explicit Lister(const Entries& entries) : entries_(entries) {}
 
   Listing list() {
-    listFolder("", folderEntries(root_, true), 0);
+    listFolder("", entries_(""), 0);
     return std::move(listing_);
   }
 
@@ -82,14 +84,14 @@ class Lister {
     if (depth > SourceFolder::maxDepth) return leaveOut(folder, Reason::tooDeep);
     std::vector<FolderEntry> entries;
     try {
-      entries = folderEntries(root_ + "/" + folder, false);
+      entries = entries_(folder);
     } catch (const FileError&) {
       return leaveOut(folder, Reason::unreadableFolder);
     }
     listFolder(folder, entries, depth);
   }
 
-  std::string root_;
+  const Entries& entries_;
   Listing listing_;
 };
 
@@ -131,7 +133,14 @@ std::optional<std::string> SourceFolder::catalogueFolder(const std::string& path
 }
 
 SourceFolder::Listing SourceFolder::list(const std::string& folder) {
-  return Lister{folder}.list();
+  return list([&](const std::string& inner) {
+    return inner.empty() ? folderEntries(folder, true) : folderEntries(folder + "/" + inner, false);
+  });
+}
+
+SourceFolder::Listing SourceFolder::list(
+    const std::function<std::vector<FolderEntry>(const std::string& folder)>& entries) {
+  return Lister{entries}.list();
 }
 
 std::string SourceFolder::phoneKey(const std::string& folder) {

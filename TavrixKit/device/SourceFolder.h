@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,6 +11,12 @@
 #include "media/SnapshotItem.h"
 
 namespace tavrix {
+
+/// An entry of a folder; of a link, its own status.
+struct FolderEntry {
+  std::string name;
+  FileStatus status;
+};
 
 /// A folder that stands for a phone: a mounted phone, a memory card, a copy of its folder DCIM.
 /// What lies in it is listed and never changed.
@@ -59,6 +66,9 @@ bool isCameraFolderName(std::string_view name);
 
 /// All files below a folder. Throws FileError when the folder itself cannot be listed.
 Listing list(const std::string& folder);
+/// The same of a place that is no folder of the disk: `entries` gives what lies in a folder below
+/// it ("" for itself), sorted by name, and throws FileError.
+Listing list(const std::function<std::vector<FolderEntry>(const std::string& folder)>& entries);
 
 /// What the metadata cache of a folder goes by: the same for the same place.
 std::string phoneKey(const std::string& folder);
@@ -68,11 +78,6 @@ inline constexpr int maxDepth = 16;
 
 }  // namespace SourceFolder
 
-/// An entry of a folder; of a link, its own status.
-struct FolderEntry {
-  std::string name;
-  FileStatus status;
-};
 /// What lies directly in a folder, sorted by name. With `followsLink` the folder may be reached by
 /// a link at its path. Throws FileError.
 std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink);

@@ -29,6 +29,8 @@ inline constexpr Sentence<> changedWhileRead{"файл изменился, по�
                                              "the file changed while it was being read"};
 inline constexpr Sentence<std::string> unwritable{"не удалось записать файл: {}",
                                                   "the file could not be written: {}"};
+inline constexpr Sentence<> phoneDisconnected{"связь с айфоном прервалась",
+                                              "the connection to the iPhone was lost"};
 inline constexpr Sentence<> sourceFailed{"источник не отдал файл",
                                          "the source did not hand the file over"};
 

@@ -20,7 +20,7 @@ class DownloadDestination {
 /// A failure to read one file from the source.
 class SourceError : public std::exception {
  public:
-  enum class Kind { notFound, unreadable, changedWhileRead, unsafeName };
+  enum class Kind { notFound, unreadable, changedWhileRead, unsafeName, disconnected };
 
   SourceError(Kind kind, std::string name, int code = 0)
       : kind_(kind), name_(std::move(name)), code_(code) {}

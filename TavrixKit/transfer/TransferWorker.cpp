@@ -89,6 +89,8 @@ std::string reasonOf(const SourceError& error, Language language) {
       return say(language, changedWhileRead);
     case SourceError::Kind::unsafeName:
       return say(language, unsafeName);
+    case SourceError::Kind::disconnected:
+      return say(language, phoneDisconnected);
   }
   return say(language, sourceFailed);
 }

@@ -42,6 +42,7 @@ const std::vector<Form>& forms() {
       {Command::verify, "", "verify", {"DEST"}},
       {Command::markerRebuild, "marker", "rebuild", {"SOURCE", "DEST"}, {"--device-name"}},
       {Command::snapshot, "", "snapshot", {"SOURCE", "OUT-DIR"}},
+      {Command::phones, "", "phones", {}},
       {Command::cacheReset, "cache", "reset", {}},
       {Command::cache, "", "cache", {}},
       {Command::templateRender, "template", "render", {}, {"--template", "--context"}},

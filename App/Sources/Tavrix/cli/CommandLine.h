@@ -21,6 +21,7 @@ enum class Command {
   verify,
   markerRebuild,
   snapshot,
+  phones,
   cacheReset,
   cache,
   templateRender,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "Settings.h"
@@ -7,6 +8,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/ResultPrinter.h"
 #include "cli/Surroundings.h"
+#include "device/Phones.h"
 #include "foundation/Log.h"
 #include "media/MediaAsset.h"
 
@@ -19,6 +21,7 @@ struct CommandContext {
   const Settings& settings;
   ResultPrinter& printer;
   Log& log;
+  std::optional<PhoneOnCable>& phone;  ///< of a source on the cable, once it was looked for
 
   Language language() const { return call.language; }
 };
@@ -35,6 +38,7 @@ ExitStatus showHistory(const CommandContext& context);
 ExitStatus verify(const CommandContext& context);
 ExitStatus rebuildMarker(const CommandContext& context);
 ExitStatus writeSnapshot(const CommandContext& context);
+ExitStatus listPhones(const CommandContext& context);
 ExitStatus showCache(const CommandContext& context);
 ExitStatus resetCache(const CommandContext& context);
 ExitStatus renderTemplate(const CommandContext& context);

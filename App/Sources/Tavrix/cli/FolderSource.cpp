@@ -63,9 +63,13 @@ void tellLeftOut(const CommandContext& context, const FolderCatalogue& catalogue
   tell(context, sentences::unreadableFiles, catalogue.unreadable);
 }
 
-FolderCatalogue readCatalogueOf(const CommandContext& context, const std::string& folder) {
+using ReadCatalogue =
+    std::function<FolderCatalogue(MetadataPass::Setup, const std::stop_token& stop)>;
+
+FolderCatalogue readWithBar(const CommandContext& context, const std::string& phoneKey,
+                            const ReadCatalogue& read) {
   const Surroundings& surroundings = context.surroundings;
-  MetadataPass::Setup setup{.phoneKey = SourceFolder::phoneKey(folder),
+  MetadataPass::Setup setup{.phoneKey = phoneKey,
                             .directory = stateFolder(context),
                             .now = surroundings.now,
                             .log = &context.log};
@@ -76,7 +80,7 @@ FolderCatalogue readCatalogueOf(const CommandContext& context, const std::string
       bar->show(progress, std::chrono::steady_clock::now());
     };
   }
-  return FolderCatalogue::read(folder, std::move(setup), surroundings.catchInterrupts());
+  return read(std::move(setup), surroundings.catchInterrupts());
 }
 
 }  // namespace
@@ -103,7 +107,16 @@ std::optional<std::string> cameraFolder(const CommandContext& context) {
 }
 
 std::vector<SnapshotItem> readFolder(const CommandContext& context, const std::string& folder) {
-  FolderCatalogue catalogue = readCatalogueOf(context, folder);
+  return readWithMetadata(context, SourceFolder::phoneKey(folder), folder,
+                          [&](MetadataPass::Setup setup, const std::stop_token& stop) {
+                            return FolderCatalogue::read(folder, std::move(setup), stop);
+                          });
+}
+
+std::vector<SnapshotItem> readWithMetadata(const CommandContext& context,
+                                           const std::string& phoneKey, const std::string& place,
+                                           const ReadCatalogue& read) {
+  FolderCatalogue catalogue = readWithBar(context, phoneKey, read);
   if (!catalogue.isComplete) {
     throw CommandFailure{
         ExitStatus::cancelled,
@@ -112,7 +125,7 @@ std::vector<SnapshotItem> readFolder(const CommandContext& context, const std::s
   }
   tellLeftOut(context, catalogue);
   writeLog(context.log, "folder read: items={}, left out={}, source={}", catalogue.items.size(),
-           catalogue.leftOut.size(), PrivateField{folder});
+           catalogue.leftOut.size(), PrivateField{place});
   return std::move(catalogue.items);
 }
 

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
 #include "cli/Commands.h"
+#include "device/FolderCatalogue.h"
 #include "media/SnapshotItem.h"
 
 namespace tavrix::cli {
@@ -16,6 +19,13 @@ std::optional<std::string> cameraFolder(const CommandContext& context);
 /// Its files with their metadata; a bar on a terminal tells how far reading is. What is left out is
 /// told on standard error. Throws CommandFailure when an interrupt stopped it, FileError.
 std::vector<SnapshotItem> readFolder(const CommandContext& context, const std::string& folder);
+
+/// Reads a catalogue by `read` with what its metadata pass takes from the call, and tells as
+/// readFolder() does. `phoneKey` is what the cache goes by; `place` is for the log. Throws
+/// CommandFailure when an interrupt stopped it, and what `read` throws.
+std::vector<SnapshotItem> readWithMetadata(
+    const CommandContext& context, const std::string& phoneKey, const std::string& place,
+    const std::function<FolderCatalogue(MetadataPass::Setup, const std::stop_token&)>& read);
 
 /// The state folder of a call; nothing when the environment does not tell.
 std::optional<std::string> stateFolder(const CommandContext& context);

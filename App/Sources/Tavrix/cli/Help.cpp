@@ -32,6 +32,8 @@ const help::HelpText& textOf(std::optional<Command> command) {
       return help::marker;
     case Command::snapshot:
       return help::snapshot;
+    case Command::phones:
+      return help::phones;
     case Command::cacheReset:
     case Command::cache:
       return help::cache;

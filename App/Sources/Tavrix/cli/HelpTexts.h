@@ -26,13 +26,15 @@ inline constexpr HelpText program{
   marker rebuild SOURCE DEST
                           узнаёт скопированное, если записи в DEST потеряны
   snapshot SOURCE OUT-DIR записывает каталог телефона в OUT-DIR/snapshot.json
+  phones                  айфоны на кабеле и их состояние
   cache, cache reset      сколько прочитанного помнит программа; забыть всё это
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
   template sanitize TEXT  имя, которое годится для папки
 
-SOURCE — смонтированный телефон, карта памяти или копия DCIM: папка, в которой лежит DCIM или
-папки вида 100APPLE; либо папка, в которой лежат snapshot.json и media. DEST — папка для фотографий.
+SOURCE — айфон на кабеле: phone или phone:НОМЕР; смонтированный телефон, карта памяти или копия
+DCIM: папка, в которой лежит DCIM или папки вида 100APPLE; либо папка, в которой лежат
+snapshot.json и media. DEST — папка для фотографий.
 
 Примеры:
   tavrix groups ТЕЛЕФОН --set uiMode=trips --explain
@@ -54,13 +56,15 @@ Usage: tavrix COMMAND ARGUMENTS…
   marker rebuild SOURCE DEST
                           recognises what was copied where the records of DEST are lost
   snapshot SOURCE OUT-DIR writes the phone's catalogue as OUT-DIR/snapshot.json
+  phones                  the iPhones on the cable and their state
   cache, cache reset      how much of what it read the program keeps; forget all of it
   template render         a folder name from a template
   template presets        the templates that come with the program
   template sanitize TEXT  a name that a folder can have
 
-SOURCE is a mounted phone, a memory card or a copy of DCIM: a folder that holds DCIM or folders such
-as 100APPLE; or a folder that holds snapshot.json and media. DEST is the folder for the photos.
+SOURCE is an iPhone on the cable, phone or phone:SERIAL; a mounted phone, a memory card or a copy
+of DCIM: a folder that holds DCIM or folders such as 100APPLE; or a folder that holds snapshot.json
+and media. DEST is the folder for the photos.
 
 Examples:
   tavrix groups PHONE --set uiMode=trips --explain
@@ -289,6 +293,24 @@ OUT-DIR is created when the folder above it exists; an earlier snapshot.json is 
 
 Example:
   tavrix snapshot PHONE CATALOGUE
+)"};
+
+inline constexpr HelpText phones{
+    R"(tavrix phones — айфоны на кабеле: имя, модель, номер и готов ли каждый отдать файлы.
+
+Первый из них — источник phone, любой — источник phone:НОМЕР.
+
+Примеры:
+  tavrix phones
+  tavrix transfer phone ФОТОГРАФИИ
+)",
+    R"(tavrix phones — the iPhones on the cable: name, model, number and whether each is ready.
+
+The first one is the source phone, any is the source phone:SERIAL.
+
+Examples:
+  tavrix phones
+  tavrix transfer phone PHOTOS
 )"};
 
 inline constexpr HelpText cache{

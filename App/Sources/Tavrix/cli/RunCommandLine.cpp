@@ -94,6 +94,8 @@ ExitStatus execute(const CommandContext& context) {
       return rebuildMarker(context);
     case Command::snapshot:
       return writeSnapshot(context);
+    case Command::phones:
+      return listPhones(context);
     case Command::cacheReset:
       return resetCache(context);
     case Command::cache:
@@ -114,7 +116,8 @@ ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings)
   TextPrinter text{surroundings.out, call.language, settings.timeZone, surroundings.outColumns};
   JsonPrinter json{surroundings.out};
   ResultPrinter& printer = call.json ? static_cast<ResultPrinter&>(json) : text;
-  return execute({call, surroundings, settings, printer, call.verbose ? log : silentLog()});
+  std::optional<PhoneOnCable> phone;
+  return execute({call, surroundings, settings, printer, call.verbose ? log : silentLog(), phone});
 }
 
 ExitStatus answer(const Request& request, const Surroundings& surroundings) {

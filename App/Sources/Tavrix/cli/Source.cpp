@@ -6,6 +6,7 @@
 #include "cli/CliSentences.h"
 #include "cli/Failures.h"
 #include "cli/FolderSource.h"
+#include "cli/PhoneSource.h"
 #include "device/FolderMediaSource.h"
 #include "foundation/Text.h"
 #include "foundation/files/FileReader.h"
@@ -43,7 +44,7 @@ std::string mediaFolder(const CommandContext& context) {
 }
 
 void checkMedia(const CommandContext& context) {
-  if (cameraFolder(context)) return;
+  if (isPhone(context.call.source()) || cameraFolder(context)) return;
   std::error_code error;
   if (std::filesystem::is_directory(mediaFolder(context), error)) return;
   throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::mediaMissing,
@@ -52,10 +53,17 @@ void checkMedia(const CommandContext& context) {
 
 std::string deviceName(const CommandContext& context) {
   if (context.call.deviceName) return *context.call.deviceName;
-  return variable(context.surroundings.environment, "DEMO_DEVICE_NAME").value_or("iPhone");
+  if (const auto name = variable(context.surroundings.environment, "DEMO_DEVICE_NAME")) {
+    return *name;
+  }
+  const bool isOnCable = isPhone(context.call.source());
+  return isOnCable ? chosenPhone(context).name.value_or("iPhone") : "iPhone";
 }
 
 PhoneIdentity phoneOf(const CommandContext& context) {
+  if (isPhone(context.call.source())) {
+    return identityOf(chosenPhone(context), deviceName(context));
+  }
   const bool isNamed = context.call.deviceName ||
                        variable(context.surroundings.environment, "DEMO_DEVICE_NAME").has_value();
   const auto folder = isNamed ? std::nullopt : cameraFolder(context);
@@ -63,12 +71,14 @@ PhoneIdentity phoneOf(const CommandContext& context) {
 }
 
 std::unique_ptr<MediaSource> openMedia(const CommandContext& context) {
+  if (isPhone(context.call.source())) return openPhone(context);
   if (const auto folder = cameraFolder(context))
     return std::make_unique<FolderMediaSource>(*folder);
   return std::make_unique<LocalMediaSource>(mediaFolder(context));
 }
 
 void checkApart(const CommandContext& context, const std::string& destination) {
+  if (isPhone(context.call.source())) return;
   if (cameraFolder(context)) {
     Destination::checkApartFromFolder(context.call.source(), destination);
   } else {
@@ -77,6 +87,7 @@ void checkApart(const CommandContext& context, const std::string& destination) {
 }
 
 std::vector<SnapshotItem> readItems(const CommandContext& context) {
+  if (isPhone(context.call.source())) return readPhone(context);
   if (const auto folder = cameraFolder(context)) return readFolder(context, *folder);
   auto items = readSnapshot(context, [](ByteReader& file) { return Snapshot::read(file); });
   writeLog(context.log, "snapshot read: items={}, source={}", items.size(),
@@ -86,8 +97,8 @@ std::vector<SnapshotItem> readItems(const CommandContext& context) {
 
 std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   const auto snapshotOut = variable(context.surroundings.environment, "SNAPSHOT_OUT");
-  if (const auto folder = cameraFolder(context)) {
-    const auto items = readFolder(context, *folder);
+  if (isPhone(context.call.source()) || cameraFolder(context)) {
+    const auto items = readItems(context);
     if (snapshotOut) writeItems(items, *snapshotOut);
     return Snapshot::assetsOf(items, context.settings.timeZone);
   }

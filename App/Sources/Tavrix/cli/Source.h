@@ -12,8 +12,8 @@
 
 namespace tavrix::cli {
 
-/// The source of a call: a folder that holds snapshot.json and media, or one that stands for a
-/// phone (cli/FolderSource.h).
+/// The source of a call: a folder that holds snapshot.json and media, one that stands for a phone
+/// (cli/FolderSource.h), or a phone on the cable (cli/PhoneSource.h).
 
 /// Its catalogue. Where the environment asks for it, the catalogue is written there, too. Throws
 /// CommandFailure.

@@ -4,6 +4,7 @@
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
 #include "cli/History.h"
+#include "cli/PhoneSource.h"
 #include "cli/ProgressBar.h"
 #include "cli/Quotes.h"
 #include "cli/Source.h"

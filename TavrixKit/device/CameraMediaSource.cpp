@@ -1,0 +1,89 @@
+#include "device/CameraMediaSource.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include "foundation/files/FileError.h"
+
+namespace tavrix {
+namespace {
+
+constexpr std::size_t blockBytes = 1024 * 1024;
+
+SourceError sourceError(const FileError& error, const std::string& name) {
+  const auto kind =
+      error.code() == ENOENT ? SourceError::Kind::notFound : SourceError::Kind::unreadable;
+  return {kind, name, error.code()};
+}
+
+/// Calls `work` and names its failure as one of the source.
+template <typename Work>
+auto asSource(const std::string& name, const Work& work) {
+  try {
+    return work();
+  } catch (const FileError& error) {
+    throw sourceError(error, name);
+  }
+}
+
+}  // namespace
+
+void CameraMediaSource::deliver(PhoneFile& file, Progress& progress,
+                                DownloadDestination& destination) {
+  // A block goes on only when a later call was answered: an answer that the phone broke off may
+  // look whole.
+  std::span<const char> held;
+  const auto release = [&] {
+    destination.append(std::as_bytes(held));
+    progress.delivered += held.size();
+    held = {};
+  };
+  std::uint64_t position = progress.delivered;
+  for (std::size_t turn = 0; position < progress.status->size; ++turn) {
+    std::vector<char>& buffer = buffers_[turn % buffers_.size()];
+    buffer.resize(blockBytes);
+    const std::size_t count = asSource(progress.name, [&] { return file.read(position, buffer); });
+    if (count == 0) break;
+    if (!held.empty()) release();
+    held = {buffer.data(), count};
+    position += count;
+  }
+  asSource(progress.name, [&] { file.confirmPosition(position); });
+  if (!held.empty()) release();
+}
+
+void CameraMediaSource::goOn(Progress& progress, DownloadDestination& destination) {
+  const std::string& name = progress.name;
+  if (files_ == nullptr) files_ = Phones::openFiles(setup_.deviceID);
+  const auto status = asSource(name, [&] { return files_->status(progress.path); });
+  if (!progress.status) progress.status = status;
+  if (*progress.status != status) throw SourceError{SourceError::Kind::changedWhileRead, name};
+  if (status.type != FileStatus::Type::file) {
+    const bool isFolder = status.type == FileStatus::Type::folder;
+    throw SourceError{SourceError::Kind::unreadable, name, isFolder ? EISDIR : EINVAL};
+  }
+  const auto file = asSource(name, [&] { return files_->open(progress.path, status.size, false); });
+  deliver(*file, progress, destination);
+  if (asSource(name, [&] { return files_->status(progress.path); }) != status) {
+    throw SourceError{SourceError::Kind::changedWhileRead, name};
+  }
+}
+
+void CameraMediaSource::download(const MediaAsset& asset, DownloadDestination& destination) {
+  Progress progress;
+  progress.path = Phones::mediaFolder + "/" + std::string{asset.id()};
+  progress.name = asset.name();
+  for (;;) {
+    try {
+      return goOn(progress, destination);
+    } catch (const PhoneError& error) {
+      files_.reset();
+      if (setup_.awaitPhone && setup_.awaitPhone(error.kind())) continue;
+      // Whoever does not want to wait any longer may have a reason of their own to end.
+      destination.append({});
+      throw SourceError{SourceError::Kind::disconnected, progress.name};
+    }
+  }
+}
+
+}  // namespace tavrix

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <libimobiledevice/afc.h>
+#include <libimobiledevice/libimobiledevice.h>
+#include <libimobiledevice/lockdown.h>
+#include <plist/plist.h>
+#include <signal.h>
+
+#include <memory>
+
+namespace tavrix {
+
+/// The library's objects, each freed in its way. It gives null where it has nothing.
+template <typename Object, auto release>
+struct ReleaseHandle {
+  void operator()(Object* object) const { release(object); }
+};
+using DeviceHandle = std::unique_ptr<idevice_private, ReleaseHandle<idevice_private, idevice_free>>;
+using LockdownHandle =
+    std::unique_ptr<lockdownd_client_private,
+                    ReleaseHandle<lockdownd_client_private, lockdownd_client_free>>;
+using ServiceHandle =
+    std::unique_ptr<lockdownd_service_descriptor,
+                    ReleaseHandle<lockdownd_service_descriptor, lockdownd_service_descriptor_free>>;
+using FilesHandle =
+    std::unique_ptr<afc_client_private, ReleaseHandle<afc_client_private, afc_client_free>>;
+using TextList = std::unique_ptr<char*, ReleaseHandle<char*, afc_dictionary_free>>;
+using PropertyNode = std::unique_ptr<void, ReleaseHandle<void, plist_free>>;
+
+/// While it lives, a write to a phone that has left fails instead of ending the program: the
+/// library writes to encrypted connections without asking for that.
+class BrokenPipeGuard {
+ public:
+  BrokenPipeGuard() {
+    sigset_t pending;
+    sigpending(&pending);
+    wasPending_ = sigismember(&pending, SIGPIPE) == 1;
+    sigemptyset(&pipe_);
+    sigaddset(&pipe_, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &pipe_, &before_);
+  }
+  ~BrokenPipeGuard() {
+    const timespec atOnce{};
+    if (!wasPending_) {
+      while (sigtimedwait(&pipe_, nullptr, &atOnce) > 0) {
+      }
+    }
+    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+  BrokenPipeGuard(const BrokenPipeGuard&) = delete;
+  BrokenPipeGuard& operator=(const BrokenPipeGuard&) = delete;
+
+ private:
+  sigset_t pipe_{};
+  sigset_t before_{};
+  bool wasPending_ = false;
+};
+
+}  // namespace tavrix

@@ -1,0 +1,241 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include "device/simulator/platform/Bench.h"
+#include "foundation/Text.h"
+
+namespace tavrix::simulator {
+namespace {
+
+/// A packet's head; its numbers are of eight bytes, the lowest first.
+struct Head {
+  std::array<char, 8> magic{'C', 'F', 'A', '6', 'L', 'P', 'A', 'A'};
+  std::uint64_t entireLength = 0;  ///< with what follows the parameters
+  std::uint64_t thisLength = 0;    ///< head and parameters
+  std::uint64_t number = 0;
+  std::uint64_t operation = 0;
+};
+static_assert(sizeof(Head) == 40);
+
+enum Operation : std::uint64_t {
+  status = 0x01,
+  data = 0x02,
+  readFolder = 0x03,
+  fileInfo = 0x0a,
+  deviceInfo = 0x0b,
+  openFile = 0x0d,
+  openedFile = 0x0e,
+  readFile = 0x0f,
+  seekFile = 0x11,
+  tellFile = 0x12,
+  toldFile = 0x13,
+  closeFile = 0x14,
+};
+
+enum Status : std::uint64_t {
+  success = 0,
+  invalidArgument = 7,
+  notFound = 8,
+  isFolder = 9,
+  denied = 10,
+  notSupported = 15,
+  readError = 20,
+};
+
+constexpr std::uint64_t largestPacket = 1 << 16;
+constexpr std::uint64_t largestRead = 8 << 20;
+
+class Files {
+ public:
+  Files(Bench& bench, std::size_t phone, Stream& stream)
+      : bench_(bench), index_(phone), stream_(stream) {}
+
+  void serve() {
+    Head request;
+    while (stream_.read({reinterpret_cast<char*>(&request), sizeof request})) {
+      if (request.magic != Head{}.magic || request.entireLength < sizeof request ||
+          request.entireLength > largestPacket) {
+        return;
+      }
+      std::string parameters(request.entireLength - sizeof request, '\0');
+      if (!stream_.read(parameters)) return;
+      const auto latency = bench_.phone(index_).latency;
+      if (latency.count() > 0) std::this_thread::sleep_for(latency);
+      number_ = request.number;
+      // Counted before it is answered: who has the answer finds it counted.
+      ++bench_.fileCalls;
+      if (!answer(request.operation, parameters)) return;
+    }
+  }
+
+ private:
+  struct OpenFile {
+    FileDescriptor file;
+    std::string path;
+  };
+
+  bool answer(std::uint64_t operation, const std::string& parameters) {
+    switch (operation) {
+      case readFolder:
+        return listFolder(pathIn(parameters, 0));
+      case fileInfo:
+        return tellOfFile(pathIn(parameters, 0));
+      case deviceInfo:
+        return send(data, "", lines({"Model", bench_.phone(index_).productType}));
+      case openFile:
+        return open(parameters);
+      case readFile:
+        return read(numberAt(parameters, 0), numberAt(parameters, 1));
+      case seekFile:
+        return seek(parameters);
+      case tellFile:
+        return tell(numberAt(parameters, 0));
+      case closeFile:
+        return sendStatus(files_.erase(numberAt(parameters, 0)) > 0 ? success : invalidArgument);
+      default:
+        return sendStatus(notSupported);
+    }
+  }
+
+  bool send(std::uint64_t operation, const std::string& parameters, std::string_view rest,
+            std::optional<std::uint64_t> cut = std::nullopt) {
+    Head head;
+    head.thisLength = sizeof head + parameters.size();
+    head.entireLength = head.thisLength + rest.size();
+    head.number = number_;
+    head.operation = operation;
+    std::string packet{reinterpret_cast<const char*>(&head), sizeof head};
+    packet += parameters;
+    return stream_.write(packet) && stream_.write(rest.substr(0, cut.value_or(rest.size())));
+  }
+  bool sendStatus(std::uint64_t code) { return send(status, bytesOf(code), ""); }
+
+  static std::string bytesOf(std::uint64_t number) {
+    return {reinterpret_cast<const char*>(&number), sizeof number};
+  }
+  static std::uint64_t numberAt(const std::string& parameters, std::size_t index) {
+    std::uint64_t number = 0;
+    if (parameters.size() >= (index + 1) * sizeof number) {
+      std::memcpy(&number, parameters.data() + index * sizeof number, sizeof number);
+    }
+    return number;
+  }
+  static std::string lines(const std::vector<std::string>& texts) {
+    std::string result;
+    for (const std::string& text : texts) result.append(text).push_back('\0');
+    return result;
+  }
+
+  /// The path on the disk; nothing for one that would lead out of the phone.
+  std::optional<std::string> pathIn(const std::string& parameters, std::size_t begin) const {
+    const std::string path{
+        parameters.substr(std::min(begin, parameters.size())).c_str()};  // up to the zero
+    const std::filesystem::path parts{path};
+    const bool leadsOut =
+        std::any_of(parts.begin(), parts.end(), [](const auto& part) { return part == ".."; });
+    if (leadsOut) return std::nullopt;
+    return bench_.phone(index_).root + "/" + path;
+  }
+
+  static std::uint64_t statusOf(int code) {
+    if (code == ENOENT || code == ENOTDIR) return notFound;
+    return code == EACCES ? denied : readError;
+  }
+
+  bool listFolder(const std::optional<std::string>& path) {
+    if (!path) return sendStatus(denied);
+    std::error_code error;
+    std::vector<std::string> names{".", ".."};
+    for (const auto& entry : std::filesystem::directory_iterator{*path, error}) {
+      names.push_back(entry.path().filename().string());
+    }
+    if (error) return sendStatus(statusOf(error.value()));
+    return send(data, "", lines(names));
+  }
+
+  bool tellOfFile(const std::optional<std::string>& path) {
+    struct stat raw{};
+    if (!path) return sendStatus(denied);
+    if (::lstat(path->c_str(), &raw) != 0) return sendStatus(statusOf(errno));
+    const std::string time =
+        std::to_string(raw.st_mtim.tv_sec * 1'000'000'000LL + raw.st_mtim.tv_nsec);
+    const char* type = S_ISDIR(raw.st_mode) ? "S_IFDIR" : "S_IFREG";
+    if (S_ISLNK(raw.st_mode)) type = "S_IFLNK";
+    return send(
+        data, "",
+        lines({"st_size", std::to_string(raw.st_size), "st_blocks", std::to_string(raw.st_blocks),
+               "st_nlink", "1", "st_ifmt", type, "st_mtime", time, "st_birthtime", time}));
+  }
+
+  bool open(const std::string& parameters) {
+    constexpr std::uint64_t readOnly = 1;
+    const auto path = pathIn(parameters, sizeof(std::uint64_t));
+    if (!path || numberAt(parameters, 0) != readOnly) return sendStatus(denied);
+    std::error_code error;
+    if (std::filesystem::is_directory(*path, error)) return sendStatus(isFolder);
+    FileDescriptor file{::open(path->c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+    if (!file.isOpen()) return sendStatus(statusOf(errno));
+    files_[++lastHandle_] = {std::move(file), *path};
+    return send(openedFile, bytesOf(lastHandle_), "");
+  }
+
+  bool read(std::uint64_t handle, std::uint64_t size) {
+    const auto found = files_.find(handle);
+    if (found == files_.end() || size > largestRead) return sendStatus(invalidArgument);
+    const auto& unreadable = bench_.phone(index_).unreadable;
+    const std::string& path = found->second.path;
+    if (std::any_of(unreadable.begin(), unreadable.end(),
+                    [&](const std::string& end) { return path.ends_with(end); })) {
+      return sendStatus(readError);
+    }
+    if (buffer_.size() < size) buffer_.resize(size);
+    const ssize_t count = ::read(found->second.file.number(), buffer_.data(), size);
+    if (count < 0) return sendStatus(statusOf(errno));
+    const auto length = static_cast<std::uint64_t>(count);
+    const std::string_view bytes{buffer_.data(), length};
+    const std::uint64_t allowed = bench_.allowance(index_, length);
+    if (allowed == length) return send(data, "", bytes);
+    send(data, "", bytes, allowed);
+    bench_.vanish(index_);
+    return false;
+  }
+
+  bool seek(const std::string& parameters) {
+    const auto found = files_.find(numberAt(parameters, 0));
+    if (found == files_.end()) return sendStatus(invalidArgument);
+    const auto place =
+        ::lseek(found->second.file.number(), static_cast<off_t>(numberAt(parameters, 2)),
+                static_cast<int>(numberAt(parameters, 1)));
+    return sendStatus(place < 0 ? invalidArgument : success);
+  }
+
+  bool tell(std::uint64_t handle) {
+    const auto found = files_.find(handle);
+    if (found == files_.end()) return sendStatus(invalidArgument);
+    const auto place = ::lseek(found->second.file.number(), 0, SEEK_CUR);
+    return send(toldFile, bytesOf(static_cast<std::uint64_t>(place)), "");
+  }
+
+  Bench& bench_;
+  std::size_t index_;
+  Stream& stream_;
+  std::uint64_t number_ = 0;
+  std::uint64_t lastHandle_ = 0;
+  std::map<std::uint64_t, OpenFile> files_;
+  std::string buffer_;
+};
+
+}  // namespace
+
+void serveFiles(Bench& bench, std::size_t phone, Stream& stream) {
+  if (bench.phone(phone).usesTLS && !stream.secure(bench.keys().context())) return;
+  Files{bench, phone, stream}.serve();
+}
+
+}  // namespace tavrix::simulator

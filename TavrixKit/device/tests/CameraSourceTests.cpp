@@ -1,0 +1,303 @@
+#include <gmock/gmock.h>
+#include <signal.h>
+
+#include <chrono>
+#include <thread>
+
+#include "device/CameraMediaSource.h"
+#include "device/tests/support/SimulatedCable.h"
+#include "foundation/files/FileError.h"
+#include "media/SnapshotItem.h"
+
+namespace tavrix {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Trust = SimulatedPhone::Trust;
+
+constexpr std::size_t mebibyte = 1024 * 1024;
+
+/// Bytes that differ from place to place.
+std::string bytesOf(std::size_t count) {
+  std::string bytes(count, '\0');
+  std::uint32_t state = 1;
+  for (char& byte : bytes) {
+    state = state * 1664525U + 1013904223U;
+    byte = static_cast<char>(state >> 24U);
+  }
+  return bytes;
+}
+
+/// Takes what comes, up to a number of bytes at which it wants no more.
+struct Received : DownloadDestination {
+  struct Enough {};
+
+  void append(std::span<const std::byte> bytes) override {
+    if (isStopped) throw Enough{};
+    text.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    isStopped = text.size() >= limit;
+  }
+
+  std::string text;
+  std::size_t limit = SIZE_MAX;
+  bool isStopped = false;
+};
+
+MediaAsset asset(const std::string& id, std::uint64_t size) {
+  SnapshotItem item;
+  item.name = id.substr(id.rfind('/') + 1);
+  item.size = size;
+  item.kind = "photo";
+  return item.mediaAsset(id, TimeZone::utc());
+}
+
+/// Every test runs with and without encryption.
+struct CameraSourceTest : testing::TestWithParam<bool> {
+  CameraSourceTest() { ::signal(SIGPIPE, SIG_DFL); }
+
+  PhoneSimulator& plugIn(const std::function<void(SimulatedPhone&)>& change = {}) {
+    return cable.plugIn([&](SimulatedPhone& phone) {
+      phone.usesTLS = GetParam();
+      if (change) change(phone);
+    });
+  }
+  CameraMediaSource source(std::function<bool(PhoneError::Kind)> awaitPhone = {}) const {
+    return CameraMediaSource{{SimulatedPhone{}.deviceID, std::move(awaitPhone)}};
+  }
+  static std::optional<SourceError::Kind> failureOf(CameraMediaSource& source,
+                                                    const std::string& id, Received& received) {
+    try {
+      source.download(asset(id, 1), received);
+      return std::nullopt;
+    } catch (const SourceError& error) {
+      return error.kind();
+    }
+  }
+
+  SimulatedCable cable;
+};
+
+INSTANTIATE_TEST_SUITE_P(plainAndEncrypted, CameraSourceTest, testing::Bool());
+
+TEST_P(CameraSourceTest, download_givesEveryByteOfFilesOfAnySize) {
+  const std::vector<std::size_t> sizes{
+      0, 1, mebibyte - 1, mebibyte, mebibyte + 1, 3 * mebibyte + 7};
+  for (const std::size_t size : sizes) {
+    cable.write("100APPLE/" + std::to_string(size), bytesOf(size));
+  }
+  plugIn();
+  auto camera = source();
+  for (const std::size_t size : sizes) {
+    Received received;
+    camera.download(asset("100APPLE/" + std::to_string(size), size), received);
+    EXPECT_TRUE(received.text == bytesOf(size)) << size;
+  }
+}
+
+TEST_P(CameraSourceTest, phoneThatLeavesAndComesBack_goesOnWhereItWas) {
+  const std::string content = bytesOf(5 * mebibyte / 2);
+  cable.write("100APPLE/IMG_0001.MOV", content);
+  for (const std::size_t place : {std::size_t{0}, std::size_t{1}, mebibyte - 1, mebibyte,
+                                  mebibyte + 17, content.size() - 1}) {
+    plugIn([&](SimulatedPhone& phone) {
+      phone.vanishesAfterBytes = place;
+      phone.returnsAfter = std::chrono::milliseconds{20};
+    });
+    std::vector<PhoneError::Kind> waits;
+    auto camera = source([&](PhoneError::Kind kind) {
+      waits.push_back(kind);
+      std::this_thread::sleep_for(std::chrono::milliseconds{5});
+      return true;
+    });
+    Received received;
+    camera.download(asset("100APPLE/IMG_0001.MOV", content.size()), received);
+    EXPECT_TRUE(received.text == content) << "left after " << place;
+    EXPECT_FALSE(waits.empty()) << "left after " << place;
+    EXPECT_EQ(waits.front(), PhoneError::Kind::gone);
+  }
+}
+
+TEST_P(CameraSourceTest, phoneThatStaysAway_failsTheFileAndGivesNoWrongByte) {
+  const std::string content = bytesOf(3 * mebibyte);
+  cable.write("100APPLE/IMG_0001.MOV", content);
+  for (const std::size_t place : {std::size_t{100}, mebibyte + 100, content.size() - 1}) {
+    plugIn([&](SimulatedPhone& phone) { phone.vanishesAfterBytes = place; });
+    auto camera = source();
+    Received received;
+    EXPECT_EQ(failureOf(camera, "100APPLE/IMG_0001.MOV", received),
+              SourceError::Kind::disconnected);
+    EXPECT_LE(received.text.size(), place);
+    EXPECT_TRUE(content.starts_with(received.text)) << place;
+  }
+}
+
+TEST_P(CameraSourceTest, fileThatIsAnotherWhenThePhoneIsBack_isNoMixtureOfBoth) {
+  cable.write("100APPLE/IMG_0001.MOV", bytesOf(3 * mebibyte));
+  plugIn([&](SimulatedPhone& phone) { phone.vanishesAfterBytes = 2 * mebibyte + 5; });
+  auto camera = source([&](PhoneError::Kind) {
+    cable.write("100APPLE/IMG_0001.MOV", std::string(4 * mebibyte, 'x'));
+    plugIn();
+    return true;
+  });
+  Received received;
+  EXPECT_EQ(failureOf(camera, "100APPLE/IMG_0001.MOV", received),
+            SourceError::Kind::changedWhileRead);
+}
+
+TEST_P(CameraSourceTest, filesThatCannotBeRead_failEachForItsReason) {
+  cable.write("100APPLE/IMG_0001.JPG", "whole");
+  cable.write("100APPLE/IMG_0002.JPG", "damaged");
+  plugIn([](SimulatedPhone& phone) { phone.unreadable = {"IMG_0002.JPG"}; });
+  auto camera = source();
+  const std::vector<std::pair<std::string, SourceError::Kind>> rows{
+      {"100APPLE/IMG_0002.JPG", SourceError::Kind::unreadable},
+      {"100APPLE/IMG_0003.JPG", SourceError::Kind::notFound},
+      {"100APPLE/../../secret", SourceError::Kind::unreadable},
+      {"100APPLE", SourceError::Kind::unreadable}};
+  for (const auto& [id, kind] : rows) {
+    Received received;
+    EXPECT_EQ(failureOf(camera, id, received), kind) << id;
+    EXPECT_EQ(received.text, "") << id;
+  }
+  Received received;
+  camera.download(asset("100APPLE/IMG_0001.JPG", 5), received);
+  EXPECT_EQ(received.text, "whole");
+}
+
+TEST_P(CameraSourceTest, cancel_endsTheDownloadAndTheSourceServesOn) {
+  cable.write("100APPLE/long", bytesOf(8 * mebibyte));
+  cable.write("100APPLE/short", "short");
+  auto& simulator = plugIn();
+  auto camera = source();
+  Received received;
+  received.limit = 1;
+  EXPECT_THROW(camera.download(asset("100APPLE/long", 8 * mebibyte), received), Received::Enough);
+  EXPECT_EQ(received.text.size(), mebibyte);
+  EXPECT_LT(simulator.fileCalls(), 8U);
+  Received next;
+  camera.download(asset("100APPLE/short", 5), next);
+  EXPECT_EQ(next.text, "short");
+}
+
+TEST_P(CameraSourceTest, cancelWhileThePhoneIsAway_isTheCallersOwn) {
+  cable.write("100APPLE/long", bytesOf(2 * mebibyte));
+  plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 5; });
+  Received received;
+  auto camera = source([&](PhoneError::Kind) {
+    received.isStopped = true;
+    return false;
+  });
+  EXPECT_THROW(camera.download(asset("100APPLE/long", 2 * mebibyte), received), Received::Enough);
+}
+
+struct StateRow {
+  Trust trust;
+  bool isLocked;
+  PhoneState state;
+  std::optional<PhoneError::Kind> error;
+};
+
+TEST_P(CameraSourceTest, phones_tellTheirStateAndOpenOnlyWhenReady) {
+  const std::vector<StateRow> rows{
+      {Trust::trusted, false, PhoneState::ready, std::nullopt},
+      {Trust::asking, false, PhoneState::ready, std::nullopt},
+      {Trust::trusted, true, PhoneState::locked, PhoneError::Kind::locked},
+      {Trust::asking, true, PhoneState::locked, PhoneError::Kind::locked},
+      {Trust::pending, false, PhoneState::trustPending, PhoneError::Kind::trustPending},
+      {Trust::denied, false, PhoneState::trustDenied, PhoneError::Kind::trustDenied},
+  };
+  for (const StateRow& row : rows) {
+    plugIn([&](SimulatedPhone& phone) {
+      phone.trust = row.trust;
+      phone.isLocked = row.isLocked;
+      phone.name = "Аня";
+    });
+    const auto phones = Phones::list();
+    ASSERT_EQ(phones.size(), 1U);
+    EXPECT_EQ(phones[0].state, row.state) << textOf(row.state);
+    EXPECT_EQ(phones[0].name, "Аня");
+    std::optional<PhoneError::Kind> error;
+    try {
+      Phones::openFiles(phones[0].deviceID);
+    } catch (const PhoneError& caught) {
+      error = caught.kind();
+    }
+    EXPECT_EQ(error, row.error) << textOf(row.state);
+  }
+}
+
+TEST_P(CameraSourceTest, phoneThatIsUnlockedAndTrusts_isReady) {
+  auto& simulator = plugIn([](SimulatedPhone& phone) {
+    phone.trust = Trust::pending;
+    phone.isLocked = true;
+  });
+  EXPECT_EQ(Phones::list().at(0).state, PhoneState::locked);
+  simulator.change(0, [](SimulatedPhone& phone) { phone.isLocked = false; });
+  EXPECT_EQ(Phones::list().at(0).state, PhoneState::trustPending);
+  simulator.change(0, [](SimulatedPhone& phone) { phone.trust = Trust::asking; });
+  const auto phones = Phones::list();
+  EXPECT_EQ(phones.at(0).state, PhoneState::ready);
+  EXPECT_EQ(phones.at(0).serialNumber, "SIMULATED1");
+  EXPECT_EQ(phones.at(0).model, "iPhone14,5");
+}
+
+TEST(Phones, list_hasAllOnTheCableAndNoOthers) {
+  SimulatedCable cable;
+  EXPECT_THROW(Phones::list(), PhoneError);
+  SimulatedPhone first;
+  SimulatedPhone second;
+  second.deviceID = "00008110-0000000000000002";
+  second.isLocked = true;
+  SimulatedPhone absent;
+  absent.deviceID = "00008110-0000000000000003";
+  absent.isPluggedIn = false;
+  cable.plugInAll({first, second, absent});
+  std::vector<std::string> ids;
+  for (const PhoneOnCable& phone : Phones::list()) ids.push_back(phone.deviceID);
+  EXPECT_THAT(ids, ElementsAre(first.deviceID, second.deviceID));
+  try {
+    Phones::openFiles(absent.deviceID);
+    ADD_FAILURE();
+  } catch (const PhoneError& error) {
+    EXPECT_EQ(error.kind(), PhoneError::Kind::gone);
+  }
+}
+
+TEST(PhoneFiles, namesAndStatus_areThoseOfTheFolder) {
+  SimulatedCable cable;
+  cable.write("100APPLE/b.JPG", "12345");
+  cable.write("100APPLE/a.JPG", "");
+  auto& simulator = cable.plugIn();
+  const auto files = Phones::openFiles(simulator.phone(0).deviceID);
+  EXPECT_THAT(files->names("/DCIM"), ElementsAre("100APPLE"));
+  EXPECT_THAT(files->names("/DCIM/100APPLE"), ElementsAre("a.JPG", "b.JPG"));
+  EXPECT_EQ(files->status("/DCIM/100APPLE").type, FileStatus::Type::folder);
+  EXPECT_EQ(files->status("/DCIM/100APPLE/b.JPG").size, 5U);
+  EXPECT_THROW(files->names("/DCIM/101APPLE"), FileError);
+}
+
+TEST(PhoneFiles, smallReads_areOfOneCallWhereTheyLieTogether) {
+  SimulatedCable cable;
+  const std::string content = bytesOf(300'000);
+  cable.write("100APPLE/a.JPG", content);
+  auto& simulator = cable.plugIn();
+  const auto files = Phones::openFiles(simulator.phone(0).deviceID);
+  const auto before = simulator.fileCalls();
+  {
+    const auto file = files->open("/DCIM/100APPLE/a.JPG", content.size(), true);
+    for (const std::size_t offset : {0U, 12U, 40'000U, 5U}) {
+      std::string buffer(1000, '\0');
+      EXPECT_EQ(file->read(offset, buffer), 1000U);
+      EXPECT_EQ(buffer, content.substr(offset, 1000));
+    }
+    EXPECT_EQ(simulator.fileCalls() - before, 2U);  // open and read
+    std::string end(1000, '\0');
+    EXPECT_EQ(file->read(content.size() - 10, end), 10U);
+    EXPECT_EQ(end.substr(0, 10), content.substr(content.size() - 10));
+  }
+  EXPECT_EQ(simulator.fileCalls() - before, 5U);  // and seek, read, close
+}
+
+}  // namespace
+}  // namespace tavrix

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <stdlib.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "device/simulator/PhoneSimulator.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+
+namespace tavrix {
+
+/// A cable with simulated phones, which the program finds in place of the machine's own. Each phone
+/// has its files below a folder of its own, "phone0", "phone1", ….
+class SimulatedCable {
+ public:
+  ~SimulatedCable() { unplugAll(); }
+
+  void write(const std::string& path, const std::string& content, int phone = 0) const {
+    folder_.write("phone" + std::to_string(phone) + "/DCIM/" + path, content);
+  }
+  std::string root(int phone = 0) const { return folder_ / ("phone" + std::to_string(phone)); }
+  /// One phone, changed as a test needs it.
+  PhoneSimulator& plugIn(const std::function<void(SimulatedPhone&)>& change = {}) {
+    SimulatedPhone phone;
+    phone.root = root();
+    if (change) change(phone);
+    return plugInAll({phone});
+  }
+  PhoneSimulator& plugInAll(std::vector<SimulatedPhone> phones) {
+    unplugAll();
+    simulator_ = std::make_unique<PhoneSimulator>(folder_ / "mux", std::move(phones));
+    ::setenv("USBMUXD_SOCKET_ADDRESS", simulator_->address().c_str(), 1);
+    return *simulator_;
+  }
+  /// The service that hands phones over ends, too.
+  void unplugAll() {
+    simulator_.reset();
+    ::setenv("USBMUXD_SOCKET_ADDRESS", ("UNIX:" + (folder_ / "mux")).c_str(), 1);
+  }
+
+ private:
+  TemporaryFolder folder_;
+  std::unique_ptr<PhoneSimulator> simulator_;
+};
+
+}  // namespace tavrix
