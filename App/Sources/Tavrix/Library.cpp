@@ -24,36 +24,38 @@ Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
   return leftOut;
 }
 
-GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings) {
+GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
+                                const std::shared_ptr<const PlaceLookup>& lookup) {
   return GroupingEngine::group({bundles, bundleFilter(settings), groupingMode(settings),
-                                groupingSettings(settings), settings.homeOverride, nullptr});
+                                groupingSettings(settings), settings.homeOverride, lookup});
 }
 
 }  // namespace
 
-std::vector<FolderNaming::Row> rowsOf(const std::vector<AssetBundle>& bundles,
-                                      const Settings& settings, const std::string& systemLocaleID) {
-  return FolderNaming::resolve(namingSettings(settings, systemLocaleID),
-                               groupsOf(bundles, settings).groups)
-      .rows;
+NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
+                   const std::string& systemLocaleID, PlaceNaming* naming) {
+  const auto lookup = lookupForFilter(bundles, settings, naming);
+  return nameGroups(groupsOf(bundles, settings, lookup).groups, settings, systemLocaleID, naming,
+                    lookup);
 }
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
-                    const std::string& systemLocaleID) {
+                    const std::string& systemLocaleID, PlaceNaming* naming) {
   Library library;
   library.fileCount = assets.size();
   library.bundles = BundleBuilder::makeBundles(assets);
 
-  auto grouped = groupsOf(library.bundles, settings);
+  const auto lookup = lookupForFilter(library.bundles, settings, naming);
+  auto grouped = groupsOf(library.bundles, settings, lookup);
   library.optimizedCount =
-      OptimizedCopy::count(library.bundles, bundleFilter(settings), {settings.timeZone, nullptr});
+      OptimizedCopy::count(library.bundles, bundleFilter(settings), {settings.timeZone, lookup.get()});
   library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
   library.homeCandidates = std::move(grouped.homeCandidates);
   library.homeIsAmbiguous = grouped.homeIsAmbiguous;
-  library.rows =
-      FolderNaming::resolve(namingSettings(settings, systemLocaleID), std::move(grouped.groups))
-          .rows;
+  auto named = nameGroups(std::move(grouped.groups), settings, systemLocaleID, naming, lookup);
+  library.rows = std::move(named.rows);
+  library.places = std::move(named.places);
   return library;
 }
 
@@ -74,6 +76,15 @@ std::vector<LibraryPlace> placesOf(const std::vector<AssetBundle>& bundles, doub
     places[assignment.clusterOfPoint[i]].bundles.push_back(*located[i]);
   }
   return places;
+}
+
+void addNames(std::vector<LibraryPlace>& places, const PlaceLookup& lookup) {
+  for (LibraryPlace& place : places) {
+    const std::string key = lookup.placeKey(place.center);
+    for (const std::string language : {"en", "ru"}) {
+      if (auto names = lookup.names(key, language)) place.names.emplace(language, *names);
+    }
+  }
 }
 
 }  // namespace tavrix

@@ -18,24 +18,37 @@ std::string templateName(const NameTemplate& nameTemplate) {
   return say(Language::russian, sentences::ownTemplate);
 }
 
-std::optional<TransferRecord::Place> placeOf(const MediaGroup& group) {
+/// The city, or the country where there is no city.
+void addName(TransferRecord::Place& place, const std::string& language, const PlaceNames& names) {
+  const auto& name = names.city ? names.city : names.countryName;
+  if (name) place.names.emplace(language, *name);
+  place.countryCode = names.countryCode;
+}
+
+std::optional<TransferRecord::Place> placeOf(const MediaGroup& group, const PlaceLookup* lookup) {
   if (!group.place) return std::nullopt;
   TransferRecord::Place place;
   place.latitude = group.place->latitude;
   place.longitude = group.place->longitude;
+  if (lookup == nullptr) return place;
+  const std::string key = lookup->placeKey(*group.place);
+  for (const std::string language : {"en", "ru"}) {
+    if (const auto names = lookup->names(key, language)) addName(place, language, *names);
+  }
   return place;
 }
 
 /// Adds those shots of the rows that `isWanted` takes, each with every file that it has.
 template <typename Predicate>
-void addShots(const std::vector<FolderNaming::Row>& rows, const RunToRecord& run,
+void addShots(const std::vector<FolderNaming::Row>& rows, const PlaceLookup* lookup,
+              const RunToRecord& run,
               std::vector<ShotInput>& shots, Predicate isWanted) {
   absl::flat_hash_map<std::string_view, const AssetBundle*> whole;
   whole.reserve(run.library.bundles.size());
   for (const AssetBundle& bundle : run.library.bundles) whole.emplace(bundle.id(), &bundle);
   const bool isFlat = run.settings.uiMode == UIGroupingMode::flat;
   for (const FolderNaming::Row& row : rows) {
-    const auto place = placeOf(row.group);
+    const auto place = placeOf(row.group, lookup);
     for (const AssetBundle& bundle : row.group.bundles) {
       if (isWanted(bundle)) {
         shots.push_back({*whole.at(bundle.id()), isFlat ? std::string{} : row.name, place});
@@ -46,11 +59,13 @@ void addShots(const std::vector<FolderNaming::Row>& rows, const RunToRecord& run
 
 std::vector<ShotInput> shotsOf(const RunToRecord& run) {
   std::vector<ShotInput> shots;
-  addShots(run.library.rows, run, shots, [](const AssetBundle&) { return true; });
+  addShots(run.library.rows, run.library.places.get(), run, shots, [](const AssetBundle&) { return true; });
   if (run.settings.skipOptimized && run.library.optimizedCount > 0) {
     Settings settings = run.settings;
     settings.skipOptimized = false;
-    addShots(rowsOf(run.library.bundles, settings, run.systemLocaleID), run, shots,
+    const NamedGroups named =
+        rowsOf(run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
+    addShots(named.rows, named.places.get(), run, shots,
              [](const AssetBundle& bundle) { return bundle.original().isOptimized(); });
   }
   return shots;

@@ -22,6 +22,7 @@ struct RunToRecord {
   Uuid id;
   Instant startedAt;
   Instant finishedAt;
+  PlaceNaming* placeNaming = nullptr;  ///< names the places of folders that the run left out
 };
 
 /// The record of a run: the shots of all folders, whatever of them was there before, and those that

@@ -22,6 +22,9 @@ class History {
   HistoryStore store_;
 };
 
+/// Where the state folder of a call is; nothing when nothing tells.
+std::optional<std::string> statePath(const CommandContext& context);
+
 /// Writes the record of a run that has ended; tells on standard error when that did not work.
 /// Nothing when there is no record then.
 std::optional<Uuid> recordRun(const CommandContext& context, RunToRecord run);

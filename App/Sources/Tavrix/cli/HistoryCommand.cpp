@@ -15,14 +15,6 @@
 namespace tavrix::cli {
 namespace {
 
-std::optional<std::string> statePath(const CommandContext& context) {
-  const Environment& environment = context.surroundings.environment;
-  return stateFolderPath({.chosen = context.call.stateFolder,
-                          .demo = variable(environment, "DEMO_STATE_DIR"),
-                          .stateHome = variable(environment, "XDG_STATE_HOME"),
-                          .home = variable(environment, "HOME")});
-}
-
 std::unique_ptr<Folder> historyFolder(const CommandContext& context) {
   const auto path = statePath(context);
   if (!path) {
@@ -137,6 +129,14 @@ void checkOptions(const CommandContext& context) {
 }
 
 }  // namespace
+
+std::optional<std::string> statePath(const CommandContext& context) {
+  const Environment& environment = context.surroundings.environment;
+  return stateFolderPath({.chosen = context.call.stateFolder,
+                          .demo = variable(environment, "DEMO_STATE_DIR"),
+                          .stateHome = variable(environment, "XDG_STATE_HOME"),
+                          .home = variable(environment, "HOME")});
+}
 
 History::History(const CommandContext& context)
     : folder_(historyFolder(context)), store_(*folder_, context.log) {}

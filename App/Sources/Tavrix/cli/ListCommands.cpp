@@ -1,6 +1,7 @@
 // The commands that show what is on the phone.
 
 #include "cli/Commands.h"
+#include "cli/PlaceNames.h"
 #include "cli/Source.h"
 #include "media/BundleBuilder.h"
 
@@ -17,15 +18,10 @@ ExitStatus listBundles(const CommandContext& context) {
 }
 
 ExitStatus listGroups(const CommandContext& context) {
-  context.printer.groups(readLibrary(context));
-  return ExitStatus::done;
-}
-
-ExitStatus listPlaces(const CommandContext& context) {
-  const auto bundles = BundleBuilder::makeBundles(readCatalogue(context));
-  const auto kept =
-      filtered(bundles, bundleFilter(context.settings), {context.settings.timeZone, nullptr});
-  context.printer.places(placesOf(kept, context.settings.placeRadiusKm));
+  const auto naming = placeNaming(context);
+  const Library library = readLibrary(context, naming.get());
+  if (naming) naming->save();
+  context.printer.groups(library);
   return ExitStatus::done;
 }
 

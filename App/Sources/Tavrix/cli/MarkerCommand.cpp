@@ -67,7 +67,7 @@ void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& r
 ExitStatus rebuildMarker(const CommandContext& context) {
   const std::string& path = context.call.operands.at(1);
   Destination::checkApart(context.call.source(), path);
-  const Library library = readLibrary(context);
+  const Library library = readLibrary(context, nullptr);
   checkMedia(context);
   const auto folder = Destination::openRequiredForWriting(path);
   const DestinationListing listing = listDestination(*folder);

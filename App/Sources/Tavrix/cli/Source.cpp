@@ -70,12 +70,13 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   return assets;
 }
 
-Library readLibrary(const CommandContext& context) {
+Library readLibrary(const CommandContext& context, PlaceNaming* naming) {
   if (!GroupingEngine::supports(groupingMode(context.settings))) {
     throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::modeNotThere,
                                                 textOf(context.settings.uiMode))};
   }
-  return makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID);
+  return makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID,
+                     naming);
 }
 
 std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder) {

@@ -4,6 +4,7 @@
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
 #include "cli/History.h"
+#include "cli/PlaceNames.h"
 #include "cli/ProgressBar.h"
 #include "cli/Source.h"
 #include "foundation/Sentences.h"
@@ -111,7 +112,8 @@ void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
 }  // namespace
 
 ExitStatus showPlan(const CommandContext& context) {
-  const Library library = readLibrary(context);
+  const auto naming = placeNaming(context);
+  const Library library = readLibrary(context, naming.get());
   const auto destination = Destination::openExisting(destinationPath(context));
   Destination::checkApart(context.call.source(), destinationPath(context));
   DestinationView view;
@@ -129,7 +131,8 @@ ExitStatus showPlan(const CommandContext& context) {
 ExitStatus transfer(const CommandContext& context) {
   checkTransferable(context);
   Destination::checkApart(context.call.source(), destinationPath(context));
-  const Library library = readLibrary(context);
+  const auto naming = placeNaming(context);
+  const Library library = readLibrary(context, naming.get());
   const auto destination = Destination::openForWriting(destinationPath(context));
   Destination::Content content =
       Destination::read(*destination, snapshotPhone(deviceName(context)));
@@ -148,7 +151,9 @@ ExitStatus transfer(const CommandContext& context) {
                                             .language = writtenLanguage(context),
                                             .id = {},
                                             .startedAt = startedAt,
-                                            .finishedAt = context.surroundings.now()});
+                                            .finishedAt = context.surroundings.now(),
+                                            .placeNaming = naming.get()});
+  if (naming) naming->save();
   try {
     context.printer.transfer({library, plan, destinationPath(context), outcome, recordID});
   } catch (const OutputClosed&) {
