@@ -68,8 +68,7 @@ std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t i
     const double distance = haversineDistanceKm(part.point, table.pointAt(other));
     if (distance > mainCityShare * radiusKm(population)) return;
     const GazetteerPlace city = table.at(other);
-    const bool isApart =
-        city.district != 0 && part.district != 0 && city.district != part.district;
+    const bool isApart = city.district != 0 && part.district != 0 && city.district != part.district;
     if (city.country != part.country || city.region != part.region || isApart) return;
     const Choice candidate{other, score(distance, population)};
     if (!best || candidate.score < best->score) best = candidate;

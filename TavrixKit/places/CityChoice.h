@@ -8,9 +8,9 @@
 /// whose size reaches the point.
 namespace tavrix::CityChoice {
 
-/// Kilometres around its centre that a place of so many people fills: 1.2 · ∛(people / 1000), 12 for
-/// a million. The area grows with the two-thirds power of the population, as built-up areas roughly
-/// do (S. Nordbeck, "Urban Allometric Growth", 1971).
+/// Kilometres around its centre that a place of so many people fills: 1.2 · ∛(people / 1000), 12
+/// for a million. The area grows with the two-thirds power of the population, as built-up areas
+/// roughly do (S. Nordbeck, "Urban Allometric Growth", 1971).
 double radiusKm(std::uint32_t population);
 
 /// Kilometres from its centre up to which a point may be named after a place: ten, and twice the

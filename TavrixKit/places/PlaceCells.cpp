@@ -31,9 +31,8 @@ double rounded(double degrees) { return std::round(degrees * 10'000) / 10'000 + 
 
 PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm)
     : radiusKm_(radiusKm), centers_(PlaceClustering::assign(points, radiusKm).centers) {
-  std::stable_sort(
-      centers_.begin(), centers_.end(),
-      [](const GeoPoint& a, const GeoPoint& b) { return a.latitude < b.latitude; });
+  std::stable_sort(centers_.begin(), centers_.end(),
+                   [](const GeoPoint& a, const GeoPoint& b) { return a.latitude < b.latitude; });
 }
 
 std::string PlaceCells::keyOf(const GeoPoint& point) const {

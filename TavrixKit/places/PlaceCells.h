@@ -9,9 +9,9 @@
 
 namespace tavrix {
 
-/// The place cells of a library: the clusters of its points, so that shots near each other share one
-/// cell and one name. A cell's key is its centre, "41.9000,12.5005" with four decimals (11 m), and
-/// so means the same in every run.
+/// The place cells of a library: the clusters of its points, so that shots near each other share
+/// one cell and one name. A cell's key is its centre, "41.9000,12.5005" with four decimals (11 m),
+/// and so means the same in every run.
 class PlaceCells {
  public:
   /// Clusters points, in their order, with the radius of one place.

@@ -19,7 +19,8 @@ namespace tavrix {
 /// in the background asks one cell after another. Safe to use from several threads.
 class PlaceDirectory {
  public:
-  /// Called by the background thread each time it has run out of work, when it has learnt something.
+  /// Called by the background thread each time it has run out of work, when it has learnt
+  /// something.
   using Listener = std::function<void()>;
 
   /// Begins with what `cache` holds, as far as it came from the same source.
@@ -60,7 +61,8 @@ class PlaceDirectory {
   std::condition_variable_any changed_;
   GeocodingCache cache_;
   std::deque<Job> queue_;
-  std::set<std::pair<std::string, std::string>> waiting_;  ///< language and key, also of the one at work
+  std::set<std::pair<std::string, std::string>>
+      waiting_;  ///< language and key, also of the one at work
   bool hasLearnt_ = false;
   bool hasNews_ = false;
   std::jthread worker_;  ///< the last member: it uses the others

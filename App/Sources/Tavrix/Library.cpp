@@ -47,8 +47,8 @@ Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& setti
 
   const auto lookup = lookupForFilter(library.bundles, settings, naming);
   auto grouped = groupsOf(library.bundles, settings, lookup);
-  library.optimizedCount =
-      OptimizedCopy::count(library.bundles, bundleFilter(settings), {settings.timeZone, lookup.get()});
+  library.optimizedCount = OptimizedCopy::count(library.bundles, bundleFilter(settings),
+                                                {settings.timeZone, lookup.get()});
   library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
   library.homeCandidates = std::move(grouped.homeCandidates);
@@ -78,11 +78,15 @@ std::vector<LibraryPlace> placesOf(const std::vector<AssetBundle>& bundles, doub
   return places;
 }
 
-void addNames(std::vector<LibraryPlace>& places, const PlaceLookup& lookup) {
+void addNames(std::vector<LibraryPlace>& places, const Settings& settings, PlaceNaming& naming) {
+  std::vector<GeoPoint> centers;
+  centers.reserve(places.size());
+  for (const LibraryPlace& place : places) centers.push_back(place.center);
+  const auto lookup = naming.name(centers, settings, {});
   for (LibraryPlace& place : places) {
-    const std::string key = lookup.placeKey(place.center);
+    const std::string key = lookup->placeKey(place.center);
     for (const std::string language : {"en", "ru"}) {
-      if (auto names = lookup.names(key, language)) place.names.emplace(language, *names);
+      if (auto names = lookup->names(key, language)) place.names.emplace(language, *names);
     }
   }
 }

@@ -58,7 +58,7 @@ struct LibraryPlace {
 /// The places of the located shots, taken in their order; in the order in which places were first
 /// met.
 std::vector<LibraryPlace> placesOf(const std::vector<AssetBundle>& bundles, double radiusKm);
-/// Gives the places the names that a lookup knows in Russian and English.
-void addNames(std::vector<LibraryPlace>& places, const PlaceLookup& lookup);
+/// Gives the places their names in Russian and English, as far as they can be found.
+void addNames(std::vector<LibraryPlace>& places, const Settings& settings, PlaceNaming& naming);
 
 }  // namespace tavrix

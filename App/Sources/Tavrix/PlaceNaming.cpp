@@ -10,8 +10,7 @@ namespace {
 const std::vector<std::string> bothLanguages{"ru_RU", "en_US"};
 
 GeocodingCache loadCache(const Folder* folder, const std::string& source) {
-  return folder == nullptr ? GeocodingCache{source, {}}
-                           : GeocodingCacheFile::load(*folder, source);
+  return folder == nullptr ? GeocodingCache{source, {}} : GeocodingCacheFile::load(*folder, source);
 }
 
 std::vector<GeoPoint> placesOf(const std::vector<MediaGroup>& groups) {

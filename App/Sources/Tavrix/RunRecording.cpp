@@ -41,8 +41,7 @@ std::optional<TransferRecord::Place> placeOf(const MediaGroup& group, const Plac
 /// Adds those shots of the rows that `isWanted` takes, each with every file that it has.
 template <typename Predicate>
 void addShots(const std::vector<FolderNaming::Row>& rows, const PlaceLookup* lookup,
-              const RunToRecord& run,
-              std::vector<ShotInput>& shots, Predicate isWanted) {
+              const RunToRecord& run, std::vector<ShotInput>& shots, Predicate isWanted) {
   absl::flat_hash_map<std::string_view, const AssetBundle*> whole;
   whole.reserve(run.library.bundles.size());
   for (const AssetBundle& bundle : run.library.bundles) whole.emplace(bundle.id(), &bundle);
@@ -59,7 +58,8 @@ void addShots(const std::vector<FolderNaming::Row>& rows, const PlaceLookup* loo
 
 std::vector<ShotInput> shotsOf(const RunToRecord& run) {
   std::vector<ShotInput> shots;
-  addShots(run.library.rows, run.library.places.get(), run, shots, [](const AssetBundle&) { return true; });
+  addShots(run.library.rows, run.library.places.get(), run, shots,
+           [](const AssetBundle&) { return true; });
   if (run.settings.skipOptimized && run.library.optimizedCount > 0) {
     Settings settings = run.settings;
     settings.skipOptimized = false;

@@ -193,11 +193,12 @@ bool storeFlag(const JsonValue& json, bool& flag) {
 std::optional<PlaceFilter> placesByFields(const JsonValue::Object& object) {
   PlaceFilter places;
   for (const auto& [key, value] : object) {
-    const bool isTaken = key == "countries"           ? storeNames(value, places.countries)
-                         : key == "cities"            ? storeNames(value, places.cities)
-                         : key == "includeUnplaced"   ? storeFlag(value, places.includeUnplaced)
-                         : key == "includeUnresolved" ? storeFlag(value, places.includeUnresolved)
-                         : key == "localeID" && value.asString() != nullptr;
+    const bool isTaken = key == "countries"         ? storeNames(value, places.countries)
+                         : key == "cities"          ? storeNames(value, places.cities)
+                         : key == "includeUnplaced" ? storeFlag(value, places.includeUnplaced)
+                         : key == "includeUnresolved"
+                             ? storeFlag(value, places.includeUnresolved)
+                             : key == "localeID" && value.asString() != nullptr;
     if (!isTaken) return std::nullopt;
     if (key == "localeID") places.localeID = *value.asString();
   }

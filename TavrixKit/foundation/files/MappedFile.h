@@ -6,8 +6,8 @@
 
 namespace tavrix {
 
-/// A regular file of the disk as bytes in memory, read only where they are looked at. For files that
-/// ship with the program: one that another process cuts short meanwhile ends this one.
+/// A regular file of the disk as bytes in memory, read only where they are looked at. For files
+/// that ship with the program: one that another process cuts short meanwhile ends this one.
 class MappedFile {
  public:
   /// Throws FileError.

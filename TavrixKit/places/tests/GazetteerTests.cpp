@@ -108,9 +108,9 @@ TEST(Gazetteer, mainCity_gathersWhatBelongsToOneCity) {
 }
 
 TEST(Gazetteer, language_fallsBackToEnglish) {
-  const auto gazetteer = gazetteerOf(
-      madeTable({{"Rome", {41.9, 12.5}, 2'000'000, "IT", 1, 0, true, "Рим"},
-                 {"Nowhere", {0, 0}, 1000, "IT"}}));
+  const auto gazetteer =
+      gazetteerOf(madeTable({{"Rome", {41.9, 12.5}, 2'000'000, "IT", 1, 0, true, "Рим"},
+                             {"Nowhere", {0, 0}, 1000, "IT"}}));
   const GeoPoint rome{41.9, 12.5};
   EXPECT_EQ(gazetteer.resolve(rome, "ru_RU")->names(false), (PlaceNames{"Рим", "Италия", "IT"}));
   EXPECT_EQ(gazetteer.resolve(rome, "en_US")->names(false), (PlaceNames{"Rome", "Italy", "IT"}));

@@ -90,7 +90,8 @@ TEST(PlaceDirectory, cache_sparesTheGeocoderWhileTheSourceIsTheSame) {
 TEST(PlaceDirectory, listener_hearsOfNews) {
   std::atomic<int> asked = 0;
   std::latch told{1};
-  PlaceDirectory directory{std::make_unique<CountingGeocoder>(asked), {}, [&] { told.count_down(); }};
+  PlaceDirectory directory{
+      std::make_unique<CountingGeocoder>(asked), {}, [&] { told.count_down(); }};
   directory.request({"1.0000,0.0000"}, "en");
   told.wait();
   EXPECT_EQ(asked, 1);

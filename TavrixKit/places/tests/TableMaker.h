@@ -69,11 +69,11 @@ inline std::string madeTable(std::vector<MadePlace> places) {
   for (const bool wantsLarge : {true, false}) {
     for (std::int64_t band = 0; band <= 720; ++band) {
       appendNumber(bytes,
-                   (wantsLarge ? 0 : large) +
-                       std::count_if(places.begin(), places.end(),
-                                     [&](const MadePlace& place) {
-                                       return isLarge(place) == wantsLarge && bandOf(place) < band;
-                                     }),
+                   (wantsLarge ? 0 : large) + std::count_if(places.begin(), places.end(),
+                                                            [&](const MadePlace& place) {
+                                                              return isLarge(place) == wantsLarge &&
+                                                                     bandOf(place) < band;
+                                                            }),
                    4);
     }
   }

@@ -24,7 +24,8 @@ void checkMedia(const CommandContext& context);
 /// The phone's name: the call's, the environment's, or "iPhone".
 std::string deviceName(const CommandContext& context);
 
-/// The catalogue in folders, whose places `naming` names, if there is one. Throws CommandFailure, also for a mode that is not there.
+/// The catalogue in folders, whose places `naming` names, if there is one. Throws CommandFailure,
+/// also for a mode that is not there.
 Library readLibrary(const CommandContext& context, PlaceNaming* naming = nullptr);
 
 /// Writes the entries as "snapshot.json" into a folder, which is created when only its last part is
