@@ -233,9 +233,10 @@ TEST(Gazetteer, search_findsWhatLookingAtEveryPlaceFinds) {
     ASSERT_EQ(chosen.has_value(), best.has_value()) << point.latitude << ' ' << point.longitude;
     if (!best) continue;
     ++found;
-    // A small state's capital may stand before the best of all.
-    if (table.at(chosen->index).isCapital) continue;
-    EXPECT_EQ(chosen->index, *best) << point.latitude << ' ' << point.longitude;
+    // A small state's capital stands before a neighbour's city that fits better.
+    const bool isEnclave = table.at(chosen->index).isCapital &&
+                           table.at(chosen->index).country != table.at(*best).country;
+    EXPECT_TRUE(isEnclave || chosen->index == *best) << point.latitude << ' ' << point.longitude;
   }
   EXPECT_GT(found, 200);
 }
