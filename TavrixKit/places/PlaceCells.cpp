@@ -29,33 +29,36 @@ double rounded(double degrees) { return std::round(degrees * 10'000) / 10'000 + 
 
 }  // namespace
 
-PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm)
-    : radiusKm_(radiusKm), centers_(PlaceClustering::assign(points, radiusKm).centers) {
-  std::stable_sort(centers_.begin(), centers_.end(),
-                   [](const GeoPoint& a, const GeoPoint& b) { return a.latitude < b.latitude; });
+PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm) : radiusKm_(radiusKm) {
+  for (const GeoPoint& center : PlaceClustering::assign(points, radiusKm).centers) {
+    cells_.push_back({center, keyAt(center)});
+  }
+  std::stable_sort(cells_.begin(), cells_.end(), [](const Cell& a, const Cell& b) {
+    return a.center.latitude < b.center.latitude;
+  });
 }
 
 std::string PlaceCells::keyOf(const GeoPoint& point) const {
   // A little more than the radius, for what rounding takes away.
   const double reach = radiusKm_ / kmPerDegree * 1.000001 + 1e-9;
   const auto first = std::lower_bound(
-      centers_.begin(), centers_.end(), point.latitude - reach,
-      [](const GeoPoint& center, double latitude) { return center.latitude < latitude; });
-  const GeoPoint* nearest = nullptr;
+      cells_.begin(), cells_.end(), point.latitude - reach,
+      [](const Cell& cell, double latitude) { return cell.center.latitude < latitude; });
+  const Cell* nearest = nullptr;
   double least = radiusKm_;
-  for (auto at = first; at != centers_.end() && at->latitude <= point.latitude + reach; ++at) {
-    const double distance = haversineDistanceKm(*at, point);
+  for (auto at = first; at != cells_.end() && at->center.latitude <= point.latitude + reach; ++at) {
+    const double distance = haversineDistanceKm(at->center, point);
     if (distance > least || (distance == least && nearest != nullptr)) continue;
     nearest = &*at;
     least = distance;
   }
-  return keyAt(nearest != nullptr ? *nearest : point);
+  return nearest != nullptr ? nearest->key : keyAt(point);
 }
 
 std::vector<std::string> PlaceCells::keys() const {
   std::vector<std::string> keys;
-  keys.reserve(centers_.size());
-  for (const GeoPoint& center : centers_) keys.push_back(keyAt(center));
+  keys.reserve(cells_.size());
+  for (const Cell& cell : cells_) keys.push_back(cell.key);
   std::sort(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
   return keys;

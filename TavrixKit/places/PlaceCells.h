@@ -28,8 +28,13 @@ class PlaceCells {
   static std::optional<GeoPoint> centerOf(std::string_view key);
 
  private:
+  struct Cell {
+    GeoPoint center;
+    std::string key;
+  };
+
   double radiusKm_;
-  std::vector<GeoPoint> centers_;  ///< by latitude
+  std::vector<Cell> cells_;  ///< by latitude
 };
 
 }  // namespace tavrix
