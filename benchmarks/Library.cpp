@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 
@@ -131,6 +132,35 @@ std::vector<GeoPoint> scatteredPoints(std::size_t count, std::size_t places) {
                       place.longitude + random.between(-0.008, 0.008)});
   }
   return points;
+}
+
+std::vector<MediaAsset> travels(const TravelPlan& plan) {
+  constexpr std::int64_t span = 15LL * 365 * 86400;
+  const GeoPoint home{55.75, 37.62};
+  // A trip is the last third of its share of the events.
+  const std::size_t eventsOfTrip = std::max<std::size_t>(1, plan.events / plan.trips);
+  Random random;
+  std::vector<MediaAsset> assets;
+  assets.reserve(plan.shots);
+  for (std::size_t i = 0; i < plan.shots; ++i) {
+    const std::size_t event = i * plan.events / plan.shots;
+    const std::size_t trip = event / eventsOfTrip;
+    const bool isAway = event % eventsOfTrip >= eventsOfTrip - (eventsOfTrip + 2) / 3;
+    const GeoPoint center = isAway ? placeOf(1 + trip % plan.places) : home;
+    const auto eventBegin =
+        static_cast<std::int64_t>(event) * span / static_cast<std::int64_t>(plan.events);
+    const auto inEvent = static_cast<std::int64_t>(i - event * plan.shots / plan.events);
+    const std::string id = fmt::format("T{}", i);
+    std::optional<GeoPoint> place;
+    if (random.below(10) > 0) {
+      place = GeoPoint{center.latitude + random.between(-0.05, 0.05),
+                       center.longitude + random.between(-0.05, 0.05)};
+    }
+    assets.emplace_back(id, id + ".HEIC", std::nullopt, MediaKind::photo, 1'000'000,
+                        Instant{std::chrono::seconds{1262304000 + eventBegin + inEvent * 60}},
+                        place, false, std::nullopt, std::nullopt);
+  }
+  return assets;
 }
 
 std::vector<MediaAsset> readCatalogue(const std::string& path) {

@@ -1,146 +1,113 @@
 #include "grouping/GroupingEngine.h"
 
-#include <absl/container/flat_hash_map.h>
-
 #include <algorithm>
-#include <cassert>
-#include <string>
+#include <tuple>
 
-#include "grouping/PlaceClustering.h"
+#include "grouping/CalendarGrouping.h"
+#include "grouping/DatedShots.h"
+#include "grouping/EventGrouping.h"
+#include "grouping/GroupBuilder.h"
+#include "grouping/TripGrouping.h"
 
 namespace tavrix {
 namespace {
 
 using namespace grouping_mode;
 
-/// A shot with the date by which it is ordered.
-struct DatedShot {
-  Instant date;
-  const AssetBundle* bundle;
-};
-
-struct Shots {
-  std::vector<DatedShot> dated;  ///< in capture order, ties in catalogue order
-  std::vector<const AssetBundle*> undated;
-};
-
-Shots splitByDate(const std::vector<AssetBundle>& bundles) {
-  Shots shots;
-  shots.dated.reserve(bundles.size());
-  for (const AssetBundle& bundle : bundles) {
-    if (const auto date = bundle.captureDate()) {
-      shots.dated.push_back({*date, &bundle});
-    } else {
-      shots.undated.push_back(&bundle);
-    }
-  }
-  const auto isEarlier = [](const DatedShot& a, const DatedShot& b) { return a.date < b.date; };
-  if (!std::is_sorted(shots.dated.begin(), shots.dated.end(), isEarlier)) {
-    std::stable_sort(shots.dated.begin(), shots.dated.end(), isEarlier);
-  }
-  return shots;
+MediaGroup undatedGroup(const std::vector<const AssetBundle*>& shots) {
+  GroupBuilder builder{"no-date", shots.size()};
+  for (const AssetBundle* const bundle : shots) builder.addUndated(*bundle);
+  return std::move(builder).finish();
 }
 
-/// The centre of the shots' positions.
-std::optional<GeoPoint> placeOf(const std::vector<AssetBundle>& bundles) {
-  PlaceClustering::UnitVectorSum sum;
-  std::optional<GeoPoint> first;
-  for (const AssetBundle& bundle : bundles) {
-    const auto point = bundle.position();
-    if (!point) continue;
-    if (!first) first = point;
-    sum.add(*point);
-  }
-  return first ? std::optional{sum.center(*first)} : std::nullopt;
-}
-
-/// Adds a shot, later than all that the group holds.
-void append(MediaGroup& group, const DatedShot& shot) {
-  if (!group.dateStart) group.dateStart = shot.date;
-  group.dateEnd = shot.date;
-  group.bundles.push_back(*shot.bundle);
-}
-
-std::string dateKey(DateGranularity granularity, CivilDate date) {
-  switch (granularity) {
-    case DateGranularity::day:
-      return dayText(date);
-    case DateGranularity::month:
-      return monthText(date);
-    case DateGranularity::year:
-      return yearText(date);
-  }
-  return {};
-}
-
-CivilDate firstDayOf(DateGranularity granularity, CivilDate date) {
-  switch (granularity) {
-    case DateGranularity::day:
-      return date;
-    case DateGranularity::month:
-      return date.year() / date.month() / 1;
-    case DateGranularity::year:
-      return date.year() / 1 / 1;
-  }
-  return date;
-}
-
-std::vector<MediaGroup> groupByDate(const std::vector<DatedShot>& shots,
-                                    DateGranularity granularity, const TimeZone& zone) {
-  std::vector<MediaGroup> groups;
-  // Where clocks go back past midnight, a day goes on after the next one has begun.
-  absl::flat_hash_map<std::chrono::sys_days::rep, std::size_t> groupOfDay;
-  for (const DatedShot& shot : shots) {
-    const CivilDate day = firstDayOf(granularity, zone.dateAt(shot.date));
-    const auto number = std::chrono::sys_days{day}.time_since_epoch().count();
-    const auto [found, isNew] = groupOfDay.try_emplace(number, groups.size());
-    if (isNew) groups.emplace_back().id = dateKey(granularity, day);
-    append(groups[found->second], shot);
-  }
-  return groups;
-}
-
-std::vector<MediaGroup> flatGroup(const Shots& shots) {
+std::vector<MediaGroup> flatGroup(const ShotsByDate& shots) {
   if (shots.dated.empty() && shots.undated.empty()) return {};
-  MediaGroup group;
-  group.id = "flat";
-  group.bundles.reserve(shots.dated.size() + shots.undated.size());
-  for (const DatedShot& shot : shots.dated) append(group, shot);
-  for (const AssetBundle* const bundle : shots.undated) group.bundles.push_back(*bundle);
-  return {std::move(group)};
+  GroupBuilder builder{"flat", shots.dated.size() + shots.undated.size()};
+  for (const DatedShot& shot : shots.dated) builder.add(shot);
+  for (const AssetBundle* const bundle : shots.undated) builder.addUndated(*bundle);
+  return {std::move(builder).finish()};
 }
 
-std::vector<MediaGroup> groupsByDate(const Shots& shots, DateGranularity granularity,
-                                     const TimeZone& zone) {
-  std::vector<MediaGroup> groups = groupByDate(shots.dated, granularity, zone);
-  if (!shots.undated.empty()) {
-    MediaGroup& undated = groups.emplace_back();
-    undated.id = "no-date";
-    for (const AssetBundle* const bundle : shots.undated) undated.bundles.push_back(*bundle);
-  }
-  return groups;
+void sortByStart(std::vector<MediaGroup>& groups) {
+  std::sort(groups.begin(), groups.end(), [](const MediaGroup& a, const MediaGroup& b) {
+    return std::tie(a.dateStart, a.id) < std::tie(b.dateStart, b.id);
+  });
 }
+
+EventReasons reasonsOf(const std::vector<EventGrouping::Event>& events,
+                       const std::vector<MediaGroup>& groups) {
+  EventReasons reasons;
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    reasons.events.push_back({groups[i].id, events[i].reason});
+  }
+  return reasons;
+}
+
+/// Adds the groups of the dated shots, and what else the mode has to tell, to a result.
+class ModeGrouping {
+ public:
+  ModeGrouping(const GroupingEngine::Request& request, const ShotsByDate& shots,
+               GroupingEngine::Result& result)
+      : request_(request), settings_(request.settings), shots_(shots), result_(result) {}
+
+  void operator()(const ByDate& mode) {
+    CalendarGrouping calendar{mode.granularity, settings_.timeZone};
+    for (const DatedShot& shot : shots_.dated) calendar.add(shot);
+    result_.groups = std::move(calendar).finish();
+    finish();
+    tell(CalendarReasons{mode.granularity});
+  }
+
+  void operator()(const Events&) {
+    const auto events = EventGrouping::events(shots_.dated, settings_);
+    result_.groups = EventGrouping::groups(shots_.dated, events, settings_.timeZone);
+    if (request_.wantsReasons) tell(reasonsOf(events, result_.groups));
+    finish();
+  }
+
+  void operator()(const Trips&) {
+    result_.homeCandidates = HomeDetection::candidates(shots_.dated, settings_);
+    result_.homeIsAmbiguous =
+        HomeDetection::isAmbiguous(result_.homeCandidates, settings_.tripDistanceKm);
+    const auto& chosen = settings_.homeOverride ? settings_.homeOverride : request_.homeOverride;
+    auto trips =
+        TripGrouping::group(shots_.dated, HomeDetection::home(chosen, result_.homeCandidates),
+                            settings_, request_.wantsReasons);
+    result_.groups = std::move(trips.groups);
+    if (trips.reasons) tell(*std::move(trips.reasons));
+    finish();
+  }
+
+  void operator()(const Flat&) {
+    result_.groups = flatGroup(shots_);
+    tell(FlatReasons{});
+  }
+
+ private:
+  /// Brings the dated groups into their order and adds that of the undated shots.
+  void finish() {
+    sortByStart(result_.groups);
+    if (!shots_.undated.empty()) result_.groups.push_back(undatedGroup(shots_.undated));
+  }
+
+  void tell(GroupingReasons reasons) {
+    if (request_.wantsReasons) result_.reasons = std::move(reasons);
+  }
+
+  const GroupingEngine::Request& request_;
+  const GroupingSettings& settings_;
+  const ShotsByDate& shots_;
+  GroupingEngine::Result& result_;
+};
 
 }  // namespace
 
-bool GroupingEngine::supports(const GroupingMode& mode) {
-  return std::holds_alternative<ByDate>(mode) || std::holds_alternative<Flat>(mode);
-}
-
 GroupingEngine::Result GroupingEngine::group(const Request& request) {
-  assert(supports(request.mode));
-  const TimeZone& zone = request.settings.timeZone;
   Result result;
-  result.filteredBundles =
-      filtered(request.bundles, request.filter, {zone, request.placeLookup.get()});
-  const Shots shots = splitByDate(result.filteredBundles);
-  const auto* const byDate = std::get_if<ByDate>(&request.mode);
-  result.groups =
-      byDate == nullptr ? flatGroup(shots) : groupsByDate(shots, byDate->granularity, zone);
-  for (MediaGroup& group : result.groups) {
-    group.bundles.shrink_to_fit();
-    group.place = placeOf(group.bundles);
-  }
+  result.filteredBundles = filtered(request.bundles, request.filter,
+                                    {request.settings.timeZone, request.placeLookup.get()});
+  const ShotsByDate shots = shotsByDate(result.filteredBundles);
+  std::visit(ModeGrouping{request, shots, result}, request.mode);
   return result;
 }
 

@@ -1,11 +1,18 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "foundation/GeoPoint.h"
 
 namespace tavrix::PlaceClustering {
+
+/// A point of the unit sphere: x towards 0° north 0° east, y towards 90° east, z towards the pole.
+using UnitVector = std::array<double, 3>;
+/// (cos φ · cos λ, cos φ · sin λ, sin φ).
+UnitVector unitVector(const GeoPoint& point);
 
 /// The running sum of points as unit vectors; its direction is their spherical mean.
 struct UnitVectorSum {
@@ -14,7 +21,10 @@ struct UnitVectorSum {
   double z = 0;
   std::int64_t count = 0;  ///< how many points were added
 
-  void add(const GeoPoint& point);
+  void add(const GeoPoint& point) { addVector(unitVector(point)); }
+  void addVector(const UnitVector& vector);
+  /// The sum scaled to length 1; nothing when there is no mean.
+  std::optional<UnitVector> direction() const;
   /// The spherical mean, by atan2 of the sum's parts; `firstPoint` when there is none because no
   /// point was added or the vectors cancel (each of z and the equatorial part at most 1e-12).
   GeoPoint center(const GeoPoint& firstPoint) const;

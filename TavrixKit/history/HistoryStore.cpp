@@ -31,9 +31,15 @@ std::string recordFileName(const TransferRecord& record) {
                      record.id.text(), recordEnding);
 }
 
-bool isRecordFile(const std::string& name) {
-  return name.ends_with(recordEnding) && name != HistoryIndex::fileName &&
-         name.find('/') == std::string::npos;
+/// The number in a record's file name; nothing for any other file.
+std::optional<Uuid> recordID(std::string_view name) {
+  constexpr std::string_view time = "2026-05-21T08-30-00.250Z-";
+  constexpr std::size_t idSize = 36;
+  if (name.size() != time.size() + idSize + recordEnding.size()) return std::nullopt;
+  if (!name.ends_with(recordEnding) || name[time.size() - 2] != 'Z') return std::nullopt;
+  const std::string_view text = name.substr(time.size(), idSize);
+  const auto id = Uuid::parse(text);
+  return id && id->text() == text ? id : std::nullopt;
 }
 
 /// Hands text to a file as it comes.
@@ -49,7 +55,7 @@ class FileSink : public TextSink {
 StringMap<FileStatus> recordFiles(const Folder& folder) {
   StringMap<FileStatus> files;
   folder.visitAll([&](const std::string& path, const FileStatus& status) {
-    if (status.type == FileStatus::Type::file && isRecordFile(path)) files.emplace(path, status);
+    if (status.type == FileStatus::Type::file && recordID(path)) files.emplace(path, status);
   });
   return files;
 }
@@ -97,7 +103,9 @@ class IndexUpdate {
     try {
       const auto file = folder_.openFile(name);
       entry.run = summaryOf(TransferRecordCoding::decodeWithoutFolders(*file));
-      entry.state = State::readable;
+      // Under another number nobody would find it again.
+      entry.state = entry.run->id == recordID(name) ? State::readable : State::unreadable;
+      if (entry.state == State::unreadable) entry.run.reset();
     } catch (const TransferRecord::RecordError& error) {
       if (error.kind() == TransferRecord::RecordError::Kind::newerSchema) {
         entry.state = State::newerSchema;
@@ -196,9 +204,11 @@ std::optional<TransferRecord> HistoryStore::record(const Uuid& id) const {
   return fileName ? std::optional{read(*fileName)} : std::nullopt;
 }
 
-std::vector<HistoryStore::FileRun> HistoryStore::runsTouching(const std::string& path) {
+std::vector<HistoryStore::FileRun> HistoryStore::runsTouching(const std::string& path,
+                                                              const HistoryQuery& query) {
   return runsWith(
-      {}, [&](const RunSummary& run) { return pathBelow(run.destinationPath, path).has_value(); },
+      query,
+      [&](const RunSummary& run) { return pathBelow(run.destinationPath, path).has_value(); },
       [&](const RunSummary& run, const TransferRecord::File& file) {
         return file.path && *file.path == pathBelow(run.destinationPath, path);
       });
@@ -226,6 +236,7 @@ std::vector<HistoryStore::FileRun> HistoryStore::runsWith(
     if (!whole) continue;
     for (const TransferRecord::Folder& folder : whole->folders) {
       for (const TransferRecord::Shot& shot : folder.shots) {
+        if (!tavrix::matches(query.outcome, shot.outcome)) continue;
         for (const TransferRecord::File& file : shot.files) {
           if (isWanted(run, file)) found.push_back({run, file});
         }
@@ -254,9 +265,8 @@ bool HistoryStore::remove(const Uuid& id) {
 }
 
 std::optional<std::string> HistoryStore::fileOf(const Uuid& id) const {
-  const std::string ending = fmt::format("Z-{}{}", id.text(), recordEnding);
   for (std::string& name : folder_.names()) {
-    if (name.ends_with(ending)) return std::move(name);
+    if (recordID(name) == id) return std::move(name);
   }
   return std::nullopt;
 }

@@ -34,7 +34,7 @@ class HistoryStore {
   /// The folder must outlive the store.
   HistoryStore(Folder& folder, Log& log) : folder_(folder), log_(log) {}
 
-  /// Writes the record's file, whole or not at all.
+  /// Writes the record's file, whole or not at all; an earlier one of the same run is replaced.
   void add(const TransferRecord& record);
 
   /// Newest first.
@@ -52,8 +52,9 @@ class HistoryStore {
   };
   /// The runs that wrote or found a file at an absolute path, newest first. Reads every record of
   /// the destinations that hold the path.
-  std::vector<FileRun> runsTouching(const std::string& path);
-  /// The runs that an asset was part of, newest first. Reads every record that the query leaves.
+  std::vector<FileRun> runsTouching(const std::string& path, const HistoryQuery& query = {});
+  /// The runs that an asset was part of, newest first. Reads every record that the query leaves. In
+  /// both, the query's outcome is asked of the file's own shot.
   std::vector<FileRun> runsOfAsset(const std::string& assetID, const HistoryQuery& query = {});
 
   /// Replaces a record by what `change` makes of it, such as one with place names that became known

@@ -150,6 +150,7 @@ class RecordReader : public JsonHandler {
       folderMembers_ = {JsonValue::Object{}};
       folder_ = {};
       shotPlace_.reset();
+      hasShots_ = false;
     } else {
       piece_.startObject();
     }
@@ -166,6 +167,7 @@ class RecordReader : public JsonHandler {
     } else if (level_ == Level::folder && key_ == "shots") {
       level_ = Level::shots;
       folder_.shots.clear();
+      hasShots_ = true;
     } else {
       piece_.startArray();
     }
@@ -250,6 +252,7 @@ class RecordReader : public JsonHandler {
     convert([&] {
       const RecordFields fields{folderMembers_, folderPath()};
       folder_.name = fields.text("name");
+      if (!hasShots_) throw Error::atField(Error::Kind::missingField, fields.pathOf("shots"));
       folder_.place = shotPlace_;
       if (fields.find("place") != nullptr) folder_.place = placeFrom(fields.object("place"));
       folders_.push_back(std::move(folder_));
@@ -275,6 +278,7 @@ class RecordReader : public JsonHandler {
   JsonValue record_{JsonValue::Object{}};
   JsonValue folderMembers_{JsonValue::Object{}};
   Record::Folder folder_;
+  bool hasShots_ = false;
   std::optional<Record::Place> shotPlace_;  ///< of the folder's first shot that has one
   std::vector<Record::Folder> folders_;
   bool hasFolders_ = false;

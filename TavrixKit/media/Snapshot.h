@@ -55,9 +55,14 @@ std::vector<SnapshotItem> read(ByteReader& source);
 /// The catalogue: one asset per item. An item whose id is taken gets the first free of "#2", "#3",
 /// … after it. Throws SnapshotError.
 std::vector<MediaAsset> readAssets(ByteReader& source, const TimeZone& zone);
+/// The catalogue of items that are in memory already, with the ids that reading them from a file
+/// would give.
+std::vector<MediaAsset> assetsOf(const std::vector<SnapshotItem>& items, const TimeZone& zone);
 
 /// Writes the list pretty-printed with sorted keys; absent fields are left out.
 void write(const std::vector<SnapshotItem>& items, TextSink& sink);
+/// Writes one item on a line of its own with sorted keys; absent fields are left out.
+void writeLine(const SnapshotItem& item, TextSink& sink);
 /// Writes the list as a file of `folder`, replacing an earlier one in one step. Throws FileError.
 void write(const std::vector<SnapshotItem>& items, Folder& folder, const std::string& fileName);
 

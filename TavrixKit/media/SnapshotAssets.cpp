@@ -130,6 +130,15 @@ class AssetBuilder {
 
 }  // namespace
 
+std::vector<MediaAsset> Snapshot::assetsOf(const std::vector<SnapshotItem>& items,
+                                           const TimeZone& zone) {
+  IDRegister ids;
+  std::vector<MediaAsset> assets;
+  assets.reserve(items.size());
+  for (const SnapshotItem& item : items) assets.push_back(ids.assetOf(item, zone));
+  return assets;
+}
+
 std::vector<MediaAsset> Snapshot::readAssets(ByteReader& source, const TimeZone& zone) {
   AssetBuilder builder{zone};
   readEach(source, [&](SnapshotItem&& item) { builder.add(std::move(item)); });

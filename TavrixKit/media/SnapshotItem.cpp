@@ -73,6 +73,8 @@ std::optional<Instant> instantOfExif(std::string_view exifDate,
   return moment;
 }
 
+bool isExifOffset(std::string_view text) { return parseExifOffset(text).has_value(); }
+
 std::string SnapshotItem::assetID() const {
   std::string id;
   appendAssetID(id);

@@ -43,5 +43,7 @@ struct SnapshotItem {
 std::optional<Instant> instantOfExif(std::string_view exifDate,
                                      std::optional<std::string_view> exifOffset,
                                      const TimeZone& zone);
+/// Whether a text has the form of an EXIF offset: "+03:00".
+bool isExifOffset(std::string_view text);
 
 }  // namespace tavrix

@@ -52,35 +52,34 @@ std::optional<std::string> unescaped(std::string_view text) {
   return path;
 }
 
-/// Cuts what is read into lines.
-class LineChecker {
+/// A list of several million files; what is longer is none of ours.
+constexpr std::uint64_t maxListBytes = std::uint64_t{1} << 30U;
+
+/// Cuts what is read into the lines of a list.
+class ListReader {
  public:
   /// False when a line is none of a list of checksums.
   bool add(std::string_view text) {
+    bytes_ += text.size();
     for (std::size_t end = 0; (end = text.find('\n')) != std::string_view::npos;) {
       line_ += text.substr(0, end);
-      if (!decode(line_)) return false;
+      auto entry = decode(line_);
+      if (!entry) return false;
+      entries_.push_back(*std::move(entry));
       line_.clear();
       text.remove_prefix(end + 1);
     }
     line_ += text;
-    return line_.size() <= longestLine;
+    return line_.size() <= longestLine && bytes_ <= maxListBytes;
   }
   bool isAtLineEnd() const { return line_.empty(); }
+  std::vector<Entry> takeEntries() { return std::move(entries_); }
 
  private:
   std::string line_;
+  std::uint64_t bytes_ = 0;
+  std::vector<Entry> entries_;
 };
-
-bool isList(const Folder& folder) {
-  const auto file = folder.openFile(std::string{name});
-  std::array<char, 65536> buffer;
-  LineChecker checker;
-  for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
-    if (!checker.add({buffer.data(), count})) return false;
-  }
-  return checker.isAtLineEnd();
-}
 
 }  // namespace
 
@@ -109,10 +108,18 @@ std::optional<Entry> decode(std::string_view line) {
   return Entry{std::string{digest}, *std::move(path)};
 }
 
-bool mayWrite(const Folder& folder) {
+std::optional<std::vector<Entry>> read(const Folder& folder) {
   const auto status = folder.status(std::string{name});
-  if (!status) return true;
-  return status->type == FileStatus::Type::file && isList(folder);
+  if (!status) return std::vector<Entry>{};
+  if (status->type != FileStatus::Type::file) return std::nullopt;
+  const auto file = folder.openFile(std::string{name});
+  std::array<char, 65536> buffer;
+  ListReader list;
+  for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
+    if (!list.add({buffer.data(), count})) return std::nullopt;
+  }
+  if (!list.isAtLineEnd()) return std::nullopt;
+  return list.takeEntries();
 }
 
 void write(Folder& folder, const std::vector<Entry>& entries) {

@@ -28,9 +28,9 @@ std::string encode(const Entry& entry);
 /// The entry of a line without its line feed; nothing for what is none.
 std::optional<Entry> decode(std::string_view line);
 
-/// Whether a list of that name may be written into a folder: nothing has the name, or a list of
-/// checksums, whole. Throws FileError.
-bool mayWrite(const Folder& folder);
+/// The list in a folder, in its order; empty when nothing has the name, and nothing when what has
+/// it is no list of checksums, whole. Throws FileError.
+std::optional<std::vector<Entry>> read(const Folder& folder);
 /// Writes the list in their order, whole or not at all. Throws FileError.
 void write(Folder& folder, const std::vector<Entry>& entries);
 

@@ -12,7 +12,6 @@
 #include "foundation/files/FileError.h"
 #include "transfer/ChecksumFile.h"
 #include "transfer/FileDigester.h"
-#include "transfer/FileNames.h"
 #include "transfer/MarkerClaims.h"
 
 namespace tavrix::CopyVerification {
@@ -20,17 +19,8 @@ namespace {
 
 using DestinationMarker::Claim;
 using DestinationMarker::Claims;
-using DestinationMarker::FileRecord;
 
 constexpr std::string_view leftOverEnding = ".part";
-
-/// Whether the recorded size is that of the bytes on disk also where the entry may only say what a
-/// run was about to write: then it is the phone's file's size, which a conversion changes.
-bool tellsSizeOnDisk(const Claim& claim) {
-  const FileRecord& file = *claim.file;
-  return claim.hasDigest() || !file.localID ||
-         lowerExtension(*file.localID) == lowerExtension(file.path);
-}
 
 class Verification {
  public:
@@ -43,6 +33,7 @@ class Verification {
     listOthers(claims);
     readAll(progress, stop);
     report_.damagedRecords = listing_.marker.damaged;
+    report_.unreadableFolders = listing_.unreadableFolders;
     report_.isStopped = report_.count(State::notReached) > 0;
     return std::move(report_);
   }
@@ -63,14 +54,18 @@ class Verification {
     CheckedFile file;
     file.path = claim.file->path;
     file.expectedSize = claim.file->size;
-    if (claim.hasDigest()) file.expectedSha256 = lowerCased(*claim.file->sha256);
+    if (claim.hasDigest()) {
+      file.expectedSha256 = lowerCased(*claim.file->sha256);
+    } else if (const auto found = options_.listed.find(file.path); found != options_.listed.end()) {
+      file.listedSha256 = found->second;
+    }
     const auto listed = listing_.files.find(file.path);
     if (listed == listing_.files.end()) {
       lookAgain(file);
       return file;
     }
     file.size = listed->second.size;
-    if (file.size != file.expectedSize && tellsSizeOnDisk(claim)) {
+    if (file.size != file.expectedSize && !claim.file->isClaim()) {
       file.state = State::changed;
     } else if (!file.expectedSha256 && !options_.digestsAll) {
       file.state = State::withoutChecksum;
@@ -78,12 +73,18 @@ class Verification {
     return file;
   }
 
+  /// What a file is of which nothing is there.
+  static State absent(const CheckedFile& file) {
+    const bool wasThere = file.expectedSha256 || file.listedSha256 || file.expectedSize > 0;
+    return wasThere ? State::missing : State::neverConfirmed;
+  }
+
   /// Says why a path is not among the files.
   void lookAgain(CheckedFile& file) const {
     try {
       const auto status = destination_.status(file.path);
       if (!status) {
-        file.state = file.expectedSha256 ? State::missing : State::neverConfirmed;
+        file.state = absent(file);
       } else if (status->type != FileStatus::Type::file) {
         file.state = State::changed;
         file.found = status->type;
@@ -154,7 +155,10 @@ class Verification {
   }
 
   static State stateOf(const CheckedFile& file) {
-    if (!file.expectedSha256) return State::withoutChecksum;
+    if (!file.expectedSha256) {
+      const bool differs = file.listedSha256 && file.listedSha256 != file.sha256;
+      return differs ? State::changed : State::withoutChecksum;
+    }
     const bool isSame = file.sha256 == file.expectedSha256 && file.size == file.expectedSize;
     return isSame ? State::intact : State::changed;
   }
@@ -166,7 +170,7 @@ class Verification {
     // Removed since the listing.
     file.errorCode = 0;
     file.size.reset();
-    file.state = file.expectedSha256 ? State::missing : State::neverConfirmed;
+    file.state = absent(file);
   }
 
   const Folder& destination_;
@@ -189,9 +193,13 @@ std::uint64_t Report::count(State state) const {
       files.begin(), files.end(), [&](const CheckedFile& file) { return file.state == state; }));
 }
 
+std::uint64_t Report::lostFiles() const {
+  return count(State::changed) + count(State::missing) + count(State::unreadable) +
+         count(State::neverConfirmed);
+}
+
 bool Report::hasLosses() const {
-  return !damagedRecords.empty() || count(State::changed) > 0 || count(State::missing) > 0 ||
-         count(State::unreadable) > 0;
+  return !damagedRecords.empty() || !unreadableFolders.empty() || lostFiles() > 0;
 }
 
 Report verify(const Folder& destination, const DestinationListing& listing, const Options& options,

@@ -49,6 +49,14 @@ std::optional<PhoneRecord> loadRecord(const Folder& destination, const std::stri
   }
 }
 
+/// Whether some record says that a phone's file lies at the path.
+bool names(const Marker& marker, const std::string& path) {
+  return std::any_of(marker.records.begin(), marker.records.end(), [&](const PhoneRecord& record) {
+    return std::any_of(record.files.begin(), record.files.end(),
+                       [&](const FileRecord& file) { return file.path == path; });
+  });
+}
+
 /// Keeps what stands in the way of a record, under the first free name.
 void setAside(Folder& destination, const std::string& name) {
   std::string aside = name + ".damaged";
@@ -125,6 +133,8 @@ Marker load(const Folder& destination) {
       marker.damaged.push_back(name);
     }
   }
+  // A phone may well hold a file of such a name.
+  std::erase_if(marker.damaged, [&](const std::string& name) { return names(marker, name); });
   return marker;
 }
 

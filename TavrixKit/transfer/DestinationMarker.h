@@ -20,13 +20,17 @@ namespace DestinationMarker {
 
 inline constexpr std::int64_t schemaVersion = 1;
 
-/// A file that landed.
+/// A file that landed; or, while a run is at work and after one that was killed, a file that it may
+/// have landed.
 struct FileRecord {
-  std::string path;  ///< relative to the destination, "/" between parts
-  std::uint64_t size = 0;
+  std::string path;                    ///< relative to the destination, "/" between parts
+  std::uint64_t size = 0;              ///< bytes on disk; 0, and no digest, of what may yet land
   std::optional<std::string> sha256;   ///< of the bytes on disk, hexadecimal
   std::optional<std::string> localID;  ///< the asset's id on the phone
   std::optional<std::string> cloudID;
+
+  /// Nothing has been seen of the file yet.
+  bool isClaim() const { return size == 0 && !sha256; }
 
   friend bool operator==(const FileRecord&, const FileRecord&) = default;
 };
@@ -47,7 +51,8 @@ struct PhoneRecord {
 /// The phones that copied into a folder.
 struct Marker {
   std::vector<PhoneRecord> records;
-  /// Names of files that ought to be records and cannot be read or decoded.
+  /// Names of files that ought to be records and cannot be read or decoded; a file that a record
+  /// names is a phone's.
   std::vector<std::string> damaged{};
 
   /// Null when the phone has no record.

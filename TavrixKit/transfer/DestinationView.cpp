@@ -8,8 +8,9 @@
 namespace tavrix {
 
 DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
-                                 const std::string& phoneHash)
-    : filesOnDisk_(std::move(filesOnDisk)) {
+                                 const std::string& phoneHash,
+                                 std::vector<UnreadableFolder> unreadableFolders)
+    : filesOnDisk_(std::move(filesOnDisk)), unreadableFolders_(std::move(unreadableFolders)) {
   owners_.reserve(filesOnDisk_.size());
   for (const auto& record : marker.records) {
     const bool isThisPhone = record.phoneHash == phoneHash;
@@ -76,31 +77,33 @@ bool DestinationView::holdsAnother(const std::string& path, const MediaAsset& as
 
 bool DestinationView::isStillOurs(const std::string& path) const {
   const auto found = owners_.find(path);
-  return isOnDisk(path) && (found == owners_.end() || found->second.isThisPhone);
+  return (isOnDisk(path) || isUnreadable(path)) &&
+         (found == owners_.end() || found->second.isThisPhone);
 }
 
-FilesOnDisk listFiles(const Folder& destination) {
-  FilesOnDisk files;
-  destination.visitAll([&](const std::string& path, const FileStatus& status) {
-    if (status.type == FileStatus::Type::file)
-      files.emplace(path, FileOnDisk{status.size, status.modified});
-  });
-  return files;
+ListedFiles listFiles(const Folder& destination) {
+  ListedFiles listed;
+  listed.unreadableFolders =
+      destination.visitAll([&](const std::string& path, const FileStatus& status) {
+        if (status.type == FileStatus::Type::file)
+          listed.files.emplace(path, FileOnDisk{status.size, status.modified});
+      });
+  return listed;
 }
 
 DestinationListing listDestination(const Folder& destination) {
-  auto files = std::async(std::launch::async, [&] { return listFiles(destination); });
-  DestinationListing listing;
-  listing.marker = DestinationMarker::load(destination);
-  listing.files = files.get();
-  return listing;
+  auto listing = std::async(std::launch::async, [&] { return listFiles(destination); });
+  DestinationMarker::Marker marker = DestinationMarker::load(destination);
+  ListedFiles listed = listing.get();
+  return {std::move(marker), std::move(listed.files), std::move(listed.unreadableFolders)};
 }
 
 DestinationContent readDestination(const Folder& destination, const std::string& phoneHash) {
   DestinationListing listing = listDestination(destination);
   DestinationContent content;
   content.marker = std::move(listing.marker);
-  content.view = DestinationView{std::move(listing.files), content.marker, phoneHash};
+  content.view = DestinationView{std::move(listing.files), content.marker, phoneHash,
+                                 std::move(listing.unreadableFolders)};
   return content;
 }
 

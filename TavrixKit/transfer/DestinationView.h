@@ -10,20 +10,33 @@
 
 namespace tavrix {
 
+/// The regular files below a destination, and the folders whose files nobody can list.
+struct ListedFiles {
+  FilesOnDisk files;
+  std::vector<UnreadableFolder> unreadableFolders;  ///< by path
+};
+/// Lists them; links are not followed, no file is opened. Throws FileError.
+ListedFiles listFiles(const Folder& destination);
+
 /// What a planner needs to know of a destination: the files in it and whose they are. A value, made
 /// once before planning.
 class DestinationView {
  public:
   DestinationView() = default;
-  /// The view of the phone with `phoneHash`.
+  /// The view of the phone with `phoneHash`; the folders whose files could not be listed by path.
   DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
-                  const std::string& phoneHash);
+                  const std::string& phoneHash,
+                  std::vector<UnreadableFolder> unreadableFolders = {});
 
   const FilesOnDisk& filesOnDisk() const { return filesOnDisk_; }
   const KnownAssets& knownAssets() const { return knownAssets_; }
   bool isEmpty() const { return filesOnDisk_.empty(); }
 
   bool isOnDisk(const std::string& path) const { return filesOnDisk_.contains(path); }
+  /// By path; what lies in them is not among the files on disk.
+  const std::vector<UnreadableFolder>& unreadableFolders() const { return unreadableFolders_; }
+  /// Nobody can say whether a file is at the path: it lies in a folder that may not be read.
+  bool isUnreadable(const std::string& path) const { return liesInside(path, unreadableFolders_); }
   /// A file is on disk at the path and recorded for this very asset.
   bool holds(const std::string& path, const MediaAsset& asset) const;
   /// A file is on disk at the path and recorded for an asset, but not for this one.
@@ -32,7 +45,8 @@ class DestinationView {
   /// The path of a file that is on disk, recorded for this asset, and lies at `base` or a numbered
   /// form of it; null when there is none.
   const std::string* landedPath(const MediaAsset& asset, const std::string& base) const;
-  /// A file is on disk at the path, and no other phone has a better claim to it than this one.
+  /// A file is on disk at the path, or may be as far as anybody can say, and no other phone has a
+  /// better claim to it than this one.
   bool isStillOurs(const std::string& path) const;
 
  private:
@@ -54,20 +68,18 @@ class DestinationView {
   Holding holding(const std::string& path, const MediaAsset& asset) const;
 
   FilesOnDisk filesOnDisk_;
+  std::vector<UnreadableFolder> unreadableFolders_;
   KnownAssets knownAssets_;
   StringMap<Owner> owners_;
   /// An asset that was copied under several names or into several folders: all but the last.
   StringMap<std::vector<std::string>> earlierPaths_;
 };
 
-/// Lists the regular files below a destination; links are not followed, no file is opened. Throws
-/// FileError.
-FilesOnDisk listFiles(const Folder& destination);
-
 /// A destination as it lies there: its files and its phones' records.
 struct DestinationListing {
   DestinationMarker::Marker marker;
   FilesOnDisk files;
+  std::vector<UnreadableFolder> unreadableFolders{};  ///< by path
 };
 /// Lists the files while the marker is being read. Throws FileError and MarkerError.
 DestinationListing listDestination(const Folder& destination);

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <new>
 
+#include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "transfer/ChecksumFile.h"
@@ -55,6 +56,7 @@ class Recognition {
     for (const SizeClass& each : classes_) match(each, planned);
     std::sort(report_.unreadableAssets.begin(), report_.unreadableAssets.end(),
               [](const MediaAsset& a, const MediaAsset& b) { return a.id() < b.id(); });
+    report_.unreadableFolders = request_.listing.unreadableFolders;
     report_.isStopped = report_.count(State::notReached) > 0;
     return std::move(report_);
   }
@@ -63,18 +65,25 @@ class Recognition {
   void listFiles() {
     const auto claims = DestinationMarker::claims(request_.listing.marker);
     for (const auto& [path, onDisk] : request_.listing.files) {
+      const auto claim = claims.find(path);
       const bool isOurs = DestinationMarker::isOwnFile(path) || path == ChecksumFile::name;
-      if (isOurs || path.ends_with(".part")) continue;
+      if ((isOurs && claim == claims.end()) || path.ends_with(".part")) continue;
       ExaminedFile file;
       file.path = path;
       file.size = onDisk.size;
-      if (const auto claim = claims.find(path); claim != claims.end()) {
+      if (claim != claims.end()) {
         file.state = recordedState(claim->second, onDisk.size);
+        if (file.state == State::alreadyRecorded) rememberCopy(*claim->second.file);
       }
       report_.files.push_back(std::move(file));
     }
     std::sort(report_.files.begin(), report_.files.end(),
               [](const auto& a, const auto& b) { return a.path < b.path; });
+  }
+
+  /// An asset that has its copy leaves its twins' copies to them.
+  void rememberCopy(const DestinationMarker::FileRecord& file) {
+    if (file.localID) copied_[lowerCased(*file.sha256)].insert(*file.localID);
   }
 
   State recordedState(const DestinationMarker::Claim& claim, std::uint64_t size) const {
@@ -204,14 +213,16 @@ class Recognition {
       const auto& digest = report_.files[i].sha256;
       if (digest && assetsOf.contains(*digest)) filesOf[*digest].push_back(i);
     }
-    for (const auto& [digest, files] : filesOf) assign(files, assetsOf[digest], planned);
+    for (const auto& [digest, files] : filesOf) {
+      assign(files, assetsOf[digest], planned, copied_[digest]);
+    }
   }
 
   void assign(const std::vector<std::size_t>& files, const std::vector<MediaAsset>& assets,
-              const PlannedAssets& planned) {
+              const PlannedAssets& planned, const StringSet& copied) {
     std::vector<std::string_view> paths;
     for (const std::size_t i : files) paths.emplace_back(report_.files[i].path);
-    const std::vector<MediaAsset> owners = assignTwins(paths, assets, planned);
+    const std::vector<MediaAsset> owners = assignTwins(paths, assets, planned, copied);
     for (std::size_t i = 0; i < files.size(); ++i) {
       ExaminedFile& file = report_.files[files[i]];
       file.asset = owners[i];
@@ -225,6 +236,8 @@ class Recognition {
   Report report_;
   std::vector<Candidate> candidates_;
   std::vector<SizeClass> classes_;
+  /// The ids of the assets whose copies the phone's record knows, by digest.
+  StringMap<StringSet> copied_;
   std::mutex mutex_;
 };
 

@@ -45,11 +45,14 @@ struct Report {
   std::vector<ExaminedFile> files;  ///< by path
   std::vector<MediaAsset>
       unreadableAssets;  ///< wanted files of the phone that were not read; by id
+  std::vector<UnreadableFolder> unreadableFolders{};  ///< by path; not looked into
   std::uint64_t bytesRead = 0;
   bool isStopped = false;
 
   std::uint64_t count(State state) const;
-  bool hasFailures() const { return !unreadableAssets.empty() || count(State::unreadable) > 0; }
+  bool hasFailures() const {
+    return !unreadableAssets.empty() || !unreadableFolders.empty() || count(State::unreadable) > 0;
+  }
 };
 
 struct Request {
@@ -64,7 +67,8 @@ struct Request {
 
 /// Reads only files whose size a file of the other side has, each of them once. Of files with equal
 /// bytes each takes the file of the phone that is planned at its path, then the one whose name it
-/// has, a number or prefix aside, then any that has no copy yet. One file's failure is its state.
+/// has, a number or prefix aside, then any that has no copy yet; a file of the phone whose copy is
+/// already recorded is no choice while another has none. One file's failure is its state.
 Report recognise(const Folder& destination, MediaSource& source, const Request& request,
                  const ReadingMeter::Receiver& progress = {}, const std::stop_token& stop = {});
 

@@ -14,9 +14,11 @@ constexpr std::size_t nobody = SIZE_MAX;
 
 class Twins {
  public:
-  Twins(const std::vector<MediaAsset>& assets, const PlannedAssets& planned)
+  Twins(const std::vector<MediaAsset>& assets, const PlannedAssets& planned,
+        const StringSet& copied)
       : assets_(assets), planned_(planned), isTaken_(assets.size(), false) {
     for (std::size_t i = 0; i < assets.size(); ++i) {
+      isTaken_[i] = copied.contains(assets[i].id());
       byID_[assets[i].id()] = i;
       byName_[replacingInvalidUtf8(assets[i].name())].indices.push_back(i);
     }
@@ -107,8 +109,8 @@ class Twins {
 
 std::vector<MediaAsset> assignTwins(const std::vector<std::string_view>& paths,
                                     const std::vector<MediaAsset>& assets,
-                                    const PlannedAssets& planned) {
-  return Twins{assets, planned}.assign(paths);
+                                    const PlannedAssets& planned, const StringSet& copied) {
+  return Twins{assets, planned, copied}.assign(paths);
 }
 
 }  // namespace tavrix

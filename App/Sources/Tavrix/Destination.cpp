@@ -27,6 +27,12 @@ bool isInside(const fs::path& inner, const fs::path& outer) {
   return end == outer.end();
 }
 
+void checkHoldsNot(const std::string& source, const std::string& destination) {
+  if (isInside(resolved(source), resolved(destination))) {
+    throw DestinationError{DestinationError::Kind::holdsSource, destination};
+  }
+}
+
 void create(const std::string& path) {
   const fs::path full = resolved(path);
   try {
@@ -51,13 +57,23 @@ PhoneIdentity snapshotPhone(const std::string& deviceName) {
   return {sha256Hex("snapshot:" + deviceName), deviceName, "iPhone"};
 }
 
+PhoneIdentity folderPhone(const std::string& folder, const std::string& deviceName) {
+  return {sha256Hex("folder:" + resolved(folder).string()), deviceName, "iPhone"};
+}
+
 void Destination::checkApart(const std::string& source, const std::string& destination) {
-  using enum DestinationError::Kind;
-  const fs::path target = resolved(destination);
-  if (isInside(target, resolved(source + "/media"))) {
-    throw DestinationError{insideMedia, destination};
+  if (isInside(resolved(destination), resolved(source + "/media"))) {
+    throw DestinationError{DestinationError::Kind::insideMedia, destination};
   }
-  if (isInside(resolved(source), target)) throw DestinationError{holdsSource, destination};
+  checkHoldsNot(source, destination);
+}
+
+void Destination::checkApartFromFolder(const std::string& source, const std::string& destination) {
+  // A folder that is both holds the source, which says more.
+  checkHoldsNot(source, destination);
+  if (isInside(resolved(destination), resolved(source))) {
+    throw DestinationError{DestinationError::Kind::insideMedia, destination};
+  }
 }
 
 std::unique_ptr<Folder> Destination::openExisting(const std::string& path) {

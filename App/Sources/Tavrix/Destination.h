@@ -43,6 +43,9 @@ struct PhoneIdentity {
 
 /// The phone that a snapshot stands for; it has no serial number, so its name tells it apart.
 PhoneIdentity snapshotPhone(const std::string& deviceName);
+/// The phone that a folder stands for, when nobody has said whose it is: told apart by its place,
+/// so that two phones' files are never taken for each other.
+PhoneIdentity folderPhone(const std::string& folder, const std::string& deviceName);
 
 /// Folders that a run reads and writes. Each function throws DestinationError and FileError.
 namespace Destination {
@@ -50,6 +53,8 @@ namespace Destination {
 /// Throws unless the destination and the source (a folder with snapshot and media) lie apart: what
 /// is copied must not become part of what is copied from.
 void checkApart(const std::string& source, const std::string& destination);
+/// The same for a source that is nothing but media.
+void checkApartFromFolder(const std::string& source, const std::string& destination);
 
 /// The folder as it is; null when there is nothing of that name.
 std::unique_ptr<Folder> openExisting(const std::string& path);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "grouping/GroupMerging.h"
 #include "grouping/PlaceClustering.h"
 #include "media/BundleBuilder.h"
 
@@ -25,9 +26,27 @@ Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
 }
 
 GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
-                                const std::shared_ptr<const PlaceLookup>& lookup) {
+                                const std::shared_ptr<const PlaceLookup>& lookup,
+                                bool wantsReasons) {
   return GroupingEngine::group({bundles, bundleFilter(settings), groupingMode(settings),
-                                groupingSettings(settings), settings.homeOverride, lookup});
+                                groupingSettings(settings), settings.homeOverride, lookup,
+                                wantsReasons});
+}
+
+std::optional<Library::Home> homeOf(const Settings& settings,
+                                    const std::vector<HomeCandidate>& candidates) {
+  if (settings.uiMode != UIGroupingMode::trips) return std::nullopt;
+  return Library::Home{.point = HomeDetection::home(settings.homeOverride, candidates),
+                       .isManual = settings.homeOverride.has_value(),
+                       .rivals = HomeDetection::rivals(candidates, settings.tripDistanceKm),
+                       .recentSpanDays = groupingSettings(settings).homeWindowDays};
+}
+
+/// The groups with the merges that were made in their mode.
+std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& settings) {
+  const auto merges = settings.mergesByMode.find(textOf(settings.uiMode));
+  if (merges == settings.mergesByMode.end()) return groups;
+  return GroupMerging::apply(std::move(groups), merges->second);
 }
 
 }  // namespace
@@ -35,25 +54,28 @@ GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const S
 NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
                    const std::string& systemLocaleID, PlaceNaming* naming) {
   const auto lookup = lookupForFilter(bundles, settings, naming);
-  return nameGroups(groupsOf(bundles, settings, lookup).groups, settings, systemLocaleID, naming,
-                    lookup);
+  return nameGroups(merged(groupsOf(bundles, settings, lookup, false).groups, settings), settings,
+                    systemLocaleID, naming, lookup);
 }
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
-                    const std::string& systemLocaleID, PlaceNaming* naming) {
+                    const std::string& systemLocaleID, bool wantsReasons, PlaceNaming* naming) {
   Library library;
   library.fileCount = assets.size();
   library.bundles = BundleBuilder::makeBundles(assets);
 
   const auto lookup = lookupForFilter(library.bundles, settings, naming);
-  auto grouped = groupsOf(library.bundles, settings, lookup);
+  auto grouped = groupsOf(library.bundles, settings, lookup, wantsReasons);
   library.optimizedCount = OptimizedCopy::count(library.bundles, bundleFilter(settings),
                                                 {settings.timeZone, lookup.get()});
   library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
+  library.home = homeOf(settings, grouped.homeCandidates);
   library.homeCandidates = std::move(grouped.homeCandidates);
   library.homeIsAmbiguous = grouped.homeIsAmbiguous;
-  auto named = nameGroups(std::move(grouped.groups), settings, systemLocaleID, naming, lookup);
+  library.reasons = std::move(grouped.reasons);
+  auto named = nameGroups(merged(std::move(grouped.groups), settings), settings, systemLocaleID,
+                          naming, lookup);
   library.rows = std::move(named.rows);
   library.places = std::move(named.places);
   return library;

@@ -23,13 +23,25 @@ struct Library {
     friend bool operator==(const LeftOut&, const LeftOut&) = default;
   };
 
+  /// From where trips are measured.
+  struct Home {
+    std::optional<GeoPoint> point;      ///< nothing when no shot has both date and position
+    bool isManual = false;              ///< chosen by the person
+    std::vector<HomeCandidate> rivals;  ///< what makes a choice by itself ambiguous
+    int recentSpanDays = 0;             ///< of the candidates' recent days; 0 for none
+
+    friend bool operator==(const Home&, const Home&) = default;
+  };
+
   std::vector<AssetBundle> bundles;  ///< all of them, in catalogue order
   std::vector<AssetBundle> filteredBundles;
   std::vector<FolderNaming::Row> rows;  ///< in display order
   std::vector<HomeCandidate> homeCandidates;
   bool homeIsAmbiguous = false;
-  std::size_t optimizedCount = 0;  ///< shots of which the phone holds a reduced copy alone
-  std::uint64_t fileCount = 0;     ///< of the catalogue
+  std::optional<Home> home;                ///< of trips mode alone
+  std::optional<GroupingReasons> reasons;  ///< when they were wanted; by ids before merging
+  std::size_t optimizedCount = 0;          ///< shots of which the phone holds a reduced copy alone
+  std::uint64_t fileCount = 0;             ///< of the catalogue
   LeftOut leftOut;
   std::shared_ptr<const PlaceLookup> places;  ///< that named the rows' places, if any did
 
@@ -37,9 +49,10 @@ struct Library {
 };
 
 /// A pure computation but for the names of places, which `naming` finds; without it folders have
-/// none. The grouping engine must support the mode of the settings.
+/// none. Groups come with the merges of their mode applied, and reasons only when they are wanted.
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
-                    const std::string& systemLocaleID, PlaceNaming* naming = nullptr);
+                    const std::string& systemLocaleID, bool wantsReasons = false,
+                    PlaceNaming* naming = nullptr);
 
 /// The folders with their names alone, from shots before any filter.
 NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,

@@ -38,35 +38,49 @@ std::optional<TransferRecord::Place> placeOf(const MediaGroup& group, const Plac
   return place;
 }
 
-/// Adds those shots of the rows that `isWanted` takes, each with every file that it has.
-template <typename Predicate>
-void addShots(const std::vector<FolderNaming::Row>& rows, const PlaceLookup* lookup,
-              const RunToRecord& run, std::vector<ShotInput>& shots, Predicate isWanted) {
+/// Where the run puts its shots, by shot.
+struct ShotFolder {
+  std::string name;
+  std::optional<TransferRecord::Place> place;
+};
+
+std::vector<ShotInput> shotsOf(const RunToRecord& run) {
   absl::flat_hash_map<std::string_view, const AssetBundle*> whole;
   whole.reserve(run.library.bundles.size());
   for (const AssetBundle& bundle : run.library.bundles) whole.emplace(bundle.id(), &bundle);
   const bool isFlat = run.settings.uiMode == UIGroupingMode::flat;
-  for (const FolderNaming::Row& row : rows) {
-    const auto place = placeOf(row.group, lookup);
-    for (const AssetBundle& bundle : row.group.bundles) {
-      if (isWanted(bundle)) {
-        shots.push_back({*whole.at(bundle.id()), isFlat ? std::string{} : row.name, place});
+  const auto folderOf = [&](const FolderNaming::Row& row, const PlaceLookup* lookup) {
+    return ShotFolder{isFlat ? std::string{} : row.name, placeOf(row.group, lookup)};
+  };
+  const PlaceLookup* const places = run.library.places.get();
+  std::vector<ShotInput> shots;
+  if (!run.settings.skipOptimized || run.library.optimizedCount == 0) {
+    for (const FolderNaming::Row& row : run.library.rows) {
+      const ShotFolder folder = folderOf(row, places);
+      for (const AssetBundle& bundle : row.group.bundles) {
+        shots.push_back({*whole.at(bundle.id()), folder.name, folder.place});
       }
     }
+    return shots;
   }
-}
-
-std::vector<ShotInput> shotsOf(const RunToRecord& run) {
-  std::vector<ShotInput> shots;
-  addShots(run.library.rows, run.library.places.get(), run, shots,
-           [](const AssetBundle&) { return true; });
-  if (run.settings.skipOptimized && run.library.optimizedCount > 0) {
-    Settings settings = run.settings;
-    settings.skipOptimized = false;
-    const NamedGroups named =
-        rowsOf(run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
-    addShots(named.rows, named.places.get(), run, shots,
-             [](const AssetBundle& bundle) { return bundle.original().isOptimized(); });
+  // With the copies that were skipped, every shot stands where it would without the skipping; those
+  // of the run keep the folder that they are in.
+  absl::flat_hash_map<std::string_view, ShotFolder> folders;
+  for (const FolderNaming::Row& row : run.library.rows) {
+    const ShotFolder folder = folderOf(row, places);
+    for (const AssetBundle& bundle : row.group.bundles) folders.emplace(bundle.id(), folder);
+  }
+  Settings settings = run.settings;
+  settings.skipOptimized = false;
+  const NamedGroups named =
+      rowsOf(run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
+  for (const FolderNaming::Row& row : named.rows) {
+    const ShotFolder other = folderOf(row, named.places.get());
+    for (const AssetBundle& bundle : row.group.bundles) {
+      const auto own = folders.find(bundle.id());
+      const ShotFolder& folder = own == folders.end() ? other : own->second;
+      shots.push_back({*whole.at(bundle.id()), folder.name, folder.place});
+    }
   }
   return shots;
 }
@@ -74,6 +88,7 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
 std::vector<std::string> notesOf(const RunToRecord& run) {
   const Language language = run.language;
   const TransferOutcome& outcome = run.outcome;
+  if (run.isUnderWay) return {say(language, sentences::noteUnderWay)};
   std::vector<std::string> notes;
   if (outcome.status == TransferRecord::Status::cancelled) {
     notes.push_back(say(language, sentences::noteCancelled));

@@ -14,7 +14,7 @@ struct RunToRecord {
   const Library& library;
   const Settings& settings;
   const TransferPlan& plan;
-  const TransferOutcome& outcome;
+  TransferOutcome outcome;
   PhoneIdentity phone;
   std::string destinationPath;  ///< absolute
   std::string systemLocaleID;
@@ -23,6 +23,8 @@ struct RunToRecord {
   Instant startedAt;
   Instant finishedAt;
   PlaceNaming* placeNaming = nullptr;  ///< names the places of folders that the run left out
+  /// The record is written ahead, in case the program does not live to the end of the run.
+  bool isUnderWay = false;
 };
 
 /// The record of a run: the shots of all folders, whatever of them was there before, and those that

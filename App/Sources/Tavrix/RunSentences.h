@@ -8,6 +8,11 @@
 namespace tavrix::sentences {
 
 inline constexpr Sentence<> ownTemplate{"Свой шаблон", "Own template"};
+inline constexpr Sentence<> noteUnderWay{
+    "Программа завершилась до конца переноса: что успело скопироваться, лежит на месте, но здесь "
+    "не отмечено.",
+    "The program ended before the transfer did: what was copied by then is in place, but is not "
+    "noted here."};
 inline constexpr Sentence<> noteCancelled{"Перенос отменён.", "The transfer was cancelled."};
 inline constexpr Sentence<std::string> noteInterrupted{"Перенос остановлен: {}",
                                                        "The transfer was stopped: {}"};

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "grouping/GroupMerging.h"
 #include "grouping/GroupingMode.h"
 #include "grouping/GroupingSettings.h"
 #include "media/BundleFilter.h"
@@ -30,7 +31,7 @@ std::optional<UIGranularity> uiGranularityOf(std::string_view text);
 /// Everything that a person can choose, with its initial values; in the order of meaning.
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): there is one at a time.
 struct Settings {
-  using Merges = std::map<std::string, std::vector<std::vector<std::string>>, std::less<>>;
+  using Merges = std::map<std::string, GroupMerges, std::less<>>;
 
   // What is transferred.
   bool includePhotos = true;
@@ -46,7 +47,7 @@ struct Settings {
   std::optional<PlaceFilter> places;    ///< everywhere when there is none
 
   // How shots are gathered into folders.
-  UIGroupingMode uiMode = UIGroupingMode::byDate;
+  UIGroupingMode uiMode = UIGroupingMode::events;
   UIGranularity granularity = UIGranularity::day;
   TimeZone timeZone = TimeZone::utc();  ///< in which days are cut
   double eventGapHours = 4.0;

@@ -38,10 +38,42 @@ bool claimsPath(const PlannedFile& file, const std::string& path) {
   return std::find(paths.begin(), paths.end(), path) != paths.end();
 }
 
+/// Why the marker could not be saved; nothing when it was.
+std::optional<FileError> failureOf(const std::function<void()>& save) {
+  try {
+    save();
+    return std::nullopt;
+  } catch (const FileError& error) {
+    return error;
+  } catch (const DestinationMarker::MarkerError& error) {
+    return FileError{FileOperation::write, error.fileName(), EEXIST};
+  }
+}
+
 }  // namespace
 
 TransferJob::TransferJob(Setup setup, Folder& destination, Destination::Content content)
-    : setup_(std::move(setup)), destination_(destination), content_(std::move(content)) {}
+    : setup_(std::move(setup)), destination_(destination), content_(std::move(content)) {
+  for (auto& record : content_.marker.records) {
+    if (record.phoneHash == setup_.phone.hash) settleClaims(record);
+  }
+}
+
+void TransferJob::settleClaims(DestinationMarker::PhoneRecord& record) {
+  const FilesOnDisk& files = content_.view.filesOnDisk();
+  for (DestinationMarker::FileRecord& file : record.files) {
+    if (!file.isClaim() || content_.view.isUnreadable(file.path)) continue;
+    const auto found = files.find(file.path);
+    hasOldClaims_ = hasOldClaims_ || found == files.end() || found->second.size > 0;
+    if (found != files.end()) file.size = found->second.size;
+  }
+}
+
+bool TransferJob::isClaimed(const PlannedFile& file, const std::string& path) const {
+  // What is recorded already says more than a claim; and in a folder that may not be read the claim
+  // would replace what is known of a file there.
+  return !content_.view.holds(path, file.asset) && !content_.view.isUnreadable(path);
+}
 
 void TransferJob::remember(const LandedFile& file) {
   const FileOutcome& outcome = file.outcome;
@@ -55,9 +87,10 @@ void TransferJob::remember(const LandedFile& file) {
   landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
                      owned(asset.cloudID())});
   // A file under a number that nobody could foresee is not claimed yet.
-  const auto interval = claimsPath(file.planned, *outcome.path)
-                            ? setup_.saveInterval
-                            : std::min(setup_.saveInterval, shortestSaveInterval);
+  const auto interval =
+      claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)
+          ? setup_.saveInterval
+          : std::min(setup_.saveInterval, shortestSaveInterval);
   if (setup_.now() - savedAt_ >= interval) saveQuietly(claims());
 }
 
@@ -94,8 +127,9 @@ std::vector<DestinationMarker::FileRecord> TransferJob::claims() const {
   files.reserve(planned_->files.size() + landed_.size());
   for (const PlannedFile& file : planned_->files) {
     for (const std::string& path : possiblePaths(file)) {
-      files.push_back({path, file.asset.sizeBytes(), std::nullopt, std::string{file.asset.id()},
-                       owned(file.asset.cloudID())});
+      if (!isClaimed(file, path)) continue;
+      files.push_back(
+          {path, 0, std::nullopt, std::string{file.asset.id()}, owned(file.asset.cloudID())});
     }
   }
   files.insert(files.end(), landed_.begin(), landed_.end());
@@ -139,9 +173,23 @@ TransferOutcome TransferJob::execute(const TransferPlan& plan, MediaSource& sour
   return outcome;
 }
 
+TransferOutcome TransferJob::withoutFiles() {
+  TransferOutcome outcome;
+  if (!hasOldClaims_) return outcome;
+  // What a killed run left open is answered: what it landed is there, the rest nobody wants now.
+  DestinationMarker::PhoneRecord record = *content_.marker.record(setup_.phone.hash);
+  std::erase_if(record.files, [this](const DestinationMarker::FileRecord& file) {
+    const bool mayBeThere =
+        content_.view.isOnDisk(file.path) || content_.view.isUnreadable(file.path);
+    return file.isClaim() && !mayBeThere;
+  });
+  outcome.markerFailure = failureOf([&] { DestinationMarker::save(destination_, record); });
+  return outcome;
+}
+
 TransferOutcome TransferJob::run(const TransferPlan& plan, MediaSource& source,
                                  const TransferEngine::Progress& progress, std::stop_token stop) {
-  if (plan.files.empty()) return {};
+  if (plan.files.empty()) return withoutFiles();
   startedAt_ = setup_.now();
   savedAt_ = startedAt_;
   landed_.clear();
@@ -152,13 +200,7 @@ TransferOutcome TransferJob::run(const TransferPlan& plan, MediaSource& source,
   writeLog(log(), "transfer start: files={}, bytes={}, dest={}, zip={}", plan.files.size(),
            bytesOf(plan), PrivateField{destination_.path()}, false);
   TransferOutcome outcome = execute(plan, source, progress, std::move(stop));
-  try {
-    settleMarker();
-  } catch (const FileError& error) {
-    outcome.markerFailure = error;
-  } catch (const DestinationMarker::MarkerError& error) {
-    outcome.markerFailure = FileError{FileOperation::write, error.fileName(), EEXIST};
-  }
+  outcome.markerFailure = failureOf([this] { settleMarker(); });
   return outcome;
 }
 

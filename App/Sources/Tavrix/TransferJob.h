@@ -44,13 +44,19 @@ class TransferJob {
   /// when the plan was made.
   TransferJob(Setup setup, Folder& destination, Destination::Content content);
 
-  /// Carries out a plan. A plan without files leaves the destination as it is. Never throws what
+  /// Carries out a plan. A plan without files leaves the destination as it is, except that it drops
+  /// what a killed run meant to write and nobody wants any more. Never throws what
   /// TransferEngine throws: that is in the outcome.
   TransferOutcome run(const TransferPlan& plan, MediaSource& source,
                       const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
 
  private:
+  TransferOutcome withoutFiles();
   void remember(const LandedFile& file);
+  /// What an earlier run was killed over and is there counts from now on as seen.
+  void settleClaims(DestinationMarker::PhoneRecord& record);
+  /// Whether a planned file's claim to a path says more than the marker does already.
+  bool isClaimed(const PlannedFile& file, const std::string& path) const;
   /// What the run may still land, and what it has landed.
   std::vector<DestinationMarker::FileRecord> claims() const;
   void saveMarker(std::vector<DestinationMarker::FileRecord> files);
@@ -65,6 +71,7 @@ class TransferJob {
   Folder& destination_;
   Destination::Content content_;
   std::vector<DestinationMarker::FileRecord> landed_;
+  bool hasOldClaims_ = false;  ///< an earlier run was killed, and its record shall not stay so
   const TransferPlan* planned_ = nullptr;  ///< of the run that is under way
   Instant startedAt_;
   Instant savedAt_;

@@ -38,6 +38,16 @@ class WritableFile {
   virtual void close() = 0;
 };
 
+/// A folder whose content may not be listed, or a thing in one that the system says nothing of.
+struct UnreadableFolder {
+  std::string path;
+  int code = 0;  ///< the system's own (errno)
+
+  friend bool operator==(const UnreadableFolder&, const UnreadableFolder&) = default;
+};
+/// Whether a path is that of one of the folders or lies in one; they are sorted by path.
+bool liesInside(const std::string& path, const std::vector<UnreadableFolder>& folders);
+
 /// An open folder, the only way to what lies in it. Paths are relative, with "/" between parts; a
 /// path that leads out of the folder or over a symbolic link is refused with EXDEV,
 /// one that holds a NUL with EINVAL. Links are never followed at the last part. Members throw
@@ -73,10 +83,10 @@ class Folder {
   /// Returns when all that was written to this folder's volume is on stable storage.
   virtual void syncVolume() = 0;
 
-  /// Visits everything below, links not followed, in no order. What is inside a folder that may not
-  /// be read, or that goes meanwhile, is left out.
+  /// Visits everything below, links not followed, in no order; what goes meanwhile is left out.
+  /// Gives the folders that may not be read, by path: what is in them was not visited.
   using Visitor = std::function<void(const std::string& path, const FileStatus& status)>;
-  virtual void visitAll(const Visitor& visitor) const = 0;
+  virtual std::vector<UnreadableFolder> visitAll(const Visitor& visitor) const = 0;
   /// The names directly in this folder, sorted.
   virtual std::vector<std::string> names() const = 0;
 
@@ -84,8 +94,8 @@ class Folder {
   virtual bool exists() const = 0;
   /// Bytes that can still be written.
   virtual std::uint64_t freeBytes() const = 0;
-  /// Takes the folder for this process until the object goes; false when another holds it. Where
-  /// the volume knows no locks, always true.
+  /// Takes the folder for this process until the object goes; false when another holds it for
+  /// longer than a moment. Where the volume knows no locks, always true.
   virtual bool lock() = 0;
 };
 

@@ -45,6 +45,7 @@ void appendEscaped(char c, std::string& out) {
 }  // namespace
 
 void JsonWriter::newLine() {
+  if (layout_ == JsonLayout::line) return;
   buffer_ += '\n';
   buffer_.append(levels_.size() * 2, ' ');
 }
@@ -78,7 +79,7 @@ JsonWriter& JsonWriter::end(char bracket) {
 JsonWriter& JsonWriter::key(std::string_view name) {
   beforeValue();
   quoted(name);
-  buffer_ += ": ";
+  buffer_ += layout_ == JsonLayout::line ? ":" : ": ";
   afterKey_ = true;
   return *this;
 }

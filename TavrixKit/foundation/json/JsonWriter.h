@@ -25,12 +25,16 @@ class StringSink : public TextSink {
   std::string text_;
 };
 
-/// Writes one pretty-printed JSON document, two spaces an indent, slashes as they are, doubles in
-/// their shortest form, ill-formed UTF-8 replaced by U+FFFD. Keys come out in the order of the
-/// calls. The calls must form one whole value; finish() ends the document with a line break.
+/// How a document is laid out: pretty-printed with two spaces an indent, or on one line.
+enum class JsonLayout { pretty, line };
+
+/// Writes one JSON document, slashes as they are, doubles in their shortest form, ill-formed UTF-8
+/// replaced by U+FFFD. Keys come out in the order of the calls. The calls must form one whole
+/// value; finish() ends the document with a line break.
 class JsonWriter {
  public:
-  explicit JsonWriter(TextSink& sink) : sink_(sink) {}
+  explicit JsonWriter(TextSink& sink, JsonLayout layout = JsonLayout::pretty)
+      : sink_(sink), layout_(layout) {}
 
   JsonWriter& beginObject() { return begin('{'); }
   JsonWriter& endObject() { return end('}'); }
@@ -77,6 +81,7 @@ class JsonWriter {
   void flushWhenLarge();
 
   TextSink& sink_;
+  JsonLayout layout_;
   std::string buffer_;
   std::vector<Level> levels_;
   bool afterKey_ = false;

@@ -2,9 +2,12 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/fsuid.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <thread>
 
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileReader.h"
@@ -161,6 +164,45 @@ TEST_F(FolderTest, visitAll_findsEverythingOnceAndFollowsNoLink) {
   });
   fs::permissions(temporary / "inside/closed", fs::perms::owner_all);
   EXPECT_THAT(seen, UnorderedElementsAre("a 1", "a/b 1", "a/b/c 0", "a/up 2", "closed 1"));
+}
+
+TEST_F(FolderTest, closedFolders_areGivenBack) {
+  temporary.write("inside/open/a", "1");
+  temporary.write("inside/open/closed/b", "1");
+  temporary.write("inside/unsearchable/c", "1");
+  fs::permissions(temporary / "inside/open/closed", fs::perms::none);
+  fs::permissions(temporary / "inside/unsearchable",
+                  fs::perms::owner_read | fs::perms::others_read);
+  fs::permissions(temporary.path(), fs::perms::all);
+  std::vector<std::string> seen;
+  std::vector<UnreadableFolder> unreadable;
+  std::thread{[&] {
+    // Root may read everything; to the rest of this thread's life files are another user's.
+    if (::geteuid() == 0) ::setfsuid(65534);
+    unreadable =
+        folder->visitAll([&](const std::string& path, const FileStatus&) { seen.push_back(path); });
+  }}.join();
+  fs::permissions(temporary / "inside/open/closed", fs::perms::owner_all);
+  fs::permissions(temporary / "inside/unsearchable", fs::perms::owner_all);
+  EXPECT_THAT(seen, UnorderedElementsAre("open", "open/a", "open/closed", "unsearchable"));
+  EXPECT_EQ(unreadable,
+            (std::vector<UnreadableFolder>{{"open/closed", EACCES}, {"unsearchable", EACCES}}));
+  for (const char* path : {"open/closed", "open/closed/b", "unsearchable/x/y"}) {
+    EXPECT_TRUE(liesInside(path, unreadable)) << path;
+  }
+  for (const char* path : {"open", "open/closed2/b", "b", "open/closed.b"}) {
+    EXPECT_FALSE(liesInside(path, unreadable)) << path;
+  }
+}
+
+TEST_F(FolderTest, lockThatIsHeldForAMoment_isWaitedFor) {
+  auto asking = openFolder(temporary / "inside");
+  ASSERT_TRUE(asking->lock());
+  const std::jthread other{[&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds{5});
+    asking.reset();
+  }};
+  EXPECT_TRUE(folder->lock());
 }
 
 TEST_F(FolderTest, secondHandle_cannotTakeTheLockUntilTheFirstGoes) {

@@ -1,10 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <numeric>
-#include <set>
-
-#include "grouping/GroupingEngine.h"
-#include "media/BundleBuilder.h"
+#include "grouping/tests/GroupingTester.h"
 
 namespace tavrix {
 namespace {
@@ -14,32 +10,10 @@ using namespace grouping_mode;
 
 const TimeZone tokyo = *TimeZone::load("Asia/Tokyo");
 
-/// A still that is a shot of its own; an empty time means no date.
-MediaAsset still(const std::string& id, const std::string& time,
-                 std::optional<GeoPoint> place = {}) {
-  return MediaAsset{id,    id + ".jpg", std::nullopt, MediaKind::photo, 100, parseIso8601(time),
-                    place, false,       std::nullopt, std::nullopt};
-}
-
-GroupingEngine::Result grouped(const std::vector<MediaAsset>& assets, GroupingMode mode,
-                               const TimeZone& zone = TimeZone::utc()) {
-  GroupingEngine::Request request;
-  request.bundles = BundleBuilder::makeBundles(assets);
-  request.mode = mode;
-  request.settings.timeZone = zone;
-  return GroupingEngine::group(request);
-}
-
-/// "group: shot shot; group: shot" in the order of the result.
-std::string shape(const GroupingEngine::Result& result) {
-  std::string text;
-  for (const MediaGroup& group : result.groups) {
-    if (!text.empty()) text += "; ";
-    text += group.id + ":";
-    for (const AssetBundle& bundle : group.bundles)
-      text += " " + std::string{bundle.original().id()};
-  }
-  return text;
+GroupingSettings inZone(const TimeZone& zone) {
+  GroupingSettings settings;
+  settings.timeZone = zone;
+  return settings;
 }
 
 const std::vector<MediaAsset> library{
@@ -52,7 +26,7 @@ TEST(GroupingEngine, byDate_cutsCalendarInTheZone) {
   EXPECT_EQ(shape(grouped(library, ByDate{DateGranularity::day})),
             "0999-12-31: old; 2026-05-10: early same late; 2026-06-01: june; no-date: none");
   EXPECT_EQ(
-      shape(grouped(library, ByDate{DateGranularity::day}, tokyo)),
+      shape(grouped(library, ByDate{DateGranularity::day}, inZone(tokyo))),
       "0999-12-31: old; 2026-05-10: early same; 2026-05-11: late; 2026-06-01: june; no-date: none");
   EXPECT_EQ(shape(grouped(library, ByDate{DateGranularity::month})),
             "0999-12: old; 2026-05: early same late; 2026-06: june; no-date: none");
@@ -81,7 +55,7 @@ TEST(GroupingEngine, dayThatGoesOnAfterTheNextHasBegun_staysOneGroup) {
   const auto result =
       grouped({still("a", "2010-11-07T02:00:00Z"), still("b", "2010-11-07T02:30:30Z"),
                still("c", "2010-11-07T02:40:00Z"), still("d", "2010-11-07T03:40:00Z")},
-              ByDate{}, *TimeZone::load("America/St_Johns"));
+              ByDate{}, inZone(*TimeZone::load("America/St_Johns")));
   EXPECT_EQ(shape(result), "2010-11-06: a c; 2010-11-07: b d");
 }
 
@@ -118,37 +92,6 @@ TEST(MediaGroup, counts_areFilesByKind) {
       {asset("IMG_1.HEIC", MediaKind::photo, 1), asset("IMG_1.MOV", MediaKind::video, 10),
        asset("IMG_1.AAE", MediaKind::sidecar, 100), asset("x.txt", MediaKind::other, 1000)});
   EXPECT_EQ(group.counts(), (MediaGroup::MediaCounts{1, 1, 1, 1, 1111}));
-}
-
-TEST(GroupingEngine, anyLibrary_inAnyGranularity_losesNothingAndIsStable) {
-  std::uint64_t state = 11;
-  const auto random = [&](std::uint64_t below) {
-    state = state * 6364136223846793005U + 1442695040888963407U;
-    return (state >> 33U) % below;
-  };
-  for (int round = 0; round < 100; ++round) {
-    std::vector<MediaAsset> assets;
-    for (int i = 0; i < 60; ++i) {
-      const auto time = iso8601(Instant{std::chrono::hours{random(24 * 900) + 490'000}});
-      assets.push_back(still("IMG" + std::to_string(i), random(10) == 0 ? "" : time));
-    }
-    const std::vector<GroupingMode> modes{ByDate{DateGranularity::day},
-                                          ByDate{DateGranularity::month},
-                                          ByDate{DateGranularity::year}, Flat{}};
-    for (const GroupingMode& mode : modes) {
-      const auto result = grouped(assets, mode, tokyo);
-      EXPECT_EQ(result, grouped(assets, mode, tokyo));
-      std::set<std::string> ids;
-      std::multiset<std::string> shots;
-      for (const MediaGroup& group : result.groups) {
-        EXPECT_TRUE(ids.insert(group.id).second) << group.id;
-        for (const AssetBundle& bundle : group.bundles) shots.insert(bundle.id());
-      }
-      std::multiset<std::string> expected;
-      for (const AssetBundle& bundle : result.filteredBundles) expected.insert(bundle.id());
-      EXPECT_EQ(shots, expected);
-    }
-  }
 }
 
 }  // namespace

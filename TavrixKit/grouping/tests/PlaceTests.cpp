@@ -97,7 +97,7 @@ TEST(PlaceClustering, grid_findsWhatLookingEverywhereFinds) {
     state = state * 6364136223846793005U + 1442695040888963407U;
     return static_cast<double>(state >> 33U) / (1U << 31U);
   };
-  for (const double radius : {0.5, 2.0, 50.0, 3000.0, 15000.0}) {
+  for (const double radius : {0.0, 1e-7, 0.5, 2.0, 50.0, 3000.0, 15000.0}) {
     for (int round = 0; round < 10; ++round) {
       std::vector<GeoPoint> points;
       for (int i = 0; i < 150; ++i) {

@@ -95,6 +95,7 @@ TEST(TransferRecordCoding, whatDoesNotFit_isNamedByItsPlace) {
   EXPECT_EQ(faultOf(replaced(json, "ab000000-", "ab00000-")), "wrong id");
   EXPECT_EQ(faultOf(replaced(json, "12:01:00Z", "25:01:00Z")), "wrong finishedAt");
   EXPECT_EQ(faultOf(replaced(json, R"("folders": [)", R"("others": [)")), "missing folders");
+  EXPECT_EQ(faultOf(replaced(json, R"("shots": [)", R"("others": [)")), "missing folders[0].shots");
   EXPECT_EQ(faultOf(R"({"schemaVersion": 2, "folders": [7]})"), "wrong folders[0]");
   for (const char* text : {"", "[]", "7", "null", "{", R"({"schemaVersion": 2}})"}) {
     EXPECT_EQ(faultOf(text), "not JSON") << text;

@@ -68,33 +68,36 @@ TEST(ChecksumFile, lines_writtenAndRead_areTheSame) {
   }
 }
 
-TEST(ChecksumFile, foreignFileOfTheName_isNotToBeReplaced) {
-  const std::string line = encode({sha256Hex("x"), "a"});
+TEST(ChecksumFile, list_isReadWholeAndNothingElseIs) {
+  const Entry entry{sha256Hex("x"), "a"};
+  const std::string line = encode(entry);
   struct Row {
     std::string content;
-    bool mayWrite;
+    std::optional<std::vector<Entry>> list;
   };
-  const std::vector<Row> rows{{"", true},
-                              {line, true},
-                              {line + line, true},
-                              {line + "my notes\n", false},
-                              {"\n", false},
-                              {line.substr(0, line.size() - 1), false},
-                              {std::string(200'000, 'a'), false}};
+  std::string longList;
+  for (int i = 0; i < 2000; ++i) longList += line;
+  const std::vector<Row> rows{{"", std::vector<Entry>{}},
+                              {line, std::vector{entry}},
+                              {longList, std::vector<Entry>(2000, entry)},
+                              {line + "my notes\n", std::nullopt},
+                              {"\n", std::nullopt},
+                              {line.substr(0, line.size() - 1), std::nullopt},
+                              {std::string(200'000, 'a'), std::nullopt}};
   const TemporaryFolder folder;
   const auto opened = openFolder(folder.path());
-  EXPECT_TRUE(mayWrite(*opened));
+  EXPECT_EQ(read(*opened), std::vector<Entry>{});
   for (const Row& row : rows) {
     folder.write(std::string{name}, row.content);
-    EXPECT_EQ(mayWrite(*opened), row.mayWrite) << row.content.substr(0, 100);
+    EXPECT_EQ(read(*opened), row.list) << row.content.substr(0, 100);
   }
   folder.write("mine", line);
   std::filesystem::remove(folder / std::string{name});
   std::filesystem::create_symlink("mine", folder / std::string{name});
-  EXPECT_FALSE(mayWrite(*opened));
+  EXPECT_FALSE(read(*opened));
   std::filesystem::remove(folder / std::string{name});
   std::filesystem::create_directory(folder / std::string{name});
-  EXPECT_FALSE(mayWrite(*opened));
+  EXPECT_FALSE(read(*opened));
 }
 
 TEST(ChecksumFile, write_thatFails_leavesTheEarlierList) {

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "foundation/Digest.h"
+#include "transfer/ChecksumMerge.h"
 #include "transfer/tests/TestLibrary.h"
 
 namespace tavrix::CopyVerification {
@@ -29,7 +30,7 @@ struct CopyVerificationTest : testing::Test {
   }
   /// What a run that was killed had said it may write.
   static FileRecord claim(const std::string& path, const std::string& localID) {
-    return {path, 1000, std::nullopt, localID, std::nullopt};
+    return {path, 0, std::nullopt, localID, std::nullopt};
   }
   static std::string lastName(const std::string& path) { return path.substr(path.rfind('/') + 1); }
   void record(char phone, std::vector<FileRecord> files, Instant last = day) {
@@ -109,29 +110,34 @@ TEST_F(CopyVerificationTest, unknownFiles_areNotThoseOfTheProgram) {
 TEST_F(CopyVerificationTest, entriesWithoutDigest_neverSayMoreThanIsKnown) {
   FileRecord same = land("same.HEIC");
   FileRecord other = land("other.HEIC");
-  FileRecord converted = land("converted.jpg", 700);
+  FileRecord gone = land("gone.HEIC");
   FileRecord noDigest = land("noDigest.HEIC");
-  same.sha256 = other.sha256 = converted.sha256 = std::nullopt;
+  same.sha256 = other.sha256 = gone.sha256 = std::nullopt;
   noDigest.sha256 = "12345";
-  other.size = converted.size = 1000;
-  converted.localID = "100APPLE/converted.HEIC";
   temporary.write("other.HEIC", "short");
-  record('a', {same, other, converted, noDigest, claim("never.HEIC", "100APPLE/never.HEIC")});
+  temporary.write("claimed.jpg", contentOf("claimed.jpg", 700));
+  std::filesystem::remove(temporary / "gone.HEIC");
+  record('a', {same, other, gone, noDigest, claim("never.HEIC", "100APPLE/never.HEIC"),
+               claim("claimed.jpg", "100APPLE/claimed.HEIC")});
+  // What was seen there once is missed; what was only meant to come may never have come.
   EXPECT_THAT(
       states(),
-      ElementsAre(Pair("converted.jpg", "withoutChecksum"), Pair("never.HEIC", "neverConfirmed"),
-                  Pair("noDigest.HEIC", "withoutChecksum"), Pair("other.HEIC", "changed"),
-                  Pair("same.HEIC", "withoutChecksum")));
+      ElementsAre(Pair("claimed.jpg", "withoutChecksum"), Pair("gone.HEIC", "missing"),
+                  Pair("never.HEIC", "neverConfirmed"), Pair("noDigest.HEIC", "withoutChecksum"),
+                  Pair("other.HEIC", "changed"), Pair("same.HEIC", "withoutChecksum")));
   EXPECT_EQ(check().bytesRead, 0U);
   const Report digested = check({2, true});
   EXPECT_EQ(digested.files.back().state, State::withoutChecksum);
   EXPECT_EQ(digested.files.back().sha256, sha256Hex(contentOf("same.HEIC", 1000)));
 }
 
-TEST_F(CopyVerificationTest, claimsOnly_areNoLosses) {
+TEST_F(CopyVerificationTest, claimThatIsNotThere_isALoss) {
   record('a', {claim("1.HEIC", "1.HEIC"), claim("2.HEIC", "2.HEIC")});
-  EXPECT_FALSE(check().hasLosses());
+  EXPECT_TRUE(check().hasLosses());
   EXPECT_EQ(check().count(State::neverConfirmed), 2U);
+  temporary.write("1.HEIC", "1");
+  temporary.write("2.HEIC", "2");
+  EXPECT_FALSE(check().hasLosses());
   record('a', {});
   EXPECT_THAT(check().files, IsEmpty());
   EXPECT_FALSE(check().hasLosses());
@@ -174,6 +180,59 @@ TEST_F(CopyVerificationTest, damagedRecord_isNamedAndALoss) {
   const Report report = check();
   EXPECT_THAT(report.damagedRecords, ElementsAre("phone-bbbbbbbb.json"));
   EXPECT_TRUE(report.hasLosses());
+}
+
+TEST_F(CopyVerificationTest, recordNamedFileOfARecordsName_isAPhonesFile) {
+  record('a', {land("phone-bbbbbbbb.json"), land("a.HEIC")});
+  const Report report = check();
+  EXPECT_EQ(report.count(State::intact), 2U);
+  EXPECT_THAT(report.damagedRecords, IsEmpty());
+  EXPECT_THAT(report.unknown, IsEmpty());
+}
+
+TEST_F(CopyVerificationTest, closedFolder_isNamedAndALoss) {
+  record('a', {land("a.HEIC")});
+  temporary.write("theirs/b.HEIC", "1");
+  folder.faults().rule = failing(FileOperation::list, "theirs", EACCES);
+  const Report report = check();
+  EXPECT_THAT(report.unreadableFolders, ElementsAre(UnreadableFolder{"theirs", EACCES}));
+  EXPECT_EQ(report.lostFiles(), 0U);
+  EXPECT_TRUE(report.hasLosses());
+}
+
+TEST_F(CopyVerificationTest, earlierList_standsForDigestsThatNoRecordKnows) {
+  FileRecord same = land("same.HEIC");
+  FileRecord rotten = land("rotten.HEIC");
+  FileRecord fresh = land("fresh.HEIC");
+  const FileRecord proven = land("proven.HEIC");
+  const FileRecord gone = land("gone.HEIC");
+  const FileRecord outside{"../outside.HEIC", 1000, std::string(64, '1'), "x", {}};
+  const ChecksumFile::Entry foreign{std::string(64, 'f'), "./mine/notes.txt"};
+  const std::vector<ChecksumFile::Entry> earlier{foreign,
+                                                 {*same.sha256, "./same.HEIC"},
+                                                 {*rotten.sha256, "rotten.HEIC"},
+                                                 {std::string(64, '0'), "gone.HEIC"},
+                                                 {*proven.sha256, "never.HEIC"}};
+  temporary.write("rotten.HEIC", contentOf("rot", 1000));
+  temporary.write("proven.HEIC", contentOf("rot", 1000));
+  std::filesystem::remove(temporary / "gone.HEIC");
+  same.sha256 = rotten.sha256 = fresh.sha256 = std::nullopt;
+  record('a', {same, rotten, fresh, proven, gone, outside, claim("never.HEIC", "never.HEIC")});
+  const Options options{2, true, ChecksumMerge::digests(earlier)};
+  EXPECT_THAT(states(options),
+              ElementsAre(Pair("../outside.HEIC", "unreadable"),
+                          Pair("fresh.HEIC", "withoutChecksum"), Pair("gone.HEIC", "missing"),
+                          Pair("never.HEIC", "missing"), Pair("proven.HEIC", "changed"),
+                          Pair("rotten.HEIC", "changed"), Pair("same.HEIC", "withoutChecksum")));
+  using ChecksumFile::Entry;
+  const auto list = ChecksumMerge::merged(check(options), earlier);
+  EXPECT_THAT(
+      list,
+      ElementsAre(foreign, Entry{sha256Hex(contentOf("fresh.HEIC", 1000)), "fresh.HEIC"},
+                  Entry{*gone.sha256, "gone.HEIC"}, Entry{*proven.sha256, "never.HEIC"},
+                  Entry{*proven.sha256, "proven.HEIC"}, Entry{earlier[2].sha256, "rotten.HEIC"},
+                  Entry{earlier[1].sha256, "same.HEIC"}));
+  EXPECT_EQ(ChecksumMerge::merged(check({2, true, ChecksumMerge::digests(list)}), list), list);
 }
 
 TEST_F(CopyVerificationTest, stop_leavesTheRestNotReached) {

@@ -109,6 +109,40 @@ TEST_F(MarkerRebuildTest, equalBytes_goByPlaceThenByName) {
   EXPECT_EQ(all.size(), 4U);  // none is left out while others have two copies
 }
 
+TEST_F(MarkerRebuildTest, twinWhoseCopyIsRecorded_leavesTheMovedCopyToTheOther) {
+  assets = {assetOf("1/A.HEIC"), assetOf("1/B.HEIC"), assetOf("1/C.HEIC")};
+  const std::string same = contentOf("same", 1000);
+  std::vector<DestinationMarker::FileRecord> entries;
+  for (const MediaAsset& asset : assets) {
+    const std::string path = "2026-05-20/" + std::string{asset.name()};
+    source.bytes[std::string{asset.id()}] = same;
+    temporary.write(path, same);
+    entries.push_back({path, 1000, sha256Hex(same), std::string{asset.id()}, {}});
+  }
+  save('a', entries);
+  std::filesystem::create_directory(temporary / "moved");
+  std::filesystem::rename(temporary / "2026-05-20/C.HEIC", temporary / "moved/A.HEIC");
+  EXPECT_THAT(owners(run()), ElementsAre(Pair("moved/A.HEIC", "1/C.HEIC")));
+  // Where none is left without a copy the name decides again.
+  temporary.write("2026-05-20/C.HEIC", same);
+  EXPECT_THAT(owners(run()), ElementsAre(Pair("moved/A.HEIC", "1/A.HEIC")));
+}
+
+TEST_F(MarkerRebuildTest, recordNamedFileOfARecordsName_isLookedAt) {
+  copy("phone-bbbbbbbb.json", "1/A.HEIC");
+  save('a', {{"phone-bbbbbbbb.json", 0, std::nullopt, "1/A.HEIC", {}}});
+  EXPECT_THAT(owners(run()), ElementsAre(Pair("phone-bbbbbbbb.json", "1/A.HEIC")));
+}
+
+TEST_F(MarkerRebuildTest, closedFolder_isNamedAndAFailure) {
+  copy("closed/A.HEIC", "1/A.HEIC");
+  folder.faults().rule = failing(FileOperation::list, "closed", EACCES);
+  const Report report = run();
+  EXPECT_THAT(report.files, IsEmpty());
+  EXPECT_THAT(report.unreadableFolders, ElementsAre(UnreadableFolder{"closed", EACCES}));
+  EXPECT_TRUE(report.hasFailures());
+}
+
 TEST_F(MarkerRebuildTest, manyTwins_areToldApartByTheirNames) {
   assets.clear();
   for (int i = 0; i < 20'000; ++i) {

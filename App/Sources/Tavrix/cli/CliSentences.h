@@ -47,8 +47,8 @@ inline constexpr Sentence<Text> unknownLanguage{
 
 // Settings.
 inline constexpr Sentence<Text> settingNotAssignment{
-    "Настройка «{}» записана не как КЛЮЧ=ЗНАЧЕНИЕ; пример: --set granularity=month.",
-    "The setting “{}” is not of the form KEY=VALUE; for example: --set granularity=month."};
+    "Настройка «{}» записана не как КЛЮЧ=ЗНАЧЕНИЕ; пример: --set uiMode=trips.",
+    "The setting “{}” is not of the form KEY=VALUE; for example: --set uiMode=trips."};
 inline constexpr Sentence<Text, Text, Text> settingUnknownKey{
     "Настройки «{}» (значение «{}») нет; есть такие: {}.",
     "There is no setting “{}” (value “{}”); there are: {}."};
@@ -74,17 +74,14 @@ inline constexpr Sentence<> allowedText{"любой текст", "any text"};
 inline constexpr Sentence<Text> allowedTemplate{"шаблон имени в виде JSON ({})",
                                                 "a name template as JSON ({})"};
 inline constexpr Sentence<> allowedTextMap{
-    R"(объект JSON с именами папок вида {{"2026-05-20":"Дача"}})",
-    R"(a JSON object with folder names such as {{"2026-05-20":"Picnic"}})"};
+    R"(объект JSON с именами папок вида {{"event-2026-05-20":"Дача"}})",
+    R"(a JSON object with folder names such as {{"event-2026-05-20":"Picnic"}})"};
 inline constexpr Sentence<> allowedPlaces{
     R"(названия стран и городов через запятую или объект JSON вида {{"countries":["Италия"],"cities":[],"includeUnplaced":true}})",
     R"(names of countries and cities with commas between, or a JSON object such as {{"countries":["Italy"],"cities":[],"includeUnplaced":true}})"};
 inline constexpr Sentence<> allowedMerges{
     R"(объект JSON со списками групп вида {{"byDate":[["2026-05-20","2026-05-21"]]}})",
     R"(a JSON object with lists of groups such as {{"byDate":[["2026-05-20","2026-05-21"]]}})"};
-inline constexpr Sentence<Text> modeNotThere{
-    "Раскладки «{}» пока нет; можно: --set uiMode=byDate или --set uiMode=flat.",
-    "The mode “{}” is not there yet; choose --set uiMode=byDate or --set uiMode=flat."};
 inline constexpr Sentence<> archivesNotThere{
     "Упаковки в архивы пока нет; уберите --set packAsZip=true, и файлы лягут в папки.",
     "Packing into archives is not there yet; leave out --set packAsZip=true to get files in "
@@ -122,8 +119,11 @@ inline constexpr Sentence<Text> contextField{"поле «{}» не читает�
 
 // The source.
 inline constexpr Sentence<Text> snapshotMissing{
-    "Нет файла «{}»; укажите папку, в которой лежат snapshot.json и media.",
-    "There is no file “{}”; name a folder that holds snapshot.json and media."};
+    "Нет файла «{}»; укажите папку, в которой лежат snapshot.json и media, папка DCIM или папки "
+    "вида 100APPLE.",
+    "There is no file “{}”; name a folder that holds snapshot.json and media, DCIM, or folders "
+    "such "
+    "as 100APPLE."};
 inline constexpr Sentence<Text, Text> snapshotUnreadable{
     "Файл «{}» не читается ({}); проверьте права на него и диск.",
     "The file “{}” cannot be read ({}); check its permissions and the disk."};

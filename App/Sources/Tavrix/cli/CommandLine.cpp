@@ -43,6 +43,8 @@ const std::vector<Form>& forms() {
       {Command::verify, "", "verify", {"DEST"}},
       {Command::markerRebuild, "marker", "rebuild", {"SOURCE", "DEST"}, {"--device-name"}},
       {Command::snapshot, "", "snapshot", {"SOURCE", "OUT-DIR"}},
+      {Command::cacheReset, "cache", "reset", {}},
+      {Command::cache, "", "cache", {}},
       {Command::templateRender, "template", "render", {}, {"--template", "--context"}},
       {Command::templatePresets, "template", "presets", {}},
       {Command::templateSanitize, "template", "sanitize", {"TEXT"}},
@@ -145,13 +147,16 @@ class Parser {
 
   void addCommands() {
     for (const Form& form : forms()) {
-      CLI::App* const command = parentOf(form).add_subcommand(std::string{form.name});
+      CLI::App* const command = form.group.empty()
+                                    ? group(form.name)
+                                    : group(form.group)->add_subcommand(std::string{form.name});
       for (const std::string_view operand : form.operands) {
         command->add_option(std::string{operand}, slot_);
       }
       for (const std::string_view option : form.options) {
         addOption(*command, std::string{option});
       }
+      if (form.command == Command::groups) command->add_flag("--explain", call_.explain);
       if (form.command == Command::history) command->add_flag("--delete", call_.history.deletes);
       if (form.command == Command::verify) {
         command->add_flag("--write-checksums", call_.writeChecksums);
@@ -160,15 +165,14 @@ class Parser {
     }
   }
 
-  /// The parser of a command's group, made for the first of its commands.
-  CLI::App& parentOf(const Form& form) {
-    if (form.group.empty()) return app_;
-    auto& [group, parser] = *groups_.try_emplace(form.group, nullptr).first;
-    if (parser == nullptr) {
-      parser = app_.add_subcommand(std::string{group});
-      parser->require_subcommand(0, 1);
+  /// The first word of commands, which may be one itself.
+  CLI::App* group(std::string_view name) {
+    CLI::App*& command = groups_[name];
+    if (command == nullptr) {
+      command = app_.add_subcommand(std::string{name});
+      command->require_subcommand(0, 1);
     }
-    return *parser;
+    return command;
   }
 
   void run(const std::vector<std::string>& arguments) {
@@ -266,7 +270,8 @@ class Parser {
   /// An empty name would stand for the root folder.
   void checkFolders(const Form& form) const {
     for (std::size_t i = 0; i < call_.operands.size(); ++i) {
-      if (form.operands[i] != "TEXT" && call_.operands[i].empty()) {
+      const bool isFolder = form.operands[i] != "TEXT" && form.operands[i] != "RECORD-ID";
+      if (isFolder && call_.operands[i].empty()) {
         fail(say(language_, sentences::folderEmpty, form.operands[i], commandText(form)));
       }
     }

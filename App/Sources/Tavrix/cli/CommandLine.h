@@ -22,6 +22,8 @@ enum class Command {
   verify,
   markerRebuild,
   snapshot,
+  cacheReset,
+  cache,
   templateRender,
   templatePresets,
   templateSanitize,
@@ -43,6 +45,7 @@ struct Invocation {
   std::vector<std::string> operands;  ///< as many as the command takes, optional ones aside
   bool json = false;
   bool verbose = false;
+  bool explain = false;  ///< why folders were cut where they were
   Language language = Language::russian;
   std::optional<std::string> stateFolder;
   std::vector<std::string> settings;  ///< "KEY=VALUE", in their order

@@ -36,6 +36,8 @@ ExitStatus showHistory(const CommandContext& context);
 ExitStatus verify(const CommandContext& context);
 ExitStatus rebuildMarker(const CommandContext& context);
 ExitStatus writeSnapshot(const CommandContext& context);
+ExitStatus showCache(const CommandContext& context);
+ExitStatus resetCache(const CommandContext& context);
 ExitStatus renderTemplate(const CommandContext& context);
 ExitStatus listPresets(const CommandContext& context);
 ExitStatus sanitizeText(const CommandContext& context);

@@ -35,6 +35,9 @@ const help::HelpText& textOf(std::optional<Command> command) {
       return help::marker;
     case Command::snapshot:
       return help::snapshot;
+    case Command::cacheReset:
+    case Command::cache:
+      return help::cache;
     case Command::templateRender:
     case Command::templatePresets:
     case Command::templateSanitize:

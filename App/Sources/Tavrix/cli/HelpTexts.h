@@ -27,14 +27,16 @@ inline constexpr HelpText program{
   marker rebuild SOURCE DEST
                           узнаёт скопированное, если записи в DEST потеряны
   snapshot SOURCE OUT-DIR записывает каталог телефона в OUT-DIR/snapshot.json
+  cache, cache reset      сколько прочитанного помнит программа; забыть всё это
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
   template sanitize TEXT  имя, которое годится для папки
 
-SOURCE — папка, в которой лежат snapshot.json и media. DEST — папка для фотографий.
+SOURCE — смонтированный телефон, карта памяти или копия DCIM: папка, в которой лежит DCIM или
+папки вида 100APPLE; либо папка, в которой лежат snapshot.json и media. DEST — папка для фотографий.
 
 Примеры:
-  tavrix groups ТЕЛЕФОН --set granularity=month
+  tavrix groups ТЕЛЕФОН --set uiMode=trips --explain
   tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ
   tavrix КОМАНДА --help
 )",
@@ -54,14 +56,16 @@ Usage: tavrix COMMAND ARGUMENTS…
   marker rebuild SOURCE DEST
                           recognises what was copied where the records of DEST are lost
   snapshot SOURCE OUT-DIR writes the phone's catalogue as OUT-DIR/snapshot.json
+  cache, cache reset      how much of what it read the program keeps; forget all of it
   template render         a folder name from a template
   template presets        the templates that come with the program
   template sanitize TEXT  a name that a folder can have
 
-SOURCE is a folder that holds snapshot.json and media. DEST is the folder for the photos.
+SOURCE is a mounted phone, a memory card or a copy of DCIM: a folder that holds DCIM or folders such
+as 100APPLE; or a folder that holds snapshot.json and media. DEST is the folder for the photos.
 
 Examples:
-  tavrix groups PHONE --set granularity=month
+  tavrix groups PHONE --set uiMode=trips --explain
   tavrix transfer PHONE PHOTOS
   tavrix COMMAND --help
 )"};
@@ -128,15 +132,48 @@ Examples:
 inline constexpr HelpText groups{
     R"(tavrix groups SOURCE — папки, в которые лягут снимки, с именами и счётом.
 
+  --explain           почему папки разделены именно здесь и почему снимок не в поездке
+
+Раскладка — --set uiMode=…:
+  events  события: новое начинается после паузы дольше eventGapHours часов или переезда дальше
+          eventGapKm километров; так по умолчанию
+  trips   поездки: от tripMinDays дней в одном городе дальше tripDistanceKm от дома; остальное
+          по месяцам. Дом находится сам, указать другой: homeOverride=ШИРОТА,ДОЛГОТА
+  byDate  по дням, месяцам или годам: granularity=day, month или year
+  flat    всё в одной папке
+
+Склейка и свои имена ссылаются на группы по id, который печатает --json.
+
 Примеры:
-  tavrix groups ТЕЛЕФОН --set granularity=month
+  tavrix groups ТЕЛЕФОН --explain
+  tavrix groups ТЕЛЕФОН --set uiMode=trips --set homeOverride=55.75,37.62 --set tripMinDays=3
+  tavrix groups ТЕЛЕФОН --set 'mergesByMode={"events":[["event-2026-05-20","event-2026-05-21"]]}'
+  tavrix groups ТЕЛЕФОН --set 'nameOverrides={"event-2026-05-20":"Дача"}'
+  tavrix groups ТЕЛЕФОН --set uiMode=byDate --set granularity=month
   tavrix groups ТЕЛЕФОН --set timeZoneID=Europe/Moscow --set includeVideos=false
   tavrix groups ТЕЛЕФОН --set periodFrom=2026-05-01 --set periodTo=2026-05-31
 )",
     R"(tavrix groups SOURCE — the folders that shots will lie in, with names and counts.
 
+  --explain           why folders are split where they are, and why a shot is in no trip
+
+The mode is --set uiMode=…:
+  events  a new event begins after a pause of more than eventGapHours hours or a jump of more
+          than eventGapKm kilometres; this is the initial mode
+  trips   tripMinDays days or more in one city farther than tripDistanceKm from home are a trip;
+          the rest goes by months. Home is found; to choose another:
+          homeOverride=LATITUDE,LONGITUDE
+  byDate  by days, months or years: granularity=day, month or year
+  flat    all in one folder
+
+Merges and manual names refer to groups by the id that --json prints.
+
 Examples:
-  tavrix groups PHONE --set granularity=month
+  tavrix groups PHONE --explain
+  tavrix groups PHONE --set uiMode=trips --set homeOverride=41.9,12.5 --set tripMinDays=3
+  tavrix groups PHONE --set 'mergesByMode={"events":[["event-2026-05-20","event-2026-05-21"]]}'
+  tavrix groups PHONE --set 'nameOverrides={"event-2026-05-20":"Picnic"}'
+  tavrix groups PHONE --set uiMode=byDate --set granularity=month
   tavrix groups PHONE --set timeZoneID=Europe/Rome --set includeVideos=false
   tavrix groups PHONE --set periodFrom=2026-05-01 --set periodTo=2026-05-31
 )"};
@@ -171,7 +208,7 @@ DEST создаётся, если есть папка, в которой ей л
 
 Примеры:
   tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ
-  tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ --set granularity=month --set includeAAE=false
+  tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ --set uiMode=trips --set includeAAE=false
   tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ --set fileNamePrefixMode=phone --device-name Анна
 )",
     R"(tavrix transfer SOURCE DEST — transfers the shots into the folder DEST.
@@ -183,7 +220,7 @@ yet. Ctrl-C stops the transfer; all that was copied by then stays.
 
 Examples:
   tavrix transfer PHONE PHOTOS
-  tavrix transfer PHONE PHOTOS --set granularity=month --set includeAAE=false
+  tavrix transfer PHONE PHOTOS --set uiMode=trips --set includeAAE=false
   tavrix transfer PHONE PHOTOS --set fileNamePrefixMode=phone --device-name Anna
 )"};
 
@@ -240,6 +277,22 @@ OUT-DIR is created when the folder above it exists; an earlier snapshot.json is 
 
 Example:
   tavrix snapshot PHONE CATALOGUE
+)"};
+
+inline constexpr HelpText cache{
+    R"(tavrix cache — сколько прочитанных дат, мест и размеров помнит программа и где они лежат.
+tavrix cache reset — забыть их; в следующий раз файлы прочитаются заново.
+
+Примеры:
+  tavrix cache
+  tavrix cache reset
+)",
+    R"(tavrix cache — how many dates, places and sizes the program keeps, and where they lie.
+tavrix cache reset — forgets them; the next time, files are read again.
+
+Examples:
+  tavrix cache
+  tavrix cache reset
 )"};
 
 inline constexpr HelpText templates{

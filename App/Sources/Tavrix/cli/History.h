@@ -13,20 +13,26 @@ class History {
  public:
   /// Creates the folder when it is missing. Throws CommandFailure when nothing tells where it is,
   /// and FileError.
-  explicit History(const CommandContext& context);
+  static History create(const CommandContext& context);
+  /// Nothing when the folder is missing. Throws the same.
+  static std::optional<History> open(const CommandContext& context);
 
   HistoryStore& store() { return store_; }
 
  private:
+  History(const CommandContext& context, std::unique_ptr<Folder> folder)
+      : folder_(std::move(folder)), store_(*folder_, context.log) {}
+
   std::unique_ptr<Folder> folder_;
   HistoryStore store_;
 };
 
-/// Where the state folder of a call is; nothing when nothing tells.
-std::optional<std::string> statePath(const CommandContext& context);
+/// Writes the record of a run, whose number and destination are set; a later one of the same run
+/// replaces it. Of a run that has ended, standard error tells when that did not work. Whether there
+/// is a record now.
+bool writeRecord(const CommandContext& context, const RunToRecord& run);
 
-/// Writes the record of a run that has ended; tells on standard error when that did not work.
-/// Nothing when there is no record then.
-std::optional<Uuid> recordRun(const CommandContext& context, RunToRecord run);
+/// The path as records name it, whatever the working folder is.
+std::string absolutePath(const std::string& path);
 
 }  // namespace tavrix::cli

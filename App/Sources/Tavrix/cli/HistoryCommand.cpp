@@ -1,10 +1,12 @@
 // The commands that show past runs.
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 
 #include "StateFolder.h"
 #include "cli/Failures.h"
+#include "cli/FolderSource.h"
 #include "cli/History.h"
 #include "cli/HistorySentences.h"
 #include "cli/Quotes.h"
@@ -15,19 +17,11 @@
 namespace tavrix::cli {
 namespace {
 
-std::unique_ptr<Folder> historyFolder(const CommandContext& context) {
-  const auto path = statePath(context);
-  if (!path) {
-    throw CommandFailure{ExitStatus::stopped,
-                         say(context.language(), sentences::stateFolderUnknown)};
-  }
-  return openStateFolder(*path, "history");
-}
+constexpr const char* folderName = "history";
 
-std::string absolutePath(const std::string& path) {
-  std::error_code error;
-  const auto absolute = std::filesystem::weakly_canonical(path, error);
-  return error ? std::filesystem::absolute(path).lexically_normal().string() : absolute.string();
+std::string statePath(const CommandContext& context) {
+  if (auto path = stateFolder(context)) return *std::move(path);
+  throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::stateFolderUnknown)};
 }
 
 TransferRecord::OutcomeFilter outcomeFilter(const CommandContext& context) {
@@ -57,10 +51,11 @@ Uuid chosenRun(const CommandContext& context, HistoryStore& store, const std::st
   // A whole number also names a record that no list shows, such as a damaged one.
   if (const auto id = Uuid::parse(text)) return *id;
   const std::vector<RunSummary> runs = store.runs();
-  if (text == "last" && !runs.empty()) return runs.front().id;
+  if (runs.empty()) throw CommandFailure{ExitStatus::usage, say(language, sentences::noRuns)};
+  if (text == "last") return runs.front().id;
   const std::string start = lowerCased(text);
   if (start.empty() || start.find_first_not_of("0123456789abcdef-") != std::string::npos) {
-    throw fail(text == "last" ? sentences::noSuchRecord : sentences::badRecordID);
+    throw fail(sentences::badRecordID);
   }
   const auto isMeant = [&](const RunSummary& run) { return run.id.text().starts_with(start); };
   const auto found = std::find_if(runs.begin(), runs.end(), isMeant);
@@ -98,7 +93,7 @@ ExitStatus listRuns(const CommandContext& context, HistoryStore& store) {
   const HistoryOptions& options = context.call.history;
   const HistoryQuery query = queryOf(context);
   if (options.path) {
-    context.printer.fileRuns(store.runsTouching(absolutePath(*options.path)));
+    context.printer.fileRuns(store.runsTouching(absolutePath(*options.path), query));
   } else if (options.asset) {
     context.printer.fileRuns(store.runsOfAsset(*options.asset, query));
   } else {
@@ -130,46 +125,59 @@ void checkOptions(const CommandContext& context) {
 
 }  // namespace
 
-std::optional<std::string> statePath(const CommandContext& context) {
-  const Environment& environment = context.surroundings.environment;
-  return stateFolderPath({.chosen = context.call.stateFolder,
-                          .demo = variable(environment, "DEMO_STATE_DIR"),
-                          .stateHome = variable(environment, "XDG_STATE_HOME"),
-                          .home = variable(environment, "HOME")});
+std::string absolutePath(const std::string& path) {
+  std::error_code error;
+  const auto absolute = std::filesystem::weakly_canonical(path, error);
+  return error ? std::filesystem::absolute(path).lexically_normal().string() : absolute.string();
 }
 
-History::History(const CommandContext& context)
-    : folder_(historyFolder(context)), store_(*folder_, context.log) {}
+History History::create(const CommandContext& context) {
+  return {context, openStateFolder(statePath(context), folderName)};
+}
+
+std::optional<History> History::open(const CommandContext& context) {
+  const std::string path = statePath(context) + "/" + folderName;
+  try {
+    return History{context, openFolder(path)};
+  } catch (const FileError& error) {
+    if (error.code() == ENOENT || error.code() == ENOTDIR) return std::nullopt;
+    throw;
+  }
+}
 
 ExitStatus showHistory(const CommandContext& context) {
   checkOptions(context);
   const auto filter = outcomeFilter(context);
-  History history{context};
-  if (context.call.operands.empty()) return listRuns(context, history.store());
-  const Uuid id = chosenRun(context, history.store(), context.call.operands.front());
-  if (context.call.history.deletes) return deleteRun(context, history.store(), id);
-  context.printer.record(filtered(readRecord(context, history.store(), id), filter));
+  auto history = History::open(context);
+  if (!history) {
+    if (!context.call.operands.empty()) {
+      throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::noRuns)};
+    }
+    context.printer.runs({}, true);
+    return ExitStatus::done;
+  }
+  if (context.call.operands.empty()) return listRuns(context, history->store());
+  const Uuid id = chosenRun(context, history->store(), context.call.operands.front());
+  if (context.call.history.deletes) return deleteRun(context, history->store(), id);
+  context.printer.record(filtered(readRecord(context, history->store(), id), filter));
   return ExitStatus::done;
 }
 
-std::optional<Uuid> recordRun(const CommandContext& context, RunToRecord run) {
-  run.id = context.surroundings.newID();
-  run.destinationPath = absolutePath(run.destinationPath);
+bool writeRecord(const CommandContext& context, const RunToRecord& run) {
   const auto tell = [&](const std::string& sentence) {
     writeLog(context.log, "history: the record was not written: {}", PrivateField{sentence});
-    context.surroundings.err.write("tavrix: " + sentence + '\n');
+    if (!run.isUnderWay) context.surroundings.err.write("tavrix: " + sentence + '\n');
+    return false;
   };
   try {
-    History history{context};
-    history.store().add(recordOf(run));
-    return run.id;
+    History::create(context).store().add(recordOf(run));
+    return true;
   } catch (const FileError& error) {
-    tell(say(context.language(), sentences::historyNotWritten, printable(error.path()),
-             tavrix::sentences::systemErrorText(context.language(), error.code())));
+    return tell(say(context.language(), sentences::historyNotWritten, printable(error.path()),
+                    tavrix::sentences::systemErrorText(context.language(), error.code())));
   } catch (const CommandFailure& failure) {
-    tell(failure.sentence());
+    return tell(failure.sentence());
   }
-  return std::nullopt;
 }
 
 }  // namespace tavrix::cli

@@ -35,8 +35,9 @@ inline constexpr Sentence<> stateFolderUnknown{
     "Неизвестно, где хранить историю: ни HOME, ни XDG_STATE_HOME не заданы; укажите --state DIR.",
     "There is no place for the history: neither HOME nor XDG_STATE_HOME is set; give --state DIR."};
 inline constexpr Sentence<std::string_view, std::string_view> historyNotWritten{
-    "Файлы на месте, но запись в историю не попала: «{}», {}; укажите другую папку: --state DIR.",
-    "The files are in place, but the history has no record of it: “{}”, {}; name another folder: "
+    "Перенос закончился, но запись о нём в историю не попала: «{}», {}; укажите другую папку: "
+    "--state DIR.",
+    "The transfer has ended, but the history has no record of it: “{}”, {}; name another folder: "
     "--state DIR."};
 inline constexpr Sentence<std::string_view, std::int64_t> recordNewer{
     "Запись {} сделана более новой версией программы (формат {}); обновите Tavrix.",
@@ -49,12 +50,12 @@ inline constexpr Sentence<std::uint64_t, std::uint64_t> damageAtPosition{"стр
 inline constexpr Sentence<std::string_view> damageAtField{"поле «{}»", "the field “{}”"};
 
 inline constexpr Sentence<> titleRecord{"Запись", "Record"};
-inline constexpr Sentence<> titleBegun{"Начат", "Begun"};
+inline constexpr Sentence<> titleBegun{"Начат", "Started"};
 inline constexpr Sentence<> titlePhone{"Телефон", "Phone"};
 inline constexpr Sentence<> titleDestination{"Куда", "Into"};
 inline constexpr Sentence<> titleWritten{"Записано", "Written"};
 inline constexpr Sentence<> titleVerdict{"Итог", "Verdict"};
-inline constexpr Sentence<> titleState{"Что стало", "What became of it"};
+inline constexpr Sentence<> titleState{"Состояние", "State"};
 inline constexpr Sentence<> titlePathOrReason{"Где лежит или почему нет",
                                               "Where it lies or why not"};
 inline constexpr Sentence<> noRuns{"Переносов ещё не было.", "There have been no transfers yet."};

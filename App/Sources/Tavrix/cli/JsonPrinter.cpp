@@ -1,5 +1,6 @@
 #include "cli/JsonPrinter.h"
 
+#include "cli/ReasonsJson.h"
 #include "naming/NameTemplateCoding.h"
 
 namespace tavrix::cli {
@@ -156,7 +157,9 @@ void JsonPrinter::groups(const Library& library) {
   }
   json.endArray().field("homeIsAmbiguous", library.homeIsAmbiguous);
   json.field("filteredBundles", library.filteredBundles.size());
-  json.field("optimizedCount", library.optimizedCount).endObject().finish();
+  json.field("optimizedCount", library.optimizedCount);
+  writeReasons(json, library);
+  json.endObject().finish();
 }
 
 void JsonPrinter::places(const PlacesResult& result) {

@@ -6,7 +6,6 @@
 #include "cli/ReadingProgress.h"
 #include "cli/Source.h"
 #include "cli/VerifySentences.h"
-#include "media/LocalMediaSource.h"
 #include "transfer/FileDigester.h"
 #include "transfer/MarkerRebuild.h"
 #include "transfer/TransferPlanner.h"
@@ -56,10 +55,11 @@ ExitStatus statusOf(const MarkerRebuild::Report& report) {
 
 void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& report) {
   const std::uint64_t total = report.files.size();
-  const std::string sentence =
-      say(context.language(), sentences::rebuildCancelled,
-          numberText(context.language(), total - report.count(State::notReached)),
-          counted(context.language(), total, sentences::outOfFiles));
+  const bool isSaved = report.count(State::recognised) > 0;
+  const std::string sentence = say(
+      context.language(), isSaved ? sentences::rebuildCancelled : sentences::rebuildCancelledEarly,
+      numberText(context.language(), total - report.count(State::notReached)),
+      counted(context.language(), total, sentences::outOfFiles));
   context.surroundings.err.write("tavrix: " + sentence + '\n');
 }
 
@@ -67,20 +67,20 @@ void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& r
 
 ExitStatus rebuildMarker(const CommandContext& context) {
   const std::string& path = context.call.operands.at(1);
-  Destination::checkApart(context.call.source(), path);
+  checkApart(context, path);
   const auto naming = placeNaming(context);
   const Library library = readLibrary(context, naming.get());
   checkMedia(context);
   const auto folder = Destination::openRequiredForWriting(path);
   const DestinationListing listing = listDestination(*folder);
-  const PhoneIdentity phone = snapshotPhone(deviceName(context));
+  const PhoneIdentity phone = phoneOf(context);
   const TransferPlan plan = planIntoNothing(context, library);
   const std::vector<MediaAsset> assets = assetsOf(library);
-  LocalMediaSource source{mediaFolder(context)};
+  const auto source = openMedia(context);
   const std::stop_token stop = context.surroundings.catchInterrupts();
   const MarkerRebuild::Report report = [&] {
     ReadingProgress progress{context};
-    return MarkerRebuild::recognise(*folder, source,
+    return MarkerRebuild::recognise(*folder, *source,
                                     {listing, phone.hash, assets, plan, workerCount()},
                                     progress.receiver(), stop);
   }();
@@ -90,7 +90,7 @@ ExitStatus rebuildMarker(const CommandContext& context) {
            report.isStopped);
   if (report.isStopped) tellCancelled(context, report);
   try {
-    context.printer.rebuilt({report, phone.label});
+    context.printer.rebuilt({report, phone.label, listing.marker.record(phone.hash) != nullptr});
   } catch (const OutputClosed&) {
     // What was recognised is recorded, whoever reads of it.
     return statusOf(report);

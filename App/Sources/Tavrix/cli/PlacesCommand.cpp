@@ -3,11 +3,11 @@
 #include "StateFolder.h"
 #include "cli/Commands.h"
 #include "cli/Failures.h"
-#include "cli/History.h"
-#include "cli/HistorySentences.h"
+#include "cli/FolderSource.h"
 #include "cli/PlaceNames.h"
 #include "cli/PlaceSentences.h"
 #include "cli/Source.h"
+#include "cli/SourceSentences.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 #include "media/BundleBuilder.h"
@@ -50,7 +50,7 @@ std::unique_ptr<const Geocoder> openGazetteer(const CommandContext& context,
 
 /// Where the cache lies; null when there is no such folder and none can be made.
 std::unique_ptr<Folder> cacheFolder(const CommandContext& context) {
-  const auto path = statePath(context);
+  const auto path = stateFolder(context);
   if (!path) return nullptr;
   try {
     return openStateFolder(*path, ".");
@@ -101,10 +101,9 @@ ExitStatus listPlaces(const CommandContext& context) {
 }
 
 ExitStatus resetPlaceNames(const CommandContext& context) {
-  const auto path = statePath(context);
+  const auto path = stateFolder(context);
   if (!path) {
-    throw CommandFailure{ExitStatus::stopped,
-                         say(context.language(), sentences::stateFolderUnknown)};
+    throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::noStateFolder)};
   }
   context.printer.placeNamesReset(GeocodingCacheFile::reset(*openStateFolder(*path, ".")));
   return ExitStatus::done;

@@ -18,6 +18,8 @@ constexpr int barColumns = 20;
 constexpr int narrowestName = 8;
 constexpr std::string_view clearLine = "\r\x1b[K";
 
+}  // namespace
+
 std::string barText(std::uint64_t done, std::uint64_t total) {
   const double share =
       total == 0 ? 0 : std::min(1.0, static_cast<double>(done) / static_cast<double>(total));
@@ -26,8 +28,6 @@ std::string barText(std::uint64_t done, std::uint64_t total) {
   for (int i = 0; i < barColumns; ++i) bar += i < full ? "█" : "░";
   return bar;
 }
-
-}  // namespace
 
 std::string durationText(std::chrono::seconds duration) {
   const std::chrono::hh_mm_ss time{duration};

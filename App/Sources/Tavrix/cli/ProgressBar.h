@@ -41,6 +41,8 @@ class ProgressBar {
   double bytesPerSecond_ = 0;  ///< 0 while it is not known
 };
 
+/// A bar of 20 columns, filled as far as the work is done.
+std::string barText(std::uint64_t done, std::uint64_t total);
 /// "0:35", "12:05", "1:02:03".
 std::string durationText(std::chrono::seconds duration);
 

@@ -45,7 +45,7 @@ struct VerificationResult {
   struct Checksums {
     std::string path;
     std::uint64_t files = 0;
-    std::uint64_t withoutRecord = 0;  ///< of them, whose digest no record knew
+    std::uint64_t withoutRecord = 0;  ///< of them, whose digest no record and no earlier list knew
   };
 
   const CopyVerification::Report& report;
@@ -56,7 +56,8 @@ struct VerificationResult {
 /// What was recognised in a destination.
 struct RebuildResult {
   const MarkerRebuild::Report& report;
-  std::string phone;  ///< its name
+  std::string phone;       ///< its name
+  bool hasRecord = false;  ///< the destination held one of the phone before
 };
 
 /// Writes the result of a command: for people, or for programs.

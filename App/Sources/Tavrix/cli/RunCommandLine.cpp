@@ -97,6 +97,10 @@ ExitStatus execute(const CommandContext& context) {
       return rebuildMarker(context);
     case Command::snapshot:
       return writeSnapshot(context);
+    case Command::cacheReset:
+      return resetCache(context);
+    case Command::cache:
+      return showCache(context);
     case Command::templateRender:
       return renderTemplate(context);
     case Command::templatePresets:

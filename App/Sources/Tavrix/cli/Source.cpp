@@ -5,8 +5,11 @@
 #include "Destination.h"
 #include "cli/CliSentences.h"
 #include "cli/Failures.h"
+#include "cli/FolderSource.h"
+#include "device/FolderMediaSource.h"
 #include "foundation/Text.h"
 #include "foundation/files/FileReader.h"
+#include "media/LocalMediaSource.h"
 #include "media/Snapshot.h"
 
 namespace tavrix::cli {
@@ -40,6 +43,7 @@ std::string mediaFolder(const CommandContext& context) {
 }
 
 void checkMedia(const CommandContext& context) {
+  if (cameraFolder(context)) return;
   std::error_code error;
   if (std::filesystem::is_directory(mediaFolder(context), error)) return;
   throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::mediaMissing,
@@ -51,7 +55,29 @@ std::string deviceName(const CommandContext& context) {
   return variable(context.surroundings.environment, "DEMO_DEVICE_NAME").value_or("iPhone");
 }
 
+PhoneIdentity phoneOf(const CommandContext& context) {
+  const bool isNamed = context.call.deviceName ||
+                       variable(context.surroundings.environment, "DEMO_DEVICE_NAME").has_value();
+  const auto folder = isNamed ? std::nullopt : cameraFolder(context);
+  return folder ? folderPhone(*folder, deviceName(context)) : snapshotPhone(deviceName(context));
+}
+
+std::unique_ptr<MediaSource> openMedia(const CommandContext& context) {
+  if (const auto folder = cameraFolder(context))
+    return std::make_unique<FolderMediaSource>(*folder);
+  return std::make_unique<LocalMediaSource>(mediaFolder(context));
+}
+
+void checkApart(const CommandContext& context, const std::string& destination) {
+  if (cameraFolder(context)) {
+    Destination::checkApartFromFolder(context.call.source(), destination);
+  } else {
+    Destination::checkApart(context.call.source(), destination);
+  }
+}
+
 std::vector<SnapshotItem> readItems(const CommandContext& context) {
+  if (const auto folder = cameraFolder(context)) return readFolder(context, *folder);
   auto items = readSnapshot(context, [](ByteReader& file) { return Snapshot::read(file); });
   writeLog(context.log, "snapshot read: items={}, source={}", items.size(),
            PrivateField{context.call.source()});
@@ -59,24 +85,24 @@ std::vector<SnapshotItem> readItems(const CommandContext& context) {
 }
 
 std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
+  const auto snapshotOut = variable(context.surroundings.environment, "SNAPSHOT_OUT");
+  if (const auto folder = cameraFolder(context)) {
+    const auto items = readFolder(context, *folder);
+    if (snapshotOut) writeItems(items, *snapshotOut);
+    return Snapshot::assetsOf(items, context.settings.timeZone);
+  }
   auto assets = readSnapshot(context, [&](ByteReader& file) {
     return Snapshot::readAssets(file, context.settings.timeZone);
   });
   writeLog(context.log, "snapshot read: items={}, source={}", assets.size(),
            PrivateField{context.call.source()});
-  if (const auto folder = variable(context.surroundings.environment, "SNAPSHOT_OUT")) {
-    writeItems(readItems(context), *folder);
-  }
+  if (snapshotOut) writeItems(readItems(context), *snapshotOut);
   return assets;
 }
 
 Library readLibrary(const CommandContext& context, PlaceNaming* naming) {
-  if (!GroupingEngine::supports(groupingMode(context.settings))) {
-    throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::modeNotThere,
-                                                textOf(context.settings.uiMode))};
-  }
   return makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID,
-                     naming);
+                     context.call.explain, naming);
 }
 
 std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder) {

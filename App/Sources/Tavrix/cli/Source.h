@@ -1,28 +1,39 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "Destination.h"
 #include "Library.h"
 #include "cli/Commands.h"
+#include "media/MediaSource.h"
 #include "media/SnapshotItem.h"
 
 namespace tavrix::cli {
 
-/// The source of a call: a folder that holds snapshot.json and media.
+/// The source of a call: a folder that holds snapshot.json and media, or one that stands for a
+/// phone (cli/FolderSource.h).
 
 /// Its catalogue. Where the environment asks for it, the catalogue is written there, too. Throws
 /// CommandFailure.
 std::vector<MediaAsset> readCatalogue(const CommandContext& context);
-/// Its entries as they stand in the file. Throws CommandFailure.
+/// Its entries: as they stand in the file, or as the folder's files tell. Throws CommandFailure.
 std::vector<SnapshotItem> readItems(const CommandContext& context);
-/// The folder with its files; not checked.
+/// The folder with the files of a snapshot; not checked.
 std::string mediaFolder(const CommandContext& context);
+/// Where its bytes come from. Throws FileError.
+std::unique_ptr<MediaSource> openMedia(const CommandContext& context);
+/// Throws DestinationError unless the destination and the source lie apart.
+void checkApart(const CommandContext& context, const std::string& destination);
 
-/// Throws CommandFailure when that folder is not there.
-void checkMedia(const CommandContext& context);
-/// The phone's name: the call's, the environment's, or "iPhone".
+/// The phone's name (the call's, the environment's, or "iPhone"), and the phone as destinations
+/// remember it.
 std::string deviceName(const CommandContext& context);
+PhoneIdentity phoneOf(const CommandContext& context);
+
+/// Throws CommandFailure when a snapshot's folder of files is not there.
+void checkMedia(const CommandContext& context);
 
 /// The catalogue in folders, whose places `naming` names, if there is one. Throws CommandFailure,
 /// also for a mode that is not there.

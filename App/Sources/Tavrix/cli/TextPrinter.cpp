@@ -1,8 +1,10 @@
 #include "cli/TextPrinter.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "cli/CliSentences.h"
+#include "cli/GroupText.h"
 #include "foundation/Text.h"
 #include "naming/NameTemplateCoding.h"
 
@@ -13,11 +15,6 @@ constexpr const char* absent = "—";
 
 std::string pointText(const std::optional<GeoPoint>& point) {
   return point ? fmt::format("{:.5f}, {:.5f}", point->latitude, point->longitude) : absent;
-}
-
-std::string pathOnPhone(const MediaAsset& asset) {
-  return asset.directory() ? fmt::format("{}/{}", *asset.directory(), asset.name())
-                           : std::string{asset.name()};
 }
 
 std::uint64_t bytesOf(const std::vector<MediaAsset>& assets) {
@@ -37,6 +34,11 @@ std::string companions(const AssetBundle& bundle) {
 }
 
 }  // namespace
+
+std::string TextPrinter::pathOnPhone(const MediaAsset& asset) {
+  return asset.directory() ? fmt::format("{}/{}", *asset.directory(), asset.name())
+                           : std::string{asset.name()};
+}
 
 std::string TextPrinter::kindText(const MediaAsset& asset) const {
   switch (asset.kind()) {
@@ -124,26 +126,31 @@ void TextPrinter::groups(const Library& library) {
   if (library.rows.empty()) return line(say(language_, sentences::emptyGroups));
   MediaGroup::MediaCounts total;
   std::uint64_t fileCount = 0;
-  table({{say(language_, sentences::titleFolder), false, true},
-         {say(language_, sentences::titleShots), true},
-         {say(language_, sentences::titlePhotos), true},
-         {say(language_, sentences::titleVideos), true},
-         {say(language_, sentences::titleOthers), true},
-         {say(language_, sentences::titleSize), true},
-         {say(language_, sentences::titleFrom)},
-         {say(language_, sentences::titleTo)}})
-      .write(sink_, library.rows.size(), [&](std::size_t row) -> Table::Cells {
-        const MediaGroup& group = library.rows[row].group;
-        const MediaGroup::MediaCounts counts = group.counts();
-        return {library.rows[row].name,
-                number(group.bundles.size()),
-                number(counts.photos),
-                number(counts.videos),
-                number(counts.sidecars + counts.others),
-                bytes(counts.totalBytes),
-                dayTextOf(group.dateStart),
-                dayTextOf(group.dateEnd)};
-      });
+  std::vector<Table::Column> columns{{say(language_, sentences::titleFolder), false, true},
+                                     {say(language_, sentences::titleShots), true},
+                                     {say(language_, sentences::titlePhotos), true},
+                                     {say(language_, sentences::titleVideos), true},
+                                     {say(language_, sentences::titleOthers), true},
+                                     {say(language_, sentences::titleSize), true},
+                                     {say(language_, sentences::titleFrom)},
+                                     {say(language_, sentences::titleTo)}};
+  const bool hasMerged = std::any_of(library.rows.begin(), library.rows.end(),
+                                     [](const auto& row) { return !row.group.children.empty(); });
+  if (hasMerged) columns.push_back({say(language_, sentences::titleNotes)});
+  table(std::move(columns)).write(sink_, library.rows.size(), [&](std::size_t row) -> Table::Cells {
+    const MediaGroup& group = library.rows[row].group;
+    const MediaGroup::MediaCounts counts = group.counts();
+    Table::Cells cells{library.rows[row].name,
+                       number(group.bundles.size()),
+                       number(counts.photos),
+                       number(counts.videos),
+                       number(counts.sidecars + counts.others),
+                       bytes(counts.totalBytes),
+                       dayTextOf(group.dateStart),
+                       dayTextOf(group.dateEnd)};
+    if (hasMerged) cells.push_back(mergedNote(language_, group));
+    return cells;
+  });
   for (const FolderNaming::Row& row : library.rows) {
     const MediaGroup::MediaCounts counts = row.group.counts();
     total.totalBytes += counts.totalBytes;
@@ -152,8 +159,11 @@ void TextPrinter::groups(const Library& library) {
   line("");
   line(say(language_, sentences::totalGroups, count(library.rows.size(), sentences::folders),
            count(fileCount, sentences::files), bytes(total.totalBytes)));
-  if (library.optimizedCount == 0) return;
-  line(say(language_, sentences::optimizedNote, number(library.optimizedCount)));
+  if (library.optimizedCount > 0) {
+    line(say(language_, sentences::optimizedNote, number(library.optimizedCount)));
+  }
+  home(library);
+  reasons(library);
 }
 
 void TextPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {

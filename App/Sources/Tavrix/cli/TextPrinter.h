@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -44,6 +45,7 @@ class TextPrinter : public ResultPrinter {
   }
   std::string number(std::uint64_t number) const { return numberText(language_, number); }
   std::string bytes(std::uint64_t number) const { return bytesText(language_, number); }
+  static std::string pathOnPhone(const MediaAsset& asset);
   std::string kindText(const MediaAsset& asset) const;
   std::string kindText(const AssetBundle& bundle) const;
   std::string notes(const MediaAsset& asset) const;
@@ -75,6 +77,12 @@ class TextPrinter : public ResultPrinter {
   void runTotals(const TransferRecord::Totals& totals);
   void recordedFolder(const TransferRecord::Folder& folder);
   void labelled(const std::vector<std::pair<std::string, std::string>>& rows);
+  void home(const Library& library);
+  void reasons(const Library& library);
+  void foldersWithReasons(const Library& library,
+                          const std::function<std::string(const MediaGroup&)>& reasonOf);
+  void stays(const Library& library, const TripReasons& reasons);
+  void shotsOutsideTrips(const Library& library, const TripReasons& reasons);
   void list(const std::string& title, const std::vector<std::string>& lines);
 
   TextSink& sink_;

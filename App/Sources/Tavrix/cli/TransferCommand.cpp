@@ -6,10 +6,10 @@
 #include "cli/History.h"
 #include "cli/PlaceNames.h"
 #include "cli/ProgressBar.h"
+#include "cli/Quotes.h"
 #include "cli/Source.h"
-#include "foundation/Sentences.h"
+#include "cli/UnreadableReason.h"
 #include "foundation/Text.h"
-#include "media/LocalMediaSource.h"
 #include "transfer/TransferPlanner.h"
 
 namespace tavrix::cli {
@@ -40,6 +40,20 @@ void warn(const CommandContext& context, const std::string& sentence) {
   context.surroundings.err.write("tavrix: " + sentence + '\n');
 }
 
+/// What lies in such folders is neither known nor written to.
+void tellUnreadable(const CommandContext& context, const DestinationView& view) {
+  const std::vector<UnreadableFolder>& folders = view.unreadableFolders();
+  if (folders.empty()) return;
+  const Language language = context.language();
+  const std::string first = quoted(pathIn(destinationPath(context), folders.front().path));
+  const std::string reason = unreadableReason(language, folders.front().code);
+  warn(context,
+       folders.size() == 1
+           ? say(language, sentences::folderUnreadable, first, reason)
+           : say(language, sentences::foldersUnreadable,
+                 counted(language, folders.size(), tavrix::sentences::folders), first, reason));
+}
+
 void checkTransferable(const CommandContext& context) {
   if (!context.settings.packAsZip) return;
   throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::archivesNotThere)};
@@ -62,20 +76,40 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
                     Destination::Content content) {
   const Surroundings& surroundings = context.surroundings;
   TransferJob::Setup setup;
-  setup.phone = snapshotPhone(deviceName(context));
+  setup.phone = phoneOf(context);
   setup.language = writtenLanguage(context);
   setup.log = &context.log;
   setup.now = surroundings.now;
   TransferJob job{std::move(setup), destination, std::move(content)};
-  LocalMediaSource source{mediaFolder(context)};
-  if (!surroundings.errColumns) return job.run(plan, source, {}, surroundings.catchInterrupts());
+  const auto source = openMedia(context);
+  if (!surroundings.errColumns) return job.run(plan, *source, {}, surroundings.catchInterrupts());
   ProgressBar bar{surroundings.err, *surroundings.errColumns, context.language()};
   return job.run(
-      plan, source,
+      plan, *source,
       [&](const TransferProgressSnapshot& progress) {
         bar.show(progress, std::chrono::steady_clock::now());
       },
       surroundings.catchInterrupts());
+}
+
+/// The run as it stands before its first byte.
+RunToRecord runToRecord(const CommandContext& context, const Library& library,
+                        const TransferPlan& plan) {
+  const Instant now = context.surroundings.now();
+  TransferOutcome outcome;
+  outcome.status = TransferRecord::Status::interrupted;
+  return {.library = library,
+          .settings = context.settings,
+          .plan = plan,
+          .outcome = std::move(outcome),
+          .phone = phoneOf(context),
+          .destinationPath = absolutePath(destinationPath(context)),
+          .systemLocaleID = context.surroundings.systemLocaleID,
+          .language = writtenLanguage(context),
+          .id = context.surroundings.newID(),
+          .startedAt = now,
+          .finishedAt = now,
+          .isUnderWay = true};
 }
 
 ExitStatus statusOf(const TransferOutcome& outcome) {
@@ -115,12 +149,13 @@ ExitStatus showPlan(const CommandContext& context) {
   const auto naming = placeNaming(context);
   const Library library = readLibrary(context, naming.get());
   const auto destination = Destination::openExisting(destinationPath(context));
-  Destination::checkApart(context.call.source(), destinationPath(context));
+  checkApart(context, destinationPath(context));
   DestinationView view;
   std::optional<std::uint64_t> freeBytes;
   if (destination != nullptr) {
-    view = Destination::read(*destination, snapshotPhone(deviceName(context))).view;
+    view = Destination::read(*destination, phoneOf(context)).view;
     freeBytes = destination->freeBytes();
+    tellUnreadable(context, view);
   }
   const TransferPlan plan = makePlan(context, library, view);
   const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
@@ -130,29 +165,23 @@ ExitStatus showPlan(const CommandContext& context) {
 
 ExitStatus transfer(const CommandContext& context) {
   checkTransferable(context);
-  Destination::checkApart(context.call.source(), destinationPath(context));
+  checkApart(context, destinationPath(context));
   const auto naming = placeNaming(context);
   const Library library = readLibrary(context, naming.get());
   const auto destination = Destination::openForWriting(destinationPath(context));
-  Destination::Content content =
-      Destination::read(*destination, snapshotPhone(deviceName(context)));
+  Destination::Content content = Destination::read(*destination, phoneOf(context));
   const TransferPlan plan = makePlan(context, library, content.view);
+  tellUnreadable(context, content.view);
   checkBeforeRun(context, plan, *destination);
-  const Instant startedAt = context.surroundings.now();
+  RunToRecord record = runToRecord(context, library, plan);
+  record.placeNaming = naming.get();
+  if (!plan.files.empty()) writeRecord(context, record);
   const TransferOutcome outcome = run(context, plan, *destination, std::move(content));
   tellEnd(context, outcome);
-  const auto recordID = recordRun(context, {.library = library,
-                                            .settings = context.settings,
-                                            .plan = plan,
-                                            .outcome = outcome,
-                                            .phone = snapshotPhone(deviceName(context)),
-                                            .destinationPath = destinationPath(context),
-                                            .systemLocaleID = context.surroundings.systemLocaleID,
-                                            .language = writtenLanguage(context),
-                                            .id = {},
-                                            .startedAt = startedAt,
-                                            .finishedAt = context.surroundings.now(),
-                                            .placeNaming = naming.get()});
+  record.outcome = outcome;
+  record.finishedAt = context.surroundings.now();
+  record.isUnderWay = false;
+  const auto recordID = writeRecord(context, record) ? std::optional{record.id} : std::nullopt;
   if (naming) naming->save();
   try {
     context.printer.transfer({library, plan, destinationPath(context), outcome, recordID});

@@ -82,6 +82,7 @@ void TextPrinter::plan(const PlanResult& result) {
     line("");
   }
   tally(counts, false);
+  home(result.library);
 }
 
 void TextPrinter::headline(const TransferResult& result) {
@@ -110,11 +111,13 @@ void TextPrinter::transfer(const TransferResult& result) {
   const TransferReport& report = result.outcome.report;
   if (result.plan.files.empty()) {
     nothing(result.library, result.destination);
-    return tally(tallyOf(result.library, result.plan, report), false);
+    tally(tallyOf(result.library, result.plan, report), false);
+    return home(result.library);
   }
   headline(result);
   line("");
   tally(tallyOf(result.library, result.plan, report), true);
+  home(result.library);
   list(say(language_, sentences::keptOriginalsTitle), report.conversionFallbacks);
   list(say(language_, sentences::failuresTitle), report.failures);
   if (result.recordID) {

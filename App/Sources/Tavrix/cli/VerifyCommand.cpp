@@ -1,5 +1,7 @@
 // The command that checks a destination against its records.
 
+#include <algorithm>
+
 #include "Destination.h"
 #include "cli/Commands.h"
 #include "cli/Quotes.h"
@@ -8,7 +10,7 @@
 #include "cli/VerifySentences.h"
 #include "foundation/Sentences.h"
 #include "foundation/files/FileError.h"
-#include "transfer/ChecksumFile.h"
+#include "transfer/ChecksumMerge.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/FileDigester.h"
 
@@ -48,7 +50,7 @@ void checkRecords(const CommandContext& context, const DestinationMarker::Marker
   const std::string folder = quoted(destinationPath(context));
   if (!marker.records.empty()) {
     for (const std::string& name : marker.damaged) {
-      warn(context, say(language, sentences::recordDamaged, quoted(name)));
+      warn(context, say(language, sentences::recordDamaged, quoted(name), quoted(name)));
     }
     return;
   }
@@ -58,25 +60,26 @@ void checkRecords(const CommandContext& context, const DestinationMarker::Marker
                                                       quoted(marker.damaged.front()))};
 }
 
-/// What stands under the list's name must be a list, and not a file that came from a phone.
-void checkChecksums(const CommandContext& context, const Folder& folder,
-                    const DestinationMarker::Marker& marker) {
-  bool isForeign = !ChecksumFile::mayWrite(folder);
+/// The list that stands there. What has its name must be a list, and not a file that came from a
+/// phone.
+std::vector<ChecksumFile::Entry> readChecksums(const CommandContext& context, const Folder& folder,
+                                               const DestinationMarker::Marker& marker) {
+  auto list = ChecksumFile::read(folder);
+  bool isForeign = !list;
   for (const auto& record : marker.records) {
     for (const auto& file : record.files) isForeign = isForeign || file.path == ChecksumFile::name;
   }
-  if (!isForeign) return;
+  if (!isForeign) return *std::move(list);
   throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::checksumsForeign,
                                                 quoted(checksumPath(context)))};
 }
 
-std::vector<ChecksumFile::Entry> checksumsOf(const CopyVerification::Report& report) {
-  std::vector<ChecksumFile::Entry> entries;
-  for (const CheckedFile& file : report.files) {
-    const bool isListed = file.state == State::intact || file.state == State::withoutChecksum;
-    if (isListed && file.sha256) entries.push_back({*file.sha256, file.path});
-  }
-  return entries;
+/// Files whose digest in a new list is of now, with nothing to compare it with.
+std::uint64_t newDigests(const CopyVerification::Report& report) {
+  return static_cast<std::uint64_t>(
+      std::count_if(report.files.begin(), report.files.end(), [](const CheckedFile& file) {
+        return file.state == State::withoutChecksum && file.sha256 && !file.listedSha256;
+      }));
 }
 
 ExitStatus statusOf(const CopyVerification::Report& report) {
@@ -98,12 +101,16 @@ ExitStatus verify(const CommandContext& context) {
   const auto folder = open(context);
   const DestinationListing listing = listDestination(*folder);
   checkRecords(context, listing.marker);
-  if (writesChecksums) checkChecksums(context, *folder, listing.marker);
+  CopyVerification::Options options{workerCount(), writesChecksums};
+  std::vector<ChecksumFile::Entry> earlier;
+  if (writesChecksums) {
+    earlier = readChecksums(context, *folder, listing.marker);
+    options.listed = ChecksumMerge::digests(earlier);
+  }
   const std::stop_token stop = context.surroundings.catchInterrupts();
   const CopyVerification::Report report = [&] {
     ReadingProgress progress{context};
-    return CopyVerification::verify(*folder, listing, {workerCount(), writesChecksums},
-                                    progress.receiver(), stop);
+    return CopyVerification::verify(*folder, listing, options, progress.receiver(), stop);
   }();
   writeLog(context.log, "verify finish: files={}, bytes={}, losses={}, stopped={}",
            report.files.size(), report.bytesRead, report.hasLosses(), report.isStopped);
@@ -112,11 +119,10 @@ ExitStatus verify(const CommandContext& context) {
   if (report.isStopped) {
     tellCancelled(context, report);
   } else if (writesChecksums) {
-    const auto entries = checksumsOf(report);
+    const auto entries = ChecksumMerge::merged(report, earlier);
     try {
       ChecksumFile::write(*folder, entries);
-      result.checksums = {checksumPath(context), entries.size(),
-                          report.count(State::withoutChecksum)};
+      result.checksums = {checksumPath(context), entries.size(), newDigests(report)};
     } catch (const FileError& error) {
       warn(context, say(context.language(), sentences::checksumsNotWritten, quoted(error.path()),
                         tavrix::sentences::systemErrorText(context.language(), error.code())));

@@ -12,11 +12,15 @@ inline constexpr HelpText verify{
 не читается, что записано без контрольной суммы и каких файлов нет ни в одной записи. Ничего не
 меняет. Ctrl-C останавливает проверку.
 
-  --write-checksums   записывает DEST/SHA256SUMS для sha256sum -c: целые файлы и те, у которых
-                      контрольной суммы в записи не было
+  --write-checksums   дополняет DEST/SHA256SUMS для sha256sum -c: у каждого файла — сумма из
+                      записи, без неё — из прежнего списка, с которым файл и сверяется; файлы, о
+                      которых не знают ни запись, ни список, получают сумму, посчитанную сейчас
 
-Завершение: 0 — потерь нет, 1 — что-то изменилось, пропало или не читается, 3 — DEST не читается
-или в ней нет записей, 130 — прервано.
+Завершение: 0 — потерь нет; 1 — файл изменился, пропал, не читается или так и не появился, либо
+не читается запись или папка; 3 — DEST не читается или в ней нет записей; 130 — прервано.
+
+Повреждённую запись восстанавливает tavrix marker rebuild с файлами и именем того телефона, чья
+она. Если их больше нет, переименуйте её, добавив «.damaged»: её файлы станут файлами без записи.
 
 Примеры:
   tavrix verify ФОТОГРАФИИ
@@ -29,11 +33,15 @@ Reads the files again and compares size and SHA-256. Tells what is intact, what 
 missing or unreadable, what is recorded without a checksum, and which files are in no record.
 Changes nothing. Ctrl-C stops the check.
 
-  --write-checksums   writes DEST/SHA256SUMS for sha256sum -c: of the intact files and of those
-                      that the records have no checksum of
+  --write-checksums   adds to DEST/SHA256SUMS for sha256sum -c: each file with its checksum of the
+                      record, or else of the earlier list, which the file is then compared with;
+                      a file that neither knows gets the checksum of now
 
-Exit status: 0 no losses, 1 something changed, is missing or unreadable, 3 DEST cannot be read or
-holds no record, 130 interrupted.
+Exit status: 0 no losses; 1 a file changed, is missing or unreadable or never came, or a record or
+folder cannot be read; 3 DEST cannot be read or holds no record; 130 interrupted.
+
+A damaged record is brought back by tavrix marker rebuild with the files and the name of the phone
+that it is of. Where these are gone, add “.damaged” to its name: its files are then in no record.
 
 Examples:
   tavrix verify PHOTOS

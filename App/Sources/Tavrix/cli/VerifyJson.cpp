@@ -1,7 +1,7 @@
 // What JsonPrinter tells of checks of a destination and of recognising copies.
 
 #include "cli/JsonPrinter.h"
-#include "foundation/Sentences.h"
+#include "cli/UnreadableReason.h"
 
 namespace tavrix::cli {
 namespace {
@@ -27,12 +27,21 @@ std::optional<std::string> foundText(FileStatus::Type type) {
 /// The same in every language.
 std::optional<std::string> reasonText(int errorCode) {
   if (errorCode == 0) return std::nullopt;
-  return sentences::systemErrorText(Language::russian, errorCode);
+  return unreadableReason(Language::russian, errorCode);
 }
 
 void writeTexts(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
   json.key(key).beginArray();
   for (const std::string& text : texts) json.value(text);
+  json.endArray();
+}
+
+void writeFolders(JsonWriter& json, const std::vector<UnreadableFolder>& folders) {
+  json.key("unreadableFolders").beginArray();
+  for (const UnreadableFolder& folder : folders) {
+    json.beginObject().field("path", folder.path);
+    json.field("reason", reasonText(folder.code)).endObject();
+  }
   json.endArray();
 }
 
@@ -44,13 +53,15 @@ void writeCounts(JsonWriter& json, const CopyVerification::Report& report) {
     json.field(textOf(state), report.count(state));
   }
   json.field("unknown", report.unknown.size()).field("leftOvers", report.leftOvers.size());
-  json.field("damagedRecords", report.damagedRecords.size()).endObject();
+  json.field("damagedRecords", report.damagedRecords.size());
+  json.field("unreadableFolders", report.unreadableFolders.size()).endObject();
 }
 
 void writeFile(JsonWriter& json, const CheckedFile& file) {
   json.beginObject().field("path", file.path).field("state", textOf(file.state));
   json.field("expectedSize", file.expectedSize).field("size", file.size);
-  json.field("expectedSha256", file.expectedSha256).field("sha256", file.sha256);
+  json.field("expectedSha256", file.expectedSha256).field("listedSha256", file.listedSha256);
+  json.field("sha256", file.sha256);
   json.field("found", foundText(file.found)).field("reason", reasonText(file.errorCode));
   json.endObject();
 }
@@ -78,6 +89,7 @@ void JsonPrinter::verification(const VerificationResult& result) {
   json.endArray();
   writeTexts(json, "leftOvers", report.leftOvers);
   writeTexts(json, "damagedRecords", report.damagedRecords);
+  writeFolders(json, report.unreadableFolders);
   if (result.checksums) {
     json.key("checksums").beginObject().field("path", result.checksums->path);
     json.field("files", result.checksums->files);
@@ -101,7 +113,9 @@ void JsonPrinter::rebuilt(const RebuildResult& result) {
   for (const ExaminedFile& file : report.files) writeFile(json, file);
   json.endArray().key("unreadableAssets").beginArray();
   for (const MediaAsset& asset : report.unreadableAssets) json.value(asset.id());
-  json.endArray().endObject().finish();
+  json.endArray();
+  writeFolders(json, report.unreadableFolders);
+  json.endObject().finish();
 }
 
 }  // namespace tavrix::cli

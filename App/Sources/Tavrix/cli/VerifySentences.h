@@ -10,6 +10,9 @@ namespace tavrix::cli::sentences {
 
 /// After "из", "of": "из 21 файла", "из 22 файлов".
 inline constexpr CountedNoun outOfFiles{"файла", "файлов", "файлов", "file", "files"};
+/// Before "not in order".
+inline constexpr CountedNoun filesAre{"файл", "файла", "файлов", "file is", "files are"};
+inline constexpr CountedNoun records{"запись", "записи", "записей", "record", "records"};
 
 inline constexpr Sentence<std::string_view> destinationMissing{
     "Папки «{}» нет; проверьте путь и подключён ли диск.",
@@ -25,11 +28,23 @@ inline constexpr Sentence<std::string_view, std::string_view> recordsDamaged{
     "командой tavrix marker rebuild SOURCE DEST.",
     "In the folder “{}” the record “{}” is damaged or cannot be read, and there is nothing to "
     "compare with; bring it back by tavrix marker rebuild SOURCE DEST."};
-inline constexpr Sentence<std::string_view> recordDamaged{
-    "Запись «{}» повреждена или не читается: то, что в ней было, не проверено; восстановите её "
-    "командой tavrix marker rebuild SOURCE DEST.",
-    "The record “{}” is damaged or cannot be read, and what it held is not checked; bring it back "
-    "by tavrix marker rebuild SOURCE DEST."};
+inline constexpr Sentence<std::string_view, std::string_view> recordDamaged{
+    "Запись «{}» повреждена или не читается: то, что в ней было, не проверено. Восстановите её "
+    "командой tavrix marker rebuild SOURCE DEST с файлами и именем (--device-name) того телефона, "
+    "чья она; если их больше нет, переименуйте запись в «{}.damaged».",
+    "The record “{}” is damaged or cannot be read, and what it held is not checked. Bring it back "
+    "by tavrix marker rebuild SOURCE DEST with the files and the name (--device-name) of the phone "
+    "that it is of; where these are gone, rename the record to “{}.damaged”."};
+inline constexpr Sentence<std::string_view, std::string_view> folderUnreadable{
+    "Папка «{}» не читается ({}), и что в ней лежит, неизвестно; откройте к ней доступ и "
+    "повторите.",
+    "The folder “{}” cannot be read ({}), and nobody can say what lies in it; grant access to it "
+    "and try again."};
+inline constexpr Sentence<std::string_view, std::string_view, std::string_view> foldersUnreadable{
+    "Не читаются {}, первая из них — «{}» ({}), и что в них лежит, неизвестно; откройте к ним "
+    "доступ и повторите.",
+    "{} cannot be read, the first of them “{}” ({}), and nobody can say what lies in them; grant "
+    "access to them and try again."};
 inline constexpr Sentence<std::string_view> transferAtWork{
     "В папку «{}» сейчас идёт перенос: то, что он ещё пишет, проверится в следующий раз.",
     "A transfer is at work in the folder “{}”: what it is still writing is for the next check."};
@@ -50,7 +65,11 @@ inline constexpr Sentence<std::string_view> checkNoLosses{
     "The check is complete and found no loss, but not everything could be compared; {} read."};
 inline constexpr Sentence<std::string_view, std::string_view> checkLosses{
     "Проверка завершена; не в порядке {}, прочитано {}.",
-    "The check is complete; not in order: {}, {} read."};
+    "The check is complete: {} not in order; {} read."};
+/// What could not be read: "1 запись, 2 папки".
+inline constexpr Sentence<std::string_view, std::string_view> checkIncomplete{
+    "Проверено не всё, не читаются: {}; среди проверенного потерь нет, прочитано {}.",
+    "Not everything could be checked, unreadable: {}; no loss among what was checked, {} read."};
 inline constexpr Sentence<> checkEmpty{"Записи пусты, проверять нечего.",
                                        "The records are empty, there is nothing to check."};
 inline constexpr Sentence<std::string_view, std::string_view> checkCancelled{
@@ -63,7 +82,7 @@ inline constexpr Sentence<> rowMissing{"пропали", "missing"};
 inline constexpr Sentence<> rowUnreadable{"не читаются", "unreadable"};
 inline constexpr Sentence<> rowWithoutChecksum{"на месте, но контрольной суммы в записи нет",
                                                "there, with no checksum in the record"};
-inline constexpr Sentence<> rowNeverConfirmed{"их нет, но могли и не скопироваться",
+inline constexpr Sentence<> rowNeverConfirmed{"их нет; возможно, их и не копировали",
                                               "not there, and perhaps never copied"};
 inline constexpr Sentence<> rowUnknown{"Нет ни в одной записи", "In no record"};
 inline constexpr Sentence<> rowLeftOvers{"Остатки прерванных переносов (.part)",
@@ -74,8 +93,15 @@ inline constexpr Sentence<> unreadableTitle{"Не читаются:", "Unreadabl
 inline constexpr Sentence<> withoutChecksumTitle{"На месте, но контрольной суммы в записи нет:",
                                                  "There, with no checksum in the record:"};
 inline constexpr Sentence<> neverConfirmedTitle{
-    "Их нет; возможно, прерванный перенос не успел их скопировать — повторите его:",
-    "Not there; perhaps an interrupted transfer never copied them — run it again:"};
+    "Их нет: прерванный перенос не успел их скопировать или они пропали — повторите перенос:",
+    "Not there: an interrupted transfer never copied them, or they were lost — run it again:"};
+inline constexpr Sentence<> damagedRecordsTitle{"Записи повреждены или не читаются:",
+                                                "Records damaged or unreadable:"};
+inline constexpr Sentence<> unreadableFoldersTitle{
+    "Папки не читаются, и что в них лежит, неизвестно:",
+    "Folders that cannot be read, so that nobody can say what lies in them:"};
+inline constexpr Sentence<> rowDamagedRecords{"Записи не читаются", "Unreadable records"};
+inline constexpr Sentence<> rowUnreadableFolders{"Папки не читаются", "Unreadable folders"};
 inline constexpr Sentence<> unknownTitle{"Нет ни в одной записи:", "In no record:"};
 inline constexpr Sentence<> leftOversTitle{"Остатки прерванных переносов:",
                                            "Remnants of interrupted transfers:"};
@@ -84,6 +110,8 @@ inline constexpr Sentence<std::string_view> moreInJson{"… и ещё {}; пол
 inline constexpr Sentence<std::string, std::string> fileAndReason{"{} — {}", "{} — {}"};
 inline constexpr Sentence<> contentDiffers{"размер прежний, содержимое другое",
                                            "the size is the same, the content is not"};
+inline constexpr Sentence<> listDiffers{"содержимое не то, что в SHA256SUMS",
+                                        "the content is not that of SHA256SUMS"};
 inline constexpr Sentence<> linkInPlace{"на его месте ссылка", "a link stands in its place"};
 inline constexpr Sentence<> folderInPlace{"на его месте папка", "a folder stands in its place"};
 inline constexpr Sentence<> otherInPlace{"на его месте не файл",
@@ -93,8 +121,8 @@ inline constexpr Sentence<> pathLeadsOut{"путь ведёт через ссы�
 inline constexpr Sentence<std::string_view, std::string_view> checksumsWritten{
     "Контрольные суммы записаны в «{}»: {}.", "Checksums written as “{}”: {}."};
 inline constexpr Sentence<std::string_view> checksumsNew{
-    "В записях их не было, суммы посчитаны сейчас и с прежними не сверены: {}.",
-    "With no checksum in the records, so that theirs are of today and compared with nothing: {}."};
+    "Для {} контрольной суммы в записях не было: она посчитана сейчас и ни с чем не сверена.",
+    "{} had no checksum in the records: theirs was computed now and compared with nothing."};
 
 // Recognising copies.
 inline constexpr Sentence<std::string_view, std::string_view> rebuildSaved{
@@ -103,6 +131,12 @@ inline constexpr Sentence<std::string_view, std::string_view> rebuildSaved{
 inline constexpr Sentence<std::string_view> rebuildNothingNew{
     "Заново не опознан ни один файл; запись о телефоне «{}» не изменилась.",
     "No file was recognised anew; the record of the phone “{}” has not changed."};
+inline constexpr Sentence<std::string_view> rebuildNothing{
+    "Не опознан ни один файл; записи о телефоне «{}» в папке нет.",
+    "No file was recognised; the folder holds no record of the phone “{}”."};
+inline constexpr Sentence<std::string_view, std::string_view> rebuildCancelledEarly{
+    "Опознание прервано, просмотрено {} из {}; ничего нового не опознано, повторите.",
+    "Recognising was cancelled after {} of {}; nothing was recognised anew, run it again."};
 inline constexpr Sentence<std::string_view, std::string_view> rebuildCancelled{
     "Опознание прервано, просмотрено {} из {}; опознанное записано, повтор продолжит.",
     "Recognising was cancelled after {} of {}; what was recognised is recorded, and running it "

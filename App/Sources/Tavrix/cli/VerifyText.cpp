@@ -1,11 +1,8 @@
 // What TextPrinter tells of checks of a destination and of recognising copies.
 
-#include <cerrno>
-
 #include "cli/CliSentences.h"
 #include "cli/TextPrinter.h"
-#include "cli/VerifySentences.h"
-#include "foundation/Sentences.h"
+#include "cli/UnreadableReason.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
@@ -14,9 +11,27 @@ namespace {
 /// Of a long list that is no cause for alarm.
 constexpr std::size_t shownLines = 20;
 
-std::string unreadableReason(Language language, int errorCode) {
-  return errorCode == EXDEV ? say(language, sentences::pathLeadsOut)
-                            : tavrix::sentences::systemErrorText(language, errorCode);
+std::vector<std::string> linesOf(Language language, const std::vector<UnreadableFolder>& folders) {
+  std::vector<std::string> lines;
+  lines.reserve(folders.size());
+  for (const UnreadableFolder& folder : folders) {
+    lines.push_back(say(language, sentences::fileAndReason, folder.path,
+                        unreadableReason(language, folder.code)));
+  }
+  return lines;
+}
+
+/// What of a destination could not be read besides files: "1 запись, 2 папки".
+std::string unreadThings(Language language, const CopyVerification::Report& report) {
+  std::string text;
+  const auto add = [&](std::size_t count, const CountedNoun& noun) {
+    if (count == 0) return;
+    if (!text.empty()) text += ", ";
+    text += counted(language, count, noun);
+  };
+  add(report.damagedRecords.size(), sentences::records);
+  add(report.unreadableFolders.size(), tavrix::sentences::folders);
+  return text;
 }
 
 }  // namespace
@@ -40,6 +55,7 @@ std::string TextPrinter::reasonOf(const CopyVerification::CheckedFile& file) con
       break;
   }
   if (file.errorCode != 0) return unreadableReason(language_, file.errorCode);
+  if (file.listedSha256 && file.sha256) return say(language_, sentences::listDiffers);
   const std::uint64_t size = file.size.value_or(0);
   return size == file.expectedSize
              ? say(language_, sentences::contentDiffers)
@@ -61,6 +77,9 @@ void TextPrinter::findings(const CopyVerification::Report& report) {
   list(say(language_, sentences::changedTitle), pathsOf(State::changed, true));
   list(say(language_, sentences::missingTitle), pathsOf(State::missing, false));
   list(say(language_, sentences::unreadableTitle), pathsOf(State::unreadable, true));
+  list(say(language_, sentences::unreadableFoldersTitle),
+       linesOf(language_, report.unreadableFolders));
+  list(say(language_, sentences::damagedRecordsTitle), report.damagedRecords);
   shortList(say(language_, sentences::neverConfirmedTitle), pathsOf(State::neverConfirmed, false));
   shortList(say(language_, sentences::withoutChecksumTitle),
             pathsOf(State::withoutChecksum, false));
@@ -74,15 +93,16 @@ void TextPrinter::findings(const CopyVerification::Report& report) {
 void TextPrinter::verification(const VerificationResult& result) {
   using CopyVerification::State;
   const CopyVerification::Report& report = result.report;
-  const std::uint64_t losses =
-      report.count(State::changed) + report.count(State::missing) + report.count(State::unreadable);
+  const std::uint64_t losses = report.lostFiles();
   const std::string read = bytes(report.bytesRead);
   if (losses > 0 && !report.isStopped) {
-    line(say(language_, sentences::checkLosses, count(losses, sentences::files), read));
+    line(say(language_, sentences::checkLosses, count(losses, sentences::filesAre), read));
+  } else if (report.hasLosses() && !report.isStopped) {
+    line(say(language_, sentences::checkIncomplete, unreadThings(language_, report), read));
   } else if (report.files.empty()) {
     line(say(language_, sentences::checkEmpty));
   } else if (!report.isStopped) {
-    const bool isAll = report.count(State::intact) == report.files.size() && !report.hasLosses();
+    const bool isAll = report.count(State::intact) == report.files.size();
     line(say(language_, isAll ? sentences::checkAllIntact : sentences::checkNoLosses, read));
   }
   if (!report.isStopped) line("");
@@ -98,6 +118,8 @@ void TextPrinter::verification(const VerificationResult& result) {
              row(1, sentences::rowNeverConfirmed, report.count(State::neverConfirmed)),
              row(1, sentences::rowWithoutChecksum, report.count(State::withoutChecksum)),
              row(1, sentences::rowNotReached, report.count(State::notReached)),
+             row(0, sentences::rowUnreadableFolders, report.unreadableFolders.size()),
+             row(0, sentences::rowDamagedRecords, report.damagedRecords.size()),
              row(0, sentences::rowUnknown, report.unknown.size()),
              row(0, sentences::rowLeftOvers, report.leftOvers.size())});
   findings(report);
@@ -107,7 +129,7 @@ void TextPrinter::verification(const VerificationResult& result) {
            count(result.checksums->files, sentences::files)));
   if (result.checksums->withoutRecord == 0) return;
   line(say(language_, sentences::checksumsNew,
-           count(result.checksums->withoutRecord, sentences::files)));
+           count(result.checksums->withoutRecord, sentences::outOfFiles)));
 }
 
 void TextPrinter::rebuilt(const RebuildResult& result) {
@@ -120,9 +142,12 @@ void TextPrinter::rebuilt(const RebuildResult& result) {
   const std::uint64_t recognised = report.count(State::recognised);
   const std::uint64_t known = report.count(State::alreadyRecorded) + recognised;
   const std::string phone = printable(result.phone);
-  line(recognised == 0
-           ? say(language_, sentences::rebuildNothingNew, phone)
-           : say(language_, sentences::rebuildSaved, phone, count(recognised, sentences::files)));
+  if (recognised > 0) {
+    line(say(language_, sentences::rebuildSaved, phone, count(recognised, sentences::files)));
+  } else {
+    line(say(language_, result.hasRecord ? sentences::rebuildNothingNew : sentences::rebuildNothing,
+             phone));
+  }
   line("");
   tallyRows({row(0, sentences::rowInFolder, report.files.size(), true),
              row(1, sentences::rowRecognised, known, true),
@@ -132,7 +157,8 @@ void TextPrinter::rebuilt(const RebuildResult& result) {
              row(2, sentences::rowOtherPhone, report.count(State::otherPhone)),
              row(2, sentences::rowUnmatched, report.count(State::unmatched)),
              row(2, sentences::rowUnreadable, report.count(State::unreadable)),
-             row(2, sentences::rowNotReached, report.count(State::notReached))});
+             row(2, sentences::rowNotReached, report.count(State::notReached)),
+             row(0, sentences::rowUnreadableFolders, report.unreadableFolders.size())});
   std::vector<std::string> unreadable;
   std::vector<std::string> unmatched;
   for (const auto& file : report.files) {
@@ -144,6 +170,8 @@ void TextPrinter::rebuilt(const RebuildResult& result) {
   std::vector<std::string> assets;
   for (const MediaAsset& asset : report.unreadableAssets) assets.emplace_back(asset.id());
   list(say(language_, sentences::unreadableTitle), unreadable);
+  list(say(language_, sentences::unreadableFoldersTitle),
+       linesOf(language_, report.unreadableFolders));
   list(say(language_, sentences::unreadableOnPhoneTitle), assets);
   shortList(say(language_, sentences::unmatchedTitle), unmatched);
 }

@@ -124,10 +124,7 @@ TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
       {{"snapshot", "phone", ""}, "OUT-DIR — пустая строка", "OUT-DIR is empty"},
       {{"catalog", "phone", "--state="}, "--state — пустая строка", "--state is empty"},
       {{"catalog", "phone", "++"}, "«++» здесь лишнее", "“++” is one too many"},
-      {{"groups", "phone", "--set", "uiMode=events"},
-       "«events» пока нет",
-       "“events” is not there yet"},
-      {{"plan", "phone", "photos", "--set", "uiMode=trips"}, "«trips»", "“trips”"},
+      {{"plan", "phone", "photos", "--explain"}, "Параметра «--explain» нет", "option “--explain”"},
       {{"transfer", "phone", "photos", "--set", "packAsZip=true"}, "архивы", "archives"},
       {{"transfer", "phone", "phone"}, "лежит сам источник", "holds the source itself"},
   };

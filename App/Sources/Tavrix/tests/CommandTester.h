@@ -31,6 +31,7 @@ struct CommandTester {
   std::optional<int> errColumns{};
   Instant time{std::chrono::seconds{1779364800}};  // 2026-05-21T12:00:00Z
   bool isInterrupted = false;                      ///< as soon as a run begins
+  std::function<void()> duringRun{};               ///< called as soon as a run begins
 
   /// Folder "phone" with a snapshot; its media hold each named file with `content`.
   void addPhone(const std::string& snapshot, const std::vector<std::string>& media = {},
@@ -74,6 +75,7 @@ struct CommandTester {
                                     .newID = [&] { return recordID(); },
                                     .catchInterrupts =
                                         [&] {
+                                          if (duringRun) duringRun();
                                           if (isInterrupted) stop.request_stop();
                                           return stop.get_token();
                                         }};

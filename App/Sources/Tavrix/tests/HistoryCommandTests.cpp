@@ -97,13 +97,18 @@ TEST_F(HistoryCommand, record_holdsPhonePlacesPathsAndSettings) {
 TEST_F(HistoryCommand, skippedReducedCopies_areRecordedUnderTheirFolder) {
   tester.addPhone(R"([
     {"name":"IMG_1.HEIC","kind":"photo","size":10,"exifDate":"2026:05:20 12:00:00","exifOffset":"+00:00","cam":true,"px":640,"py":480},
+    {"name":"IMG_E1.HEIC","kind":"photo","size":10,"exifDate":"2026:05:20 12:00:00","exifOffset":"+00:00"},
     {"name":"IMG_2.HEIC","kind":"photo","size":10,"exifDate":"2026:05:20 13:00:00","exifOffset":"+00:00"},
     {"name":"IMG_3.HEIC","kind":"photo","size":10,"exifDate":"2026:05:21 13:00:00","exifOffset":"+00:00","cam":true,"px":640,"py":480}])",
-                  {"IMG_1.HEIC", "IMG_2.HEIC", "IMG_3.HEIC"});
-  const TransferRecord run =
-      record(transfer({"--set", "skipOptimized=true", "--set", "uiMode=byDate"}));
-  EXPECT_EQ(run.totals.optimized, 2U);
-  EXPECT_EQ(run.totals.shots, 3U);
+                  {"IMG_1.HEIC", "IMG_E1.HEIC", "IMG_2.HEIC", "IMG_3.HEIC"});
+  for (const char* policy : {"both", "originalsOnly", "editedOnly"}) {
+    const TransferRecord edited =
+        record(transfer({"--set", "skipOptimized=true", "--set", "uiMode=byDate", "--set",
+                         std::string{"editedPolicy="} + policy}));
+    EXPECT_EQ(edited.totals.optimized, 2U) << policy;
+    EXPECT_EQ(edited.totals.shots, 3U) << policy;
+  }
+  const TransferRecord run = record("last");
   EXPECT_EQ(run.totals.notReached(), 0U);
   for (const TransferRecord::Folder& folder : run.folders) {
     for (const TransferRecord::Shot& shot : folder.shots) {
@@ -123,6 +128,21 @@ TEST_F(HistoryCommand, cancelledRun_isRecordedWithWhatItDidNotReach) {
   EXPECT_THAT(history().out, HasSubstr("Перенос прерван"));
 }
 
+TEST_F(HistoryCommand, programThatIsKilled_leavesARecordThatSaysSo) {
+  // The disk as it is while the first file is being asked for.
+  const std::string copy = tester.folder / "copy";
+  tester.duringRun = [&] {
+    std::filesystem::copy(tester.folder / "state", copy, std::filesystem::copy_options::recursive);
+  };
+  const std::string id = transfer();
+  tester.duringRun = {};
+  const CommandResult shown = history({id, "--state", copy + "/Tavrix/state"});
+  EXPECT_EQ(shown.status, ExitStatus::done) << shown.err;
+  EXPECT_THAT(shown.out, AllOf(HasSubstr("Перенос прерван"), HasSubstr("до конца переноса")));
+  EXPECT_EQ(record(id).status, TransferRecord::Status::completed);
+  EXPECT_EQ(countOf({}), 1U);
+}
+
 TEST_F(HistoryCommand, list_isChosenFrom) {
   const std::string first = transfer();
   const std::string second = transfer({"--device-name", "Other"});
@@ -137,7 +157,10 @@ TEST_F(HistoryCommand, list_isChosenFrom) {
   EXPECT_EQ(countOf({"--dest", tester.folder / "elsewhere"}), 0U);
   EXPECT_EQ(countOf({"--outcome", "failed"}), 0U);
   EXPECT_EQ(countOf({"--asset", "IMG_0004.PNG"}), 2U);
-  EXPECT_EQ(countOf({"--path", tester.folder / "photos/2026-05-20/IMG_0001.HEIC"}), 1U);
+  const std::string path = tester.folder / "photos/2026-05-20/IMG_0001.HEIC";
+  EXPECT_EQ(countOf({"--path", path}), 1U);
+  EXPECT_EQ(countOf({"--path", path, "--phone", "Other"}), 0U);
+  EXPECT_EQ(countOf({"--asset", "IMG_0004.PNG", "--outcome", "failed"}), 0U);
   EXPECT_EQ(record(first.substr(0, 8)).id.text(), first);
 
   EXPECT_EQ(history({first, "--delete"}).status, ExitStatus::done);
@@ -148,6 +171,8 @@ TEST_F(HistoryCommand, list_isChosenFrom) {
 
 TEST_F(HistoryCommand, wrongCalls_areRefusedWithASentence) {
   EXPECT_THAT(history().out, HasSubstr("Переносов ещё не было."));
+  EXPECT_THAT(history({"last"}).err, HasSubstr("Переносов ещё не было."));
+  EXPECT_FALSE(tester.folder.has("state")) << "looking creates nothing";
   transfer();
   const std::vector<std::vector<std::string>> calls{
       {"nonsense"}, {"ffffffffffff"},         {"last", "--outcome", "lost"},
@@ -165,7 +190,7 @@ TEST_F(HistoryCommand, unwritableHistory_doesNotFailTheRun) {
   tester.folder.write("state", "a file where the folder should be");
   const CommandResult run = tester.run({"transfer", "phone", "photos", "--json"});
   EXPECT_EQ(run.status, ExitStatus::done);
-  EXPECT_THAT(run.err, HasSubstr("запись в историю не попала"));
+  EXPECT_THAT(run.err, HasSubstr("в историю не попала"));
   EXPECT_EQ(run.json().member("recordID"), nullptr);
   EXPECT_TRUE(tester.folder.has("photos/2026-05-20/IMG_0001.HEIC"));
 }

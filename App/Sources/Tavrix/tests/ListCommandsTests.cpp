@@ -75,7 +75,7 @@ TEST_F(ListCommands, json_hasTheFieldsOfTheModel) {
            "hasEditedVersion":true,"isLivePhoto":true,"pictures":2})"},
       {{"groups", "phone"},
        "groups/1",
-       R"({"id":"2026-05-21","folderName":"2026-05-21","dateStart":"2026-05-21T12:00:00.500Z",
+       R"({"id":"event-2026-05-21","folderName":"2026-05-21","dateStart":"2026-05-21T12:00:00.500Z",
            "dateEnd":"2026-05-21T13:00:00Z","place":{"latitude":41.9,"longitude":12.501},
            "counts":{"photos":1,"videos":1,"sidecars":0,"others":0,"totalBytes":20},
            "bundles":["100APPLE/IMG_0002","100APPLE/IMG_0003"],
@@ -95,8 +95,10 @@ TEST_F(ListCommands, json_hasTheFieldsOfTheModel) {
        "groups/0/assets",
        R"(["100APPLE/IMG_0001.HEIC","100APPLE/IMG_0001.AAE","100APPLE/IMG_E0001.HEIC"])"},
       {{"groups", "phone", "--set", "uiMode=flat"}, "groups/0/id", R"("flat")"},
-      {{"groups", "phone", "--set", "granularity=month"}, "groups/0/id", R"("2026-05")"},
-      {{"groups", "phone", "--set", R"(nameOverrides={"2026-05-20":"Дача"})"},
+      {{"groups", "phone", "--set", "uiMode=byDate", "--set", "granularity=month"},
+       "groups/0/id",
+       R"("2026-05")"},
+      {{"groups", "phone", "--set", R"(nameOverrides={"event-2026-05-20":"Дача"})"},
        "groups/0/folderName",
        R"("Дача")"},
       {{"places", "phone", "--set", "placeRadiusKm=0.01"}, "1/count", "1"},
@@ -114,8 +116,9 @@ TEST_F(ListCommands, json_hasTheFieldsOfTheModel) {
 
 TEST_F(ListCommands, timeZone_movesDaysAndTheOptionBeatsTheVariable) {
   tester.environment = {{"DEMO_TIME_ZONE", "Pacific/Kiritimati"}};
-  expectJson({"groups", "phone"}, "groups/0/id", R"("2026-05-21")");
-  expectJson({"groups", "phone", "--set", "timeZoneID=UTC"}, "groups/0/id", R"("2026-05-20")");
+  expectJson({"groups", "phone"}, "groups/0/id", R"("event-2026-05-21")");
+  expectJson({"groups", "phone", "--set", "timeZoneID=UTC"}, "groups/0/id",
+             R"("event-2026-05-20")");
   tester.environment = {{"DEMO_MODE", "flat"}};
   expectJson({"groups", "phone"}, "groups/0/id", R"("flat")");
 }

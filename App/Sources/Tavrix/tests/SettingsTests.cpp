@@ -148,7 +148,8 @@ TEST(Settings, toTheCore_keepTheirMeaning) {
   EXPECT_EQ(transferOptions({}, "Anna"), TransferOptions{});
   EXPECT_EQ(bundleFilter(set("periodFrom=2026-05-20")).from, parseDay("2026-05-20"));
   EXPECT_EQ(groupingSettings(set("homeWindowMonths=2")).homeWindowDays, 60);
-  EXPECT_EQ(groupingMode(set("granularity=month")),
+  EXPECT_EQ(groupingMode({}), GroupingMode{grouping_mode::Events{}});
+  EXPECT_EQ(groupingMode(set("granularity=month", set("uiMode=byDate"))),
             GroupingMode{grouping_mode::ByDate{DateGranularity::month}});
   EXPECT_EQ(groupingMode(set("uiMode=flat")), GroupingMode{grouping_mode::Flat{}});
   EXPECT_EQ(namingSettings(set("nameByGroupID=true"), "ru_RU").systemLocaleID, "ru_RU");

@@ -7,6 +7,7 @@
 #include "PlanSummary.h"
 #include "foundation/tests/support/FaultyFolder.h"
 #include "foundation/tests/support/TemporaryFolder.h"
+#include "transfer/CopyVerification.h"
 #include "transfer/TransferPlanner.h"
 
 namespace tavrix {
@@ -34,7 +35,7 @@ std::vector<MediaAsset> assetsOf(int count) {
 /// A run of six stills of three days into a folder that can be made to fail.
 struct TransferJobTest : testing::Test {
   TransferOutcome run(std::chrono::seconds step = std::chrono::seconds{0}) {
-    const Library library = makeLibrary(assetsOf(6), {}, "en_US");
+    const Library library = makeLibrary(assetsOf(assets), {}, "en_US");
     std::vector<TransferPlanner::NamedGroup> groups;
     for (const auto& row : library.rows) groups.push_back({row.name, row.group});
     TransferOptions options;
@@ -50,6 +51,30 @@ struct TransferJobTest : testing::Test {
     tally = tallyOf(library, plan, outcome.report);
     return outcome;
   }
+  /// From the given landing on nothing gets through any more, the last saving included.
+  void killAfter(int landings) {
+    int renames = 0;
+    folder.faults().rule = [=](FileOperation operation, const std::string& path) mutable {
+      if (operation != FileOperation::rename) return;
+      if (!path.starts_with("phone-")) ++renames;
+      if (renames > landings) throw FileError{operation, path, EIO};
+    };
+    EXPECT_EQ(run().report.copied, static_cast<std::uint64_t>(landings));
+    folder.faults().rule = {};
+  }
+  DestinationMarker::PhoneRecord record() const {
+    return *DestinationMarker::load(*openFolder(temporary.path())).record(phone.hash);
+  }
+  std::size_t claims() const {
+    const auto files = record().files;
+    return static_cast<std::size_t>(
+        std::count_if(files.begin(), files.end(), [](const auto& file) { return file.isClaim(); }));
+  }
+  std::size_t missingFiles() const {
+    const auto opened = openFolder(temporary.path());
+    return CopyVerification::verify(*opened, listDestination(*opened), {})
+        .count(CopyVerification::State::missing);
+  }
   std::size_t rememberedFiles() const {
     const auto marker = DestinationMarker::load(*openFolder(temporary.path()));
     const auto* const record = marker.record(phone.hash);
@@ -62,6 +87,7 @@ struct TransferJobTest : testing::Test {
   std::string markerName = DestinationMarker::fileName(phone.hash);
   Instant time{std::chrono::seconds{1779364800}};
   bool onlyNew = true;
+  int assets = 6;
   TransferTally tally;
 };
 
@@ -79,21 +105,76 @@ TEST_F(TransferJobTest, longRun_remembersOnItsWay) {
 }
 
 TEST_F(TransferJobTest, runThatIsKilled_leavesNoFileThatAnotherPhoneTakesForItsOwn) {
-  // From the fourth landing on nothing gets through any more, the last saving included.
-  int renames = 0;
-  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
-    if (operation != FileOperation::rename) return;
-    if (!path.starts_with("phone-")) ++renames;
-    if (renames > 3) throw FileError{operation, path, EIO};
-  };
-  EXPECT_EQ(run().report.copied, 3U);
-  folder.faults().rule = {};
+  killAfter(3);
   const PhoneIdentity first = phone;
   phone = snapshotPhone("another");
   EXPECT_EQ(run().report.copied, 6U);
   phone = first;
   EXPECT_EQ(run().report.copied, 3U);
   EXPECT_EQ(rememberedFiles(), 6U);
+}
+
+TEST_F(TransferJobTest, runAfterAKilledOne_knowsWhatItFoundFromWhatNeverCame) {
+  killAfter(3);
+  EXPECT_EQ(claims(), 6U);
+  // One that had landed goes before anybody looked, one after.
+  std::filesystem::remove(temporary / "1970-01-01/IMG_0000.HEIC");
+  EXPECT_EQ(run().report.copied, 4U);
+  EXPECT_EQ(claims(), 0U);
+  EXPECT_EQ(rememberedFiles(), 6U);
+  std::filesystem::remove(temporary / "1970-01-01/IMG_0001.HEIC");
+  EXPECT_EQ(missingFiles(), 1U);
+}
+
+TEST_F(TransferJobTest, planWithoutFiles_dropsWhatNeverCame) {
+  killAfter(3);
+  assets = 3;
+  EXPECT_EQ(run().report.copied, 0U);
+  EXPECT_EQ(claims(), 0U);
+  EXPECT_EQ(rememberedFiles(), 3U);
+  const std::string settled = temporary.read(markerName);
+  run(std::chrono::seconds{5});
+  EXPECT_EQ(temporary.read(markerName), settled);
+}
+
+TEST_F(TransferJobTest, killedRun_keepsTheDigestsOfWhatItFound) {
+  run();
+  onlyNew = false;
+  assets = 8;
+  killAfter(1);
+  EXPECT_EQ(claims(), 2U);
+  std::filesystem::remove(temporary / "1970-01-01/IMG_0000.HEIC");
+  EXPECT_EQ(missingFiles(), 1U);
+}
+
+TEST_F(TransferJobTest, closedFolder_keepsItsEntriesAndFailsItsFiles) {
+  run();
+  const auto before = record();
+  folder.faults().rule = [](FileOperation operation, const std::string& path) {
+    if (path.starts_with("1970-01-02")) throw FileError{operation, path, EACCES};
+  };
+  assets = 8;
+  EXPECT_EQ(run().report.failures.size(), 2U);
+  EXPECT_EQ(tally.copied, 2U);
+  std::filesystem::remove(temporary / "1970-01-03/IMG_0004.HEIC");
+  EXPECT_EQ(run().report.copied, 1U);
+  folder.faults().rule = {};
+  EXPECT_EQ(missingFiles(), 0U);
+  EXPECT_EQ(rememberedFiles(), 8U);
+  for (const auto& file : before.files) {
+    EXPECT_THAT(record().files, testing::Contains(file)) << file.path;
+  }
+  EXPECT_EQ(run().report.files.size(), 0U);
+  // A run that is killed meanwhile takes nothing from them either.
+  int savings = 0;
+  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    if (path.starts_with("1970-01-02")) throw FileError{operation, path, EACCES};
+    if (operation == FileOperation::rename && ++savings > 1) throw FileError{operation, path, EIO};
+  };
+  assets = 10;
+  run();
+  folder.faults().rule = {};
+  for (const auto& file : before.files) EXPECT_THAT(record().files, testing::Contains(file));
 }
 
 TEST_F(TransferJobTest, runThatLandsNothing_leavesTheMarkerAsItWas) {

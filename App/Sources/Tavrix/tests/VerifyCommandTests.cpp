@@ -1,4 +1,8 @@
+#include <sys/fsuid.h>
+#include <unistd.h>
+
 #include <map>
+#include <thread>
 
 #include "Destination.h"
 #include "foundation/Digest.h"
@@ -82,7 +86,7 @@ TEST_F(VerifyCommand, losses_areListedWithTheirReason) {
   const CommandResult result = verify();
   EXPECT_EQ(result.status, ExitStatus::someFailed);
   EXPECT_EQ(result.out,
-            "The check is complete; not in order: 3 files, 50\u00A0B read.\n"
+            "The check is complete: 3 files are not in order; 50\u00A0B read.\n"
             "\n"
             "In the records  7\n"
             "  intact        4\n"
@@ -109,7 +113,7 @@ TEST_F(VerifyCommand, losses_areListedWithTheirReason) {
                 sha256Hex("content 10") + R"(","sha256":")" + sha256Hex("Content 10") + R"("})"));
   EXPECT_EQ(*json.json().member("counts"), parseJson(R"({"recorded":7,"intact":4,"changed":2,
       "missing":1,"unreadable":0,"withoutChecksum":0,"neverConfirmed":0,"notReached":0,"unknown":1,
-      "leftOvers":0,"damagedRecords":0})"));
+      "leftOvers":0,"damagedRecords":0,"unreadableFolders":0})"));
 }
 
 TEST_F(VerifyCommand, longListOfStrangers_isShortened) {
@@ -178,17 +182,140 @@ TEST_F(VerifyCommand, checksums_areAcceptedBySha256sum) {
   tester.folder.write("photos/2026-05-20/IMG_0001.MOV", "CONTENT 11");
   const CommandResult result = verify({"--write-checksums"});
   EXPECT_EQ(result.status, ExitStatus::someFailed) << result.out << result.err;
-  EXPECT_THAT(result.out, AllOf(HasSubstr("/photos/SHA256SUMS”: 13 files.\n"),
-                                HasSubstr("compared with nothing: 1 file.\n")));
-  EXPECT_TRUE(sha256sumAccepts()) << tester.folder.read("photos/checked.log");
+  EXPECT_THAT(result.out, AllOf(HasSubstr("/photos/SHA256SUMS”: 14 files.\n"),
+                                HasSubstr("1 file had no checksum in the records: theirs was")));
   const std::string sums = tester.folder.read("photos/SHA256SUMS");
-  EXPECT_EQ(std::count(sums.begin(), sums.end(), '\n'), 13);
+  EXPECT_EQ(std::count(sums.begin(), sums.end(), '\n'), 14);
   EXPECT_THAT(sums, AllOf(HasSubstr("  2026-05-21/IMG_0002.JPG\n"),
-                          Not(HasSubstr("  2026-05-20/IMG_0001.MOV\n"))));
+                          HasSubstr(sha256Hex("content 11") + "  2026-05-20/IMG_0001.MOV\n")));
   EXPECT_EQ(verify({"--write-checksums"}).status, ExitStatus::someFailed);
   EXPECT_EQ(tester.folder.read("photos/SHA256SUMS"), sums);
-  tester.folder.write("photos/2026-05-21/IMG_0003.MOV", "else");
+  // What verify finds changed the list does not vouch for.
   EXPECT_FALSE(sha256sumAccepts());
+  tester.folder.write("photos/2026-05-20/IMG_0001.MOV", "content 11");
+  EXPECT_TRUE(sha256sumAccepts()) << tester.folder.read("photos/checked.log");
+}
+
+TEST_F(VerifyCommand, earlierChecksums_areNeverTakenForTheBytesOfNow) {
+  tester.folder.write("photos/2026-05-21/IMG_0002.JPG", "content 14");  // there before the transfer
+  transfer({"--set", "onlyNew=false"});
+  const std::string own = sha256Hex("mine") + "  mine/notes.txt\n";
+  tester.folder.write("photos/SHA256SUMS", own);
+  EXPECT_EQ(verify({"--write-checksums"}).status, ExitStatus::done);
+  const std::string sums = tester.folder.read("photos/SHA256SUMS");
+  EXPECT_THAT(sums, AllOf(HasSubstr(own), HasSubstr(sha256Hex("content 14"))));
+  tester.folder.write("photos/2026-05-21/IMG_0002.JPG", "CONTENT 14");
+  std::filesystem::remove(inPhotos("2026-05-21/IMG_0003.MOV"));
+  const CommandResult result = verify({"--write-checksums"});
+  EXPECT_EQ(result.status, ExitStatus::someFailed);
+  EXPECT_THAT(result.out, AllOf(HasSubstr("IMG_0002.JPG — the content is not that of SHA256SUMS\n"),
+                                Not(HasSubstr("compared with nothing"))));
+  EXPECT_EQ(tester.folder.read("photos/SHA256SUMS"), sums);
+}
+
+TEST_F(VerifyCommand, damagedRecordOfOnePhone_isNoLossAmongTheOthersAndHasARemedy) {
+  transfer();
+  tester.folder.write("photos/phone-0123abcd.json", "{ broken");
+  const CommandResult result = verify();
+  EXPECT_EQ(result.status, ExitStatus::someFailed);
+  EXPECT_THAT(result.out, AllOf(StartsWith("Not everything could be checked, unreadable: 1 record; "
+                                           "no loss among what was checked, 70\u00A0B read.\n"),
+                                HasSubstr("\nUnreadable records  1\n"),
+                                HasSubstr("unreadable:\n  phone-0123abcd.json\n")));
+  EXPECT_THAT(result.err, HasSubstr("rename the record to “phone-0123abcd.json.damaged”"));
+  EXPECT_THAT(tester.run({"verify", "photos"}).out,
+              StartsWith("Проверено не всё, не читаются: 1 запись; среди проверенного потерь нет"));
+  EXPECT_THAT(tester.run({"verify", "--help"}).out, HasSubstr("не читается запись"));
+  std::filesystem::rename(inPhotos("phone-0123abcd.json"), inPhotos("phone-0123abcd.json.damaged"));
+  EXPECT_EQ(verify().status, ExitStatus::done);
+}
+
+TEST_F(VerifyCommand, pathOverALink_hasOneReasonInBothForms) {
+  transfer();
+  std::filesystem::rename(inPhotos("2026-05-21"), inPhotos("moved"));
+  std::filesystem::create_directory_symlink("moved", inPhotos("2026-05-21"));
+  const std::string reason = "путь ведёт через ссылку или за пределы папки";
+  EXPECT_THAT(tester.run({"verify", "photos"}).out, HasSubstr("IMG_0003.MOV — " + reason + "\n"));
+  EXPECT_THAT(verify({"--json"}).out, HasSubstr("\"reason\": \"" + reason + "\""));
+}
+
+/// With the rights of an ordinary user, whom a closed folder keeps out.
+struct ClosedFolder : VerifyCommand {
+  CommandResult asUser(const std::vector<std::string>& arguments) const {
+    namespace fs = std::filesystem;
+    constexpr unsigned nobody = 65534;
+    const auto give = [](const std::string& path) {
+      EXPECT_TRUE(::geteuid() != 0 || ::lchown(path.c_str(), nobody, nobody) == 0) << path;
+    };
+    give(tester.folder.path());
+    for (const auto& entry : fs::recursive_directory_iterator{tester.folder.path()}) {
+      give(entry.path().string());
+    }
+    fs::permissions(inPhotos("2026-05-20"), fs::perms::none);
+    std::optional<CommandResult> result;
+    // The rights are those of a thread and of the threads that it makes.
+    std::thread{[&] {
+      if (::geteuid() == 0) ::setfsuid(nobody);
+      result = tester.run(arguments);
+    }}.join();
+    fs::permissions(inPhotos("2026-05-20"), fs::perms::owner_all);
+    return *result;
+  }
+};
+
+TEST_F(ClosedFolder, transferMeanwhile_losesNothingAndSaysWhichItIs) {
+  transfer();
+  const auto folder = openFolder(inPhotos(""));
+  const auto before = DestinationMarker::load(*folder).records.front();
+  std::filesystem::remove(inPhotos("2026-05-21/IMG_0003.MOV"));
+  const CommandResult result = asUser({"transfer", "phone", "photos", "--lang", "en"});
+  EXPECT_EQ(result.status, ExitStatus::someFailed);
+  EXPECT_THAT(result.err, HasSubstr("/photos/2026-05-20” cannot be read (permission denied)"));
+  EXPECT_THAT(result.out, AllOf(HasSubstr("copied                                     1\n"),
+                                HasSubstr("failed                                     4\n"),
+                                HasSubstr("IMG_0001.HEIC")));
+  const auto after = DestinationMarker::load(*folder).records;
+  ASSERT_EQ(after.size(), 1U);
+  EXPECT_THAT(after.front().files, testing::UnorderedElementsAreArray(before.files));
+  EXPECT_EQ(plannedFiles(), 0U);
+  EXPECT_EQ(verify().status, ExitStatus::done);
+}
+
+TEST_F(ClosedFolder, checks_nameItAndFail) {
+  transfer();
+  const CommandResult text = asUser({"verify", "photos", "--lang", "en"});
+  EXPECT_EQ(text.status, ExitStatus::someFailed);
+  EXPECT_THAT(text.out, AllOf(HasSubstr("4 files are not in order"),
+                              HasSubstr("lies in them:\n  2026-05-20 — permission denied\n")));
+  std::filesystem::remove(inPhotos(markerName));
+  const std::vector<std::string> rebuild{"marker", "rebuild", "phone", "photos", "--lang", "en"};
+  const CommandResult rebuilt = asUser(rebuild);
+  EXPECT_EQ(rebuilt.status, ExitStatus::someFailed);
+  EXPECT_THAT(rebuilt.out, HasSubstr("  2026-05-20 — permission denied\n"));
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"marker", "rebuild", "phone", "photos", "--json"},
+        std::vector<std::string>{"verify", "photos", "--json"}}) {
+    const CommandResult json = asUser(arguments);
+    EXPECT_EQ(json.status, ExitStatus::someFailed);
+    EXPECT_EQ(*json.json().member("unreadableFolders"),
+              parseJson(R"([{"path":"2026-05-20","reason":"нет прав доступа"}])"));
+  }
+}
+
+TEST_F(VerifyCommand, claimThatNeverCame_failsTheCheckUntilTheNextTransfer) {
+  transfer();
+  const PhoneIdentity phone = snapshotPhone("iPhone");
+  const auto folder = openFolder(inPhotos(""));
+  auto record = *DestinationMarker::load(*folder).record(phone.hash);
+  record.files.push_back({"2026-05-20/IMG_9999.HEIC", 0, std::nullopt, "IMG_9999.HEIC", {}});
+  DestinationMarker::save(*folder, record);
+  const CommandResult result = tester.run({"verify", "photos"});
+  EXPECT_EQ(result.status, ExitStatus::someFailed);
+  EXPECT_THAT(result.out, AllOf(HasSubstr("не в порядке 1 файл"),
+                                HasSubstr("их нет; возможно, их и не копировали  1\n"),
+                                HasSubstr("повторите перенос:\n  2026-05-20/IMG_9999.HEIC\n")));
+  transfer();
+  EXPECT_EQ(verify().status, ExitStatus::done);
 }
 
 TEST_F(VerifyCommand, foreignChecksumFile_staysAsItIs) {
@@ -252,6 +379,19 @@ TEST_F(VerifyCommand, rebuild_addsToWhatIsThereAndKeepsTheDamaged) {
   EXPECT_EQ(verify().status, ExitStatus::done);
 }
 
+TEST_F(VerifyCommand, rebuildWithTheWrongPhone_saysThatThereIsNoRecord) {
+  transfer();
+  for (std::size_t i = 0; i < smallMedia.size(); ++i) {
+    tester.folder.write("phone/media/" + smallMedia[i], "another " + std::to_string(10 + i));
+  }
+  std::filesystem::remove(inPhotos(markerName));
+  EXPECT_THAT(
+      rebuild({"--device-name", "Wrong"}).out,
+      StartsWith("No file was recognised; the folder holds no record of the phone “Wrong”."));
+  EXPECT_FALSE(
+      tester.folder.has("photos/" + DestinationMarker::fileName(snapshotPhone("Wrong").hash)));
+}
+
 TEST_F(VerifyCommand, rebuildThatFails_tellsAndChangesNothing) {
   transfer();
   std::filesystem::remove(inPhotos(markerName));
@@ -266,7 +406,7 @@ TEST_F(VerifyCommand, rebuildThatFails_tellsAndChangesNothing) {
   tester.isInterrupted = true;
   const CommandResult cancelled = rebuild();
   EXPECT_EQ(cancelled.status, ExitStatus::cancelled);
-  EXPECT_THAT(cancelled.err, HasSubstr("Recognising was cancelled after 0 of 7 files"));
+  EXPECT_THAT(cancelled.err, HasSubstr("after 0 of 7 files; nothing was recognised anew"));
   EXPECT_FALSE(tester.folder.has("photos/" + markerName));
   tester.isInterrupted = false;
   std::filesystem::remove_all(tester.folder / "phone/media");

@@ -9,8 +9,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <map>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include "foundation/files/AtomicFile.h"
@@ -23,6 +25,8 @@ namespace {
 using SharedDescriptor = std::shared_ptr<const FileDescriptor>;
 
 constexpr std::size_t rememberedFolders = 128;
+constexpr int lockAttempts = 20;
+constexpr std::chrono::milliseconds lockPause{10};
 
 FileStatus statusOf(const struct stat& raw) {
   using Type = FileStatus::Type;
@@ -37,6 +41,9 @@ FileStatus statusOf(const struct stat& raw) {
 }
 
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+
+/// Whether the system keeps a folder closed to this process.
+bool isRefusal(int code) { return code == EACCES || code == EPERM || code == ELOOP; }
 
 /// A second descriptor with a place in the listing of its own; negative on failure.
 int openAgain(int folder) { return ::openat(folder, ".", folderFlags); }
@@ -96,7 +103,7 @@ class PosixFolder : public Folder {
   void removeFile(const std::string& path) override;
   void syncEntries(const std::string& folder) override;
   void syncVolume() override;
-  void visitAll(const Visitor& visitor) const override { visitFolder(*root_, "", visitor); }
+  std::vector<UnreadableFolder> visitAll(const Visitor& visitor) const override;
   std::vector<std::string> names() const override;
   bool exists() const override;
   std::uint64_t freeBytes() const override;
@@ -112,8 +119,11 @@ class PosixFolder : public Folder {
   SharedDescriptor parentIfAny(const std::string& path, FileOperation operation) const;
   void checkPath(const std::string& path, FileOperation operation) const;
   SharedDescriptor openRemembered(const std::string& folder, FileOperation operation) const;
-  void visitFolder(const FileDescriptor& folder, const std::string& path,
-                   const Visitor& visitor) const;
+  void visitFolder(const FileDescriptor& folder, const std::string& path, const Visitor& visitor,
+                   std::vector<UnreadableFolder>& unreadable) const;
+  /// The names in a folder below this one; none, and it is noted, when it may not be read.
+  std::vector<std::string> readableNames(const FileDescriptor& folder, const std::string& path,
+                                         std::vector<UnreadableFolder>& unreadable) const;
   /// The names in an open folder, in no order; closes it.
   std::vector<std::string> namesOf(int folder, const std::string& path) const;
   /// False when something has the new name already.
@@ -300,22 +310,47 @@ std::vector<std::string> PosixFolder::namesOf(int folder, const std::string& pat
   return result;
 }
 
+std::vector<UnreadableFolder> PosixFolder::visitAll(const Visitor& visitor) const {
+  std::vector<UnreadableFolder> unreadable;
+  visitFolder(*root_, "", visitor, unreadable);
+  std::sort(unreadable.begin(), unreadable.end(),
+            [](const auto& a, const auto& b) { return a.path < b.path; });
+  return unreadable;
+}
+
+std::vector<std::string> PosixFolder::readableNames(
+    const FileDescriptor& folder, const std::string& path,
+    std::vector<UnreadableFolder>& unreadable) const {
+  try {
+    return namesOf(openAgain(folder.number()), path);
+  } catch (const FileError& error) {
+    if (path.empty() || !isRefusal(error.code())) throw;
+    unreadable.push_back({path, error.code()});
+    return {};
+  }
+}
+
 void PosixFolder::visitFolder(const FileDescriptor& folder, const std::string& path,
-                              const Visitor& visitor) const {
-  for (const std::string& name : namesOf(openAgain(folder.number()), path)) {
-    struct stat raw{};
-    // What is gone between the listing and here was not there.
-    if (::fstatat(folder.number(), name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) != 0) continue;
+                              const Visitor& visitor,
+                              std::vector<UnreadableFolder>& unreadable) const {
+  for (const std::string& name : readableNames(folder, path, unreadable)) {
     std::string inner = path;
     if (!path.empty()) inner += '/';
     inner += name;
+    struct stat raw{};
+    if (::fstatat(folder.number(), name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) != 0) {
+      // What is gone between the listing and here was not there.
+      if (errno != ENOENT) unreadable.push_back({inner, errno});
+      continue;
+    }
     visitor(inner, statusOf(raw));
     if (!S_ISDIR(raw.st_mode)) continue;
     const FileDescriptor opened{::openat(folder.number(), name.c_str(), folderFlags | O_NOFOLLOW)};
     if (opened.isOpen()) {
-      visitFolder(opened, inner, visitor);
-    } else if (errno != EACCES && errno != EPERM && errno != ENOENT && errno != ENOTDIR &&
-               errno != ELOOP) {
+      visitFolder(opened, inner, visitor, unreadable);
+    } else if (isRefusal(errno)) {
+      unreadable.push_back({inner, errno});
+    } else if (errno != ENOENT && errno != ENOTDIR) {
       fail(FileOperation::list, inner, errno);
     }
   }
@@ -336,7 +371,12 @@ std::uint64_t PosixFolder::freeBytes() const {
 }
 
 bool PosixFolder::lock() {
-  return ::flock(root_->number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  // Who only asks whether somebody is at work holds the lock for a moment.
+  for (int attempt = 1;; ++attempt) {
+    if (::flock(root_->number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
+    if (attempt == lockAttempts) return false;
+    std::this_thread::sleep_for(lockPause);
+  }
 }
 
 }  // namespace

@@ -30,7 +30,8 @@ struct ShortWrite {
 ///     removeFile            remove, the file        close                close, the file
 ///     makeFolders           makeFolder, the folder  syncEntries          sync, the folder ("" for
 ///     the root) status                status, the file        syncVolume           sync, "/"
-///     visitAll, names       list, ""
+///     visitAll              list, "" and each folder below; a folder that fails is unreadable
+///     names                 list, ""
 ///
 /// Calls come from whatever thread uses the folder.
 using FaultRule = std::function<void(FileOperation operation, const std::string& path)>;
@@ -150,9 +151,26 @@ class FaultyFolder : public Folder {
     ask(FileOperation::sync, "/");
     inner_->syncVolume();
   }
-  void visitAll(const Visitor& visitor) const override {
+  std::vector<UnreadableFolder> visitAll(const Visitor& visitor) const override {
     ask(FileOperation::list, "");
-    inner_->visitAll(visitor);
+    std::vector<UnreadableFolder> closed;
+    auto unreadable = inner_->visitAll([&](const std::string& path, const FileStatus& status) {
+      if (liesInside(path, closed)) return;
+      visitor(path, status);
+      if (status.type != FileStatus::Type::folder) return;
+      try {
+        ask(FileOperation::list, path);
+      } catch (const FileError& error) {
+        const auto isBefore = [](const auto& a, const auto& b) { return a.path < b.path; };
+        const UnreadableFolder folder{path, error.code()};
+        closed.insert(std::upper_bound(closed.begin(), closed.end(), folder, isBefore), folder);
+      }
+    });
+    std::erase_if(unreadable, [&](const auto& folder) { return liesInside(folder.path, closed); });
+    unreadable.insert(unreadable.end(), closed.begin(), closed.end());
+    std::sort(unreadable.begin(), unreadable.end(),
+              [](const auto& a, const auto& b) { return a.path < b.path; });
+    return unreadable;
   }
   std::vector<std::string> names() const override {
     ask(FileOperation::list, "");

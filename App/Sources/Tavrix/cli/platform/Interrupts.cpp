@@ -13,7 +13,7 @@ constexpr int statusOfInterrupt = 130;
 sigset_t watchedSignals() {
   sigset_t set;
   sigemptyset(&set);
-  for (const int number : {SIGINT, SIGTERM, endSignal}) sigaddset(&set, number);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP, endSignal}) sigaddset(&set, number);
   return set;
 }
 

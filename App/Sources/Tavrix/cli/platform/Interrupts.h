@@ -5,9 +5,9 @@
 
 namespace tavrix::cli {
 
-/// Turns SIGINT and SIGTERM into a request to stop, from the first call of token() on; until then
-/// they end the program as usual. A second one ends it at once with status 130. One object for a
-/// program; token() is to be called before any other thread is started.
+/// Turns SIGINT, SIGTERM and SIGHUP into a request to stop, from the first call of token() on;
+/// until then they end the program as usual. A second one ends it at once with status 130. One
+/// object for a program; token() is to be called before any other thread is started.
 class Interrupts {
  public:
   /// A write to a pipe that nobody reads fails instead of ending the program.

@@ -1,0 +1,66 @@
+// The commands that show and remove what is remembered of the phones' files.
+
+#include "cli/CliSentences.h"
+#include "cli/Commands.h"
+#include "cli/FolderSource.h"
+#include "cli/SourceSentences.h"
+#include "device/MetadataCache.h"
+#include "foundation/Text.h"
+
+namespace tavrix::cli {
+namespace {
+
+std::string requiredStateFolder(const CommandContext& context) {
+  const auto folder = stateFolder(context);
+  if (folder) return *folder;
+  throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::noStateFolder)};
+}
+
+void printLine(const CommandContext& context, const std::string& line) {
+  context.surroundings.out.write(line + '\n');
+}
+
+std::string resetText(Language language, const MetadataCache::Removal& removal) {
+  if (removal.removed == 0) return say(language, sentences::cacheWasEmpty);
+  return say(language, sentences::cacheReset, counted(language, removal.removed, sentences::files));
+}
+
+}  // namespace
+
+ExitStatus showCache(const CommandContext& context) {
+  const std::string folder = requiredStateFolder(context);
+  const std::uint64_t records = MetadataCache::countCachedRecords(folder);
+  if (context.call.json) {
+    JsonWriter json{context.surroundings.out};
+    json.beginObject().field("directory", folder).field("records", records).endObject().finish();
+  } else {
+    printLine(context,
+              say(context.language(), sentences::cacheHolds,
+                  counted(context.language(), records, sentences::entries), printable(folder)));
+  }
+  return ExitStatus::done;
+}
+
+ExitStatus resetCache(const CommandContext& context) {
+  const std::string folder = requiredStateFolder(context);
+  const auto removal = MetadataCache::reset(folder);
+  writeLog(context.log, "metadata cache reset");
+  const Language language = context.language();
+  if (removal.failed > 0) {
+    context.surroundings.err.write("tavrix: " +
+                                   say(language, sentences::cacheNotReset,
+                                       counted(language, removal.failed, sentences::files),
+                                       printable(folder)) +
+                                   '\n');
+  }
+  if (context.call.json) {
+    JsonWriter json{context.surroundings.out};
+    json.beginObject().field("failed", removal.failed).field("removed", removal.removed);
+    json.endObject().finish();
+  } else if (removal.failed == 0 || removal.removed > 0) {
+    printLine(context, resetText(language, removal));
+  }
+  return removal.failed > 0 ? ExitStatus::someFailed : ExitStatus::done;
+}
+
+}  // namespace tavrix::cli

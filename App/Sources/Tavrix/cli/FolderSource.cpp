@@ -1,0 +1,119 @@
+#include "cli/FolderSource.h"
+
+#include <array>
+#include <chrono>
+#include <filesystem>
+
+#include "StateFolder.h"
+#include "cli/Quotes.h"
+#include "cli/ReadingBar.h"
+#include "cli/Source.h"
+#include "cli/SourceSentences.h"
+#include "device/FolderCatalogue.h"
+
+namespace tavrix::cli {
+namespace {
+
+using SourceFolder::Reason;
+using ListSentence = Sentence<std::string, std::string>;
+
+struct ReasonSentence {
+  Reason reason;
+  const ListSentence& sentence;
+};
+constexpr std::array<ReasonSentence, 7> reasonSentences{{
+    {Reason::hidden, sentences::leftOutHidden},
+    {Reason::placeholder, sentences::leftOutPlaceholder},
+    {Reason::link, sentences::leftOutLink},
+    {Reason::special, sentences::leftOutSpecial},
+    {Reason::unreadableFolder, sentences::leftOutUnreadableFolder},
+    {Reason::tooDeep, sentences::leftOutTooDeep},
+    {Reason::vanished, sentences::leftOutVanished},
+}};
+
+/// "a, b, c and others".
+std::string beginningOf(Language language, const std::vector<std::string>& paths) {
+  constexpr std::size_t shown = 3;
+  std::string text;
+  for (std::size_t i = 0; i < std::min(shown, paths.size()); ++i) {
+    text.append(i == 0 ? "" : ", ").append(cli::quoted(paths[i]));
+  }
+  if (paths.size() > shown) text += ' ' + say(language, sentences::andOthers);
+  return text;
+}
+
+void tell(const CommandContext& context, const ListSentence& sentence,
+          const std::vector<std::string>& paths) {
+  if (paths.empty()) return;
+  const Language language = context.language();
+  context.surroundings.err.write(
+      "tavrix: " +
+      say(language, sentence, numberText(language, paths.size()), beginningOf(language, paths)) +
+      '\n');
+}
+
+void tellLeftOut(const CommandContext& context, const FolderCatalogue& catalogue) {
+  for (const auto& [reason, sentence] : reasonSentences) {
+    std::vector<std::string> paths;
+    for (const auto& leftOut : catalogue.leftOut) {
+      if (leftOut.reason == reason) paths.push_back(leftOut.path);
+    }
+    tell(context, sentence, paths);
+  }
+  tell(context, sentences::unreadableFiles, catalogue.unreadable);
+}
+
+FolderCatalogue readCatalogueOf(const CommandContext& context, const std::string& folder) {
+  const Surroundings& surroundings = context.surroundings;
+  MetadataPass::Setup setup{.phoneKey = SourceFolder::phoneKey(folder),
+                            .directory = stateFolder(context),
+                            .now = surroundings.now,
+                            .log = &context.log};
+  std::optional<ReadingBar> bar;
+  if (surroundings.errColumns) {
+    bar.emplace(surroundings.err, *surroundings.errColumns, context.language());
+    setup.progress = [&](const MetadataPass::Progress& progress) {
+      bar->show(progress, std::chrono::steady_clock::now());
+    };
+  }
+  return FolderCatalogue::read(folder, std::move(setup), surroundings.catchInterrupts());
+}
+
+}  // namespace
+
+std::optional<std::string> stateFolder(const CommandContext& context) {
+  const Environment& environment = context.surroundings.environment;
+  return stateFolderPath({.chosen = context.call.stateFolder,
+                          .demo = variable(environment, "DEMO_STATE_DIR"),
+                          .stateHome = variable(environment, "XDG_STATE_HOME"),
+                          .home = variable(environment, "HOME")});
+}
+
+std::optional<std::string> cameraFolder(const CommandContext& context) {
+  const std::string& source = context.call.source();
+  std::error_code error;
+  const auto snapshot = std::filesystem::symlink_status(pathIn(source, "snapshot.json"), error);
+  if (std::filesystem::exists(snapshot)) return std::nullopt;
+  try {
+    return SourceFolder::catalogueFolder(source);
+  } catch (const FileError&) {
+    // That it is missing or locked is told where the snapshot is looked for.
+    return std::nullopt;
+  }
+}
+
+std::vector<SnapshotItem> readFolder(const CommandContext& context, const std::string& folder) {
+  FolderCatalogue catalogue = readCatalogueOf(context, folder);
+  if (!catalogue.isComplete) {
+    throw CommandFailure{
+        ExitStatus::cancelled,
+        say(context.language(),
+            catalogue.isKept ? sentences::readingStopped : sentences::readingStoppedUnkept)};
+  }
+  tellLeftOut(context, catalogue);
+  writeLog(context.log, "folder read: items={}, left out={}, source={}", catalogue.items.size(),
+           catalogue.leftOut.size(), PrivateField{folder});
+  return std::move(catalogue.items);
+}
+
+}  // namespace tavrix::cli

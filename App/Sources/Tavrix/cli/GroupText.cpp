@@ -1,0 +1,71 @@
+// What TextPrinter tells of home and of merged folders.
+
+#include "cli/GroupText.h"
+
+#include <algorithm>
+
+#include "cli/GroupSentences.h"
+#include "cli/Measures.h"
+#include "cli/TextPrinter.h"
+
+namespace tavrix::cli {
+namespace {
+
+bool isEventOrTrip(const MediaGroup& group) {
+  return group.id.starts_with("event-") || group.id.starts_with("trip-");
+}
+
+std::string candidateText(Language language, const HomeCandidate& candidate) {
+  const auto number = [&](std::int64_t count) {
+    return numberText(language, static_cast<std::uint64_t>(count));
+  };
+  return say(language, sentences::homeCandidate, pointText(candidate.center),
+             number(candidate.totalDays), number(candidate.recentDays));
+}
+
+}  // namespace
+
+std::string mergedNote(Language language, const MediaGroup& group) {
+  if (group.children.empty()) return {};
+  const auto count = group.children.size();
+  const std::string number = numberText(language, count);
+  if (std::all_of(group.children.begin(), group.children.end(), isEventOrTrip)) {
+    return say(language, sentences::eventsInside, number);
+  }
+  return say(language, sentences::mergedFrom, number,
+             nounFor(language, count, sentences::foldersMerged));
+}
+
+GroupIndex::GroupIndex(const Library& library) {
+  for (const FolderNaming::Row& row : library.rows) {
+    entries_[row.group.id] = {&row.group, &row.name};
+    for (const MediaGroup& child : row.group.children) entries_[child.id] = {&child, &row.name};
+  }
+}
+
+void TextPrinter::home(const Library& library) {
+  if (!library.home || library.filteredBundles.empty()) return;
+  const auto text = [&](const HomeCandidate& each) { return candidateText(language_, each); };
+  const auto& [point, isManual, rivals, recentSpanDays] = *library.home;
+  line("");
+  if (!point) return line(say(language_, sentences::homeMissing));
+  if (isManual) {
+    line(say(language_, sentences::homeManual, pointText(*point)));
+    if (library.homeCandidates.empty()) return;
+    return line(say(language_, sentences::homeAutomatic, text(library.homeCandidates.front())));
+  }
+  line(say(language_, sentences::homeFound, text(library.homeCandidates.front())));
+  line(recentSpanDays > 0
+           ? say(language_, sentences::homeRecentSpan,
+                 count(static_cast<std::uint64_t>(recentSpanDays), sentences::daysOfStay))
+           : say(language_, sentences::homeAllDays));
+  if (rivals.empty()) return;
+  line(say(language_, sentences::homeAmbiguous));
+  line("  " + text(library.homeCandidates.front()));
+  for (const HomeCandidate& rival : rivals) line("  " + text(rival));
+  const GeoPoint& other = rivals.front().center;
+  line(say(language_, sentences::homeHint,
+           fmt::format("{:.2f},{:.2f}", other.latitude, other.longitude)));
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,117 @@
+#include "cli/Measures.h"
+
+#include <array>
+#include <cmath>
+
+namespace tavrix::cli {
+namespace {
+
+struct TimeUnit {
+  std::int64_t milliseconds;
+  std::string_view russian;
+  std::string_view english;
+};
+
+constexpr std::array<TimeUnit, 5> timeUnits{{{86'400'000, "д", "d"},
+                                             {3'600'000, "ч", "h"},
+                                             {60'000, "мин", "min"},
+                                             {1'000, "с", "s"},
+                                             {1, "мс", "ms"}}};
+constexpr std::size_t days = 0;
+constexpr std::size_t hours = 1;
+constexpr std::size_t minutes = 2;
+constexpr std::int64_t longestInHours = 100;
+
+constexpr int mostDecimals = 9;
+/// Up to here a double is a whole number that its text shows digit by digit.
+constexpr double largestPlain = 1e15;
+
+/// A number written by fmt as a language writes it.
+std::string localised(Language language, const std::string& number) {
+  const auto point = number.find('.');
+  const std::string whole = number.substr(0, point);
+  if (number.find('e') != std::string::npos || whole.size() > 15) return number;
+  std::string text = numberText(language, std::stoull(whole));
+  if (point == std::string::npos) return text;
+  return text + (language == Language::russian ? "," : ".") + number.substr(point + 1);
+}
+
+std::string withUnit(Language language, const std::string& number, std::string_view russian,
+                     std::string_view english) {
+  return fmt::format("{}\u00A0{}", localised(language, number),
+                     language == Language::russian ? russian : english);
+}
+
+/// A setting as it was given.
+std::string plain(double number) {
+  const bool isWhole = number < largestPlain && number == std::floor(number);
+  return isWhole ? fmt::format("{:.0f}", number) : fmt::format("{}", number);
+}
+
+/// With the fewest decimals that leave it on its side of a limit.
+std::string roundedApart(double value, double limit) {
+  for (int decimals = 0; decimals < mostDecimals; ++decimals) {
+    const std::string text = fmt::format("{:.{}f}", value, decimals);
+    const double rounded = std::stod(text);
+    if ((rounded < limit) == (value < limit) && (rounded > limit) == (value > limit)) return text;
+  }
+  return fmt::format("{}", value);
+}
+
+std::string timeText(Language language, std::int64_t milliseconds, std::size_t firstUnit) {
+  std::string text;
+  for (std::size_t unit = firstUnit; unit < timeUnits.size(); ++unit) {
+    const auto& [length, russian, english] = timeUnits[unit];
+    const std::int64_t count = milliseconds / length;
+    milliseconds %= length;
+    if (count == 0) continue;
+    if (!text.empty()) text += ' ';
+    text += withUnit(language, std::to_string(count), russian, english);
+  }
+  return text.empty() ? withUnit(language, "0", timeUnits[minutes].russian, "min") : text;
+}
+
+std::string hoursText(Language language, double count) {
+  const double milliseconds = count * static_cast<double>(timeUnits[hours].milliseconds);
+  if (milliseconds >= largestPlain || milliseconds != std::floor(milliseconds)) {
+    return withUnit(language, plain(count), timeUnits[hours].russian, timeUnits[hours].english);
+  }
+  return timeText(language, static_cast<std::int64_t>(milliseconds), hours);
+}
+
+/// Two units of a time, or as many more as show that it is longer than a number of hours.
+std::string timeApart(Language language, std::int64_t milliseconds, double limitHours) {
+  const bool isLong = milliseconds >= longestInHours * timeUnits[hours].milliseconds;
+  const std::size_t first = isLong ? days : hours;
+  std::size_t last = first + 1;
+  const auto cutAt = [&](std::size_t unit) {
+    return milliseconds - milliseconds % timeUnits[unit].milliseconds;
+  };
+  const auto isLonger = [&](std::int64_t time) {
+    return static_cast<double>(time) >
+           limitHours * static_cast<double>(timeUnits[hours].milliseconds);
+  };
+  while (last + 1 < timeUnits.size() && !isLonger(cutAt(last))) ++last;
+  return timeText(language, cutAt(last), first);
+}
+
+}  // namespace
+
+Compared comparedDistances(Language language, double km, double limitKm) {
+  return {withUnit(language, roundedApart(km, limitKm), "км", "km"),
+          withUnit(language, plain(limitKm), "км", "km")};
+}
+
+Compared comparedPauses(Language language, Instant::duration gap, double limitHours) {
+  return {timeApart(language, gap.count(), limitHours), hoursText(language, limitHours)};
+}
+
+std::string distanceText(Language language, double km) {
+  return withUnit(language, fmt::format("{:.0f}", km), "км", "km");
+}
+
+std::string pointText(const GeoPoint& point) {
+  return fmt::format("{:.2f}, {:.2f}", point.latitude, point.longitude);
+}
+
+}  // namespace tavrix::cli

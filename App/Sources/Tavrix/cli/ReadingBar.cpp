@@ -1,0 +1,60 @@
+#include "cli/ReadingBar.h"
+
+#include <cmath>
+
+#include "cli/CliSentences.h"
+#include "cli/ProgressBar.h"
+#include "cli/SourceSentences.h"
+#include "cli/Table.h"
+
+namespace tavrix::cli {
+namespace {
+
+constexpr std::chrono::milliseconds drawInterval{100};
+constexpr std::string_view clearLine = "\r\x1b[K";
+/// Before that a speed says nothing.
+constexpr std::chrono::duration<double> measureTime{1};
+
+}  // namespace
+
+ReadingBar::~ReadingBar() {
+  if (!isShown_) return;
+  try {
+    terminal_.write(clearLine);
+  } catch (const std::exception&) {
+    // A terminal that is gone needs no clearing.
+    isShown_ = false;
+  }
+}
+
+std::string ReadingBar::text(const MetadataPass::Progress& progress,
+                             std::chrono::duration<double> elapsed) const {
+  std::string line = barText(progress.done(), progress.total) + " ";
+  line += say(language_, sentences::readingCounts, numberText(language_, progress.done()),
+              counted(language_, progress.total, sentences::filesOfTotal));
+  if (elapsed >= measureTime && progress.read > 0) {
+    const double speed = static_cast<double>(progress.read) / elapsed.count();
+    const auto left = static_cast<double>(progress.total - progress.done()) / speed;
+    line += " · " + say(language_, sentences::readingSpeed,
+                        counted(language_, static_cast<std::uint64_t>(std::round(speed)),
+                                sentences::files));
+    line += " · " + say(language_, sentences::progressLeft,
+                        durationText(std::chrono::seconds{std::llround(std::ceil(left))}));
+  }
+  if (progress.hits > 0) {
+    line += " · " + say(language_, sentences::readingHits, numberText(language_, progress.hits));
+  }
+  return shortened(line, columns_);
+}
+
+void ReadingBar::show(const MetadataPass::Progress& progress,
+                      std::chrono::steady_clock::time_point now) {
+  if (progress.hits == progress.total) return;
+  if (!begunAt_) begunAt_ = now;
+  if (drawnAt_ && now - *drawnAt_ < drawInterval) return;
+  drawnAt_ = now;
+  isShown_ = true;
+  terminal_.write(std::string{clearLine} + text(progress, now - *begunAt_));
+}
+
+}  // namespace tavrix::cli

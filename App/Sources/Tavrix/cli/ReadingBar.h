@@ -1,0 +1,38 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "device/MetadataPass.h"
+#include "foundation/Sentence.h"
+#include "foundation/json/JsonWriter.h"
+
+namespace tavrix::cli {
+
+/// One line of a terminal that tells how far the reading of a catalogue is, drawn again about ten
+/// times a second.
+class ReadingBar {
+ public:
+  ReadingBar(TextSink& terminal, int columns, Language language)
+      : terminal_(terminal), columns_(columns), language_(language) {}
+  ReadingBar(const ReadingBar&) = delete;
+  ReadingBar& operator=(const ReadingBar&) = delete;
+  ~ReadingBar();
+
+  /// `now` never goes back. A reading that has nothing to do shows nothing.
+  void show(const MetadataPass::Progress& progress, std::chrono::steady_clock::time_point now);
+  /// The line's text without the terminal's control characters, `elapsed` after the first file.
+  std::string text(const MetadataPass::Progress& progress,
+                   std::chrono::duration<double> elapsed) const;
+
+ private:
+  TextSink& terminal_;
+  int columns_;
+  Language language_;
+  bool isShown_ = false;
+  std::optional<std::chrono::steady_clock::time_point> begunAt_;
+  std::optional<std::chrono::steady_clock::time_point> drawnAt_;
+};
+
+}  // namespace tavrix::cli

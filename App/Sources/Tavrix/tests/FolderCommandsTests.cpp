@@ -1,0 +1,228 @@
+#include <fmt/format.h>
+
+#include "StateFolder.h"
+#include "cli/ReadingBar.h"
+#include "device/tests/support/MediaBytes.h"
+#include "tests/CommandTester.h"
+
+namespace tavrix::cli {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+std::string still(const std::string& date) {
+  using namespace testbytes;
+  Exif exif = capture(date, "+00:00");
+  exif.gps = position("N", {41, 1, 54, 1, 0, 1}, "E", {12, 1, 30, 1, 0, 1});
+  return jpeg(exifSegment(exif) + frame(4032, 3024));
+}
+
+/// A card: a shot with its sidecar, a film of the next day, a picture without a date.
+struct FolderCommandsTest : testing::Test {
+  FolderCommandsTest() {
+    tester.folder.write("phone/DCIM/100APPLE/IMG_0001.JPG", still("2026:05:20 12:00:00"));
+    tester.folder.write("phone/DCIM/100APPLE/IMG_0001.AAE", "edit");
+    tester.folder.write(
+        "phone/DCIM/101APPLE/IMG_0001.MOV",
+        testbytes::film(
+            {.width = 1920, .height = 1080, .creationDate = "2026-05-21T23:30:00+0000"}));
+    tester.folder.write("phone/DCIM/101APPLE/IMG_0002.PNG", testbytes::png(1136, 640, ""));
+    setDate("phone/DCIM/101APPLE/IMG_0002.PNG");
+    tester.environment["DEMO_STATE_DIR"] = tester.folder / "state";
+  }
+
+  /// 2026-05-23T10:00:00Z.
+  void setDate(const std::string& name) const {
+    const std::filesystem::file_time_type time{std::chrono::file_clock::from_sys(
+        std::chrono::sys_seconds{std::chrono::seconds{1779530400}})};
+    std::filesystem::last_write_time(tester.folder / name, time);
+  }
+  CommandResult run(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.end(), {"--lang", "en"});
+    return tester.run(std::move(arguments));
+  }
+
+  CommandTester tester;
+};
+
+TEST_F(FolderCommandsTest, catalogue_tellsWhatTheFilesTell) {
+  const auto result = run({"catalog", "phone", "--json"});
+  EXPECT_EQ(result.status, ExitStatus::done);
+  EXPECT_EQ(result.err, "");
+  const JsonValue catalogue = result.json();
+  std::vector<std::string> lines;
+  for (const JsonValue& file : *catalogue.asArray()) {
+    const JsonValue* const date = file.member("captureDate");
+    lines.push_back(*file.member("id")->asString() + " " +
+                    (file.member("name")->asString()->ends_with("AAE") ? "" : *date->asString()));
+  }
+  EXPECT_THAT(lines,
+              ElementsAre("100APPLE/IMG_0001.AAE ", "100APPLE/IMG_0001.JPG 2026-05-20T12:00:00Z",
+                          "101APPLE/IMG_0001.MOV 2026-05-21T23:30:00Z",
+                          "101APPLE/IMG_0002.PNG 2026-05-23T10:00:00Z"));
+  EXPECT_NEAR(*(*catalogue.asArray())[1].member("location")->member("latitude")->asNumber(), 41.9,
+              1e-9);
+}
+
+TEST_F(FolderCommandsTest, snapshotOfAFolder_readsBackAsTheSameAssets) {
+  tester.folder.write("phone/DCIM/100APPLE/\xFF.JPG", "no picture");
+  tester.folder.write("phone/DCIM/100APPLE/\x80.JPG", "no picture either");
+  const auto before = run({"catalog", "phone", "--json"});
+  const auto written = run({"snapshot", "phone", "other"});
+  EXPECT_EQ(written.status, ExitStatus::done);
+  const auto after = run({"catalog", "other", "--json"});
+  EXPECT_EQ(after.out, before.out);
+  EXPECT_EQ(before.json().asArray()->size(), 6U);
+  tester.environment["SNAPSHOT_OUT"] = tester.folder / "recorded";
+  run({"groups", "phone"});
+  EXPECT_EQ(tester.folder.read("recorded/snapshot.json"),
+            tester.folder.read("other/snapshot.json"));
+}
+
+TEST_F(FolderCommandsTest, transfer_copiesEveryFileAndThenHasNothingToDo) {
+  tester.folder.write("phone/DCIM/101APPLE/\xFF.PNG", testbytes::png(10, 10, ""));
+  setDate("phone/DCIM/101APPLE/\xFF.PNG");
+  const std::vector<std::string> call{"transfer", "phone", "photos", "--set", "uiMode=byDate"};
+  EXPECT_EQ(run(call).status, ExitStatus::done);
+  std::map<std::string, std::string> copies;
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator{tester.folder / "photos"}) {
+    const std::string name = entry.path().filename().string();
+    if (entry.is_regular_file() && !name.starts_with("phone-")) {
+      std::ifstream file{entry.path(), std::ios::binary};
+      copies[name] = std::string{std::istreambuf_iterator<char>{file}, {}};
+    }
+  }
+  EXPECT_EQ(copies.size(), 5U);
+  EXPECT_EQ(copies["IMG_0001.JPG"], tester.folder.read("phone/DCIM/100APPLE/IMG_0001.JPG"));
+  EXPECT_EQ(copies["IMG_0001.MOV"], tester.folder.read("phone/DCIM/101APPLE/IMG_0001.MOV"));
+  EXPECT_EQ(copies["\xEF\xBF\xBD.PNG"], testbytes::png(10, 10, ""));
+  EXPECT_THAT(run(call).out, HasSubstr("nothing to do"));
+}
+
+TEST_F(FolderCommandsTest, foldersOfTwoPhones_neverTakeEachOthersFiles) {
+  tester.folder.write("other/DCIM/100APPLE/IMG_0001.JPG", still("2026:05:20 13:00:00") + "other");
+  run({"transfer", "phone", "photos"});
+  EXPECT_EQ(run({"transfer", "other", "photos"}).status, ExitStatus::done);
+  std::size_t copies = 0;
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator{tester.folder / "photos"}) {
+    const std::string name = entry.path().filename().string();
+    if (name.starts_with("IMG_0001") && name.ends_with(".JPG")) ++copies;
+  }
+  EXPECT_EQ(copies, 2U);
+  // Nor twice its own.
+  EXPECT_THAT(run({"transfer", "other", "photos"}).out, HasSubstr("nothing to do"));
+  EXPECT_THAT(run({"transfer", "phone", "photos"}).out, HasSubstr("nothing to do"));
+}
+
+TEST_F(FolderCommandsTest, secondLook_readsNothing) {
+  EXPECT_THAT(run({"catalog", "phone", "--verbose"}).err,
+              HasSubstr("metadata: cache hits 0, fetching 4\n"));
+  EXPECT_THAT(run({"groups", "phone", "--verbose"}).err,
+              HasSubstr("metadata: cache hits 4, fetching 0\n"));
+  EXPECT_THAT(run({"cache"}).out, HasSubstr("holds 4 entries"));
+  EXPECT_EQ(run({"cache", "--json"}).json().member("records")->asNumber(), 4);
+  EXPECT_EQ(run({"cache", "reset"}).out, "The cache is reset, removed: 1 file.\n");
+  EXPECT_EQ(run({"cache", "reset"}).out, "The cache is empty already.\n");
+  EXPECT_THAT(run({"catalog", "phone", "--verbose"}).err, HasSubstr("fetching 4\n"));
+}
+
+TEST_F(FolderCommandsTest, interrupt_keepsWhatWasRead) {
+  tester.isInterrupted = true;
+  const auto result = run({"catalog", "phone"});
+  EXPECT_EQ(result.status, ExitStatus::cancelled);
+  EXPECT_EQ(result.out, "");
+  EXPECT_THAT(result.err, HasSubstr("Reading was stopped."));
+}
+
+TEST_F(FolderCommandsTest, whatIsLeftOut_isToldOnStandardError) {
+  for (int i = 0; i < 5; ++i) {
+    tester.folder.write(fmt::format("phone/DCIM/100APPLE/._IMG_{}.JPG", i), "x");
+  }
+  tester.folder.write("phone/DCIM/100APPLE/.IMG_9.HEIC.icloud", "x");
+  std::filesystem::create_symlink("/", tester.folder / "phone/DCIM/loop");
+  const auto result = tester.run({"catalog", "phone"});
+  EXPECT_EQ(result.err,
+            "tavrix: Скрытые файлы и папки не вошли (5): 100APPLE/._IMG_0.JPG, "
+            "100APPLE/._IMG_1.JPG, 100APPLE/._IMG_2.JPG и другие.\n"
+            "tavrix: Не вошли файлы, которые есть только в облаке (1): "
+            "100APPLE/.IMG_9.HEIC.icloud; скачайте их и повторите.\n"
+            "tavrix: Не вошли ссылки (1): loop; если нужно, положите на их место сами файлы.\n");
+}
+
+TEST_F(FolderCommandsTest, placesThatHoldEachOther_areRefused) {
+  const std::string card = tester.folder / "phone";
+  for (const std::string& destination :
+       {card, card + "/out", card + "/DCIM/100APPLE", tester.folder.path()}) {
+    for (const char* const command : {"transfer", "plan"}) {
+      EXPECT_EQ(run({command, "phone", destination}).status, ExitStatus::usage) << destination;
+    }
+  }
+  for (const std::string& folder : {card, card + "/out", card + "/DCIM/100APPLE"}) {
+    EXPECT_EQ(run({"snapshot", "phone", folder}).status, ExitStatus::usage) << folder;
+  }
+  EXPECT_FALSE(tester.folder.has("phone/out"));
+  EXPECT_FALSE(tester.folder.has("phone/snapshot.json"));
+  EXPECT_EQ(run({"snapshot", "phone", tester.folder.path()}).status, ExitStatus::done);
+}
+
+TEST_F(FolderCommandsTest, folderThatIsNoSource_isSaidWithTheRemedy) {
+  tester.folder.write("other/Wedding/a.JPG", "x");
+  for (const std::string& folder : {tester.folder / "other", tester.folder / "missing"}) {
+    const auto result = run({"catalog", folder});
+    EXPECT_EQ(result.status, ExitStatus::stopped);
+    EXPECT_THAT(result.err, HasSubstr("DCIM"));
+  }
+}
+
+TEST_F(FolderCommandsTest, withoutStateFolder_everythingWorksButTheCache) {
+  tester.environment.erase("DEMO_STATE_DIR");
+  tester.environment["XDG_STATE_HOME"] = "";
+  EXPECT_EQ(run({"catalog", "phone"}).status, ExitStatus::done);
+  EXPECT_THAT(run({"catalog", "phone", "--verbose"}).err, HasSubstr("fetching 4\n"));
+  EXPECT_EQ(run({"cache"}).status, ExitStatus::usage);
+  run({"catalog", "phone", "--state", tester.folder / "a/b"});
+  EXPECT_THAT(run({"cache", "--state", tester.folder / "a/b"}).out, HasSubstr("4 entries"));
+}
+
+TEST_F(FolderCommandsTest, readingBar_showsCountsSpeedAndHits) {
+  StringSink terminal;
+  const std::chrono::steady_clock::time_point start{};
+  {
+    ReadingBar bar{terminal, 100, Language::russian};
+    EXPECT_THAT(
+        bar.text({50'000, 12'000, 1'400}, std::chrono::seconds{4}),
+        EndsWith("Чтение: 13\u00A0400 / 50\u00A0000 файлов · 350 файлов/с · осталось 1:45 · "
+                 "из кэша: 12\u00A0000"));
+    EXPECT_THAT(bar.text({1, 0, 0}, {}), EndsWith("Чтение: 0 / 1 файлов"));
+    bar.show({10, 10, 0}, start);
+    EXPECT_THAT(terminal.text(), IsEmpty());
+    bar.show({10, 0, 1}, start);
+    const std::string once = terminal.text();
+    bar.show({10, 0, 2}, start + std::chrono::milliseconds{50});
+    EXPECT_EQ(terminal.text(), once);
+    EXPECT_THAT(once, Not(IsEmpty()));
+  }
+  EXPECT_THAT(terminal.text(), EndsWith("\r\x1b[K"));
+}
+
+TEST(StateFolder, firstThatIsNamed_counts) {
+  StateFolderChoice choice{"a", "b", "/c", "/d"};
+  EXPECT_EQ(stateFolderPath(choice), "a");
+  choice.chosen.reset();
+  EXPECT_EQ(stateFolderPath(choice), "b");
+  choice.demo.reset();
+  EXPECT_EQ(stateFolderPath(choice), "/c/Tavrix/state");
+  choice.stateHome = "relative";
+  EXPECT_EQ(stateFolderPath(choice), "/d/.local/state/Tavrix/state");
+  choice.home.reset();
+  EXPECT_EQ(stateFolderPath(choice), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tavrix::cli

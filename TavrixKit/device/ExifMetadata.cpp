@@ -1,0 +1,107 @@
+#include "device/ExifMetadata.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tavrix {
+namespace {
+
+using Directory = TiffBlock::Directory;
+
+namespace tag {
+constexpr std::uint16_t exifDirectory = 0x8769;
+constexpr std::uint16_t gpsDirectory = 0x8825;
+constexpr std::uint16_t dateTimeOriginal = 0x9003;
+constexpr std::uint16_t dateTimeDigitized = 0x9004;
+constexpr std::uint16_t offsetTimeOriginal = 0x9011;
+constexpr std::uint16_t offsetTimeDigitized = 0x9012;
+constexpr std::uint16_t gpsLatitudeRef = 1;
+constexpr std::uint16_t gpsLatitude = 2;
+constexpr std::uint16_t gpsLongitudeRef = 3;
+constexpr std::uint16_t gpsLongitude = 4;
+}  // namespace tag
+
+/// Exposure time, f-number, sensitivity, focal length, lens specification, maker and model.
+constexpr std::array<std::uint16_t, 7> captureTags{0x829A, 0x829D, 0x8827, 0x920A,
+                                                   0xA432, 0xA433, 0xA434};
+
+std::optional<std::string> textOf(const TiffBlock& block, const Directory& directory,
+                                  std::uint16_t tag) {
+  const TiffBlock::Field* const field = TiffBlock::find(directory, tag);
+  return field == nullptr ? std::nullopt : block.text(*field);
+}
+
+Directory subdirectory(const TiffBlock& block, const Directory& parent, std::uint16_t tag) {
+  const TiffBlock::Field* const field = TiffBlock::find(parent, tag);
+  const auto offset = field == nullptr ? std::nullopt : block.number(*field);
+  return offset ? block.directory(*offset) : Directory{};
+}
+
+/// A date that the calendar has, without what follows it.
+std::optional<std::string> dateOf(const TiffBlock& block, const Directory& directory,
+                                  std::uint16_t tag) {
+  constexpr std::size_t length = 19;
+  auto date = textOf(block, directory, tag);
+  if (!date || date->size() < length) return std::nullopt;
+  date->resize(length);
+  return instantOfExif(*date, std::nullopt, TimeZone::utc()) ? date : std::nullopt;
+}
+
+std::optional<std::string> offsetOf(const TiffBlock& block, const Directory& directory,
+                                    std::uint16_t tag) {
+  auto offset = textOf(block, directory, tag);
+  if (!offset) return std::nullopt;
+  offset->resize(offset->find_last_not_of(' ') + 1);
+  return isExifOffset(*offset) ? offset : std::nullopt;
+}
+
+void readDate(const TiffBlock& block, const Directory& directory, MediaMetadata& metadata) {
+  struct Pair {
+    std::uint16_t date;
+    std::uint16_t offset;
+  };
+  for (const Pair& pair : {Pair{tag::dateTimeOriginal, tag::offsetTimeOriginal},
+                           Pair{tag::dateTimeDigitized, tag::offsetTimeDigitized}}) {
+    if (metadata.exifDate) return;
+    metadata.exifDate = dateOf(block, directory, pair.date);
+    if (metadata.exifDate) metadata.exifOffset = offsetOf(block, directory, pair.offset);
+  }
+}
+
+/// Degrees, minutes and seconds as three fractions, and the side of the globe.
+std::optional<double> degreesOf(const TiffBlock& block, const Directory& gps, std::uint16_t tag,
+                                std::uint16_t sideTag, std::string_view sides) {
+  const TiffBlock::Field* const field = TiffBlock::find(gps, tag);
+  const auto side = textOf(block, gps, sideTag);
+  if (field == nullptr || !side || side->empty()) return std::nullopt;
+  const auto found = sides.find(side->front());
+  const auto degrees = block.rational(*field, 0);
+  if (found == std::string_view::npos || !degrees) return std::nullopt;
+  const double minutes = block.rational(*field, 1).value_or(0);
+  const double seconds = block.rational(*field, 2).value_or(0);
+  const double value = *degrees + minutes / 60 + seconds / 3600;
+  return found == 1 ? -value : value;
+}
+
+void readPosition(const TiffBlock& block, const Directory& gps, MediaMetadata& metadata) {
+  const auto lat = degreesOf(block, gps, tag::gpsLatitude, tag::gpsLatitudeRef, "NS");
+  const auto lon = degreesOf(block, gps, tag::gpsLongitude, tag::gpsLongitudeRef, "EW");
+  if (lat && lon) metadata.setPosition(*lat, *lon);
+}
+
+}  // namespace
+
+void readExif(const TiffBlock& block, MediaMetadata& metadata) {
+  const Directory main = block.directory(block.firstDirectory());
+  const Directory exif = subdirectory(block, main, tag::exifDirectory);
+  readDate(block, exif, metadata);
+  // Raw pictures may keep them in their first directory (TIFF/EP, ISO 12234-2).
+  readDate(block, main, metadata);
+  readPosition(block, subdirectory(block, main, tag::gpsDirectory), metadata);
+  const auto tells = [&](std::uint16_t tag) {
+    return TiffBlock::find(exif, tag) != nullptr || TiffBlock::find(main, tag) != nullptr;
+  };
+  metadata.cam = std::any_of(captureTags.begin(), captureTags.end(), tells);
+}
+
+}  // namespace tavrix

@@ -1,0 +1,37 @@
+#include "device/FileBytes.h"
+
+#include <algorithm>
+
+namespace tavrix {
+
+const FileBytes::Range* FileBytes::fetched(std::uint64_t offset, std::size_t count) const {
+  for (const Range& range : ranges_) {
+    if (offset >= range.offset && offset - range.offset <= range.bytes.size() &&
+        range.bytes.size() - (offset - range.offset) >= count) {
+      return &range;
+    }
+  }
+  return nullptr;
+}
+
+const FileBytes::Range* FileBytes::fetch(std::uint64_t offset, std::size_t count) {
+  const std::uint64_t wanted = std::min<std::uint64_t>(std::max(count, rangeBytes), size_ - offset);
+  if (ranges_.size() >= maxRanges || wanted > maxBytes - bytesFetched_) return nullptr;
+  Range range{offset, std::string(wanted, '\0')};
+  range.bytes.resize(file_.read(offset, range.bytes));
+  bytesFetched_ += wanted;
+  // A file that became shorter meanwhile.
+  const bool isEnough = range.bytes.size() >= count;
+  ranges_.push_back(std::move(range));
+  return isEnough ? &ranges_.back() : nullptr;
+}
+
+std::optional<std::string_view> FileBytes::at(std::uint64_t offset, std::size_t count) {
+  if (offset > size_ || count > size_ - offset) return std::nullopt;
+  const Range* range = fetched(offset, count);
+  if (range == nullptr) range = fetch(offset, count);
+  if (range == nullptr) return std::nullopt;
+  return std::string_view{range->bytes}.substr(offset - range->offset, count);
+}
+
+}  // namespace tavrix

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <stop_token>
+#include <string>
+#include <vector>
+
+#include "device/MetadataPass.h"
+#include "device/SourceFolder.h"
+#include "media/SnapshotItem.h"
+
+namespace tavrix {
+
+/// The catalogue of a folder that stands for a phone.
+struct FolderCatalogue {
+  std::vector<SnapshotItem> items;  ///< in the order of the listing
+  std::vector<SourceFolder::LeftOut> leftOut;
+  /// Files of the catalogue whose content cannot be read, by their path.
+  std::vector<std::string> unreadable;
+  MetadataPass::Progress progress;
+  bool isComplete = true;  ///< false when reading was stopped: the rest has no metadata
+  bool isKept = true;      ///< all that was read lies in the cache
+
+  /// Lists a folder (one that SourceFolder::catalogueFolder gave) and reads the metadata of its
+  /// files, as far as the cache does not hold them. Throws FileError when the folder cannot be
+  /// listed.
+  static FolderCatalogue read(const std::string& folder, MetadataPass::Setup setup,
+                              const std::stop_token& stop = {});
+};
+
+}  // namespace tavrix

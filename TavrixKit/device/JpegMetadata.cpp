@@ -1,0 +1,79 @@
+#include "device/Bytes.h"
+#include "device/Containers.h"
+#include "device/ExifMetadata.h"
+
+namespace tavrix {
+namespace {
+
+constexpr int maxSegments = 256;
+constexpr unsigned startOfScan = 0xDA;
+constexpr unsigned endOfImage = 0xD9;
+constexpr unsigned exifSegment = 0xE1;
+constexpr std::string_view exifMark{"Exif\0", 5};
+/// The mark, and one byte more that is to be 0.
+constexpr std::size_t exifMarkBytes = 6;
+
+/// Start of frame, whatever the coding; DHT, JPG and DAC have numbers between.
+bool isFrame(unsigned marker) {
+  return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+}
+
+/// Markers without a segment behind them.
+bool standsAlone(unsigned marker) { return marker == 1 || (marker >= 0xD0 && marker <= 0xD8); }
+
+struct Segment {
+  unsigned marker = 0;
+  std::uint64_t begin = 0;  ///< of its content
+  std::uint64_t length = 0;
+};
+
+/// The segment that begins at an offset; nothing where none does.
+std::optional<Segment> segmentAt(FileBytes& file, std::uint64_t offset) {
+  constexpr int maxFill = 1024;
+  for (int fill = 0; fill < maxFill; ++fill, ++offset) {
+    const auto mark = file.at(offset, 2);
+    if (!mark || mark->front() != '\xFF') return std::nullopt;
+    if (mark->back() == '\xFF') continue;
+    const auto marker = static_cast<unsigned char>(mark->back());
+    if (standsAlone(marker)) return Segment{marker, offset + 2, 0};
+    const auto length = file.at(offset + 2, 2);
+    if (!length || bigEndian(*length) < 2) return std::nullopt;
+    return Segment{marker, offset + 4, bigEndian(*length) - 2};
+  }
+  return std::nullopt;
+}
+
+bool isExif(FileBytes& file, const Segment& segment) {
+  return segment.marker == exifSegment && segment.length > exifMarkBytes &&
+         file.at(segment.begin, exifMark.size()) == exifMark;
+}
+
+}  // namespace
+
+MediaMetadata readJpeg(FileBytes& file) {
+  MediaMetadata metadata;
+  metadata.cam = false;
+  bool hasExif = false;
+  std::uint64_t offset = 2;
+  for (int i = 0; i < maxSegments; ++i) {
+    const auto segment = segmentAt(file, offset);
+    if (!segment || segment->marker == startOfScan || segment->marker == endOfImage) break;
+    if (isFrame(segment->marker)) {
+      // One byte of precision, then height and width.
+      if (const auto size = file.at(segment->begin + 1, 4)) {
+        metadata.setPixels(bigEndian(size->substr(2)), bigEndian(size->substr(0, 2)));
+      }
+      break;
+    }
+    if (!hasExif && isExif(file, *segment)) {
+      hasExif = true;
+      const auto block =
+          TiffBlock::open(file, segment->begin + exifMarkBytes, segment->length - exifMarkBytes);
+      if (block) readExif(*block, metadata);
+    }
+    offset = segment->begin + segment->length;
+  }
+  return metadata;
+}
+
+}  // namespace tavrix

@@ -1,0 +1,20 @@
+#include "device/MediaMetadata.h"
+
+namespace tavrix {
+
+MediaMetadata metadataOf(const SnapshotItem& item) {
+  return {item.exifDate, item.exifOffset, item.lat, item.lon, item.px, item.py, item.cam};
+}
+
+SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata) {
+  item.exifDate = metadata.exifDate;
+  item.exifOffset = metadata.exifOffset;
+  item.lat = metadata.lat;
+  item.lon = metadata.lon;
+  item.px = metadata.px;
+  item.py = metadata.py;
+  item.cam = metadata.cam;
+  return item;
+}
+
+}  // namespace tavrix

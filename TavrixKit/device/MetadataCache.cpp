@@ -1,0 +1,218 @@
+#include "device/MetadataCache.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <vector>
+
+#include "foundation/files/AtomicFile.h"
+#include "foundation/files/FileError.h"
+#include "foundation/files/FileReader.h"
+#include "media/Snapshot.h"
+#include "naming/FolderName.h"
+
+namespace tavrix {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view filePrefix = "metadata-";
+constexpr std::string_view linesSuffix = ".jsonl";
+constexpr std::string_view legacySuffix = ".json";
+constexpr std::uint64_t maxLegacyBytes = std::uint64_t{1} << 29U;
+
+std::string fileName(const std::string& phoneKey, std::string_view suffix) {
+  return fmt::format("{}{}{}", filePrefix, phoneKey, suffix);
+}
+
+std::string pathOf(const std::string& directory, const std::string& name) {
+  return (fs::path{directory} / name).string();
+}
+
+/// Shortest digits that give the number back, never without a point or an exponent: "0.0",
+/// "1779364800.5", "1e+16".
+std::string shortestText(double number) {
+  const double size = std::abs(number);
+  const bool isPlain = size == 0 || (size >= 1e-4 && size < 0x1p54);
+  std::string text = fmt::format("{}", number);
+  if (isPlain && text.find('e') != std::string::npos) text = fmt::format("{:.0f}", number);
+  return text.find_first_of(".e") == std::string::npos ? text + ".0" : text;
+}
+
+void add(MetadataCache::Records& records, SnapshotItem&& item) {
+  if (MetadataCache::isIncomplete(item)) return;
+  std::string key = MetadataCache::key(item);
+  records.insert_or_assign(std::move(key), std::move(item));
+}
+
+MetadataCache::Records loadLines(const std::string& phoneKey, const std::string& directory) {
+  try {
+    return readJsonLines(*openFileForReading(pathOf(directory, fileName(phoneKey, linesSuffix))));
+  } catch (const FileError&) {
+    return {};
+  }
+}
+
+/// Throws FileError.
+std::string legacyText(const std::string& name, const std::string& directory) {
+  return openFolder(directory)->readFile(name, maxLegacyBytes);
+}
+
+MetadataCache::Records legacyRecords(std::string_view json) {
+  MetadataCache::Records records;
+  auto cache = MetadataCache::decodeLegacy(json);
+  if (!cache) return records;
+  for (auto& [key, item] : cache->records) add(records, std::move(item));
+  return records;
+}
+
+class FileSink : public TextSink {
+ public:
+  explicit FileSink(WritableFile& file) : file_(file) {}
+  void write(std::string_view text) override {
+    buffer_ += text;
+    if (buffer_.size() >= bufferBytes) flush();
+  }
+  void flush() {
+    file_.append(std::as_bytes(std::span{buffer_}));
+    buffer_.clear();
+  }
+
+ private:
+  static constexpr std::size_t bufferBytes = 256 * 1024;
+  WritableFile& file_;
+  std::string buffer_;
+};
+
+std::uint64_t countLines(const std::string& path) {
+  const auto file = openFileForReading(path);
+  std::vector<char> buffer(std::size_t{1} << 16U);
+  std::uint64_t lines = 0;
+  char last = '\n';
+  for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
+    const auto end = buffer.begin() + static_cast<std::ptrdiff_t>(count);
+    lines += static_cast<std::uint64_t>(std::count(buffer.begin(), end, '\n'));
+    last = *(end - 1);
+  }
+  return lines + (last == '\n' ? 0U : 1U);
+}
+
+std::uint64_t countRecords(const std::string& directory, const std::string& name) {
+  try {
+    if (name.ends_with(linesSuffix)) return countLines(pathOf(directory, name));
+    if (!name.ends_with(legacySuffix)) return 0;
+    const auto cache = MetadataCache::decodeLegacy(legacyText(name, directory));
+    return cache ? cache->records.size() : 0;
+  } catch (const FileError&) {
+    return 0;
+  }
+}
+
+/// The files of all phones; none where there is no directory.
+std::vector<std::string> cacheFiles(const std::string& directory) {
+  try {
+    auto names = openFolder(directory)->names();
+    std::erase_if(names, [](const std::string& name) { return !name.starts_with(filePrefix); });
+    return names;
+  } catch (const FileError&) {
+    return {};
+  }
+}
+
+}  // namespace
+
+std::string MetadataCache::key(std::string_view name, std::uint64_t size,
+                               std::optional<double> date) {
+  return fmt::format("{}|{}|{}", name, size, shortestText(date.value_or(0)));
+}
+
+std::string MetadataCache::key(const SnapshotItem& item) {
+  return key(item.name, item.size, item.itemDate);
+}
+
+bool MetadataCache::isIncomplete(const SnapshotItem& item) {
+  const auto kind = mediaKindOf(item.kind);
+  return !item.px && kind && isPictureKind(*kind);
+}
+
+std::string MetadataCache::phoneKey(const std::optional<std::string>& serialNumber) {
+  return serialNumber && !serialNumber->empty() ? FolderName::sanitise(*serialNumber) : "unknown";
+}
+
+MetadataCache::Records MetadataCache::load(const std::string& phoneKey,
+                                           const std::string& directory) {
+  Records records;
+  if (legacyExists(phoneKey, directory)) {
+    try {
+      records = legacyRecords(legacyText(fileName(phoneKey, legacySuffix), directory));
+    } catch (const FileError&) {
+      records = {};
+    }
+  }
+  for (auto& [key, item] : loadLines(phoneKey, directory)) {
+    records.insert_or_assign(key, std::move(item));
+  }
+  return records;
+}
+
+void MetadataCache::save(const Records& records, const std::string& phoneKey,
+                         const std::string& directory) {
+  std::error_code error;
+  fs::create_directories(directory, error);
+  if (error) throw FileError{FileOperation::makeFolder, directory, error.value()};
+  // In an order that stays, so that equal records make equal files.
+  std::vector<const Records::value_type*> entries;
+  entries.reserve(records.size());
+  for (const auto& entry : records) entries.push_back(&entry);
+  std::sort(entries.begin(), entries.end(),
+            [](const auto* a, const auto* b) { return a->first < b->first; });
+  const auto folder = openFolder(directory);
+  writeFileAtomically(*folder, fileName(phoneKey, linesSuffix), [&](WritableFile& file) {
+    FileSink sink{file};
+    for (const auto* const entry : entries) Snapshot::writeLine(entry->second, sink);
+    sink.flush();
+  });
+}
+
+bool MetadataCache::legacyExists(const std::string& phoneKey, const std::string& directory) {
+  std::error_code error;
+  return fs::is_regular_file(pathOf(directory, fileName(phoneKey, legacySuffix)), error);
+}
+
+void MetadataCache::migrate(const std::string& phoneKey, const std::string& directory) {
+  if (!legacyExists(phoneKey, directory)) return;
+  const std::string legacyName = fileName(phoneKey, legacySuffix);
+  // Read before anything else: what cannot be read now may be readable another day.
+  Records records = legacyRecords(legacyText(legacyName, directory));
+  for (auto& [key, item] : loadLines(phoneKey, directory)) {
+    records.insert_or_assign(key, std::move(item));
+  }
+  save(records, phoneKey, directory);
+  const Records readBack = loadLines(phoneKey, directory);
+  const bool isWhole = readBack.size() == records.size() &&
+                       std::all_of(records.begin(), records.end(), [&](const auto& entry) {
+                         return readBack.contains(entry.first);
+                       });
+  if (!isWhole) throw MigrationError{MigrationError::Kind::verificationFailed};
+  openFolder(directory)->removeFile(legacyName);
+}
+
+std::uint64_t MetadataCache::countCachedRecords(const std::string& directory) {
+  std::uint64_t count = 0;
+  for (const std::string& name : cacheFiles(directory)) count += countRecords(directory, name);
+  return count;
+}
+
+MetadataCache::Removal MetadataCache::reset(const std::string& directory) {
+  Removal removal;
+  for (const std::string& name : cacheFiles(directory)) {
+    std::error_code error;
+    fs::remove_all(pathOf(directory, name), error);
+    ++(error ? removal.failed : removal.removed);
+  }
+  return removal;
+}
+
+}  // namespace tavrix

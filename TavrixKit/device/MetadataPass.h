@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+#include "device/Checkpoint.h"
+#include "device/MediaMetadata.h"
+#include "device/MetadataCache.h"
+#include "device/SerialQueue.h"
+#include "foundation/Log.h"
+#include "foundation/files/FileError.h"
+
+namespace tavrix {
+
+/// One reading of the metadata of all files of a phone or folder: from the cache what it has, from
+/// the files the rest. What was read is saved every now and then while the pass goes on, and at its
+/// end, also when it is stopped.
+class MetadataPass {
+ public:
+  /// How far a pass is, in files.
+  struct Progress {
+    std::size_t total = 0;
+    std::size_t hits = 0;  ///< taken from the cache
+    std::size_t read = 0;  ///< looked at since
+
+    std::size_t done() const { return hits + read; }
+    friend bool operator==(const Progress&, const Progress&) = default;
+  };
+  struct Setup {
+    std::string phoneKey;
+    std::optional<std::string> directory;  ///< of the cache; without one, nothing is kept
+    std::function<Instant()> now;
+    Log* log = nullptr;  ///< silent without one
+    /// Told from the thread of run().
+    std::function<void(const Progress&)> progress{};
+    Checkpoint checkpoint{};
+  };
+  /// Reads the metadata of the item at an index. Throws FileError when the file cannot be read.
+  using Fetch = std::function<MediaMetadata(std::size_t index)>;
+
+  struct Failure {
+    std::size_t index = 0;
+    FileError error;
+  };
+  struct Result {
+    Progress progress;
+    std::vector<Failure> failures;  ///< in the order of the items, which keep no metadata
+    bool isComplete = true;         ///< false when it was stopped
+    bool isKept = true;             ///< all that was read lies in the cache
+  };
+
+  explicit MetadataPass(Setup setup) : setup_(std::move(setup)) {}
+
+  /// Completes the items. Only pictures and films are fetched: other files have no metadata.
+  Result run(std::vector<SnapshotItem>& items, const Fetch& fetch,
+             const std::stop_token& stop = {});
+
+ private:
+  void load();
+  /// The indexes of the items that the cache does not know; the others are completed.
+  std::vector<std::size_t> takeHits(std::vector<SnapshotItem>& items) const;
+  void fetchOne(SnapshotItem& item, std::size_t index, const Fetch& fetch, Result& result);
+  void remember(const SnapshotItem& item);
+  void saveInBackground();
+  void tell(const Progress& progress) const;
+  Log& log() const { return setup_.log == nullptr ? silentLog() : *setup_.log; }
+
+  Setup setup_;
+  MetadataCache::Records records_;
+  bool isSaved_ = true;  ///< what was read is in the file, or on its way there
+  bool isKept_ = true;   ///< the last save succeeded; of the queue's thread until it is waited for
+  SerialQueue writes_;
+};
+
+}  // namespace tavrix

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "foundation/files/Folder.h"
+#include "media/SnapshotItem.h"
+
+namespace tavrix {
+
+/// A folder that stands for a phone: a mounted phone, a memory card, a copy of its folder DCIM.
+/// What lies in it is listed and never changed.
+namespace SourceFolder {
+
+/// A file of the catalogue. Its item tells what a listing can: name, folder, kind, size, and the
+/// modification time as itemDate.
+struct File {
+  SnapshotItem item;
+  std::string path;  ///< below the folder listed, as the disk spells it
+
+  friend bool operator==(const File&, const File&) = default;
+};
+
+/// Why something in the folder is no file of the catalogue.
+enum class Reason {
+  hidden,            ///< its name begins with a full stop
+  placeholder,       ///< it stands for a file that is only in a cloud
+  link,              ///< a symbolic link; links are not followed
+  special,           ///< a pipe, a socket, a device
+  unreadableFolder,  ///< a folder that cannot be listed
+  tooDeep,           ///< a folder below more folders than a phone has
+  vanished,          ///< it was gone when it was to be read
+};
+
+struct LeftOut {
+  std::string path;
+  Reason reason = Reason::hidden;
+
+  friend bool operator==(const LeftOut&, const LeftOut&) = default;
+};
+
+struct Listing {
+  std::vector<File> files;  ///< by folder, then by name, in the order of their bytes
+  std::vector<LeftOut> leftOut;
+
+  friend bool operator==(const Listing&, const Listing&) = default;
+};
+
+/// The folder whose content is the catalogue: DCIM in a folder that holds it; the folder itself
+/// when it is named so or holds folders such as "100APPLE". Nothing for any other folder. Throws
+/// FileError when it cannot be listed.
+std::optional<std::string> catalogueFolder(const std::string& path);
+/// Whether a name is one that cameras give their folders (DCF 2.0): three digits from 100 on and
+/// five letters, digits or underscores, as in "100APPLE" and "202605__".
+bool isCameraFolderName(std::string_view name);
+
+/// All files below a folder. Throws FileError when the folder itself cannot be listed.
+Listing list(const std::string& folder);
+
+/// What the metadata cache of a folder goes by: the same for the same place.
+std::string phoneKey(const std::string& folder);
+
+/// Folders below folders that are listed.
+inline constexpr int maxDepth = 16;
+
+}  // namespace SourceFolder
+
+/// An entry of a folder; of a link, its own status.
+struct FolderEntry {
+  std::string name;
+  FileStatus status;
+};
+/// What lies directly in a folder, sorted by name. With `followsLink` the folder may be reached by
+/// a link at its path. Throws FileError.
+std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink);
+
+}  // namespace tavrix

@@ -1,0 +1,217 @@
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <functional>
+
+#include "device/FolderCatalogue.h"
+#include "device/FolderMediaSource.h"
+#include "device/tests/support/SampleFiles.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+#include "media/Snapshot.h"
+
+namespace tavrix {
+namespace {
+
+using SourceFolder::LeftOut;
+using SourceFolder::Reason;
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+
+struct FolderSourceTest : testing::Test {
+  FolderCatalogue read(std::function<void(const MetadataPass::Progress&)> progress = {}) const {
+    return FolderCatalogue::read(folder / "DCIM", {.phoneKey = "folder",
+                                                   .directory = folder / "state",
+                                                   .now = [] { return Instant{}; },
+                                                   .progress = std::move(progress)});
+  }
+  static std::vector<std::string> idsOf(const FolderCatalogue& catalogue) {
+    std::vector<std::string> ids;
+    for (const auto& asset : Snapshot::assetsOf(catalogue.items, TimeZone::utc())) {
+      ids.emplace_back(asset.id());
+    }
+    return ids;
+  }
+
+  TemporaryFolder folder;
+};
+
+TEST_F(FolderSourceTest, kindsOfFolders_areRecognised) {
+  for (const char* const path : {"card/DCIM/100APPLE/a.JPG", "small/dcim/x/a.JPG",
+                                 "old/100APPLE/a.JPG", "new/202605__/a.JPG", "plain/Wedding/a.JPG",
+                                 "plain/099APPLE/a.JPG", "plain/100APPLES/a.JPG"}) {
+    folder.write(path, "");
+  }
+  folder.write("plain/100CANON", "a file");
+  const auto found = [&](const std::string& path) {
+    return SourceFolder::catalogueFolder(folder / path);
+  };
+  EXPECT_EQ(found("card"), folder / "card/DCIM");
+  EXPECT_EQ(found("card/DCIM"), folder / "card/DCIM");
+  EXPECT_EQ(found("small"), folder / "small/dcim");
+  EXPECT_EQ(found("small/dcim/"), folder / "small/dcim/");
+  EXPECT_EQ(found("old"), folder / "old");
+  EXPECT_EQ(found("new"), folder / "new");
+  EXPECT_EQ(found("plain"), std::nullopt);
+  EXPECT_THROW(found("missing"), FileError);
+  EXPECT_EQ(SourceFolder::phoneKey(folder / "card"),
+            SourceFolder::phoneKey(folder / "old/../card/"));
+  EXPECT_NE(SourceFolder::phoneKey(folder / "card"), SourceFolder::phoneKey(folder / "old"));
+}
+
+TEST_F(FolderSourceTest, catalogue_isInStableOrderWithAllThatFilesTell) {
+  for (const auto& sample : testbytes::sampleFiles()) {
+    folder.write("DCIM/100APPLE/" + sample.name, sample.bytes);
+  }
+  folder.write("DCIM/loose.txt", "text");
+  folder.write("DCIM/101APPLE/B.AAE", "x");
+  folder.write("DCIM/101APPLE/inner/C.JPG", "no picture");
+  folder.write("DCIM/101APPLE/A.HEIC", "");
+  const FolderCatalogue catalogue = read();
+  const auto ids = idsOf(catalogue);
+  const std::size_t samples = testbytes::sampleFiles().size();
+  ASSERT_EQ(ids.size(), samples + 4);
+  EXPECT_EQ(ids.front(), "loose.txt");
+  EXPECT_TRUE(std::is_sorted(ids.begin() + 1, ids.end()));
+  EXPECT_THAT((std::vector<std::string>{ids.end() - 3, ids.end()}),
+              ElementsAre("101APPLE/A.HEIC", "101APPLE/B.AAE", "101APPLE/inner/C.JPG"));
+  for (const auto& sample : testbytes::sampleFiles()) {
+    const auto found = std::find_if(catalogue.items.begin(), catalogue.items.end(),
+                                    [&](const auto& item) { return item.name == sample.name; });
+    ASSERT_NE(found, catalogue.items.end());
+    EXPECT_EQ(metadataOf(*found), sample.expected) << sample.name;
+    EXPECT_EQ(found->size, sample.bytes.size());
+    EXPECT_EQ(found->dir, "100APPLE");
+    EXPECT_TRUE(found->itemDate.has_value());
+  }
+  EXPECT_THAT(catalogue.leftOut, ElementsAre());
+  EXPECT_EQ(read().items, catalogue.items);
+  // Of pictures that tell no size nothing is remembered.
+  EXPECT_EQ(read().progress.hits, ids.size() - 2);
+}
+
+TEST_F(FolderSourceTest, whatIsNoPictureOfThePhone_isLeftOutAndSaid) {
+  folder.write("outside/secret.JPG", "x");
+  for (const char* const path :
+       {"100APPLE/a.JPG", ".DS_Store", "100APPLE/._a.JPG", ".Trashes/b.JPG",
+        "100APPLE/.c.HEIC.icloud", "100APPLE/d.JPG.nextcloud", "101APPLE/locked/e.JPG"}) {
+    folder.write(std::string{"DCIM/"} + path, "x");
+  }
+  std::filesystem::create_directory_symlink("..", folder / "DCIM/100APPLE/loop");
+  std::filesystem::create_directory_symlink(folder / "outside", folder / "DCIM/102APPLE");
+  std::filesystem::create_symlink("a.JPG", folder / "DCIM/100APPLE/f.JPG");
+  ASSERT_EQ(::mkfifo((folder / "DCIM/100APPLE/pipe.JPG").c_str(), 0600), 0);
+  std::string deep = "DCIM";
+  for (int i = 0; i < 40; ++i) deep += "/d";
+  folder.write(deep + "/g.JPG", "x");
+  const FolderCatalogue catalogue = read();
+  EXPECT_THAT(idsOf(catalogue), ElementsAre("100APPLE/a.JPG", "101APPLE/locked/e.JPG"));
+  EXPECT_THAT(catalogue.leftOut,
+              UnorderedElementsAre(
+                  LeftOut{".DS_Store", Reason::hidden}, LeftOut{".Trashes", Reason::hidden},
+                  LeftOut{"100APPLE/._a.JPG", Reason::hidden},
+                  LeftOut{"100APPLE/.c.HEIC.icloud", Reason::placeholder},
+                  LeftOut{"100APPLE/d.JPG.nextcloud", Reason::placeholder},
+                  LeftOut{"100APPLE/f.JPG", Reason::link}, LeftOut{"100APPLE/loop", Reason::link},
+                  LeftOut{"102APPLE", Reason::link}, LeftOut{"100APPLE/pipe.JPG", Reason::special},
+                  LeftOut{"d/d/d/d/d/d/d/d/d/d/d/d/d/d/d/d/d", Reason::tooDeep}));
+}
+
+TEST_F(FolderSourceTest, fileThatVanishesWhileOthersAreRead_isSaid) {
+  for (const char* const name : {"a.JPG", "b.JPG", "c.JPG"}) {
+    folder.write(std::string{"DCIM/100APPLE/"} + name, "x");
+  }
+  const FolderCatalogue catalogue = read([&](const MetadataPass::Progress& progress) {
+    if (progress.read == 1) std::filesystem::remove(folder / "DCIM/100APPLE/b.JPG");
+  });
+  EXPECT_THAT(idsOf(catalogue), ElementsAre("100APPLE/a.JPG", "100APPLE/c.JPG"));
+  EXPECT_THAT(catalogue.leftOut, ElementsAre(LeftOut{"100APPLE/b.JPG", Reason::vanished}));
+}
+
+TEST_F(FolderSourceTest, fileThatBecomesALink_isKeptAsUnreadable) {
+  folder.write("DCIM/100APPLE/a.JPG", "x");
+  folder.write("DCIM/100APPLE/b.JPG", "x");
+  const FolderCatalogue catalogue = read([&](const MetadataPass::Progress& progress) {
+    if (progress.read != 1) return;
+    std::filesystem::remove(folder / "DCIM/100APPLE/b.JPG");
+    std::filesystem::create_symlink("/etc/passwd", folder / "DCIM/100APPLE/b.JPG");
+  });
+  EXPECT_THAT(catalogue.unreadable, ElementsAre("100APPLE/b.JPG"));
+  EXPECT_EQ(catalogue.items.size(), 2U);
+}
+
+/// Keeps what arrives, and does something at every piece.
+class Receiver : public DownloadDestination {
+ public:
+  void append(std::span<const std::byte> bytes) override {
+    content.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    if (atPiece) atPiece();
+  }
+  std::string content;
+  std::function<void()> atPiece;
+};
+
+struct FolderMediaSourceTest : FolderSourceTest {
+  std::optional<SourceError::Kind> failureOf(const MediaAsset& asset) {
+    FolderMediaSource source{folder / "DCIM"};
+    receiver.content.clear();
+    try {
+      source.download(asset, receiver);
+      return std::nullopt;
+    } catch (const SourceError& error) {
+      return error.kind();
+    }
+  }
+  static MediaAsset asset(const std::string& id) {
+    return {id, id.substr(id.rfind('/') + 1), {}, MediaKind::photo, 3, {}, {}, false, {}, {}};
+  }
+
+  Receiver receiver;
+};
+
+TEST_F(FolderMediaSourceTest, everyFileOfTheCatalogue_arrivesWithItsOwnBytes) {
+  // Two names that are no UTF-8 and one that is what they are shown as.
+  for (const char* const name : {"a.JPG", "b#2.JPG", "\xFF.JPG", "\x80.JPG", "\xEF\xBF\xBD.JPG"}) {
+    folder.write(std::string{"DCIM/100APPLE/"} + name, std::string{"bytes of "} + name);
+  }
+  const auto listing = SourceFolder::list(folder / "DCIM");
+  std::vector<SnapshotItem> items;
+  for (const auto& file : listing.files) items.push_back(file.item);
+  const auto assets = Snapshot::assetsOf(items, TimeZone::utc());
+  ASSERT_EQ(assets.size(), 5U);
+  for (std::size_t i = 0; i < assets.size(); ++i) {
+    EXPECT_EQ(failureOf(assets[i]), std::nullopt) << assets[i].id();
+    EXPECT_EQ(receiver.content, "bytes of " + listing.files[i].path.substr(9)) << assets[i].id();
+  }
+}
+
+TEST_F(FolderMediaSourceTest, whatIsNoFileOfTheFolder_failsOnlyItself) {
+  using Kind = SourceError::Kind;
+  folder.write("secret", "secret");
+  folder.write("DCIM/100APPLE/a.JPG", "abc");
+  std::filesystem::create_symlink("../../secret", folder / "DCIM/100APPLE/link.JPG");
+  EXPECT_EQ(failureOf(asset("100APPLE/none.JPG")), Kind::notFound);
+  EXPECT_EQ(failureOf(asset("none/a.JPG")), Kind::notFound);
+  for (const char* const id : {"../secret", "100APPLE/../../secret", "100APPLE",
+                               "100APPLE/link.JPG", "/etc/passwd", "..", ""}) {
+    EXPECT_TRUE(failureOf(asset(id)).has_value()) << id;
+  }
+  EXPECT_EQ(receiver.content, "");
+}
+
+TEST_F(FolderMediaSourceTest, fileThatGrowsWhileRead_isAnError) {
+  folder.write("DCIM/a.JPG", "abc");
+  receiver.atPiece = [&] {
+    receiver.atPiece = nullptr;
+    folder.write("DCIM/a.JPG", "abcdef");
+  };
+  EXPECT_EQ(failureOf(asset("a.JPG")), SourceError::Kind::changedWhileRead);
+}
+
+TEST_F(FolderMediaSourceTest, failureOfTheReceiver_passesThrough) {
+  folder.write("DCIM/a.JPG", "abc");
+  receiver.atPiece = [] { throw FileError{FileOperation::write, "x", 28}; };
+  EXPECT_THROW(failureOf(asset("a.JPG")), FileError);
+}
+
+}  // namespace
+}  // namespace tavrix

@@ -1,0 +1,171 @@
+#include "device/MetadataPass.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+#include "foundation/tests/support/TemporaryFolder.h"
+
+namespace tavrix {
+namespace {
+
+class LinesLog : public Log {
+ public:
+  bool showsPrivateFields() const override { return true; }
+  void write(std::string_view line) override {
+    const std::lock_guard lock{mutex_};
+    lines.emplace_back(line);
+  }
+  std::vector<std::string> lines;
+
+ private:
+  std::mutex mutex_;
+};
+
+SnapshotItem item(const std::string& directory, const std::string& name, double date) {
+  SnapshotItem item;
+  item.name = name;
+  item.dir = directory;
+  item.kind = textOf(mediaKindOfFileName(name));
+  item.size = 10;
+  item.itemDate = date;
+  return item;
+}
+
+/// A phone of items, and a clock that each reading moves on.
+struct MetadataPassTest : testing::Test {
+  MetadataPass::Result run(std::stop_token stop = {}) {
+    MetadataPass pass{{.phoneKey = "P",
+                       .directory = folder / "state",
+                       .now = [&] { return time; },
+                       .log = &log,
+                       .progress = [&](const auto& progress) { told.push_back(progress); }}};
+    completed = items;
+    fetched.clear();
+    told.clear();
+    const auto fetch = [&](std::size_t index) {
+      fetched.push_back(index);
+      time += step;
+      if (atFetch) atFetch(index);
+      MediaMetadata metadata;
+      metadata.setPixels(100 + index, 50);
+      return metadata;
+    };
+    return pass.run(completed, fetch, std::move(stop));
+  }
+  std::uint64_t cached() const { return MetadataCache::countCachedRecords(folder / "state"); }
+
+  TemporaryFolder folder;
+  LinesLog log;
+  Instant time{std::chrono::seconds{1779364800}};
+  std::chrono::seconds step{0};
+  std::vector<SnapshotItem> items{item("1", "a.HEIC", 1), item("1", "a.AAE", 1),
+                                  item("1", "b.MOV", 2), item("2", "c.JPG", 3)};
+  std::vector<SnapshotItem> completed;
+  std::vector<std::size_t> fetched;
+  std::vector<MetadataPass::Progress> told;
+  std::function<void(std::size_t)> atFetch;
+};
+
+TEST_F(MetadataPassTest, secondPass_fetchesOnlyWhatIsNew) {
+  using testing::ElementsAre;
+  run();
+  EXPECT_THAT(fetched, ElementsAre(0, 2, 3));
+  const auto first = completed;
+  EXPECT_EQ(first[2].px, 102);
+  EXPECT_EQ(told.front(), (MetadataPass::Progress{4, 0, 0}));
+  EXPECT_EQ(told.back(), (MetadataPass::Progress{4, 0, 4}));
+
+  EXPECT_EQ(run().progress, (MetadataPass::Progress{4, 4, 0}));
+  EXPECT_THAT(fetched, ElementsAre());
+  EXPECT_EQ(completed, first);
+
+  items.push_back(item("1", "a.HEIC", 1.5));  // another date, another file
+  items[2].size = 11;
+  run();
+  EXPECT_THAT(fetched, ElementsAre(2, 4));
+  EXPECT_THAT(log.lines, ElementsAre("metadata: cache hits 0, fetching 4",
+                                     "metadata: cache hits 4, fetching 0",
+                                     "metadata: cache hits 3, fetching 2"));
+}
+
+TEST_F(MetadataPassTest, filesOfOneKey_neverTakeEachOthersMetadata) {
+  items = {item("1", "a.JPG", 1), item("2", "a.JPG", 1), item("3", "a.JPG", 1)};
+  for (int i = 0; i < 2; ++i) {
+    run();
+    for (std::size_t at = 0; at < items.size(); ++at) {
+      EXPECT_EQ(completed[at].px, static_cast<std::int64_t>(100 + at));
+    }
+  }
+  EXPECT_EQ(fetched.size(), 2U);
+}
+
+TEST_F(MetadataPassTest, passThatIsStopped_keepsWhatItRead) {
+  std::stop_source stop;
+  atFetch = [&](std::size_t index) {
+    if (index == 2) stop.request_stop();
+  };
+  const auto result = run(stop.get_token());
+  EXPECT_FALSE(result.isComplete);
+  EXPECT_EQ(result.progress.done(), 3U);
+  atFetch = {};
+  EXPECT_TRUE(run().isComplete);
+  EXPECT_THAT(fetched, testing::ElementsAre(3));
+}
+
+TEST_F(MetadataPassTest, longPass_savesEveryTwentySeconds) {
+  items.clear();
+  for (int i = 0; i < 60; ++i) items.push_back(item("1", fmt::format("{}.JPG", i), i));
+  step = std::chrono::seconds{1};
+  std::vector<std::uint64_t> seen;
+  atFetch = [&](std::size_t index) {
+    // A crash here must find what was read 20 seconds ago; the writing itself takes a moment.
+    if (index % 20 != 10 || index < 20) return;
+    const std::uint64_t least = index - 20;
+    for (int wait = 0; wait < 500 && cached() < least; ++wait) {
+      std::this_thread::sleep_for(std::chrono::milliseconds{10});
+    }
+    seen.push_back(cached());
+    EXPECT_GE(seen.back(), least);
+    EXPECT_LE(seen.back(), index);
+  };
+  run();
+  EXPECT_EQ(seen.size(), 2U);
+  EXPECT_EQ(cached(), 60U);
+}
+
+TEST_F(MetadataPassTest, fileThatFails_isToldAndReadAgain) {
+  atFetch = [](std::size_t index) {
+    if (index == 2) throw FileError{FileOperation::read, "b.MOV", EIO};
+  };
+  const auto result = run();
+  ASSERT_EQ(result.failures.size(), 1U);
+  EXPECT_EQ(result.failures[0].index, 2U);
+  EXPECT_EQ(completed[2], items[2]);
+  EXPECT_TRUE(result.isComplete);
+  atFetch = {};
+  run();
+  EXPECT_THAT(fetched, testing::ElementsAre(2));
+}
+
+TEST_F(MetadataPassTest, stateFolderThatCannotBeWritten_costsTheCacheAlone) {
+  folder.write("state", "a file");
+  const auto result = run();
+  EXPECT_TRUE(result.isComplete);
+  EXPECT_EQ(completed[3].px, 103);
+  EXPECT_THAT(log.lines, testing::Contains(testing::HasSubstr("metadata cache not saved")));
+}
+
+TEST_F(MetadataPassTest, legacyRecords_areHitsAndBecomeLines) {
+  folder.write(
+      "state/metadata-P.json",
+      R"({"records":{"x":{"name":"c.JPG","kind":"photo","size":10,"itemDate":3,"px":7}}})");
+  run();
+  EXPECT_EQ(completed[3].px, 7);
+  EXPECT_FALSE(folder.has("state/metadata-P.json"));
+  EXPECT_EQ(cached(), 4U);
+}
+
+}  // namespace
+}  // namespace tavrix

@@ -1,0 +1,235 @@
+#include "device/MetadataReader.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <rapidcheck/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "device/FileBytes.h"
+#include "device/Iso6709.h"
+#include "device/tests/support/MemoryReader.h"
+#include "device/tests/support/SampleFiles.h"
+#include "foundation/files/FileError.h"
+#include "foundation/json/JsonValue.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+
+namespace tavrix {
+
+void PrintTo(const MediaMetadata& metadata, std::ostream* out) {
+  const auto shown = [](const auto& value) {
+    return value ? fmt::format("{}", *value) : std::string{"-"};
+  };
+  *out << fmt::format("{} {}, {} {}, {} x {}, {}", shown(metadata.exifDate),
+                      shown(metadata.exifOffset), shown(metadata.lat), shown(metadata.lon),
+                      shown(metadata.px), shown(metadata.py), shown(metadata.cam));
+}
+
+namespace {
+
+using testbytes::SampleFile;
+
+MediaMetadata read(std::string_view bytes) {
+  MemoryReader file{bytes};
+  return MetadataReader::read(file);
+}
+
+TEST(MetadataReader, everyKindOfFile_tellsAllInFewRanges) {
+  auto samples = testbytes::sampleFiles();
+  for (const SampleFile& sample : testbytes::unusualFiles()) samples.push_back(sample);
+  for (const SampleFile& sample : samples) {
+    MemoryReader file{sample.bytes};
+    EXPECT_EQ(MetadataReader::read(file), sample.expected) << sample.name;
+    EXPECT_LE(file.ranges(), 3U) << sample.name;
+    EXPECT_LE(file.bytesRead(), 3 * FileBytes::rangeBytes) << sample.name;
+  }
+}
+
+/// What exiftool tells of every file of a folder, by its name.
+std::map<std::string, JsonValue> toldByExiftool(const std::string& folder) {
+  const std::string command = "exiftool -json -n -q -q '" + folder + "'";
+  std::FILE* const pipe = ::popen(command.c_str(), "r");
+  std::string output;
+  std::array<char, 65536> buffer{};
+  for (std::size_t count = 0; (count = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) {
+    output.append(buffer.data(), count);
+  }
+  ::pclose(pipe);
+  std::map<std::string, JsonValue> result;
+  const JsonValue document = parseJson(output);
+  for (const JsonValue& file : *document.asArray()) {
+    result[*file.member("FileName")->asString()] = file;
+  }
+  return result;
+}
+
+/// The same fields out of what exiftool tells.
+MediaMetadata metadataOf(const JsonValue& told, bool isFilm) {
+  const auto text = [&](const char* name) -> std::optional<std::string> {
+    const JsonValue* const value = told.member(name);
+    return value != nullptr && value->asString() != nullptr ? std::optional{*value->asString()}
+                                                            : std::nullopt;
+  };
+  const auto number = [&](const char* name) {
+    const JsonValue* const value = told.member(name);
+    return value == nullptr ? std::nullopt : value->asNumber();
+  };
+  const auto date = [&](const char* name) {
+    auto value = text(name);
+    return value && !value->starts_with("0000") ? value : std::nullopt;
+  };
+  MediaMetadata result;
+  if (isFilm) {
+    const auto keyed = date("CreationDate");
+    result.exifDate = keyed ? keyed->substr(0, 19) : date("CreateDate");
+    if (result.exifDate) result.exifOffset = keyed ? keyed->substr(19) : "+00:00";
+  } else {
+    const bool isOriginal = date("DateTimeOriginal").has_value();
+    result.exifDate = isOriginal ? date("DateTimeOriginal") : date("CreateDate");
+    if (result.exifDate) {
+      result.exifOffset = text(isOriginal ? "OffsetTimeOriginal" : "OffsetTimeDigitized");
+    }
+    const auto tells = [&](const char* name) { return told.member(name) != nullptr; };
+    result.cam = tells("ExposureTime") || tells("FNumber") || tells("ISO") ||
+                 tells("FocalLength") || tells("LensInfo") || tells("LensModel");
+  }
+  const auto lat = number("GPSLatitude");
+  const auto lon = number("GPSLongitude");
+  if (lat && lon) result.setPosition(*lat, *lon);
+  result.setPixels(static_cast<std::uint64_t>(number("ImageWidth").value_or(0)),
+                   static_cast<std::uint64_t>(number("ImageHeight").value_or(0)));
+  return result;
+}
+
+/// It prints 15 digits.
+MediaMetadata rounded(MediaMetadata metadata) {
+  for (auto* const value : {&metadata.lat, &metadata.lon}) {
+    if (*value) *value = std::round(**value * 1e10) / 1e10;
+  }
+  return metadata;
+}
+
+void compareWithExiftool(const std::string& folder) {
+  std::size_t compared = 0;
+  for (const auto& [name, told] : toldByExiftool(folder)) {
+    const MediaKind kind = mediaKindOfFileName(name);
+    if (!isPictureKind(kind)) continue;
+    const auto file = openForRangedReading(folder + "/" + name);
+    EXPECT_EQ(rounded(MetadataReader::read(*file)),
+              rounded(metadataOf(told, kind == MediaKind::video)))
+        << name;
+    ++compared;
+  }
+  EXPECT_GT(compared, 0U);
+}
+
+bool hasExiftool() { return std::system("command -v exiftool > /dev/null") == 0; }
+
+TEST(MetadataReader, everyField_isAsExiftoolReadsIt) {
+  if (!hasExiftool()) GTEST_SKIP() << "exiftool is not installed";
+  const TemporaryFolder folder;
+  for (const SampleFile& sample : testbytes::sampleFiles()) folder.write(sample.name, sample.bytes);
+  compareWithExiftool(folder.path());
+}
+
+/// Real files: TAVRIX_PHONE_FILES names a folder of them.
+TEST(MetadataReader, filesOfAPhone_areAsExiftoolReadsThem) {
+  const char* const folder = std::getenv("TAVRIX_PHONE_FILES");
+  if (folder == nullptr || !hasExiftool()) GTEST_SKIP() << "TAVRIX_PHONE_FILES is not set";
+  compareWithExiftool(folder);
+  for (const auto& entry : std::filesystem::directory_iterator{folder}) {
+    std::ifstream stream{entry.path(), std::ios::binary};
+    const std::string bytes{std::istreambuf_iterator<char>{stream}, {}};
+    MemoryReader file{bytes};
+    MetadataReader::read(file);
+    EXPECT_LE(file.ranges(), 4U) << entry.path();
+    EXPECT_LE(file.bytesRead(), 4 * FileBytes::rangeBytes) << entry.path();
+  }
+}
+
+/// What ends while it is read, lies about its sizes or leads in circles.
+TEST(MetadataReader, hostileFile_endsSoonWithWhatItHas) {
+  using namespace testbytes;
+  const std::string head = std::string{"II\x2A\0", 4};
+  const auto le = [](std::uint64_t value, int bytes) { return reversed(number(value, bytes)); };
+  std::string circle = head + le(8, 4);
+  for (int i = 0; i < 3; ++i) circle += le(1, 2) + le(0x14A, 2) + le(4, 2) + le(1, 4) + le(8, 4);
+  std::string manyPictures = head + le(8, 4) + le(1, 2) + le(0x14A, 2) + le(4, 2) +
+                             le(0xFFFFFFFF, 4) + le(8, 4) + le(8, 4) + std::string(100'000, '\x08');
+  std::string nested;
+  for (int i = 0; i < 2000; ++i) nested = box("moov", nested);
+  std::string empties = box("ftyp", "qt  ");
+  for (int i = 0; i < 100'000; ++i) empties += box("free", "");
+  const std::string noBytesInExtents =
+      fullBox("iloc", 1, std::string(2, '\0') + number(0xFFFF, 2) + std::string(60'000, '\xFF'));
+  std::string chunks;
+  for (int i = 0; i < 50'000; ++i) chunks += chunk("tEXt", "a");
+  const std::vector<std::pair<std::string, std::string>> files{
+      {"circle of directories", circle},
+      {"directory of no end", manyPictures},
+      {"nested boxes", nested},
+      {"empty boxes", empties},
+      {"size of 64 bits", number(1, 4) + "ftyp" + std::string(8, '\xFF') + "moov"},
+      {"extents of no bytes", box("ftyp", "heic") + fullBox("meta", 0, noBytesInExtents)},
+      {"tiny box", box("ftyp", "qt  ") + number(3, 4) + "moov"},
+      {"empty segments", "\xFF\xD8" +
+                             [] {
+                               std::string all;
+                               for (int i = 0; i < 100'000; ++i) all += segment(0xE1, "");
+                               return all;
+                             }()},
+      {"fill bytes", "\xFF\xD8" + std::string(1'000'000, '\xFF')},
+      {"chunks", png(1, 1, chunks)},
+  };
+  for (const auto& [what, bytes] : files) {
+    MemoryReader file{bytes};
+    MetadataReader::read(file);
+    EXPECT_LE(file.ranges(), FileBytes::maxRanges) << what;
+    EXPECT_LE(file.bytesRead(), FileBytes::maxBytes) << what;
+  }
+}
+
+RC_GTEST_PROP(MetadataReader, damagedFile_costsNoMoreThanASound, ()) {
+  static const auto samples = testbytes::sampleFiles();
+  std::string bytes = samples[*rc::gen::inRange<std::size_t>(0, samples.size())].bytes;
+  const auto places = std::min<std::size_t>(bytes.size(), 2000);
+  for (int i = *rc::gen::inRange(1, 8); i > 0; --i) {
+    bytes[*rc::gen::inRange<std::size_t>(0, places)] = *rc::gen::arbitrary<char>();
+  }
+  bytes.resize(*rc::gen::inRange<std::size_t>(0, bytes.size()));
+  MemoryReader file{bytes};
+  const MediaMetadata metadata = MetadataReader::read(file);
+  RC_ASSERT(file.bytesRead() <= FileBytes::maxBytes);
+  RC_ASSERT(metadata.lat.has_value() == metadata.lon.has_value());
+  RC_ASSERT(!metadata.exifOffset || metadata.exifDate);
+}
+
+TEST(MetadataReader, fileThatIsNoPicture_tellsNothing) {
+  for (const std::string bytes : {"", "\xFF\xD8", "<?xml version=\"1.0\"?>", "RIFF....AVI LIST"}) {
+    EXPECT_EQ(read(bytes), MediaMetadata{}) << bytes;
+  }
+}
+
+TEST(Iso6709, textOfAnotherForm_isNoPoint) {
+  EXPECT_EQ(parseIso6709("+00.5-179.25/"), (GeoPoint{0.5, -179.25}));
+  for (const char* const text : {"", "+", "41.9+012.5/", "+41.9", "+419+012.5/", "+4+012/",
+                                 "+41.9012.5/", "+41.9+12.5/", "+4x+012/", "+41.9+"}) {
+    EXPECT_FALSE(parseIso6709(text)) << text;
+  }
+}
+
+TEST(RangedReader, whatIsNoRegularFile_isRefused) {
+  const TemporaryFolder folder;
+  folder.write("file", "0123456789");
+  std::filesystem::create_symlink("file", folder / "link");
+  std::array<char, 8> buffer{};
+  EXPECT_EQ(openForRangedReading(folder / "file")->read(6, buffer), 4U);
+  EXPECT_EQ((std::string_view{buffer.data(), 4}), "6789");
+  for (const char* const name : {"link", "missing", "."}) {
+    EXPECT_THROW(openForRangedReading(folder / name), FileError) << name;
+  }
+}
+
+}  // namespace
+}  // namespace tavrix

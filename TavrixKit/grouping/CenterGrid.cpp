@@ -1,0 +1,69 @@
+#include "grouping/CenterGrid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace tavrix::PlaceClustering {
+namespace {
+
+constexpr double halfCircumferenceKm = std::numbers::pi * earthDiameterKm / 2;
+/// About six millimetres: cells of small radii need not be smaller.
+constexpr double smallestSide = 1e-9;
+/// Cells are larger than the chord by more than what rounding may move a centre.
+constexpr double sideMargin = 1 + 1e-9;
+
+/// One of the 27 cells around a cell, itself among them.
+CenterGrid::Cell neighbour(const CenterGrid::Cell& cell, int number) {
+  return {cell[0] + number / 9 - 1, cell[1] + number / 3 % 3 - 1, cell[2] + number % 3 - 1};
+}
+
+}  // namespace
+
+CenterGrid::CenterGrid(double radiusKm)
+    : side_(std::max(smallestSide, 2 * std::sin(radiusKm / earthDiameterKm) * sideMargin)),
+      isUsable_(radiusKm >= 0 && radiusKm < halfCircumferenceKm) {}
+
+std::optional<CenterGrid::Cell> CenterGrid::cellOf(const UnitVector& vector) const {
+  Cell cell{};
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    const double value = std::floor(vector[axis] / side_);
+    if (!std::isfinite(value)) return std::nullopt;
+    cell[axis] = static_cast<std::int64_t>(value);
+  }
+  return cell;
+}
+
+const std::vector<std::uint32_t>& CenterGrid::around(const Cell& middle) {
+  const auto [found, isNew] = around_.try_emplace(middle);
+  std::vector<std::uint32_t>& numbers = found->second;
+  if (!isNew) return numbers;
+  for (int i = 0; i < 27; ++i) {
+    const auto cell = cells_.find(neighbour(middle, i));
+    if (cell == cells_.end()) continue;
+    numbers.insert(numbers.end(), cell->second.begin(), cell->second.end());
+  }
+  std::sort(numbers.begin(), numbers.end());
+  return numbers;
+}
+
+void CenterGrid::move(std::uint32_t number, const std::optional<Cell>& from,
+                      const std::optional<Cell>& to) {
+  if (from == to) return;
+  if (from) {
+    const auto found = cells_.find(*from);
+    std::erase(found->second, number);
+    if (found->second.empty()) cells_.erase(found);
+    forgetAround(*from);
+  }
+  if (to) {
+    cells_[*to].push_back(number);
+    forgetAround(*to);
+  }
+}
+
+void CenterGrid::forgetAround(const Cell& middle) {
+  for (int i = 0; i < 27; ++i) around_.erase(neighbour(middle, i));
+}
+
+}  // namespace tavrix::PlaceClustering

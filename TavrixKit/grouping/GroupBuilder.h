@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "grouping/DatedShots.h"
+#include "grouping/MediaGroup.h"
+
+namespace tavrix {
+
+/// Gathers shots into a group.
+class GroupBuilder {
+ public:
+  explicit GroupBuilder(std::string id, std::size_t shotCount = 0) {
+    group_.id = std::move(id);
+    group_.bundles.reserve(shotCount);
+  }
+
+  /// Adds a shot, later than all that were added before.
+  void add(const DatedShot& shot);
+  void addUndated(const AssetBundle& bundle);
+
+  /// The group with its dates and the spherical centre of its shots' positions.
+  MediaGroup finish() &&;
+
+ private:
+  void locate(const GeoPoint& point, const PlaceClustering::UnitVector& vector);
+
+  MediaGroup group_;
+  PlaceClustering::UnitVectorSum sum_;
+  std::optional<GeoPoint> firstPoint_;
+};
+
+}  // namespace tavrix

@@ -1,0 +1,188 @@
+#include "grouping/TripGrouping.h"
+
+#include <algorithm>
+
+#include "grouping/CalendarGrouping.h"
+#include "grouping/DayCount.h"
+#include "grouping/DistanceLimit.h"
+#include "grouping/GroupBuilder.h"
+#include "grouping/GroupIDs.h"
+#include "grouping/PlaceClustering.h"
+
+namespace tavrix::TripGrouping {
+namespace {
+
+using namespace grouping_reason;
+
+/// Walks the shots and keeps the stay that is going on.
+class StayWalk {
+ public:
+  StayWalk(const std::vector<DatedShot>& shots, const GeoPoint& home,
+           const GroupingSettings& settings)
+      : shots_(shots),
+        home_(home),
+        homeVector_(PlaceClustering::unitVector(home)),
+        settings_(settings),
+        awayLimit_(settings.tripDistanceKm),
+        cityLimit_(settings.tripCityKm) {}
+
+  std::vector<Stay> run() {
+    for (std::size_t i = 0; i < shots_.size(); ++i) {
+      if (shots_[i].position) visit(i, *shots_[i].position);
+    }
+    close(LastShot{});
+    return std::move(stays_);
+  }
+
+ private:
+  void visit(std::size_t i, const GeoPoint& point) {
+    const PlaceClustering::UnitVector& vector = shots_[i].vector;
+    const auto homeKm = [&] { return haversineDistanceKm(home_, point); };
+    const auto cityKm = [&] { return haversineDistanceKm(center(), point); };
+    if (!awayLimit_.isExceeded(homeVector_, vector, homeKm)) {
+      if (current_) close(NearHome{homeKm(), settings_.tripDistanceKm});
+      return;
+    }
+    if (!current_) {
+      open(i, AwayFromHome{homeKm(), settings_.tripDistanceKm});
+    } else if (const auto gap = shots_[i].date - shots_[current_->end - 1].date;
+               isLonger(gap, settings_.tripMaxGapHours)) {
+      reopen(i, Pause{gap, settings_.tripMaxGapHours});
+    } else if (cityLimit_.isExceeded(centerVector(), vector, cityKm)) {
+      reopen(i, NewCity{cityKm(), settings_.tripCityKm});
+    }
+    sum_.addVector(vector);
+    current_->end = i + 1;
+  }
+
+  const GeoPoint& firstPoint() const { return *shots_[current_->begin].position; }
+  GeoPoint center() const { return sum_.center(firstPoint()); }
+  PlaceClustering::UnitVector centerVector() const {
+    const auto direction = sum_.direction();
+    return direction.value_or(shots_[current_->begin].vector);
+  }
+
+  /// The stay begins with a shot that has a position.
+  void open(std::size_t i, StayBegin reason) {
+    current_ = Stay{.begin = i,
+                    .end = i,
+                    .center = {},
+                    .days = 0,
+                    .beginReason = reason,
+                    .endReason = LastShot{}};
+    sum_ = {};
+  }
+
+  template <typename Reason>
+  void reopen(std::size_t i, const Reason& reason) {
+    close(reason);
+    open(i, reason);
+  }
+
+  void close(const StayEnd& reason) {
+    if (!current_) return;
+    DayCount days;
+    for (std::size_t i = current_->begin; i < current_->end; ++i) {
+      days.add(settings_.timeZone.dateAt(shots_[i].date));
+    }
+    current_->days = days.count();
+    current_->center = center();
+    current_->endReason = reason;
+    stays_.push_back(*current_);
+    current_.reset();
+  }
+
+  const std::vector<DatedShot>& shots_;
+  GeoPoint home_;
+  PlaceClustering::UnitVector homeVector_;
+  const GroupingSettings& settings_;
+  PlaceClustering::DistanceLimit awayLimit_;
+  PlaceClustering::DistanceLimit cityLimit_;
+  std::vector<Stay> stays_;
+  std::optional<Stay> current_;
+  PlaceClustering::UnitVectorSum sum_;
+};
+
+MediaGroup tripGroup(const std::vector<DatedShot>& shots, const Stay& stay, const TimeZone& zone,
+                     GroupIDs& ids) {
+  GroupBuilder builder{ids.take("trip-" + dayText(zone.dateAt(shots[stay.begin].date))),
+                       stay.end - stay.begin};
+  for (std::size_t i = stay.begin; i < stay.end; ++i) builder.add(shots[i]);
+  return std::move(builder).finish();
+}
+
+TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& stay, int minDays) {
+  return {.groupID = std::nullopt,
+          .dateStart = shots[stay.begin].date,
+          .dateEnd = shots[stay.end - 1].date,
+          .center = stay.center,
+          .shotCount = stay.end - stay.begin,
+          .days = stay.days,
+          .minDays = minDays,
+          .begin = stay.beginReason,
+          .end = stay.endReason};
+}
+
+/// Calls `visit` with the index of every shot that is in no trip, and the index of its outing when
+/// it is in one.
+template <typename Visit>
+void visitOutsideTrips(const std::vector<DatedShot>& shots, const std::vector<Stay>& stays,
+                       const GroupingSettings& settings, Visit visit) {
+  std::size_t stay = 0;
+  for (std::size_t i = 0; i < shots.size(); ++i) {
+    while (stay < stays.size() && i >= stays[stay].end) ++stay;
+    const bool isInStay = stay < stays.size() && i >= stays[stay].begin;
+    if (!isInStay) {
+      visit(i, std::optional<std::size_t>{});
+    } else if (!stays[stay].isTrip(settings)) {
+      visit(i, std::optional{stay});
+    }
+  }
+}
+
+/// Why a shot outside every trip is in none.
+MonthReason monthReason(const DatedShot& shot, const std::optional<std::size_t>& outing,
+                        const std::optional<GeoPoint>& home, const GroupingSettings& settings) {
+  if (outing) return Outing{*outing};
+  if (!home) return NoHome{};
+  if (!shot.position) return NoPosition{};
+  return NearHome{haversineDistanceKm(*home, *shot.position), settings.tripDistanceKm};
+}
+
+}  // namespace
+
+std::vector<Stay> stays(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
+                        const GroupingSettings& settings) {
+  if (!home) return {};
+  return StayWalk{shots, *home, settings}.run();
+}
+
+Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
+             const GroupingSettings& settings, bool wantsReasons) {
+  const std::vector<Stay> found = stays(shots, home, settings);
+  Result result;
+  TripReasons reasons;
+  GroupIDs ids;
+  for (const Stay& stay : found) {
+    reasons.stays.push_back(stayReason(shots, stay, settings.tripMinDays));
+    if (!stay.isTrip(settings)) continue;
+    result.groups.push_back(tripGroup(shots, stay, settings.timeZone, ids));
+    reasons.stays.back().groupID = result.groups.back().id;
+  }
+  CalendarGrouping calendar{DateGranularity::month, settings.timeZone, "month-"};
+  visitOutsideTrips(shots, found, settings, [&](std::size_t i, const auto& outing) {
+    const std::size_t month = calendar.add(shots[i]);
+    if (!wantsReasons) return;
+    reasons.months.resize(std::max(reasons.months.size(), month + 1));
+    reasons.months[month].shots.push_back(monthReason(shots[i], outing, home, settings));
+  });
+  std::vector<MediaGroup> months = std::move(calendar).finish();
+  if (wantsReasons) {
+    for (std::size_t i = 0; i < months.size(); ++i) reasons.months[i].groupID = months[i].id;
+    result.reasons = std::move(reasons);
+  }
+  std::move(months.begin(), months.end(), std::back_inserter(result.groups));
+  return result;
+}
+
+}  // namespace tavrix::TripGrouping

@@ -1,0 +1,87 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "Benches.h"
+#include "Library.h"
+#include "Measure.h"
+#include "grouping/GroupingEngine.h"
+#include "media/BundleBuilder.h"
+
+namespace tavrix::bench {
+namespace {
+
+constexpr std::size_t million = 1'000'000;
+constexpr std::size_t trips = 300;
+constexpr std::size_t events = 20'000;
+
+GroupingEngine::Request requestOf(const TravelPlan& plan, GroupingMode mode) {
+  GroupingEngine::Request request;
+  request.bundles = BundleBuilder::makeBundles(travels(plan));
+  request.mode = mode;
+  request.settings.timeZone = *TimeZone::load("Europe/Moscow");
+  return request;
+}
+
+std::size_t tripsIn(const GroupingEngine::Result& result) {
+  std::size_t count = 0;
+  for (const MediaGroup& group : result.groups) count += group.id.starts_with("trip-") ? 1U : 0U;
+  return count;
+}
+
+/// Groups, and lets go of the result outside of what is measured.
+struct Grouping {
+  GroupingEngine::Request request;
+  std::optional<GroupingEngine::Result> result;
+
+  void clear() { result.reset(); }
+  void run() { result = GroupingEngine::group(request); }
+};
+
+/// Takes `theirs` as many times in a row and counts one of them, so that both take about as long
+/// and a busy machine slows both alike.
+Duel duelOf(Grouping& ours, Grouping& theirs, int times = 1) {
+  Duel best{1e9, 1e9};
+  for (int round = 0; round < 5; ++round) {
+    double theirTime = 0;
+    for (int i = 0; i < times; ++i) {
+      theirs.clear();
+      theirTime += seconds([&] { theirs.run(); });
+    }
+    best.theirs = std::min(best.theirs, theirTime / times);
+    ours.clear();
+    best.ours = std::min(best.ours, seconds([&] { ours.run(); }));
+  }
+  return best;
+}
+
+void benchMode(const std::string& what, const TravelPlan& plan, const TravelPlan& fewPlan,
+               GroupingMode mode) {
+  Grouping ours{requestOf(plan, mode), {}};
+  Grouping byDay{ours.request, {}};
+  byDay.request.mode = grouping_mode::ByDate{};
+  const Duel beside = duelOf(ours, byDay);
+  print({fmt::format("{} ({} groups, {} of them trips) : days", what, ours.result->groups.size(),
+                     tripsIn(*ours.result)),
+         time(beside.ours), time(beside.theirs), beside.ratio(), 3.0});
+  byDay = {};
+  Grouping few{requestOf(fewPlan, mode), {}};
+  const Duel growth = duelOf(ours, few, 10);
+  print({fmt::format("{}, {} homes to choose from : 100,000 shots ({})", what,
+                     ours.result->homeCandidates.size(), few.result->homeCandidates.size()),
+         time(growth.ours), time(growth.theirs), growth.ratio(), 12.0});
+}
+
+}  // namespace
+
+void benchGrouping() {
+  const TravelPlan life{million, events, trips, trips};
+  const TravelPlan shortLife{million / 10, events / 10, trips / 10, trips / 10};
+  benchMode("events, 1,000,000 shots", life, shortLife, grouping_mode::Events{});
+  benchMode("trips, 1,000,000 shots", life, shortLife, grouping_mode::Trips{});
+  benchMode("trips, 1,000,000 shots of a nomad", {million, events, events, events / 2},
+            {million / 10, events / 10, events / 10, events / 20}, grouping_mode::Trips{});
+}
+
+}  // namespace tavrix::bench

@@ -1,0 +1,96 @@
+// Reading the catalogue of a folder of 20,000 small pictures: the first look beside the bare
+// reading of the beginnings of the same files, the second look, which finds all in the cache,
+// beside the first.
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+
+#include "Benches.h"
+#include "Measure.h"
+#include "device/FileBytes.h"
+#include "device/FolderCatalogue.h"
+#include "device/RangedReader.h"
+#include "device/SourceFolder.h"
+#include "device/tests/support/SampleFiles.h"
+
+namespace tavrix::bench {
+namespace {
+
+constexpr int files = 20'000;
+constexpr int filesInFolder = 1000;
+constexpr std::size_t fileBytes = 40'000;
+
+/// Pictures and films in turns, as a phone has them.
+void writePhone(const std::string& folder) {
+  using namespace testbytes;
+  const std::string still = jpeg(exifSegment(rome()) + frame(4032, 3024));
+  const std::string heic = heif({.width = 4032, .height = 3024, .exif = rome()});
+  const std::string motion = film({.width = 1920,
+                                   .height = 1440,
+                                   .creationDate = "2026-05-20T12:00:00+0300",
+                                   .location = "+41.9012+012.5000+021.300/"},
+                                  fileBytes);
+  for (int i = 0; i < files; ++i) {
+    const std::string inner = fmt::format("{}/{}APPLE", folder, 100 + i / filesInFolder);
+    if (i % filesInFolder == 0) std::filesystem::create_directories(inner);
+    const bool isStill = i % 3 == 0;
+    const bool isMotion = i % 3 == 2;
+    std::string bytes = isStill ? still : isMotion ? motion : heic;
+    if (!isMotion) bytes.resize(fileBytes, 'x');
+    const char* const extension = isStill ? "JPG" : isMotion ? "MOV" : "HEIC";
+    std::ofstream{fmt::format("{}/IMG_{:05}.{}", inner, i, extension), std::ios::binary} << bytes;
+  }
+}
+
+FolderCatalogue look(const std::string& folder, const std::string& state) {
+  auto catalogue =
+      FolderCatalogue::read(folder, {.phoneKey = "bench", .directory = state, .now = [] {
+                                       return std::chrono::floor<std::chrono::milliseconds>(
+                                           std::chrono::system_clock::now());
+                                     }});
+  const auto known =
+      std::count_if(catalogue.items.begin(), catalogue.items.end(),
+                    [](const SnapshotItem& item) { return item.px && item.exifDate; });
+  if (known != files) fmt::print("unexpected: {} files known\n", known);
+  return catalogue;
+}
+
+/// Lists the folder and reads what the first range of each file holds, and nothing else.
+void readBare(const std::string& folder) {
+  std::array<char, FileBytes::rangeBytes> buffer{};
+  std::uint64_t bytes = 0;
+  for (const auto& file : SourceFolder::list(folder).files) {
+    bytes += openForRangedReading(folder + "/" + file.path)->read(0, buffer);
+  }
+  if (bytes < files * FileBytes::rangeBytes) fmt::print("unexpected: {} bytes\n", bytes);
+}
+
+}  // namespace
+
+void benchMetadata(const std::string& folder) {
+  const std::string phone = folder + "/phone";
+  const std::string state = folder + "/state";
+  writePhone(phone);
+  const auto first = [&] {
+    std::filesystem::remove_all(state);
+    look(phone, state);
+  };
+  const Duel heads = duel(4, first, [&] {
+    shell("find '" + phone + "' -type f -exec head -q -c 65536 {} + > /dev/null");
+  });
+  print({"first look at 20,000 files : find, head -c 65536", time(heads.ours), time(heads.theirs),
+         heads.ratio(), 1.5});
+  const Duel bare = duel(4, first, [&] { readBare(phone); });
+  print({"first look at 20,000 files : listing and one bare range of each", time(bare.ours),
+         time(bare.theirs), bare.ratio(), 2.5});
+  const Duel second = duel(4, [&] { look(phone, state); }, first);
+  print({"second look, all from the cache : first look", time(second.ours), time(second.theirs),
+         second.ratio(), 0.6});
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace tavrix::bench
