@@ -1,6 +1,6 @@
 // Measures the program beside yardsticks of the same machine, in turns within one run: machines are
 // shared and noisy, ratios are not. Arguments choose among: pipeline grouping only-new copying
-// verify history metadata.
+// verify history metadata places.
 
 #include <fmt/format.h>
 
@@ -28,6 +28,7 @@ int main(int count, char** values) {
   if (isChosen("copying")) tavrix::bench::benchCopying(folder + "/copying");
   if (isChosen("verify")) tavrix::bench::benchVerifying(folder + "/verifying");
   if (isChosen("history")) tavrix::bench::benchHistory(folder + "/history");
+  if (isChosen("places")) tavrix::bench::benchPlaces(folder);
   if (isChosen("metadata")) tavrix::bench::benchMetadata(folder + "/metadata");
   std::filesystem::remove_all(folder);
   return 0;

@@ -12,6 +12,7 @@ void benchOnlyNew(const std::string& folder);
 void benchHistory(const std::string& folder);
 void benchCopying(const std::string& folder);
 void benchVerifying(const std::string& folder);
+void benchPlaces(const std::string& folder);
 void benchMetadata(const std::string& folder);
 
 }  // namespace tavrix::bench

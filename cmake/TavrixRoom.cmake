@@ -40,7 +40,8 @@ function(tavrix_room name)
     add_executable(${name}_tests ${ROOM_TESTS})
     target_link_libraries(${name}_tests PRIVATE ${name} ${ROOM_TEST_LINKS} GTest::gmock_main)
     target_compile_definitions(${name}_tests PRIVATE
-      TAVRIX_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/tests" TAVRIX_DOCS="${CMAKE_SOURCE_DIR}/docs")
+      TAVRIX_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/tests" TAVRIX_DOCS="${CMAKE_SOURCE_DIR}/docs"
+      TAVRIX_RESOURCES="${CMAKE_SOURCE_DIR}/App/Resources")
     include(GoogleTest)
     gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
   endif()

@@ -4,6 +4,7 @@
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/dtfmtsym.h>
+#include <unicode/locid.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 #include <unicode/utext.h>
@@ -219,6 +220,18 @@ const std::string& monthName(int month, const std::string& localeID, MonthNameSt
   const auto index = static_cast<std::size_t>(month - 1);
   return style == MonthNameStyle::full ? found->second.full.at(index)
                                        : found->second.abbreviated.at(index);
+}
+
+std::optional<std::string> countryName(std::string_view code, const std::string& localeID) {
+  const std::string text{code};
+  const icu::Locale country{"", text.c_str()};
+  icu::UnicodeString name;
+  country.getDisplayCountry(icu::Locale{localeID.c_str()}, name);
+  std::string result;
+  name.toUTF8String(result);
+  // What has no name is given back as its code.
+  if (result.empty() || result == code) return std::nullopt;
+  return result;
 }
 
 }  // namespace tavrix

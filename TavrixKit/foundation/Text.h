@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,6 +61,10 @@ std::string printable(std::string_view text);
 enum class MonthNameStyle { full, abbreviated };
 /// The stand-alone (nominative) name of a month, 1 to 12, as the locale spells it.
 const std::string& monthName(int month, const std::string& localeID, MonthNameStyle style);
+
+/// The name of a country by its code (ISO 3166-1 alpha-2, such as "IT") in the language of a
+/// locale; nothing for a code that stands for no country.
+std::optional<std::string> countryName(std::string_view code, const std::string& localeID);
 
 /// The locale of the machine from LC_ALL, LC_TIME or LANG, such as "en_US"; "ru_RU", the program's
 /// own, on a machine that names no language ("C", "POSIX" or nothing).

@@ -26,9 +26,10 @@ Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
 }
 
 GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
+                                const std::shared_ptr<const PlaceLookup>& lookup,
                                 bool wantsReasons) {
   return GroupingEngine::group({bundles, bundleFilter(settings), groupingMode(settings),
-                                groupingSettings(settings), settings.homeOverride, nullptr,
+                                groupingSettings(settings), settings.homeOverride, lookup,
                                 wantsReasons});
 }
 
@@ -48,36 +49,35 @@ std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& s
   return GroupMerging::apply(std::move(groups), merges->second);
 }
 
-std::vector<FolderNaming::Row> namedRows(std::vector<MediaGroup> groups, const Settings& settings,
-                                         const std::string& systemLocaleID) {
-  return FolderNaming::resolve(namingSettings(settings, systemLocaleID),
-                               merged(std::move(groups), settings))
-      .rows;
-}
-
 }  // namespace
 
-std::vector<FolderNaming::Row> rowsOf(const std::vector<AssetBundle>& bundles,
-                                      const Settings& settings, const std::string& systemLocaleID) {
-  return namedRows(groupsOf(bundles, settings, false).groups, settings, systemLocaleID);
+NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
+                   const std::string& systemLocaleID, PlaceNaming* naming) {
+  const auto lookup = lookupForFilter(bundles, settings, naming);
+  return nameGroups(merged(groupsOf(bundles, settings, lookup, false).groups, settings), settings,
+                    systemLocaleID, naming, lookup);
 }
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
-                    const std::string& systemLocaleID, bool wantsReasons) {
+                    const std::string& systemLocaleID, bool wantsReasons, PlaceNaming* naming) {
   Library library;
   library.fileCount = assets.size();
   library.bundles = BundleBuilder::makeBundles(assets);
 
-  auto grouped = groupsOf(library.bundles, settings, wantsReasons);
-  library.optimizedCount =
-      OptimizedCopy::count(library.bundles, bundleFilter(settings), {settings.timeZone, nullptr});
+  const auto lookup = lookupForFilter(library.bundles, settings, naming);
+  auto grouped = groupsOf(library.bundles, settings, lookup, wantsReasons);
+  library.optimizedCount = OptimizedCopy::count(library.bundles, bundleFilter(settings),
+                                                {settings.timeZone, lookup.get()});
   library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
   library.home = homeOf(settings, grouped.homeCandidates);
   library.homeCandidates = std::move(grouped.homeCandidates);
   library.homeIsAmbiguous = grouped.homeIsAmbiguous;
   library.reasons = std::move(grouped.reasons);
-  library.rows = namedRows(std::move(grouped.groups), settings, systemLocaleID);
+  auto named = nameGroups(merged(std::move(grouped.groups), settings), settings, systemLocaleID,
+                          naming, lookup);
+  library.rows = std::move(named.rows);
+  library.places = std::move(named.places);
   return library;
 }
 
@@ -98,6 +98,19 @@ std::vector<LibraryPlace> placesOf(const std::vector<AssetBundle>& bundles, doub
     places[assignment.clusterOfPoint[i]].bundles.push_back(*located[i]);
   }
   return places;
+}
+
+void addNames(std::vector<LibraryPlace>& places, const Settings& settings, PlaceNaming& naming) {
+  std::vector<GeoPoint> centers;
+  centers.reserve(places.size());
+  for (const LibraryPlace& place : places) centers.push_back(place.center);
+  const auto lookup = naming.name(centers, settings, {});
+  for (LibraryPlace& place : places) {
+    const std::string key = lookup->placeKey(place.center);
+    for (const std::string language : {"en", "ru"}) {
+      if (auto names = lookup->names(key, language)) place.names.emplace(language, *names);
+    }
+  }
 }
 
 }  // namespace tavrix

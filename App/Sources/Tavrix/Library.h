@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "PlaceNaming.h"
 #include "Settings.h"
 #include "grouping/GroupingEngine.h"
 #include "media/MediaAsset.h"
@@ -42,23 +43,27 @@ struct Library {
   std::size_t optimizedCount = 0;          ///< shots of which the phone holds a reduced copy alone
   std::uint64_t fileCount = 0;             ///< of the catalogue
   LeftOut leftOut;
+  std::shared_ptr<const PlaceLookup> places;  ///< that named the rows' places, if any did
 
   friend bool operator==(const Library&, const Library&) = default;
 };
 
-/// A pure computation. Groups come with the merges of their mode applied, and reasons only when
-/// they are wanted.
+/// A pure computation but for the names of places, which `naming` finds; without it folders have
+/// none. Groups come with the merges of their mode applied, and reasons only when they are wanted.
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
-                    const std::string& systemLocaleID, bool wantsReasons = false);
+                    const std::string& systemLocaleID, bool wantsReasons = false,
+                    PlaceNaming* naming = nullptr);
 
 /// The folders with their names alone, from shots before any filter.
-std::vector<FolderNaming::Row> rowsOf(const std::vector<AssetBundle>& bundles,
-                                      const Settings& settings, const std::string& systemLocaleID);
+NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
+                   const std::string& systemLocaleID, PlaceNaming* naming = nullptr);
 
 /// A place of the library with its shots.
 struct LibraryPlace {
   GeoPoint center;
   std::vector<AssetBundle> bundles;  ///< in catalogue order
+  /// What it is called, by language such as "ru"; empty while that is not known.
+  std::map<std::string, PlaceNames> names{};
 
   friend bool operator==(const LibraryPlace&, const LibraryPlace&) = default;
 };
@@ -66,5 +71,7 @@ struct LibraryPlace {
 /// The places of the located shots, taken in their order; in the order in which places were first
 /// met.
 std::vector<LibraryPlace> placesOf(const std::vector<AssetBundle>& bundles, double radiusKm);
+/// Gives the places their names in Russian and English, as far as they can be found.
+void addNames(std::vector<LibraryPlace>& places, const Settings& settings, PlaceNaming& naming);
 
 }  // namespace tavrix

@@ -18,11 +18,23 @@ std::string templateName(const NameTemplate& nameTemplate) {
   return say(Language::russian, sentences::ownTemplate);
 }
 
-std::optional<TransferRecord::Place> placeOf(const MediaGroup& group) {
+/// The city, or the country where there is no city.
+void addName(TransferRecord::Place& place, const std::string& language, const PlaceNames& names) {
+  const auto& name = names.city ? names.city : names.countryName;
+  if (name) place.names.emplace(language, *name);
+  place.countryCode = names.countryCode;
+}
+
+std::optional<TransferRecord::Place> placeOf(const MediaGroup& group, const PlaceLookup* lookup) {
   if (!group.place) return std::nullopt;
   TransferRecord::Place place;
   place.latitude = group.place->latitude;
   place.longitude = group.place->longitude;
+  if (lookup == nullptr) return place;
+  const std::string key = lookup->placeKey(*group.place);
+  for (const std::string language : {"en", "ru"}) {
+    if (const auto names = lookup->names(key, language)) addName(place, language, *names);
+  }
   return place;
 }
 
@@ -37,13 +49,14 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
   whole.reserve(run.library.bundles.size());
   for (const AssetBundle& bundle : run.library.bundles) whole.emplace(bundle.id(), &bundle);
   const bool isFlat = run.settings.uiMode == UIGroupingMode::flat;
-  const auto folderOf = [&](const FolderNaming::Row& row) {
-    return ShotFolder{isFlat ? std::string{} : row.name, placeOf(row.group)};
+  const auto folderOf = [&](const FolderNaming::Row& row, const PlaceLookup* lookup) {
+    return ShotFolder{isFlat ? std::string{} : row.name, placeOf(row.group, lookup)};
   };
+  const PlaceLookup* const places = run.library.places.get();
   std::vector<ShotInput> shots;
   if (!run.settings.skipOptimized || run.library.optimizedCount == 0) {
     for (const FolderNaming::Row& row : run.library.rows) {
-      const ShotFolder folder = folderOf(row);
+      const ShotFolder folder = folderOf(row, places);
       for (const AssetBundle& bundle : row.group.bundles) {
         shots.push_back({*whole.at(bundle.id()), folder.name, folder.place});
       }
@@ -54,16 +67,18 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
   // of the run keep the folder that they are in.
   absl::flat_hash_map<std::string_view, ShotFolder> folders;
   for (const FolderNaming::Row& row : run.library.rows) {
-    for (const AssetBundle& bundle : row.group.bundles) {
-      folders.emplace(bundle.id(), folderOf(row));
-    }
+    const ShotFolder folder = folderOf(row, places);
+    for (const AssetBundle& bundle : row.group.bundles) folders.emplace(bundle.id(), folder);
   }
   Settings settings = run.settings;
   settings.skipOptimized = false;
-  for (const FolderNaming::Row& row : rowsOf(run.library.bundles, settings, run.systemLocaleID)) {
+  const NamedGroups named =
+      rowsOf(run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
+  for (const FolderNaming::Row& row : named.rows) {
+    const ShotFolder other = folderOf(row, named.places.get());
     for (const AssetBundle& bundle : row.group.bundles) {
       const auto own = folders.find(bundle.id());
-      const ShotFolder folder = own == folders.end() ? folderOf(row) : own->second;
+      const ShotFolder& folder = own == folders.end() ? other : own->second;
       shots.push_back({*whole.at(bundle.id()), folder.name, folder.place});
     }
   }

@@ -22,6 +22,7 @@ struct RunToRecord {
   Uuid id;
   Instant startedAt;
   Instant finishedAt;
+  PlaceNaming* placeNaming = nullptr;  ///< names the places of folders that the run left out
   /// The record is written ahead, in case the program does not live to the end of the run.
   bool isUnderWay = false;
 };

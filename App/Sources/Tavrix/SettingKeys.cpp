@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "foundation/Text.h"
+
 namespace tavrix {
 namespace {
 
@@ -160,6 +162,65 @@ bool setMerges(Settings& settings, std::string_view text) {
   return true;
 }
 
+/// Russian names hold Cyrillic letters, which begin with these bytes.
+bool isCyrillic(std::string_view text) { return text.find_first_of("\xD0\xD1") != text.npos; }
+
+/// "Италия, Рим": each name may be that of a country or of a city.
+PlaceFilter placesByName(std::string_view text) {
+  PlaceFilter places;
+  places.localeID = isCyrillic(text) ? "ru_RU" : "en_US";
+  while (!text.empty()) {
+    const auto end = std::min(text.find(','), text.size());
+    const std::string name{trimmedWhiteSpace(text.substr(0, end))};
+    if (!name.empty()) places.countries.insert(name);
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  places.cities = places.countries;
+  return places;
+}
+
+bool storeNames(const JsonValue& json, std::set<std::string>& names) {
+  const auto texts = textsOf(json);
+  if (texts) names = {texts->begin(), texts->end()};
+  return texts.has_value();
+}
+
+bool storeFlag(const JsonValue& json, bool& flag) {
+  if (json.asBool() != nullptr) flag = *json.asBool();
+  return json.asBool() != nullptr;
+}
+
+std::optional<PlaceFilter> placesByFields(const JsonValue::Object& object) {
+  PlaceFilter places;
+  for (const auto& [key, value] : object) {
+    const bool isTaken = key == "countries"         ? storeNames(value, places.countries)
+                         : key == "cities"          ? storeNames(value, places.cities)
+                         : key == "includeUnplaced" ? storeFlag(value, places.includeUnplaced)
+                         : key == "includeUnresolved"
+                             ? storeFlag(value, places.includeUnresolved)
+                             : key == "localeID" && value.asString() != nullptr;
+    if (!isTaken) return std::nullopt;
+    if (key == "localeID") places.localeID = *value.asString();
+  }
+  if (places.localeID.empty()) {
+    const auto hasCyrillic = [](const auto& names) {
+      return std::any_of(names.begin(), names.end(), isCyrillic);
+    };
+    const bool isRussian = hasCyrillic(places.countries) || hasCyrillic(places.cities);
+    places.localeID = isRussian ? "ru_RU" : "en_US";
+  }
+  return places;
+}
+
+bool setPlaces(Settings& settings, std::string_view text) {
+  if (trimmedWhiteSpace(text).starts_with('{')) {
+    const auto object = parseObject(text);
+    return object && store(placesByFields(*object), settings.places);
+  }
+  settings.places = placesByName(text);
+  return !settings.places->cities.empty();
+}
+
 using S = Settings;
 using enum SettingForm;
 
@@ -174,6 +235,7 @@ constexpr std::array keys{
     Key{"onlyNew", boolean, setBoolean<&S::onlyNew>},
     Key{"periodFrom", day, setDay<&S::periodFrom>},
     Key{"periodTo", day, setDay<&S::periodTo>},
+    Key{"places", places, setPlaces},
     Key{"uiMode", choice, setMode, "byDate events trips flat"},
     Key{"granularity", choice, setGranularity, "day month year"},
     Key{"timeZoneID", timeZone, setTimeZone},

@@ -24,6 +24,7 @@ enum class SettingForm {
   text,          ///< anything
   nameTemplate,  ///< the persisted JSON of a template
   textMap,       ///< a JSON object whose values are texts
+  places,        ///< names of countries and cities, or the JSON object of a place filter
   merges,        ///< a JSON object whose values are lists of lists of texts
 };
 

@@ -73,6 +73,7 @@ BundleFilter bundleFilter(const Settings& settings) {
   filter.skipOptimized = settings.skipOptimized;
   filter.from = settings.periodFrom;
   filter.to = settings.periodTo;
+  filter.places = settings.places;
   return filter;
 }
 

@@ -44,6 +44,7 @@ struct Settings {
   bool onlyNew = true;
   std::optional<CivilDate> periodFrom;  ///< first day, inclusive
   std::optional<CivilDate> periodTo;    ///< last day, inclusive
+  std::optional<PlaceFilter> places;    ///< everywhere when there is none
 
   // How shots are gathered into folders.
   UIGroupingMode uiMode = UIGroupingMode::events;

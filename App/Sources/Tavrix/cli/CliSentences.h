@@ -76,6 +76,9 @@ inline constexpr Sentence<Text> allowedTemplate{"шаблон имени в ви
 inline constexpr Sentence<> allowedTextMap{
     R"(объект JSON с именами папок вида {{"event-2026-05-20":"Дача"}})",
     R"(a JSON object with folder names such as {{"event-2026-05-20":"Picnic"}})"};
+inline constexpr Sentence<> allowedPlaces{
+    R"(названия стран и городов через запятую или объект JSON вида {{"countries":["Италия"],"cities":[],"includeUnplaced":true}})",
+    R"(names of countries and cities with commas between, or a JSON object such as {{"countries":["Italy"],"cities":[],"includeUnplaced":true}})"};
 inline constexpr Sentence<> allowedMerges{
     R"(объект JSON со списками групп вида {{"byDate":[["2026-05-20","2026-05-21"]]}} по режимам byDate, events, trips, flat)",
     R"(a JSON object with lists of groups such as {{"byDate":[["2026-05-20","2026-05-21"]]}} by the modes byDate, events, trips, flat)"};

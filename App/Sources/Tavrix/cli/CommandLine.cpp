@@ -31,6 +31,7 @@ const std::vector<Form>& forms() {
       {Command::bundles, "", "bundles", {"SOURCE"}},
       {Command::groups, "", "groups", {"SOURCE"}},
       {Command::places, "", "places", {"SOURCE"}},
+      {Command::geocacheReset, "geocache", "reset", {}},
       {Command::plan, "", "plan", {"SOURCE", "DEST"}, {"--device-name"}},
       {Command::transfer, "", "transfer", {"SOURCE", "DEST"}, {"--device-name"}},
       {Command::history,

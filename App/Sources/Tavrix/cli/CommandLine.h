@@ -15,6 +15,7 @@ enum class Command {
   bundles,
   groups,
   places,
+  geocacheReset,
   plan,
   transfer,
   history,

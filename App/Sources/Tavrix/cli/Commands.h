@@ -32,6 +32,7 @@ ExitStatus listCatalog(const CommandContext& context);
 ExitStatus listBundles(const CommandContext& context);
 ExitStatus listGroups(const CommandContext& context);
 ExitStatus listPlaces(const CommandContext& context);
+ExitStatus resetPlaceNames(const CommandContext& context);
 ExitStatus showPlan(const CommandContext& context);
 ExitStatus transfer(const CommandContext& context);
 ExitStatus showHistory(const CommandContext& context);

@@ -41,6 +41,8 @@ std::string allowedText(Language language, const SettingError& error) {
                  error.template_ ? templateFaultText(language, *error.template_, error.value) : "");
     case SettingForm::textMap:
       return text(sentences::allowedTextMap);
+    case SettingForm::places:
+      return text(sentences::allowedPlaces);
     case SettingForm::merges:
       return text(sentences::allowedMerges);
   }

@@ -2,6 +2,7 @@
 
 #include "SettingKeys.h"
 #include "cli/HelpTexts.h"
+#include "cli/PlacesHelpTexts.h"
 #include "cli/VerifyHelpTexts.h"
 
 namespace tavrix::cli {
@@ -20,6 +21,8 @@ const help::HelpText& textOf(std::optional<Command> command) {
       return help::groups;
     case Command::places:
       return help::places;
+    case Command::geocacheReset:
+      return help::geocache;
     case Command::plan:
       return help::plan;
     case Command::transfer:

@@ -18,7 +18,8 @@ inline constexpr HelpText program{
   catalog SOURCE          файлы телефона: вид, дата и место съёмки
   bundles SOURCE          снимки: какие файлы составляют один кадр
   groups SOURCE           папки, в которые лягут снимки, с их именами
-  places SOURCE           места съёмки
+  places SOURCE           места съёмки по странам и городам
+  geocache reset          забыть запомненные названия мест
   plan SOURCE DEST        что перенеслось бы; ничего не пишет
   transfer SOURCE DEST    переносит; повтор переносит только недостающее
   history [RECORD-ID]     прошлые переносы и что стало с каждым файлом
@@ -48,7 +49,8 @@ Usage: tavrix COMMAND ARGUMENTS…
   catalog SOURCE          the phone's files: kind, date and place of each
   bundles SOURCE          the shots: which files make up one picture
   groups SOURCE           the folders that shots will lie in, with their names
-  places SOURCE           the places where shots were taken
+  places SOURCE           the places where shots were taken, by country and city
+  geocache reset          forget the place names found so far
   plan SOURCE DEST        what would be transferred; writes nothing
   transfer SOURCE DEST    transfers; run again, it transfers only what is missing
   history [RECORD-ID]     past transfers and what became of every file
@@ -178,20 +180,6 @@ Examples:
   tavrix groups PHONE --set uiMode=byDate --set granularity=month
   tavrix groups PHONE --set timeZoneID=Europe/Rome --set includeVideos=false
   tavrix groups PHONE --set periodFrom=2026-05-01 --set periodTo=2026-05-31
-)"};
-
-inline constexpr HelpText places{
-    R"(tavrix places SOURCE — места съёмки: близкие точки считаются одним местом.
-
-Примеры:
-  tavrix places ТЕЛЕФОН
-  tavrix places ТЕЛЕФОН --set placeRadiusKm=25
-)",
-    R"(tavrix places SOURCE — the places of the shots; points close together count as one.
-
-Examples:
-  tavrix places PHONE
-  tavrix places PHONE --set placeRadiusKm=25
 )"};
 
 inline constexpr HelpText plan{

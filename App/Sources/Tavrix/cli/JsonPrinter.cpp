@@ -78,6 +78,16 @@ void writeHomeCandidate(JsonWriter& json, const HomeCandidate& candidate) {
   json.endObject();
 }
 
+void writePlaceNames(JsonWriter& json, const std::map<std::string, PlaceNames>& names) {
+  if (names.empty()) return;
+  json.key("names").beginObject();
+  for (const auto& [language, each] : names) {
+    json.key(language).beginObject().field("city", each.city);
+    json.field("countryCode", each.countryCode).field("countryName", each.countryName).endObject();
+  }
+  json.endObject();
+}
+
 void writePlannedFile(JsonWriter& json, const PlannedFile& file) {
   json.beginObject().field("assetID", file.asset.id()).field("relativePath", file.relativePath);
   json.field("conversion", textOf(file.conversion)).field("isPicture", file.isPicture);
@@ -152,14 +162,15 @@ void JsonPrinter::groups(const Library& library) {
   json.endObject().finish();
 }
 
-void JsonPrinter::places(const std::vector<LibraryPlace>& places) {
+void JsonPrinter::places(const PlacesResult& result) {
   JsonWriter json{sink_};
   json.beginArray();
-  for (const LibraryPlace& place : places) {
+  for (const LibraryPlace& place : result.places) {
     json.beginObject();
     writePoint(json, "center", place.center);
     json.field("count", place.bundles.size());
     writeBundleIDs(json, place.bundles);
+    writePlaceNames(json, place.names);
     json.endObject();
   }
   json.endArray().finish();
@@ -213,6 +224,11 @@ void JsonPrinter::record(const TransferRecord& record) {
 void JsonPrinter::recordDeleted(const Uuid& id) {
   JsonWriter json{sink_};
   json.beginObject().field("deleted", id.text()).endObject().finish();
+}
+
+void JsonPrinter::placeNamesReset(bool hadAny) {
+  JsonWriter json{sink_};
+  json.beginObject().field("removed", hadAny).endObject().finish();
 }
 
 void JsonPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {

@@ -13,7 +13,7 @@ class JsonPrinter : public ResultPrinter {
   void catalog(const std::vector<MediaAsset>& assets) override;
   void bundles(const std::vector<AssetBundle>& bundles) override;
   void groups(const Library& library) override;
-  void places(const std::vector<LibraryPlace>& places) override;
+  void places(const PlacesResult& result) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;
   void runs(const std::vector<RunSummary>& runs, bool isWhole) override;
@@ -22,6 +22,7 @@ class JsonPrinter : public ResultPrinter {
   void recordDeleted(const Uuid& id) override;
   void verification(const VerificationResult& result) override;
   void rebuilt(const RebuildResult& result) override;
+  void placeNamesReset(bool hadAny) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets) override;

@@ -4,6 +4,7 @@
 
 #include "cli/Commands.h"
 #include "cli/FolderSource.h"
+#include "cli/PlaceNames.h"
 #include "cli/Quotes.h"
 #include "cli/Source.h"
 #include "cli/SourceSentences.h"
@@ -40,15 +41,10 @@ ExitStatus listBundles(const CommandContext& context) {
 }
 
 ExitStatus listGroups(const CommandContext& context) {
-  context.printer.groups(readLibrary(context));
-  return ExitStatus::done;
-}
-
-ExitStatus listPlaces(const CommandContext& context) {
-  const auto bundles = BundleBuilder::makeBundles(readCatalogue(context));
-  const auto kept =
-      filtered(bundles, bundleFilter(context.settings), {context.settings.timeZone, nullptr});
-  context.printer.places(placesOf(kept, context.settings.placeRadiusKm));
+  const auto naming = placeNaming(context);
+  const Library library = readLibrary(context, naming.get());
+  if (naming) naming->save();
+  context.printer.groups(library);
   return ExitStatus::done;
 }
 

@@ -2,6 +2,7 @@
 
 #include "Destination.h"
 #include "cli/Commands.h"
+#include "cli/PlaceNames.h"
 #include "cli/ReadingProgress.h"
 #include "cli/Source.h"
 #include "cli/VerifySentences.h"
@@ -67,7 +68,8 @@ void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& r
 ExitStatus rebuildMarker(const CommandContext& context) {
   const std::string& path = context.call.operands.at(1);
   checkApart(context, path);
-  const Library library = readLibrary(context);
+  const auto naming = placeNaming(context);
+  const Library library = readLibrary(context, naming.get());
   checkMedia(context);
   const auto folder = Destination::openRequiredForWriting(path);
   const DestinationListing listing = listDestination(*folder);

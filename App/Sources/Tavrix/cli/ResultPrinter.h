@@ -6,6 +6,7 @@
 #include "Library.h"
 #include "PlanSummary.h"
 #include "TransferJob.h"
+#include "grouping/PlaceTree.h"
 #include "history/HistoryStore.h"
 #include "naming/NamePresets.h"
 #include "transfer/CopyVerification.h"
@@ -13,6 +14,12 @@
 #include "transfer/TransferPlan.h"
 
 namespace tavrix::cli {
+
+/// The places of a library, and their tree in the language of the call where places have names.
+struct PlacesResult {
+  std::vector<LibraryPlace> places;
+  std::optional<PlaceTree> tree;
+};
 
 /// A plan with what it was made from.
 struct PlanResult {
@@ -61,7 +68,7 @@ class ResultPrinter {
   virtual void catalog(const std::vector<MediaAsset>& assets) = 0;
   virtual void bundles(const std::vector<AssetBundle>& bundles) = 0;
   virtual void groups(const Library& library) = 0;
-  virtual void places(const std::vector<LibraryPlace>& places) = 0;
+  virtual void places(const PlacesResult& result) = 0;
   virtual void plan(const PlanResult& result) = 0;
   virtual void transfer(const TransferResult& result) = 0;
   /// Runs, newest first; `isWhole` when nothing was asked of them.
@@ -72,6 +79,8 @@ class ResultPrinter {
   virtual void recordDeleted(const Uuid& id) = 0;
   virtual void verification(const VerificationResult& result) = 0;
   virtual void rebuilt(const RebuildResult& result) = 0;
+  /// Whether there were names of places to forget.
+  virtual void placeNamesReset(bool hadAny) = 0;
   virtual void snapshotWritten(const std::string& path, std::uint64_t items) = 0;
   /// A folder name.
   virtual void name(const std::string& name) = 0;

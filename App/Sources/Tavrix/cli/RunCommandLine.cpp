@@ -6,6 +6,7 @@
 #include "cli/Failures.h"
 #include "cli/Help.h"
 #include "cli/JsonPrinter.h"
+#include "cli/PlaceSentences.h"
 #include "cli/TextPrinter.h"
 
 namespace tavrix::cli {
@@ -82,6 +83,8 @@ ExitStatus execute(const CommandContext& context) {
       return listGroups(context);
     case Command::places:
       return listPlaces(context);
+    case Command::geocacheReset:
+      return resetPlaceNames(context);
     case Command::plan:
       return showPlan(context);
     case Command::transfer:
@@ -127,7 +130,7 @@ ExitStatus answer(const Request& request, const Surroundings& surroundings) {
   if (const auto* const help = std::get_if<HelpRequest>(&request)) {
     surroundings.out.write(helpText(help->language, help->command));
   } else {
-    surroundings.out.write("Tavrix " TAVRIX_VERSION "\n");
+    surroundings.out.write("Tavrix " TAVRIX_VERSION "\n" + std::string{placesAttribution});
   }
   return ExitStatus::done;
 }

@@ -111,9 +111,9 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   return assets;
 }
 
-Library readLibrary(const CommandContext& context) {
+Library readLibrary(const CommandContext& context, PlaceNaming* naming) {
   return makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID,
-                     context.call.explain);
+                     context.call.explain, naming);
 }
 
 std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder) {

@@ -35,8 +35,9 @@ PhoneIdentity phoneOf(const CommandContext& context);
 /// Throws CommandFailure when a snapshot's folder of files is not there.
 void checkMedia(const CommandContext& context);
 
-/// The catalogue in folders. Throws CommandFailure, also for a mode that is not there.
-Library readLibrary(const CommandContext& context);
+/// The catalogue in folders, whose places `naming` names, if there is one. Throws CommandFailure,
+/// also for a mode that is not there.
+Library readLibrary(const CommandContext& context, PlaceNaming* naming = nullptr);
 
 /// Writes the entries as "snapshot.json" into a folder, which is created when only its last part is
 /// missing; gives the file's path. Throws DestinationError, FileError.

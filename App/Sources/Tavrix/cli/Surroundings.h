@@ -31,6 +31,8 @@ struct Surroundings {
   Environment environment{};
   std::string systemLocaleID = "en_US_POSIX";
   std::string systemTimeZoneID = "UTC";
+  /// The table of places; places have no names without one.
+  std::optional<std::string> gazetteerPath{};
   /// Columns of the terminal behind `out` and `err`; nothing when that is no terminal.
   std::optional<int> outColumns{};
   std::optional<int> errColumns{};

@@ -166,19 +166,6 @@ void TextPrinter::groups(const Library& library) {
   reasons(library);
 }
 
-void TextPrinter::places(const std::vector<LibraryPlace>& places) {
-  if (places.empty()) return line(say(language_, sentences::emptyPlaces));
-  std::uint64_t shots = 0;
-  table({{say(language_, sentences::titlePlace)}, {say(language_, sentences::titleShots), true}})
-      .write(sink_, places.size(), [&](std::size_t row) -> Table::Cells {
-        return {pointText(places[row].center), number(places[row].bundles.size())};
-      });
-  for (const LibraryPlace& place : places) shots += place.bundles.size();
-  line("");
-  line(say(language_, sentences::totalPlaces, count(places.size(), sentences::places),
-           count(shots, sentences::shots)));
-}
-
 void TextPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {
   line(say(language_, sentences::snapshotWritten, count(items, sentences::entries),
            printable(path)));

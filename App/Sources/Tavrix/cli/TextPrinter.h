@@ -23,7 +23,7 @@ class TextPrinter : public ResultPrinter {
   void catalog(const std::vector<MediaAsset>& assets) override;
   void bundles(const std::vector<AssetBundle>& bundles) override;
   void groups(const Library& library) override;
-  void places(const std::vector<LibraryPlace>& places) override;
+  void places(const PlacesResult& result) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;
   void runs(const std::vector<RunSummary>& runs, bool isWhole) override;
@@ -32,6 +32,7 @@ class TextPrinter : public ResultPrinter {
   void recordDeleted(const Uuid& id) override;
   void verification(const VerificationResult& result) override;
   void rebuilt(const RebuildResult& result) override;
+  void placeNamesReset(bool hadAny) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets) override;
@@ -64,6 +65,7 @@ class TextPrinter : public ResultPrinter {
   void findings(const CopyVerification::Report& report);
   std::string reasonOf(const CopyVerification::CheckedFile& file) const;
 
+  void placeTree(const PlaceTree& tree);
   void folders(const PlanResult& result);
   void tally(const TransferTally& tally, bool hasRun);
   void nothing(const Library& library, const std::string& destination);

@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/History.h"
 #include "cli/PhoneSource.h"
+#include "cli/PlaceNames.h"
 #include "cli/ProgressBar.h"
 #include "cli/Quotes.h"
 #include "cli/Source.h"
@@ -146,7 +147,8 @@ void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
 }  // namespace
 
 ExitStatus showPlan(const CommandContext& context) {
-  const Library library = readLibrary(context);
+  const auto naming = placeNaming(context);
+  const Library library = readLibrary(context, naming.get());
   const auto destination = Destination::openExisting(destinationPath(context));
   checkApart(context, destinationPath(context));
   DestinationView view;
@@ -165,13 +167,15 @@ ExitStatus showPlan(const CommandContext& context) {
 ExitStatus transfer(const CommandContext& context) {
   checkTransferable(context);
   checkApart(context, destinationPath(context));
-  const Library library = readLibrary(context);
+  const auto naming = placeNaming(context);
+  const Library library = readLibrary(context, naming.get());
   const auto destination = Destination::openForWriting(destinationPath(context));
   Destination::Content content = Destination::read(*destination, phoneOf(context));
   const TransferPlan plan = makePlan(context, library, content.view);
   tellUnreadable(context, content.view);
   checkBeforeRun(context, plan, *destination);
   RunToRecord record = runToRecord(context, library, plan);
+  record.placeNaming = naming.get();
   if (!plan.files.empty()) writeRecord(context, record);
   const TransferOutcome outcome = run(context, plan, *destination, std::move(content));
   tellEnd(context, outcome);
@@ -179,6 +183,7 @@ ExitStatus transfer(const CommandContext& context) {
   record.finishedAt = context.surroundings.now();
   record.isUnderWay = false;
   const auto recordID = writeRecord(context, record) ? std::optional{record.id} : std::nullopt;
+  if (naming) naming->save();
   try {
     context.printer.transfer({library, plan, destinationPath(context), outcome, recordID});
   } catch (const OutputClosed&) {

@@ -8,6 +8,7 @@
 #include "cli/Commands.h"
 #include "cli/Failures.h"
 #include "cli/platform/Interrupts.h"
+#include "cli/platform/Resources.h"
 #include "cli/platform/Terminal.h"
 #include "foundation/Text.h"
 #include "foundation/TimeZone.h"
@@ -66,6 +67,7 @@ int run(const std::vector<std::string>& arguments) {
       .environment = heededEnvironment(),
       .systemLocaleID = systemLocaleID(),
       .systemTimeZoneID = systemTimeZoneID(),
+      .gazetteerPath = resourcePath("gazetteer.bin"),
       .outColumns = terminalColumns(StandardStream::output),
       .errColumns = terminalColumns(StandardStream::error),
       .now =

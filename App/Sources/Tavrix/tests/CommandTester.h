@@ -26,6 +26,7 @@ struct CommandTester {
   TemporaryFolder folder;
   Environment environment{};
   std::string localeID = "en_US";
+  std::optional<std::string> gazetteerPath{};  ///< places have no names without one
   std::optional<int> outColumns{};
   std::optional<int> errColumns{};
   Instant time{std::chrono::seconds{1779364800}};  // 2026-05-21T12:00:00Z
@@ -67,6 +68,7 @@ struct CommandTester {
                                     .environment = surrounding,
                                     .systemLocaleID = localeID,
                                     .systemTimeZoneID = "UTC",
+                                    .gazetteerPath = gazetteerPath,
                                     .outColumns = outColumns,
                                     .errColumns = errColumns,
                                     .now = [&] { return time; },

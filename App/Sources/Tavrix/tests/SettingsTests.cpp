@@ -42,6 +42,10 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"onlyNew=false", [](Settings& s) { s.onlyNew = false; }},
       {"periodFrom=2026-05-20", [](Settings& s) { s.periodFrom = parseDay("2026-05-20"); }},
       {"periodTo=2026-05-21", [](Settings& s) { s.periodTo = parseDay("2026-05-21"); }},
+      {"places=Italy, Rome",
+       [](Settings& s) {
+         s.places = PlaceFilter{{"Italy", "Rome"}, {"Italy", "Rome"}, false, false, "en_US"};
+       }},
       {"uiMode=trips", [](Settings& s) { s.uiMode = UIGroupingMode::trips; }},
       {"granularity=year", [](Settings& s) { s.granularity = UIGranularity::year; }},
       {"timeZoneID=Asia/Tokyo", [](Settings& s) { s.timeZone = *TimeZone::load("Asia/Tokyo"); }},

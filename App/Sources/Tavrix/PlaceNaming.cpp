@@ -1,0 +1,106 @@
+#include "PlaceNaming.h"
+
+#include "foundation/StringMap.h"
+#include "foundation/files/FileError.h"
+#include "naming/NameRendering.h"
+
+namespace tavrix {
+namespace {
+
+const std::vector<std::string> bothLanguages{"ru_RU", "en_US"};
+
+GeocodingCache loadCache(const Folder* folder, const std::string& source) {
+  return folder == nullptr ? GeocodingCache{source, {}} : GeocodingCacheFile::load(*folder, source);
+}
+
+std::vector<GeoPoint> placesOf(const std::vector<MediaGroup>& groups) {
+  std::vector<GeoPoint> points;
+  for (const MediaGroup& group : groups) {
+    if (group.place) points.push_back(*group.place);
+  }
+  return points;
+}
+
+/// Every key that a point has, once. A centre moves on while points join, so a point may have ended
+/// up outside its own cell.
+std::vector<std::string> keysOf(const PlaceCells& cells, const std::vector<GeoPoint>& points) {
+  StringSet keys;
+  for (const GeoPoint& point : points) keys.insert(cells.keyOf(point));
+  return {keys.begin(), keys.end()};
+}
+
+std::vector<MediaGroup> groupsIn(std::vector<FolderNaming::Row> rows) {
+  std::vector<MediaGroup> groups;
+  groups.reserve(rows.size());
+  for (FolderNaming::Row& row : rows) groups.push_back(std::move(row.group));
+  return groups;
+}
+
+}  // namespace
+
+PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
+                         std::unique_ptr<Folder> stateFolder, Log& log)
+    : stateFolder_(std::move(stateFolder)), log_(log) {
+  GeocodingCache cache = loadCache(stateFolder_.get(), geocoder->source());
+  directory_ = std::make_shared<PlaceDirectory>(std::move(geocoder), std::move(cache));
+}
+
+std::shared_ptr<const PlaceLookup> PlaceNaming::name(const std::vector<GeoPoint>& points,
+                                                     const Settings& settings,
+                                                     const std::vector<std::string>& localeIDs) {
+  PlaceCells cells{points, settings.placeRadiusKm};
+  resolve(keysOf(cells, points), localeIDs);
+  return std::make_shared<NamedCells>(std::move(cells), directory_, settings.mergeDistricts);
+}
+
+void PlaceNaming::resolve(const std::vector<std::string>& placeKeys,
+                          const std::vector<std::string>& localeIDs) {
+  for (const std::string& localeID : bothLanguages) directory_->request(placeKeys, localeID);
+  for (const std::string& localeID : localeIDs) directory_->request(placeKeys, localeID);
+  directory_->wait();
+}
+
+void PlaceNaming::save() {
+  if (stateFolder_ == nullptr || !directory_->hasLearnt()) return;
+  try {
+    GeocodingCacheFile::save(*stateFolder_, directory_->cache());
+  } catch (const FileError& error) {
+    writeLog(log_, "place names not kept: path={}, code={}", PrivateField{error.path()},
+             error.code());
+  }
+}
+
+std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles) {
+  std::vector<GeoPoint> points;
+  for (const AssetBundle& bundle : bundles) {
+    if (const auto position = bundle.position()) points.push_back(*position);
+  }
+  return points;
+}
+
+std::shared_ptr<const PlaceLookup> lookupForFilter(const std::vector<AssetBundle>& bundles,
+                                                   const Settings& settings, PlaceNaming* naming) {
+  if (!settings.places || naming == nullptr || !settings.geocodingEnabled) return nullptr;
+  return naming->name(positionsOf(bundles), settings, {settings.places->localeID});
+}
+
+NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,
+                       const std::string& systemLocaleID, PlaceNaming* naming,
+                       std::shared_ptr<const PlaceLookup> lookup) {
+  FolderNaming::Settings how = namingSettings(settings, systemLocaleID);
+  const bool isNaming = naming != nullptr && settings.geocodingEnabled;
+  const std::vector<std::string> localeIDs{
+      NameRendering::localeID(settings.nameTemplate.language, systemLocaleID)};
+  if (isNaming && !lookup) lookup = naming->name(placesOf(groups), settings, localeIDs);
+  how.places = lookup;
+  auto result = FolderNaming::resolve(how, std::move(groups));
+  if (isNaming && !result.unresolvedPlaces.empty()) {
+    std::vector<std::string> keys;
+    for (const GeoPoint& point : result.unresolvedPlaces) keys.push_back(lookup->placeKey(point));
+    naming->resolve(keys, localeIDs);
+    result = FolderNaming::resolve(how, groupsIn(std::move(result.rows)));
+  }
+  return {std::move(result.rows), std::move(lookup)};
+}
+
+}  // namespace tavrix

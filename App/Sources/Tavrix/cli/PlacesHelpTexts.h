@@ -1,0 +1,56 @@
+#pragma once
+
+#include "cli/HelpTexts.h"
+
+/// The help of the commands on places, in both languages side by side.
+namespace tavrix::cli::help {
+
+inline constexpr HelpText places{
+    R"(tavrix places SOURCE — места съёмки: близкие точки считаются одним местом.
+
+Города и страны берутся из таблицы, которая идёт с программой; в сеть она не обращается.
+
+  --set placeRadiusKm=KM        насколько близкие точки считаются одним местом
+  --set mergeDistricts=true     части большого города — под именем города
+  --set geocodingEnabled=false  без названий
+  --set places=НАЗВАНИЯ         только эти страны и города (годится для всех команд)
+
+Примеры:
+  tavrix places ТЕЛЕФОН
+  tavrix places ТЕЛЕФОН --set placeRadiusKm=25
+  tavrix groups ТЕЛЕФОН --set 'places=Италия, Вена'
+  tavrix groups ТЕЛЕФОН --set 'places={"cities":["Рим"],"includeUnplaced":true}'
+)",
+    R"(tavrix places SOURCE — the places of the shots; points close together count as one.
+
+Cities and countries come from a table that ships with the program; nothing is asked of the network.
+
+  --set placeRadiusKm=KM        how close points count as one place
+  --set mergeDistricts=true     the parts of a great city go by its name
+  --set geocodingEnabled=false  no names
+  --set places=NAMES            only these countries and cities (for every command)
+
+Examples:
+  tavrix places PHONE
+  tavrix places PHONE --set placeRadiusKm=25
+  tavrix groups PHONE --set 'places=Italy, Vienna'
+  tavrix groups PHONE --set 'places={"cities":["Rome"],"includeUnplaced":true}'
+)"};
+
+inline constexpr HelpText geocache{
+    R"(tavrix geocache reset — забывает запомненные названия мест (geocache.json в папке состояния).
+
+Они найдутся снова, когда понадобятся; папки с фотографиями не меняются.
+
+Пример:
+  tavrix geocache reset
+)",
+    R"(tavrix geocache reset — forgets the place names found so far (geocache.json in the state folder).
+
+They will be found again when needed; folders with photos do not change.
+
+Example:
+  tavrix geocache reset
+)"};
+
+}  // namespace tavrix::cli::help

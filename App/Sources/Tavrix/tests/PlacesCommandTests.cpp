@@ -1,0 +1,154 @@
+#include <filesystem>
+
+#include "cli/Commands.h"
+#include "tests/CommandTester.h"
+
+namespace tavrix::cli {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+/// A day in Rome, one in Brooklyn, one in Sergiyev Posad, one on the open sea, one nowhere.
+const std::string travels = R"([
+  {"name":"R1.JPG","kind":"photo","size":10,"exifDate":"2026:05:01 12:00:00","exifOffset":"+00:00","lat":41.8902,"lon":12.4922},
+  {"name":"R2.JPG","kind":"photo","size":10,"exifDate":"2026:05:01 13:00:00","exifOffset":"+00:00","lat":41.8905,"lon":12.4925},
+  {"name":"B.JPG","kind":"photo","size":10,"exifDate":"2026:05:02 12:00:00","exifOffset":"+00:00","lat":40.6501,"lon":-73.9496},
+  {"name":"S.JPG","kind":"photo","size":10,"exifDate":"2026:05:03 12:00:00","exifOffset":"+00:00","lat":56.3103,"lon":38.13},
+  {"name":"O.JPG","kind":"photo","size":10,"exifDate":"2026:05:04 12:00:00","exifOffset":"+00:00","lat":30,"lon":-40},
+  {"name":"N.JPG","kind":"photo","size":10,"exifDate":"2026:05:05 12:00:00","exifOffset":"+00:00"}
+])";
+
+class PlacesCommand : public testing::Test {
+ protected:
+  PlacesCommand() {
+    tester.gazetteerPath = TAVRIX_RESOURCES "/gazetteer.bin";
+    tester.addPhone(travels, {"R1.JPG", "R2.JPG", "B.JPG", "S.JPG", "O.JPG", "N.JPG"});
+  }
+
+  std::vector<std::string> folders(std::vector<std::string> options = {}) const {
+    options.insert(options.begin(), {"groups", "phone", "--json"});
+    const CommandResult result = tester.run(options);
+    EXPECT_EQ(result.status, ExitStatus::done) << result.err;
+    std::vector<std::string> names;
+    const JsonValue json = result.json();
+    for (const JsonValue& group : *json.member("groups")->asArray()) {
+      names.push_back(*group.member("folderName")->asString());
+    }
+    return names;
+  }
+
+  CommandTester tester;
+};
+
+using Names = std::vector<std::string>;
+
+TEST_F(PlacesCommand, folders_areNamedAfterCitiesInTheTemplatesLanguage) {
+  EXPECT_EQ(folders(), (Names{"2026-05-01 — Rome", "2026-05-02 — Brooklyn",
+                              "2026-05-03 — Sergiyev Posad", "2026-05-04", "2026-05-05"}));
+  tester.localeID = "ru_RU";
+  EXPECT_EQ(folders(), (Names{"2026-05-01 — Рим", "2026-05-02 — Бруклин",
+                              "2026-05-03 — Сергиев Посад", "2026-05-04", "2026-05-05"}));
+  EXPECT_EQ(folders({"--set", "mergeDistricts=true"})[1], "2026-05-02 — Нью-Йорк");
+  EXPECT_EQ(folders({"--set", "geocodingEnabled=false"})[0], "2026-05-01");
+  const std::string withCountry =
+      R"(nameTemplate={"tokens":[{"city":{"_0":"upper"}},{"literal":{"_0":", "}},{"country":{"_0":"name","_1":"asIs"}},{"literal":{"_0":" "}},{"country":{"_0":"code","_1":"asIs"}}],"language":"russian"})";
+  tester.localeID = "en_US";
+  EXPECT_EQ(folders({"--set", withCountry})[0], "РИМ, Италия IT");
+}
+
+TEST_F(PlacesCommand, placesSetting_keepsTheChosenCountriesAndCities) {
+  struct Row {
+    std::string value;
+    Names expected;
+  };
+  const std::vector<Row> rows{
+      {"Italy, Brooklyn", {"2026-05-01 — Rome", "2026-05-02 — Brooklyn"}},
+      {"Рим,Россия", {"2026-05-01 — Rome", "2026-05-03 — Sergiyev Posad"}},
+      {"rome", {}},
+      {R"({"cities":["Рим"],"includeUnplaced":true})", {"2026-05-01 — Rome", "2026-05-05"}},
+      {R"({"countries":["Италия"],"localeID":"en_US"})", {}},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(folders({"--set", "places=" + row.value}), row.expected) << row.value;
+  }
+  EXPECT_EQ(folders({"--set", "places=New York City", "--set", "mergeDistricts=true"}),
+            Names{"2026-05-02 — New York City"});
+  for (const std::string bad : {"", " , ", "{", R"({"towns":[]})", R"({"cities":"Рим"})"}) {
+    const CommandResult result = tester.run({"groups", "phone", "--set", "places=" + bad});
+    EXPECT_EQ(result.status, ExitStatus::usage) << bad;
+    EXPECT_THAT(result.err, AllOf(HasSubstr("places"), HasSubstr("includeUnplaced"))) << bad;
+  }
+}
+
+TEST_F(PlacesCommand, places_showNamesAndTheTree) {
+  const std::string text = tester.run({"places", "phone"}).out;
+  EXPECT_THAT(text, AllOf(HasSubstr("Рим"), HasSubstr("Сергиев Посад"), HasSubstr("\nИталия"),
+                          HasSubstr("\n  Бруклин"), HasSubstr("\nБез места"),
+                          HasSubstr("\nБез страны"), Not(HasSubstr("определяется"))));
+  EXPECT_THAT(tester.run({"places", "phone", "--lang", "en"}).out,
+              AllOf(HasSubstr("Rome"), HasSubstr("\nUnited States"), HasSubstr("\n  Brooklyn")));
+  const JsonValue json = tester.run({"places", "phone", "--json"}).json();
+  const JsonValue& rome = json.asArray()->at(0);
+  EXPECT_EQ(*rome.member("names")->member("ru")->member("city")->asString(), "Рим");
+  EXPECT_EQ(*rome.member("names")->member("en")->member("countryName")->asString(), "Italy");
+  EXPECT_EQ(json.asArray()->at(3).member("names")->member("en")->asObject()->size(), 0U);
+  EXPECT_THAT(tester.run({"places", "phone", "--set", "geocodingEnabled=false"}).out,
+              Not(HasSubstr("Рим")));
+}
+
+TEST_F(PlacesCommand, names_areKeptInTheStateFolderUntilReset) {
+  const std::string cache = "state/Tavrix/state/geocache.json";
+  tester.run({"plan", "phone", "photos"});
+  EXPECT_FALSE(tester.folder.has(cache)) << "a plan writes nothing";
+  tester.run({"groups", "phone"});
+  ASSERT_TRUE(tester.folder.has(cache));
+  std::string kept = tester.folder.read(cache);
+  EXPECT_THAT(kept, AllOf(HasSubstr("Рим"), HasSubstr("Rome")));
+  kept.replace(kept.find("Rome"), 4, "Roma");
+  tester.folder.write(cache, kept);
+  EXPECT_EQ(folders()[0], "2026-05-01 — Roma") << "what is kept is not looked up again";
+  tester.folder.write(cache, "damaged");
+  EXPECT_EQ(folders()[0], "2026-05-01 — Rome");
+  EXPECT_EQ(*tester.run({"geocache", "reset", "--json"}).json().member("removed")->asBool(), true);
+  EXPECT_FALSE(tester.folder.has(cache));
+  EXPECT_THAT(tester.run({"geocache", "reset"}).out, StartsWith("Забывать нечего"));
+}
+
+TEST_F(PlacesCommand, records_keepTheNamesInBothLanguages) {
+  ASSERT_EQ(tester.run({"transfer", "phone", "photos"}).status, ExitStatus::done);
+  EXPECT_TRUE(tester.folder.has("photos/2026-05-01 — Rome/R1.JPG"));
+  const JsonValue record = tester.run({"history", "last", "--json"}).json();
+  const auto& folders = *record.member("folders")->asArray();
+  const JsonValue& place = *folders.at(0).member("place");
+  EXPECT_EQ(*place.member("names")->member("ru")->asString(), "Рим");
+  EXPECT_EQ(*place.member("names")->member("en")->asString(), "Rome");
+  EXPECT_EQ(*place.member("countryCode")->asString(), "IT");
+  EXPECT_TRUE(folders.at(3).member("place")->member("names")->asObject()->empty());
+  EXPECT_EQ(folders.at(4).member("place"), nullptr);
+  EXPECT_EQ(tester.run({"transfer", "phone", "photos"}).status, ExitStatus::done);
+}
+
+TEST_F(PlacesCommand, tableThatDoesNotOpen_isToldAndFoldersGoWithoutCities) {
+  const std::vector<std::pair<std::string, std::string>> rows{
+      {"missing.bin", "не открывается"}, {"phone/snapshot.json", "это не таблица мест (байт 0)"}};
+  for (const auto& [file, reason] : rows) {
+    tester.gazetteerPath = tester.folder / file;
+    const CommandResult result = tester.run({"groups", "phone"});
+    EXPECT_EQ(result.status, ExitStatus::done);
+    EXPECT_THAT(result.err, AllOf(HasSubstr(file), HasSubstr(reason)));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    EXPECT_THAT(result.out, AllOf(HasSubstr("2026-05-01"), Not(HasSubstr("Rome"))));
+  }
+  EXPECT_THAT(tester.run({"groups", "phone", "--set", "geocodingEnabled=false"}).err, IsEmpty());
+}
+
+TEST_F(PlacesCommand, version_namesTheSourceOfTheNames) {
+  EXPECT_THAT(tester.run({"--version"}).out, AllOf(HasSubstr("GeoNames"), HasSubstr("CC BY 4.0")));
+}
+
+}  // namespace
+}  // namespace tavrix::cli

@@ -1,0 +1,53 @@
+#include "places/Gazetteer.h"
+
+#include "foundation/Text.h"
+#include "foundation/files/MappedFile.h"
+#include "places/CityChoice.h"
+
+namespace tavrix {
+namespace {
+
+// Counts up whenever the choice among the places changes.
+constexpr int choiceVersion = 1;
+
+std::string nameIn(const GazetteerPlace& place, const std::string& localeID) {
+  const bool isRussian = localeID == "ru" || localeID.starts_with("ru_");
+  // The table comes from outside.
+  return replacingInvalidUtf8(isRussian && !place.russianName.empty() ? place.russianName
+                                                                      : place.name);
+}
+
+}  // namespace
+
+std::unique_ptr<Gazetteer> Gazetteer::open(const std::string& path) {
+  auto file = std::make_shared<const MappedFile>(path);
+  const auto bytes = file->bytes();
+  return std::make_unique<Gazetteer>(bytes, std::move(file));
+}
+
+std::string Gazetteer::source() const {
+  return "gazetteer " + std::to_string(table_.dataDate()) + "." + std::to_string(choiceVersion);
+}
+
+std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
+                                                const std::string& localeID) const {
+  GeocodedPlace result;
+  std::string_view country;
+  if (const auto city = CityChoice::cityAt(table_, point)) {
+    const GazetteerPlace place = table_.at(city->index);
+    result.city = nameIn(place, localeID);
+    if (const auto mainCity = CityChoice::mainCityOf(table_, city->index)) {
+      result.mainCity = nameIn(table_.at(*mainCity), localeID);
+    }
+    country = place.country;
+  } else {
+    country = CityChoice::countryAt(table_, point).value_or("");
+  }
+  if (!country.empty()) {
+    result.countryCode = replacingInvalidUtf8(country);
+    result.countryName = countryName(*result.countryCode, localeID);
+  }
+  return result;
+}
+
+}  // namespace tavrix

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "foundation/GeoPoint.h"
+
+namespace tavrix {
+
+/// Why bytes are no table of places, and where.
+class GazetteerError : public std::exception {
+ public:
+  enum class Kind {
+    notGazetteer,  ///< it does not begin like one
+    otherVersion,  ///< made for another version of the program
+    wrongSize,     ///< longer or shorter than its parts together
+    wrongOrder,    ///< the bands are not in order
+  };
+
+  GazetteerError(Kind kind, std::size_t offset) : kind_(kind), offset_(offset) {}
+  Kind kind() const { return kind_; }
+  /// The byte at which the fault was seen, from 0.
+  std::size_t offset() const { return offset_; }
+  const char* what() const noexcept override { return "GazetteerError"; }
+
+ private:
+  Kind kind_;
+  std::size_t offset_;
+};
+
+/// A place of the table. The texts point into the table.
+struct GazetteerPlace {
+  GeoPoint point;
+  std::uint32_t population = 0;
+  std::string_view name;         ///< as in English
+  std::string_view russianName;  ///< empty when there is none
+  std::string_view country;      ///< ISO 3166-1 alpha-2
+  std::uint16_t region = 0;      ///< number of the first-level region; 0 when unknown
+  std::uint16_t district = 0;    ///< number of the second-level region; 0 when unknown
+  bool isCapital = false;
+};
+
+/// The table of places, read where it lies: opening looks at the header and the bands alone. The
+/// bytes are not trusted; whatever they hold, nothing outside them is read. Form:
+/// docs/gazetteer.md. The bytes must outlive the table.
+class GazetteerTable {
+ public:
+  /// The places stand in two parts, each in bands of a quarter of a degree of latitude, inside a
+  /// band by longitude: a wide search needs to look at the large ones alone.
+  enum class Part { large, small };
+
+  /// Throws GazetteerError.
+  explicit GazetteerTable(std::span<const std::byte> bytes);
+
+  std::size_t size() const { return placeCount_; }
+  /// The day of the data, as the number yyyymmdd.
+  std::uint32_t dataDate() const { return dataDate_; }
+  /// The place at an index below size().
+  GazetteerPlace at(std::size_t index) const;
+  GeoPoint pointAt(std::size_t index) const;
+  std::uint32_t populationAt(std::size_t index) const;
+
+  /// Visits every place of a part within `radiusKm` of a point, and some a little farther off.
+  using Visitor = std::function<void(std::size_t index)>;
+  void visitAround(const GeoPoint& point, double radiusKm, Part part, const Visitor& visit) const;
+
+ private:
+  struct Range {
+    std::size_t first;
+    std::size_t last;
+  };
+
+  void checkBands() const;
+  std::uint32_t bandStart(Part part, std::size_t band) const;
+  std::string_view textAt(std::uint32_t offset) const;
+  const std::byte* record(std::size_t index) const;
+  double longitudeAt(std::size_t index) const;
+  std::size_t firstFrom(Range range, double longitude) const;
+  void visitLongitudes(Range range, double from, double to, const Visitor& visit) const;
+
+  std::span<const std::byte> bytes_;
+  std::size_t placeCount_ = 0;
+  std::size_t largeCount_ = 0;
+  std::size_t countryCount_ = 0;
+  std::uint32_t dataDate_ = 0;
+  std::size_t bandsAt_ = 0;
+  std::size_t recordsAt_ = 0;
+  std::size_t namesAt_ = 0;
+};
+
+}  // namespace tavrix

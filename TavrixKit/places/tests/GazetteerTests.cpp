@@ -1,0 +1,245 @@
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <limits>
+#include <random>
+#include <sstream>
+
+#include "foundation/files/FileError.h"
+#include "places/CityChoice.h"
+#include "places/tests/TableMaker.h"
+
+namespace tavrix {
+namespace {
+
+using std::numbers::pi;
+constexpr double kmOfDegree = pi * earthDiameterKm / 360;
+
+/// So many kilometres north and east of a place near the equator.
+GeoPoint off(double north, double east = 0) {
+  return {10 + north / kmOfDegree, 20 + east / (kmOfDegree * std::cos(10 * pi / 180))};
+}
+
+struct Row {
+  const char* what;
+  std::vector<MadePlace> places;
+  GeoPoint point;
+  std::string city;  ///< empty for none
+  std::string country;
+  std::string mainCity = "";
+};
+
+const MadePlace metropolis{"Metropolis", off(0), 8'000'000};
+
+TEST(Gazetteer, city_isThePlaceWhoseSizeReachesThePoint) {
+  const std::vector<Row> rows{
+      {"a village two kilometres from the point does not beat the city around it",
+       {metropolis, {"Village", off(12), 1500}},
+       off(10),
+       "Metropolis",
+       "AA"},
+      {"a town beside the city keeps its middle",
+       {metropolis, {"Town", off(20), 250'000, "AA", 2}},
+       off(19.5),
+       "Town",
+       "AA"},
+      {"the nearer of two villages",
+       {{"West", off(0, -3)}, {"East", off(0, 4)}},
+       off(0),
+       "West",
+       "AA"},
+      {"outside its radius a city does not beat a village nearby",
+       {{"City", off(25), 1'000'000}, {"Village", off(-5)}},
+       off(0),
+       "Village",
+       "AA"},
+      {"a village 13 km off names nothing, its country does",
+       {{"Village", off(13)}},
+       off(0),
+       "",
+       "AA"},
+      {"nothing 200 km from everything", {metropolis, {"Village", off(5)}}, off(210), "", ""},
+      {"no country on a border that no place reaches",
+       {{"Here", off(40)}, {"There", off(-45), 1000, "BB"}},
+       off(0),
+       "",
+       ""},
+      {"a capital inside another country's city",
+       {metropolis, {"State", off(2), 800, "BB", 1, 0, true}},
+       off(2.4),
+       "State",
+       "BB"},
+      {"beside that capital it is the city again",
+       {metropolis, {"State", off(2), 800, "BB", 1, 0, true}},
+       off(3),
+       "Metropolis",
+       "AA"},
+      {"over the date line", {{"Far", {0, -179.98}}}, {0, 179.98}, "Far", "AA"},
+      {"over the date line westward", {{"Far", {0, 179.98}}}, {0, -179.98}, "Far", "AA"},
+      {"across the pole", {{"Far", {89.97, 0}}}, {89.97, 180}, "Far", "AA"},
+      {"at the southern pole", {{"Pole", {-90, 0}}}, {-89.99, 77}, "Pole", "AA"},
+  };
+  for (const Row& row : rows) {
+    const auto place = gazetteerOf(madeTable(row.places)).resolve(row.point, "en_US");
+    ASSERT_TRUE(place) << row.what;
+    EXPECT_EQ(place->city.value_or(""), row.city) << row.what;
+    EXPECT_EQ(place->countryCode.value_or(""), row.country) << row.what;
+  }
+}
+
+TEST(Gazetteer, mainCity_gathersWhatBelongsToOneCity) {
+  const auto mainCityOf = [](const MadePlace& part) {
+    return gazetteerOf(madeTable({metropolis, part}))
+        .resolve(part.point, "en_US")
+        ->mainCity.value_or("");
+  };
+  EXPECT_EQ(mainCityOf({"Quarter", off(9), 2'000'000}), "Metropolis");
+  EXPECT_EQ(mainCityOf({"Equal", off(9), 7'000'000}), "");
+  EXPECT_EQ(mainCityOf({"Outside", off(22), 200'000}), "");
+  EXPECT_EQ(mainCityOf({"Other region", off(9), 200'000, "AA", 2}), "");
+  EXPECT_EQ(mainCityOf({"Other country", off(9), 200'000, "BB"}), "");
+  const MadePlace seat{"Seat", off(0), 8'000'000, "AA", 1, 5};
+  const MadePlace suburb{"Suburb", off(9), 200'000, "AA", 1, 6};
+  EXPECT_EQ(gazetteerOf(madeTable({seat, suburb})).resolve(suburb.point, "en")->mainCity,
+            std::nullopt);
+  const GeocodedPlace place{"Quarter", "Metropolis", "Land", "AA"};
+  EXPECT_EQ(place.names(true), (PlaceNames{"Metropolis", "Land", "AA"}));
+  EXPECT_EQ(place.names(false), (PlaceNames{"Quarter", "Land", "AA"}));
+}
+
+TEST(Gazetteer, language_fallsBackToEnglish) {
+  const auto gazetteer =
+      gazetteerOf(madeTable({{"Rome", {41.9, 12.5}, 2'000'000, "IT", 1, 0, true, "Рим"},
+                             {"Nowhere", {0, 0}, 1000, "IT"}}));
+  const GeoPoint rome{41.9, 12.5};
+  EXPECT_EQ(gazetteer.resolve(rome, "ru_RU")->names(false), (PlaceNames{"Рим", "Италия", "IT"}));
+  EXPECT_EQ(gazetteer.resolve(rome, "en_US")->names(false), (PlaceNames{"Rome", "Italy", "IT"}));
+  EXPECT_EQ(gazetteer.resolve(rome, "de_DE")->names(false), (PlaceNames{"Rome", "Italien", "IT"}));
+  EXPECT_EQ(gazetteer.resolve({0, 0}, "ru")->names(false), (PlaceNames{"Nowhere", "Италия", "IT"}));
+}
+
+TEST(Gazetteer, oddPoints_haveNoName) {
+  const auto gazetteer = gazetteerOf(madeTable({metropolis}));
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  const double infinite = std::numeric_limits<double>::infinity();
+  for (const GeoPoint& point :
+       {GeoPoint{none, 0}, GeoPoint{0, none}, GeoPoint{infinite, 0}, GeoPoint{0, -infinite}}) {
+    EXPECT_EQ(gazetteer.resolve(point, "en"), GeocodedPlace{});
+  }
+  EXPECT_EQ(gazetteer.resolve({10, 380}, "en")->city, "Metropolis") << "once around";
+  EXPECT_EQ(gazetteerOf(madeTable({})).resolve({0, 0}, "en"), GeocodedPlace{});
+}
+
+TEST(Gazetteer, damage_isRefusedWithItsPlace) {
+  using Kind = GazetteerError::Kind;
+  const std::string whole = madeTable({metropolis, {"Village", off(12)}});
+  const auto changed = [&](std::size_t at, char byte) {
+    std::string bytes = whole;
+    bytes.at(at) = byte;
+    return bytes;
+  };
+  struct Damage {
+    std::string bytes;
+    Kind kind;
+    std::size_t offset;
+  };
+  const std::size_t bandsAt = 36;
+  const std::vector<Damage> rows{
+      {"", Kind::notGazetteer, 0},
+      {changed(0, 'X'), Kind::notGazetteer, 0},
+      {whole.substr(0, 20), Kind::wrongSize, 20},
+      {changed(8, 2), Kind::otherVersion, 8},
+      {changed(15, 0x7F), Kind::wrongSize, 12},
+      {whole + "x", Kind::wrongSize, whole.size() + 1},
+      {whole.substr(0, whole.size() - 1), Kind::wrongSize, whole.size() - 1},
+      {changed(bandsAt, 9), Kind::wrongOrder, bandsAt},
+      {changed(bandsAt + 4, 1), Kind::wrongOrder, bandsAt + 8},
+      {changed(16, 2), Kind::wrongOrder, bandsAt + 720 * 4},
+  };
+  for (const Damage& row : rows) {
+    try {
+      gazetteerOf(row.bytes);
+      ADD_FAILURE() << "taken: " << row.offset;
+    } catch (const GazetteerError& error) {
+      EXPECT_EQ(error.kind(), row.kind) << row.offset;
+      EXPECT_EQ(error.offset(), row.offset);
+    }
+  }
+  EXPECT_THROW(Gazetteer::open("missing.bin"), FileError);
+  EXPECT_THROW(Gazetteer::open("."), FileError);
+}
+
+std::string bytesInPage() {
+  std::ifstream page{std::string{TAVRIX_DOCS} + "/gazetteer.md"};
+  std::string bytes;
+  bool isInside = false;
+  for (std::string line; std::getline(page, line);) {
+    if (line == "```") isInside = !isInside;
+    if (!isInside || line == "```") continue;
+    const auto times = line.find(" × ");
+    std::istringstream numbers{line.substr(0, times)};
+    std::string part;
+    for (std::string number; numbers >> number;) {
+      part += static_cast<char>(std::stoi(number, nullptr, 16));
+    }
+    const int count = times == std::string::npos ? 1 : std::stoi(line.substr(times + 4));
+    for (int i = 0; i < count; ++i) bytes += part;
+  }
+  return bytes;
+}
+
+TEST(Gazetteer, exampleOfTheDescription_isATable) {
+  const auto gazetteer = gazetteerOf(bytesInPage());
+  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.1");
+  ASSERT_EQ(gazetteer.table().size(), 1U);
+  const GazetteerPlace place = gazetteer.table().at(0);
+  EXPECT_EQ(place.point, (GeoPoint{43.73485, 7.41673}));
+  EXPECT_EQ(place.population, 32965U);
+  EXPECT_EQ(place.name, "Monaco");
+  EXPECT_EQ(place.russianName, "Монако");
+  EXPECT_EQ(place.country, "MC");
+  EXPECT_TRUE(place.isCapital);
+}
+
+/// The choice by looking at every place.
+std::optional<std::size_t> bestOfAll(const GazetteerTable& table, const GeoPoint& point) {
+  std::optional<std::size_t> best;
+  double least = 0;
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    // Farther in latitude alone than any city reaches.
+    if (std::abs(table.pointAt(i).latitude - point.latitude) > 1) continue;
+    const double distance = haversineDistanceKm(point, table.pointAt(i));
+    const std::uint32_t population = table.populationAt(i);
+    if (distance > CityChoice::reachKm(population)) continue;
+    const double score = CityChoice::score(distance, population);
+    if (!best || score < least) best = i, least = score;
+  }
+  return best;
+}
+
+TEST(Gazetteer, search_findsWhatLookingAtEveryPlaceFinds) {
+  const auto gazetteer = Gazetteer::open(TAVRIX_RESOURCES "/gazetteer.bin");
+  const GazetteerTable& table = gazetteer->table();
+  std::mt19937 random{20261121};
+  std::uniform_int_distribution<std::size_t> anyPlace{0, table.size() - 1};
+  std::normal_distribution<double> shift{0, 0.2};
+  int found = 0;
+  for (int i = 0; i < 400; ++i) {
+    GeoPoint point = table.pointAt(anyPlace(random));
+    point.latitude = std::clamp(point.latitude + shift(random), -90.0, 90.0);
+    point.longitude += shift(random) / std::max(0.05, std::cos(point.latitude * pi / 180));
+    const auto best = bestOfAll(table, point);
+    const auto chosen = CityChoice::cityAt(table, point);
+    ASSERT_EQ(chosen.has_value(), best.has_value()) << point.latitude << ' ' << point.longitude;
+    if (!best) continue;
+    ++found;
+    // A small state's capital stands before a neighbour's city that fits better.
+    const bool isEnclave = table.at(chosen->index).isCapital &&
+                           table.at(chosen->index).country != table.at(*best).country;
+    EXPECT_TRUE(isEnclave || chosen->index == *best) << point.latitude << ' ' << point.longitude;
+  }
+  EXPECT_GT(found, 200);
+}
+
+}  // namespace
+}  // namespace tavrix

@@ -1,0 +1,117 @@
+#include <fmt/format.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <numbers>
+#include <random>
+
+#include "Benches.h"
+#include "Measure.h"
+#include "places/CityChoice.h"
+#include "places/Gazetteer.h"
+
+namespace tavrix::bench {
+namespace {
+
+constexpr const char* tablePath = TAVRIX_RESOURCES "/gazetteer.bin";
+constexpr std::size_t lookupCount = 1'000'000;
+constexpr std::size_t comparedCount = 10'000;
+
+/// Points spread evenly over the Earth, most of them at sea.
+std::vector<GeoPoint> pointsAnywhere(std::size_t count) {
+  std::mt19937_64 random{1};
+  std::uniform_real_distribution<double> height{-1, 1};
+  std::uniform_real_distribution<double> longitude{-180, 180};
+  std::vector<GeoPoint> points;
+  for (std::size_t i = 0; i < count; ++i) {
+    points.push_back({std::asin(height(random)) * 180 / std::numbers::pi, longitude(random)});
+  }
+  return points;
+}
+
+/// Points some ten kilometres around places of the table, where people are.
+std::vector<GeoPoint> pointsAroundPlaces(const GazetteerTable& table, std::size_t count) {
+  std::mt19937_64 random{2};
+  std::uniform_int_distribution<std::size_t> anyPlace{0, table.size() - 1};
+  std::normal_distribution<double> shift{0, 0.1};
+  std::vector<GeoPoint> points;
+  for (std::size_t i = 0; i < count; ++i) {
+    const GeoPoint place = table.pointAt(anyPlace(random));
+    points.push_back({place.latitude + shift(random), place.longitude + shift(random)});
+  }
+  return points;
+}
+
+/// The choice by looking at every place, those aside that are too far off by their latitude alone.
+std::optional<CityChoice::Choice> scanned(const GazetteerTable& table, const GeoPoint& point) {
+  std::optional<CityChoice::Choice> best;
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    const GeoPoint place = table.pointAt(i);
+    if (std::abs(place.latitude - point.latitude) > 1) continue;
+    const double distance = haversineDistanceKm(point, place);
+    const std::uint32_t population = table.populationAt(i);
+    if (distance > CityChoice::reachKm(population)) continue;
+    const CityChoice::Choice choice{i, CityChoice::score(distance, population)};
+    if (!best || choice.score < best->score) best = choice;
+  }
+  return best;
+}
+
+/// A small state's capital stands before a neighbour's city that fits better.
+bool isEnclave(const GazetteerTable& table, const std::optional<CityChoice::Choice>& chosen,
+               const std::optional<CityChoice::Choice>& best) {
+  return chosen && best && table.at(chosen->index).isCapital &&
+         table.at(chosen->index).country != table.at(best->index).country;
+}
+
+void benchOpening() {
+  const Duel opening = duel(
+      20, [] { Gazetteer::open(tablePath); },
+      [] {
+        std::ifstream file{tablePath, std::ios::binary};
+        const std::string bytes{std::istreambuf_iterator<char>{file}, {}};
+        if (bytes.empty()) std::abort();
+      });
+  print({fmt::format("opening the table ({} bytes) in {:.0f} µs : reading it",
+                     std::filesystem::file_size(tablePath), opening.ours * 1e6),
+         time(opening.ours), time(opening.theirs), opening.ratio(), 0.1});
+}
+
+void benchLookups(const Gazetteer& gazetteer, const char* where,
+                  const std::vector<GeoPoint>& points) {
+  const GazetteerTable& table = gazetteer.table();
+  std::size_t named = 0;
+  const double ours = seconds([&] {
+    for (const GeoPoint& point : points) {
+      if (gazetteer.resolve(point, "en_US")->city) ++named;
+    }
+  });
+  const double perLookup = ours / static_cast<double>(points.size());
+  std::size_t equal = 0;
+  const double theirs = seconds([&] {
+    for (std::size_t i = 0; i < comparedCount; ++i) {
+      const auto chosen = CityChoice::cityAt(table, points[i]);
+      const auto best = scanned(table, points[i]);
+      if (chosen == best || isEnclave(table, chosen, best)) ++equal;
+    }
+  });
+  if (equal != comparedCount) std::abort();
+  const double perScan = theirs / comparedCount;
+  print({fmt::format("names of {} points {}, {:.0f}/s, {} named : a scan each", points.size(),
+                     where, 1 / perLookup, named),
+         time(ours), time(perScan * static_cast<double>(points.size())), perLookup / perScan,
+         0.05});
+}
+
+}  // namespace
+
+void benchPlaces(const std::string&) {
+  benchOpening();
+  const auto gazetteer = Gazetteer::open(tablePath);
+  benchLookups(*gazetteer, "anywhere", pointsAnywhere(lookupCount));
+  benchLookups(*gazetteer, "around places", pointsAroundPlaces(gazetteer->table(), lookupCount));
+}
+
+}  // namespace tavrix::bench
