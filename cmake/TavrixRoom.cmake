@@ -2,7 +2,9 @@
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  # Paths count from here, so that a checkout elsewhere is built from the cache of this one.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
 add_library(tavrix_settings INTERFACE)
@@ -28,6 +30,18 @@ endif()
 if(TAVRIX_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
+
+# Tells those of the test sources, which read files of the project, where these lie; the others are
+# the same for the compiler wherever the project is.
+function(tavrix_tell_folders)
+  foreach(source IN LISTS ARGN)
+    file(STRINGS ${source} uses REGEX "TAVRIX_(DOCS|TEST_DATA)" LIMIT_COUNT 1)
+    if(uses)
+      set_property(SOURCE ${source} APPEND PROPERTY COMPILE_DEFINITIONS
+        TAVRIX_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/tests" TAVRIX_DOCS="${CMAKE_SOURCE_DIR}/docs")
+    endif()
+  endforeach()
+endfunction()
 
 # tavrix_room(NAME SOURCES … LINKS … [PRIVATE_LINKS …] [TESTS …] [TEST_LINKS …])
 # makes the library NAME of the current folder and, from tests/, the program NAME_tests.
