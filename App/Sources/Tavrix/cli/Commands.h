@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "Settings.h"
@@ -12,6 +14,14 @@
 
 namespace tavrix::cli {
 
+/// What a call has found out about its source.
+struct SourceFindings {
+  /// The folder that stands for a phone, or that there is none; empty until somebody has looked. A
+  /// source that is unplugged meanwhile stays what it was.
+  std::optional<std::optional<std::string>> cameraFolder;
+  std::uint64_t unreadFolders = 0;  ///< whose files are missing from the catalogue
+};
+
 /// What every command works with.
 struct CommandContext {
   const Invocation& call;
@@ -19,6 +29,7 @@ struct CommandContext {
   const Settings& settings;
   ResultPrinter& printer;
   Log& log;
+  SourceFindings& source;
 
   Language language() const { return call.language; }
 };
