@@ -66,10 +66,11 @@ MediaMetadata readJpeg(FileBytes& file) {
       break;
     }
     if (!hasExif && isExif(file, *segment)) {
-      hasExif = true;
       const auto block =
           TiffBlock::open(file, segment->begin + exifMarkBytes, segment->length - exifMarkBytes);
+      // A broken block says nothing; a good one may follow.
       if (block) readExif(*block, metadata);
+      hasExif = block.has_value();
     }
     offset = segment->begin + segment->length;
   }

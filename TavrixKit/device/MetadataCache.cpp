@@ -185,7 +185,11 @@ void MetadataCache::migrate(const std::string& phoneKey, const std::string& dire
   if (!legacyExists(phoneKey, directory)) return;
   const std::string legacyName = fileName(phoneKey, legacySuffix);
   // Read before anything else: what cannot be read now may be readable another day.
-  Records records = legacyRecords(legacyText(legacyName, directory));
+  const auto legacy = decodeLegacy(legacyText(legacyName, directory));
+  // Damage may be mended by hand, or be what a later reader understands.
+  if (!legacy || legacy->records.empty()) return;
+  Records records;
+  for (const auto& entry : legacy->records) add(records, SnapshotItem{entry.second});
   for (auto& [key, item] : loadLines(phoneKey, directory)) {
     records.insert_or_assign(key, std::move(item));
   }

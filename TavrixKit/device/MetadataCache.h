@@ -58,7 +58,7 @@ struct MetadataCache {
   /// Whether a phone's records are there in the form of earlier versions.
   static bool legacyExists(const std::string& phoneKey, const std::string& directory);
   /// Moves them into the present form. The legacy file is removed only when the new one was read
-  /// back whole. Throws MigrationError, FileError.
+  /// back whole; one in which nothing decodes stays. Throws MigrationError, FileError.
   static void migrate(const std::string& phoneKey, const std::string& directory);
   /// The legacy form: one JSON object whose member "records" maps keys to records. Nothing when the
   /// text is no such thing; a record that does not decode is left out.

@@ -92,6 +92,8 @@ void MetadataPass::remember(const SnapshotItem& item) {
     isKept_ = false;
     return;
   }
+  // It would be read again anyway, and needs no writing.
+  if (MetadataCache::isIncomplete(item)) return;
   records_.insert_or_assign(MetadataCache::key(item), item);
   isSaved_ = false;
   const Instant now = setup_.now();

@@ -3,6 +3,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "device/Bytes.h"
 #include "device/Containers.h"
 #include "device/Iso6709.h"
@@ -18,8 +20,23 @@ constexpr std::string_view locationKey = "com.apple.quicktime.location.ISO6709";
 constexpr std::size_t maxValueBytes = 1024;
 constexpr std::size_t maxKeys = 256;
 
-/// "2019-02-12T15:27:12+0800", the offset also with a colon or "Z": date and offset as EXIF writes
-/// them.
+/// An offset of ISO 8601 as EXIF writes it: "Z", "+08" and "+0800" become "+00:00" and "+08:00".
+std::string exifOffsetOf(std::string_view text) {
+  if (text == "Z") return "+00:00";
+  std::string offset{text};
+  if (offset.size() == 3) offset += "00";
+  if (offset.size() == 5) offset.insert(3, ":");
+  return offset;
+}
+
+/// What stands behind the seconds, without a fraction of them.
+std::string_view withoutFraction(std::string_view text) {
+  if (!text.starts_with('.') && !text.starts_with(',')) return text;
+  return text.substr(std::min(text.find_first_not_of("0123456789", 1), text.size()));
+}
+
+/// "2019-02-12T15:27:12+0800", also with a fraction of the second and other forms of the offset:
+/// date and offset as EXIF writes them.
 void setIsoDate(std::string_view text, MediaMetadata& metadata) {
   constexpr std::size_t dateBytes = 19;
   if (text.size() < dateBytes || text[10] != 'T') return;
@@ -27,9 +44,7 @@ void setIsoDate(std::string_view text, MediaMetadata& metadata) {
   date[4] = date[7] = ':';
   date[10] = ' ';
   if (!instantOfExif(date, std::nullopt, TimeZone::utc())) return;
-  std::string offset{text.substr(dateBytes)};
-  if (offset == "Z") offset = "+00:00";
-  if (offset.size() == 5) offset.insert(3, ":");
+  std::string offset = exifOffsetOf(withoutFraction(text.substr(dateBytes)));
   metadata.exifDate = std::move(date);
   if (isExifOffset(offset)) metadata.exifOffset = std::move(offset);
 }

@@ -3,6 +3,12 @@
 #include "foundation/Sentences.h"
 
 namespace tavrix {
+namespace {
+
+/// Of a run in which no file failed, but which did not see all of its source.
+constexpr Sentence<> readInPart{"Источник прочитан не весь", "The source was read only in part"};
+
+}  // namespace
 
 std::string verdictText(Language language, TransferRecord::Status status,
                         const TransferRecord::Totals& totals) {
@@ -10,6 +16,7 @@ std::string verdictText(Language language, TransferRecord::Status status,
     case TransferRecord::Status::completed:
       return say(language, sentences::allOnMac);
     case TransferRecord::Status::completedWithFailures:
+      if (totals.failed == 0) return say(language, readInPart);
       return say(language, sentences::notTransferred, numberText(language, totals.failed));
     case TransferRecord::Status::cancelled:
     case TransferRecord::Status::interrupted:

@@ -27,8 +27,18 @@ bool isInside(const fs::path& inner, const fs::path& outer) {
   return end == outer.end();
 }
 
+/// Whether the folder, or one above it, is the same on the disk as another: the disk may hold a
+/// folder under several paths.
+bool isBelow(const fs::path& inner, const fs::path& outer) {
+  for (fs::path path = inner;; path = path.parent_path()) {
+    std::error_code error;
+    if (fs::equivalent(path, outer, error)) return true;
+    if (path == path.parent_path()) return false;
+  }
+}
+
 void checkHoldsNot(const std::string& source, const std::string& destination) {
-  if (isInside(resolved(source), resolved(destination))) {
+  if (Destination::liesIn(source, destination)) {
     throw DestinationError{DestinationError::Kind::holdsSource, destination};
   }
 }
@@ -62,18 +72,27 @@ PhoneIdentity folderPhone(const std::string& folder, const std::string& deviceNa
 }
 
 void Destination::checkApart(const std::string& source, const std::string& destination) {
-  if (isInside(resolved(destination), resolved(source + "/media"))) {
+  if (liesIn(destination, source + "/media")) {
     throw DestinationError{DestinationError::Kind::insideMedia, destination};
   }
   checkHoldsNot(source, destination);
 }
 
-void Destination::checkApartFromFolder(const std::string& source, const std::string& destination) {
+void Destination::checkApartFromFolder(const std::string& source,
+                                       const std::string& catalogueFolder,
+                                       const std::string& destination) {
   // A folder that is both holds the source, which says more.
   checkHoldsNot(source, destination);
-  if (isInside(resolved(destination), resolved(source))) {
+  checkHoldsNot(catalogueFolder, destination);
+  if (liesIn(destination, source) || liesIn(destination, catalogueFolder)) {
     throw DestinationError{DestinationError::Kind::insideMedia, destination};
   }
+}
+
+bool Destination::liesIn(const std::string& path, const std::string& folder) {
+  const fs::path inner = resolved(path);
+  const fs::path outer = resolved(folder);
+  return isInside(inner, outer) || isBelow(inner, outer);
 }
 
 std::unique_ptr<Folder> Destination::openExisting(const std::string& path) {

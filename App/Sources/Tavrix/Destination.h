@@ -53,8 +53,13 @@ namespace Destination {
 /// Throws unless the destination and the source (a folder with snapshot and media) lie apart: what
 /// is copied must not become part of what is copied from.
 void checkApart(const std::string& source, const std::string& destination);
-/// The same for a source that is nothing but media.
-void checkApartFromFolder(const std::string& source, const std::string& destination);
+/// The same for a source that is nothing but media; `catalogueFolder` is what is read of it, which
+/// links may lead to.
+void checkApartFromFolder(const std::string& source, const std::string& catalogueFolder,
+                          const std::string& destination);
+/// Whether a path is that of a folder or leads into it, by whatever links, mounts and spellings.
+/// Where neither exists, their names decide.
+bool liesIn(const std::string& path, const std::string& folder);
 
 /// The folder as it is; null when there is nothing of that name.
 std::unique_ptr<Folder> openExisting(const std::string& path);

@@ -22,5 +22,9 @@ inline constexpr Sentence<> noteKeptOriginals{
 inline constexpr Sentence<std::string> noteMarkerNotSaved{
     "Папка назначения не запомнила, что в неё перенесено: {}",
     "The destination folder could not note what was transferred: {}"};
+/// How many folders.
+inline constexpr Sentence<std::string> noteUnreadFolders{
+    "В источнике не прочитано: {}; файлы оттуда не перенесены.",
+    "Not read in the source: {}; the files there were not transferred."};
 
 }  // namespace tavrix::sentences

@@ -19,6 +19,8 @@ namespace tavrix {
 
 struct TransferOutcome {
   TransferRecord::Status status = TransferRecord::Status::completed;
+  /// Folders of the source whose files nobody could list.
+  std::uint64_t unreadFolders = 0;
   TransferReport report;  ///< of what got through, however the run ended
   /// What ended an `interrupted` run.
   std::optional<FileError> interruption;

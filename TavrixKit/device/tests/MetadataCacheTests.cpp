@@ -133,6 +133,14 @@ TEST_F(MetadataCacheTest, migrationThatFails_keepsTheLegacyFile) {
   EXPECT_EQ(load().size(), 1U);
 }
 
+TEST_F(MetadataCacheTest, legacyFileInWhichNothingDecodes_stays) {
+  for (const char* const text : {"{", R"({"records":{"a":{"name":1}}})"}) {
+    folder.write("state/metadata-P.json", text);
+    MetadataCache::migrate("P", state);
+    EXPECT_TRUE(MetadataCache::legacyExists("P", state)) << text;
+  }
+}
+
 TEST_F(MetadataCacheTest, absentOrUnusableFolder_isAnEmptyCache) {
   EXPECT_TRUE(load().empty());
   EXPECT_EQ(MetadataCache::countCachedRecords(state), 0U);

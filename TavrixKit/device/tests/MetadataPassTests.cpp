@@ -49,7 +49,7 @@ struct MetadataPassTest : testing::Test {
       time += step;
       if (atFetch) atFetch(index);
       MediaMetadata metadata;
-      metadata.setPixels(100 + index, 50);
+      if (hasPixels) metadata.setPixels(100 + index, 50);
       return metadata;
     };
     return pass.run(completed, fetch, std::move(stop));
@@ -60,6 +60,7 @@ struct MetadataPassTest : testing::Test {
   LinesLog log;
   Instant time{std::chrono::seconds{1779364800}};
   std::chrono::seconds step{0};
+  bool hasPixels = true;
   std::vector<SnapshotItem> items{item("1", "a.HEIC", 1), item("1", "a.AAE", 1),
                                   item("1", "b.MOV", 2), item("2", "c.JPG", 3)};
   std::vector<SnapshotItem> completed;
@@ -99,6 +100,17 @@ TEST_F(MetadataPassTest, filesOfOneKey_neverTakeEachOthersMetadata) {
     }
   }
   EXPECT_EQ(fetched.size(), 2U);
+}
+
+TEST_F(MetadataPassTest, picturesThatTellNoSize_areNoReasonToWriteTheCache) {
+  run();
+  items.push_back(item("1", "d.JPG", 5));
+  hasPixels = false;
+  std::filesystem::remove(folder / "state/metadata-P.jsonl");
+  items = {items.back()};
+  run();
+  EXPECT_THAT(fetched, testing::ElementsAre(0));
+  EXPECT_FALSE(folder.has("state/metadata-P.jsonl"));
 }
 
 TEST_F(MetadataPassTest, passThatIsStopped_keepsWhatItRead) {

@@ -148,6 +148,30 @@ TEST(MetadataReader, filesOfAPhone_areAsExiftoolReadsThem) {
   }
 }
 
+TEST(MetadataReader, offsetOfAFilm_isReadInEveryForm) {
+  const std::vector<std::pair<std::string, std::optional<std::string>>> rows{
+      {"+0300", "+03:00"},     {"+03:00", "+03:00"}, {"+03", "+03:00"},
+      {".678+0300", "+03:00"}, {".6Z", "+00:00"},    {".678", std::nullopt},
+      {".", std::nullopt},     {"+3", std::nullopt}, {"", std::nullopt}};
+  for (const auto& [ending, offset] : rows) {
+    const std::string bytes = testbytes::film(
+        {.width = 640, .height = 480, .creationDate = "2026-05-20T12:00:00" + ending});
+    MemoryReader file{bytes};
+    const MediaMetadata metadata = MetadataReader::read(file);
+    EXPECT_EQ(metadata.exifDate, "2026:05:20 12:00:00") << ending;
+    EXPECT_EQ(metadata.exifOffset, offset) << ending;
+  }
+}
+
+TEST(MetadataReader, brokenExifSegment_doesNotHideAGoodOne) {
+  using namespace testbytes;
+  const std::string broken = segment(0xE1, std::string{"Exif\0\0", 6} + "no directory at all");
+  const std::string good = exifSegment(capture("2026:05:20 12:00:00", "+02:00"));
+  const std::string bytes = jpeg(broken + good + frame(10, 20));
+  MemoryReader file{bytes};
+  EXPECT_EQ(MetadataReader::read(file).exifDate, "2026:05:20 12:00:00");
+}
+
 /// What ends while it is read, lies about its sizes or leads in circles.
 TEST(MetadataReader, hostileFile_endsSoonWithWhatItHas) {
   using namespace testbytes;

@@ -248,6 +248,9 @@ inline constexpr Sentence<Text> runCompleted{"Перенос завершён, �
 inline constexpr Sentence<Text> runCompletedWithFailures{
     "Перенос завершён, но не удалось перенести {}; повторите — перенесётся только недостающее.",
     "The transfer has ended, but failed for {}; run it again to transfer only what is missing."};
+inline constexpr Sentence<Text> runPartlyCompleted{
+    "Перенос закончен, записано {}, но источник прочитан не весь.",
+    "The transfer has ended, {} written, but the source was read only in part."};
 inline constexpr Sentence<> runCancelled{
     "Перенос отменён; что успело скопироваться, останется, а повтор перенесёт остальное.",
     "The transfer was cancelled; what was copied stays, and running it again transfers the rest."};

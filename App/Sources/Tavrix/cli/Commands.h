@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -14,6 +15,15 @@
 
 namespace tavrix::cli {
 
+/// What a call has found out about its source.
+struct SourceFindings {
+  /// The folder that stands for a phone, or that there is none; empty until somebody has looked. A
+  /// source that is unplugged meanwhile stays what it was.
+  std::optional<std::optional<std::string>> cameraFolder;
+  std::uint64_t unreadFolders = 0;    ///< whose files are missing from the catalogue
+  std::optional<PhoneOnCable> phone;  ///< of a source on the cable, once it was looked for
+};
+
 /// What every command works with.
 struct CommandContext {
   const Invocation& call;
@@ -21,7 +31,7 @@ struct CommandContext {
   const Settings& settings;
   ResultPrinter& printer;
   Log& log;
-  std::optional<PhoneOnCable>& phone;  ///< of a source on the cable, once it was looked for
+  SourceFindings& source;
 
   Language language() const { return call.language; }
 };

@@ -1,9 +1,11 @@
 #include "cli/FolderSource.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <filesystem>
 
+#include "Destination.h"
 #include "StateFolder.h"
 #include "cli/Quotes.h"
 #include "cli/ReadingBar.h"
@@ -63,6 +65,15 @@ void tellLeftOut(const CommandContext& context, const FolderCatalogue& catalogue
   tell(context, sentences::unreadableFiles, catalogue.unreadable);
 }
 
+/// The folders whose files nobody has seen.
+std::uint64_t unreadFolders(const FolderCatalogue& catalogue) {
+  const auto count = std::count_if(
+      catalogue.leftOut.begin(), catalogue.leftOut.end(), [](const SourceFolder::LeftOut& each) {
+        return each.reason == Reason::unreadableFolder || each.reason == Reason::tooDeep;
+      });
+  return static_cast<std::uint64_t>(count);
+}
+
 using ReadCatalogue =
     std::function<FolderCatalogue(MetadataPass::Setup, const std::stop_token& stop)>;
 
@@ -93,8 +104,9 @@ std::optional<std::string> stateFolder(const CommandContext& context) {
                           .home = variable(environment, "HOME")});
 }
 
-std::optional<std::string> cameraFolder(const CommandContext& context) {
-  const std::string& source = context.call.source();
+namespace {
+
+std::optional<std::string> findCameraFolder(const std::string& source) {
   std::error_code error;
   const auto snapshot = std::filesystem::symlink_status(pathIn(source, "snapshot.json"), error);
   if (std::filesystem::exists(snapshot)) return std::nullopt;
@@ -106,7 +118,29 @@ std::optional<std::string> cameraFolder(const CommandContext& context) {
   }
 }
 
+/// What is kept of a source never lies in it.
+void checkStateApart(const CommandContext& context, const std::string& folder) {
+  const auto state = stateFolder(context);
+  if (!state) return;
+  const bool isInside =
+      Destination::liesIn(*state, folder) ||
+      // Of a home that is looked at as a phone, the usual place is a part.
+      (context.call.stateFolder && Destination::liesIn(*state, context.call.source()));
+  if (!isInside) return;
+  throw CommandFailure{ExitStatus::usage,
+                       say(context.language(), sentences::stateInSource, cli::quoted(*state))};
+}
+
+}  // namespace
+
+const std::optional<std::string>& cameraFolder(const CommandContext& context) {
+  auto& found = context.source.cameraFolder;
+  if (!found) found.emplace(findCameraFolder(context.call.source()));
+  return *found;
+}
+
 std::vector<SnapshotItem> readFolder(const CommandContext& context, const std::string& folder) {
+  checkStateApart(context, folder);
   return readWithMetadata(context, SourceFolder::phoneKey(folder), folder,
                           [&](MetadataPass::Setup setup, const std::stop_token& stop) {
                             return FolderCatalogue::read(folder, std::move(setup), stop);
@@ -124,6 +158,7 @@ std::vector<SnapshotItem> readWithMetadata(const CommandContext& context,
             catalogue.isKept ? sentences::readingStopped : sentences::readingStoppedUnkept)};
   }
   tellLeftOut(context, catalogue);
+  context.source.unreadFolders = unreadFolders(catalogue);
   writeLog(context.log, "folder read: items={}, left out={}, source={}", catalogue.items.size(),
            catalogue.leftOut.size(), PrivateField{place});
   return std::move(catalogue.items);

@@ -1,35 +1,13 @@
 // The commands that show what is on the phone.
 
-#include <filesystem>
-
 #include "cli/Commands.h"
 #include "cli/FolderSource.h"
 #include "cli/PlaceNames.h"
 #include "cli/Quotes.h"
 #include "cli/Source.h"
-#include "cli/SourceSentences.h"
 #include "media/BundleBuilder.h"
 
 namespace tavrix::cli {
-namespace {
-
-/// A folder that stands for a phone is never written to.
-void checkCatalogueFolder(const CommandContext& context, const std::string& folder) {
-  if (!cameraFolder(context)) return;
-  try {
-    checkApart(context, folder);
-  } catch (const DestinationError& error) {
-    std::error_code ignored;
-    const bool isOutside = error.kind() == DestinationError::Kind::holdsSource &&
-                           !std::filesystem::equivalent(folder, context.call.source(), ignored);
-    if (isOutside) return;
-    throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::catalogueInSource,
-                                                cli::quoted(folder))};
-  }
-}
-
-}  // namespace
-
 ExitStatus listCatalog(const CommandContext& context) {
   context.printer.catalog(readCatalogue(context));
   return ExitStatus::done;

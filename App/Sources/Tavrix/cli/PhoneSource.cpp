@@ -173,8 +173,8 @@ bool isPhone(std::string_view source) {
 }
 
 const PhoneOnCable& chosenPhone(const CommandContext& context) {
-  if (!context.phone) context.phone = findPhone(context);
-  return *context.phone;
+  if (!context.source.phone) context.source.phone = findPhone(context);
+  return *context.source.phone;
 }
 
 PhoneIdentity identityOf(const PhoneOnCable& phone, const std::string& name) {

@@ -119,8 +119,11 @@ ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings)
   TextPrinter text{surroundings.out, call.language, settings.timeZone, surroundings.outColumns};
   JsonPrinter json{surroundings.out};
   ResultPrinter& printer = call.json ? static_cast<ResultPrinter&>(json) : text;
-  std::optional<PhoneOnCable> phone;
-  return execute({call, surroundings, settings, printer, call.verbose ? log : silentLog(), phone});
+  SourceFindings source;
+  const ExitStatus status =
+      execute({call, surroundings, settings, printer, call.verbose ? log : silentLog(), source});
+  const bool isPartial = status == ExitStatus::done && source.unreadFolders > 0;
+  return isPartial ? ExitStatus::someFailed : status;
 }
 
 ExitStatus answer(const Request& request, const Surroundings& surroundings) {

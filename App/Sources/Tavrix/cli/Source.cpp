@@ -7,6 +7,8 @@
 #include "cli/Failures.h"
 #include "cli/FolderSource.h"
 #include "cli/PhoneSource.h"
+#include "cli/Quotes.h"
+#include "cli/SourceSentences.h"
 #include "device/FolderMediaSource.h"
 #include "foundation/Text.h"
 #include "foundation/files/FileReader.h"
@@ -66,29 +68,41 @@ PhoneIdentity phoneOf(const CommandContext& context) {
   }
   const bool isNamed = context.call.deviceName ||
                        variable(context.surroundings.environment, "DEMO_DEVICE_NAME").has_value();
-  const auto folder = isNamed ? std::nullopt : cameraFolder(context);
-  return folder ? folderPhone(*folder, deviceName(context)) : snapshotPhone(deviceName(context));
+  const auto& folder = cameraFolder(context);
+  return folder && !isNamed ? folderPhone(*folder, deviceName(context))
+                            : snapshotPhone(deviceName(context));
 }
 
 std::unique_ptr<MediaSource> openMedia(const CommandContext& context) {
   if (isPhone(context.call.source())) return openPhone(context);
-  if (const auto folder = cameraFolder(context))
+  if (const auto& folder = cameraFolder(context))
     return std::make_unique<FolderMediaSource>(*folder);
   return std::make_unique<LocalMediaSource>(mediaFolder(context));
 }
 
 void checkApart(const CommandContext& context, const std::string& destination) {
   if (isPhone(context.call.source())) return;
-  if (cameraFolder(context)) {
-    Destination::checkApartFromFolder(context.call.source(), destination);
+  if (const auto& folder = cameraFolder(context)) {
+    Destination::checkApartFromFolder(context.call.source(), *folder, destination);
   } else {
     Destination::checkApart(context.call.source(), destination);
   }
 }
 
+void checkCatalogueFolder(const CommandContext& context, const std::string& folder) {
+  if (isPhone(context.call.source())) return;
+  const auto& camera = cameraFolder(context);
+  if (!camera) return;
+  const bool isInside =
+      Destination::liesIn(folder, context.call.source()) || Destination::liesIn(folder, *camera);
+  if (!isInside) return;
+  throw CommandFailure{ExitStatus::usage,
+                       say(context.language(), sentences::catalogueInSource, cli::quoted(folder))};
+}
+
 std::vector<SnapshotItem> readItems(const CommandContext& context) {
   if (isPhone(context.call.source())) return readPhone(context);
-  if (const auto folder = cameraFolder(context)) return readFolder(context, *folder);
+  if (const auto& folder = cameraFolder(context)) return readFolder(context, *folder);
   auto items = readSnapshot(context, [](ByteReader& file) { return Snapshot::read(file); });
   writeLog(context.log, "snapshot read: items={}, source={}", items.size(),
            PrivateField{context.call.source()});
@@ -97,6 +111,7 @@ std::vector<SnapshotItem> readItems(const CommandContext& context) {
 
 std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   const auto snapshotOut = variable(context.surroundings.environment, "SNAPSHOT_OUT");
+  if (snapshotOut) checkCatalogueFolder(context, *snapshotOut);
   if (isPhone(context.call.source()) || cameraFolder(context)) {
     const auto items = readItems(context);
     if (snapshotOut) writeItems(items, *snapshotOut);

@@ -27,6 +27,10 @@ std::unique_ptr<MediaSource> openMedia(const CommandContext& context);
 /// Throws DestinationError unless the destination and the source lie apart.
 void checkApart(const CommandContext& context, const std::string& destination);
 
+/// A folder that stands for a phone is never written to: throws CommandFailure when a catalogue's
+/// folder lies in it.
+void checkCatalogueFolder(const CommandContext& context, const std::string& folder);
+
 /// The phone's name (the call's, the environment's, or "iPhone"), and the phone as destinations
 /// remember it.
 std::string deviceName(const CommandContext& context);

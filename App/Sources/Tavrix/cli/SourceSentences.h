@@ -48,6 +48,14 @@ inline constexpr Sentence<std::string> readingHits{"из кэша: {}", "from th
 inline constexpr Sentence<std::string_view> catalogueInSource{
     "Папка «{}» лежит в самом источнике; выберите для каталога другую.",
     "The folder “{}” lies in the source itself; choose another one for the catalogue."};
+inline constexpr Sentence<std::string_view> stateInSource{
+    "Папка состояния «{}» лежит в самом источнике; укажите другую: --state DIR.",
+    "The state folder “{}” lies in the source itself; name another one: --state DIR."};
+/// Of the folders that could not be read: how many.
+inline constexpr Sentence<std::string> runWithUnreadFolders{
+    "В источнике не прочитано: {}. Файлы оттуда не перенесены; проверьте права и диск и повторите.",
+    "Not read in the source: {}. The files there were not transferred; check the permissions and "
+    "the disk, and run it again."};
 
 // The cache.
 inline constexpr Sentence<> noStateFolder{

@@ -70,6 +70,7 @@ class TextPrinter : public ResultPrinter {
   void tally(const TransferTally& tally, bool hasRun);
   void nothing(const Library& library, const std::string& destination);
   void headline(const TransferResult& result);
+  void unreadFolders(const TransferOutcome& outcome);
   std::string stateOf(const TransferRecord::File& file) const;
   std::string pathOrReason(const TransferRecord::File& file) const;
   std::string templateTitle(const std::string& name) const;

@@ -127,6 +127,15 @@ ExitStatus statusOf(const TransferOutcome& outcome) {
   return ExitStatus::stopped;
 }
 
+/// A run that saw only a part of its source has not completed.
+TransferOutcome withUnread(const CommandContext& context, TransferOutcome outcome) {
+  outcome.unreadFolders = context.source.unreadFolders;
+  if (outcome.unreadFolders > 0 && outcome.status == TransferRecord::Status::completed) {
+    outcome.status = TransferRecord::Status::completedWithFailures;
+  }
+  return outcome;
+}
+
 /// Tells on standard error how a run ended that did not end by itself.
 void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
   const Language language = context.language();
@@ -177,7 +186,8 @@ ExitStatus transfer(const CommandContext& context) {
   RunToRecord record = runToRecord(context, library, plan);
   record.placeNaming = naming.get();
   if (!plan.files.empty()) writeRecord(context, record);
-  const TransferOutcome outcome = run(context, plan, *destination, std::move(content));
+  const TransferOutcome outcome =
+      withUnread(context, run(context, plan, *destination, std::move(content)));
   tellEnd(context, outcome);
   record.outcome = outcome;
   record.finishedAt = context.surroundings.now();

@@ -2,6 +2,7 @@
 
 #include "cli/CliSentences.h"
 #include "cli/HistorySentences.h"
+#include "cli/SourceSentences.h"
 #include "cli/TextPrinter.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
@@ -91,6 +92,8 @@ void TextPrinter::headline(const TransferResult& result) {
     case TransferRecord::Status::completed:
       return line(say(language_, sentences::runCompleted, bytes(outcome.report.bytesWritten)));
     case TransferRecord::Status::completedWithFailures:
+      // Then the source was read in part, which the closing lines say.
+      if (outcome.report.failures.empty()) break;
       return line(say(language_, sentences::runCompletedWithFailures,
                       count(outcome.report.failures.size(), sentences::files)));
     case TransferRecord::Status::cancelled:
@@ -98,6 +101,14 @@ void TextPrinter::headline(const TransferResult& result) {
       // The error itself says why the run ended.
       return;
   }
+  line(say(language_, sentences::runPartlyCompleted, bytes(outcome.report.bytesWritten)));
+}
+
+void TextPrinter::unreadFolders(const TransferOutcome& outcome) {
+  if (outcome.unreadFolders == 0) return;
+  line("");
+  line(say(language_, sentences::runWithUnreadFolders,
+           count(outcome.unreadFolders, sentences::folders)));
 }
 
 void TextPrinter::list(const std::string& title, const std::vector<std::string>& lines) {
@@ -112,7 +123,8 @@ void TextPrinter::transfer(const TransferResult& result) {
   if (result.plan.files.empty()) {
     nothing(result.library, result.destination);
     tally(tallyOf(result.library, result.plan, report), false);
-    return home(result.library);
+    home(result.library);
+    return unreadFolders(result.outcome);
   }
   headline(result);
   line("");
@@ -120,6 +132,7 @@ void TextPrinter::transfer(const TransferResult& result) {
   home(result.library);
   list(say(language_, sentences::keptOriginalsTitle), report.conversionFallbacks);
   list(say(language_, sentences::failuresTitle), report.failures);
+  unreadFolders(result.outcome);
   if (result.recordID) {
     line("");
     line(say(language_, sentences::recordHint, shortID(*result.recordID)));

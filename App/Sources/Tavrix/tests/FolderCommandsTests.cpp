@@ -2,6 +2,7 @@
 
 #include "StateFolder.h"
 #include "cli/ReadingBar.h"
+#include "device/SourceFolder.h"
 #include "device/tests/support/MediaBytes.h"
 #include "tests/CommandTester.h"
 
@@ -169,6 +170,46 @@ TEST_F(FolderCommandsTest, placesThatHoldEachOther_areRefused) {
   EXPECT_FALSE(tester.folder.has("phone/out"));
   EXPECT_FALSE(tester.folder.has("phone/snapshot.json"));
   EXPECT_EQ(run({"snapshot", "phone", tester.folder.path()}).status, ExitStatus::done);
+}
+
+TEST_F(FolderCommandsTest, sourceReachedByALink_isKeptFreeAllTheSame) {
+  std::filesystem::create_directories(tester.folder / "card");
+  std::filesystem::create_directory_symlink("../phone/DCIM", tester.folder / "card/DCIM");
+  const std::string card = tester.folder / "card";
+  const std::string media = tester.folder / "phone/DCIM";
+  for (const std::string& inside : {media + "/out", media, tester.folder / "phone"}) {
+    EXPECT_EQ(run({"transfer", card, inside}).status, ExitStatus::usage) << inside;
+  }
+  EXPECT_EQ(run({"snapshot", card, media + "/out"}).status, ExitStatus::usage);
+  const auto result = run({"catalog", card, "--state", media + "/state"});
+  EXPECT_EQ(result.status, ExitStatus::usage);
+  EXPECT_THAT(result.err, HasSubstr("--state DIR"));
+  EXPECT_EQ(run({"catalog", "phone", "--state", tester.folder / "phone/state"}).status,
+            ExitStatus::usage);
+  tester.environment["SNAPSHOT_OUT"] = media + "/out";
+  EXPECT_EQ(run({"groups", card}).status, ExitStatus::usage);
+  for (const char* const name : {"phone/DCIM/out", "phone/DCIM/state", "phone/state"}) {
+    EXPECT_FALSE(tester.folder.has(name)) << name;
+  }
+}
+
+TEST_F(FolderCommandsTest, folderTooDeepToRead_isToldByEveryStatus) {
+  std::string deep = "phone/DCIM/100APPLE";
+  for (int i = 0; i < SourceFolder::maxDepth + 1; ++i) deep += "/x";
+  tester.folder.write(deep + "/IMG_0009.JPG", "x");
+  const auto listed = run({"catalog", "phone", "--json"});
+  EXPECT_EQ(listed.status, ExitStatus::someFailed);
+  EXPECT_EQ(listed.json().asArray()->size(), 4U);
+  EXPECT_EQ(run({"snapshot", "phone", "other"}).status, ExitStatus::someFailed);
+  const auto copied = run({"transfer", "phone", "photos"});
+  EXPECT_EQ(copied.status, ExitStatus::someFailed);
+  EXPECT_THAT(copied.out, HasSubstr("was read only in part"));
+  EXPECT_THAT(copied.out, HasSubstr("Not read in the source: 1 folder."));
+  const auto record = run({"history", tester.recordID().text().substr(0, 8)});
+  EXPECT_THAT(record.out, HasSubstr("Not read in the source: 1 folder; "));
+  const auto again = run({"transfer", "phone", "photos"});
+  EXPECT_EQ(again.status, ExitStatus::someFailed);
+  EXPECT_THAT(again.out, HasSubstr("Not read in the source: 1 folder."));
 }
 
 TEST_F(FolderCommandsTest, folderThatIsNoSource_isSaidWithTheRemedy) {
