@@ -128,7 +128,8 @@ std::optional<std::string> SourceFolder::catalogueFolder(const std::string& path
       std::any_of(entries.begin(), entries.end(), [](const FolderEntry& entry) {
         return entry.status.type == Type::folder && isCameraFolderName(entry.name);
       });
-  if (holdsCameraFolders || isMediaFolderName(fullPath(path).filename().string())) return path;
+  const std::string name = fullPath(path).filename().string();
+  if (holdsCameraFolders || isMediaFolderName(name) || isCameraFolderName(name)) return path;
   return std::nullopt;
 }
 

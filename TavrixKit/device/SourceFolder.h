@@ -57,8 +57,8 @@ struct Listing {
 };
 
 /// The folder whose content is the catalogue: DCIM in a folder that holds it; the folder itself
-/// when it is named so or holds folders such as "100APPLE". Nothing for any other folder. Throws
-/// FileError when it cannot be listed.
+/// when it is named so, holds folders such as "100APPLE" or is one of them. Nothing for any other
+/// folder. Throws FileError when it cannot be listed.
 std::optional<std::string> catalogueFolder(const std::string& path);
 /// Whether a name is one that cameras give their folders (DCF 2.0): three digits from 100 on and
 /// five letters, digits or underscores, as in "100APPLE" and "202605__".

@@ -51,6 +51,8 @@ TEST_F(FolderSourceTest, kindsOfFolders_areRecognised) {
   EXPECT_EQ(found("small/dcim/"), folder / "small/dcim/");
   EXPECT_EQ(found("old"), folder / "old");
   EXPECT_EQ(found("new"), folder / "new");
+  EXPECT_EQ(found("card/DCIM/100APPLE"), folder / "card/DCIM/100APPLE");
+  EXPECT_EQ(found("plain/099APPLE"), std::nullopt);
   EXPECT_EQ(found("plain"), std::nullopt);
   EXPECT_THROW(found("missing"), FileError);
   EXPECT_EQ(SourceFolder::phoneKey(folder / "card"),

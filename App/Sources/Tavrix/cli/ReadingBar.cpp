@@ -1,11 +1,13 @@
 #include "cli/ReadingBar.h"
 
 #include <cmath>
+#include <vector>
 
 #include "cli/CliSentences.h"
 #include "cli/ProgressBar.h"
 #include "cli/SourceSentences.h"
 #include "cli/Table.h"
+#include "foundation/Text.h"
 
 namespace tavrix::cli {
 namespace {
@@ -29,20 +31,28 @@ ReadingBar::~ReadingBar() {
 
 std::string ReadingBar::text(const MetadataPass::Progress& progress,
                              std::chrono::duration<double> elapsed) const {
-  std::string line = barText(progress.done(), progress.total) + " ";
-  line += say(language_, sentences::readingCounts, numberText(language_, progress.done()),
-              counted(language_, progress.total, sentences::filesOfTotal));
+  const std::string counts =
+      say(language_, sentences::readingCounts, numberText(language_, progress.done()),
+          counted(language_, progress.total, sentences::filesOfTotal));
+  std::vector<std::string> parts;
   if (elapsed >= measureTime && progress.read > 0) {
     const double speed = static_cast<double>(progress.read) / elapsed.count();
     const auto left = static_cast<double>(progress.total - progress.done()) / speed;
-    line += " · " + say(language_, sentences::readingSpeed,
-                        counted(language_, static_cast<std::uint64_t>(std::round(speed)),
-                                sentences::files));
-    line += " · " + say(language_, sentences::progressLeft,
-                        durationText(std::chrono::seconds{std::llround(std::ceil(left))}));
+    parts.push_back(
+        say(language_, sentences::readingSpeed,
+            counted(language_, static_cast<std::uint64_t>(std::round(speed)), sentences::files)));
+    parts.push_back(say(language_, sentences::progressLeft,
+                        durationText(std::chrono::seconds{std::llround(std::ceil(left))})));
   }
   if (progress.hits > 0) {
-    line += " · " + say(language_, sentences::readingHits, numberText(language_, progress.hits));
+    parts.push_back(say(language_, sentences::readingHits, numberText(language_, progress.hits)));
+  }
+  std::string line = barText(progress.done(), progress.total) + " " + counts;
+  // Half a number would be another number: what has no room is left out whole.
+  if (displayWidth(line) > columns_) line = counts;
+  for (const std::string& part : parts) {
+    if (displayWidth(line) + displayWidth(part) + 3 > columns_) break;
+    line += " · " + part;
   }
   return shortened(line, columns_);
 }

@@ -240,6 +240,9 @@ TEST_F(FolderCommandsTest, readingBar_showsCountsSpeedAndHits) {
         bar.text({50'000, 12'000, 1'400}, std::chrono::seconds{4}),
         EndsWith("Чтение: 13\u00A0400 / 50\u00A0000 файлов · 350 файлов/с · осталось 1:45 · "
                  "из кэша: 12\u00A0000"));
+    ReadingBar narrow{terminal, 40, Language::english};
+    EXPECT_EQ(narrow.text({1'234'567, 12'000, 59'090}, std::chrono::seconds{4}),
+              "Reading: 71,090 / 1,234,567 files");
     EXPECT_THAT(bar.text({1, 0, 0}, {}), EndsWith("Чтение: 0 / 1 файлов"));
     bar.show({10, 10, 0}, start);
     EXPECT_THAT(terminal.text(), IsEmpty());
