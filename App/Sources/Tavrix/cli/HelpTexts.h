@@ -209,6 +209,8 @@ DEST создаётся, если есть папка, в которой ей л
 ещё нет. Ctrl-C останавливает перенос; всё, что успело скопироваться, остаётся.
 
   --device-name NAME  имя телефона (по умолчанию iPhone)
+                      с ним карта узнаётся, куда бы её ни подключили,
+                      и скопированное не копируется снова
 
 Примеры:
   tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ
@@ -221,6 +223,8 @@ DEST is created when the folder above it exists. Run again, it transfers only wh
 yet. Ctrl-C stops the transfer; all that was copied by then stays.
 
   --device-name NAME  the phone's name (iPhone by default)
+                      with it a card is known again wherever it is mounted,
+                      and what was copied is not copied again
 
 Examples:
   tavrix transfer PHONE PHOTOS
