@@ -17,7 +17,7 @@ struct StateFolderChoice {
 };
 
 /// The state folder: the first of these that is there, for the last two with "Tavrix/state" below
-/// (XDG Base Directory Specification: a path that is not absolute is passed over). Nothing when
+/// (as XDG base directories go, a path that is not absolute is passed over). Nothing when
 /// none is.
 std::optional<std::string> stateFolderPath(const StateFolderChoice& choice);
 
