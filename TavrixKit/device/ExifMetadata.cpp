@@ -21,7 +21,7 @@ constexpr std::uint16_t gpsLongitudeRef = 3;
 constexpr std::uint16_t gpsLongitude = 4;
 }  // namespace tag
 
-/// Exposure time, f-number, sensitivity, focal length, lens specification, maker and model.
+/// Exposure time, f-number, sensitivity, focal length, range of the lens, its maker and model.
 constexpr std::array<std::uint16_t, 7> captureTags{0x829A, 0x829D, 0x8827, 0x920A,
                                                    0xA432, 0xA433, 0xA434};
 

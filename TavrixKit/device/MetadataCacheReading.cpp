@@ -6,6 +6,7 @@
 
 #include "device/MetadataCache.h"
 #include "foundation/json/JsonValue.h"
+#include "foundation/json/TextReader.h"
 #include "media/Snapshot.h"
 
 namespace tavrix {
@@ -15,19 +16,6 @@ namespace {
 constexpr std::size_t maxLineBytes = 64 * 1024;
 /// Lines that are decoded together, as one list.
 constexpr std::size_t blockLines = 256;
-
-class TextReader : public ByteReader {
- public:
-  explicit TextReader(std::string_view text) : rest_(text) {}
-  std::size_t read(std::span<char> buffer) override {
-    const std::size_t count = rest_.copy(buffer.data(), buffer.size());
-    rest_.remove_prefix(count);
-    return count;
-  }
-
- private:
-  std::string_view rest_;
-};
 
 /// Collects lines and decodes them; damage costs only the lines that it is in.
 class LineDecoder {

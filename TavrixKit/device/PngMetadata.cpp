@@ -1,4 +1,4 @@
-// PNG Specification, third edition: chunks of length, type, content and checksum. An Exif block
+// PNG, third edition (W3C): chunks of length, type, content and checksum. An Exif block
 // (chunk eXIf) may stand before the picture's data or behind it.
 
 #include <algorithm>
