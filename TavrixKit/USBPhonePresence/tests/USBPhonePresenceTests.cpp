@@ -140,7 +140,9 @@ int main(int argc, char** argv) {
   const std::string library = "libumockdev-preload.so.0";
   if (loaded == nullptr || std::string_view{loaded}.find(library) == std::string_view::npos) {
     ::setenv("LD_PRELOAD", library.c_str(), 1);
-    ::setenv("ASAN_OPTIONS", "verify_asan_link_order=0", 0);
+    const char* const given = std::getenv("ASAN_OPTIONS");
+    const std::string options = given == nullptr ? "" : std::string{given} + ":";
+    ::setenv("ASAN_OPTIONS", (options + "verify_asan_link_order=0").c_str(), 1);
     ::execv("/proc/self/exe", argv);
     return EXIT_FAILURE;
   }
