@@ -18,11 +18,11 @@ bool hasCity(const PlaceTree::Country& country, const std::string& name) {
 }
 
 bool isKnown(const PlaceFilter& chosen, const PlaceTree& tree, const std::string& name) {
-  return std::any_of(
-      tree.countries.begin(), tree.countries.end(), [&](const PlaceTree::Country& country) {
-        return (country.name == name && chosen.countries.contains(name)) ||
-               (hasCity(country, name) && chosen.cities.contains(name));
-      });
+  return std::any_of(tree.countries.begin(), tree.countries.end(),
+                     [&](const PlaceTree::Country& country) {
+                       return (country.name == name && chosen.countries.contains(name)) ||
+                              (hasCity(country, name) && chosen.cities.contains(name));
+                     });
 }
 
 /// "Rome, Florence, …".

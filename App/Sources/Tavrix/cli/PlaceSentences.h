@@ -29,8 +29,8 @@ inline constexpr Sentence<std::size_t> gazetteerWrongOrder{"её части пе
                                                            "its parts are out of order (byte {})"};
 
 inline constexpr Sentence<std::string_view, std::string_view> chosenPlacesUnknown{
-    "Здесь ничего не снято, проверьте названия в places: {}. Места съёмки: {}.",
-    "Nothing was taken here, check the names in places: {}. Where shots were taken: {}."};
+    "Здесь ничего не снято, проверьте названия в places: {}. Места съёмки: {}",
+    "Nothing was taken here, check the names in places: {}. Where shots were taken: {}"};
 inline constexpr Sentence<std::string_view> chosenPlacesNone{
     "Здесь ничего не снято, проверьте названия в places: {}. Ни у одного снимка нет места с "
     "названием.",
