@@ -6,11 +6,17 @@
 #include <fstream>
 #include <numbers>
 #include <random>
+#include <unordered_set>
 
 #include "Benches.h"
+#include "Library.h"
 #include "Measure.h"
+#include "grouping/PlaceClustering.h"
+#include "grouping/PlaceTree.h"
+#include "media/BundleBuilder.h"
 #include "places/CityChoice.h"
 #include "places/Gazetteer.h"
+#include "places/NamedCells.h"
 
 namespace tavrix::bench {
 namespace {
@@ -105,6 +111,66 @@ void benchLookups(const Gazetteer& gazetteer, const char* where,
          0.05});
 }
 
+/// A geocoder that counts what it is asked.
+class CountedGazetteer : public Geocoder {
+ public:
+  explicit CountedGazetteer(std::size_t& asked) : asked_(asked) {}
+  std::string source() const override { return gazetteer_->source(); }
+  std::optional<GeocodedPlace> resolve(const GeoPoint& point,
+                                       const std::string& localeID) const override {
+    ++asked_;
+    return gazetteer_->resolve(point, localeID);
+  }
+
+ private:
+  std::unique_ptr<const Gazetteer> gazetteer_ = Gazetteer::open(tablePath);
+  std::size_t& asked_;
+};
+
+/// Shots that all have a position, each near one of some points of the Earth where people are.
+std::vector<AssetBundle> locatedShots(const Gazetteer& gazetteer, std::size_t count,
+                                      std::size_t places) {
+  const auto homes = pointsAroundPlaces(gazetteer.table(), places);
+  std::mt19937_64 random{3};
+  std::normal_distribution<double> shift{0, 0.01};
+  std::vector<MediaAsset> assets;
+  assets.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const GeoPoint& home = homes[i % places];
+    const std::string name = fmt::format("IMG_{:07}.JPG", i);
+    const GeoPoint point{home.latitude + shift(random), home.longitude + shift(random)};
+    assets.emplace_back(name, name, std::nullopt, MediaKind::photo, 1, std::nullopt, point, false,
+                        std::nullopt, std::nullopt);
+  }
+  return BundleBuilder::makeBundles(assets);
+}
+
+/// Cells, names in two languages and the tree of a library, as a person is shown them.
+void benchLibrary(const Gazetteer& gazetteer, std::size_t shots, std::size_t places) {
+  const auto bundles = locatedShots(gazetteer, shots, places);
+  std::vector<GeoPoint> points;
+  for (const AssetBundle& bundle : bundles) points.push_back(*bundle.position());
+  std::size_t asked = 0;
+  std::size_t cellCount = 0;
+  const double clustering = seconds([&] { PlaceClustering::assign(points, 2); });
+  const double naming = seconds([&] {
+    PlaceCells cells{points, 2};
+    std::unordered_set<std::string> keys;
+    for (const GeoPoint& point : points) keys.insert(cells.keyOf(point));
+    const auto directory = std::make_shared<PlaceDirectory>(
+        std::make_unique<CountedGazetteer>(asked), GeocodingCache{});
+    for (const char* language : {"en", "ru"})
+      directory->request({keys.begin(), keys.end()}, language);
+    directory->wait();
+    cellCount = keys.size();
+    const NamedCells lookup{std::move(cells), directory, false};
+    if (placeTree(bundles, &lookup, "ru_RU").unresolvedCount != 0) std::abort();
+  });
+  if (asked != 2 * cellCount) std::abort();
+  print({fmt::format("names and tree of {} shots in {} cells : clustering alone", shots, cellCount),
+         time(naming), time(clustering), naming / clustering, 5});
+}
+
 }  // namespace
 
 void benchPlaces(const std::string&) {
@@ -112,6 +178,8 @@ void benchPlaces(const std::string&) {
   const auto gazetteer = Gazetteer::open(tablePath);
   benchLookups(*gazetteer, "anywhere", pointsAnywhere(lookupCount));
   benchLookups(*gazetteer, "around places", pointsAroundPlaces(gazetteer->table(), lookupCount));
+  for (const std::size_t shots : {std::size_t{250'000}, std::size_t{1'000'000}})
+    benchLibrary(*gazetteer, shots, 3'000);
 }
 
 }  // namespace tavrix::bench

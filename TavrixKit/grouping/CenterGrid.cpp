@@ -13,11 +13,6 @@ constexpr double smallestSide = 1e-9;
 /// Cells are larger than the chord by more than what rounding may move a centre.
 constexpr double sideMargin = 1 + 1e-9;
 
-/// One of the 27 cells around a cell, itself among them.
-CenterGrid::Cell neighbour(const CenterGrid::Cell& cell, int number) {
-  return {cell[0] + number / 9 - 1, cell[1] + number / 3 % 3 - 1, cell[2] + number % 3 - 1};
-}
-
 }  // namespace
 
 CenterGrid::CenterGrid(double radiusKm)
@@ -38,11 +33,7 @@ const std::vector<std::uint32_t>& CenterGrid::around(const Cell& middle) {
   const auto [found, isNew] = around_.try_emplace(middle);
   std::vector<std::uint32_t>& numbers = found->second;
   if (!isNew) return numbers;
-  for (int i = 0; i < 27; ++i) {
-    const auto cell = cells_.find(neighbour(middle, i));
-    if (cell == cells_.end()) continue;
-    numbers.insert(numbers.end(), cell->second.begin(), cell->second.end());
-  }
+  visitAround(middle, [&](std::uint32_t number) { numbers.push_back(number); });
   std::sort(numbers.begin(), numbers.end());
   return numbers;
 }

@@ -28,7 +28,7 @@ PlaceTree::Country countryNode(const std::string& name, const CountryFiles& file
 void addFiles(CountryFiles& country, const PlaceNames& names, std::uint64_t count) {
   country.count += count;
   if (!country.code) country.code = names.countryCode;
-  if (names.city) country.cities[*names.city] += count;
+  if (const auto& city = names.cityOrRegion()) country.cities[*city] += count;
 }
 
 }  // namespace

@@ -36,8 +36,8 @@ struct PlaceTree {
 };
 
 /// The tree of a library with names in the language of `localeID`. Without a lookup every shot
-/// counts as unplaced. A place that has a city but no country stands under a country without a
-/// name.
+/// counts as unplaced. A region stands among the cities. A place that has a city but no country
+/// stands under a country without a name.
 PlaceTree placeTree(const std::vector<AssetBundle>& bundles, const PlaceLookup* lookup,
                     const std::string& localeID);
 

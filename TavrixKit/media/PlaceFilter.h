@@ -7,7 +7,8 @@
 
 namespace tavrix {
 
-/// Restricts shots to chosen places. A shot passes when its city or its country is chosen.
+/// Restricts shots to chosen places. A shot passes when its city (the region where there
+/// is none) or its country is chosen.
 struct PlaceFilter {
   std::set<std::string> countries;
   std::set<std::string> cities;
@@ -17,7 +18,8 @@ struct PlaceFilter {
 
   /// Whether a place of these names is chosen.
   bool matches(const PlaceNames& names) const {
-    return (names.city && cities.contains(*names.city)) ||
+    const auto& city = names.cityOrRegion();
+    return (city && cities.contains(*city)) ||
            (names.countryName && countries.contains(*names.countryName));
   }
 

@@ -12,6 +12,10 @@ struct PlaceNames {
   std::optional<std::string> city;
   std::optional<std::string> countryName;
   std::optional<std::string> countryCode;  ///< ISO 3166-1 alpha-2
+  std::optional<std::string> region{};     ///< of a place that belongs to no city
+
+  /// What names, chooses and counts the place below its country.
+  const std::optional<std::string>& cityOrRegion() const { return city ? city : region; }
 
   friend bool operator==(const PlaceNames&, const PlaceNames&) = default;
 };

@@ -30,7 +30,7 @@ NameContext contextOf(const Settings& settings, const MediaGroup& group,
   context.dateEnd = group.dateEnd;
   context.timeZone = settings.timeZone;
   if (place && place->names) {
-    context.city = place->names->city;
+    context.city = place->names->cityOrRegion();
     context.countryName = place->names->countryName;
     context.countryCode = place->names->countryCode;
   }

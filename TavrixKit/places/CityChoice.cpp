@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <vector>
 
 namespace tavrix::CityChoice {
@@ -16,7 +17,9 @@ constexpr std::uint32_t largestOfSmallPart = 100'000;
 constexpr double capitalShare = 0.6;
 constexpr std::uint64_t mainCityFactor = 2;
 constexpr double mainCityShare = 0.8;
-constexpr double countryReachKm = 80;
+constexpr double areaReachKm = 80;
+constexpr double surroundingKm = 120;
+constexpr double abroadKm = 160;
 
 /// Visits index, distance and population of the places that reach a point.
 template <typename Visit>
@@ -28,6 +31,57 @@ void visitReaching(const GazetteerTable& table, const GeoPoint& point, Visit vis
   };
   table.visitAround(point, reachKm(largestPopulation), Part::large, consider);
   table.visitAround(point, reachKm(largestOfSmallPart), Part::small, consider);
+}
+
+struct Near {
+  GazetteerPlace place;
+  double distance;
+};
+
+/// The places up to so far from a point.
+std::vector<Near> placesAround(const GazetteerTable& table, const GeoPoint& point,
+                               double radiusKm) {
+  std::vector<Near> around;
+  for (const Part part : {Part::large, Part::small}) {
+    table.visitAround(point, radiusKm, part, [&](std::size_t index) {
+      const double distance = haversineDistanceKm(point, table.pointAt(index));
+      if (distance <= radiusKm) around.push_back({table.at(index), distance});
+    });
+  }
+  return around;
+}
+
+/// The direction in which a great circle leaves for another point, in radians from north.
+double bearing(const GeoPoint& from, const GeoPoint& to) {
+  const double radians = std::numbers::pi / 180;
+  const double latitude = from.latitude * radians;
+  const double otherLatitude = to.latitude * radians;
+  const double turn = (to.longitude - from.longitude) * radians;
+  return std::atan2(std::sin(turn) * std::cos(otherLatitude),
+                    std::cos(latitude) * std::sin(otherLatitude) -
+                        std::sin(latitude) * std::cos(otherLatitude) * std::cos(turn));
+}
+
+/// Whether no half-plane is without any of some directions.
+bool areOnAllSides(std::vector<double> bearings) {
+  if (bearings.empty()) return false;
+  std::sort(bearings.begin(), bearings.end());
+  double widest = bearings.front() + 2 * std::numbers::pi - bearings.back();
+  for (std::size_t i = 1; i < bearings.size(); ++i) {
+    widest = std::max(widest, bearings[i] - bearings[i - 1]);
+  }
+  return widest < std::numbers::pi;
+}
+
+/// Whether those of the places that belong to an area lie on all sides of a point.
+template <typename Belongs>
+bool isSurrounded(const GeoPoint& point, const std::vector<Near>& around, Belongs belongs) {
+  std::vector<double> bearings;
+  for (const Near& each : around) {
+    if (each.distance > surroundingKm || !belongs(each.place)) continue;
+    bearings.push_back(bearing(point, each.place.point));
+  }
+  return areOnAllSides(std::move(bearings));
 }
 
 }  // namespace
@@ -77,27 +131,31 @@ std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t i
   return best ? std::optional{best->index} : std::nullopt;
 }
 
-std::optional<std::string_view> countryAt(const GazetteerTable& table, const GeoPoint& point) {
-  struct Near {
-    double distance;
-    std::size_t index;
-  };
-  std::vector<Near> around;
-  for (const Part part : {Part::large, Part::small}) {
-    table.visitAround(point, 1.5 * countryReachKm, part, [&](std::size_t index) {
-      around.push_back({haversineDistanceKm(point, table.pointAt(index)), index});
-    });
-  }
+Area areaAt(const GazetteerTable& table, const GeoPoint& point) {
+  const std::vector<Near> around = placesAround(table, point, abroadKm);
   const auto nearest =
       std::min_element(around.begin(), around.end(),
                        [](const Near& a, const Near& b) { return a.distance < b.distance; });
-  if (nearest == around.end() || nearest->distance > countryReachKm) return std::nullopt;
-  const std::string_view country = table.at(nearest->index).country;
+  if (nearest == around.end() || nearest->distance > areaReachKm) return {};
+  Area area{nearest->place.country, nearest->place.region};
+  const auto isInCountry = [&](const GazetteerPlace& place) {
+    return place.country == area.country;
+  };
+  const auto isInRegion = [&](const GazetteerPlace& place) {
+    return isInCountry(place) && place.region == area.region;
+  };
   const double agreed = std::max(1.5 * nearest->distance, nearest->distance + 20);
-  const bool isAlone = std::all_of(around.begin(), around.end(), [&](const Near& each) {
-    return each.distance > agreed || table.at(each.index).country == country;
-  });
-  return isAlone ? std::optional{country} : std::nullopt;
+  bool isNearBorder = false;
+  bool isOneRegion = area.region != 0;
+  for (const Near& each : around) {
+    const bool isClose = each.distance <= agreed;
+    if (isClose && !isInCountry(each.place)) return {};
+    if (!isInCountry(each.place)) isNearBorder = true;
+    if (isClose && !isInRegion(each.place)) isOneRegion = false;
+  }
+  if (isNearBorder && !isSurrounded(point, around, isInCountry)) return {};
+  if (!isOneRegion || !isSurrounded(point, around, isInRegion)) area.region = 0;
+  return area;
 }
 
 }  // namespace tavrix::CityChoice

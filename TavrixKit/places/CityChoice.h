@@ -39,9 +39,18 @@ std::optional<Choice> cityAt(const GazetteerTable& table, const GeoPoint& point)
 /// one that fits best. Nothing for a place that stands for itself.
 std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t index);
 
-/// The country of a point that no city reaches: that of the nearest place within 80 km, when all
-/// places up to half as far again (and at least 20 km farther) are of it. Otherwise nothing: the
-/// sea, a border, the middle of nowhere.
-std::optional<std::string_view> countryAt(const GazetteerTable& table, const GeoPoint& point);
+/// Where a point lies that no city reaches. Empty for the sea, a border, the middle of nowhere.
+struct Area {
+  std::string_view country;
+  std::uint16_t region = 0;  ///< the number in the table; 0 when only the country can be told
+
+  friend bool operator==(const Area&, const Area&) = default;
+};
+
+/// Country and region of the nearest place within 80 km, each when all places up to half as far
+/// again (and at least 20 km farther) agree on it. Beyond a border that nobody lives at they would,
+/// too: so the region is told only when its places up to 120 km off lie on all sides of the point,
+/// and the country only then or when no place within 160 km is another's.
+Area areaAt(const GazetteerTable& table, const GeoPoint& point);
 
 }  // namespace tavrix::CityChoice

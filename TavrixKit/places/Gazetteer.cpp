@@ -8,9 +8,11 @@ namespace tavrix {
 namespace {
 
 // Counts up whenever the choice among the places changes.
-constexpr int choiceVersion = 1;
+constexpr int choiceVersion = 2;
 
-std::string nameIn(const GazetteerPlace& place, const std::string& localeID) {
+/// The name of a place or region.
+template <typename Named>
+std::string nameIn(const Named& place, const std::string& localeID) {
   const bool isRussian = localeID == "ru" || localeID.starts_with("ru_");
   // The table comes from outside.
   return replacingInvalidUtf8(isRussian && !place.russianName.empty() ? place.russianName
@@ -41,7 +43,10 @@ std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
     }
     country = place.country;
   } else {
-    country = CityChoice::countryAt(table_, point).value_or("");
+    const CityChoice::Area area = CityChoice::areaAt(table_, point);
+    country = area.country;
+    const std::string region = nameIn(table_.regionAt(area.region), localeID);
+    if (!region.empty()) result.region = region;
   }
   if (!country.empty()) {
     result.countryCode = replacingInvalidUtf8(country);

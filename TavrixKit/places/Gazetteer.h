@@ -8,9 +8,9 @@
 
 namespace tavrix {
 
-/// Names points from the table of places, at once and without asking anybody. City names are
-/// Russian for a Russian locale where the table has them, English otherwise; country names are in
-/// the language of the locale.
+/// Names points from the table of places, at once and without asking anybody. Names of cities and
+/// regions are Russian for a Russian locale where the table has them, English otherwise; country
+/// names are in the language of the locale. A region is told only where no city is.
 class Gazetteer : public Geocoder {
  public:
   /// Opens a table; the file stays mapped as long as the gazetteer lives. Throws FileError,

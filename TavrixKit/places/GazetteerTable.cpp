@@ -10,8 +10,9 @@ namespace tavrix {
 namespace {
 
 constexpr std::string_view magic = "TAVRXGEO";
-constexpr std::uint32_t currentVersion = 1;
-constexpr std::size_t headerBytes = 32;
+constexpr std::uint32_t currentVersion = 2;
+constexpr std::size_t headerBytes = 36;
+constexpr std::size_t regionBytes = 8;
 constexpr std::size_t recordBytes = 26;
 constexpr double bandsPerDegree = 4;
 constexpr std::size_t bandCount = 720;
@@ -54,22 +55,24 @@ GazetteerTable::GazetteerTable(std::span<const std::byte> bytes) : bytes_(bytes)
     throw GazetteerError{Kind::notGazetteer, 0};
   }
   if (bytes.size() < headerBytes) throw GazetteerError{Kind::wrongSize, bytes.size()};
-  std::array<std::uint32_t, 6> numbers{};
+  std::array<std::uint32_t, 7> numbers{};
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     numbers.at(i) = littleEndian<std::uint32_t>(bytes.data() + magic.size() + 4 * i);
   }
   if (numbers[0] != currentVersion) throw GazetteerError{Kind::otherVersion, 8};
-  for (std::size_t i = 1; i <= 4; ++i) {
+  for (std::size_t i = 1; i <= 5; ++i) {
     if (numbers.at(i) > largestCount) throw GazetteerError{Kind::wrongSize, 8 + 4 * i};
   }
   placeCount_ = numbers[1];
   largeCount_ = numbers[2];
   countryCount_ = numbers[3];
-  dataDate_ = numbers[5];
+  regionCount_ = numbers[4];
+  dataDate_ = numbers[6];
   bandsAt_ = headerBytes + (2 * countryCount_ + 3) / 4 * 4;
-  recordsAt_ = bandsAt_ + 2 * bandTableBytes;
+  regionsAt_ = bandsAt_ + 2 * bandTableBytes;
+  recordsAt_ = regionsAt_ + regionCount_ * regionBytes;
   namesAt_ = recordsAt_ + placeCount_ * recordBytes;
-  if (bytes.size() != namesAt_ + numbers[4]) throw GazetteerError{Kind::wrongSize, bytes.size()};
+  if (bytes.size() != namesAt_ + numbers[5]) throw GazetteerError{Kind::wrongSize, bytes.size()};
   checkBands();
 }
 
@@ -135,6 +138,12 @@ GazetteerPlace GazetteerTable::at(std::size_t index) const {
   }
   place.isCapital = (std::to_integer<unsigned>(at[25]) & 1U) != 0;
   return place;
+}
+
+GazetteerRegion GazetteerTable::regionAt(std::uint16_t number) const {
+  if (number == 0 || number > regionCount_) return {};
+  const std::byte* const at = bytes_.data() + regionsAt_ + (number - 1) * regionBytes;
+  return {textAt(littleEndian<std::uint32_t>(at)), textAt(littleEndian<std::uint32_t>(at + 4))};
 }
 
 std::size_t GazetteerTable::firstFrom(Range range, double longitude) const {

@@ -45,6 +45,14 @@ struct GazetteerPlace {
   bool isCapital = false;
 };
 
+/// A first-level region of the table: a state, a province, an oblast. The texts point into the
+/// table; one is empty where there is no name, or only one that a well-known city of the country
+/// has, too.
+struct GazetteerRegion {
+  std::string_view name;  ///< as in English
+  std::string_view russianName;
+};
+
 /// The table of places, read where it lies: opening looks at the header and the bands alone. The
 /// bytes are not trusted; whatever they hold, nothing outside them is read. Form:
 /// docs/gazetteer.md. The bytes must outlive the table.
@@ -62,6 +70,8 @@ class GazetteerTable {
   std::uint32_t dataDate() const { return dataDate_; }
   /// The place at an index below size().
   GazetteerPlace at(std::size_t index) const;
+  /// The region of a number that places have; one without names for 0 and for a number too large.
+  GazetteerRegion regionAt(std::uint16_t number) const;
   GeoPoint pointAt(std::size_t index) const;
   std::uint32_t populationAt(std::size_t index) const;
 
@@ -87,8 +97,10 @@ class GazetteerTable {
   std::size_t placeCount_ = 0;
   std::size_t largeCount_ = 0;
   std::size_t countryCount_ = 0;
+  std::size_t regionCount_ = 0;
   std::uint32_t dataDate_ = 0;
   std::size_t bandsAt_ = 0;
+  std::size_t regionsAt_ = 0;
   std::size_t recordsAt_ = 0;
   std::size_t namesAt_ = 0;
 };

@@ -16,10 +16,12 @@ struct GeocodedPlace {
   std::optional<std::string> mainCity;
   std::optional<std::string> countryName;
   std::optional<std::string> countryCode;  ///< ISO 3166-1 alpha-2
+  /// The first-level region, of a point that belongs to no city.
+  std::optional<std::string> region{};
 
   /// The names of the place, with the parts of a city under the city's name if so wished.
   PlaceNames names(bool mergeDistricts) const {
-    return {mergeDistricts && mainCity ? mainCity : city, countryName, countryCode};
+    return {mergeDistricts && mainCity ? mainCity : city, countryName, countryCode, region};
   }
 
   friend bool operator==(const GeocodedPlace&, const GeocodedPlace&) = default;

@@ -13,10 +13,13 @@ const std::string path{GeocodingCache::fileName};
 
 void writeCells(JsonWriter& json, const GeocodingCache::Cells& cells) {
   json.beginObject();
+  std::size_t room = GeocodingCache::largestCellCount;
   for (const auto& [key, place] : cells) {
+    if (room-- == 0) break;
     json.key(key).beginObject();
     json.field("city", place.city).field("countryCode", place.countryCode);
-    json.field("countryName", place.countryName).field("mainCity", place.mainCity).endObject();
+    json.field("countryName", place.countryName).field("mainCity", place.mainCity);
+    json.field("region", place.region).endObject();
   }
   json.endObject();
 }
@@ -27,14 +30,32 @@ std::optional<std::string> textOf(const JsonValue& object, std::string_view key)
   return *member->asString();
 }
 
+/// Takes over a text that may be missing; false for a value that is no text.
+bool takeText(const JsonValue& object, std::string_view key, std::optional<std::string>& text) {
+  const JsonValue* const member = object.member(key);
+  if (member == nullptr) return true;
+  if (member->asString() == nullptr) return false;
+  text = *member->asString();
+  return true;
+}
+
+/// Nothing for what does not fit: told as a place, it would say that there is no name there.
+std::optional<GeocodedPlace> placeOf(const JsonValue& value) {
+  if (value.asObject() == nullptr) return std::nullopt;
+  GeocodedPlace place;
+  const bool fits =
+      takeText(value, "city", place.city) && takeText(value, "mainCity", place.mainCity) &&
+      takeText(value, "countryName", place.countryName) &&
+      takeText(value, "countryCode", place.countryCode) && takeText(value, "region", place.region);
+  return fits ? std::optional{std::move(place)} : std::nullopt;
+}
+
 GeocodingCache::Cells cellsOf(const JsonValue::Object& object) {
   GeocodingCache::Cells cells;
   for (const auto& [key, value] : object) {
     if (cells.size() == GeocodingCache::largestCellCount) break;
-    if (value.asObject() == nullptr || !PlaceCells::centerOf(key)) continue;
-    cells.emplace_hint(cells.end(), key,
-                       GeocodedPlace{textOf(value, "city"), textOf(value, "mainCity"),
-                                     textOf(value, "countryName"), textOf(value, "countryCode")});
+    auto place = PlaceCells::centerOf(key) ? placeOf(value) : std::nullopt;
+    if (place) cells.emplace_hint(cells.end(), key, *std::move(place));
   }
   return cells;
 }
@@ -43,6 +64,13 @@ GeocodingCache::Cells cellsOf(const JsonValue::Object& object) {
 
 std::string cacheLanguage(std::string_view localeID) {
   return std::string{localeID.substr(0, localeID.find_first_of("_-@."))};
+}
+
+void GeocodingCache::addMissing(const GeocodingCache& other) {
+  if (other.source != source) return;
+  for (const auto& [language, cells] : other.languages) {
+    if (cells.size() < largestCellCount) languages[language].insert(cells.begin(), cells.end());
+  }
 }
 
 namespace GeocodingCacheFile {
@@ -92,8 +120,11 @@ GeocodingCache load(const Folder& stateFolder, const std::string& source) {
   return {source, {}};
 }
 
-void save(Folder& stateFolder, const GeocodingCache& cache) {
+bool save(Folder& stateFolder, GeocodingCache cache) {
+  if (!stateFolder.lock()) return false;
+  cache.addMissing(load(stateFolder, cache.source));
   writeFileAtomically(stateFolder, path, encode(cache));
+  return true;
 }
 
 bool reset(Folder& stateFolder) {

@@ -5,14 +5,12 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <numbers>
 
 #include "grouping/PlaceClustering.h"
 
 namespace tavrix {
 namespace {
 
-constexpr double kmPerDegree = std::numbers::pi * earthDiameterKm / 360;
 // The largest that a coordinate in a key can be long: "-180.0000".
 constexpr std::size_t longestNumber = 9;
 
@@ -29,30 +27,36 @@ double rounded(double degrees) { return std::round(degrees * 10'000) / 10'000 + 
 
 }  // namespace
 
-PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm) : radiusKm_(radiusKm) {
+PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm)
+    : radiusKm_(radiusKm), grid_(radiusKm) {
   for (const GeoPoint& center : PlaceClustering::assign(points, radiusKm).centers) {
+    const auto cell = grid_.cellOf(PlaceClustering::unitVector(center));
+    grid_.move(static_cast<std::uint32_t>(cells_.size()), std::nullopt, cell);
     cells_.push_back({center, keyAt(center)});
   }
-  std::stable_sort(cells_.begin(), cells_.end(), [](const Cell& a, const Cell& b) {
-    return a.center.latitude < b.center.latitude;
-  });
+}
+
+/// Visits the cells within the radius of a point, and some a little farther off.
+template <typename Visit>
+void PlaceCells::visitNear(const GeoPoint& point, Visit visit) const {
+  if (!grid_.isUsable()) {
+    for (std::uint32_t i = 0; i < cells_.size(); ++i) visit(i);
+  } else if (const auto cell = grid_.cellOf(PlaceClustering::unitVector(point))) {
+    grid_.visitAround(*cell, visit);
+  }
 }
 
 std::string PlaceCells::keyOf(const GeoPoint& point) const {
-  // A little more than the radius, for what rounding takes away.
-  const double reach = radiusKm_ / kmPerDegree * 1.000001 + 1e-9;
-  const auto first = std::lower_bound(
-      cells_.begin(), cells_.end(), point.latitude - reach,
-      [](const Cell& cell, double latitude) { return cell.center.latitude < latitude; });
-  const Cell* nearest = nullptr;
+  std::optional<std::uint32_t> nearest;
   double least = radiusKm_;
-  for (auto at = first; at != cells_.end() && at->center.latitude <= point.latitude + reach; ++at) {
-    const double distance = haversineDistanceKm(at->center, point);
-    if (distance > least || (distance == least && nearest != nullptr)) continue;
-    nearest = &*at;
+  visitNear(point, [&](std::uint32_t number) {
+    const double distance = haversineDistanceKm(cells_[number].center, point);
+    const bool isBefore = distance < least || !nearest || number < *nearest;
+    if (!(distance <= least) || !isBefore) return;
+    nearest = number;
     least = distance;
-  }
-  return nearest != nullptr ? nearest->key : keyAt(point);
+  });
+  return nearest ? cells_[*nearest].key : keyAt(point);
 }
 
 std::vector<std::string> PlaceCells::keys() const {

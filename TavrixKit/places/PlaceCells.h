@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "foundation/GeoPoint.h"
+#include "grouping/CenterGrid.h"
 
 namespace tavrix {
 
@@ -17,8 +18,9 @@ class PlaceCells {
   /// Clusters points, in their order, with the radius of one place.
   PlaceCells(const std::vector<GeoPoint>& points, double radiusKm);
 
-  /// The key of the cell whose centre is nearest to a point and within the radius; a point without
-  /// one is a cell of its own.
+  /// The key of the cell whose centre is nearest to a point and within the radius, the earliest of
+  /// equal ones; a point without one is a cell of its own. Costs the same however many cells there
+  /// are, unless many lie within the radius.
   std::string keyOf(const GeoPoint& point) const;
   /// The keys of all cells, each once.
   std::vector<std::string> keys() const;
@@ -33,8 +35,12 @@ class PlaceCells {
     std::string key;
   };
 
+  template <typename Visit>
+  void visitNear(const GeoPoint& point, Visit visit) const;
+
   double radiusKm_;
-  std::vector<Cell> cells_;  ///< by latitude
+  std::vector<Cell> cells_;  ///< in the order in which they were begun
+  PlaceClustering::CenterGrid grid_;
 };
 
 }  // namespace tavrix

@@ -10,6 +10,10 @@ PlaceDirectory::PlaceDirectory(std::unique_ptr<const Geocoder> geocoder, Geocodi
                                Listener listener)
     : geocoder_(std::move(geocoder)), listener_(std::move(listener)), cache_(std::move(cache)) {
   if (cache_.source != geocoder_->source()) cache_ = {geocoder_->source(), {}};
+  // Of a language that is full, nobody knows which cells are still needed.
+  std::erase_if(cache_.languages, [](const auto& language) {
+    return language.second.size() >= GeocodingCache::largestCellCount;
+  });
   worker_ = std::jthread{[this](const std::stop_token& stop) { work(stop); }};
 }
 
@@ -59,10 +63,7 @@ bool PlaceDirectory::hasLearnt() const {
 
 void PlaceDirectory::learn(const Job& job, const std::optional<GeocodedPlace>& answer) {
   if (!answer) return;
-  auto& cells = cache_.languages[job.language];
-  // Rather forget the far side of the world than grow for ever.
-  if (cells.size() >= GeocodingCache::largestCellCount) cells.clear();
-  cells[job.placeKey] = *answer;
+  cache_.languages[job.language][job.placeKey] = *answer;
   hasLearnt_ = hasNews_ = true;
 }
 

@@ -23,7 +23,7 @@ class PlaceDirectory {
   /// something.
   using Listener = std::function<void()>;
 
-  /// Begins with what `cache` holds, as far as it came from the same source.
+  /// Begins with what `cache` holds, as far as it came from the same source and is not full.
   PlaceDirectory(std::unique_ptr<const Geocoder> geocoder, GeocodingCache cache,
                  Listener listener = {});
   /// Work that has not begun is dropped.

@@ -63,7 +63,9 @@ void PlaceNaming::resolve(const std::vector<std::string>& placeKeys,
 void PlaceNaming::save() {
   if (stateFolder_ == nullptr || !directory_->hasLearnt()) return;
   try {
-    GeocodingCacheFile::save(*stateFolder_, directory_->cache());
+    if (!GeocodingCacheFile::save(*stateFolder_, directory_->cache())) {
+      writeLog(log_, "place names not kept: the state folder is in use");
+    }
   } catch (const FileError& error) {
     writeLog(log_, "place names not kept: path={}, code={}", PrivateField{error.path()},
              error.code());

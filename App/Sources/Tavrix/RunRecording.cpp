@@ -18,9 +18,9 @@ std::string templateName(const NameTemplate& nameTemplate) {
   return say(Language::russian, sentences::ownTemplate);
 }
 
-/// The city, or the country where there is no city.
+/// The city, else the region, else the country.
 void addName(TransferRecord::Place& place, const std::string& language, const PlaceNames& names) {
-  const auto& name = names.city ? names.city : names.countryName;
+  const auto& name = names.cityOrRegion() ? names.cityOrRegion() : names.countryName;
   if (name) place.names.emplace(language, *name);
   place.countryCode = names.countryCode;
 }

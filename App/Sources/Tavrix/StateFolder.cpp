@@ -19,7 +19,7 @@ std::optional<std::string> stateFolderPath(const StateFolderChoice& choice) {
 }
 
 std::unique_ptr<Folder> openStateFolder(const std::string& stateFolder, const std::string& name) {
-  const std::string path = stateFolder + "/" + name;
+  const std::string path = name.empty() ? stateFolder : stateFolder + "/" + name;
   std::error_code error;
   std::filesystem::create_directories(path, error);
   if (error) throw FileError{FileOperation::makeFolder, path, error.value()};

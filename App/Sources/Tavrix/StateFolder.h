@@ -21,8 +21,8 @@ struct StateFolderChoice {
 /// none is.
 std::optional<std::string> stateFolderPath(const StateFolderChoice& choice);
 
-/// A folder of the state folder, such as "history", created with all above it when it is missing.
-/// Throws FileError.
+/// A folder of the state folder, such as "history" ("" for itself), created with all above it when
+/// it is missing. Throws FileError.
 std::unique_ptr<Folder> openStateFolder(const std::string& stateFolder, const std::string& name);
 
 }  // namespace tavrix

@@ -1,6 +1,6 @@
 // Points that people photograph, with the names that they would expect; written down from general
-// knowledge and maps, not from the table. Where several spellings are right (Washington, D.C.;
-// Monaco for Monte Carlo; Ушуая), the table's stands here.
+// knowledge and maps, not from the table. Where several spellings are right (Monaco for
+// Monte Carlo; Ушуая), the table's stands here.
 
 #include <gtest/gtest.h>
 
@@ -57,7 +57,7 @@ const std::vector<Place> places{
     {"Cape Town, the waterfront", {-33.9036, 18.4208}, "Cape Town", "Кейптаун", "ZA"},
     {"New York, City Hall", {40.7127, -74.0059}, "New York City", "Нью-Йорк", "US"},
     {"Golden Gate Park", {37.7694, -122.4862}, "San Francisco", "Сан-Франциско", "US"},
-    {"White House", {38.8977, -77.0365}, "Washington, D.C.", "Вашингтон", "US"},
+    {"White House", {38.8977, -77.0365}, "Washington", "Вашингтон", "US"},
     {"Chicago, Millennium Park", {41.8826, -87.6226}, "Chicago", "Чикаго", "US"},
     {"Zócalo", {19.4326, -99.1332}, "Mexico City", "Мехико", "MX"},
     {"Copacabana", {-22.9711, -43.1822}, "Rio de Janeiro", "Рио-де-Жанейро", "BR"},
@@ -67,6 +67,23 @@ const std::vector<Place> places{
     {"Sydney Opera House", {-33.8568, 151.2153}, "Sydney", "Сидней", "AU"},
     {"Melbourne, Flinders Street", {-37.8183, 144.9671}, "Melbourne", "Мельбурн", "AU"},
     {"Auckland, Sky Tower", {-36.8485, 174.7622}, "Auckland", "Окленд", "NZ"},
+    {"Sagrada Família", {41.4036, 2.1744}, "Barcelona", "Барселона", "ES"},
+    {"Park Güell", {41.4145, 2.1527}, "Barcelona", "Барселона", "ES"},
+    {"Gamla stan", {59.3251, 18.0711}, "Stockholm", "Стокгольм", "SE"},
+    {"Nyhavn", {55.6797, 12.5913}, "Copenhagen", "Копенгаген", "DK"},
+    {"Rijksmuseum", {52.3600, 4.8852}, "Amsterdam", "Амстердам", "NL"},
+    {"Brussels, Grand-Place", {50.8467, 4.3525}, "Brussels", "Брюссель", "BE"},
+    {"St Mark's Square", {45.4341, 12.3388}, "Venice", "Венеция", "IT"},
+    {"Ponte Vecchio", {43.7680, 11.2531}, "Florence", "Флоренция", "IT"},
+    {"Dubrovnik, the old town", {42.6407, 18.1083}, "Dubrovnik", "Дубровник", "HR"},
+    {"Kazan, the kremlin", {55.7989, 49.1058}, "Kazan", "Казань", "RU"},
+    {"Sochi, the port", {43.5816, 39.7190}, "Sochi", "Сочи", "RU"},
+    {"Vladivostok, the station", {43.1113, 131.8816}, "Vladivostok", "Владивосток", "RU"},
+    {"Hanoi, Hoan Kiem", {21.0287, 105.8524}, "Hanoi", "Ханой", "VN"},
+    {"Tsim Sha Tsui", {22.2937, 114.1688}, "Hong Kong", "Гонконг", "HK"},
+    {"Taj Mahal", {27.1751, 78.0421}, "Agra", "Агра", "IN"},
+    {"Western Wall", {31.7767, 35.2345}, "Jerusalem", "Иерусалим", "IL"},
+    {"Cancún, the hotels", {21.1214, -86.7549}, "Cancún", "Канкун", "MX"},
     // Towns beside a great city keep their own name.
     {"Versailles, the palace", {48.8049, 2.1204}, "Versailles", "Версаль", "FR"},
     {"Sanssouci", {52.4042, 13.0385}, "Potsdam", "Потсдам", "DE"},
@@ -77,6 +94,12 @@ const std::vector<Place> places{
     {"Santa Monica Pier", {34.0094, -118.4973}, "Santa Monica", "Санта-Моника", "US"},
     {"Windsor Castle", {51.4839, -0.6044}, "Windsor", "Виндзор", "GB"},
     {"Suzdal, the kremlin", {56.4164, 40.4428}, "Suzdal’", "Суздаль", "RU"},
+    {"Neuschwanstein", {47.5576, 10.7498}, "Schwangau", "Швангау", "DE"},
+    {"Listvyanka", {51.8530, 104.8700}, "Listvyanka", "Листвянка", "RU"},
+    {"Angkor Wat", {13.4125, 103.8670}, "Siem Reap", "Сием-Реап", "KH"},
+    {"Ubud, the monkey forest", {-8.5188, 115.2586}, "Ubud", "Убуд", "ID"},
+    {"Petra", {30.3285, 35.4444}, "Petra", "Петра", "JO"},
+    {"Interlaken", {46.6863, 7.8632}, "Interlaken", "Интерлакен", "CH"},
     // Both sides of a border, and small states.
     {"St Peter's Square", {41.9022, 12.4567}, "Vatican City", "Ватикан", "VA"},
     {"Monte Carlo, the casino", {43.7393, 7.4276}, "Monaco", "Монако", "MC"},
@@ -93,9 +116,11 @@ const std::vector<Place> places{
     {"Tijuana, the arch", {32.5345, -117.0380}, "Tijuana", "Тихуана", "MX"},
     {"Blagoveshchensk", {50.2560, 127.5364}, "Blagoveshchensk", "Благовещенск", "RU"},
     {"Heihe", {50.2444, 127.4900}, "Heihe", "Хэйхэ", "CN"},
+    {"Niagara Falls, Ontario", {43.0790, -79.0785}, "Niagara Falls", "Ниагара-Фолс", "CA"},
     // Islands, the date line, the far north and south.
     {"Valletta", {35.8989, 14.5146}, "Valletta", "Валлетта", "MT"},
     {"Palma, the cathedral", {39.5675, 2.6483}, "Palma", "Пальма", "ES"},
+    {"Santorini, Oia", {36.4618, 25.3753}, "Oía", "Ия", "GR"},
     {"Funchal", {32.6497, -16.9086}, "Funchal", "Фуншал", "PT"},
     {"Malé", {4.1755, 73.5093}, "Male", "Мале", "MV"},
     {"Stone Town", {-6.1622, 39.1921}, "Zanzibar", "Занзибар", "TZ"},
@@ -117,15 +142,29 @@ const Gazetteer& gazetteer() {
 
 /// Where the table is wrong: what it should say, and what it says instead. Belém is a part of
 /// Lisbon whose tower stands a kilometre and a half from the middle of the next town; San Pedro is
-/// one of Los Angeles, far out at the end of a narrow strip.
+/// one of Los Angeles, far out at the end of a narrow strip. The Strip lies outside Las Vegas by
+/// the letter. Canada Place is told as the part of Vancouver that mergeDistricts puts under its
+/// city. The table has no Hallstatt and no Aguas Calientes, and the wrong side of the river at
+/// Niagara.
 struct Miss {
   Place expected;
   const char* found;
+  const char* foundCountry;
 };
 const std::vector<Miss> misses{
-    {{"Belém Tower", {38.6916, -9.2160}, "Lisbon", "Лиссабон", "PT"}, "Algés"},
+    {{"Belém Tower", {38.6916, -9.2160}, "Lisbon", "Лиссабон", "PT"}, "Algés", "PT"},
     {{"San Pedro, the harbour", {33.7274, -118.2793}, "Los Angeles", "Лос-Анджелес", "US"},
-     "Long Beach"},
+     "Long Beach",
+     "US"},
+    {{"Bellagio", {36.1126, -115.1767}, "Las Vegas", "Лас-Вегас", "US"}, "Paradise", "US"},
+    {{"Canada Place", {49.2888, -123.1111}, "Vancouver", "Ванкувер", "CA"}, "West End", "CA"},
+    {{"Hallstatt", {47.5622, 13.6493}, "Hallstatt", "Хальштатт", "AT"}, "Gosau", "AT"},
+    {{"Aguas Calientes", {-13.1547, -72.5254}, "Aguas Calientes", "Агуас-Кальентес", "PE"},
+     "Santa Teresa",
+     "PE"},
+    {{"Niagara Falls, New York", {43.0862, -79.0686}, "Niagara Falls", "Ниагара-Фолс", "US"},
+     "Niagara Falls",
+     "CA"},
 };
 
 TEST(CheckList, misses_areStillMisses) {
@@ -133,7 +172,7 @@ TEST(CheckList, misses_areStillMisses) {
     const auto english = gazetteer().resolve(miss.expected.point, "en_US");
     ASSERT_TRUE(english) << miss.expected.what;
     EXPECT_EQ(english->city, miss.found) << miss.expected.what;
-    EXPECT_EQ(english->countryCode, miss.expected.country) << miss.expected.what;
+    EXPECT_EQ(english->countryCode, miss.foundCountry) << miss.expected.what;
   }
 }
 
@@ -150,6 +189,40 @@ TEST(CheckList, knownPlaces_haveTheirNames) {
   }
   EXPECT_GE(places.size(), 60U);
   EXPECT_GE(countries.size(), 25U);
+}
+
+/// Far from every town: the region or less is told, never another one.
+TEST(CheckList, wildPlaces_areNotPutIntoAnotherRegionOrCountry) {
+  const std::vector<Place> wild{
+      {"Old Faithful", {44.4605, -110.8281}, "Wyoming", "Вайоминг", "US"},
+      {"Chuya Highway", {50.4, 87.6}, "Altai Republic", "Республика Алтай", "RU"},
+      {"Badwater", {36.23, -116.77}, "California", "Калифорния", "US"},
+      {"Crater Lake", {42.94, -122.11}, "Oregon", "Орегон", "US"},
+      {"Kolob Canyons", {37.43, -113.05}, "Utah", "Юта", "US"},
+      {"Big Bend", {29.25, -103.25}, "Texas", "Техас", "US"},
+      {"Cairngorms", {57.117, -3.644}, "Scotland", "Шотландия", "GB"},
+      {"Algonquin Park", {45.83, -78.4}, "Ontario", "Онтарио", "CA"},
+      {"Kings Canyon", {36.89, -118.55}, "California", "Калифорния", "US"},
+      {"Fiordland", {-45.4, 167.2}, "Southland", "Саутленд", "NZ"},
+      {"Satara", {-24.39, 31.78}, "Mpumalanga", "Мпумаланга", "ZA"},
+      {"Nullarbor Plain", {-31.3, 130.2}, "South Australia", "Южная Австралия", "AU"},
+      {"mid-Atlantic", {30, -40}, "", "", ""},
+      {"off Africa", {0, 0}, "", "", ""},
+      {"Pacific on the date line", {30, 180}, "", "", ""},
+      {"North Pole", {90, 0}, "", "", ""},
+      {"South Pole", {-90, 0}, "", "", ""},
+  };
+  int told = 0;
+  for (const Place& place : wild) {
+    const auto english = gazetteer().resolve(place.point, "en_US");
+    const auto russian = gazetteer().resolve(place.point, "ru_RU");
+    EXPECT_EQ(english->city, std::nullopt) << place.what;
+    EXPECT_EQ(english->countryCode.value_or(place.country), place.country) << place.what;
+    EXPECT_EQ(english->region.value_or(place.english), place.english) << place.what;
+    EXPECT_EQ(russian->region.value_or(place.russian), place.russian) << place.what;
+    if (english->region) ++told;
+  }
+  EXPECT_GE(told, 5);
 }
 
 }  // namespace

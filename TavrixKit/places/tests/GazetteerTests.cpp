@@ -107,6 +107,41 @@ TEST(Gazetteer, mainCity_gathersWhatBelongsToOneCity) {
   EXPECT_EQ(place.names(false), (PlaceNames{"Quarter", "Land", "AA"}));
 }
 
+TEST(Gazetteer, region_isToldAloneWhereNoCityReaches) {
+  const std::vector<MadeRegion> regions{{"West", "Запад"}, {"East"}, {""}};
+  const auto at = [&](const std::vector<MadePlace>& places, const GeoPoint& point) {
+    const auto place = gazetteerOf(madeTable(places, regions)).resolve(point, "ru_RU");
+    return std::pair{place->region.value_or(""), place->countryCode.value_or("")};
+  };
+  using Area = std::pair<std::string, std::string>;
+  /// Three villages of a region around a point, and one more place.
+  const auto inRegion = [&](std::uint16_t region, std::vector<MadePlace> places = {}) {
+    places.push_back({"North", off(30), 1000, "AA", region});
+    places.push_back({"East", off(-20, 30), 1000, "AA", region});
+    places.push_back({"West", off(-20, -30), 1000, "AA", region});
+    return at(places, off(0));
+  };
+  EXPECT_EQ(inRegion(1), Area("Запад", "AA"));
+  EXPECT_EQ(inRegion(2), Area("East", "AA")) << "English where there is no Russian name";
+  EXPECT_EQ(inRegion(1, {{"Near", off(45), 1000, "AA", 2}}), Area("", "AA"));
+  EXPECT_EQ(inRegion(1, {{"Far", off(52), 1000, "AA", 2}}), Area("Запад", "AA"));
+  EXPECT_EQ(inRegion(1, {{"Abroad", off(45), 1000, "BB", 2}}), Area("", ""));
+  EXPECT_EQ(inRegion(1, {{"Here", off(3), 1000, "AA", 1}}), Area("", "AA")) << "a city instead";
+  for (const std::uint16_t unnamed : std::initializer_list<std::uint16_t>{0, 3, 4}) {
+    EXPECT_EQ(inRegion(unnamed), Area("", "AA"));
+  }
+  EXPECT_EQ(at({{"South", off(-30)}, {"East", off(-1, 30)}, {"West", off(-1, -30)}}, off(0)),
+            Area("", "AA"))
+      << "not on all sides";
+  EXPECT_EQ(at({{"Village", off(79)}}, off(0)), Area("", "AA"));
+  EXPECT_EQ(at({{"Village", off(40)}, {"Abroad", off(-150), 1000, "BB"}}, off(0)), Area("", ""))
+      << "across a border that nobody lives at";
+  EXPECT_EQ(inRegion(1, {{"Abroad", off(-150), 1000, "BB"}}), Area("Запад", "AA"));
+  EXPECT_EQ(at({{"Village", off(81)}}, off(0)), Area("", "")) << "too far";
+  const GeocodedPlace place{{}, {}, "Land", "AA", "Region"};
+  EXPECT_EQ(place.names(true).cityOrRegion(), "Region");
+}
+
 TEST(Gazetteer, language_fallsBackToEnglish) {
   const auto gazetteer =
       gazetteerOf(madeTable({{"Rome", {41.9, 12.5}, 2'000'000, "IT", 1, 0, true, "Рим"},
@@ -143,13 +178,15 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
     Kind kind;
     std::size_t offset;
   };
-  const std::size_t bandsAt = 36;
+  const std::size_t bandsAt = 40;
   const std::vector<Damage> rows{
       {"", Kind::notGazetteer, 0},
       {changed(0, 'X'), Kind::notGazetteer, 0},
       {whole.substr(0, 20), Kind::wrongSize, 20},
-      {changed(8, 2), Kind::otherVersion, 8},
+      {changed(8, 1), Kind::otherVersion, 8},
       {changed(15, 0x7F), Kind::wrongSize, 12},
+      {changed(27, 0x7F), Kind::wrongSize, 24},
+      {changed(24, 1), Kind::wrongSize, whole.size()},
       {whole + "x", Kind::wrongSize, whole.size() + 1},
       {whole.substr(0, whole.size() - 1), Kind::wrongSize, whole.size() - 1},
       {changed(bandsAt, 9), Kind::wrongOrder, bandsAt},
@@ -190,7 +227,7 @@ std::string bytesInPage() {
 
 TEST(Gazetteer, exampleOfTheDescription_isATable) {
   const auto gazetteer = gazetteerOf(bytesInPage());
-  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.1");
+  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.2");
   ASSERT_EQ(gazetteer.table().size(), 1U);
   const GazetteerPlace place = gazetteer.table().at(0);
   EXPECT_EQ(place.point, (GeoPoint{43.73485, 7.41673}));
@@ -198,6 +235,8 @@ TEST(Gazetteer, exampleOfTheDescription_isATable) {
   EXPECT_EQ(place.name, "Monaco");
   EXPECT_EQ(place.russianName, "Монако");
   EXPECT_EQ(place.country, "MC");
+  EXPECT_EQ(gazetteer.table().regionAt(place.region).name, "Monaco");
+  EXPECT_EQ(gazetteer.table().regionAt(place.region).russianName, "");
   EXPECT_TRUE(place.isCapital);
 }
 

@@ -14,10 +14,12 @@ namespace {
 
 using testing::ElementsAre;
 
-const GeocodingCache sample{
-    "gazetteer 1.1",
-    {{"en", {{"0.0000,-30.0000", {}}, {"41.9000,12.5005", {"Rome", {}, "Italy", "IT"}}}},
-     {"ru", {{"41.9000,12.5005", {"Рим", "Лацио", "Италия", "IT"}}}}}};
+const GeocodingCache sample{"gazetteer 1.1",
+                            {{"en",
+                              {{"0.0000,-30.0000", {}},
+                               {"36.0000,-112.0000", {{}, {}, "United States", "US", "Arizona"}},
+                               {"41.9000,12.5005", {"Rome", {}, "Italy", "IT"}}}},
+                             {"ru", {{"41.9000,12.5005", {"Рим", "Лацио", "Италия", "IT"}}}}}};
 
 std::string exampleOfPage() {
   std::ifstream page{std::string{TAVRIX_DOCS} + "/geocache.md"};
@@ -43,10 +45,11 @@ TEST(GeocodingCache, whatDoesNotFit_countsAsAbsent) {
   }
   const auto cache = GeocodingCacheFile::decode(R"({"version":1,"source":"a","languages":{
       "en":{"1,2":{"city":"A"},"north":{},"91,0":{},"0,181":{},"1":{},"1,2,3":{},"nan,0":{},
-            "3,4":5,"5,6":{"city":7}},
+            "3,4":5,"5,6":{"city":7},"7,8":{"countryName":"B"}},
       "ru":[]}})");
   ASSERT_TRUE(cache);
-  EXPECT_EQ(*cache, (GeocodingCache{"a", {{"en", {{"1,2", {"A", {}, {}, {}}}, {"5,6", {}}}}}}));
+  EXPECT_EQ(*cache, (GeocodingCache{
+                        "a", {{"en", {{"1,2", {"A", {}, {}, {}}}, {"7,8", {{}, {}, "B", {}}}}}}}));
 }
 
 TEST(GeocodingCache, file_isKeptForItsSourceAlone) {
@@ -54,7 +57,7 @@ TEST(GeocodingCache, file_isKeptForItsSourceAlone) {
   const auto folder = openFolder(place.path());
   EXPECT_EQ(GeocodingCacheFile::load(*folder, "gazetteer 1.1"),
             (GeocodingCache{"gazetteer 1.1", {}}));
-  GeocodingCacheFile::save(*folder, sample);
+  EXPECT_TRUE(GeocodingCacheFile::save(*folder, sample));
   EXPECT_EQ(GeocodingCacheFile::load(*folder, "gazetteer 1.1"), sample);
   EXPECT_EQ(GeocodingCacheFile::load(*folder, "other"), (GeocodingCache{"other", {}}));
   place.write("geocache.json", "damaged");
@@ -62,6 +65,25 @@ TEST(GeocodingCache, file_isKeptForItsSourceAlone) {
   EXPECT_TRUE(GeocodingCacheFile::reset(*folder));
   EXPECT_FALSE(GeocodingCacheFile::reset(*folder));
   EXPECT_THAT(folder->names(), ElementsAre());
+}
+
+TEST(GeocodingCache, saving_keepsWhatAnotherProcessHasAddedMeanwhile) {
+  const TemporaryFolder place;
+  const auto one = openFolder(place.path());
+  const auto saved = [&](const GeocodingCache& cache) {
+    // The lock goes with the object.
+    EXPECT_TRUE(GeocodingCacheFile::save(*openFolder(place.path()), cache));
+    return GeocodingCacheFile::load(*one, "s");
+  };
+  const GeocodedPlace rome{"Rome", {}, "Italy", "IT"};
+  const GeocodedPlace other{"Roma", {}, "Italy", "IT"};
+  saved({"s", {{"en", {{"41,12", rome}}}}});
+  EXPECT_EQ(
+      saved({"s", {{"en", {{"1,1", {}}}}, {"ru", {{"41,12", other}}}}}),
+      (GeocodingCache{"s", {{"en", {{"1,1", {}}, {"41,12", rome}}}, {"ru", {{"41,12", other}}}}}));
+  EXPECT_EQ(saved({"s", {{"en", {{"41,12", other}}}}}).languages.at("en").at("41,12"), other);
+  EXPECT_TRUE(one->lock());
+  EXPECT_FALSE(GeocodingCacheFile::save(*openFolder(place.path()), {"s", {}}));
 }
 
 TEST(PlaceCells, nearPointsShareACell_andKeysLastFromRunToRun) {

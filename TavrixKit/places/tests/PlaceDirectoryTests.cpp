@@ -87,6 +87,20 @@ TEST(PlaceDirectory, cache_sparesTheGeocoderWhileTheSourceIsTheSame) {
   EXPECT_EQ(other.directory.cache(), (GeocodingCache{"counting", {}}));
 }
 
+TEST(PlaceDirectory, moreCellsThanAreKept_areAllKnownInTheRun) {
+  std::vector<std::string> keys;
+  for (std::size_t i = 0; i <= GeocodingCache::largestCellCount; ++i) {
+    keys.push_back(PlaceCells::keyAt({static_cast<double>(i) * 0.0005, 0}));
+  }
+  Directory world;
+  world.directory.request(keys, "en");
+  world.directory.wait();
+  for (const std::string& key : keys) ASSERT_TRUE(world.directory.find(key, "en")) << key;
+  const auto kept = GeocodingCacheFile::decode(GeocodingCacheFile::encode(world.directory.cache()));
+  ASSERT_EQ(kept->languages.at("en").size(), GeocodingCache::largestCellCount);
+  EXPECT_EQ((Directory{*kept}.directory.find(keys.front(), "en")), std::nullopt) << "begun anew";
+}
+
 TEST(PlaceDirectory, listener_hearsOfNews) {
   std::atomic<int> asked = 0;
   std::latch told{1};

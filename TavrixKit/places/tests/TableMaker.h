@@ -23,6 +23,12 @@ struct MadePlace {
   std::string russianName = "";
 };
 
+/// The names of a region for a table of a test.
+struct MadeRegion {
+  std::string name;
+  std::string russianName = "";
+};
+
 inline void appendNumber(std::string& bytes, std::int64_t number, int size) {
   for (int i = 0; i < size; ++i) {
     bytes += static_cast<char>(static_cast<std::uint64_t>(number) >> (8 * i));
@@ -33,8 +39,9 @@ inline std::int64_t bandOf(const MadePlace& place) {
   return std::min<std::int64_t>(719, std::llround(std::floor((place.point.latitude + 90) * 4)));
 }
 
-/// The bytes of a table.
-inline std::string madeTable(std::vector<MadePlace> places) {
+/// The bytes of a table; the first region has the number 1.
+inline std::string madeTable(std::vector<MadePlace> places,
+                             const std::vector<MadeRegion>& regions = {}) {
   const auto isLarge = [](const MadePlace& place) { return place.population >= 100'000; };
   std::stable_sort(places.begin(), places.end(), [&](const MadePlace& a, const MadePlace& b) {
     return std::tuple{!isLarge(a), bandOf(a), a.point.longitude} <
@@ -44,25 +51,31 @@ inline std::string madeTable(std::vector<MadePlace> places) {
   std::string countries;
   std::string names;
   std::string records;
-  const auto addName = [&](const std::string& name) {
-    appendNumber(records, name.empty() ? -1 : static_cast<std::int64_t>(names.size()), 4);
+  const auto addName = [&](std::string& offsets, const std::string& name) {
+    appendNumber(offsets, name.empty() ? -1 : static_cast<std::int64_t>(names.size()), 4);
     if (!name.empty()) names += static_cast<char>(name.size()) + name;
   };
   for (const MadePlace& place : places) {
     appendNumber(records, std::llround(place.point.latitude * 100'000), 4);
     appendNumber(records, std::llround(place.point.longitude * 100'000), 4);
     appendNumber(records, place.population, 4);
-    addName(place.name);
-    addName(place.russianName);
+    addName(records, place.name);
+    addName(records, place.russianName);
     appendNumber(records, place.region, 2);
     appendNumber(records, place.district, 2);
     appendNumber(records, static_cast<std::int64_t>(countries.size() / 2), 1);
     appendNumber(records, place.isCapital ? 1 : 0, 1);
     countries += place.country;
   }
+  std::string regionRecords;
+  for (const MadeRegion& region : regions) {
+    addName(regionRecords, region.name);
+    addName(regionRecords, region.russianName);
+  }
   std::string bytes = "TAVRXGEO";
-  for (const std::size_t number : {std::size_t{1}, places.size(), static_cast<std::size_t>(large),
-                                   places.size(), names.size(), std::size_t{20260101}}) {
+  for (const std::size_t number :
+       {std::size_t{2}, places.size(), static_cast<std::size_t>(large), places.size(),
+        regions.size(), names.size(), std::size_t{20260101}}) {
     appendNumber(bytes, static_cast<std::int64_t>(number), 4);
   }
   bytes += countries + std::string((4 - countries.size() % 4) % 4, '\0');
@@ -77,7 +90,7 @@ inline std::string madeTable(std::vector<MadePlace> places) {
                    4);
     }
   }
-  return bytes + records + names;
+  return bytes + regionRecords + records + names;
 }
 
 inline Gazetteer gazetteerOf(const std::string& bytes) {

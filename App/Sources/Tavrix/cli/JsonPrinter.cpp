@@ -83,7 +83,8 @@ void writePlaceNames(JsonWriter& json, const std::map<std::string, PlaceNames>& 
   json.key("names").beginObject();
   for (const auto& [language, each] : names) {
     json.key(language).beginObject().field("city", each.city);
-    json.field("countryCode", each.countryCode).field("countryName", each.countryName).endObject();
+    json.field("countryCode", each.countryCode).field("countryName", each.countryName);
+    json.field("region", each.region).endObject();
   }
   json.endObject();
 }

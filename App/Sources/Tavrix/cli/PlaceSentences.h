@@ -28,7 +28,19 @@ inline constexpr Sentence<std::size_t> gazetteerWrongSize{"её размер н�
 inline constexpr Sentence<std::size_t> gazetteerWrongOrder{"её части перепутаны (байт {})",
                                                            "its parts are out of order (byte {})"};
 
-inline constexpr Sentence<> titleCity{"Город", "City"};
+inline constexpr Sentence<std::string_view, std::string_view> chosenPlacesUnknown{
+    "Здесь ничего не снято, проверьте названия в places: {}. Места съёмки: {}",
+    "Nothing was taken here, check the names in places: {}. Where shots were taken: {}"};
+inline constexpr Sentence<std::string_view> chosenPlacesNone{
+    "Здесь ничего не снято, проверьте названия в places: {}. Ни у одного снимка нет места с "
+    "названием.",
+    "Nothing was taken here, check the names in places: {}. No shot has a place with a name."};
+inline constexpr Sentence<> chosenPlacesWithoutNames{
+    "Без названий мест снимки по places не выбрать; включите geocodingEnabled или уберите places.",
+    "Without names of places no shots can be chosen by places; turn geocodingEnabled on or leave "
+    "out places."};
+
+inline constexpr Sentence<> titleCity{"Город или регион", "City or region"};
 inline constexpr Sentence<> titleCountry{"Страна", "Country"};
 inline constexpr Sentence<> titleCountryAndCity{"Страна и город", "Country and city"};
 inline constexpr Sentence<> cityNotYet{"город ещё определяется…",

@@ -1,6 +1,7 @@
 // The commands on places, and what names the places of every command.
 
 #include "StateFolder.h"
+#include "cli/ChosenPlaces.h"
 #include "cli/Commands.h"
 #include "cli/Failures.h"
 #include "cli/FolderSource.h"
@@ -53,7 +54,7 @@ std::unique_ptr<Folder> cacheFolder(const CommandContext& context) {
   const auto path = stateFolder(context);
   if (!path) return nullptr;
   try {
-    return openStateFolder(*path, ".");
+    return openStateFolder(*path, "");
   } catch (const FileError& error) {
     writeLog(context.log, "place names not kept: path={}, code={}", PrivateField{error.path()},
              error.code());
@@ -89,6 +90,7 @@ ExitStatus listPlaces(const CommandContext& context) {
   const auto naming = placeNaming(context);
   const auto lookup = lookupOf(context, bundles, naming.get());
   const auto kept = filtered(bundles, bundleFilter(settings), {settings.timeZone, lookup.get()});
+  tellUnknownPlaces(context, bundles, lookup.get());
   PlacesResult result{placesOf(kept, settings.placeRadiusKm), std::nullopt};
   if (lookup) {
     addNames(result.places, settings, *naming);
@@ -105,7 +107,7 @@ ExitStatus resetPlaceNames(const CommandContext& context) {
   if (!path) {
     throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::noStateFolder)};
   }
-  context.printer.placeNamesReset(GeocodingCacheFile::reset(*openStateFolder(*path, ".")));
+  context.printer.placeNamesReset(GeocodingCacheFile::reset(*openStateFolder(*path, "")));
   return ExitStatus::done;
 }
 

@@ -8,12 +8,13 @@ namespace tavrix::cli::help {
 inline constexpr HelpText places{
     R"(tavrix places SOURCE — места съёмки: близкие точки считаются одним местом.
 
-Города и страны берутся из таблицы, которая идёт с программой; в сеть она не обращается.
+Города и страны берутся из таблицы, которая идёт с программой; в сеть она не обращается. Вдали от
+городов место называется по региону или не называется вовсе.
 
   --set placeRadiusKm=KM        насколько близкие точки считаются одним местом
   --set mergeDistricts=true     части большого города — под именем города
   --set geocodingEnabled=false  без названий
-  --set places=НАЗВАНИЯ         только эти страны и города (годится для всех команд)
+  --set places=НАЗВАНИЯ         только эти страны, города, регионы (годится для всех команд)
 
 Примеры:
   tavrix places ТЕЛЕФОН
@@ -24,11 +25,12 @@ inline constexpr HelpText places{
     R"(tavrix places SOURCE — the places of the shots; points close together count as one.
 
 Cities and countries come from a table that ships with the program; nothing is asked of the network.
+Far from every city a place goes by its region, or has no name.
 
   --set placeRadiusKm=KM        how close points count as one place
   --set mergeDistricts=true     the parts of a great city go by its name
   --set geocodingEnabled=false  no names
-  --set places=NAMES            only these countries and cities (for every command)
+  --set places=NAMES            only these countries, cities, regions (for every command)
 
 Examples:
   tavrix places PHONE

@@ -16,11 +16,11 @@ std::string textOr(const std::optional<std::string>& text, std::string_view othe
   return text ? printable(*text) : std::string{other};
 }
 
-/// City and country of a place.
+/// City, or region, and country of a place.
 std::pair<std::string, std::string> namesOf(const LibraryPlace& place, Language language) {
   const auto found = place.names.find(language == Language::russian ? "ru" : "en");
   if (found == place.names.end()) return {say(language, sentences::cityNotYet), "—"};
-  return {textOr(found->second.city, "—"), textOr(found->second.countryName, "—")};
+  return {textOr(found->second.cityOrRegion(), "—"), textOr(found->second.countryName, "—")};
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "Destination.h"
+#include "cli/ChosenPlaces.h"
 #include "cli/CliSentences.h"
 #include "cli/Failures.h"
 #include "cli/FolderSource.h"
@@ -127,8 +128,10 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
 }
 
 Library readLibrary(const CommandContext& context, PlaceNaming* naming) {
-  return makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID,
-                     context.call.explain, naming);
+  Library library = makeLibrary(readCatalogue(context), context.settings,
+                                context.surroundings.systemLocaleID, context.call.explain, naming);
+  tellUnknownPlaces(context, library.bundles, library.places.get());
+  return library;
 }
 
 std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder) {

@@ -77,6 +77,17 @@ TEST_F(PlacesCommand, placesSetting_keepsTheChosenCountriesAndCities) {
   }
   EXPECT_EQ(folders({"--set", "places=New York City", "--set", "mergeDistricts=true"}),
             Names{"2026-05-02 — New York City"});
+  EXPECT_EQ(tester.run({"groups", "phone", "--set", "places=Италия, Рим"}).err, "");
+  const CommandResult typo = tester.run({"places", "phone", "--set", "places=Rom, Brooklyn"});
+  EXPECT_EQ(typo.status, ExitStatus::done);
+  EXPECT_THAT(typo.err, AllOf(HasSubstr("places: Rom."), HasSubstr("Italy (Rome)"),
+                              HasSubstr("Russia (Sergiyev Posad)"), Not(HasSubstr("Sea"))));
+  const CommandResult kinds = tester.run({"groups", "phone", "--lang", "en", "--set",
+                                          R"(places={"countries":["Rome"],"cities":["Italy"]})"});
+  EXPECT_THAT(kinds.err, HasSubstr("check the names in places: Italy, Rome."));
+  const CommandResult nameless =
+      tester.run({"groups", "phone", "--set", "places=Рим", "--set", "geocodingEnabled=false"});
+  EXPECT_THAT(nameless.err, HasSubstr("включите geocodingEnabled"));
   for (const std::string bad : {"", " , ", "{", R"({"towns":[]})", R"({"cities":"Рим"})"}) {
     const CommandResult result = tester.run({"groups", "phone", "--set", "places=" + bad});
     EXPECT_EQ(result.status, ExitStatus::usage) << bad;
