@@ -121,8 +121,9 @@ void AppModel::clearCatalogue() {
   // What is under way was made from the old catalogue, and lands on nothing.
   grouping_ = CoalescedWork{services_.loop, services_.background};
   display_ = CoalescedWork{services_.loop, services_.background};
-  services_.background([bundles = std::exchange(allBundles_, {}), library = std::exchange(library_, {}),
-                        facts = std::exchange(facts_, {}), planned = std::exchange(planned_, {})] {});
+  services_.background([bundles = std::exchange(allBundles_, {}),
+                        library = std::exchange(library_, {}), facts = std::exchange(facts_, {}),
+                        planned = std::exchange(planned_, {})] {});
   change([](AppState& state) {
     state.origin = data_origin::None{};
     state.assets = {};
@@ -152,9 +153,8 @@ void AppModel::mergeGroups(const std::vector<std::string>& ids) {
   GroupMerges& merges = settings.mergesByMode[std::string{textOf(settings.uiMode)}];
   merges = GroupMerging::merging(merges, ids);
   if (!merges.empty()) {
-    change([&](AppState& state) {
-      state.highlightedGroupID = GroupMerging::mergedID(merges.back());
-    });
+    change(
+        [&](AppState& state) { state.highlightedGroupID = GroupMerging::mergedID(merges.back()); });
   }
   changeSettings(std::move(settings));
 }
@@ -214,12 +214,12 @@ void AppModel::requestDisplay() {
                          .localeID = localeOf(services_.language),
                          .shown = state_.displayGroups,
                          .planned = planned_};
-  display_.request([this, life = std::weak_ptr{life_},
-                    request = std::move(request)]() -> CoalescedWork::Apply {
-    return [this, life, result = buildDisplay(request)] {
-      if (life.lock()) landDisplay(result);
-    };
-  });
+  display_.request(
+      [this, life = std::weak_ptr{life_}, request = std::move(request)]() -> CoalescedWork::Apply {
+        return [this, life, result = buildDisplay(request)] {
+          if (life.lock()) landDisplay(result);
+        };
+      });
 }
 
 void AppModel::landDisplay(DisplayResult result) {
@@ -327,9 +327,7 @@ void AppModel::refreshDestination() {
                              open = services_.openExisting]() -> CoalescedWork::Apply {
     std::shared_ptr<const Destination::Content> content;
     try {
-      const auto folder = !path ? nullptr
-                          : open ? open(*path)
-                                 : Destination::openExisting(*path);
+      const auto folder = !path ? nullptr : open ? open(*path) : Destination::openExisting(*path);
       if (folder) {
         content = std::make_shared<const Destination::Content>(Destination::read(*folder, phone));
       }

@@ -32,9 +32,9 @@ class AppModel {
     Log* log = nullptr;                     ///< silent without one
     Language language = Language::russian;  ///< of sentences in the state, reports and records
     std::string systemLocaleID = "ru_RU";
-    PlaceNaming* placeNaming = nullptr;    ///< without one places have no names
-    MediaConverter* converter = nullptr;   ///< without one files are kept as they are
-    bool wantsReasons = false;             ///< whether to tell why folders were cut where they were
+    PlaceNaming* placeNaming = nullptr;   ///< without one places have no names
+    MediaConverter* converter = nullptr;  ///< without one files are kept as they are
+    bool wantsReasons = false;            ///< whether to tell why folders were cut where they were
     /// Writes a record of the history; whether it is there now. Called in the background. Without
     /// one nothing is recorded.
     std::function<bool(const TransferRecord&)> keepRecord{};

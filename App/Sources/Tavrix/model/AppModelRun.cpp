@@ -36,9 +36,8 @@ std::uint64_t conversionsOf(const TransferPlan& plan) {
 }
 
 bool holdsOptimized(const TransferPlan& plan) {
-  return std::any_of(plan.files.begin(), plan.files.end(), [](const PlannedFile& file) {
-    return file.bundle.original().isOptimized();
-  });
+  return std::any_of(plan.files.begin(), plan.files.end(),
+                     [](const PlannedFile& file) { return file.bundle.original().isOptimized(); });
 }
 
 std::vector<TransferFolder> foldersOf(const std::vector<FolderNaming::Row>& rows,
@@ -143,7 +142,8 @@ void AppModel::prepare() {
     try {
       if (source.checkDestination) source.checkDestination(path);
       HeldDestination& destination = prepared->destination;
-      destination.folder = openForWriting ? openForWriting(path) : Destination::openForWriting(path);
+      destination.folder =
+          openForWriting ? openForWriting(path) : Destination::openForWriting(path);
       destination.content = Destination::read(*destination.folder, source.phone);
       prepared->plan = std::make_shared<const TransferPlan>(
           planOf(prepared->rows, options, destination.content.view));
@@ -265,13 +265,13 @@ void AppModel::startLeg(HeldDestination destination) {
   run_->leg = leg;
   // Should the program not live to the end, the run has its record all the same.
   auto record = isFirst && !leg->plan.files.empty() ? recordTask(true) : nullptr;
-  services_.transferring([this, life = std::weak_ptr{life_}, leg, &loop = services_.loop,
-                          record = std::move(record)] {
-    if (record) record();
-    loop.post([this, life, end = carryOut(*leg)]() mutable {
-      if (life.lock()) landLeg(std::move(end));
-    });
-  });
+  services_.transferring(
+      [this, life = std::weak_ptr{life_}, leg, &loop = services_.loop, record = std::move(record)] {
+        if (record) record();
+        loop.post([this, life, end = carryOut(*leg)]() mutable {
+          if (life.lock()) landLeg(std::move(end));
+        });
+      });
 }
 
 void AppModel::showProgress() {
@@ -315,9 +315,10 @@ void AppModel::pauseForPhone() {
   });
   // The watcher may be slower to notice than the reads were, or faster: then it is back already.
   services_.loop.postAfter(phoneRetryInterval, ifAlive([this] {
-    const bool waits = run_ && run_->stage == Stage::pausedForPhone && !resumesWhenDisplayLands_;
-    if (waits && isSourcePresent_) resume();
-  }));
+                             const bool waits = run_ && run_->stage == Stage::pausedForPhone &&
+                                                !resumesWhenDisplayLands_;
+                             if (waits && isSourcePresent_) resume();
+                           }));
 }
 
 void AppModel::pauseForSpace() {
@@ -345,10 +346,9 @@ void AppModel::landSpace(std::optional<std::uint64_t> free, std::uint64_t needed
     writeLog(log(), "transfer: space freed — continuing");
     return resume();
   }
-  const std::string reason =
-      say(services_.language, sentences::pausedForSpace,
-          bytesText(services_.language, needed - std::min(needed, *free)),
-          bytesText(services_.language, *free));
+  const std::string reason = say(services_.language, sentences::pausedForSpace,
+                                 bytesText(services_.language, needed - std::min(needed, *free)),
+                                 bytesText(services_.language, *free));
   if (!state_.transferPausedReason) {
     writeLog(log(), "transfer paused: disk full (free {})", *free);
   }
@@ -356,8 +356,8 @@ void AppModel::landSpace(std::optional<std::uint64_t> free, std::uint64_t needed
     change([&](AppState& state) { state.transferPausedReason = reason; });
   }
   services_.loop.postAfter(spacePollInterval, ifAlive([this] {
-    if (run_ && run_->stage == Stage::pausedForSpace) pauseForSpace();
-  }));
+                             if (run_ && run_->stage == Stage::pausedForSpace) pauseForSpace();
+                           }));
 }
 
 void AppModel::resume() {
@@ -405,12 +405,12 @@ void AppModel::endRun() {
   if (outcome.status == TransferRecord::Status::completed && isIncomplete) {
     outcome.status = TransferRecord::Status::completedWithFailures;
   }
-  services_.transferring([this, life = std::weak_ptr{life_}, &loop = services_.loop,
-                          record = recordTask(false)] {
-    loop.post([this, life, hasRecord = record()] {
-      if (life.lock()) finish(hasRecord);
-    });
-  });
+  services_.transferring(
+      [this, life = std::weak_ptr{life_}, &loop = services_.loop, record = recordTask(false)] {
+        loop.post([this, life, hasRecord = record()] {
+          if (life.lock()) finish(hasRecord);
+        });
+      });
 }
 
 void AppModel::finish(bool hasRecord) {

@@ -88,7 +88,8 @@ std::uint64_t optimizedIn(const DisplayRequest& request, const Display& display)
     count += group->optimizedCount;
   }
   for (const auto& [id, skipped] : request.facts->skippedOptimized) {
-    const bool counts = all.contains(id) ? chosen.contains(id) : !request.excludedKeys->contains(id);
+    const bool counts =
+        all.contains(id) ? chosen.contains(id) : !request.excludedKeys->contains(id);
     if (counts) count += skipped;
   }
   return count;

@@ -93,7 +93,8 @@ std::optional<MonthKey> monthOf(const AssetBundle& bundle, const TimeZone& zone)
   const auto date = bundle.captureDate();
   if (!date) return std::nullopt;
   const CivilDate day = zone.dateAt(*date);
-  return MonthKey{static_cast<int>(day.year()), static_cast<int>(static_cast<unsigned>(day.month()))};
+  return MonthKey{static_cast<int>(day.year()),
+                  static_cast<int>(static_cast<unsigned>(day.month()))};
 }
 
 std::string searchKeyOf(const std::string& folderName, const GroupFacts& facts,
@@ -143,9 +144,9 @@ std::map<std::string, std::uint64_t, std::less<>> skippedIn(const Library& libra
   Settings settings = context.settings;
   settings.skipOptimized = false;
   for (const auto& row : rowsOf(library.bundles, settings, context.systemLocaleID).rows) {
-    const auto count = std::count_if(
-        row.group.bundles.begin(), row.group.bundles.end(),
-        [](const AssetBundle& bundle) { return bundle.original().isOptimized(); });
+    const auto count =
+        std::count_if(row.group.bundles.begin(), row.group.bundles.end(),
+                      [](const AssetBundle& bundle) { return bundle.original().isOptimized(); });
     if (count > 0) skipped.emplace(row.group.id, static_cast<std::uint64_t>(count));
   }
   return skipped;

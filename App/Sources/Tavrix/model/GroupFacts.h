@@ -40,8 +40,8 @@ struct LibraryFacts {
 /// How the facts are told.
 struct FactsContext {
   const Settings& settings;
-  std::string localeID;                        ///< of the names of months and places
-  std::shared_ptr<const PlaceLookup> places;   ///< of all shots; null when places have no names
+  std::string localeID;                       ///< of the names of months and places
+  std::shared_ptr<const PlaceLookup> places;  ///< of all shots; null when places have no names
   std::string systemLocaleID;
 };
 
