@@ -132,11 +132,12 @@ std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t i
 }
 
 Area areaAt(const GazetteerTable& table, const GeoPoint& point) {
+  // Most of the Earth has no place within reach, and needs no wider look.
+  if (placesAround(table, point, areaReachKm).empty()) return {};
   const std::vector<Near> around = placesAround(table, point, abroadKm);
   const auto nearest =
       std::min_element(around.begin(), around.end(),
                        [](const Near& a, const Near& b) { return a.distance < b.distance; });
-  if (nearest == around.end() || nearest->distance > areaReachKm) return {};
   Area area{nearest->place.country, nearest->place.region};
   const auto isInCountry = [&](const GazetteerPlace& place) {
     return place.country == area.country;

@@ -60,9 +60,16 @@ NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& sett
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
                     const std::string& systemLocaleID, bool wantsReasons, PlaceNaming* naming) {
+  return makeLibrary(BundleBuilder::makeBundles(assets), assets.size(), settings, systemLocaleID,
+                     wantsReasons, naming);
+}
+
+Library makeLibrary(std::vector<AssetBundle> bundles, std::uint64_t fileCount,
+                    const Settings& settings, const std::string& systemLocaleID, bool wantsReasons,
+                    PlaceNaming* naming) {
   Library library;
-  library.fileCount = assets.size();
-  library.bundles = BundleBuilder::makeBundles(assets);
+  library.fileCount = fileCount;
+  library.bundles = std::move(bundles);
 
   const auto lookup = lookupForFilter(library.bundles, settings, naming);
   auto grouped = groupsOf(library.bundles, settings, lookup, wantsReasons);

@@ -54,6 +54,11 @@ Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& setti
                     const std::string& systemLocaleID, bool wantsReasons = false,
                     PlaceNaming* naming = nullptr);
 
+/// The same from shots, with the number of files that the catalogue has.
+Library makeLibrary(std::vector<AssetBundle> bundles, std::uint64_t fileCount,
+                    const Settings& settings, const std::string& systemLocaleID,
+                    bool wantsReasons = false, PlaceNaming* naming = nullptr);
+
 /// The folders with their names alone, from shots before any filter.
 NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
                    const std::string& systemLocaleID, PlaceNaming* naming = nullptr);

@@ -4,16 +4,14 @@
 
 namespace tavrix {
 
-std::vector<FolderPlan> folderPlans(const std::vector<FolderNaming::Row>& rows,
-                                    const TransferPlan& plan) {
+std::vector<FolderPlan> rowPlans(const std::vector<FolderNaming::Row>& rows,
+                                 const TransferPlan& plan) {
   std::vector<FolderPlan> folders;
-  StringMap<std::size_t> indexOfName;
+  folders.reserve(rows.size());
   // The plan has the files in the rows' order, those that are known left out.
   auto next = plan.files.begin();
   for (const FolderNaming::Row& row : rows) {
-    const auto [found, isNew] = indexOfName.try_emplace(row.name, folders.size());
-    if (isNew) folders.push_back({.name = row.name});
-    FolderPlan& folder = folders[found->second];
+    FolderPlan folder{.name = row.name};
     for (const AssetBundle& bundle : row.group.bundles) {
       for (const MediaAsset& asset : bundle.assets()) {
         if (next == plan.files.end() || next->asset.id() != asset.id()) {
@@ -25,6 +23,25 @@ std::vector<FolderPlan> folderPlans(const std::vector<FolderNaming::Row>& rows,
         ++next;
       }
     }
+    folders.push_back(std::move(folder));
+  }
+  return folders;
+}
+
+std::vector<FolderPlan> folderPlans(const std::vector<FolderNaming::Row>& rows,
+                                    const TransferPlan& plan) {
+  std::vector<FolderPlan> folders;
+  StringMap<std::size_t> indexOfName;
+  for (FolderPlan& row : rowPlans(rows, plan)) {
+    const auto [found, isNew] = indexOfName.try_emplace(row.name, folders.size());
+    if (isNew) {
+      folders.push_back(std::move(row));
+      continue;
+    }
+    FolderPlan& folder = folders[found->second];
+    folder.newFiles += row.newFiles;
+    folder.newBytes += row.newBytes;
+    folder.knownFiles += row.knownFiles;
   }
   return folders;
 }

@@ -20,6 +20,9 @@ struct FolderPlan {
   friend bool operator==(const FolderPlan&, const FolderPlan&) = default;
 };
 
+/// One entry per row, in their order. The plan must have been made from all the rows.
+std::vector<FolderPlan> rowPlans(const std::vector<FolderNaming::Row>& rows,
+                                 const TransferPlan& plan);
 /// One entry per folder name, in display order. The plan must have been made from all the rows.
 std::vector<FolderPlan> folderPlans(const std::vector<FolderNaming::Row>& rows,
                                     const TransferPlan& plan);

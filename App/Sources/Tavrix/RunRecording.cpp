@@ -78,6 +78,8 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
     const ShotFolder other = folderOf(row, named.places.get());
     for (const AssetBundle& bundle : row.group.bundles) {
       const auto own = folders.find(bundle.id());
+      // A shot of the same day in a folder that was left out is no part of the run.
+      if (own == folders.end() && run.unchecked.contains(row.group.id)) continue;
       const ShotFolder& folder = own == folders.end() ? other : own->second;
       shots.push_back({*whole.at(bundle.id()), folder.name, folder.place});
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,8 @@ struct RunToRecord {
   Instant startedAt;
   Instant finishedAt;
   PlaceNaming* placeNaming = nullptr;  ///< names the places of folders that the run left out
+  /// Groups that the person left out of the run, by id.
+  std::set<std::string, std::less<>> unchecked{};
   /// The record is written ahead, in case the program does not live to the end of the run.
   bool isUnderWay = false;
 };

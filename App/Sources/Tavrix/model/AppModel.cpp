@@ -1,0 +1,345 @@
+#include "model/AppModel.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "foundation/StringMap.h"
+#include "grouping/GroupMerging.h"
+#include "media/BundleBuilder.h"
+
+namespace tavrix {
+namespace {
+
+/// The settings with those of another that say only how files are laid out and written: they do not
+/// change which folders there are.
+Settings withLayoutOf(Settings settings, const Settings& other) {
+  settings.onlyNew = other.onlyNew;
+  settings.photoJPEG = other.photoJPEG;
+  settings.jpegQuality = other.jpegQuality;
+  settings.videoH264 = other.videoH264;
+  settings.separatePhotoVideo = other.separatePhotoVideo;
+  settings.flattenSingleKind = other.flattenSingleKind;
+  settings.fileNamePrefixMode = other.fileNamePrefixMode;
+  settings.customFileNamePrefix = other.customFileNamePrefix;
+  settings.packAsZip = other.packAsZip;
+  settings.packPerGroup = other.packPerGroup;
+  return settings;
+}
+
+/// The places of all shots; null when places have no names.
+std::shared_ptr<const PlaceLookup> lookupOf(const Library& library, const Settings& settings,
+                                            const std::string& localeID, PlaceNaming* naming) {
+  if (naming == nullptr || !settings.geocodingEnabled) return nullptr;
+  return naming->name(positionsOf(library.filteredBundles), settings, {localeID});
+}
+
+std::vector<GeoPoint> centersOf(const std::vector<HomeCandidate>& candidates) {
+  std::vector<GeoPoint> centers;
+  for (const HomeCandidate& candidate : candidates) centers.push_back(candidate.center);
+  return centers;
+}
+
+std::string localeOf(Language language) {
+  return language == Language::russian ? "ru_RU" : "en_US";
+}
+
+}  // namespace
+
+AppModel::AppModel(Services services, Settings settings)
+    : services_(std::move(services)),
+      grouping_(services_.loop, services_.background),
+      display_(services_.loop, services_.background),
+      destinationIndex_(services_.loop, services_.background) {
+  state_.settings = std::move(settings);
+  writeLog(log(), "AppModel init");
+}
+
+AppModel::~AppModel() {
+  if (run_ && run_->leg) run_->leg->stop.request_stop();
+}
+
+MainLoop::Task AppModel::ifAlive(std::function<void()> task) const {
+  return [life = std::weak_ptr{life_}, task = std::move(task)] {
+    if (life.lock()) task();
+  };
+}
+
+AppModel::Subscription AppModel::subscribe(Observer observer) {
+  auto subscription = std::make_shared<const Observer>(std::move(observer));
+  observers_.push_back(subscription);
+  return subscription;
+}
+
+void AppModel::change(const std::function<void(AppState&)>& edit) {
+  const AppState before = state_;
+  edit(state_);
+  std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
+  const auto observers = observers_;  // one of them may subscribe another
+  for (const auto& observer : observers) {
+    if (const Subscription alive = observer.lock()) (*alive)(before, state_);
+  }
+}
+
+bool AppModel::isSettled() const {
+  return !grouping_.isBusy() && !display_.isBusy() && !destinationIndex_.isBusy();
+}
+
+void AppModel::sourceReady(ConnectedSource source, DataOrigin origin) {
+  const bool isTransferring = std::holds_alternative<app_phase::Transferring>(state_.phase);
+  if (isTransferring && run_->source.phone != source.phone) {
+    // The run goes on with its own phone alone; this one is looked at when the run is over.
+    writeLog(log(), "other device ready during transfer: left alone");
+    return;
+  }
+  writeLog(log(), "device ready: assets={}", source.assets->size());
+  isSourcePresent_ = true;
+  allBundles_ = BundleBuilder::makeBundles(*source.assets);
+  change([&](AppState& state) {
+    state.origin = std::move(origin);
+    state.assets = source.assets;
+    if (run_ && run_->stage == RunInProgress::Stage::pausedForPhone) {
+      state.transferPausedReason = std::nullopt;
+      resumesWhenDisplayLands_ = true;
+    }
+  });
+  source_ = std::move(source);
+  requestGrouping();
+  if (state_.destination) refreshDestination();
+}
+
+void AppModel::sourceGone() {
+  isSourcePresent_ = false;
+  if (!std::holds_alternative<app_phase::Browse>(state_.phase)) return;
+  if (std::holds_alternative<data_origin::None>(state_.origin)) return;
+  clearCatalogue();
+  writeLog(log(), "device gone: cleared stale catalog");
+}
+
+void AppModel::clearCatalogue() {
+  source_.reset();
+  start_ = Start::none;
+  // What is under way was made from the old catalogue, and lands on nothing.
+  grouping_ = CoalescedWork{services_.loop, services_.background};
+  display_ = CoalescedWork{services_.loop, services_.background};
+  services_.background([bundles = std::exchange(allBundles_, {}),
+                        library = std::exchange(library_, {}), facts = std::exchange(facts_, {}),
+                        planned = std::exchange(planned_, {})] {});
+  change([](AppState& state) {
+    state.origin = data_origin::None{};
+    state.assets = {};
+    state.displayGroups = {};
+    state.visibleGroups = {};
+    state.navOutline = {};
+    state.selectedKeys = {};
+    state.searchSuggestions = {};
+    state.newFilesCount = state.newBytes = state.knownFilesCount = state.optimizedCount = 0;
+  });
+}
+
+void AppModel::changeSettings(Settings settings) {
+  const Shared<Settings> before = state_.settings;
+  if (settings == *before) return;
+  const bool isLayoutAlone = withLayoutOf(settings, *before) == *before;
+  change([&](AppState& state) { state.settings = std::move(settings); });
+  if (isLayoutAlone) {
+    requestDisplay();
+  } else {
+    requestGrouping();
+  }
+}
+
+void AppModel::mergeGroups(const std::vector<std::string>& ids) {
+  Settings settings = *state_.settings;
+  GroupMerges& merges = settings.mergesByMode[std::string{textOf(settings.uiMode)}];
+  merges = GroupMerging::merging(merges, ids);
+  if (!merges.empty()) {
+    change(
+        [&](AppState& state) { state.highlightedGroupID = GroupMerging::mergedID(merges.back()); });
+  }
+  changeSettings(std::move(settings));
+}
+
+void AppModel::unmergeGroup(const std::string& id) {
+  Settings settings = *state_.settings;
+  const auto found = settings.mergesByMode.find(textOf(settings.uiMode));
+  if (found == settings.mergesByMode.end()) return;
+  found->second = GroupMerging::unmerging(std::move(found->second), id);
+  changeSettings(std::move(settings));
+}
+
+void AppModel::renameGroup(const std::string& id, const std::string& name) {
+  Settings settings = *state_.settings;
+  if (name.empty()) {
+    settings.nameOverrides.erase(id);
+  } else {
+    settings.nameOverrides.insert_or_assign(id, name);
+  }
+  changeSettings(std::move(settings));
+}
+
+void AppModel::requestGrouping() {
+  if (!source_) return;
+  grouping_.request([this, life = std::weak_ptr{life_}, bundles = allBundles_,
+                     fileCount = source_->assets->size(), settings = state_.settings,
+                     naming = services_.placeNaming, localeID = localeOf(services_.language),
+                     systemLocaleID = services_.systemLocaleID,
+                     wantsReasons = services_.wantsReasons]() -> CoalescedWork::Apply {
+    const auto library = std::make_shared<const Library>(
+        makeLibrary(*bundles, fileCount, *settings, systemLocaleID, wantsReasons, naming));
+    const auto lookup = lookupOf(*library, *settings, localeID, naming);
+    const auto facts = std::make_shared<const LibraryFacts>(
+        makeFacts(library, {*settings, localeID, lookup, systemLocaleID}));
+    return [=, this] {
+      if (life.lock()) landLibrary(library, facts);
+    };
+  });
+}
+
+void AppModel::landLibrary(std::shared_ptr<const Library> library,
+                           std::shared_ptr<const LibraryFacts> facts) {
+  services_.background([old = std::exchange(library_, std::move(library)),
+                        oldFacts = std::exchange(facts_, std::move(facts))] {});
+  requestDisplay();
+}
+
+void AppModel::requestDisplay() {
+  if (!library_ || !source_) return;
+  DisplayRequest request{.library = library_,
+                         .facts = facts_,
+                         .destination = destination_,
+                         .options = transferOptions(*state_.settings, source_->deviceName),
+                         .excludedKeys = state_.excludedKeys,
+                         .navSelection = state_.navSelection,
+                         .searchText = state_.searchText,
+                         .localeID = localeOf(services_.language),
+                         .shown = state_.displayGroups,
+                         .planned = planned_};
+  display_.request(
+      [this, life = std::weak_ptr{life_}, request = std::move(request)]() -> CoalescedWork::Apply {
+        return [this, life, result = buildDisplay(request)] {
+          if (life.lock()) landDisplay(result);
+        };
+      });
+}
+
+void AppModel::landDisplay(DisplayResult result) {
+  services_.background([old = std::exchange(planned_, std::move(result.planned)),
+                        groups = state_.displayGroups, visible = state_.visibleGroups] {});
+  change([&](AppState& state) {
+    Display& display = result.display;
+    state.displayGroups = std::move(display.groups);
+    state.visibleGroups = std::move(display.visible);
+    state.navOutline = std::move(display.outline);
+    state.searchSuggestions = std::move(display.suggestions);
+    state.homeCandidates = centersOf(library_->homeCandidates);
+    state.homeIsAmbiguous = library_->homeIsAmbiguous;
+    state.newFilesCount = display.newFilesCount;
+    state.newBytes = display.newBytes;
+    state.knownFilesCount = display.knownFilesCount;
+    state.optimizedCount = display.optimizedCount;
+  });
+  if (start_ != Start::none) proceedWithStart();
+  if (resumesWhenDisplayLands_ && isSettled()) {
+    resumesWhenDisplayLands_ = false;
+    writeLog(log(), "transfer: groups are back — resuming");
+    resume();
+  }
+}
+
+void AppModel::setIncluded(const std::function<bool(const DisplayGroup&)>& isIncluded) {
+  auto selected = *state_.selectedKeys;
+  auto excluded = *state_.excludedKeys;
+  auto visible = *state_.visibleGroups;
+  StringMap<Shared<DisplayGroup>> changed;
+  for (auto& group : visible) {
+    const bool is = isIncluded(*group);
+    if (is == group->isIncluded) continue;
+    if (is) {
+      excluded.erase(group->stableKey);
+      selected.insert(group->stableKey);
+    } else {
+      selected.erase(group->stableKey);
+      excluded.insert(group->stableKey);
+    }
+    DisplayGroup copy = *group;
+    copy.isIncluded = is;
+    group = std::move(copy);
+    changed.emplace(group->id, group);
+  }
+  if (changed.empty()) return;
+  auto all = *state_.displayGroups;
+  for (auto& group : all) {
+    const auto found = changed.find(group->id);
+    if (found != changed.end()) group = found->second;
+  }
+  change([&](AppState& state) {
+    state.selectedKeys = std::move(selected);
+    state.excludedKeys = std::move(excluded);
+    state.visibleGroups = std::move(visible);
+    state.displayGroups = std::move(all);
+  });
+  requestDisplay();
+}
+
+void AppModel::toggleGroup(const std::string& stableKey) {
+  setIncluded([&](const DisplayGroup& group) {
+    return group.stableKey == stableKey ? !group.isIncluded : group.isIncluded;
+  });
+}
+
+void AppModel::includeAll() {
+  setIncluded([](const DisplayGroup&) { return true; });
+}
+
+void AppModel::includeNone() {
+  setIncluded([](const DisplayGroup&) { return false; });
+}
+
+InclusionState AppModel::inclusion() const {
+  const auto& groups = *state_.visibleGroups;
+  const auto included = std::count_if(groups.begin(), groups.end(),
+                                      [](const auto& group) { return group->isIncluded; });
+  if (included == 0) return InclusionState::none;
+  return included == std::ssize(groups) ? InclusionState::all : InclusionState::some;
+}
+
+void AppModel::search(std::string text) {
+  change([&](AppState& state) { state.searchText = std::move(text); });
+  requestDisplay();
+}
+
+void AppModel::navigate(NavSelection selection) {
+  change([&](AppState& state) { state.navSelection = std::move(selection); });
+  requestDisplay();
+}
+
+void AppModel::setDestination(std::optional<std::string> destination) {
+  change([&](AppState& state) {
+    state.destination = std::move(destination);
+    if (state.transferBlocker == TransferBlocker::noDestination) state.transferBlocker = {};
+  });
+  refreshDestination();
+}
+
+void AppModel::refreshDestination() {
+  const PhoneIdentity phone = source_ ? source_->phone : PhoneIdentity{};
+  destinationIndex_.request([this, life = std::weak_ptr{life_}, path = state_.destination, phone,
+                             open = services_.openExisting]() -> CoalescedWork::Apply {
+    std::shared_ptr<const Destination::Content> content;
+    try {
+      const auto folder = !path ? nullptr : open ? open(*path) : Destination::openExisting(*path);
+      if (folder) {
+        content = std::make_shared<const Destination::Content>(Destination::read(*folder, phone));
+      }
+    } catch (const std::exception&) {
+      // What is wrong with it is told when a run wants it.
+    }
+    return [this, life, content] {
+      if (!life.lock()) return;
+      services_.background([old = std::exchange(destination_, content)] {});
+      requestDisplay();
+    };
+  });
+}
+
+}  // namespace tavrix

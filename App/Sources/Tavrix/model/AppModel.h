@@ -1,0 +1,172 @@
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "RunRecording.h"
+#include "foundation/MainLoop.h"
+#include "model/AppState.h"
+#include "model/CoalescedWork.h"
+#include "model/ConnectedSource.h"
+#include "model/DisplayBuild.h"
+#include "model/RunInProgress.h"
+
+namespace tavrix {
+
+/// All that an interface shows and does: the catalogue of the connected phone, what the person has
+/// chosen, the folders that follow from it, and the run. Everything here is called, and every
+/// observer told, on the main loop; computing and copying take place in the background.
+class AppModel {
+ public:
+  /// What the model needs of the world around it; all of it outlives the model.
+  struct Services {
+    MainLoop& loop;
+    Background background;    ///< groups and builds displays
+    Background transferring;  ///< copies
+    std::function<Instant()> now;
+    std::function<Uuid()> newID;
+    Log* log = nullptr;                     ///< silent without one
+    Language language = Language::russian;  ///< of sentences in the state, reports and records
+    std::string systemLocaleID = "ru_RU";
+    PlaceNaming* placeNaming = nullptr;   ///< without one places have no names
+    MediaConverter* converter = nullptr;  ///< without one files are kept as they are
+    bool wantsReasons = false;            ///< whether to tell why folders were cut where they were
+    /// Writes a record of the history; whether it is there now. Called in the background. Without
+    /// one nothing is recorded.
+    std::function<bool(const TransferRecord&)> keepRecord{};
+    /// Opens the folders of destinations; those of the disk without others.
+    std::function<std::unique_ptr<Folder>(const std::string&)> openForWriting{};
+    std::function<std::unique_ptr<Folder>(const std::string&)> openExisting{};
+  };
+  using Observer = std::function<void(const AppState& before, const AppState& after)>;
+  /// Ends with its last copy.
+  using Subscription = std::shared_ptr<const Observer>;
+
+  AppModel(Services services, Settings settings);
+  /// Asks a run to end; what it has landed stays.
+  ~AppModel();
+  AppModel(const AppModel&) = delete;
+  AppModel& operator=(const AppModel&) = delete;
+
+  const AppState& state() const { return state_; }
+  /// From the next change on.
+  [[nodiscard]] Subscription subscribe(Observer observer);
+  /// Whether what is shown follows from what is chosen: no grouping or display is under way.
+  bool isSettled() const;
+  /// What the folders on screen were made of; null before the first.
+  const std::shared_ptr<const Library>& library() const { return library_; }
+
+  /// A phone has been read, or what stands for one.
+  void sourceReady(ConnectedSource source, DataOrigin origin);
+  /// It went, or its reading was stopped.
+  void sourceGone();
+
+  void changeSettings(Settings settings);
+  /// Groups shown as one from now on, in the present mode; the new folder is highlighted.
+  void mergeGroups(const std::vector<std::string>& ids);
+  void unmergeGroup(const std::string& id);
+  /// An empty name gives the folder back its own.
+  void renameGroup(const std::string& id, const std::string& name);
+
+  void setDestination(std::optional<std::string> destination);
+  /// Looks again at what lies there.
+  void refreshDestination();
+
+  void toggleGroup(const std::string& stableKey);
+  /// All or none of the visible groups.
+  void includeAll();
+  void includeNone();
+  /// Of the visible groups.
+  InclusionState inclusion() const;
+  void search(std::string text);
+  void navigate(NavSelection selection);
+
+  /// The button: begins a run, or says in the state what stops it. Waits for what is being
+  /// computed, so that what is shown is what is transferred.
+  void startTransfer();
+  /// The answers to the question about reduced copies.
+  void transferEverything();
+  void skipOptimizedAndTransfer();
+  void dismissOptimizedQuestion();
+  void dismissBlocker();
+  /// A run with no file to copy is a run, too, with a record; for callers that ask for one.
+  void setRunsWithoutFiles(bool runs) { runsWithoutFiles_ = runs; }
+  /// Whether a start asks before it takes reduced copies along; it does unless told otherwise.
+  void setAsksAboutOptimized(bool asks) { asksAboutOptimized_ = asks; }
+  /// Ends the run, or the wait of one that pauses; also a start that is still being prepared.
+  void cancelTransfer();
+  /// Back from the summary.
+  void leaveSummary();
+
+  /// The last run from its start on; null before the first.
+  const RunInProgress* run() const { return run_.get(); }
+  /// Why the last start came to nothing: a destination or source that cannot be opened.
+  const std::exception_ptr& startFailure() const { return startFailure_; }
+
+ private:
+  enum class Start { none, asked, answered };  ///< of a run that waits for the display
+  struct Prepared;
+
+  void change(const std::function<void(AppState&)>& edit);
+  void clearCatalogue();
+  void requestGrouping();
+  void requestDisplay();
+  void landLibrary(std::shared_ptr<const Library> library,
+                   std::shared_ptr<const LibraryFacts> facts);
+  void landDisplay(DisplayResult result);
+  void setIncluded(const std::function<bool(const DisplayGroup&)>& isIncluded);
+
+  void proceedWithStart();
+  void block(TransferBlocker blocker);
+  void prepare();
+  void land(const std::shared_ptr<Prepared>& prepared);
+  void beginRun(HeldDestination destination, const std::shared_ptr<const TransferPlan>& plan,
+                std::vector<FolderNaming::Row> rows);
+  void startLeg(HeldDestination destination);
+  void showProgress();
+  void landLeg(LegEnd end);
+  void pauseForPhone();
+  void pauseForSpace();
+  void landSpace(std::optional<std::uint64_t> free, std::uint64_t needed);
+  void resume();
+  void endRun();
+  void finish(bool hasRecord);
+  /// Writes the run as it stands now into the history; to be called in the background.
+  std::function<bool()> recordTask(bool isUnderWay) const;
+
+  /// Wraps a task for the loop so that nothing happens when the model is gone.
+  MainLoop::Task ifAlive(std::function<void()> task) const;
+  std::unique_ptr<Folder> open(const std::string& path, bool forWriting) const;
+  Log& log() const { return services_.log == nullptr ? silentLog() : *services_.log; }
+
+  Services services_;
+  std::shared_ptr<const bool> life_ = std::make_shared<bool>(true);
+  AppState state_;
+  std::vector<std::weak_ptr<const Observer>> observers_;
+
+  std::optional<ConnectedSource> source_;
+  bool isSourcePresent_ = false;
+  Shared<std::vector<AssetBundle>> allBundles_;
+  std::shared_ptr<const Library> library_;
+  std::shared_ptr<const LibraryFacts> facts_;
+  std::shared_ptr<const Destination::Content> destination_;
+  PlanOfAll planned_;
+  CoalescedWork grouping_;
+  CoalescedWork display_;
+  CoalescedWork destinationIndex_;
+
+  Start start_ = Start::none;
+  bool isPreparing_ = false;
+  bool runsWithoutFiles_ = false;
+  bool asksAboutOptimized_ = true;
+  std::exception_ptr startFailure_;
+  std::unique_ptr<RunInProgress> run_;
+  std::shared_ptr<ProgressSlot> progressSlot_;
+  bool resumesWhenDisplayLands_ = false;
+};
+
+}  // namespace tavrix

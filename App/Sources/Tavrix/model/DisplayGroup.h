@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "foundation/Shared.h"
+#include "grouping/MediaGroup.h"
+
+namespace tavrix {
+
+/// A folder as it is shown, with what a transfer would do for it.
+struct DisplayGroup {
+  std::string id;
+  std::string stableKey;  ///< what its check mark is remembered by
+  std::string folderName;
+  Shared<MediaGroup> group;
+  std::uint64_t knownCount = 0;  ///< files already at the destination
+  std::uint64_t newBytes = 0;
+  std::uint64_t newCount = 0;
+  std::uint64_t optimizedCount = 0;  ///< shots of which the phone holds a reduced copy alone
+  MediaGroup::MediaCounts counts;
+  bool hasLivePhoto = false;
+  Shared<std::vector<MediaAsset>> previewAssets;  ///< the first pictures
+  std::uint64_t pictureCount = 0;                 ///< a Live Photo counts once
+  bool isIncluded = true;
+
+  friend bool operator==(const DisplayGroup&, const DisplayGroup&) = default;
+};
+
+/// Folders in display order. A folder that did not change between two lists is the same object in
+/// both.
+using DisplayGroups = Shared<std::vector<Shared<DisplayGroup>>>;
+
+}  // namespace tavrix

@@ -1,0 +1,177 @@
+#include "model/GroupFacts.h"
+
+#include <absl/container/flat_hash_map.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "foundation/StringMap.h"
+#include "foundation/Text.h"
+
+namespace tavrix {
+namespace {
+
+constexpr std::size_t previewCount = 4;
+
+/// The names of places, each asked for once a cell.
+class PlaceNamesOfShots {
+ public:
+  explicit PlaceNamesOfShots(const FactsContext& context) : context_(context) {}
+
+  /// Empty for a shot without a place, or whose place has no name.
+  const std::string& nameOf(const AssetBundle& bundle) {
+    static const std::string none;
+    if (!context_.places) return none;
+    const auto position = bundle.position();
+    if (!position) return none;
+    const auto [found, isNew] = names_.try_emplace(context_.places->placeKey(*position));
+    if (isNew) {
+      const auto names = context_.places->names(found->first, context_.localeID);
+      if (names) found->second = names->city.value_or(names->countryName.value_or(""));
+    }
+    return found->second;
+  }
+
+ private:
+  const FactsContext& context_;
+  StringMap<std::string> names_;
+};
+
+using MonthKey = std::pair<int, int>;  // year and month
+
+/// Counts of files; small, so that sorted maps do.
+struct Tally {
+  std::map<MonthKey, std::uint64_t> months;
+  std::map<std::string, std::uint64_t, std::less<>> places;
+  std::uint64_t noPlace = 0;
+  std::uint64_t total = 0;
+
+  void add(const std::optional<MonthKey>& month, const std::string& place, std::uint64_t files) {
+    if (month) months[*month] += files;
+    (place.empty() ? noPlace : places[place]) += files;
+    total += files;
+  }
+  void add(const Tally& other) {
+    for (const auto& [month, files] : other.months) months[month] += files;
+    for (const auto& [place, files] : other.places) places[place] += files;
+    noPlace += other.noPlace;
+    total += other.total;
+  }
+};
+
+std::vector<NavOutline::Month> monthsOf(const Tally& tally) {
+  std::vector<NavOutline::Month> months;
+  for (const auto& [key, files] : tally.months) months.push_back({key.first, key.second, files});
+  std::reverse(months.begin(), months.end());
+  return months;
+}
+
+std::vector<NavOutline::Place> placesOf(const Tally& tally) {
+  std::vector<NavOutline::Place> places;
+  for (const auto& [name, files] : tally.places) places.push_back({name, files});
+  std::stable_sort(places.begin(), places.end(),
+                   [](const auto& a, const auto& b) { return a.count > b.count; });
+  return places;
+}
+
+NavOutline outlineOf(const Tally& tally) {
+  NavOutline outline;
+  for (const NavOutline::Month& month : monthsOf(tally)) {
+    if (outline.years.empty() || outline.years.back().year != month.year) {
+      outline.years.push_back({month.year, 0, {}});
+    }
+    outline.years.back().months.push_back(month);
+    outline.years.back().count += month.count;
+  }
+  outline.places = placesOf(tally);
+  outline.noPlaceCount = tally.noPlace;
+  outline.total = tally.total;
+  return outline;
+}
+
+std::optional<MonthKey> monthOf(const AssetBundle& bundle, const TimeZone& zone) {
+  const auto date = bundle.captureDate();
+  if (!date) return std::nullopt;
+  const CivilDate day = zone.dateAt(*date);
+  return MonthKey{static_cast<int>(day.year()),
+                  static_cast<int>(static_cast<unsigned>(day.month()))};
+}
+
+std::string searchKeyOf(const std::string& folderName, const GroupFacts& facts,
+                        const std::string& localeID) {
+  std::string text = folderName;
+  for (const NavOutline::Place& place : facts.places) text.append("\n").append(place.name);
+  for (const NavOutline::Month& month : facts.months) {
+    text.append("\n").append(monthTitle(month, localeID));
+  }
+  return caseFolded(text);
+}
+
+void addPreview(const AssetBundle& bundle, std::vector<MediaAsset>& preview) {
+  if (preview.size() >= previewCount || bundle.pictureCount() == 0) return;
+  preview.push_back(bundle.primaryPicture());
+}
+
+GroupFacts factsOf(const FolderNaming::Row& row, std::shared_ptr<const MediaGroup> group,
+                   const FactsContext& context, PlaceNamesOfShots& names, Tally& total) {
+  GroupFacts facts;
+  Tally tally;
+  std::vector<MediaAsset> preview;
+  for (const AssetBundle& bundle : row.group.bundles) {
+    tally.add(monthOf(bundle, context.settings.timeZone), names.nameOf(bundle),
+              bundle.assets().size());
+    facts.pictureCount += bundle.pictureCount();
+    facts.hasLivePhoto = facts.hasLivePhoto || bundle.isLivePhoto();
+    if (bundle.original().isOptimized()) ++facts.optimizedCount;
+    addPreview(bundle, preview);
+  }
+  facts.counts = row.group.counts();
+  facts.group = Shared<MediaGroup>{std::move(group)};
+  facts.previewAssets = std::move(preview);
+  facts.months = monthsOf(tally);
+  facts.places = placesOf(tally);
+  facts.noPlaceCount = tally.noPlace;
+  facts.searchKey = searchKeyOf(row.name, facts, context.localeID);
+  total.add(tally);
+  return facts;
+}
+
+/// Where the reduced copies would be that the settings leave out.
+std::map<std::string, std::uint64_t, std::less<>> skippedIn(const Library& library,
+                                                            const FactsContext& context) {
+  std::map<std::string, std::uint64_t, std::less<>> skipped;
+  if (!context.settings.skipOptimized || library.optimizedCount == 0) return skipped;
+  Settings settings = context.settings;
+  settings.skipOptimized = false;
+  for (const auto& row : rowsOf(library.bundles, settings, context.systemLocaleID).rows) {
+    const auto count =
+        std::count_if(row.group.bundles.begin(), row.group.bundles.end(),
+                      [](const AssetBundle& bundle) { return bundle.original().isOptimized(); });
+    if (count > 0) skipped.emplace(row.group.id, static_cast<std::uint64_t>(count));
+  }
+  return skipped;
+}
+
+}  // namespace
+
+std::string monthTitle(const NavOutline::Month& month, const std::string& localeID) {
+  return capitalised(monthName(month.month, localeID, MonthNameStyle::full), localeID) + " " +
+         std::to_string(month.year);
+}
+
+LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const FactsContext& context) {
+  LibraryFacts facts;
+  PlaceNamesOfShots names{context};
+  Tally total;
+  facts.groups.reserve(library->rows.size());
+  for (const FolderNaming::Row& row : library->rows) {
+    // The group is a part of the library and lives as long as that.
+    std::shared_ptr<const MediaGroup> group{library, &row.group};
+    facts.groups.push_back(factsOf(row, std::move(group), context, names, total));
+  }
+  facts.outline = outlineOf(total);
+  facts.skippedOptimized = skippedIn(*library, context);
+  return facts;
+}
+
+}  // namespace tavrix

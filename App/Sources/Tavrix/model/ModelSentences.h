@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "foundation/Sentence.h"
+
+/// What the application model tells people, in both languages side by side.
+namespace tavrix::sentences {
+
+inline constexpr Sentence<> pausedForPhone{
+    "iPhone отключён. Подключите кабель — продолжу сам.",
+    "The iPhone is disconnected. Plug the cable in — I will carry on by myself."};
+/// Sizes: what is missing, what is free.
+inline constexpr Sentence<std::string, std::string> pausedForSpace{
+    "На диске нет места: нужно ещё {} (свободно {}). Освободите место — продолжу сам.",
+    "There is no space on the disk: {} more is needed ({} free). Free some space — I will carry on "
+    "by myself."};
+
+inline constexpr Sentence<> noDevice{
+    "Подключите iPhone кабелем и разблокируйте его — переносить пока неоткуда.",
+    "Connect the iPhone by cable and unlock it — there is nothing to transfer from yet."};
+inline constexpr Sentence<> noDestination{"Сначала выберите, куда переносить файлы.",
+                                          "First choose where to transfer the files."};
+inline constexpr Sentence<> nothingSelected{
+    "Не отмечено ни одной группы — или всё уже перенесено. Отметьте группы кружками слева.",
+    "No group is checked — or everything has been transferred already. Check groups with the "
+    "circles on the left."};
+
+}  // namespace tavrix::sentences

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "Library.h"
+#include "model/ConnectedSource.h"
+#include "model/TransferLeg.h"
+
+namespace tavrix {
+
+/// What a run was frozen with when it began, and what has come of it so far.
+struct RunInProgress {
+  enum class Stage {
+    running,
+    pausedForPhone,  ///< until the phone is back
+    pausedForSpace,  ///< until the volume has room
+    ending,          ///< the record is being written
+    ended
+  };
+
+  Uuid id;
+  Instant startedAt;
+  Instant finishedAt;
+  ConnectedSource source;
+  std::string destination;
+  std::shared_ptr<const Library> library;  ///< with the chosen folders alone
+  Settings settings;
+  std::set<std::string, std::less<>> unchecked;  ///< ids of groups that are not part of the run
+  std::shared_ptr<const TransferPlan> plan;
+  std::uint64_t optimizedSkipped = 0;
+  TransferOutcome outcome;  ///< of all legs
+  Stage stage = Stage::running;
+  std::shared_ptr<TransferLeg> leg;  ///< in the hands of the transfer thread
+  std::exception_ptr failure;        ///< what ended the run where the outcome does not tell
+};
+
+/// The latest progress of a leg, handed from its thread to the main loop.
+struct ProgressSlot {
+  std::mutex mutex;
+  std::optional<TransferProgressSnapshot> latest;
+  bool isPosted = false;
+};
+
+}  // namespace tavrix

@@ -1,0 +1,125 @@
+#include "model/TransferLeg.h"
+
+#include <mutex>
+
+#include "foundation/StringMap.h"
+
+namespace tavrix {
+namespace {
+
+/// Ends the run when the phone is gone, instead of failing every file that is left.
+class WatchedSource : public MediaSource {
+ public:
+  WatchedSource(MediaSource& inner, std::stop_source stop)
+      : inner_(inner), stop_(std::move(stop)) {}
+
+  void download(const MediaAsset& asset, DownloadDestination& destination) override {
+    try {
+      inner_.download(asset, destination);
+    } catch (const SourceError& error) {
+      if (error.kind() == SourceError::Kind::disconnected) noteLoss(asset);
+      throw;
+    }
+  }
+  int concurrentDownloads() const override { return inner_.concurrentDownloads(); }
+
+  bool isLost() const { return !interrupted_.empty(); }
+  bool wasInterrupted(const std::string& assetID) const { return interrupted_.contains(assetID); }
+
+ private:
+  void noteLoss(const MediaAsset& asset) {
+    const std::lock_guard lock{mutex_};
+    interrupted_.insert(std::string{asset.id()});
+    stop_.request_stop();
+  }
+
+  MediaSource& inner_;
+  std::stop_source stop_;
+  std::mutex mutex_;
+  StringSet interrupted_;
+};
+
+/// Counts of a report follow from its files but for bytes fetched and mismatches.
+void recount(TransferReport& report) {
+  report.failures.clear();
+  report.conversionFallbacks.clear();
+  for (const FileOutcome& file : report.files) {
+    if (const auto* const failed = std::get_if<FileOutcome::Failed>(&file.kind)) {
+      report.failures.push_back(file.name + ": " + failed->reason);
+    }
+    if (file.is<FileOutcome::KeptOriginal>()) report.conversionFallbacks.push_back(file.name);
+  }
+}
+
+StringSet idsOf(const TransferReport& report) {
+  StringSet ids;
+  for (const FileOutcome& file : report.files) ids.insert(file.assetID);
+  return ids;
+}
+
+}  // namespace
+
+LegEnd carryOut(TransferLeg& leg) {
+  LegEnd end;
+  try {
+    // Without files there is nothing to open.
+    const auto inner = leg.plan.files.empty() ? nullptr : leg.openMedia();
+    struct NoMedia : MediaSource {
+      void download(const MediaAsset& asset, DownloadDestination&) override {
+        throw SourceError{SourceError::Kind::notFound, std::string{asset.name()}};
+      }
+    } none;
+    // Its own stop, so that a lost phone is not taken for a cancel.
+    std::stop_source stop;
+    const std::stop_callback forward{leg.stop.get_token(), [&] { stop.request_stop(); }};
+    WatchedSource source{inner ? *inner : static_cast<MediaSource&>(none), stop};
+    TransferJob job{leg.setup, *leg.destination.folder, std::move(leg.destination.content)};
+    end.outcome = job.run(leg.plan, source, leg.progress, stop.get_token());
+    end.isPhoneLost = source.isLost() && !leg.stop.stop_requested();
+    std::erase_if(end.outcome.report.files, [&](const FileOutcome& file) {
+      return file.is<FileOutcome::Failed>() && source.wasInterrupted(file.assetID);
+    });
+    recount(end.outcome.report);
+  } catch (const SourceError& error) {
+    end.isPhoneLost = error.kind() == SourceError::Kind::disconnected;
+    if (!end.isPhoneLost) end.failure = std::current_exception();
+  } catch (...) {
+    end.failure = std::current_exception();
+  }
+  leg.destination.folder.reset();  // free for others while the run waits
+  return end;
+}
+
+TransferPlan remainingPlan(const TransferPlan& plan, const TransferReport& report) {
+  const StringSet done = idsOf(report);
+  TransferPlan rest;
+  rest.onlyNew = plan.onlyNew;
+  for (const PlannedFile& file : plan.files) {
+    if (!done.contains(file.asset.id())) rest.files.push_back(file);
+  }
+  return rest;
+}
+
+TransferReport joined(TransferReport first, const TransferReport& second,
+                      const TransferPlan& plan) {
+  first.copied += second.copied;
+  first.copiedPictures += second.copiedPictures;
+  first.resumedSkips += second.resumedSkips;
+  first.bytesCopied += second.bytesCopied;
+  first.bytesWritten += second.bytesWritten;
+  first.convertedSizeMismatches += second.convertedSizeMismatches;
+  StringMap<const FileOutcome*> outcomes;
+  for (const FileOutcome& file : first.files) outcomes.emplace(file.assetID, &file);
+  for (const FileOutcome& file : second.files) outcomes.emplace(file.assetID, &file);
+  std::vector<FileOutcome> files;
+  files.reserve(outcomes.size());
+  for (const PlannedFile& file : plan.files) {
+    const auto found = outcomes.find(file.asset.id());
+    if (found != outcomes.end()) files.push_back(*found->second);
+  }
+  first.files = std::move(files);
+  recount(first);
+  return first;
+}
+
+}  // namespace tavrix

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <set>
+#include <stop_token>
+#include <string>
+
+#include "TransferJob.h"
+#include "model/ConnectedSource.h"
+
+namespace tavrix {
+
+/// A destination that is held for a run, as it lay there when it was taken.
+struct HeldDestination {
+  std::unique_ptr<Folder> folder;
+  Destination::Content content;
+};
+
+/// A part of a run: from its start, or from where it paused, to its end or the next pause. Carried
+/// out on the transfer thread; nobody else uses it meanwhile.
+struct TransferLeg {
+  TransferJob::Setup setup;
+  TransferPlan plan;  ///< what is still to be written
+  std::function<std::unique_ptr<MediaSource>()> openMedia;
+  HeldDestination destination;
+  TransferEngine::Progress progress;
+  std::stop_source stop;
+};
+
+/// How a leg ended.
+struct LegEnd {
+  TransferOutcome outcome;
+  bool isPhoneLost = false;
+  /// The source could not be opened at all.
+  std::exception_ptr failure;
+};
+
+/// A lost phone ends the leg as soon as it is noticed; files that failed for that are not in the
+/// report. Never throws.
+LegEnd carryOut(TransferLeg& leg);
+
+/// What is left of a plan when the files of a report have landed or failed for good.
+TransferPlan remainingPlan(const TransferPlan& plan, const TransferReport& report);
+/// The reports of two legs of one run as one; the files in the plan's order.
+TransferReport joined(TransferReport first, const TransferReport& second, const TransferPlan& plan);
+
+}  // namespace tavrix

@@ -1,0 +1,314 @@
+// The model's runs: what stops them, what they pause for, how they end.
+
+#include "tests/support/ModelHarness.h"
+
+namespace tavrix {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+struct AppModelRunTest : testing::Test, ModelHarness {
+  void transfer() {
+    model->startTransfer();
+    settle();
+  }
+  void checkWhole(std::size_t files) {
+    const auto onDisk = filesOnDisk();
+    EXPECT_THAT(onDisk, SizeIs(files));
+    for (const auto& [path, content] : onDisk) {
+      const std::string name = path.substr(path.rfind('/') + 1);
+      EXPECT_EQ(content.substr(0, 8), name.substr(0, 8)) << path;
+      EXPECT_EQ(content.size(), 10) << path;
+    }
+  }
+};
+
+TEST_F(AppModelRunTest, blockers_startNothing) {
+  transfer();
+  EXPECT_EQ(state().transferBlocker, TransferBlocker::noDevice);
+  plug();
+  settle();
+  transfer();
+  EXPECT_EQ(state().transferBlocker, TransferBlocker::noDestination);
+  model->setDestination(destination.path());
+  EXPECT_EQ(state().transferBlocker, std::nullopt);
+  model->includeNone();
+  transfer();
+  EXPECT_EQ(state().transferBlocker, TransferBlocker::nothingSelected);
+  model->dismissBlocker();
+  model->sourceGone();
+  transfer();
+  EXPECT_EQ(state().transferBlocker, TransferBlocker::noDevice);
+  EXPECT_TRUE(isBrowsing());
+  EXPECT_THAT(filesOnDisk(), IsEmpty());
+  EXPECT_THAT(records, IsEmpty());
+}
+
+TEST_F(AppModelRunTest, run_copiesWhatIsShownAndCheckedAlone) {
+  makeReady();
+  model->navigate(nav_selection::Month{2026, 5});
+  model->toggleGroup("2026-05-20");
+  transfer();  // the press waits for the display
+  EXPECT_EQ(report().copied, 9);
+  checkWhole(9);
+  EXPECT_EQ(record().status, TransferRecord::Status::completed);
+  EXPECT_EQ(record().totals.shots, 9) << "what was not checked is no part of the run";
+  EXPECT_EQ(record().id, state().lastRecordID);
+  EXPECT_EQ(state().knownFilesCount, 9);
+  EXPECT_EQ(state().newFilesCount, 0);
+
+  model->leaveSummary();
+  EXPECT_TRUE(isBrowsing());
+  transfer();
+  EXPECT_EQ(state().transferBlocker, TransferBlocker::nothingSelected);
+  model->includeAll();
+  transfer();
+  EXPECT_EQ(report().copied, 3);
+  checkWhole(12);
+}
+
+TEST_F(AppModelRunTest, callerThatWantsARunWithoutFiles_getsOneWithItsRecord) {
+  makeReady();
+  model->setRunsWithoutFiles(true);
+  transfer();
+  model->leaveSummary();
+  transfer();
+  EXPECT_EQ(report().copied, 0);
+  EXPECT_EQ(record().totals.alreadyThere, 12);
+  EXPECT_THAT(records, SizeIs(2));
+}
+
+TEST_F(AppModelRunTest, failedFiles_areReportedAndPlannedAgain) {
+  phone.broken = {"IMG_0004.HEIC"};
+  makeReady();
+  transfer();
+  EXPECT_EQ(report().copied, 11);
+  EXPECT_THAT(report().failures, SizeIs(1));
+  EXPECT_EQ(record().status, TransferRecord::Status::completedWithFailures);
+  model->leaveSummary();
+  EXPECT_EQ(state().newFilesCount, 1);
+  phone.broken = {};
+  transfer();
+  EXPECT_EQ(report().copied, 1);
+  checkWhole(12);
+}
+
+TEST_F(AppModelRunTest, phoneUnplugged_pausesAndGoesOnByItself) {
+  makeReady();
+  phone.filesUntilUnplugged = 5;
+  transfer();
+  ASSERT_TRUE(isTransferring());
+  EXPECT_EQ(state().transferPausedReason, "iPhone отключён. Подключите кабель — продолжу сам.");
+  checkWhole(5);
+  model->sourceGone();
+  loop.advance(seconds{60});
+  settle();
+  EXPECT_TRUE(isTransferring());
+  EXPECT_THAT(*state().displayGroups, SizeIs(4)) << "nothing is cleared during a run";
+
+  phone.isPlugged = true;
+  phone.filesUntilUnplugged = -1;
+  plug();
+  EXPECT_EQ(state().transferPausedReason, std::nullopt);
+  settle();
+  EXPECT_EQ(report().copied, 12);
+  EXPECT_THAT(report().failures, IsEmpty());
+  checkWhole(12);
+  EXPECT_EQ(record().totals.onMac, 12);
+  EXPECT_TRUE(log.has("transfer: groups are back — resuming"));
+  EXPECT_THAT(records, SizeIs(1)) << "one run, one record";
+}
+
+TEST_F(AppModelRunTest, phoneBackBeforeAnybodyNoticed_goesOn) {
+  makeReady();
+  phone.filesUntilUnplugged = 5;
+  transfer();
+  phone.isPlugged = true;
+  phone.filesUntilUnplugged = -1;
+  loop.advance(seconds{1});
+  settle();
+  EXPECT_EQ(report().copied, 12);
+  checkWhole(12);
+}
+
+TEST_F(AppModelRunTest, otherPhoneDuringThePause_isNotCopiedFrom) {
+  makeReady();
+  phone.filesUntilUnplugged = 5;
+  transfer();
+  model->sourceGone();
+  FakePhone other{20, "Second"};
+  model->sourceReady(other.source(), data_origin::Device{"Second"});
+  loop.advance(seconds{30});
+  settle();
+  ASSERT_TRUE(isTransferring());
+  checkWhole(5);
+  model->cancelTransfer();
+  settle();
+  EXPECT_EQ(record().status, TransferRecord::Status::cancelled);
+}
+
+TEST_F(AppModelRunTest, phoneGoneOnTheSummary_isClearedWhenThatIsLeft) {
+  makeReady();
+  transfer();
+  model->sourceGone();
+  settle();
+  EXPECT_THAT(*state().displayGroups, SizeIs(4));
+  model->leaveSummary();
+  EXPECT_THAT(*state().displayGroups, IsEmpty());
+  EXPECT_TRUE(log.has("device gone during transfer screen: cleared catalog"));
+}
+
+TEST_F(AppModelRunTest, fullDisk_waitsForSpaceAndGoesOnByItself) {
+  makeReady();
+  writesUntilFull = 4;
+  transfer();
+  ASSERT_TRUE(isTransferring());
+  ASSERT_TRUE(state().transferPausedReason);
+  EXPECT_EQ(*state().transferPausedReason,
+            "На диске нет места: нужно ещё 77\u00a0Б (свободно 3\u00a0Б). Освободите место — продолжу "
+            "сам.");
+  checkWhole(4);
+  EXPECT_TRUE(log.has("transfer paused: disk full (free 3)"));
+  loop.advance(seconds{20});
+  settle();
+  ASSERT_TRUE(isTransferring());
+  writesUntilFull = -1;
+  loop.advance(seconds{4});
+  settle();
+  ASSERT_TRUE(isTransferring()) << "it looks every five seconds";
+  loop.advance(seconds{1});
+  settle();
+  EXPECT_EQ(report().copied, 12);
+  checkWhole(12);
+  EXPECT_EQ(record().status, TransferRecord::Status::completed);
+  EXPECT_TRUE(log.has("transfer: space freed — continuing"));
+}
+
+TEST_F(AppModelRunTest, cancel_endsTheRunWhereverItIs) {
+  struct Case {
+    const char* name;
+    std::function<void()> reach;
+    std::size_t landed;
+  };
+  const std::vector<Case> cases{
+      {"in the middle",
+       [&] {
+         phone.beforeFile = [this, count = 0]() mutable {
+           if (++count == 6) model->cancelTransfer();
+         };
+         transfer();
+       },
+       5},
+      {"waiting for the phone",
+       [&] {
+         phone.filesUntilUnplugged = 5;
+         transfer();
+         model->cancelTransfer();
+         settle();
+       },
+       5},
+      {"waiting for space",
+       [&] {
+         writesUntilFull = 3;
+         transfer();
+         model->cancelTransfer();
+         settle();
+       },
+       3},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    std::filesystem::remove_all(destination.path());
+    std::filesystem::create_directory(destination.path());
+    launch();
+    phone.isPlugged = true;
+    phone.filesUntilUnplugged = -1;
+    phone.beforeFile = nullptr;
+    writesUntilFull = -1;
+    makeReady();
+    each.reach();
+    ASSERT_FALSE(isTransferring());
+    EXPECT_EQ(report().copied, each.landed);
+    EXPECT_EQ(record().status, TransferRecord::Status::cancelled);
+    EXPECT_THAT(record().notes, testing::Contains("Перенос отменён."));
+    checkWhole(each.landed);
+  }
+}
+
+TEST_F(AppModelRunTest, cancelWhileTheStartIsPrepared_startsNothing) {
+  makeReady();
+  model->startTransfer();
+  model->cancelTransfer();
+  settle();
+  EXPECT_TRUE(isBrowsing());
+  EXPECT_THAT(filesOnDisk(), IsEmpty());
+  transfer();
+  EXPECT_EQ(report().copied, 12);
+}
+
+TEST_F(AppModelRunTest, questionAboutReducedCopies_isAskedAtEveryPress) {
+  phone.addFile(12, true);
+  makeReady();
+  transfer();
+  EXPECT_TRUE(state().optimizedConfirmPresented);
+  EXPECT_TRUE(isBrowsing());
+  model->dismissOptimizedQuestion();
+  transfer();
+  EXPECT_TRUE(state().optimizedConfirmPresented);
+  model->skipOptimizedAndTransfer();
+  settle();
+  EXPECT_EQ(report().copied, 12);
+  EXPECT_EQ(state().optimizedSkipped, 1);
+  EXPECT_EQ(record().totals.optimized, 1);
+
+  model->leaveSummary();
+  Settings settings = *state().settings;
+  settings.skipOptimized = false;
+  model->changeSettings(settings);
+  transfer();
+  model->transferEverything();
+  settle();
+  EXPECT_EQ(report().copied, 1);
+  EXPECT_EQ(state().optimizedSkipped, 0);
+  checkWhole(13);
+}
+
+TEST_F(AppModelRunTest, destinationThatCannotBeOpened_isToldAndNothingStarts) {
+  makeReady();
+  model->setDestination(destination / "a/b");
+  settle();
+  transfer();
+  EXPECT_TRUE(isBrowsing());
+  EXPECT_THROW(std::rethrow_exception(model->startFailure()), DestinationError);
+}
+
+TEST_F(AppModelRunTest, recordThatCannotBeWritten_failsNothing) {
+  keepsRecords = false;
+  makeReady();
+  transfer();
+  EXPECT_EQ(report().copied, 12);
+  EXPECT_EQ(state().lastRecordID, std::nullopt);
+}
+
+TEST_F(AppModelRunTest, changesDuringARun_doNotTouchIt) {
+  makeReady();
+  phone.beforeFile = [this, count = 0]() mutable {
+    if (++count != 3) return;
+    Settings settings = *state().settings;
+    settings.granularity = UIGranularity::year;
+    model->changeSettings(settings);
+    model->includeNone();
+  };
+  transfer();
+  EXPECT_EQ(report().copied, 12);
+  checkWhole(12);
+  for (const auto& [path, content] : filesOnDisk()) {
+    EXPECT_THAT(path, testing::StartsWith("2026-05-2")) << "the folders of the start";
+  }
+}
+
+}  // namespace
+}  // namespace tavrix

@@ -1,0 +1,196 @@
+// What the model shows and how it follows what is chosen.
+
+#include "tests/support/ModelHarness.h"
+
+namespace tavrix {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+std::vector<std::string> idsOf(const DisplayGroups& groups) {
+  std::vector<std::string> ids;
+  for (const auto& group : *groups) ids.push_back(group->id);
+  return ids;
+}
+
+struct AppModelTest : testing::Test, ModelHarness {};
+
+TEST_F(AppModelTest, phoneThatIsReady_showsItsFoldersAndWhatIsNew) {
+  makeReady();
+  EXPECT_EQ(state().origin, DataOrigin{data_origin::Device{"iPhone"}});
+  EXPECT_THAT(idsOf(state().displayGroups),
+              ElementsAre("2026-05-20", "2026-05-21", "2026-05-22", "2026-05-23"));
+  EXPECT_EQ(state().visibleGroups, state().displayGroups);
+  EXPECT_EQ(state().newFilesCount, 12);
+  EXPECT_EQ(state().newBytes, 120);
+  EXPECT_EQ(state().knownFilesCount, 0);
+  EXPECT_EQ(model->inclusion(), InclusionState::all);
+  const DisplayGroup& first = *state().displayGroups->front();
+  EXPECT_EQ(first.counts.photos, 3);
+  EXPECT_EQ(first.newCount, 3);
+  EXPECT_THAT(*first.previewAssets, SizeIs(3));
+  EXPECT_TRUE(log.has("device ready: assets=12"));
+}
+
+TEST_F(AppModelTest, phoneThatLeaves_clearsTheScreen) {
+  makeReady();
+  model->toggleGroup("2026-05-20");
+  plug();  // with a grouping under way
+  model->sourceGone();
+  settle();
+  EXPECT_EQ(state().origin, DataOrigin{});
+  EXPECT_THAT(*state().assets, IsEmpty());
+  EXPECT_THAT(*state().displayGroups, IsEmpty());
+  EXPECT_THAT(*state().visibleGroups, IsEmpty());
+  EXPECT_EQ(*state().navOutline, NavOutline{});
+  EXPECT_THAT(*state().selectedKeys, IsEmpty());
+  EXPECT_EQ(state().newFilesCount, 0);
+  EXPECT_TRUE(log.has("device gone: cleared stale catalog"));
+  plug();
+  settle();
+  EXPECT_THAT(*state().displayGroups, SizeIs(4));
+}
+
+TEST_F(AppModelTest, check_takesTheFolderOutOfThePlanAndBackIn) {
+  makeReady();
+  model->toggleGroup("2026-05-21");
+  EXPECT_FALSE((*state().displayGroups)[1]->isIncluded) << "at once, before anything is computed";
+  settle();
+  EXPECT_EQ(state().newFilesCount, 9);
+  EXPECT_EQ(model->inclusion(), InclusionState::some);
+  model->toggleGroup("2026-05-21");
+  settle();
+  EXPECT_EQ(state().newFilesCount, 12);
+  model->includeNone();
+  settle();
+  EXPECT_EQ(state().newFilesCount, 0);
+  EXPECT_EQ(model->inclusion(), InclusionState::none);
+  model->includeAll();
+  settle();
+  EXPECT_EQ(state().newFilesCount, 12);
+  EXPECT_EQ(model->inclusion(), InclusionState::all);
+}
+
+TEST_F(AppModelTest, narrowing_countsWhatIsShownAlone) {
+  phone.addFile(40);  // 2 June
+  makeReady();
+  const NavOutline& outline = *state().navOutline;
+  ASSERT_THAT(outline.years, SizeIs(1));
+  EXPECT_THAT(outline.years[0].months,
+              ElementsAre(NavOutline::Month{2026, 6, 1}, NavOutline::Month{2026, 5, 12}));
+  EXPECT_EQ(outline.noPlaceCount, 13);
+  EXPECT_EQ(outline.total, 13);
+
+  model->navigate(nav_selection::Month{2026, 6});
+  settle();
+  EXPECT_THAT(idsOf(state().visibleGroups), ElementsAre("2026-06-02"));
+  EXPECT_THAT(*state().displayGroups, SizeIs(5));
+  EXPECT_EQ(state().newFilesCount, 1);
+  model->toggleGroup("2026-06-02");
+  settle();
+  EXPECT_EQ(state().newFilesCount, 0);
+
+  model->navigate(nav_selection::All{});
+  model->search("  МАЙ 2026 ");
+  settle();
+  EXPECT_THAT(*state().visibleGroups, SizeIs(4));
+  EXPECT_THAT(state().searchSuggestions,
+              ElementsAre(SearchSuggestion{SearchSuggestion::Kind::month, "Май 2026", 12}));
+  model->search("нет такого");
+  settle();
+  EXPECT_THAT(*state().visibleGroups, IsEmpty());
+  EXPECT_EQ(state().newFilesCount, 0);
+}
+
+TEST_F(AppModelTest, foldersThatStay_areTheSameObjects) {
+  makeReady();
+  const auto before = *state().displayGroups;
+  model->toggleGroup("2026-05-22");
+  settle();
+  const auto& after = *state().displayGroups;
+  for (const std::size_t i : {0U, 1U, 3U}) EXPECT_TRUE(isSame(before[i], after[i])) << i;
+  Settings settings = *state().settings;
+  settings.nameOverrides["2026-05-20"] = "Дача";
+  model->changeSettings(settings);
+  settle();
+  EXPECT_EQ((*state().displayGroups)[0]->folderName, "Дача");
+  EXPECT_TRUE(isSame(after[1], (*state().displayGroups)[1]));
+}
+
+TEST_F(AppModelTest, mergeAndRename_standUntilTheyAreTakenBack) {
+  makeReady();
+  model->mergeGroups({"2026-05-21", "2026-05-20"});
+  settle();
+  const std::string merged = "merge:2026-05-20+2026-05-21";
+  EXPECT_THAT(idsOf(state().displayGroups), ElementsAre(merged, "2026-05-22", "2026-05-23"));
+  EXPECT_EQ(state().highlightedGroupID, merged);
+  model->renameGroup(merged, "Два дня");
+  settle();
+  EXPECT_EQ(state().displayGroups->front()->folderName, "Два дня");
+
+  model->changeSettings(withLayout(*state().settings, LayoutChoice::months));
+  settle();
+  EXPECT_THAT(*state().displayGroups, SizeIs(1)) << "merges are those of their mode";
+  model->changeSettings(withLayout(*state().settings, LayoutChoice::days));
+  settle();
+  EXPECT_EQ(state().displayGroups->front()->folderName, "Два дня");
+  model->unmergeGroup(merged);
+  model->renameGroup(merged, "");
+  settle();
+  EXPECT_THAT(*state().displayGroups, SizeIs(4));
+  EXPECT_TRUE(state().settings->nameOverrides.empty());
+}
+
+TEST_F(AppModelTest, stormOfChanges_isServedByOneMorePassAndNeverOutOfDate) {
+  makeReady();
+  std::size_t seen = 0;
+  const auto subscription = model->subscribe([&](const AppState& before, const AppState& after) {
+    if (isSame(before.displayGroups, after.displayGroups)) return;
+    ++seen;
+    for (const auto& group : *after.displayGroups) {
+      EXPECT_EQ(group->folderName, "Имя 999") << "of the last change alone";
+    }
+  });
+  Settings settings = *state().settings;
+  settings.uiMode = UIGroupingMode::byDate;
+  settings.granularity = UIGranularity::year;
+  for (int i = 0; i < 1000; ++i) {
+    settings.nameOverrides["2026"] = fmt::format("Имя {}", i);
+    model->changeSettings(settings);
+    if (i % 10 == 0) background.runOne();
+    EXPECT_LE(background.waiting(), 3U);
+  }
+  settle();
+  EXPECT_EQ(seen, 1);
+  EXPECT_EQ(state().displayGroups->front()->folderName, "Имя 999");
+}
+
+TEST_F(AppModelTest, optimizedCopies_areCountedWhetherOrNotTheyAreSkipped) {
+  phone.addFile(13, true);
+  makeReady();
+  EXPECT_EQ(state().optimizedCount, 1);
+  Settings settings = *state().settings;
+  settings.skipOptimized = true;
+  model->changeSettings(settings);
+  settle();
+  EXPECT_EQ(state().optimizedCount, 1) << "the count is the explanation of what is missing";
+  EXPECT_EQ(state().newFilesCount, 12);
+  model->includeNone();
+  settle();
+  EXPECT_EQ(state().optimizedCount, 1) << "its folder is not there to be unchecked";
+  settings.skipOptimized = false;
+  model->changeSettings(settings);
+  model->includeNone();
+  settle();
+  model->includeNone();
+  settle();
+  EXPECT_EQ(state().optimizedCount, 0);
+  model->includeAll();
+  settle();
+  EXPECT_EQ(state().optimizedCount, 1);
+}
+
+}  // namespace
+}  // namespace tavrix

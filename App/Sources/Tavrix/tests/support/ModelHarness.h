@@ -1,0 +1,217 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <deque>
+#include <filesystem>
+#include <map>
+#include <mutex>
+
+#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/ManualMainLoop.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+#include "model/AppModel.h"
+
+namespace tavrix {
+
+/// A queue of work whose progress the test decides.
+class ManualWorker {
+ public:
+  Background background() {
+    return [this](std::function<void()> work) { waiting_.push_back(std::move(work)); };
+  }
+  bool runOne() {
+    if (waiting_.empty()) return false;
+    const auto work = std::move(waiting_.front());
+    waiting_.pop_front();
+    work();
+    return true;
+  }
+  std::size_t waiting() const { return waiting_.size(); }
+
+ private:
+  std::deque<std::function<void()>> waiting_;
+};
+
+/// A phone whose files hold bytes of their own, and that can be unplugged.
+class FakePhone {
+ public:
+  /// `count` files of ten bytes, three a day from 2026-05-20 on; every fourth is a video.
+  explicit FakePhone(int count, std::string name = "iPhone") : name_(std::move(name)) {
+    for (int i = 0; i < count; ++i) addFile(i);
+  }
+
+  void addFile(int number, bool isOptimized = false) {
+    const bool isVideo = number % 4 == 3;
+    const std::string name = fmt::format("IMG_{:04}.{}", number, isVideo ? "MOV" : "HEIC");
+    assets_.emplace_back("100APPLE/" + name, name, MediaAsset::Text{"100APPLE"},
+                         isVideo ? MediaKind::video : MediaKind::photo, 10U,
+                         Instant{std::chrono::hours{24 * (20593 + number / 3) + number % 3}},
+                         GeoPoint{55.75 + number / 30, 37.62}, isOptimized, MediaAsset::Text{},
+                         MediaAsset::Text{});
+  }
+  static std::string contentOf(const MediaAsset& asset) {
+    std::string content{asset.name()};
+    content.resize(10, '.');
+    return content;
+  }
+
+  ConnectedSource source() {
+    return {.deviceName = name_,
+            .phone = snapshotPhone(name_),
+            .assets = assets_,
+            .openMedia = [this]() -> std::unique_ptr<MediaSource> {
+              if (!isPlugged) throw SourceError{SourceError::Kind::disconnected, "DCIM"};
+              return std::make_unique<Media>(*this);
+            }};
+  }
+  const std::vector<MediaAsset>& assets() const { return assets_; }
+
+  bool isPlugged = true;
+  /// How many more files are delivered before the phone leaves in the middle of one; negative: all.
+  int filesUntilUnplugged = -1;
+  /// The names of files that cannot be read.
+  std::set<std::string> broken{};
+  /// Called before each file.
+  std::function<void()> beforeFile{};
+
+ private:
+  struct Media : MediaSource {
+    explicit Media(FakePhone& owner) : phone(owner) {}
+    void download(const MediaAsset& asset, DownloadDestination& destination) override {
+      if (phone.beforeFile) phone.beforeFile();
+      const std::string content = contentOf(asset);
+      const auto bytes = std::as_bytes(std::span{content});
+      if (phone.filesUntilUnplugged == 0) phone.isPlugged = false;
+      if (!phone.isPlugged) {
+        destination.append(bytes.first(4));
+        throw SourceError{SourceError::Kind::disconnected, std::string{asset.name()}};
+      }
+      if (phone.filesUntilUnplugged > 0) --phone.filesUntilUnplugged;
+      if (phone.broken.contains(std::string{asset.name()})) {
+        throw SourceError{SourceError::Kind::unreadable, std::string{asset.name()}, EIO};
+      }
+      destination.append(bytes);
+    }
+    FakePhone& phone;
+  };
+
+  std::string name_;
+  std::vector<MediaAsset> assets_;
+};
+
+/// A model with everything around it in the test's hands.
+struct ModelHarness {
+  explicit ModelHarness(Settings settings = dailySettings()) : initial(std::move(settings)) {
+    launch();
+  }
+  static Settings dailySettings() {
+    Settings settings;
+    settings.uiMode = UIGroupingMode::byDate;
+    return settings;
+  }
+
+  /// A model in place of the one that is there, on the same folders.
+  void launch() {
+    model = nullptr;
+    AppModel::Services services{.loop = loop,
+                                .background = background.background(),
+                                .transferring = transferring.background(),
+                                .now = [this] { return clock += std::chrono::seconds{1}; },
+                                .newID = [] { return randomUuid(); },
+                                .log = &log,
+                                .language = Language::russian,
+                                .systemLocaleID = "ru_RU"};
+    services.keepRecord = [this](const TransferRecord& record) {
+      if (!keepsRecords) return false;
+      records.insert_or_assign(record.id, record);
+      return true;
+    };
+    services.openForWriting = [this](const std::string& path) -> std::unique_ptr<Folder> {
+      return faulty(Destination::openForWriting(path));
+    };
+    services.openExisting = [this](const std::string& path) -> std::unique_ptr<Folder> {
+      auto folder = Destination::openExisting(path);
+      if (!folder) return nullptr;
+      return faulty(std::move(folder));
+    };
+    model = std::make_unique<AppModel>(std::move(services), initial);
+  }
+  std::unique_ptr<Folder> faulty(std::unique_ptr<Folder> folder) {
+    auto wrapped = std::make_unique<FaultyFolder>(std::move(folder));
+    wrapped->faults().rule = [this](FileOperation operation, const std::string& path) {
+      if (operation != FileOperation::write || path.starts_with("phone-")) return;
+      if (writesUntilFull == 0) throw FileError{operation, path, ENOSPC};
+      if (writesUntilFull > 0) --writesUntilFull;
+    };
+    wrapped->faults().freeBytes = [this]() -> std::uint64_t {
+      return writesUntilFull == 0 ? 3 : 1'000'000;
+    };
+    return wrapped;
+  }
+
+  void plug() { model->sourceReady(phone.source(), data_origin::Device{"iPhone"}); }
+  /// Lets everything run that needs no time to pass.
+  void settle() {
+    while (loop.runOne() || background.runOne() || transferring.runOne()) {
+    }
+  }
+  /// Plugged, with a destination, and all of it computed.
+  void makeReady() {
+    plug();
+    model->setDestination(destination.path());
+    settle();
+  }
+
+  const AppState& state() const { return model->state(); }
+  bool isBrowsing() const { return std::holds_alternative<app_phase::Browse>(state().phase); }
+  bool isTransferring() const {
+    return std::holds_alternative<app_phase::Transferring>(state().phase);
+  }
+  const TransferReport& report() const {
+    return *std::get<app_phase::Done>(state().phase).report;
+  }
+  const TransferRecord& record() const { return records.at(state().lastRecordID.value()); }
+
+  /// The pictures at the destination by path; fails for one whose bytes are not those of its phone.
+  std::map<std::string, std::string> filesOnDisk() const {
+    std::map<std::string, std::string> files;
+    for (const auto& entry :
+         std::filesystem::recursive_directory_iterator{destination.path()}) {
+      const std::string path =
+          std::filesystem::relative(entry.path(), destination.path()).string();
+      if (!entry.is_regular_file() || path.starts_with("phone-")) continue;
+      files.emplace(path, destination.read(path));
+    }
+    return files;
+  }
+
+  struct Lines : Log {
+    bool showsPrivateFields() const override { return false; }
+    void write(std::string_view line) override {
+      const std::lock_guard lock{mutex};
+      lines.emplace_back(line);
+    }
+    bool has(std::string_view line) const {
+      return std::find(lines.begin(), lines.end(), line) != lines.end();
+    }
+    std::mutex mutex;
+    std::vector<std::string> lines;
+  };
+
+  Settings initial;
+  TemporaryFolder destination;
+  FakePhone phone{12};
+  ManualMainLoop loop;
+  ManualWorker background;
+  ManualWorker transferring;
+  Lines log;
+  Instant clock{std::chrono::hours{24 * 20700}};
+  std::map<Uuid, TransferRecord> records;
+  bool keepsRecords = true;
+  int writesUntilFull = -1;  ///< negative: there is room for everything
+  std::unique_ptr<AppModel> model;
+};
+
+}  // namespace tavrix
