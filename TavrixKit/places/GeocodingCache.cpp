@@ -94,6 +94,7 @@ GeocodingCache load(const Folder& stateFolder, const std::string& source) {
 
 void save(Folder& stateFolder, const GeocodingCache& cache) {
   writeFileAtomically(stateFolder, path, encode(cache));
+  removeLeftOvers(stateFolder, path);
 }
 
 bool reset(Folder& stateFolder) {
