@@ -22,6 +22,11 @@ std::string still(const std::string& date) {
   return jpeg(exifSegment(exif) + frame(4032, 3024));
 }
 
+std::string contentOf(const std::filesystem::path& path) {
+  std::ifstream file{path, std::ios::binary};
+  return std::string{std::istreambuf_iterator<char>{file}, {}};
+}
+
 /// A card: a shot with its sidecar, a film of the next day, a picture without a date.
 struct FolderCommandsTest : testing::Test {
   FolderCommandsTest() {
@@ -94,8 +99,7 @@ TEST_F(FolderCommandsTest, transfer_copiesEveryFileAndThenHasNothingToDo) {
        std::filesystem::recursive_directory_iterator{tester.folder / "photos"}) {
     const std::string name = entry.path().filename().string();
     if (entry.is_regular_file() && !name.starts_with("phone-")) {
-      std::ifstream file{entry.path(), std::ios::binary};
-      copies[name] = std::string{std::istreambuf_iterator<char>{file}, {}};
+      copies[name] = contentOf(entry.path());
     }
   }
   EXPECT_EQ(copies.size(), 5U);
@@ -119,6 +123,36 @@ TEST_F(FolderCommandsTest, foldersOfTwoPhones_neverTakeEachOthersFiles) {
   // Nor twice its own.
   EXPECT_THAT(run({"transfer", "other", "photos"}).out, HasSubstr("nothing to do"));
   EXPECT_THAT(run({"transfer", "phone", "photos"}).out, HasSubstr("nothing to do"));
+}
+
+TEST_F(FolderCommandsTest, anotherCardInThePlaceOfTheFirst_losesNoPicture) {
+  const auto copies = [&] {
+    std::map<std::string, std::string> found;
+    for (const auto& entry :
+         std::filesystem::recursive_directory_iterator{tester.folder / "photos"}) {
+      const std::string name = entry.path().filename().string();
+      if (name.ends_with(".JPG")) found[name] = contentOf(entry.path());
+    }
+    return found;
+  };
+  const std::string picture = "phone/DCIM/100APPLE/IMG_0001.JPG";
+  const std::string first = tester.folder.read(picture);
+  const std::string second = still("2026:05:20 13:00:00") + "of another card";
+  for (const std::string& content : {first, second, first, second}) {
+    tester.folder.write(picture, content);
+    EXPECT_EQ(run({"transfer", "phone", "photos"}).status, ExitStatus::done);
+  }
+  EXPECT_THAT(copies(), ElementsAre(testing::Pair("IMG_0001 (2).JPG", second),
+                                    testing::Pair("IMG_0001.JPG", first)));
+  // Both are remembered, each with its digest.
+  EXPECT_EQ(run({"verify", "photos"}).status, ExitStatus::done);
+  for (const std::string& content : {first, second}) {
+    tester.folder.write(picture, content);
+    EXPECT_THAT(run({"transfer", "phone", "photos"}).out, HasSubstr("nothing to do"));
+    EXPECT_EQ(run({"transfer", "phone", "photos", "--set", "onlyNew=false"}).status,
+              ExitStatus::done);
+  }
+  EXPECT_EQ(copies().size(), 2U);
 }
 
 TEST_F(FolderCommandsTest, secondLook_readsNothing) {
