@@ -1,5 +1,6 @@
 #include "device/FolderCatalogue.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include "device/MetadataReader.h"
@@ -31,21 +32,33 @@ void settleFailures(FolderCatalogue& catalogue, const std::vector<std::string>& 
   catalogue.items.resize(kept);
 }
 
-}  // namespace
+/// Whether nothing of the source is unseen.
+bool isWhole(const std::vector<SourceFolder::LeftOut>& leftOut) {
+  return std::none_of(leftOut.begin(), leftOut.end(), [](const SourceFolder::LeftOut& each) {
+    return each.reason == SourceFolder::Reason::unreadableFolder ||
+           each.reason == SourceFolder::Reason::tooDeep;
+  });
+}
 
-FolderCatalogue FolderCatalogue::of(SourceFolder::Listing listing, MetadataPass::Setup setup,
-                                    const ReadMetadata& read, const std::stop_token& stop) {
+FolderCatalogue complete(SourceFolder::Listing listing, MetadataPass& pass,
+                         const FolderCatalogue::ReadMetadata& read, const std::stop_token& stop) {
   FolderCatalogue catalogue;
+  if (!listing.isComplete) {
+    catalogue.isComplete = false;
+    return catalogue;
+  }
   catalogue.leftOut = std::move(listing.leftOut);
   std::vector<std::string> paths;
+  catalogue.items.reserve(listing.files.size());
+  paths.reserve(listing.files.size());
   for (SourceFolder::File& file : listing.files) {
     catalogue.items.push_back(std::move(file.item));
     paths.push_back(std::move(file.path));
   }
-  MetadataPass pass{std::move(setup)};
   const auto result = pass.run(
       catalogue.items,
-      [&](std::size_t index) { return read(paths[index], catalogue.items[index].size); }, stop);
+      [&](std::size_t index) { return read(paths[index], catalogue.items[index].size); }, stop,
+      isWhole(catalogue.leftOut));
   catalogue.progress = result.progress;
   catalogue.isComplete = result.isComplete;
   catalogue.isKept = result.isKept;
@@ -53,10 +66,20 @@ FolderCatalogue FolderCatalogue::of(SourceFolder::Listing listing, MetadataPass:
   return catalogue;
 }
 
+}  // namespace
+
+FolderCatalogue FolderCatalogue::of(SourceFolder::Listing listing, MetadataPass::Setup setup,
+                                    const ReadMetadata& read, const std::stop_token& stop) {
+  MetadataPass pass{std::move(setup)};
+  return complete(std::move(listing), pass, read, stop);
+}
+
 FolderCatalogue FolderCatalogue::read(const std::string& folder, MetadataPass::Setup setup,
                                       const std::stop_token& stop) {
-  return of(
-      SourceFolder::list(folder), std::move(setup),
+  MetadataPass pass{std::move(setup)};
+  pass.beginLoading();
+  return complete(
+      SourceFolder::list(folder, stop), pass,
       [&](const std::string& path, std::uint64_t /*size*/) {
         return MetadataReader::read(*openForRangedReading(folder + "/" + path));
       },

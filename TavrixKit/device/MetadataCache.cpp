@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <utility>
 #include <vector>
 
 #include "foundation/files/AtomicFile.h"
@@ -41,11 +42,14 @@ std::string shortestText(double number) {
   return text.find_first_of(".e") == std::string::npos ? text + ".0" : text;
 }
 
-void add(MetadataCache::Records& records, SnapshotItem&& item) {
-  if (MetadataCache::isIncomplete(item)) return;
-  std::string key = MetadataCache::key(item);
-  records.insert_or_assign(std::move(key), std::move(item));
+/// Ends a key where the folder of a record follows that is not the last one of its key.
+constexpr char folderMark = '\0';
+
+std::string keyInFolder(std::string_view key, const std::optional<std::string>& dir) {
+  return std::string{key} + folderMark + dir.value_or("");
 }
+
+std::string_view plainKey(std::string_view key) { return key.substr(0, key.find(folderMark)); }
 
 MetadataCache::Records loadLines(const std::string& phoneKey, const std::string& directory) {
   try {
@@ -60,11 +64,13 @@ std::string legacyText(const std::string& name, const std::string& directory) {
   return openFolder(directory)->readFile(name, maxLegacyBytes);
 }
 
-MetadataCache::Records legacyRecords(std::string_view json) {
+MetadataCache::Records legacyRecords(MetadataCache cache) {
   MetadataCache::Records records;
-  auto cache = MetadataCache::decodeLegacy(json);
-  if (!cache) return records;
-  for (auto& [key, item] : cache->records) add(records, std::move(item));
+  for (auto& [key, item] : cache.records) {
+    if (MetadataCache::isIncomplete(item)) continue;
+    std::string ownKey = MetadataCache::key(item);
+    records.insert_or_assign(std::move(ownKey), std::move(item));
+  }
   return records;
 }
 
@@ -125,7 +131,12 @@ std::vector<std::string> cacheFiles(const std::string& directory) {
 
 std::string MetadataCache::key(std::string_view name, std::uint64_t size,
                                std::optional<double> date) {
-  return fmt::format("{}|{}|{}", name, size, shortestText(date.value_or(0)));
+  const fmt::format_int bytes{size};
+  const std::string seconds = shortestText(date.value_or(0));
+  std::string key;
+  key.reserve(name.size() + bytes.size() + seconds.size() + 2);
+  key.append(name).append("|").append(bytes.data(), bytes.size()).append("|").append(seconds);
+  return key;
 }
 
 std::string MetadataCache::key(const SnapshotItem& item) {
@@ -137,6 +148,25 @@ bool MetadataCache::isIncomplete(const SnapshotItem& item) {
   return !item.px && kind && isPictureKind(*kind);
 }
 
+void MetadataCache::add(Records& records, std::string key, SnapshotItem item) {
+  const auto [found, isNew] = records.try_emplace(key);
+  SnapshotItem earlier = std::exchange(found->second, std::move(item));
+  if (isNew || earlier.dir == found->second.dir) return;
+  records.erase(keyInFolder(key, found->second.dir));
+  std::string other = keyInFolder(key, earlier.dir);
+  records.insert_or_assign(std::move(other), std::move(earlier));
+}
+
+const SnapshotItem* MetadataCache::find(const Records& records, std::string_view key,
+                                        const std::optional<std::string>& dir, bool shared) {
+  const auto last = records.find(key);
+  if (last == records.end()) return nullptr;
+  if (last->second.dir == dir) return &last->second;
+  const auto own = records.find(keyInFolder(key, dir));
+  if (own != records.end()) return &own->second;
+  return shared ? nullptr : &last->second;
+}
+
 std::string MetadataCache::phoneKey(const std::optional<std::string>& serialNumber) {
   return serialNumber && !serialNumber->empty() ? FolderName::sanitise(*serialNumber) : "unknown";
 }
@@ -146,7 +176,8 @@ MetadataCache::Records MetadataCache::load(const std::string& phoneKey,
   Records records;
   if (legacyExists(phoneKey, directory)) {
     try {
-      records = legacyRecords(legacyText(fileName(phoneKey, legacySuffix), directory));
+      auto legacy = decodeLegacy(legacyText(fileName(phoneKey, legacySuffix), directory));
+      if (legacy) records = legacyRecords(*std::move(legacy));
     } catch (const FileError&) {
       records = {};
     }
@@ -166,14 +197,17 @@ void MetadataCache::save(const Records& records, const std::string& phoneKey,
   std::vector<const Records::value_type*> entries;
   entries.reserve(records.size());
   for (const auto& entry : records) entries.push_back(&entry);
-  std::sort(entries.begin(), entries.end(),
-            [](const auto* a, const auto* b) { return a->first < b->first; });
+  std::sort(entries.begin(), entries.end(), [](const auto* a, const auto* b) {
+    const int order = plainKey(a->first).compare(plainKey(b->first));
+    return order != 0 ? order < 0 : a->second.dir < b->second.dir;
+  });
   const auto folder = openFolder(directory);
   writeFileAtomically(*folder, fileName(phoneKey, linesSuffix), [&](WritableFile& file) {
     FileSink sink{file};
     for (const auto* const entry : entries) Snapshot::writeLine(entry->second, sink);
     sink.flush();
   });
+  removeLeftOvers(*folder, fileName(phoneKey, linesSuffix));
 }
 
 bool MetadataCache::legacyExists(const std::string& phoneKey, const std::string& directory) {
@@ -188,8 +222,7 @@ void MetadataCache::migrate(const std::string& phoneKey, const std::string& dire
   const auto legacy = decodeLegacy(legacyText(legacyName, directory));
   // Damage may be mended by hand, or be what a later reader understands.
   if (!legacy || legacy->records.empty()) return;
-  Records records;
-  for (const auto& entry : legacy->records) add(records, SnapshotItem{entry.second});
+  Records records = legacyRecords(*legacy);
   for (auto& [key, item] : loadLines(phoneKey, directory)) {
     records.insert_or_assign(key, std::move(item));
   }

@@ -16,7 +16,8 @@ namespace tavrix {
 /// in the state folder, one file a phone; docs/cache.md tells the form. A cache is never a source
 /// of truth: what is unreadable in it counts as absent.
 struct MetadataCache {
-  /// By the key of each item.
+  /// By the key of each item. Of several with one key the last one taken in; the others are there
+  /// too, and find() knows them by their folders.
   using Records = StringMap<SnapshotItem>;
 
   class MigrationError : public std::exception {
@@ -45,6 +46,14 @@ struct MetadataCache {
   static bool isIncomplete(const SnapshotItem& item);
   /// A device's serial number as it stands in file names; "unknown" without one.
   static std::string phoneKey(const std::optional<std::string>& serialNumber);
+
+  /// Takes in a record, in place of an earlier one of the same key and folder.
+  static void add(Records& records, std::string key, SnapshotItem item);
+  /// What is known of a file with this key in this folder; null when there is nothing. Unless the
+  /// key is `shared` by files of several folders, a record of another folder counts too: files are
+  /// moved.
+  static const SnapshotItem* find(const Records& records, std::string_view key,
+                                  const std::optional<std::string>& dir, bool shared);
 
   /// The records of a phone, of both forms; a JSON Lines record counts more than a legacy one, a
   /// later line more than an earlier one. Incomplete ones are left out. Never throws for what is on
@@ -78,6 +87,7 @@ struct MetadataCache {
 };
 
 /// The records of JSON Lines, one SnapshotItem each; lines that do not decode are passed over.
+/// Several threads decode.
 MetadataCache::Records readJsonLines(ByteReader& file);
 
 }  // namespace tavrix

@@ -1,7 +1,11 @@
 // The two forms in which a cache is read: JSON Lines, and the one object of earlier versions.
 
+#include <algorithm>
 #include <cmath>
+#include <deque>
 #include <functional>
+#include <future>
+#include <span>
 #include <vector>
 
 #include "device/MetadataCache.h"
@@ -15,37 +19,56 @@ namespace {
 /// No record is longer; what is, is damage.
 constexpr std::size_t maxLineBytes = 64 * 1024;
 /// Lines that are decoded together, as one list.
-constexpr std::size_t blockLines = 256;
+constexpr std::size_t listLines = 256;
+/// What one thread decodes at once.
+constexpr std::size_t blockBytes = 512 * 1024;
+constexpr std::size_t blocksAtOnce = 4;
 
-/// Collects lines and decodes them; damage costs only the lines that it is in.
+struct KeyedItem {
+  std::string key;
+  SnapshotItem item;
+};
+
+/// Decodes lines; damage costs only the lines that it is in.
 class LineDecoder {
  public:
-  explicit LineDecoder(MetadataCache::Records& records) : records_(records) {}
-
-  void add(std::string&& line) {
-    if (line.find_first_not_of(" \r\t") == std::string::npos) return;
-    lines_.push_back(std::move(line));
-    if (lines_.size() == blockLines) decode();
-  }
-  void decode() {
-    auto items = itemsOf(lines_);
-    if (!items) {
-      items.emplace();
-      for (const std::string& line : lines_) {
-        auto item = itemsOf({line});
-        if (item) items->push_back(std::move(item->front()));
-      }
+  std::vector<KeyedItem> decode(std::string_view block) {
+    while (!block.empty()) {
+      const std::size_t end = std::min(block.find('\n'), block.size());
+      add(block.substr(0, end));
+      block.remove_prefix(std::min(end + 1, block.size()));
     }
-    for (SnapshotItem& item : *items) keep(std::move(item));
-    lines_.clear();
+    decodeLines();
+    return std::move(items_);
   }
 
  private:
+  void add(std::string_view line) {
+    const bool isBlank = line.find_first_not_of(" \r\t") == std::string_view::npos;
+    if (isBlank || line.size() > maxLineBytes) return;
+    lines_.push_back(line);
+    if (lines_.size() == listLines) decodeLines();
+  }
+
+  void decodeLines() {
+    const std::span<const std::string_view> all{lines_};
+    if (auto items = itemsOf(all)) {
+      for (SnapshotItem& item : *items) keep(std::move(item));
+    } else {
+      for (std::size_t i = 0; i < all.size(); ++i) {
+        auto item = itemsOf(all.subspan(i, 1));
+        if (item) keep(std::move(item->front()));
+      }
+    }
+    lines_.clear();
+  }
+
   /// One item a line; nothing when any line holds something else.
-  static std::optional<std::vector<SnapshotItem>> itemsOf(const std::vector<std::string>& lines) {
-    std::string list = "[";
-    for (const std::string& line : lines) list.append(list.size() == 1 ? "" : ",").append(line);
-    TextReader reader{list += ']'};
+  std::optional<std::vector<SnapshotItem>> itemsOf(std::span<const std::string_view> lines) {
+    list_ = "[";
+    for (const std::string_view line : lines)
+      list_.append(list_.size() == 1 ? "" : ",").append(line);
+    TextReader reader{list_ += ']'};
     try {
       auto items = Snapshot::read(reader);
       if (items.size() == lines.size()) return items;
@@ -58,34 +81,39 @@ class LineDecoder {
   void keep(SnapshotItem&& item) {
     if (MetadataCache::isIncomplete(item)) return;
     std::string key = MetadataCache::key(item);
-    records_.insert_or_assign(std::move(key), std::move(item));
+    items_.push_back({std::move(key), std::move(item)});
   }
 
-  MetadataCache::Records& records_;
-  std::vector<std::string> lines_;
+  std::string list_;
+  std::vector<std::string_view> lines_;
+  std::vector<KeyedItem> items_;
 };
 
-/// Calls back with every line; of one that is too long, and of what the file's end cuts off at that
-/// length, nothing is told.
-void readLines(ByteReader& file, const std::function<void(std::string&&)>& receiver) {
-  std::string line;
-  bool isTooLong = false;
+/// Calls back with the text of a file in blocks of whole lines; a line that is longer than a block
+/// is left out.
+void readBlocks(ByteReader& file, const std::function<void(std::string&&)>& receiver) {
+  std::string block;
   std::vector<char> buffer(std::size_t{1} << 18U);
+  bool isInsideLine = false;  // of one whose beginning was dropped
   for (std::size_t count = 0; (count = file.read(buffer)) > 0;) {
-    std::string_view rest{buffer.data(), count};
-    while (!rest.empty()) {
-      const std::size_t end = rest.find('\n');
-      const std::string_view piece = rest.substr(0, end);
-      isTooLong = isTooLong || line.size() + piece.size() > maxLineBytes;
-      if (!isTooLong) line += piece;
-      if (end == std::string_view::npos) break;
-      if (!isTooLong) receiver(std::move(line));
-      line.clear();
-      isTooLong = false;
-      rest.remove_prefix(end + 1);
+    std::string_view piece{buffer.data(), count};
+    if (isInsideLine) {
+      const auto end = piece.find('\n');
+      isInsideLine = end == std::string_view::npos;
+      piece.remove_prefix(isInsideLine ? piece.size() : end + 1);
     }
+    block += piece;
+    if (block.size() < blockBytes) continue;
+    const auto end = block.rfind('\n');
+    isInsideLine = end == std::string::npos;
+    std::string rest = isInsideLine ? std::string{} : block.substr(end + 1);
+    if (!isInsideLine) {
+      block.resize(end + 1);
+      receiver(std::move(block));
+    }
+    block = std::move(rest);
   }
-  if (!isTooLong) receiver(std::move(line));
+  receiver(std::move(block));
 }
 
 std::optional<std::string> textMember(const JsonValue& object, std::string_view key) {
@@ -131,10 +159,26 @@ std::optional<SnapshotItem> itemOf(const JsonValue& object) {
 }  // namespace
 
 MetadataCache::Records readJsonLines(ByteReader& file) {
+  std::vector<std::vector<KeyedItem>> decoded;
+  std::deque<std::future<std::vector<KeyedItem>>> decoding;
+  std::size_t count = 0;
+  const auto takeFirst = [&] {
+    decoded.push_back(decoding.front().get());
+    count += decoded.back().size();
+    decoding.pop_front();
+  };
+  readBlocks(file, [&](std::string&& block) {
+    if (decoding.size() == blocksAtOnce) takeFirst();
+    decoding.push_back(std::async(
+        std::launch::async, [text = std::move(block)] { return LineDecoder{}.decode(text); }));
+  });
+  while (!decoding.empty()) takeFirst();
   MetadataCache::Records records;
-  LineDecoder decoder{records};
-  readLines(file, [&](std::string&& line) { decoder.add(std::move(line)); });
-  decoder.decode();
+  records.reserve(count);
+  for (auto& items : decoded) {
+    for (auto& [key, item] : items) MetadataCache::add(records, std::move(key), std::move(item));
+    items = {};
+  }
   return records;
 }
 

@@ -1,6 +1,10 @@
 #include "device/MetadataPass.h"
 
+#include <absl/container/flat_hash_set.h>
+
+#include <algorithm>
 #include <memory>
+#include <string_view>
 
 namespace tavrix {
 namespace {
@@ -10,15 +14,25 @@ bool isPicture(const SnapshotItem& item) {
   return kind && isPictureKind(*kind);
 }
 
-/// Keys that more than one item has, so that one record cannot speak for all of them.
-StringSet sharedKeys(const std::vector<std::string>& keys) {
-  StringSet seen;
-  StringSet shared;
+using KeySet = absl::flat_hash_set<std::string_view>;
+
+/// Keys that more than one item has, so that one record cannot speak for all of them. Points into
+/// `keys`.
+KeySet sharedKeys(const std::vector<std::string>& keys) {
+  KeySet seen;
+  KeySet shared;
   seen.reserve(keys.size());
   for (const std::string& key : keys) {
     if (!seen.insert(key).second) shared.insert(key);
   }
   return shared;
+}
+
+std::vector<std::string> keysOf(const std::vector<SnapshotItem>& items) {
+  std::vector<std::string> keys;
+  keys.reserve(items.size());
+  for (const SnapshotItem& item : items) keys.push_back(MetadataCache::key(item));
+  return keys;
 }
 
 /// Whether it could be saved.
@@ -47,9 +61,18 @@ void migrateQuietly(const std::string& phoneKey, const std::string& directory, L
 
 }  // namespace
 
+void MetadataPass::beginLoading() {
+  if (!setup_.directory) return;
+  loading_ =
+      std::async(std::launch::async, [phoneKey = setup_.phoneKey, directory = *setup_.directory] {
+        return MetadataCache::load(phoneKey, directory);
+      });
+}
+
 void MetadataPass::load() {
   if (!setup_.directory) return;
-  records_ = MetadataCache::load(setup_.phoneKey, *setup_.directory);
+  records_ =
+      loading_.valid() ? loading_.get() : MetadataCache::load(setup_.phoneKey, *setup_.directory);
   if (!MetadataCache::legacyExists(setup_.phoneKey, *setup_.directory)) return;
   writes_.post([phoneKey = setup_.phoneKey, directory = *setup_.directory, &log = log()] {
     migrateQuietly(phoneKey, directory, log);
@@ -57,17 +80,14 @@ void MetadataPass::load() {
 }
 
 std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items) const {
-  std::vector<std::string> keys;
-  keys.reserve(items.size());
-  for (const SnapshotItem& item : items) keys.push_back(MetadataCache::key(item));
-  const StringSet shared = sharedKeys(keys);
+  const std::vector<std::string> keys = keysOf(items);
+  const KeySet shared = sharedKeys(keys);
   std::vector<std::size_t> misses;
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const auto found = records_.find(keys[i]);
-    const bool isHit =
-        found != records_.end() && (!shared.contains(keys[i]) || found->second.dir == items[i].dir);
-    if (isHit) {
-      items[i] = withMetadata(std::move(items[i]), metadataOf(found->second));
+    const bool isShared = !shared.empty() && shared.contains(keys[i]);
+    const auto* const found = MetadataCache::find(records_, keys[i], items[i].dir, isShared);
+    if (found != nullptr) {
+      items[i] = withMetadata(std::move(items[i]), metadataOf(*found));
     } else {
       misses.push_back(i);
     }
@@ -77,6 +97,18 @@ std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items
 
 void MetadataPass::tell(const Progress& progress) const {
   if (setup_.progress) setup_.progress(progress);
+}
+
+bool MetadataPass::forgetGone(const std::vector<SnapshotItem>& items) {
+  const std::vector<std::string> keys = keysOf(items);
+  const KeySet there{keys.begin(), keys.end()};
+  const auto isGone = [&](const auto& entry) {
+    return !there.contains(MetadataCache::key(entry.second));
+  };
+  const auto gone = std::count_if(records_.begin(), records_.end(), isGone);
+  if (static_cast<std::size_t>(gone) <= items.size()) return false;
+  absl::erase_if(records_, isGone);
+  return true;
 }
 
 void MetadataPass::saveInBackground() {
@@ -94,7 +126,7 @@ void MetadataPass::remember(const SnapshotItem& item) {
   }
   // It would be read again anyway, and needs no writing.
   if (MetadataCache::isIncomplete(item)) return;
-  records_.insert_or_assign(MetadataCache::key(item), item);
+  MetadataCache::add(records_, MetadataCache::key(item), item);
   isSaved_ = false;
   const Instant now = setup_.now();
   if (!setup_.checkpoint.isDue(now)) return;
@@ -115,7 +147,7 @@ void MetadataPass::fetchOne(SnapshotItem& item, std::size_t index, const Fetch& 
 }
 
 MetadataPass::Result MetadataPass::run(std::vector<SnapshotItem>& items, const Fetch& fetch,
-                                       const std::stop_token& stop) {
+                                       const std::stop_token& stop, bool whole) {
   load();
   Result result;
   const auto misses = takeHits(items);
@@ -128,6 +160,9 @@ MetadataPass::Result MetadataPass::run(std::vector<SnapshotItem>& items, const F
       break;
     }
     fetchOne(items[index], index, fetch, result);
+  }
+  if (whole && result.isComplete && result.progress.read > 0 && forgetGone(items)) {
+    isSaved_ = false;
   }
   if (!isSaved_) saveInBackground();
   writes_.wait();

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <future>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -54,9 +55,14 @@ class MetadataPass {
 
   explicit MetadataPass(Setup setup) : setup_(std::move(setup)) {}
 
-  /// Completes the items. Only pictures and films are fetched: other files have no metadata.
-  Result run(std::vector<SnapshotItem>& items, const Fetch& fetch,
-             const std::stop_token& stop = {});
+  /// Begins to load the cache, for a caller who lists the files meanwhile.
+  void beginLoading();
+  /// Completes the items. Only pictures and films are fetched: other files have no metadata. Where
+  /// the items are the `whole` source, the cache forgets files that are gone when they outnumber
+  /// those that are there: another card in the same place shall not cost this one its records at
+  /// once.
+  Result run(std::vector<SnapshotItem>& items, const Fetch& fetch, const std::stop_token& stop = {},
+             bool whole = false);
 
  private:
   void load();
@@ -64,11 +70,15 @@ class MetadataPass {
   std::vector<std::size_t> takeHits(std::vector<SnapshotItem>& items) const;
   void fetchOne(SnapshotItem& item, std::size_t index, const Fetch& fetch, Result& result);
   void remember(const SnapshotItem& item);
+  /// Drops the records of files that are not among the items, when they are the more; false when
+  /// they are not.
+  bool forgetGone(const std::vector<SnapshotItem>& items);
   void saveInBackground();
   void tell(const Progress& progress) const;
   Log& log() const { return setup_.log == nullptr ? silentLog() : *setup_.log; }
 
   Setup setup_;
+  std::future<MetadataCache::Records> loading_;
   MetadataCache::Records records_;
   bool isSaved_ = true;  ///< what was read is in the file, or on its way there
   bool isKept_ = true;   ///< the last save succeeded; of the queue's thread until it is waited for

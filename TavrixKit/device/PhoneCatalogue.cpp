@@ -26,10 +26,10 @@ std::vector<FolderEntry> entriesOf(PhoneFiles& files, const std::string& folder)
   return entries;
 }
 
-SourceFolder::Listing listingOf(PhoneFiles& files) {
+SourceFolder::Listing listingOf(PhoneFiles& files, const std::stop_token& stop) {
   try {
     return SourceFolder::list(
-        [&](const std::string& folder) { return entriesOf(files, pathOf(folder)); });
+        [&](const std::string& folder) { return entriesOf(files, pathOf(folder)); }, stop);
   } catch (const FileError& error) {
     if (error.code() != ENOENT) throw;
     return {};
@@ -44,7 +44,7 @@ FolderCatalogue PhoneCatalogue::read(PhoneFiles& files, MetadataPass::Setup setu
   const std::stop_callback link{stop, [&] { pass.request_stop(); }};
   std::optional<PhoneError> lost;
   FolderCatalogue catalogue = FolderCatalogue::of(
-      listingOf(files), std::move(setup),
+      listingOf(files, stop), std::move(setup),
       [&](const std::string& path, std::uint64_t size) {
         try {
           const auto file = files.open(pathOf(path), size, true);

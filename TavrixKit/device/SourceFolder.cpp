@@ -2,7 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <condition_variable>
+#include <deque>
+#include <exception>
 #include <filesystem>
+#include <memory>
+#include <mutex>
+#include <thread>
 
 #include "foundation/Digest.h"
 #include "foundation/Text.h"
@@ -40,60 +46,137 @@ SnapshotItem itemOf(const std::string& name, const std::string& directory,
   return item;
 }
 
-class Lister {
- public:
-  using Entries = std::function<std::vector<FolderEntry>(const std::string& folder)>;
+using Entries = std::function<std::vector<FolderEntry>(const std::string& folder)>;
 
-  explicit Lister(const Entries& entries) : entries_(entries) {}
+std::optional<Reason> reasonAgainst(const FolderEntry& entry) {
+  if (isPlaceholder(entry.name)) return Reason::placeholder;
+  if (entry.name.starts_with('.')) return Reason::hidden;
+  if (entry.status.type == Type::link) return Reason::link;
+  if (entry.status.type == Type::other) return Reason::special;
+  return std::nullopt;
+}
 
-  Listing list() {
-    listFolder("", entries_(""), 0);
-    return std::move(listing_);
-  }
+/// What lies in one folder, and the folders in it, by name.
+struct ListedFolder {
+  std::string path;
+  int depth = 0;
+  std::vector<SourceFolder::File> files;
+  std::vector<SourceFolder::LeftOut> leftOut;
+  std::vector<std::unique_ptr<ListedFolder>> inner;
 
- private:
-  void leaveOut(const std::string& path, Reason reason) {
-    listing_.leftOut.push_back({path, reason});
+  void take(std::vector<FolderEntry>&& entries) {
+    files.reserve(entries.size());
+    for (FolderEntry& entry : entries) {
+      std::string entryPath = path.empty() ? entry.name : path + "/" + entry.name;
+      if (const auto reason = reasonAgainst(entry)) {
+        leftOut.push_back({std::move(entryPath), *reason});
+      } else if (entry.status.type == Type::folder) {
+        inner.push_back(std::make_unique<ListedFolder>());
+        inner.back()->path = std::move(entryPath);
+        inner.back()->depth = depth + 1;
+      } else {
+        files.push_back({itemOf(entry.name, path, entry.status), std::move(entryPath)});
+      }
+    }
   }
 
   /// Files come before what lies in folders beside them.
-  void listFolder(const std::string& folder, const std::vector<FolderEntry>& entries, int depth) {
-    std::vector<std::string> folders;
-    for (const FolderEntry& entry : entries) {
-      const std::string path = folder.empty() ? entry.name : folder + "/" + entry.name;
-      if (const auto reason = reasonAgainst(entry)) {
-        leaveOut(path, *reason);
-      } else if (entry.status.type == Type::folder) {
-        folders.push_back(path);
-      } else {
-        listing_.files.push_back({itemOf(entry.name, folder, entry.status), path});
-      }
+  void moveInto(Listing& listing) {
+    std::move(files.begin(), files.end(), std::back_inserter(listing.files));
+    std::move(leftOut.begin(), leftOut.end(), std::back_inserter(listing.leftOut));
+    for (const auto& folder : inner) folder->moveInto(listing);
+  }
+  std::size_t fileCount() const {
+    std::size_t count = files.size();
+    for (const auto& folder : inner) count += folder->fileCount();
+    return count;
+  }
+};
+
+/// Lists folders on several threads, in whatever order; what comes out has one order.
+class Lister {
+ public:
+  Lister(const Entries& entries, const std::stop_token& stop) : entries_(entries), stop_(stop) {}
+
+  Listing list(int threads) {
+    root_.take(entries_(""));
+    enqueue(root_);
+    {
+      const int wanted = waiting_.empty() ? 1 : threads;
+      std::vector<std::jthread> others;
+      for (int i = 1; i < wanted; ++i) others.emplace_back([this] { work(); });
+      work();
     }
-    for (const std::string& inner : folders) listInner(inner, depth + 1);
+    if (failure_) std::rethrow_exception(failure_);
+    Listing listing;
+    listing.isComplete = !stop_.stop_requested();
+    listing.files.reserve(root_.fileCount());
+    root_.moveInto(listing);
+    return listing;
   }
 
-  static std::optional<Reason> reasonAgainst(const FolderEntry& entry) {
-    if (isPlaceholder(entry.name)) return Reason::placeholder;
-    if (entry.name.starts_with('.')) return Reason::hidden;
-    if (entry.status.type == Type::link) return Reason::link;
-    if (entry.status.type == Type::other) return Reason::special;
-    return std::nullopt;
+ private:
+  void enqueue(ListedFolder& folder) {
+    for (const auto& inner : folder.inner) waiting_.push_back(inner.get());
+    open_ += folder.inner.size();
   }
 
-  void listInner(const std::string& folder, int depth) {
-    if (depth > SourceFolder::maxDepth) return leaveOut(folder, Reason::tooDeep);
-    std::vector<FolderEntry> entries;
+  void work() {
+    std::unique_lock lock{mutex_};
+    while (true) {
+      changed_.wait(lock, [&] { return open_ == 0 || !waiting_.empty(); });
+      if (waiting_.empty()) return;
+      ListedFolder& folder = *waiting_.front();
+      waiting_.pop_front();
+      lock.unlock();
+      const std::exception_ptr failure = visit(folder);
+      lock.lock();
+      if (failure) failure_ = failure;
+      if (!failure_) enqueue(folder);
+      --open_;
+      changed_.notify_all();
+    }
+  }
+
+  /// What is no fault of the one folder.
+  std::exception_ptr visit(ListedFolder& folder) const {
+    if (stop_.stop_requested()) return nullptr;
+    if (folder.depth > SourceFolder::maxDepth) {
+      folder.leftOut.push_back({folder.path, Reason::tooDeep});
+      return nullptr;
+    }
     try {
-      entries = entries_(folder);
+      folder.take(entries_(folder.path));
     } catch (const FileError&) {
-      return leaveOut(folder, Reason::unreadableFolder);
+      folder.leftOut.push_back({folder.path, Reason::unreadableFolder});
+    } catch (...) {
+      return std::current_exception();
     }
-    listFolder(folder, entries, depth);
+    return nullptr;
   }
 
   const Entries& entries_;
-  Listing listing_;
+  const std::stop_token& stop_;
+  ListedFolder root_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::deque<ListedFolder*> waiting_;
+  std::size_t open_ = 0;  ///< folders that wait or are being visited
+  std::exception_ptr failure_;
 };
+
+std::vector<std::string> mediaFolders(const std::string& path,
+                                      const std::vector<FolderEntry>& entries) {
+  std::vector<std::string> folders;
+  const std::filesystem::path base{path};
+  for (const FolderEntry& entry : entries) {
+    std::error_code error;
+    if (isMediaFolderName(entry.name) && std::filesystem::is_directory(base / entry.name, error)) {
+      folders.push_back(base / entry.name);
+    }
+  }
+  return folders;
+}
 
 std::filesystem::path fullPath(const std::string& path) {
   std::error_code error;
@@ -118,12 +201,7 @@ bool SourceFolder::isCameraFolderName(std::string_view name) {
 
 std::optional<std::string> SourceFolder::catalogueFolder(const std::string& path) {
   const auto entries = folderEntries(path, true);
-  const std::filesystem::path base{path};
-  for (const FolderEntry& entry : entries) {
-    if (!isMediaFolderName(entry.name)) continue;
-    std::error_code error;
-    if (std::filesystem::is_directory(base / entry.name, error)) return base / entry.name;
-  }
+  if (auto folders = mediaFolders(path, entries); !folders.empty()) return folders.front();
   const bool holdsCameraFolders =
       std::any_of(entries.begin(), entries.end(), [](const FolderEntry& entry) {
         return entry.status.type == Type::folder && isCameraFolderName(entry.name);
@@ -133,15 +211,24 @@ std::optional<std::string> SourceFolder::catalogueFolder(const std::string& path
   return std::nullopt;
 }
 
-SourceFolder::Listing SourceFolder::list(const std::string& folder) {
-  return list([&](const std::string& inner) {
-    return inner.empty() ? folderEntries(folder, true) : folderEntries(folder + "/" + inner, false);
-  });
+std::vector<std::string> SourceFolder::otherCatalogueFolders(const std::string& path) {
+  auto folders = mediaFolders(path, folderEntries(path, true));
+  if (!folders.empty()) folders.erase(folders.begin());
+  return folders;
 }
 
-SourceFolder::Listing SourceFolder::list(
-    const std::function<std::vector<FolderEntry>(const std::string& folder)>& entries) {
-  return Lister{entries}.list();
+SourceFolder::Listing SourceFolder::list(const std::string& folder, const std::stop_token& stop) {
+  // Most of the time goes into waiting for the disk.
+  constexpr int threads = 4;
+  const Entries entries = [&](const std::string& inner) {
+    return inner.empty() ? folderEntries(folder, true, stop)
+                         : folderEntries(folder + "/" + inner, false, stop);
+  };
+  return Lister{entries, stop}.list(threads);
+}
+
+SourceFolder::Listing SourceFolder::list(const Entries& entries, const std::stop_token& stop) {
+  return Lister{entries, stop}.list(1);
 }
 
 std::string SourceFolder::phoneKey(const std::string& folder) {

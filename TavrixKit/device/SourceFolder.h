@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,6 +53,7 @@ struct LeftOut {
 struct Listing {
   std::vector<File> files;  ///< by folder, then by name, in the order of their bytes
   std::vector<LeftOut> leftOut;
+  bool isComplete = true;  ///< false when it was stopped
 
   friend bool operator==(const Listing&, const Listing&) = default;
 };
@@ -60,15 +62,20 @@ struct Listing {
 /// when it is named so, holds folders such as "100APPLE" or is one of them. Nothing for any other
 /// folder. Throws FileError when it cannot be listed.
 std::optional<std::string> catalogueFolder(const std::string& path);
+/// Where a folder holds several of them ("DCIM" beside "dcim"), the paths of those that
+/// catalogueFolder() does not give. Throws FileError when it cannot be listed.
+std::vector<std::string> otherCatalogueFolders(const std::string& path);
 /// Whether a name is one that cameras give their folders (DCF 2.0): three digits from 100 on and
 /// five letters, digits or underscores, as in "100APPLE" and "202605__".
 bool isCameraFolderName(std::string_view name);
 
-/// All files below a folder. Throws FileError when the folder itself cannot be listed.
-Listing list(const std::string& folder);
+/// All files below a folder, of which several are looked at side by side. Throws FileError when the
+/// folder itself cannot be listed.
+Listing list(const std::string& folder, const std::stop_token& stop = {});
 /// The same of a place that is no folder of the disk: `entries` gives what lies in a folder below
-/// it ("" for itself), sorted by name, and throws FileError.
-Listing list(const std::function<std::vector<FolderEntry>(const std::string& folder)>& entries);
+/// it ("" for itself), sorted by name, and throws FileError. It is called from one thread.
+Listing list(const std::function<std::vector<FolderEntry>(const std::string& folder)>& entries,
+             const std::stop_token& stop = {});
 
 /// What the metadata cache of a folder goes by: the same for the same place.
 std::string phoneKey(const std::string& folder);
@@ -78,8 +85,9 @@ inline constexpr int maxDepth = 16;
 
 }  // namespace SourceFolder
 
-/// What lies directly in a folder, sorted by name. With `followsLink` the folder may be reached by
-/// a link at its path. Throws FileError.
-std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink);
+/// What lies directly in a folder, sorted by name; a part of it when it was stopped. With
+/// `followsLink` the folder may be reached by a link at its path. Throws FileError.
+std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink,
+                                       const std::stop_token& stop = {});
 
 }  // namespace tavrix

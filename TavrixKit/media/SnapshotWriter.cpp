@@ -60,6 +60,7 @@ void Snapshot::write(const std::vector<SnapshotItem>& items, Folder& folder,
     FileSink sink{file};
     write(items, sink);
   });
+  removeLeftOvers(folder, fileName);
 }
 
 }  // namespace tavrix

@@ -124,6 +124,7 @@ bool save(Folder& stateFolder, GeocodingCache cache) {
   if (!stateFolder.lock()) return false;
   cache.addMissing(load(stateFolder, cache.source));
   writeFileAtomically(stateFolder, path, encode(cache));
+  removeLeftOvers(stateFolder, path);
   return true;
 }
 

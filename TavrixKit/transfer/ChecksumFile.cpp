@@ -136,6 +136,7 @@ void write(Folder& folder, const std::vector<Entry>& entries) {
     }
     flush();
   });
+  removeLeftOvers(folder, std::string{name});
 }
 
 }  // namespace tavrix::ChecksumFile

@@ -153,7 +153,7 @@ void save(Folder& destination, const PhoneRecord& record) {
 void removeLeftOvers(Folder& destination) {
   for (const std::string& name : destination.names()) {
     const bool isOurs = (name.starts_with("phone-") && name.ends_with(".json.part")) ||
-                        name == std::string{textFileName} + ".part";
+                        isTemporaryOf(name, textFileName);
     if (isOurs) destination.removeFile(name);
   }
 }

@@ -16,8 +16,12 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
     const bool isThisPhone = record.phoneHash == phoneHash;
     for (const auto& file : record.files) {
       if (!file.localID && !file.cloudID) continue;
-      Owner owner{isThisPhone ? file.localID.value_or("") : "", file.cloudID.value_or(""),
-                  isThisPhone, file.sha256.has_value(), record.lastTransfer};
+      Owner owner{isThisPhone ? file.localID.value_or("") : "",
+                  file.cloudID.value_or(""),
+                  file.size,
+                  isThisPhone,
+                  file.sha256.has_value(),
+                  record.lastTransfer};
       // A claim without a digest may be of a run that was killed before it got there.
       const auto [found, isNew] = owners_.try_emplace(file.path, owner);
       if (!isNew && owner.outranks(found->second)) found->second = std::move(owner);
@@ -29,50 +33,71 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
     return found != owners_.end() && !found->second.isThisPhone;
   };
   absl::erase_if(knownAssets_.byLocalID, isLost);
-  if (const auto* const own = marker.record(phoneHash)) rememberEarlierPaths(*own);
+  if (const auto* const own = marker.record(phoneHash)) rememberEarlier(*own);
 }
 
-void DestinationView::rememberEarlierPaths(const DestinationMarker::PhoneRecord& record) {
+void DestinationView::rememberEarlier(const DestinationMarker::PhoneRecord& record) {
   for (const auto& file : record.files) {
     if (!file.localID) continue;
     const auto last = knownAssets_.byLocalID.find(*file.localID);
     const bool isLast = last != knownAssets_.byLocalID.end() && last->second.path == file.path;
-    if (!isLast && isStillOurs(file.path)) earlierPaths_[*file.localID].push_back(file.path);
+    if (!isLast && isStillOurs(file.path)) {
+      earlier_[*file.localID].push_back({file.path, file.size});
+    }
   }
 }
 
-const std::string* DestinationView::landedPath(const MediaAsset& asset,
-                                               const std::string& base) const {
-  const auto counts = [&](const std::string& path) {
+const std::string* DestinationView::landedPath(const MediaAsset& asset, const std::string& base,
+                                               const PlannedConversion& conversion) const {
+  const auto lies = [&](const std::string& path) {
     return isOnDisk(path) && isNumberedForm(path, base);
   };
-  if (const auto* const record = knownAssets_.record(asset)) {
-    if (counts(record->path)) return &record->path;
+  const auto counts = [&](const KnownAssets::Record& record) {
+    return lies(record.path) && mayBe(asset, record.path, record.size, conversion);
+  };
+  const auto last = knownAssets_.byLocalID.find(asset.id());
+  if (last != knownAssets_.byLocalID.end() && counts(last->second)) return &last->second.path;
+  const auto earlier = earlier_.find(asset.id());
+  if (earlier != earlier_.end()) {
+    const auto found = std::find_if(earlier->second.begin(), earlier->second.end(), counts);
+    if (found != earlier->second.end()) return &found->path;
   }
-  const auto earlier = earlierPaths_.find(asset.id());
-  if (earlier == earlierPaths_.end()) return nullptr;
-  const auto found = std::find_if(earlier->second.begin(), earlier->second.end(), counts);
-  return found == earlier->second.end() ? nullptr : &*found;
+  if (!asset.cloudID()) return nullptr;
+  const auto shot = knownAssets_.byCloudID.find(*asset.cloudID());
+  const bool isThere = shot != knownAssets_.byCloudID.end() && lies(shot->second.path);
+  return isThere ? &shot->second.path : nullptr;
 }
 
-DestinationView::Holding DestinationView::holding(const std::string& path,
-                                                  const MediaAsset& asset) const {
+bool DestinationView::mayBe(const MediaAsset& asset, const std::string& path, std::uint64_t size,
+                            const PlannedConversion& conversion) const {
+  if (isConverted(conversion) || asset.sizeBytes() == 0) return true;
+  // What a killed run may have landed has the size that lies there.
+  const auto onDisk = filesOnDisk_.find(path);
+  if (size == 0 && onDisk != filesOnDisk_.end()) size = onDisk->second.size;
+  return size == 0 || size == asset.sizeBytes();
+}
+
+DestinationView::Holding DestinationView::holding(const std::string& path, const MediaAsset& asset,
+                                                  const PlannedConversion& conversion) const {
   if (!isOnDisk(path)) return Holding::nothing;
   const auto found = owners_.find(path);
   if (found == owners_.end()) return Holding::unrecorded;
   const Owner& owner = found->second;
   const bool isSame =
-      (!owner.localID.empty() && owner.localID == asset.id()) ||
+      (!owner.localID.empty() && owner.localID == asset.id() &&
+       mayBe(asset, path, owner.size, conversion)) ||
       (!owner.cloudID.empty() && asset.cloudID() && owner.cloudID == *asset.cloudID());
   return isSame ? Holding::thisAsset : Holding::anotherAsset;
 }
 
-bool DestinationView::holds(const std::string& path, const MediaAsset& asset) const {
-  return holding(path, asset) == Holding::thisAsset;
+bool DestinationView::holds(const std::string& path, const MediaAsset& asset,
+                            const PlannedConversion& conversion) const {
+  return holding(path, asset, conversion) == Holding::thisAsset;
 }
 
-bool DestinationView::holdsAnother(const std::string& path, const MediaAsset& asset) const {
-  return holding(path, asset) == Holding::anotherAsset;
+bool DestinationView::holdsAnother(const std::string& path, const MediaAsset& asset,
+                                   const PlannedConversion& conversion) const {
+  return holding(path, asset, conversion) == Holding::anotherAsset;
 }
 
 bool DestinationView::isStillOurs(const std::string& path) const {

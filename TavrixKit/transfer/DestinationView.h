@@ -7,6 +7,7 @@
 #include "foundation/files/Folder.h"
 #include "transfer/DestinationMarker.h"
 #include "transfer/KnownAssets.h"
+#include "transfer/TransferPlan.h"
 
 namespace tavrix {
 
@@ -37,14 +38,22 @@ class DestinationView {
   const std::vector<UnreadableFolder>& unreadableFolders() const { return unreadableFolders_; }
   /// Nobody can say whether a file is at the path: it lies in a folder that may not be read.
   bool isUnreadable(const std::string& path) const { return liesInside(path, unreadableFolders_); }
-  /// A file is on disk at the path and recorded for this very asset.
-  bool holds(const std::string& path, const MediaAsset& asset) const;
-  /// A file is on disk at the path and recorded for an asset, but not for this one.
-  bool holdsAnother(const std::string& path, const MediaAsset& asset) const;
 
+  // What is recorded under the asset's own id, with another size than the asset's, is another
+  // picture's: two memory cards may give two pictures one id. Only of a file that is converted on
+  // its way, and where the size is not known, does the size tell nothing.
+
+  /// A file is on disk at the path and recorded for this very asset.
+  bool holds(const std::string& path, const MediaAsset& asset,
+             const PlannedConversion& conversion = {}) const;
+  /// A file is on disk at the path and recorded for an asset, but not for this one.
+  bool holdsAnother(const std::string& path, const MediaAsset& asset,
+                    const PlannedConversion& conversion = {}) const;
   /// The path of a file that is on disk, recorded for this asset, and lies at `base` or a numbered
   /// form of it; null when there is none.
-  const std::string* landedPath(const MediaAsset& asset, const std::string& base) const;
+  const std::string* landedPath(const MediaAsset& asset, const std::string& base,
+                                const PlannedConversion& conversion = {}) const;
+
   /// A file is on disk at the path, or may be as far as anybody can say, and no other phone has a
   /// better claim to it than this one.
   bool isStillOurs(const std::string& path) const;
@@ -53,6 +62,7 @@ class DestinationView {
   struct Owner {
     std::string localID;  ///< empty for an asset of another phone, which no id of ours can equal
     std::string cloudID;
+    std::uint64_t size = 0;  ///< as recorded; 0 where nothing has been seen of the file
     bool isThisPhone = false;
     bool hasDigest = false;
     Instant recorded;
@@ -64,15 +74,19 @@ class DestinationView {
   };
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
-  void rememberEarlierPaths(const DestinationMarker::PhoneRecord& record);
-  Holding holding(const std::string& path, const MediaAsset& asset) const;
+  void rememberEarlier(const DestinationMarker::PhoneRecord& record);
+  Holding holding(const std::string& path, const MediaAsset& asset,
+                  const PlannedConversion& conversion) const;
+  /// Whether what is recorded at a path on disk with this size may be the asset's.
+  bool mayBe(const MediaAsset& asset, const std::string& path, std::uint64_t size,
+             const PlannedConversion& conversion) const;
 
   FilesOnDisk filesOnDisk_;
   std::vector<UnreadableFolder> unreadableFolders_;
   KnownAssets knownAssets_;
   StringMap<Owner> owners_;
-  /// An asset that was copied under several names or into several folders: all but the last.
-  StringMap<std::vector<std::string>> earlierPaths_;
+  /// Of an id that was copied under several names or into several folders: all but the last.
+  StringMap<std::vector<KnownAssets::Record>> earlier_;
 };
 
 /// A destination as it lies there: its files and its phones' records.

@@ -198,16 +198,16 @@ class Layout {
   void sift(const AssetBundle& bundle, const Directories& places, std::span<PlannedFile> files,
             TransferPlan& result) {
     const bool conflicts = std::any_of(files.begin(), files.end(), [&](const PlannedFile& file) {
-      return destination_.holdsAnother(file.relativePath, file.asset);
+      return destination_.holdsAnother(file.relativePath, file.asset, file.conversion);
     });
     if (conflicts) avoidOthers(pendingFiles(bundle, places, options_), files);
     for (PlannedFile& file : files) {
       const std::string& place =
           places.of(file.asset, bundle.isLivePhoto(), isInVideoBundle(bundle));
-      const std::string* const own =
-          destination_.landedPath(file.asset, place + outputName(file.asset, options_));
-      if (options_.onlyNew &&
-          (own != nullptr || isAlreadyThere(file.asset, file.relativePath, destination_))) {
+      const std::string* const own = destination_.landedPath(
+          file.asset, place + outputName(file.asset, options_), file.conversion);
+      if (options_.onlyNew && (own != nullptr || isAlreadyThere(file.asset, file.relativePath,
+                                                                destination_, file.conversion))) {
         result.knownPaths.push_back(own != nullptr ? *own : std::move(file.relativePath));
         result.skippedKnown.push_back(std::move(file.asset));
         continue;
@@ -221,7 +221,7 @@ class Layout {
   void avoidOthers(const std::vector<PendingFile>& pending, std::span<PlannedFile> files) {
     for (const PlannedFile& file : files) given_.remove(file.relativePath);
     const IsFree isFree = [this](const std::string& path, const MediaAsset& asset) {
-      return destination_.holds(path, asset) ||
+      return destination_.holds(path, asset, conversion(asset, options_)) ||
              (!given_.contains(path) && !destination_.isOnDisk(path));
     };
     std::vector<std::string> paths = freePaths(pending, 2, isFree);
@@ -277,9 +277,11 @@ PlannedConversion conversion(const MediaAsset& asset, const TransferOptions& opt
 }
 
 bool isAlreadyThere(const MediaAsset& asset, const std::string& plannedPath,
-                    const DestinationView& destination) {
-  if (destination.isOnDisk(plannedPath)) return !destination.holdsAnother(plannedPath, asset);
-  return destination.landedPath(asset, plannedPath) != nullptr;
+                    const DestinationView& destination, const PlannedConversion& conversion) {
+  if (destination.isOnDisk(plannedPath)) {
+    return !destination.holdsAnother(plannedPath, asset, conversion);
+  }
+  return destination.landedPath(asset, plannedPath, conversion) != nullptr;
 }
 
 std::vector<AssetBundle> newBundles(const MediaGroup& group, const std::string& folderName,

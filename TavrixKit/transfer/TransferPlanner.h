@@ -46,7 +46,7 @@ PlannedConversion conversion(const MediaAsset& asset, const TransferOptions& opt
 /// recorded for another asset, or the file's own record names the path or a numbered form of it,
 /// and that is on disk.
 bool isAlreadyThere(const MediaAsset& asset, const std::string& plannedPath,
-                    const DestinationView& destination);
+                    const DestinationView& destination, const PlannedConversion& conversion = {});
 /// The bundles of a group, in its order, that have at least one file to transfer.
 std::vector<AssetBundle> newBundles(const MediaGroup& group, const std::string& folderName,
                                     const TransferOptions& options,

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "Mounts.h"
 #include "foundation/Digest.h"
 #include "foundation/files/FileError.h"
 
@@ -92,7 +93,8 @@ void Destination::checkApartFromFolder(const std::string& source,
 bool Destination::liesIn(const std::string& path, const std::string& folder) {
   const fs::path inner = resolved(path);
   const fs::path outer = resolved(folder);
-  return isInside(inner, outer) || isBelow(inner, outer);
+  return isInside(inner, outer) || isBelow(inner, outer) ||
+         liesInByMounts(inner.string(), outer.string(), readMounts());
 }
 
 std::unique_ptr<Folder> Destination::openExisting(const std::string& path) {

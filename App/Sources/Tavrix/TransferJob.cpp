@@ -72,7 +72,8 @@ void TransferJob::settleClaims(DestinationMarker::PhoneRecord& record) {
 bool TransferJob::isClaimed(const PlannedFile& file, const std::string& path) const {
   // What is recorded already says more than a claim; and in a folder that may not be read the claim
   // would replace what is known of a file there.
-  return !content_.view.holds(path, file.asset) && !content_.view.isUnreadable(path);
+  return !content_.view.holds(path, file.asset, file.conversion) &&
+         !content_.view.isUnreadable(path);
 }
 
 void TransferJob::remember(const LandedFile& file) {

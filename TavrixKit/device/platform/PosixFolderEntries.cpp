@@ -26,7 +26,8 @@ FileStatus statusOf(const struct stat& raw) {
 
 }  // namespace
 
-std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink) {
+std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink,
+                                       const std::stop_token& stop) {
   FileDescriptor folder{
       ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | (followsLink ? 0 : O_NOFOLLOW))};
   if (!folder.isOpen()) throw FileError{FileOperation::open, path, errno};
@@ -37,11 +38,13 @@ std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink
   std::vector<FolderEntry> result;
   errno = 0;
   while (const struct dirent* const entry = ::readdir(entries.get())) {
-    const std::string name = entry->d_name;
+    if (stop.stop_requested()) break;
+    const std::string_view name = entry->d_name;
     struct stat raw{};
-    const bool isThere = ::fstatat(number, name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) == 0;
     // What is gone between the listing and here was not there.
-    if (isThere && name != "." && name != "..") result.push_back({name, statusOf(raw)});
+    const bool isThere = name != "." && name != ".." &&
+                         ::fstatat(number, entry->d_name, &raw, AT_SYMLINK_NOFOLLOW) == 0;
+    if (isThere) result.push_back({std::string{name}, statusOf(raw)});
     errno = 0;
   }
   // Half a listing would make files that are there look missing.

@@ -1,3 +1,4 @@
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -53,6 +54,12 @@ TEST_F(FolderSourceTest, kindsOfFolders_areRecognised) {
   EXPECT_EQ(found("new"), folder / "new");
   EXPECT_EQ(found("card/DCIM/100APPLE"), folder / "card/DCIM/100APPLE");
   EXPECT_EQ(found("plain/099APPLE"), std::nullopt);
+  for (const char* const name : {"100apple", "100APPLE", "999_____", "12345678"}) {
+    EXPECT_TRUE(SourceFolder::isCameraFolderName(name)) << name;
+  }
+  for (const char* const name : {"1234APPLE", "099APPLE", "100APPL", "100APP-E", "10OAPPLE", ""}) {
+    EXPECT_FALSE(SourceFolder::isCameraFolderName(name)) << name;
+  }
   EXPECT_EQ(found("plain"), std::nullopt);
   EXPECT_THROW(found("missing"), FileError);
   EXPECT_EQ(SourceFolder::phoneKey(folder / "card"),
@@ -89,6 +96,65 @@ TEST_F(FolderSourceTest, catalogue_isInStableOrderWithAllThatFilesTell) {
   EXPECT_EQ(read().items, catalogue.items);
   // Of pictures that tell no size nothing is remembered.
   EXPECT_EQ(read().progress.hits, ids.size() - 2);
+}
+
+TEST_F(FolderSourceTest, foldersThatDifferByCaseAlone_areNoneTakenForTheOther) {
+  folder.write("card/DCIM/100APPLE/a.JPG", "x");
+  folder.write("card/dcim/100APPLE/b.JPG", "x");
+  folder.write("card/DCIM.txt", "x");
+  EXPECT_EQ(SourceFolder::catalogueFolder(folder / "card"), folder / "card/DCIM");
+  EXPECT_THAT(SourceFolder::otherCatalogueFolders(folder / "card"),
+              ElementsAre(folder / "card/dcim"));
+  EXPECT_THAT(SourceFolder::otherCatalogueFolders(folder / "card/DCIM"), ElementsAre());
+}
+
+TEST_F(FolderSourceTest, treeOfManyFolders_isListedInOneOrder) {
+  std::vector<std::string> paths;
+  for (int outer = 100; outer < 140; ++outer) {
+    for (const char* const name : {"/IMG_1.JPG", "/inner/IMG_1.JPG", "/inner/deep/IMG_1.JPG"}) {
+      paths.push_back(std::to_string(outer) + "APPLE" + name);
+      folder.write("DCIM/" + paths.back(), "x");
+    }
+  }
+  for (int i = 0; i < 5; ++i) {
+    const auto listing = SourceFolder::list(folder / "DCIM");
+    EXPECT_TRUE(listing.isComplete);
+    std::vector<std::string> listed;
+    for (const auto& file : listing.files) listed.push_back(file.path);
+    EXPECT_EQ(listed, paths);
+  }
+}
+
+TEST_F(FolderSourceTest, listingThatIsStopped_endsAtOnce) {
+  // A tree without an end.
+  std::stop_source stop;
+  int looks = 0;
+  const auto entries = [&](const std::string&) {
+    if (++looks == 3) stop.request_stop();
+    return std::vector<FolderEntry>{{"100APPLE", {FileStatus::Type::folder, 0, {}}},
+                                    {"101APPLE", {FileStatus::Type::folder, 0, {}}},
+                                    {"a.JPG", {FileStatus::Type::file, 1, {}}}};
+  };
+  EXPECT_FALSE(SourceFolder::list(entries, stop.get_token()).isComplete);
+  EXPECT_EQ(looks, 3);
+
+  for (int i = 0; i < 300; ++i) folder.write(fmt::format("DCIM/100APPLE/{}.JPG", i), "x");
+  const auto catalogue = FolderCatalogue::read(
+      folder / "DCIM",
+      {.phoneKey = "folder", .directory = folder / "state", .now = [] { return Instant{}; }},
+      stop.get_token());
+  EXPECT_FALSE(catalogue.isComplete);
+  EXPECT_TRUE(catalogue.isKept);
+  EXPECT_THAT(catalogue.items, ElementsAre());
+}
+
+TEST_F(FolderSourceTest, failureThatIsNoFolders_endsTheListing) {
+  struct CableGone {};
+  const auto entries = [](const std::string& path) {
+    if (!path.empty()) throw CableGone{};
+    return std::vector<FolderEntry>{{"100APPLE", {FileStatus::Type::folder, 0, {}}}};
+  };
+  EXPECT_THROW(SourceFolder::list(entries), CableGone);
 }
 
 TEST_F(FolderSourceTest, whatIsNoPictureOfThePhone_isLeftOutAndSaid) {

@@ -8,6 +8,7 @@
 #include "device/Checkpoint.h"
 #include "device/SerialQueue.h"
 #include "foundation/files/FileError.h"
+#include "foundation/files/Folder.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
 namespace tavrix {
@@ -78,7 +79,7 @@ TEST_F(MetadataCacheTest, whatWasSaved_isLoadedEqual) {
   const std::string bytes = folder.read("state/metadata-P.jsonl");
   MetadataCache::save(load(), "P", state);
   EXPECT_EQ(folder.read("state/metadata-P.jsonl"), bytes);
-  EXPECT_FALSE(folder.has("state/metadata-P.jsonl.part"));
+  EXPECT_THAT(openFolder(state)->names(), testing::ElementsAre("metadata-P.jsonl"));
 }
 
 TEST_F(MetadataCacheTest, lineThatIsDamaged_costsItsRecordAlone) {
@@ -104,6 +105,57 @@ TEST_F(MetadataCacheTest, laterLine_replacesAnEarlierOneOfItsKey) {
   const std::string other = R"({"kind":"photo","name":"IMG_0001.HEIC","px":1,"size":1234})";
   folder.write("state/metadata-P.jsonl", fmt::format("{}\n{}\n", other, photoLine));
   EXPECT_EQ(load().at("IMG_0001.HEIC|1234|0.0").px, 4032);
+}
+
+TEST_F(MetadataCacheTest, recordsOfOneKey_areKnownByTheirFolders) {
+  const auto inFolder = [](const char* dir, std::int64_t px) {
+    SnapshotItem item = photo("a.JPG", 10, 1);
+    item.dir = dir;
+    item.px = px;
+    return item;
+  };
+  MetadataCache::Records records;
+  for (const auto& item :
+       {inFolder("3", 3), inFolder("1", 1), inFolder("2", 2), inFolder("1", 4)}) {
+    MetadataCache::add(records, MetadataCache::key(item), item);
+  }
+  const std::string key = MetadataCache::key(inFolder("", 0));
+  std::string bytes;
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(records.size(), 3U);
+    for (const auto& [dir, px] : {std::pair{"1", 4}, {"2", 2}, {"3", 3}}) {
+      EXPECT_EQ(MetadataCache::find(records, key, dir, true)->px, px) << dir;
+    }
+    EXPECT_EQ(MetadataCache::find(records, key, "4", true), nullptr);
+    EXPECT_NE(MetadataCache::find(records, key, "4", false), nullptr);
+    MetadataCache::save(records, "P", state);
+    EXPECT_EQ(MetadataCache::countCachedRecords(state), 3U);
+    // Whoever knows one record of a key alone gets the last line's.
+    EXPECT_EQ(load().at(key).dir, "3");
+    if (i > 0) {
+      EXPECT_EQ(folder.read("state/metadata-P.jsonl"), bytes);
+    }
+    bytes = folder.read("state/metadata-P.jsonl");
+    records = load();
+  }
+}
+
+TEST_F(MetadataCacheTest, fileOfManyBlocks_isReadAsItsLinesSay) {
+  constexpr int count = 20'000;
+  std::string text;
+  for (int i = 0; i < count; ++i) {
+    text += fmt::format(R"({{"kind":"photo","name":"{}.JPG","px":{},"size":1}})"
+                        "\n",
+                        i % (count / 2), i);
+    if (i == 5000) text += std::string(2'000'000, 'x') + "\n";
+    if (i == 7000) text += "damage\n";
+  }
+  folder.write("state/metadata-P.jsonl", text);
+  const auto records = load();
+  EXPECT_EQ(records.size(), static_cast<std::size_t>(count / 2));
+  for (const auto& [key, item] : records) {
+    EXPECT_EQ(item.name, fmt::format("{}.JPG", *item.px - count / 2));
+  }
 }
 
 TEST_F(MetadataCacheTest, legacyFile_isMergedAndBecomesLines) {

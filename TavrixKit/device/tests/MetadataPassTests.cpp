@@ -52,7 +52,7 @@ struct MetadataPassTest : testing::Test {
       if (hasPixels) metadata.setPixels(100 + index, 50);
       return metadata;
     };
-    return pass.run(completed, fetch, std::move(stop));
+    return pass.run(completed, fetch, std::move(stop), isWhole);
   }
   std::uint64_t cached() const { return MetadataCache::countCachedRecords(folder / "state"); }
 
@@ -61,6 +61,7 @@ struct MetadataPassTest : testing::Test {
   Instant time{std::chrono::seconds{1779364800}};
   std::chrono::seconds step{0};
   bool hasPixels = true;
+  bool isWhole = false;
   std::vector<SnapshotItem> items{item("1", "a.HEIC", 1), item("1", "a.AAE", 1),
                                   item("1", "b.MOV", 2), item("2", "c.JPG", 3)};
   std::vector<SnapshotItem> completed;
@@ -93,13 +94,42 @@ TEST_F(MetadataPassTest, secondPass_fetchesOnlyWhatIsNew) {
 
 TEST_F(MetadataPassTest, filesOfOneKey_neverTakeEachOthersMetadata) {
   items = {item("1", "a.JPG", 1), item("2", "a.JPG", 1), item("3", "a.JPG", 1)};
-  for (int i = 0; i < 2; ++i) {
+  for (const std::size_t reads : {3U, 0U}) {
     run();
     for (std::size_t at = 0; at < items.size(); ++at) {
       EXPECT_EQ(completed[at].px, static_cast<std::int64_t>(100 + at));
     }
+    EXPECT_EQ(fetched.size(), reads);
   }
-  EXPECT_EQ(fetched.size(), 2U);
+  // A copy more is read, and the others stay known.
+  items.insert(items.begin(), item("0", "a.JPG", 1));
+  run();
+  EXPECT_THAT(fetched, testing::ElementsAre(0));
+  // The last copy, moved elsewhere, is still the same file.
+  items = {item("9", "a.JPG", 1)};
+  run();
+  EXPECT_THAT(fetched, testing::ElementsAre());
+}
+
+TEST_F(MetadataPassTest, recordsOfFilesThatAreGone_leaveWhenTheyAreTheMore) {
+  isWhole = true;
+  run();
+  const auto all = items;
+  items = {all[0], all[1], all[2], item("1", "new1.JPG", 1)};
+  run();
+  EXPECT_EQ(cached(), 5U);
+  items = {all[0], item("1", "new2.JPG", 1)};
+  isWhole = false;
+  run();
+  EXPECT_EQ(cached(), 6U);
+  isWhole = true;
+  run();
+  EXPECT_EQ(cached(), 6U) << "nothing was read, so nothing is written";
+  items = {all[0], item("1", "new3.JPG", 1)};
+  run();
+  EXPECT_EQ(cached(), 2U);
+  run();
+  EXPECT_THAT(fetched, testing::ElementsAre());
 }
 
 TEST_F(MetadataPassTest, picturesThatTellNoSize_areNoReasonToWriteTheCache) {

@@ -133,6 +133,39 @@ TEST(MetadataReader, everyField_isAsExiftoolReadsIt) {
   compareWithExiftool(folder.path());
 }
 
+TEST(MetadataReader, jpegOfManySegments_tellsWhatItsBudgetReaches) {
+  using namespace testbytes;
+  const auto segments = [](int count, std::size_t bytes) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+      text += segment(0xE2, std::string{"ICC_PROFILE\0", 12} + std::string(bytes, 'p'));
+    }
+    return text;
+  };
+  const std::string exif = exifSegment(capture("2026:05:20 12:00:00", "+03:00"));
+  struct Row {
+    std::string segments;
+    bool hasDate;
+    bool hasPixels;
+  };
+  for (const Row& row : {Row{segments(200, 90) + exif + frame(4032, 3024), true, true},
+                         Row{exif + segments(40, 65'000) + frame(4032, 3024), true, true},
+                         Row{segments(40, 65'000) + exif + frame(4032, 3024), true, true},
+                         // More than a file may cost: what came before counts.
+                         Row{exif + segments(200, 65'000) + frame(4032, 3024), true, false},
+                         Row{segments(200, 65'000) + exif + frame(4032, 3024), false, false},
+                         Row{segments(300, 90) + exif + frame(4032, 3024), false, false}}) {
+    const std::string bytes = jpeg(row.segments);
+    MemoryReader reader{bytes};
+    const MediaMetadata metadata = MetadataReader::read(reader);
+    EXPECT_EQ(metadata.exifDate.has_value(), row.hasDate);
+    EXPECT_EQ(metadata.px.has_value(), row.hasPixels);
+    if (row.hasPixels) {
+      EXPECT_EQ(metadata.px, 4032);
+    }
+  }
+}
+
 /// Real files: TAVRIX_PHONE_FILES names a folder of them.
 TEST(MetadataReader, filesOfAPhone_areAsExiftoolReadsThem) {
   const char* const folder = std::getenv("TAVRIX_PHONE_FILES");

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <thread>
 
@@ -252,6 +253,50 @@ TEST_F(FolderTest, atomicWrite_failingAnywhereLeavesTheOldFileAlone) {
   faulty.faults().rule = nullptr;
   writeFileAtomically(faulty, "settings.json", "new");
   EXPECT_EQ(temporary.read("inside/settings.json"), "new");
+}
+
+TEST_F(FolderTest, atomicWrite_ofSeveralWritersLeavesOneWholeFile) {
+  const auto contentOf = [](char letter) { return std::string(300'000, letter); };
+  std::atomic<int> working = 2;
+  const auto writer = [&](char letter) {
+    // Another process has the folder open for itself.
+    const auto own = openFolder(temporary / "inside");
+    for (int i = 0; i < 60; ++i) writeFileAtomically(*own, "cache.jsonl", contentOf(letter));
+    --working;
+  };
+  writeFileAtomically(*folder, "cache.jsonl", contentOf('a'));
+  std::thread first{writer, 'a'};
+  std::thread second{writer, 'b'};
+  int looks = 0;
+  for (; working > 0; ++looks) {
+    const std::string seen = folder->readFile("cache.jsonl", 1'000'000);
+    if (seen == contentOf(seen.front())) continue;
+    ADD_FAILURE() << "half a file of " << seen.size() << " bytes";
+    break;
+  }
+  first.join();
+  second.join();
+  EXPECT_GT(looks, 0);
+  EXPECT_THAT(folder->names(), ElementsAre("cache.jsonl"));
+}
+
+TEST_F(FolderTest, leftOversOfKilledWriters_goWhenTheyAreOld) {
+  const auto old = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()) -
+                   std::chrono::hours{2};
+  for (const char* const name :
+       {"a.0123456789ab.json.part", "a.0123456789ax.json.part", "a.json.part", "b.json",
+        "b.0123456789ab.json.part", "a.0123456789ab.json", "a.fedcba987654.json.part"}) {
+    put(*folder, name, "x");
+    folder->setModificationTime(name, old);
+  }
+  folder->setModificationTime("a.fedcba987654.json.part", old + std::chrono::hours{2});
+  writeFileAtomically(*folder, "a.json", "new");
+  removeLeftOvers(*folder, "a.json");
+  EXPECT_THAT(folder->names(), ElementsAre("a.0123456789ab.json", "a.0123456789ax.json.part",
+                                           "a.fedcba987654.json.part", "a.json", "a.json.part",
+                                           "b.0123456789ab.json.part", "b.json"));
+  EXPECT_TRUE(isTemporaryOf("plain.0123456789ab.part", "plain"));
+  EXPECT_FALSE(isTemporaryOf("a.json", "a.json"));
 }
 
 TEST(PathComponent, name_isSafeOnlyWhenItStaysInItsFolder) {

@@ -266,6 +266,108 @@ TEST(TransferPlanner, claimOfAKilledRun_yieldsToAFileThatLanded) {
   EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, {onDisk, marker, "other"})), IsEmpty());
 }
 
+/// What a plan for one file of 2,000 bytes does where a file is recorded under its id.
+struct SameIDCase {
+  const char* name;
+  const char* id;
+  std::uint64_t size;
+  TransferOptions options;
+  FileRecord record;
+  Paths planned;
+};
+
+class SameIDTest : public testing::TestWithParam<SameIDCase> {};
+
+TEST_P(SameIDTest, fileOfAnotherSize_isAnotherPicture) {
+  const SameIDCase& row = GetParam();
+  DestinationMarker::Marker marker{{{1, "me", "", "", {}, {}, {row.record}}}};
+  const DestinationView destination{{{row.record.path, {1000, {}}}}, marker, "me"};
+  const auto group = groupOf("d", {assetOf(row.id, row.size)});
+  EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, row.options, destination)), row.planned);
+}
+
+FileRecord recordOfSize(const std::string& path, const std::string& id, std::uint64_t size) {
+  return {path, size, std::nullopt, id, std::nullopt};
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Records, SameIDTest,
+    testing::Values(
+        SameIDCase{"theSame", "A/1.HEIC", 2000, {}, recordOfSize("d/1.HEIC", "A/1.HEIC", 2000), {}},
+        SameIDCase{"otherSize",
+                   "A/1.HEIC",
+                   2000,
+                   {},
+                   recordOfSize("d/1.HEIC", "A/1.HEIC", 1000),
+                   {"d/1 (2).HEIC"}},
+        SameIDCase{"otherSizeUnderANumber",
+                   "A/1.HEIC",
+                   2000,
+                   {},
+                   recordOfSize("d/1 (2).HEIC", "A/1.HEIC", 1000),
+                   {"d/1.HEIC"}},
+        SameIDCase{
+            "sizeUnknown", "A/1.HEIC", 0, {}, recordOfSize("d/1.HEIC", "A/1.HEIC", 1000), {}},
+        SameIDCase{
+            "claimOfThisSize", "A/1.HEIC", 1000, {}, recordOfSize("d/1.HEIC", "A/1.HEIC", 0), {}},
+        SameIDCase{"claimOfAnotherSize",
+                   "A/1.HEIC",
+                   2000,
+                   {},
+                   recordOfSize("d/1.HEIC", "A/1.HEIC", 0),
+                   {"d/1 (2).HEIC"}},
+        SameIDCase{
+            "convertedStill", "A/1.HEIC", 2000, jpeg, recordOfSize("d/1.jpg", "A/1.HEIC", 700), {}},
+        SameIDCase{"stillCopiedAsItIs",
+                   "A/1.JPG",
+                   2000,
+                   jpeg,
+                   recordOfSize("d/1.jpg", "A/1.JPG", 700),
+                   {"d/1 (2).jpg"}},
+        SameIDCase{
+            "convertedVideo", "A/1.mp4", 2000, h264, recordOfSize("d/1.mp4", "A/1.mp4", 700), {}},
+        SameIDCase{"videoAsItIs",
+                   "A/1.mp4",
+                   2000,
+                   {},
+                   recordOfSize("d/1.mp4", "A/1.mp4", 700),
+                   {"d/1 (2).mp4"}}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(TransferPlanner, picturesOfSeveralCardsWithOneID_areEachKnownWhereTheyLie) {
+  const DestinationMarker::Marker marker{{{1,
+                                           "me",
+                                           "",
+                                           "",
+                                           {},
+                                           {},
+                                           {recordOfSize("d/1.HEIC", "A/1.HEIC", 1000),
+                                            recordOfSize("d/1 (2).HEIC", "A/1.HEIC", 2000)}}}};
+  const DestinationView destination{
+      {{"d/1.HEIC", {1000, {}}}, {"d/1 (2).HEIC", {2000, {}}}}, marker, "me"};
+  const auto planFor = [&](std::uint64_t size, bool onlyNew) {
+    return TransferPlanner::plan({groupOf("d", {assetOf("A/1.HEIC", size)})},
+                                 options([&](auto& o) { o.onlyNew = onlyNew; }), destination);
+  };
+  EXPECT_THAT(planFor(1000, true).knownPaths, ElementsAre("d/1.HEIC"));
+  EXPECT_THAT(planFor(2000, true).knownPaths, ElementsAre("d/1 (2).HEIC"));
+  EXPECT_THAT(pathsOf(planFor(1000, false)), ElementsAre("d/1.HEIC"));
+  EXPECT_THAT(pathsOf(planFor(2000, false)), ElementsAre("d/1 (2).HEIC"));
+  for (const bool onlyNew : {true, false}) {
+    EXPECT_THAT(pathsOf(planFor(3000, onlyNew)), ElementsAre("d/1 (3).HEIC"));
+  }
+}
+
+TEST(TransferPlanner, changedSidecar_isCopiedBesideThePictureThatIsThere) {
+  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.AAE", 77)});
+  const auto plan = TransferPlanner::plan(
+      {group}, {},
+      view({"d/IMG_1.HEIC", "d/IMG_1.AAE"},
+           {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC"), recordOf("d/IMG_1.AAE", "A/IMG_1.AAE")}));
+  EXPECT_THAT(pathsOf(plan), ElementsAre("d/IMG_1 (2).AAE"));
+  EXPECT_THAT(plan.knownPaths, ElementsAre("d/IMG_1.HEIC"));
+}
+
 TEST(TransferPlanner, onlyNewOff_plansEverything_butNeverOnAnothersPath) {
   const auto all = options([](auto& o) { o.onlyNew = false; });
   const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.MOV")});

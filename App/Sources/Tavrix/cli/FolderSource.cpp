@@ -65,6 +65,18 @@ void tellLeftOut(const CommandContext& context, const FolderCatalogue& catalogue
   tell(context, sentences::unreadableFiles, catalogue.unreadable);
 }
 
+/// Of two folders that differ by letter case alone, people take one for the other.
+void tellOtherMediaFolders(const CommandContext& context, const std::string& folder) {
+  const Language language = context.language();
+  const std::string& source = context.call.source();
+  if (folder == source) return;
+  for (const std::string& other : SourceFolder::otherCatalogueFolders(source)) {
+    context.surroundings.err.write(
+        "tavrix: " +
+        say(language, sentences::otherMediaFolder, cli::quoted(other), cli::quoted(folder)) + '\n');
+  }
+}
+
 /// The folders whose files nobody has seen.
 std::uint64_t unreadFolders(const FolderCatalogue& catalogue) {
   const auto count = std::count_if(
@@ -141,6 +153,7 @@ const std::optional<std::string>& cameraFolder(const CommandContext& context) {
 
 std::vector<SnapshotItem> readFolder(const CommandContext& context, const std::string& folder) {
   checkStateApart(context, folder);
+  tellOtherMediaFolders(context, folder);
   return readWithMetadata(context, SourceFolder::phoneKey(folder), folder,
                           [&](MetadataPass::Setup setup, const std::stop_token& stop) {
                             return FolderCatalogue::read(folder, std::move(setup), stop);

@@ -85,8 +85,8 @@ inline constexpr HelpText commonOptions{
   --help              эта справка
   --version           версия программы
 
-Завершение: 0 — всё сделано, 1 — часть файлов не удалась, 2 — ошибка в вызове,
-3 — не удалось начать или остановлено, 130 — прервано.
+Завершение: 0 — всё сделано, 1 — часть файлов не удалась или часть источника не прочитана,
+2 — ошибка в вызове, 3 — не удалось начать или остановлено, 130 — прервано.
 )",
     R"(
 Options of every command:
@@ -98,8 +98,8 @@ Options of every command:
   --help              this help
   --version           the program's version
 
-Exit status: 0 all done, 1 some files failed, 2 wrong call, 3 could not start or was stopped,
-130 interrupted.
+Exit status: 0 all done, 1 some files failed or a part of the source was not read, 2 wrong call,
+3 could not start or was stopped, 130 interrupted.
 )"};
 
 /// Introduces the list of keys of --set.

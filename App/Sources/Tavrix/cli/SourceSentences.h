@@ -32,6 +32,10 @@ inline constexpr Sentence<std::string, std::string> unreadableFiles{
     "Файлы не читаются ({}): {}; в каталоге они без даты съёмки и места. Проверьте права и диск.",
     "Files cannot be read ({}): {}; the catalogue lacks their capture date and place. Check "
     "permissions and the disk."};
+/// The folder, and the one that is the source.
+inline constexpr Sentence<std::string_view, std::string_view> otherMediaFolder{
+    "Папка «{}» не вошла, потому что источник — «{}»; для неё нужен отдельный вызов.",
+    "The folder “{}” is left out, for the source is “{}”; it takes a call of its own."};
 inline constexpr Sentence<> andOthers{"и другие", "and others"};
 
 // Reading.
@@ -56,6 +60,20 @@ inline constexpr Sentence<std::string> runWithUnreadFolders{
     "В источнике не прочитано: {}. Файлы оттуда не перенесены; проверьте права и диск и повторите.",
     "Not read in the source: {}. The files there were not transferred; check the permissions and "
     "the disk, and run it again."};
+
+// A card that the destination seems to know. How many files agree, of how many.
+inline constexpr Sentence<std::string_view, std::string, std::string> cardKnownByName{
+    "Похоже, эта карта уже переносилась сюда под именем «{0}»: совпадают {1} из {2}. Чтобы они не "
+    "копировались ещё раз, назовите её снова: --device-name «{0}».",
+    "This card seems to have been transferred here before as “{0}”: {1} of {2} agree. Lest they be "
+    "copied again, name it once more: --device-name “{0}”."};
+inline constexpr Sentence<std::string, std::string> cardKnownElsewhere{
+    "Похоже, эта карта уже переносилась сюда, но с другого пути: совпадают {} из {}. Карта "
+    "узнаётся по пути, поэтому они копируются ещё раз; если это лишнее, подключите её там же, где "
+    "раньше.",
+    "This card seems to have been transferred here before, from another path: {} of {} agree. A "
+    "card is known by its path, so they are copied again; if that is not wanted, mount it where it "
+    "was."};
 
 // The cache.
 inline constexpr Sentence<> noStateFolder{

@@ -4,6 +4,7 @@
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
 #include "cli/History.h"
+#include "cli/KnownCard.h"
 #include "cli/PhoneSource.h"
 #include "cli/PlaceNames.h"
 #include "cli/ProgressBar.h"
@@ -160,14 +161,16 @@ ExitStatus showPlan(const CommandContext& context) {
   const Library library = readLibrary(context, naming.get());
   const auto destination = Destination::openExisting(destinationPath(context));
   checkApart(context, destinationPath(context));
-  DestinationView view;
+  Destination::Content content;
+  const DestinationView& view = content.view;
   std::optional<std::uint64_t> freeBytes;
   if (destination != nullptr) {
-    view = Destination::read(*destination, phoneOf(context)).view;
+    content = Destination::read(*destination, phoneOf(context));
     freeBytes = destination->freeBytes();
     tellUnreadable(context, view);
   }
   const TransferPlan plan = makePlan(context, library, view);
+  tellKnownCard(context, content.marker, plan);
   const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
   context.printer.plan({library, plan, destinationPath(context), isFlat, freeBytes});
   return ExitStatus::done;
@@ -182,6 +185,7 @@ ExitStatus transfer(const CommandContext& context) {
   Destination::Content content = Destination::read(*destination, phoneOf(context));
   const TransferPlan plan = makePlan(context, library, content.view);
   tellUnreadable(context, content.view);
+  tellKnownCard(context, content.marker, plan);
   checkBeforeRun(context, plan, *destination);
   RunToRecord record = runToRecord(context, library, plan);
   record.placeNaming = naming.get();

@@ -167,9 +167,10 @@ TEST_F(AppModelRunTest, fullDisk_waitsForSpaceAndGoesOnByItself) {
   transfer();
   ASSERT_TRUE(isTransferring());
   ASSERT_TRUE(state().transferPausedReason);
-  EXPECT_EQ(*state().transferPausedReason,
-            "На диске нет места: нужно ещё 77\u00a0Б (свободно 3\u00a0Б). Освободите место — продолжу "
-            "сам.");
+  EXPECT_EQ(
+      *state().transferPausedReason,
+      "На диске нет места: нужно ещё 77\u00a0Б (свободно 3\u00a0Б). Освободите место — продолжу "
+      "сам.");
   checkWhole(4);
   EXPECT_TRUE(log.has("transfer paused: disk full (free 3)"));
   loop.advance(seconds{20});

@@ -16,11 +16,11 @@ class Walk : public ModelHarness {
 
   void step() {
     static const std::vector<void (Walk::*)()> actions{
-        &Walk::work,   &Walk::work,      &Walk::work,    &Walk::work,   &Walk::work,
-        &Walk::toggle, &Walk::chooseAll, &Walk::narrow,  &Walk::regroup, &Walk::layOut,
-        &Walk::merge,  &Walk::press,     &Walk::press,   &Walk::answer, &Walk::cancel,
-        &Walk::leave, &Walk::leave,  &Walk::cable,     &Walk::disk,    &Walk::shoot,  &Walk::lose,
-        &Walk::wait,   &Walk::settleAll, &Walk::settleAll};
+        &Walk::work,   &Walk::work,      &Walk::work,      &Walk::work,     &Walk::work,
+        &Walk::toggle, &Walk::chooseAll, &Walk::narrow,    &Walk::regroup,  &Walk::layOut,
+        &Walk::merge,  &Walk::press,     &Walk::press,     &Walk::answer,   &Walk::cancel,
+        &Walk::leave,  &Walk::leave,     &Walk::cable,     &Walk::disk,     &Walk::shoot,
+        &Walk::lose,   &Walk::wait,      &Walk::settleAll, &Walk::settleAll};
     (this->*actions[pick(actions.size())])();
     check();
   }
@@ -47,14 +47,21 @@ class Walk : public ModelHarness {
   int runs() const { return runs_; }
 
  private:
-  std::size_t pick(std::size_t count) { return std::uniform_int_distribution<std::size_t>{0, count - 1}(random_); }
+  std::size_t pick(std::size_t count) {
+    return std::uniform_int_distribution<std::size_t>{0, count - 1}(random_);
+  }
   bool coin() { return pick(2) == 0; }
 
   void work() {
     switch (pick(3)) {
-      case 0: loop.runOne(); break;
-      case 1: background.runOne(); break;
-      default: transferring.runOne();
+      case 0:
+        loop.runOne();
+        break;
+      case 1:
+        background.runOne();
+        break;
+      default:
+        transferring.runOne();
     }
   }
   void settleAll() { settle(); }
@@ -65,7 +72,7 @@ class Walk : public ModelHarness {
   void chooseAll() { coin() ? model->includeAll() : model->includeNone(); }
   void narrow() {
     const std::vector<NavSelection> selections{
-        nav_selection::All{}, nav_selection::All{}, nav_selection::Month{2026, 5},
+        nav_selection::All{},      nav_selection::All{},     nav_selection::Month{2026, 5},
         nav_selection::Year{2026}, nav_selection::NoPlace{}, nav_selection::Place{"Москва"}};
     coin() ? model->navigate(selections[pick(selections.size())])
            : model->search(coin() ? "" : "05");
@@ -73,10 +80,17 @@ class Walk : public ModelHarness {
   void regroup() {
     Settings settings = *state().settings;
     switch (pick(4)) {
-      case 0: settings.uiMode = static_cast<UIGroupingMode>(pick(4)); break;
-      case 1: settings.granularity = static_cast<UIGranularity>(pick(3)); break;
-      case 2: settings.includeVideos = !settings.includeVideos; break;
-      default: settings.skipOptimized = !settings.skipOptimized;
+      case 0:
+        settings.uiMode = static_cast<UIGroupingMode>(pick(4));
+        break;
+      case 1:
+        settings.granularity = static_cast<UIGranularity>(pick(3));
+        break;
+      case 2:
+        settings.includeVideos = !settings.includeVideos;
+        break;
+      default:
+        settings.skipOptimized = !settings.skipOptimized;
     }
     model->changeSettings(settings);
   }

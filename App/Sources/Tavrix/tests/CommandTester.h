@@ -1,8 +1,11 @@
 #pragma once
 
 #include <gmock/gmock.h>
+#include <sys/fsuid.h>
+#include <unistd.h>
 
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "cli/Commands.h"
@@ -32,6 +35,8 @@ struct CommandTester {
   Instant time{std::chrono::seconds{1779364800}};  // 2026-05-21T12:00:00Z
   bool isInterrupted = false;                      ///< as soon as a run begins
   std::function<void()> duringRun{};               ///< called as soon as a run begins
+  /// Called whenever the command asks for the time, which it does for each file that it reads.
+  std::function<void(std::stop_source&)> atClock{};
 
   /// Folder "phone" with a snapshot; its media hold each named file with `content`.
   void addPhone(const std::string& snapshot, const std::vector<std::string>& media = {},
@@ -71,7 +76,11 @@ struct CommandTester {
                                     .gazetteerPath = gazetteerPath,
                                     .outColumns = outColumns,
                                     .errColumns = errColumns,
-                                    .now = [&] { return time; },
+                                    .now =
+                                        [&] {
+                                          if (atClock) atClock(stop);
+                                          return time;
+                                        },
                                     .newID = [&] { return recordID(); },
                                     .catchInterrupts =
                                         [&] {
@@ -81,6 +90,30 @@ struct CommandTester {
                                         }};
     const ExitStatus status = runCommandLine(arguments, surroundings);
     return {status, out.text(), err.text()};
+  }
+
+  /// The same with the rights of an ordinary user, whom a folder of the tester's keeps out
+  /// meanwhile.
+  CommandResult runKeptOutOf(const std::string& closed,
+                             const std::vector<std::string>& arguments) const {
+    namespace fs = std::filesystem;
+    constexpr unsigned nobody = 65534;
+    const auto give = [](const std::string& path) {
+      EXPECT_TRUE(::geteuid() != 0 || ::lchown(path.c_str(), nobody, nobody) == 0) << path;
+    };
+    give(folder.path());
+    for (const auto& entry : fs::recursive_directory_iterator{folder.path()}) {
+      give(entry.path().string());
+    }
+    fs::permissions(folder / closed, fs::perms::none);
+    std::optional<CommandResult> result;
+    // The rights are those of a thread and of the threads that it makes.
+    std::thread{[&] {
+      if (::geteuid() == 0) ::setfsuid(nobody);
+      result = run(arguments);
+    }}.join();
+    fs::permissions(folder / closed, fs::perms::owner_all);
+    return *result;
   }
 };
 

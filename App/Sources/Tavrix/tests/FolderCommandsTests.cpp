@@ -1,5 +1,7 @@
 #include <fmt/format.h>
 
+#include <regex>
+
 #include "StateFolder.h"
 #include "cli/ReadingBar.h"
 #include "device/SourceFolder.h"
@@ -20,6 +22,11 @@ std::string still(const std::string& date) {
   Exif exif = capture(date, "+00:00");
   exif.gps = position("N", {41, 1, 54, 1, 0, 1}, "E", {12, 1, 30, 1, 0, 1});
   return jpeg(exifSegment(exif) + frame(4032, 3024));
+}
+
+std::string contentOf(const std::filesystem::path& path) {
+  std::ifstream file{path, std::ios::binary};
+  return std::string{std::istreambuf_iterator<char>{file}, {}};
 }
 
 /// A card: a shot with its sidecar, a film of the next day, a picture without a date.
@@ -94,8 +101,7 @@ TEST_F(FolderCommandsTest, transfer_copiesEveryFileAndThenHasNothingToDo) {
        std::filesystem::recursive_directory_iterator{tester.folder / "photos"}) {
     const std::string name = entry.path().filename().string();
     if (entry.is_regular_file() && !name.starts_with("phone-")) {
-      std::ifstream file{entry.path(), std::ios::binary};
-      copies[name] = std::string{std::istreambuf_iterator<char>{file}, {}};
+      copies[name] = contentOf(entry.path());
     }
   }
   EXPECT_EQ(copies.size(), 5U);
@@ -121,6 +127,36 @@ TEST_F(FolderCommandsTest, foldersOfTwoPhones_neverTakeEachOthersFiles) {
   EXPECT_THAT(run({"transfer", "phone", "photos"}).out, HasSubstr("nothing to do"));
 }
 
+TEST_F(FolderCommandsTest, anotherCardInThePlaceOfTheFirst_losesNoPicture) {
+  const auto copies = [&] {
+    std::map<std::string, std::string> found;
+    for (const auto& entry :
+         std::filesystem::recursive_directory_iterator{tester.folder / "photos"}) {
+      const std::string name = entry.path().filename().string();
+      if (name.ends_with(".JPG")) found[name] = contentOf(entry.path());
+    }
+    return found;
+  };
+  const std::string picture = "phone/DCIM/100APPLE/IMG_0001.JPG";
+  const std::string first = tester.folder.read(picture);
+  const std::string second = still("2026:05:20 13:00:00") + "of another card";
+  for (const std::string& content : {first, second, first, second}) {
+    tester.folder.write(picture, content);
+    EXPECT_EQ(run({"transfer", "phone", "photos"}).status, ExitStatus::done);
+  }
+  EXPECT_THAT(copies(), ElementsAre(testing::Pair("IMG_0001 (2).JPG", second),
+                                    testing::Pair("IMG_0001.JPG", first)));
+  // Both are remembered, each with its digest.
+  EXPECT_EQ(run({"verify", "photos"}).status, ExitStatus::done);
+  for (const std::string& content : {first, second}) {
+    tester.folder.write(picture, content);
+    EXPECT_THAT(run({"transfer", "phone", "photos"}).out, HasSubstr("nothing to do"));
+    EXPECT_EQ(run({"transfer", "phone", "photos", "--set", "onlyNew=false"}).status,
+              ExitStatus::done);
+  }
+  EXPECT_EQ(copies().size(), 2U);
+}
+
 TEST_F(FolderCommandsTest, secondLook_readsNothing) {
   EXPECT_THAT(run({"catalog", "phone", "--verbose"}).err,
               HasSubstr("metadata: cache hits 0, fetching 4\n"));
@@ -139,6 +175,36 @@ TEST_F(FolderCommandsTest, interrupt_keepsWhatWasRead) {
   EXPECT_EQ(result.status, ExitStatus::cancelled);
   EXPECT_EQ(result.out, "");
   EXPECT_THAT(result.err, HasSubstr("Reading was stopped."));
+}
+
+TEST_F(FolderCommandsTest, interruptWhileFilesAreRead_keepsThoseThatWere) {
+  for (int i = 0; i < 60; ++i) {
+    tester.folder.write(fmt::format("phone/DCIM/102APPLE/IMG_{:04}.JPG", i),
+                        still("2026:05:20 12:00:00"));
+  }
+  tester.errColumns = 100;
+  int looks = 0;
+  tester.atClock = [&](std::stop_source& stop) {
+    if (++looks == 30) stop.request_stop();
+  };
+  const auto stopped = run({"catalog", "phone", "--verbose"});
+  EXPECT_EQ(stopped.status, ExitStatus::cancelled);
+  EXPECT_EQ(stopped.out, "");
+  EXPECT_THAT(stopped.err, HasSubstr("Reading: 0 / 64 files"));
+  // The bar is wiped before anything else is said.
+  EXPECT_THAT(stopped.err, HasSubstr("\r\x1b[Ktavrix: Reading was stopped. What was read"));
+  EXPECT_THAT(stopped.err, HasSubstr("cache hits 0, fetching 64\n"));
+  tester.atClock = nullptr;
+  const auto resumed = run({"catalog", "phone", "--verbose"});
+  EXPECT_EQ(resumed.status, ExitStatus::done);
+  std::smatch counts;
+  const std::regex line{"cache hits (\\d+), fetching (\\d+)\n"};
+  ASSERT_TRUE(std::regex_search(resumed.err, counts, line)) << resumed.err;
+  EXPECT_GE(std::stoi(counts[1]), 25);
+  EXPECT_LE(std::stoi(counts[1]), 30);
+  EXPECT_EQ(std::stoi(counts[1]) + std::stoi(counts[2]), 64);
+  // What is known already needs no bar.
+  EXPECT_THAT(run({"catalog", "phone"}).err, Not(HasSubstr("Reading:")));
 }
 
 TEST_F(FolderCommandsTest, whatIsLeftOut_isToldOnStandardError) {
@@ -210,6 +276,58 @@ TEST_F(FolderCommandsTest, folderTooDeepToRead_isToldByEveryStatus) {
   const auto again = run({"transfer", "phone", "photos"});
   EXPECT_EQ(again.status, ExitStatus::someFailed);
   EXPECT_THAT(again.out, HasSubstr("Not read in the source: 1 folder."));
+}
+
+TEST_F(FolderCommandsTest, folderThatCannotBeOpened_isToldByEveryStatus) {
+  const auto copied =
+      tester.runKeptOutOf("phone/DCIM/101APPLE", {"transfer", "phone", "photos", "--lang", "en"});
+  EXPECT_EQ(copied.status, ExitStatus::someFailed);
+  EXPECT_THAT(copied.err, HasSubstr("Folders cannot be opened (1): 101APPLE; check"));
+  EXPECT_THAT(copied.out, HasSubstr("Not read in the source: 1 folder."));
+  const auto listed =
+      tester.runKeptOutOf("phone/DCIM/101APPLE", {"catalog", "phone", "--json", "--lang", "en"});
+  EXPECT_EQ(listed.status, ExitStatus::someFailed);
+  EXPECT_EQ(listed.json().asArray()->size(), 2U);
+  // Opened again, the rest comes after.
+  EXPECT_EQ(run({"transfer", "phone", "photos"}).status, ExitStatus::done);
+  EXPECT_THAT(run({"verify", "photos"}).out, HasSubstr("4"));
+}
+
+TEST_F(FolderCommandsTest, mediaFoldersThatDifferByCase_areNotTakenForOne) {
+  tester.folder.write("phone/dcim/100APPLE/IMG_0009.JPG", still("2026:05:20 12:00:00"));
+  const auto result = run({"catalog", "phone", "--json"});
+  EXPECT_EQ(result.status, ExitStatus::done);
+  EXPECT_EQ(result.json().asArray()->size(), 4U);
+  EXPECT_THAT(result.err, HasSubstr("/phone/dcim” is left out, for the source is"));
+  const auto other = run({"catalog", tester.folder / "phone/dcim", "--json"});
+  EXPECT_EQ(other.json().asArray()->size(), 1U);
+  EXPECT_EQ(other.err, "");
+}
+
+TEST_F(FolderCommandsTest, cardThatTheDestinationKnows_isSaidBeforeItIsCopiedAgain) {
+  run({"transfer", "phone", "photos"});
+  std::filesystem::create_directories(tester.folder / "other");
+  std::filesystem::copy(tester.folder / "phone", tester.folder / "other",
+                        std::filesystem::copy_options::recursive);
+  setDate("other/DCIM/101APPLE/IMG_0002.PNG");
+  for (const char* const command : {"plan", "transfer"}) {
+    EXPECT_THAT(run({command, "other", "photos"}).err,
+                HasSubstr("from another path: 4 of 4 files agree"))
+        << command;
+  }
+  // By now it is known by its own path.
+  EXPECT_EQ(run({"transfer", "other", "photos"}).err, "");
+
+  run({"transfer", "phone", "photos-2", "--device-name", "Card"});
+  EXPECT_THAT(run({"plan", "other", "photos-2"}).err, HasSubstr("--device-name “Card”"));
+  const auto named = run({"transfer", "other", "photos-2", "--device-name", "Card"});
+  EXPECT_EQ(named.err, "");
+  EXPECT_THAT(named.out, HasSubstr("nothing to do"));
+  // A card of which less than half is there is another one.
+  for (int i = 0; i < 5; ++i) {
+    tester.folder.write(fmt::format("other/DCIM/102APPLE/IMG_{}.JPG", i), "x");
+  }
+  EXPECT_EQ(run({"plan", "other", "photos-2"}).err, "");
 }
 
 TEST_F(FolderCommandsTest, folderThatIsNoSource_isSaidWithTheRemedy) {

@@ -1,8 +1,4 @@
-#include <sys/fsuid.h>
-#include <unistd.h>
-
 #include <map>
-#include <thread>
 
 #include "Destination.h"
 #include "foundation/Digest.h"
@@ -242,24 +238,7 @@ TEST_F(VerifyCommand, pathOverALink_hasOneReasonInBothForms) {
 /// With the rights of an ordinary user, whom a closed folder keeps out.
 struct ClosedFolder : VerifyCommand {
   CommandResult asUser(const std::vector<std::string>& arguments) const {
-    namespace fs = std::filesystem;
-    constexpr unsigned nobody = 65534;
-    const auto give = [](const std::string& path) {
-      EXPECT_TRUE(::geteuid() != 0 || ::lchown(path.c_str(), nobody, nobody) == 0) << path;
-    };
-    give(tester.folder.path());
-    for (const auto& entry : fs::recursive_directory_iterator{tester.folder.path()}) {
-      give(entry.path().string());
-    }
-    fs::permissions(inPhotos("2026-05-20"), fs::perms::none);
-    std::optional<CommandResult> result;
-    // The rights are those of a thread and of the threads that it makes.
-    std::thread{[&] {
-      if (::geteuid() == 0) ::setfsuid(nobody);
-      result = tester.run(arguments);
-    }}.join();
-    fs::permissions(inPhotos("2026-05-20"), fs::perms::owner_all);
-    return *result;
+    return tester.runKeptOutOf("photos/2026-05-20", arguments);
   }
 };
 

@@ -169,18 +169,14 @@ struct ModelHarness {
   bool isTransferring() const {
     return std::holds_alternative<app_phase::Transferring>(state().phase);
   }
-  const TransferReport& report() const {
-    return *std::get<app_phase::Done>(state().phase).report;
-  }
+  const TransferReport& report() const { return *std::get<app_phase::Done>(state().phase).report; }
   const TransferRecord& record() const { return records.at(state().lastRecordID.value()); }
 
   /// The pictures at the destination by path; fails for one whose bytes are not those of its phone.
   std::map<std::string, std::string> filesOnDisk() const {
     std::map<std::string, std::string> files;
-    for (const auto& entry :
-         std::filesystem::recursive_directory_iterator{destination.path()}) {
-      const std::string path =
-          std::filesystem::relative(entry.path(), destination.path()).string();
+    for (const auto& entry : std::filesystem::recursive_directory_iterator{destination.path()}) {
+      const std::string path = std::filesystem::relative(entry.path(), destination.path()).string();
       if (!entry.is_regular_file() || path.starts_with("phone-")) continue;
       files.emplace(path, destination.read(path));
     }

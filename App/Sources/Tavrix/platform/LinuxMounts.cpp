@@ -1,0 +1,24 @@
+#include <array>
+
+#include "Mounts.h"
+#include "foundation/files/FileError.h"
+#include "foundation/files/FileReader.h"
+
+namespace tavrix {
+
+std::vector<Mount> readMounts() {
+  constexpr std::size_t maxBytes = std::size_t{1} << 24U;
+  try {
+    const auto file = openFileForReading("/proc/self/mountinfo");
+    std::string text;
+    std::array<char, 65536> buffer;
+    for (std::size_t count = 0; text.size() < maxBytes && (count = file->read(buffer)) > 0;) {
+      text.append(buffer.data(), count);
+    }
+    return parseMounts(text);
+  } catch (const FileError&) {
+    return {};
+  }
+}
+
+}  // namespace tavrix
