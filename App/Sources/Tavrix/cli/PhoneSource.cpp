@@ -259,8 +259,12 @@ std::unique_ptr<MediaSource> openPhone(const CommandContext& context) {
   return std::make_unique<CameraMediaSource>(
       CameraMediaSource::Setup{.browser = browserOf(context),
                                .deviceID = chosenPhone(context).deviceID,
-                               .awaitPhone = [&context](PhoneError::Kind kind) { return awaitReturn(context, kind); },
-      .stop = context.surroundings.catchInterrupts()});
+                               .awaitPhone =
+                                   [&context](PhoneError::Kind kind) {
+                                     ++context.source.phoneWaits;
+                                     return awaitReturn(context, kind);
+                                   },
+                               .stop = context.surroundings.catchInterrupts()});
 }
 
 }  // namespace tavrix::cli

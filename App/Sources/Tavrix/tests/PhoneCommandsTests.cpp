@@ -130,6 +130,10 @@ TEST_F(PhoneCommandsTest, phonePulledInMidFile_isWaitedForAndNothingIsLost) {
     EXPECT_TRUE(hasBothPictures()) << place;
     EXPECT_THAT(result.err, HasSubstr("iPhone отключён. Подключите кабель — продолжу сам.\n"));
     EXPECT_THAT(result.err, HasSubstr("iPhone снова на связи — продолжаю.\n"));
+    const auto record = run({"history", tester.recordID().text(), "--json"});
+    const bool wasCopying = place > 1'000'000;
+    EXPECT_EQ(record.out.find("связь с iPhone пропадала 1 раз;") != std::string::npos, wasCopying)
+        << record.out;
     std::filesystem::remove_all(tester.folder / "photos");
   }
 }
