@@ -1,6 +1,6 @@
 // Measures the program beside yardsticks of the same machine, in turns within one run: machines are
 // shared and noisy, ratios are not. Arguments choose among: pipeline grouping only-new copying
-// verify history metadata places.
+// verify history metadata phone places.
 
 #include <fmt/format.h>
 
@@ -30,6 +30,7 @@ int main(int count, char** values) {
   if (isChosen("history")) tavrix::bench::benchHistory(folder + "/history");
   if (isChosen("places")) tavrix::bench::benchPlaces(folder);
   if (isChosen("metadata")) tavrix::bench::benchMetadata(folder + "/metadata");
+  if (isChosen("phone")) tavrix::bench::benchPhone(folder + "/phone");
   std::filesystem::remove_all(folder);
   return 0;
 }

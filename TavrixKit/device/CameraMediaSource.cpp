@@ -54,7 +54,7 @@ void CameraMediaSource::deliver(PhoneFile& file, Progress& progress,
 
 void CameraMediaSource::goOn(Progress& progress, DownloadDestination& destination) {
   const std::string& name = progress.name;
-  if (files_ == nullptr) files_ = Phones::openFiles(setup_.deviceID);
+  if (files_ == nullptr) files_ = setup_.browser.openFiles(setup_.deviceID, setup_.stop);
   const auto status = asSource(name, [&] { return files_->status(progress.path); });
   if (!progress.status) progress.status = status;
   if (*progress.status != status) throw SourceError{SourceError::Kind::changedWhileRead, name};
@@ -78,7 +78,8 @@ void CameraMediaSource::download(const MediaAsset& asset, DownloadDestination& d
       return goOn(progress, destination);
     } catch (const PhoneError& error) {
       files_.reset();
-      if (setup_.awaitPhone && setup_.awaitPhone(error.kind())) continue;
+      const bool isStopped = error.kind() == PhoneError::Kind::stopped;
+      if (!isStopped && setup_.awaitPhone && setup_.awaitPhone(error.kind())) continue;
       // Whoever does not want to wait any longer may have a reason of their own to end.
       destination.append({});
       throw SourceError{SourceError::Kind::disconnected, progress.name};

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -17,10 +18,13 @@ namespace tavrix {
 class CameraMediaSource : public MediaSource {
  public:
   struct Setup {
+    PhoneBrowser& browser;
     std::string deviceID;
     /// Called when there is no way to the phone; waits for it and gives whether it is worth trying
     /// again. Without one, its file fails.
     std::function<bool(PhoneError::Kind)> awaitPhone{};
+    /// When it is asked for, a call that waits for the phone ends.
+    std::stop_token stop{};
   };
 
   explicit CameraMediaSource(Setup setup) : setup_(std::move(setup)) {}

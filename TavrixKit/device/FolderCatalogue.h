@@ -32,6 +32,8 @@ struct FolderCatalogue {
   using ReadMetadata = std::function<MediaMetadata(const std::string& path, std::uint64_t size)>;
   static FolderCatalogue of(SourceFolder::Listing listing, MetadataPass::Setup setup,
                             const ReadMetadata& read, const std::stop_token& stop = {});
+
+  friend bool operator==(const FolderCatalogue&, const FolderCatalogue&) = default;
 };
 
 }  // namespace tavrix

@@ -137,7 +137,11 @@ void MetadataPass::remember(const SnapshotItem& item) {
 void MetadataPass::fetchOne(SnapshotItem& item, std::size_t index, const Fetch& fetch,
                             Result& result) {
   try {
-    if (isPicture(item)) item = withMetadata(std::move(item), fetch(index));
+    if (isPicture(item)) {
+      // Whoever fetches may look at the item: it is whole until that is done.
+      const MediaMetadata metadata = fetch(index);
+      item = withMetadata(std::move(item), metadata);
+    }
     remember(item);
   } catch (const FileError& error) {
     result.failures.push_back({index, error});

@@ -11,40 +11,63 @@ std::string pathOf(const std::string& folder) {
   return folder.empty() ? Phones::mediaFolder : Phones::mediaFolder + "/" + folder;
 }
 
-std::vector<FolderEntry> entriesOf(PhoneFiles& files, const std::string& folder) {
-  std::vector<FolderEntry> entries;
-  for (std::string& name : files.names(folder)) {
+/// Lists a phone's folder of pictures.
+class PhoneLister {
+ public:
+  PhoneLister(PhoneFiles& files, const std::stop_token& stop,
+              const std::function<void(std::uint64_t)>& found)
+      : files_(files), stop_(stop), found_(found) {}
+
+  SourceFolder::Listing list() {
     try {
-      const FileStatus status = files.status(folder + "/" + name);
-      entries.push_back({std::move(name), status});
+      return SourceFolder::list(
+          [this](const std::string& folder) { return entriesOf(pathOf(folder)); }, stop_);
     } catch (const FileError& error) {
-      // What is gone between the listing and here was not there.
       if (error.code() != ENOENT) throw;
+      return {};
     }
   }
-  files.confirmPresence();
-  return entries;
-}
 
-SourceFolder::Listing listingOf(PhoneFiles& files, const std::stop_token& stop) {
-  try {
-    return SourceFolder::list(
-        [&](const std::string& folder) { return entriesOf(files, pathOf(folder)); }, stop);
-  } catch (const FileError& error) {
-    if (error.code() != ENOENT) throw;
-    return {};
+ private:
+  std::vector<FolderEntry> entriesOf(const std::string& folder) {
+    std::vector<FolderEntry> entries;
+    for (std::string& name : files_.names(folder)) {
+      if (stop_.stop_requested()) throw PhoneError{PhoneError::Kind::stopped};
+      try {
+        const FileStatus status = files_.status(folder + "/" + name);
+        entries.push_back({std::move(name), status});
+        count(status);
+      } catch (const FileError& error) {
+        // What is gone between the listing and here was not there.
+        if (error.code() != ENOENT) throw;
+      }
+    }
+    files_.confirmPresence();
+    return entries;
   }
-}
+
+  void count(const FileStatus& status) {
+    if (status.type != FileStatus::Type::file) return;
+    ++count_;
+    if (found_) found_(count_);
+  }
+
+  PhoneFiles& files_;
+  const std::stop_token& stop_;
+  const std::function<void(std::uint64_t)>& found_;
+  std::uint64_t count_ = 0;
+};
 
 }  // namespace
 
 FolderCatalogue PhoneCatalogue::read(PhoneFiles& files, MetadataPass::Setup setup,
-                                     const std::stop_token& stop) {
+                                     const std::stop_token& stop,
+                                     const std::function<void(std::uint64_t)>& found) {
   std::stop_source pass;
   const std::stop_callback link{stop, [&] { pass.request_stop(); }};
   std::optional<PhoneError> lost;
   FolderCatalogue catalogue = FolderCatalogue::of(
-      listingOf(files, stop), std::move(setup),
+      PhoneLister{files, stop, found}.list(), std::move(setup),
       [&](const std::string& path, std::uint64_t size) {
         try {
           const auto file = files.open(pathOf(path), size, true);
@@ -60,7 +83,8 @@ FolderCatalogue PhoneCatalogue::read(PhoneFiles& files, MetadataPass::Setup setu
         }
       },
       pass.get_token());
-  if (lost) throw *lost;
+  if (lost && lost->kind() != PhoneError::Kind::stopped) throw *lost;
+  if (lost) catalogue.isComplete = false;
   return catalogue;
 }
 

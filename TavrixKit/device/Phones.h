@@ -1,9 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <exception>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "device/RangedReader.h"
@@ -18,6 +21,7 @@ enum class PhoneState {
   trustPending,  ///< its question whether to trust this computer is to be answered
   trustDenied,   ///< the answer was no; it asks again when it is plugged in anew
   unreachable,   ///< it does not answer as phones do, or is on its way off the cable
+  silent,        ///< it was asked, and no answer came for long
 };
 /// The case names.
 std::string_view textOf(PhoneState state);
@@ -43,6 +47,8 @@ class PhoneError : public std::exception {
     trustPending,
     trustDenied,
     unreachable,
+    silent,   ///< it is on the cable and did not answer for long
+    stopped,  ///< whoever asked wants no answer any more
   };
   explicit PhoneError(Kind kind) : kind_(kind) {}
   Kind kind() const { return kind_; }
@@ -65,8 +71,9 @@ class PhoneFile : public RangedReader {
 };
 
 /// The files of one phone. Paths begin with "/". Everything throws FileError for what the phone
-/// refuses and PhoneError (gone) when there is no phone any more. Not to be used by two threads at
-/// once, and to outlive its files.
+/// refuses and PhoneError when there is no phone any more (gone), it does not answer (silent) or
+/// the asking was stopped (stopped). Not to be used by two threads at once, and to outlive its
+/// files.
 class PhoneFiles {
  public:
   virtual ~PhoneFiles() = default;
@@ -81,14 +88,34 @@ class PhoneFiles {
                                           bool readsAhead) = 0;
 };
 
-/// The phones that the system hands over. Safe to call from several threads.
+/// The phones that the system hands over. Safe to call from several threads. Every call ends: when
+/// a phone does not answer for long, and soon after `stop` is asked for.
+class PhoneBrowser {
+ public:
+  virtual ~PhoneBrowser() = default;
+
+  /// Those on the cable, in the order in which the system has them; no phone is asked. Throws
+  /// PhoneError (noService, stopped).
+  virtual std::vector<std::string> deviceIDs(const std::stop_token& stop) = 0;
+  /// What a phone tells; one that does not know this computer is asked whether to trust it. Throws
+  /// PhoneError (stopped).
+  virtual PhoneOnCable describe(const std::string& deviceID, const std::stop_token& stop) = 0;
+  /// The files of the phone with a device identifier; they keep the token. Throws PhoneError.
+  virtual std::unique_ptr<PhoneFiles> openFiles(const std::string& deviceID,
+                                                const std::stop_token& stop) = 0;
+};
+
 namespace Phones {
 
-/// Those on the cable, in the order in which the system has them; asks each for what it tells, and
-/// one that does not know this computer whether to trust it. Throws PhoneError (noService).
-std::vector<PhoneOnCable> list();
-/// The files of the phone with a device identifier. Throws PhoneError.
-std::unique_ptr<PhoneFiles> openFiles(const std::string& deviceID);
+/// How long a phone may take for an answer. The library behind gives up after 10 s by itself, and
+/// then says that the phone is gone.
+inline constexpr std::chrono::milliseconds patience{8000};
+
+/// The phones of this machine.
+std::unique_ptr<PhoneBrowser> openBrowser(std::chrono::milliseconds patience = Phones::patience);
+
+/// All on the cable with what they tell. Throws PhoneError (noService, stopped).
+std::vector<PhoneOnCable> list(PhoneBrowser& browser, const std::stop_token& stop = {});
 
 /// The folder with a phone's pictures.
 inline const std::string mediaFolder = "/DCIM";

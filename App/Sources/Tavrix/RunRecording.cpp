@@ -99,6 +99,10 @@ std::vector<std::string> notesOf(const RunToRecord& run) {
     notes.push_back(say(language, sentences::noteInterrupted,
                         sentences::systemErrorText(language, outcome.interruption->code())));
   }
+  if (outcome.phoneWaits > 0) {
+    notes.push_back(say(language, sentences::notePhoneWaits,
+                        counted(language, outcome.phoneWaits, sentences::times)));
+  }
   if (outcome.unreadFolders > 0) {
     notes.push_back(say(language, sentences::noteUnreadFolders,
                         counted(language, outcome.unreadFolders, sentences::folders)));

@@ -27,4 +27,10 @@ inline constexpr Sentence<std::string> noteUnreadFolders{
     "В источнике не прочитано: {}; файлы оттуда не перенесены.",
     "Not read in the source: {}; the files there were not transferred."};
 
+inline constexpr CountedNoun times{"раз", "раза", "раз", "time", "times"};
+/// How many times.
+inline constexpr Sentence<std::string> notePhoneWaits{
+    "Во время переноса связь с iPhone пропадала {}; перенос её ждал.",
+    "During the transfer the iPhone was out of reach {}; the transfer waited for it."};
+
 }  // namespace tavrix::sentences

@@ -21,6 +21,8 @@ struct TransferOutcome {
   TransferRecord::Status status = TransferRecord::Status::completed;
   /// Folders of the source whose files nobody could list.
   std::uint64_t unreadFolders = 0;
+  /// How often the run waited for a phone that was out of reach.
+  std::uint64_t phoneWaits = 0;
   TransferReport report;  ///< of what got through, however the run ended
   /// What ended an `interrupted` run.
   std::optional<FileError> interruption;

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <map>
 
+#include "device/PatientThread.h"
 #include "foundation/files/FileError.h"
 
 namespace tavrix {
@@ -71,18 +72,110 @@ Instant instantOf(std::int64_t nanoseconds) {
       std::chrono::sys_time<std::chrono::nanoseconds>{std::chrono::nanoseconds{nanoseconds}});
 }
 
-class AfcFile : public PhoneFile {
+/// The way to one phone: the library waits as long as it likes, on a thread of its own, while we
+/// wait only so long.
+class Line {
  public:
-  AfcFile(afc_client_t client, std::uint64_t handle, std::string path, std::uint64_t size,
-          bool readsAhead)
-      : client_(client),
+  Line(std::shared_ptr<afc_client_private> client, std::chrono::milliseconds patience,
+       const std::stop_token& stop)
+      : client_(std::move(client)), thread_(patience), stop_(stop) {}
+  ~Line() {
+    thread_.finish([client = std::move(client_)] {});
+  }
+  Line(const Line&) = delete;
+  Line& operator=(const Line&) = delete;
+
+  /// Makes calls of the library with the connection. What `work` uses must belong to it.
+  template <typename Work>
+  auto call(Work work) {
+    auto answer = thread_.ask(
+        [client = client_, work = std::move(work)] {
+          const BrokenPipeGuard guard;
+          return work(client.get());
+        },
+        stop_);
+    if (answer.outcome == PatientThread::Outcome::stopped) {
+      throw PhoneError{PhoneError::Kind::stopped};
+    }
+    if (answer.outcome == PatientThread::Outcome::late) throw PhoneError{PhoneError::Kind::silent};
+    return *std::move(answer.result);
+  }
+
+ private:
+  std::shared_ptr<afc_client_private> client_;
+  PatientThread thread_;
+  std::stop_token stop_;
+};
+
+/// For calls without a result.
+struct Done {};
+
+constexpr std::size_t largestRead = 1024 * 1024;
+
+/// Reads up to a number of bytes, in pieces; `place` is where the phone reads from now.
+struct Piece {
+  std::shared_ptr<std::vector<char>> bytes;
+  std::uint64_t handle = 0;
+  std::string path;
+  std::uint64_t fileSize = 0;
+  std::uint64_t place = 0;
+  std::uint64_t offset = 0;
+  std::size_t wanted = 0;
+
+  /// Gives how many bytes there were.
+  std::size_t read(afc_client_t client) const {
+    if (offset != place) {
+      check(client, afc_file_seek(client, handle, static_cast<std::int64_t>(offset), SEEK_SET),
+            FileOperation::read, path);
+    }
+    if (bytes->size() < wanted) bytes->resize(wanted);
+    std::size_t done = 0;
+    while (done < wanted) {
+      const std::size_t size = std::min(wanted - done, largestRead);
+      std::uint32_t count = 0;
+      check(client,
+            afc_file_read(client, handle, bytes->data() + done, static_cast<std::uint32_t>(size),
+                          &count),
+            FileOperation::read, path);
+      if (count == 0 || count > size) break;
+      done += count;
+      // Asking again at the end of the file would cost a call for nothing.
+      if (offset + done >= fileSize) break;
+    }
+    return done;
+  }
+};
+
+class AfcFile : public PhoneFile {
+  /// With the phone, its file is closed.
+  template <typename Work>
+  auto ask(Work work) {
+    try {
+      return line_.call(std::move(work));
+    } catch (const PhoneError&) {
+      isOpen_ = false;
+      throw;
+    }
+  }
+
+ public:
+  AfcFile(Line& line, std::uint64_t handle, std::string path, std::uint64_t size, bool readsAhead)
+      : line_(line),
         handle_(handle),
         path_(std::move(path)),
         size_(size),
         readsAhead_(readsAhead) {}
   ~AfcFile() override {
-    const BrokenPipeGuard guard;
-    if (isOpen_) afc_file_close(client_, handle_);
+    if (!isOpen_) return;
+    try {
+      line_.call([handle = handle_](afc_client_t client) {
+        afc_file_close(client, handle);
+        return Done{};
+      });
+    } catch (const PhoneError&) {
+      // With the phone, the file is closed.
+      isOpen_ = false;
+    }
   }
 
   std::uint64_t size() const override { return size_; }
@@ -102,149 +195,136 @@ class AfcFile : public PhoneFile {
   }
 
   void close() override {
-    const BrokenPipeGuard guard;
     isOpen_ = false;
-    checked(afc_file_close(client_, handle_));
+    line_.call([handle = handle_, path = path_](afc_client_t client) {
+      check(client, afc_file_close(client, handle), FileOperation::read, path);
+      return Done{};
+    });
   }
 
   void confirmPosition(std::uint64_t position) override {
-    const BrokenPipeGuard guard;
-    std::uint64_t actual = 0;
-    checked(afc_file_tell(client_, handle_, &actual));
-    if (actual == position) return;
-    checkPresence(client_);
-    throw FileError{FileOperation::read, path_, EIO};
+    ask([handle = handle_, path = path_, position](afc_client_t client) {
+      std::uint64_t actual = 0;
+      check(client, afc_file_tell(client, handle, &actual), FileOperation::read, path);
+      if (actual == position) return Done{};
+      checkPresence(client);
+      throw FileError{FileOperation::read, path, EIO};
+    });
   }
 
  private:
   /// Pictures have what is looked for in their first tens of kilobytes.
   static constexpr std::uint64_t aheadBytes = 64 * 1024;
-  static constexpr std::size_t largestRead = 1024 * 1024;
-
-  void checked(afc_error_t error) {
-    try {
-      check(client_, error, FileOperation::read, path_);
-    } catch (const PhoneError&) {
-      isOpen_ = false;
-      throw;
-    }
-  }
 
   std::size_t readDirectly(std::uint64_t offset, std::span<char> buffer) {
-    const BrokenPipeGuard guard;
-    if (offset != position_) {
-      checked(afc_file_seek(client_, handle_, static_cast<std::int64_t>(offset), SEEK_SET));
-      position_ = offset;
-    }
-    std::size_t done = 0;
-    while (done < buffer.size()) {
-      const std::size_t wanted = std::min(buffer.size() - done, largestRead);
-      std::uint32_t count = 0;
-      checked(afc_file_read(client_, handle_, buffer.data() + done,
-                            static_cast<std::uint32_t>(wanted), &count));
-      if (count == 0 || count > wanted) break;
-      done += count;
-      position_ += count;
-      // Asking again at the end of the file would cost a call for nothing.
-      if (position_ >= size_) break;
-    }
-    return done;
+    const Piece piece{bytes_, handle_, path_, size_, position_, offset, buffer.size()};
+    const std::size_t count = ask([piece](afc_client_t client) { return piece.read(client); });
+    std::memcpy(buffer.data(), bytes_->data(), count);
+    position_ = offset + count;
+    return count;
   }
 
-  afc_client_t client_;
+  Line& line_;
   std::uint64_t handle_;
   std::string path_;
   std::uint64_t size_;
   bool readsAhead_;
   bool isOpen_ = true;
   std::uint64_t position_ = 0;
+  std::shared_ptr<std::vector<char>> bytes_ = std::make_shared<std::vector<char>>();
   std::string window_;
   std::uint64_t windowBegin_ = 0;
 };
 
+FileStatus::Type typeOf(const std::string& text) {
+  if (text == "S_IFREG") return FileStatus::Type::file;
+  if (text == "S_IFDIR") return FileStatus::Type::folder;
+  return text == "S_IFLNK" ? FileStatus::Type::link : FileStatus::Type::other;
+}
+
+/// Names and values in turn.
+std::map<std::string, std::string> infoOf(afc_client_t client, const std::string& path) {
+  char** raw = nullptr;
+  const afc_error_t error = afc_get_file_info(client, path.c_str(), &raw);
+  const TextList list{raw};
+  check(client, error, FileOperation::status, path);
+  std::map<std::string, std::string> fields;
+  for (char** pair = raw; pair != nullptr && pair[0] != nullptr && pair[1] != nullptr; pair += 2) {
+    fields[pair[0]] = pair[1];
+  }
+  return fields;
+}
+
+FileStatus statusOf(afc_client_t client, const std::string& path) {
+  const auto fields = infoOf(client, path);
+  if (!fields.contains("st_size") || !fields.contains("st_ifmt")) checkPresence(client);
+  const auto field = [&](const char* name) {
+    const auto found = fields.find(name);
+    return found == fields.end() ? std::string{} : found->second;
+  };
+  FileStatus status;
+  status.type = typeOf(field("st_ifmt"));
+  status.size = static_cast<std::uint64_t>(std::max<std::int64_t>(0, numberOf(field("st_size"))));
+  const std::int64_t created = numberOf(field("st_birthtime"));
+  status.modified = instantOf(created > 0 ? created : numberOf(field("st_mtime")));
+  return status;
+}
+
+std::vector<std::string> namesIn(afc_client_t client, const std::string& folder) {
+  char** raw = nullptr;
+  const afc_error_t error = afc_read_directory(client, folder.c_str(), &raw);
+  const TextList list{raw};
+  check(client, error, FileOperation::list, folder);
+  checkPresence(client);
+  std::vector<std::string> names;
+  for (char** name = raw; name != nullptr && *name != nullptr; ++name) {
+    const std::string_view text = *name;
+    const bool isPart = text.find('/') == std::string_view::npos && !text.empty();
+    if (isPart && text != "." && text != "..") names.emplace_back(text);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
 class AfcPhoneFiles : public PhoneFiles {
  public:
-  explicit AfcPhoneFiles(FilesHandle client) : client_(std::move(client)) {}
-  ~AfcPhoneFiles() override {
-    const BrokenPipeGuard guard;
-    client_.reset();
-  }
+  AfcPhoneFiles(std::shared_ptr<afc_client_private> client, std::chrono::milliseconds patience,
+                const std::stop_token& stop)
+      : line_(std::move(client), patience, stop) {}
 
   void confirmPresence() override {
-    const BrokenPipeGuard guard;
-    checkPresence(client_.get());
+    line_.call([](afc_client_t client) {
+      checkPresence(client);
+      return Done{};
+    });
   }
-
   std::vector<std::string> names(const std::string& folder) override {
-    const BrokenPipeGuard guard;
-    char** raw = nullptr;
-    const afc_error_t error = afc_read_directory(client_.get(), folder.c_str(), &raw);
-    const TextList list{raw};
-    check(client_.get(), error, FileOperation::list, folder);
-    checkPresence(client_.get());
-    std::vector<std::string> names;
-    for (char** name = raw; name != nullptr && *name != nullptr; ++name) {
-      const std::string_view text = *name;
-      const bool isPart = text.find('/') == std::string_view::npos && !text.empty();
-      if (isPart && text != "." && text != "..") names.emplace_back(text);
-    }
-    std::sort(names.begin(), names.end());
-    return names;
+    return line_.call([folder](afc_client_t client) { return namesIn(client, folder); });
   }
-
   FileStatus status(const std::string& path) override {
-    const auto fields = infoOf(path);
-    if (!fields.contains("st_size") || !fields.contains("st_ifmt")) checkPresence(client_.get());
-    const auto field = [&](const char* name) {
-      const auto found = fields.find(name);
-      return found == fields.end() ? std::string{} : found->second;
-    };
-    FileStatus status;
-    status.type = typeOf(field("st_ifmt"));
-    status.size = static_cast<std::uint64_t>(std::max<std::int64_t>(0, numberOf(field("st_size"))));
-    const std::int64_t created = numberOf(field("st_birthtime"));
-    status.modified = instantOf(created > 0 ? created : numberOf(field("st_mtime")));
-    return status;
+    return line_.call([path](afc_client_t client) { return statusOf(client, path); });
   }
-
   std::unique_ptr<PhoneFile> open(const std::string& path, std::uint64_t size,
                                   bool readsAhead) override {
-    const BrokenPipeGuard guard;
-    std::uint64_t handle = 0;
-    check(client_.get(), afc_file_open(client_.get(), path.c_str(), AFC_FOPEN_RDONLY, &handle),
-          FileOperation::open, path);
-    return std::make_unique<AfcFile>(client_.get(), handle, path, size, readsAhead);
+    const std::uint64_t handle = line_.call([path](afc_client_t client) {
+      std::uint64_t opened = 0;
+      check(client, afc_file_open(client, path.c_str(), AFC_FOPEN_RDONLY, &opened),
+            FileOperation::open, path);
+      return opened;
+    });
+    return std::make_unique<AfcFile>(line_, handle, path, size, readsAhead);
   }
 
  private:
-  static FileStatus::Type typeOf(const std::string& text) {
-    if (text == "S_IFREG") return FileStatus::Type::file;
-    if (text == "S_IFDIR") return FileStatus::Type::folder;
-    return text == "S_IFLNK" ? FileStatus::Type::link : FileStatus::Type::other;
-  }
-
-  /// Names and values in turn.
-  std::map<std::string, std::string> infoOf(const std::string& path) {
-    const BrokenPipeGuard guard;
-    char** raw = nullptr;
-    const afc_error_t error = afc_get_file_info(client_.get(), path.c_str(), &raw);
-    const TextList list{raw};
-    check(client_.get(), error, FileOperation::status, path);
-    std::map<std::string, std::string> fields;
-    for (char** pair = raw; pair != nullptr && pair[0] != nullptr && pair[1] != nullptr;
-         pair += 2) {
-      fields[pair[0]] = pair[1];
-    }
-    return fields;
-  }
-
-  FilesHandle client_;
+  Line line_;
 };
 
 }  // namespace
 
-std::unique_ptr<PhoneFiles> afcPhoneFiles(FilesHandle client) {
-  return std::make_unique<AfcPhoneFiles>(std::move(client));
+std::unique_ptr<PhoneFiles> afcPhoneFiles(std::shared_ptr<afc_client_private> client,
+                                          std::chrono::milliseconds patience,
+                                          const std::stop_token& stop) {
+  return std::make_unique<AfcPhoneFiles>(std::move(client), patience, stop);
 }
 
 }  // namespace tavrix

@@ -10,23 +10,6 @@
 
 namespace tavrix {
 
-/// The library's objects, each freed in its way. It gives null where it has nothing.
-template <typename Object, auto release>
-struct ReleaseHandle {
-  void operator()(Object* object) const { release(object); }
-};
-using DeviceHandle = std::unique_ptr<idevice_private, ReleaseHandle<idevice_private, idevice_free>>;
-using LockdownHandle =
-    std::unique_ptr<lockdownd_client_private,
-                    ReleaseHandle<lockdownd_client_private, lockdownd_client_free>>;
-using ServiceHandle =
-    std::unique_ptr<lockdownd_service_descriptor,
-                    ReleaseHandle<lockdownd_service_descriptor, lockdownd_service_descriptor_free>>;
-using FilesHandle =
-    std::unique_ptr<afc_client_private, ReleaseHandle<afc_client_private, afc_client_free>>;
-using TextList = std::unique_ptr<char*, ReleaseHandle<char*, afc_dictionary_free>>;
-using PropertyNode = std::unique_ptr<void, ReleaseHandle<void, plist_free>>;
-
 /// While it lives, a write to a phone that has left fails instead of ending the program: the
 /// library writes to encrypted connections without asking for that.
 class BrokenPipeGuard {
@@ -55,5 +38,26 @@ class BrokenPipeGuard {
   sigset_t before_{};
   bool wasPending_ = false;
 };
+
+/// The library's objects, each freed in its way, which may tell the phone. It gives null where it
+/// has nothing.
+template <typename Object, auto release>
+struct ReleaseHandle {
+  void operator()(Object* object) const {
+    const BrokenPipeGuard guard;
+    release(object);
+  }
+};
+using DeviceHandle = std::unique_ptr<idevice_private, ReleaseHandle<idevice_private, idevice_free>>;
+using LockdownHandle =
+    std::unique_ptr<lockdownd_client_private,
+                    ReleaseHandle<lockdownd_client_private, lockdownd_client_free>>;
+using ServiceHandle =
+    std::unique_ptr<lockdownd_service_descriptor,
+                    ReleaseHandle<lockdownd_service_descriptor, lockdownd_service_descriptor_free>>;
+using FilesHandle =
+    std::unique_ptr<afc_client_private, ReleaseHandle<afc_client_private, afc_client_free>>;
+using TextList = std::unique_ptr<char*, ReleaseHandle<char*, afc_dictionary_free>>;
+using PropertyNode = std::unique_ptr<void, ReleaseHandle<void, plist_free>>;
 
 }  // namespace tavrix

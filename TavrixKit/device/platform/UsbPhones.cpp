@@ -1,5 +1,8 @@
 #include <array>
+#include <map>
+#include <mutex>
 
+#include "device/PatientThread.h"
 #include "device/Phones.h"
 #include "device/platform/AfcPhoneFiles.h"
 #include "device/platform/PhoneLibrary.h"
@@ -108,7 +111,7 @@ class Conversation {
   lockdownd_error_t error_ = LOCKDOWN_E_UNKNOWN_ERROR;
 };
 
-PhoneOnCable describe(const std::string& deviceID) {
+PhoneOnCable tellOf(const std::string& deviceID) {
   PhoneOnCable phone;
   phone.deviceID = deviceID;
   try {
@@ -123,36 +126,106 @@ PhoneOnCable describe(const std::string& deviceID) {
   return phone;
 }
 
-}  // namespace
-
-std::string_view textOf(PhoneState state) {
-  constexpr std::array<std::string_view, 5> texts{"ready", "locked", "trustPending", "trustDenied",
-                                                  "unreachable"};
-  return texts.at(static_cast<std::size_t>(state));
-}
-
-std::vector<PhoneOnCable> Phones::list() {
-  const BrokenPipeGuard guard;
+std::vector<std::string> listDeviceIDs() {
   char** raw = nullptr;
   int count = 0;
   if (idevice_get_device_list(&raw, &count) != IDEVICE_E_SUCCESS) {
     throw PhoneError{PhoneError::Kind::noService};
   }
-  std::vector<PhoneOnCable> phones;
-  for (int i = 0; raw != nullptr && i < count; ++i) phones.push_back(describe(raw[i]));
+  std::vector<std::string> ids;
+  for (int i = 0; raw != nullptr && i < count; ++i) ids.emplace_back(raw[i]);
   if (raw != nullptr) idevice_device_list_free(raw);
-  return phones;
+  return ids;
 }
 
-std::unique_ptr<PhoneFiles> Phones::openFiles(const std::string& deviceID) {
-  const BrokenPipeGuard guard;
+std::shared_ptr<afc_client_private> connectToFiles(const std::string& deviceID) {
   const Conversation conversation{deviceID};
   if (conversation.state() != PhoneState::ready) throw PhoneError{errorOf(conversation.state())};
   afc_client_t client = nullptr;
   if (afc_client_new(conversation.device(), conversation.service(), &client) != AFC_E_SUCCESS) {
     throw PhoneError{PhoneError::Kind::unreachable};
   }
-  return afcPhoneFiles(FilesHandle{client});
+  return FilesHandle{client};
+}
+
+class UsbPhoneBrowser : public PhoneBrowser {
+ public:
+  explicit UsbPhoneBrowser(std::chrono::milliseconds patience) : patience_(patience) {}
+
+  std::vector<std::string> deviceIDs(const std::stop_token& stop) override {
+    auto ids = ask("", stop, [] { return listDeviceIDs(); });
+    if (!ids) throw PhoneError{PhoneError::Kind::noService};
+    return *std::move(ids);
+  }
+  PhoneOnCable describe(const std::string& deviceID, const std::stop_token& stop) override {
+    auto phone = ask("describe " + deviceID, stop, [deviceID] { return tellOf(deviceID); });
+    if (phone) return *std::move(phone);
+    PhoneOnCable silent;
+    silent.deviceID = deviceID;
+    silent.state = PhoneState::silent;
+    return silent;
+  }
+  std::unique_ptr<PhoneFiles> openFiles(const std::string& deviceID,
+                                        const std::stop_token& stop) override {
+    auto client = ask("open " + deviceID, stop, [deviceID] { return connectToFiles(deviceID); });
+    if (!client) throw PhoneError{PhoneError::Kind::silent};
+    return afcPhoneFiles(*std::move(client), patience_, stop);
+  }
+
+ private:
+  /// Nothing when no answer came. While an earlier question of the same kind stands unanswered, no
+  /// other is asked: a phone that is silent for long costs one thread.
+  template <typename Work>
+  auto ask(const std::string& question, const std::stop_token& stop, Work work)
+      -> std::optional<decltype(work())> {
+    if (isUnanswered(question)) return std::nullopt;
+    auto thread = std::make_unique<PatientThread>(patience_);
+    auto answer = thread->ask(
+        [work = std::move(work)] {
+          const BrokenPipeGuard guard;
+          return work();
+        },
+        stop);
+    if (answer.outcome != PatientThread::Outcome::done) {
+      const std::lock_guard lock{mutex_};
+      unanswered_[question] = std::move(thread);
+    }
+    if (answer.outcome == PatientThread::Outcome::stopped) {
+      throw PhoneError{PhoneError::Kind::stopped};
+    }
+    return std::move(answer.result);
+  }
+  bool isUnanswered(const std::string& question) {
+    const std::lock_guard lock{mutex_};
+    const auto found = unanswered_.find(question);
+    if (found == unanswered_.end()) return false;
+    if (found->second->isBusy()) return true;
+    unanswered_.erase(found);
+    return false;
+  }
+
+  std::chrono::milliseconds patience_;
+  std::mutex mutex_;
+  std::map<std::string, std::unique_ptr<PatientThread>> unanswered_;
+};
+
+}  // namespace
+
+std::string_view textOf(PhoneState state) {
+  constexpr std::array<std::string_view, 6> texts{"ready",       "locked",      "trustPending",
+                                                  "trustDenied", "unreachable", "silent"};
+  return texts.at(static_cast<std::size_t>(state));
+}
+
+std::unique_ptr<PhoneBrowser> Phones::openBrowser(std::chrono::milliseconds patience) {
+  return std::make_unique<UsbPhoneBrowser>(patience);
+}
+
+std::vector<PhoneOnCable> Phones::list(PhoneBrowser& browser, const std::stop_token& stop) {
+  std::vector<PhoneOnCable> phones;
+  for (const std::string& id : browser.deviceIDs(stop))
+    phones.push_back(browser.describe(id, stop));
+  return phones;
 }
 
 }  // namespace tavrix

@@ -33,6 +33,9 @@ struct SimulatedPhone {
   /// It leaves the cable when so many bytes of files were sent, in the middle of an answer.
   std::optional<std::uint64_t> vanishesAfterBytes;
   std::optional<std::chrono::milliseconds> returnsAfter;  ///< and comes back
+  /// It stays on the cable and answers nothing any more when so many bytes of files were sent.
+  std::optional<std::uint64_t> hangsAfterBytes;
+  bool hangs = false;  ///< it answers nothing, not even a greeting
   /// Files whose path ends so answer every read with an error.
   std::vector<std::string> unreadable;
 

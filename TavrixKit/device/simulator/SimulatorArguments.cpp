@@ -35,6 +35,8 @@ bool setNumber(SimulatedPhone& phone, std::string_view option, std::string_view 
     phone.latency = std::chrono::microseconds{*number};
   } else if (option == "--vanish-after") {
     phone.vanishesAfterBytes = static_cast<std::uint64_t>(*number);
+  } else if (option == "--hang-after") {
+    phone.hangsAfterBytes = static_cast<std::uint64_t>(*number);
   } else if (option == "--return-after-ms") {
     phone.returnsAfter = std::chrono::milliseconds{*number};
   } else {
@@ -73,6 +75,8 @@ const char* const SimulatorArguments::usage =
     "  --latency-us N                          microseconds before each answer on files\n"
     "  --vanish-after BYTES                    leaves the cable when it sent so much of files\n"
     "  --return-after-ms N                     and comes back so many milliseconds later\n"
+    "  --hang-after BYTES                      answers nothing any more when it sent so much of\n"
+    "                                          files, or ever with 0, and stays on the cable\n"
     "  --unreadable ENDING                     files so named cannot be read; repeatable\n";
 
 std::optional<SimulatorArguments> SimulatorArguments::parse(

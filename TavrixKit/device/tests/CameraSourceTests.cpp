@@ -63,7 +63,7 @@ struct CameraSourceTest : testing::TestWithParam<bool> {
     });
   }
   CameraMediaSource source(std::function<bool(PhoneError::Kind)> awaitPhone = {}) const {
-    return CameraMediaSource{{SimulatedPhone{}.deviceID, std::move(awaitPhone)}};
+    return CameraMediaSource{{cable.browser(), SimulatedPhone{}.deviceID, std::move(awaitPhone)}};
   }
   static std::optional<SourceError::Kind> failureOf(CameraMediaSource& source,
                                                     const std::string& id, Received& received) {
@@ -191,6 +191,57 @@ TEST_P(CameraSourceTest, cancelWhileThePhoneIsAway_isTheCallersOwn) {
   EXPECT_THROW(camera.download(asset("100APPLE/long", 2 * mebibyte), received), Received::Enough);
 }
 
+TEST_P(CameraSourceTest, phoneThatHangs_isGivenUpAndGoneOnWithWhenItSpeaks) {
+  const std::string content = bytesOf(3 * mebibyte);
+  cable.write("100APPLE/long", content);
+  cable.setPatience(std::chrono::seconds{3});
+  auto& simulator = plugIn([](SimulatedPhone& phone) { phone.hangsAfterBytes = 2 * mebibyte + 5; });
+  std::vector<PhoneError::Kind> waits;
+  auto camera = source([&](PhoneError::Kind kind) {
+    if (waits.empty()) {
+      EXPECT_EQ(Phones::list(cable.browser()).at(0).state, PhoneState::silent);
+    }
+    waits.push_back(kind);
+    simulator.change(0, [](SimulatedPhone& phone) { phone.hangs = false; });
+    return true;
+  });
+  Received received;
+  camera.download(asset("100APPLE/long", content.size()), received);
+  EXPECT_TRUE(received.text == content);
+  EXPECT_THAT(waits, testing::Contains(PhoneError::Kind::silent));
+}
+
+TEST_P(CameraSourceTest, stopWhileThePhoneHangs_endsEveryCallAtOnce) {
+  cable.write("100APPLE/long", bytesOf(2 * mebibyte));
+  cable.setPatience(std::chrono::hours{1});
+  const std::vector<std::function<void(const std::stop_token&)>> calls{
+      [&](const auto& stop) { Phones::list(cable.browser(), stop); },
+      [&](const auto& stop) { cable.browser().openFiles(SimulatedPhone{}.deviceID, stop); },
+      [&](const auto& stop) {
+        plugIn([](SimulatedPhone& phone) { phone.hangsAfterBytes = mebibyte + 5; });
+        const auto files = cable.browser().openFiles(SimulatedPhone{}.deviceID, stop);
+        const auto file = files->open("/DCIM/100APPLE/long", 2 * mebibyte, false);
+        std::string buffer(2 * mebibyte, '\0');
+        file->read(0, buffer);
+      }};
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    plugIn([](SimulatedPhone& phone) { phone.hangs = true; });
+    std::stop_source stop;
+    std::thread person{[&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds{100});
+      stop.request_stop();
+    }};
+    try {
+      calls[i](stop.get_token());
+      ADD_FAILURE() << i;
+    } catch (const PhoneError& error) {
+      EXPECT_EQ(error.kind(), PhoneError::Kind::stopped) << i;
+    }
+    person.join();
+    cable.unplugAll();
+  }
+}
+
 struct StateRow {
   Trust trust;
   bool isLocked;
@@ -213,13 +264,13 @@ TEST_P(CameraSourceTest, phones_tellTheirStateAndOpenOnlyWhenReady) {
       phone.isLocked = row.isLocked;
       phone.name = "Аня";
     });
-    const auto phones = Phones::list();
+    const auto phones = Phones::list(cable.browser());
     ASSERT_EQ(phones.size(), 1U);
     EXPECT_EQ(phones[0].state, row.state) << textOf(row.state);
     EXPECT_EQ(phones[0].name, "Аня");
     std::optional<PhoneError::Kind> error;
     try {
-      Phones::openFiles(phones[0].deviceID);
+      cable.browser().openFiles(phones[0].deviceID, {});
     } catch (const PhoneError& caught) {
       error = caught.kind();
     }
@@ -232,11 +283,11 @@ TEST_P(CameraSourceTest, phoneThatIsUnlockedAndTrusts_isReady) {
     phone.trust = Trust::pending;
     phone.isLocked = true;
   });
-  EXPECT_EQ(Phones::list().at(0).state, PhoneState::locked);
+  EXPECT_EQ(Phones::list(cable.browser()).at(0).state, PhoneState::locked);
   simulator.change(0, [](SimulatedPhone& phone) { phone.isLocked = false; });
-  EXPECT_EQ(Phones::list().at(0).state, PhoneState::trustPending);
+  EXPECT_EQ(Phones::list(cable.browser()).at(0).state, PhoneState::trustPending);
   simulator.change(0, [](SimulatedPhone& phone) { phone.trust = Trust::asking; });
-  const auto phones = Phones::list();
+  const auto phones = Phones::list(cable.browser());
   EXPECT_EQ(phones.at(0).state, PhoneState::ready);
   EXPECT_EQ(phones.at(0).serialNumber, "SIMULATED1");
   EXPECT_EQ(phones.at(0).model, "iPhone14,5");
@@ -244,7 +295,7 @@ TEST_P(CameraSourceTest, phoneThatIsUnlockedAndTrusts_isReady) {
 
 TEST(Phones, list_hasAllOnTheCableAndNoOthers) {
   SimulatedCable cable;
-  EXPECT_THROW(Phones::list(), PhoneError);
+  EXPECT_THROW(Phones::list(cable.browser()), PhoneError);
   SimulatedPhone first;
   SimulatedPhone second;
   second.deviceID = "00008110-0000000000000002";
@@ -254,10 +305,10 @@ TEST(Phones, list_hasAllOnTheCableAndNoOthers) {
   absent.isPluggedIn = false;
   cable.plugInAll({first, second, absent});
   std::vector<std::string> ids;
-  for (const PhoneOnCable& phone : Phones::list()) ids.push_back(phone.deviceID);
+  for (const PhoneOnCable& phone : Phones::list(cable.browser())) ids.push_back(phone.deviceID);
   EXPECT_THAT(ids, ElementsAre(first.deviceID, second.deviceID));
   try {
-    Phones::openFiles(absent.deviceID);
+    cable.browser().openFiles(absent.deviceID, {});
     ADD_FAILURE();
   } catch (const PhoneError& error) {
     EXPECT_EQ(error.kind(), PhoneError::Kind::gone);
@@ -269,7 +320,7 @@ TEST(PhoneFiles, namesAndStatus_areThoseOfTheFolder) {
   cable.write("100APPLE/b.JPG", "12345");
   cable.write("100APPLE/a.JPG", "");
   auto& simulator = cable.plugIn();
-  const auto files = Phones::openFiles(simulator.phone(0).deviceID);
+  const auto files = cable.browser().openFiles(simulator.phone(0).deviceID, {});
   EXPECT_THAT(files->names("/DCIM"), ElementsAre("100APPLE"));
   EXPECT_THAT(files->names("/DCIM/100APPLE"), ElementsAre("a.JPG", "b.JPG"));
   EXPECT_EQ(files->status("/DCIM/100APPLE").type, FileStatus::Type::folder);
@@ -282,7 +333,7 @@ TEST(PhoneFiles, smallReads_areOfOneCallWhereTheyLieTogether) {
   const std::string content = bytesOf(300'000);
   cable.write("100APPLE/a.JPG", content);
   auto& simulator = cable.plugIn();
-  const auto files = Phones::openFiles(simulator.phone(0).deviceID);
+  const auto files = cable.browser().openFiles(simulator.phone(0).deviceID, {});
   const auto before = simulator.fileCalls();
   {
     const auto file = files->open("/DCIM/100APPLE/a.JPG", content.size(), true);

@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 struct PhoneCatalogueTest : testing::Test {
   FolderCatalogue read() const {
-    const auto files = Phones::openFiles(SimulatedPhone{}.deviceID);
+    const auto files = cable.browser().openFiles(SimulatedPhone{}.deviceID, {});
     return PhoneCatalogue::read(*files, setup());
   }
   MetadataPass::Setup setup() const {

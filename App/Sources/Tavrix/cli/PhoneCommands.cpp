@@ -2,6 +2,7 @@
 
 #include "cli/Commands.h"
 #include "cli/PhoneSentences.h"
+#include "cli/PhoneSource.h"
 #include "cli/Quotes.h"
 #include "device/Phones.h"
 
@@ -18,6 +19,8 @@ const Sentence<>& sentenceOf(PhoneState state) {
       return sentences::stateTrustPending;
     case PhoneState::trustDenied:
       return sentences::stateTrustDenied;
+    case PhoneState::silent:
+      return sentences::stateSilent;
     case PhoneState::unreachable:
       break;
   }
@@ -26,7 +29,7 @@ const Sentence<>& sentenceOf(PhoneState state) {
 
 std::vector<PhoneOnCable> phonesOnCable(const CommandContext& context) {
   try {
-    return Phones::list();
+    return Phones::list(browserOf(context));
   } catch (const PhoneError&) {
     throw CommandFailure{ExitStatus::stopped,
                          say(context.language(), sentences::phoneServiceMissing) +

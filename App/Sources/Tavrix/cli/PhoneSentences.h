@@ -36,6 +36,13 @@ inline constexpr Sentence<std::string> phoneUnreachable{
     "iPhone «{}» не отвечает. Отключите кабель, подключите его снова и разблокируйте iPhone",
     "The iPhone “{}” does not answer. Unplug the cable, plug it in again and unlock the iPhone"};
 
+inline constexpr Sentence<std::string> phoneSilent{
+    "iPhone «{}» на кабеле, но ответа от него нет. Отключите кабель и подключите его снова; если "
+    "это не поможет, перезагрузите iPhone",
+    "The iPhone “{}” is on the cable but gives no answer. Unplug the cable and plug it in again; "
+    "if "
+    "that does not help, restart the iPhone"};
+
 inline constexpr Sentence<> carryOnByMyself{" — продолжу сам.", " — I will carry on by myself."};
 inline constexpr Sentence<> tryAgain{", затем повторите команду.", ", then run the command again."};
 
@@ -62,5 +69,7 @@ inline constexpr Sentence<> stateUnreachable{"не отвечает: подкл�
                                              "does not answer: plug it in again"};
 inline constexpr Sentence<> noPhonesListed{"На кабеле нет ни одного айфона.",
                                            "There is no iPhone on the cable."};
+inline constexpr Sentence<> stateSilent{"на вопросы ответа нет: подключите его заново",
+                                        "gives no answer: plug it in again"};
 
 }  // namespace tavrix::cli::sentences

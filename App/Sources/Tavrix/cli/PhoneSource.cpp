@@ -6,6 +6,7 @@
 #include "cli/FolderSource.h"
 #include "cli/PhoneSentences.h"
 #include "cli/Quotes.h"
+#include "cli/SourceSentences.h"
 #include "device/CameraMediaSource.h"
 #include "device/PhoneCatalogue.h"
 #include "foundation/Digest.h"
@@ -49,6 +50,8 @@ std::string obstacleOf(Language language, const PhoneOnCable& phone) {
       return say(language, sentences::phoneTrustDenied, nameOf(phone));
     case PhoneState::unreachable:
       return say(language, sentences::phoneUnreachable, nameOf(phone));
+    case PhoneState::silent:
+      return say(language, sentences::phoneSilent, nameOf(phone));
   }
   return {};
 }
@@ -58,11 +61,14 @@ std::string absenceOf(Language language, std::string_view number) {
   return say(language, sentences::phoneNotThere, quoted(number));
 }
 
-/// The first phone stays the one that is meant, whatever is in its way.
-Look lookFor(std::string_view number, Language language) {
+/// The first phone stays the one that is meant, whatever is in its way. Throws PhoneError
+/// (stopped).
+Look lookFor(const CommandContext& context, std::string_view number,
+             const std::stop_token& stop = {}) {
+  const Language language = context.language();
   Look look;
   try {
-    auto phones = Phones::list();
+    auto phones = Phones::list(browserOf(context), stop);
     const auto found = std::find_if(phones.begin(), phones.end(),
                                     [&](const auto& phone) { return isWanted(phone, number); });
     if (found == phones.end()) {
@@ -70,10 +76,14 @@ Look lookFor(std::string_view number, Language language) {
       return look;
     }
     look.phone = *found;
+    const auto& known = context.source.phone;
+    // Who does not answer tells no name either.
+    if (!found->name && known && known->deviceID == found->deviceID) look.phone->name = known->name;
     phones.erase(found);
     look.others = std::move(phones);
     look.obstacle = obstacleOf(language, *look.phone);
-  } catch (const PhoneError&) {
+  } catch (const PhoneError& error) {
+    if (error.kind() == PhoneError::Kind::stopped) throw;
     look.obstacle = say(language, sentences::phoneServiceMissing);
   }
   return look;
@@ -98,7 +108,12 @@ std::optional<Look> waitFor(const CommandContext& context, std::string_view numb
   const Language language = context.language();
   const std::stop_token stop = context.surroundings.catchInterrupts();
   while (!stop.stop_requested()) {
-    Look look = lookFor(number, language);
+    Look look;
+    try {
+      look = lookFor(context, number, stop);
+    } catch (const PhoneError&) {
+      break;
+    }
     if (look.obstacle.empty()) return look;
     if (look.obstacle != told) {
       tell(context, look.obstacle + say(language, sentences::carryOnByMyself));
@@ -126,7 +141,15 @@ void tellOthers(const CommandContext& context, const Look& look) {
 
 PhoneOnCable findPhone(const CommandContext& context) {
   const std::string_view number = wantedNumber(context);
-  Look look = lookFor(number, context.language());
+  // Whoever is going to wait is interrupted by asking, from the first question on.
+  const std::stop_token stop =
+      waits(context) ? context.surroundings.catchInterrupts() : std::stop_token{};
+  Look look;
+  try {
+    look = lookFor(context, number, stop);
+  } catch (const PhoneError&) {
+    failWaiting(context);
+  }
   if (!look.obstacle.empty() && !waits(context)) {
     throw CommandFailure{ExitStatus::stopped,
                          look.obstacle + say(context.language(), sentences::tryAgain)};
@@ -149,6 +172,9 @@ bool awaitReturn(const CommandContext& context, PhoneError::Kind kind) {
   if (kind == PhoneError::Kind::gone) {
     told = absenceOf(language, deviceID);
     tell(context, say(language, sentences::phoneGone) + say(language, sentences::carryOnByMyself));
+  } else if (kind == PhoneError::Kind::silent) {
+    told = say(language, sentences::phoneSilent, nameOf(chosenPhone(context)));
+    tell(context, told + say(language, sentences::carryOnByMyself));
   }
   writeLog(context.log, "phone lost: waiting");
   if (!waitFor(context, deviceID, told)) return false;
@@ -156,17 +182,48 @@ bool awaitReturn(const CommandContext& context, PhoneError::Kind kind) {
   return true;
 }
 
+/// What is to be told when there is no way to the phone any more.
+std::string lossOf(const CommandContext& context, PhoneOnCable phone, PhoneError::Kind kind) {
+  switch (kind) {
+    case PhoneError::Kind::locked:
+      phone.state = PhoneState::locked;
+      break;
+    case PhoneError::Kind::trustPending:
+      phone.state = PhoneState::trustPending;
+      break;
+    case PhoneError::Kind::trustDenied:
+      phone.state = PhoneState::trustDenied;
+      break;
+    case PhoneError::Kind::silent:
+      phone.state = PhoneState::silent;
+      break;
+    default:
+      return say(context.language(), sentences::phoneGone);
+  }
+  return obstacleOf(context.language(), phone);
+}
+
+[[noreturn]] void failReading(const CommandContext& context) {
+  throw CommandFailure{ExitStatus::cancelled, say(context.language(), sentences::readingStopped)};
+}
+
 std::vector<SnapshotItem> readOnce(const CommandContext& context, const PhoneOnCable& phone) {
-  const auto files = Phones::openFiles(phone.deviceID);
+  const std::stop_token stop = context.surroundings.catchInterrupts();
+  const auto files = browserOf(context).openFiles(phone.deviceID, stop);
   const std::string key = MetadataCache::phoneKey(
       phone.serialNumber ? phone.serialNumber : std::optional{phone.deviceID});
   return readWithMetadata(context, key, phone.deviceID,
-                          [&](MetadataPass::Setup setup, const std::stop_token& stop) {
-                            return PhoneCatalogue::read(*files, std::move(setup), stop);
+                          [&](MetadataPass::Setup setup, const std::stop_token& token) {
+                            return PhoneCatalogue::read(*files, std::move(setup), token);
                           });
 }
 
 }  // namespace
+
+PhoneBrowser& browserOf(const CommandContext& context) {
+  if (context.surroundings.phones == nullptr) throw PhoneError{PhoneError::Kind::noService};
+  return *context.surroundings.phones;
+}
 
 bool isPhone(std::string_view source) {
   return source == anyPhone || source.starts_with(phonePrefix);
@@ -188,8 +245,9 @@ std::vector<SnapshotItem> readPhone(const CommandContext& context) {
     try {
       return readOnce(context, phone);
     } catch (const PhoneError& error) {
+      if (error.kind() == PhoneError::Kind::stopped) failReading(context);
       if (!waits(context)) {
-        throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::phoneGone) +
+        throw CommandFailure{ExitStatus::stopped, lossOf(context, phone, error.kind()) +
                                                       say(context.language(), sentences::tryAgain)};
       }
       if (!awaitReturn(context, error.kind())) failWaiting(context);
@@ -198,9 +256,15 @@ std::vector<SnapshotItem> readPhone(const CommandContext& context) {
 }
 
 std::unique_ptr<MediaSource> openPhone(const CommandContext& context) {
-  return std::make_unique<CameraMediaSource>(CameraMediaSource::Setup{
-      chosenPhone(context).deviceID,
-      [&context](PhoneError::Kind kind) { return awaitReturn(context, kind); }});
+  return std::make_unique<CameraMediaSource>(
+      CameraMediaSource::Setup{.browser = browserOf(context),
+                               .deviceID = chosenPhone(context).deviceID,
+                               .awaitPhone =
+                                   [&context](PhoneError::Kind kind) {
+                                     ++context.source.phoneWaits;
+                                     return awaitReturn(context, kind);
+                                   },
+                               .stop = context.surroundings.catchInterrupts()});
 }
 
 }  // namespace tavrix::cli

@@ -20,6 +20,9 @@ namespace tavrix::cli {
 /// Whether a source is a phone on the cable; a folder of that name is "./phone".
 bool isPhone(std::string_view source);
 
+/// The phones of the call's surroundings. Throws PhoneError (noService) where there are none.
+PhoneBrowser& browserOf(const CommandContext& context);
+
 /// The phone of the call, the same one at every call. Throws CommandFailure when there is none that
 /// hands over its files, also when an interrupt ends the waiting.
 const PhoneOnCable& chosenPhone(const CommandContext& context);

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "device/Phones.h"
 #include "foundation/Time.h"
 #include "foundation/Uuid.h"
 #include "foundation/json/JsonWriter.h"
@@ -40,6 +41,8 @@ struct Surroundings {
   std::function<Uuid()> newID{};
   /// From this call on an interrupt asks the token to stop instead of ending the program.
   std::function<std::stop_token()> catchInterrupts{};
+  /// The phones on the cable; there are none without it.
+  PhoneBrowser* phones = nullptr;
 };
 
 /// Nobody reads the output any more: what is left of it is not worth writing.

@@ -131,6 +131,7 @@ ExitStatus statusOf(const TransferOutcome& outcome) {
 /// A run that saw only a part of its source has not completed.
 TransferOutcome withUnread(const CommandContext& context, TransferOutcome outcome) {
   outcome.unreadFolders = context.source.unreadFolders;
+  outcome.phoneWaits = context.source.phoneWaits;
   if (outcome.unreadFolders > 0 && outcome.status == TransferRecord::Status::completed) {
     outcome.status = TransferRecord::Status::completedWithFailures;
   }

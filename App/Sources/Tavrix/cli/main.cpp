@@ -59,6 +59,7 @@ Environment heededEnvironment() {
 
 int run(const std::vector<std::string>& arguments) {
   Interrupts interrupts;
+  const auto phones = Phones::openBrowser();
   StreamSink out{stdout};
   ErrorSink err;
   Surroundings surroundings{
@@ -76,6 +77,7 @@ int run(const std::vector<std::string>& arguments) {
           },
       .newID = randomUuid,
       .catchInterrupts = [&] { return interrupts.token(); },
+      .phones = phones.get(),
   };
   ExitStatus status = runCommandLine(arguments, surroundings);
   try {

@@ -34,6 +34,7 @@ struct CommandTester {
   std::optional<int> errColumns{};
   Instant time{std::chrono::seconds{1779364800}};  // 2026-05-21T12:00:00Z
   bool isInterrupted = false;                      ///< as soon as a run begins
+  PhoneBrowser* phones = nullptr;                  ///< no phones without it
   std::function<void()> duringRun{};               ///< called as soon as a run begins
   /// Called whenever the command asks for the time, which it does for each file that it reads.
   std::function<void(std::stop_source&)> atClock{};
@@ -87,7 +88,8 @@ struct CommandTester {
                                           if (duringRun) duringRun();
                                           if (isInterrupted) stop.request_stop();
                                           return stop.get_token();
-                                        }};
+                                        },
+                                    .phones = phones};
     const ExitStatus status = runCommandLine(arguments, surroundings);
     return {status, out.text(), err.text()};
   }

@@ -22,6 +22,7 @@ struct PhoneCommandsTest : testing::Test {
     cable.write("100APPLE/IMG_0001.JPG", still("2026:05:20 12:00:00"));
     cable.write("100APPLE/IMG_0002.JPG", large);
     tester.environment["DEMO_STATE_DIR"] = tester.folder / "state";
+    tester.phones = &cable.browser();
   }
 
   CommandResult run(std::vector<std::string> arguments, const std::string& language = "en") const {
@@ -129,6 +130,10 @@ TEST_F(PhoneCommandsTest, phonePulledInMidFile_isWaitedForAndNothingIsLost) {
     EXPECT_TRUE(hasBothPictures()) << place;
     EXPECT_THAT(result.err, HasSubstr("iPhone отключён. Подключите кабель — продолжу сам.\n"));
     EXPECT_THAT(result.err, HasSubstr("iPhone снова на связи — продолжаю.\n"));
+    const auto record = run({"history", tester.recordID().text(), "--json"});
+    const bool wasCopying = place > 1'000'000;
+    EXPECT_EQ(record.out.find("связь с iPhone пропадала 1 раз;") != std::string::npos, wasCopying)
+        << record.out;
     std::filesystem::remove_all(tester.folder / "photos");
   }
 }
@@ -155,6 +160,33 @@ TEST_F(PhoneCommandsTest, transfer_waitsForThePhoneToBeUnlockedAndToTrust) {
             "tavrix: The iPhone “iPhone” is locked. Unlock it — I will carry on by myself.\n"
             "tavrix: The iPhone “iPhone” asks whether to trust this computer. Tap Trust on it and "
             "enter the passcode — I will carry on by myself.\n");
+}
+
+TEST_F(PhoneCommandsTest, phoneThatHangs_isOneSentenceOrIsWaitedFor) {
+  cable.setPatience(std::chrono::seconds{3});
+  tester.phones = &cable.browser();
+  const std::string silent =
+      "tavrix: iPhone «iPhone» на кабеле, но ответа от него нет. Отключите кабель и подключите его "
+      "снова; если это не поможет, перезагрузите iPhone";
+  cable.plugIn([](SimulatedPhone& phone) { phone.hangsAfterBytes = 10; });
+  const auto catalogue = run({"catalog", "cable"}, "ru");
+  EXPECT_EQ(catalogue.status, ExitStatus::stopped);
+  EXPECT_EQ(catalogue.err, silent + ", затем повторите команду.\n");
+  EXPECT_THAT(run({"phones"}).out, HasSubstr("gives no answer"));
+
+  auto& simulator = cable.plugIn([](SimulatedPhone& phone) { phone.hangsAfterBytes = 1'500'000; });
+  std::jthread person{[&](const std::stop_token& stop) {
+    while (!stop.stop_requested()) {
+      std::this_thread::sleep_for(std::chrono::seconds{7});
+      simulator.change(0, [](SimulatedPhone& phone) { phone.hangs = false; });
+    }
+  }};
+  const auto transfer = run({"transfer", "cable", "photos"}, "ru");
+  EXPECT_EQ(transfer.status, ExitStatus::done) << transfer.err;
+  EXPECT_TRUE(hasBothPictures());
+  EXPECT_EQ(transfer.err, silent +
+                              " — продолжу сам.\n"
+                              "tavrix: iPhone снова на связи — продолжаю.\n");
 }
 
 TEST_F(PhoneCommandsTest, interruptWhileWaiting_endsTheCommand) {

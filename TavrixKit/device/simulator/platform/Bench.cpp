@@ -3,11 +3,7 @@
 namespace tavrix::simulator {
 
 Bench::~Bench() {
-  {
-    const std::lock_guard lock{mutex_};
-    isClosed_ = true;
-  }
-  closing_.notify_all();
+  close();
   for (std::thread& thread : returns_) thread.join();
 }
 
@@ -39,6 +35,7 @@ void Bench::change(std::size_t index, const std::function<void(SimulatedPhone&)>
   const bool wasPluggedIn = phone.isPluggedIn;
   change(phone);
   if (phone.isPluggedIn != wasPluggedIn) tellPresence(index, phone.isPluggedIn);
+  changed_.notify_all();
 }
 
 std::optional<std::string> Bench::pairRecord(const std::string& deviceID) {
@@ -97,6 +94,25 @@ std::uint64_t Bench::allowance(std::size_t index, std::uint64_t bytes) {
   const std::uint64_t allowed = std::min(*rest, bytes);
   *rest -= allowed;
   return allowed;
+}
+
+bool Bench::awaitSpeech(std::size_t index, std::uint64_t bytes) {
+  std::unique_lock lock{mutex_};
+  SimulatedPhone& phone = phones_.at(index);
+  if (phone.hangsAfterBytes) {
+    phone.hangs = phone.hangs || *phone.hangsAfterBytes <= bytes;
+    *phone.hangsAfterBytes -= std::min(*phone.hangsAfterBytes, bytes);
+    if (phone.hangs) phone.hangsAfterBytes.reset();
+  }
+  changed_.wait(lock, [&] { return isClosed_ || !phone.hangs || !phone.isPluggedIn; });
+  return !isClosed_ && phone.isPluggedIn;
+}
+
+void Bench::close() {
+  const std::lock_guard lock{mutex_};
+  isClosed_ = true;
+  changed_.notify_all();
+  closing_.notify_all();
 }
 
 void Bench::vanish(std::size_t index) {

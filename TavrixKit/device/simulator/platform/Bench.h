@@ -24,6 +24,8 @@ class Bench {
  public:
   explicit Bench(std::vector<SimulatedPhone> phones) : phones_(std::move(phones)) {}
   ~Bench();
+  /// Nobody waits for a phone any more: it neither comes back nor speaks again.
+  void close();
 
   std::size_t count() const { return phones_.size(); }
   SimulatedPhone phone(std::size_t index) const;
@@ -44,6 +46,9 @@ class Bench {
   /// To be called before `bytes` of a file are sent: how many of them get through. When it is not
   /// all, the phone is to vanish.
   std::uint64_t allowance(std::size_t index, std::uint64_t bytes);
+  /// To be called before an answer is sent: waits as long as the phone hangs; false when it has
+  /// left meanwhile. `bytes` of a file are about to be sent.
+  bool awaitSpeech(std::size_t index, std::uint64_t bytes = 0);
   /// Takes the phone from the cable, and puts it back when it is to return.
   void vanish(std::size_t index);
 
@@ -60,6 +65,7 @@ class Bench {
   std::map<Stream*, std::uint32_t> listeners_;
   std::map<std::string, std::optional<std::string>> pairRecords_;
   std::condition_variable closing_;
+  std::condition_variable changed_;
   bool isClosed_ = false;
   std::vector<std::thread> returns_;
 };

@@ -67,6 +67,7 @@ class Files {
       if (!stream_.read(parameters)) return;
       const auto latency = bench_.phone(index_).latency;
       if (latency.count() > 0) std::this_thread::sleep_for(latency);
+      if (!bench_.awaitSpeech(index_)) return;
       number_ = request.number;
       // Counted before it is answered: who has the answer finds it counted.
       ++bench_.fileCalls;
@@ -199,6 +200,7 @@ class Files {
     if (count < 0) return sendStatus(statusOf(errno));
     const auto length = static_cast<std::uint64_t>(count);
     const std::string_view bytes{buffer_.data(), length};
+    if (!bench_.awaitSpeech(index_, length)) return false;
     const std::uint64_t allowed = bench_.allowance(index_, length);
     if (allowed == length) return send(data, "", bytes);
     send(data, "", bytes, allowed);
@@ -234,6 +236,7 @@ class Files {
 }  // namespace
 
 void serveFiles(Bench& bench, std::size_t phone, Stream& stream) {
+  if (!bench.awaitSpeech(phone)) return;
   if (bench.phone(phone).usesTLS && !stream.secure(bench.keys().context())) return;
   Files{bench, phone, stream}.serve();
 }

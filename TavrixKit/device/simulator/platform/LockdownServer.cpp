@@ -13,6 +13,7 @@ class Lockdown {
 
   void serve() {
     for (std::string text; stream_.readSized(text);) {
+      if (!bench_.awaitSpeech(index_)) return;
       const PropertyList request = PropertyList::parse(text);
       const std::string name = request.text("Request");
       PropertyList answer;

@@ -160,14 +160,18 @@ class PhoneSimulator::Server {
   Server(const std::string& path, std::vector<SimulatedPhone> phones)
       : bench(std::move(phones)),
         socket_(simulator::listeningSocket(path)),
-        wake_(::eventfd(0, EFD_CLOEXEC)),
-        acceptor_([this] { accept(); }) {}
+        wake_(::eventfd(0, EFD_CLOEXEC)) {
+    // Made before anybody waits for an answer.
+    simulator::Bench::keys();
+    acceptor_ = std::thread{[this] { accept(); }};
+  }
 
   ~Server() {
     const std::uint64_t one = 1;
     while (::write(wake_.number(), &one, sizeof one) < 0 && errno == EINTR) {
     }
     acceptor_.join();
+    bench.close();
     for (Connection& connection : connections_) connection.stream.hangUp();
     for (Connection& connection : connections_) connection.thread.join();
   }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "device/Phones.h"
 #include "device/simulator/PhoneSimulator.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
@@ -21,6 +22,10 @@ class SimulatedCable {
   void write(const std::string& path, const std::string& content, int phone = 0) const {
     folder_.write("phone" + std::to_string(phone) + "/DCIM/" + path, content);
   }
+  /// How programs see it.
+  PhoneBrowser& browser() const { return *browser_; }
+  /// From now on nobody waits longer for an answer.
+  void setPatience(std::chrono::milliseconds patience) { browser_ = Phones::openBrowser(patience); }
   std::string root(int phone = 0) const { return folder_ / ("phone" + std::to_string(phone)); }
   /// One phone, changed as a test needs it.
   PhoneSimulator& plugIn(const std::function<void(SimulatedPhone&)>& change = {}) {
@@ -44,6 +49,8 @@ class SimulatedCable {
  private:
   TemporaryFolder folder_;
   std::unique_ptr<PhoneSimulator> simulator_;
+  std::unique_ptr<PhoneBrowser> browser_ =
+      Phones::openBrowser(std::chrono::seconds{60});  // a busy machine is no phone that hangs
 };
 
 }  // namespace tavrix
