@@ -68,6 +68,14 @@ FolderCatalogue complete(SourceFolder::Listing listing, MetadataPass& pass,
 
 }  // namespace
 
+std::uint64_t FolderCatalogue::unreadFolders() const {
+  using enum SourceFolder::Reason;
+  const auto count = std::count_if(leftOut.begin(), leftOut.end(), [](const auto& each) {
+    return each.reason == unreadableFolder || each.reason == tooDeep;
+  });
+  return static_cast<std::uint64_t>(count);
+}
+
 FolderCatalogue FolderCatalogue::of(SourceFolder::Listing listing, MetadataPass::Setup setup,
                                     const ReadMetadata& read, const std::stop_token& stop) {
   MetadataPass pass{std::move(setup)};

@@ -22,6 +22,9 @@ struct FolderCatalogue {
   bool isComplete = true;  ///< false when reading was stopped: the rest has no metadata
   bool isKept = true;      ///< all that was read lies in the cache
 
+  /// How many folders there are whose files nobody has seen.
+  std::uint64_t unreadFolders() const;
+
   /// Lists a folder (one that SourceFolder::catalogueFolder gave) and reads the metadata of its
   /// files, as far as the cache does not hold them. Throws FileError when the folder cannot be
   /// listed.

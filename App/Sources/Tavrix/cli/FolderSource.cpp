@@ -77,15 +77,6 @@ void tellOtherMediaFolders(const CommandContext& context, const std::string& fol
   }
 }
 
-/// The folders whose files nobody has seen.
-std::uint64_t unreadFolders(const FolderCatalogue& catalogue) {
-  const auto count = std::count_if(
-      catalogue.leftOut.begin(), catalogue.leftOut.end(), [](const SourceFolder::LeftOut& each) {
-        return each.reason == Reason::unreadableFolder || each.reason == Reason::tooDeep;
-      });
-  return static_cast<std::uint64_t>(count);
-}
-
 using ReadCatalogue =
     std::function<FolderCatalogue(MetadataPass::Setup, const std::stop_token& stop)>;
 
@@ -171,7 +162,7 @@ std::vector<SnapshotItem> readWithMetadata(const CommandContext& context,
             catalogue.isKept ? sentences::readingStopped : sentences::readingStoppedUnkept)};
   }
   tellLeftOut(context, catalogue);
-  context.source.unreadFolders = unreadFolders(catalogue);
+  context.source.unreadFolders = catalogue.unreadFolders();
   writeLog(context.log, "folder read: items={}, left out={}, source={}", catalogue.items.size(),
            catalogue.leftOut.size(), PrivateField{place});
   return std::move(catalogue.items);

@@ -9,7 +9,6 @@
 #include "cli/SourceSentences.h"
 #include "device/CameraMediaSource.h"
 #include "device/PhoneCatalogue.h"
-#include "foundation/Digest.h"
 
 namespace tavrix::cli {
 namespace {
@@ -232,11 +231,6 @@ bool isPhone(std::string_view source) {
 const PhoneOnCable& chosenPhone(const CommandContext& context) {
   if (!context.source.phone) context.source.phone = findPhone(context);
   return *context.source.phone;
-}
-
-PhoneIdentity identityOf(const PhoneOnCable& phone, const std::string& name) {
-  return {sha256Hex(phone.serialNumber.value_or(phone.deviceID)), name,
-          phone.model.value_or("iPhone")};
 }
 
 std::vector<SnapshotItem> readPhone(const CommandContext& context) {

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "Destination.h"
 #include "cli/Commands.h"
 #include "device/Phones.h"
 #include "media/MediaSource.h"
@@ -26,8 +25,6 @@ PhoneBrowser& browserOf(const CommandContext& context);
 /// The phone of the call, the same one at every call. Throws CommandFailure when there is none that
 /// hands over its files, also when an interrupt ends the waiting.
 const PhoneOnCable& chosenPhone(const CommandContext& context);
-/// As destinations remember it.
-PhoneIdentity identityOf(const PhoneOnCable& phone, const std::string& name);
 
 /// Its files with their metadata, as readFolder() does. Throws CommandFailure.
 std::vector<SnapshotItem> readPhone(const CommandContext& context);

@@ -15,6 +15,7 @@
 #include "foundation/files/FileReader.h"
 #include "media/LocalMediaSource.h"
 #include "media/Snapshot.h"
+#include "model/FollowedDevice.h"
 
 namespace tavrix::cli {
 namespace {

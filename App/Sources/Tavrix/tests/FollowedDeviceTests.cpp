@@ -1,0 +1,90 @@
+// The model, its watcher and a phone on a simulated cable, with threads of their own.
+
+#include "model/FollowedDevice.h"
+
+#include <gmock/gmock.h>
+
+#include "device/tests/support/SampleFiles.h"
+#include "device/tests/support/SimulatedCable.h"
+#include "foundation/tests/support/ManualMainLoop.h"
+
+namespace tavrix {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct FollowedDeviceTest : testing::Test {
+  FollowedDeviceTest() {
+    for (int i = 0; i < 8; ++i) {
+      const std::string name = fmt::format("IMG_{:04}.JPG", i);
+      content[name] = testbytes::sampleFiles().front().bytes + std::string(200'000, 'x') + name;
+      cable.write("100APPLE/" + name, content[name]);
+    }
+  }
+  Background queueOf(SerialQueue& queue) {
+    return [&queue](std::function<void()> work) { queue.post(std::move(work)); };
+  }
+  /// Runs the loop, with time passing whenever nothing is due.
+  template <typename Condition>
+  [[nodiscard]] bool runUntil(Condition isDone) {
+    for (int i = 0; i < 1000; ++i) {
+      if (loop.runUntil(isDone, 0s) || isDone()) return true;
+      std::this_thread::sleep_for(10ms);
+      loop.advance(500ms);
+    }
+    return false;
+  }
+  bool isDone() const { return std::holds_alternative<app_phase::Done>(model.state().phase); }
+
+  SimulatedCable cable;
+  TemporaryFolder destination;
+  std::map<std::string, std::string> content;
+  ManualMainLoop loop;
+  std::atomic<int> records = 0;
+  SerialQueue background;
+  SerialQueue transferring;
+  AppModel model{{.loop = loop,
+                  .background = queueOf(background),
+                  .transferring = queueOf(transferring),
+                  .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
+                  .newID = randomUuid,
+                  .keepRecord =
+                      [this](const TransferRecord& record) {
+                        if (record.status == TransferRecord::Status::completed) ++records;
+                        return true;
+                      }},
+                 Settings{}};
+  DeviceWatcher watcher{
+      {.browser = cable.browser(), .loop = loop, .now = [] { return Instant{}; }}};
+};
+
+TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
+  cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });
+  const FollowedDevice followed{model, watcher, cable.browser()};
+  watcher.start();
+  model.setDestination(destination.path());
+  ASSERT_TRUE(runUntil([&] { return model.state().newFilesCount == 8; }));
+  model.startTransfer();
+  ASSERT_TRUE(runUntil([&] { return model.state().transferPausedReason.has_value(); }));
+  cable.plugIn();
+  ASSERT_TRUE(runUntil([&] { return isDone(); }));
+  EXPECT_EQ(std::get<app_phase::Done>(model.state().phase).report->copied, 8U);
+  EXPECT_EQ(records, 1);
+  std::size_t whole = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator{destination.path()}) {
+    const auto found = content.find(entry.path().filename().string());
+    if (found == content.end()) continue;
+    const std::string path = std::filesystem::relative(entry.path(), destination.path()).string();
+    EXPECT_EQ(destination.read(path), found->second) << path;
+    ++whole;
+  }
+  EXPECT_EQ(whole, content.size());
+
+  cable.unplugAll();
+  ASSERT_TRUE(runUntil([&] {
+    return watcher.state().is<DeviceState::Failed>() || watcher.state().is<DeviceState::Waiting>();
+  }));
+}
+
+}  // namespace
+}  // namespace tavrix
