@@ -36,8 +36,9 @@ std::unique_ptr<Folder> openOrCreate(const std::string& directory, bool createsI
 
 /// False when others hold the folder for longer than any change takes.
 bool lockPatiently(Folder& folder) {
-  constexpr int attempts = 500;
-  constexpr std::chrono::milliseconds pause{10};
+  // Each waits for a moment itself: some seconds in all.
+  constexpr int attempts = 25;
+  constexpr std::chrono::milliseconds pause{1};
   for (int attempt = 0; attempt < attempts; ++attempt) {
     if (folder.lock()) return true;
     std::this_thread::sleep_for(pause);
