@@ -17,8 +17,8 @@ namespace tavrix {
 /// The file is read once, at construction, and again under a lock with every change, which puts
 /// this process's changes alone into what the file holds by then: changes of other processes are
 /// never lost, and their values are known here from then on. It is replaced in one step, so that
-/// whoever reads it meets one whole version. A change waits for the disk, and for some seconds where
-/// another process holds the file.
+/// whoever reads it meets one whole version. A change waits for the disk, and for some seconds
+/// where another process holds the file.
 ///
 /// A damaged file stays as it is until the first change and is then kept beside the new one with
 /// ".damaged" appended (".damaged-2", … where that is taken). What cannot be stored counts for this
