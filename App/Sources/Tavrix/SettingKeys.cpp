@@ -10,8 +10,6 @@
 namespace tavrix {
 namespace {
 
-constexpr int largestCount = 10000;
-
 /// Sets a field from a text; false when the text is not of the key's form.
 using Setter = bool (*)(Settings&, std::string_view);
 
@@ -61,7 +59,7 @@ bool setJpegQuality(Settings& settings, std::string_view text) {
 template <int Settings::* field>
 bool setCount(Settings& settings, std::string_view text) {
   const auto number = parseNumber<int>(text);
-  return number && *number >= 0 && *number <= largestCount && store(number, settings.*field);
+  return number && *number >= 0 && *number <= largestSettingCount && store(number, settings.*field);
 }
 
 template <std::optional<CivilDate> Settings::* field>
@@ -106,7 +104,16 @@ bool setHome(Settings& settings, std::string_view text) {
   if (!latitude || !longitude || std::abs(*latitude) > 90 || std::abs(*longitude) > 180) {
     return false;
   }
-  settings.homeOverride = GeoPoint{*latitude, *longitude};
+  const GeoPoint home{*latitude, *longitude};
+  // A name is that of one place.
+  if (settings.homeOverride != home) settings.homeOverrideName.reset();
+  settings.homeOverride = home;
+  return true;
+}
+
+bool setHomeName(Settings& settings, std::string_view text) {
+  settings.homeOverrideName.reset();
+  if (!text.empty()) settings.homeOverrideName = text;
   return true;
 }
 
@@ -250,6 +257,7 @@ constexpr std::array keys{
     Key{"homeWindowMonths", count, setCount<&S::homeWindowMonths>},
     Key{"homeRadiusKm", atLeastZero, setAtLeastZero<&S::homeRadiusKm>},
     Key{"homeOverride", point, setHome},
+    Key{"homeOverrideName", text, setHomeName},
     Key{"photoJPEG", boolean, setBoolean<&S::photoJPEG>},
     Key{"jpegQuality", fraction, setJpegQuality},
     Key{"videoH264", boolean, setBoolean<&S::videoH264>},
@@ -286,6 +294,12 @@ std::vector<std::string_view> settingKeys() {
   names.reserve(keys.size());
   for (const Key& key : keys) names.push_back(key.name);
   return names;
+}
+
+std::optional<SettingForm> settingForm(std::string_view key) {
+  const auto* const found =
+      std::find_if(keys.begin(), keys.end(), [&](const Key& each) { return each.name == key; });
+  return found == keys.end() ? std::nullopt : std::optional{found->form};
 }
 
 std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment) {

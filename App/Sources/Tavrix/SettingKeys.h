@@ -11,6 +11,9 @@
 
 namespace tavrix {
 
+/// The greatest value of a setting that counts days or months.
+inline constexpr int largestSettingCount = 10000;
+
 /// What texts a setting takes.
 enum class SettingForm {
   boolean,       ///< true or false
@@ -42,6 +45,9 @@ struct SettingError {
 
 /// Every key in the order in which they are listed for people.
 std::vector<std::string_view> settingKeys();
+
+/// The form of a key; nothing when there is no such key.
+std::optional<SettingForm> settingForm(std::string_view key);
 
 /// The settings with one of them set by a text "KEY=VALUE".
 std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment);

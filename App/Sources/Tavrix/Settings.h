@@ -61,6 +61,7 @@ struct Settings {
   int homeWindowMonths = 6;
   double homeRadiusKm = 20.0;
   std::optional<GeoPoint> homeOverride;
+  std::optional<std::string> homeOverrideName;  ///< as typed; that of `homeOverride`
 
   // How files are laid out and written.
   bool photoJPEG = false;

@@ -7,6 +7,7 @@
 
 #include "cli/CliSentences.h"
 #include "cli/ExitStatus.h"
+#include "cli/StoredSettings.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
@@ -49,6 +50,12 @@ const std::vector<Form>& forms() {
       {Command::templateRender, "template", "render", {}, {"--template", "--context"}},
       {Command::templatePresets, "template", "presets", {}},
       {Command::templateSanitize, "template", "sanitize", {"TEXT"}},
+      {Command::settingsSet, "settings", "set", {"KEY", "VALUE"}, {}, true},
+      {Command::settingsReset, "settings", "reset", {"KEY"}, {}, true},
+      {Command::settings, "", "settings", {}},
+      {Command::presetsSave, "presets", "save", {"NAME", "JSON"}},
+      {Command::presetsDelete, "presets", "delete", {"NAME"}},
+      {Command::presets, "", "presets", {}},
   };
   return all;
 }
@@ -162,6 +169,7 @@ class Parser {
       if (form.command == Command::verify) {
         command->add_flag("--write-checksums", call_.writeChecksums);
       }
+      if (form.command == Command::settingsReset) command->add_flag("--all", call_.resetsAll);
       commands_.push_back(command);
     }
   }
@@ -230,9 +238,8 @@ class Parser {
   }
 
   void takeOptions(const Form& form) {
-    constexpr std::array<std::string_view, 3> languages{"ru", "en", "system"};
     const std::string language = given(app_, "--lang").value_or("ru");
-    if (std::find(languages.begin(), languages.end(), language) == languages.end()) {
+    if (!isLanguageChoice(language)) {
       fail(say(language_, sentences::unknownLanguage, printable(language)));
     }
     call_.stateFolder = given(app_, "--state");
@@ -271,7 +278,8 @@ class Parser {
   /// An empty name would stand for the root folder.
   void checkFolders(const Form& form) const {
     for (std::size_t i = 0; i < call_.operands.size(); ++i) {
-      const bool isFolder = form.operands[i] != "TEXT" && form.operands[i] != "RECORD-ID";
+      const std::string_view operand = form.operands[i];
+      const bool isFolder = operand == "SOURCE" || operand == "DEST" || operand == "OUT-DIR";
       if (isFolder && call_.operands[i].empty()) {
         fail(say(language_, sentences::folderEmpty, form.operands[i], commandText(form)));
       }
@@ -309,12 +317,12 @@ class Parser {
 }  // namespace
 
 Language languageOf(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
-  std::string_view chosen;
+  std::string chosen = keptLanguage(surroundings).value_or("ru");
   for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
     constexpr std::string_view option = "--lang";
     if (arguments[i] == option && i + 1 < arguments.size()) chosen = arguments[i + 1];
     if (arguments[i].starts_with("--lang=")) {
-      chosen = std::string_view{arguments[i]}.substr(option.size() + 1);
+      chosen = arguments[i].substr(option.size() + 1);
     }
   }
   if (chosen == "en") return Language::english;

@@ -28,6 +28,12 @@ enum class Command {
   templateRender,
   templatePresets,
   templateSanitize,
+  settings,
+  settingsSet,
+  settingsReset,
+  presets,
+  presetsSave,
+  presetsDelete,
 };
 
 /// What `history` is asked for.
@@ -52,6 +58,7 @@ struct Invocation {
   std::vector<std::string> settings;  ///< "KEY=VALUE", in their order
   std::optional<std::string> deviceName;
   bool writeChecksums = false;
+  bool resetsAll = false;                   ///< every setting
   std::optional<std::string> nameTemplate;  ///< JSON
   std::optional<std::string> context;       ///< JSON
   HistoryOptions history;
@@ -69,7 +76,8 @@ struct VersionRequest {};
 
 using Request = std::variant<Invocation, HelpRequest, VersionRequest>;
 
-/// The language that the arguments ask for, whatever else is wrong with them.
+/// The language that the arguments ask for, whatever else is wrong with them; without that the one
+/// that the person keeps, else Russian.
 Language languageOf(const std::vector<std::string>& arguments, const Surroundings& surroundings);
 
 /// Reads the arguments (without the program's own name). Where the environment names a demo folder,

@@ -57,6 +57,12 @@ ExitStatus resetCache(const CommandContext& context);
 ExitStatus renderTemplate(const CommandContext& context);
 ExitStatus listPresets(const CommandContext& context);
 ExitStatus sanitizeText(const CommandContext& context);
+ExitStatus listSettings(const CommandContext& context);
+ExitStatus setSetting(const CommandContext& context);
+ExitStatus resetSettings(const CommandContext& context);
+ExitStatus listTemplates(const CommandContext& context);
+ExitStatus savePreset(const CommandContext& context);
+ExitStatus deletePreset(const CommandContext& context);
 
 /// Runs the command line that the arguments (without the program's own name) ask for, errors told
 /// included.

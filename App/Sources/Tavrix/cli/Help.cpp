@@ -3,6 +3,7 @@
 #include "SettingKeys.h"
 #include "cli/HelpTexts.h"
 #include "cli/PlacesHelpTexts.h"
+#include "cli/SettingsHelpTexts.h"
 #include "cli/VerifyHelpTexts.h"
 
 namespace tavrix::cli {
@@ -44,6 +45,14 @@ const help::HelpText& textOf(std::optional<Command> command) {
     case Command::templatePresets:
     case Command::templateSanitize:
       return help::templates;
+    case Command::settings:
+    case Command::settingsSet:
+    case Command::settingsReset:
+      return help::settings;
+    case Command::presets:
+    case Command::presetsSave:
+    case Command::presetsDelete:
+      return help::presets;
   }
   return help::program;
 }

@@ -32,6 +32,8 @@ inline constexpr HelpText program{
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
   template sanitize TEXT  имя, которое годится для папки
+  settings                запомненные настройки; settings set KEY VALUE, settings reset KEY
+  presets                 все шаблоны имён; presets save NAME JSON, presets delete NAME
 
 SOURCE — айфон на кабеле: phone или phone:НОМЕР; смонтированный телефон, карта памяти или копия
 DCIM: папка, в которой лежит DCIM или папки вида 100APPLE; либо папка, в которой лежат
@@ -63,6 +65,8 @@ Usage: tavrix COMMAND ARGUMENTS…
   template render         a folder name from a template
   template presets        the templates that come with the program
   template sanitize TEXT  a name that a folder can have
+  settings                the settings that are kept; settings set KEY VALUE, settings reset KEY
+  presets                 all templates of names; presets save NAME JSON, presets delete NAME
 
 SOURCE is an iPhone on the cable, phone or phone:SERIAL; a mounted phone, a memory card or a copy
 of DCIM: a folder that holds DCIM or folders such as 100APPLE; or a folder that holds snapshot.json
@@ -78,8 +82,8 @@ inline constexpr HelpText commonOptions{
     R"(
 Параметры всех команд:
   --json              результат для программ
-  --lang ru|en|system язык сообщений (по умолчанию ru)
-  --set КЛЮЧ=ЗНАЧЕНИЕ одна настройка на этот вызов; можно повторять
+  --lang ru|en|system язык сообщений (по умолчанию uiLanguage из tavrix settings, иначе ru)
+  --set КЛЮЧ=ЗНАЧЕНИЕ одна настройка на этот вызов; можно повторять, запомнить: tavrix settings
   --state DIR         папка состояния программы
   --verbose           строки журнала в поток ошибок
   --help              эта справка
@@ -91,8 +95,9 @@ inline constexpr HelpText commonOptions{
     R"(
 Options of every command:
   --json              the result for programs
-  --lang ru|en|system language of what people read (ru by default)
-  --set KEY=VALUE     one setting for this call; may be repeated
+  --lang ru|en|system language of what people read (by default uiLanguage of tavrix settings,
+                      else ru)
+  --set KEY=VALUE     one setting for this call; may be repeated; to keep one: tavrix settings
   --state DIR         the program's state folder
   --verbose           log lines on standard error
   --help              this help

@@ -26,6 +26,11 @@ class JsonPrinter : public ResultPrinter {
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets) override;
+  void settings(const std::vector<KeptSetting>& settings) override;
+  void templates(const std::vector<NamePresets::Builtin>& builtins,
+                 const std::vector<SavedPreset>& saved) override;
+  void templateDeleted(const std::string& name) override;
+  void templatesForgotten() override;
 
  private:
   TextSink& sink_;

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "Library.h"
 #include "PlanSummary.h"
+#include "SavedPreset.h"
 #include "TransferJob.h"
+#include "foundation/json/JsonValue.h"
 #include "grouping/PlaceTree.h"
 #include "history/HistoryStore.h"
 #include "naming/NamePresets.h"
@@ -60,6 +63,13 @@ struct RebuildResult {
   bool hasRecord = false;  ///< the destination held one of the phone before
 };
 
+/// A setting that the program keeps for the person.
+struct KeptSetting {
+  std::string key;
+  std::optional<JsonValue> value{};  ///< as the settings hold it; nothing for what is not given
+  bool isInitial = true;             ///< nobody has set it
+};
+
 /// Writes the result of a command: for people, or for programs.
 class ResultPrinter {
  public:
@@ -85,6 +95,12 @@ class ResultPrinter {
   /// A folder name.
   virtual void name(const std::string& name) = 0;
   virtual void presets(const std::vector<NamePresets::Builtin>& presets) = 0;
+  virtual void settings(const std::vector<KeptSetting>& settings) = 0;
+  /// Templates of names, those that come with the program and those that were saved.
+  virtual void templates(const std::vector<NamePresets::Builtin>& builtins,
+                         const std::vector<SavedPreset>& saved) = 0;
+  virtual void templateDeleted(const std::string& name) = 0;
+  virtual void templatesForgotten() = 0;
 };
 
 }  // namespace tavrix::cli

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "PersistedSettings.h"
 #include "SettingKeys.h"
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
@@ -7,6 +8,7 @@
 #include "cli/Help.h"
 #include "cli/JsonPrinter.h"
 #include "cli/PlaceSentences.h"
+#include "cli/StoredSettings.h"
 #include "cli/TextPrinter.h"
 
 namespace tavrix::cli {
@@ -58,10 +60,13 @@ Settings settingsFromVariables(Settings settings, const Invocation& call,
   return settings;
 }
 
-/// Initial values, then the environment's, then the call's.
+/// Initial values, then those that the person keeps, then the environment's, then the call's.
 Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
   const TimeZone zone = TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc());
   Settings settings = initialSettings(zone, surroundings.systemLocaleID);
+  if (const UserDefaults* const defaults = surroundings.defaults) {
+    settings = PersistedSettings::read(*defaults, {std::move(settings), {}}).settings;
+  }
   settings = settingsFromVariables(std::move(settings), call, surroundings);
   for (const std::string& assignment : call.settings) {
     auto changed = withSetting(std::move(settings), assignment);
@@ -109,11 +114,27 @@ ExitStatus execute(const CommandContext& context) {
       return listPresets(context);
     case Command::templateSanitize:
       return sanitizeText(context);
+    case Command::settings:
+      return listSettings(context);
+    case Command::settingsSet:
+      return setSetting(context);
+    case Command::settingsReset:
+      return resetSettings(context);
+    case Command::presets:
+      return listTemplates(context);
+    case Command::presetsSave:
+      return savePreset(context);
+    case Command::presetsDelete:
+      return deletePreset(context);
   }
   return ExitStatus::usage;
 }
 
 ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings) {
+  if (surroundings.defaults != nullptr) {
+    PersistedSettings::forgetAtLaunch(*surroundings.defaults, isDemo(surroundings));
+  }
+  tellDefaultsFaults(call.language, surroundings);
   const Settings settings = settingsOf(call, surroundings);
   StandardErrorLog log{surroundings.err, surroundings.errColumns.has_value()};
   TextPrinter text{surroundings.out, call.language, settings.timeZone, surroundings.outColumns};

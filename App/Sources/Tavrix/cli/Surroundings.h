@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "defaults/UserDefaults.h"
 #include "device/Phones.h"
 #include "foundation/Time.h"
 #include "foundation/Uuid.h"
@@ -20,8 +21,8 @@ using Environment = std::map<std::string, std::string, std::less<>>;
 
 /// The names of those variables.
 inline constexpr std::string_view heededVariables[] = {
-    "DEMO_DIR",       "DEMO_STATE_DIR", "DEMO_TIME_ZONE", "DEMO_MODE", "DEMO_DEVICE_NAME",
-    "DEBUG_SNAPSHOT", "SNAPSHOT_OUT",   "XDG_STATE_HOME", "HOME",
+    "DEMO_DIR",       "DEMO_STATE_DIR", "DEMO_TIME_ZONE", "DEMO_MODE",       "DEMO_DEVICE_NAME",
+    "DEBUG_SNAPSHOT", "SNAPSHOT_OUT",   "XDG_STATE_HOME", "XDG_CONFIG_HOME", "HOME",
 };
 
 /// All that a command line knows of the world around it; `main` makes the real one, tests their
@@ -30,6 +31,8 @@ struct Surroundings {
   TextSink& out;  ///< the result alone; may throw OutputClosed and OutputError
   TextSink& err;  ///< progress, log lines, errors
   Environment environment{};
+  /// The person's choices; null where there is no place to keep any.
+  UserDefaults* defaults = nullptr;
   std::string systemLocaleID = "en_US_POSIX";
   std::string systemTimeZoneID = "UTC";
   /// The table of places; places have no names without one.

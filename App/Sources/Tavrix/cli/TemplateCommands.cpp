@@ -10,18 +10,6 @@
 namespace tavrix::cli {
 namespace {
 
-NameTemplate readTemplate(const CommandContext& context) {
-  const Language language = context.language();
-  try {
-    return NameTemplateCoding::decodeText(*context.call.nameTemplate);
-  } catch (const NameTemplateError& error) {
-    throw CommandFailure{
-        ExitStatus::usage,
-        say(language, sentences::templateRejected, say(language, sentences::theTemplate),
-            templateFaultText(language, error, *context.call.nameTemplate))};
-  }
-}
-
 /// Reads the fields of a context; one that is missing or null is unknown.
 class ContextReader {
  public:
@@ -71,7 +59,7 @@ class ContextReader {
 }  // namespace
 
 ExitStatus renderTemplate(const CommandContext& context) {
-  const NameTemplate nameTemplate = readTemplate(context);
+  const NameTemplate nameTemplate = readTemplate(context.language(), *context.call.nameTemplate);
   const ContextReader reader{context.language(), *context.call.context};
   NameContext known;
   known.dateStart = reader.instant("dateStart");

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "cli/CliSentences.h"
+#include "cli/ExitStatus.h"
 #include "cli/Quotes.h"
 
 namespace tavrix::cli {
@@ -89,6 +90,16 @@ std::string faultText(Language language, const NameTemplateError& error,
 }
 
 }  // namespace
+
+NameTemplate readTemplate(Language language, const std::string& json) {
+  try {
+    return NameTemplateCoding::decodeText(json);
+  } catch (const NameTemplateError& error) {
+    throw CommandFailure{ExitStatus::usage, say(language, sentences::templateRejected,
+                                                say(language, sentences::theTemplate),
+                                                templateFaultText(language, error, json))};
+  }
+}
 
 std::string templateFaultText(Language language, const NameTemplateError& error,
                               std::string_view nameTemplate) {

@@ -7,6 +7,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Failures.h"
+#include "cli/StoredSettings.h"
 #include "cli/platform/Interrupts.h"
 #include "cli/platform/Resources.h"
 #include "cli/platform/Terminal.h"
@@ -62,10 +63,13 @@ int run(const std::vector<std::string>& arguments) {
   const auto phones = Phones::openBrowser();
   StreamSink out{stdout};
   ErrorSink err;
+  const Environment environment = heededEnvironment();
+  const auto defaults = openDefaults(environment);
   Surroundings surroundings{
       .out = out,
       .err = err,
-      .environment = heededEnvironment(),
+      .environment = environment,
+      .defaults = defaults.get(),
       .systemLocaleID = systemLocaleID(),
       .systemTimeZoneID = systemTimeZoneID(),
       .gazetteerPath = resourcePath("gazetteer.bin"),

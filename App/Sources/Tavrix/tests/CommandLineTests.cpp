@@ -209,9 +209,9 @@ TEST(CommandLine, unknownStyle_isToldWithThoseThatTheTemplateTakes) {
 TEST(Help, everyCommand_hasExamplesInBothLanguages) {
   const CommandTester tester;
   const std::vector<std::vector<std::string>> calls{
-      {},         {"catalog"},  {"bundles"},          {"groups"},   {"places"},
-      {"plan"},   {"transfer"}, {"snapshot"},         {"template"}, {"template", "render"},
-      {"verify"}, {"marker"},   {"marker", "rebuild"}};
+      {},         {"catalog"},  {"bundles"},           {"groups"},   {"places"},
+      {"plan"},   {"transfer"}, {"snapshot"},          {"template"}, {"template", "render"},
+      {"verify"}, {"marker"},   {"marker", "rebuild"}, {"settings"}, {"presets"}};
   for (std::vector<std::string> call : calls) {
     call.emplace_back("--help");
     for (const std::string language : {"ru", "en"}) {

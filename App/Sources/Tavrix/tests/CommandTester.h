@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/StoredSettings.h"
 #include "foundation/json/JsonValue.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
@@ -69,9 +70,12 @@ struct CommandTester {
     std::stop_source stop;
     Environment surrounding = environment;
     surrounding.emplace("XDG_STATE_HOME", folder / "state");
+    surrounding.emplace("XDG_CONFIG_HOME", folder / "config");
+    const auto defaults = openDefaults(surrounding);
     const Surroundings surroundings{.out = out,
                                     .err = err,
                                     .environment = surrounding,
+                                    .defaults = defaults.get(),
                                     .systemLocaleID = localeID,
                                     .systemTimeZoneID = "UTC",
                                     .gazetteerPath = gazetteerPath,

@@ -60,6 +60,7 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"homeWindowMonths=0", [](Settings& s) { s.homeWindowMonths = 0; }},
       {"homeRadiusKm=3", [](Settings& s) { s.homeRadiusKm = 3; }},
       {"homeOverride=-55.75,37.62", [](Settings& s) { s.homeOverride = GeoPoint{-55.75, 37.62}; }},
+      {"homeOverrideName=Дача", [](Settings& s) { s.homeOverrideName = "Дача"; }},
       {"photoJPEG=true", [](Settings& s) { s.photoJPEG = true; }},
       {"jpegQuality=1", [](Settings& s) { s.jpegQuality = 1; }},
       {"videoH264=true", [](Settings& s) { s.videoH264 = true; }},
@@ -125,6 +126,13 @@ TEST(SettingKeys, badValue_namesKeyValueAndForm) {
   }
   EXPECT_THAT(errorOf("granularity=week").choices, ElementsAre("day", "month", "year"));
   EXPECT_TRUE(errorOf("nameTemplate={").template_.has_value());
+}
+
+TEST(SettingKeys, anotherHome_hasNoNameYet) {
+  const Settings named = set("homeOverrideName=Дача", set("homeOverride=55.75,37.62"));
+  EXPECT_EQ(set("homeOverride=55.75,37.62", named), named);
+  EXPECT_EQ(set("homeOverride=1,2", named).homeOverrideName, std::nullopt);
+  EXPECT_EQ(set("homeOverrideName=", named).homeOverrideName, std::nullopt);
 }
 
 TEST(SettingKeys, otherText_isUnknownKeyOrNoAssignment) {

@@ -1,0 +1,329 @@
+#include "PersistedSettings.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "SettingKeys.h"
+#include "naming/NameTemplateCoding.h"
+
+namespace tavrix::PersistedSettings {
+namespace {
+
+/// How one key is kept. `load` gives false, and leaves the values as they were, for an object that
+/// it does not take.
+struct Key {
+  std::string_view name;
+  std::string_view setting;  ///< the name of the setting; empty for what is none
+  std::optional<JsonValue> (*store)(const Values&);
+  bool (*load)(Values&, const JsonValue&);
+};
+
+template <double Settings::* field>
+std::optional<JsonValue> storeNumber(const Values& values) {
+  return JsonValue{values.settings.*field};
+}
+
+template <double Settings::* field>
+bool loadNumber(Values& values, const JsonValue& object) {
+  const auto number = object.asNumber();
+  if (!number || !std::isfinite(*number) || *number < 0) return false;
+  values.settings.*field = *number;
+  return true;
+}
+
+template <int Settings::* field>
+std::optional<JsonValue> storeCount(const Values& values) {
+  return JsonValue{static_cast<double>(values.settings.*field)};
+}
+
+template <int Settings::* field>
+bool loadCount(Values& values, const JsonValue& object) {
+  const auto number = object.asNumber();
+  if (!number || !(*number >= 0 && *number <= largestSettingCount) ||
+      *number != std::floor(*number)) {
+    return false;
+  }
+  values.settings.*field = static_cast<int>(*number);
+  return true;
+}
+
+/// A switch is kept as the number 0 or 1.
+template <bool Settings::* field>
+std::optional<JsonValue> storeFlag(const Values& values) {
+  return JsonValue{values.settings.*field ? 1.0 : 0.0};
+}
+
+template <bool Settings::* field>
+bool loadFlag(Values& values, const JsonValue& object) {
+  const bool* const flag = object.asBool();
+  const auto number = flag != nullptr ? (*flag ? 1.0 : 0.0) : object.asNumber();
+  if (number != 0 && number != 1) return false;
+  values.settings.*field = number == 1;
+  return true;
+}
+
+std::optional<JsonValue> storeHome(const Values& values) {
+  const auto home = manualHome(values.settings);
+  if (!home) return std::nullopt;
+  JsonValue::Object object{{"latitude", {home->latitude}}, {"longitude", {home->longitude}}};
+  if (home->name) object.emplace("name", JsonValue{*home->name});
+  return JsonValue{std::move(object)};
+}
+
+/// The number of a member; nothing when it is none or lies beyond the bound on either side.
+std::optional<double> degreesOf(const JsonValue& object, std::string_view key, double bound) {
+  const JsonValue* const member = object.member(key);
+  const auto number = member == nullptr ? std::nullopt : member->asNumber();
+  return number && std::abs(*number) <= bound ? number : std::nullopt;
+}
+
+bool loadHome(Values& values, const JsonValue& object) {
+  const auto latitude = degreesOf(object, "latitude", 90);
+  const auto longitude = degreesOf(object, "longitude", 180);
+  if (!latitude || !longitude) return false;
+  ManualHome home{*latitude, *longitude};
+  if (const JsonValue* const name = object.member("name"); name != nullptr && !name->isNull()) {
+    if (name->asString() == nullptr) return false;
+    home.name = *name->asString();
+  }
+  values.settings = withManualHome(std::move(values.settings), home);
+  return true;
+}
+
+/// A template as the object that its text reads as, whatever its length.
+JsonValue templateObject(const NameTemplate& nameTemplate) {
+  JsonLimits limits;
+  limits.maxValueBytes = std::numeric_limits<std::size_t>::max() / 2;
+  return parseJson(NameTemplateCoding::encodeText(nameTemplate), limits);
+}
+
+std::optional<NameTemplate> templateOf(const JsonValue& object) {
+  try {
+    return NameTemplateCoding::decode(object);
+  } catch (const NameTemplateError&) {
+    return std::nullopt;
+  }
+}
+
+std::optional<JsonValue> storeTemplate(const Values& values) {
+  return templateObject(values.settings.nameTemplate);
+}
+
+bool loadTemplate(Values& values, const JsonValue& object) {
+  auto nameTemplate = templateOf(object);
+  if (nameTemplate) values.settings.nameTemplate = *std::move(nameTemplate);
+  return nameTemplate.has_value();
+}
+
+std::optional<JsonValue> storePresets(const Values& values) {
+  JsonValue::Array presets;
+  for (const SavedPreset& preset : values.savedPresets) {
+    presets.push_back({JsonValue::Object{{"name", JsonValue{preset.name}},
+                                         {"template", templateObject(preset.nameTemplate)}}});
+  }
+  return JsonValue{std::move(presets)};
+}
+
+bool loadPresets(Values& values, const JsonValue& object) {
+  if (object.asArray() == nullptr) return false;
+  std::vector<SavedPreset> presets;
+  for (const JsonValue& element : *object.asArray()) {
+    const JsonValue* const name = element.member("name");
+    const JsonValue* const content = element.member("template");
+    if (name == nullptr || name->asString() == nullptr || content == nullptr) return false;
+    auto nameTemplate = templateOf(*content);
+    if (!nameTemplate) return false;
+    presets.push_back({*name->asString(), *std::move(nameTemplate)});
+  }
+  values.savedPresets = std::move(presets);
+  return true;
+}
+
+std::optional<JsonValue> storeOverrides(const Values& values) {
+  JsonValue::Object object;
+  for (const auto& [id, name] : values.settings.nameOverrides) object.emplace(id, JsonValue{name});
+  return JsonValue{std::move(object)};
+}
+
+bool loadOverrides(Values& values, const JsonValue& object) {
+  if (object.asObject() == nullptr) return false;
+  decltype(Settings::nameOverrides) overrides;
+  for (const auto& [id, name] : *object.asObject()) {
+    if (name.asString() == nullptr) return false;
+    overrides.emplace(id, *name.asString());
+  }
+  values.settings.nameOverrides = std::move(overrides);
+  return true;
+}
+
+std::optional<JsonValue> storeMerges(const Values& values) {
+  JsonValue::Object object;
+  for (const auto& [mode, merges] : values.settings.mergesByMode) {
+    JsonValue::Array lists;
+    for (const auto& merge : merges) {
+      JsonValue::Array ids;
+      for (const std::string& id : merge) ids.push_back({id});
+      lists.push_back({std::move(ids)});
+    }
+    object.emplace(mode, JsonValue{std::move(lists)});
+  }
+  return JsonValue{std::move(object)};
+}
+
+/// A merge of one mode; false when it is no list of texts.
+bool addMerge(GroupMerges& merges, const JsonValue& object) {
+  if (object.asArray() == nullptr) return false;
+  auto& ids = merges.emplace_back();
+  for (const JsonValue& id : *object.asArray()) {
+    if (id.asString() == nullptr) return false;
+    ids.push_back(*id.asString());
+  }
+  return true;
+}
+
+bool loadMerges(Values& values, const JsonValue& object) {
+  if (object.asObject() == nullptr) return false;
+  Settings::Merges mergesByMode;
+  for (const auto& [mode, lists] : *object.asObject()) {
+    if (lists.asArray() == nullptr) return false;
+    GroupMerges& merges = mergesByMode[mode];
+    for (const JsonValue& merge : *lists.asArray()) {
+      if (!addMerge(merges, merge)) return false;
+    }
+  }
+  values.settings.mergesByMode = std::move(mergesByMode);
+  return true;
+}
+
+using S = Settings;
+
+constexpr std::string_view homeKey = "manualHome";
+
+template <double Settings::* field>
+constexpr Key numberKey(std::string_view name) {
+  return {name, name, storeNumber<field>, loadNumber<field>};
+}
+template <int Settings::* field>
+constexpr Key countKey(std::string_view name) {
+  return {name, name, storeCount<field>, loadCount<field>};
+}
+template <bool Settings::* field>
+constexpr Key flagKey(std::string_view name) {
+  return {name, name, storeFlag<field>, loadFlag<field>};
+}
+
+constexpr std::array table{
+    numberKey<&S::eventGapHours>("eventGapHours"),
+    numberKey<&S::eventGapKm>("eventGapKm"),
+    flagKey<&S::splitByDistance>("splitByDistance"),
+    numberKey<&S::placeRadiusKm>("placeRadiusKm"),
+    numberKey<&S::tripDistanceKm>("tripDistanceKm"),
+    countKey<&S::tripMinDays>("tripMinDays"),
+    numberKey<&S::tripCityKm>("tripCityKm"),
+    numberKey<&S::tripMaxGapHours>("tripMaxGapHours"),
+    countKey<&S::homeWindowMonths>("homeWindowMonths"),
+    Key{homeKey, "homeOverride", storeHome, loadHome},
+    flagKey<&S::geocodingEnabled>("geocodingEnabled"),
+    flagKey<&S::skipOptimized>("skipOptimized"),
+    Key{"nameTemplate", "nameTemplate", storeTemplate, loadTemplate},
+    Key{savedPresetsKey, "", storePresets, loadPresets},
+    Key{"nameOverrides", "nameOverrides", storeOverrides, loadOverrides},
+    Key{"mergesByMode", "mergesByMode", storeMerges, loadMerges},
+};
+
+const Key* find(std::string_view name) {
+  const auto* const found =
+      std::find_if(table.begin(), table.end(), [&](const Key& key) { return key.name == name; });
+  return found == table.end() ? nullptr : found;
+}
+
+constexpr std::array<std::string_view, 6> forgottenAlways{
+    "photoJPEG", "jpegQuality", "videoH264", "packPerGroup", "packSingleArchive", "packAsZip"};
+constexpr std::array<std::string_view, 4> forgottenOutsideDemo{
+    "destinationBookmark", "mergeDistricts", "mergeSameNames", "flattenSingleKind"};
+
+}  // namespace
+
+const std::vector<std::string_view>& keys() {
+  static const std::vector<std::string_view> names = [] {
+    std::vector<std::string_view> result;
+    for (const Key& key : table) result.push_back(key.name);
+    return result;
+  }();
+  return names;
+}
+
+std::optional<std::string_view> keyOf(std::string_view setting) {
+  if (setting == "homeOverrideName") return homeKey;
+  for (const Key& key : table) {
+    if (!setting.empty() && key.setting == setting) return key.name;
+  }
+  return std::nullopt;
+}
+
+Values read(const UserDefaults& defaults, Values initial) {
+  for (const Key& key : table) {
+    if (const auto object = defaults.object(key.name)) key.load(initial, *object);
+  }
+  return initial;
+}
+
+bool isTaken(std::string_view key, const JsonValue& object) {
+  const Key* const found = find(key);
+  Values values;
+  return found != nullptr && found->load(values, object);
+}
+
+std::optional<JsonValue> objectOf(std::string_view key, const Values& values) {
+  const Key* const found = find(key);
+  return found == nullptr ? std::nullopt : found->store(values);
+}
+
+DefaultsChanges changes(const Values& before, const Values& after) {
+  DefaultsChanges changes;
+  for (const Key& key : table) {
+    auto object = key.store(after);
+    if (object != key.store(before)) changes.emplace(key.name, std::move(object));
+  }
+  return changes;
+}
+
+void write(UserDefaults& defaults, const Values& before, const Values& after, bool isDemo) {
+  if (isDemo) return;
+  const DefaultsChanges changed = changes(before, after);
+  if (!changed.empty()) defaults.apply(changed);
+}
+
+std::vector<std::string_view> forgottenKeys(bool isDemo) {
+  std::vector<std::string_view> result{forgottenAlways.begin(), forgottenAlways.end()};
+  if (!isDemo) {
+    result.insert(result.end(), forgottenOutsideDemo.begin(), forgottenOutsideDemo.end());
+  }
+  return result;
+}
+
+void forgetAtLaunch(UserDefaults& defaults, bool isDemo) {
+  DefaultsChanges removals;
+  for (const std::string_view key : forgottenKeys(isDemo)) removals.emplace(key, std::nullopt);
+  defaults.apply(removals);
+}
+
+std::optional<ManualHome> manualHome(const Settings& settings) {
+  if (!settings.homeOverride) return std::nullopt;
+  return ManualHome{settings.homeOverride->latitude, settings.homeOverride->longitude,
+                    settings.homeOverrideName};
+}
+
+Settings withManualHome(Settings settings, const std::optional<ManualHome>& home) {
+  settings.homeOverride.reset();
+  settings.homeOverrideName.reset();
+  if (home) {
+    settings.homeOverride = GeoPoint{home->latitude, home->longitude};
+    settings.homeOverrideName = home->name;
+  }
+  return settings;
+}
+
+}  // namespace tavrix::PersistedSettings

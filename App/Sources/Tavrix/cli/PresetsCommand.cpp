@@ -1,0 +1,103 @@
+// The commands on templates of folder names that come with the program or were saved.
+
+#include <algorithm>
+
+#include "PersistedSettings.h"
+#include "cli/Quotes.h"
+#include "cli/SettingsSentences.h"
+#include "cli/StoredSettings.h"
+#include "cli/TemplateFaults.h"
+#include "foundation/Text.h"
+#include "naming/NamePresets.h"
+
+namespace tavrix::cli {
+namespace {
+
+using PersistedSettings::savedPresetsKey;
+using Presets = std::vector<SavedPreset>;
+
+[[noreturn]] void fail(const std::string& sentence) {
+  throw CommandFailure{ExitStatus::usage, sentence};
+}
+
+Presets savedPresets(const UserDefaults* defaults) {
+  if (defaults == nullptr) return {};
+  return PersistedSettings::read(*defaults, {}).savedPresets;
+}
+
+/// The presets as they are about to change. Saved ones that do not read would be lost by that.
+Presets changeablePresets(const CommandContext& context) {
+  const UserDefaults& defaults = changeableDefaults(context);
+  const auto object = defaults.object(savedPresetsKey);
+  if (object && !PersistedSettings::isTaken(savedPresetsKey, *object)) {
+    throw CommandFailure{ExitStatus::stopped,
+                         say(context.language(), sentences::presetsUnreadable)};
+  }
+  return savedPresets(&defaults);
+}
+
+void keepPresets(const CommandContext& context, Presets presets) {
+  PersistedSettings::Values values;
+  values.savedPresets = std::move(presets);
+  keep(context,
+       {{std::string{savedPresetsKey}, PersistedSettings::objectOf(savedPresetsKey, values)}});
+}
+
+bool isBuiltin(const std::string& name) {
+  const auto& builtins = NamePresets::builtins();
+  return std::any_of(builtins.begin(), builtins.end(), [&](const NamePresets::Builtin& builtin) {
+    return builtin.russian == name || builtin.english == name;
+  });
+}
+
+Presets::iterator find(Presets& presets, const std::string& name) {
+  return std::find_if(presets.begin(), presets.end(),
+                      [&](const SavedPreset& preset) { return preset.name == name; });
+}
+
+/// The name as it will be read again.
+std::string nameOf(const CommandContext& context) {
+  return replacingInvalidUtf8(trimmedWhiteSpace(context.call.operands.at(0)));
+}
+
+}  // namespace
+
+ExitStatus listTemplates(const CommandContext& context) {
+  context.printer.templates(NamePresets::builtins(), savedPresets(context.surroundings.defaults));
+  return ExitStatus::done;
+}
+
+ExitStatus savePreset(const CommandContext& context) {
+  const Language language = context.language();
+  const SavedPreset preset{nameOf(context), readTemplate(language, context.call.operands.at(1))};
+  if (preset.name.empty()) fail(say(language, sentences::presetNameEmpty));
+  if (isBuiltin(preset.name)) {
+    fail(say(language, sentences::presetNameTaken, quoted(preset.name)));
+  }
+  Presets presets = changeablePresets(context);
+  if (const auto found = find(presets, preset.name); found != presets.end()) {
+    *found = preset;
+  } else {
+    presets.push_back(preset);
+  }
+  keepPresets(context, std::move(presets));
+  context.printer.templates({}, {preset});
+  return ExitStatus::done;
+}
+
+ExitStatus deletePreset(const CommandContext& context) {
+  const std::string name = nameOf(context);
+  Presets presets = changeablePresets(context);
+  const auto found = find(presets, name);
+  if (found == presets.end()) {
+    fail(say(context.language(),
+             isBuiltin(name) ? sentences::presetIsBuiltin : sentences::presetUnknown,
+             quoted(name)));
+  }
+  presets.erase(found);
+  keepPresets(context, std::move(presets));
+  context.printer.templateDeleted(name);
+  return ExitStatus::done;
+}
+
+}  // namespace tavrix::cli

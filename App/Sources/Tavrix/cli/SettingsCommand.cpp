@@ -1,0 +1,185 @@
+// The commands that show, keep and reset a person's settings.
+
+#include <algorithm>
+
+#include "PersistedSettings.h"
+#include "SettingKeys.h"
+#include "cli/Failures.h"
+#include "cli/Quotes.h"
+#include "cli/SettingsSentences.h"
+#include "cli/StoredSettings.h"
+#include "defaults/MemoryDefaults.h"
+
+namespace tavrix::cli {
+namespace {
+
+using PersistedSettings::savedPresetsKey;
+
+constexpr std::string_view homeName = "homeOverrideName";
+
+[[noreturn]] void fail(const std::string& sentence) {
+  throw CommandFailure{ExitStatus::usage, sentence};
+}
+
+/// The names of the settings that are kept, in the order of the list.
+std::vector<std::string_view> keptSettings() {
+  std::vector<std::string_view> names = settingKeys();
+  std::erase_if(names, [](std::string_view name) { return !PersistedSettings::keyOf(name); });
+  names.push_back(languageKey);
+  return names;
+}
+
+/// The value of a setting in the form in which the settings hold it.
+std::optional<JsonValue> valueOf(std::string_view name, const PersistedSettings::Values& values) {
+  auto object = PersistedSettings::objectOf(PersistedSettings::keyOf(name).value_or(""), values);
+  if (!object) return std::nullopt;
+  if (settingForm(name) == SettingForm::boolean) return JsonValue{object->asNumber() == 1};
+  const JsonValue* const typedName = object->member("name");
+  if (name == homeName) return typedName == nullptr ? std::nullopt : std::optional{*typedName};
+  if (auto* const home = std::get_if<JsonValue::Object>(&object->data);
+      home != nullptr && name == "homeOverride") {
+    home->erase("name");
+  }
+  return object;
+}
+
+/// Whether the defaults hold a value that counts.
+bool isSet(const UserDefaults& defaults, std::string_view name) {
+  const auto key = PersistedSettings::keyOf(name).value_or("");
+  const auto object = defaults.object(key);
+  if (!object || !PersistedSettings::isTaken(key, *object)) return false;
+  const JsonValue* const typedName = object->member("name");
+  return name != homeName || (typedName != nullptr && !typedName->isNull());
+}
+
+KeptSetting keptSetting(const CommandContext& context, const UserDefaults& defaults,
+                        std::string_view name) {
+  if (name == languageKey) {
+    const auto language = keptLanguage(context.surroundings);
+    return {std::string{name}, JsonValue{language.value_or("ru")}, !language};
+  }
+  return {std::string{name}, valueOf(name, PersistedSettings::read(defaults, {})),
+          !isSet(defaults, name)};
+}
+
+void print(const CommandContext& context, const std::vector<std::string_view>& names) {
+  const MemoryDefaults none;
+  const UserDefaults* const kept = context.surroundings.defaults;
+  const UserDefaults& defaults = kept == nullptr ? none : *kept;
+  std::vector<KeptSetting> settings;
+  for (const std::string_view name : names) {
+    settings.push_back(keptSetting(context, defaults, name));
+  }
+  context.printer.settings(settings);
+}
+
+/// Throws CommandFailure for what is no setting that is kept.
+void checkIsKept(Language language, const std::string& name) {
+  const auto kept = keptSettings();
+  if (std::find(kept.begin(), kept.end(), name) != kept.end()) return;
+  if (settingForm(name)) fail(say(language, sentences::countsForOneCall, name));
+  fail(say(language, sentences::keptUnknownKey, quoted(name), joined(kept)));
+}
+
+struct Assignment {
+  std::string name;
+  std::string value;
+};
+
+/// "KEY VALUE" or "KEY=VALUE".
+Assignment assignmentOf(const CommandContext& context) {
+  const auto& operands = context.call.operands;
+  if (operands.size() == 2) return {operands[0], operands[1]};
+  const auto equals = operands[0].find('=');
+  if (equals == std::string::npos) {
+    checkIsKept(context.language(), operands[0]);
+    fail(say(context.language(), sentences::keptNotAssignment, quoted(operands[0])));
+  }
+  return {operands[0].substr(0, equals), operands[0].substr(equals + 1)};
+}
+
+/// The object to keep for a new value.
+DefaultsChanges changeTo(const CommandContext& context, const UserDefaults& defaults,
+                         const Assignment& assignment) {
+  const Language language = context.language();
+  auto values = PersistedSettings::read(defaults, {});
+  auto changed = withSetting(values.settings, assignment.name + "=" + assignment.value);
+  if (const auto* const error = std::get_if<SettingError>(&changed)) {
+    throw settingFailure(language, *error);
+  }
+  values.settings = std::get<Settings>(std::move(changed));
+  if (assignment.name == homeName && !values.settings.homeOverride) {
+    fail(say(language, sentences::homeNameWithoutHome));
+  }
+  const auto key = *PersistedSettings::keyOf(assignment.name);
+  return {{std::string{key}, PersistedSettings::objectOf(key, values)}};
+}
+
+DefaultsChanges languageChange(const CommandContext& context, const std::string& value) {
+  if (!isLanguageChoice(value)) {
+    fail(say(context.language(), sentences::settingBadValue, languageKey, quoted(value),
+             "ru, en, system"));
+  }
+  return {{std::string{languageKey}, JsonValue{value}}};
+}
+
+DefaultsChanges removal(const UserDefaults& defaults, std::string_view name) {
+  if (name == homeName) {
+    auto values = PersistedSettings::read(defaults, {});
+    values.settings.homeOverrideName.reset();
+    const auto key = *PersistedSettings::keyOf(name);
+    return {{std::string{key}, PersistedSettings::objectOf(key, values)}};
+  }
+  return {{std::string{PersistedSettings::keyOf(name).value_or(name)}, std::nullopt}};
+}
+
+/// What has to be reset; the names of the settings.
+std::vector<std::string_view> resetNames(const CommandContext& context) {
+  const auto& operands = context.call.operands;
+  if (context.call.resetsAll) {
+    if (operands.empty()) return keptSettings();
+    fail(say(context.language(), sentences::resetNamesBoth, quoted(operands[0])));
+  }
+  if (operands.empty()) fail(say(context.language(), sentences::resetNamesNothing));
+  if (operands[0] != savedPresetsKey) checkIsKept(context.language(), operands[0]);
+  return {operands[0]};
+}
+
+}  // namespace
+
+ExitStatus listSettings(const CommandContext& context) {
+  print(context, keptSettings());
+  return ExitStatus::done;
+}
+
+ExitStatus setSetting(const CommandContext& context) {
+  const Assignment assignment = assignmentOf(context);
+  const Language language = context.language();
+  if (assignment.name == savedPresetsKey) fail(say(language, sentences::savedPresetsElsewhere));
+  checkIsKept(language, assignment.name);
+  UserDefaults& defaults = changeableDefaults(context);
+  keep(context, assignment.name == languageKey ? languageChange(context, assignment.value)
+                                               : changeTo(context, defaults, assignment));
+  print(context, {assignment.name});
+  return ExitStatus::done;
+}
+
+ExitStatus resetSettings(const CommandContext& context) {
+  const auto names = resetNames(context);
+  UserDefaults& defaults = changeableDefaults(context);
+  DefaultsChanges changes;
+  for (const std::string_view name : names) {
+    // A home that is reset takes its name along.
+    if (names.size() > 1 && name == homeName) continue;
+    changes.merge(removal(defaults, name));
+  }
+  keep(context, changes);
+  if (names.front() == savedPresetsKey) {
+    context.printer.templatesForgotten();
+  } else {
+    print(context, names);
+  }
+  return ExitStatus::done;
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,209 @@
+#include "defaults/FileDefaults.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+#include "defaults/DefaultsFile.h"
+#include "defaults/MemoryDefaults.h"
+#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+
+namespace tavrix {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Kind = DefaultsFault::Kind;
+
+class FileDefaultsTest : public testing::Test {
+ protected:
+  std::string directory() const { return home / "config/Tavrix"; }
+  std::string stored() const { return home.read("config/Tavrix/defaults.json"); }
+  void put(const std::string& text) const { home.write("config/Tavrix/defaults.json", text); }
+  std::string path(const std::string& name = "defaults.json") const {
+    return directory() + "/" + name;
+  }
+  /// Defaults whose folder goes by a rule.
+  FileDefaults faulty(const FaultRule& rule) const {
+    return {directory(), [rule, directory = directory()](bool) {
+              std::filesystem::create_directories(directory);
+              auto folder = std::make_unique<FaultyFolder>(openFolder(directory));
+              folder->faults().rule = rule;
+              return folder;
+            }};
+  }
+
+  TemporaryFolder home;
+};
+
+/// What holds of every kind of user defaults.
+void expectToKeepObjects(UserDefaults& defaults) {
+  EXPECT_THAT(defaults.keys(), IsEmpty());
+  defaults.set("b", {2.5});
+  defaults.set("a", {std::string{"text"}});
+  defaults.apply({{"c", JsonValue{JsonValue::Array{}}}, {"b", JsonValue{3.0}}});
+  EXPECT_THAT(defaults.keys(), ElementsAre("a", "b", "c"));
+  EXPECT_EQ(defaults.number("b"), 3.0);
+  EXPECT_EQ(defaults.text("a"), "text");
+  EXPECT_EQ(defaults.number("a"), std::nullopt);
+  EXPECT_EQ(defaults.text("b"), std::nullopt);
+  defaults.remove("a");
+  defaults.remove("unheard of");
+  EXPECT_THAT(defaults.keys(), ElementsAre("b", "c"));
+  EXPECT_THAT(defaults.takeFaults(), IsEmpty());
+}
+
+TEST(MemoryDefaults, objects_areKept) {
+  MemoryDefaults defaults;
+  expectToKeepObjects(defaults);
+}
+
+TEST_F(FileDefaultsTest, objects_areKeptAlsoForTheNextProcess) {
+  FileDefaults defaults{directory()};
+  expectToKeepObjects(defaults);
+  EXPECT_THAT(FileDefaults{directory()}.keys(), ElementsAre("b", "c"));
+  EXPECT_EQ(stored(), "{\n  \"b\": 3,\n  \"c\": []\n}\n");
+}
+
+TEST_F(FileDefaultsTest, looking_writesNothing) {
+  FileDefaults defaults{directory()};
+  EXPECT_EQ(defaults.object("a"), std::nullopt);
+  defaults.apply({{"a", std::nullopt}, {"b", std::nullopt}});
+  EXPECT_FALSE(home.has("config"));
+}
+
+TEST_F(FileDefaultsTest, sameObjectAgain_leavesTheFileAsThePersonWroteIt) {
+  const std::string byHand = "{ \"eventGapHours\": 4 }";
+  put(byHand);
+  FileDefaults{directory()}.set("eventGapHours", {4.0});
+  EXPECT_EQ(stored(), byHand);
+}
+
+TEST_F(FileDefaultsTest, keysOfOthers_areKeptAndKnownAfterAChange) {
+  put(R"({"future":{"deep":[1,null]},"mine":1})");
+  FileDefaults mine{directory()};
+  FileDefaults other{directory()};
+  other.set("theirs", {2.0});
+  mine.set("mine", {3.0});
+  EXPECT_EQ(mine.number("theirs"), 2.0);
+  EXPECT_THAT(FileDefaults{directory()}.keys(), ElementsAre("future", "mine", "theirs"));
+}
+
+TEST_F(FileDefaultsTest, damagedFile_isToldLeftUntilAChangeAndThenKept) {
+  const std::string damaged = "{\n  \"eventGapHours\": 4,\n  oops";
+  put(damaged);
+  for (int look = 0; look < 2; ++look) {
+    FileDefaults looking{directory()};
+    EXPECT_THAT(looking.keys(), IsEmpty());
+    EXPECT_THAT(looking.takeFaults(),
+                ElementsAre(DefaultsFault{
+                    .kind = Kind::damaged, .path = path(), .position = JsonPosition{3, 3}}));
+    EXPECT_EQ(stored(), damaged);
+  }
+  for (const std::string name : {"defaults.json.damaged", "defaults.json.damaged-2"}) {
+    put(damaged);
+    FileDefaults changing{directory()};
+    changing.takeFaults();
+    changing.set("eventGapKm", {5.0});
+    EXPECT_THAT(
+        changing.takeFaults(),
+        ElementsAre(DefaultsFault{.kind = Kind::setAside, .path = path(), .keptAs = path(name)}));
+    EXPECT_EQ(home.read("config/Tavrix/" + name), damaged);
+    EXPECT_THAT(FileDefaults{directory()}.keys(), ElementsAre("eventGapKm"));
+  }
+}
+
+TEST_F(FileDefaultsTest, fileBeyondAllBounds_countsAsDamaged) {
+  put("{\"a\":\"" + std::string(DefaultsFile::largestBytes, 'x') + "\"}");
+  FileDefaults defaults{directory()};
+  EXPECT_THAT(defaults.takeFaults(),
+              ElementsAre(DefaultsFault{.kind = Kind::damaged, .path = path()}));
+  defaults.set("b", {1.0});
+  EXPECT_TRUE(home.has("config/Tavrix/defaults.json.damaged"));
+  EXPECT_THAT(FileDefaults{directory()}.keys(), ElementsAre("b"));
+}
+
+TEST_F(FileDefaultsTest, fileThatCannotBeRead_isNeverWrittenOver) {
+  std::filesystem::create_directories(path());
+  home.write("config/Tavrix/defaults.json/inside", "precious");
+  FileDefaults defaults{directory()};
+  const DefaultsFault fault{.kind = Kind::unreadable, .path = path(), .code = EINVAL};
+  EXPECT_THAT(defaults.takeFaults(), ElementsAre(fault));
+  defaults.set("a", {1.0});
+  EXPECT_THAT(defaults.takeFaults(), ElementsAre(fault));
+  EXPECT_EQ(defaults.number("a"), 1.0) << "it counts for this process";
+  EXPECT_EQ(home.read("config/Tavrix/defaults.json/inside"), "precious");
+}
+
+TEST_F(FileDefaultsTest, placeThatCannotBeMade_losesNoChangeOfThisProcess) {
+  home.write("config", "a file where the folder should be");
+  FileDefaults defaults{directory()};
+  EXPECT_THAT(defaults.takeFaults(), IsEmpty());
+  defaults.set("a", {1.0});
+  EXPECT_THAT(
+      defaults.takeFaults(),
+      ElementsAre(DefaultsFault{.kind = Kind::unwritable, .path = path(), .code = ENOTDIR}));
+  EXPECT_EQ(defaults.number("a"), 1.0);
+}
+
+TEST_F(FileDefaultsTest, refusedWrite_leavesTheWholeEarlierFileAndIsTriedAgain) {
+  struct Row {
+    FileOperation operation;
+    std::string name;
+    int code;
+  };
+  const std::vector<Row> rows{{FileOperation::create, "defaults.json.part", EROFS},
+                              {FileOperation::write, "defaults.json.part", ENOSPC},
+                              {FileOperation::sync, "defaults.json.part", EIO},
+                              {FileOperation::close, "defaults.json.part", EDQUOT},
+                              {FileOperation::rename, "defaults.json", EACCES}};
+  for (const Row& row : rows) {
+    put("{\n  \"before\": 1\n}\n");
+    bool isFull = true;
+    FileDefaults defaults = faulty([&](FileOperation operation, const std::string& name) {
+      if (!isFull || operation != row.operation || name != row.name) return;
+      if (operation == FileOperation::write) throw ShortWrite{5, row.code};
+      throw FileError{operation, name, row.code};
+    });
+    defaults.set("a", {1.0});
+    defaults.set("b", {2.0});
+    EXPECT_THAT(
+        defaults.takeFaults(),
+        ElementsAre(DefaultsFault{.kind = Kind::unwritable, .path = path(), .code = row.code}))
+        << "told once";
+    EXPECT_THAT(defaults.keys(), ElementsAre("a", "b", "before"));
+    EXPECT_EQ(stored(), "{\n  \"before\": 1\n}\n");
+    EXPECT_FALSE(home.has("config/Tavrix/defaults.json.part"));
+    isFull = false;
+    defaults.set("c", {3.0});
+    EXPECT_THAT(defaults.takeFaults(), IsEmpty());
+    EXPECT_THAT(FileDefaults{directory()}.keys(), ElementsAre("a", "b", "before", "c"));
+  }
+}
+
+TEST_F(FileDefaultsTest, objectTooLargeToBeReadBack_isKeptHereAndBlocksNothing) {
+  FileDefaults defaults{directory()};
+  JsonValue deep;
+  for (int level = 0; level < 100; ++level) deep = {JsonValue::Array{deep}};
+  for (const JsonValue& object : {JsonValue{std::string(2U << 20U, 'x')}, deep}) {
+    defaults.set("large", object);
+    EXPECT_THAT(defaults.takeFaults(),
+                ElementsAre(DefaultsFault{.kind = Kind::tooLarge, .path = path()}));
+  }
+  defaults.set("small", {1.0});
+  EXPECT_THAT(defaults.takeFaults(), IsEmpty());
+  EXPECT_EQ(defaults.object("large"), deep);
+  EXPECT_THAT(FileDefaults{directory()}.keys(), ElementsAre("small"));
+}
+
+TEST(DefaultsFolder, goesByTheBaseDirectories) {
+  EXPECT_EQ(defaultsFolderPath("/c", "/h"), "/c/Tavrix");
+  EXPECT_EQ(defaultsFolderPath("relative", "/h"), "/h/.config/Tavrix");
+  EXPECT_EQ(defaultsFolderPath(std::nullopt, "/h"), "/h/.config/Tavrix");
+  EXPECT_EQ(defaultsFolderPath("", "relative"), std::nullopt);
+  EXPECT_EQ(defaultsFolderPath(std::nullopt, std::nullopt), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tavrix

@@ -1,0 +1,23 @@
+// Reads arbitrary bytes as the file of user defaults. What decodes must be the same text after
+// writing and reading; what does not is JSON's fault and nothing else.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "defaults/DefaultsFile.h"
+
+using namespace tavrix;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  DefaultsObjects objects;
+  try {
+    objects = DefaultsFile::decode({reinterpret_cast<const char*>(data), size});
+  } catch (const JsonError&) {
+    return 0;
+  }
+  const std::string text = DefaultsFile::encode(objects);
+  if (DefaultsFile::encode(DefaultsFile::decode(text)) != text) std::abort();
+  return 0;
+}
