@@ -54,9 +54,21 @@ struct FollowedDeviceTest : testing::Test {
                         return true;
                       }},
                  Settings{}};
-  DeviceWatcher watcher{
-      {.browser = cable.browser(), .loop = loop, .now = [] { return Instant{}; }}};
+  DeviceWatcher watcher{setup()};
+
+ private:
+  DeviceWatcher::Setup setup() {
+    DeviceWatcher::Setup setup{cable.browser(), loop};
+    setup.now = [] { return Instant{}; };
+    return setup;
+  }
 };
+}
+}
+}
+;
+}
+;
 
 TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
   cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });
