@@ -10,10 +10,10 @@ namespace tavrix {
 
 /// A file to be put into an archive.
 struct ZipEntry {
-  std::string name;            ///< UTF-8 as it is written, "/" between parts
-  std::uint64_t size = 0;      ///< bytes
-  Instant modified;            ///< kept in whole seconds
-  unsigned permissions = 0644; ///< of Unix
+  std::string name;             ///< UTF-8 as it is written, "/" between parts
+  std::uint64_t size = 0;       ///< bytes
+  Instant modified;             ///< kept in whole seconds
+  unsigned permissions = 0644;  ///< of Unix
 
   friend bool operator==(const ZipEntry&, const ZipEntry&) = default;
 };

@@ -55,8 +55,8 @@ std::uint32_t dosTime(Instant instant, const TimeZone& zone) {
   const std::chrono::year_month_day date{day};
   const int year = static_cast<int>(date.year());
   constexpr std::uint32_t earliest = (1U << 21U) | (1U << 16U);
-  constexpr std::uint32_t latest = (127U << 25U) | (12U << 21U) | (31U << 16U) | (23U << 11U) |
-                                   (59U << 5U) | 29U;
+  constexpr std::uint32_t latest =
+      (127U << 25U) | (12U << 21U) | (31U << 16U) | (23U << 11U) | (59U << 5U) | 29U;
   if (year < 1980) return earliest;
   if (year > 2107) return latest;
   const std::chrono::hh_mm_ss time{std::chrono::floor<std::chrono::seconds>(local - day)};
@@ -69,8 +69,7 @@ std::uint32_t dosTime(Instant instant, const TimeZone& zone) {
 
 /// The field of the modification time; empty for times that do not fit it.
 std::string timeExtra(Instant instant) {
-  const auto seconds =
-      std::chrono::floor<std::chrono::seconds>(instant).time_since_epoch().count();
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(instant).time_since_epoch().count();
   if (seconds < std::numeric_limits<std::int32_t>::min() ||
       seconds > std::numeric_limits<std::int32_t>::max()) {
     return {};

@@ -22,8 +22,8 @@ Archive open(const std::string& path) {
 
 /// Whether the directory says of an entry what was put in.
 bool isListed(zip_t* archive, zip_uint64_t index, const ZippedEntry& zipped) {
-  constexpr zip_uint64_t needed = ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_CRC |
-                                  ZIP_STAT_COMP_METHOD | ZIP_STAT_COMP_SIZE;
+  constexpr zip_uint64_t needed =
+      ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_CRC | ZIP_STAT_COMP_METHOD | ZIP_STAT_COMP_SIZE;
   zip_stat_t status;
   if (::zip_stat_index(archive, index, ZIP_FL_ENC_RAW, &status) != 0) return false;
   return (status.valid & needed) == needed && status.name == zipped.entry.name &&

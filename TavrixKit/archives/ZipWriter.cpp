@@ -76,8 +76,7 @@ std::uint64_t ZipWriter::archiveBytes(const std::vector<ZipEntry>& entries) {
     directory += ZipRecords::directoryEntry(zipped, zone).size();
     offset += ZipRecords::localHeader(zipped, zone).size() + entry.size;
   }
-  return offset + directory +
-         ZipRecords::directoryEnd(entries.size(), directory, offset).size();
+  return offset + directory + ZipRecords::directoryEnd(entries.size(), directory, offset).size();
 }
 
 }  // namespace tavrix

@@ -202,11 +202,11 @@ TEST_F(ZipTest, readingBack_findsWhatWasDamaged) {
   EXPECT_EQ(verdict(whole), std::nullopt);
   const std::uint64_t second = entries[1].offset;
   const std::size_t directory = whole.find("PK\x01\x02", second + 2'000'000);
-  const std::vector<std::size_t> places{32,                 // the first name in its local header
-                                        46,                 // its first byte
-                                        55,                 // its last byte
-                                        second + 14,        // a CRC
-                                        second + 22,        // a size
+  const std::vector<std::size_t> places{32,           // the first name in its local header
+                                        46,           // its first byte
+                                        55,           // its last byte
+                                        second + 14,  // a CRC
+                                        second + 22,  // a size
                                         second + 1'000'000,
                                         second + 46 + 1'999'999,
                                         directory + 16,  // a CRC in the directory
@@ -234,10 +234,23 @@ TEST_F(ZipTest, readingBack_findsWhatWasDamaged) {
 }
 
 TEST_F(ZipTest, namesThatLeadElsewhere_areRefused) {
-  const std::vector<std::string> unsafe{"",        "/a",     "../a",    "a/../b", "a/..",
-                                        "a//b",    "a/",     "./a",     "C:\\a",  "c:a",
-                                        "..\\a",   "a\\..",  "\\\\a\\b", "a\nb",   std::string("a\0b", 3),
-                                        "a\xFF.jpg", std::string(65'536, 'a')};
+  const std::vector<std::string> unsafe{"",
+                                        "/a",
+                                        "../a",
+                                        "a/../b",
+                                        "a/..",
+                                        "a//b",
+                                        "a/",
+                                        "./a",
+                                        "C:\\a",
+                                        "c:a",
+                                        "..\\a",
+                                        "a\\..",
+                                        "\\\\a\\b",
+                                        "a\nb",
+                                        std::string("a\0b", 3),
+                                        "a\xFF.jpg",
+                                        std::string(65'536, 'a')};
   for (const std::string& name : unsafe) {
     EXPECT_EQ(failure([&] { pack({{name, "x"}}); }), Kind::unsafeName) << name.substr(0, 20);
   }
@@ -248,8 +261,8 @@ TEST_F(ZipTest, namesThatLeadElsewhere_areRefused) {
 }
 
 TEST_F(ZipTest, contentOfAnotherSize_isNotPacked) {
-  for (const std::size_t size : {std::size_t{0}, std::size_t{9}, std::size_t{11},
-                                 std::size_t{2'000'000}}) {
+  for (const std::size_t size :
+       {std::size_t{0}, std::size_t{9}, std::size_t{11}, std::size_t{2'000'000}}) {
     const auto file = folder.createFile("a.zip");
     ZipWriter writer{*file, TimeZone::utc()};
     const std::string bytes = manyBytes(size);
