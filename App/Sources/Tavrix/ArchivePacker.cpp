@@ -10,6 +10,11 @@
 #include "transfer/FileNames.h"
 
 namespace tavrix {
+namespace {
+
+constexpr std::uint64_t writebackBytes = std::uint64_t{64} << 20U;
+
+}  // namespace
 
 std::uint64_t ArchiveContent::archiveBytes() const { return ZipWriter::archiveBytes(entries); }
 
@@ -48,21 +53,30 @@ void ArchivePacker::pack(const std::string& name, const std::string& part,
   };
   const auto file = destination_.createFile(part);
   ZipWriter writer{*file, zone_};
+  std::uint64_t begun = 0;
+  const auto written = [&](std::uint64_t bytes) {
+    step(bytes);
+    // The disk begins to work while there is still something to pack.
+    if (writer.bytesWritten() - begun < writebackBytes) return;
+    begun = writer.bytesWritten();
+    file->startWriteback();
+  };
   for (std::size_t i = 0; i < content.entries.size(); ++i) {
     checkStop();
     const auto staged = destination_.openFile(content.paths[i]);
-    writer.add(content.entries[i], *staged, step);
+    writer.add(content.entries[i], *staged, written);
   }
   writer.finish();
-  file->sync();
-  file->close();
-  // The digest of the whole and the check of the parts read the same bytes at the same time.
+  // While the disk takes the bytes, the digest of the whole and the check of the parts read them.
+  auto synced = std::async(std::launch::async, [&] { file->sync(); });
   auto digest = std::async(std::launch::async,
                            [&] { return FileDigester{stop_}.digest(destination_, part); });
   ZipVerification::verify(destination_.path() + "/" + part, writer.entries(), step);
   const auto result = digest.get();
   if (!result) throw Stopped{};
   if (result->bytes != writer.bytesWritten()) throw ZipError{ZipError::Kind::mismatch, {}};
+  synced.get();
+  file->close();
   record.size = result->bytes;
   record.sha256 = result->sha256;
   checkStop();

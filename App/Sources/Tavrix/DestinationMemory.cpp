@@ -46,8 +46,7 @@ std::optional<FileError> failureOf(const std::function<void()>& save) {
 
 }  // namespace
 
-DestinationMemory::DestinationMemory(Setup setup, Folder& destination,
-                                     Destination::Content content)
+DestinationMemory::DestinationMemory(Setup setup, Folder& destination, Destination::Content content)
     : setup_(std::move(setup)), destination_(destination), content_(std::move(content)) {
   for (auto& record : content_.marker.records) {
     if (record.phoneHash == setup_.phone.hash) settleClaims(record);

@@ -125,8 +125,8 @@ bool PackedTransfer::stage(MediaSource& source, const TransferEngine::Progress& 
         return false;
       }
     }
-    const bool goesOn = spaceWait_->await(
-        bytesToStage(), true, [](Log& log, std::uint64_t, std::uint64_t free) {
+    const bool goesOn =
+        spaceWait_->await(bytesToStage(), true, [](Log& log, std::uint64_t, std::uint64_t free) {
           writeLog(log, "transfer paused: disk full (free {})", free);
         });
     if (goesOn) continue;
@@ -183,16 +183,14 @@ ArchiveContent PackedTransfer::contentOf(const PlannedArchive& archive) {
     StagedFile& file = files_[index];
     if (!isPackable(index)) {
       if (!file.isSettled && file.outcome) {
-        file.outcome->kind =
-            FileOutcome::Failed{say(setup_.language, sentences::notForArchives)};
+        file.outcome->kind = FileOutcome::Failed{say(setup_.language, sentences::notForArchives)};
         file.outcome->path.reset();
         file.outcome->bytesOnDisk = 0;
       }
       continue;
     }
     const std::string& path = *file.outcome->path;
-    const Instant modified =
-        plan_->files[index].asset.captureDate().value_or(memory_.startedAt());
+    const Instant modified = plan_->files[index].asset.captureDate().value_or(memory_.startedAt());
     content.entries.push_back({Staging::finalPath(path), file.outcome->bytesOnDisk, modified});
     content.paths.push_back(path);
   }
@@ -215,8 +213,8 @@ void PackedTransfer::packAll(const TransferEngine::Progress& progress) {
 void PackedTransfer::showPacking(std::uint64_t bytes) {
   packingBytes_ += bytes;
   if (packingTotal_ > 0) {
-    snapshot_.stageFraction = std::min(
-        1.0, static_cast<double>(packingBytes_) / static_cast<double>(packingTotal_));
+    snapshot_.stageFraction =
+        std::min(1.0, static_cast<double>(packingBytes_) / static_cast<double>(packingTotal_));
   }
   if (progress_ != nullptr && *progress_) (*progress_)(snapshot_);
 }
@@ -234,8 +232,7 @@ void PackedTransfer::settle(const PlannedArchive& archive, const ArchiveContent&
   removeStaged(archive);
 }
 
-void PackedTransfer::awaitSpace(const PlannedArchive& archive, std::uint64_t needed,
-                                bool wasFull) {
+void PackedTransfer::awaitSpace(const PlannedArchive& archive, std::uint64_t needed, bool wasFull) {
   const bool goesOn =
       spaceWait_->await(needed, wasFull, [&](Log& log, std::uint64_t bytes, std::uint64_t free) {
         if (archive.group) {

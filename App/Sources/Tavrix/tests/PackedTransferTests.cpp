@@ -246,8 +246,7 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
     expectTruth(outcome);
     EXPECT_EQ(outcome.report.files[2].path, "1970-01-02/IMG_0002.HEIC");
     ASSERT_EQ(outcome.unpackedFolders.size(), 1U);
-    const std::string reason =
-        sentences::systemErrorText(Language::russian, row.code);
+    const std::string reason = sentences::systemErrorText(Language::russian, row.code);
     EXPECT_EQ(outcome.unpackedFolders[0].reason, reason);
     EXPECT_THAT(packingNotes(Language::russian, outcome),
                 ElementsAre("Группа «1970-01-02» осталась обычной папкой: " + reason));
@@ -261,8 +260,9 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
   temporary.write("1970-01-01/IMG_0000.HEIC", "another");
   temporary.write("1970-01-01/IMG_0001.HEIC", "IMG_0001.HEIC");
   const TransferOutcome outcome = run();
-  EXPECT_THAT(packingNotes(Language::russian, outcome),
-              ElementsAre(HasSubstr("Общий архив не получился, группы остались обычными папками: ")));
+  EXPECT_THAT(
+      packingNotes(Language::russian, outcome),
+      ElementsAre(HasSubstr("Общий архив не получился, группы остались обычными папками: ")));
   EXPECT_EQ(outcome.report.files[0].path, "1970-01-01/IMG_0000 (2).HEIC");
   EXPECT_EQ(outcome.report.files[1].path, "1970-01-01/IMG_0001.HEIC");
   EXPECT_EQ(temporary.read("1970-01-01/IMG_0000.HEIC"), "another");
@@ -315,8 +315,8 @@ TEST_F(PackedTransferTest, cancel_keepsFinishedArchivesAlone) {
   for (const bool whileWaiting : {false, true}) {
     stop = {};
     folder.faults().rule = [&](FileOperation operation, const std::string& path) {
-      const bool isSecond = path.ends_with("1970-01-02.zip.part") ||
-                            path.ends_with("1970-01-02 (2).zip.part");
+      const bool isSecond =
+          path.ends_with("1970-01-02.zip.part") || path.ends_with("1970-01-02 (2).zip.part");
       if (operation != FileOperation::create || !isSecond) return;
       if (!whileWaiting) stop.request_stop();
       if (whileWaiting) throw FileError{operation, path, ENOSPC};
