@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -36,8 +37,8 @@ ArchiveContent writeStaged(const std::string& path) {
 
 void packAsWeDo(const std::string& path, const ArchiveContent& content) {
   const auto folder = openFolder(path);
-  const auto record = ArchivePacker{*folder, TimeZone::utc(), {}}.pack("day.zip", content,
-                                                                      [](std::uint64_t) {});
+  const auto record =
+      ArchivePacker{*folder, TimeZone::utc(), {}}.pack("day.zip", content, [](std::uint64_t) {});
   if (record.size < fileCount * fileBytes) fmt::print("unexpected: {} bytes\n", record.size);
 }
 
@@ -50,18 +51,17 @@ void packAsOthersDo(const std::string& path) {
 void benchPacking(const std::string& folder) {
   constexpr double target = 0.6;
   const ArchiveContent content = writeStaged(folder);
-  const auto fresh = [&](const char* name) { std::filesystem::remove(folder + "/" + name); };
-  shell("sync");
-  const Duel best = duel(
-      3,
-      [&] {
-        fresh("day.zip");
-        packAsWeDo(folder, content);
-      },
-      [&] {
-        fresh("other.zip");
-        packAsOthersDo(folder);
-      });
+  // Neither side pays for bytes that the other has left to the disk.
+  const auto measured = [&](const char* name, const auto& pack) {
+    std::filesystem::remove(folder + "/" + name);
+    shell("sync -f '" + folder + "'");
+    return seconds([&] { pack(); });
+  };
+  Duel best{1e9, 1e9};
+  for (int round = 0; round < 3; ++round) {
+    best.theirs = std::min(best.theirs, measured("other.zip", [&] { packAsOthersDo(folder); }));
+    best.ours = std::min(best.ours, measured("day.zip", [&] { packAsWeDo(folder, content); }));
+  }
   print({"packing 2.1 GB, read back and on stable storage : zip -0 -r", time(best.ours),
          time(best.theirs), best.ratio(), target});
   std::filesystem::remove_all(folder);
