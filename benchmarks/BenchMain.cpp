@@ -1,6 +1,6 @@
 // Measures the program beside yardsticks of the same machine, in turns within one run: machines are
 // shared and noisy, ratios are not. Arguments choose among: pipeline grouping only-new copying
-// verify history metadata phone places.
+// packing verify history metadata phone places.
 
 #include <fmt/format.h>
 
@@ -26,6 +26,7 @@ int main(int count, char** values) {
   if (isChosen("grouping")) tavrix::bench::benchGrouping();
   if (isChosen("only-new")) tavrix::bench::benchOnlyNew(folder);
   if (isChosen("copying")) tavrix::bench::benchCopying(folder + "/copying");
+  if (isChosen("packing")) tavrix::bench::benchPacking(folder + "/packing");
   if (isChosen("verify")) tavrix::bench::benchVerifying(folder + "/verifying");
   if (isChosen("history")) tavrix::bench::benchHistory(folder + "/history");
   if (isChosen("places")) tavrix::bench::benchPlaces(folder);

@@ -11,6 +11,7 @@ void benchGrouping();
 void benchOnlyNew(const std::string& folder);
 void benchHistory(const std::string& folder);
 void benchCopying(const std::string& folder);
+void benchPacking(const std::string& folder);
 void benchVerifying(const std::string& folder);
 void benchPlaces(const std::string& folder);
 void benchMetadata(const std::string& folder);

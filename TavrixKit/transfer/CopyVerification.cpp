@@ -12,6 +12,7 @@
 #include "foundation/files/FileError.h"
 #include "transfer/ChecksumFile.h"
 #include "transfer/FileDigester.h"
+#include "transfer/FileNames.h"
 #include "transfer/MarkerClaims.h"
 
 namespace tavrix::CopyVerification {
@@ -103,7 +104,7 @@ class Verification {
     for (const auto& [path, onDisk] : listing_.files) {
       if (claims.contains(path) || DestinationMarker::isOwnFile(path)) continue;
       if (path == ChecksumFile::name) continue;
-      if (path.ends_with(leftOverEnding)) {
+      if (path.ends_with(leftOverEnding) || isStaged(path)) {
         report_.leftOvers.push_back(path);
       } else {
         report_.unknown.push_back({path, onDisk.size});

@@ -55,7 +55,8 @@ struct UnknownFile {
 struct Report {
   std::vector<CheckedFile> files;           ///< by path
   std::vector<UnknownFile> unknown;         ///< by path; the program's own files are not among them
-  std::vector<std::string> leftOvers;       ///< ".part" files of runs that were killed, by path
+  std::vector<std::string> leftOvers;       ///< of runs that were killed: ".part" files, and what
+                                            ///< was staged to be packed; by path
   std::vector<std::string> damagedRecords;  ///< whose word nobody can read
   std::vector<UnreadableFolder> unreadableFolders{};  ///< by path; not looked into
   std::uint64_t bytesRead = 0;

@@ -77,6 +77,10 @@ std::string fittingName(std::string name) {
   return joined(splitFileName(name).stem, dottedExtension(name));
 }
 
+bool isStaged(std::string_view path) {
+  return path.starts_with(stagingFolder) && path.substr(stagingFolder.size()).starts_with('/');
+}
+
 std::string partPath(const std::string& path) {
   constexpr std::string_view ending = ".part";
   const std::string name = lastPathComponent(path);

@@ -28,6 +28,11 @@ std::string lowerExtension(std::string_view name);
 /// The name without what makes it longer than a volume takes, its extension kept.
 std::string fittingName(std::string name);
 
+/// The hidden folder in a destination where files wait to be packed.
+inline constexpr std::string_view stagingFolder = ".Tavrix-staging";
+/// Whether a path of the destination lies in that folder.
+bool isStaged(std::string_view path);
+
 /// The temporary name beside a target: ".part" appended, shortened when that would be too long.
 std::string partPath(const std::string& path);
 

@@ -103,6 +103,7 @@ std::vector<std::string> notesOf(const RunToRecord& run) {
     notes.push_back(say(language, sentences::notePhoneWaits,
                         counted(language, outcome.phoneWaits, sentences::times)));
   }
+  for (const std::string& note : packingNotes(language, outcome)) notes.push_back(note);
   if (outcome.unreadFolders > 0) {
     notes.push_back(say(language, sentences::noteUnreadFolders,
                         counted(language, outcome.unreadFolders, sentences::folders)));
@@ -118,6 +119,20 @@ std::vector<std::string> notesOf(const RunToRecord& run) {
 }
 
 }  // namespace
+
+std::vector<std::string> packingNotes(Language language, const TransferOutcome& outcome) {
+  std::vector<std::string> notes;
+  for (const TransferOutcome::UnpackedFolder& folder : outcome.unpackedFolders) {
+    notes.push_back(folder.group
+                        ? say(language, sentences::noteGroupUnpacked, *folder.group, folder.reason)
+                        : say(language, sentences::noteWholeUnpacked, folder.reason));
+  }
+  if (!outcome.rescuedFiles.empty()) {
+    notes.push_back(say(language, sentences::noteRescued,
+                        counted(language, outcome.rescuedFiles.size(), sentences::files)));
+  }
+  return notes;
+}
 
 TransferRecord::Options recordOptions(const Settings& settings, const std::string& phoneName) {
   const TransferOptions transfer = transferOptions(settings, phoneName);

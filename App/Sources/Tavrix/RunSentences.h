@@ -22,6 +22,36 @@ inline constexpr Sentence<> noteKeptOriginals{
 inline constexpr Sentence<std::string> noteMarkerNotSaved{
     "Папка назначения не запомнила, что в неё перенесено: {}",
     "The destination folder could not note what was transferred: {}"};
+/// A folder's name, and why.
+inline constexpr Sentence<std::string, std::string> noteGroupUnpacked{
+    "Группа «{}» осталась обычной папкой: {}", "The group “{}” stayed an ordinary folder: {}"};
+inline constexpr Sentence<std::string> noteWholeUnpacked{
+    "Общий архив не получился, группы остались обычными папками: {}",
+    "The combined archive did not work out, the groups stayed ordinary folders: {}"};
+/// How many files.
+inline constexpr Sentence<std::string> noteRescued{
+    "От прерванной упаковки остались файлы, которых на телефоне уже нет: {}; они лежат в обычных "
+    "папках.",
+    "An interrupted packing had left files that the phone holds no more: {}; they lie in ordinary "
+    "folders."};
+/// How much more is needed, and how much is free.
+inline constexpr Sentence<std::string, std::string> diskFull{
+    "На диске нет места: нужно ещё {} (свободно {}). Освободите место — продолжу сам.",
+    "There is no space on the disk: {} more is needed ({} free). Free some space — I will carry on "
+    "by myself."};
+
+// Why files were not packed.
+inline constexpr Sentence<std::string> zipUnsafeName{"имя «{}» не годится для архива",
+                                                     "the name “{}” cannot stand in an archive"};
+inline constexpr Sentence<std::string> zipDuplicateName{"два файла называются «{}»",
+                                                        "two files are named “{}”"};
+inline constexpr Sentence<std::string> zipContentChanged{
+    "файл «{}» изменился, пока его упаковывали", "the file “{}” changed while it was being packed"};
+inline constexpr Sentence<> zipNotReadBack{"готовый архив не прошёл проверку чтением",
+                                           "the finished archive could not be read back"};
+inline constexpr Sentence<> notForArchives{"такие файлы в архив не входят",
+                                           "such files do not go into archives"};
+
 /// How many folders.
 inline constexpr Sentence<std::string> noteUnreadFolders{
     "В источнике не прочитано: {}; файлы оттуда не перенесены.",

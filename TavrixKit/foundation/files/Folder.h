@@ -30,6 +30,8 @@ class WritableFile {
  public:
   virtual ~WritableFile() = default;
   virtual void append(std::span<const std::byte> bytes) = 0;
+  /// Replaces bytes that were appended before, from `offset` on.
+  virtual void overwrite(std::uint64_t offset, std::span<const std::byte> bytes) = 0;
   virtual void setModificationTime(Instant time) = 0;
   /// Asks the system to begin moving the bytes to stable storage, without waiting for it.
   virtual void startWriteback() = 0;
@@ -77,6 +79,10 @@ class Folder {
   virtual void renameReplacing(const std::string& from, const std::string& to) = 0;
   /// No error when there is nothing of that name.
   virtual void removeFile(const std::string& path) = 0;
+  /// Removes a folder with all that lies in it; of a link, the link. No error when there is nothing
+  /// of that name. What stands in the way of the rest is left, and the first failure thrown at the
+  /// end.
+  virtual void removeAll(const std::string& path) = 0;
 
   /// Returns when the entries of a folder ("" for this one) are on stable storage.
   virtual void syncEntries(const std::string& folder) = 0;

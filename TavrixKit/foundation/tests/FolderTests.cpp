@@ -154,6 +154,36 @@ TEST_F(FolderTest, readFile_takesOnlyRegularFilesWithinTheLimit) {
   EXPECT_EQ(codeOf([&] { openFileForReading(temporary / "inside"); }), EISDIR);
 }
 
+TEST_F(FolderTest, removeAll_takesTheFolderAndNothingThatLinksLeadTo) {
+  fs::create_directories(temporary / "outside");
+  temporary.write("outside/kept", "x");
+  for (const std::string name : {"a/b/c/1", "a/b/2", "a/3", "other"}) {
+    temporary.write("inside/" + name, "x");
+  }
+  fs::create_directory_symlink(temporary / "outside", temporary / "inside/a/b/link");
+  fs::create_directory_symlink(temporary / "outside", temporary / "inside/link");
+  folder->removeAll("a/b");
+  EXPECT_FALSE(temporary.has("inside/a/b"));
+  EXPECT_TRUE(temporary.has("inside/a/3"));
+  folder->removeAll("a");
+  folder->removeAll("a");
+  folder->removeAll("none/at/all");
+  folder->removeAll("link");
+  EXPECT_EQ(codeOf([&] { folder->removeAll("../outside"); }), EXDEV);
+  EXPECT_THAT(folder->names(), ElementsAre("other"));
+  EXPECT_EQ(temporary.read("outside/kept"), "x");
+}
+
+TEST_F(FolderTest, overwrite_replacesBytesInPlace) {
+  const auto file = folder->createFile("a");
+  const auto bytes = [](std::string_view text) { return std::as_bytes(std::span{text}); };
+  file->append(bytes("0123456789"));
+  file->overwrite(2, bytes("ab"));
+  file->append(bytes("!"));
+  file->close();
+  EXPECT_EQ(temporary.read("inside/a"), "01ab456789!");
+}
+
 TEST_F(FolderTest, visitAll_findsEverythingOnceAndFollowsNoLink) {
   temporary.write("inside/a/b/c", "123");
   temporary.write("inside/closed/d", "");

@@ -93,16 +93,19 @@ TEST_F(CopyVerificationTest, eachFault_isToldByItsOwnState) {
 
 TEST_F(CopyVerificationTest, unknownFiles_areNotThoseOfTheProgram) {
   record('a', {land("a.HEIC")});
-  for (const char* name : {"b.HEIC", "day/b.HEIC", "phone-list.json", "phone-aaaaaaaa.json.damaged",
-                           "phone-aaaaaaaa.json.damaged-2", "SHA256SUMS", "day/SHA256SUMS",
-                           "day/c.HEIC.part", "phone-aaaaaaaa.json.part"}) {
+  for (const char* name :
+       {"b.HEIC", "day/b.HEIC", "phone-list.json", "phone-aaaaaaaa.json.damaged",
+        "phone-aaaaaaaa.json.damaged-2", "SHA256SUMS", "day/SHA256SUMS", "day/c.HEIC.part",
+        "phone-aaaaaaaa.json.part", ".Tavrix-staging/day/d.HEIC", ".Tavrix-staging.HEIC"}) {
     temporary.write(name, "x");
   }
   const Report report = check();
   EXPECT_THAT(report.unknown,
-              ElementsAre(UnknownFile{"b.HEIC", 1}, UnknownFile{"day/SHA256SUMS", 1},
-                          UnknownFile{"day/b.HEIC", 1}, UnknownFile{"phone-list.json", 1}));
-  EXPECT_THAT(report.leftOvers, ElementsAre("day/c.HEIC.part", "phone-aaaaaaaa.json.part"));
+              ElementsAre(UnknownFile{".Tavrix-staging.HEIC", 1}, UnknownFile{"b.HEIC", 1},
+                          UnknownFile{"day/SHA256SUMS", 1}, UnknownFile{"day/b.HEIC", 1},
+                          UnknownFile{"phone-list.json", 1}));
+  EXPECT_THAT(report.leftOvers, ElementsAre(".Tavrix-staging/day/d.HEIC", "day/c.HEIC.part",
+                                            "phone-aaaaaaaa.json.part"));
   EXPECT_THAT(report.damagedRecords, IsEmpty());
   EXPECT_FALSE(report.hasLosses());
 }

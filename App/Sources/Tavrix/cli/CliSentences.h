@@ -82,10 +82,6 @@ inline constexpr Sentence<> allowedPlaces{
 inline constexpr Sentence<> allowedMerges{
     R"(объект JSON со списками групп вида {{"byDate":[["2026-05-20","2026-05-21"]]}} по режимам byDate, events, trips, flat)",
     R"(a JSON object with lists of groups such as {{"byDate":[["2026-05-20","2026-05-21"]]}} by the modes byDate, events, trips, flat)"};
-inline constexpr Sentence<> archivesNotThere{
-    "Упаковки в архивы пока нет; уберите --set packAsZip=true, и файлы лягут в папки.",
-    "Packing into archives is not there yet; leave out --set packAsZip=true to get files in "
-    "folders."};
 
 // Name templates.
 inline constexpr Sentence<Text, Text> templateRejected{
@@ -175,6 +171,9 @@ inline constexpr Sentence<Text, Text> fileRefused{
 inline constexpr Sentence<Text, Text> spaceHint{
     "Нужно {}, а свободно {}: скопируется, сколько поместится.",
     "{} are needed and {} are free: as much as fits will be copied."};
+inline constexpr Sentence<Text, Text> packingSpaceHint{
+    "Для упаковки нужно {}, а свободно {}: когда место кончится, перенос подождёт.",
+    "Packing needs {} and {} are free: when the space runs out, the transfer will wait."};
 inline constexpr Sentence<Text, Text> markerNotSaved{
     "Файлы на месте, но запись о переносе не сохранилась: «{}», {}.",
     "The files are in place, but the record of the transfer was not saved: “{}”, {}."};
@@ -254,6 +253,17 @@ inline constexpr Sentence<Text> runPartlyCompleted{
 inline constexpr Sentence<> runCancelled{
     "Перенос отменён; что успело скопироваться, останется, а повтор перенесёт остальное.",
     "The transfer was cancelled; what was copied stays, and running it again transfers the rest."};
+inline constexpr Sentence<Text> packingCompletedWithFailures{
+    "Перенос завершён, но не удалось перенести {}; повтор упакует всё заново, в новые архивы.",
+    "The transfer has ended, but failed for {}; run again, it packs everything anew, into new "
+    "archives."};
+inline constexpr Sentence<> packingCancelled{
+    "Перенос отменён; готовые архивы остались, а повтор упакует всё заново, в новые архивы.",
+    "The transfer was cancelled; finished archives stay, and running it again packs everything "
+    "anew, into new archives."};
+inline constexpr Sentence<Text, Text> packingInterrupted{
+    "Перенос остановлен: {} («{}»); устраните причину и повторите — всё упакуется заново.",
+    "The transfer was stopped: {} (“{}”); mend that and run it again to pack everything anew."};
 inline constexpr Sentence<Text, Text> runInterrupted{
     "Перенос остановлен: {} («{}»); устраните причину и повторите — перенесётся остальное.",
     "The transfer was stopped: {} (“{}”); mend that and run it again to transfer the rest."};
@@ -277,6 +287,9 @@ inline constexpr Sentence<> keptOriginalsTitle{"Остались под свои
 inline constexpr CountedNoun filesOfTotal{"файлов", "файлов", "файлов", "file", "files"};
 inline constexpr Sentence<Text, Text, Text, Text> progressCounts{"{} / {} · {} / {}",
                                                                  "{} / {} · {} / {}"};
+inline constexpr CountedNoun groupsOfTotal{"групп", "групп", "групп", "group", "groups"};
+inline constexpr Sentence<Text, Text> progressPacking{"4 · Архивация · {} / {}",
+                                                      "4 · Packing · {} / {}"};
 inline constexpr Sentence<Text> progressSpeed{"{}/с", "{}/s"};
 inline constexpr Sentence<Text> progressLeft{"осталось {}", "{} left"};
 

@@ -213,6 +213,11 @@ inline constexpr HelpText transfer{
 DEST создаётся, если есть папка, в которой ей лежать. Повтор переносит только то, чего в DEST
 ещё нет. Ctrl-C останавливает перенос; всё, что успело скопироваться, остаётся.
 
+С --set packAsZip=true файлы складываются в один архив zip, а с --set packPerGroup=true ещё и
+каждая папка в свой. Архив получает имя, когда прочитан обратно и сверен. В архивы переносится
+всё, и повтор делает новые рядом со старыми. На время упаковки нужно вдвое больше места; если его
+нет, перенос ждёт.
+
   --device-name NAME  имя телефона (по умолчанию iPhone)
                       с ним карта узнаётся, куда бы её ни подключили,
                       и скопированное не копируется снова
@@ -221,11 +226,17 @@ DEST создаётся, если есть папка, в которой ей л
   tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ
   tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ --set uiMode=trips --set includeAAE=false
   tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ --set fileNamePrefixMode=phone --device-name Анна
+  tavrix transfer ТЕЛЕФОН ФОТОГРАФИИ --set packAsZip=true --set packPerGroup=true
 )",
     R"(tavrix transfer SOURCE DEST — transfers the shots into the folder DEST.
 
 DEST is created when the folder above it exists. Run again, it transfers only what is not in DEST
 yet. Ctrl-C stops the transfer; all that was copied by then stays.
+
+With --set packAsZip=true the files go into one zip archive, with --set packPerGroup=true as well
+each folder into its own. An archive gets its name when it was read back and compared. Archives
+take everything, and running again makes new ones beside the old. Packing needs twice the space
+for a while; when there is too little, the transfer waits.
 
   --device-name NAME  the phone's name (iPhone by default)
                       with it a card is known again wherever it is mounted,
@@ -235,6 +246,7 @@ Examples:
   tavrix transfer PHONE PHOTOS
   tavrix transfer PHONE PHOTOS --set uiMode=trips --set includeAAE=false
   tavrix transfer PHONE PHOTOS --set fileNamePrefixMode=phone --device-name Anna
+  tavrix transfer PHONE PHOTOS --set packAsZip=true --set packPerGroup=true
 )"};
 
 inline constexpr HelpText history{

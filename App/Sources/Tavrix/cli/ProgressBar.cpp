@@ -63,7 +63,27 @@ void ProgressBar::measureSpeed(std::uint64_t bytesDone, std::chrono::steady_cloc
   measuredBytes_ = bytesDone;
 }
 
+std::string ProgressBar::packingText(const TransferProgressSnapshot& progress) const {
+  constexpr double scale = 1'000'000;
+  const double share = progress.stageFraction.value_or(0);
+  std::string line = barText(static_cast<std::uint64_t>(share * scale), std::uint64_t{1'000'000});
+  line +=
+      " " + say(language_, sentences::progressPacking, numberText(language_, progress.packedGroups),
+                counted(language_, progress.packGroupsTotal, sentences::groupsOfTotal));
+  return withName(std::move(line), progress);
+}
+
+std::string ProgressBar::withName(std::string line,
+                                  const TransferProgressSnapshot& progress) const {
+  const int room = columns_ - displayWidth(line) - 3;
+  if (progress.currentFileName && room >= narrowestName) {
+    line += " · " + shortened(printable(*progress.currentFileName), room);
+  }
+  return shortened(line, columns_);
+}
+
 std::string ProgressBar::text(const TransferProgressSnapshot& progress) const {
+  if (progress.stage == TransferStage::packing) return packingText(progress);
   std::string line = barText(progress.bytesDone, progress.bytesTotal) + " ";
   line += say(language_, sentences::progressCounts, numberText(language_, progress.filesDone),
               counted(language_, progress.filesTotal, sentences::filesOfTotal),
@@ -77,11 +97,7 @@ std::string ProgressBar::text(const TransferProgressSnapshot& progress) const {
                         bytesText(language_, static_cast<std::uint64_t>(bytesPerSecond_)));
     line += " · " + say(language_, sentences::progressLeft, durationText(duration));
   }
-  const int room = columns_ - displayWidth(line) - 3;
-  if (progress.currentFileName && room >= narrowestName) {
-    line += " · " + shortened(printable(*progress.currentFileName), room);
-  }
-  return shortened(line, columns_);
+  return withName(std::move(line), progress);
 }
 
 void ProgressBar::show(const TransferProgressSnapshot& progress,

@@ -29,6 +29,9 @@ class ProgressBar {
   std::string text(const TransferProgressSnapshot& progress) const;
 
  private:
+  std::string packingText(const TransferProgressSnapshot& progress) const;
+  /// The line with the name of the file in hand, as far as there is room.
+  std::string withName(std::string line, const TransferProgressSnapshot& progress) const;
   void measureSpeed(std::uint64_t bytesDone, std::chrono::steady_clock::time_point now);
 
   TextSink& terminal_;

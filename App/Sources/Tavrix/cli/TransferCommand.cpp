@@ -1,5 +1,9 @@
 // The commands that plan and transfer.
 
+#include <algorithm>
+
+#include "PackedTransfer.h"
+#include "Staging.h"
 #include "TransferJob.h"
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
@@ -12,6 +16,7 @@
 #include "cli/Source.h"
 #include "cli/UnreadableReason.h"
 #include "foundation/Text.h"
+#include "naming/FolderName.h"
 #include "transfer/TransferPlanner.h"
 
 namespace tavrix::cli {
@@ -56,9 +61,36 @@ void tellUnreadable(const CommandContext& context, const DestinationView& view) 
                  counted(language, folders.size(), tavrix::sentences::folders), first, reason));
 }
 
-void checkTransferable(const CommandContext& context) {
-  if (!context.settings.packAsZip) return;
-  throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::archivesNotThere)};
+TransferOptions::Container containerOf(const CommandContext& context) {
+  return transferOptions(context.settings, {}).container;
+}
+
+bool packs(const CommandContext& context) {
+  return containerOf(context) != TransferOptions::Container::folder;
+}
+
+Packing packingOf(const CommandContext& context) {
+  const CivilDate today = context.settings.timeZone.dateAt(context.surroundings.now());
+  Packing packing;
+  packing.isPerGroup = containerOf(context) == TransferOptions::Container::zipPerGroup;
+  packing.isFlat = context.settings.uiMode == UIGroupingMode::flat;
+  packing.wholeName = FolderName::sanitise(deviceName(context) + " " + dayText(today));
+  return packing;
+}
+
+/// Bytes that a run writes at most at one time: files that are to be packed lie beside the archive
+/// that is being made of them.
+std::uint64_t neededBytes(const CommandContext& context, const TransferPlan& plan) {
+  std::uint64_t all = 0;
+  for (const PlannedFile& file : plan.files) all += file.asset.sizeBytes();
+  if (!packs(context)) return all;
+  std::uint64_t largest = 0;
+  for (const PlannedArchive& archive : plannedArchives(plan, packingOf(context))) {
+    std::uint64_t bytes = 0;
+    for (const std::size_t index : archive.files) bytes += plan.files[index].asset.sizeBytes();
+    largest = std::max(largest, bytes);
+  }
+  return all + largest;
 }
 
 /// What has to hold before the first byte is written.
@@ -66,23 +98,17 @@ void checkBeforeRun(const CommandContext& context, const TransferPlan& plan,
                     const Folder& destination) {
   if (plan.files.empty()) return;
   checkMedia(context);
-  std::uint64_t needed = 0;
-  for (const PlannedFile& file : plan.files) needed += file.asset.sizeBytes();
+  const std::uint64_t needed = neededBytes(context, plan);
   const std::uint64_t available = destination.freeBytes();
   if (needed <= available) return;
-  warn(context, say(context.language(), sentences::spaceHint, bytesText(context.language(), needed),
-                    bytesText(context.language(), available)));
+  warn(context,
+       say(context.language(), packs(context) ? sentences::packingSpaceHint : sentences::spaceHint,
+           bytesText(context.language(), needed), bytesText(context.language(), available)));
 }
 
-TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Folder& destination,
-                    Destination::Content content) {
+template <typename Job>
+TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Job job) {
   const Surroundings& surroundings = context.surroundings;
-  TransferJob::Setup setup;
-  setup.phone = phoneOf(context);
-  setup.language = writtenLanguage(context);
-  setup.log = &context.log;
-  setup.now = surroundings.now;
-  TransferJob job{std::move(setup), destination, std::move(content)};
   const auto source = openMedia(context);
   if (!surroundings.errColumns) return job.run(plan, *source, {}, surroundings.catchInterrupts());
   ProgressBar bar{surroundings.err, *surroundings.errColumns, context.language()};
@@ -92,6 +118,48 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
         bar.show(progress, std::chrono::steady_clock::now());
       },
       surroundings.catchInterrupts());
+}
+
+TransferOutcome runUnpacked(const CommandContext& context, const TransferPlan& plan,
+                            Folder& destination, Destination::Content content) {
+  TransferJob::Setup setup;
+  setup.phone = phoneOf(context);
+  setup.language = writtenLanguage(context);
+  setup.log = &context.log;
+  setup.now = context.surroundings.now;
+  return run(context, plan, TransferJob{std::move(setup), destination, std::move(content)});
+}
+
+/// Writes on a line of its own, where a bar may stand, why the run waits.
+void tellPause(const CommandContext& context, const std::optional<std::string>& reason) {
+  if (!reason) return;
+  const bool mayHaveBar = context.surroundings.errColumns.has_value();
+  context.surroundings.err.write((mayHaveBar ? "\r\x1b[Ktavrix: " : "tavrix: ") + *reason + '\n');
+}
+
+TransferOutcome runPacked(const CommandContext& context, const TransferPlan& plan,
+                          Folder& destination, Destination::Content content) {
+  PackedTransfer::Setup setup;
+  setup.phone = phoneOf(context);
+  setup.packing = packingOf(context);
+  setup.zone = context.settings.timeZone;
+  setup.language = writtenLanguage(context);
+  setup.log = &context.log;
+  setup.now = context.surroundings.now;
+  setup.spaceWait.language = context.language();
+  setup.spaceWait.paused = [&](const auto& reason) { tellPause(context, reason); };
+  return run(context, plan, PackedTransfer{std::move(setup), destination, std::move(content)});
+}
+
+/// Clears away what a killed run left and does the run.
+TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Folder& destination,
+                    Destination::Content content) {
+  auto rescued = Staging::settleLeftOvers(destination, content.view.filesOnDisk(), plan);
+  TransferOutcome outcome = packs(context)
+                                ? runPacked(context, plan, destination, std::move(content))
+                                : runUnpacked(context, plan, destination, std::move(content));
+  outcome.rescuedFiles = std::move(rescued);
+  return outcome;
 }
 
 /// The run as it stands before its first byte.
@@ -142,12 +210,14 @@ TransferOutcome withUnread(const CommandContext& context, TransferOutcome outcom
 void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
   const Language language = context.language();
   if (outcome.status == TransferRecord::Status::cancelled) {
-    warn(context, say(language, sentences::runCancelled));
+    warn(context,
+         say(language, outcome.isPacked ? sentences::packingCancelled : sentences::runCancelled));
   }
   if (outcome.interruption) {
-    warn(context, say(language, sentences::runInterrupted,
-                      tavrix::sentences::systemErrorText(language, outcome.interruption->code()),
-                      printable(outcome.interruption->path())));
+    warn(context,
+         say(language, outcome.isPacked ? sentences::packingInterrupted : sentences::runInterrupted,
+             tavrix::sentences::systemErrorText(language, outcome.interruption->code()),
+             printable(outcome.interruption->path())));
   }
   if (outcome.markerFailure) {
     warn(context, say(language, sentences::markerNotSaved, printable(outcome.markerFailure->path()),
@@ -173,12 +243,12 @@ ExitStatus showPlan(const CommandContext& context) {
   const TransferPlan plan = makePlan(context, library, view);
   tellKnownCard(context, content.marker, plan);
   const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
-  context.printer.plan({library, plan, destinationPath(context), isFlat, freeBytes});
+  context.printer.plan({library, plan, destinationPath(context), isFlat, freeBytes,
+                        neededBytes(context, plan), packs(context)});
   return ExitStatus::done;
 }
 
 ExitStatus transfer(const CommandContext& context) {
-  checkTransferable(context);
   checkApart(context, destinationPath(context));
   const auto naming = placeNaming(context);
   const Library library = readLibrary(context, naming.get());

@@ -1,5 +1,6 @@
 // What TextPrinter tells of plans and runs.
 
+#include "RunRecording.h"
 #include "cli/CliSentences.h"
 #include "cli/HistorySentences.h"
 #include "cli/SourceSentences.h"
@@ -76,9 +77,9 @@ void TextPrinter::plan(const PlanResult& result) {
   } else {
     line(say(language_, sentences::planHeadline, count(counts.planned, sentences::files),
              bytes(counts.plannedBytes), printable(result.destination)));
-    if (result.freeBytes && *result.freeBytes < counts.plannedBytes) {
-      line(say(language_, sentences::spaceHint, bytes(counts.plannedBytes),
-               bytes(*result.freeBytes)));
+    if (result.freeBytes && *result.freeBytes < result.neededBytes) {
+      line(say(language_, result.isPacked ? sentences::packingSpaceHint : sentences::spaceHint,
+               bytes(result.neededBytes), bytes(*result.freeBytes)));
     }
     line("");
   }
@@ -94,7 +95,9 @@ void TextPrinter::headline(const TransferResult& result) {
     case TransferRecord::Status::completedWithFailures:
       // Then the source was read in part, which the closing lines say.
       if (outcome.report.failures.empty()) break;
-      return line(say(language_, sentences::runCompletedWithFailures,
+      return line(say(language_,
+                      outcome.isPacked ? sentences::packingCompletedWithFailures
+                                       : sentences::runCompletedWithFailures,
                       count(outcome.report.failures.size(), sentences::files)));
     case TransferRecord::Status::cancelled:
     case TransferRecord::Status::interrupted:
@@ -124,6 +127,7 @@ void TextPrinter::transfer(const TransferResult& result) {
     nothing(result.library, result.destination);
     tally(tallyOf(result.library, result.plan, report), false);
     home(result.library);
+    for (const std::string& note : packingNotes(language_, result.outcome)) line(printable(note));
     return unreadFolders(result.outcome);
   }
   headline(result);
@@ -133,6 +137,10 @@ void TextPrinter::transfer(const TransferResult& result) {
   list(say(language_, sentences::keptOriginalsTitle), report.conversionFallbacks);
   list(say(language_, sentences::failuresTitle), report.failures);
   unreadFolders(result.outcome);
+  for (const std::string& note : packingNotes(language_, result.outcome)) {
+    line("");
+    line(printable(note));
+  }
   if (result.recordID) {
     line("");
     line(say(language_, sentences::recordHint, shortID(*result.recordID)));

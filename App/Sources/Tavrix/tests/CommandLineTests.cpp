@@ -125,7 +125,6 @@ TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
       {{"catalog", "phone", "--state="}, "--state — пустая строка", "--state is empty"},
       {{"catalog", "phone", "++"}, "«++» здесь лишнее", "“++” is one too many"},
       {{"plan", "phone", "photos", "--explain"}, "Параметра «--explain» нет", "option “--explain”"},
-      {{"transfer", "phone", "photos", "--set", "packAsZip=true"}, "архивы", "archives"},
       {{"transfer", "phone", "phone"}, "лежит сам источник", "holds the source itself"},
   };
   CommandTester tester;

@@ -34,6 +34,17 @@ TEST(Interrupts, firstSignal_asksToStop) {
   EXPECT_TRUE(waitForStop(token));
 }
 
+TEST(Interrupts, threadsOfAnyAge_leaveSignalsToTheWatcher) {
+  Interrupts interrupts;
+  // Started before anybody asks for the token, as by what reads the catalogue.
+  const std::jthread early{[](const std::stop_token& stop) {
+    while (!stop.stop_requested()) std::this_thread::sleep_for(1ms);
+  }};
+  const std::stop_token token = interrupts.token();
+  ::kill(::getpid(), SIGTERM);
+  EXPECT_TRUE(waitForStop(token));
+}
+
 TEST(InterruptsDeathTest, secondSignal_endsAtOnce) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(interruptTwice(), testing::ExitedWithCode(130), "");

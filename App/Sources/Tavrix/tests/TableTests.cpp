@@ -96,6 +96,21 @@ TEST(ProgressBar, noun_goesWithTheTotal) {
   }
 }
 
+TEST(ProgressBar, packing_tellsArchivesAndTheOneInHand) {
+  StringSink terminal;
+  TransferProgressSnapshot progress;
+  progress.stage = TransferStage::packing;
+  progress.packedGroups = 2;
+  progress.packGroupsTotal = 5;
+  progress.stageFraction = 0.5;
+  progress.currentFileName = "2026-05-20.zip";
+  EXPECT_EQ((ProgressBar{terminal, 120, Language::russian}.text(progress)),
+            "██████████░░░░░░░░░░ 4 · Архивация · 2 / 5 групп · 2026-05-20.zip");
+  progress.packGroupsTotal = 1;
+  EXPECT_THAT((ProgressBar{terminal, 120, Language::english}.text(progress)),
+              testing::HasSubstr("4 · Packing · 2 / 1 group · "));
+}
+
 TEST(ProgressBar, manySteps_areDrawnTenTimesASecond) {
   StringSink terminal;
   ProgressBar bar{terminal, 60, Language::russian};

@@ -266,11 +266,52 @@ TEST_F(TransferCommand, emptyDeviceName_beatsTheVariableAndGivesNoPrefix) {
   EXPECT_THAT(copiedPaths(nameless), testing::Contains("IMG_0004.PNG"));
 }
 
-TEST_F(TransferCommand, zip_isPlannedWholeButNotYetWritten) {
+TEST_F(TransferCommand, archives_takeEverythingAtEveryRun) {
   transfer();
+  const std::vector<std::string> zip{"--set", "packAsZip=true"};
   const CommandResult plan =
       tester.run({"plan", "phone", "photos", "--json", "--set", "packAsZip=true"});
   EXPECT_EQ(plan.json().member("files")->asArray()->size(), 7U);
+  EXPECT_THAT(copiedPaths(zip),
+              testing::Contains("iPhone 2026-05-21.zip/2026-05-20/IMG_0001.HEIC"));
+  EXPECT_THAT(copiedPaths(zip), testing::Each(StartsWith("iPhone 2026-05-21 (2).zip/")));
+  std::vector<std::string> perGroup = zip;
+  perGroup.insert(perGroup.end(), {"--set", "packPerGroup=true"});
+  const CommandResult result = transfer(perGroup);
+  EXPECT_EQ(result.status, ExitStatus::done);
+  EXPECT_EQ(tallyOf(result.out).at("скопированы"), 7);
+  EXPECT_FALSE(tester.folder.has("photos/.Tavrix-staging"));
+  const JsonValue record = tester.run({"history", "last", "--json"}).json();
+  EXPECT_EQ(*record.member("options")->member("container")->asString(), "zipPerGroup");
+  EXPECT_EQ(*record.member("totals"), parseJson(R"({"alreadyThere":0,"bytesWritten":70,"failed":0,
+      "onMac":4,"optimized":0,"shots":4})"));
+  EXPECT_THAT(tester.run({"history", "last"}).out, HasSubstr("2026-05-21.zip/2026-05-21/"));
+  // Loose files and archives are one memory, which all commands read.
+  const CommandResult verified = tester.run({"verify", "photos", "--json"});
+  EXPECT_EQ(*verified.json().member("counts")->member("intact"), parseJson("12"));
+  EXPECT_EQ(*verified.json().member("counts")->member("unknown"), parseJson("0"));
+  EXPECT_EQ(transfer().status, ExitStatus::done);
+  EXPECT_EQ(tester.run({"marker", "rebuild", "phone", "photos"}).status, ExitStatus::done);
+  EXPECT_THAT(marker(), HasSubstr("\"path\": \"No date.zip\""));
+}
+
+TEST_F(TransferCommand, interruptedPacking_saysWhatARepetitionDoes) {
+  tester.isInterrupted = true;
+  const CommandResult result = transfer({"--set", "packAsZip=true"});
+  EXPECT_EQ(result.status, ExitStatus::cancelled);
+  EXPECT_THAT(result.err, HasSubstr("повтор упакует всё заново"));
+  EXPECT_EQ(tallyOf(result.out).at("не дошла очередь"), 7);
+  EXPECT_TRUE(std::filesystem::is_empty(tester.folder / "photos"));
+}
+
+TEST_F(TransferCommand, leftOversOfAKilledPacking_goWithTheNextRunOfAnyKind) {
+  transfer();
+  tester.folder.write("photos/.Tavrix-staging/2026-05-20/IMG_0001.HEIC", "0123456789");
+  EXPECT_EQ(transfer().status, ExitStatus::done);
+  EXPECT_FALSE(tester.folder.has("photos/.Tavrix-staging"));
+  tester.folder.write("photos/.Tavrix-staging/2026-05-20/IMG_0777.HEIC", "not on the phone");
+  EXPECT_THAT(transfer({"--lang", "en"}).out, HasSubstr("the phone holds no more: 1 file;"));
+  EXPECT_EQ(tester.folder.read("photos/2026-05-20/IMG_0777.HEIC"), "not on the phone");
 }
 
 TEST_F(TransferCommand, flatMode_writesIntoTheDestinationItself) {

@@ -44,6 +44,17 @@ void PosixWritableFile::append(std::span<const std::byte> bytes) {
   writeAll(descriptor_.number(), bytes, path_);
 }
 
+void PosixWritableFile::overwrite(std::uint64_t offset, std::span<const std::byte> bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count =
+        ::pwrite(descriptor_.number(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) throw FileError{FileOperation::write, path_, count < 0 ? errno : ENOSPC};
+    offset += static_cast<std::uint64_t>(count);
+    bytes = bytes.subspan(static_cast<std::size_t>(count));
+  }
+}
+
 std::array<struct timespec, 2> modificationTimes(Instant time) {
   const auto second = std::chrono::floor<std::chrono::seconds>(time);
   const auto rest = std::chrono::nanoseconds{time - second};

@@ -38,6 +38,7 @@ class PosixWritableFile : public WritableFile {
       : descriptor_(std::move(descriptor)), path_(std::move(path)) {}
 
   void append(std::span<const std::byte> bytes) override;
+  void overwrite(std::uint64_t offset, std::span<const std::byte> bytes) override;
   void setModificationTime(Instant time) override;
   void startWriteback() override;
   void sync() override;

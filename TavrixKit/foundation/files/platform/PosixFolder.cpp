@@ -101,6 +101,7 @@ class PosixFolder : public Folder {
   bool renameWithoutReplacing(const std::string& from, const std::string& to) override;
   void renameReplacing(const std::string& from, const std::string& to) override;
   void removeFile(const std::string& path) override;
+  void removeAll(const std::string& path) override;
   void syncEntries(const std::string& folder) override;
   void syncVolume() override;
   std::vector<UnreadableFolder> visitAll(const Visitor& visitor) const override;
@@ -126,6 +127,8 @@ class PosixFolder : public Folder {
                                          std::vector<UnreadableFolder>& unreadable) const;
   /// The names in an open folder, in no order; closes it.
   std::vector<std::string> namesOf(int folder, const std::string& path) const;
+  /// Removes an entry of an open folder with all below it; gives the first failure's code, or 0.
+  static int removeEntry(int folder, const std::string& name);
   /// False when something has the new name already.
   bool moveByLink(int fromFolder, const std::string& from, int toFolder,
                   const std::string& to) const;
@@ -284,6 +287,37 @@ void PosixFolder::removeFile(const std::string& path) {
   if (::unlinkat(parent->number(), lastPathComponent(path).c_str(), 0) != 0 && errno != ENOENT) {
     fail(FileOperation::remove, path, errno);
   }
+}
+
+int PosixFolder::removeEntry(int folder, const std::string& name) {
+  if (::unlinkat(folder, name.c_str(), 0) == 0 || errno == ENOENT) return 0;
+  if (errno != EISDIR && errno != EPERM) return errno;
+  const int refusal = errno;
+  int failure = 0;
+  {
+    const FileDescriptor inner{::openat(folder, name.c_str(), folderFlags | O_NOFOLLOW)};
+    if (!inner.isOpen()) return refusal == EPERM ? refusal : errno;
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries{::fdopendir(openAgain(inner.number())),
+                                                      ::closedir};
+    if (entries == nullptr) return errno;
+    std::vector<std::string> names;
+    while (const struct dirent* const entry = ::readdir(entries.get()))
+      names.emplace_back(entry->d_name);
+    for (const std::string& each : names) {
+      if (each == "." || each == "..") continue;
+      const int code = removeEntry(inner.number(), each);
+      if (failure == 0) failure = code;
+    }
+  }
+  if (::unlinkat(folder, name.c_str(), AT_REMOVEDIR) == 0 || errno == ENOENT) return failure;
+  return failure != 0 ? failure : errno;
+}
+
+void PosixFolder::removeAll(const std::string& path) {
+  const auto parent = parentIfAny(path, FileOperation::remove);
+  if (parent == nullptr) return;
+  const int code = removeEntry(parent->number(), lastPathComponent(path));
+  if (code != 0) fail(FileOperation::remove, path, code);
 }
 
 void PosixFolder::syncEntries(const std::string& folder) {

@@ -24,10 +24,10 @@ struct ShortWrite {
 /// wait, change the disk, or throw, and then the operation does not take place. Paths are those of
 /// the call:
 ///
-///     createFile            create, the file        append               write, the file
+///     createFile            create, the file        append, overwrite    write, the file
 ///     readFile              read, the file          setModificationTime  status, the file
 ///     renames               rename, the new name    sync                 sync, the file
-///     removeFile            remove, the file        close                close, the file
+///     removeFile, removeAll remove, the path        close                close, the file
 ///     makeFolders           makeFolder, the folder  syncEntries          sync, the folder ("" for
 ///     the root) status                status, the file        syncVolume           sync, "/"
 ///     visitAll              list, "" and each folder below; a folder that fails is unreadable
@@ -71,6 +71,10 @@ class FaultyFile : public WritableFile {
       throw FileError{FileOperation::write, path_, fault.code};
     }
     inner_->append(bytes);
+  }
+  void overwrite(std::uint64_t offset, std::span<const std::byte> bytes) override {
+    ask(FileOperation::write);
+    inner_->overwrite(offset, bytes);
   }
   void setModificationTime(Instant time) override {
     ask(FileOperation::status);
@@ -142,6 +146,10 @@ class FaultyFolder : public Folder {
   void removeFile(const std::string& path) override {
     ask(FileOperation::remove, path);
     inner_->removeFile(path);
+  }
+  void removeAll(const std::string& path) override {
+    ask(FileOperation::remove, path);
+    inner_->removeAll(path);
   }
   void syncEntries(const std::string& folder) override {
     ask(FileOperation::sync, folder);

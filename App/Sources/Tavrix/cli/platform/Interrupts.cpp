@@ -17,29 +17,43 @@ sigset_t watchedSignals() {
   return set;
 }
 
+/// Lets a signal do what it does to any program.
+void endAsUsual(int number) {
+  sigset_t set;
+  sigemptyset(&set);
+  sigaddset(&set, number);
+  ::pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+  ::raise(number);
+}
+
 }  // namespace
 
-Interrupts::Interrupts() { ::signal(SIGPIPE, SIG_IGN); }
+Interrupts::Interrupts() {
+  ::signal(SIGPIPE, SIG_IGN);
+  // Threads started from now on leave these signals to the watcher.
+  const sigset_t set = watchedSignals();
+  ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
+  watcher_ = std::thread{[this] { watch(); }};
+}
 
 Interrupts::~Interrupts() {
-  if (!watcher_.joinable()) return;
   ::pthread_kill(watcher_.native_handle(), endSignal);
   watcher_.join();
+  if (isHeeded_) return;
+  // What came too late for the watcher ends the program as usual, too.
+  const sigset_t set = watchedSignals();
+  ::pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
 }
 
 std::stop_token Interrupts::token() {
-  if (!watcher_.joinable()) {
-    // Threads started from now on leave these signals to the watcher.
-    const sigset_t set = watchedSignals();
-    ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
-    watcher_ = std::thread{[this] { watch(); }};
-  }
+  isHeeded_ = true;
   return source_.get_token();
 }
 
 void Interrupts::watch() {
   const sigset_t set = watchedSignals();
   for (int number = 0; ::sigwait(&set, &number) == 0 && number != endSignal;) {
+    if (!isHeeded_) endAsUsual(number);
     if (!source_.request_stop()) ::_exit(statusOfInterrupt);
   }
 }

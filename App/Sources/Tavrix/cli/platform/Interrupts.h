@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <stop_token>
 #include <thread>
 
@@ -7,7 +8,7 @@ namespace tavrix::cli {
 
 /// Turns SIGINT, SIGTERM and SIGHUP into a request to stop, from the first call of token() on;
 /// until then they end the program as usual. A second one ends it at once with status 130. One
-/// object for a program; token() is to be called before any other thread is started.
+/// object for a program, made before any other thread is started.
 class Interrupts {
  public:
   /// A write to a pipe that nobody reads fails instead of ending the program.
@@ -21,6 +22,7 @@ class Interrupts {
  private:
   void watch();
 
+  std::atomic<bool> isHeeded_ = false;
   std::stop_source source_;
   std::thread watcher_;
 };

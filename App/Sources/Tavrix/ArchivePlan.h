@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "transfer/TransferPlan.h"
+
+namespace tavrix {
+
+/// How a run packs its files.
+struct Packing {
+  bool isPerGroup = false;  ///< an archive for each folder instead of one for all
+  bool isFlat = false;      ///< the files lie in no folders, so that there is one archive
+  std::string wholeName;    ///< of the archive of all files, without ".zip"
+
+  friend bool operator==(const Packing&, const Packing&) = default;
+};
+
+/// An archive that a run is to make.
+struct PlannedArchive {
+  std::optional<std::string> group;  ///< the folder that it holds; nothing when it holds all
+  std::string name;                  ///< its file name, unless that is taken
+  std::vector<std::size_t> files;    ///< indices into the plan, in plan order
+
+  friend bool operator==(const PlannedArchive&, const PlannedArchive&) = default;
+};
+
+/// The archives of a plan, in the order in which the plan comes upon them. Every file is in exactly
+/// one.
+std::vector<PlannedArchive> plannedArchives(const TransferPlan& plan, const Packing& packing);
+
+}  // namespace tavrix

@@ -1,0 +1,175 @@
+#include "DestinationMemory.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "foundation/files/AtomicFile.h"
+
+namespace tavrix {
+namespace {
+
+std::optional<std::string> owned(MediaAsset::Text text) {
+  return text ? std::optional<std::string>{*text} : std::nullopt;
+}
+
+constexpr std::chrono::seconds shortestSaveInterval{1};
+
+/// Where a planned file may land, numbers aside: at its path, or unconverted under its own
+/// extension.
+std::vector<std::string> possiblePaths(const PlannedFile& file) {
+  std::vector<std::string> paths{file.relativePath};
+  if (isConverted(file.conversion)) {
+    const std::string folder = parentPath(file.relativePath);
+    const std::string name = TransferEngine::fallbackName(file);
+    paths.push_back(folder.empty() ? name : folder + "/" + name);
+  }
+  return paths;
+}
+
+bool claimsPath(const PlannedFile& file, const std::string& path) {
+  const auto paths = possiblePaths(file);
+  return std::find(paths.begin(), paths.end(), path) != paths.end();
+}
+
+/// Why the marker could not be saved; nothing when it was.
+std::optional<FileError> failureOf(const std::function<void()>& save) {
+  try {
+    save();
+    return std::nullopt;
+  } catch (const FileError& error) {
+    return error;
+  } catch (const DestinationMarker::MarkerError& error) {
+    return FileError{FileOperation::write, error.fileName(), EEXIST};
+  }
+}
+
+}  // namespace
+
+DestinationMemory::DestinationMemory(Setup setup, Folder& destination, Destination::Content content)
+    : setup_(std::move(setup)), destination_(destination), content_(std::move(content)) {
+  for (auto& record : content_.marker.records) {
+    if (record.phoneHash == setup_.phone.hash) settleClaims(record);
+  }
+}
+
+void DestinationMemory::settleClaims(DestinationMarker::PhoneRecord& record) {
+  const FilesOnDisk& files = content_.view.filesOnDisk();
+  for (DestinationMarker::FileRecord& file : record.files) {
+    if (!file.isClaim() || content_.view.isUnreadable(file.path)) continue;
+    const auto found = files.find(file.path);
+    hasOldClaims_ = hasOldClaims_ || found == files.end() || found->second.size > 0;
+    if (found != files.end()) file.size = found->second.size;
+  }
+}
+
+bool DestinationMemory::isClaimed(const PlannedFile& file, const std::string& path) const {
+  // What is recorded already says more than a claim; and in a folder that may not be read the claim
+  // would replace what is known of a file there.
+  return !content_.view.holds(path, file.asset, file.conversion) && !content_.view.isUnreadable(path);
+}
+
+void DestinationMemory::landed(const LandedFile& file) {
+  const FileOutcome& outcome = file.outcome;
+  const MediaAsset& asset = file.planned.asset;
+  const auto* const known = content_.view.knownAssets().record(asset);
+  // An earlier entry of the same file knows its digest.
+  const bool isRemembered = outcome.is<FileOutcome::AlreadyThere>() && !file.sha256 &&
+                            known != nullptr && known->path == outcome.path &&
+                            known->size == outcome.bytesOnDisk;
+  if (isRemembered || !outcome.path) return;
+  landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
+                     owned(asset.cloudID())});
+  // A file under a number that nobody could foresee is not claimed yet.
+  const auto interval =
+      claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)
+          ? setup_.saveInterval
+          : std::min(setup_.saveInterval, shortestSaveInterval);
+  if (setup_.now() - savedAt_ >= interval) saveQuietly(claims());
+}
+
+void DestinationMemory::save(std::vector<DestinationMarker::FileRecord> files) {
+  savedAt_ = setup_.now();
+  DestinationMarker::PhoneRecord record;
+  record.phoneHash = setup_.phone.hash;
+  record.label = setup_.phone.label;
+  record.model = setup_.phone.model;
+  record.firstTransfer = startedAt_;
+  record.lastTransfer = savedAt_;
+  record.files = std::move(files);
+  const auto* const earlier = content_.marker.record(setup_.phone.hash);
+  const auto isStillOurs = [this](const std::string& path) {
+    return content_.view.isStillOurs(path);
+  };
+  DestinationMarker::save(destination_,
+                          DestinationMarker::updated(earlier, std::move(record), isStillOurs));
+}
+
+void DestinationMemory::saveFinal() {
+  const auto* const earlier = content_.marker.record(setup_.phone.hash);
+  if (!landed_.empty()) {
+    save(landed_);
+  } else if (earlier != nullptr) {
+    DestinationMarker::save(destination_, *earlier);
+  } else {
+    destination_.removeFile(DestinationMarker::fileName(setup_.phone.hash));
+  }
+}
+
+std::vector<DestinationMarker::FileRecord> DestinationMemory::claims() const {
+  if (claimed_ == nullptr) return landed_;
+  std::vector<DestinationMarker::FileRecord> files;
+  files.reserve(claimed_->files.size() + landed_.size());
+  for (const PlannedFile& file : claimed_->files) {
+    for (const std::string& path : possiblePaths(file)) {
+      if (!isClaimed(file, path)) continue;
+      files.push_back(
+          {path, 0, std::nullopt, std::string{file.asset.id()}, owned(file.asset.cloudID())});
+    }
+  }
+  files.insert(files.end(), landed_.begin(), landed_.end());
+  return files;
+}
+
+void DestinationMemory::saveQuietly(std::vector<DestinationMarker::FileRecord> files) {
+  Log& log = setup_.log == nullptr ? silentLog() : *setup_.log;
+  try {
+    save(std::move(files));
+  } catch (const FileError& error) {
+    // The run itself meets the same disk and tells; the end of the run saves again.
+    writeLog(log, "marker not saved: {}", PrivateField{error.path()});
+  } catch (const DestinationMarker::MarkerError& error) {
+    writeLog(log, "marker not saved: {}", PrivateField{error.fileName()});
+  }
+}
+
+void DestinationMemory::begin(const TransferPlan* claimed) {
+  startedAt_ = setup_.now();
+  savedAt_ = startedAt_;
+  landed_.clear();
+  claimed_ = claimed;
+  if (claimed_ != nullptr) saveQuietly(claims());
+}
+
+void DestinationMemory::landed(DestinationMarker::FileRecord file) {
+  landed_.push_back(std::move(file));
+  if (setup_.now() - savedAt_ >= shortestSaveInterval) saveQuietly(claims());
+}
+
+std::optional<FileError> DestinationMemory::settle() {
+  return failureOf([this] { saveFinal(); });
+}
+
+std::optional<FileError> DestinationMemory::settleWithoutFiles() {
+  if (!hasOldClaims_) return std::nullopt;
+  // What a killed run left open is answered: what it landed is there, the rest nobody wants now.
+  DestinationMarker::PhoneRecord record = *content_.marker.record(setup_.phone.hash);
+  std::erase_if(record.files, [this](const DestinationMarker::FileRecord& file) {
+    const bool mayBeThere =
+        content_.view.isOnDisk(file.path) || content_.view.isUnreadable(file.path);
+    return file.isClaim() && !mayBeThere;
+  });
+  return failureOf([&] { DestinationMarker::save(destination_, record); });
+}
+
+}  // namespace tavrix

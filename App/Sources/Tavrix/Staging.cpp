@@ -1,0 +1,113 @@
+#include "Staging.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include "foundation/files/AtomicFile.h"
+#include "foundation/files/FileError.h"
+#include "transfer/FileDigester.h"
+#include "transfer/FileNames.h"
+#include "transfer/TransferEngine.h"
+
+namespace tavrix {
+namespace {
+
+bool hasBytes(const Folder& destination, const std::string& path, std::uint64_t size,
+              const std::string& sha256) {
+  const auto status = destination.status(path);
+  if (!status || status->type != FileStatus::Type::file || status->size != size) return false;
+  const auto digest = FileDigester{{}}.digest(destination, path);
+  return digest && digest->sha256 == sha256;
+}
+
+/// Says of a killed run's files whether the phone has them still.
+class PhoneFiles {
+ public:
+  explicit PhoneFiles(const TransferPlan& plan) {
+    for (const PlannedFile& file : plan.files) {
+      add(file.asset);
+      if (!isConverted(file.conversion)) continue;
+      // What was converted has other bytes, and is known by its place.
+      const std::string folder = parentPath(file.relativePath);
+      paths_.insert(file.relativePath);
+      paths_.insert((folder.empty() ? "" : folder + "/") + TransferEngine::fallbackName(file));
+    }
+    for (const MediaAsset& asset : plan.skippedKnown) add(asset);
+  }
+
+  bool hold(const std::string& path, std::uint64_t size) const {
+    if (paths_.contains(unnumberedName(path)) || paths_.contains(path)) return true;
+    const auto found = namesBySize_.find(size);
+    if (found == namesBySize_.end()) return false;
+    // A prefix stands before the phone's name, a number behind it.
+    const std::string name = unnumberedName(lastPathComponent(path));
+    return std::any_of(found->second.begin(), found->second.end(), [&](std::string_view each) {
+      return name.ends_with(each) || path.ends_with(each);
+    });
+  }
+
+ private:
+  void add(const MediaAsset& asset) { namesBySize_[asset.sizeBytes()].push_back(asset.name()); }
+
+  absl::flat_hash_map<std::uint64_t, std::vector<std::string_view>> namesBySize_;
+  StringSet paths_;
+};
+
+}  // namespace
+
+std::string Staging::stagedPath(const std::string& path) {
+  return std::string{stagingFolder} + "/" + path;
+}
+
+std::string Staging::finalPath(const std::string& staged) {
+  return staged.substr(stagingFolder.size() + 1);
+}
+
+TransferPlan Staging::staged(const TransferPlan& plan) {
+  TransferPlan result = plan;
+  for (PlannedFile& file : result.files) file.relativePath = stagedPath(file.relativePath);
+  return result;
+}
+
+std::string Staging::moveOut(Folder& destination, const std::string& staged,
+                             const std::optional<std::string>& sha256) {
+  const std::string wanted = finalPath(staged);
+  const auto status = destination.status(staged);
+  if (!status) throw FileError{FileOperation::rename, destination.path() + "/" + staged, ENOENT};
+  destination.makeFolders(parentPath(wanted));
+  for (std::uint64_t number = 1;; ++number) {
+    const std::string path = numberedPath(wanted, number);
+    if (destination.renameWithoutReplacing(staged, path)) return path;
+    if (!sha256 || !hasBytes(destination, path, status->size, *sha256)) continue;
+    destination.removeFile(staged);
+    return path;
+  }
+}
+
+void Staging::removeQuietly(Folder& destination) {
+  try {
+    destination.removeAll(std::string{stagingFolder});
+  } catch (const FileError&) {
+    // They are copies, and the next run removes them.
+  }
+}
+
+std::vector<std::string> Staging::settleLeftOvers(Folder& destination, const FilesOnDisk& listed,
+                                                  const TransferPlan& plan) {
+  std::vector<std::string> rescued;
+  if (!destination.status(std::string{stagingFolder})) return rescued;
+  std::optional<PhoneFiles> phone;
+  for (const auto& [path, onDisk] : listed) {
+    // Nobody can tell what a half-fetched file or archive would have become.
+    if (!isStaged(path) || path.ends_with(".part")) continue;
+    if (!phone) phone.emplace(plan);
+    if (!phone->hold(finalPath(path), onDisk.size))
+      rescued.push_back(moveOut(destination, path, std::nullopt));
+  }
+  if (!rescued.empty()) destination.syncVolume();
+  removeQuietly(destination);
+  std::sort(rescued.begin(), rescued.end());
+  return rescued;
+}
+
+}  // namespace tavrix

@@ -1,0 +1,431 @@
+#include "PackedTransfer.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <map>
+
+#include "PlanSummary.h"
+#include "RunRecording.h"
+#include "Staging.h"
+#include "foundation/Sentences.h"
+#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+#include "transfer/CopyVerification.h"
+#include "transfer/TransferPlanner.h"
+
+namespace tavrix {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Status = TransferRecord::Status;
+
+class NameSource : public MediaSource {
+ public:
+  /// Every file holds its own name, so that nobody takes one for another.
+  void download(const MediaAsset& asset, DownloadDestination& destination) override {
+    if (asset.name() == missing) throw SourceError{SourceError::Kind::notFound, missing};
+    destination.append(std::as_bytes(std::span{asset.name()}));
+  }
+  std::string missing;
+};
+
+std::vector<MediaAsset> assetsOf(int count) {
+  std::vector<MediaAsset> assets;
+  for (int i = 0; i < count; ++i) {
+    const std::string name = fmt::format("IMG_{:04}.HEIC", i);
+    assets.emplace_back(name, name, MediaAsset::Text{}, MediaKind::photo, name.size(),
+                        Instant{std::chrono::hours{24 * (i / 2)}}, std::nullopt, false,
+                        MediaAsset::Text{}, MediaAsset::Text{});
+  }
+  return assets;
+}
+
+class LineLog : public Log {
+ public:
+  bool showsPrivateFields() const override { return true; }
+  void write(std::string_view line) override { lines.emplace_back(line); }
+  std::vector<std::string> lines;
+};
+
+/// A run of six stills of three days into archives, in a folder that can be made to fail.
+struct PackedTransferTest : testing::Test {
+  TransferPlan planOf(const Library& library, const DestinationView& view) const {
+    std::vector<TransferPlanner::NamedGroup> groups;
+    for (const auto& row : library.rows) groups.push_back({row.name, row.group});
+    TransferOptions options;
+    options.container = TransferOptions::Container::zipPerGroup;
+    return TransferPlanner::plan(groups, options, view);
+  }
+  TransferOutcome run() {
+    const Library library = makeLibrary(assetsOf(assets), {}, "en_US");
+    auto content = Destination::read(folder, phone);
+    const TransferPlan plan = planOf(library, content.view);
+    auto rescued = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), plan);
+    PackedTransfer::Setup setup;
+    setup.phone = phone;
+    setup.packing = {isPerGroup, false, "iPhone 2026-05-21"};
+    setup.log = &log;
+    setup.now = [&] { return time; };
+    setup.spaceWait.paused = [&](const auto& reason) { pauses.push_back(reason.value_or("")); };
+    setup.spaceWait.sleep = [&](auto, const auto&) {
+      if (slept) slept();
+    };
+    PackedTransfer job{std::move(setup), folder, std::move(content)};
+    TransferOutcome outcome = job.run(
+        plan, source, [&](const auto& snapshot) { snapshots.push_back(snapshot); },
+        stop.get_token());
+    tally = tallyOf(library, plan, outcome.report);
+    EXPECT_EQ(tally.planned, tally.copied + tally.keptOriginal + tally.failed + tally.notReached);
+    EXPECT_EQ(outcome.report.copied, tally.copied);
+    outcome.rescuedFiles = std::move(rescued);
+    return outcome;
+  }
+  /// All files below the destination but the marker's, with what each holds; an archive's files by
+  /// their names in it.
+  std::map<std::string, std::string> files() const {
+    std::map<std::string, std::string> files;
+    openFolder(temporary.path())->visitAll([&](const std::string& path, const FileStatus& status) {
+      if (status.type != FileStatus::Type::file || DestinationMarker::isOwnFile(path)) return;
+      if (path.ends_with(".zip")) {
+        for (const auto& [name, content] : unzipped(path)) files[path + "/" + name] = content;
+      } else {
+        files[path] = temporary.read(path);
+      }
+    });
+    return files;
+  }
+  std::map<std::string, std::string> unzipped(const std::string& path) const {
+    const TemporaryFolder out;
+    const std::string command =
+        "unzip -q '" + temporary / path + "' -d '" + out.path() + "' > /dev/null 2>&1";
+    EXPECT_EQ(std::system(command.c_str()), 0) << path;
+    std::map<std::string, std::string> files;
+    for (const auto& each : std::filesystem::recursive_directory_iterator{out.path()}) {
+      if (!each.is_regular_file()) continue;
+      const auto name = std::filesystem::relative(each.path(), out.path()).string();
+      files[name] = out.read(name);
+    }
+    return files;
+  }
+  /// The report and the disk say the same.
+  void expectTruth(const TransferOutcome& outcome) const {
+    const auto onDisk = files();
+    std::map<std::string, std::string> told;
+    for (const FileOutcome& file : outcome.report.files) {
+      if (file.path) told[*file.path] = file.assetID;
+    }
+    EXPECT_EQ(onDisk, told);
+    EXPECT_FALSE(temporary.has(".Tavrix-staging"));
+  }
+  std::uint64_t count(CopyVerification::State state) const {
+    const auto opened = openFolder(temporary.path());
+    return CopyVerification::verify(*opened, listDestination(*opened), {}).count(state);
+  }
+  std::vector<std::string> linesWith(const std::string& text) const {
+    std::vector<std::string> lines;
+    for (const std::string& line : log.lines) {
+      if (line.find(text) != std::string::npos) lines.push_back(line);
+    }
+    return lines;
+  }
+
+  TemporaryFolder temporary;
+  FaultyFolder folder{openFolder(temporary.path())};
+  PhoneIdentity phone = snapshotPhone("iPhone");
+  Instant time{std::chrono::seconds{1779364800}};
+  NameSource source;
+  LineLog log;
+  std::vector<std::string> pauses;
+  std::function<void()> slept;
+  std::stop_source stop;
+  std::vector<TransferProgressSnapshot> snapshots;
+  bool isPerGroup = true;
+  int assets = 6;
+  TransferTally tally;
+};
+
+TEST(ArchivePlan, everyFile_isInOneArchive) {
+  const Library library = makeLibrary(assetsOf(5), {}, "en_US");
+  std::vector<TransferPlanner::NamedGroup> groups;
+  // The same folder twice, with another between.
+  for (const std::size_t row : {0U, 1U, 2U}) {
+    groups.push_back({row == 1 ? "Rome" : "1970", library.rows[row].group});
+  }
+  const TransferPlan plan = TransferPlanner::plan(groups, {});
+  EXPECT_THAT(plannedArchives(plan, {true, false, "all"}),
+              ElementsAre(PlannedArchive{"1970", "1970.zip", {0, 1, 4}},
+                          PlannedArchive{"Rome", "Rome.zip", {2, 3}}));
+  const PlannedArchive whole{std::nullopt, "all.zip", {0, 1, 2, 3, 4}};
+  EXPECT_THAT(plannedArchives(plan, {false, false, "all"}), ElementsAre(whole));
+  EXPECT_THAT(plannedArchives(plan, {true, true, "all"}), ElementsAre(whole));
+  EXPECT_THAT(plannedArchives({}, {false, false, "all"}), IsEmpty());
+}
+
+TEST_F(PackedTransferTest, run_packsEachFolderAndRemembersTheArchives) {
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, Status::completed);
+  EXPECT_EQ(tally.copied, 6U);
+  EXPECT_EQ(outcome.report.bytesWritten, 6U * 13);
+  expectTruth(outcome);
+  EXPECT_EQ(outcome.report.files[3].path, "1970-01-02.zip/1970-01-02/IMG_0003.HEIC");
+  EXPECT_EQ(count(CopyVerification::State::intact), 3U);
+  EXPECT_THAT(linesWith("pack"), ElementsAre("pack: 1970-01-01.zip — files=2, bytes=26",
+                                             "pack: 1970-01-02.zip — files=2, bytes=26",
+                                             "pack: 1970-01-03.zip — files=2, bytes=26"));
+  EXPECT_EQ(snapshots.back().packedGroups, 3U);
+  EXPECT_EQ(snapshots.back().packGroupsTotal, 3U);
+  EXPECT_EQ(snapshots.back().stageFraction, 1.0);
+  // A byte of a picture in an archive goes bad.
+  std::string bytes = temporary.read("1970-01-02.zip");
+  bytes.replace(bytes.find("IMG_0003.HEICPK"), 3, "IMH");
+  temporary.write("1970-01-02.zip", bytes);
+  EXPECT_EQ(count(CopyVerification::State::changed), 1U);
+}
+
+TEST_F(PackedTransferTest, secondRun_writesNewArchivesBesideTheOldOnes) {
+  run();
+  const auto first = files();
+  assets = 7;
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(tally.copied, 7U);
+  EXPECT_EQ(outcome.report.files[0].path, "1970-01-01 (2).zip/1970-01-01/IMG_0000.HEIC");
+  const auto both = files();
+  EXPECT_EQ(both.size(), 13U);
+  for (const auto& file : first) EXPECT_THAT(both, testing::Contains(file));
+  EXPECT_EQ(count(CopyVerification::State::intact), 7U);
+}
+
+TEST_F(PackedTransferTest, wholeArchive_holdsAllFolders) {
+  isPerGroup = false;
+  const TransferOutcome outcome = run();
+  expectTruth(outcome);
+  EXPECT_EQ(outcome.report.files[5].path, "iPhone 2026-05-21.zip/1970-01-03/IMG_0005.HEIC");
+}
+
+TEST_F(PackedTransferTest, fileThatFails_isMissingFromItsArchiveAlone) {
+  source.missing = "IMG_0002.HEIC";
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, Status::completedWithFailures);
+  EXPECT_EQ(tally.copied, 5U);
+  EXPECT_EQ(outcome.report.failures.size(), 1U);
+  expectTruth(outcome);
+}
+
+TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
+  struct Row {
+    FileOperation operation;
+    std::string path;
+    int code;
+    std::string reason;
+  };
+  const std::string part = ".Tavrix-staging/1970-01-02.zip.part";
+  const std::vector<Row> rows{{FileOperation::create, part, EACCES, "нет прав доступа"},
+                              {FileOperation::write, part, EFBIG, ""},
+                              {FileOperation::sync, part, EIO, ""},
+                              {FileOperation::read, part, EIO, ""},
+                              {FileOperation::rename, "1970-01-02.zip", EACCES, ""}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.path + " " + std::to_string(row.code));
+    std::filesystem::remove_all(temporary.path());
+    std::filesystem::create_directories(temporary.path());
+    FaultyFolder fresh{openFolder(temporary.path())};
+    folder = std::move(fresh);
+    log.lines.clear();
+    folder.faults().rule = failing(row.operation, row.path, row.code);
+    const TransferOutcome outcome = run();
+    EXPECT_EQ(outcome.status, Status::completed);
+    EXPECT_EQ(tally.copied, 6U);
+    expectTruth(outcome);
+    EXPECT_EQ(outcome.report.files[2].path, "1970-01-02/IMG_0002.HEIC");
+    ASSERT_EQ(outcome.unpackedFolders.size(), 1U);
+    const std::string reason = sentences::systemErrorText(Language::russian, row.code);
+    EXPECT_EQ(outcome.unpackedFolders[0].reason, reason);
+    EXPECT_THAT(packingNotes(Language::russian, outcome),
+                ElementsAre("Группа «1970-01-02» осталась обычной папкой: " + reason));
+    EXPECT_THAT(linesWith("fallback"), ElementsAre("pack fallback 1970-01-02: " + reason));
+    // Two archives and two files, all with their digests.
+    EXPECT_EQ(count(CopyVerification::State::intact), 4U);
+  }
+  isPerGroup = false;
+  folder.faults().rule =
+      failing(FileOperation::create, ".Tavrix-staging/iPhone 2026-05-21.zip.part", EACCES);
+  temporary.write("1970-01-01/IMG_0000.HEIC", "another");
+  temporary.write("1970-01-01/IMG_0001.HEIC", "IMG_0001.HEIC");
+  const TransferOutcome outcome = run();
+  EXPECT_THAT(
+      packingNotes(Language::russian, outcome),
+      ElementsAre(HasSubstr("Общий архив не получился, группы остались обычными папками: ")));
+  EXPECT_EQ(outcome.report.files[0].path, "1970-01-01/IMG_0000 (2).HEIC");
+  EXPECT_EQ(outcome.report.files[1].path, "1970-01-01/IMG_0001.HEIC");
+  EXPECT_EQ(temporary.read("1970-01-01/IMG_0000.HEIC"), "another");
+}
+
+TEST_F(PackedTransferTest, fullDiskInPacking_waitsAndGoesOn) {
+  std::uint64_t free = 100;
+  folder.faults().freeBytes = [&] { return free; };
+  slept = [&] { free += 400; };
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, Status::completed);
+  expectTruth(outcome);
+  ASSERT_EQ(pauses.size(), 2U);
+  EXPECT_EQ(pauses[0],
+            "На диске нет места: нужно ещё 232\u00A0Б (свободно 100\u00A0Б). Освободите место — "
+            "продолжу сам.");
+  EXPECT_EQ(pauses[1], "");
+  EXPECT_THAT(linesWith("paused"),
+              ElementsAre("pack paused: not enough space for 1970-01-01 (needed 332, free 100)"));
+  EXPECT_THAT(linesWith("space freed"), ElementsAre("transfer: space freed — continuing"));
+}
+
+TEST_F(PackedTransferTest, diskThatSaysItHasRoomAndHasNone_isNotAskedForEver) {
+  folder.faults().rule =
+      failing(FileOperation::write, ".Tavrix-staging/1970-01-02.zip.part", ENOSPC);
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, Status::completed);
+  EXPECT_EQ(outcome.unpackedFolders.size(), 1U);
+  EXPECT_EQ(linesWith("pack paused").size(), 2U);
+  expectTruth(outcome);
+}
+
+TEST_F(PackedTransferTest, fullDiskInCopying_waitsAndFetchesOnlyTheRest) {
+  bool isFull = true;
+  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    const bool isFourth = path.find("IMG_0003.HEIC.part") != std::string::npos;
+    if (isFull && operation == FileOperation::write && isFourth)
+      throw FileError{operation, path, ENOSPC};
+  };
+  slept = [&] { isFull = false; };
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, Status::completed);
+  EXPECT_EQ(tally.copied, 6U);
+  EXPECT_EQ(outcome.report.bytesCopied, 6U * 13);
+  EXPECT_EQ(linesWith("transfer paused: disk full (free ").size(), 1U);
+  expectTruth(outcome);
+}
+
+TEST_F(PackedTransferTest, cancel_keepsFinishedArchivesAlone) {
+  for (const bool whileWaiting : {false, true}) {
+    stop = {};
+    folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+      const bool isSecond =
+          path.ends_with("1970-01-02.zip.part") || path.ends_with("1970-01-02 (2).zip.part");
+      if (operation != FileOperation::create || !isSecond) return;
+      if (!whileWaiting) stop.request_stop();
+      if (whileWaiting) throw FileError{operation, path, ENOSPC};
+    };
+    slept = [&] { stop.request_stop(); };
+    const TransferOutcome outcome = run();
+    EXPECT_EQ(outcome.status, Status::cancelled);
+    EXPECT_EQ(tally.copied, 2U);
+    EXPECT_EQ(tally.notReached, 4U);
+    EXPECT_FALSE(temporary.has(".Tavrix-staging"));
+    EXPECT_EQ(files().size(), whileWaiting ? 4U : 2U);
+  }
+  folder.faults().rule = {};
+  stop = {};
+  stop.request_stop();
+  EXPECT_EQ(run().status, Status::cancelled);
+  EXPECT_EQ(tally.notReached, 6U);
+  EXPECT_EQ(files().size(), 4U);
+}
+
+TEST_F(PackedTransferTest, diskThatGoes_interruptsAndTellsWhatGotThrough) {
+  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    if (operation == FileOperation::rename && path.starts_with("1970-01-02"))
+      throw FileError{operation, path, EIO};
+  };
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, Status::interrupted);
+  ASSERT_TRUE(outcome.interruption.has_value());
+  EXPECT_EQ(tally.copied, 2U);
+  expectTruth(outcome);
+}
+
+/// Runs a whole run in a process of its own that dies at its `step`th operation on the disk; false
+/// when it came to its end.
+bool dies(PackedTransferTest& test, int step) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    std::atomic<int> operations = 0;
+    test.folder.faults().rule = [&](FileOperation, const std::string&) {
+      if (++operations == step) ::_exit(9);
+    };
+    test.run();
+    ::_exit(0);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) && WEXITSTATUS(status) == 9;
+}
+
+TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
+  assets = 4;
+  const int stride = std::getenv("TAVRIX_LONG_TESTS") != nullptr ? 1 : 5;
+  int step = 1;
+  for (;; step += stride) {
+    std::filesystem::remove_all(temporary.path());
+    std::filesystem::create_directories(temporary.path());
+    FaultyFolder fresh{openFolder(temporary.path())};
+    folder = std::move(fresh);
+    temporary.write("1970-01-01.zip", "the person's own");
+    if (!dies(*this, step)) break;
+    EXPECT_EQ(temporary.read("1970-01-01.zip"), "the person's own");
+    std::filesystem::remove(temporary / "1970-01-01.zip");
+    // Whatever has an archive's name is whole.
+    for (const auto& [path, content] : files()) {
+      if (path.find(".zip/") != std::string::npos) {
+        EXPECT_TRUE(path.ends_with(content)) << step;
+      }
+    }
+    const TransferOutcome outcome = run();
+    EXPECT_EQ(outcome.status, Status::completed) << step;
+    EXPECT_THAT(outcome.rescuedFiles, IsEmpty()) << step;
+    EXPECT_FALSE(temporary.has(".Tavrix-staging")) << step;
+    const auto after = files();
+    for (const FileOutcome& file : outcome.report.files) {
+      EXPECT_EQ(after.at(*file.path), file.assetID) << step;
+    }
+    for (const auto& [path, content] : after) EXPECT_FALSE(path.ends_with(".part")) << path;
+  }
+  EXPECT_GT(step, 50);
+}
+
+TEST_F(PackedTransferTest, leftOvers_goUnlessThePhoneHasThemNoMore) {
+  const std::string staging = ".Tavrix-staging/1970-01-01/";
+  temporary.write(staging + "IMG_0000.HEIC", "IMG_0000.HEIC");
+  temporary.write(staging + "Anna IMG_0001.HEIC", "IMG_0001.HEIC");
+  temporary.write(staging + "IMG_0002.HEIC", "IMG_0002 of another size");
+  temporary.write(staging + "IMG_0900.HEIC", "IMG_0900.HEIC");
+  temporary.write(staging + "IMG_0901.HEIC.part", "half");
+  temporary.write("1970-01-01/IMG_0900.HEIC", "other");
+  const TransferOutcome outcome = run();
+  EXPECT_THAT(outcome.rescuedFiles,
+              ElementsAre("1970-01-01/IMG_0002.HEIC", "1970-01-01/IMG_0900 (2).HEIC"));
+  EXPECT_EQ(temporary.read("1970-01-01/IMG_0900 (2).HEIC"), "IMG_0900.HEIC");
+  EXPECT_EQ(temporary.read("1970-01-01/IMG_0900.HEIC"), "other");
+  EXPECT_FALSE(temporary.has(".Tavrix-staging"));
+  EXPECT_FALSE(temporary.has("1970-01-01/IMG_0000.HEIC"));
+  EXPECT_THAT(packingNotes(Language::english, outcome),
+              ElementsAre(HasSubstr("holds no more: 2 files;")));
+}
+
+TEST_F(PackedTransferTest, stagingThatIsALink_isNotFollowed) {
+  const TemporaryFolder outside;
+  outside.write("IMG_0900.HEIC", "theirs");
+  std::filesystem::create_directory_symlink(outside.path(), temporary / ".Tavrix-staging");
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outside.read("IMG_0900.HEIC"), "theirs");
+  EXPECT_EQ(outcome.status, Status::completed);
+  expectTruth(outcome);
+}
+
+}  // namespace
+}  // namespace tavrix
