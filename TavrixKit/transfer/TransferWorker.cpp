@@ -237,11 +237,11 @@ void TransferWorker::convert(ReadyFile& ready) {
   removeQuietly(output);
   try {
     const std::string root = destination.path() + "/";
-    const std::uint64_t reported = converter->convert(file.asset, file.conversion,
-                                                      root + ready.part, root + output, run_.stop_);
+    const std::uint64_t reported = converter->convert(
+        file.asset, file.conversion, root + ready.part, root + output, {}, run_.stop_);
     if (run_.stop_.stop_requested()) throw DownloadStopped{};
     const auto status = destination.status(output);
-    if (!status || status->size == 0) throw ConversionError{ConversionError::Kind::failed};
+    if (!status || status->size == 0) throw ConversionError{ConversionFailure::wrongResult};
     if (status->size != reported) run_.ledger_.sizeMismatched();
     if (const auto date = file.asset.captureDate()) destination.setModificationTime(output, *date);
     ready.sha256 = digestOf(output);

@@ -222,12 +222,13 @@ class TextConverter : public MediaConverter {
   std::uint64_t misreport = 0;
 
   std::uint64_t convert(const MediaAsset&, const PlannedConversion&, const std::string& input,
-                        const std::string& output, std::stop_token) override {
+                        const std::string& output, const ConversionProgress&,
+                        std::stop_token) override {
     std::ifstream in{input, std::ios::binary};
     const std::string result = "converted:" + std::string{std::istreambuf_iterator<char>{in}, {}};
     std::ofstream out{output, std::ios::binary};
     if (!writesNothing) out << (fails ? "half" : result);
-    if (fails) throw ConversionError{ConversionError::Kind::failed};
+    if (fails) throw ConversionError{ConversionFailure::failed};
     return result.size() + misreport;
   }
 };
