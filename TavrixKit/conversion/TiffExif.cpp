@@ -98,6 +98,7 @@ class BlockWriter {
 
   void addDirectory(const std::vector<Field>& fields, int depth) {
     std::size_t at = block_.size() + 2;
+    if (at + fields.size() * 12 > maxBlock) throw ConversionError{ConversionFailure::tooLarge};
     add(fields.size(), 2);
     block_.append(fields.size() * 12 + 4, '\0');
     for (const Field& field : fields) {
@@ -106,6 +107,7 @@ class BlockWriter {
       set(at + 4, field.count, 4);
       if (isDirectory(field.tag) && depth == 0) {
         set(at + 2, 4, 2);
+        set(at + 4, 1, 4);
         set(at + 8, block_.size(), 4);
         addDirectory(withoutDirectories(tiff_.fields(tiff_.valueOf(field))), 1);
       } else if (field.value.size() <= 4) {

@@ -58,7 +58,15 @@ constexpr std::array forbidden{
 #ifdef SYS_fork
     SYS_fork,
     SYS_vfork,
+    SYS_unlink,
+    SYS_rename,
+    SYS_link,
+    SYS_symlink,
+    SYS_mkdir,
+    SYS_rmdir,
+    SYS_chmod,
 #endif
+    SYS_truncate,
     SYS_socket,
     SYS_socketpair,
     SYS_connect,
@@ -85,6 +93,9 @@ std::vector<sock_filter> filter() {
       BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, architecture, 1, 0),
       answer(SECCOMP_RET_KILL_PROCESS),
       load(offsetof(seccomp_data, nr)),
+      // The numbers of another way to call the same system.
+      BPF_JUMP(BPF_JMP | BPF_JGE | BPF_K, 0x40000000U, 0, 1),
+      answer(SECCOMP_RET_KILL_PROCESS),
   };
   const auto refuse = [&](long call, unsigned code) {
     program.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(call), 0, 1));

@@ -9,6 +9,7 @@
 
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "transfer/MediaConverter.h"
+#include "transfer/tests/TestLibrary.h"
 
 namespace tavrix {
 
@@ -18,19 +19,14 @@ struct ConverterUnderTest {
   std::string source;
 };
 
-/// Any photo.
-inline MediaAsset somePhoto() {
-  return MediaAsset{"100APPLE/IMG_1.PNG", "IMG_1.PNG",  "100APPLE", MediaKind::photo, 1,
-                    std::nullopt,         std::nullopt, false,      std::nullopt,     std::nullopt};
-}
-
 /// What every MediaConverter keeps to.
 class MediaConverterContract : public testing::TestWithParam<ConverterUnderTest> {
  protected:
   std::uint64_t convert(std::stop_token stop = {}) {
     return converter->convert(
-        somePhoto(), planned_conversion::Jpeg{0.8}, folder / "in.part", folder / "out.part",
-        [&](double fraction) { fractions.push_back(fraction); }, std::move(stop));
+        assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{0.8}, folder / "in.part",
+        folder / "out.part", [&](double fraction) { fractions.push_back(fraction); },
+        std::move(stop));
   }
 
   TemporaryFolder folder;
@@ -40,7 +36,8 @@ class MediaConverterContract : public testing::TestWithParam<ConverterUnderTest>
 
 TEST_P(MediaConverterContract, conversion_givesTheSizeOfItsResult_andLeavesTheSource) {
   folder.write("in.part", GetParam().source);
-  EXPECT_EQ(convert(), folder.read("out.part").size());
+  const std::uint64_t size = convert();
+  EXPECT_EQ(size, folder.read("out.part").size());
   EXPECT_EQ(folder.read("in.part"), GetParam().source);
   EXPECT_GT(folder.read("out.part").size(), 0U);
   EXPECT_TRUE(std::is_sorted(fractions.begin(), fractions.end()));
@@ -55,7 +52,8 @@ TEST_P(MediaConverterContract, whatIsNoPicture_isAnErrorOfThatFileAlone) {
   }
   folder.write("in.part", GetParam().source);
   std::filesystem::remove(folder / "out.part");
-  EXPECT_EQ(convert(), folder.read("out.part").size());
+  const std::uint64_t size = convert();
+  EXPECT_EQ(size, folder.read("out.part").size());
 }
 
 TEST_P(MediaConverterContract, aStopThatWasRequested_endsIt) {

@@ -268,12 +268,12 @@ TEST(TransferPlanner, claimOfAKilledRun_yieldsToAFileThatLanded) {
 
 TEST(TransferPlanner, keptOriginal_countsOnlyForTheFormatThatItCannotHave) {
   const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC")});
-  TransferOptions jpeg;
-  jpeg.photoFormat = PhotoOutputFormat::jpeg;
+  TransferOptions options;
+  options.photoFormat = PhotoOutputFormat::jpeg;
   const auto planWith = [&](const std::string& path, std::optional<std::string> keptInsteadOf) {
     FileRecord record = recordOf(path, "A/IMG_1.HEIC");
     record.keptInsteadOf = std::move(keptInsteadOf);
-    return TransferPlanner::plan({group}, jpeg, view({path}, {record}));
+    return TransferPlanner::plan({group}, options, view({path}, {record}));
   };
   // A plain copy says nothing of conversions, and neither does what failed as another format.
   EXPECT_THAT(pathsOf(planWith("d/IMG_1.HEIC", std::nullopt)), ElementsAre("d/IMG_1.jpg"));
@@ -287,10 +287,10 @@ TEST(TransferPlanner, keptOriginal_countsOnlyForTheFormatThatItCannotHave) {
   // The file is gone, or everything is wanted again.
   FileRecord record = recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC");
   record.keptInsteadOf = "jpeg";
-  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, jpeg, view({"d/other"}, {record}))),
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, options, view({"d/other"}, {record}))),
               ElementsAre("d/IMG_1.jpg"));
-  jpeg.onlyNew = false;
-  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, jpeg, view({"d/IMG_1.HEIC"}, {record}))),
+  options.onlyNew = false;
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, options, view({"d/IMG_1.HEIC"}, {record}))),
               ElementsAre("d/IMG_1.jpg"));
 }
 
