@@ -14,7 +14,7 @@ namespace tavrix {
 struct ConversionLimits {
   std::uint64_t memoryBytes = std::uint64_t{2} << 30U;  ///< address space
   std::chrono::seconds processorTime{60};
-  std::chrono::seconds silence{60};  ///< between two signs of life
+  std::chrono::seconds silence{300};  ///< between two signs of life; others may need the machine
   std::uint64_t resultBytes = std::uint64_t{512} << 20U;
 
   friend bool operator==(const ConversionLimits&, const ConversionLimits&) = default;
