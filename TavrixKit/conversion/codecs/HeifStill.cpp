@@ -90,6 +90,46 @@ class HeifRows : public PixelRows {
   int stride_ = 0;
 };
 
+/// Rows of a picture whose red, green and blue lie apart, as the library gives those made of tiles.
+class PlanarRows : public PixelRows {
+ public:
+  explicit PlanarRows(const Image& image)
+      : red_(image, heif_channel_R, 1),
+        green_(image, heif_channel_G, 1),
+        blue_(image, heif_channel_B, 1) {
+    width = red_.width;
+    height = red_.height;
+    anyOrder = true;
+    const bool isEven = green_.width == width && blue_.width == width && green_.height == height &&
+                        blue_.height == height;
+    if (!isEven) throw ConversionError{ConversionFailure::damagedInput};
+    row_.resize(std::size_t{width} * 3);
+  }
+  const std::byte* row(std::uint32_t y) override {
+    const std::byte* const red = red_.row(y);
+    const std::byte* const green = green_.row(y);
+    const std::byte* const blue = blue_.row(y);
+    for (std::size_t x = 0; x < width; ++x) {
+      row_[3 * x] = red[x];
+      row_[3 * x + 1] = green[x];
+      row_[3 * x + 2] = blue[x];
+    }
+    return row_.data();
+  }
+
+ private:
+  HeifRows red_;
+  HeifRows green_;
+  HeifRows blue_;
+  std::vector<std::byte> row_;
+};
+
+bool isPlanarRgb8(const Image& image) {
+  return heif_image_get_colorspace(image.get()) == heif_colorspace_RGB &&
+         heif_image_get_chroma_format(image.get()) == heif_chroma_444 &&
+         heif_image_get_bits_per_pixel_range(image.get(), heif_channel_R) == 8;
+}
+
 Image decode(const Handle& handle, heif_colorspace space, heif_chroma chroma) {
   const std::unique_ptr<heif_decoding_options, void (*)(heif_decoding_options*)> options{
       heif_decoding_options_alloc(), heif_decoding_options_free};
@@ -149,6 +189,10 @@ void decodePixels(const Handle& handle, DecodedStill& still) {
     still.isSubsampled = heif_image_get_chroma_format(image.get()) == heif_chroma_420;
     if (isYcbcr8(image) && hasJpegMatrix(image)) {
       still.planes = planesOf(image);
+      return;
+    }
+    if (isPlanarRgb8(image)) {
+      still.rows = std::make_unique<PlanarRows>(image);
       return;
     }
   }
