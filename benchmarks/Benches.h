@@ -16,5 +16,6 @@ void benchVerifying(const std::string& folder);
 void benchPlaces(const std::string& folder);
 void benchMetadata(const std::string& folder);
 void benchPhone(const std::string& folder);
+void benchStills(const std::string& folder);
 
 }  // namespace tavrix::bench

@@ -38,6 +38,7 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
 
 void DestinationView::rememberEarlier(const DestinationMarker::PhoneRecord& record) {
   for (const auto& file : record.files) {
+    if (file.keptInsteadOf) keptInsteadOf_.emplace(file.path, *file.keptInsteadOf);
     if (!file.localID) continue;
     const auto last = knownAssets_.byLocalID.find(*file.localID);
     const bool isLast = last != knownAssets_.byLocalID.end() && last->second.path == file.path;
@@ -75,6 +76,13 @@ bool DestinationView::mayBe(const MediaAsset& asset, const std::string& path, st
   const auto onDisk = filesOnDisk_.find(path);
   if (size == 0 && onDisk != filesOnDisk_.end()) size = onDisk->second.size;
   return size == 0 || size == asset.sizeBytes();
+}
+
+const std::string* DestinationView::keptPath(const MediaAsset& asset, const std::string& base,
+                                             std::string_view format) const {
+  const std::string* const path = landedPath(asset, base);
+  const auto found = path == nullptr ? keptInsteadOf_.end() : keptInsteadOf_.find(*path);
+  return found != keptInsteadOf_.end() && found->second == format ? path : nullptr;
 }
 
 DestinationView::Holding DestinationView::holding(const std::string& path, const MediaAsset& asset,

@@ -53,6 +53,9 @@ class DestinationView {
   /// form of it; null when there is none.
   const std::string* landedPath(const MediaAsset& asset, const std::string& base,
                                 const PlannedConversion& conversion = {}) const;
+  /// The same for an original that was kept there because it cannot be converted to `format`.
+  const std::string* keptPath(const MediaAsset& asset, const std::string& base,
+                              std::string_view format) const;
 
   /// A file is on disk at the path, or may be as far as anybody can say, and no other phone has a
   /// better claim to it than this one.
@@ -87,6 +90,7 @@ class DestinationView {
   StringMap<Owner> owners_;
   /// Of an id that was copied under several names or into several folders: all but the last.
   StringMap<std::vector<KnownAssets::Record>> earlier_;
+  StringMap<std::string> keptInsteadOf_;  ///< by path, of this phone
 };
 
 /// A destination as it lies there: its files and its phones' records.

@@ -290,6 +290,9 @@ inline constexpr Sentence<Text, Text, Text, Text> progressCounts{"{} / {} · {} 
 inline constexpr CountedNoun groupsOfTotal{"групп", "групп", "групп", "group", "groups"};
 inline constexpr Sentence<Text, Text> progressPacking{"4 · Архивация · {} / {}",
                                                       "4 · Packing · {} / {}"};
+/// A file's name, and of it how much is done in hundredths.
+inline constexpr Sentence<Text, int> progressConverting{"преобразуется {} ({}\u00A0%)",
+                                                        "converting {} ({}%)"};
 inline constexpr Sentence<Text> progressSpeed{"{}/с", "{}/s"};
 inline constexpr Sentence<Text> progressLeft{"осталось {}", "{} left"};
 

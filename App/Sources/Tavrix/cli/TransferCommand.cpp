@@ -15,6 +15,7 @@
 #include "cli/Quotes.h"
 #include "cli/Source.h"
 #include "cli/UnreadableReason.h"
+#include "conversion/ProcessConverter.h"
 #include "foundation/Text.h"
 #include "naming/FolderName.h"
 #include "transfer/TransferPlanner.h"
@@ -121,8 +122,10 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Job
 }
 
 TransferOutcome runUnpacked(const CommandContext& context, const TransferPlan& plan,
-                            Folder& destination, Destination::Content content) {
+                            Folder& destination, Destination::Content content,
+                            MediaConverter* converter) {
   TransferJob::Setup setup;
+  setup.converter = converter;
   setup.phone = phoneOf(context);
   setup.language = writtenLanguage(context);
   setup.log = &context.log;
@@ -138,8 +141,10 @@ void tellPause(const CommandContext& context, const std::optional<std::string>& 
 }
 
 TransferOutcome runPacked(const CommandContext& context, const TransferPlan& plan,
-                          Folder& destination, Destination::Content content) {
+                          Folder& destination, Destination::Content content,
+                          MediaConverter* converter) {
   PackedTransfer::Setup setup;
+  setup.converter = converter;
   setup.phone = phoneOf(context);
   setup.packing = packingOf(context);
   setup.zone = context.settings.timeZone;
@@ -155,9 +160,12 @@ TransferOutcome runPacked(const CommandContext& context, const TransferPlan& pla
 TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Folder& destination,
                     Destination::Content content) {
   auto rescued = Staging::settleLeftOvers(destination, content.view.filesOnDisk(), plan);
-  TransferOutcome outcome = packs(context)
-                                ? runPacked(context, plan, destination, std::move(content))
-                                : runUnpacked(context, plan, destination, std::move(content));
+  std::optional<ProcessConverter> process;
+  const auto& program = context.surroundings.conversionProgram;
+  if (program) process.emplace(*program);
+  MediaConverter* const converter = process ? &*process : nullptr;
+  const auto carryOut = packs(context) ? runPacked : runUnpacked;
+  TransferOutcome outcome = carryOut(context, plan, destination, std::move(content), converter);
   outcome.rescuedFiles = std::move(rescued);
   return outcome;
 }

@@ -1,0 +1,19 @@
+#include "conversion/ResultCheck.h"
+
+#include <algorithm>
+
+#include "conversion/JpegFrame.h"
+#include "device/MetadataReader.h"
+
+namespace tavrix {
+
+bool isWholeStill(RangedReader& source, RangedReader& result, const ConversionResult& told) {
+  const auto frame = readJpegFrame(result);
+  if (frame != JpegFrame{told.width, told.height}) return false;
+  const MediaMetadata metadata = MetadataReader::read(source);
+  if (!metadata.px || !metadata.py || told.isCropped) return true;
+  return std::minmax<std::int64_t>(frame->width, frame->height) ==
+         std::minmax(*metadata.px, *metadata.py);
+}
+
+}  // namespace tavrix

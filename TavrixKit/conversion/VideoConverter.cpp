@@ -1,0 +1,9 @@
+#include "conversion/VideoConverter.h"
+
+namespace tavrix {
+
+ConversionResult VideoConverter::convert(const ConversionFiles&, const ConversionProgress&) {
+  throw ConversionError{ConversionFailure::unsupported};
+}
+
+}  // namespace tavrix
