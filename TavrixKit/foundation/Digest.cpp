@@ -18,6 +18,17 @@ const EVP_MD* algorithm() {
   return fetched;
 }
 
+std::string hexadecimal(std::span<const unsigned char> bytes) {
+  constexpr std::string_view digits = "0123456789abcdef";
+  std::string hex;
+  hex.reserve(2 * bytes.size());
+  for (const unsigned char byte : bytes) {
+    hex += digits[byte >> 4U];
+    hex += digits[byte & 15U];
+  }
+  return hex;
+}
+
 }  // namespace
 
 struct Sha256::Context {
@@ -47,14 +58,7 @@ std::string Sha256::finish() {
   std::array<unsigned char, 32> digest{};
   require(EVP_DigestFinal_ex(context_->evp, digest.data(), nullptr));
   context_->restart();
-  constexpr std::string_view digits = "0123456789abcdef";
-  std::string hex;
-  hex.reserve(64);
-  for (const unsigned char byte : digest) {
-    hex += digits[byte >> 4U];
-    hex += digits[byte & 15U];
-  }
-  return hex;
+  return hexadecimal(digest);
 }
 
 void Sha256::restart() { context_->restart(); }
@@ -63,6 +67,12 @@ std::string sha256Hex(std::string_view text) {
   Sha256 digest;
   digest.add(std::as_bytes(std::span{text}));
   return digest.finish();
+}
+
+std::string md5Hex(std::string_view text) {
+  std::array<unsigned char, 16> digest{};
+  require(EVP_Digest(text.data(), text.size(), digest.data(), nullptr, EVP_md5(), nullptr));
+  return hexadecimal(digest);
 }
 
 }  // namespace tavrix

@@ -31,4 +31,8 @@ class Sha256 {
 /// The digest of a text's bytes, in lower-case hexadecimal.
 std::string sha256Hex(std::string_view text);
 
+/// The MD5 digest (RFC 1321) of a text's bytes, in lower-case hexadecimal, where a file format
+/// names things by it; it protects nothing.
+std::string md5Hex(std::string_view text);
+
 }  // namespace tavrix

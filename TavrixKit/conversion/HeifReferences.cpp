@@ -1,0 +1,44 @@
+#include "conversion/HeifReferences.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "conversion/MemoryReader.h"
+#include "device/Bytes.h"
+#include "device/HeifItems.h"
+
+namespace tavrix {
+namespace {
+
+/// Whether a reference of this type and content is one that is better not seen.
+bool isInTheWay(std::string_view type, std::string_view content, std::size_t idBytes) {
+  if (type == "cdsc") return true;
+  ByteCursor cursor{content};
+  cursor.take(idBytes);
+  return type == "auxl" && cursor.number(2) > 1;
+}
+
+}  // namespace
+
+std::size_t relaxHeifReferences(std::span<char> source) {
+  MemoryReader reader{source};
+  FileBytes file{reader};
+  const auto items = HeifItems::open(file);
+  const auto references = items ? items->box("iref") : std::nullopt;
+  const auto version = references ? file.at(references->begin, 1) : std::nullopt;
+  if (!version) return 0;
+  const std::size_t idBytes = version->front() == 0 ? 2 : 4;
+  std::size_t count = 0;
+  IsoBoxes boxes{file, references->begin + 4, references->end};
+  for (std::uint64_t begin = references->begin + 4; const auto reference = boxes.next();
+       begin = reference->end) {
+    const auto content = contentOf(file, *reference);
+    if (!content || !isInTheWay(reference->type, *content, idBytes)) continue;
+    constexpr std::string_view unknownType = "skip";
+    std::copy(unknownType.begin(), unknownType.end(), source.data() + begin + 4);
+    ++count;
+  }
+  return count;
+}
+
+}  // namespace tavrix

@@ -1,0 +1,118 @@
+#include "conversion/codecs/ColourProfile.h"
+
+#include <lcms2.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "transfer/MediaConverter.h"
+
+namespace tavrix {
+namespace {
+
+struct CloseProfile {
+  void operator()(void* profile) const { cmsCloseProfile(profile); }
+};
+using Profile = std::unique_ptr<void, CloseProfile>;
+struct FreeCurve {
+  void operator()(cmsToneCurve* curve) const { cmsFreeToneCurve(curve); }
+};
+using Curve = std::unique_ptr<cmsToneCurve, FreeCurve>;
+
+struct NamedPrimaries {
+  const char* name;
+  cmsCIExyYTRIPLE values;
+};
+
+[[noreturn]] void refuse() { throw ConversionError{ConversionFailure::unsupportedColour}; }
+
+/// H.273, table 2; all of these have the white of D65.
+NamedPrimaries primariesOf(int code) {
+  switch (code) {
+    case 1:
+    case 2:
+      return {"sRGB", {{0.64, 0.33, 1}, {0.30, 0.60, 1}, {0.15, 0.06, 1}}};
+    case 5:
+      return {"BT.601 (625)", {{0.64, 0.33, 1}, {0.29, 0.60, 1}, {0.15, 0.06, 1}}};
+    case 6:
+    case 7:
+      return {"BT.601 (525)", {{0.63, 0.34, 1}, {0.31, 0.595, 1}, {0.155, 0.07, 1}}};
+    case 9:
+      return {"BT.2020", {{0.708, 0.292, 1}, {0.170, 0.797, 1}, {0.131, 0.046, 1}}};
+    case 12:
+      return {"Display P3", {{0.680, 0.320, 1}, {0.265, 0.690, 1}, {0.150, 0.060, 1}}};
+    default:
+      refuse();
+  }
+}
+
+Curve gammaCurve(double gamma) { return Curve{cmsBuildGamma(nullptr, gamma)}; }
+
+/// H.273, table 3.
+Curve curveOf(int code) {
+  switch (code) {
+    case 1:
+    case 2:
+    case 6:
+    case 13:
+    case 14:
+    case 15: {
+      // IEC 61966-2-1
+      const cmsFloat64Number values[] = {2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92, 0.04045};
+      return Curve{cmsBuildParametricToneCurve(nullptr, 4, values)};
+    }
+    case 4:
+      return gammaCurve(2.2);
+    case 5:
+      return gammaCurve(2.8);
+    case 8:
+      return gammaCurve(1.0);
+    default:
+      refuse();
+  }
+}
+
+void setName(cmsHPROFILE profile, const char* name) {
+  cmsMLU* const text = cmsMLUalloc(nullptr, 1);
+  cmsMLUsetASCII(text, "en", "US", name);
+  cmsWriteTag(profile, cmsSigProfileDescriptionTag, text);
+  cmsMLUfree(text);
+}
+
+std::string profileOf(const char* name, const cmsCIExyY& white, const cmsCIExyYTRIPLE& primaries,
+                      const Curve& curve) {
+  cmsToneCurve* const curves[] = {curve.get(), curve.get(), curve.get()};
+  const Profile profile{cmsCreateRGBProfile(&white, &primaries, curves)};
+  if (profile == nullptr) refuse();
+  setName(profile.get(), name);
+  cmsUInt32Number size = 0;
+  if (!cmsSaveProfileToMem(profile.get(), nullptr, &size)) refuse();
+  std::string bytes(size, '\0');
+  if (!cmsSaveProfileToMem(profile.get(), bytes.data(), &size)) refuse();
+  // The date of its making, so that the same picture gives the same bytes at any time.
+  std::fill_n(bytes.begin() + 24, 12, '\0');
+  return bytes;
+}
+
+constexpr cmsCIExyY d65{0.3127, 0.3290, 1};
+
+}  // namespace
+
+std::string profileOf(const CodedColours& colours) {
+  const NamedPrimaries primaries = primariesOf(colours.primaries);
+  return profileOf(primaries.name, d65, primaries.values, curveOf(colours.transfer));
+}
+
+std::string profileOf(const MeasuredColours& colours) {
+  return profileOf("RGB", {colours.whiteX, colours.whiteY, 1},
+                   {{colours.redX, colours.redY, 1},
+                    {colours.greenX, colours.greenY, 1},
+                    {colours.blueX, colours.blueY, 1}},
+                   gammaCurve(colours.gamma));
+}
+
+bool fitsChannels(const std::string& icc, int channels) {
+  return icc.size() >= 128 && icc.compare(16, 4, channels == 1 ? "GRAY" : "RGB ") == 0;
+}
+
+}  // namespace tavrix
