@@ -25,7 +25,8 @@ std::string box(std::string_view type, std::string_view content) {
   return bigEndian(headBytes + content.size(), 4).append(type).append(content);
 }
 
-/// In an MP4 file version and flags come before the boxes of "meta", in a QuickTime one they do not.
+/// In an MP4 file version and flags come before the boxes of "meta", in a QuickTime one they do
+/// not.
 std::string inFormOfMp4(std::string_view meta) {
   constexpr std::string_view versionAndFlags{"\0\0\0\0", 4};
   if (meta.starts_with(versionAndFlags)) return std::string{meta};

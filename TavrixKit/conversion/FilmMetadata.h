@@ -19,8 +19,8 @@ struct FilmMetadata {
   friend bool operator==(const FilmMetadata&, const FilmMetadata&) = default;
 };
 
-/// Of a QuickTime or MP4 file; nothing in it for another, and what is broken is left out. Throws only
-/// what `file` throws.
+/// Of a QuickTime or MP4 file; nothing in it for another, and what is broken is left out. Throws
+/// only what `file` throws.
 FilmMetadata readFilmMetadata(RangedReader& file);
 
 /// With a box for the place as MP4 files have it, unless there is one. `location` is of ISO 6709.

@@ -33,12 +33,16 @@ void Options::set(const char* name, const std::string& value) {
   check(av_dict_set(&options_, name, value.c_str(), 0), ConversionFailure::failed);
 }
 
-int codecThreads() { return static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, 8U)); }
+int codecThreads() {
+  return static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, 8U));
+}
 
 const char* allowedDecoders() {
   return "hevc,h264,mpeg4,h263,mjpeg,prores,mpeg1video,mpeg2video,dvvideo,libdav1d,"
-         "aac,alac,mp3float,mp3,mp2float,mp2,ac3,eac3,amrnb,amrwb,adpcm_ima_qt,adpcm_ima_wav,adpcm_ms,"
-         "pcm_u8,pcm_s8,pcm_s16le,pcm_s16be,pcm_s24le,pcm_s24be,pcm_s32le,pcm_s32be,pcm_f32le,pcm_f32be,"
+         "aac,alac,mp3float,mp3,mp2float,mp2,ac3,eac3,amrnb,amrwb,adpcm_ima_qt,adpcm_ima_wav,adpcm_"
+         "ms,"
+         "pcm_u8,pcm_s8,pcm_s16le,pcm_s16be,pcm_s24le,pcm_s24be,pcm_s32le,pcm_s32be,pcm_f32le,pcm_"
+         "f32be,"
          "pcm_alaw,pcm_mulaw";
 }
 
@@ -46,7 +50,8 @@ Codec openDecoder(const AVStream& stream, int threads) {
   const AVCodec* const decoder = avcodec_find_decoder(stream.codecpar->codec_id);
   if (decoder == nullptr) throw ConversionError{ConversionFailure::unsupported};
   Codec codec = makeCodec(decoder);
-  check(avcodec_parameters_to_context(codec.get(), stream.codecpar), ConversionFailure::damagedInput);
+  check(avcodec_parameters_to_context(codec.get(), stream.codecpar),
+        ConversionFailure::damagedInput);
   codec->pkt_timebase = stream.time_base;
   codec->thread_count = threads;
   codec->max_pixels = maxPixels;

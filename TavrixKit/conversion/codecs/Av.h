@@ -34,8 +34,8 @@ Frame makeFrame();
 Packet makePacket();
 Codec makeCodec(const AVCodec* codec);
 
-/// Gives back a result that is no failure; throws ConversionError for one that is, of the kind given
-/// unless memory ran out.
+/// Gives back a result that is no failure; throws ConversionError for one that is, of the kind
+/// given unless memory ran out.
 int check(int result, ConversionFailure failure);
 /// Whether a codec or filter wants input, or has no more output: no failure.
 bool isDrained(int result);

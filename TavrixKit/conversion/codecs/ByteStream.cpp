@@ -41,9 +41,9 @@ int ByteStream::remember(std::int64_t result) {
 
 int ByteStream::read(void* self, std::uint8_t* buffer, int count) {
   auto& stream = *static_cast<ByteStream*>(self);
-  const int result = stream.remember(descriptors::readAt(
-      stream.descriptor_, static_cast<std::uint64_t>(stream.position_),
-      {reinterpret_cast<char*>(buffer), static_cast<std::size_t>(count)}));
+  const int result = stream.remember(
+      descriptors::readAt(stream.descriptor_, static_cast<std::uint64_t>(stream.position_),
+                          {reinterpret_cast<char*>(buffer), static_cast<std::size_t>(count)}));
   if (result == 0) return AVERROR_EOF;
   if (result > 0) stream.position_ += result;
   return result;

@@ -18,7 +18,8 @@ struct ExpectedFilm {
   friend bool operator==(const ExpectedFilm&, const ExpectedFilm&) = default;
 };
 
-/// The duration may differ by so many seconds: edits of the source may end in the middle of a picture.
+/// The duration may differ by so many seconds: edits of the source may end in the middle of a
+/// picture.
 inline constexpr double durationTolerance = 0.1;
 
 /// Opens the finished film and decodes its first picture, and from the last picture that needs no

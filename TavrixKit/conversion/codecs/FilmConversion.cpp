@@ -139,8 +139,10 @@ std::uint64_t FilmConversion::roomForHeader() const {
 ExpectedFilm FilmConversion::expected() const {
   const AVRational unit = source_.picture().time_base;
   const double seen = end_ > begin_ ? static_cast<double>(end_ - begin_) * av_q2d(unit) : 0;
-  // Only the header of such a file knows how long the last picture stands.
-  const double seconds = source_.isIsoFile() ? source_.seconds().value_or(seen) : seen;
+  // Only the header knows how long the last picture stands; in some kinds of file it is a guess.
+  const double told = source_.seconds().value_or(seen);
+  const bool isToBelieve = source_.isIsoFile() || std::abs(told - seen) <= durationTolerance;
+  const double seconds = isToBelieve ? told : seen;
   return {.size = shownSize(source_),
           .matrix = source_.displayMatrix(),
           .seconds = seconds,

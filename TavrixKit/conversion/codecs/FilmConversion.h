@@ -30,7 +30,7 @@ class FilmConversion {
   const ConversionProgress& progress_;
   FilmSource source_;
   FilmWriter writer_;
-  std::string userData_;  ///< a box for the header
+  std::string userData_;                              ///< a box for the header
   std::map<int, std::unique_ptr<FilmTrack>> tracks_;  ///< by the number of the source's stream
 
   /// Of the pictures that are shown, in their stream's unit.

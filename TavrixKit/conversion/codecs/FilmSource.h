@@ -19,7 +19,8 @@ struct FilmBounds {
   static constexpr std::chrono::hours duration{24};
 };
 
-/// The linear part of how a film's pictures are turned, as its header says; ISO/IEC 14496-12, 8.3.2.
+/// The linear part of how a film's pictures are turned, as its header says; ISO/IEC
+/// 14496-12, 8.3.2.
 using DisplayMatrix = std::array<std::int32_t, 9>;
 
 /// An opened film: its pictures, its sounds, and nothing else of it. Throws ConversionError.
@@ -39,7 +40,8 @@ class FilmSource {
   /// The next packet of a picture or sound; false behind the last. A film that is cut short or
   /// broken throws, so what was read to the end is all that the header promised.
   bool next(AVPacket& packet);
-  /// Continues with the last picture at or before `time` (in its stream's units) that needs no other.
+  /// Continues with the last picture at or before `time` (in its stream's units) that needs no
+  /// other.
   void seek(std::int64_t time);
 
   /// Of the pictures; nothing where neither header nor index say.

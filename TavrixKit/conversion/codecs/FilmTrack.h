@@ -10,8 +10,8 @@ namespace tavrix {
 class FilmTrack {
  public:
   virtual ~FilmTrack() = default;
-  /// Takes the stream's next packet. Throws ConversionError, and FileError when the result cannot be
-  /// written.
+  /// Takes the stream's next packet. Throws ConversionError, and FileError when the result cannot
+  /// be written.
   virtual void take(AVPacket& packet) = 0;
   /// No packet follows.
   virtual void finish() {}

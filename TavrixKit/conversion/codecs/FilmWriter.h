@@ -38,8 +38,8 @@ class FilmWriter {
   AVFormatContext* format_ = nullptr;
 };
 
-/// What the header of a film takes at most, in bytes: `pictures` and `sounds` are the packets of each
-/// kind, `tracks` the streams.
+/// What the header of a film takes at most, in bytes: `pictures` and `sounds` are the packets of
+/// each kind, `tracks` the streams.
 std::uint64_t headerBytes(std::uint64_t pictures, std::uint64_t sounds, std::uint64_t tracks);
 
 }  // namespace tavrix

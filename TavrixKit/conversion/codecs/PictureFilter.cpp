@@ -28,7 +28,7 @@ std::string toneMapping(const AVCodecParameters& pictures) {
   const char* const range = pictures.color_range == AVCOL_RANGE_JPEG ? "full" : "limited";
   return fmt::format(
       "zscale=tin={}:min=2020_ncl:pin=2020:rin={}:t=linear:npl={},format=gbrpf32le,"
-      "zscale=p=709,tonemap=tonemap=mobius:param=0.3:peak={:.3f}:desat=0,"
+      "zscale=p=709,tonemap=tonemap=mobius:param=0.5:peak={:.3f}:desat=0,"
       "zscale=t=709:m=709:p=709:r=limited:d=ordered,format=yuv420p",
       transfer, range, whiteLuminance, double{peakLuminance} / whiteLuminance);
 }
@@ -47,9 +47,9 @@ std::string filtersFor(const AVCodecParameters& pictures) {
 /// As FFmpeg's command line names what a decoder gives.
 std::string describe(const AVCodecParameters& pictures, AVRational unit) {
   const AVRational aspect = pictures.sample_aspect_ratio;
-  return fmt::format("video_size={}x{}:pix_fmt={}:time_base={}/{}:pixel_aspect={}/{}", pictures.width,
-                     pictures.height, pictures.format, unit.num, unit.den, aspect.num,
-                     aspect.den == 0 ? 1 : aspect.den);
+  return fmt::format("video_size={}x{}:pix_fmt={}:time_base={}/{}:pixel_aspect={}/{}",
+                     pictures.width, pictures.height, pictures.format, unit.num, unit.den,
+                     aspect.num, aspect.den == 0 ? 1 : aspect.den);
 }
 
 void setColours(AVCodecParameters& parameters, bool wasHighDynamicRange) {

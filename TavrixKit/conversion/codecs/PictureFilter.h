@@ -36,7 +36,8 @@ class PictureFilter {
 /// Whether the colours are of a high dynamic range: Hybrid Log-Gamma or Perceptual Quantizer,
 /// ITU-R BT.2100.
 bool isHighDynamicRange(const AVCodecParameters& pictures);
-/// Whether the pictures are what every player of H.264 takes: 8 bits, colour at half the resolution.
+/// Whether the pictures are what every player of H.264 takes: 8 bits, colour at half the
+/// resolution.
 bool isPlainPicture(const AVCodecParameters& pictures);
 
 }  // namespace tavrix

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <span>
 
-/// Bytes of an open file by their place in it, without moving its position. Failures come back as the
-/// system's code (errno), negative, for callers that may not throw.
+/// Bytes of an open file by their place in it, without moving its position. Failures come back as
+/// the system's code (errno), negative, for callers that may not throw.
 namespace tavrix::descriptors {
 
 /// The file's length in bytes.
