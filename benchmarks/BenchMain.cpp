@@ -1,6 +1,6 @@
 // Measures the program beside yardsticks of the same machine, in turns within one run: machines are
 // shared and noisy, ratios are not. Arguments choose among: pipeline grouping only-new copying
-// verify history metadata places.
+// verify history metadata places stills.
 
 #include <fmt/format.h>
 
@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "Benches.h"
+#include "conversion/ConversionProcess.h"
 
 int main(int count, char** values) {
+  if (const auto status = tavrix::ConversionProcess::runAsChild(count, values)) return *status;
   const std::vector<std::string> chosen{values + 1, values + count};
   const auto isChosen = [&](const char* name) {
     return chosen.empty() || std::find(chosen.begin(), chosen.end(), name) != chosen.end();
@@ -29,6 +31,7 @@ int main(int count, char** values) {
   if (isChosen("verify")) tavrix::bench::benchVerifying(folder + "/verifying");
   if (isChosen("history")) tavrix::bench::benchHistory(folder + "/history");
   if (isChosen("places")) tavrix::bench::benchPlaces(folder);
+  if (isChosen("stills")) tavrix::bench::benchStills(folder + "/stills");
   if (isChosen("metadata")) tavrix::bench::benchMetadata(folder + "/metadata");
   std::filesystem::remove_all(folder);
   return 0;

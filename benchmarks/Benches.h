@@ -14,5 +14,6 @@ void benchCopying(const std::string& folder);
 void benchVerifying(const std::string& folder);
 void benchPlaces(const std::string& folder);
 void benchMetadata(const std::string& folder);
+void benchStills(const std::string& folder);
 
 }  // namespace tavrix::bench

@@ -28,6 +28,8 @@ struct FileRecord {
   std::optional<std::string> sha256;   ///< of the bytes on disk, hexadecimal
   std::optional<std::string> localID;  ///< the asset's id on the phone
   std::optional<std::string> cloudID;
+  /// The format ("jpeg", "h264") that it should have had, of an original that cannot be converted.
+  std::optional<std::string> keptInsteadOf{};
 
   /// Nothing has been seen of the file yet.
   bool isClaim() const { return size == 0 && !sha256; }

@@ -34,6 +34,7 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
 
 void DestinationView::rememberEarlierPaths(const DestinationMarker::PhoneRecord& record) {
   for (const auto& file : record.files) {
+    if (file.keptInsteadOf) keptInsteadOf_.emplace(file.path, *file.keptInsteadOf);
     if (!file.localID) continue;
     const auto last = knownAssets_.byLocalID.find(*file.localID);
     const bool isLast = last != knownAssets_.byLocalID.end() && last->second.path == file.path;
@@ -53,6 +54,13 @@ const std::string* DestinationView::landedPath(const MediaAsset& asset,
   if (earlier == earlierPaths_.end()) return nullptr;
   const auto found = std::find_if(earlier->second.begin(), earlier->second.end(), counts);
   return found == earlier->second.end() ? nullptr : &*found;
+}
+
+const std::string* DestinationView::keptPath(const MediaAsset& asset, const std::string& base,
+                                             std::string_view format) const {
+  const std::string* const path = landedPath(asset, base);
+  const auto found = path == nullptr ? keptInsteadOf_.end() : keptInsteadOf_.find(*path);
+  return found != keptInsteadOf_.end() && found->second == format ? path : nullptr;
 }
 
 DestinationView::Holding DestinationView::holding(const std::string& path,

@@ -45,6 +45,9 @@ class DestinationView {
   /// The path of a file that is on disk, recorded for this asset, and lies at `base` or a numbered
   /// form of it; null when there is none.
   const std::string* landedPath(const MediaAsset& asset, const std::string& base) const;
+  /// The same for an original that was kept there because it cannot be converted to `format`.
+  const std::string* keptPath(const MediaAsset& asset, const std::string& base,
+                              std::string_view format) const;
   /// A file is on disk at the path, or may be as far as anybody can say, and no other phone has a
   /// better claim to it than this one.
   bool isStillOurs(const std::string& path) const;
@@ -73,6 +76,7 @@ class DestinationView {
   StringMap<Owner> owners_;
   /// An asset that was copied under several names or into several folders: all but the last.
   StringMap<std::vector<std::string>> earlierPaths_;
+  StringMap<std::string> keptInsteadOf_;  ///< by path, of this phone
 };
 
 /// A destination as it lies there: its files and its phones' records.

@@ -68,6 +68,15 @@ std::string withExtension(std::string_view name, std::string_view extension) {
   return result.append(".").append(extension);
 }
 
+std::string withExtensionOf(std::string_view name, std::string_view other) {
+  const std::string_view folder = folderOf(name);
+  const std::string_view last = name.substr(folder.size());
+  const std::string_view extension = splitFileName(other).extension;
+  return std::string{folder} + (extension.empty()
+                                    ? std::string{splitFileName(last).stem}
+                                    : withExtension(last, replacingInvalidUtf8(extension)));
+}
+
 std::string lowerExtension(std::string_view name) {
   return lowerCased(splitFileName(name).extension);
 }

@@ -23,6 +23,9 @@ std::string unnumberedName(std::string_view name);
 
 /// The name with another extension ("jpg") in place of its own.
 std::string withExtension(std::string_view name, std::string_view extension);
+/// The name with the extension of another name, or without one where that has none: what an
+/// original is called whose conversion failed. Works on paths, too.
+std::string withExtensionOf(std::string_view name, std::string_view other);
 /// The extension in lower case, without the dot; empty when there is none.
 std::string lowerExtension(std::string_view name);
 /// The name without what makes it longer than a volume takes, its extension kept.

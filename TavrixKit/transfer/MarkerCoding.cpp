@@ -79,10 +79,10 @@ class RecordBuilder : public JsonHandler {
   }
   static bool isFileKey(std::string_view name) {
     return name == "path" || name == "size" || name == "sha256" || name == "localID" ||
-           name == "cloudID";
+           name == "cloudID" || name == "keptInsteadOf";
   }
   bool isOptionalFileField() const {
-    return key_ == "sha256" || key_ == "localID" || key_ == "cloudID";
+    return key_ == "sha256" || key_ == "localID" || key_ == "cloudID" || key_ == "keptInsteadOf";
   }
   /// The value in hand belongs to a key that nobody knows.
   bool isUnknown() const {
@@ -114,6 +114,7 @@ class RecordBuilder : public JsonHandler {
     if (key_ == "sha256") file_.sha256 = value;
     if (key_ == "localID") file_.localID = value;
     if (key_ == "cloudID") file_.cloudID = value;
+    if (key_ == "keptInsteadOf") file_.keptInsteadOf = value;
     return key_ != "size";
   }
   static bool set(std::string& field, std::string_view value, bool& has) {
@@ -153,6 +154,7 @@ std::string encode(const PhoneRecord& record) {
   for (const FileRecord& file : record.files) {
     json.beginObject()
         .field("cloudID", file.cloudID)
+        .field("keptInsteadOf", file.keptInsteadOf)
         .field("localID", file.localID)
         .field("path", file.path)
         .field("sha256", file.sha256)

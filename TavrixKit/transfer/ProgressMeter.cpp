@@ -23,6 +23,7 @@ void ProgressMeter::began(const PlannedFile& file, TransferStage stage) {
   update([&](TransferProgressSnapshot& snapshot) {
     snapshot.currentFileName = lastPathComponent(file.relativePath);
     snapshot.stage = stage;
+    snapshot.stageFraction.reset();
   });
 }
 
@@ -33,12 +34,24 @@ void ProgressMeter::received(std::uint64_t bytes) {
 void ProgressMeter::verified() {
   update([](TransferProgressSnapshot& snapshot) {
     snapshot.stage = TransferStage::verifying;
+    snapshot.stageFraction.reset();
     ++snapshot.verifiedCount;
   });
 }
 
+void ProgressMeter::converting(const PlannedFile& file, double fraction) {
+  update([&](TransferProgressSnapshot& snapshot) {
+    snapshot.currentFileName = lastPathComponent(file.relativePath);
+    snapshot.stage = TransferStage::converting;
+    snapshot.stageFraction = fraction;
+  });
+}
+
 void ProgressMeter::converted() {
-  update([](TransferProgressSnapshot& snapshot) { ++snapshot.convertedCount; });
+  update([](TransferProgressSnapshot& snapshot) {
+    ++snapshot.convertedCount;
+    snapshot.stageFraction.reset();
+  });
 }
 
 void ProgressMeter::finished(const PlannedFile& file, std::uint64_t received) {

@@ -19,6 +19,8 @@ class ProgressMeter {
   void began(const PlannedFile& file, TransferStage stage);
   void received(std::uint64_t bytes);
   void verified();
+  /// How much of a file is converted, 0 to 1.
+  void converting(const PlannedFile& file, double fraction);
   void converted();
   /// A file got its outcome; of its planned size `received` bytes were counted before.
   void finished(const PlannedFile& file, std::uint64_t received);

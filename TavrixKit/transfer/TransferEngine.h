@@ -37,6 +37,7 @@ class TransferEngine {
     std::size_t files = 256;
     std::uint64_t bytes = std::uint64_t{256} << 20U;
     std::chrono::milliseconds wait{300};
+    int conversions = 2;  ///< files that are converted at once, while others are fetched
   };
 
   struct Setup {

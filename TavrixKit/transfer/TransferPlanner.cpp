@@ -204,8 +204,14 @@ class Layout {
     for (PlannedFile& file : files) {
       const std::string& place =
           places.of(file.asset, bundle.isLivePhoto(), isInVideoBundle(bundle));
-      const std::string* const own =
-          destination_.landedPath(file.asset, place + outputName(file.asset, options_));
+      const std::string base = place + outputName(file.asset, options_);
+      const std::string* const own = destination_.landedPath(file.asset, base);
+      if (const std::string* const kept = keptPath(file, base);
+          options_.onlyNew && kept != nullptr) {
+        result.knownPaths.push_back(*kept);
+        result.skippedKnown.push_back(std::move(file.asset));
+        continue;
+      }
       if (options_.onlyNew &&
           (own != nullptr || isAlreadyThere(file.asset, file.relativePath, destination_))) {
         result.knownPaths.push_back(own != nullptr ? *own : std::move(file.relativePath));
@@ -215,6 +221,15 @@ class Layout {
       if (own != nullptr) file.relativePath = *own;
       result.files.push_back(std::move(file));
     }
+  }
+
+  /// Where the file's original lies that an earlier run kept because it cannot be converted; null
+  /// when it lies nowhere, or its converted form is there.
+  const std::string* keptPath(const PlannedFile& file, const std::string& base) const {
+    if (!isConverted(file.conversion)) return nullptr;
+    if (isAlreadyThere(file.asset, file.relativePath, destination_)) return nullptr;
+    return destination_.keptPath(file.asset, withExtensionOf(base, file.asset.name()),
+                                 textOf(file.conversion));
   }
 
   /// Gives a bundle, one of whose paths belongs to another asset, paths that do not.

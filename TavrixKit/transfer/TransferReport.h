@@ -6,6 +6,8 @@
 #include <variant>
 #include <vector>
 
+#include "transfer/ConversionFailure.h"
+
 namespace tavrix {
 
 enum class TransferStage { copying, verifying, converting, packing };
@@ -42,6 +44,7 @@ struct FileOutcome {
   };
   /// The conversion failed, and the unconverted file lies under its own name.
   struct KeptOriginal {
+    ConversionFailure reason = ConversionFailure::failed;
     friend bool operator==(const KeptOriginal&, const KeptOriginal&) = default;
   };
   using Kind = std::variant<Failed, Copied, AlreadyThere, KeptOriginal>;

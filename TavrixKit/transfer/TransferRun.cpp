@@ -24,12 +24,25 @@ TransferRun::TransferRun(const TransferEngine::Setup& setup, const TransferPlan&
       destination_(destination),
       log_(setup.log == nullptr ? silentLog() : *setup.log),
       stop_(std::move(stop)),
+      downloads_(downloadCount()),
+      conversions_(conversionCount()),
       meter_(plan, progress),
       ledger_(plan, setup) {}
 
+int TransferRun::downloadCount() const { return std::clamp(source_.concurrentDownloads(), 1, 8); }
+
+int TransferRun::conversionCount() const {
+  const bool converts =
+      setup_.converter != nullptr &&
+      std::any_of(plan_.files.begin(), plan_.files.end(),
+                  [](const PlannedFile& file) { return isConverted(file.conversion); });
+  return converts ? std::clamp(setup_.limits.conversions, 1, 8) : 0;
+}
+
 TransferReport TransferRun::execute() {
   {
-    const int count = std::clamp(source_.concurrentDownloads(), 1, 8);
+    const std::stop_callback onStop{stop_, [this] { conversionStop_.request_stop(); }};
+    const int count = downloadCount() + conversionCount();
     std::vector<std::jthread> helpers;
     for (int i = 1; i < count; ++i) helpers.emplace_back([this] { TransferWorker{*this}.work(); });
     TransferWorker{*this}.work();
@@ -50,6 +63,7 @@ void TransferRun::halt(std::exception_ptr cause) {
   const std::lock_guard lock{mutex_};
   if (!cause_) cause_ = std::move(cause);
   isHalted_ = true;
+  conversionStop_.request_stop();
 }
 
 bool TransferRun::isPlanned(const std::string& path) {

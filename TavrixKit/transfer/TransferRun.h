@@ -4,6 +4,7 @@
 #include <exception>
 #include <mutex>
 #include <optional>
+#include <semaphore>
 #include <vector>
 
 #include "transfer/OutcomeLedger.h"
@@ -20,7 +21,7 @@ struct ReadyFile {
   std::string target;     ///< the name it wants
   std::string sha256;
   std::uint64_t size = 0;
-  bool keptOriginal = false;
+  std::optional<ConversionFailure> keptBecause;  ///< why it is unconverted
 };
 
 /// One execution of a plan: what its workers share.
@@ -33,6 +34,10 @@ class TransferRun {
 
  private:
   friend class TransferWorker;
+  using Slots = std::counting_semaphore<64>;
+
+  int downloadCount() const;
+  int conversionCount() const;
 
   /// The next file to handle; nothing when there is none, or the run is to end.
   std::optional<std::size_t> nextIndex();
@@ -52,6 +57,11 @@ class TransferRun {
   Folder& destination_;
   Log& log_;
   std::stop_token stop_;
+  /// Ends the conversions under way, when the run is stopped and when it halts.
+  std::stop_source conversionStop_;
+  /// There are more workers than downloads at once, so that one fetches while others convert.
+  Slots downloads_;
+  Slots conversions_;
   ProgressMeter meter_;
   OutcomeLedger ledger_;
 

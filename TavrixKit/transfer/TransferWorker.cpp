@@ -7,7 +7,6 @@
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
-#include "media/ParsedName.h"
 #include "transfer/FileNames.h"
 
 namespace tavrix {
@@ -47,6 +46,19 @@ class Download : public DownloadDestination {
   std::uint64_t expected_;
   const std::stop_token& stop_;
   std::uint64_t& received_;
+};
+
+/// One of a number of places, held while it is needed.
+template <typename Slots>
+class HeldSlot {
+ public:
+  explicit HeldSlot(Slots& slots) : slots_(slots) { slots_.acquire(); }
+  ~HeldSlot() { slots_.release(); }
+  HeldSlot(const HeldSlot&) = delete;
+  HeldSlot& operator=(const HeldSlot&) = delete;
+
+ private:
+  Slots& slots_;
 };
 
 /// Whether a planned path has only plain parts.
@@ -103,10 +115,7 @@ std::string reasonOf(const FileError& error, Language language) {
 }  // namespace
 
 std::string TransferEngine::fallbackName(const PlannedFile& file) {
-  const std::string planned = lastPathComponent(file.relativePath);
-  const std::string_view extension = BundleBuilder::splitFileName(file.asset.name()).extension;
-  if (extension.empty()) return std::string{BundleBuilder::splitFileName(planned).stem};
-  return withExtension(planned, replacingInvalidUtf8(extension));
+  return withExtensionOf(lastPathComponent(file.relativePath), file.asset.name());
 }
 
 void TransferWorker::work() noexcept {
@@ -178,7 +187,7 @@ bool TransferWorker::mayBeAnothers(const PlannedFile& file, const FileStatus& st
 void TransferWorker::fetch(std::size_t index) {
   const PlannedFile& file = planned(index);
   run_.destination_.makeFolders(parentPath(file.relativePath));
-  ReadyFile ready{index, partPath(file.relativePath), file.relativePath, {}, 0, false};
+  ReadyFile ready{index, partPath(file.relativePath), file.relativePath, {}, 0, {}};
   try {
     if (!download(index, ready)) {
       removeQuietly(ready.part);
@@ -196,6 +205,8 @@ void TransferWorker::fetch(std::size_t index) {
 
 bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
   const PlannedFile& file = planned(index);
+  const HeldSlot slot{run_.downloads_};
+  if (run_.isHalted_ || run_.stop_.stop_requested()) throw DownloadStopped{};
   const std::uint64_t expected = file.asset.sizeBytes();
   const auto part = run_.destination_.createFile(ready.part);
   digest_.restart();
@@ -227,28 +238,42 @@ void TransferWorker::setDate(WritableFile& part, Instant date) const {
   }
 }
 
+std::uint64_t TransferWorker::convertInto(const std::string& output, const ReadyFile& ready) {
+  const PlannedFile& file = planned(ready.index);
+  const HeldSlot slot{run_.conversions_};
+  const std::stop_token stop = run_.conversionStop_.get_token();
+  if (stop.stop_requested()) throw DownloadStopped{};
+  run_.meter_.converting(file, 0);
+  const std::string root = run_.destination_.path() + "/";
+  try {
+    return run_.setup_.converter->convert(
+        file.asset, file.conversion, root + ready.part, root + output,
+        [&](double fraction) { run_.meter_.converting(file, fraction); }, stop);
+  } catch (const ConversionError&) {
+    // What a stop broke off says nothing about the file.
+    if (stop.stop_requested()) throw DownloadStopped{};
+    throw;
+  }
+}
+
 void TransferWorker::convert(ReadyFile& ready) {
   const PlannedFile& file = planned(ready.index);
-  MediaConverter* const converter = run_.setup_.converter;
-  if (converter == nullptr) return keepOriginal(ready, "no converter");
-  run_.meter_.began(file, TransferStage::converting);
+  if (run_.setup_.converter == nullptr) return keepOriginal(ready, ConversionFailure::failed);
   Folder& destination = run_.destination_;
   const std::string output = partPath(file.relativePath + ".converted");
   removeQuietly(output);
   try {
-    const std::string root = destination.path() + "/";
-    const std::uint64_t reported = converter->convert(
-        file.asset, file.conversion, root + ready.part, root + output, {}, run_.stop_);
-    if (run_.stop_.stop_requested()) throw DownloadStopped{};
+    const std::uint64_t reported = convertInto(output, ready);
+    if (run_.conversionStop_.stop_requested()) throw DownloadStopped{};
     const auto status = destination.status(output);
     if (!status || status->size == 0) throw ConversionError{ConversionFailure::wrongResult};
     if (status->size != reported) run_.ledger_.sizeMismatched();
     if (const auto date = file.asset.captureDate()) destination.setModificationTime(output, *date);
     ready.sha256 = digestOf(output);
     ready.size = status->size;
-  } catch (const ConversionError&) {
+  } catch (const ConversionError& error) {
     removeQuietly(output);
-    return keepOriginal(ready, "conversion failed");
+    return keepOriginal(ready, error.failure());
   } catch (...) {
     removeQuietly(output);
     throw;
@@ -258,13 +283,13 @@ void TransferWorker::convert(ReadyFile& ready) {
   run_.meter_.converted();
 }
 
-void TransferWorker::keepOriginal(ReadyFile& ready, std::string_view reason) {
+void TransferWorker::keepOriginal(ReadyFile& ready, ConversionFailure failure) {
   const PlannedFile& file = planned(ready.index);
   const std::string name = TransferEngine::fallbackName(file);
   const std::string folder = parentPath(file.relativePath);
   ready.target = folder.empty() ? name : folder + "/" + name;
-  ready.keptOriginal = true;
-  writeLog(run_.log_, "convert-fallback {}: {}", PrivateField{name}, PrivateField{reason});
+  ready.keptBecause = failure;
+  writeLog(run_.log_, "convert-fallback {}: {}", PrivateField{name}, PrivateField{textOf(failure)});
 }
 
 bool TransferWorker::isBatchFull() const {
@@ -294,8 +319,8 @@ void TransferWorker::land(const ReadyFile& ready) {
     std::string path;
     const bool wasThere = giveName(ready, path);
     FileOutcome::Kind kind = FileOutcome::Copied{};
-    if (ready.keptOriginal) {
-      kind = FileOutcome::KeptOriginal{};
+    if (ready.keptBecause) {
+      kind = FileOutcome::KeptOriginal{*ready.keptBecause};
     } else if (wasThere) {
       kind = FileOutcome::AlreadyThere{};
     }

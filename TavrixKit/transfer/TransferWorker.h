@@ -30,7 +30,8 @@ class TransferWorker {
   bool download(std::size_t index, ReadyFile& ready);
   void setDate(WritableFile& part, Instant date) const;
   void convert(ReadyFile& ready);
-  void keepOriginal(ReadyFile& ready, std::string_view reason);
+  void keepOriginal(ReadyFile& ready, ConversionFailure failure);
+  std::uint64_t convertInto(const std::string& output, const ReadyFile& ready);
 
   bool isBatchFull() const;
   void commit();

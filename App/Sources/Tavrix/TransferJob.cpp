@@ -19,6 +19,13 @@ std::optional<std::string> owned(MediaAsset::Text text) {
   return text ? std::optional<std::string>{*text} : std::nullopt;
 }
 
+/// The format that a kept original cannot be brought into; nothing when another run may manage it.
+std::optional<std::string> keptFormat(const LandedFile& file) {
+  const auto* const kept = std::get_if<FileOutcome::KeptOriginal>(&file.outcome.kind);
+  if (kept == nullptr || !isLasting(kept->reason)) return std::nullopt;
+  return std::string{textOf(file.planned.conversion)};
+}
+
 constexpr std::chrono::seconds shortestSaveInterval{1};
 
 /// Where a planned file may land, numbers aside: at its path, or unconverted under its own
@@ -85,7 +92,7 @@ void TransferJob::remember(const LandedFile& file) {
                             known->size == outcome.bytesOnDisk;
   if (isRemembered || !outcome.path) return;
   landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
-                     owned(asset.cloudID())});
+                     owned(asset.cloudID()), keptFormat(file)});
   // A file under a number that nobody could foresee is not claimed yet.
   const auto interval =
       claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)
@@ -129,7 +136,7 @@ std::vector<DestinationMarker::FileRecord> TransferJob::claims() const {
     for (const std::string& path : possiblePaths(file)) {
       if (!isClaimed(file, path)) continue;
       files.push_back(
-          {path, 0, std::nullopt, std::string{file.asset.id()}, owned(file.asset.cloudID())});
+          {path, 0, std::nullopt, std::string{file.asset.id()}, owned(file.asset.cloudID()), {}});
     }
   }
   files.insert(files.end(), landed_.begin(), landed_.end());

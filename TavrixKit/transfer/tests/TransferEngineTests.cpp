@@ -3,8 +3,12 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <atomic>
+#include <condition_variable>
 #include <filesystem>
+#include <mutex>
+#include <thread>
 
 #include "foundation/Digest.h"
 #include "transfer/tests/TestLibrary.h"
@@ -263,12 +267,86 @@ TEST_F(TransferEngineTest, conversion_thatFails_keepsTheOriginalUnderItsName) {
     const auto plan = planAt("d/IMG_1.jpg", 1000, planned_conversion::Jpeg{0.8});
     const auto report = run(plan);
     EXPECT_THAT(kindsOf(report), ElementsAre("keptOriginal"));
+    const auto reason = std::get<FileOutcome::KeptOriginal>(report.files[0].kind).reason;
+    EXPECT_EQ(reason,
+              converter == &empty ? ConversionFailure::wrongResult : ConversionFailure::failed);
     EXPECT_EQ(report.files[0].path, "d/IMG_1.HEIC");
     EXPECT_THAT(report.conversionFallbacks, ElementsAre("IMG_1.HEIC"));
     EXPECT_EQ(report.copied, 0U);
     EXPECT_EQ(folder.read("d/IMG_1.HEIC"), planned(plan, 0));
     EXPECT_THAT(filesIn(folder.path()), ElementsAre("d/IMG_1.HEIC"));
   }
+}
+
+/// Holds each conversion until as many are under way, or one is stopped.
+class MeetingConverter : public TextConverter {
+ public:
+  explicit MeetingConverter(int awaited) : awaited_(awaited) {}
+
+  std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
+                        const std::string& input, const std::string& output,
+                        const ConversionProgress& report, std::stop_token stop) override {
+    std::unique_lock lock{mutex_};
+    most = std::max(most, ++here_);
+    changed_.notify_all();
+    changed_.wait(lock, stop, [&] { return most >= awaited_; });
+    --here_;
+    if (stop.stop_requested()) throw ConversionError{ConversionFailure::failed};
+    report(0.5);
+    return TextConverter::convert(asset, conversion, input, output, report, stop);
+  }
+
+  int most = 0;
+
+ private:
+  int awaited_;
+  int here_ = 0;
+  std::mutex mutex_;
+  std::condition_variable_any changed_;
+};
+
+TransferPlan planOfConversions(std::size_t count) {
+  TransferPlan plan = planOf(count, 1000, "d");
+  for (PlannedFile& file : plan.files) {
+    file.relativePath.replace(file.relativePath.rfind('.'), 5, ".jpg");
+    file.conversion = planned_conversion::Jpeg{0.8};
+  }
+  return plan;
+}
+
+TEST_F(TransferEngineTest, conversions_areTwoAtOnce_whileOneFileIsFetched) {
+  MeetingConverter converter{2};
+  setup.converter = &converter;
+  std::atomic<int> downloads = 0;
+  std::atomic<int> mostDownloads = 0;
+  source.before = [&](const MediaAsset&) {
+    mostDownloads = std::max<int>(mostDownloads, ++downloads);
+    std::this_thread::sleep_for(std::chrono::milliseconds{1});
+    --downloads;
+  };
+  std::vector<double> fractions;
+  progress = [&](const TransferProgressSnapshot& snapshot) {
+    if (snapshot.stageFraction) {
+      EXPECT_EQ(snapshot.stage, TransferStage::converting);
+      fractions.push_back(*snapshot.stageFraction);
+    }
+  };
+  const auto report = run(planOfConversions(12));
+  EXPECT_EQ(report.copied, 12U);
+  EXPECT_EQ(converter.most, 2);
+  EXPECT_EQ(mostDownloads, 1);
+  EXPECT_THAT(fractions, Contains(0.5));
+}
+
+TEST_F(TransferEngineTest, stop_duringAConversion_leavesNoFileAndBlamesNone) {
+  MeetingConverter converter{100};
+  setup.converter = &converter;
+  std::stop_source stop;
+  progress = [&](const TransferProgressSnapshot& snapshot) {
+    if (snapshot.stageFraction) stop.request_stop();
+  };
+  EXPECT_THROW(run(planOfConversions(5), stop.get_token()), TransferEngine::Cancelled);
+  EXPECT_THAT(filesIn(folder.path()), IsEmpty());
 }
 
 TEST_F(TransferEngineTest, keptOriginal_besideAPlannedFileOfThatName_takesANumber) {

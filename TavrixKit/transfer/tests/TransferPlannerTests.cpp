@@ -266,6 +266,34 @@ TEST(TransferPlanner, claimOfAKilledRun_yieldsToAFileThatLanded) {
   EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, {onDisk, marker, "other"})), IsEmpty());
 }
 
+TEST(TransferPlanner, keptOriginal_countsOnlyForTheFormatThatItCannotHave) {
+  const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC")});
+  TransferOptions jpeg;
+  jpeg.photoFormat = PhotoOutputFormat::jpeg;
+  const auto planWith = [&](const std::string& path, std::optional<std::string> keptInsteadOf) {
+    FileRecord record = recordOf(path, "A/IMG_1.HEIC");
+    record.keptInsteadOf = std::move(keptInsteadOf);
+    return TransferPlanner::plan({group}, jpeg, view({path}, {record}));
+  };
+  // A plain copy says nothing of conversions, and neither does what failed as another format.
+  EXPECT_THAT(pathsOf(planWith("d/IMG_1.HEIC", std::nullopt)), ElementsAre("d/IMG_1.jpg"));
+  EXPECT_THAT(pathsOf(planWith("d/IMG_1.HEIC", "h264")), ElementsAre("d/IMG_1.jpg"));
+  EXPECT_THAT(pathsOf(planWith("e/IMG_1.HEIC", "jpeg")), ElementsAre("d/IMG_1.jpg"));
+  for (const auto* const path : {"d/IMG_1.HEIC", "d/IMG_1 (2).HEIC"}) {
+    const auto plan = planWith(path, "jpeg");
+    EXPECT_THAT(pathsOf(plan), IsEmpty());
+    EXPECT_THAT(plan.knownPaths, ElementsAre(path));
+  }
+  // The file is gone, or everything is wanted again.
+  FileRecord record = recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC");
+  record.keptInsteadOf = "jpeg";
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, jpeg, view({"d/other"}, {record}))),
+              ElementsAre("d/IMG_1.jpg"));
+  jpeg.onlyNew = false;
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, jpeg, view({"d/IMG_1.HEIC"}, {record}))),
+              ElementsAre("d/IMG_1.jpg"));
+}
+
 TEST(TransferPlanner, onlyNewOff_plansEverything_butNeverOnAnothersPath) {
   const auto all = options([](auto& o) { o.onlyNew = false; });
   const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC"), assetOf("A/IMG_1.MOV")});

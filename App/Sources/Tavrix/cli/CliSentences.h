@@ -277,6 +277,9 @@ inline constexpr Sentence<> keptOriginalsTitle{"Остались под свои
 inline constexpr CountedNoun filesOfTotal{"файлов", "файлов", "файлов", "file", "files"};
 inline constexpr Sentence<Text, Text, Text, Text> progressCounts{"{} / {} · {} / {}",
                                                                  "{} / {} · {} / {}"};
+/// A file's name, and of it how much is done in hundredths.
+inline constexpr Sentence<Text, int> progressConverting{"преобразуется {} ({}\u00A0%)",
+                                                        "converting {} ({}%)"};
 inline constexpr Sentence<Text> progressSpeed{"{}/с", "{}/s"};
 inline constexpr Sentence<Text> progressLeft{"осталось {}", "{} left"};
 

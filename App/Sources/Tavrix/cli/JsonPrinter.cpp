@@ -107,6 +107,9 @@ void writeOutcome(JsonWriter& json, const FileOutcome& outcome) {
   if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {
     json.field("reason", failed->reason);
   }
+  if (const auto* const kept = std::get_if<FileOutcome::KeptOriginal>(&outcome.kind)) {
+    json.field("reason", textOf(kept->reason));
+  }
   json.endObject();
 }
 

@@ -79,7 +79,13 @@ std::string ProgressBar::text(const TransferProgressSnapshot& progress) const {
   }
   const int room = columns_ - displayWidth(line) - 3;
   if (progress.currentFileName && room >= narrowestName) {
-    line += " · " + shortened(printable(*progress.currentFileName), room);
+    const std::string name = printable(*progress.currentFileName);
+    const bool isConverting = progress.stage == TransferStage::converting;
+    const int hundredths = static_cast<int>(progress.stageFraction.value_or(0) * 100);
+    line += " · " + shortened(isConverting
+                                  ? say(language_, sentences::progressConverting, name, hundredths)
+                                  : name,
+                              room);
   }
   return shortened(line, columns_);
 }

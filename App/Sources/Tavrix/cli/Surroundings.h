@@ -33,6 +33,8 @@ struct Surroundings {
   std::string systemTimeZoneID = "UTC";
   /// The table of places; places have no names without one.
   std::optional<std::string> gazetteerPath{};
+  /// The program that converts one file when it is started so; nothing is converted without one.
+  std::optional<std::string> conversionProgram{};
   /// Columns of the terminal behind `out` and `err`; nothing when that is no terminal.
   std::optional<int> outColumns{};
   std::optional<int> errColumns{};

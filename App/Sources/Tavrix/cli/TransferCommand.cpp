@@ -10,6 +10,7 @@
 #include "cli/Quotes.h"
 #include "cli/Source.h"
 #include "cli/UnreadableReason.h"
+#include "conversion/ProcessConverter.h"
 #include "foundation/Text.h"
 #include "transfer/TransferPlanner.h"
 
@@ -81,6 +82,9 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
   setup.language = writtenLanguage(context);
   setup.log = &context.log;
   setup.now = surroundings.now;
+  std::optional<ProcessConverter> converter;
+  if (surroundings.conversionProgram) converter.emplace(*surroundings.conversionProgram);
+  setup.converter = converter ? &*converter : nullptr;
   TransferJob job{std::move(setup), destination, std::move(content)};
   const auto source = openMedia(context);
   if (!surroundings.errColumns) return job.run(plan, *source, {}, surroundings.catchInterrupts());

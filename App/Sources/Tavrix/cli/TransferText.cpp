@@ -1,9 +1,11 @@
 // What TextPrinter tells of plans and runs.
 
+#include "ConversionSentences.h"
 #include "cli/CliSentences.h"
 #include "cli/HistorySentences.h"
 #include "cli/SourceSentences.h"
 #include "cli/TextPrinter.h"
+#include "cli/VerifySentences.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 
@@ -56,6 +58,22 @@ void TextPrinter::tallyRows(std::vector<TallyRow> rows) {
          padded(number(row.count), widestNumber, true));
   }
 }
+
+namespace {
+
+/// Each with the reason.
+std::vector<std::string> keptOriginals(Language language, const TransferReport& report) {
+  std::vector<std::string> lines;
+  for (const FileOutcome& outcome : report.files) {
+    const auto* const kept = std::get_if<FileOutcome::KeptOriginal>(&outcome.kind);
+    if (kept == nullptr) continue;
+    lines.push_back(say(language, sentences::fileAndReason, outcome.name,
+                        tavrix::sentences::conversionFailureText(language, kept->reason)));
+  }
+  return lines;
+}
+
+}  // namespace
 
 void TextPrinter::nothing(const Library& library, const std::string& destination) {
   if (library.fileCount == 0) {
@@ -130,7 +148,7 @@ void TextPrinter::transfer(const TransferResult& result) {
   line("");
   tally(tallyOf(result.library, result.plan, report), true);
   home(result.library);
-  list(say(language_, sentences::keptOriginalsTitle), report.conversionFallbacks);
+  list(say(language_, sentences::keptOriginalsTitle), keptOriginals(language_, report));
   list(say(language_, sentences::failuresTitle), report.failures);
   unreadFolders(result.outcome);
   if (result.recordID) {

@@ -10,6 +10,7 @@
 #include "cli/platform/Interrupts.h"
 #include "cli/platform/Resources.h"
 #include "cli/platform/Terminal.h"
+#include "conversion/ConversionProcess.h"
 #include "foundation/Text.h"
 #include "foundation/TimeZone.h"
 
@@ -68,6 +69,8 @@ int run(const std::vector<std::string>& arguments) {
       .systemLocaleID = systemLocaleID(),
       .systemTimeZoneID = systemTimeZoneID(),
       .gazetteerPath = resourcePath("gazetteer.bin"),
+      // This very program, whatever has become of its file meanwhile.
+      .conversionProgram = "/proc/self/exe",
       .outColumns = terminalColumns(StandardStream::output),
       .errColumns = terminalColumns(StandardStream::error),
       .now =
@@ -95,4 +98,7 @@ int run(const std::vector<std::string>& arguments) {
 }  // namespace
 }  // namespace tavrix::cli
 
-int main(int argc, char** argv) { return tavrix::cli::run({argv + 1, argv + argc}); }
+int main(int argc, char** argv) {
+  if (const auto status = tavrix::ConversionProcess::runAsChild(argc, argv)) return *status;
+  return tavrix::cli::run({argv + 1, argv + argc});
+}

@@ -26,7 +26,8 @@ struct CommandTester {
   TemporaryFolder folder;
   Environment environment{};
   std::string localeID = "en_US";
-  std::optional<std::string> gazetteerPath{};  ///< places have no names without one
+  std::optional<std::string> gazetteerPath{};      ///< places have no names without one
+  std::optional<std::string> conversionProgram{};  ///< nothing is converted without one
   std::optional<int> outColumns{};
   std::optional<int> errColumns{};
   Instant time{std::chrono::seconds{1779364800}};  // 2026-05-21T12:00:00Z
@@ -69,6 +70,7 @@ struct CommandTester {
                                     .systemLocaleID = localeID,
                                     .systemTimeZoneID = "UTC",
                                     .gazetteerPath = gazetteerPath,
+                                    .conversionProgram = conversionProgram,
                                     .outColumns = outColumns,
                                     .errColumns = errColumns,
                                     .now = [&] { return time; },

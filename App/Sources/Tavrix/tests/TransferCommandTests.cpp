@@ -150,7 +150,8 @@ TEST_F(TransferCommand, summary_addsUpHoweverTheRunGoes) {
   EXPECT_THAT(result.out,
               AllOf(HasSubstr("Not transferred:\n  IMG_0002.jpg"),
                     HasSubstr("the file is not in the source"),
-                    HasSubstr("unconverted:\n  IMG_0001.HEIC\n"), HasSubstr("failed for 1 file;")));
+                    HasSubstr("unconverted:\n  IMG_0001.HEIC — the conversion did not take place"),
+                    HasSubstr("failed for 1 file;")));
 }
 
 TEST_F(TransferCommand, failureInJson_isTheSameInEveryLanguage) {

@@ -18,8 +18,8 @@ namespace {
 constexpr AVRational unit{1, 600};
 constexpr int sampleRate = 44'100;
 
-int check(int result) {
-  if (result < 0) throw std::runtime_error{"FFmpeg: " + std::to_string(result)};
+int check(int result, const char* what = __builtin_FUNCTION()) {
+  if (result < 0) throw std::runtime_error{std::string{what} + ": " + std::to_string(result)};
   return result;
 }
 
