@@ -34,8 +34,8 @@ std::vector<std::string> heicFiles(const std::string& folder) {
 
 void convertAll(const std::vector<std::string>& sources, const std::string& folder) {
   ProcessConverter converter{"/proc/self/exe"};
-  const MediaAsset asset{"1",          "IMG_1.HEIC", std::nullopt, MediaKind::photo, 1, std::nullopt,
-                         std::nullopt, false,        std::nullopt, std::nullopt};
+  const MediaAsset asset{"1",          "IMG_1.HEIC", std::nullopt, MediaKind::photo, 1,
+                         std::nullopt, std::nullopt, false,        std::nullopt,     std::nullopt};
   std::atomic<std::size_t> next = 0;
   const auto work = [&] {
     for (std::size_t i = next++; i < pictures; i = next++) {

@@ -18,10 +18,10 @@ TestPicture gradient() {
   return TestPicture::make(48, 32, 3, 8, [](int x, int y, int c) { return x * 5 + y + c; });
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    ProcessConverter, MediaConverterContract,
-    testing::Values(ConverterUnderTest{
-        [] { return std::make_unique<ProcessConverter>("/proc/self/exe"); }, pngOf(gradient())}));
+INSTANTIATE_TEST_SUITE_P(ProcessConverter, MediaConverterContract,
+                         testing::Values(ConverterUnderTest{
+                             [] { return std::make_unique<ProcessConverter>("/proc/self/exe"); },
+                             pngOf(gradient())}));
 
 /// A program in the place of ours that misbehaves as its script says; descriptor 5 is the report.
 struct MisbehavingProcess : testing::Test {
@@ -33,9 +33,8 @@ struct MisbehavingProcess : testing::Test {
     ConversionLimits limits;
     limits.silence = 1s;
     ProcessConverter converter{folder / "program", limits};
-    converter.convert(somePhoto(),
-                      planned_conversion::Jpeg{0.8}, folder / "in.part", folder / "out.part", {},
-                      std::move(stop));
+    converter.convert(somePhoto(), planned_conversion::Jpeg{0.8}, folder / "in.part",
+                      folder / "out.part", {}, std::move(stop));
   }
   std::string failureOf(const std::string& script) {
     try {
@@ -72,10 +71,10 @@ TEST_F(MisbehavingProcess, everyEnd_hasItsReason) {
       {"exec 5>&-; sleep 60", "failed"},
   };
   for (const auto& [script, reason] : rows) EXPECT_EQ(failureOf(script), reason) << script;
-  EXPECT_THROW(ProcessConverter{"/no/such/program"}.convert(
-                   somePhoto(), planned_conversion::Jpeg{},
-                   folder / "in.part", folder / "other", {}, {}),
-               ConversionError);
+  EXPECT_THROW(
+      ProcessConverter{"/no/such/program"}.convert(somePhoto(), planned_conversion::Jpeg{},
+                                                   folder / "in.part", folder / "other", {}, {}),
+      ConversionError);
 }
 
 TEST_F(MisbehavingProcess, stop_endsItAtOnce_andNothingStaysBehind) {

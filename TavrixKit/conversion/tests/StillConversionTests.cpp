@@ -2,11 +2,13 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 
 #include "conversion/HeifReferences.h"
 #include "conversion/ProcessConverter.h"
 #include "conversion/tests/TestStills.h"
-#include "transfer/tests/MediaConverterContract.h"
+#include "foundation/tests/support/TemporaryFolder.h"
+#include "transfer/tests/SomePhoto.h"
 
 namespace tavrix {
 namespace {
@@ -35,9 +37,8 @@ struct StillConversion : testing::Test {
     folder.write("in.part", source);
     std::filesystem::remove(folder / "out.part");
     ProcessConverter converter{"/proc/self/exe", limits};
-    converter.convert(somePhoto(),
-                      planned_conversion::Jpeg{quality}, folder / "in.part", folder / "out.part",
-                      {}, {});
+    converter.convert(somePhoto(), planned_conversion::Jpeg{quality}, folder / "in.part",
+                      folder / "out.part", {}, {});
     return folder.read("out.part");
   }
   std::string failureOf(const std::string& source, std::optional<ConversionLimits> limits = {}) {
@@ -71,9 +72,8 @@ TEST_F(StillConversion, everyOrientation_isTurnedUpright) {
   const char* const upright[] = {"rgbw", "grwb", "wbgr", "bwrg", "rbgw", "brwg", "wgbr", "gwrb"};
   for (int orientation = 1; orientation <= 8; ++orientation) {
     const bool isTurned = orientation >= 5;
-    for (const std::string& source :
-         {pngOf(corners(), {exifOf(static_cast<char>(orientation))}),
-          tiffOf(corners(), orientation)}) {
+    for (const std::string& source : {pngOf(corners(), {exifOf(static_cast<char>(orientation))}),
+                                      tiffOf(corners(), orientation)}) {
       const std::string jpeg = convert(source);
       const TestPicture picture = decodeJpeg(jpeg);
       EXPECT_EQ(picture.width, isTurned ? 48 : 64);
@@ -110,9 +110,8 @@ TEST_F(StillConversion, transparency_liesOnWhite) {
 TEST_F(StillConversion, deepColours_keepTheirMeans) {
   // A ramp of ten bits that eight would cut into steps.
   const auto ramp = [](int bits) {
-    return TestPicture::make(256, 64, 3, bits, [bits](int x, int, int) {
-      return (400 + x / 4) << (bits - 10);
-    });
+    return TestPicture::make(256, 64, 3, bits,
+                             [bits](int x, int, int) { return (400 + x / 4) << (bits - 10); });
   };
   for (const std::string& source : {pngOf(ramp(16)), heicOf(ramp(10))}) {
     const TestPicture result = decodeJpeg(convert(source, 1));
@@ -148,8 +147,7 @@ TEST_F(StillConversion, whatWouldLose_orIsNoPicture_isKept) {
   bomb.replace(29, 4, "\x4C\x55\x0E\x91"s);
   std::string damaged = png;
   damaged[png.size() / 2] ^= 0x55;
-  const std::string dng =
-      "II\x2A\0\x08\0\0\0\x01\0\x12\xC6\x01\0\x04\0\0\0\x01\x04\0\0\0\0\0\0"s;
+  const std::string dng = "II\x2A\0\x08\0\0\0\x01\0\x12\xC6\x01\0\x04\0\0\0\x01\x04\0\0\0\0\0\0"s;
   const std::pair<std::string, std::string> rows[] = {
       {dng, "rawPicture"},
       {"\0\0\0\x18"s + "ftypcrx     ", "rawPicture"},

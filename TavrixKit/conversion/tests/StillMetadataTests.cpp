@@ -33,13 +33,11 @@ TEST(StillMetadata, orientation_becomesUpright_andNothingElseChanges) {
     int orientation;
     std::string upright;
   };
-  const Row rows[] = {{true, 3, "\x06\0\0\0"s, 6, "\x01\0\0\0"s},
-                      {false, 3, "\0\x08\0\0"s, 8, "\0\x01\0\0"s},
-                      {false, 3, "\0\x06zz"s, 6, "\0\x01zz"s},
-                      {true, 4, "\x03\0\0\0"s, 3, "\x01\0\0\0"s},
-                      {false, 4, "\0\0\0\x05"s, 5, "\0\0\0\x01"s},
-                      {true, 3, "\x09\0\0\0"s, 1, "\x01\0\0\0"s},
-                      {true, 2, "6\0\0\0"s, 1, "6\0\0\0"s}};
+  const Row rows[] = {
+      {true, 3, "\x06\0\0\0"s, 6, "\x01\0\0\0"s},  {false, 3, "\0\x08\0\0"s, 8, "\0\x01\0\0"s},
+      {false, 3, "\0\x06zz"s, 6, "\0\x01zz"s},     {true, 4, "\x03\0\0\0"s, 3, "\x01\0\0\0"s},
+      {false, 4, "\0\0\0\x05"s, 5, "\0\0\0\x01"s}, {true, 3, "\x09\0\0\0"s, 1, "\x01\0\0\0"s},
+      {true, 2, "6\0\0\0"s, 1, "6\0\0\0"s}};
   for (const Row& row : rows) {
     const std::string exif = exifWith(row.isLittle, row.type, row.value);
     EXPECT_EQ(orientationOf(exif), row.orientation);
@@ -131,8 +129,9 @@ TEST(ConversionReport, lines_comeBack_andNothingElseIsBelieved) {
     EXPECT_EQ(reader.ending(), ending);
   }
   Reader reader;
-  for (const auto* const line : {"done 1 1 0\n", "done -1 1 0 0\n", "kept nothing\n", "unwritable\n",
-                                 "progress 2\n", "progress nan\n", "\n", "done 1 1 0 0"}) {
+  for (const auto* const line :
+       {"done 1 1 0\n", "done -1 1 0 0\n", "kept nothing\n", "unwritable\n", "progress 2\n",
+        "progress nan\n", "\n", "done 1 1 0 0"}) {
     EXPECT_EQ(reader.add(line), std::nullopt) << line;
   }
   reader.add(std::string(1'000'000, 'x') + "\n");

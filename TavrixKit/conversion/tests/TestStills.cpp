@@ -113,12 +113,11 @@ std::string tiffOf(const TestPicture& picture, int orientation, int pages) {
 std::string webpOf(const TestPicture& picture) {
   const std::vector<std::uint8_t> bytes = bytesOf(picture);
   std::uint8_t* out = nullptr;
-  const std::size_t size =
-      picture.channels == 4
-          ? WebPEncodeLosslessRGBA(bytes.data(), picture.width, picture.height, picture.width * 4,
-                                   &out)
-          : WebPEncodeLosslessRGB(bytes.data(), picture.width, picture.height, picture.width * 3,
-                                  &out);
+  const std::size_t size = picture.channels == 4
+                               ? WebPEncodeLosslessRGBA(bytes.data(), picture.width, picture.height,
+                                                        picture.width * 4, &out)
+                               : WebPEncodeLosslessRGB(bytes.data(), picture.width, picture.height,
+                                                       picture.width * 3, &out);
   std::string file{reinterpret_cast<const char*>(out), size};
   WebPFree(out);
   return file;
@@ -152,8 +151,8 @@ std::string heicOf(const TestPicture& picture, const TestMetadata& metadata) {
     }
   }
   if (!metadata.icc.empty())
-    require(heif_image_set_raw_color_profile(image, "prof", metadata.icc.data(),
-                                             metadata.icc.size()));
+    require(
+        heif_image_set_raw_color_profile(image, "prof", metadata.icc.data(), metadata.icc.size()));
   heif_image_handle* handle = nullptr;
   require(heif_context_encode_image(context.get(), image, encoder, nullptr, &handle));
   if (!metadata.exif.empty())

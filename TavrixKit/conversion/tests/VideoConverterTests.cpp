@@ -9,11 +9,13 @@
 #include <filesystem>
 #include <map>
 
+#include "conversion/ProcessConverter.h"
 #include "conversion/codecs/FilmCheck.h"
 #include "conversion/tests/support/FilmMaker.h"
 #include "device/MetadataReader.h"
 #include "foundation/files/platform/FileDescriptor.h"
 #include "foundation/tests/support/TemporaryFolder.h"
+#include "transfer/tests/SomePhoto.h"
 
 namespace tavrix {
 namespace {
@@ -197,6 +199,25 @@ TEST_F(VideoConverterTest, whatIsNoWholeFilm_isRefusedWithItsReason) {
     folder_.write("source", playlist);
     EXPECT_EQ(failure(), "damagedInput") << playlist;
   }
+}
+
+TEST_F(VideoConverterTest, aProcessOfItsOwn_givesTheSameAndEndsWhenStopped) {
+  make({});
+  convert();
+  const std::string direct = folder_.read("result");
+  ProcessConverter converter{"/proc/self/exe"};
+  const auto convertInProcess = [&](const std::string& output, std::stop_source& stop, bool stops) {
+    return converter.convert(
+        somePhoto(), planned_conversion::H264{}, source(), folder_ / output,
+        [&](double) {
+          if (stops) stop.request_stop();
+        },
+        stop.get_token());
+  };
+  std::stop_source stop;
+  EXPECT_EQ(convertInProcess("whole", stop, false), direct.size());
+  EXPECT_EQ(folder_.read("whole"), direct);
+  EXPECT_THROW(convertInProcess("stopped", stop, true), ConversionError);
 }
 
 TEST_F(VideoConverterTest, resultOtherThanExpected_isFound) {

@@ -9,6 +9,7 @@
 
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "transfer/MediaConverter.h"
+#include "transfer/tests/SomePhoto.h"
 
 namespace tavrix {
 
@@ -17,12 +18,6 @@ struct ConverterUnderTest {
   std::function<std::unique_ptr<MediaConverter>()> make;
   std::string source;
 };
-
-/// Any photo.
-inline MediaAsset somePhoto() {
-  return MediaAsset{"100APPLE/IMG_1.PNG", "IMG_1.PNG",  "100APPLE", MediaKind::photo, 1,
-                    std::nullopt,         std::nullopt, false,      std::nullopt,     std::nullopt};
-}
 
 /// What every MediaConverter keeps to.
 class MediaConverterContract : public testing::TestWithParam<ConverterUnderTest> {

@@ -41,8 +41,10 @@ void fillPlane(AVFrame& frame, int plane, bool isWhite) {
       const Colour& colour = isWhite ? white : colours[field];
       const int value = (plane == 0 ? colour.y : plane == 1 ? colour.u : colour.v) << (depth - 8);
       auto* const row = frame.data[plane] + std::ptrdiff_t{y} * frame.linesize[plane];
-      if (depth == 8) row[x] = static_cast<std::uint8_t>(value);
-      else reinterpret_cast<std::uint16_t*>(row)[x] = static_cast<std::uint16_t>(value);
+      if (depth == 8)
+        row[x] = static_cast<std::uint8_t>(value);
+      else
+        reinterpret_cast<std::uint16_t*>(row)[x] = static_cast<std::uint16_t>(value);
     }
   }
 }
@@ -179,11 +181,13 @@ class Maker {
       check(av_frame_get_buffer(frame.get(), 0));
       frame->pts = begin;
       for (int i = 0; i < frame->nb_samples; ++i) {
-        const double tone = begin + i < loud ? 0 : 0.5 * std::sin(0.06 * static_cast<double>(begin + i));
+        const double tone =
+            begin + i < loud ? 0 : 0.5 * std::sin(0.06 * static_cast<double>(begin + i));
         if (codec.sample_fmt == AV_SAMPLE_FMT_FLTP)
           reinterpret_cast<float*>(frame->data[0])[i] = static_cast<float>(tone);
         else
-          reinterpret_cast<std::int16_t*>(frame->data[0])[i] = static_cast<std::int16_t>(tone * 32767);
+          reinterpret_cast<std::int16_t*>(frame->data[0])[i] =
+              static_cast<std::int16_t>(tone * 32767);
       }
       encode(number, frame.get());
     }
@@ -225,7 +229,8 @@ class Viewer {
     for (unsigned i = 0; i < format_->nb_streams; ++i) {
       const AVStream& stream = *format_->streams[i];
       const AVCodecParameters& p = *stream.codecpar;
-      if (p.codec_type == AVMEDIA_TYPE_AUDIO) film_.sounds.emplace_back(avcodec_get_name(p.codec_id));
+      if (p.codec_type == AVMEDIA_TYPE_AUDIO)
+        film_.sounds.emplace_back(avcodec_get_name(p.codec_id));
       if (p.codec_type != AVMEDIA_TYPE_VIDEO) continue;
       film_.codec = avcodec_get_name(p.codec_id);
       film_.width = p.width;
@@ -235,7 +240,8 @@ class Viewer {
       film_.primaries = p.color_primaries;
       film_.matrix = p.color_space;
       film_.seconds = static_cast<double>(stream.duration) * av_q2d(stream.time_base);
-      const auto* const matrix = av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
+      const auto* const matrix =
+          av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
       if (matrix != nullptr)
         film_.clockwise = static_cast<int>(
             std::lround(av_display_rotation_get(reinterpret_cast<const std::int32_t*>(matrix))));
@@ -248,9 +254,12 @@ class Viewer {
     const av::Frame frame = av::makeFrame();
     check(avcodec_send_packet(&codec, packet));
     while (avcodec_receive_frame(&codec, frame.get()) == 0) {
-      const double time = static_cast<double>(frame->best_effort_timestamp) * av_q2d(stream.time_base);
-      if (codec.codec_type == AVMEDIA_TYPE_VIDEO) seePicture(*frame, time);
-      else if (stream.index == 1) hear(*frame, time);
+      const double time =
+          static_cast<double>(frame->best_effort_timestamp) * av_q2d(stream.time_base);
+      if (codec.codec_type == AVMEDIA_TYPE_VIDEO)
+        seePicture(*frame, time);
+      else if (stream.index == 1)
+        hear(*frame, time);
     }
   }
 
