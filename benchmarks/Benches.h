@@ -14,6 +14,7 @@ void benchCopying(const std::string& folder);
 void benchVerifying(const std::string& folder);
 void benchPlaces(const std::string& folder);
 void benchMetadata(const std::string& folder);
+void benchVideos(const std::string& folder);
 void benchStills(const std::string& folder);
 
 }  // namespace tavrix::bench
