@@ -1,6 +1,6 @@
 // Measures the program beside yardsticks of the same machine, in turns within one run: machines are
 // shared and noisy, ratios are not. Arguments choose among: pipeline grouping only-new copying
-// packing verify history metadata phone places stills.
+// packing verify history metadata phone places stills videos.
 
 #include <fmt/format.h>
 
@@ -35,6 +35,7 @@ int main(int count, char** values) {
   if (isChosen("stills")) tavrix::bench::benchStills(folder + "/stills");
   if (isChosen("metadata")) tavrix::bench::benchMetadata(folder + "/metadata");
   if (isChosen("phone")) tavrix::bench::benchPhone(folder + "/phone");
+  if (isChosen("videos")) tavrix::bench::benchVideos(folder + "/videos");
   std::filesystem::remove_all(folder);
   return 0;
 }

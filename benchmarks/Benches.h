@@ -16,6 +16,7 @@ void benchVerifying(const std::string& folder);
 void benchPlaces(const std::string& folder);
 void benchMetadata(const std::string& folder);
 void benchPhone(const std::string& folder);
+void benchVideos(const std::string& folder);
 void benchStills(const std::string& folder);
 
 }  // namespace tavrix::bench

@@ -16,4 +16,15 @@ bool isWholeStill(RangedReader& source, RangedReader& result, const ConversionRe
          std::minmax(*metadata.px, *metadata.py);
 }
 
+bool isWholeFilm(RangedReader& source, RangedReader& result, const ConversionResult& told) {
+  const MediaMetadata before = MetadataReader::read(source);
+  const MediaMetadata after = MetadataReader::read(result);
+  if (!after.px || !after.py) return false;
+  const bool isSameCapture = before.exifDate == after.exifDate &&
+                             before.exifOffset == after.exifOffset && before.lat == after.lat &&
+                             before.lon == after.lon;
+  return isSameCapture &&
+         std::minmax(*after.px, *after.py) == std::minmax<std::int64_t>(told.width, told.height);
+}
+
 }  // namespace tavrix

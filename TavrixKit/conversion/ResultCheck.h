@@ -9,4 +9,8 @@ namespace tavrix {
 /// of the source as the source itself tells it, turned or not. Throws what the readers throw.
 bool isWholeStill(RangedReader& source, RangedReader& result, const ConversionResult& told);
 
+/// Whether a video's result is a film of the size that its conversion told, which tells the same
+/// date, offset and place as its source. Throws what the readers throw.
+bool isWholeFilm(RangedReader& source, RangedReader& result, const ConversionResult& told);
+
 }  // namespace tavrix

@@ -1,9 +1,14 @@
 #include "conversion/VideoConverter.h"
 
+#include "conversion/codecs/FilmConversion.h"
+
 namespace tavrix {
 
-ConversionResult VideoConverter::convert(const ConversionFiles&, const ConversionProgress&) {
-  throw ConversionError{ConversionFailure::unsupported};
+ConversionResult VideoConverter::convert(const ConversionFiles& files,
+                                         const ConversionProgress& progress) {
+  // What the libraries say is not for people.
+  av_log_set_level(AV_LOG_QUIET);
+  return FilmConversion{files, progress}.run();
 }
 
 }  // namespace tavrix

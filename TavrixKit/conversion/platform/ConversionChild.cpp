@@ -25,17 +25,22 @@ void tell(const std::string& line) {
   [[maybe_unused]] const ssize_t count = ::write(report, line.data(), line.size());
 }
 
-/// Tells the progress in steps of a hundredth.
+/// Tells the progress in steps of a hundredth, and as a sign of life while there is none for long.
 class ProgressTeller {
  public:
   void operator()(double fraction) {
-    if (fraction < last_ + 0.01) return;
+    const auto now = Clock::now();
+    if (fraction < last_ + 0.01 && now - lastSign_ < std::chrono::seconds{1}) return;
     last_ = fraction;
+    lastSign_ = now;
     tell(ConversionReport::progressLine(fraction));
   }
 
  private:
+  using Clock = std::chrono::steady_clock;
+
   double last_ = -1;
+  Clock::time_point lastSign_;
 };
 
 ConversionResult convert(const std::string& conversion, double quality) {

@@ -25,7 +25,7 @@ bool isWhole(const PlannedConversion& conversion, const std::string& input,
   const auto result = openForRangedReading(output);
   if (std::holds_alternative<planned_conversion::Jpeg>(conversion))
     return isWholeStill(*source, *result, told);
-  return result->size() > 0;
+  return isWholeFilm(*source, *result, told);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 
 #include "conversion/HeifReferences.h"
 #include "conversion/ProcessConverter.h"

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "conversion/codecs/Av.h"
+
+namespace tavrix::av {
+
+/// An open file as the libraries read or write it: by its descriptor, so that nothing in a film can
+/// lead to another file.
+class ByteStream {
+ public:
+  enum class Purpose { reading, writing };
+
+  ByteStream(int descriptor, Purpose purpose);
+  ~ByteStream();
+  ByteStream(const ByteStream&) = delete;
+  ByteStream& operator=(const ByteStream&) = delete;
+
+  AVIOContext* get() const { return context_; }
+  /// Throws FileError when the system refused to read or write.
+  void requireNoError() const;
+
+ private:
+  static int read(void* self, std::uint8_t* buffer, int count);
+  static int write(void* self, std::uint8_t* bytes, int count);
+  static std::int64_t seek(void* self, std::int64_t offset, int whence);
+  int remember(std::int64_t result);
+
+  int descriptor_;
+  Purpose purpose_;
+  std::int64_t position_ = 0;
+  int error_ = 0;  ///< the system's code of the first failure
+  AVIOContext* context_ = nullptr;
+};
+
+}  // namespace tavrix::av

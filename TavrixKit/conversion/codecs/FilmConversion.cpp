@@ -1,0 +1,153 @@
+#include "conversion/codecs/FilmConversion.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "conversion/FilmHeader.h"
+#include "conversion/FilmMetadata.h"
+#include "conversion/codecs/PictureFilter.h"
+#include "conversion/platform/DescriptorReader.h"
+#include "transfer/MediaConverter.h"
+
+extern "C" {
+#include <libavutil/dovi_meta.h>
+}
+
+namespace tavrix {
+namespace {
+
+/// Pictures of Dolby Vision that only its own players show in the right colours.
+bool needsDolbyVision(const AVStream& pictures) {
+  std::size_t bytes = 0;
+  const auto* const data = av_stream_get_side_data(&pictures, AV_PKT_DATA_DOVI_CONF, &bytes);
+  if (data == nullptr || bytes < sizeof(AVDOVIDecoderConfigurationRecord)) return false;
+  const auto& record = *reinterpret_cast<const AVDOVIDecoderConfigurationRecord*>(data);
+  return record.dv_bl_signal_compatibility_id == 0;
+}
+
+/// Whether pictures may stay as they are.
+bool canBeCarried(const FilmSource& film) {
+  const AVCodecParameters& pictures = *film.picture().codecpar;
+  return pictures.codec_id == AV_CODEC_ID_H264 && film.isIsoFile() && pictures.extradata_size > 0 &&
+         isPlainPicture(pictures) && !isHighDynamicRange(pictures) && film.showsAllPictures();
+}
+
+std::string userDataOf(const FilmSource& film, int descriptor) {
+  DescriptorReader reader{descriptor};
+  auto location = film.tag("com.apple.quicktime.location.ISO6709");
+  if (!location) location = film.tag("location");
+  return userDataBox(withLocation(readFilmMetadata(reader), location.value_or("")));
+}
+
+}  // namespace
+
+FilmConversion::FilmConversion(const ConversionFiles& files, const ConversionProgress& progress)
+    : files_(files),
+      progress_(progress),
+      source_(files.source),
+      writer_(files.result),
+      userData_(userDataOf(source_, files.source)) {
+  if (needsDolbyVision(source_.picture()))
+    throw ConversionError{ConversionFailure::unsupportedColour};
+}
+
+ConversionResult FilmConversion::run() {
+  addTracks();
+  copyDate();
+  writer_.begin(roomForHeader());
+  carry();
+  writer_.finish();
+  if (!userData_.empty()) {
+    DescriptorReader result{files_.result};
+    setUserData(result, files_.result, userData_);
+  }
+  const ExpectedFilm film = expected();
+  requireFilm(files_.result, film);
+  return {.width = film.size.width,
+          .height = film.size.height,
+          .milliseconds = static_cast<std::uint64_t>(std::llround(film.seconds * 1000))};
+}
+
+void FilmConversion::addTracks() {
+  const AVStream& picture = source_.picture();
+  tracks_[picture.index] =
+      canBeCarried(source_) ? copiedTrack(picture, writer_) : encodedPictures(picture, writer_);
+  if (const auto matrix = source_.displayMatrix())
+    writer_.setDisplayMatrix(*writer_.format().streams[0], *matrix);
+  for (const AVStream* const sound : source_.sounds()) {
+    const bool isAac = sound->codecpar->codec_id == AV_CODEC_ID_AAC;
+    tracks_[sound->index] = isAac ? copiedTrack(*sound, writer_) : encodedSounds(*sound, writer_);
+  }
+}
+
+void FilmConversion::copyDate() {
+  if (const auto date = source_.tag("creation_time"))
+    av_dict_set(&writer_.format().metadata, "creation_time", date->c_str(), 0);
+}
+
+/// Every packet goes its way; those of the pictures tell how far the film is.
+void FilmConversion::carry() {
+  const av::Packet packet = av::makePacket();
+  while (source_.next(*packet)) {
+    if (const auto track = tracks_.find(packet->stream_index); track != tracks_.end()) {
+      if (packet->stream_index == source_.picture().index) see(*packet);
+      track->second->take(*packet);
+    }
+    av_packet_unref(packet.get());
+  }
+  for (auto& [number, track] : tracks_) track->finish();
+}
+
+void FilmConversion::see(const AVPacket& packet) {
+  const std::int64_t time = packet.pts == AV_NOPTS_VALUE ? packet.dts : packet.pts;
+  if (time == AV_NOPTS_VALUE || (packet.flags & AV_PKT_FLAG_DISCARD) != 0) return;
+  begin_ = std::min(begin_, time);
+  end_ = std::max(end_, time + std::max<std::int64_t>(packet.duration, 0));
+  tell(time);
+}
+
+void FilmConversion::tell(std::int64_t time) {
+  constexpr double step = 0.001;
+  constexpr int patience = 10;  // pictures: a process that tells nothing for long is taken for dead
+  const double seconds = source_.seconds().value_or(0);
+  const double done = static_cast<double>(time - begin_) * av_q2d(source_.picture().time_base);
+  const double fraction = seconds > 0 ? std::clamp(done / seconds, told_, 1.0) : told_;
+  if (!progress_ || (fraction < told_ + step && ++untold_ < patience)) return;
+  told_ = fraction;
+  untold_ = 0;
+  progress_(fraction);
+}
+
+std::uint64_t FilmConversion::roomForHeader() const {
+  const double seconds = source_.seconds().value_or(0);
+  const AVStream& picture = source_.picture();
+  // Where no index counts the pictures, more than any phone takes in that time.
+  constexpr double picturesInSecond = 300;
+  std::uint64_t pictures = static_cast<std::uint64_t>(seconds * picturesInSecond);
+  if (picture.nb_frames > 0) pictures = static_cast<std::uint64_t>(picture.nb_frames);
+  pictures = std::max(pictures, static_cast<std::uint64_t>(source_.indexedPictures()));
+  std::uint64_t sounds = 0;
+  for (const AVStream* const sound : source_.sounds()) {
+    constexpr double samplesInPacket = 960;
+    const double packets = seconds * sound->codecpar->sample_rate / samplesInPacket;
+    const auto listed = avformat_index_get_entries_count(sound);
+    sounds += std::max(static_cast<std::uint64_t>(packets), static_cast<std::uint64_t>(listed));
+  }
+  return headerBytes(pictures, sounds, tracks_.size()) + userData_.size();
+}
+
+ExpectedFilm FilmConversion::expected() const {
+  const AVRational unit = source_.picture().time_base;
+  const double seen = end_ > begin_ ? static_cast<double>(end_ - begin_) * av_q2d(unit) : 0;
+  // Only the header knows how long the last picture stands; in some kinds of file it is a guess.
+  const double told = source_.seconds().value_or(seen);
+  const bool isToBelieve = source_.isIsoFile() || std::abs(told - seen) <= durationTolerance;
+  const double seconds = isToBelieve ? told : seen;
+  return {.size = shownSize(source_),
+          .matrix = source_.displayMatrix(),
+          .seconds = seconds,
+          .pictures = tracks_.at(source_.picture().index)->written(),
+          .sounds = source_.sounds().size()};
+}
+
+}  // namespace tavrix
