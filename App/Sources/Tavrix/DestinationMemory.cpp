@@ -73,7 +73,8 @@ void DestinationMemory::settleClaims(DestinationMarker::PhoneRecord& record) {
 bool DestinationMemory::isClaimed(const PlannedFile& file, const std::string& path) const {
   // What is recorded already says more than a claim; and in a folder that may not be read the claim
   // would replace what is known of a file there.
-  return !content_.view.holds(path, file.asset, file.conversion) && !content_.view.isUnreadable(path);
+  return !content_.view.holds(path, file.asset, file.conversion) &&
+         !content_.view.isUnreadable(path);
 }
 
 void DestinationMemory::landed(const LandedFile& file) {
