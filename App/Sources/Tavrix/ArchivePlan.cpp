@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "foundation/StringMap.h"
+#include "naming/FolderName.h"
 #include "transfer/FileNames.h"
 
 namespace tavrix {
@@ -11,6 +12,17 @@ namespace {
 std::string archiveName(const std::string& name) { return fittingName(name + ".zip"); }
 
 }  // namespace
+
+std::optional<Packing> packingOf(const Settings& settings, const std::string& deviceName,
+                                 CivilDate today) {
+  const TransferOptions::Container container = transferOptions(settings, {}).container;
+  if (container == TransferOptions::Container::folder) return std::nullopt;
+  Packing packing;
+  packing.isPerGroup = container == TransferOptions::Container::zipPerGroup;
+  packing.isFlat = settings.uiMode == UIGroupingMode::flat;
+  packing.wholeName = FolderName::sanitise(deviceName + " " + dayText(today));
+  return packing;
+}
 
 std::vector<PlannedArchive> plannedArchives(const TransferPlan& plan, const Packing& packing) {
   std::vector<PlannedArchive> archives;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "Settings.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix {
@@ -17,6 +18,10 @@ struct Packing {
 
   friend bool operator==(const Packing&, const Packing&) = default;
 };
+
+/// How the settings want the files of a run packed that begins on a day; nothing for plain folders.
+std::optional<Packing> packingOf(const Settings& settings, const std::string& deviceName,
+                                 CivilDate today);
 
 /// An archive that a run is to make.
 struct PlannedArchive {

@@ -17,7 +17,6 @@
 #include "cli/UnreadableReason.h"
 #include "conversion/ProcessConverter.h"
 #include "foundation/Text.h"
-#include "naming/FolderName.h"
 #include "transfer/TransferPlanner.h"
 
 namespace tavrix::cli {
@@ -62,21 +61,9 @@ void tellUnreadable(const CommandContext& context, const DestinationView& view) 
                  counted(language, folders.size(), tavrix::sentences::folders), first, reason));
 }
 
-TransferOptions::Container containerOf(const CommandContext& context) {
-  return transferOptions(context.settings, {}).container;
-}
-
-bool packs(const CommandContext& context) {
-  return containerOf(context) != TransferOptions::Container::folder;
-}
-
-Packing packingOf(const CommandContext& context) {
-  const CivilDate today = context.settings.timeZone.dateAt(context.surroundings.now());
-  Packing packing;
-  packing.isPerGroup = containerOf(context) == TransferOptions::Container::zipPerGroup;
-  packing.isFlat = context.settings.uiMode == UIGroupingMode::flat;
-  packing.wholeName = FolderName::sanitise(deviceName(context) + " " + dayText(today));
-  return packing;
+std::optional<Packing> packingOf(const CommandContext& context) {
+  return tavrix::packingOf(context.settings, deviceName(context),
+                           context.settings.timeZone.dateAt(context.surroundings.now()));
 }
 
 /// Bytes that a run writes at most at one time: files that are to be packed lie beside the archive
@@ -84,9 +71,10 @@ Packing packingOf(const CommandContext& context) {
 std::uint64_t neededBytes(const CommandContext& context, const TransferPlan& plan) {
   std::uint64_t all = 0;
   for (const PlannedFile& file : plan.files) all += file.asset.sizeBytes();
-  if (!packs(context)) return all;
+  const auto packing = packingOf(context);
+  if (!packing) return all;
   std::uint64_t largest = 0;
-  for (const PlannedArchive& archive : plannedArchives(plan, packingOf(context))) {
+  for (const PlannedArchive& archive : plannedArchives(plan, *packing)) {
     std::uint64_t bytes = 0;
     for (const std::size_t index : archive.files) bytes += plan.files[index].asset.sizeBytes();
     largest = std::max(largest, bytes);
@@ -103,7 +91,8 @@ void checkBeforeRun(const CommandContext& context, const TransferPlan& plan,
   const std::uint64_t available = destination.freeBytes();
   if (needed <= available) return;
   warn(context,
-       say(context.language(), packs(context) ? sentences::packingSpaceHint : sentences::spaceHint,
+       say(context.language(),
+           packingOf(context) ? sentences::packingSpaceHint : sentences::spaceHint,
            bytesText(context.language(), needed), bytesText(context.language(), available)));
 }
 
@@ -146,7 +135,7 @@ TransferOutcome runPacked(const CommandContext& context, const TransferPlan& pla
   PackedTransfer::Setup setup;
   setup.converter = converter;
   setup.phone = phoneOf(context);
-  setup.packing = packingOf(context);
+  setup.packing = packingOf(context).value();
   setup.zone = context.settings.timeZone;
   setup.language = writtenLanguage(context);
   setup.log = &context.log;
@@ -164,7 +153,7 @@ TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Fol
   const auto& program = context.surroundings.conversionProgram;
   if (program) process.emplace(*program);
   MediaConverter* const converter = process ? &*process : nullptr;
-  const auto carryOut = packs(context) ? runPacked : runUnpacked;
+  const auto carryOut = packingOf(context) ? runPacked : runUnpacked;
   TransferOutcome outcome = carryOut(context, plan, destination, std::move(content), converter);
   outcome.rescuedFiles = std::move(rescued);
   return outcome;
@@ -252,7 +241,7 @@ ExitStatus showPlan(const CommandContext& context) {
   tellKnownCard(context, content.marker, plan);
   const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
   context.printer.plan({library, plan, destinationPath(context), isFlat, freeBytes,
-                        neededBytes(context, plan), packs(context)});
+                        neededBytes(context, plan), packingOf(context).has_value()});
   return ExitStatus::done;
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "PlanSummary.h"
+#include "RunSentences.h"
 #include "model/AppModel.h"
 #include "model/ModelSentences.h"
 
@@ -244,6 +245,8 @@ void AppModel::startLeg(HeldDestination destination) {
   const bool isFirst = run_->outcome.report.files.empty() && run_->stage == Stage::running;
   run_->stage = Stage::running;
   auto leg = std::make_shared<TransferLeg>();
+  const auto slot = std::make_shared<ProgressSlot>();
+  progressSlot_ = slot;
   leg->setup.phone = run_->source.phone;
   leg->setup.converter = services_.converter;
   leg->setup.language = services_.language;
@@ -252,8 +255,17 @@ void AppModel::startLeg(HeldDestination destination) {
   leg->plan = remainingPlan(*run_->plan, run_->outcome.report);
   leg->openMedia = run_->source.openMedia;
   leg->destination = std::move(destination);
-  progressSlot_ = std::make_shared<ProgressSlot>();
-  leg->progress = [this, life = std::weak_ptr{life_}, slot = progressSlot_,
+  leg->zone = run_->settings.timeZone;
+  leg->packing =
+      packingOf(run_->settings, run_->source.deviceName, leg->zone.dateAt(run_->startedAt));
+  leg->paused = [this, life = std::weak_ptr{life_}, slot,
+                 &loop = services_.loop](const std::optional<std::string>& reason) {
+    loop.post([this, life, slot, reason] {
+      if (!life.lock() || slot != progressSlot_) return;
+      change([&](AppState& state) { state.transferPausedReason = reason; });
+    });
+  };
+  leg->progress = [this, life = std::weak_ptr{life_}, slot,
                    &loop = services_.loop](const TransferProgressSnapshot& progress) {
     const std::lock_guard lock{slot->mutex};
     slot->latest = progress;
@@ -292,10 +304,7 @@ void AppModel::landLeg(LegEnd end) {
   run_->leg.reset();
   progressSlot_.reset();
   TransferOutcome& outcome = run_->outcome;
-  outcome.report = joined(std::move(outcome.report), end.outcome.report, *run_->plan);
-  outcome.interruption = end.outcome.interruption;
-  outcome.markerFailure = end.outcome.markerFailure;
-  outcome.status = end.outcome.status;
+  outcome = joined(std::move(outcome), std::move(end.outcome), *run_->plan);
   run_->failure = end.failure;
   if (isCancelled) {
     outcome.status = TransferRecord::Status::cancelled;
@@ -309,6 +318,7 @@ void AppModel::landLeg(LegEnd end) {
 
 void AppModel::pauseForPhone() {
   run_->stage = Stage::pausedForPhone;
+  ++run_->outcome.phoneWaits;
   writeLog(log(), "transfer paused: phone gone");
   change([&](AppState& state) {
     state.transferPausedReason = say(services_.language, sentences::pausedForPhone);
@@ -346,7 +356,7 @@ void AppModel::landSpace(std::optional<std::uint64_t> free, std::uint64_t needed
     writeLog(log(), "transfer: space freed — continuing");
     return resume();
   }
-  const std::string reason = say(services_.language, sentences::pausedForSpace,
+  const std::string reason = say(services_.language, sentences::diskFull,
                                  bytesText(services_.language, needed - std::min(needed, *free)),
                                  bytesText(services_.language, *free));
   if (!state_.transferPausedReason) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "foundation/Sentence.h"
 
 /// What the application model tells people, in both languages side by side.
@@ -10,12 +8,6 @@ namespace tavrix::sentences {
 inline constexpr Sentence<> pausedForPhone{
     "iPhone отключён. Подключите кабель — продолжу сам.",
     "The iPhone is disconnected. Plug the cable in — I will carry on by myself."};
-/// Sizes: what is missing, what is free.
-inline constexpr Sentence<std::string, std::string> pausedForSpace{
-    "На диске нет места: нужно ещё {} (свободно {}). Освободите место — продолжу сам.",
-    "There is no space on the disk: {} more is needed ({} free). Free some space — I will carry on "
-    "by myself."};
-
 inline constexpr Sentence<> noDevice{
     "Подключите iPhone кабелем и разблокируйте его — переносить пока неоткуда.",
     "Connect the iPhone by cable and unlock it — there is nothing to transfer from yet."};

@@ -2,6 +2,7 @@
 
 #include <mutex>
 
+#include "Staging.h"
 #include "foundation/StringMap.h"
 
 namespace tavrix {
@@ -57,6 +58,39 @@ StringSet idsOf(const TransferReport& report) {
   return ids;
 }
 
+/// What a source is that nothing is asked of.
+struct NoMedia : MediaSource {
+  void download(const MediaAsset& asset, DownloadDestination&) override {
+    throw SourceError{SourceError::Kind::notFound, std::string{asset.name()}};
+  }
+};
+
+TransferOutcome runJob(TransferLeg& leg, MediaSource& source, const std::stop_token& stop) {
+  Folder& folder = *leg.destination.folder;
+  Destination::Content& content = leg.destination.content;
+  auto rescued = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), leg.plan);
+  TransferOutcome outcome;
+  if (leg.packing) {
+    PackedTransfer::Setup setup;
+    setup.phone = leg.setup.phone;
+    setup.packing = *leg.packing;
+    setup.zone = leg.zone;
+    setup.converter = leg.setup.converter;
+    setup.language = leg.setup.language;
+    setup.log = leg.setup.log;
+    setup.now = leg.setup.now;
+    setup.spaceWait.language = leg.setup.language;
+    setup.spaceWait.paused = leg.paused;
+    PackedTransfer job{std::move(setup), folder, std::move(content)};
+    outcome = job.run(leg.plan, source, leg.progress, stop);
+  } else {
+    TransferJob job{leg.setup, folder, std::move(content)};
+    outcome = job.run(leg.plan, source, leg.progress, stop);
+  }
+  outcome.rescuedFiles = std::move(rescued);
+  return outcome;
+}
+
 }  // namespace
 
 LegEnd carryOut(TransferLeg& leg) {
@@ -64,17 +98,12 @@ LegEnd carryOut(TransferLeg& leg) {
   try {
     // Without files there is nothing to open.
     const auto inner = leg.plan.files.empty() ? nullptr : leg.openMedia();
-    struct NoMedia : MediaSource {
-      void download(const MediaAsset& asset, DownloadDestination&) override {
-        throw SourceError{SourceError::Kind::notFound, std::string{asset.name()}};
-      }
-    } none;
+    NoMedia none;
     // Its own stop, so that a lost phone is not taken for a cancel.
     std::stop_source stop;
     const std::stop_callback forward{leg.stop.get_token(), [&] { stop.request_stop(); }};
     WatchedSource source{inner ? *inner : static_cast<MediaSource&>(none), stop};
-    TransferJob job{leg.setup, *leg.destination.folder, std::move(leg.destination.content)};
-    end.outcome = job.run(leg.plan, source, leg.progress, stop.get_token());
+    end.outcome = runJob(leg, source, stop.get_token());
     end.isPhoneLost = source.isLost() && !leg.stop.stop_requested();
     std::erase_if(end.outcome.report.files, [&](const FileOutcome& file) {
       return file.is<FileOutcome::Failed>() && source.wasInterrupted(file.assetID);
@@ -120,6 +149,16 @@ TransferReport joined(TransferReport first, const TransferReport& second,
   first.files = std::move(files);
   recount(first);
   return first;
+}
+
+TransferOutcome joined(TransferOutcome first, TransferOutcome second, const TransferPlan& plan) {
+  second.report = joined(std::move(first.report), second.report, plan);
+  second.phoneWaits += first.phoneWaits;
+  second.unpackedFolders.insert(second.unpackedFolders.begin(), first.unpackedFolders.begin(),
+                                first.unpackedFolders.end());
+  second.rescuedFiles.insert(second.rescuedFiles.begin(), first.rescuedFiles.begin(),
+                             first.rescuedFiles.end());
+  return second;
 }
 
 }  // namespace tavrix

@@ -6,6 +6,7 @@
 #include <stop_token>
 #include <string>
 
+#include "PackedTransfer.h"
 #include "TransferJob.h"
 #include "model/ConnectedSource.h"
 
@@ -21,7 +22,11 @@ struct HeldDestination {
 /// out on the transfer thread; nobody else uses it meanwhile.
 struct TransferLeg {
   TransferJob::Setup setup;
-  TransferPlan plan;  ///< what is still to be written
+  TransferPlan plan;                 ///< what is still to be written
+  std::optional<Packing> packing{};  ///< nothing for plain folders
+  TimeZone zone = TimeZone::utc();   ///< of the wall-clock times in archives
+  /// Told while the packing waits for space, and that it goes on (nothing).
+  std::function<void(const std::optional<std::string>& reason)> paused{};
   std::function<std::unique_ptr<MediaSource>()> openMedia;
   HeldDestination destination;
   TransferEngine::Progress progress;
@@ -44,5 +49,7 @@ LegEnd carryOut(TransferLeg& leg);
 TransferPlan remainingPlan(const TransferPlan& plan, const TransferReport& report);
 /// The reports of two legs of one run as one; the files in the plan's order.
 TransferReport joined(TransferReport first, const TransferReport& second, const TransferPlan& plan);
+/// The same of outcomes: the later one tells how the run stands.
+TransferOutcome joined(TransferOutcome first, TransferOutcome second, const TransferPlan& plan);
 
 }  // namespace tavrix

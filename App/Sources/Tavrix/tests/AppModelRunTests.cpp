@@ -311,5 +311,25 @@ TEST_F(AppModelRunTest, changesDuringARun_doNotTouchIt) {
   }
 }
 
+TEST_F(AppModelRunTest, packing_endsWithArchivesAndNothingElse) {
+  Settings settings = *state().settings;
+  settings.packAsZip = true;
+  settings.packPerGroup = true;
+  model->changeSettings(settings);
+  makeReady();
+  bool hasPacked = false;
+  const auto subscription = model->subscribe([&](const AppState&, const AppState& after) {
+    hasPacked = hasPacked || (after.progress && after.progress->stage == TransferStage::packing);
+  });
+  transfer();
+  EXPECT_EQ(report().copied, 12);
+  EXPECT_TRUE(hasPacked);
+  std::vector<std::string> names;
+  for (const auto& [path, content] : filesOnDisk()) names.push_back(path);
+  EXPECT_THAT(names, testing::ElementsAre("2026-05-20.zip", "2026-05-21.zip", "2026-05-22.zip",
+                                          "2026-05-23.zip"));
+  EXPECT_EQ(record().totals.onMac, 12);
+}
+
 }  // namespace
 }  // namespace tavrix
