@@ -154,7 +154,10 @@ void FileDefaults::storeIn(Folder& folder) {
     unstored_.clear();
     return report({.kind = Kind::tooLarge, .path = path_});
   }
-  if (text != DefaultsFile::encode(stored)) writeFileAtomically(folder, fileName, text);
+  if (text != DefaultsFile::encode(stored)) {
+    writeFileAtomically(folder, fileName, text);
+    removeLeftOvers(folder, fileName);
+  }
   objects_ = withChanges(std::move(changed), unstorable_);
   unstored_.clear();
 }

@@ -54,21 +54,11 @@ struct FollowedDeviceTest : testing::Test {
                         return true;
                       }},
                  Settings{}};
-  DeviceWatcher watcher{setup()};
-
- private:
-  DeviceWatcher::Setup setup() {
-    DeviceWatcher::Setup setup{cable.browser(), loop};
-    setup.now = [] { return Instant{}; };
-    return setup;
-  }
+  DeviceWatcher watcher{
+      {.browser = cable.browser(), .loop = loop, .cacheDirectory = std::nullopt, .now = [] {
+         return Instant{};
+       }}};
 };
-}
-}
-}
-;
-}
-;
 
 TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
   cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });

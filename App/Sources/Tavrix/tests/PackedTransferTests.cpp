@@ -385,6 +385,7 @@ TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
         EXPECT_TRUE(path.ends_with(content)) << step;
       }
     }
+    DestinationMarker::removeLeftOvers(folder);  // as opening for writing does
     const TransferOutcome outcome = run();
     EXPECT_EQ(outcome.status, Status::completed) << step;
     EXPECT_THAT(outcome.rescuedFiles, IsEmpty()) << step;
