@@ -6,6 +6,16 @@ MediaMetadata metadataOf(const SnapshotItem& item) {
   return {item.exifDate, item.exifOffset, item.lat, item.lon, item.px, item.py, item.cam};
 }
 
+void copyMetadata(const SnapshotItem& from, SnapshotItem& to) {
+  to.exifDate = from.exifDate;
+  to.exifOffset = from.exifOffset;
+  to.lat = from.lat;
+  to.lon = from.lon;
+  to.px = from.px;
+  to.py = from.py;
+  to.cam = from.cam;
+}
+
 SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata) {
   item.exifDate = metadata.exifDate;
   item.exifOffset = metadata.exifOffset;

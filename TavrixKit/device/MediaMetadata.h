@@ -35,8 +35,10 @@ struct MediaMetadata {
   friend bool operator==(const MediaMetadata&, const MediaMetadata&) = default;
 };
 
-/// The metadata that a catalogue entry holds, and an entry with other metadata.
+/// The metadata that a catalogue entry holds; the same into another entry; an entry with other
+/// metadata.
 MediaMetadata metadataOf(const SnapshotItem& item);
+void copyMetadata(const SnapshotItem& from, SnapshotItem& to);
 SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata);
 
 }  // namespace tavrix

@@ -53,7 +53,10 @@ std::string_view plainKey(std::string_view key) { return key.substr(0, key.find(
 
 MetadataCache::Records loadLines(const std::string& phoneKey, const std::string& directory) {
   try {
-    return readJsonLines(*openFileForReading(pathOf(directory, fileName(phoneKey, linesSuffix))));
+    const std::string path = pathOf(directory, fileName(phoneKey, linesSuffix));
+    std::error_code error;
+    const auto bytes = fs::file_size(path, error);
+    return readJsonLines(*openFileForReading(path), error ? 0 : bytes);
   } catch (const FileError&) {
     return {};
   }

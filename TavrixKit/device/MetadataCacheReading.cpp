@@ -158,14 +158,17 @@ std::optional<SnapshotItem> itemOf(const JsonValue& object) {
 
 }  // namespace
 
-MetadataCache::Records readJsonLines(ByteReader& file) {
-  std::vector<std::vector<KeyedItem>> decoded;
+MetadataCache::Records readJsonLines(ByteReader& file, std::uint64_t fileBytes) {
+  // About what a line has; and a bound, whatever the size of the file.
+  constexpr std::uint64_t lineBytes = 180;
+  constexpr std::uint64_t mostExpected = 1'000'000;
+  MetadataCache::Records records;
+  records.reserve(static_cast<std::size_t>(std::min(fileBytes / lineBytes, mostExpected)));
   std::deque<std::future<std::vector<KeyedItem>>> decoding;
-  std::size_t count = 0;
   const auto takeFirst = [&] {
-    decoded.push_back(decoding.front().get());
-    count += decoded.back().size();
+    std::vector<KeyedItem> items = decoding.front().get();
     decoding.pop_front();
+    for (auto& [key, item] : items) MetadataCache::add(records, std::move(key), std::move(item));
   };
   readBlocks(file, [&](std::string&& block) {
     if (decoding.size() == blocksAtOnce) takeFirst();
@@ -173,12 +176,6 @@ MetadataCache::Records readJsonLines(ByteReader& file) {
         std::launch::async, [text = std::move(block)] { return LineDecoder{}.decode(text); }));
   });
   while (!decoding.empty()) takeFirst();
-  MetadataCache::Records records;
-  records.reserve(count);
-  for (auto& items : decoded) {
-    for (auto& [key, item] : items) MetadataCache::add(records, std::move(key), std::move(item));
-    items = {};
-  }
   return records;
 }
 

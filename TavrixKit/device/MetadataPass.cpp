@@ -87,7 +87,7 @@ std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items
     const bool isShared = !shared.empty() && shared.contains(keys[i]);
     const auto* const found = MetadataCache::find(records_, keys[i], items[i].dir, isShared);
     if (found != nullptr) {
-      items[i] = withMetadata(std::move(items[i]), metadataOf(*found));
+      copyMetadata(*found, items[i]);
     } else {
       misses.push_back(i);
     }

@@ -84,6 +84,7 @@ struct ListedFolder {
   void moveInto(Listing& listing) {
     std::move(files.begin(), files.end(), std::back_inserter(listing.files));
     std::move(leftOut.begin(), leftOut.end(), std::back_inserter(listing.leftOut));
+    files = std::vector<SourceFolder::File>{};
     for (const auto& folder : inner) folder->moveInto(listing);
   }
   std::size_t fileCount() const {
