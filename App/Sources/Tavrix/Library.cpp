@@ -19,9 +19,16 @@ Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
                            const std::vector<AssetBundle>& kept) {
   Library::LeftOut leftOut;
   for (const AssetBundle& bundle : all) {
-    if (bundle.pictureCount() == 0) leftOut.withoutPicture += bundle.assets().size();
+    if (bundle.pictureCount() > 0) continue;
+    for (const MediaAsset& asset : bundle.assets()) {
+      if (asset.kind() == MediaKind::other) {
+        leftOut.unknown.emplace_back(asset.name());
+      } else {
+        ++leftOut.withoutPicture;
+      }
+    }
   }
-  leftOut.bySettings = filesIn(all) - filesIn(kept) - leftOut.withoutPicture;
+  leftOut.bySettings = filesIn(all) - filesIn(kept) - leftOut.total();
   return leftOut;
 }
 

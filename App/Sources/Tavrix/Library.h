@@ -16,10 +16,11 @@ namespace tavrix {
 struct Library {
   /// Files of the catalogue that are in no folder.
   struct LeftOut {
-    std::uint64_t withoutPicture = 0;  ///< of shots that have no picture on the phone
-    std::uint64_t bySettings = 0;      ///< of the other shots
+    std::uint64_t withoutPicture = 0;    ///< sidecars whose picture is not on the phone
+    std::vector<std::string> unknown{};  ///< names of files of an unknown kind, no part of any shot
+    std::uint64_t bySettings = 0;        ///< of the other shots
 
-    std::uint64_t total() const { return withoutPicture + bySettings; }
+    std::uint64_t total() const { return withoutPicture + unknown.size() + bySettings; }
     friend bool operator==(const LeftOut&, const LeftOut&) = default;
   };
 

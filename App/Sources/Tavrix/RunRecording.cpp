@@ -104,6 +104,7 @@ std::vector<std::string> notesOf(const RunToRecord& run) {
                         counted(language, outcome.phoneWaits, sentences::times)));
   }
   for (const std::string& note : packingNotes(language, outcome)) notes.push_back(note);
+  if (auto note = unknownKindNote(language, run.library)) notes.push_back(*std::move(note));
   if (outcome.unreadFolders > 0) {
     notes.push_back(say(language, sentences::noteUnreadFolders,
                         counted(language, outcome.unreadFolders, sentences::folders)));
@@ -132,6 +133,19 @@ std::vector<std::string> packingNotes(Language language, const TransferOutcome& 
                         counted(language, outcome.rescuedFiles.size(), sentences::files)));
   }
   return notes;
+}
+
+std::optional<std::string> unknownKindNote(Language language, const Library& library) {
+  const std::vector<std::string>& names = library.leftOut.unknown;
+  if (names.empty()) return std::nullopt;
+  constexpr std::size_t shown = 5;
+  std::string list;
+  for (std::size_t i = 0; i < std::min(shown, names.size()); ++i) {
+    list.append(i == 0 ? "" : ", ").append(printable(names[i]));
+  }
+  if (names.size() > shown) list += ", …";
+  return say(language, sentences::noteUnknownKind,
+             counted(language, names.size(), sentences::files), list);
 }
 
 TransferRecord::Options recordOptions(const Settings& settings, const std::string& phoneName) {

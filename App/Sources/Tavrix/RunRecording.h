@@ -34,6 +34,9 @@ struct RunToRecord {
 /// were left out as reduced copies, under the folders that they would have been in.
 TransferRecord recordOf(const RunToRecord& run);
 
+/// What a person should know of files that no run takes; nothing when there are none.
+std::optional<std::string> unknownKindNote(Language language, const Library& library);
+
 /// What a person should know of the packing, one sentence each; none when all went as planned.
 std::vector<std::string> packingNotes(Language language, const TransferOutcome& outcome);
 

@@ -52,6 +52,10 @@ inline constexpr Sentence<> zipNotReadBack{"готовый архив не пр�
 inline constexpr Sentence<> notForArchives{"такие файлы в архив не входят",
                                            "such files do not go into archives"};
 
+/// How many files, and names of some.
+inline constexpr Sentence<std::string, std::string> noteUnknownKind{
+    "Не перенесено, потому что вид файла программе не знаком: {} ({}).",
+    "Not transferred, because the program does not know the kind of file: {} ({})."};
 /// How many folders.
 inline constexpr Sentence<std::string> noteUnreadFolders{
     "В источнике не прочитано: {}; файлы оттуда не перенесены.",

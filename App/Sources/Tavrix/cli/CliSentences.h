@@ -270,6 +270,8 @@ inline constexpr Sentence<Text, Text> runInterrupted{
 inline constexpr Sentence<> rowCatalogue{"В каталоге", "In the catalogue"};
 inline constexpr Sentence<> rowWithoutPicture{"не вошли: их снимка нет на телефоне",
                                               "left out: their picture is not on the phone"};
+inline constexpr Sentence<> rowUnknownKind{"не вошли: файлы незнакомого вида",
+                                           "left out: files of an unknown kind"};
 inline constexpr Sentence<> rowBySettings{"не вошли по настройкам", "left out by the settings"};
 inline constexpr Sentence<> rowKnown{"уже лежат в папке", "in the folder already"};
 inline constexpr Sentence<> rowPlanned{"к переносу", "to transfer"};

@@ -7,6 +7,7 @@
 
 #include "Destination.h"
 #include "StateFolder.h"
+#include "cli/PhoneSource.h"
 #include "cli/Quotes.h"
 #include "cli/ReadingBar.h"
 #include "cli/Source.h"
@@ -140,6 +141,11 @@ const std::optional<std::string>& cameraFolder(const CommandContext& context) {
   auto& found = context.source.cameraFolder;
   if (!found) found.emplace(findCameraFolder(context.call.source()));
   return *found;
+}
+
+void checkStateFolder(const CommandContext& context) {
+  if (isPhone(context.call.source())) return;
+  if (const auto& folder = cameraFolder(context)) checkStateApart(context, *folder);
 }
 
 std::vector<SnapshotItem> readFolder(const CommandContext& context, const std::string& folder) {

@@ -12,6 +12,10 @@
 
 namespace tavrix::cli {
 
+/// To be called before anything is written into the state folder: throws CommandFailure when it
+/// lies in the source.
+void checkStateFolder(const CommandContext& context);
+
 /// The folder with the catalogue, of a call whose source is a folder that stands for a phone;
 /// nothing when the source holds a snapshot, or is neither. Looked for once a call.
 const std::optional<std::string>& cameraFolder(const CommandContext& context);

@@ -51,6 +51,7 @@ std::unique_ptr<const Geocoder> openGazetteer(const CommandContext& context,
 
 /// Where the cache lies; null when there is no such folder and none can be made.
 std::unique_ptr<Folder> cacheFolder(const CommandContext& context) {
+  checkStateFolder(context);
   const auto path = stateFolder(context);
   if (!path) return nullptr;
   try {

@@ -63,17 +63,20 @@ inline constexpr Sentence<std::string> runWithUnreadFolders{
 
 // A card that the destination seems to know. How many files agree, of how many.
 inline constexpr Sentence<std::string_view, std::string, std::string> cardKnownByName{
-    "Похоже, эта карта уже переносилась сюда под именем «{0}»: совпадают {1} из {2}. Чтобы они не "
-    "копировались ещё раз, назовите её снова: --device-name «{0}».",
-    "This card seems to have been transferred here before as “{0}”: {1} of {2} agree. Lest they be "
-    "copied again, name it once more: --device-name “{0}”."};
+    "Похоже, эта карта уже переносилась сюда под именем «{0}»: совпадают {1} из {2}. Если это она, "
+    "назовите её так же: --device-name '{0}'; иначе они копируются ещё раз.",
+    "This card seems to have been transferred here before as “{0}”: {1} of {2} agree. If it is "
+    "that "
+    "card, name it the same: --device-name '{0}'; otherwise they are copied again."};
 inline constexpr Sentence<std::string, std::string> cardKnownElsewhere{
-    "Похоже, эта карта уже переносилась сюда, но с другого пути: совпадают {} из {}. Карта "
-    "узнаётся по пути, поэтому они копируются ещё раз; если это лишнее, подключите её там же, где "
-    "раньше.",
-    "This card seems to have been transferred here before, from another path: {} of {} agree. A "
-    "card is known by its path, so they are copied again; if that is not wanted, mount it where it "
-    "was."};
+    "Похоже, эта карта уже переносилась сюда, но с другого пути или под другим именем: "
+    "совпадают {} из {}. Карта узнаётся по пути или имени, поэтому они копируются ещё раз; если "
+    "это "
+    "лишнее, подключите и назовите её как раньше.",
+    "This card seems to have been transferred here before, from another path or under another "
+    "name: {} of {} agree. A card is known by its path or name, so they are copied again; if that "
+    "is "
+    "not wanted, mount and name it as before."};
 
 // The cache.
 inline constexpr Sentence<> noStateFolder{

@@ -31,6 +31,7 @@ void TextPrinter::tally(const TransferTally& tally, bool hasRun) {
   std::vector<TallyRow> rows{
       {0, text(sentences::rowCatalogue), tally.catalogue, true},
       {1, text(sentences::rowWithoutPicture), tally.leftOut.withoutPicture},
+      {1, text(sentences::rowUnknownKind), tally.leftOut.unknown.size()},
       {1, text(sentences::rowBySettings), tally.leftOut.bySettings},
       {1, text(sentences::rowKnown), tally.known},
       {1, text(sentences::rowPlanned), tally.planned, true},
@@ -155,6 +156,10 @@ void TextPrinter::transfer(const TransferResult& result) {
   list(say(language_, sentences::keptOriginalsTitle), keptOriginals(language_, report));
   list(say(language_, sentences::failuresTitle), report.failures);
   unreadFolders(result.outcome);
+  if (const auto note = unknownKindNote(language_, result.library)) {
+    line("");
+    line(*note);
+  }
   for (const std::string& note : packingNotes(language_, result.outcome)) {
     line("");
     line(printable(note));

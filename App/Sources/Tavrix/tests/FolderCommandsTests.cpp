@@ -319,7 +319,7 @@ TEST_F(FolderCommandsTest, cardThatTheDestinationKnows_isSaidBeforeItIsCopiedAga
   EXPECT_EQ(run({"transfer", "other", "photos"}).err, "");
 
   run({"transfer", "phone", "photos-2", "--device-name", "Card"});
-  EXPECT_THAT(run({"plan", "other", "photos-2"}).err, HasSubstr("--device-name “Card”"));
+  EXPECT_THAT(run({"plan", "other", "photos-2"}).err, HasSubstr("--device-name 'Card'"));
   const auto named = run({"transfer", "other", "photos-2", "--device-name", "Card"});
   EXPECT_EQ(named.err, "");
   EXPECT_THAT(named.out, HasSubstr("nothing to do"));
