@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "conversion/MemoryReader.h"
 #include "device/Bytes.h"
@@ -30,12 +31,13 @@ std::size_t relaxHeifReferences(std::span<char> source) {
   const std::size_t idBytes = version->front() == 0 ? 2 : 4;
   std::size_t count = 0;
   IsoBoxes boxes{file, references->begin + 4, references->end};
-  for (std::uint64_t begin = references->begin + 4; const auto reference = boxes.next();
-       begin = reference->end) {
+  std::uint64_t begin = references->begin + 4;
+  while (const auto reference = boxes.next()) {
+    const std::uint64_t type = std::exchange(begin, reference->end) + 4;
     const auto content = contentOf(file, *reference);
     if (!content || !isInTheWay(reference->type, *content, idBytes)) continue;
     constexpr std::string_view unknownType = "skip";
-    std::copy(unknownType.begin(), unknownType.end(), source.data() + begin + 4);
+    std::copy(unknownType.begin(), unknownType.end(), source.data() + type);
     ++count;
   }
   return count;

@@ -223,6 +223,8 @@ DecodedStill decodeHeif(std::span<char> source) {
   heif_context_set_maximum_image_size_limit(context.get(), StillLimits::maxSide);
   require(heif_context_read_from_memory_without_copy(context.get(), source.data(), source.size(),
                                                      nullptr));
+  if (heif_context_get_number_of_top_level_images(context.get()) > 1)
+    throw ConversionError{ConversionFailure::severalPictures};
   heif_image_handle* primary = nullptr;
   require(heif_context_get_primary_image_handle(context.get(), &primary));
   const Handle handle{primary, [context](heif_image_handle* h) { heif_image_handle_release(h); }};

@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstring>
+#include <string_view>
 
 #include "conversion/codecs/ColourProfile.h"
 #include "conversion/codecs/DecodedStill.h"
@@ -125,9 +126,28 @@ StillMetadata metadataOf(const PngReading& reading) {
   return metadata;
 }
 
+/// Whether the file holds an animation: a chunk "acTL" before the first of the picture's data.
+bool isAnimated(std::span<const char> source) {
+  constexpr std::size_t signature = 8;
+  constexpr std::size_t around = 12;  // a chunk's length, type and checksum
+  const std::string_view file{source.data(), source.size()};
+  for (std::size_t at = signature; at + around <= file.size();) {
+    const std::string_view type = file.substr(at + 4, 4);
+    if (type == "acTL") return true;
+    if (type == "IDAT") return false;
+    std::uint64_t length = 0;
+    for (const char byte : file.substr(at, 4))
+      length = length << 8U | static_cast<unsigned char>(byte);
+    if (length > file.size() - at) return false;
+    at += static_cast<std::size_t>(length) + around;
+  }
+  return false;
+}
+
 }  // namespace
 
 DecodedStill decodePng(std::span<const char> source) {
+  if (isAnimated(source)) throw ConversionError{ConversionFailure::severalPictures};
   const auto reading = std::make_shared<PngReading>(source);
   png_read_info(reading->png(), reading->info());
   DecodedStill still;

@@ -147,12 +147,16 @@ TEST_F(StillConversion, whatWouldLose_orIsNoPicture_isKept) {
   bomb.replace(29, 4, "\x4C\x55\x0E\x91"s);
   std::string damaged = png;
   damaged[png.size() / 2] ^= 0x55;
+  // Behind the header, which has 25 bytes: an animation of two pictures.
+  const std::string animated = png.substr(0, 33) + "\0\0\0\x08"s + "acTL" + "\0\0\0\x02\0\0\0\0"s +
+                               "\xF3\x8D\x93\x70"s + png.substr(33);
   const std::string dng = "II\x2A\0\x08\0\0\0\x01\0\x12\xC6\x01\0\x04\0\0\0\x01\x04\0\0\0\0\0\0"s;
   const std::pair<std::string, std::string> rows[] = {
       {dng, "rawPicture"},
       {"\0\0\0\x18"s + "ftypcrx     ", "rawPicture"},
       {"GIF89a and more", "unsupported"},
       {tiffOf(corners(), 1, 2), "severalPictures"},
+      {animated, "severalPictures"},
       {png.substr(0, png.size() - 4), "damagedInput"},
       {png.substr(0, png.size() / 2), "damagedInput"},
       {damaged, "damagedInput"},

@@ -128,7 +128,10 @@ TEST_F(VideoConverterTest, everyKindOfFilm_staysTheSameAsH264) {
     EXPECT_EQ(result.width, static_cast<std::uint32_t>(isTurned ? before.height : before.width));
     EXPECT_NEAR(static_cast<double>(result.milliseconds) / 1000, before.seconds, 0.002);
     EXPECT_TRUE(std::is_sorted(told_.begin(), told_.end()));
-    EXPECT_GE(told_.back(), recipe.times.size() > 1 ? 0.8 : 0.0);
+    if (recipe.times.size() > 1) {
+      ASSERT_FALSE(told_.empty());
+      EXPECT_GE(told_.back(), 0.8);
+    }
     if (recipe.container != std::string{"mov"}) continue;
     EXPECT_EQ(metadataOf(this->result()), metadataOf(source()));
   }

@@ -109,7 +109,7 @@ TEST_F(AppModelTest, foldersThatStay_areTheSameObjects) {
   const auto before = *state().displayGroups;
   model->toggleGroup("2026-05-22");
   settle();
-  const auto& after = *state().displayGroups;
+  const auto after = *state().displayGroups;
   for (const std::size_t i : {0U, 1U, 3U}) EXPECT_TRUE(isSame(before[i], after[i])) << i;
   Settings settings = *state().settings;
   settings.nameOverrides["2026-05-20"] = "Дача";

@@ -312,7 +312,7 @@ TEST_F(FolderCommandsTest, cardThatTheDestinationKnows_isSaidBeforeItIsCopiedAga
   setDate("other/DCIM/101APPLE/IMG_0002.PNG");
   for (const char* const command : {"plan", "transfer"}) {
     EXPECT_THAT(run({command, "other", "photos"}).err,
-                HasSubstr("from another path: 4 of 4 files agree"))
+                HasSubstr("or under another name: 4 of 4 files agree"))
         << command;
   }
   // By now it is known by its own path.
@@ -384,6 +384,27 @@ TEST(StateFolder, firstThatIsNamed_counts) {
   EXPECT_EQ(stateFolderPath(choice), "/d/.local/state/Tavrix/state");
   choice.home.reset();
   EXPECT_EQ(stateFolderPath(choice), std::nullopt);
+}
+
+TEST_F(FolderCommandsTest, filesOfAnUnknownKind_areToldAsWhatTheyAre) {
+  tester.folder.write("phone/DCIM/100APPLE/CLIP.MTS", "a film");
+  tester.folder.write("phone/DCIM/100APPLE/LONE.AAE", "an edit");
+  const std::string note = "the program does not know the kind of file: 1 file (CLIP.MTS)";
+  const auto result = run({"transfer", "phone", "photos"});
+  EXPECT_THAT(result.out, HasSubstr(note));
+  EXPECT_THAT(result.out, testing::ContainsRegex("files of an unknown kind +1"));
+  EXPECT_THAT(result.out, testing::ContainsRegex("their picture is not on the phone +1"));
+  EXPECT_THAT(run({"history", "last"}).out, HasSubstr(note));
+}
+
+TEST_F(FolderCommandsTest, stateFolderInTheSource_isRefusedBeforeItIsMade) {
+  const std::string state = tester.folder / "phone/DCIM/state";
+  for (const auto& arguments :
+       std::vector<std::vector<std::string>>{{"groups", "phone", "--state", state},
+                                             {"transfer", "phone", "photos", "--state", state}}) {
+    EXPECT_EQ(run(arguments).status, ExitStatus::usage) << arguments.front();
+    EXPECT_FALSE(std::filesystem::exists(state)) << arguments.front();
+  }
 }
 
 }  // namespace
