@@ -17,6 +17,8 @@ namespace tavrix {
 /// has its files below a folder of its own, "phone0", "phone1", ….
 class SimulatedCable {
  public:
+  /// The address stays the same: once threads look for phones, nobody may change the environment.
+  SimulatedCable() { ::setenv("USBMUXD_SOCKET_ADDRESS", ("UNIX:" + (folder_ / "mux")).c_str(), 1); }
   ~SimulatedCable() { unplugAll(); }
 
   void write(const std::string& path, const std::string& content, int phone = 0) const {
@@ -37,14 +39,10 @@ class SimulatedCable {
   PhoneSimulator& plugInAll(std::vector<SimulatedPhone> phones) {
     unplugAll();
     simulator_ = std::make_unique<PhoneSimulator>(folder_ / "mux", std::move(phones));
-    ::setenv("USBMUXD_SOCKET_ADDRESS", simulator_->address().c_str(), 1);
     return *simulator_;
   }
   /// The service that hands phones over ends, too.
-  void unplugAll() {
-    simulator_.reset();
-    ::setenv("USBMUXD_SOCKET_ADDRESS", ("UNIX:" + (folder_ / "mux")).c_str(), 1);
-  }
+  void unplugAll() { simulator_.reset(); }
 
  private:
   TemporaryFolder folder_;
