@@ -35,7 +35,7 @@ struct JpegSegment {
 };
 
 /// The metadata as segments in the order in which they stand in a file: the Exif block in one, the
-/// packet in one or, when that is too short, as extended XMP (XMP Specification Part 3, 1.1.3.1),
+/// packet in one or, when that is too short, as extended XMP (ISO 16684-1 in JPEG files),
 /// the profile in as many as it takes (ICC.1, B.4). Throws ConversionError with `tooLarge` for what
 /// does not fit.
 std::vector<JpegSegment> segmentsOf(const StillMetadata& metadata);
