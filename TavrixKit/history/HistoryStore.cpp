@@ -11,6 +11,7 @@
 #include "foundation/StringMap.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
+#include "foundation/files/FileSink.h"
 #include "history/HistoryIndex.h"
 
 namespace tavrix {
@@ -41,16 +42,6 @@ std::optional<Uuid> recordID(std::string_view name) {
   const auto id = Uuid::parse(text);
   return id && id->text() == text ? id : std::nullopt;
 }
-
-/// Hands text to a file as it comes.
-class FileSink : public TextSink {
- public:
-  explicit FileSink(WritableFile& file) : file_(file) {}
-  void write(std::string_view text) override { file_.append(std::as_bytes(std::span{text})); }
-
- private:
-  WritableFile& file_;
-};
 
 StringMap<FileStatus> recordFiles(const Folder& folder) {
   StringMap<FileStatus> files;

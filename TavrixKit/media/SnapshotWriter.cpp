@@ -2,19 +2,11 @@
 
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
+#include "foundation/files/FileSink.h"
 #include "media/Snapshot.h"
 
 namespace tavrix {
 namespace {
-
-class FileSink : public TextSink {
- public:
-  explicit FileSink(WritableFile& file) : file_(file) {}
-  void write(std::string_view text) override { file_.append(std::as_bytes(std::span{text})); }
-
- private:
-  WritableFile& file_;
-};
 
 /// What JSON cannot hold is left out.
 std::optional<double> finite(std::optional<double> number) {
