@@ -29,6 +29,28 @@ int check(int result, ConversionFailure failure) {
 
 bool isDrained(int result) { return result == AVERROR(EAGAIN) || result == AVERROR_EOF; }
 
+void decode(AVCodecContext& decoder, const AVPacket* packet, AVFrame& frame,
+            const std::function<void()>& take) {
+  check(avcodec_send_packet(&decoder, packet), ConversionFailure::damagedInput);
+  for (;;) {
+    const int result = avcodec_receive_frame(&decoder, &frame);
+    if (isDrained(result)) return;
+    check(result, ConversionFailure::damagedInput);
+    take();
+  }
+}
+
+void encode(AVCodecContext& encoder, const AVFrame* frame, AVPacket& packet,
+            const std::function<void()>& take) {
+  check(avcodec_send_frame(&encoder, frame), ConversionFailure::failed);
+  for (;;) {
+    const int result = avcodec_receive_packet(&encoder, &packet);
+    if (isDrained(result)) return;
+    check(result, ConversionFailure::failed);
+    take();
+  }
+}
+
 void Options::set(const char* name, const std::string& value) {
   check(av_dict_set(&options_, name, value.c_str(), 0), ConversionFailure::failed);
 }

@@ -12,6 +12,7 @@ extern "C" {
 }
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -39,6 +40,15 @@ Codec makeCodec(const AVCodec* codec);
 int check(int result, ConversionFailure failure);
 /// Whether a codec or filter wants input, or has no more output: no failure.
 bool isDrained(int result);
+
+/// Hands a decoder a packet (null at the end) and gives out what it has decoded by then, each in
+/// `frame`. Throws ConversionError (damagedInput).
+void decode(AVCodecContext& decoder, const AVPacket* packet, AVFrame& frame,
+            const std::function<void()>& take);
+/// Hands an encoder a frame (null at the end) and gives out what it has encoded by then, each in
+/// `packet`. Throws ConversionError (failed).
+void encode(AVCodecContext& encoder, const AVFrame* frame, AVPacket& packet,
+            const std::function<void()>& take);
 
 /// Options by name, as the libraries take them.
 class Options {

@@ -12,7 +12,6 @@ namespace tavrix {
 namespace {
 
 using av::check;
-using av::isDrained;
 
 double pictureRate(const AVStream& stream) {
   constexpr double usual = 30;
@@ -82,16 +81,12 @@ class EncodedPictures : public FilmTrack {
 
  private:
   void decode(const AVPacket* packet) {
-    check(avcodec_send_packet(decoder_.get(), packet), ConversionFailure::damagedInput);
-    for (;;) {
-      const int result = avcodec_receive_frame(decoder_.get(), frame_.get());
-      if (isDrained(result)) return;
-      check(result, ConversionFailure::damagedInput);
+    av::decode(*decoder_, packet, *frame_, [this] {
       requireUsable(*frame_);
       prepare(*frame_);
       filter_.push(frame_.get());
       encodeFiltered();
-    }
+    });
   }
 
   void requireUsable(const AVFrame& frame) {
@@ -135,16 +130,12 @@ class EncodedPictures : public FilmTrack {
   }
 
   void encode(const AVFrame* frame) {
-    check(avcodec_send_frame(encoder_.get(), frame), ConversionFailure::failed);
-    for (;;) {
-      const int result = avcodec_receive_packet(encoder_.get(), packet_.get());
-      if (isDrained(result)) return;
-      check(result, ConversionFailure::failed);
+    av::encode(*encoder_, frame, *packet_, [this] {
       const auto duration = durations_.extract(packet_->pts);
       packet_->duration = duration.empty() ? 0 : duration.mapped();
       ++written_;
       writer_.write(*packet_, target_, encoder_->time_base);
-    }
+    });
   }
 
   const AVStream& source_;

@@ -108,16 +108,12 @@ class EncodedSounds : public FilmTrack {
 
  private:
   void decode(const AVPacket* packet) {
-    check(avcodec_send_packet(decoder_.get(), packet), ConversionFailure::damagedInput);
-    for (;;) {
-      const int result = avcodec_receive_frame(decoder_.get(), frame_.get());
-      if (isDrained(result)) return;
-      check(result, ConversionFailure::damagedInput);
+    av::decode(*decoder_, packet, *frame_, [this] {
       frame_->pts = frame_->best_effort_timestamp;
       check(av_buffersrc_add_frame(filter_.source(), frame_.get()),
             ConversionFailure::damagedInput);
       encodeFiltered();
-    }
+    });
   }
 
   void encodeFiltered() {
@@ -133,14 +129,10 @@ class EncodedSounds : public FilmTrack {
   }
 
   void encode(const AVFrame* frame) {
-    check(avcodec_send_frame(encoder_.get(), frame), ConversionFailure::failed);
-    for (;;) {
-      const int result = avcodec_receive_packet(encoder_.get(), packet_.get());
-      if (isDrained(result)) return;
-      check(result, ConversionFailure::failed);
+    av::encode(*encoder_, frame, *packet_, [this] {
       ++written_;
       writer_.write(*packet_, target_, encoder_->time_base);
-    }
+    });
   }
 
   FilmWriter& writer_;
