@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "Benches.h"
+#include "Library.h"
 #include "Measure.h"
 #include "foundation/files/Folder.h"
 #include "media/BundleBuilder.h"
@@ -27,10 +28,7 @@ void writeSources(const std::string& path, const Tree& tree) {
   std::string content(tree.bytes, '\0');
   std::uint64_t state = 1;
   for (std::size_t i = 0; i < tree.files; ++i) {
-    for (std::size_t at = 0; at + 8 <= content.size(); at += 8) {
-      state = state * 6364136223846793005U + 1442695040888963407U;
-      content.replace(at, 8, reinterpret_cast<const char*>(&state), 8);
-    }
+    fillWithNoise(content, state);
     std::ofstream{fmt::format("{}/IMG_{:05}.HEIC", path, i), std::ios::binary} << content;
   }
 }

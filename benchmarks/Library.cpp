@@ -117,6 +117,13 @@ class PhoneWriter {
 
 }  // namespace
 
+void fillWithNoise(std::string& bytes, std::uint64_t& state) {
+  for (std::size_t at = 0; at + sizeof state <= bytes.size(); at += sizeof state) {
+    state = state * 6364136223846793005U + 1442695040888963407U;
+    bytes.replace(at, sizeof state, reinterpret_cast<const char*>(&state), sizeof state);
+  }
+}
+
 void writeSnapshot(const std::string& path, std::size_t files) {
   FileSink sink{path};
   Snapshot::write(PhoneWriter{files}.write(), sink);

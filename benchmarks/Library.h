@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,9 @@ namespace tavrix::bench {
 /// Photos, edited shots with sidecars, videos; four of five with a position near one of 2,000
 /// places.
 void writeSnapshot(const std::string& path, std::size_t files);
+
+/// Fills bytes with noise that no compression makes smaller and that goes on from a state.
+void fillWithNoise(std::string& bytes, std::uint64_t& state);
 
 /// Points scattered within a kilometre or so around `places` places.
 std::vector<GeoPoint> scatteredPoints(std::size_t count, std::size_t places);

@@ -6,6 +6,7 @@
 
 #include "ArchivePacker.h"
 #include "Benches.h"
+#include "Library.h"
 #include "Measure.h"
 #include "foundation/files/Folder.h"
 
@@ -23,10 +24,7 @@ ArchiveContent writeStaged(const std::string& path) {
   std::string bytes(fileBytes, '\0');
   std::uint64_t state = 1;
   for (std::size_t i = 0; i < fileCount; ++i) {
-    for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8) {
-      state = state * 6364136223846793005U + 1442695040888963407U;
-      bytes.replace(at, 8, reinterpret_cast<const char*>(&state), 8);
-    }
+    fillWithNoise(bytes, state);
     const std::string name = fmt::format("IMG_{:05}.HEIC", i);
     std::ofstream{path + "/" + folder + "/" + name, std::ios::binary} << bytes;
     content.entries.push_back({"day/" + name, bytes.size(), Instant{}});
