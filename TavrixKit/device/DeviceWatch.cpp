@@ -8,22 +8,6 @@ namespace {
 
 using State = DeviceState;
 
-/// The phone's state as one that reading met.
-PhoneState stateOf(PhoneError::Kind kind) {
-  switch (kind) {
-    case PhoneError::Kind::locked:
-      return PhoneState::locked;
-    case PhoneError::Kind::trustPending:
-      return PhoneState::trustPending;
-    case PhoneError::Kind::trustDenied:
-      return PhoneState::trustDenied;
-    case PhoneError::Kind::silent:
-      return PhoneState::silent;
-    default:
-      return PhoneState::unreachable;
-  }
-}
-
 /// Takes one event.
 class Step {
  public:
@@ -80,7 +64,7 @@ class Step {
     if (watch().phone) {
       const auto* stays =
           find([&](const auto& each) { return each.deviceID == watch().phone->deviceID; });
-      if (stays != nullptr) return stays;
+      if (stays != nullptr && isWanted(*stays)) return stays;
     }
     return find([&](const auto& each) { return isWanted(each); });
   }
@@ -205,6 +189,12 @@ class Step {
     }
   }
 
+  void on(const DeviceWatch::PhoneLost&) {
+    if (!watch().state.is<State::Ready>()) return;
+    next_.orders.lookAnew = true;
+    become(State::Connecting{name()});
+  }
+
   void on(const DeviceWatch::StopAsked&) {
     if (watch().isReading) stopBecause(State::Stopped::Reason::asked);
   }
@@ -219,6 +209,21 @@ class Step {
 };
 
 }  // namespace
+
+PhoneState stateOf(PhoneError::Kind kind) {
+  switch (kind) {
+    case PhoneError::Kind::locked:
+      return PhoneState::locked;
+    case PhoneError::Kind::trustPending:
+      return PhoneState::trustPending;
+    case PhoneError::Kind::trustDenied:
+      return PhoneState::trustDenied;
+    case PhoneError::Kind::silent:
+      return PhoneState::silent;
+    default:
+      return PhoneState::unreachable;
+  }
+}
 
 std::string deviceNameOf(const PhoneOnCable& phone) {
   return phone.name && !phone.name->empty() ? *phone.name : phone.deviceID;

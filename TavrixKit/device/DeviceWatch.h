@@ -47,11 +47,13 @@ struct DeviceWatch {
     std::uint64_t reading = 0;
     PhoneError::Kind kind = PhoneError::Kind::gone;
   };
+  /// Copying found that there is no way to the phone that was ready.
+  struct PhoneLost {};
   struct StopAsked {};
   /// Reading that was stopped, or failed, shall begin anew.
   struct StartAsked {};
   using Event = std::variant<CableSeen, ItemsFound, MetadataRead, ReadingDone, FolderRefused,
-                             ReadingLost, StopAsked, StartAsked>;
+                             ReadingLost, PhoneLost, StopAsked, StartAsked>;
 
   /// What is to be done about an event.
   struct Orders {
@@ -83,6 +85,9 @@ struct DeviceWatch::Next {
   Orders orders;
   bool isNewState = false;
 };
+
+/// The state of a phone that answered a call so; `unreachable` for one that has gone.
+PhoneState stateOf(PhoneError::Kind kind);
 
 /// The name of a phone for people.
 std::string deviceNameOf(const PhoneOnCable& phone);

@@ -96,6 +96,10 @@ void DeviceWatcher::start() {
 
 void DeviceWatcher::stopReading() { take(DeviceWatch::StopAsked{}); }
 
+void DeviceWatcher::phoneLost() { take(DeviceWatch::PhoneLost{}); }
+
+void DeviceWatcher::setWanted(std::string wanted) { setup_.wanted = std::move(wanted); }
+
 DeviceWatcher::Subscription DeviceWatcher::subscribe(Observer observer) {
   auto subscription = std::make_shared<const Observer>(std::move(observer));
   observers_.push_back(subscription);
@@ -208,6 +212,7 @@ void DeviceWatcher::seen(CableView cable) {
     return;
   }
   cable_ = cable;
+  hasLooked_ = true;
   take(DeviceWatch::CableSeen{std::move(cable)});
   checkUnseen(false);
   lookLater();

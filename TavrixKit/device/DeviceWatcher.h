@@ -58,8 +58,15 @@ class DeviceWatcher {
   void start();
   /// Ends the reading that is under way; the watcher goes on watching.
   void stopReading();
+  /// Copying has lost the phone that was ready: it is asked anew, and read again when it answers.
+  void phoneLost();
+  /// Another choice of the only phone to be read, as in the setup.
+  void setWanted(std::string wanted);
+  const std::string& wanted() const { return setup_.wanted; }
 
   const DeviceState& state() const { return watch_.state; }
+  /// Whether the state tells what is on the cable; not before the first look at it is over.
+  bool hasLooked() const { return hasLooked_; }
   /// A phone is on the bus for 12 s, and the system does not hand it over.
   bool phoneOnCableButUnseen() const { return unseen_.phoneOnCableButUnseen; }
   /// The phones on the cable besides the one that the state is about.
@@ -95,6 +102,7 @@ class DeviceWatcher {
   std::shared_ptr<const bool> life_ = std::make_shared<bool>(true);
   std::vector<std::weak_ptr<const Observer>> observers_;
   bool isStarted_ = false;
+  bool hasLooked_ = false;
 
   DeviceWatch watch_;
   UnseenPhoneCheck unseen_;

@@ -2,6 +2,7 @@
 
 #include "cli/PhoneSentences.h"
 #include "cli/SourceSentences.h"
+#include "device/DeviceWatch.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 
@@ -31,21 +32,20 @@ constexpr Sentence<> unseen{"iPhone подключён, но macOS его не �
 struct Teller {
   Language language;
 
-  /// With the promise to carry on.
-  std::string waits(const std::string& obstacle) const {
-    return obstacle + say(language, words::carryOnByMyself);
+  std::string waits(const std::string& obstacle) const { return waitingText(language, obstacle); }
+  std::string waits(const std::string& deviceName, PhoneState state) const {
+    return waits(obstacleText(language, deviceName, state));
   }
 
   std::string operator()(const State::Waiting&) const {
     return waits(say(language, words::noPhone));
   }
   std::string operator()(const State::Locked& state) const {
-    return waits(say(language, words::phoneLocked, printable(state.deviceName)));
+    return waits(state.deviceName, PhoneState::locked);
   }
   std::string operator()(const State::Connecting& state) const {
-    const std::string name = printable(state.deviceName);
-    if (!state.awaitsTrust) return say(language, connecting, name);
-    return waits(say(language, words::phoneTrustPending, name));
+    if (state.awaitsTrust) return waits(state.deviceName, PhoneState::trustPending);
+    return say(language, connecting, printable(state.deviceName));
   }
   std::string operator()(const State::Enumerating& state) const {
     const std::string name = printable(state.deviceName);
@@ -63,24 +63,52 @@ struct Teller {
   }
   std::string operator()(const State::Ready&) const { return {}; }
   std::string operator()(const State::Failed& state) const {
-    const std::string name = printable(state.deviceName);
     switch (state.reason) {
       case State::Failed::Reason::noService:
         return waits(say(language, words::phoneServiceMissing));
       case State::Failed::Reason::trustDenied:
-        return waits(say(language, words::phoneTrustDenied, name));
+        return waits(state.deviceName, PhoneState::trustDenied);
       case State::Failed::Reason::unreachable:
-        return waits(say(language, words::phoneUnreachable, name));
+        return waits(state.deviceName, PhoneState::unreachable);
       case State::Failed::Reason::silent:
-        return waits(say(language, words::phoneSilent, name));
+        return waits(state.deviceName, PhoneState::silent);
       case State::Failed::Reason::folderRefused:
-        return waits(say(language, folderRefused, name));
+        return waits(say(language, folderRefused, printable(state.deviceName)));
     }
     return {};
   }
 };
 
 }  // namespace
+
+std::string obstacleText(Language language, const std::string& deviceName, PhoneState state) {
+  const std::string name = printable(deviceName);
+  switch (state) {
+    case PhoneState::ready:
+      break;
+    case PhoneState::locked:
+      return say(language, words::phoneLocked, name);
+    case PhoneState::trustPending:
+      return say(language, words::phoneTrustPending, name);
+    case PhoneState::trustDenied:
+      return say(language, words::phoneTrustDenied, name);
+    case PhoneState::unreachable:
+      return say(language, words::phoneUnreachable, name);
+    case PhoneState::silent:
+      return say(language, words::phoneSilent, name);
+  }
+  return {};
+}
+
+std::string lossText(Language language, const std::string& deviceName, PhoneError::Kind kind) {
+  const PhoneState state = stateOf(kind);
+  if (state == PhoneState::unreachable) return say(language, words::phoneGone);
+  return obstacleText(language, deviceName, state);
+}
+
+std::string waitingText(Language language, const std::string& obstacle) {
+  return obstacle + say(language, words::carryOnByMyself);
+}
 
 std::string deviceText(Language language, const DeviceState& state) {
   return std::visit(Teller{language}, state.kind);

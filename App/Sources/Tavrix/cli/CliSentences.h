@@ -267,6 +267,8 @@ inline constexpr Sentence<Text, Text> packingInterrupted{
 inline constexpr Sentence<Text, Text> runInterrupted{
     "Перенос остановлен: {} («{}»); устраните причину и повторите — перенесётся остальное.",
     "The transfer was stopped: {} (“{}”); mend that and run it again to transfer the rest."};
+inline constexpr Sentence<> spaceIsFree{"Место появилось — продолжаю.",
+                                        "There is room again — carrying on."};
 inline constexpr Sentence<> rowCatalogue{"В каталоге", "In the catalogue"};
 inline constexpr Sentence<> rowWithoutPicture{"не вошли: их снимка нет на телефоне",
                                               "left out: their picture is not on the phone"};

@@ -20,9 +20,7 @@ struct SourceFindings {
   /// The folder that stands for a phone, or that there is none; empty until somebody has looked. A
   /// source that is unplugged meanwhile stays what it was.
   std::optional<std::optional<std::string>> cameraFolder;
-  std::uint64_t unreadFolders = 0;  ///< whose files are missing from the catalogue
-  /// How often copying waited for the phone. To be read when no copying is under way.
-  std::uint64_t phoneWaits = 0;
+  std::uint64_t unreadFolders = 0;    ///< whose files are missing from the catalogue
   std::optional<PhoneOnCable> phone;  ///< of a source on the cable, once it was looked for
 };
 

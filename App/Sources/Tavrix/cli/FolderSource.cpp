@@ -167,11 +167,16 @@ std::vector<SnapshotItem> readWithMetadata(const CommandContext& context,
         say(context.language(),
             catalogue.isKept ? sentences::readingStopped : sentences::readingStoppedUnkept)};
   }
+  tellReading(context, catalogue, place);
+  return std::move(catalogue.items);
+}
+
+void tellReading(const CommandContext& context, const FolderCatalogue& catalogue,
+                 const std::string& place) {
   tellLeftOut(context, catalogue);
   context.source.unreadFolders = catalogue.unreadFolders();
   writeLog(context.log, "folder read: items={}, left out={}, source={}", catalogue.items.size(),
            catalogue.leftOut.size(), PrivateField{place});
-  return std::move(catalogue.items);
 }
 
 }  // namespace tavrix::cli

@@ -33,6 +33,11 @@ std::vector<SnapshotItem> readWithMetadata(
     const CommandContext& context, const std::string& phoneKey, const std::string& place,
     const std::function<FolderCatalogue(MetadataPass::Setup, const std::stop_token&)>& read);
 
+/// Tells on standard error what a reading left out, and counts the folders that could not be read
+/// in the call's findings. `place` is for the log.
+void tellReading(const CommandContext& context, const FolderCatalogue& catalogue,
+                 const std::string& place);
+
 /// The state folder of a call; nothing when the environment does not tell.
 std::optional<std::string> stateFolder(const CommandContext& context);
 

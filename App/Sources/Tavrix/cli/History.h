@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "RunRecording.h"
 #include "cli/Commands.h"
 #include "history/HistoryStore.h"
 
@@ -27,10 +26,9 @@ class History {
   HistoryStore store_;
 };
 
-/// Writes the record of a run, whose number and destination are set; a later one of the same run
-/// replaces it. Of a run that has ended, standard error tells when that did not work. Whether there
-/// is a record now.
-bool writeRecord(const CommandContext& context, const RunToRecord& run);
+/// Writes the record of a run; a later one of the same run replaces it. Nothing when there is a
+/// record now, otherwise the sentence that says why there is none.
+std::optional<std::string> writeRecord(const CommandContext& context, const TransferRecord& record);
 
 /// The path as records name it, whatever the working folder is.
 std::string absolutePath(const std::string& path);

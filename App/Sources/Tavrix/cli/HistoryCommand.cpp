@@ -163,20 +163,20 @@ ExitStatus showHistory(const CommandContext& context) {
   return ExitStatus::done;
 }
 
-bool writeRecord(const CommandContext& context, const RunToRecord& run) {
-  const auto tell = [&](const std::string& sentence) {
+std::optional<std::string> writeRecord(const CommandContext& context,
+                                       const TransferRecord& record) {
+  const auto fail = [&](const std::string& sentence) {
     writeLog(context.log, "history: the record was not written: {}", PrivateField{sentence});
-    if (!run.isUnderWay) context.surroundings.err.write("tavrix: " + sentence + '\n');
-    return false;
+    return sentence;
   };
   try {
-    History::create(context).store().add(recordOf(run));
-    return true;
+    History::create(context).store().add(record);
+    return std::nullopt;
   } catch (const FileError& error) {
-    return tell(say(context.language(), sentences::historyNotWritten, printable(error.path()),
+    return fail(say(context.language(), sentences::historyNotWritten, printable(error.path()),
                     tavrix::sentences::systemErrorText(context.language(), error.code())));
   } catch (const CommandFailure& failure) {
-    return tell(failure.sentence());
+    return fail(failure.sentence());
   }
 }
 

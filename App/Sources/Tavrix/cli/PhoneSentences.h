@@ -12,7 +12,7 @@ namespace tavrix::cli::sentences {
 inline constexpr Sentence<> noPhone{"iPhone не подключён. Подключите его кабелем и разблокируйте",
                                     "No iPhone is connected. Connect it by cable and unlock it"};
 inline constexpr Sentence<> phoneGone{"iPhone отключён. Подключите кабель",
-                                      "The iPhone was disconnected. Plug the cable in"};
+                                      "The iPhone is disconnected. Plug the cable in"};
 inline constexpr Sentence<std::string> phoneNotThere{
     "iPhone {} не подключён. Подключите его кабелем и разблокируйте",
     "The iPhone {} is not connected. Connect it by cable and unlock it"};
@@ -48,9 +48,13 @@ inline constexpr Sentence<> tryAgain{", затем повторите коман
 
 inline constexpr Sentence<> phoneIsBack{"iPhone снова на связи — продолжаю.",
                                         "The iPhone is back — carrying on."};
+inline constexpr Sentence<std::string, std::string> otherPhoneCame{
+    "Подключён другой iPhone: {}. Перенос ждёт iPhone «{}».",
+    "Another iPhone was connected: {}. The transfer waits for the iPhone “{}”."};
 inline constexpr Sentence<> waitingStopped{
-    "Ожидание айфона прервано. Повторите команду, когда он будет подключён.",
-    "Waiting for the iPhone was stopped. Run the command again when it is connected."};
+    "Ожидание айфона прервано. Ничего не скопировано; повторите команду, когда он будет готов.",
+    "Waiting for the iPhone was stopped. Nothing was copied; run the command again when it is "
+    "ready."};
 inline constexpr Sentence<std::string, std::string> otherPhones{
     "Взят iPhone «{}». На кабеле есть и другие: {}; чтобы взять другой, укажите его: phone:НОМЕР.",
     "The iPhone “{}” is taken. There are others on the cable: {}; to take another one, name it: "

@@ -55,11 +55,13 @@ void checkMedia(const CommandContext& context) {
                                                 printable(mediaFolder(context)))};
 }
 
+std::optional<std::string> givenDeviceName(const CommandContext& context) {
+  if (context.call.deviceName) return context.call.deviceName;
+  return variable(context.surroundings.environment, "DEMO_DEVICE_NAME");
+}
+
 std::string deviceName(const CommandContext& context) {
-  if (context.call.deviceName) return *context.call.deviceName;
-  if (const auto name = variable(context.surroundings.environment, "DEMO_DEVICE_NAME")) {
-    return *name;
-  }
+  if (const auto name = givenDeviceName(context)) return *name;
   const bool isOnCable = isPhone(context.call.source());
   return isOnCable ? chosenPhone(context).name.value_or("iPhone") : "iPhone";
 }
@@ -68,8 +70,7 @@ PhoneIdentity phoneOf(const CommandContext& context) {
   if (isPhone(context.call.source())) {
     return identityOf(chosenPhone(context), deviceName(context));
   }
-  const bool isNamed = context.call.deviceName ||
-                       variable(context.surroundings.environment, "DEMO_DEVICE_NAME").has_value();
+  const bool isNamed = givenDeviceName(context).has_value();
   const auto& folder = cameraFolder(context);
   return folder && !isNamed ? folderPhone(*folder, deviceName(context))
                             : snapshotPhone(deviceName(context));
@@ -80,6 +81,19 @@ std::unique_ptr<MediaSource> openMedia(const CommandContext& context) {
   if (const auto& folder = cameraFolder(context))
     return std::make_unique<FolderMediaSource>(*folder);
   return std::make_unique<LocalMediaSource>(mediaFolder(context));
+}
+
+ConnectedSource connectedSource(const CommandContext& context) {
+  auto assets = readCatalogue(context);
+  return {.deviceName = deviceName(context),
+          .phone = phoneOf(context),
+          .assets = std::move(assets),
+          .unreadFolders = context.source.unreadFolders,
+          .openMedia = [&context](const AwaitPhone&,
+                                  const std::stop_token&) { return openMedia(context); },
+          .checkDestination =
+              [&context](const std::string& destination) { checkApart(context, destination); },
+          .checkMedia = [&context] { checkMedia(context); }};
 }
 
 void checkApart(const CommandContext& context, const std::string& destination) {
@@ -116,7 +130,7 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   if (snapshotOut) checkCatalogueFolder(context, *snapshotOut);
   if (isPhone(context.call.source()) || cameraFolder(context)) {
     const auto items = readItems(context);
-    if (snapshotOut) writeItems(items, *snapshotOut);
+    keepSnapshot(context, items);
     return Snapshot::assetsOf(items, context.settings.timeZone);
   }
   auto assets = readSnapshot(context, [&](ByteReader& file) {
@@ -124,8 +138,13 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   });
   writeLog(context.log, "snapshot read: items={}, source={}", assets.size(),
            PrivateField{context.call.source()});
-  if (snapshotOut) writeItems(readItems(context), *snapshotOut);
+  if (snapshotOut) keepSnapshot(context, readItems(context));
   return assets;
+}
+
+void keepSnapshot(const CommandContext& context, const std::vector<SnapshotItem>& items) {
+  const auto folder = variable(context.surroundings.environment, "SNAPSHOT_OUT");
+  if (folder) writeItems(items, *folder);
 }
 
 Library readLibrary(const CommandContext& context, PlaceNaming* naming) {

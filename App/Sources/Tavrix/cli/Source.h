@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "cli/Commands.h"
 #include "media/MediaSource.h"
 #include "media/SnapshotItem.h"
+#include "model/ConnectedSource.h"
 
 namespace tavrix::cli {
 
@@ -31,10 +33,20 @@ void checkApart(const CommandContext& context, const std::string& destination);
 /// folder lies in it.
 void checkCatalogueFolder(const CommandContext& context, const std::string& folder);
 
+/// Writes the entries where the environment asks for the catalogue. Throws DestinationError,
+/// FileError.
+void keepSnapshot(const CommandContext& context, const std::vector<SnapshotItem>& items);
+
+/// The name that the call, or the environment, gives the phone.
+std::optional<std::string> givenDeviceName(const CommandContext& context);
 /// The phone's name (the call's, the environment's, or "iPhone"), and the phone as destinations
 /// remember it.
 std::string deviceName(const CommandContext& context);
 PhoneIdentity phoneOf(const CommandContext& context);
+
+/// The source with its catalogue read, for the application model. What it refers to is the
+/// context's. Throws CommandFailure.
+ConnectedSource connectedSource(const CommandContext& context);
 
 /// Throws CommandFailure when a snapshot's folder of files is not there.
 void checkMedia(const CommandContext& context);

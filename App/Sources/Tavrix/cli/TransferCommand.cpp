@@ -2,22 +2,19 @@
 
 #include <algorithm>
 
-#include "PackedTransfer.h"
-#include "Staging.h"
-#include "TransferJob.h"
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
-#include "cli/History.h"
-#include "cli/KnownCard.h"
+#include "cli/Failures.h"
+#include "cli/FindingsText.h"
+#include "cli/ModelSession.h"
+#include "cli/PhoneSentences.h"
+#include "cli/PhoneSession.h"
 #include "cli/PhoneSource.h"
 #include "cli/PlaceNames.h"
 #include "cli/ProgressBar.h"
-#include "cli/Quotes.h"
 #include "cli/Source.h"
-#include "cli/UnreadableReason.h"
-#include "conversion/ProcessConverter.h"
+#include "foundation/Sentences.h"
 #include "foundation/Text.h"
-#include "transfer/TransferPlanner.h"
 
 namespace tavrix::cli {
 namespace {
@@ -26,158 +23,111 @@ const std::string& destinationPath(const CommandContext& context) {
   return context.call.operands.at(1);
 }
 
-/// What programs read is the same in every language.
-Language writtenLanguage(const CommandContext& context) {
-  return context.call.json ? Language::russian : context.language();
-}
-
-TransferPlan makePlan(const CommandContext& context, const Library& library,
-                      const DestinationView& destination) {
-  std::vector<TransferPlanner::NamedGroup> groups;
-  groups.reserve(library.rows.size());
-  for (const FolderNaming::Row& row : library.rows) groups.push_back({row.name, row.group});
-  TransferPlan plan = TransferPlanner::plan(
-      groups, transferOptions(context.settings, deviceName(context)), destination);
-  writeLog(context.log, "snapshot loaded: assets={}, groups={}, new={}", library.fileCount,
-           library.rows.size(), plan.files.size());
-  return plan;
-}
-
 void warn(const CommandContext& context, const std::string& sentence) {
   context.surroundings.err.write("tavrix: " + sentence + '\n');
 }
 
-/// What lies in such folders is neither known nor written to.
-void tellUnreadable(const CommandContext& context, const DestinationView& view) {
-  const std::vector<UnreadableFolder>& folders = view.unreadableFolders();
-  if (folders.empty()) return;
-  const Language language = context.language();
-  const std::string first = quoted(pathIn(destinationPath(context), folders.front().path));
-  const std::string reason = unreadableReason(language, folders.front().code);
-  warn(context,
-       folders.size() == 1
-           ? say(language, sentences::folderUnreadable, first, reason)
-           : say(language, sentences::foldersUnreadable,
-                 counted(language, folders.size(), tavrix::sentences::folders), first, reason));
+bool isTransferring(const AppState& state) {
+  return std::holds_alternative<app_phase::Transferring>(state.phase);
 }
 
-std::optional<Packing> packingOf(const CommandContext& context) {
-  return tavrix::packingOf(context.settings, deviceName(context),
-                           context.settings.timeZone.dateAt(context.surroundings.now()));
-}
-
-/// Bytes that a run writes at most at one time: files that are to be packed lie beside the archive
-/// that is being made of them.
-std::uint64_t neededBytes(const CommandContext& context, const TransferPlan& plan) {
-  std::uint64_t all = 0;
-  for (const PlannedFile& file : plan.files) all += file.asset.sizeBytes();
-  const auto packing = packingOf(context);
-  if (!packing) return all;
-  std::uint64_t largest = 0;
-  for (const PlannedArchive& archive : plannedArchives(plan, *packing)) {
-    std::uint64_t bytes = 0;
-    for (const std::size_t index : archive.files) bytes += plan.files[index].asset.sizeBytes();
-    largest = std::max(largest, bytes);
+/// A transfer by the model, told on standard error while it goes on.
+class TransferSession {
+ public:
+  TransferSession(const CommandContext& context, PlaceNaming* naming)
+      : context_(context), session_(context, naming) {
+    subscription_ = model().subscribe(
+        [this](const AppState& before, const AppState& after) { follow(before, after); });
   }
-  return all + largest;
-}
 
-/// What has to hold before the first byte is written.
-void checkBeforeRun(const CommandContext& context, const TransferPlan& plan,
-                    const Folder& destination) {
-  if (plan.files.empty()) return;
-  checkMedia(context);
-  const std::uint64_t needed = neededBytes(context, plan);
-  const std::uint64_t available = destination.freeBytes();
-  if (needed <= available) return;
-  warn(context,
-       say(context.language(),
-           packingOf(context) ? sentences::packingSpaceHint : sentences::spaceHint,
-           bytesText(context.language(), needed), bytesText(context.language(), available)));
-}
+  AppModel& model() { return session_.model(); }
+  const std::optional<std::string>& recordFailure() const { return session_.recordFailure(); }
 
-template <typename Job>
-TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Job job) {
-  const Surroundings& surroundings = context.surroundings;
-  const auto source = openMedia(context);
-  if (!surroundings.errColumns) return job.run(plan, *source, {}, surroundings.catchInterrupts());
-  ProgressBar bar{surroundings.err, *surroundings.errColumns, context.language()};
-  return job.run(
-      plan, *source,
-      [&](const TransferProgressSnapshot& progress) {
-        bar.show(progress, std::chrono::steady_clock::now());
-      },
-      surroundings.catchInterrupts());
-}
+  /// Returns when the run has ended. Throws what stops it before its first byte.
+  const RunInProgress& carryOut() {
+    if (isPhone(context_.call.source())) {
+      heedInterrupts();
+      phone_.emplace(session_);
+    }
+    // A phone that goes before anything began is waited for again.
+    do {
+      open();
+      model().startTransfer();
+      session_.runUntil([this] { return hasEnded(); });
+      if (const auto& failure = model().startFailure()) std::rethrow_exception(failure);
+      if (isGivenUp_) {
+        throw CommandFailure{ExitStatus::cancelled,
+                             say(context_.language(), sentences::runCancelled)};
+      }
+    } while (model().run() == nullptr);
+    bar_.reset();
+    return *model().run();
+  }
 
-TransferOutcome runUnpacked(const CommandContext& context, const TransferPlan& plan,
-                            Folder& destination, Destination::Content content,
-                            MediaConverter* converter) {
-  TransferJob::Setup setup;
-  setup.converter = converter;
-  setup.phone = phoneOf(context);
-  setup.language = writtenLanguage(context);
-  setup.log = &context.log;
-  setup.now = context.surroundings.now;
-  return run(context, plan, TransferJob{std::move(setup), destination, std::move(content)});
-}
+ private:
+  void open() {
+    if (!phone_) return session_.open();
+    phone_->connect(stop_);
+    session_.openDestination();
+  }
+  /// The run, or the attempt to begin one.
+  bool hasEnded() {
+    const RunInProgress* const run = model().run();
+    if (run != nullptr) return run->stage == RunInProgress::Stage::ended;
+    return model().startFailure() || model().state().transferBlocker || isGivenUp_;
+  }
 
-/// Writes on a line of its own, where a bar may stand, why the run waits.
-void tellPause(const CommandContext& context, const std::optional<std::string>& reason) {
-  if (!reason) return;
-  const bool mayHaveBar = context.surroundings.errColumns.has_value();
-  context.surroundings.err.write((mayHaveBar ? "\r\x1b[Ktavrix: " : "tavrix: ") + *reason + '\n');
-}
+  void heedInterrupts() {
+    if (onStop_) return;
+    stop_ = context_.surroundings.catchInterrupts();
+    onStop_.emplace(stop_, [this] {
+      session_.loop().post([this] {
+        if (phone_) phone_->interrupted();
+        isGivenUp_ = model().run() == nullptr;
+        model().cancelTransfer();
+      });
+    });
+  }
 
-TransferOutcome runPacked(const CommandContext& context, const TransferPlan& plan,
-                          Folder& destination, Destination::Content content,
-                          MediaConverter* converter) {
-  PackedTransfer::Setup setup;
-  setup.converter = converter;
-  setup.phone = phoneOf(context);
-  setup.packing = packingOf(context).value();
-  setup.zone = context.settings.timeZone;
-  setup.language = writtenLanguage(context);
-  setup.log = &context.log;
-  setup.now = context.surroundings.now;
-  setup.spaceWait.language = context.language();
-  setup.spaceWait.paused = [&](const auto& reason) { tellPause(context, reason); };
-  return run(context, plan, PackedTransfer{std::move(setup), destination, std::move(content)});
-}
+  void follow(const AppState& before, const AppState& after) {
+    if (!isTransferring(before) && isTransferring(after)) begin();
+    if (isTransferring(before) && !isTransferring(after)) session_.end();
+    if (before.transferPausedReason != after.transferPausedReason) followPause(after);
+    if (after.progress && before.progress != after.progress) show(*after.progress);
+  }
 
-/// Clears away what a killed run left and does the run.
-TransferOutcome run(const CommandContext& context, const TransferPlan& plan, Folder& destination,
-                    Destination::Content content) {
-  auto rescued = Staging::settleLeftOvers(destination, content.view.filesOnDisk(), plan);
-  std::optional<ProcessConverter> process;
-  const auto& program = context.surroundings.conversionProgram;
-  if (program) process.emplace(*program);
-  MediaConverter* const converter = process ? &*process : nullptr;
-  const auto carryOut = packingOf(context) ? runPacked : runUnpacked;
-  TransferOutcome outcome = carryOut(context, plan, destination, std::move(content), converter);
-  outcome.rescuedFiles = std::move(rescued);
-  return outcome;
-}
+  void begin() {
+    const RunInProgress& run = *model().run();
+    tellFindings(context_, run.findings);
+    tellSpace(context_, run.findings);
+    const auto& columns = context_.surroundings.errColumns;
+    if (columns) bar_.emplace(context_.surroundings.err, *columns, context_.language());
+    heedInterrupts();
+    if (stop_.stop_requested()) model().cancelTransfer();
+  }
 
-/// The run as it stands before its first byte.
-RunToRecord runToRecord(const CommandContext& context, const Library& library,
-                        const TransferPlan& plan) {
-  const Instant now = context.surroundings.now();
-  TransferOutcome outcome;
-  outcome.status = TransferRecord::Status::interrupted;
-  return {.library = library,
-          .settings = context.settings,
-          .plan = plan,
-          .outcome = std::move(outcome),
-          .phone = phoneOf(context),
-          .destinationPath = absolutePath(destinationPath(context)),
-          .systemLocaleID = context.surroundings.systemLocaleID,
-          .language = writtenLanguage(context),
-          .id = context.surroundings.newID(),
-          .startedAt = now,
-          .finishedAt = now,
-          .isUnderWay = true};
-}
+  void followPause(const AppState& state) {
+    if (state.transferPausedReason) return session_.tell(*state.transferPausedReason);
+    // The pause may have ended with the run.
+    if (!isTransferring(state) || model().run()->isCancelled) return;
+    const bool wasPhone = model().run()->stage == RunInProgress::Stage::pausedForPhone;
+    session_.tell(
+        say(context_.language(), wasPhone ? sentences::phoneIsBack : sentences::spaceIsFree));
+  }
+
+  void show(const TransferProgressSnapshot& progress) {
+    if (bar_) bar_->show(progress, std::chrono::steady_clock::now());
+  }
+
+  const CommandContext& context_;
+  ModelSession session_;
+  std::optional<PhoneSession> phone_;
+  std::optional<ProgressBar> bar_;
+  AppModel::Subscription subscription_;
+  bool isGivenUp_ = false;  ///< before anything began
+  std::stop_token stop_;
+  std::optional<std::stop_callback<std::function<void()>>> onStop_;
+};
 
 ExitStatus statusOf(const TransferOutcome& outcome) {
   switch (outcome.status) {
@@ -193,22 +143,16 @@ ExitStatus statusOf(const TransferOutcome& outcome) {
   return ExitStatus::stopped;
 }
 
-/// A run that saw only a part of its source has not completed.
-TransferOutcome withUnread(const CommandContext& context, TransferOutcome outcome) {
-  outcome.unreadFolders = context.source.unreadFolders;
-  outcome.phoneWaits = context.source.phoneWaits;
-  if (outcome.unreadFolders > 0 && outcome.status == TransferRecord::Status::completed) {
-    outcome.status = TransferRecord::Status::completedWithFailures;
-  }
-  return outcome;
-}
-
 /// Tells on standard error how a run ended that did not end by itself.
-void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
+void tellEnd(const CommandContext& context, const RunInProgress& run) {
   const Language language = context.language();
+  const TransferOutcome& outcome = run.outcome;
   if (outcome.status == TransferRecord::Status::cancelled) {
     warn(context,
          say(language, outcome.isPacked ? sentences::packingCancelled : sentences::runCancelled));
+  }
+  if (run.failure) {
+    warn(context, failureOf(language, destinationPath(context), run.failure).sentence());
   }
   if (outcome.interruption) {
     warn(context,
@@ -225,54 +169,45 @@ void tellEnd(const CommandContext& context, const TransferOutcome& outcome) {
 }  // namespace
 
 ExitStatus showPlan(const CommandContext& context) {
-  const auto naming = placeNaming(context);
-  const Library library = readLibrary(context, naming.get());
-  const auto destination = Destination::openExisting(destinationPath(context));
   checkApart(context, destinationPath(context));
-  Destination::Content content;
-  const DestinationView& view = content.view;
+  const auto naming = placeNaming(context);
+  ModelSession session{context, naming.get()};
+  session.open();
+  const AppModel& model = session.model();
+  if (const auto& failure = model.destinationFailure()) std::rethrow_exception(failure);
+  const TransferPlan& plan = *model.plan().plan;
+  const auto packing = packingOf(context.settings, deviceName(context),
+                                 context.settings.timeZone.dateAt(context.surroundings.now()));
   std::optional<std::uint64_t> freeBytes;
-  if (destination != nullptr) {
-    content = Destination::read(*destination, phoneOf(context));
-    freeBytes = destination->freeBytes();
-    tellUnreadable(context, view);
+  const auto folder = Destination::openExisting(destinationPath(context));
+  const auto& content = model.plan().destination;
+  if (folder && content) {
+    const RunFindings findings = findingsOf(plan, packing, *folder, *content, phoneOf(context));
+    tellFindings(context, findings);
+    freeBytes = findings.freeBytes;
   }
-  const TransferPlan plan = makePlan(context, library, view);
-  tellKnownCard(context, content.marker, plan);
   const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
-  context.printer.plan({library, plan, destinationPath(context), isFlat, freeBytes,
-                        neededBytes(context, plan), packingOf(context).has_value()});
+  context.printer.plan({*model.library(), plan, destinationPath(context), isFlat, freeBytes,
+                        neededBytes(plan, packing), packing.has_value()});
   return ExitStatus::done;
 }
 
 ExitStatus transfer(const CommandContext& context) {
   checkApart(context, destinationPath(context));
   const auto naming = placeNaming(context);
-  const Library library = readLibrary(context, naming.get());
-  const auto destination = Destination::openForWriting(destinationPath(context));
-  Destination::Content content = Destination::read(*destination, phoneOf(context));
-  const TransferPlan plan = makePlan(context, library, content.view);
-  tellUnreadable(context, content.view);
-  tellKnownCard(context, content.marker, plan);
-  checkBeforeRun(context, plan, *destination);
-  RunToRecord record = runToRecord(context, library, plan);
-  record.placeNaming = naming.get();
-  if (!plan.files.empty()) writeRecord(context, record);
-  const TransferOutcome outcome =
-      withUnread(context, run(context, plan, *destination, std::move(content)));
-  tellEnd(context, outcome);
-  record.outcome = outcome;
-  record.finishedAt = context.surroundings.now();
-  record.isUnderWay = false;
-  const auto recordID = writeRecord(context, record) ? std::optional{record.id} : std::nullopt;
+  TransferSession session{context, naming.get()};
+  const RunInProgress& run = session.carryOut();
+  tellEnd(context, run);
+  if (const auto& failure = session.recordFailure()) warn(context, *failure);
   if (naming) naming->save();
   try {
-    context.printer.transfer({library, plan, destinationPath(context), outcome, recordID});
+    context.printer.transfer({*run.library, *run.plan, destinationPath(context), run.outcome,
+                              session.model().state().lastRecordID});
   } catch (const OutputClosed&) {
     // The run is over, and its status stands, whoever reads of it.
-    return statusOf(outcome);
+    return statusOf(run.outcome);
   }
-  return statusOf(outcome);
+  return statusOf(run.outcome);
 }
 
 }  // namespace tavrix::cli

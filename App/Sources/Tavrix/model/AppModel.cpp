@@ -326,16 +326,18 @@ void AppModel::refreshDestination() {
   destinationIndex_.request([this, life = std::weak_ptr{life_}, path = state_.destination, phone,
                              open = services_.openExisting]() -> CoalescedWork::Apply {
     std::shared_ptr<const Destination::Content> content;
+    std::exception_ptr failure;
     try {
       const auto folder = !path ? nullptr : open ? open(*path) : Destination::openExisting(*path);
       if (folder) {
         content = std::make_shared<const Destination::Content>(Destination::read(*folder, phone));
       }
     } catch (const std::exception&) {
-      // What is wrong with it is told when a run wants it.
+      failure = std::current_exception();
     }
-    return [this, life, content] {
+    return [this, life, content, failure] {
       if (!life.lock()) return;
+      destinationFailure_ = failure;
       services_.background([old = std::exchange(destination_, content)] {});
       requestDisplay();
     };

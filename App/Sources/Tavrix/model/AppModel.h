@@ -29,15 +29,16 @@ class AppModel {
     Background transferring;  ///< copies
     std::function<Instant()> now;
     std::function<Uuid()> newID;
-    Log* log = nullptr;                     ///< silent without one
-    Language language = Language::russian;  ///< of sentences in the state, reports and records
+    Log* log = nullptr;                            ///< silent without one
+    Language language = Language::russian;         ///< of sentences in the state
+    Language writtenLanguage = Language::russian;  ///< of reports and records
     std::string systemLocaleID = "ru_RU";
     PlaceNaming* placeNaming = nullptr;   ///< without one places have no names
     MediaConverter* converter = nullptr;  ///< without one files are kept as they are
     bool wantsReasons = false;            ///< whether to tell why folders were cut where they were
     /// Writes a record of the history; whether it is there now. Called in the background. Without
     /// one nothing is recorded.
-    std::function<bool(const TransferRecord&)> keepRecord{};
+    std::function<bool(TransferRecord)> keepRecord{};
     /// Opens the folders of destinations; those of the disk without others.
     std::function<std::unique_ptr<Folder>(const std::string&)> openForWriting{};
     std::function<std::unique_ptr<Folder>(const std::string&)> openExisting{};
@@ -59,11 +60,19 @@ class AppModel {
   bool isSettled() const;
   /// What the folders on screen were made of; null before the first.
   const std::shared_ptr<const Library>& library() const { return library_; }
+  /// What a transfer of all folders would write, for the display on screen.
+  const PlanOfAll& plan() const { return planned_; }
+  /// Why nothing is known of the destination that is chosen; null where that is no failure.
+  const std::exception_ptr& destinationFailure() const { return destinationFailure_; }
 
   /// A phone has been read, or what stands for one.
   void sourceReady(ConnectedSource source, DataOrigin origin);
   /// It went, or its reading was stopped.
   void sourceGone();
+  /// It is there, but cannot be used for now.
+  void sourceOutOfReach() { isSourcePresent_ = false; }
+  /// Whether there is a phone to transfer from.
+  bool hasSource() const { return source_ && isSourcePresent_; }
 
   void changeSettings(Settings settings);
   /// Groups shown as one from now on, in the present mode; the new folder is highlighted.
@@ -124,12 +133,11 @@ class AppModel {
   void block(TransferBlocker blocker);
   void prepare();
   void land(const std::shared_ptr<Prepared>& prepared);
-  void beginRun(HeldDestination destination, const std::shared_ptr<const TransferPlan>& plan,
-                std::vector<FolderNaming::Row> rows);
+  void beginRun(Prepared& prepared);
   void startLeg(HeldDestination destination);
   void showProgress();
   void landLeg(LegEnd end);
-  void pauseForPhone();
+  void pauseForPhone(PhoneError::Kind kind);
   void pauseForSpace();
   void landSpace(std::optional<std::uint64_t> free, std::uint64_t needed);
   void resume();
@@ -154,6 +162,7 @@ class AppModel {
   std::shared_ptr<const Library> library_;
   std::shared_ptr<const LibraryFacts> facts_;
   std::shared_ptr<const Destination::Content> destination_;
+  std::exception_ptr destinationFailure_;
   PlanOfAll planned_;
   CoalescedWork grouping_;
   CoalescedWork display_;

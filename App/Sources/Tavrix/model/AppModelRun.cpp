@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "DeviceText.h"
 #include "PlanSummary.h"
 #include "RunSentences.h"
 #include "model/AppModel.h"
@@ -76,6 +77,7 @@ struct AppModel::Prepared {
   std::vector<FolderNaming::Row> rows;
   HeldDestination destination;
   std::shared_ptr<const TransferPlan> plan;
+  RunFindings findings;
   std::exception_ptr failure;
 };
 
@@ -124,7 +126,7 @@ void AppModel::block(TransferBlocker blocker) {
 
 void AppModel::proceedWithStart() {
   if (isPreparing_) return;
-  if (!source_ || !isSourcePresent_) return block(TransferBlocker::noDevice);
+  if (!hasSource()) return block(TransferBlocker::noDevice);
   if (!state_.destination) return block(TransferBlocker::noDestination);
   if (isSettled()) prepare();  // else when the display lands
 }
@@ -139,6 +141,8 @@ void AppModel::prepare() {
   services_.transferring([this, life = std::weak_ptr{life_}, prepared, &loop = services_.loop,
                           path = *state_.destination, source = *source_,
                           options = transferOptions(*state_.settings, source_->deviceName),
+                          packing = packingOf(*state_.settings, source_->deviceName,
+                                              state_.settings->timeZone.dateAt(services_.now())),
                           openForWriting = services_.openForWriting] {
     try {
       if (source.checkDestination) source.checkDestination(path);
@@ -148,6 +152,9 @@ void AppModel::prepare() {
       destination.content = Destination::read(*destination.folder, source.phone);
       prepared->plan = std::make_shared<const TransferPlan>(
           planOf(prepared->rows, options, destination.content.view));
+      if (source.checkMedia && !prepared->plan->files.empty()) source.checkMedia();
+      prepared->findings = findingsOf(*prepared->plan, packing, *destination.folder,
+                                      destination.content, source.phone);
     } catch (...) {
       prepared->failure = std::current_exception();
     }
@@ -166,7 +173,7 @@ void AppModel::land(const std::shared_ptr<Prepared>& prepared) {
     // Observers learn of it by a change that changes nothing they see.
     return change([](AppState&) {});
   }
-  const bool isChecked = isSettled() && source_ && isSourcePresent_;
+  const bool isChecked = isSettled() && hasSource();
   if (!isChecked) {
     // Something was chosen otherwise meanwhile: what is shown now is what is transferred.
     start_ = start;
@@ -181,12 +188,12 @@ void AppModel::land(const std::shared_ptr<Prepared>& prepared) {
   if (asks) {
     return change([](AppState& state) { state.optimizedConfirmPresented = true; });
   }
-  beginRun(std::move(prepared->destination), prepared->plan, std::move(prepared->rows));
+  beginRun(*prepared);
 }
 
-void AppModel::beginRun(HeldDestination destination,
-                        const std::shared_ptr<const TransferPlan>& plan,
-                        std::vector<FolderNaming::Row> rows) {
+void AppModel::beginRun(Prepared& prepared) {
+  const auto& plan = prepared.plan;
+  auto& rows = prepared.rows;
   run_ = std::make_unique<RunInProgress>();
   run_->id = services_.newID();
   run_->startedAt = run_->finishedAt = services_.now();
@@ -196,6 +203,7 @@ void AppModel::beginRun(HeldDestination destination,
   run_->unchecked = idsOutside(state_.displayGroups, rows);
   run_->unchecked.insert(state_.excludedKeys->begin(), state_.excludedKeys->end());
   run_->plan = plan;
+  run_->findings = std::move(prepared.findings);
   run_->optimizedSkipped = state_.settings->skipOptimized ? state_.optimizedCount : 0;
   change([&](AppState& state) {
     state.phase = app_phase::Transferring{};
@@ -210,7 +218,7 @@ void AppModel::beginRun(HeldDestination destination,
   Library chosen = *library_;
   chosen.rows = std::move(rows);
   run_->library = std::make_shared<const Library>(std::move(chosen));
-  startLeg(std::move(destination));
+  startLeg(std::move(prepared.destination));
 }
 
 std::function<bool()> AppModel::recordTask(bool isUnderWay) const {
@@ -221,7 +229,7 @@ std::function<bool()> AppModel::recordTask(bool isUnderWay) const {
   return [keep = services_.keepRecord, naming = services_.placeNaming, library = run.library,
           settings = std::make_shared<const Settings>(run.settings), plan = run.plan,
           outcome = std::move(outcome), phone = run.source.phone, destination = run.destination,
-          localeID = services_.systemLocaleID, language = services_.language, id = run.id,
+          localeID = services_.systemLocaleID, language = services_.writtenLanguage, id = run.id,
           startedAt = run.startedAt, finishedAt = run.finishedAt, unchecked = run.unchecked,
           isUnderWay] {
     return keep(recordOf({.library = *library,
@@ -242,18 +250,25 @@ std::function<bool()> AppModel::recordTask(bool isUnderWay) const {
 }
 
 void AppModel::startLeg(HeldDestination destination) {
-  const bool isFirst = run_->outcome.report.files.empty() && run_->stage == Stage::running;
+  const bool isFirst = run_->stage == Stage::running;
   run_->stage = Stage::running;
   auto leg = std::make_shared<TransferLeg>();
   const auto slot = std::make_shared<ProgressSlot>();
   progressSlot_ = slot;
   leg->setup.phone = run_->source.phone;
   leg->setup.converter = services_.converter;
-  leg->setup.language = services_.language;
+  leg->setup.language = services_.writtenLanguage;
   leg->setup.log = services_.log;
   leg->setup.now = services_.now;
   leg->plan = remainingPlan(*run_->plan, run_->outcome.report);
   leg->openMedia = run_->source.openMedia;
+  leg->awaitPhone = [this, life = std::weak_ptr{life_}, slot, gate = run_->gate,
+                     stop = leg->stop.get_token(), &loop = services_.loop](PhoneError::Kind kind) {
+    loop.post([this, life, slot, kind] {
+      if (life.lock() && slot == progressSlot_) pauseForPhone(kind);
+    });
+    return gate->wait(stop);
+  };
   leg->destination = std::move(destination);
   leg->zone = run_->settings.timeZone;
   leg->packing =
@@ -274,6 +289,7 @@ void AppModel::startLeg(HeldDestination destination) {
       if (life.lock() && slot == progressSlot_) showProgress();
     });
   };
+  if (run_->isCancelled) leg->stop.request_stop();
   run_->leg = leg;
   // Should the program not live to the end, the run has its record all the same.
   auto record = isFirst && !leg->plan.files.empty() ? recordTask(true) : nullptr;
@@ -300,29 +316,32 @@ void AppModel::showProgress() {
 }
 
 void AppModel::landLeg(LegEnd end) {
-  const bool isCancelled = run_->leg->stop.stop_requested();
   run_->leg.reset();
   progressSlot_.reset();
   TransferOutcome& outcome = run_->outcome;
   outcome = joined(std::move(outcome), std::move(end.outcome), *run_->plan);
   run_->failure = end.failure;
-  if (isCancelled) {
+  if (run_->isCancelled) {
     outcome.status = TransferRecord::Status::cancelled;
     return endRun();
   }
-  if (end.isPhoneLost) return pauseForPhone();
+  if (end.isPhoneLost) return pauseForPhone(PhoneError::Kind::gone);
   if (isOutOfSpace(outcome)) return pauseForSpace();
   if (end.failure) outcome.status = TransferRecord::Status::interrupted;
   endRun();
 }
 
-void AppModel::pauseForPhone() {
+void AppModel::pauseForPhone(PhoneError::Kind kind) {
+  if (run_->isCancelled) return;
   run_->stage = Stage::pausedForPhone;
   ++run_->outcome.phoneWaits;
   writeLog(log(), "transfer paused: phone gone");
   change([&](AppState& state) {
-    state.transferPausedReason = say(services_.language, sentences::pausedForPhone);
+    state.transferPausedReason = waitingText(
+        services_.language, lossText(services_.language, run_->source.deviceName, kind));
   });
+  // It is read anew, and then the run goes on.
+  if (run_->source.lost) return run_->source.lost();
   // The watcher may be slower to notice than the reads were, or faster: then it is back already.
   services_.loop.postAfter(phoneRetryInterval, ifAlive([this] {
                              const bool waits = run_ && run_->stage == Stage::pausedForPhone &&
@@ -372,6 +391,12 @@ void AppModel::landSpace(std::optional<std::uint64_t> free, std::uint64_t needed
 
 void AppModel::resume() {
   change([](AppState& state) { state.transferPausedReason = std::nullopt; });
+  if (run_->leg) {
+    run_->stage = Stage::running;
+    run_->gate->open();
+    return;
+  }
+  run_->stage = Stage::resuming;
   auto held = std::make_shared<Prepared>();
   services_.transferring([this, life = std::weak_ptr{life_}, held, &loop = services_.loop,
                           path = run_->destination, phone = run_->source.phone,
@@ -384,7 +409,7 @@ void AppModel::resume() {
       held->failure = std::current_exception();
     }
     loop.post([this, life, held] {
-      if (!life.lock() || !run_ || run_->stage == Stage::ending) return;
+      if (!life.lock() || !run_ || run_->stage != Stage::resuming) return;
       if (!held->failure) return startLeg(std::move(held->destination));
       run_->failure = held->failure;
       run_->outcome.status = TransferRecord::Status::interrupted;
@@ -396,9 +421,12 @@ void AppModel::resume() {
 void AppModel::cancelTransfer() {
   start_ = Start::none;
   if (!run_ || !std::holds_alternative<app_phase::Transferring>(state_.phase)) return;
+  run_->isCancelled = true;
+  const bool isBetweenLegs = run_->stage == Stage::pausedForPhone ||
+                             run_->stage == Stage::pausedForSpace || run_->stage == Stage::resuming;
   if (run_->leg) {
     run_->leg->stop.request_stop();
-  } else if (run_->stage == Stage::pausedForPhone || run_->stage == Stage::pausedForSpace) {
+  } else if (isBetweenLegs) {
     run_->outcome.status = TransferRecord::Status::cancelled;
     run_->outcome.interruption = std::nullopt;
     endRun();

@@ -2,14 +2,20 @@
 
 #include <functional>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <vector>
 
 #include "Destination.h"
+#include "device/Phones.h"
 #include "foundation/Shared.h"
 #include "media/MediaSource.h"
 
 namespace tavrix {
+
+/// Tells that there is no way to the phone, and waits until it is worth trying again; false when it
+/// is not, because the run is to end. Called by a source, in the middle of a file.
+using AwaitPhone = std::function<bool(PhoneError::Kind)>;
 
 /// A phone, or what stands for one, whose catalogue has been read.
 struct ConnectedSource {
@@ -17,10 +23,16 @@ struct ConnectedSource {
   PhoneIdentity phone;
   Shared<std::vector<MediaAsset>> assets;
   std::uint64_t unreadFolders = 0;  ///< whose files nobody could list
-  /// Opens its files, on a thread other than the main loop's. Throws FileError, SourceError.
-  std::function<std::unique_ptr<MediaSource>()> openMedia;
+  /// Opens its files, on a thread other than the main loop's; a source that waits for its phone
+  /// ends that when it is asked to stop. Throws FileError, SourceError.
+  std::function<std::unique_ptr<MediaSource>(AwaitPhone, std::stop_token)> openMedia;
   /// Throws DestinationError unless a destination and the source lie apart; may be missing.
   std::function<void(const std::string& destination)> checkDestination{};
+  /// Throws what stands in the way of fetching any file at all; may be missing.
+  std::function<void()> checkMedia{};
+  /// Told on the main loop that there is no way to the phone, so that it is looked for; may be
+  /// missing.
+  std::function<void()> lost{};
 };
 
 }  // namespace tavrix

@@ -5,28 +5,48 @@
 
 namespace tavrix {
 
-FollowedDevice::FollowedDevice(AppModel& model, DeviceWatcher& watcher, PhoneBrowser& browser)
-    : model_(model), browser_(browser) {
-  subscription_ =
-      watcher.subscribe({.stateChanged = [this](const DeviceState& state) { follow(state); }});
-  follow(watcher.state());
+FollowedDevice::FollowedDevice(Setup setup)
+    : setup_(std::move(setup)), wanted_(setup_.watcher.wanted()) {
+  watcherSubscription_ = setup_.watcher.subscribe(
+      {.stateChanged = [this](const DeviceState& state) { follow(state); }});
+  modelSubscription_ =
+      setup_.model.subscribe([this](const AppState& before, const AppState& after) {
+        const bool isTransferring = std::holds_alternative<app_phase::Transferring>(after.phase);
+        if (before.phase.index() != after.phase.index()) keepToRun(isTransferring);
+      });
+  follow(setup_.watcher.state());
 }
 
 void FollowedDevice::follow(const DeviceState& state) {
   if (const auto* const ready = state.as<DeviceState::Ready>()) {
-    ConnectedSource source;
-    source.deviceName = ready->deviceName;
-    source.phone = identityOf(ready->phone, ready->deviceName);
-    source.assets = ready->assets;
-    source.unreadFolders = ready->catalogue.unreadFolders();
-    source.openMedia = [&browser = browser_, deviceID = ready->phone.deviceID] {
-      return std::make_unique<CameraMediaSource>(
-          CameraMediaSource::Setup{.browser = browser, .deviceID = deviceID});
-    };
-    model_.sourceReady(std::move(source), data_origin::Device{ready->deviceName});
+    deviceID_ = ready->phone.deviceID;
+    ConnectedSource source = sourceOf(*ready);
+    auto origin = data_origin::Device{source.deviceName};
+    setup_.model.sourceReady(std::move(source), std::move(origin));
   } else if (state.is<DeviceState::Stopped>() || state.is<DeviceState::Waiting>()) {
-    model_.sourceGone();
+    setup_.model.sourceGone();
+  } else {
+    setup_.model.sourceOutOfReach();
   }
+}
+
+ConnectedSource FollowedDevice::sourceOf(const DeviceState::Ready& ready) const {
+  ConnectedSource source;
+  source.deviceName = setup_.deviceName.value_or(ready.deviceName);
+  source.phone = identityOf(ready.phone, source.deviceName);
+  source.assets = ready.assets;
+  source.unreadFolders = ready.catalogue.unreadFolders();
+  source.openMedia = [&browser = setup_.browser, deviceID = ready.phone.deviceID](
+                         AwaitPhone awaitPhone, std::stop_token stop) {
+    return std::make_unique<CameraMediaSource>(
+        CameraMediaSource::Setup{browser, deviceID, std::move(awaitPhone), std::move(stop)});
+  };
+  source.lost = [&watcher = setup_.watcher] { watcher.phoneLost(); };
+  return source;
+}
+
+void FollowedDevice::keepToRun(bool isTransferring) {
+  setup_.watcher.setWanted(isTransferring ? deviceID_ : wanted_);
 }
 
 PhoneIdentity identityOf(const PhoneOnCable& phone, const std::string& name) {

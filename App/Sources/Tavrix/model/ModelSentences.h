@@ -5,9 +5,6 @@
 /// What the application model tells people, in both languages side by side.
 namespace tavrix::sentences {
 
-inline constexpr Sentence<> pausedForPhone{
-    "iPhone отключён. Подключите кабель — продолжу сам.",
-    "The iPhone is disconnected. Plug the cable in — I will carry on by myself."};
 inline constexpr Sentence<> noDevice{
     "Подключите iPhone кабелем и разблокируйте его — переносить пока неоткуда.",
     "Connect the iPhone by cable and unlock it — there is nothing to transfer from yet."};

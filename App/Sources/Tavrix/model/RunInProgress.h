@@ -7,7 +7,9 @@
 #include <string>
 
 #include "Library.h"
+#include "RunFindings.h"
 #include "model/ConnectedSource.h"
+#include "model/PhoneGate.h"
 #include "model/TransferLeg.h"
 
 namespace tavrix {
@@ -18,6 +20,7 @@ struct RunInProgress {
     running,
     pausedForPhone,  ///< until the phone is back
     pausedForSpace,  ///< until the volume has room
+    resuming,        ///< the destination is being opened anew
     ending,          ///< the record is being written
     ended
   };
@@ -31,11 +34,15 @@ struct RunInProgress {
   Settings settings;
   std::set<std::string, std::less<>> unchecked;  ///< ids of groups that are not part of the run
   std::shared_ptr<const TransferPlan> plan;
+  RunFindings findings;  ///< of the destination, before the first byte
   std::uint64_t optimizedSkipped = 0;
   TransferOutcome outcome;  ///< of all legs
   Stage stage = Stage::running;
+  bool isCancelled = false;
   std::shared_ptr<TransferLeg> leg;  ///< in the hands of the transfer thread
-  std::exception_ptr failure;        ///< what ended the run where the outcome does not tell
+  /// Where the leg waits for its phone.
+  std::shared_ptr<PhoneGate> gate = std::make_shared<PhoneGate>();
+  std::exception_ptr failure;  ///< what ended the run where the outcome does not tell
 };
 
 /// The latest progress of a leg, handed from its thread to the main loop.

@@ -97,7 +97,8 @@ LegEnd carryOut(TransferLeg& leg) {
   LegEnd end;
   try {
     // Without files there is nothing to open.
-    const auto inner = leg.plan.files.empty() ? nullptr : leg.openMedia();
+    const auto inner =
+        leg.plan.files.empty() ? nullptr : leg.openMedia(leg.awaitPhone, leg.stop.get_token());
     NoMedia none;
     // Its own stop, so that a lost phone is not taken for a cancel.
     std::stop_source stop;

@@ -27,7 +27,8 @@ struct TransferLeg {
   TimeZone zone = TimeZone::utc();   ///< of the wall-clock times in archives
   /// Told while the packing waits for space, and that it goes on (nothing).
   std::function<void(const std::optional<std::string>& reason)> paused{};
-  std::function<std::unique_ptr<MediaSource>()> openMedia;
+  std::function<std::unique_ptr<MediaSource>(AwaitPhone, std::stop_token)> openMedia;
+  AwaitPhone awaitPhone;
   HeldDestination destination;
   TransferEngine::Progress progress;
   std::stop_source stop;

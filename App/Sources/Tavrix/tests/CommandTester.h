@@ -37,7 +37,6 @@ struct CommandTester {
   Instant time{std::chrono::seconds{1779364800}};  // 2026-05-21T12:00:00Z
   bool isInterrupted = false;                      ///< as soon as a run begins
   PhoneBrowser* phones = nullptr;                  ///< no phones without it
-  std::function<void()> duringRun{};               ///< called as soon as a run begins
   /// Called whenever the command asks for the time, which it does for each file that it reads.
   std::function<void(std::stop_source&)> atClock{};
 
@@ -91,7 +90,6 @@ struct CommandTester {
                                     .newID = [&] { return recordID(); },
                                     .catchInterrupts =
                                         [&] {
-                                          if (duringRun) duringRun();
                                           if (isInterrupted) stop.request_stop();
                                           return stop.get_token();
                                         },

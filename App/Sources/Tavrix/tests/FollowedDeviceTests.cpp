@@ -62,7 +62,7 @@ struct FollowedDeviceTest : testing::Test {
 
 TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
   cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });
-  const FollowedDevice followed{model, watcher, cable.browser()};
+  const FollowedDevice followed{{model, watcher, cable.browser()}};
   watcher.start();
   model.setDestination(destination.path());
   ASSERT_TRUE(runUntil([&] { return model.state().newFilesCount == 8; }));

@@ -129,13 +129,15 @@ TEST_F(HistoryCommand, cancelledRun_isRecordedWithWhatItDidNotReach) {
 }
 
 TEST_F(HistoryCommand, programThatIsKilled_leavesARecordThatSaysSo) {
-  // The disk as it is while the first file is being asked for.
+  // The disk as it is when the first file is about to be fetched.
   const std::string copy = tester.folder / "copy";
-  tester.duringRun = [&] {
+  const std::string records = "Tavrix/state/history";
+  tester.atClock = [&](std::stop_source&) {
+    if (!tester.folder.has("state/" + records) || tester.folder.has("copy")) return;
     std::filesystem::copy(tester.folder / "state", copy, std::filesystem::copy_options::recursive);
   };
   const std::string id = transfer();
-  tester.duringRun = {};
+  tester.atClock = {};
   const CommandResult shown = history({id, "--state", copy + "/Tavrix/state"});
   EXPECT_EQ(shown.status, ExitStatus::done) << shown.err;
   EXPECT_THAT(shown.out, AllOf(HasSubstr("Перенос прерван"), HasSubstr("до конца переноса")));

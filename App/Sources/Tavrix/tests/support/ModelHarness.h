@@ -61,7 +61,8 @@ class FakePhone {
     return {.deviceName = name_,
             .phone = snapshotPhone(name_),
             .assets = assets_,
-            .openMedia = [this]() -> std::unique_ptr<MediaSource> {
+            .openMedia = [this](const AwaitPhone&,
+                                const std::stop_token&) -> std::unique_ptr<MediaSource> {
               if (!isPlugged) throw SourceError{SourceError::Kind::disconnected, "DCIM"};
               return std::make_unique<Media>(*this);
             }};

@@ -1,0 +1,30 @@
+#include "RunFindings.h"
+
+#include <algorithm>
+
+namespace tavrix {
+
+std::uint64_t neededBytes(const TransferPlan& plan, const std::optional<Packing>& packing) {
+  std::uint64_t all = 0;
+  for (const PlannedFile& file : plan.files) all += file.asset.sizeBytes();
+  if (!packing) return all;
+  std::uint64_t largest = 0;
+  for (const PlannedArchive& archive : plannedArchives(plan, *packing)) {
+    std::uint64_t bytes = 0;
+    for (const std::size_t index : archive.files) bytes += plan.files[index].asset.sizeBytes();
+    largest = std::max(largest, bytes);
+  }
+  return all + largest;
+}
+
+RunFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
+                       const Folder& destination, const Destination::Content& content,
+                       const PhoneIdentity& phone) {
+  return {.unreadableFolders = content.view.unreadableFolders(),
+          .knownCard = findKnownCard(content.marker, phone.hash, plan),
+          .isPacked = packing.has_value(),
+          .neededBytes = neededBytes(plan, packing),
+          .freeBytes = destination.freeBytes()};
+}
+
+}  // namespace tavrix

@@ -1,0 +1,65 @@
+#include "cli/ModelSession.h"
+
+#include "cli/ChosenPlaces.h"
+#include "cli/History.h"
+#include "cli/Source.h"
+
+namespace tavrix::cli {
+
+ModelSession::ModelSession(const CommandContext& context, PlaceNaming* naming) : context_(context) {
+  const auto& program = context.surroundings.conversionProgram;
+  if (program) converter_.emplace(*program);
+  model_.emplace(services(naming), context.settings);
+  // A call is answered without questions, and has a record even when it finds nothing to do.
+  model_->setRunsWithoutFiles(true);
+  model_->setAsksAboutOptimized(false);
+}
+
+AppModel::Services ModelSession::services(PlaceNaming* naming) {
+  AppModel::Services services{
+      .loop = loop_,
+      .background =
+          [this](std::function<void()> work) {
+            if (!isEnding_) background_.post(std::move(work));
+          },
+      .transferring = [this](std::function<void()> work) { transferring_.post(std::move(work)); },
+      .now = context_.surroundings.now,
+      .newID = context_.surroundings.newID};
+  services.log = &context_.log;
+  services.language = context_.language();
+  // What programs read is the same in every language.
+  services.writtenLanguage = context_.call.json ? Language::russian : context_.language();
+  services.systemLocaleID = context_.surroundings.systemLocaleID;
+  services.placeNaming = naming;
+  services.converter = converter_ ? &*converter_ : nullptr;
+  services.keepRecord = [this](TransferRecord record) {
+    record.destinationPath = absolutePath(record.destinationPath);
+    recordFailure_ = writeRecord(context_, record);
+    return !recordFailure_;
+  };
+  return services;
+}
+
+void ModelSession::open() {
+  model_->sourceReady(connectedSource(context_), data_origin::Snapshot{});
+  openDestination();
+}
+
+void ModelSession::openDestination() {
+  model_->setDestination(context_.call.operands.at(1));
+  runUntil([this] { return model_->isSettled(); });
+  const auto& library = model_->library();
+  if (!library) return;
+  tellUnknownPlaces(context_, library->bundles, library->places.get());
+  writeLog(context_.log, "snapshot loaded: assets={}, groups={}, new={}", library->fileCount,
+           library->rows.size(), model_->state().newFilesCount);
+}
+
+void ModelSession::tell(const std::string& sentence) {
+  if (sentence == told_) return;
+  told_ = sentence;
+  const bool mayHaveBar = context_.surroundings.errColumns.has_value();
+  context_.surroundings.err.write((mayHaveBar ? "\r\x1b[Ktavrix: " : "tavrix: ") + sentence + '\n');
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,122 @@
+#include "cli/PhoneSession.h"
+
+#include <chrono>
+
+#include "DeviceText.h"
+#include "cli/FolderSource.h"
+#include "cli/PhoneSentences.h"
+#include "cli/PhoneSource.h"
+#include "cli/Quotes.h"
+#include "cli/Source.h"
+#include "cli/SourceSentences.h"
+#include "device/DeviceWatch.h"
+
+namespace tavrix::cli {
+namespace {
+
+using Stopped = DeviceState::Stopped;
+
+DeviceWatcher::Setup setupOf(ModelSession& session) {
+  const CommandContext& context = session.context();
+  return {.browser = browserOf(context),
+          .loop = session.loop(),
+          .cacheDirectory = stateFolder(context),
+          .zone = context.settings.timeZone,
+          .now = context.surroundings.now,
+          .log = &context.log,
+          .wanted = wantedNumber(context)};
+}
+
+/// Whether nothing goes on until somebody does something about it.
+bool needsPerson(const DeviceState& state) {
+  if (const auto* const connecting = state.as<DeviceState::Connecting>()) {
+    return connecting->awaitsTrust;
+  }
+  if (const auto* const stopped = state.as<Stopped>()) {
+    return stopped->reason == Stopped::Reason::phoneLeft;
+  }
+  return state.is<DeviceState::Waiting>() || state.is<DeviceState::Locked>() ||
+         state.is<DeviceState::Failed>();
+}
+
+bool isAway(const DeviceState& state) {
+  return state.is<DeviceState::Waiting>() || state.is<Stopped>();
+}
+
+}  // namespace
+
+PhoneSession::PhoneSession(ModelSession& session)
+    : session_(session),
+      context_(session.context()),
+      watcher_(setupOf(session)),
+      subscription_(watcher_.subscribe(
+          {.stateChanged = [this](const DeviceState& state) { follow(state); },
+           .othersChanged = [this](const auto& others) { followOthers(others); }})),
+      followed_({session.model(), watcher_, browserOf(context_), givenDeviceName(context_)}) {}
+
+void PhoneSession::connect(const std::stop_token& stop) {
+  watcher_.start();
+  session_.runUntil([&] { return watcher_.hasLooked() || stop.stop_requested(); });
+  if (watcher_.state().is<DeviceState::Waiting>()) follow(watcher_.state());
+  session_.runUntil([&] { return session_.model().hasSource() || stop.stop_requested(); });
+  if (!session_.model().hasSource()) failWaiting();
+}
+
+void PhoneSession::failWaiting() const {
+  const bool isKept = stateFolder(context_).has_value();
+  const Sentence<>& reading = isKept ? sentences::readingStopped : sentences::readingStoppedUnkept;
+  throw CommandFailure{ExitStatus::cancelled,
+                       say(context_.language(), isReading_ ? reading : sentences::waitingStopped)};
+}
+
+std::string PhoneSession::textOf(const DeviceState& state) const {
+  const std::string number = wantedNumber(context_);
+  const Language language = context_.language();
+  if (!state.is<DeviceState::Waiting>() || number.empty()) return deviceText(language, state);
+  return waitingText(language, say(language, sentences::phoneNotThere, quoted(number)));
+}
+
+void PhoneSession::follow(const DeviceState& state) {
+  if (const auto* const reading = state.as<DeviceState::ReadingMetadata>()) {
+    return followReading(reading->status);
+  }
+  bar_.reset();
+  if (const auto* const ready = state.as<DeviceState::Ready>()) return followReady(*ready);
+  if (!needsPerson(state) || !watcher_.hasLooked()) return;
+  const bool isTransferring =
+      std::holds_alternative<app_phase::Transferring>(session_.model().state().phase);
+  // That the phone went is what the run says by itself.
+  if (isTransferring && isAway(state)) return;
+  session_.tell(textOf(state));
+  wasLost_ = wasLost_ || isReading_;
+}
+
+void PhoneSession::followOthers(const std::vector<PhoneOnCable>& others) {
+  const RunInProgress* const run = session_.model().run();
+  const bool isAwaited = run != nullptr && run->stage == RunInProgress::Stage::pausedForPhone;
+  if (!isAwaited || others.empty()) return;
+  session_.tell(say(context_.language(), sentences::otherPhoneCame,
+                    quoted(deviceNameOf(others.back())), quoted(run->source.deviceName)));
+}
+
+void PhoneSession::followReading(const MetadataPass::Progress& progress) {
+  isReading_ = true;
+  const Surroundings& surroundings = context_.surroundings;
+  if (!surroundings.errColumns || wasRead_) return;
+  if (!bar_) bar_.emplace(surroundings.err, *surroundings.errColumns, context_.language());
+  bar_->show(progress, std::chrono::steady_clock::now());
+}
+
+void PhoneSession::followReady(const DeviceState::Ready& ready) {
+  isReading_ = false;
+  if (std::exchange(wasLost_, false)) {
+    session_.tell(say(context_.language(), sentences::phoneIsBack));
+  }
+  // Told when it comes back, too, that would only be read twice.
+  if (std::exchange(wasRead_, true)) return;
+  tellOthers(context_, ready.phone, watcher_.others());
+  tellReading(context_, ready.catalogue, ready.phone.deviceID);
+  keepSnapshot(context_, ready.catalogue.items);
+}
+
+}  // namespace tavrix::cli
