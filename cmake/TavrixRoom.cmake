@@ -35,27 +35,30 @@ endif()
 # the same for the compiler wherever the project is.
 function(tavrix_tell_folders)
   foreach(source IN LISTS ARGN)
-    file(STRINGS ${source} uses REGEX "TAVRIX_(DOCS|TEST_DATA)" LIMIT_COUNT 1)
+    file(STRINGS ${source} uses REGEX "TAVRIX_(DOCS|TEST_DATA|RESOURCES)" LIMIT_COUNT 1)
     if(uses)
       set_property(SOURCE ${source} APPEND PROPERTY COMPILE_DEFINITIONS
-        TAVRIX_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/tests" TAVRIX_DOCS="${CMAKE_SOURCE_DIR}/docs")
+        TAVRIX_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/tests" TAVRIX_DOCS="${CMAKE_SOURCE_DIR}/docs"
+        TAVRIX_RESOURCES="${CMAKE_SOURCE_DIR}/App/Resources")
     endif()
   endforeach()
 endfunction()
 
-# tavrix_room(NAME SOURCES … LINKS … [PRIVATE_LINKS …] [TESTS …] [TEST_LINKS …])
-# makes the library NAME of the current folder and, from tests/, the program NAME_tests.
+# tavrix_room(NAME [PURE] SOURCES … LINKS … [PRIVATE_LINKS …] [TESTS …] [TEST_LINKS …])
+# makes the library NAME of the current folder and, from tests/, the program NAME_tests. What is PURE
+# has no threads, so that the thread sanitizer has nothing to see in its tests.
 function(tavrix_room name)
-  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;PRIVATE_LINKS;TESTS;TEST_LINKS" ${ARGN})
+  cmake_parse_arguments(ROOM "PURE" "" "SOURCES;LINKS;PRIVATE_LINKS;TESTS;TEST_LINKS" ${ARGN})
   add_library(${name} STATIC ${ROOM_SOURCES})
   target_link_libraries(${name} PUBLIC tavrix_settings ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
+  if(ROOM_PURE AND TAVRIX_SANITIZERS STREQUAL "thread")
+    set(ROOM_TESTS)
+  endif()
   if(TAVRIX_TESTS AND ROOM_TESTS)
     list(TRANSFORM ROOM_TESTS PREPEND tests/)
     add_executable(${name}_tests ${ROOM_TESTS})
     target_link_libraries(${name}_tests PRIVATE ${name} ${ROOM_TEST_LINKS} GTest::gmock_main)
-    target_compile_definitions(${name}_tests PRIVATE
-      TAVRIX_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/tests" TAVRIX_DOCS="${CMAKE_SOURCE_DIR}/docs"
-      TAVRIX_RESOURCES="${CMAKE_SOURCE_DIR}/App/Resources")
+    tavrix_tell_folders(${ROOM_TESTS})
     include(GoogleTest)
     gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
   endif()
