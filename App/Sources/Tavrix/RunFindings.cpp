@@ -22,7 +22,6 @@ RunFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& p
                        const PhoneIdentity& phone) {
   return {.unreadableFolders = content.view.unreadableFolders(),
           .knownCard = findKnownCard(content.marker, phone.hash, plan),
-          .isPacked = packing.has_value(),
           .neededBytes = neededBytes(plan, packing),
           .freeBytes = destination.freeBytes()};
 }

@@ -15,7 +15,6 @@ namespace tavrix {
 struct RunFindings {
   std::vector<UnreadableFolder> unreadableFolders;  ///< neither known nor written to
   std::optional<KnownCard> knownCard;
-  bool isPacked = false;
   std::uint64_t neededBytes = 0;  ///< that it must take at most at one time
   std::uint64_t freeBytes = 0;    ///< that it can take
 };

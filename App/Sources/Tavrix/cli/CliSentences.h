@@ -169,11 +169,8 @@ inline constexpr Sentence<Text, Text> fileRefused{
     "Не получилось с «{}»: {}; проверьте путь, права и диск.",
     "It did not work with “{}”: {}; check the path, the permissions and the disk."};
 inline constexpr Sentence<Text, Text> spaceHint{
-    "Нужно {}, а свободно {}: скопируется, сколько поместится.",
-    "{} are needed and {} are free: as much as fits will be copied."};
-inline constexpr Sentence<Text, Text> packingSpaceHint{
-    "Для упаковки нужно {}, а свободно {}: когда место кончится, перенос подождёт.",
-    "Packing needs {} and {} are free: when the space runs out, the transfer will wait."};
+    "Нужно {}, а свободно {}: когда место кончится, перенос подождёт.",
+    "{} are needed and {} are free: when the space runs out, the transfer will wait."};
 inline constexpr Sentence<Text, Text> markerNotSaved{
     "Файлы на месте, но запись о переносе не сохранилась: «{}», {}.",
     "The files are in place, but the record of the transfer was not saved: “{}”, {}."};

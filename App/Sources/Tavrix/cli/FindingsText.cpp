@@ -45,9 +45,8 @@ void tellFindings(const CommandContext& context, const RunFindings& findings) {
 void tellSpace(const CommandContext& context, const RunFindings& findings) {
   if (findings.neededBytes <= findings.freeBytes) return;
   const Language language = context.language();
-  warn(context,
-       say(language, findings.isPacked ? sentences::packingSpaceHint : sentences::spaceHint,
-           bytesText(language, findings.neededBytes), bytesText(language, findings.freeBytes)));
+  warn(context, say(language, sentences::spaceHint, bytesText(language, findings.neededBytes),
+                    bytesText(language, findings.freeBytes)));
 }
 
 }  // namespace tavrix::cli

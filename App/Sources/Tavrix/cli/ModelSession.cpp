@@ -6,22 +6,20 @@
 
 namespace tavrix::cli {
 
-ModelSession::ModelSession(const CommandContext& context, PlaceNaming* naming) : context_(context) {
+ModelSession::ModelSession(const CommandContext& context, PlaceNaming* naming, bool showsFolders)
+    : context_(context) {
   const auto& program = context.surroundings.conversionProgram;
   if (program) converter_.emplace(*program);
-  model_.emplace(services(naming), context.settings);
+  model_.emplace(services(naming, showsFolders), context.settings);
   // A call is answered without questions, and has a record even when it finds nothing to do.
   model_->setRunsWithoutFiles(true);
   model_->setAsksAboutOptimized(false);
 }
 
-AppModel::Services ModelSession::services(PlaceNaming* naming) {
+AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders) {
   AppModel::Services services{
       .loop = loop_,
-      .background =
-          [this](std::function<void()> work) {
-            if (!isEnding_) background_.post(std::move(work));
-          },
+      .background = [this](std::function<void()> work) { background_.post(std::move(work)); },
       .transferring = [this](std::function<void()> work) { transferring_.post(std::move(work)); },
       .now = context_.surroundings.now,
       .newID = context_.surroundings.newID};
@@ -31,6 +29,7 @@ AppModel::Services ModelSession::services(PlaceNaming* naming) {
   services.writtenLanguage = context_.call.json ? Language::russian : context_.language();
   services.systemLocaleID = context_.surroundings.systemLocaleID;
   services.placeNaming = naming;
+  services.showsFolders = showsFolders;
   services.converter = converter_ ? &*converter_ : nullptr;
   services.keepRecord = [this](TransferRecord record) {
     record.destinationPath = absolutePath(record.destinationPath);
@@ -51,8 +50,6 @@ void ModelSession::openDestination() {
   const auto& library = model_->library();
   if (!library) return;
   tellUnknownPlaces(context_, library->bundles, library->places.get());
-  writeLog(context_.log, "snapshot loaded: assets={}, groups={}, new={}", library->fileCount,
-           library->rows.size(), model_->state().newFilesCount);
 }
 
 void ModelSession::tell(const std::string& sentence) {

@@ -33,7 +33,6 @@ struct PlanResult {
   /// Bytes that the destination can take; nothing when it does not exist yet.
   std::optional<std::uint64_t> freeBytes;
   std::uint64_t neededBytes = 0;  ///< that it must take at most at one time
-  bool isPacked = false;          ///< the files go into archives
 };
 
 /// A run with what it was made from.

@@ -13,6 +13,7 @@
 #include "cli/PlaceNames.h"
 #include "cli/ProgressBar.h"
 #include "cli/Source.h"
+#include "foundation/Log.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 
@@ -35,7 +36,7 @@ bool isTransferring(const AppState& state) {
 class TransferSession {
  public:
   TransferSession(const CommandContext& context, PlaceNaming* naming)
-      : context_(context), session_(context, naming) {
+      : context_(context), session_(context, naming, false) {
     subscription_ = model().subscribe(
         [this](const AppState& before, const AppState& after) { follow(before, after); });
   }
@@ -91,13 +92,14 @@ class TransferSession {
 
   void follow(const AppState& before, const AppState& after) {
     if (!isTransferring(before) && isTransferring(after)) begin();
-    if (isTransferring(before) && !isTransferring(after)) session_.end();
     if (before.transferPausedReason != after.transferPausedReason) followPause(after);
     if (after.progress && before.progress != after.progress) show(*after.progress);
   }
 
   void begin() {
     const RunInProgress& run = *model().run();
+    writeLog(context_.log, "snapshot loaded: assets={}, groups={}, new={}", run.library->fileCount,
+             run.library->rows.size(), run.plan->files.size());
     tellFindings(context_, run.findings);
     tellSpace(context_, run.findings);
     const auto& columns = context_.surroundings.errColumns;
@@ -171,7 +173,7 @@ void tellEnd(const CommandContext& context, const RunInProgress& run) {
 ExitStatus showPlan(const CommandContext& context) {
   checkApart(context, destinationPath(context));
   const auto naming = placeNaming(context);
-  ModelSession session{context, naming.get()};
+  ModelSession session{context, naming.get(), true};
   session.open();
   const AppModel& model = session.model();
   if (const auto& failure = model.destinationFailure()) std::rethrow_exception(failure);
@@ -188,7 +190,7 @@ ExitStatus showPlan(const CommandContext& context) {
   }
   const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
   context.printer.plan({*model.library(), plan, destinationPath(context), isFlat, freeBytes,
-                        neededBytes(plan, packing), packing.has_value()});
+                        neededBytes(plan, packing)});
   return ExitStatus::done;
 }
 

@@ -97,8 +97,8 @@ void TextPrinter::plan(const PlanResult& result) {
     line(say(language_, sentences::planHeadline, count(counts.planned, sentences::files),
              bytes(counts.plannedBytes), printable(result.destination)));
     if (result.freeBytes && *result.freeBytes < result.neededBytes) {
-      line(say(language_, result.isPacked ? sentences::packingSpaceHint : sentences::spaceHint,
-               bytes(result.neededBytes), bytes(*result.freeBytes)));
+      line(say(language_, sentences::spaceHint, bytes(result.neededBytes),
+               bytes(*result.freeBytes)));
     }
     line("");
   }

@@ -86,7 +86,7 @@ bool AppModel::isSettled() const {
 
 void AppModel::sourceReady(ConnectedSource source, DataOrigin origin) {
   const bool isTransferring = std::holds_alternative<app_phase::Transferring>(state_.phase);
-  if (isTransferring && run_->source.phone != source.phone) {
+  if (isTransferring && run_->source.phone.hash != source.phone.hash) {
     // The run goes on with its own phone alone; this one is looked at when the run is over.
     writeLog(log(), "other device ready during transfer: left alone");
     return;
@@ -183,12 +183,14 @@ void AppModel::requestGrouping() {
                      fileCount = source_->assets->size(), settings = state_.settings,
                      naming = services_.placeNaming, localeID = localeOf(services_.language),
                      systemLocaleID = services_.systemLocaleID,
-                     wantsReasons = services_.wantsReasons]() -> CoalescedWork::Apply {
+                     wantsReasons = services_.wantsReasons,
+                     showsFolders = services_.showsFolders]() -> CoalescedWork::Apply {
     const auto library = std::make_shared<const Library>(
         makeLibrary(*bundles, fileCount, *settings, systemLocaleID, wantsReasons, naming));
-    const auto lookup = lookupOf(*library, *settings, localeID, naming);
+    const auto lookup = showsFolders ? lookupOf(*library, *settings, localeID, naming) : nullptr;
     const auto facts = std::make_shared<const LibraryFacts>(
-        makeFacts(library, {*settings, localeID, lookup, systemLocaleID}));
+        showsFolders ? makeFacts(library, {*settings, localeID, lookup, systemLocaleID})
+                     : makeBareFacts(library));
     return [=, this] {
       if (life.lock()) landLibrary(library, facts);
     };
@@ -213,7 +215,8 @@ void AppModel::requestDisplay() {
                          .searchText = state_.searchText,
                          .localeID = localeOf(services_.language),
                          .shown = state_.displayGroups,
-                         .planned = planned_};
+                         .planned = planned_,
+                         .isBare = !services_.showsFolders};
   display_.request(
       [this, life = std::weak_ptr{life_}, request = std::move(request)]() -> CoalescedWork::Apply {
         return [this, life, result = buildDisplay(request)] {
@@ -322,6 +325,7 @@ void AppModel::setDestination(std::optional<std::string> destination) {
 }
 
 void AppModel::refreshDestination() {
+  if (!services_.showsFolders) return;
   const PhoneIdentity phone = source_ ? source_->phone : PhoneIdentity{};
   destinationIndex_.request([this, life = std::weak_ptr{life_}, path = state_.destination, phone,
                              open = services_.openExisting]() -> CoalescedWork::Apply {

@@ -36,6 +36,9 @@ class AppModel {
     PlaceNaming* placeNaming = nullptr;   ///< without one places have no names
     MediaConverter* converter = nullptr;  ///< without one files are kept as they are
     bool wantsReasons = false;            ///< whether to tell why folders were cut where they were
+    /// Whether anybody looks at folders and counters; a run alone needs neither them nor what lies
+    /// at the destination before it begins.
+    bool showsFolders = true;
     /// Writes a record of the history; whether it is there now. Called in the background. Without
     /// one nothing is recorded.
     std::function<bool(TransferRecord)> keepRecord{};

@@ -193,21 +193,23 @@ void AppModel::land(const std::shared_ptr<Prepared>& prepared) {
 
 void AppModel::beginRun(Prepared& prepared) {
   const auto& plan = prepared.plan;
-  auto& rows = prepared.rows;
   run_ = std::make_unique<RunInProgress>();
   run_->id = services_.newID();
   run_->startedAt = run_->finishedAt = services_.now();
   run_->source = *source_;
   run_->destination = *state_.destination;
   run_->settings = *state_.settings;
-  run_->unchecked = idsOutside(state_.displayGroups, rows);
+  run_->unchecked = idsOutside(state_.displayGroups, prepared.rows);
   run_->unchecked.insert(state_.excludedKeys->begin(), state_.excludedKeys->end());
   run_->plan = plan;
   run_->findings = std::move(prepared.findings);
   run_->optimizedSkipped = state_.settings->skipOptimized ? state_.optimizedCount : 0;
+  Library chosen = *library_;
+  chosen.rows = std::move(prepared.rows);
+  run_->library = std::make_shared<const Library>(std::move(chosen));
   change([&](AppState& state) {
     state.phase = app_phase::Transferring{};
-    state.transferFolders = foldersOf(rows, *plan);
+    state.transferFolders = foldersOf(run_->library->rows, *plan);
     state.plannedConversions = conversionsOf(*plan);
     TransferProgressSnapshot nothingYet;
     nothingYet.bytesTotal = bytesOf(*plan);
@@ -215,9 +217,6 @@ void AppModel::beginRun(Prepared& prepared) {
     state.transferPausedReason = std::nullopt;
     state.optimizedSkipped = 0;
   });
-  Library chosen = *library_;
-  chosen.rows = std::move(rows);
-  run_->library = std::make_shared<const Library>(std::move(chosen));
   startLeg(std::move(prepared.destination));
 }
 

@@ -51,10 +51,9 @@ Shared<DisplayGroup> sharedWith(const StringMap<const Shared<DisplayGroup>*>& sh
   return group;
 }
 
-DisplayGroups groupsOf(const DisplayRequest& request, const TransferPlan& plan) {
+DisplayGroups groupsOf(const DisplayRequest& request, const std::vector<FolderPlan>& plans) {
   StringMap<const Shared<DisplayGroup>*> shown;
   for (const auto& group : *request.shown) shown.emplace(group->id, &group);
-  const auto plans = rowPlans(request.library->rows, plan);
   std::vector<Shared<DisplayGroup>> groups;
   groups.reserve(plans.size());
   for (std::size_t i = 0; i < plans.size(); ++i) {
@@ -120,9 +119,15 @@ TransferPlan planOf(const std::vector<FolderNaming::Row>& rows, const TransferOp
 }
 
 DisplayResult buildDisplay(const DisplayRequest& request) {
+  if (request.isBare) {
+    DisplayResult bare;
+    bare.display.groups = bare.display.visible =
+        groupsOf(request, std::vector<FolderPlan>(request.library->rows.size()));
+    return bare;
+  }
   DisplayResult result{{}, planOfAll(request)};
   Display& display = result.display;
-  display.groups = groupsOf(request, *result.planned.plan);
+  display.groups = groupsOf(request, rowPlans(request.library->rows, *result.planned.plan));
   display.visible = visibleOf(request, display.groups);
   display.outline = request.facts->outline;
   display.suggestions =

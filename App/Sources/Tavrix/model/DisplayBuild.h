@@ -47,6 +47,8 @@ struct DisplayRequest {
   std::string localeID;
   DisplayGroups shown;  ///< from the display before; what did not change stays the same object
   PlanOfAll planned;    ///< made for the display before
+  /// Without counters, outline and narrowing: the folders alone, all of them visible.
+  bool isBare = false;
 };
 
 struct DisplayResult {

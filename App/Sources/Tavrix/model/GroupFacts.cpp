@@ -112,6 +112,12 @@ void addPreview(const AssetBundle& bundle, std::vector<MediaAsset>& preview) {
   preview.push_back(bundle.primaryPicture());
 }
 
+/// The group is a part of the library and lives as long as that.
+std::shared_ptr<const MediaGroup> groupOf(const std::shared_ptr<const Library>& library,
+                                          const FolderNaming::Row& row) {
+  return {library, &row.group};
+}
+
 GroupFacts factsOf(const FolderNaming::Row& row, std::shared_ptr<const MediaGroup> group,
                    const FactsContext& context, PlaceNamesOfShots& names, Tally& total) {
   GroupFacts facts;
@@ -165,12 +171,19 @@ LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const Fact
   Tally total;
   facts.groups.reserve(library->rows.size());
   for (const FolderNaming::Row& row : library->rows) {
-    // The group is a part of the library and lives as long as that.
-    std::shared_ptr<const MediaGroup> group{library, &row.group};
-    facts.groups.push_back(factsOf(row, std::move(group), context, names, total));
+    facts.groups.push_back(factsOf(row, groupOf(library, row), context, names, total));
   }
   facts.outline = outlineOf(total);
   facts.skippedOptimized = skippedIn(*library, context);
+  return facts;
+}
+
+LibraryFacts makeBareFacts(const std::shared_ptr<const Library>& library) {
+  LibraryFacts facts;
+  facts.groups.resize(library->rows.size());
+  for (std::size_t i = 0; i < facts.groups.size(); ++i) {
+    facts.groups[i].group = Shared<MediaGroup>{groupOf(library, library->rows[i])};
+  }
   return facts;
 }
 

@@ -48,6 +48,9 @@ struct FactsContext {
 /// The groups stay in the library, which the facts share.
 LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const FactsContext& context);
 
+/// The groups alone, for a library that nobody is shown.
+LibraryFacts makeBareFacts(const std::shared_ptr<const Library>& library);
+
 /// "Май 2026", "May 2026".
 std::string monthTitle(const NavOutline::Month& month, const std::string& localeID);
 
