@@ -1,6 +1,7 @@
 #include "cli/ModelSession.h"
 
 #include "cli/ChosenPlaces.h"
+#include "cli/FolderSource.h"
 #include "cli/History.h"
 #include "cli/Source.h"
 
@@ -31,6 +32,11 @@ AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders
   services.placeNaming = naming;
   services.showsFolders = showsFolders;
   services.converter = converter_ ? &*converter_ : nullptr;
+  const auto isSet = [&](std::string_view name) {
+    return variable(context_.surroundings.environment, name).has_value();
+  };
+  services.keepsGroupsDebug = isSet("DEBUG_SNAPSHOT") || isSet("UI_SNAPSHOT_VIEWS");
+  if (services.keepsGroupsDebug) services.stateFolder = stateFolder(context_);
   services.keepRecord = [this](TransferRecord record) {
     record.destinationPath = absolutePath(record.destinationPath);
     recordFailure_ = writeRecord(context_, record);

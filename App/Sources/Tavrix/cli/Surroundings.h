@@ -21,8 +21,9 @@ using Environment = std::map<std::string, std::string, std::less<>>;
 
 /// The names of those variables.
 inline constexpr std::string_view heededVariables[] = {
-    "DEMO_DIR",       "DEMO_STATE_DIR", "DEMO_TIME_ZONE", "DEMO_MODE",       "DEMO_DEVICE_NAME",
-    "DEBUG_SNAPSHOT", "SNAPSHOT_OUT",   "XDG_STATE_HOME", "XDG_CONFIG_HOME", "HOME",
+    "DEMO_DIR",       "DEMO_STATE_DIR",    "DEMO_TIME_ZONE", "DEMO_MODE",      "DEMO_DEVICE_NAME",
+    "DEBUG_SNAPSHOT", "UI_SNAPSHOT_VIEWS", "SNAPSHOT_OUT",   "XDG_STATE_HOME", "XDG_CONFIG_HOME",
+    "HOME",
 };
 
 /// All that a command line knows of the world around it; `main` makes the real one, tests their

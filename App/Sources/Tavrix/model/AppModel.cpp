@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "PersistedSettings.h"
 #include "foundation/StringMap.h"
 #include "grouping/GroupMerging.h"
 #include "media/BundleBuilder.h"
+#include "model/GroupsDebug.h"
 
 namespace tavrix {
 namespace {
@@ -50,8 +52,22 @@ AppModel::AppModel(Services services, Settings settings)
       grouping_(services_.loop, services_.background),
       display_(services_.loop, services_.background),
       destinationIndex_(services_.loop, services_.background) {
+  const auto& stateFolder = services_.stateFolder;
+  if (stateFolder && !services_.keepsGroupsDebug) GroupsDebug::remove(*stateFolder, log());
+  if (services_.defaults != nullptr) {
+    PersistedSettings::forgetAtLaunch(*services_.defaults, services_.isDemo);
+    auto kept = PersistedSettings::read(*services_.defaults, {std::move(settings), {}});
+    settings = std::move(kept.settings);
+    state_.savedPresets = std::move(kept.savedPresets);
+  }
   state_.settings = std::move(settings);
   writeLog(log(), "AppModel init");
+}
+
+void AppModel::start() {
+  if (std::exchange(isStarted_, true)) return;
+  writeLog(log(), "AppModel.start()");
+  if (!services_.isDemo && services_.watch) services_.watch();
 }
 
 AppModel::~AppModel() {
@@ -136,11 +152,28 @@ void AppModel::clearCatalogue() {
   });
 }
 
+void AppModel::keepChoices(const AppState& before) {
+  if (services_.defaults == nullptr || !services_.storing) return;
+  services_.storing([defaults = services_.defaults, isDemo = services_.isDemo,
+                     settings = before.settings, presets = before.savedPresets,
+                     newSettings = state_.settings, newPresets = state_.savedPresets] {
+    PersistedSettings::write(*defaults, {*settings, *presets}, {*newSettings, *newPresets}, isDemo);
+  });
+}
+
+void AppModel::changeSavedPresets(std::vector<SavedPreset> presets) {
+  const AppState before = state_;
+  change([&](AppState& state) { state.savedPresets = std::move(presets); });
+  keepChoices(before);
+}
+
 void AppModel::changeSettings(Settings settings) {
   const Shared<Settings> before = state_.settings;
   if (settings == *before) return;
   const bool isLayoutAlone = withLayoutOf(settings, *before) == *before;
+  const AppState stateBefore = state_;
   change([&](AppState& state) { state.settings = std::move(settings); });
+  keepChoices(stateBefore);
   if (isLayoutAlone) {
     requestDisplay();
   } else {
@@ -241,6 +274,11 @@ void AppModel::landDisplay(DisplayResult result) {
     state.knownFilesCount = display.knownFilesCount;
     state.optimizedCount = display.optimizedCount;
   });
+  if (services_.stateFolder && services_.keepsGroupsDebug) {
+    services_.background([folder = *services_.stateFolder, groups = state_.displayGroups,
+                          settings = state_.settings,
+                          &log = log()] { GroupsDebug::write(folder, groups, *settings, log); });
+  }
   if (start_ != Start::none) proceedWithStart();
   if (resumesWhenDisplayLands_ && isSettled()) {
     resumesWhenDisplayLands_ = false;

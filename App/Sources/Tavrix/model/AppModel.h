@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "RunRecording.h"
+#include "defaults/UserDefaults.h"
 #include "foundation/MainLoop.h"
 #include "model/AppState.h"
 #include "model/CoalescedWork.h"
@@ -42,6 +43,17 @@ class AppModel {
     /// Writes a record of the history; whether it is there now. Called in the background. Without
     /// one nothing is recorded.
     std::function<bool(TransferRecord)> keepRecord{};
+    /// Where choices are kept that outlive the program, and written on a thread of its own; without
+    /// one they are kept nowhere. In a demo nothing is written.
+    UserDefaults* defaults = nullptr;
+    Background storing{};
+    bool isDemo = false;
+    /// The state folder, of which the model knows "groups-debug.json" alone: the folders on screen,
+    /// written whenever they change if that is wanted, otherwise removed at launch.
+    std::optional<std::string> stateFolder{};
+    bool keepsGroupsDebug = false;
+    /// Begins to follow the phones on the cable; not called in a demo.
+    std::function<void()> watch{};
     /// Opens the folders of destinations; those of the disk without others.
     std::function<std::unique_ptr<Folder>(const std::string&)> openForWriting{};
     std::function<std::unique_ptr<Folder>(const std::string&)> openExisting{};
@@ -50,6 +62,7 @@ class AppModel {
   /// Ends with its last copy.
   using Subscription = std::shared_ptr<const Observer>;
 
+  /// `settings` are those of a first launch; what the person has kept stands above them.
   AppModel(Services services, Settings settings);
   /// Asks a run to end; what it has landed stays.
   ~AppModel();
@@ -68,6 +81,9 @@ class AppModel {
   /// Why nothing is known of the destination that is chosen; null where that is no failure.
   const std::exception_ptr& destinationFailure() const { return destinationFailure_; }
 
+  /// Begins with what the person came for; once, however often it is called.
+  void start();
+
   /// A phone has been read, or what stands for one.
   void sourceReady(ConnectedSource source, DataOrigin origin);
   /// It went, or its reading was stopped.
@@ -78,6 +94,7 @@ class AppModel {
   bool hasSource() const { return source_ && isSourcePresent_; }
 
   void changeSettings(Settings settings);
+  void changeSavedPresets(std::vector<SavedPreset> presets);
   /// Groups shown as one from now on, in the present mode; the new folder is highlighted.
   void mergeGroups(const std::vector<std::string>& ids);
   void unmergeGroup(const std::string& id);
@@ -124,6 +141,8 @@ class AppModel {
   struct Prepared;
 
   void change(const std::function<void(AppState&)>& edit);
+  /// Keeps what the person has changed since.
+  void keepChoices(const AppState& before);
   void clearCatalogue();
   void requestGrouping();
   void requestDisplay();
@@ -166,6 +185,7 @@ class AppModel {
   std::shared_ptr<const LibraryFacts> facts_;
   std::shared_ptr<const Destination::Content> destination_;
   std::exception_ptr destinationFailure_;
+  bool isStarted_ = false;
   PlanOfAll planned_;
   CoalescedWork grouping_;
   CoalescedWork display_;

@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "SavedPreset.h"
 #include "Settings.h"
 #include "foundation/Shared.h"
 #include "foundation/Uuid.h"
@@ -71,6 +72,7 @@ struct AppState {
   /// What the person has chosen: content, grouping, naming, layout.
   Shared<Settings> settings;
   std::optional<std::string> destination;
+  Shared<std::vector<SavedPreset>> savedPresets;  ///< templates that the person has saved
   bool templateEditorPresented = false;
   Keys selectedKeys;  ///< groups checked by hand
   Keys excludedKeys;  ///< groups that are not checked

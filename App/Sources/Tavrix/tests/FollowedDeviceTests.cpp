@@ -88,5 +88,38 @@ TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
   }));
 }
 
+TEST_F(FollowedDeviceTest, cancelWhileThePhoneIsAway_endsTheRunWithWhatIsThere) {
+  cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });
+  const FollowedDevice followed{{model, watcher, cable.browser()}};
+  watcher.start();
+  model.setDestination(destination.path());
+  ASSERT_TRUE(runUntil([&] { return model.state().newFilesCount == 8; }));
+  model.startTransfer();
+  ASSERT_TRUE(runUntil([&] { return model.state().transferPausedReason.has_value(); }));
+  // Another phone that comes meanwhile is not read for this run.
+  SimulatedPhone other;
+  other.deviceID = "00008110-0000000000000002";
+  other.serialNumber = "OTHER";
+  other.root = cable.root();
+  cable.plugInAll({other});
+  ASSERT_TRUE(runUntil([&] { return watcher.others().size() == 1; }));
+  EXPECT_TRUE(model.state().transferPausedReason.has_value());
+  model.cancelTransfer();
+  ASSERT_TRUE(runUntil([&] { return isDone(); }));
+  EXPECT_EQ(model.run()->outcome.status, TransferRecord::Status::cancelled);
+  EXPECT_EQ(model.run()->outcome.phoneWaits, 1);
+  const auto& report = *std::get<app_phase::Done>(model.state().phase).report;
+  EXPECT_LT(report.copied, 8U);
+  std::size_t onDisk = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator{destination.path()}) {
+    EXPECT_NE(entry.path().extension(), ".part");
+    if (content.contains(entry.path().filename().string())) ++onDisk;
+  }
+  EXPECT_EQ(onDisk, report.copied);
+  // The other one's turn comes when the run is over.
+  model.leaveSummary();
+  ASSERT_TRUE(runUntil([&] { return watcher.state().is<DeviceState::Ready>(); }));
+}
+
 }  // namespace
 }  // namespace tavrix

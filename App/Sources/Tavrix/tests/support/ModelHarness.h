@@ -124,6 +124,11 @@ struct ModelHarness {
                                 .log = &log,
                                 .language = Language::russian,
                                 .systemLocaleID = "ru_RU"};
+    services.defaults = defaults;
+    services.storing = storing.background();
+    services.isDemo = isDemo;
+    services.stateFolder = stateFolder;
+    services.keepsGroupsDebug = keepsGroupsDebug;
     services.keepRecord = [this](const TransferRecord& record) {
       if (!keepsRecords) return false;
       records.insert_or_assign(record.id, record);
@@ -155,7 +160,7 @@ struct ModelHarness {
   void plug() { model->sourceReady(phone.source(), data_origin::Device{"iPhone"}); }
   /// Lets everything run that needs no time to pass.
   void settle() {
-    while (loop.runOne() || background.runOne() || transferring.runOne()) {
+    while (loop.runOne() || background.runOne() || transferring.runOne() || storing.runOne()) {
     }
   }
   /// Plugged, with a destination, and all of it computed.
@@ -203,6 +208,11 @@ struct ModelHarness {
   ManualMainLoop loop;
   ManualWorker background;
   ManualWorker transferring;
+  ManualWorker storing;
+  UserDefaults* defaults = nullptr;
+  bool isDemo = false;
+  std::optional<std::string> stateFolder{};
+  bool keepsGroupsDebug = false;
   Lines log;
   Instant clock{std::chrono::hours{24 * 20700}};
   std::map<Uuid, TransferRecord> records;
