@@ -26,6 +26,7 @@ int main(int count, char** values) {
              "at most");
   if (isChosen("pipeline")) tavrix::bench::benchPipeline(folder);
   if (isChosen("grouping")) tavrix::bench::benchGrouping();
+  if (isChosen("model")) tavrix::bench::benchModel();
   if (isChosen("only-new")) tavrix::bench::benchOnlyNew(folder);
   if (isChosen("copying")) tavrix::bench::benchCopying(folder + "/copying");
   if (isChosen("packing")) tavrix::bench::benchPacking(folder + "/packing");

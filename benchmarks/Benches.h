@@ -8,6 +8,7 @@ namespace tavrix::bench {
 
 void benchPipeline(const std::string& folder);
 void benchGrouping();
+void benchModel();
 void benchOnlyNew(const std::string& folder);
 void benchHistory(const std::string& folder);
 void benchCopying(const std::string& folder);
