@@ -90,7 +90,7 @@ void benchLibrary(std::size_t shots) {
   const auto assets = travels({.shots = shots, .events = shots / 50, .trips = 300, .places = 2000});
   GroupingEngine::Request request;
   request.bundles = BundleBuilder::makeBundles(assets);
-  request.mode = GroupingMode::events;
+  request.mode = grouping_mode::Events{};
   const double grouping = seconds([&] { GroupingEngine::group(request); });
 
   Launched launched{assets};
