@@ -21,9 +21,8 @@ namespace {
 class TimedLoop : public MainLoop {
  public:
   void postAfter(Duration delay, Task task) override {
-    loop_.postAfter(delay, [this, task = std::move(task)] {
-      longest_ = std::max(longest_, seconds(task));
-    });
+    loop_.postAfter(
+        delay, [this, task = std::move(task)] { longest_ = std::max(longest_, seconds(task)); });
   }
   Moment now() const override { return loop_.now(); }
   void runUntil(const std::function<bool()>& isDone) { loop_.runUntil(isDone); }

@@ -8,8 +8,8 @@
 
 namespace tavrix {
 
-/// "groups-debug.json" in the state folder: the folders on screen with their merges, known counts and
-/// members, for whoever looks for a fault. A failure is logged and does no harm.
+/// "groups-debug.json" in the state folder: the folders on screen with their merges, known counts
+/// and members, for whoever looks for a fault. A failure is logged and does no harm.
 namespace GroupsDebug {
 
 std::string encode(const DisplayGroups& groups, const Settings& settings);
