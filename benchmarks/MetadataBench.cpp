@@ -65,8 +65,8 @@ void look(const std::string& folder, const std::string& state, int files) {
 void readBare(const std::string& folder, int files) {
   std::array<char, FileBytes::rangeBytes> buffer{};
   std::uint64_t bytes = 0;
-  for (const auto& file : SourceFolder::list(folder).files) {
-    bytes += openForRangedReading(folder + "/" + file.path)->read(0, buffer);
+  for (const std::string& path : SourceFolder::list(folder).paths) {
+    bytes += openForRangedReading(folder + "/" + path)->read(0, buffer);
   }
   if (bytes < static_cast<std::uint64_t>(files) * FileBytes::rangeBytes) {
     fmt::print("unexpected: {} bytes\n", bytes);

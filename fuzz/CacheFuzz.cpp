@@ -1,8 +1,12 @@
-// Any bytes are a cache of some lines. What is read of them must come back equal from the lines
-// that are written, and under the keys of its records.
+// Any bytes are a cache of some lines. What is read of them must be found by name, size, date and
+// folder, and come back from the lines that are written; and a line must say the same whether or
+// not it is laid out as the program lays it out.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
+#include <vector>
 
 #include "device/MetadataCache.h"
 #include "foundation/json/TextReader.h"
@@ -10,17 +14,53 @@
 
 using namespace tavrix;
 
+namespace {
+
+MetadataCache::Records recordsOf(std::string_view text) {
+  TextReader source{text};
+  return readJsonLines(source);
+}
+
+/// The lines of all records, in an order that does not depend on the map's.
+std::vector<std::string> linesOf(const MetadataCache::Records& records) {
+  std::vector<std::string> lines;
+  for (const auto& [key, item] : records) {
+    StringSink line;
+    Snapshot::writeLine(item, line);
+    lines.push_back(line.text());
+  }
+  std::sort(lines.begin(), lines.end());
+  return lines;
+}
+
+void checkFinding(const MetadataCache::Records& records) {
+  for (const auto& [key, item] : records) {
+    const auto* const found =
+        MetadataCache::find(records, MetadataCache::key(item), item.dir, true);
+    if (found == nullptr || MetadataCache::isIncomplete(item)) std::abort();
+    // Names and folders as a disk may have them.
+    const bool isPossible = item.name.find('\0') == std::string::npos && item.dir != "";
+    if (isPossible && *found != item) std::abort();
+  }
+}
+
+void checkLayouts(std::string_view text) {
+  const std::string_view line = text.substr(0, text.find('\n'));
+  if (!line.starts_with('{') || line.size() > 1000) return;
+  if (recordsOf(line) != recordsOf("{ " + std::string{line.substr(1)})) std::abort();
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text{reinterpret_cast<const char*>(data), size};
-  TextReader source{text};
-  const auto records = readJsonLines(source);
-  StringSink lines;
-  for (const auto& [key, item] : records) {
-    if (key != MetadataCache::key(item) || MetadataCache::isIncomplete(item)) std::abort();
-    Snapshot::writeLine(item, lines);
-  }
-  TextReader written{lines.text()};
-  if (readJsonLines(written) != records) std::abort();
+  const auto records = recordsOf(text);
+  checkFinding(records);
+  checkLayouts(text);
+  const auto lines = linesOf(records);
+  std::string written;
+  for (const std::string& line : lines) written += line;
+  if (linesOf(recordsOf(written)) != lines) std::abort();
   MetadataCache::decodeLegacy(text);
   return 0;
 }

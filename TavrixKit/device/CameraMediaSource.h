@@ -8,12 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "device/OddPaths.h"
 #include "device/Phones.h"
 #include "media/MediaSource.h"
 
 namespace tavrix {
 
-/// Reads the files of a phone on the cable; an asset's id is its path below DCIM. When the phone
+/// Reads the files of a phone on the cable by the ids of their catalogue. When the phone
 /// leaves in the middle of a file and comes back, the file goes on where it was.
 class CameraMediaSource : public MediaSource {
  public:
@@ -33,16 +34,19 @@ class CameraMediaSource : public MediaSource {
 
  private:
   struct Progress {
+    std::string id;
     std::string path;
     std::string name;
     std::optional<FileStatus> status;  ///< as the phone told it first
     std::uint64_t delivered = 0;       ///< bytes
   };
+  std::string pathOf(const std::string& id);
   void goOn(Progress& progress, DownloadDestination& destination);
   void deliver(PhoneFile& file, Progress& progress, DownloadDestination& destination);
 
   Setup setup_;
   std::unique_ptr<PhoneFiles> files_;
+  std::optional<OddPaths> oddPaths_;  ///< listed when one is first asked for
   std::array<std::vector<char>, 2> buffers_;
 };
 

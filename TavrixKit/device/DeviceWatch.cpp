@@ -226,7 +226,7 @@ PhoneState stateOf(PhoneError::Kind kind) {
 }
 
 std::string deviceNameOf(const PhoneOnCable& phone) {
-  return phone.name && !phone.name->empty() ? *phone.name : phone.deviceID;
+  return phone.name && !phone.name->empty() ? *phone.name : "iPhone";
 }
 
 DeviceWatch::Next DeviceWatch::after(DeviceWatch watch, Event event, const std::string& wanted,

@@ -48,13 +48,8 @@ FolderCatalogue complete(SourceFolder::Listing listing, MetadataPass& pass,
     return catalogue;
   }
   catalogue.leftOut = std::move(listing.leftOut);
-  std::vector<std::string> paths;
-  catalogue.items.reserve(listing.files.size());
-  paths.reserve(listing.files.size());
-  for (SourceFolder::File& file : listing.files) {
-    catalogue.items.push_back(std::move(file.item));
-    paths.push_back(std::move(file.path));
-  }
+  catalogue.items = std::move(listing.items);
+  const std::vector<std::string>& paths = listing.paths;
   const auto result = pass.run(
       catalogue.items,
       [&](std::size_t index) { return read(paths[index], catalogue.items[index].size); }, stop,

@@ -2,9 +2,7 @@
 
 #include <cerrno>
 
-#include "device/SourceFolder.h"
 #include "foundation/files/FileError.h"
-#include "media/Snapshot.h"
 
 namespace tavrix {
 namespace {
@@ -31,35 +29,15 @@ auto asSource(const std::string& name, const Work& work) {
   }
 }
 
-/// An id may differ from its path where the disk's name is no UTF-8 or the id is numbered.
-bool mayBeOdd(std::string_view id) {
-  return id.find("\xEF\xBF\xBD") != std::string_view::npos ||
-         id.find('#') != std::string_view::npos;
-}
-
-StringMap<std::string> oddPathsIn(const std::string& folder) {
-  const auto listing = SourceFolder::list(folder);
-  std::vector<SnapshotItem> items;
-  items.reserve(listing.files.size());
-  for (const SourceFolder::File& file : listing.files) items.push_back(file.item);
-  const auto assets = Snapshot::assetsOf(items, TimeZone::utc());
-  StringMap<std::string> paths;
-  for (std::size_t i = 0; i < assets.size(); ++i) {
-    if (assets[i].id() != listing.files[i].path) paths[assets[i].id()] = listing.files[i].path;
-  }
-  return paths;
-}
-
 }  // namespace
 
 FolderMediaSource::FolderMediaSource(const std::string& folder) : folder_(openFolder(folder)) {}
 
 std::string FolderMediaSource::pathOf(std::string_view id) {
-  if (!mayBeOdd(id)) return std::string{id};
+  if (!OddPaths::mayConcern(id)) return std::string{id};
   const std::lock_guard lock{mutex_};
-  if (!oddPaths_) oddPaths_ = oddPathsIn(folder_->path());
-  const auto found = oddPaths_->find(id);
-  return found == oddPaths_->end() ? std::string{id} : found->second;
+  if (!oddPaths_) oddPaths_.emplace(SourceFolder::list(folder_->path()));
+  return oddPaths_->pathOf(id);
 }
 
 FileStatus FolderMediaSource::statusOf(const std::string& path, const std::string& name) const {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "foundation/StringMap.h"
+#include "device/OddPaths.h"
 #include "foundation/files/Folder.h"
 #include "media/MediaSource.h"
 
@@ -28,8 +28,7 @@ class FolderMediaSource : public MediaSource {
 
   std::unique_ptr<Folder> folder_;
   std::mutex mutex_;
-  /// Paths of the files whose id does not spell them; read when one is first asked for.
-  std::optional<StringMap<std::string>> oddPaths_;
+  std::optional<OddPaths> oddPaths_;  ///< listed when one is first asked for
 };
 
 }  // namespace tavrix

@@ -152,11 +152,14 @@ bool MetadataCache::isIncomplete(const SnapshotItem& item) {
 }
 
 void MetadataCache::add(Records& records, std::string key, SnapshotItem item) {
-  const auto [found, isNew] = records.try_emplace(key);
+  // Where the key is taken, neither argument is moved from.
+  const auto [found, isNew] = records.try_emplace(std::move(key), std::move(item));
+  if (isNew) return;
   SnapshotItem earlier = std::exchange(found->second, std::move(item));
-  if (isNew || earlier.dir == found->second.dir) return;
-  records.erase(keyInFolder(key, found->second.dir));
-  std::string other = keyInFolder(key, earlier.dir);
+  if (earlier.dir == found->second.dir) return;
+  std::string own = keyInFolder(found->first, found->second.dir);
+  std::string other = keyInFolder(found->first, earlier.dir);
+  records.erase(own);
   records.insert_or_assign(std::move(other), std::move(earlier));
 }
 
@@ -176,14 +179,13 @@ std::string MetadataCache::phoneKey(const std::optional<std::string>& serialNumb
 
 MetadataCache::Records MetadataCache::load(const std::string& phoneKey,
                                            const std::string& directory) {
+  if (!legacyExists(phoneKey, directory)) return loadLines(phoneKey, directory);
   Records records;
-  if (legacyExists(phoneKey, directory)) {
-    try {
-      auto legacy = decodeLegacy(legacyText(fileName(phoneKey, legacySuffix), directory));
-      if (legacy) records = legacyRecords(*std::move(legacy));
-    } catch (const FileError&) {
-      records = {};
-    }
+  try {
+    auto legacy = decodeLegacy(legacyText(fileName(phoneKey, legacySuffix), directory));
+    if (legacy) records = legacyRecords(*std::move(legacy));
+  } catch (const FileError&) {
+    records = {};
   }
   for (auto& [key, item] : loadLines(phoneKey, directory)) {
     records.insert_or_assign(key, std::move(item));

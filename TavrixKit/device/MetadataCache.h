@@ -87,7 +87,7 @@ struct MetadataCache {
 };
 
 /// The records of JSON Lines, one SnapshotItem each; lines that do not decode are passed over.
-/// Several threads decode. `fileBytes`, when known, spares the growing of the map.
+/// `fileBytes`, when known, spares the growing of the map.
 MetadataCache::Records readJsonLines(ByteReader& file, std::uint64_t fileBytes = 0);
 
 }  // namespace tavrix

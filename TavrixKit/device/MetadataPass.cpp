@@ -16,24 +16,29 @@ bool isPicture(const SnapshotItem& item) {
 
 using KeySet = absl::flat_hash_set<std::string_view>;
 
-/// Keys that more than one item has, so that one record cannot speak for all of them. Points into
-/// `keys`.
-KeySet sharedKeys(const std::vector<std::string>& keys) {
-  KeySet seen;
-  KeySet shared;
-  seen.reserve(keys.size());
-  for (const std::string& key : keys) {
-    if (!seen.insert(key).second) shared.insert(key);
-  }
-  return shared;
-}
-
 std::vector<std::string> keysOf(const std::vector<SnapshotItem>& items) {
   std::vector<std::string> keys;
   keys.reserve(items.size());
   for (const SnapshotItem& item : items) keys.push_back(MetadataCache::key(item));
   return keys;
 }
+
+/// Keys that more than one item has, so that one record cannot speak for all of them.
+class SharedKeys {
+ public:
+  explicit SharedKeys(const std::vector<SnapshotItem>& items) : keys_(keysOf(items)) {
+    KeySet seen;
+    seen.reserve(keys_.size());
+    for (const std::string& key : keys_) {
+      if (!seen.insert(key).second) shared_.insert(key);
+    }
+  }
+  bool contains(std::string_view key) const { return shared_.contains(key); }
+
+ private:
+  std::vector<std::string> keys_;
+  KeySet shared_;  ///< points into the keys
+};
 
 /// Whether it could be saved.
 bool saveQuietly(const MetadataCache::Records& records, const std::string& phoneKey,
@@ -80,14 +85,22 @@ void MetadataPass::load() {
 }
 
 std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items) const {
-  const std::vector<std::string> keys = keysOf(items);
-  const KeySet shared = sharedKeys(keys);
+  // Seldom asked for: where nothing was moved, the records have the files' own folders.
+  std::optional<SharedKeys> shared;
+  const auto isShared = [&](const std::string& key) {
+    if (!shared) shared.emplace(items);
+    return shared->contains(key);
+  };
   std::vector<std::size_t> misses;
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const bool isShared = !shared.empty() && shared.contains(keys[i]);
-    const auto* const found = MetadataCache::find(records_, keys[i], items[i].dir, isShared);
+    SnapshotItem& item = items[i];
+    const std::string key = MetadataCache::key(item);
+    const auto* found = MetadataCache::find(records_, key, item.dir, true);
+    if (found == nullptr && !isShared(key)) {
+      found = MetadataCache::find(records_, key, item.dir, false);
+    }
     if (found != nullptr) {
-      copyMetadata(*found, items[i]);
+      copyMetadata(*found, item);
     } else {
       misses.push_back(i);
     }

@@ -60,31 +60,37 @@ std::optional<Reason> reasonAgainst(const FolderEntry& entry) {
 struct ListedFolder {
   std::string path;
   int depth = 0;
-  std::vector<SourceFolder::File> files;
+  std::vector<FolderEntry> files;
   std::vector<SourceFolder::LeftOut> leftOut;
   std::vector<std::unique_ptr<ListedFolder>> inner;
 
+  std::string pathOf(const std::string& name) const {
+    return path.empty() ? name : path + "/" + name;
+  }
+
   void take(std::vector<FolderEntry>&& entries) {
-    files.reserve(entries.size());
-    for (FolderEntry& entry : entries) {
-      std::string entryPath = path.empty() ? entry.name : path + "/" + entry.name;
+    for (const FolderEntry& entry : entries) {
       if (const auto reason = reasonAgainst(entry)) {
-        leftOut.push_back({std::move(entryPath), *reason});
+        leftOut.push_back({pathOf(entry.name), *reason});
       } else if (entry.status.type == Type::folder) {
         inner.push_back(std::make_unique<ListedFolder>());
-        inner.back()->path = std::move(entryPath);
+        inner.back()->path = pathOf(entry.name);
         inner.back()->depth = depth + 1;
-      } else {
-        files.push_back({itemOf(entry.name, path, entry.status), std::move(entryPath)});
       }
     }
+    std::erase_if(entries, [](const FolderEntry& entry) {
+      return reasonAgainst(entry) || entry.status.type == Type::folder;
+    });
+    files = std::move(entries);
   }
 
   /// Files come before what lies in folders beside them.
   void moveInto(Listing& listing) {
-    std::move(files.begin(), files.end(), std::back_inserter(listing.files));
+    for (const FolderEntry& file : files) {
+      listing.items.push_back(itemOf(file.name, path, file.status));
+      listing.paths.push_back(pathOf(file.name));
+    }
     std::move(leftOut.begin(), leftOut.end(), std::back_inserter(listing.leftOut));
-    files = std::vector<SourceFolder::File>{};
     for (const auto& folder : inner) folder->moveInto(listing);
   }
   std::size_t fileCount() const {
@@ -111,7 +117,9 @@ class Lister {
     if (failure_) std::rethrow_exception(failure_);
     Listing listing;
     listing.isComplete = !stop_.stop_requested();
-    listing.files.reserve(root_.fileCount());
+    const std::size_t count = root_.fileCount();
+    listing.items.reserve(count);
+    listing.paths.reserve(count);
     root_.moveInto(listing);
     return listing;
   }

@@ -23,15 +23,6 @@ struct FolderEntry {
 /// What lies in it is listed and never changed.
 namespace SourceFolder {
 
-/// A file of the catalogue. Its item tells what a listing can: name, folder, kind, size, and the
-/// modification time as itemDate.
-struct File {
-  SnapshotItem item;
-  std::string path;  ///< below the folder listed, as the disk spells it
-
-  friend bool operator==(const File&, const File&) = default;
-};
-
 /// Why something in the folder is no file of the catalogue.
 enum class Reason {
   hidden,            ///< its name begins with a full stop
@@ -50,8 +41,13 @@ struct LeftOut {
   friend bool operator==(const LeftOut&, const LeftOut&) = default;
 };
 
+/// The files of the catalogue by folder, then by name, in the order of their bytes.
 struct Listing {
-  std::vector<File> files;  ///< by folder, then by name, in the order of their bytes
+  /// What a listing can tell of each: name, folder, kind, size, and the modification time as
+  /// itemDate.
+  std::vector<SnapshotItem> items;
+  std::vector<std::string>
+      paths;  ///< of the same files, below the folder listed, as the disk spells them
   std::vector<LeftOut> leftOut;
   bool isComplete = true;  ///< false when it was stopped
 

@@ -105,7 +105,7 @@ KnownAssets Marker::knownAssets(const std::string& phoneHash) const {
   if (phone == nullptr) return known;
   known.byLocalID.reserve(phone->files.size());
   for (const FileRecord& file : phone->files) {
-    const KnownAssets::Record entry{file.path, file.size};
+    const KnownAssets::Record entry{file.path, file.size, file.captured};
     if (file.localID) known.byLocalID.insert_or_assign(*file.localID, entry);
     if (file.cloudID) known.byCloudID.insert_or_assign(*file.cloudID, entry);
   }

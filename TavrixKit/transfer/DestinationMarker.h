@@ -30,6 +30,8 @@ struct FileRecord {
   std::optional<std::string> cloudID;
   /// The format ("jpeg", "h264") that it should have had, of an original that cannot be converted.
   std::optional<std::string> keptInsteadOf{};
+  /// When the picture was taken, of a source without a serial number.
+  std::optional<Instant> captured{};
 
   /// Nothing has been seen of the file yet.
   bool isClaim() const { return size == 0 && !sha256; }

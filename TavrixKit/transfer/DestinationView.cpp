@@ -6,6 +6,19 @@
 #include "transfer/FileNames.h"
 
 namespace tavrix {
+namespace {
+
+/// Whether a picture was taken at another moment than the one that is recorded. Another time zone
+/// shifts dates without an offset, by quarters of an hour.
+bool isAnotherShot(const MediaAsset& asset, const std::optional<Instant>& recorded) {
+  using namespace std::chrono_literals;
+  constexpr auto largestShift = 26h;
+  if (!recorded || !asset.captureDate() || !isPictureKind(asset.kind())) return false;
+  const auto distance = std::chrono::abs(*asset.captureDate() - *recorded);
+  return distance > largestShift || distance % 15min != 0ms;
+}
+
+}  // namespace
 
 DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
                                  const std::string& phoneHash,
@@ -19,6 +32,7 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
       Owner owner{isThisPhone ? file.localID.value_or("") : "",
                   file.cloudID.value_or(""),
                   file.size,
+                  file.captured,
                   isThisPhone,
                   file.sha256.has_value(),
                   record.lastTransfer};
@@ -43,7 +57,7 @@ void DestinationView::rememberEarlier(const DestinationMarker::PhoneRecord& reco
     const auto last = knownAssets_.byLocalID.find(*file.localID);
     const bool isLast = last != knownAssets_.byLocalID.end() && last->second.path == file.path;
     if (!isLast && isStillOurs(file.path)) {
-      earlier_[*file.localID].push_back({file.path, file.size});
+      earlier_[*file.localID].push_back({file.path, file.size, file.captured});
     }
   }
 }
@@ -54,7 +68,8 @@ const std::string* DestinationView::landedPath(const MediaAsset& asset, const st
     return isOnDisk(path) && isNumberedForm(path, base);
   };
   const auto counts = [&](const KnownAssets::Record& record) {
-    return lies(record.path) && mayBe(asset, record.path, record.size, conversion);
+    return lies(record.path) && !isAnotherShot(asset, record.captured) &&
+           fits(asset, record.path, record.size, conversion);
   };
   const auto last = knownAssets_.byLocalID.find(asset.id());
   if (last != knownAssets_.byLocalID.end() && counts(last->second)) return &last->second.path;
@@ -69,8 +84,8 @@ const std::string* DestinationView::landedPath(const MediaAsset& asset, const st
   return isThere ? &shot->second.path : nullptr;
 }
 
-bool DestinationView::mayBe(const MediaAsset& asset, const std::string& path, std::uint64_t size,
-                            const PlannedConversion& conversion) const {
+bool DestinationView::fits(const MediaAsset& asset, const std::string& path, std::uint64_t size,
+                           const PlannedConversion& conversion) const {
   if (isConverted(conversion) || asset.sizeBytes() == 0) return true;
   // What a killed run may have landed has the size that lies there.
   const auto onDisk = filesOnDisk_.find(path);
@@ -93,7 +108,7 @@ DestinationView::Holding DestinationView::holding(const std::string& path, const
   const Owner& owner = found->second;
   const bool isSame =
       (!owner.localID.empty() && owner.localID == asset.id() &&
-       mayBe(asset, path, owner.size, conversion)) ||
+       !isAnotherShot(asset, owner.captured) && fits(asset, path, owner.size, conversion)) ||
       (!owner.cloudID.empty() && asset.cloudID() && owner.cloudID == *asset.cloudID());
   return isSame ? Holding::thisAsset : Holding::anotherAsset;
 }

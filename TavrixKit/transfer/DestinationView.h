@@ -41,7 +41,8 @@ class DestinationView {
 
   // What is recorded under the asset's own id, with another size than the asset's, is another
   // picture's: two memory cards may give two pictures one id. Only of a file that is converted on
-  // its way, and where the size is not known, does the size tell nothing.
+  // its way, and where the size is not known, does the size tell nothing. Where the record tells
+  // when the picture was taken, one of another moment is another picture, too.
 
   /// A file is on disk at the path and recorded for this very asset.
   bool holds(const std::string& path, const MediaAsset& asset,
@@ -66,6 +67,7 @@ class DestinationView {
     std::string localID;  ///< empty for an asset of another phone, which no id of ours can equal
     std::string cloudID;
     std::uint64_t size = 0;  ///< as recorded; 0 where nothing has been seen of the file
+    std::optional<Instant> captured;
     bool isThisPhone = false;
     bool hasDigest = false;
     Instant recorded;
@@ -80,9 +82,9 @@ class DestinationView {
   void rememberEarlier(const DestinationMarker::PhoneRecord& record);
   Holding holding(const std::string& path, const MediaAsset& asset,
                   const PlannedConversion& conversion) const;
-  /// Whether what is recorded at a path on disk with this size may be the asset's.
-  bool mayBe(const MediaAsset& asset, const std::string& path, std::uint64_t size,
-             const PlannedConversion& conversion) const;
+  /// Whether what is recorded at a path on disk may be the asset's by its size.
+  bool fits(const MediaAsset& asset, const std::string& path, std::uint64_t size,
+            const PlannedConversion& conversion) const;
 
   FilesOnDisk filesOnDisk_;
   std::vector<UnreadableFolder> unreadableFolders_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "foundation/StringMap.h"
@@ -23,6 +24,8 @@ struct KnownAssets {
   struct Record {
     std::string path;  ///< relative to the destination
     std::uint64_t size = 0;
+    /// When the picture was taken, where several sources may give one id to several pictures.
+    std::optional<Instant> captured{};
 
     friend bool operator==(const Record&, const Record&) = default;
   };

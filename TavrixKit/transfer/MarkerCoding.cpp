@@ -79,11 +79,9 @@ class RecordBuilder : public JsonHandler {
   }
   static bool isFileKey(std::string_view name) {
     return name == "path" || name == "size" || name == "sha256" || name == "localID" ||
-           name == "cloudID" || name == "keptInsteadOf";
+           name == "cloudID" || name == "keptInsteadOf" || name == "captured";
   }
-  bool isOptionalFileField() const {
-    return key_ == "sha256" || key_ == "localID" || key_ == "cloudID" || key_ == "keptInsteadOf";
-  }
+  bool isOptionalFileField() const { return key_ != "path" && key_ != "size"; }
   /// The value in hand belongs to a key that nobody knows.
   bool isUnknown() const {
     return unknownDepth_ > 0 || ((depth_ == 1 || depth_ == 3) && isUnknownKey_);
@@ -115,6 +113,7 @@ class RecordBuilder : public JsonHandler {
     if (key_ == "localID") file_.localID = value;
     if (key_ == "cloudID") file_.cloudID = value;
     if (key_ == "keptInsteadOf") file_.keptInsteadOf = value;
+    if (key_ == "captured") file_.captured = parseIso8601(value);
     return key_ != "size";
   }
   static bool set(std::string& field, std::string_view value, bool& has) {
@@ -153,6 +152,7 @@ std::string encode(const PhoneRecord& record) {
   json.beginObject().key("files").beginArray();
   for (const FileRecord& file : record.files) {
     json.beginObject()
+        .field("captured", file.captured ? std::optional{iso8601(*file.captured)} : std::nullopt)
         .field("cloudID", file.cloudID)
         .field("keptInsteadOf", file.keptInsteadOf)
         .field("localID", file.localID)

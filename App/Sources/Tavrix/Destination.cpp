@@ -65,11 +65,11 @@ std::unique_ptr<Folder> held(std::unique_ptr<Folder> folder) {
 }  // namespace
 
 PhoneIdentity snapshotPhone(const std::string& deviceName) {
-  return {sha256Hex("snapshot:" + deviceName), deviceName, "iPhone"};
+  return {sha256Hex("snapshot:" + deviceName), deviceName, "iPhone", false};
 }
 
 PhoneIdentity folderPhone(const std::string& folder, const std::string& deviceName) {
-  return {sha256Hex("folder:" + resolved(folder).string()), deviceName, "iPhone"};
+  return {sha256Hex("folder:" + resolved(folder).string()), deviceName, "iPhone", false};
 }
 
 void Destination::checkApart(const std::string& source, const std::string& destination) {

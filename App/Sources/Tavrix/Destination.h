@@ -37,6 +37,7 @@ struct PhoneIdentity {
   std::string hash;  ///< SHA-256 in hexadecimal
   std::string label;
   std::string model;
+  bool hasSerialNumber = false;  ///< so that its ids are those of its own files alone
 
   friend bool operator==(const PhoneIdentity&, const PhoneIdentity&) = default;
 };

@@ -77,6 +77,11 @@ bool DestinationMemory::isClaimed(const PlannedFile& file, const std::string& pa
          !content_.view.isUnreadable(path);
 }
 
+std::optional<Instant> DestinationMemory::capturedOf(const MediaAsset& asset) const {
+  const bool tells = !setup_.phone.hasSerialNumber && isPictureKind(asset.kind());
+  return tells ? asset.captureDate() : std::nullopt;
+}
+
 void DestinationMemory::landed(const LandedFile& file) {
   const FileOutcome& outcome = file.outcome;
   const MediaAsset& asset = file.planned.asset;
@@ -87,7 +92,7 @@ void DestinationMemory::landed(const LandedFile& file) {
                             known->size == outcome.bytesOnDisk;
   if (isRemembered || !outcome.path) return;
   landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
-                     owned(asset.cloudID()), keptFormat(file)});
+                     owned(asset.cloudID()), keptFormat(file), capturedOf(asset)});
   // A file under a number that nobody could foresee is not claimed yet.
   const auto interval =
       claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)
@@ -131,8 +136,8 @@ std::vector<DestinationMarker::FileRecord> DestinationMemory::claims() const {
   for (const PlannedFile& file : claimed_->files) {
     for (const std::string& path : possiblePaths(file)) {
       if (!isClaimed(file, path)) continue;
-      files.push_back(
-          {path, 0, std::nullopt, std::string{file.asset.id()}, owned(file.asset.cloudID()), {}});
+      files.push_back({path, 0, std::nullopt, std::string{file.asset.id()},
+                       owned(file.asset.cloudID()), std::nullopt, capturedOf(file.asset)});
     }
   }
   files.insert(files.end(), landed_.begin(), landed_.end());

@@ -22,9 +22,6 @@ constexpr Sentence<std::string, std::string, std::string> listingOf{
 constexpr Sentence<std::string, std::string, std::string> reading{
     "Читаю сведения о файлах iPhone «{}»: {} / {}",
     "Reading about the files of the iPhone “{}”: {} / {}"};
-constexpr Sentence<std::string> folderRefused{
-    "iPhone «{}» не показывает свои снимки. Разблокируйте его и подключите кабель снова",
-    "The iPhone “{}” does not show its pictures. Unlock it and plug the cable in again"};
 constexpr Sentence<> unseen{"iPhone подключён, но macOS его не передаёт",
                             "The iPhone is connected, but macOS does not pass it on"};
 
@@ -73,7 +70,7 @@ struct Teller {
       case State::Failed::Reason::silent:
         return waits(state.deviceName, PhoneState::silent);
       case State::Failed::Reason::folderRefused:
-        return waits(say(language, folderRefused, printable(state.deviceName)));
+        return waits(say(language, words::phoneFolderRefused, printable(state.deviceName)));
     }
     return {};
   }

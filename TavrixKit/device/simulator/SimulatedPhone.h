@@ -36,7 +36,7 @@ struct SimulatedPhone {
   /// It stays on the cable and answers nothing any more when so many bytes of files were sent.
   std::optional<std::uint64_t> hangsAfterBytes;
   bool hangs = false;  ///< it answers nothing, not even a greeting
-  /// Files whose path ends so answer every read with an error.
+  /// Files whose path ends so answer every read with an error, and folders every listing.
   std::vector<std::string> unreadable;
 
   friend bool operator==(const SimulatedPhone&, const SimulatedPhone&) = default;

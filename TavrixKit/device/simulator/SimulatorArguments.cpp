@@ -77,7 +77,8 @@ const char* const SimulatorArguments::usage =
     "  --return-after-ms N                     and comes back so many milliseconds later\n"
     "  --hang-after BYTES                      answers nothing any more when it sent so much of\n"
     "                                          files, or ever with 0, and stays on the cable\n"
-    "  --unreadable ENDING                     files so named cannot be read; repeatable\n";
+    "  --unreadable ENDING                     files and folders so named cannot be read; "
+    "repeatable\n";
 
 std::optional<SimulatorArguments> SimulatorArguments::parse(
     const std::vector<std::string_view>& words) {

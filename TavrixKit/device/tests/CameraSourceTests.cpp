@@ -95,6 +95,23 @@ TEST_P(CameraSourceTest, download_givesEveryByteOfFilesOfAnySize) {
   }
 }
 
+TEST_P(CameraSourceTest, fileWhoseIdDoesNotSpellItsName_arrivesAllTheSame) {
+  const std::string shown = "\xEF\xBF\xBD.JPG";
+  cable.write("100APPLE/\x80.JPG", "first");
+  cable.write("100APPLE/\xFF.JPG", "second");
+  cable.write("100APPLE/a#2.JPG", "third");
+  plugIn();
+  auto camera = source();
+  for (const auto& [id, content] :
+       {std::pair<std::string, std::string>{"100APPLE/" + shown, "first"},
+        {"100APPLE/" + shown + "#2", "second"},
+        {"100APPLE/a#2.JPG", "third"}}) {
+    Received received;
+    camera.download(asset(id, content.size()), received);
+    EXPECT_EQ(received.text, content) << id;
+  }
+}
+
 TEST_P(CameraSourceTest, phoneThatLeavesAndComesBack_goesOnWhereItWas) {
   const std::string content = bytesOf(5 * mebibyte / 2);
   cable.write("100APPLE/IMG_0001.MOV", content);

@@ -244,7 +244,6 @@ TEST_F(DeviceWatcherTest, phoneOnTheBusThatNobodyHandsOver_isToldAfterTwelveSeco
   const auto since = loop.now();
   ASSERT_TRUE(runUntil([&] { return watcher->phoneOnCableButUnseen(); }));
   EXPECT_GE(loop.now() - since, 12s);
-  EXPECT_LE(loop.now() - since, 14s);
   cable.plugIn();
   ASSERT_TRUE(runUntil([&] { return !watcher->phoneOnCableButUnseen(); }));
   EXPECT_THAT(unseen, ElementsAre(true, false));

@@ -119,9 +119,7 @@ TEST_F(FolderSourceTest, treeOfManyFolders_isListedInOneOrder) {
   for (int i = 0; i < 5; ++i) {
     const auto listing = SourceFolder::list(folder / "DCIM");
     EXPECT_TRUE(listing.isComplete);
-    std::vector<std::string> listed;
-    for (const auto& file : listing.files) listed.push_back(file.path);
-    EXPECT_EQ(listed, paths);
+    EXPECT_EQ(listing.paths, paths);
   }
 }
 
@@ -242,13 +240,11 @@ TEST_F(FolderMediaSourceTest, everyFileOfTheCatalogue_arrivesWithItsOwnBytes) {
     folder.write(std::string{"DCIM/100APPLE/"} + name, std::string{"bytes of "} + name);
   }
   const auto listing = SourceFolder::list(folder / "DCIM");
-  std::vector<SnapshotItem> items;
-  for (const auto& file : listing.files) items.push_back(file.item);
-  const auto assets = Snapshot::assetsOf(items, TimeZone::utc());
+  const auto assets = Snapshot::assetsOf(listing.items, TimeZone::utc());
   ASSERT_EQ(assets.size(), 5U);
   for (std::size_t i = 0; i < assets.size(); ++i) {
     EXPECT_EQ(failureOf(assets[i]), std::nullopt) << assets[i].id();
-    EXPECT_EQ(receiver.content, "bytes of " + listing.files[i].path.substr(9)) << assets[i].id();
+    EXPECT_EQ(receiver.content, "bytes of " + listing.paths[i].substr(9)) << assets[i].id();
   }
 }
 

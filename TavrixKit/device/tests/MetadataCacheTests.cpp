@@ -9,6 +9,7 @@
 #include "device/SerialQueue.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/Folder.h"
+#include "foundation/json/TextReader.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
 namespace tavrix {
@@ -98,6 +99,43 @@ TEST_F(MetadataCacheTest, lineThatIsDamaged_costsItsRecordAlone) {
                   UnorderedElementsAre(Key("IMG_0001.HEIC|1234|0.0"), Key("IMG_0001.AAE|7|0.0")))
           << text.substr(0, 200);
     }
+  }
+}
+
+TEST_F(MetadataCacheTest, lineAsItIsWritten_isReadAsTheJsonReaderReadsIt) {
+  const auto load = [](const std::string& line) {
+    TextReader reader{line};
+    return readJsonLines(reader);
+  };
+  for (const char* const fields :
+       {R"("cam":false,"dir":"100 Фото","exifDate":"2026:05:20 12:00:00","exifOffset":"+03:00",)"
+        R"("itemDate":1779267600.123,"kind":"photo","lat":-41.5,"lon":1e-7,"name":"a b",)"
+        R"("px":0,"py":9007199254740993,"size":18446744073709551615)",
+        R"("itemDate":-0,"kind":"other","name":"a","size":1)",
+        R"("itemDate":-0.0,"kind":"other","name":"a","size":1)",
+        R"("itemDate":-1.5E+3,"kind":"other","name":"a","size":0)",
+        R"("itemDate":1.,"kind":"other","name":"a","size":1)",
+        R"("itemDate":1e400,"kind":"other","name":"a","size":1)",
+        R"("itemDate":1e-400,"kind":"other","name":"a","size":1)",
+        R"("itemDate":.5,"kind":"other","name":"a","size":1)",
+        R"("itemDate":nan,"kind":"other","name":"a","size":1)",
+        R"("itemDate":1.e5,"kind":"other","name":"a","size":1)",
+        R"("itemDate":01,"kind":"other","name":"a","size":1)",
+        R"("itemDate":null,"kind":"other","name":"a","size":1)",
+        R"("kind":"other","lat":"1","name":"a","size":1)",
+        R"("kind":"other","name":"a","size":01)",
+        R"("kind":"other","name":"a","size":1.0)",
+        R"("kind":"other","name":"a","size":1e3)",
+        R"("kind":"other","name":"a","size":18446744073709551616)",
+        R"("kind":"other","name":"a\u0041\"","size":1)",
+        "\"kind\":\"other\",\"name\":\"\xff\",\"size\":1",
+        "\"kind\":\"other\",\"name\":\"\t\",\"size\":1",
+        R"("kind":"other","name":"a","px":-1,"size":1)",
+        R"("kind":"other","name":"a","size":1,"size":2)",
+        R"("kind":"other","name":"a","size":1},{)",
+        R"("kind":"other","name":"a","new":[{}],"size":1)",
+        R"("name":"a","size":1)"}) {
+    EXPECT_EQ(load(fmt::format("{{{}}}", fields)), load(fmt::format("{{ {}}}", fields))) << fields;
   }
 }
 

@@ -24,7 +24,8 @@ PhoneRecord sample() {
           day,
           nextDay,
           {{"2026-05-20/IMG_1.HEIC", 1000, std::string(64, 'f'), "100APPLE/IMG_1.HEIC", "cloud/1"},
-           {"2026-05-20/IMG_2 \"x\".MOV", UINT64_MAX, std::nullopt, std::nullopt, std::nullopt}}};
+           {"2026-05-20/IMG_2 \"x\".MOV", UINT64_MAX, std::nullopt, std::nullopt, std::nullopt,
+            std::nullopt, nextDay}}};
 }
 
 TEST(DestinationMarker, record_writtenAndRead_isTheSame) {

@@ -334,6 +334,29 @@ INSTANTIATE_TEST_SUITE_P(
                    {"d/1 (2).mp4"}}),
     [](const auto& row) { return row.param.name; });
 
+TEST(TransferPlanner, fileOfTheSameSizeAndAnotherMoment_isAnotherPicture) {
+  using namespace std::chrono_literals;
+  const Instant taken{1779364800s};
+  const auto isNew = [&](const char* id, std::chrono::milliseconds later) {
+    const std::string path = std::string{"d"} + (id + 1);
+    FileRecord record = recordOf(path, id);
+    record.captured = taken;
+    const auto kind = mediaKindOfFileName(id);
+    const MediaAsset asset{id,           id + 2, std::nullopt, kind,        1000, taken + later,
+                           std::nullopt, false,  std::nullopt, std::nullopt};
+    return !TransferPlanner::plan({groupOf("d", {asset})}, {}, view({path}, {record}))
+                .files.empty();
+  };
+  EXPECT_FALSE(isNew("A/1.DNG", 0s));
+  EXPECT_TRUE(isNew("A/1.DNG", 1s));
+  EXPECT_TRUE(isNew("A/1.DNG", -48h));
+  // Dates without an offset, seen in another time zone.
+  EXPECT_FALSE(isNew("A/1.DNG", 12h + 45min));
+  EXPECT_FALSE(isNew("A/1.DNG", -26h));
+  // A sidecar is dated by its last writing.
+  EXPECT_FALSE(isNew("A/1.AAE", 1s));
+}
+
 TEST(TransferPlanner, picturesOfSeveralCardsWithOneID_areEachKnownWhereTheyLie) {
   const DestinationMarker::Marker marker{{{1,
                                            "me",

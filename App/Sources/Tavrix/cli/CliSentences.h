@@ -41,6 +41,11 @@ inline constexpr Sentence<Text, Text> operandTooMany{
 inline constexpr Sentence<Text, Text> folderEmpty{
     "{0} — пустая строка; укажите папку, примеры: tavrix {1} --help.",
     "{0} is empty; name a folder, for examples: tavrix {1} --help."};
+inline constexpr Sentence<Text> serialEmpty{
+    "После «phone:» нужен серийный номер, его показывает «tavrix phones»; просто phone — первый на "
+    "кабеле. Примеры: tavrix {} --help.",
+    "“phone:” takes a serial number, as “tavrix phones” tells it; phone alone is the first on the "
+    "cable. For examples: tavrix {} --help."};
 inline constexpr Sentence<Text> unknownLanguage{
     "Язык «{}» неизвестен; можно: --lang ru, --lang en или --lang system.",
     "The language “{}” is not known; choose --lang ru, --lang en or --lang system."};

@@ -284,6 +284,9 @@ class Parser {
         fail(say(language_, sentences::folderEmpty, form.operands[i], commandText(form)));
       }
     }
+    if (form.takesSource() && call_.source() == "phone:") {
+      fail(say(language_, sentences::serialEmpty, commandText(form)));
+    }
     if (call_.stateFolder == "") {
       fail(say(language_, sentences::folderEmpty, "--state", commandText(form)));
     }

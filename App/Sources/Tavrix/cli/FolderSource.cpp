@@ -7,6 +7,7 @@
 
 #include "Destination.h"
 #include "StateFolder.h"
+#include "cli/PhoneSentences.h"
 #include "cli/PhoneSource.h"
 #include "cli/Quotes.h"
 #include "cli/ReadingBar.h"
@@ -56,14 +57,17 @@ void tell(const CommandContext& context, const ListSentence& sentence,
 }
 
 void tellLeftOut(const CommandContext& context, const FolderCatalogue& catalogue) {
+  const bool isOnCable = isPhone(context.call.source());
   for (const auto& [reason, sentence] : reasonSentences) {
     std::vector<std::string> paths;
     for (const auto& leftOut : catalogue.leftOut) {
       if (leftOut.reason == reason) paths.push_back(leftOut.path);
     }
-    tell(context, sentence, paths);
+    const bool isRefused = isOnCable && reason == Reason::unreadableFolder;
+    tell(context, isRefused ? sentences::phoneFoldersRefused : sentence, paths);
   }
-  tell(context, sentences::unreadableFiles, catalogue.unreadable);
+  tell(context, isOnCable ? sentences::phoneFilesRefused : sentences::unreadableFiles,
+       catalogue.unreadable);
 }
 
 /// Of two folders that differ by letter case alone, people take one for the other.

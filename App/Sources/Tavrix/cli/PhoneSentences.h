@@ -16,6 +16,11 @@ inline constexpr Sentence<> phoneGone{"iPhone отключён. Подключи
 inline constexpr Sentence<std::string> phoneNotThere{
     "iPhone {} не подключён. Подключите его кабелем и разблокируйте",
     "The iPhone {} is not connected. Connect it by cable and unlock it"};
+/// Another one's name, and the number of the one that is wanted.
+inline constexpr Sentence<std::string, std::string> anotherPhone{
+    "На кабеле другой iPhone — «{}», а нужен {}. Подключите его кабелем и разблокируйте",
+    "Another iPhone is on the cable, “{}”; the one needed is {}. Connect it by cable and unlock "
+    "it"};
 inline constexpr Sentence<> phoneServiceMissing{
     "Служба usbmuxd, через которую виден iPhone, не отвечает. Установите пакет usbmuxd, запустите "
     "службу и подключите iPhone кабелем",
@@ -43,6 +48,10 @@ inline constexpr Sentence<std::string> phoneSilent{
     "if "
     "that does not help, restart the iPhone"};
 
+inline constexpr Sentence<std::string> phoneFolderRefused{
+    "iPhone «{}» не показывает свои снимки. Разблокируйте его и подключите кабель снова",
+    "The iPhone “{}” does not show its pictures. Unlock it and plug the cable in again"};
+
 inline constexpr Sentence<> carryOnByMyself{" — продолжу сам.", " — I will carry on by myself."};
 inline constexpr Sentence<> tryAgain{", затем повторите команду.", ", then run the command again."};
 
@@ -59,6 +68,17 @@ inline constexpr Sentence<std::string, std::string> otherPhones{
     "Взят iPhone «{}». На кабеле есть и другие: {}; чтобы взять другой, укажите его: phone:НОМЕР.",
     "The iPhone “{}” is taken. There are others on the cable: {}; to take another one, name it: "
     "phone:SERIAL."};
+
+// What of a phone is not in its catalogue: how many, and their beginning.
+inline constexpr Sentence<std::string, std::string> phoneFoldersRefused{
+    "iPhone не показывает папки ({}): {}; подключите его заново и повторите.",
+    "The iPhone does not show folders ({}): {}; plug it in again and try again."};
+inline constexpr Sentence<std::string, std::string> phoneFilesRefused{
+    "iPhone не отдаёт файлы ({}): {}; в каталоге они без даты съёмки и места. Подключите его "
+    "заново "
+    "и повторите.",
+    "The iPhone does not hand over files ({}): {}; the catalogue lacks their capture date and "
+    "place. Plug it in again and try again."};
 
 // The list of phones.
 inline constexpr Sentence<> stateReady{"готов", "ready"};

@@ -22,9 +22,12 @@ constexpr std::string_view phonePrefix = "phone:";
                        obstacle + say(context.language(), sentences::tryAgain)};
 }
 
-std::string absenceOf(Language language, const std::string& number) {
+std::string absenceOf(Language language, const std::string& number,
+                      const std::vector<PhoneOnCable>& phones) {
   if (number.empty()) return say(language, sentences::noPhone);
-  return say(language, sentences::phoneNotThere, quoted(number));
+  if (phones.empty()) return say(language, sentences::phoneNotThere, quoted(number));
+  return say(language, sentences::anotherPhone, quoted(deviceNameOf(phones.front())),
+             quoted(number));
 }
 
 PhoneOnCable findPhone(const CommandContext& context) {
@@ -39,7 +42,7 @@ PhoneOnCable findPhone(const CommandContext& context) {
   const auto found = std::find_if(phones.begin(), phones.end(), [&](const PhoneOnCable& phone) {
     return number.empty() || phone.deviceID == number || phone.serialNumber == number;
   });
-  if (found == phones.end()) fail(context, absenceOf(language, number));
+  if (found == phones.end()) fail(context, absenceOf(language, number, phones));
   const PhoneOnCable phone = *found;
   const std::string obstacle = obstacleText(language, deviceNameOf(phone), phone.state);
   if (!obstacle.empty()) fail(context, obstacle);
@@ -87,6 +90,9 @@ std::vector<SnapshotItem> readPhone(const CommandContext& context) {
                            say(context.language(), sentences::readingStopped)};
     }
     fail(context, lossText(context.language(), deviceNameOf(phone), error.kind()));
+  } catch (const FileError&) {
+    fail(context,
+         say(context.language(), sentences::phoneFolderRefused, quoted(deviceNameOf(phone))));
   }
 }
 

@@ -57,9 +57,9 @@ inline constexpr Sentence<std::string_view> stateInSource{
     "The state folder “{}” lies in the source itself; name another one: --state DIR."};
 /// Of the folders that could not be read: how many.
 inline constexpr Sentence<std::string> runWithUnreadFolders{
-    "В источнике не прочитано: {}. Файлы оттуда не перенесены; проверьте права и диск и повторите.",
-    "Not read in the source: {}. The files there were not transferred; check the permissions and "
-    "the disk, and run it again."};
+    "В источнике не прочитано: {}. Файлы оттуда не перенесены; проверьте источник и повторите.",
+    "Not read in the source: {}. The files there were not transferred; check the source and run it "
+    "again."};
 
 // A card that the destination seems to know. How many files agree, of how many.
 inline constexpr Sentence<std::string_view, std::string, std::string> cardKnownByName{

@@ -51,7 +51,7 @@ void FollowedDevice::keepToRun(bool isTransferring) {
 
 PhoneIdentity identityOf(const PhoneOnCable& phone, const std::string& name) {
   return {sha256Hex(phone.serialNumber.value_or(phone.deviceID)), name,
-          phone.model.value_or("iPhone")};
+          phone.model.value_or("iPhone"), true};
 }
 
 }  // namespace tavrix

@@ -119,6 +119,7 @@ TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
        "языка «fr» нет, можно: system, russian, english",
        "no language “fr”, allowed: system, russian, english"},
       {{"catalog", ""}, "SOURCE — пустая строка", "SOURCE is empty"},
+      {{"catalog", "phone:"}, "нужен серийный номер", "takes a serial number"},
       {{"plan", "phone", ""}, "DEST — пустая строка", "DEST is empty"},
       {{"transfer", "", "photos"}, "SOURCE — пустая строка", "SOURCE is empty"},
       {{"snapshot", "phone", ""}, "OUT-DIR — пустая строка", "OUT-DIR is empty"},

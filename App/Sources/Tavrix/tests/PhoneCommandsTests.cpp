@@ -86,6 +86,12 @@ TEST_F(PhoneCommandsTest, phoneThatCannotBeRead_isOneSentenceWithTheRemedy) {
        "повторите команду.\n"},
       {[](SimulatedPhone& phone) { phone.isLocked = true; },
        "tavrix: iPhone «iPhone» заблокирован. Разблокируйте его, затем повторите команду.\n"},
+      {[](SimulatedPhone& phone) { phone.serialNumber = "ANOTHER"; },
+       "tavrix: На кабеле другой iPhone — «iPhone», а нужен SIMULATED1. Подключите его кабелем и "
+       "разблокируйте, затем повторите команду.\n"},
+      {[](SimulatedPhone& phone) { phone.unreadable = {"/DCIM"}; },
+       "tavrix: iPhone «iPhone» не показывает свои снимки. Разблокируйте его и подключите кабель "
+       "снова, затем повторите команду.\n"},
   };
   for (const Row& row : rows) {
     cable.plugIn(row.change);
@@ -105,6 +111,18 @@ TEST_F(PhoneCommandsTest, phoneThatCannotBeRead_isOneSentenceWithTheRemedy) {
   }
   cable.unplugAll();
   EXPECT_THAT(run({"catalog", "cable"}).err, HasSubstr("usbmuxd"));
+}
+
+TEST_F(PhoneCommandsTest, whatThePhoneRefuses_isToldWithTheRemedyOfACable) {
+  cable.write("101APPLE/IMG_0003.JPG", large);
+  cable.plugIn([](SimulatedPhone& phone) { phone.unreadable = {"/101APPLE", "IMG_0001.JPG"}; });
+  const auto result = run({"transfer", "cable", "photos"});
+  EXPECT_EQ(result.status, ExitStatus::someFailed);
+  EXPECT_EQ(result.err,
+            "tavrix: The iPhone does not show folders (1): 101APPLE; plug it in again and try "
+            "again.\n"
+            "tavrix: The iPhone does not hand over files (1): 100APPLE/IMG_0001.JPG; the catalogue "
+            "lacks their capture date and place. Plug it in again and try again.\n");
 }
 
 TEST_F(PhoneCommandsTest, transfer_bringsEveryByteAndTheSecondNothingNew) {

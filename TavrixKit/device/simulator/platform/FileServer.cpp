@@ -151,6 +151,7 @@ class Files {
 
   bool listFolder(const std::optional<std::string>& path) {
     if (!path) return sendStatus(denied);
+    if (isUnreadable(*path)) return sendStatus(readError);
     std::error_code error;
     std::vector<std::string> names{".", ".."};
     for (const auto& entry : std::filesystem::directory_iterator{*path, error}) {
@@ -186,15 +187,15 @@ class Files {
     return send(openedFile, bytesOf(lastHandle_), "");
   }
 
+  bool isUnreadable(const std::string& path) const {
+    const auto& unreadable = bench_.phone(index_).unreadable;
+    return std::any_of(unreadable.begin(), unreadable.end(),
+                       [&](const std::string& end) { return path.ends_with(end); });
+  }
   bool read(std::uint64_t handle, std::uint64_t size) {
     const auto found = files_.find(handle);
     if (found == files_.end() || size > largestRead) return sendStatus(invalidArgument);
-    const auto& unreadable = bench_.phone(index_).unreadable;
-    const std::string& path = found->second.path;
-    if (std::any_of(unreadable.begin(), unreadable.end(),
-                    [&](const std::string& end) { return path.ends_with(end); })) {
-      return sendStatus(readError);
-    }
+    if (isUnreadable(found->second.path)) return sendStatus(readError);
     if (buffer_.size() < size) buffer_.resize(size);
     const ssize_t count = ::read(found->second.file.number(), buffer_.data(), size);
     if (count < 0) return sendStatus(statusOf(errno));
