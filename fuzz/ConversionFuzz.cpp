@@ -1,5 +1,5 @@
-// The converter's own parsing: orientation, segments, references, the fields of a TIFF file, the
-// frame of a result and what a process tells.
+// The converter's own parsing: orientation, segments, references and tiles, the fields of a TIFF
+// file, the frame of a result and what a process tells.
 
 #include <cstdint>
 #include <cstdlib>
@@ -7,6 +7,7 @@
 
 #include "conversion/ConversionReport.h"
 #include "conversion/HeifReferences.h"
+#include "conversion/HeifTiles.h"
 #include "conversion/JpegFrame.h"
 #include "conversion/MemoryReader.h"
 #include "conversion/StillMetadata.h"
@@ -48,6 +49,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (const auto frame = readJpegFrame(file)) require(frame->width > 0 && frame->height > 0);
   ConversionReport::Reader reader;
   reader.add(bytes);
+  if (const auto picture = readHeifTiles(bytes)) {
+    require(picture->tiles.size() == std::size_t{picture->columns} * picture->rows);
+    require(std::uint64_t{picture->tileWidth} * picture->columns >= picture->width);
+    require(std::uint64_t{picture->tileHeight} * picture->rows >= picture->height);
+    for (const std::string_view tile : picture->tiles)
+      require(tile.data() >= bytes.data() && tile.end() <= bytes.data() + bytes.size());
+  }
   relaxHeifReferences(bytes);
   require(bytes.size() == size);
   return 0;

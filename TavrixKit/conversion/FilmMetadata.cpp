@@ -12,6 +12,7 @@ constexpr std::uint64_t maxText = 1024;
 constexpr std::size_t maxUserData = 16 * 1024;
 constexpr char international = '\xA9';  ///< the copyright sign, which begins the type of a text
 constexpr std::string_view locationType = "\xA9xyz";
+constexpr std::string_view placeType = "loci";  ///< 3GPP TS 26.244, 8.4
 
 std::string bigEndian(std::uint64_t value, int bytes) {
   std::string text;
@@ -43,7 +44,8 @@ std::string textsOf(FileBytes& file, const IsoBox& userData) {
   std::string texts;
   IsoBoxes boxes{file, userData.begin, userData.end};
   while (const auto text = boxes.next()) {
-    if (!text->type.starts_with(international) || text->length() > maxText) continue;
+    const bool isText = text->type.starts_with(international) || text->type == placeType;
+    if (!isText || text->length() > maxText) continue;
     const auto content = contentOf(file, *text);
     if (content && texts.size() < maxUserData) texts += box(text->type, *content);
   }

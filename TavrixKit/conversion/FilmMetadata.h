@@ -13,7 +13,8 @@ struct FilmMetadata {
   /// The content of the box "meta" with metadata by key (QuickTime File Format, "Metadata"), in the
   /// form that MP4 has; empty where there is none.
   std::string keyed;
-  /// Boxes with international text (the same, "User data"), whole, one behind the other.
+  /// Boxes with international text (the same, "User data") and the place as 3GPP has it, whole, one
+  /// behind the other.
   std::string userData;
 
   friend bool operator==(const FilmMetadata&, const FilmMetadata&) = default;

@@ -20,9 +20,10 @@ bool isWholeFilm(RangedReader& source, RangedReader& result, const ConversionRes
   const MediaMetadata before = MetadataReader::read(source);
   const MediaMetadata after = MetadataReader::read(result);
   if (!after.px || !after.py) return false;
-  const bool isSameCapture = before.exifDate == after.exifDate &&
-                             before.exifOffset == after.exifOffset && before.lat == after.lat &&
-                             before.lon == after.lon;
+  // A place that the source tells in another form alone is told in more of them by the result.
+  const bool isSamePlace = !before.lat || (before.lat == after.lat && before.lon == after.lon);
+  const bool isSameCapture =
+      before.exifDate == after.exifDate && before.exifOffset == after.exifOffset && isSamePlace;
   return isSameCapture &&
          std::minmax(*after.px, *after.py) == std::minmax<std::int64_t>(told.width, told.height);
 }

@@ -336,7 +336,9 @@ void TransferWorker::land(const ReadyFile& ready) {
 }
 
 bool TransferWorker::giveName(const ReadyFile& ready, std::string& path) {
-  const bool isPlannedTarget = ready.target == planned(ready.index).relativePath;
+  // An original that was kept may differ from its planned name only by letter case.
+  const bool isPlannedTarget =
+      caseFolded(ready.target) == caseFolded(planned(ready.index).relativePath);
   for (std::uint64_t number = 1;; ++number) {
     path = numberedPath(ready.target, number);
     // Another file of this run has a right to its name, there already or not.

@@ -1,15 +1,34 @@
 #include "ArchivePlan.h"
 
+#include <algorithm>
 #include <numeric>
 
+#include "archives/ZipEntry.h"
 #include "foundation/StringMap.h"
 #include "naming/FolderName.h"
 #include "transfer/FileNames.h"
+#include "transfer/PathRegister.h"
 
 namespace tavrix {
 namespace {
 
 std::string archiveName(const std::string& name) { return fittingName(name + ".zip"); }
+
+/// Some programs take a backslash for the end of a folder's name.
+bool isKeptAsItIs(std::string_view path) {
+  return isSafeEntryName(path) && path.find('\\') == std::string_view::npos;
+}
+
+std::string safeName(std::string_view path) {
+  std::string name;
+  for (std::size_t begin = 0; begin <= path.size();) {
+    const std::size_t end = std::min(path.find('/', begin), path.size());
+    if (begin > 0) name += '/';
+    name += FolderName::replacingForbidden(path.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return name;
+}
 
 }  // namespace
 
@@ -42,6 +61,21 @@ std::vector<PlannedArchive> plannedArchives(const TransferPlan& plan, const Pack
     archives[found->second].files.push_back(i);
   }
   return archives;
+}
+
+std::vector<std::string> entryNames(std::vector<std::string> paths) {
+  const bool areAllKept = std::all_of(paths.begin(), paths.end(), isKeptAsItIs);
+  if (areAllKept) return paths;
+  PathRegister given;
+  for (const std::string& path : paths) given.add(path);
+  for (std::string& path : paths) {
+    if (isKeptAsItIs(path)) continue;
+    const std::string name = safeName(path);
+    std::uint64_t number = 1;
+    while (!given.add(numberedPath(name, number))) ++number;
+    path = numberedPath(name, number);
+  }
+  return paths;
 }
 
 }  // namespace tavrix

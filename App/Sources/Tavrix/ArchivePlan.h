@@ -36,4 +36,9 @@ struct PlannedArchive {
 /// one.
 std::vector<PlannedArchive> plannedArchives(const TransferPlan& plan, const Packing& packing);
 
+/// What files of one archive are called in it, by their paths in the destination: so, unless a part
+/// could lead elsewhere or break off when some program unpacks it. In such a one each character
+/// that folder names may not have becomes "-", and a number tells it from the others.
+std::vector<std::string> entryNames(std::vector<std::string> paths);
+
 }  // namespace tavrix

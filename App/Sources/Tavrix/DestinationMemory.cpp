@@ -170,7 +170,9 @@ void DestinationMemory::landed(DestinationMarker::FileRecord file) {
 }
 
 std::optional<FileError> DestinationMemory::settle() {
-  return failureOf([this] { saveFinal(); });
+  auto failure = failureOf([this] { saveFinal(); });
+  // Where nothing landed nothing is forgotten; claims that stay count for nothing at the next run.
+  return landed_.empty() ? std::nullopt : std::move(failure);
 }
 
 std::optional<FileError> DestinationMemory::settleWithoutFiles() {

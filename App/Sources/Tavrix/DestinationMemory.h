@@ -38,7 +38,7 @@ class DestinationMemory {
   void landed(DestinationMarker::FileRecord file);
 
   /// Replaces the claims by what landed; where nothing did, the marker is again as it was. Gives
-  /// why it could not be saved; nothing when it was.
+  /// why what landed could not be saved; nothing when it was.
   std::optional<FileError> settle();
   /// The same for a run without files, which leaves the marker alone but for what a killed run
   /// meant to write and nobody wants any more.

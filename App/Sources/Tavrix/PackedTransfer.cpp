@@ -8,8 +8,6 @@
 #include "Staging.h"
 #include "archives/ZipError.h"
 #include "foundation/Sentences.h"
-#include "foundation/StringMap.h"
-#include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 
 namespace tavrix {
@@ -17,8 +15,6 @@ namespace {
 
 /// How often a disk that says it has room may prove to have none.
 constexpr int mostAttempts = 3;
-/// What a desktop leaves in folders that it shows; never part of an archive.
-constexpr std::string_view desktopFile = ".DS_Store";
 
 std::uint64_t bytesOf(const TransferPlan& plan) {
   std::uint64_t bytes = 0;
@@ -41,10 +37,6 @@ std::string reasonOf(const ZipError& error, Language language) {
   return say(language, sentences::zipNotReadBack);
 }
 
-std::optional<std::string> owned(MediaAsset::Text text) {
-  return text ? std::optional<std::string>{*text} : std::nullopt;
-}
-
 }  // namespace
 
 PackedTransfer::PackedTransfer(Setup setup, Folder& destination, Destination::Content content)
@@ -65,7 +57,7 @@ TransferOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& sourc
   plan_ = &plan;
   stop_ = std::move(stop);
   spaceWait_.emplace(setup_.spaceWait, destination_, stop_);
-  files_.resize(plan.files.size());
+  files_.emplace(plan, setup_.language);
   memory_.begin(nullptr);
   writeLog(log(), "transfer start: files={}, bytes={}, dest={}, zip={}", plan.files.size(),
            bytesOf(plan), PrivateField{destination_.path()}, true);
@@ -77,7 +69,7 @@ TransferOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& sourc
     interrupt(error);
   }
   Staging::removeQuietly(destination_);
-  outcome_.report = report();
+  outcome_.report = files_->report(std::move(outcome_.report));
   if (outcome_.status == TransferRecord::Status::completed && !outcome_.report.failures.empty())
     outcome_.status = TransferRecord::Status::completedWithFailures;
   outcome_.markerFailure = memory_.settle();
@@ -86,19 +78,11 @@ TransferOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& sourc
 
 void PackedTransfer::interrupt(const FileError& error) {
   outcome_.status = TransferRecord::Status::interrupted;
-  outcome_.interruption = error;
+  outcome_.interruption = interruptionOf(error, destination_);
   writeLog(log(), "transfer failed (local fs): {}", PrivateField{error.path()});
 }
 
 // Staging.
-
-std::uint64_t PackedTransfer::bytesToStage() const {
-  std::uint64_t bytes = 0;
-  for (std::size_t i = 0; i < files_.size(); ++i) {
-    if (!files_[i].outcome) bytes += plan_->files[i].asset.sizeBytes();
-  }
-  return bytes;
-}
 
 bool PackedTransfer::stage(MediaSource& source, const TransferEngine::Progress& progress) {
   const TransferPlan staged = Staging::staged(*plan_);
@@ -107,11 +91,9 @@ bool PackedTransfer::stage(MediaSource& source, const TransferEngine::Progress& 
     if (progress) progress(snapshot);
   };
   for (int attempt = 1;; ++attempt) {
-    const std::uint64_t before = bytesToStage();
-    TransferReport report;
+    const std::uint64_t before = files_->bytesToStage();
     try {
-      runEngine(staged, source, shown, report);
-      keep(report);
+      runEngine(staged, source, shown);
       return true;
     } catch (const TransferEngine::Cancelled& cancelled) {
       keep(cancelled.report());
@@ -119,14 +101,14 @@ bool PackedTransfer::stage(MediaSource& source, const TransferEngine::Progress& 
       return false;
     } catch (const TransferEngine::Interrupted& interrupted) {
       keep(interrupted.report());
-      if (bytesToStage() < before) attempt = 1;
+      if (files_->bytesToStage() < before) attempt = 1;
       if (interrupted.underlying().code() != ENOSPC || attempt >= mostAttempts) {
         interrupt(interrupted.underlying());
         return false;
       }
     }
-    const bool goesOn =
-        spaceWait_->await(bytesToStage(), true, [](Log& log, std::uint64_t, std::uint64_t free) {
+    const bool goesOn = spaceWait_->await(
+        files_->bytesToStage(), true, [](Log& log, std::uint64_t, std::uint64_t free) {
           writeLog(log, "transfer paused: disk full (free {})", free);
         });
     if (goesOn) continue;
@@ -136,66 +118,25 @@ bool PackedTransfer::stage(MediaSource& source, const TransferEngine::Progress& 
 }
 
 void PackedTransfer::runEngine(const TransferPlan& plan, MediaSource& source,
-                               const TransferEngine::Progress& progress, TransferReport& report) {
+                               const TransferEngine::Progress& progress) {
   TransferEngine::Setup setup;
   setup.converter = setup_.converter;
   setup.log = setup_.log;
   setup.language = setup_.language;
   const PlannedFile* const first = plan.files.data();
   setup.landed = [&](const LandedFile& file) {
-    StagedFile& staged = files_[static_cast<std::size_t>(&file.planned - first)];
-    // Found again after a pause, it has no digest, and is known already.
-    if (staged.outcome && file.outcome.is<FileOutcome::AlreadyThere>()) return;
-    staged.outcome = file.outcome;
-    staged.sha256 = file.sha256;
-    staged.isSettled = false;
-    // Nothing but this run's files is in the staging folder.
-    if (file.outcome.is<FileOutcome::AlreadyThere>()) staged.outcome->kind = FileOutcome::Copied{};
+    files_->staged(static_cast<std::size_t>(&file.planned - first), file);
   };
-  report = TransferEngine{setup}.run(plan, source, destination_, progress, stop_);
+  keep(TransferEngine{setup}.run(plan, source, destination_, progress, stop_));
 }
 
 void PackedTransfer::keep(const TransferReport& report) {
   outcome_.report.bytesCopied += report.bytesCopied;
   outcome_.report.convertedSizeMismatches += report.convertedSizeMismatches;
-  StringMap<const FileOutcome*> failures;
-  for (const FileOutcome& file : report.files) {
-    if (file.is<FileOutcome::Failed>()) failures.emplace(file.assetID, &file);
-  }
-  for (std::size_t i = 0; i < files_.size() && !failures.empty(); ++i) {
-    const auto found = failures.find(plan_->files[i].asset.id());
-    if (found == failures.end()) continue;
-    files_[i].outcome = *found->second;
-    files_[i].isSettled = true;
-  }
+  files_->takeFailures(report);
 }
 
 // Packing.
-
-bool PackedTransfer::isPackable(std::size_t index) const {
-  const auto& outcome = files_[index].outcome;
-  return outcome && outcome->path && lastPathComponent(*outcome->path) != desktopFile;
-}
-
-ArchiveContent PackedTransfer::contentOf(const PlannedArchive& archive) {
-  ArchiveContent content;
-  for (const std::size_t index : archive.files) {
-    StagedFile& file = files_[index];
-    if (!isPackable(index)) {
-      if (!file.isSettled && file.outcome) {
-        file.outcome->kind = FileOutcome::Failed{say(setup_.language, sentences::notForArchives)};
-        file.outcome->path.reset();
-        file.outcome->bytesOnDisk = 0;
-      }
-      continue;
-    }
-    const std::string& path = *file.outcome->path;
-    const Instant modified = plan_->files[index].asset.captureDate().value_or(memory_.startedAt());
-    content.entries.push_back({Staging::finalPath(path), file.outcome->bytesOnDisk, modified});
-    content.paths.push_back(path);
-  }
-  return content;
-}
 
 void PackedTransfer::packAll(const TransferEngine::Progress& progress) {
   const std::vector<PlannedArchive> archives = plannedArchives(*plan_, setup_.packing);
@@ -203,7 +144,7 @@ void PackedTransfer::packAll(const TransferEngine::Progress& progress) {
   snapshot_.stage = TransferStage::packing;
   snapshot_.packGroupsTotal = archives.size();
   for (const PlannedArchive& archive : archives) {
-    const ArchiveContent content = contentOf(archive);
+    const ArchiveContent content = files_->contentOf(archive, memory_.startedAt());
     if (!content.entries.empty()) settle(archive, content);
     ++snapshot_.packedGroups;
   }
@@ -254,8 +195,10 @@ std::optional<std::string> PackedTransfer::tryToPack(const PlannedArchive& archi
   for (int attempt = 1;; ++attempt) {
     try {
       awaitSpace(archive, needed, attempt > 1);
-      packed(archive,
-             packer.pack(archive.name, content, [&](std::uint64_t bytes) { showPacking(bytes); }));
+      const auto record =
+          packer.pack(archive.name, content, [&](std::uint64_t bytes) { showPacking(bytes); });
+      files_->packed(archive, record.path);
+      memory_.landed(record);
       return std::nullopt;
     } catch (const ZipError& error) {
       return reasonOf(error, setup_.language);
@@ -267,17 +210,6 @@ std::optional<std::string> PackedTransfer::tryToPack(const PlannedArchive& archi
   }
 }
 
-void PackedTransfer::packed(const PlannedArchive& archive,
-                            const DestinationMarker::FileRecord& record) {
-  for (const std::size_t index : archive.files) {
-    StagedFile& file = files_[index];
-    if (file.isSettled || !file.outcome || !file.outcome->path) continue;
-    file.outcome->path = record.path + "/" + Staging::finalPath(*file.outcome->path);
-    file.isSettled = true;
-  }
-  memory_.landed(record);
-}
-
 void PackedTransfer::leaveUnpacked(const PlannedArchive& archive, const std::string& reason) {
   if (archive.group) {
     writeLog(log(), "pack fallback {}: {}", PrivateField{*archive.group}, PrivateField{reason});
@@ -285,16 +217,9 @@ void PackedTransfer::leaveUnpacked(const PlannedArchive& archive, const std::str
     writeLog(log(), "pack fallback single archive: {}", PrivateField{reason});
   }
   outcome_.unpackedFolders.push_back({archive.group, reason});
-  for (const std::size_t index : archive.files) {
-    StagedFile& file = files_[index];
-    if (file.isSettled || !file.outcome || !file.outcome->path) continue;
-    const MediaAsset& asset = plan_->files[index].asset;
-    file.outcome->path = Staging::moveOut(destination_, *file.outcome->path, file.sha256);
-    file.outcome->name = lastPathComponent(*file.outcome->path);
-    file.isSettled = true;
-    memory_.landed({*file.outcome->path, file.outcome->bytesOnDisk, file.sha256,
-                    std::string{asset.id()}, owned(asset.cloudID())});
-  }
+  files_->moveOut(archive, destination_, [this](DestinationMarker::FileRecord record) {
+    memory_.landed(std::move(record));
+  });
   destination_.syncVolume();
 }
 
@@ -304,30 +229,6 @@ void PackedTransfer::removeStaged(const PlannedArchive& archive) {
   } catch (const FileError&) {
     // They go with the staging folder.
   }
-}
-
-// The outcome.
-
-TransferReport PackedTransfer::report() const {
-  TransferReport report = outcome_.report;
-  for (std::size_t i = 0; i < files_.size(); ++i) {
-    const StagedFile& file = files_[i];
-    // What was only staged is gone again.
-    if (!file.outcome || (!file.isSettled && file.outcome->path)) continue;
-    const FileOutcome& outcome = report.files.emplace_back(*file.outcome);
-    if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {
-      report.failures.push_back(outcome.name + ": " + failed->reason);
-      continue;
-    }
-    report.bytesWritten += outcome.bytesOnDisk;
-    if (outcome.is<FileOutcome::KeptOriginal>()) {
-      report.conversionFallbacks.push_back(outcome.name);
-    } else {
-      ++report.copied;
-      if (plan_->files[i].isPicture) ++report.copiedPictures;
-    }
-  }
-  return report;
 }
 
 }  // namespace tavrix

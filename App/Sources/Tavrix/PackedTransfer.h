@@ -4,12 +4,12 @@
 #include <optional>
 #include <stop_token>
 #include <string>
-#include <vector>
 
 #include "ArchivePacker.h"
 #include "ArchivePlan.h"
 #include "DestinationMemory.h"
 #include "SpaceWait.h"
+#include "StagedFiles.h"
 #include "TransferOutcome.h"
 #include "foundation/TimeZone.h"
 #include "media/MediaSource.h"
@@ -45,22 +45,14 @@ class PackedTransfer {
                       const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
 
  private:
-  /// What is known of a file while it is staged.
-  struct StagedFile {
-    std::optional<FileOutcome> outcome;  ///< with the staged path, later with the final one
-    std::optional<std::string> sha256;
-    bool isSettled = false;  ///< it will not move any more, or has failed
-  };
-
   /// Fetches all files; false when the run ended before.
   bool stage(MediaSource& source, const TransferEngine::Progress& progress);
+  /// One attempt at it. Throws what the engine throws.
   void runEngine(const TransferPlan& plan, MediaSource& source,
-                 const TransferEngine::Progress& progress, TransferReport& report);
+                 const TransferEngine::Progress& progress);
   void keep(const TransferReport& report);
-  std::uint64_t bytesToStage() const;
 
   void packAll(const TransferEngine::Progress& progress);
-  ArchiveContent contentOf(const PlannedArchive& archive);
   /// Packs, or leaves in a plain folder what cannot be packed. Throws ArchivePacker::Stopped, and
   /// FileError when not even that is possible.
   void settle(const PlannedArchive& archive, const ArchiveContent& content);
@@ -68,14 +60,11 @@ class PackedTransfer {
   std::optional<std::string> tryToPack(const PlannedArchive& archive,
                                        const ArchiveContent& content);
   void awaitSpace(const PlannedArchive& archive, std::uint64_t needed, bool wasFull);
-  void packed(const PlannedArchive& archive, const DestinationMarker::FileRecord& record);
   void leaveUnpacked(const PlannedArchive& archive, const std::string& reason);
   void removeStaged(const PlannedArchive& archive);
   void showPacking(std::uint64_t bytes);
 
   void interrupt(const FileError& error);
-  TransferReport report() const;
-  bool isPackable(std::size_t index) const;
   Log& log() const { return setup_.log == nullptr ? silentLog() : *setup_.log; }
 
   Setup setup_;
@@ -84,7 +73,7 @@ class PackedTransfer {
   const TransferPlan* plan_ = nullptr;
   std::stop_token stop_;
   std::optional<SpaceWait> spaceWait_;
-  std::vector<StagedFile> files_;  ///< by index in the plan
+  std::optional<StagedFiles> files_;
   TransferOutcome outcome_;
   TransferProgressSnapshot snapshot_;
   const TransferEngine::Progress* progress_ = nullptr;

@@ -2,14 +2,17 @@
 
 #include <absl/container/flat_hash_map.h>
 
+#include "ConversionSentences.h"
 #include "RunSentences.h"
 #include "foundation/Sentences.h"
+#include "foundation/StringMap.h"
 #include "foundation/Text.h"
 
 namespace tavrix {
 namespace {
 
 using ShotInput = TransferRecord::ShotInput;
+using Container = TransferOptions::Container;
 
 std::string templateName(const NameTemplate& nameTemplate) {
   for (const NamePresets::Builtin& preset : NamePresets::builtins()) {
@@ -90,7 +93,10 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
 std::vector<std::string> notesOf(const RunToRecord& run) {
   const Language language = run.language;
   const TransferOutcome& outcome = run.outcome;
-  if (run.isUnderWay) return {say(language, sentences::noteUnderWay)};
+  if (run.isUnderWay) {
+    const bool isPacked = transferOptions(run.settings, {}).container != Container::folder;
+    return {say(language, isPacked ? sentences::notePackingUnderWay : sentences::noteUnderWay)};
+  }
   std::vector<std::string> notes;
   if (outcome.status == TransferRecord::Status::cancelled) {
     notes.push_back(say(language, sentences::noteCancelled));
@@ -119,6 +125,25 @@ std::vector<std::string> notesOf(const RunToRecord& run) {
   return notes;
 }
 
+/// Gives every file that was kept unconverted its reason.
+void tellWhyKept(TransferRecord& record, const TransferReport& report, Language language) {
+  StringMap<ConversionFailure> reasons;
+  for (const FileOutcome& file : report.files) {
+    const auto* const kept = std::get_if<FileOutcome::KeptOriginal>(&file.kind);
+    if (kept != nullptr) reasons.emplace(file.assetID, kept->reason);
+  }
+  if (reasons.empty()) return;
+  for (TransferRecord::Folder& folder : record.folders) {
+    for (TransferRecord::Shot& shot : folder.shots) {
+      for (TransferRecord::File& file : shot.files) {
+        const auto found = reasons.find(file.assetID);
+        if (found != reasons.end())
+          file.reason = sentences::conversionFailureText(language, found->second);
+      }
+    }
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> packingNotes(Language language, const TransferOutcome& outcome) {
@@ -128,9 +153,14 @@ std::vector<std::string> packingNotes(Language language, const TransferOutcome& 
                         ? say(language, sentences::noteGroupUnpacked, *folder.group, folder.reason)
                         : say(language, sentences::noteWholeUnpacked, folder.reason));
   }
-  if (!outcome.rescuedFiles.empty()) {
+  const StagingLeftOvers& leftOvers = outcome.leftOvers;
+  if (!leftOvers.rescued.empty()) {
     notes.push_back(say(language, sentences::noteRescued,
-                        counted(language, outcome.rescuedFiles.size(), sentences::files)));
+                        counted(language, leftOvers.rescued.size(), sentences::files)));
+  }
+  if (leftOvers.removed > 0) {
+    notes.push_back(say(language, sentences::noteStagingCleared,
+                        counted(language, leftOvers.removed, sentences::files)));
   }
   return notes;
 }
@@ -179,18 +209,20 @@ TransferRecord::Options recordOptions(const Settings& settings, const std::strin
 }
 
 TransferRecord recordOf(const RunToRecord& run) {
-  return makeRecord({.shots = shotsOf(run),
-                     .plan = run.plan,
-                     .report = run.outcome.report,
-                     .status = run.outcome.status,
-                     .id = run.id,
-                     .startedAt = run.startedAt,
-                     .finishedAt = run.finishedAt,
-                     .phoneName = run.phone.label,
-                     .phoneHash = run.phone.hash,
-                     .destinationPath = run.destinationPath,
-                     .options = recordOptions(run.settings, run.phone.label),
-                     .notes = notesOf(run)});
+  TransferRecord record = makeRecord({.shots = shotsOf(run),
+                                      .plan = run.plan,
+                                      .report = run.outcome.report,
+                                      .status = run.outcome.status,
+                                      .id = run.id,
+                                      .startedAt = run.startedAt,
+                                      .finishedAt = run.finishedAt,
+                                      .phoneName = run.phone.label,
+                                      .phoneHash = run.phone.hash,
+                                      .destinationPath = run.destinationPath,
+                                      .options = recordOptions(run.settings, run.phone.label),
+                                      .notes = notesOf(run)});
+  tellWhyKept(record, run.outcome.report, run.language);
+  return record;
 }
 
 }  // namespace tavrix

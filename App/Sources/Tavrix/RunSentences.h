@@ -13,6 +13,11 @@ inline constexpr Sentence<> noteUnderWay{
     "не отмечено.",
     "The program ended before the transfer did: what was copied by then is in place, but is not "
     "noted here."};
+inline constexpr Sentence<> notePackingUnderWay{
+    "Программа завершилась до конца переноса: готовые архивы лежат на месте, но здесь не отмечены; "
+    "что ждало упаковки, перенесётся заново.",
+    "The program ended before the transfer did: finished archives are in place, but are not noted "
+    "here; what was waiting to be packed has to be transferred anew."};
 inline constexpr Sentence<> noteCancelled{"Перенос отменён.", "The transfer was cancelled."};
 inline constexpr Sentence<std::string> noteInterrupted{"Перенос остановлен: {}",
                                                        "The transfer was stopped: {}"};
@@ -30,10 +35,14 @@ inline constexpr Sentence<std::string> noteWholeUnpacked{
     "The combined archive did not work out, the groups stayed ordinary folders: {}"};
 /// How many files.
 inline constexpr Sentence<std::string> noteRescued{
-    "От прерванной упаковки остались файлы, которых на телефоне уже нет: {}; они лежат в обычных "
+    "От прерванной упаковки остались файлы, которых на этом телефоне нет: {}; они лежат в обычных "
     "папках.",
-    "An interrupted packing had left files that the phone holds no more: {}; they lie in ordinary "
+    "An interrupted packing had left files that this phone does not hold: {}; they lie in ordinary "
     "folders."};
+/// How many files.
+inline constexpr Sentence<std::string> noteStagingCleared{
+    "От прерванной упаковки оставались временные копии ({}); они убраны.",
+    "An interrupted packing had left temporary copies ({}); they are removed."};
 /// How much more is needed, and how much is free.
 inline constexpr Sentence<std::string, std::string> diskFull{
     "На диске нет места: нужно ещё {} (свободно {}). Освободите место — продолжу сам.",

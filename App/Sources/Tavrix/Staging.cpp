@@ -92,22 +92,25 @@ void Staging::removeQuietly(Folder& destination) {
   }
 }
 
-std::vector<std::string> Staging::settleLeftOvers(Folder& destination, const FilesOnDisk& listed,
-                                                  const TransferPlan& plan) {
-  std::vector<std::string> rescued;
-  if (!destination.status(std::string{stagingFolder})) return rescued;
+StagingLeftOvers Staging::settleLeftOvers(Folder& destination, const FilesOnDisk& listed,
+                                          const TransferPlan& plan) {
+  StagingLeftOvers leftOvers;
+  if (!destination.status(std::string{stagingFolder})) return leftOvers;
   std::optional<PhoneFiles> phone;
   for (const auto& [path, onDisk] : listed) {
-    // Nobody can tell what a half-fetched file or archive would have become.
-    if (!isStaged(path) || path.ends_with(".part")) continue;
+    if (!isStaged(path)) continue;
     if (!phone) phone.emplace(plan);
-    if (!phone->hold(finalPath(path), onDisk.size))
-      rescued.push_back(moveOut(destination, path, std::nullopt));
+    // Nobody can tell what a half-fetched file or archive would have become.
+    if (path.ends_with(".part") || phone->hold(finalPath(path), onDisk.size)) {
+      ++leftOvers.removed;
+    } else {
+      leftOvers.rescued.push_back(moveOut(destination, path, std::nullopt));
+    }
   }
-  if (!rescued.empty()) destination.syncVolume();
+  if (!leftOvers.rescued.empty()) destination.syncVolume();
   removeQuietly(destination);
-  std::sort(rescued.begin(), rescued.end());
-  return rescued;
+  std::sort(leftOvers.rescued.begin(), leftOvers.rescued.end());
+  return leftOvers;
 }
 
 }  // namespace tavrix

@@ -2,8 +2,8 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "TransferOutcome.h"
 #include "foundation/files/Folder.h"
 #include "transfer/KnownAssets.h"
 #include "transfer/TransferPlan.h"
@@ -31,12 +31,12 @@ std::string moveOut(Folder& destination, const std::string& staged,
 /// Removes the folder; what cannot be removed is left to the next run.
 void removeQuietly(Folder& destination);
 
-/// Removes what a killed run left. Should the phone not hold one of its files any more, as far as
-/// the plan knows (by name and size, or by its planned path), the file is moved out instead; gives
-/// the paths of those. `listed` are the files that lay in the destination when the plan was made.
-/// Throws FileError.
-std::vector<std::string> settleLeftOvers(Folder& destination, const FilesOnDisk& listed,
-                                         const TransferPlan& plan);
+/// Clears away what a killed run left. Should this phone not hold one of its files, as far as the
+/// plan knows (by name and size, or by its planned path), the file is moved out instead of being
+/// removed. `listed` are the files that lay in the destination when the plan was made. Throws
+/// FileError.
+StagingLeftOvers settleLeftOvers(Folder& destination, const FilesOnDisk& listed,
+                                 const TransferPlan& plan);
 
 }  // namespace Staging
 

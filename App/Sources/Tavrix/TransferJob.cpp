@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "transfer/TransferRun.h"
+
 namespace tavrix {
 namespace {
 
@@ -12,6 +14,11 @@ std::uint64_t bytesOf(const TransferPlan& plan) {
 }
 
 }  // namespace
+
+FileError interruptionOf(const FileError& error, const Folder& destination) {
+  if (!stopsRun(error, destination)) return error;
+  return {error.operation(), destination.path(), error.code()};
+}
 
 TransferJob::TransferJob(Setup setup, Folder& destination, Destination::Content content)
     : setup_(std::move(setup)),
@@ -39,8 +46,9 @@ TransferOutcome TransferJob::execute(const TransferPlan& plan, MediaSource& sour
   } catch (const TransferEngine::Interrupted& interrupted) {
     outcome.status = TransferRecord::Status::interrupted;
     outcome.report = interrupted.report();
-    outcome.interruption = interrupted.underlying();
-    writeLog(log(), "transfer failed (local fs): {}", PrivateField{outcome.interruption->path()});
+    outcome.interruption = interruptionOf(interrupted.underlying(), destination_);
+    writeLog(log(), "transfer failed (local fs): {}",
+             PrivateField{interrupted.underlying().path()});
   }
   return outcome;
 }

@@ -6,10 +6,20 @@
 #include <vector>
 
 #include "foundation/files/FileError.h"
+#include "foundation/files/Folder.h"
 #include "history/TransferRecord.h"
 #include "transfer/TransferReport.h"
 
 namespace tavrix {
+
+/// What a run that was killed over its packing had left in the staging folder.
+struct StagingLeftOvers {
+  /// Files that the phone of the next run does not hold: where they lie now, in plain folders.
+  std::vector<std::string> rescued;
+  std::uint64_t removed = 0;  ///< copies, half-fetched ones and unfinished archives among them
+
+  friend bool operator==(const StagingLeftOvers&, const StagingLeftOvers&) = default;
+};
 
 /// How one run into one destination ended, and what it did.
 struct TransferOutcome {
@@ -29,11 +39,13 @@ struct TransferOutcome {
   std::optional<FileError> interruption;
   bool isPacked = false;  ///< the files were to lie in archives
   std::vector<UnpackedFolder> unpackedFolders;
-  /// What a killed run had fetched to pack it and the phone has no more: it lies in plain folders
-  /// now.
-  std::vector<std::string> rescuedFiles;
+  StagingLeftOvers leftOvers;  ///< of a killed run, cleared away before this one
   /// The destination could not be told what landed: the next run goes by the files alone.
   std::optional<FileError> markerFailure;
 };
+
+/// What stopped a run, for people: a fault of the whole volume names the destination, not the
+/// temporary file that met it.
+FileError interruptionOf(const FileError& error, const Folder& destination);
 
 }  // namespace tavrix

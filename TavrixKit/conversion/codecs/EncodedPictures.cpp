@@ -58,7 +58,8 @@ class EncodedPictures : public FilmTrack {
         writer_(writer),
         target_(writer.addStream(source)),
         filter_(*source.codecpar, source.time_base),
-        decoder_(av::openDecoder(source, av::codecThreads())),
+        // One more than there are processors: one of them always waits for another's picture.
+        decoder_(av::openDecoder(source, av::codecThreads() + 1)),
         encoder_(openEncoder(filter_.result(), source)),
         frame_(av::makeFrame()),
         packet_(av::makePacket()) {

@@ -63,8 +63,9 @@ ConversionResult FilmConversion::run() {
   }
   const ExpectedFilm film = expected();
   requireFilm(files_.result, film);
-  return {.width = film.size.width,
-          .height = film.size.height,
+  const ShownSize size = squareSize(source_);
+  return {.width = size.width,
+          .height = size.height,
           .milliseconds = static_cast<std::uint64_t>(std::llround(film.seconds * 1000))};
 }
 

@@ -178,15 +178,33 @@ std::optional<std::string> FilmSource::tag(const char* name) const {
   return entry->value;
 }
 
-ShownSize shownSize(const FilmSource& film) {
-  const AVCodecParameters& picture = *film.picture().codecpar;
-  const ShownSize size{static_cast<std::uint32_t>(picture.width),
-                       static_cast<std::uint32_t>(picture.height)};
+namespace {
+
+ShownSize turned(const FilmSource& film, const ShownSize& size) {
   const auto matrix = film.displayMatrix();
   if (!matrix) return size;
   const double angle = std::abs(av_display_rotation_get(matrix->data()));
   const bool isTurned = angle > 45 && angle < 135;
   return isTurned ? ShownSize{size.height, size.width} : size;
+}
+
+}  // namespace
+
+ShownSize shownSize(const FilmSource& film) {
+  const AVCodecParameters& picture = *film.picture().codecpar;
+  return turned(film, {static_cast<std::uint32_t>(picture.width),
+                       static_cast<std::uint32_t>(picture.height)});
+}
+
+ShownSize squareSize(const FilmSource& film) {
+  const AVCodecParameters& picture = *film.picture().codecpar;
+  const AVRational aspect = picture.sample_aspect_ratio;
+  std::int64_t width = picture.width;
+  // The header has 16 bits of fraction, of which the whole part counts.
+  if (aspect.num > 0 && aspect.den > 0)
+    width = av_rescale(aspect.num, width << 16U, aspect.den) >> 16U;
+  return turned(film,
+                {static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(picture.height)});
 }
 
 }  // namespace tavrix

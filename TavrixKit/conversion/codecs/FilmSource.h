@@ -78,5 +78,7 @@ struct ShownSize {
   friend bool operator==(const ShownSize&, const ShownSize&) = default;
 };
 ShownSize shownSize(const FilmSource& film);
+/// The same in square pixels, as the header of an MP4 file tells it.
+ShownSize squareSize(const FilmSource& film);
 
 }  // namespace tavrix

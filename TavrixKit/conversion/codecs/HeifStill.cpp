@@ -6,6 +6,8 @@
 #include "conversion/MemoryReader.h"
 #include "conversion/codecs/ColourProfile.h"
 #include "conversion/codecs/DecodedStill.h"
+#include "conversion/codecs/HevcPlugin.h"
+#include "conversion/codecs/TiledStill.h"
 #include "device/HeifItems.h"
 #include "transfer/MediaConverter.h"
 
@@ -175,12 +177,27 @@ bool hasJpegMatrix(const Image& image) {
   return hasJpegMatrix(nclx.get());
 }
 
+/// Phones store a picture in tiles, which the library would turn into red, green and blue one by
+/// one; here they stay what they are. False for any other picture.
+bool decodeTiled(std::span<const char> source, bool isTold, DecodedStill& still) {
+  const auto tiles = readHeifTiles(source);
+  if (!tiles) return false;
+  const bool isTurned = tiles->quarterTurns % 2 != 0;
+  const bool isWhole = (isTurned ? tiles->height : tiles->width) == still.width &&
+                       (isTurned ? tiles->width : tiles->height) == still.height;
+  if (isWhole) still.planes = decodeTiles(*tiles, isTold);
+  still.isSubsampled = still.planes.has_value();
+  return still.planes.has_value();
+}
+
 /// Planes where JPEG can take them as they are, else rows.
-void decodePixels(const Handle& handle, DecodedStill& still) {
+void decodePixels(std::span<const char> source, const Handle& handle, DecodedStill& still) {
   const int bits = heif_image_handle_get_luma_bits_per_pixel(handle.get());
   const bool hasAlpha = heif_image_handle_has_alpha_channel(handle.get()) != 0;
   const Nclx nclx = nclxOf(handle);
-  if (!hasAlpha && hasJpegMatrix(nclx.get())) {
+  const bool mayBePlanes = !hasAlpha && hasJpegMatrix(nclx.get());
+  if (mayBePlanes && decodeTiled(source, nclx != nullptr, still)) return;
+  if (mayBePlanes) {
     const Image image = decode(handle, heif_colorspace_undefined, heif_chroma_undefined);
     if (heif_image_get_colorspace(image.get()) == heif_colorspace_monochrome) {
       still.rows = std::make_unique<HeifRows>(image, heif_channel_Y, 1);
@@ -216,6 +233,7 @@ DecodedStill decodeHeif(std::span<char> source) {
   still.metadata.xmp = bytesAt(source, items->xmp());
   relaxHeifReferences(source);
 
+  useOwnHevcDecoder();
   const Context context{heif_context_alloc(), heif_context_free};
   if (context == nullptr) throw std::bad_alloc{};
   // Several files are converted at once instead.
@@ -240,7 +258,7 @@ DecodedStill decodeHeif(std::span<char> source) {
   still.height = static_cast<std::uint32_t>(height);
   still.isCropped = std::minmax(width, height) != std::minmax(storedWidth, storedHeight);
   still.metadata.icc = iccOf(handle);
-  decodePixels(handle, still);
+  decodePixels(source, handle, still);
   // The library has turned the pixels by the file's own properties; what Exif says of it is the
   // same again (ISO/IEC 23008-12, 6.5.10).
   still.orientation = 1;

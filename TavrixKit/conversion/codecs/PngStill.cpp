@@ -18,7 +18,8 @@ class PngReading {
     png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, this, refuse, ignore);
     info_ = png_ == nullptr ? nullptr : png_create_info_struct(png_);
     if (info_ == nullptr) throw std::bad_alloc{};
-    png_set_user_limits(png_, StillLimits::maxSide, StillLimits::maxSide);
+    // The size is judged when it is known, for a picture too large is not a damaged one.
+    png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_set_chunk_malloc_max(png_, StillLimits::maxMetadata);
     png_set_read_fn(png_, this, read);
     png_set_crc_action(png_, PNG_CRC_ERROR_QUIT, PNG_CRC_ERROR_QUIT);

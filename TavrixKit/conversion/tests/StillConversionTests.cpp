@@ -5,8 +5,10 @@
 #include <filesystem>
 
 #include "conversion/HeifReferences.h"
+#include "conversion/HeifTiles.h"
 #include "conversion/ProcessConverter.h"
 #include "conversion/tests/TestStills.h"
+#include "conversion/tests/support/TiledHeic.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "transfer/tests/TestLibrary.h"
 
@@ -29,6 +31,18 @@ TestPicture corners(int width = 64, int height = 48) {
                                       {{30, 30, 220}, {240, 240, 240}}};
     return colours[y < height / 2 ? 0 : 1][x < width / 2 ? 0 : 1][c];
   });
+}
+
+TestPicture noise(int side) {
+  return TestPicture::make(side, side, 3, 8, [](int x, int y, int c) {
+    return (x * 7919 + y * 104729 + c * 31 + x * y * 13) % 256;
+  });
+}
+
+/// The file with the last third of its content gone, as a bad sector leaves it.
+std::string withHole(std::string file) {
+  std::fill(file.begin() + static_cast<std::ptrdiff_t>(file.size() * 2 / 3), file.end(), '\0');
+  return file;
 }
 
 struct StillConversion : testing::Test {
@@ -94,6 +108,44 @@ TEST_F(StillConversion, heic_isNotTurnedByExif_andKeepsItsMetadata) {
   EXPECT_THAT(jpeg, HasSubstr("<x tiff:Orientation=\"1\"/>"));
 }
 
+TEST_F(StillConversion, heicOfTiles_isPutTogetherAndTurned) {
+  // A slope of its own for each colour and direction; the last tiles stick out.
+  constexpr int width = 150;
+  constexpr int height = 100;
+  const auto slope = [](int x, int y, int c) { return c == 0 ? x : c == 1 ? 2 * y : 200 - x / 2; };
+  for (int turns = 0; turns < 4; ++turns) {
+    const std::string source = tiledHeicOf(TestPicture::make(width, height, 3, 8, slope), turns);
+    ASSERT_TRUE(readHeifTiles(source)) << turns;
+    const TestPicture picture = decodeJpeg(convert(source));
+    ASSERT_EQ(picture.width, turns % 2 == 0 ? width : height);
+    ASSERT_EQ(picture.height, turns % 2 == 0 ? height : width);
+    for (int i = 0; i < width * height; ++i) {
+      const int x = i % width;
+      const int y = i / width;
+      const int columns[] = {x, y, width - 1 - x, height - 1 - y};
+      const int rows[] = {y, width - 1 - x, height - 1 - y, x};
+      const int at = (rows[turns] * picture.width + columns[turns]) * 3;
+      for (int c = 0; c < 3; ++c)
+        ASSERT_NEAR(picture.values[static_cast<std::size_t>(at + c)], slope(x, y, c), 12)
+            << turns << ' ' << x << ' ' << y;
+    }
+  }
+}
+
+TEST_F(StillConversion, tilesThatAreUnusual_areLeftToTheLibrary) {
+  const std::string usual = tiledHeicOf(corners(128, 64), 1);
+  EXPECT_TRUE(readHeifTiles(usual));
+  const std::pair<std::string, std::string> changes[] = {
+      {"irot", "imir"}, {"dimg", "xxxx"}, {"grid", "iden"}, {"hvcC", "xxxx"}, {"idat", "xxxx"}};
+  for (const auto& [from, to] : changes) {
+    std::string other = usual;
+    other.replace(other.find(from), 4, to);
+    EXPECT_FALSE(readHeifTiles(other)) << to;
+  }
+  for (std::size_t length = 0; length < usual.size(); length += 3)
+    EXPECT_FALSE(readHeifTiles({usual.data(), length})) << length;
+}
+
 TEST_F(StillConversion, transparency_liesOnWhite) {
   // Opaque, half and fully transparent black.
   const auto picture = TestPicture::make(48, 16, 4, 8, [](int x, int, int c) {
@@ -126,10 +178,7 @@ TEST_F(StillConversion, deepColours_keepTheirMeans) {
 }
 
 TEST_F(StillConversion, quality_isHonoured) {
-  const auto noise = TestPicture::make(96, 96, 3, 8, [](int x, int y, int c) {
-    return (x * 7919 + y * 104729 + c * 31 + x * y * 13) % 256;
-  });
-  const std::string source = pngOf(noise);
+  const std::string source = pngOf(noise(96));
   std::size_t smaller = 0;
   for (const double quality : {0.0, 0.3, 0.85, 1.0}) {
     const std::size_t size = convert(source, quality).size();
@@ -162,9 +211,15 @@ TEST_F(StillConversion, whatWouldLose_orIsNoPicture_isKept) {
       {damaged, "damagedInput"},
       {heic.substr(0, heic.size() / 2), "damagedInput"},
       {heic.substr(0, 40), "damagedInput"},
+      {heicOf(corners(), {}, 2), "severalPictures"},
+      // Higher than any JPEG can be.
+      {pngOf(TestPicture::make(1, 70'000, 1, 8, [](int, int, int) { return 9; })), "tooLarge"},
+      {withHole(heicOf(noise(128))), "damagedInput"},
+      {withHole(tiledHeicOf(noise(128), 0)), "damagedInput"},
       {pngOf(corners(), {"II\x2A\0"s + std::string(70'000, 'x')}), "tooLarge"},
   };
-  for (const auto& [source, reason] : rows) EXPECT_EQ(failureOf(source), reason);
+  for (const auto& [source, reason] : rows)
+    EXPECT_EQ(failureOf(source), reason) << source.substr(0, 40);
   EXPECT_NE(failureOf(bomb), "none");
 }
 

@@ -123,7 +123,7 @@ std::string webpOf(const TestPicture& picture) {
   return file;
 }
 
-std::string heicOf(const TestPicture& picture, const TestMetadata& metadata) {
+std::string heicOf(const TestPicture& picture, const TestMetadata& metadata, int pictures) {
   const std::unique_ptr<heif_context, void (*)(heif_context*)> context{heif_context_alloc(),
                                                                        heif_context_free};
   heif_encoder* encoder = nullptr;
@@ -155,6 +155,8 @@ std::string heicOf(const TestPicture& picture, const TestMetadata& metadata) {
         heif_image_set_raw_color_profile(image, "prof", metadata.icc.data(), metadata.icc.size()));
   heif_image_handle* handle = nullptr;
   require(heif_context_encode_image(context.get(), image, encoder, nullptr, &handle));
+  for (int i = 1; i < pictures; ++i)
+    require(heif_context_encode_image(context.get(), image, encoder, nullptr, nullptr));
   if (!metadata.exif.empty())
     require(heif_context_add_exif_metadata(context.get(), handle, metadata.exif.data(),
                                            static_cast<int>(metadata.exif.size())));

@@ -29,7 +29,8 @@ struct TestMetadata {
 std::string pngOf(const TestPicture& picture, const TestMetadata& metadata = {});
 std::string tiffOf(const TestPicture& picture, int orientation = 1, int pages = 1);
 std::string webpOf(const TestPicture& picture);
-std::string heicOf(const TestPicture& picture, const TestMetadata& metadata = {});
+/// With so many pictures that are all the same.
+std::string heicOf(const TestPicture& picture, const TestMetadata& metadata = {}, int pictures = 1);
 
 /// A JPEG file decoded to rows of 1 or 3 channels.
 TestPicture decodeJpeg(const std::string& file);

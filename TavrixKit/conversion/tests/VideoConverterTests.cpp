@@ -224,6 +224,22 @@ TEST_F(VideoConverterTest, aProcessOfItsOwn_givesTheSameAndEndsWhenStopped) {
   EXPECT_THROW(convertInProcess("stopped", stop, true), ConversionError);
 }
 
+TEST_F(VideoConverterTest, oblongPixelsAndThePlaceOfOtherMakers_stay) {
+  for (const char* const encoder : {"libx265", "libx264"}) {
+    make({.container = "mp4", .encoder = encoder, .hasPlace = true, .aspect = {4, 3}});
+    std::filesystem::remove(folder_ / "out");
+    EXPECT_NO_THROW(ProcessConverter{"/proc/self/exe"}.convert(assetOf("100APPLE/IMG_1.MP4"),
+                                                               planned_conversion::H264{}, source(),
+                                                               folder_ / "out", {}, {}))
+        << encoder;
+    const std::string bytes = folder_.read("out");
+    EXPECT_NE(bytes.find("loci"), std::string::npos);
+    EXPECT_NE(bytes.find("pasp"), std::string::npos);
+    EXPECT_EQ(metadataOf(folder_ / "out").px, 426);
+    EXPECT_NEAR(metadataOf(folder_ / "out").lat.value_or(0), 41.9012, 0.0001);
+  }
+}
+
 TEST_F(VideoConverterTest, resultOtherThanExpected_isFound) {
   make({.encoder = "libx264"});
   convert();

@@ -355,6 +355,9 @@ TEST_F(TransferEngineTest, keptOriginal_besideAPlannedFileOfThatName_takesANumbe
   const auto report = run(plan);
   EXPECT_EQ(report.files[0].path, "d/IMG_1 (2).HEIC");
   EXPECT_EQ(folder.read("d/IMG_1.HEIC"), planned(plan, 1));
+  // A name that differs from the file's own planned one by letter case alone is not another's.
+  auto upper = planAt("e/IMG_2.mp4", 1000, planned_conversion::H264{}, "100APPLE/IMG_2.MP4");
+  EXPECT_EQ(run(upper).files[0].path, "e/IMG_2.MP4");
 }
 
 TEST_F(TransferEngineTest, logLines_tellFailuresAndTheEnd) {

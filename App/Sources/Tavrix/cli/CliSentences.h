@@ -177,8 +177,8 @@ inline constexpr Sentence<Text, Text> spaceHint{
     "Нужно {}, а свободно {}: когда место кончится, перенос подождёт.",
     "{} are needed and {} are free: when the space runs out, the transfer will wait."};
 inline constexpr Sentence<Text, Text> markerNotSaved{
-    "Файлы на месте, но запись о переносе не сохранилась: «{}», {}.",
-    "The files are in place, but the record of the transfer was not saved: “{}”, {}."};
+    "Что перенесено, то на месте, но запись о переносе не сохранилась: «{}», {}.",
+    "What was transferred is in place, but the record of it was not saved: “{}”, {}."};
 inline constexpr Sentence<Text> outputRefused{
     "Результат не записать: {}; освободите место и повторите.",
     "The result cannot be written: {}; free some space and try again."};

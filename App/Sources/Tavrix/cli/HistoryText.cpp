@@ -3,6 +3,7 @@
 #include "cli/CliSentences.h"
 #include "cli/HistorySentences.h"
 #include "cli/TextPrinter.h"
+#include "cli/VerifySentences.h"
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
 #include "history/Verdict.h"
@@ -90,6 +91,8 @@ std::string TextPrinter::stateOf(const Record::File& file) const {
 }
 
 std::string TextPrinter::pathOrReason(const Record::File& file) const {
+  if (file.reason && file.path)
+    return printable(say(language_, sentences::fileAndReason, *file.path, *file.reason));
   return printable(file.reason ? *file.reason : file.path.value_or(""));
 }
 

@@ -68,7 +68,7 @@ struct NoMedia : MediaSource {
 TransferOutcome runJob(TransferLeg& leg, MediaSource& source, const std::stop_token& stop) {
   Folder& folder = *leg.destination.folder;
   Destination::Content& content = leg.destination.content;
-  auto rescued = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), leg.plan);
+  auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), leg.plan);
   TransferOutcome outcome;
   if (leg.packing) {
     PackedTransfer::Setup setup;
@@ -87,7 +87,7 @@ TransferOutcome runJob(TransferLeg& leg, MediaSource& source, const std::stop_to
     TransferJob job{leg.setup, folder, std::move(content)};
     outcome = job.run(leg.plan, source, leg.progress, stop);
   }
-  outcome.rescuedFiles = std::move(rescued);
+  outcome.leftOvers = std::move(leftOvers);
   return outcome;
 }
 
@@ -157,8 +157,9 @@ TransferOutcome joined(TransferOutcome first, TransferOutcome second, const Tran
   second.phoneWaits += first.phoneWaits;
   second.unpackedFolders.insert(second.unpackedFolders.begin(), first.unpackedFolders.begin(),
                                 first.unpackedFolders.end());
-  second.rescuedFiles.insert(second.rescuedFiles.begin(), first.rescuedFiles.begin(),
-                             first.rescuedFiles.end());
+  auto& rescued = second.leftOvers.rescued;
+  rescued.insert(rescued.begin(), first.leftOvers.rescued.begin(), first.leftOvers.rescued.end());
+  second.leftOvers.removed += first.leftOvers.removed;
   return second;
 }
 

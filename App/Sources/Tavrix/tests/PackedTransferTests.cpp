@@ -37,10 +37,11 @@ class NameSource : public MediaSource {
   std::string missing;
 };
 
-std::vector<MediaAsset> assetsOf(int count) {
+std::vector<MediaAsset> assetsOf(int count, const std::string& firstName = {}) {
   std::vector<MediaAsset> assets;
   for (int i = 0; i < count; ++i) {
-    const std::string name = fmt::format("IMG_{:04}.HEIC", i);
+    const std::string name =
+        i == 0 && !firstName.empty() ? firstName : fmt::format("IMG_{:04}.HEIC", i);
     assets.emplace_back(name, name, MediaAsset::Text{}, MediaKind::photo, name.size(),
                         Instant{std::chrono::hours{24 * (i / 2)}}, std::nullopt, false,
                         MediaAsset::Text{}, MediaAsset::Text{});
@@ -65,10 +66,10 @@ struct PackedTransferTest : testing::Test {
     return TransferPlanner::plan(groups, options, view);
   }
   TransferOutcome run() {
-    const Library library = makeLibrary(assetsOf(assets), {}, "en_US");
+    const Library library = makeLibrary(assetsOf(assets, firstName), {}, "en_US");
     auto content = Destination::read(folder, phone);
     const TransferPlan plan = planOf(library, content.view);
-    auto rescued = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), plan);
+    auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), plan);
     PackedTransfer::Setup setup;
     setup.phone = phone;
     setup.packing = {isPerGroup, false, "iPhone 2026-05-21"};
@@ -85,7 +86,7 @@ struct PackedTransferTest : testing::Test {
     tally = tallyOf(library, plan, outcome.report);
     EXPECT_EQ(tally.planned, tally.copied + tally.keptOriginal + tally.failed + tally.notReached);
     EXPECT_EQ(outcome.report.copied, tally.copied);
-    outcome.rescuedFiles = std::move(rescued);
+    outcome.leftOvers = std::move(leftOvers);
     return outcome;
   }
   /// All files below the destination but the marker's, with what each holds; an archive's files by
@@ -149,6 +150,7 @@ struct PackedTransferTest : testing::Test {
   std::vector<TransferProgressSnapshot> snapshots;
   bool isPerGroup = true;
   int assets = 6;
+  std::string firstName;
   TransferTally tally;
 };
 
@@ -167,6 +169,23 @@ TEST(ArchivePlan, everyFile_isInOneArchive) {
   EXPECT_THAT(plannedArchives(plan, {false, false, "all"}), ElementsAre(whole));
   EXPECT_THAT(plannedArchives(plan, {true, true, "all"}), ElementsAre(whole));
   EXPECT_THAT(plannedArchives({}, {false, false, "all"}), IsEmpty());
+}
+
+TEST(ArchivePlan, namesThatCouldLeadElsewhere_areMadeSafeAndStayDifferent) {
+  EXPECT_THAT(
+      entryNames({"d/a-b.jpg", "d/a\\b.jpg", "d/A\nB.jpg", "d/c:\xFF.jpg", "d/c.jpg"}),
+      ElementsAre("d/a-b.jpg", "d/a-b (2).jpg", "d/A-B (3).jpg", "d/c-\uFFFD.jpg", "d/c.jpg"));
+  const std::vector<std::string> safe{"C/:.jpg", "d/Ёжик 🦔?.jpg"};
+  EXPECT_EQ(entryNames(safe), safe);
+}
+
+TEST_F(PackedTransferTest, nameThatCouldLeadElsewhere_isMadeSafeInItsArchive) {
+  firstName = "..\\IMG\n.HEIC";
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, Status::completed);
+  EXPECT_THAT(outcome.unpackedFolders, IsEmpty());
+  EXPECT_EQ(outcome.report.files[0].path, "1970-01-01.zip/1970-01-01/..-IMG-.HEIC");
+  expectTruth(outcome);
 }
 
 TEST_F(PackedTransferTest, run_packsEachFolderAndRemembersTheArchives) {
@@ -388,7 +407,7 @@ TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
     DestinationMarker::removeLeftOvers(folder);  // as opening for writing does
     const TransferOutcome outcome = run();
     EXPECT_EQ(outcome.status, Status::completed) << step;
-    EXPECT_THAT(outcome.rescuedFiles, IsEmpty()) << step;
+    EXPECT_THAT(outcome.leftOvers.rescued, IsEmpty()) << step;
     EXPECT_FALSE(temporary.has(".Tavrix-staging")) << step;
     const auto after = files();
     for (const FileOutcome& file : outcome.report.files) {
@@ -408,14 +427,14 @@ TEST_F(PackedTransferTest, leftOvers_goUnlessThePhoneHasThemNoMore) {
   temporary.write(staging + "IMG_0901.HEIC.part", "half");
   temporary.write("1970-01-01/IMG_0900.HEIC", "other");
   const TransferOutcome outcome = run();
-  EXPECT_THAT(outcome.rescuedFiles,
+  EXPECT_THAT(outcome.leftOvers.rescued,
               ElementsAre("1970-01-01/IMG_0002.HEIC", "1970-01-01/IMG_0900 (2).HEIC"));
   EXPECT_EQ(temporary.read("1970-01-01/IMG_0900 (2).HEIC"), "IMG_0900.HEIC");
   EXPECT_EQ(temporary.read("1970-01-01/IMG_0900.HEIC"), "other");
   EXPECT_FALSE(temporary.has(".Tavrix-staging"));
   EXPECT_FALSE(temporary.has("1970-01-01/IMG_0000.HEIC"));
   EXPECT_THAT(packingNotes(Language::english, outcome),
-              ElementsAre(HasSubstr("holds no more: 2 files;")));
+              ElementsAre(HasSubstr("does not hold: 2 files;"), HasSubstr("copies (3 files);")));
 }
 
 TEST_F(PackedTransferTest, stagingThatIsALink_isNotFollowed) {

@@ -296,6 +296,46 @@ TEST_F(TransferCommand, archives_takeEverythingAtEveryRun) {
   EXPECT_THAT(marker(), HasSubstr("\"path\": \"No date.zip\""));
 }
 
+TEST_F(TransferCommand, recordOfAKilledRun_tellsWhereItsFilesAre) {
+  std::string note;
+  tester.duringRun = [&] {
+    const JsonValue record = tester.run({"history", "last", "--json"}).json();
+    note = *record.member("notes")->asArray()->front().asString();
+  };
+  transfer();
+  EXPECT_THAT(note, HasSubstr("что успело скопироваться, лежит на месте"));
+  transfer({"--set", "packAsZip=true"});
+  EXPECT_THAT(note, HasSubstr("что ждало упаковки, перенесётся заново"));
+}
+
+TEST_F(TransferCommand, conversions_areMadeOnceAndWhatCannotBeIsKeptWithItsReason) {
+  // A red square of four by four pixels.
+  const std::string png{
+      "\211\120\116\107\015\012\032\012\000\000\000\015\111\110\104\122\000\000\000\004\000\000\000"
+      "\004"
+      "\010\002\000\000\000\046\223\011\051\000\000\000\020\111\104\101\124\170\332\143\070\041\047"
+      "\007"
+      "\107\014\304\161\000\261\143\020\101\323\112\314\015\000\000\000\000\111\105\116\104\256\102"
+      "\140"
+      "\202",
+      73};
+  tester.addPhone(R"([{"name":"IMG_1.PNG","kind":"photo","size":73},
+                      {"name":"IMG_2.GIF","kind":"photo","size":73},
+                      {"name":"IMG_3.MP4","kind":"video","size":73}])",
+                  {"IMG_1.PNG", "IMG_2.GIF", "IMG_3.MP4"}, png);
+  tester.folder.write("phone/media/IMG_2.GIF", "GIF89a" + std::string(67, 'x'));
+  tester.folder.write("phone/media/IMG_3.MP4", std::string(73, 'x'));
+  tester.conversionProgram = "/proc/self/exe";
+  const std::vector<std::string> converting{"--set", "photoJPEG=true", "--set", "videoH264=true"};
+  EXPECT_THAT(copiedPaths(converting),
+              ElementsAre("No date/IMG_1.jpg", "No date/IMG_2.GIF", "No date/IMG_3.MP4"));
+  EXPECT_THAT(tester.folder.read("photos/No date/IMG_1.jpg"), StartsWith("\xFF\xD8\xFF"));
+  EXPECT_EQ(tester.folder.read("photos/No date/IMG_3.MP4"), std::string(73, 'x'));
+  EXPECT_THAT(tester.run({"history", "last", "--json"}).out,
+              AllOf(HasSubstr("такой формат не преобразуется"), HasSubstr("файл повреждён")));
+  EXPECT_THAT(transfer(converting).out, StartsWith("Переносить нечего"));
+}
+
 TEST_F(TransferCommand, interruptedPacking_saysWhatARepetitionDoes) {
   tester.isInterrupted = true;
   const CommandResult result = transfer({"--set", "packAsZip=true"});
@@ -308,10 +348,10 @@ TEST_F(TransferCommand, interruptedPacking_saysWhatARepetitionDoes) {
 TEST_F(TransferCommand, leftOversOfAKilledPacking_goWithTheNextRunOfAnyKind) {
   transfer();
   tester.folder.write("photos/.Tavrix-staging/2026-05-20/IMG_0001.HEIC", "0123456789");
-  EXPECT_EQ(transfer().status, ExitStatus::done);
+  EXPECT_THAT(transfer({"--lang", "en"}).out, HasSubstr("temporary copies (1 file); they are"));
   EXPECT_FALSE(tester.folder.has("photos/.Tavrix-staging"));
   tester.folder.write("photos/.Tavrix-staging/2026-05-20/IMG_0777.HEIC", "not on the phone");
-  EXPECT_THAT(transfer({"--lang", "en"}).out, HasSubstr("the phone holds no more: 1 file;"));
+  EXPECT_THAT(transfer({"--lang", "en"}).out, HasSubstr("this phone does not hold: 1 file;"));
   EXPECT_EQ(tester.folder.read("photos/2026-05-20/IMG_0777.HEIC"), "not on the phone");
 }
 

@@ -188,6 +188,15 @@ TEST_F(TransferJobTest, runThatLandsNothing_leavesTheMarkerAsItWas) {
   folder.faults().rule = failing(FileOperation::makeFolder, EACCES);
   run(std::chrono::seconds{5});
   EXPECT_EQ(temporary.read(markerName), before);
+
+  // A volume that has become one for reading alone: nothing landed of which it forgets anything.
+  folder.faults().rule = [](FileOperation operation, const std::string& path) {
+    if (operation == FileOperation::create || operation == FileOperation::makeFolder)
+      throw FileError{operation, path, EROFS};
+  };
+  const TransferOutcome outcome = run();
+  EXPECT_EQ(outcome.status, TransferRecord::Status::interrupted);
+  EXPECT_FALSE(outcome.markerFailure.has_value());
 }
 
 TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
@@ -201,6 +210,8 @@ TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
   EXPECT_EQ(outcome.status, TransferRecord::Status::interrupted);
   ASSERT_TRUE(outcome.interruption.has_value());
   EXPECT_EQ(outcome.interruption->code(), ENOSPC);
+  // No temporary file's path: a person is to make room in the folder.
+  EXPECT_EQ(outcome.interruption->path(), folder.path());
   EXPECT_EQ(rememberedFiles(), tally.copied);
   EXPECT_GT(tally.notReached, 0U);
   EXPECT_EQ(tally.planned, tally.copied + tally.failed + tally.notReached);

@@ -65,9 +65,14 @@ class Maker {
   void make() {
     addPictures();
     for (const char* const encoder : recipe_.soundEncoders) addSound(encoder);
-    if (recipe_.hasCapture) describeCapture();
+    if (recipe_.hasPlace) {
+      av_dict_set(&format_->metadata, "location", "+41.9012+012.5000/", 0);
+    } else if (recipe_.hasCapture) {
+      describeCapture();
+    }
     av::Options options;
-    options.set("movflags", "+faststart+use_metadata_tags+write_colr");
+    options.set("movflags", recipe_.hasPlace ? "+faststart+write_colr"
+                                             : "+faststart+use_metadata_tags+write_colr");
     check(avformat_write_header(format_, options.get()));
     for (std::size_t i = 0; i < recipe_.times.size(); ++i) encodePicture(i);
     encode(0, nullptr);
@@ -102,12 +107,14 @@ class Maker {
     codec.pix_fmt = recipe_.pixels;
     codec.time_base = unit;
     codec.framerate = {30, 1};
+    codec.sample_aspect_ratio = recipe_.aspect;
     codec.color_trc = recipe_.transfer;
     codec.color_primaries = recipe_.primaries;
     codec.colorspace = recipe_.matrix;
     codec.color_range = AVCOL_RANGE_MPEG;
     open(codec);
     AVStream& stream = *format_->streams[0];
+    stream.sample_aspect_ratio = recipe_.aspect;
     if (codec.codec_id == AV_CODEC_ID_HEVC) stream.codecpar->codec_tag = MKTAG('h', 'v', 'c', '1');
     if (recipe_.clockwise == 0) return;
     auto* const matrix = reinterpret_cast<std::int32_t*>(

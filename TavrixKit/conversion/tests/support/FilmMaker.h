@@ -24,7 +24,9 @@ struct FilmRecipe {
   AVColorPrimaries primaries = AVCOL_PRI_BT709;
   AVColorSpace matrix = AVCOL_SPC_BT709;
   std::vector<const char*> soundEncoders = {"aac"};
-  bool hasCapture = true;  ///< date, place and camera, as a phone writes them
+  bool hasCapture = true;   ///< date, place and camera, as a phone writes them
+  bool hasPlace = false;    ///< the place as MP4 files of other makers have it, in place of those
+  AVRational aspect{0, 1};  ///< width by height of a pixel
 
   static std::vector<std::int64_t> everyTwentieth(int count) {
     std::vector<std::int64_t> times;
