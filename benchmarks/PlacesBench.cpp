@@ -154,7 +154,7 @@ void benchLibrary(const Gazetteer& gazetteer, std::size_t shots, std::size_t pla
   std::size_t cellCount = 0;
   const double clustering = seconds([&] { PlaceClustering::assign(points, 2); });
   const double naming = seconds([&] {
-    PlaceCells cells{points, 2};
+    PlaceCells cells{points, 2, gazetteer.borders()};
     std::unordered_set<std::string> keys;
     for (const GeoPoint& point : points) keys.insert(cells.keyOf(point));
     const auto directory = std::make_shared<PlaceDirectory>(

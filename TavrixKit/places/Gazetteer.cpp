@@ -8,7 +8,7 @@ namespace tavrix {
 namespace {
 
 // Counts up whenever the choice among the places changes.
-constexpr int choiceVersion = 2;
+constexpr int choiceVersion = 3;
 
 /// The name of a place or region.
 template <typename Named>

@@ -48,7 +48,7 @@ PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
 std::shared_ptr<const PlaceLookup> PlaceNaming::name(const std::vector<GeoPoint>& points,
                                                      const Settings& settings,
                                                      const std::vector<std::string>& localeIDs) {
-  PlaceCells cells{points, settings.placeRadiusKm};
+  PlaceCells cells{points, settings.placeRadiusKm, directory_->borders()};
   resolve(keysOf(cells, points), localeIDs);
   return std::make_shared<NamedCells>(std::move(cells), directory_, settings.mergeDistricts);
 }
