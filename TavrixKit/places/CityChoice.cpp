@@ -107,7 +107,7 @@ double reachKm(std::uint32_t population) { return 10 + 1.5 * radiusKm(population
 double score(double distanceKm, std::uint32_t population) {
   const double radius = radiusKm(population);
   if (distanceKm <= radius && radius > 0) return distanceKm / radius - 1;
-  return (distanceKm - radius) / (1 + radius / 2);
+  return (distanceKm - radius) / (2 + 0.3 * radius);
 }
 
 bool isSameSide(const GazetteerTable& table, std::size_t index,
