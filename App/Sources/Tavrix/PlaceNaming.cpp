@@ -80,10 +80,15 @@ std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles) {
   return points;
 }
 
+std::vector<std::string> languagesOf(const PlaceFilter& places) {
+  if (places.localeID.empty()) return {};
+  return {places.localeID};
+}
+
 std::shared_ptr<const PlaceLookup> lookupForFilter(const std::vector<AssetBundle>& bundles,
                                                    const Settings& settings, PlaceNaming* naming) {
   if (!settings.places || naming == nullptr || !settings.geocodingEnabled) return nullptr;
-  return naming->name(positionsOf(bundles), settings, {settings.places->localeID});
+  return naming->name(positionsOf(bundles), settings, languagesOf(*settings.places));
 }
 
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,

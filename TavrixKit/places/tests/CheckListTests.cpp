@@ -1,6 +1,6 @@
 // Points that people photograph, with the names that they would expect; written down from general
 // knowledge and maps, not from the table. check-list.tsv holds, between tabs: what it is, latitude,
-// longitude, the English names that are right, the Russian name (empty: not checked), the country,
+// longitude, the English and the Russian names that are right (empty: not checked), the country,
 // whether the choice among the places was fitted to the point or it was kept aside meanwhile, and,
 // where the table is wrong, what it says instead.
 
@@ -75,14 +75,14 @@ TEST(CheckList, knownPlaces_haveTheirNames) {
     if (place.found.empty()) {
       EXPECT_TRUE(isRight) << nameAt(place.point);
       const auto russian = gazetteer().resolve(place.point, "ru_RU")->city;
-      EXPECT_EQ(place.russian.empty() ? russian : place.russian, russian);
+      EXPECT_TRUE(place.russian.empty() || isOneOf(place.russian, russian.value_or(""))) << *russian;
     } else {
       EXPECT_EQ(nameAt(place.point), place.found) << "no longer the miss that is written down";
     }
   }
   EXPECT_GE(countries.size(), 60U);
   for (const auto& [group, count] : all) {
-    EXPECT_GE(count, 100) << group;
+    EXPECT_GE(count, 75) << group;
     EXPECT_GE(right[group], count * 9 / 10) << group;
   }
 }
