@@ -62,8 +62,8 @@ std::optional<std::uint8_t> Borders::countryAt(const GeoPoint& point) const {
   std::bitset<mostCountries> isInside;
   visitBand(bandOf(point.latitude), [&](const Side& side) {
     if ((side.south.latitude > point.latitude) == (side.north.latitude > point.latitude)) return;
-    const double share = (point.latitude - side.south.latitude) /
-                         (side.north.latitude - side.south.latitude);
+    const double share =
+        (point.latitude - side.south.latitude) / (side.north.latitude - side.south.latitude);
     const double crossing =
         side.south.longitude + share * (side.north.longitude - side.south.longitude);
     if (longitude > crossing) isInside.flip(side.country);
@@ -81,8 +81,8 @@ bool Borders::areWithin(const GeoPoint& point, double km) const {
   const std::size_t last = bandOf(point.latitude + degrees);
   for (std::size_t band = bandOf(point.latitude - degrees); band <= last && !isNear; ++band) {
     visitBand(band, [&](const Side& side) {
-      isNear = isNear ||
-               distanceToLine(offsetKm(point, side.south), offsetKm(point, side.north)) <= km;
+      isNear =
+          isNear || distanceToLine(offsetKm(point, side.south), offsetKm(point, side.north)) <= km;
     });
   }
   return isNear;

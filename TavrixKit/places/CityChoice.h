@@ -9,9 +9,9 @@
 namespace tavrix::CityChoice {
 
 /// Kilometres around its centre that a place of so many people fills: 0.88 · (people / 1000) ^ 0.4,
-/// 14 for a million. The exponent lies above the third root that built-up areas grow by (S. Nordbeck,
-/// "Urban Allometric Growth", 1971), because a great city's parts have names of the city, too; it is
-/// fitted to the check list.
+/// 14 for a million. The exponent lies above the third root that built-up areas grow by (S.
+/// Nordbeck, "Urban Allometric Growth", 1971), because a great city's parts have names of the city,
+/// too; it is fitted to the check list.
 double radiusKm(std::uint32_t population);
 
 /// Kilometres from its centre up to which a point may be named after a place: ten, and half as much
@@ -20,7 +20,8 @@ double reachKm(std::uint32_t population);
 
 /// How well a place fits a point so far from its centre; the lowest wins. Inside the radius it is
 /// distance / radius − 1, so a suburb's own centre beats the city beside it, while a village inside
-/// a city has to be right at the point; outside it is the kilometres to the edge / (1 + radius / 2).
+/// a city has to be right at the point; outside it is the kilometres to the edge / (2 + 0.3 ·
+/// radius).
 double score(double distanceKm, std::uint32_t population);
 
 /// What is added to a score above −0.4 of a place that lies in another region than the place
@@ -37,11 +38,12 @@ struct Choice {
 
 /// Whether a point may be named after a place: not when the point lies in the area of another
 /// country, unless the place itself does.
-bool isSameSide(const GazetteerTable& table, std::size_t index, std::optional<std::uint8_t> country);
+bool isSameSide(const GazetteerTable& table, std::size_t index,
+                std::optional<std::uint8_t> country);
 
 /// The place with the lowest score among those that reach the point on its side of every border; of
-/// equal ones the first in the table. When that is a part of a city, the city. Nothing when no place
-/// reaches the point.
+/// equal ones the first in the table. When that is a part of a city, the city. Nothing when no
+/// place reaches the point.
 std::optional<Choice> cityAt(const GazetteerTable& table, const GeoPoint& point);
 
 /// The city that a place belongs to: at least twice as large, of the same region (and of no other
@@ -58,10 +60,10 @@ struct Area {
   friend bool operator==(const Area&, const Area&) = default;
 };
 
-/// The country whose area the point lies in, and the region of the nearest place of it within 80 km,
-/// told when all others up to half as far again (and at least 20 km farther) are of it, too, and its
-/// places up to 120 km off lie on all sides of the point. Nothing farther than 400 km from every
-/// place: a country's area goes out to sea.
+/// The country whose area the point lies in, and the region of the nearest place of it within 80
+/// km, told when all others up to half as far again (and at least 20 km farther) are of it, too,
+/// and its places up to 120 km off lie on all sides of the point. Nothing farther than 400 km from
+/// every place: a country's area goes out to sea.
 Area areaAt(const GazetteerTable& table, const GeoPoint& point);
 
 }  // namespace tavrix::CityChoice

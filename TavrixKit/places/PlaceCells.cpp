@@ -36,7 +36,8 @@ PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm, con
     const auto cell = grid_.cellOf(PlaceClustering::unitVector(center));
     grid_.move(static_cast<std::uint32_t>(cells_.size()), std::nullopt, cell);
     // A centre moves on while points join; those that it left behind are nearer than this.
-    const bool isAtBorder = borders_.areWithin(center, std::min(2 * radiusKm, farthestFromBorderKm));
+    const bool isAtBorder =
+        borders_.areWithin(center, std::min(2 * radiusKm, farthestFromBorderKm));
     cells_.push_back({center, keyAt(center), isAtBorder});
   }
   divide(points, clusters.clusterOfPoint);

@@ -69,13 +69,14 @@ TEST(CheckList, knownPlaces_haveTheirNames) {
     countries.insert(place.country);
     ++all[place.group];
     const auto english = gazetteer().resolve(place.point, "en_US");
-    const bool isRight = isOneOf(place.english, english->city.value_or("")) &&
-                         english->countryCode == place.country;
+    const bool isRight =
+        isOneOf(place.english, english->city.value_or("")) && english->countryCode == place.country;
     if (isRight) ++right[place.group];
     if (place.found.empty()) {
       EXPECT_TRUE(isRight) << nameAt(place.point);
       const auto russian = gazetteer().resolve(place.point, "ru_RU")->city;
-      EXPECT_TRUE(place.russian.empty() || isOneOf(place.russian, russian.value_or(""))) << *russian;
+      EXPECT_TRUE(place.russian.empty() || isOneOf(place.russian, russian.value_or("")))
+          << *russian;
     } else {
       EXPECT_EQ(nameAt(place.point), place.found) << "no longer the miss that is written down";
     }

@@ -142,8 +142,9 @@ TEST(Gazetteer, mainCity_gathersWhatBelongsToOneCity) {
   EXPECT_EQ(mainCityOf({"Quarter", off(9), 2'000'000}), "Metropolis");
   const MadePlace quarter{"Quarter", off(9), 2'000'000};
   const MadePlace beach{"Beach", off(13), 60'000};
-  EXPECT_EQ(gazetteerOf(madeTable({metropolis, quarter, beach})).resolve(beach.point, "en")->mainCity,
-            "Metropolis")
+  EXPECT_EQ(
+      gazetteerOf(madeTable({metropolis, quarter, beach})).resolve(beach.point, "en")->mainCity,
+      "Metropolis")
       << "and not the quarter that it is a part of";
   EXPECT_EQ(mainCityOf({"Equal", off(9), 7'000'000}), "");
   EXPECT_EQ(mainCityOf({"Outside", off(28), 200'000}), "");
@@ -311,7 +312,8 @@ std::optional<CityChoice::Choice> bestOfAll(const GazetteerTable& table, const G
   }
   std::optional<CityChoice::Choice> best;
   for (auto [city, score] : reaching) {
-    if (score > -0.4 && table.regionNumberAt(city) != region) score += 0.5;
+    const bool isFar = score > CityChoice::ownScore && table.regionNumberAt(city) != region;
+    if (isFar) score += CityChoice::otherRegionScore;
     if (!best || score < best->score) best = {city, score};
   }
   return best;
@@ -339,11 +341,12 @@ TEST(Gazetteer, search_findsWhatLookingAtEveryPlaceFinds) {
 }
 
 TEST(Borders, pointsLieInTheAreaAroundThem) {
-  const auto gazetteer = gazetteerOf(madeTable(
-      {{"A", {0, 0}}}, {}, {{"AA", {{0, 0}, {0, 10}, {10, 10}, {10, 0}}},
-                            {"AA", {{4, 4}, {4, 6}, {6, 6}, {6, 4}}},
-                            {"BB", {{4, 4}, {4, 6}, {6, 6}, {6, 4}}},
-                            {"CC", {{-10, 170}, {-10, 180}, {10, 180}, {10, 170}}}}));
+  const auto gazetteer =
+      gazetteerOf(madeTable({{"A", {0, 0}}}, {},
+                            {{"AA", {{0, 0}, {0, 10}, {10, 10}, {10, 0}}},
+                             {"AA", {{4, 4}, {4, 6}, {6, 6}, {6, 4}}},
+                             {"BB", {{4, 4}, {4, 6}, {6, 6}, {6, 4}}},
+                             {"CC", {{-10, 170}, {-10, 180}, {10, 180}, {10, 170}}}}));
   const GazetteerTable& table = gazetteer.table();
   const auto at = [&](const GeoPoint& point) {
     const auto country = table.borders().countryAt(point);
@@ -365,8 +368,8 @@ TEST(Borders, pointsLieInTheAreaAroundThem) {
 }
 
 TEST(PlaceCells, clusterAcrossABorder_isACellOnEachSideOfIt) {
-  const auto gazetteer = gazetteerOf(madeTable(
-      {{"Here", off(-1), 5000}, {"There", off(1), 90'000, "BB"}}, {}, borderAt(0.1)));
+  const auto gazetteer = gazetteerOf(
+      madeTable({{"Here", off(-1), 5000}, {"There", off(1), 90'000, "BB"}}, {}, borderAt(0.1)));
   const PlaceCells cells{{off(-0.4), off(0.5), off(-0.2), off(20)}, 2, gazetteer.borders()};
   const auto cityOf = [&](const GeoPoint& point) {
     const std::string key = cells.keyOf(point);

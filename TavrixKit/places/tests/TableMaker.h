@@ -117,10 +117,9 @@ inline std::string madeTable(std::vector<MadePlace> places,
     appendNumber(records, place.region, 2);
     appendNumber(records, place.district, 2);
     appendNumber(records, countryNumber(countries, place.country), 1);
-    appendNumber(records,
-                 (place.isCapital ? 1 : 0) + (place.partOf.empty() ? 0 : 2) +
-                     (place.isAstray ? 4 : 0),
-                 1);
+    appendNumber(
+        records,
+        (place.isCapital ? 1 : 0) + (place.partOf.empty() ? 0 : 2) + (place.isAstray ? 4 : 0), 1);
   }
   const auto [borderStarts, sides] = madeBorders(areas, countries);
   std::string regionRecords;
