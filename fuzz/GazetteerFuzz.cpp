@@ -22,6 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     for (const GeoPoint& point : {GeoPoint{0, 0}, {90, 0}, {-90, 180}, {43.7, 7.4}, {5, -180}}) {
       const auto place = gazetteer.resolve(point, "en_US");
+      table.borders().areWithin(point, 50);
       const auto city = CityChoice::cityAt(table, point);
       if (place->city.has_value() != city.has_value()) std::abort();
       if (city && city->index >= table.size()) std::abort();

@@ -14,38 +14,52 @@ using Part = GazetteerTable::Part;
 constexpr std::uint32_t largestPopulation = 40'000'000;
 constexpr std::uint32_t largestOfSmallPart = 100'000;
 
-constexpr double capitalShare = 0.6;
 constexpr std::uint64_t mainCityFactor = 2;
-constexpr double mainCityShare = 0.8;
+constexpr double mainCityShare = 2.0 / 3;
 constexpr double areaReachKm = 80;
 constexpr double surroundingKm = 120;
-constexpr double abroadKm = 160;
+constexpr double landReachKm = 400;
 
-/// Visits index, distance and population of the places that reach a point.
-template <typename Visit>
-void visitReaching(const GazetteerTable& table, const GeoPoint& point, Visit visit) {
+struct Candidate {
+  std::size_t city;
+  double distance;
+  double score;
+};
+
+/// The places that reach a point on its side of every border.
+std::vector<Candidate> placesReaching(const GazetteerTable& table, const GeoPoint& point) {
+  const auto country = table.borders().countryAt(point);
+  std::vector<Candidate> candidates;
   const auto consider = [&](std::size_t index) {
     const double distance = haversineDistanceKm(point, table.pointAt(index));
     const std::uint32_t population = table.populationAt(index);
-    if (distance <= reachKm(population)) visit(index, distance, population);
+    if (distance > reachKm(population) || !isSameSide(table, index, country)) return;
+    if (const auto city = table.cityAt(index)) {
+      candidates.push_back({*city, distance, score(distance, population)});
+    }
   };
   table.visitAround(point, reachKm(largestPopulation), Part::large, consider);
   table.visitAround(point, reachKm(largestOfSmallPart), Part::small, consider);
+  return candidates;
 }
 
 struct Near {
-  GazetteerPlace place;
+  GeoPoint point;
+  std::uint16_t region;
   double distance;
 };
 
-/// The places up to so far from a point.
-std::vector<Near> placesAround(const GazetteerTable& table, const GeoPoint& point,
-                               double radiusKm) {
+/// The places of a country up to so far from a point.
+std::vector<Near> placesAround(const GazetteerTable& table, const GeoPoint& point, double radiusKm,
+                               std::uint8_t country) {
   std::vector<Near> around;
   for (const Part part : {Part::large, Part::small}) {
     table.visitAround(point, radiusKm, part, [&](std::size_t index) {
-      const double distance = haversineDistanceKm(point, table.pointAt(index));
-      if (distance <= radiusKm) around.push_back({table.at(index), distance});
+      if (table.countryNumberAt(index) != country) return;
+      const GeoPoint place = table.pointAt(index);
+      const double distance = haversineDistanceKm(point, place);
+      if (distance > radiusKm) return;
+      around.push_back({place, table.regionNumberAt(index), distance});
     });
   }
   return around;
@@ -73,13 +87,11 @@ bool areOnAllSides(std::vector<double> bearings) {
   return widest < std::numbers::pi;
 }
 
-/// Whether those of the places that belong to an area lie on all sides of a point.
-template <typename Belongs>
-bool isSurrounded(const GeoPoint& point, const std::vector<Near>& around, Belongs belongs) {
+/// Whether the places of a region lie on all sides of a point.
+bool isSurrounded(const GeoPoint& point, const std::vector<Near>& around, std::uint16_t region) {
   std::vector<double> bearings;
   for (const Near& each : around) {
-    if (each.distance > surroundingKm || !belongs(each.place)) continue;
-    bearings.push_back(bearing(point, each.place.point));
+    if (each.region == region) bearings.push_back(bearing(point, each.point));
   }
   return areOnAllSides(std::move(bearings));
 }
@@ -87,37 +99,47 @@ bool isSurrounded(const GeoPoint& point, const std::vector<Near>& around, Belong
 }  // namespace
 
 double radiusKm(std::uint32_t population) {
-  return 1.2 * std::cbrt(std::min(population, largestPopulation) / 1000.0);
+  return 0.88 * std::pow(std::min(population, largestPopulation) / 1000.0, 0.4);
 }
 
-double reachKm(std::uint32_t population) { return 10 + 2 * radiusKm(population); }
+double reachKm(std::uint32_t population) { return 10 + 1.5 * radiusKm(population); }
 
 double score(double distanceKm, std::uint32_t population) {
   const double radius = radiusKm(population);
-  return distanceKm <= radius && radius > 0 ? distanceKm / radius - 1 : distanceKm - radius;
+  if (distanceKm <= radius && radius > 0) return distanceKm / radius - 1;
+  return (distanceKm - radius) / (2 + 0.3 * radius);
+}
+
+bool isSameSide(const GazetteerTable& table, std::size_t index,
+                std::optional<std::uint8_t> country) {
+  return !country || table.countryNumberAt(index) == *country || table.isAstray(index);
 }
 
 std::optional<Choice> cityAt(const GazetteerTable& table, const GeoPoint& point) {
+  const std::vector<Candidate> candidates = placesReaching(table, point);
+  if (candidates.empty()) return std::nullopt;
+  const auto nearest = std::min_element(
+      candidates.begin(), candidates.end(),
+      [](const Candidate& a, const Candidate& b) { return a.distance < b.distance; });
+  const std::uint16_t region = table.regionNumberAt(nearest->city);
   std::optional<Choice> best;
-  std::optional<Choice> capital;
-  const auto improve = [](std::optional<Choice>& choice, const Choice& candidate) {
-    if (!choice || candidate.score < choice->score) choice = candidate;
-  };
-  visitReaching(table, point, [&](std::size_t index, double distance, std::uint32_t population) {
-    const Choice candidate{index, score(distance, population)};
-    improve(best, candidate);
-    const bool isDeepInside = distance <= capitalShare * radiusKm(population);
-    if (isDeepInside && table.at(index).isCapital) improve(capital, candidate);
-  });
-  if (capital && table.at(capital->index).country != table.at(best->index).country) return capital;
+  for (const Candidate& each : candidates) {
+    const bool isFar = each.score > ownScore && table.regionNumberAt(each.city) != region;
+    const double score = each.score + (isFar ? otherRegionScore : 0);
+    if (!best || score < best->score) best = Choice{each.city, score};
+  }
   return best;
 }
 
-std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t index) {
+namespace {
+
+/// The next larger city that a place belongs to.
+std::optional<std::size_t> cityAround(const GazetteerTable& table, std::size_t index) {
   const GazetteerPlace part = table.at(index);
   std::optional<Choice> best;
   const auto consider = [&](std::size_t other) {
     const std::uint32_t population = table.populationAt(other);
+    if (table.cityAt(other) != other) return;
     if (population < mainCityFactor * part.population) return;
     const double distance = haversineDistanceKm(part.point, table.pointAt(other));
     if (distance > mainCityShare * radiusKm(population)) return;
@@ -131,31 +153,34 @@ std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t i
   return best ? std::optional{best->index} : std::nullopt;
 }
 
+}  // namespace
+
+std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t index) {
+  // Each step at least doubles the population, so it ends.
+  auto city = cityAround(table, index);
+  while (city) {
+    const auto next = cityAround(table, *city);
+    if (!next) break;
+    city = next;
+  }
+  return city;
+}
+
 Area areaAt(const GazetteerTable& table, const GeoPoint& point) {
-  // Most of the Earth has no place within reach, and needs no wider look.
-  if (placesAround(table, point, areaReachKm).empty()) return {};
-  const std::vector<Near> around = placesAround(table, point, abroadKm);
+  const auto country = table.borders().countryAt(point);
+  if (!country) return {};
+  const std::vector<Near> around = placesAround(table, point, surroundingKm, *country);
+  if (around.empty() && placesAround(table, point, landReachKm, *country).empty()) return {};
   const auto nearest =
       std::min_element(around.begin(), around.end(),
                        [](const Near& a, const Near& b) { return a.distance < b.distance; });
-  Area area{nearest->place.country, nearest->place.region};
-  const auto isInCountry = [&](const GazetteerPlace& place) {
-    return place.country == area.country;
-  };
-  const auto isInRegion = [&](const GazetteerPlace& place) {
-    return isInCountry(place) && place.region == area.region;
-  };
+  Area area{table.country(*country)};
+  if (nearest == around.end() || nearest->distance > areaReachKm) return area;
   const double agreed = std::max(1.5 * nearest->distance, nearest->distance + 20);
-  bool isNearBorder = false;
-  bool isOneRegion = area.region != 0;
-  for (const Near& each : around) {
-    const bool isClose = each.distance <= agreed;
-    if (isClose && !isInCountry(each.place)) return {};
-    if (!isInCountry(each.place)) isNearBorder = true;
-    if (isClose && !isInRegion(each.place)) isOneRegion = false;
-  }
-  if (isNearBorder && !isSurrounded(point, around, isInCountry)) return {};
-  if (!isOneRegion || !isSurrounded(point, around, isInRegion)) area.region = 0;
+  const bool isOneRegion = std::all_of(around.begin(), around.end(), [&](const Near& each) {
+    return each.distance > agreed || each.region == nearest->region;
+  });
+  if (isOneRegion && isSurrounded(point, around, nearest->region)) area.region = nearest->region;
   return area;
 }
 

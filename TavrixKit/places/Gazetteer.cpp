@@ -8,15 +8,24 @@ namespace tavrix {
 namespace {
 
 // Counts up whenever the choice among the places changes.
-constexpr int choiceVersion = 2;
+constexpr int choiceVersion = 3;
+
+bool isRussian(const std::string& localeID) {
+  return localeID == "ru" || localeID.starts_with("ru_");
+}
+
+/// The name of a country; the locale data have this one without its dots.
+std::optional<std::string> countryIn(const std::string& code, const std::string& localeID) {
+  if (code == "US" && isRussian(localeID)) return "Соединённые Штаты";
+  return countryName(code, localeID);
+}
 
 /// The name of a place or region.
 template <typename Named>
 std::string nameIn(const Named& place, const std::string& localeID) {
-  const bool isRussian = localeID == "ru" || localeID.starts_with("ru_");
   // The table comes from outside.
-  return replacingInvalidUtf8(isRussian && !place.russianName.empty() ? place.russianName
-                                                                      : place.name);
+  return replacingInvalidUtf8(isRussian(localeID) && !place.russianName.empty() ? place.russianName
+                                                                                : place.name);
 }
 
 }  // namespace
@@ -50,7 +59,7 @@ std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
   }
   if (!country.empty()) {
     result.countryCode = replacingInvalidUtf8(country);
-    result.countryName = countryName(*result.countryCode, localeID);
+    result.countryName = countryIn(*result.countryCode, localeID);
   }
   return result;
 }

@@ -26,6 +26,7 @@ class Gazetteer : public Geocoder {
   std::string source() const override;
   std::optional<GeocodedPlace> resolve(const GeoPoint& point,
                                        const std::string& localeID) const override;
+  Borders borders() const override { return table_.borders(); }
 
  private:
   std::shared_ptr<const void> owner_;

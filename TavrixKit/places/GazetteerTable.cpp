@@ -6,37 +6,29 @@
 #include <cstring>
 #include <numbers>
 
+#include "places/TableBytes.h"
+
 namespace tavrix {
 namespace {
 
+using TableBytes::bandCount;
+using TableBytes::bandOf;
+using TableBytes::degreesAt;
+using TableBytes::kmPerDegree;
+using TableBytes::littleEndian;
+
 constexpr std::string_view magic = "TAVRXGEO";
-constexpr std::uint32_t currentVersion = 2;
-constexpr std::size_t headerBytes = 36;
+constexpr std::uint32_t currentVersion = 3;
+constexpr std::size_t headerBytes = 40;
 constexpr std::size_t regionBytes = 8;
 constexpr std::size_t recordBytes = 26;
-constexpr double bandsPerDegree = 4;
-constexpr std::size_t bandCount = 720;
 constexpr std::size_t bandTableBytes = (bandCount + 1) * sizeof(std::uint32_t);
-constexpr double unitsPerDegree = 100'000;
 // Above what any table holds, and low enough for every sum of sizes.
 constexpr std::uint32_t largestCount = 1U << 28U;
 
-constexpr double kmPerDegree = std::numbers::pi * earthDiameterKm / 360;
-
-template <typename Number>
-Number littleEndian(const std::byte* at) {
-  std::make_unsigned_t<Number> value = 0;
-  for (std::size_t i = sizeof value; i-- > 0;) {
-    value = static_cast<decltype(value)>((std::uint64_t{value} << 8U) |
-                                         std::to_integer<std::uint64_t>(at[i]));
-  }
-  return static_cast<Number>(value);
-}
-
-std::size_t bandOf(double latitude) {
-  const double band = std::floor((latitude + 90) * bandsPerDegree);
-  return static_cast<std::size_t>(std::clamp(band, 0.0, static_cast<double>(bandCount - 1)));
-}
+constexpr unsigned capitalFlag = 1;
+constexpr unsigned partFlag = 2;
+constexpr unsigned astrayFlag = 4;
 
 /// Degrees of longitude within which a circle lies (the meridians that touch it: sin Δλ = sin δ /
 /// cos φ); 180 for one that holds a pole.
@@ -55,41 +47,44 @@ GazetteerTable::GazetteerTable(std::span<const std::byte> bytes) : bytes_(bytes)
     throw GazetteerError{Kind::notGazetteer, 0};
   }
   if (bytes.size() < headerBytes) throw GazetteerError{Kind::wrongSize, bytes.size()};
-  std::array<std::uint32_t, 7> numbers{};
+  std::array<std::uint32_t, 8> numbers{};
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     numbers.at(i) = littleEndian<std::uint32_t>(bytes.data() + magic.size() + 4 * i);
   }
   if (numbers[0] != currentVersion) throw GazetteerError{Kind::otherVersion, 8};
-  for (std::size_t i = 1; i <= 5; ++i) {
+  for (std::size_t i = 1; i <= 6; ++i) {
     if (numbers.at(i) > largestCount) throw GazetteerError{Kind::wrongSize, 8 + 4 * i};
   }
   placeCount_ = numbers[1];
   largeCount_ = numbers[2];
   countryCount_ = numbers[3];
   regionCount_ = numbers[4];
-  dataDate_ = numbers[6];
+  dataDate_ = numbers[7];
   bandsAt_ = headerBytes + (2 * countryCount_ + 3) / 4 * 4;
-  regionsAt_ = bandsAt_ + 2 * bandTableBytes;
+  regionsAt_ = bandsAt_ + 3 * bandTableBytes;
   recordsAt_ = regionsAt_ + regionCount_ * regionBytes;
-  namesAt_ = recordsAt_ + placeCount_ * recordBytes;
-  if (bytes.size() != namesAt_ + numbers[5]) throw GazetteerError{Kind::wrongSize, bytes.size()};
-  checkBands();
+  const std::size_t sidesAt = recordsAt_ + placeCount_ * recordBytes;
+  const std::size_t sideCount = numbers[5];
+  namesAt_ = sidesAt + sideCount * Borders::sideBytes;
+  if (bytes.size() != namesAt_ + numbers[6]) throw GazetteerError{Kind::wrongSize, bytes.size()};
+  checkBands(0, 0, largeCount_);
+  checkBands(1, largeCount_, placeCount_);
+  checkBands(2, 0, sideCount);
+  borders_ = Borders{bytes.subspan(bandsAt_ + 2 * bandTableBytes, bandTableBytes),
+                     bytes.subspan(sidesAt, sideCount * Borders::sideBytes)};
 }
 
-void GazetteerTable::checkBands() const {
-  std::size_t previous = 0;
-  for (const Part part : {Part::large, Part::small}) {
-    const std::size_t last = part == Part::large ? largeCount_ : placeCount_;
-    for (std::size_t band = 0; band <= bandCount; ++band) {
-      const std::size_t start = bandStart(part, band);
-      const bool isEnd = band == bandCount;
-      if (start < previous || start > last || (isEnd && start != last)) {
-        throw GazetteerError{
-            GazetteerError::Kind::wrongOrder,
-            bandsAt_ + (part == Part::large ? 0 : bandTableBytes) + band * sizeof(std::uint32_t)};
-      }
-      previous = start;
+/// Checks one of the tables of bands, whose indices go from `first` to `last`.
+void GazetteerTable::checkBands(std::size_t which, std::size_t first, std::size_t last) const {
+  const std::size_t tableAt = bandsAt_ + which * bandTableBytes;
+  std::size_t previous = first;
+  for (std::size_t band = 0; band <= bandCount; ++band) {
+    const std::size_t at = tableAt + band * sizeof(std::uint32_t);
+    const std::size_t start = littleEndian<std::uint32_t>(bytes_.data() + at);
+    if (start < previous || start > last || (band == bandCount && start != last)) {
+      throw GazetteerError{GazetteerError::Kind::wrongOrder, at};
     }
+    previous = start;
   }
 }
 
@@ -111,16 +106,42 @@ std::string_view GazetteerTable::textAt(std::uint32_t offset) const {
   return {reinterpret_cast<const char*>(names.data()) + offset + 1, length};
 }
 
-double GazetteerTable::longitudeAt(std::size_t index) const {
-  return littleEndian<std::int32_t>(record(index) + 4) / unitsPerDegree;
-}
+double GazetteerTable::longitudeAt(std::size_t index) const { return degreesAt(record(index) + 4); }
 
 GeoPoint GazetteerTable::pointAt(std::size_t index) const {
-  return {littleEndian<std::int32_t>(record(index)) / unitsPerDegree, longitudeAt(index)};
+  return {degreesAt(record(index)), longitudeAt(index)};
 }
 
 std::uint32_t GazetteerTable::populationAt(std::size_t index) const {
   return littleEndian<std::uint32_t>(record(index) + 8);
+}
+
+unsigned GazetteerTable::flagsAt(std::size_t index) const {
+  return std::to_integer<unsigned>(record(index)[25]);
+}
+
+std::optional<std::size_t> GazetteerTable::cityAt(std::size_t index) const {
+  if ((flagsAt(index) & partFlag) == 0) return index;
+  const std::size_t city = littleEndian<std::uint32_t>(record(index) + 12);
+  if (city >= placeCount_ || (flagsAt(city) & partFlag) != 0) return std::nullopt;
+  return city;
+}
+
+bool GazetteerTable::isAstray(std::size_t index) const {
+  return (flagsAt(index) & astrayFlag) != 0;
+}
+
+std::uint8_t GazetteerTable::countryNumberAt(std::size_t index) const {
+  return std::to_integer<std::uint8_t>(record(index)[24]);
+}
+
+std::string_view GazetteerTable::country(std::uint8_t number) const {
+  if (number >= countryCount_) return {};
+  return {reinterpret_cast<const char*>(bytes_.data()) + headerBytes + 2 * number, 2};
+}
+
+std::uint16_t GazetteerTable::regionNumberAt(std::size_t index) const {
+  return littleEndian<std::uint16_t>(record(index) + 20);
 }
 
 GazetteerPlace GazetteerTable::at(std::size_t index) const {
@@ -128,15 +149,14 @@ GazetteerPlace GazetteerTable::at(std::size_t index) const {
   GazetteerPlace place;
   place.point = pointAt(index);
   place.population = populationAt(index);
-  place.name = textAt(littleEndian<std::uint32_t>(at + 12));
-  place.russianName = textAt(littleEndian<std::uint32_t>(at + 16));
-  place.region = littleEndian<std::uint16_t>(at + 20);
-  place.district = littleEndian<std::uint16_t>(at + 22);
-  const auto country = std::to_integer<std::size_t>(at[24]);
-  if (country < countryCount_) {
-    place.country = {reinterpret_cast<const char*>(bytes_.data()) + headerBytes + 2 * country, 2};
+  if ((flagsAt(index) & partFlag) == 0) {
+    place.name = textAt(littleEndian<std::uint32_t>(at + 12));
+    place.russianName = textAt(littleEndian<std::uint32_t>(at + 16));
   }
-  place.isCapital = (std::to_integer<unsigned>(at[25]) & 1U) != 0;
+  place.region = regionNumberAt(index);
+  place.district = littleEndian<std::uint16_t>(at + 22);
+  place.country = country(countryNumberAt(index));
+  place.isCapital = (flagsAt(index) & capitalFlag) != 0;
   return place;
 }
 

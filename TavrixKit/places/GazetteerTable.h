@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "foundation/GeoPoint.h"
+#include "places/Borders.h"
 
 namespace tavrix {
 
@@ -68,8 +69,19 @@ class GazetteerTable {
   std::size_t size() const { return placeCount_; }
   /// The day of the data, as the number yyyymmdd.
   std::uint32_t dataDate() const { return dataDate_; }
-  /// The place at an index below size().
+  /// The place at an index below size(). A part of a city has no names of its own.
   GazetteerPlace at(std::size_t index) const;
+  /// The place that a point there is named after: itself, or the city that it is a part of; nothing
+  /// when that is damaged.
+  std::optional<std::size_t> cityAt(std::size_t index) const;
+  /// Whether the area around a place is not that of its country: a border drawn or disputed.
+  bool isAstray(std::size_t index) const;
+  std::uint8_t countryNumberAt(std::size_t index) const;
+  std::uint16_t regionNumberAt(std::size_t index) const;
+  /// The code of a country by its number; empty for a number too large.
+  std::string_view country(std::uint8_t number) const;
+  /// The areas of the countries, by the same numbers.
+  const Borders& borders() const { return borders_; }
   /// The region of a number that places have; one without names for 0 and for a number too large.
   GazetteerRegion regionAt(std::uint16_t number) const;
   GeoPoint pointAt(std::size_t index) const;
@@ -85,10 +97,11 @@ class GazetteerTable {
     std::size_t last;
   };
 
-  void checkBands() const;
+  void checkBands(std::size_t which, std::size_t first, std::size_t last) const;
   std::uint32_t bandStart(Part part, std::size_t band) const;
   std::string_view textAt(std::uint32_t offset) const;
   const std::byte* record(std::size_t index) const;
+  unsigned flagsAt(std::size_t index) const;
   double longitudeAt(std::size_t index) const;
   std::size_t firstFrom(Range range, double longitude) const;
   void visitLongitudes(Range range, double from, double to, const Visitor& visit) const;
@@ -103,6 +116,7 @@ class GazetteerTable {
   std::size_t regionsAt_ = 0;
   std::size_t recordsAt_ = 0;
   std::size_t namesAt_ = 0;
+  Borders borders_;
 };
 
 }  // namespace tavrix

@@ -5,6 +5,7 @@
 
 #include "foundation/GeoPoint.h"
 #include "media/PlaceLookup.h"
+#include "places/Borders.h"
 
 namespace tavrix {
 
@@ -38,6 +39,8 @@ class Geocoder {
   /// asking later may help.
   virtual std::optional<GeocodedPlace> resolve(const GeoPoint& point,
                                                const std::string& localeID) const = 0;
+  /// The borders that the answers go by, if any; they hold as long as the geocoder lives.
+  virtual Borders borders() const { return {}; }
 };
 
 }  // namespace tavrix

@@ -13,6 +13,8 @@ namespace {
 
 // The largest that a coordinate in a key can be long: "-180.0000".
 constexpr std::size_t longestNumber = 9;
+// Places of a greater radius are no longer places of a border.
+constexpr double farthestFromBorderKm = 50;
 
 std::optional<double> degreesOf(std::string_view text, double largest) {
   double value = 0;
@@ -27,12 +29,36 @@ double rounded(double degrees) { return std::round(degrees * 10'000) / 10'000 + 
 
 }  // namespace
 
-PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm)
-    : radiusKm_(radiusKm), grid_(radiusKm) {
-  for (const GeoPoint& center : PlaceClustering::assign(points, radiusKm).centers) {
+PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm, const Borders& borders)
+    : radiusKm_(radiusKm), borders_(borders), grid_(radiusKm) {
+  const auto clusters = PlaceClustering::assign(points, radiusKm);
+  for (const GeoPoint& center : clusters.centers) {
     const auto cell = grid_.cellOf(PlaceClustering::unitVector(center));
     grid_.move(static_cast<std::uint32_t>(cells_.size()), std::nullopt, cell);
-    cells_.push_back({center, keyAt(center)});
+    // A centre moves on while points join; those that it left behind are nearer than this.
+    const bool isAtBorder =
+        borders_.areWithin(center, std::min(2 * radiusKm, farthestFromBorderKm));
+    cells_.push_back({center, keyAt(center), isAtBorder});
+  }
+  divide(points, clusters.clusterOfPoint);
+}
+
+/// Gives a cell at a border a key for each country that it has points in.
+void PlaceCells::divide(const std::vector<GeoPoint>& points,
+                        const std::vector<std::uint32_t>& cellOfPoint) {
+  struct Side {
+    PlaceClustering::UnitVectorSum sum;
+    GeoPoint first;
+  };
+  std::map<std::pair<std::uint32_t, Country>, Side> sides;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (!cells_[cellOfPoint[i]].isAtBorder) continue;
+    Side& side = sides[{cellOfPoint[i], borders_.countryAt(points[i])}];
+    if (side.sum.count == 0) side.first = points[i];
+    side.sum.add(points[i]);
+  }
+  for (const auto& [where, side] : sides) {
+    cells_[where.first].sides[where.second] = keyAt(side.sum.center(side.first));
   }
 }
 
@@ -56,13 +82,20 @@ std::string PlaceCells::keyOf(const GeoPoint& point) const {
     nearest = number;
     least = distance;
   });
-  return nearest ? cells_[*nearest].key : keyAt(point);
+  if (!nearest) return keyAt(point);
+  const Cell& cell = cells_[*nearest];
+  if (!cell.isAtBorder) return cell.key;
+  const auto side = cell.sides.find(borders_.countryAt(point));
+  return side == cell.sides.end() ? keyAt(point) : side->second;
 }
 
 std::vector<std::string> PlaceCells::keys() const {
   std::vector<std::string> keys;
   keys.reserve(cells_.size());
-  for (const Cell& cell : cells_) keys.push_back(cell.key);
+  for (const Cell& cell : cells_) {
+    if (!cell.isAtBorder) keys.push_back(cell.key);
+    for (const auto& [country, key] : cell.sides) keys.push_back(key);
+  }
   std::sort(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
   return keys;

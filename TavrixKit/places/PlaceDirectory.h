@@ -39,6 +39,9 @@ class PlaceDirectory {
   /// Returns when the queue is empty and the geocoder at rest.
   void wait();
 
+  /// Those of the geocoder; they hold as long as the directory lives.
+  Borders borders() const { return geocoder_->borders(); }
+
   /// All that is known now, to be kept.
   GeocodingCache cache() const;
   /// Whether anything was learnt that the cache did not know at the beginning.

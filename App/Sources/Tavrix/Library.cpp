@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "PlaceSpelling.h"
 #include "grouping/GroupMerging.h"
 #include "grouping/PlaceClustering.h"
 #include "media/BundleBuilder.h"
@@ -61,7 +62,8 @@ std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& s
 NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
                    const std::string& systemLocaleID, PlaceNaming* naming) {
   const auto lookup = lookupForFilter(bundles, settings, naming);
-  return nameGroups(merged(groupsOf(bundles, settings, lookup, false).groups, settings), settings,
+  const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
+  return nameGroups(merged(groupsOf(bundles, spelled, lookup, false).groups, settings), settings,
                     systemLocaleID, naming, lookup);
 }
 
@@ -79,8 +81,9 @@ Library makeLibrary(std::vector<AssetBundle> bundles, std::uint64_t fileCount,
   library.bundles = std::move(bundles);
 
   const auto lookup = lookupForFilter(library.bundles, settings, naming);
-  auto grouped = groupsOf(library.bundles, settings, lookup, wantsReasons);
-  library.optimizedCount = OptimizedCopy::count(library.bundles, bundleFilter(settings),
+  const Settings spelled = withPlacesSpelled(settings, library.bundles, lookup.get());
+  auto grouped = groupsOf(library.bundles, spelled, lookup, wantsReasons);
+  library.optimizedCount = OptimizedCopy::count(library.bundles, bundleFilter(spelled),
                                                 {settings.timeZone, lookup.get()});
   library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);

@@ -48,7 +48,7 @@ PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
 std::shared_ptr<const PlaceLookup> PlaceNaming::name(const std::vector<GeoPoint>& points,
                                                      const Settings& settings,
                                                      const std::vector<std::string>& localeIDs) {
-  PlaceCells cells{points, settings.placeRadiusKm};
+  PlaceCells cells{points, settings.placeRadiusKm, directory_->borders()};
   resolve(keysOf(cells, points), localeIDs);
   return std::make_shared<NamedCells>(std::move(cells), directory_, settings.mergeDistricts);
 }
@@ -80,10 +80,15 @@ std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles) {
   return points;
 }
 
+std::vector<std::string> languagesOf(const PlaceFilter& places) {
+  if (places.localeID.empty()) return {};
+  return {places.localeID};
+}
+
 std::shared_ptr<const PlaceLookup> lookupForFilter(const std::vector<AssetBundle>& bundles,
                                                    const Settings& settings, PlaceNaming* naming) {
   if (!settings.places || naming == nullptr || !settings.geocodingEnabled) return nullptr;
-  return naming->name(positionsOf(bundles), settings, {settings.places->localeID});
+  return naming->name(positionsOf(bundles), settings, languagesOf(*settings.places));
 }
 
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,

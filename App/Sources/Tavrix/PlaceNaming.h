@@ -40,6 +40,8 @@ class PlaceNaming {
 /// The positions of those shots that have one.
 std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles);
 
+/// The language that chosen places are compared in, besides Russian and English.
+std::vector<std::string> languagesOf(const PlaceFilter& places);
 /// The cells of all shots, which a choice of places is tested by; nothing when no places are chosen
 /// or nothing names places (`naming` null, `geocodingEnabled` off).
 std::shared_ptr<const PlaceLookup> lookupForFilter(const std::vector<AssetBundle>& bundles,

@@ -169,13 +169,9 @@ bool setMerges(Settings& settings, std::string_view text) {
   return true;
 }
 
-/// Russian names hold Cyrillic letters, which begin with these bytes.
-bool isCyrillic(std::string_view text) { return text.find_first_of("\xD0\xD1") != text.npos; }
-
 /// "Италия, Рим": each name may be that of a country or of a city.
 PlaceFilter placesByName(std::string_view text) {
   PlaceFilter places;
-  places.localeID = isCyrillic(text) ? "ru_RU" : "en_US";
   while (!text.empty()) {
     const auto end = std::min(text.find(','), text.size());
     const std::string name{trimmedWhiteSpace(text.substr(0, end))};
@@ -208,13 +204,6 @@ std::optional<PlaceFilter> placesByFields(const JsonValue::Object& object) {
                              : key == "localeID" && value.asString() != nullptr;
     if (!isTaken) return std::nullopt;
     if (key == "localeID") places.localeID = *value.asString();
-  }
-  if (places.localeID.empty()) {
-    const auto hasCyrillic = [](const auto& names) {
-      return std::any_of(names.begin(), names.end(), isCyrillic);
-    };
-    const bool isRussian = hasCyrillic(places.countries) || hasCyrillic(places.cities);
-    places.localeID = isRussian ? "ru_RU" : "en_US";
   }
   return places;
 }

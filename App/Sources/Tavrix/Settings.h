@@ -44,7 +44,8 @@ struct Settings {
   bool onlyNew = true;
   std::optional<CivilDate> periodFrom;  ///< first day, inclusive
   std::optional<CivilDate> periodTo;    ///< last day, inclusive
-  std::optional<PlaceFilter> places;    ///< everywhere when there is none
+  std::optional<PlaceFilter> places;    ///< everywhere when there is none; names in
+                                        ///< Russian or English when it has no localeID
 
   // How shots are gathered into folders.
   UIGroupingMode uiMode = UIGroupingMode::events;

@@ -7,6 +7,7 @@
 
 #include "foundation/files/FileError.h"
 #include "places/CityChoice.h"
+#include "places/PlaceCells.h"
 #include "places/tests/TableMaker.h"
 
 namespace tavrix {
@@ -20,13 +21,27 @@ GeoPoint off(double north, double east = 0) {
   return {10 + north / kmOfDegree, 20 + east / (kmOfDegree * std::cos(10 * pi / 180))};
 }
 
+/// A band of land of AA south and one of BB north of a line so many kilometres north of the place.
+std::vector<MadeArea> borderAt(double north) {
+  const auto land = [&](const char* country, double from, double to) {
+    return MadeArea{country, {off(from, -300), off(from, 300), off(to, 300), off(to, -300)}};
+  };
+  return {land("AA", north - 500, north), land("BB", north, north + 500)};
+}
+
+MadePlace partOf(const std::string& city, const GeoPoint& point) {
+  MadePlace part{"", point, 40'000};
+  part.partOf = city;
+  return part;
+}
+
 struct Row {
   const char* what;
   std::vector<MadePlace> places;
   GeoPoint point;
   std::string city;  ///< empty for none
   std::string country;
-  std::string mainCity = "";
+  std::vector<MadeArea> areas{};
 };
 
 const MadePlace metropolis{"Metropolis", off(0), 8'000'000};
@@ -49,38 +64,69 @@ TEST(Gazetteer, city_isThePlaceWhoseSizeReachesThePoint) {
        "West",
        "AA"},
       {"outside its radius a city does not beat a village nearby",
-       {{"City", off(25), 1'000'000}, {"Village", off(-5)}},
+       {{"City", off(27), 1'000'000}, {"Village", off(-3)}},
        off(0),
        "Village",
        "AA"},
-      {"a village 13 km off names nothing, its country does",
-       {{"Village", off(13)}},
+      {"a city still has a point close to its edge",
+       {{"City", off(17), 1'000'000}, {"Village", off(-4)}},
        off(0),
-       "",
+       "City",
        "AA"},
-      {"nothing 200 km from everything", {metropolis, {"Village", off(5)}}, off(210), "", ""},
-      {"no country on a border that no place reaches",
-       {{"Here", off(40)}, {"There", off(-45), 1000, "BB"}},
-       off(0),
-       "",
-       ""},
-      {"a capital inside another country's city",
-       {metropolis, {"State", off(2), 800, "BB", 1, 0, true}},
-       off(2.4),
-       "State",
-       "BB"},
-      {"beside that capital it is the city again",
-       {metropolis, {"State", off(2), 800, "BB", 1, 0, true}},
-       off(3),
+      {"a part of a city goes by the city",
+       {metropolis, {"Town", off(35), 80'000}, partOf("Metropolis", off(32))},
+       off(31.5),
        "Metropolis",
        "AA"},
+      {"at the edge of a city it is a town of the region that the point lies in",
+       {metropolis, {"Town", off(30), 20'000, "AA", 2}, {"Hamlet", off(25), 500, "AA", 2}},
+       off(26.5),
+       "Town",
+       "AA"},
+      {"in the same region it is the city",
+       {metropolis, {"Town", off(30), 20'000}, {"Hamlet", off(25), 500}},
+       off(26.5),
+       "Metropolis",
+       "AA"},
+      {"a village 12 km off names nothing, its country does",
+       {{"Village", off(12)}},
+       off(0),
+       "",
+       "AA",
+       borderAt(100)},
+      {"nothing 200 km from everything", {metropolis, {"Village", off(5)}}, off(210), "", ""},
+      {"a town beside another country's city keeps its side",
+       {metropolis, {"Town", off(8), 20'000, "BB"}},
+       off(3),
+       "Town",
+       "BB",
+       borderAt(2)},
+      {"that city keeps its own, close to the town as it is",
+       {metropolis, {"Town", off(2.5), 20'000, "BB"}},
+       off(1.9),
+       "Metropolis",
+       "AA",
+       borderAt(2)},
+      {"a town that the areas put into the wrong country keeps what fits it best",
+       {metropolis, {"Town", off(8), 20'000, "BB", 1, 0, false, "", "", true}},
+       off(8.3),
+       "Town",
+       "BB",
+       borderAt(50)},
+      {"no city of another country, but the country of the point",
+       {{"Village", off(3), 1000, "BB"}, {"Far", off(-200)}},
+       off(0),
+       "",
+       "AA",
+       borderAt(1)},
       {"over the date line", {{"Far", {0, -179.98}}}, {0, 179.98}, "Far", "AA"},
       {"over the date line westward", {{"Far", {0, 179.98}}}, {0, -179.98}, "Far", "AA"},
       {"across the pole", {{"Far", {89.97, 0}}}, {89.97, 180}, "Far", "AA"},
       {"at the southern pole", {{"Pole", {-90, 0}}}, {-89.99, 77}, "Pole", "AA"},
   };
   for (const Row& row : rows) {
-    const auto place = gazetteerOf(madeTable(row.places)).resolve(row.point, "en_US");
+    const auto gazetteer = gazetteerOf(madeTable(row.places, {}, row.areas));
+    const auto place = gazetteer.resolve(row.point, "en_US");
     ASSERT_TRUE(place) << row.what;
     EXPECT_EQ(place->city.value_or(""), row.city) << row.what;
     EXPECT_EQ(place->countryCode.value_or(""), row.country) << row.what;
@@ -94,8 +140,14 @@ TEST(Gazetteer, mainCity_gathersWhatBelongsToOneCity) {
         ->mainCity.value_or("");
   };
   EXPECT_EQ(mainCityOf({"Quarter", off(9), 2'000'000}), "Metropolis");
+  const MadePlace quarter{"Quarter", off(9), 2'000'000};
+  const MadePlace beach{"Beach", off(13), 60'000};
+  EXPECT_EQ(
+      gazetteerOf(madeTable({metropolis, quarter, beach})).resolve(beach.point, "en")->mainCity,
+      "Metropolis")
+      << "and not the quarter that it is a part of";
   EXPECT_EQ(mainCityOf({"Equal", off(9), 7'000'000}), "");
-  EXPECT_EQ(mainCityOf({"Outside", off(22), 200'000}), "");
+  EXPECT_EQ(mainCityOf({"Outside", off(28), 200'000}), "");
   EXPECT_EQ(mainCityOf({"Other region", off(9), 200'000, "AA", 2}), "");
   EXPECT_EQ(mainCityOf({"Other country", off(9), 200'000, "BB"}), "");
   const MadePlace seat{"Seat", off(0), 8'000'000, "AA", 1, 5};
@@ -110,7 +162,8 @@ TEST(Gazetteer, mainCity_gathersWhatBelongsToOneCity) {
 TEST(Gazetteer, region_isToldAloneWhereNoCityReaches) {
   const std::vector<MadeRegion> regions{{"West", "Запад"}, {"East"}, {""}};
   const auto at = [&](const std::vector<MadePlace>& places, const GeoPoint& point) {
-    const auto place = gazetteerOf(madeTable(places, regions)).resolve(point, "ru_RU");
+    const auto gazetteer = gazetteerOf(madeTable(places, regions, borderAt(120)));
+    const auto place = gazetteer.resolve(point, "ru_RU");
     return std::pair{place->region.value_or(""), place->countryCode.value_or("")};
   };
   using Area = std::pair<std::string, std::string>;
@@ -125,7 +178,6 @@ TEST(Gazetteer, region_isToldAloneWhereNoCityReaches) {
   EXPECT_EQ(inRegion(2), Area("East", "AA")) << "English where there is no Russian name";
   EXPECT_EQ(inRegion(1, {{"Near", off(45), 1000, "AA", 2}}), Area("", "AA"));
   EXPECT_EQ(inRegion(1, {{"Far", off(52), 1000, "AA", 2}}), Area("Запад", "AA"));
-  EXPECT_EQ(inRegion(1, {{"Abroad", off(45), 1000, "BB", 2}}), Area("", ""));
   EXPECT_EQ(inRegion(1, {{"Here", off(3), 1000, "AA", 1}}), Area("", "AA")) << "a city instead";
   for (const std::uint16_t unnamed : std::initializer_list<std::uint16_t>{0, 3, 4}) {
     EXPECT_EQ(inRegion(unnamed), Area("", "AA"));
@@ -134,10 +186,10 @@ TEST(Gazetteer, region_isToldAloneWhereNoCityReaches) {
             Area("", "AA"))
       << "not on all sides";
   EXPECT_EQ(at({{"Village", off(79)}}, off(0)), Area("", "AA"));
-  EXPECT_EQ(at({{"Village", off(40)}, {"Abroad", off(-150), 1000, "BB"}}, off(0)), Area("", ""))
-      << "across a border that nobody lives at";
-  EXPECT_EQ(inRegion(1, {{"Abroad", off(-150), 1000, "BB"}}), Area("Запад", "AA"));
-  EXPECT_EQ(at({{"Village", off(81)}}, off(0)), Area("", "")) << "too far";
+  EXPECT_EQ(inRegion(1, {{"Abroad", off(45), 1000, "BB", 2}}), Area("Запад", "AA"));
+  EXPECT_EQ(at({{"Village", off(-399)}}, off(0)), Area("", "AA")) << "the country alone";
+  EXPECT_EQ(at({{"Village", off(-401)}}, off(0)), Area("", "")) << "too far";
+  EXPECT_EQ(at({{"Village", off(100)}}, off(130)), Area("", "")) << "nothing of that country";
   const GeocodedPlace place{{}, {}, "Land", "AA", "Region"};
   EXPECT_EQ(place.names(true).cityOrRegion(), "Region");
 }
@@ -178,7 +230,7 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
     Kind kind;
     std::size_t offset;
   };
-  const std::size_t bandsAt = 40;
+  const std::size_t bandsAt = 44;
   const std::vector<Damage> rows{
       {"", Kind::notGazetteer, 0},
       {changed(0, 'X'), Kind::notGazetteer, 0},
@@ -186,12 +238,14 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
       {changed(8, 1), Kind::otherVersion, 8},
       {changed(15, 0x7F), Kind::wrongSize, 12},
       {changed(27, 0x7F), Kind::wrongSize, 24},
+      {changed(31, 0x7F), Kind::wrongSize, 28},
       {changed(24, 1), Kind::wrongSize, whole.size()},
       {whole + "x", Kind::wrongSize, whole.size() + 1},
       {whole.substr(0, whole.size() - 1), Kind::wrongSize, whole.size() - 1},
       {changed(bandsAt, 9), Kind::wrongOrder, bandsAt},
       {changed(bandsAt + 4, 1), Kind::wrongOrder, bandsAt + 8},
       {changed(16, 2), Kind::wrongOrder, bandsAt + 720 * 4},
+      {changed(bandsAt + 2 * 721 * 4, 1), Kind::wrongOrder, bandsAt + 2 * 721 * 4},
   };
   for (const Damage& row : rows) {
     try {
@@ -227,7 +281,7 @@ std::string bytesInPage() {
 
 TEST(Gazetteer, exampleOfTheDescription_isATable) {
   const auto gazetteer = gazetteerOf(bytesInPage());
-  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.2");
+  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.3");
   ASSERT_EQ(gazetteer.table().size(), 1U);
   const GazetteerPlace place = gazetteer.table().at(0);
   EXPECT_EQ(place.point, (GeoPoint{43.73485, 7.41673}));
@@ -240,18 +294,27 @@ TEST(Gazetteer, exampleOfTheDescription_isATable) {
   EXPECT_TRUE(place.isCapital);
 }
 
-/// The choice by looking at every place.
-std::optional<std::size_t> bestOfAll(const GazetteerTable& table, const GeoPoint& point) {
-  std::optional<std::size_t> best;
-  double least = 0;
+/// The city by looking at every place.
+std::optional<CityChoice::Choice> bestOfAll(const GazetteerTable& table, const GeoPoint& point) {
+  const auto country = table.borders().countryAt(point);
+  std::vector<std::pair<std::size_t, double>> reaching;  ///< city and score
+  std::uint16_t region = 0;
+  double least = 1e9;
   for (std::size_t i = 0; i < table.size(); ++i) {
     // Farther in latitude alone than any city reaches.
     if (std::abs(table.pointAt(i).latitude - point.latitude) > 1) continue;
     const double distance = haversineDistanceKm(point, table.pointAt(i));
     const std::uint32_t population = table.populationAt(i);
     if (distance > CityChoice::reachKm(population)) continue;
-    const double score = CityChoice::score(distance, population);
-    if (!best || score < least) best = i, least = score;
+    if (!CityChoice::isSameSide(table, i, country)) continue;
+    reaching.emplace_back(table.cityAt(i).value(), CityChoice::score(distance, population));
+    if (distance < least) least = distance, region = table.regionNumberAt(reaching.back().first);
+  }
+  std::optional<CityChoice::Choice> best;
+  for (auto [city, score] : reaching) {
+    const bool isFar = score > CityChoice::ownScore && table.regionNumberAt(city) != region;
+    if (isFar) score += CityChoice::otherRegionScore;
+    if (!best || score < best->score) best = {city, score};
   }
   return best;
 }
@@ -271,16 +334,54 @@ TEST(Gazetteer, search_findsWhatLookingAtEveryPlaceFinds) {
     point.latitude = std::clamp(point.latitude + shift(random), -90.0, 90.0);
     point.longitude += shift(random) / std::max(0.05, std::cos(point.latitude * pi / 180));
     const auto best = bestOfAll(table, point);
-    const auto chosen = CityChoice::cityAt(table, point);
-    ASSERT_EQ(chosen.has_value(), best.has_value()) << point.latitude << ' ' << point.longitude;
-    if (!best) continue;
-    ++found;
-    // A small state's capital stands before a neighbour's city that fits better.
-    const bool isEnclave = table.at(chosen->index).isCapital &&
-                           table.at(chosen->index).country != table.at(*best).country;
-    EXPECT_TRUE(isEnclave || chosen->index == *best) << point.latitude << ' ' << point.longitude;
+    EXPECT_EQ(CityChoice::cityAt(table, point), best) << point.latitude << ' ' << point.longitude;
+    if (best) ++found;
   }
   EXPECT_GT(found, 200);
+}
+
+TEST(Borders, pointsLieInTheAreaAroundThem) {
+  const auto gazetteer =
+      gazetteerOf(madeTable({{"A", {0, 0}}}, {},
+                            {{"AA", {{0, 0}, {0, 10}, {10, 10}, {10, 0}}},
+                             {"AA", {{4, 4}, {4, 6}, {6, 6}, {6, 4}}},
+                             {"BB", {{4, 4}, {4, 6}, {6, 6}, {6, 4}}},
+                             {"CC", {{-10, 170}, {-10, 180}, {10, 180}, {10, 170}}}}));
+  const GazetteerTable& table = gazetteer.table();
+  const auto at = [&](const GeoPoint& point) {
+    const auto country = table.borders().countryAt(point);
+    return country ? table.country(*country) : "";
+  };
+  EXPECT_EQ(at({1, 1}), "AA");
+  EXPECT_EQ(at({5, 5}), "BB") << "an enclave";
+  EXPECT_EQ(at({5, 7}), "AA");
+  EXPECT_EQ(at({5, 367}), "AA") << "once around";
+  EXPECT_EQ(at({5, -1}), "");
+  EXPECT_EQ(at({11, 5}), "");
+  EXPECT_EQ(at({0, 179.9}), "CC");
+  EXPECT_EQ(at({0, -179.9}), "");
+  EXPECT_TRUE(table.borders().areWithin({5, 7}, 112));
+  EXPECT_FALSE(table.borders().areWithin({5, 7.1}, 111));
+  EXPECT_TRUE(table.borders().areWithin({0, -179.9}, 12)) << "over the date line";
+  EXPECT_EQ(Borders{}.countryAt({1, 1}), std::nullopt);
+  EXPECT_FALSE(Borders{}.areWithin({1, 1}, 1000));
+}
+
+TEST(PlaceCells, clusterAcrossABorder_isACellOnEachSideOfIt) {
+  const auto gazetteer = gazetteerOf(
+      madeTable({{"Here", off(-1), 5000}, {"There", off(1), 90'000, "BB"}}, {}, borderAt(0.1)));
+  const PlaceCells cells{{off(-0.4), off(0.5), off(-0.2), off(20)}, 2, gazetteer.borders()};
+  const auto cityOf = [&](const GeoPoint& point) {
+    const std::string key = cells.keyOf(point);
+    EXPECT_THAT(cells.keys(), testing::Contains(key));
+    return gazetteer.resolve(PlaceCells::centerOf(key).value(), "en")->city;
+  };
+  EXPECT_THAT(cells.keys(), testing::SizeIs(3));
+  EXPECT_EQ(cells.keyOf(off(-0.4)), cells.keyOf(off(0)));
+  EXPECT_EQ(cityOf(off(-0.4)), "Here");
+  EXPECT_EQ(cityOf(off(0.2)), "There");
+  const PlaceCells oneSided{{off(0.5)}, 2, gazetteer.borders()};
+  EXPECT_EQ(oneSided.keyOf(off(0)), PlaceCells::keyAt(off(0))) << "nobody was on this side";
 }
 
 }  // namespace

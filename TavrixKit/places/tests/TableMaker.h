@@ -21,6 +21,14 @@ struct MadePlace {
   std::uint16_t district = 0;
   bool isCapital = false;
   std::string russianName = "";
+  std::string partOf = "";  ///< the name of the city
+  bool isAstray = false;
+};
+
+/// An area of a country for a table of a test.
+struct MadeArea {
+  std::string country;
+  std::vector<GeoPoint> ring;
 };
 
 /// The names of a region for a table of a test.
@@ -35,13 +43,51 @@ inline void appendNumber(std::string& bytes, std::int64_t number, int size) {
   }
 }
 
-inline std::int64_t bandOf(const MadePlace& place) {
-  return std::min<std::int64_t>(719, std::llround(std::floor((place.point.latitude + 90) * 4)));
+inline std::int64_t bandOf(double latitude) {
+  return std::min<std::int64_t>(719, std::llround(std::floor((latitude + 90) * 4)));
+}
+inline std::int64_t bandOf(const MadePlace& place) { return bandOf(place.point.latitude); }
+
+inline void appendPoint(std::string& bytes, const GeoPoint& point) {
+  appendNumber(bytes, std::llround(point.latitude * 100'000), 4);
+  appendNumber(bytes, std::llround(point.longitude * 100'000), 4);
+}
+
+/// The number of a country, which is added to the codes when it is not there yet.
+inline std::int64_t countryNumber(std::string& countries, const std::string& code) {
+  std::size_t at = 0;
+  while (at < countries.size() && countries.substr(at, 2) != code) at += 2;
+  if (at == countries.size()) countries += code;
+  return static_cast<std::int64_t>(at / 2);
+}
+
+/// The bands and the sides of areas.
+inline std::pair<std::string, std::string> madeBorders(const std::vector<MadeArea>& areas,
+                                                       std::string& countries) {
+  std::string starts;
+  std::string sides;
+  for (std::int64_t band = 0; band < 720; ++band) {
+    appendNumber(starts, static_cast<std::int64_t>(sides.size() / 18), 4);
+    for (const MadeArea& area : areas) {
+      for (std::size_t i = 0; i < area.ring.size(); ++i) {
+        GeoPoint south = area.ring[i];
+        GeoPoint north = area.ring[(i + 1) % area.ring.size()];
+        if (south.latitude > north.latitude) std::swap(south, north);
+        if (bandOf(south.latitude) > band || bandOf(north.latitude) < band) continue;
+        appendPoint(sides, south);
+        appendPoint(sides, north);
+        appendNumber(sides, countryNumber(countries, area.country), 2);
+      }
+    }
+  }
+  appendNumber(starts, static_cast<std::int64_t>(sides.size() / 18), 4);
+  return {starts, sides};
 }
 
 /// The bytes of a table; the first region has the number 1.
 inline std::string madeTable(std::vector<MadePlace> places,
-                             const std::vector<MadeRegion>& regions = {}) {
+                             const std::vector<MadeRegion>& regions = {},
+                             const std::vector<MadeArea>& areas = {}) {
   const auto isLarge = [](const MadePlace& place) { return place.population >= 100'000; };
   std::stable_sort(places.begin(), places.end(), [&](const MadePlace& a, const MadePlace& b) {
     return std::tuple{!isLarge(a), bandOf(a), a.point.longitude} <
@@ -56,17 +102,26 @@ inline std::string madeTable(std::vector<MadePlace> places,
     if (!name.empty()) names += static_cast<char>(name.size()) + name;
   };
   for (const MadePlace& place : places) {
-    appendNumber(records, std::llround(place.point.latitude * 100'000), 4);
-    appendNumber(records, std::llround(place.point.longitude * 100'000), 4);
+    appendPoint(records, place.point);
     appendNumber(records, place.population, 4);
-    addName(records, place.name);
+    if (place.partOf.empty()) {
+      addName(records, place.name);
+    } else {
+      appendNumber(records,
+                   std::find_if(places.begin(), places.end(),
+                                [&](const MadePlace& each) { return each.name == place.partOf; }) -
+                       places.begin(),
+                   4);
+    }
     addName(records, place.russianName);
     appendNumber(records, place.region, 2);
     appendNumber(records, place.district, 2);
-    appendNumber(records, static_cast<std::int64_t>(countries.size() / 2), 1);
-    appendNumber(records, place.isCapital ? 1 : 0, 1);
-    countries += place.country;
+    appendNumber(records, countryNumber(countries, place.country), 1);
+    appendNumber(
+        records,
+        (place.isCapital ? 1 : 0) + (place.partOf.empty() ? 0 : 2) + (place.isAstray ? 4 : 0), 1);
   }
+  const auto [borderStarts, sides] = madeBorders(areas, countries);
   std::string regionRecords;
   for (const MadeRegion& region : regions) {
     addName(regionRecords, region.name);
@@ -74,8 +129,8 @@ inline std::string madeTable(std::vector<MadePlace> places,
   }
   std::string bytes = "TAVRXGEO";
   for (const std::size_t number :
-       {std::size_t{2}, places.size(), static_cast<std::size_t>(large), places.size(),
-        regions.size(), names.size(), std::size_t{20260101}}) {
+       {std::size_t{3}, places.size(), static_cast<std::size_t>(large), countries.size() / 2,
+        regions.size(), sides.size() / 18, names.size(), std::size_t{20260101}}) {
     appendNumber(bytes, static_cast<std::int64_t>(number), 4);
   }
   bytes += countries + std::string((4 - countries.size() % 4) % 4, '\0');
@@ -90,7 +145,7 @@ inline std::string madeTable(std::vector<MadePlace> places,
                    4);
     }
   }
-  return bytes + regionRecords + records + names;
+  return bytes + borderStarts + regionRecords + records + sides + names;
 }
 
 inline Gazetteer gazetteerOf(const std::string& bytes) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "PlaceSpelling.h"
 #include "cli/PlaceSentences.h"
 #include "cli/Quotes.h"
 
@@ -63,7 +64,8 @@ std::vector<std::string> unknownPlaces(const PlaceFilter& chosen, const PlaceTre
 
 void tellUnknownPlaces(const CommandContext& context, const std::vector<AssetBundle>& bundles,
                        const PlaceLookup* lookup) {
-  const PlaceFilter chosen = context.settings.places.value_or(PlaceFilter{});
+  const PlaceFilter chosen =
+      withPlacesSpelled(context.settings, bundles, lookup).places.value_or(PlaceFilter{});
   if (chosen.countries.empty() && chosen.cities.empty()) return;
   const Language language = context.language();
   const auto tell = [&](const std::string& sentence) {

@@ -6,9 +6,10 @@
 
 namespace tavrix::cli {
 
-/// Where the names of places come from; their licence asks for it.
+/// Where the names of places come from; their licences ask for it.
 inline constexpr std::string_view placesAttribution =
-    "Place names: GeoNames (https://www.geonames.org), CC BY 4.0, adapted.\n";
+    "Place names: GeoNames (https://www.geonames.org), CC BY 4.0, adapted.\n"
+    "Borders: country-coder contributors, ISC License (gazetteer-licences.txt).\n";
 
 /// What the command line tells of places, in both languages side by side.
 namespace sentences {

@@ -1,5 +1,6 @@
 // The commands on places, and what names the places of every command.
 
+#include "PlaceSpelling.h"
 #include "StateFolder.h"
 #include "cli/ChosenPlaces.h"
 #include "cli/Commands.h"
@@ -69,7 +70,7 @@ std::shared_ptr<const PlaceLookup> lookupOf(const CommandContext& context,
                                             PlaceNaming* naming) {
   if (naming == nullptr) return nullptr;
   std::vector<std::string> localeIDs;
-  if (context.settings.places) localeIDs.push_back(context.settings.places->localeID);
+  if (context.settings.places) localeIDs = languagesOf(*context.settings.places);
   return naming->name(positionsOf(bundles), context.settings, localeIDs);
 }
 
@@ -90,7 +91,8 @@ ExitStatus listPlaces(const CommandContext& context) {
   const auto bundles = BundleBuilder::makeBundles(readCatalogue(context));
   const auto naming = placeNaming(context);
   const auto lookup = lookupOf(context, bundles, naming.get());
-  const auto kept = filtered(bundles, bundleFilter(settings), {settings.timeZone, lookup.get()});
+  const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
+  const auto kept = filtered(bundles, bundleFilter(spelled), {settings.timeZone, lookup.get()});
   tellUnknownPlaces(context, bundles, lookup.get());
   PlacesResult result{placesOf(kept, settings.placeRadiusKm), std::nullopt};
   if (lookup) {

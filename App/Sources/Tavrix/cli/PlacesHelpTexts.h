@@ -14,7 +14,8 @@ inline constexpr HelpText places{
   --set placeRadiusKm=KM        насколько близкие точки считаются одним местом
   --set mergeDistricts=true     части большого города — под именем города
   --set geocodingEnabled=false  без названий
-  --set places=НАЗВАНИЯ         только эти страны, города, регионы (годится для всех команд)
+  --set places=НАЗВАНИЯ         только эти страны, города, регионы (годится для всех команд);
+                                по-русски или по-английски, страны и кодом: IT
 
 Примеры:
   tavrix places ТЕЛЕФОН
@@ -30,7 +31,8 @@ Far from every city a place goes by its region, or has no name.
   --set placeRadiusKm=KM        how close points count as one place
   --set mergeDistricts=true     the parts of a great city go by its name
   --set geocodingEnabled=false  no names
-  --set places=NAMES            only these countries, cities, regions (for every command)
+  --set places=NAMES            only these countries, cities, regions (for every command), in
+                                Russian or English, a country also by its code: IT
 
 Examples:
   tavrix places PHONE

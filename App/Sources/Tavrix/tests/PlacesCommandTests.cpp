@@ -68,16 +68,18 @@ TEST_F(PlacesCommand, placesSetting_keepsTheChosenCountriesAndCities) {
   const std::vector<Row> rows{
       {"Italy, Brooklyn", {"2026-05-01 — Rome", "2026-05-02 — Brooklyn"}},
       {"Рим,Россия", {"2026-05-01 — Rome", "2026-05-03 — Sergiyev Posad"}},
-      {"rome", {}},
+      {"rOME, РОССИя", {"2026-05-01 — Rome", "2026-05-03 — Sergiyev Posad"}},
+      {"it,соединённые штаты", {"2026-05-01 — Rome", "2026-05-02 — Brooklyn"}},
+      {"Roma", {}},
       {R"({"cities":["Рим"],"includeUnplaced":true})", {"2026-05-01 — Rome", "2026-05-05"}},
-      {R"({"countries":["Италия"],"localeID":"en_US"})", {}},
+      {R"({"countries":["Италия","us"],"localeID":"en_US"})", {"2026-05-02 — Brooklyn"}},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(folders({"--set", "places=" + row.value}), row.expected) << row.value;
   }
   EXPECT_EQ(folders({"--set", "places=New York City", "--set", "mergeDistricts=true"}),
             Names{"2026-05-02 — New York City"});
-  EXPECT_EQ(tester.run({"groups", "phone", "--set", "places=Италия, Рим"}).err, "");
+  EXPECT_EQ(tester.run({"groups", "phone", "--set", "places=италия, rome, us"}).err, "");
   const CommandResult typo = tester.run({"places", "phone", "--set", "places=Rom, Brooklyn"});
   EXPECT_EQ(typo.status, ExitStatus::done);
   EXPECT_THAT(typo.err, AllOf(HasSubstr("places: Rom."), HasSubstr("Italy (Rome)"),

@@ -44,7 +44,7 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"periodTo=2026-05-21", [](Settings& s) { s.periodTo = parseDay("2026-05-21"); }},
       {"places=Italy, Rome",
        [](Settings& s) {
-         s.places = PlaceFilter{{"Italy", "Rome"}, {"Italy", "Rome"}, false, false, "en_US"};
+         s.places = PlaceFilter{{"Italy", "Rome"}, {"Italy", "Rome"}, false, false, ""};
        }},
       {"uiMode=trips", [](Settings& s) { s.uiMode = UIGroupingMode::trips; }},
       {"granularity=year", [](Settings& s) { s.granularity = UIGranularity::year; }},
