@@ -259,6 +259,7 @@ void AppModel::startLeg(HeldDestination destination) {
   leg->setup.language = services_.writtenLanguage;
   leg->setup.log = services_.log;
   leg->setup.now = services_.now;
+  leg->whole = run_->plan;
   leg->plan = remainingPlan(*run_->plan, run_->outcome.report);
   leg->openMedia = run_->source.openMedia;
   leg->awaitPhone = [this, life = std::weak_ptr{life_}, slot, gate = run_->gate,

@@ -68,7 +68,7 @@ struct NoMedia : MediaSource {
 TransferOutcome runJob(TransferLeg& leg, MediaSource& source, const std::stop_token& stop) {
   Folder& folder = *leg.destination.folder;
   Destination::Content& content = leg.destination.content;
-  auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), leg.plan);
+  auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), *leg.whole);
   TransferOutcome outcome;
   if (leg.packing) {
     PackedTransfer::Setup setup;
@@ -122,11 +122,9 @@ LegEnd carryOut(TransferLeg& leg) {
 
 TransferPlan remainingPlan(const TransferPlan& plan, const TransferReport& report) {
   const StringSet done = idsOf(report);
-  TransferPlan rest;
-  rest.onlyNew = plan.onlyNew;
-  for (const PlannedFile& file : plan.files) {
-    if (!done.contains(file.asset.id())) rest.files.push_back(file);
-  }
+  TransferPlan rest = plan;
+  std::erase_if(rest.files,
+                [&](const PlannedFile& file) { return done.contains(file.asset.id()); });
   return rest;
 }
 

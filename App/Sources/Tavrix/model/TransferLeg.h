@@ -22,9 +22,10 @@ struct HeldDestination {
 /// out on the transfer thread; nobody else uses it meanwhile.
 struct TransferLeg {
   TransferJob::Setup setup;
-  TransferPlan plan;                 ///< what is still to be written
-  std::optional<Packing> packing{};  ///< nothing for plain folders
-  TimeZone zone = TimeZone::utc();   ///< of the wall-clock times in archives
+  std::shared_ptr<const TransferPlan> whole;  ///< of the run
+  TransferPlan plan;                          ///< what of it is still to be written
+  std::optional<Packing> packing{};           ///< nothing for plain folders
+  TimeZone zone = TimeZone::utc();            ///< of the wall-clock times in archives
   /// Told while the packing waits for space, and that it goes on (nothing).
   std::function<void(const std::optional<std::string>& reason)> paused{};
   std::function<std::unique_ptr<MediaSource>(AwaitPhone, std::stop_token)> openMedia;
