@@ -21,13 +21,6 @@ struct Offset {
   double north;
 };
 
-/// A nearby place as seen from a point, on a flat map.
-Offset offsetKm(const GeoPoint& from, const GeoPoint& to) {
-  const double shrink = std::cos(from.latitude * std::numbers::pi / 180);
-  return {std::remainder(to.longitude - from.longitude, 360) * shrink * kmPerDegree,
-          (to.latitude - from.latitude) * kmPerDegree};
-}
-
 /// From the origin to the nearest point of a straight line between two others.
 double distanceToLine(const Offset& one, const Offset& other) {
   const double east = other.east - one.east;
@@ -77,12 +70,21 @@ std::optional<std::uint8_t> Borders::countryAt(const GeoPoint& point) const {
 bool Borders::areWithin(const GeoPoint& point, double km) const {
   if (!std::isfinite(point.latitude) || !std::isfinite(point.longitude)) return false;
   const double degrees = km / kmPerDegree;
+  // On a flat map around the point.
+  const double kmOfLongitude = std::cos(point.latitude * std::numbers::pi / 180) * kmPerDegree;
+  const auto seen = [&](const GeoPoint& corner) {
+    return Offset{std::remainder(corner.longitude - point.longitude, 360) * kmOfLongitude,
+                  (corner.latitude - point.latitude) * kmPerDegree};
+  };
   bool isNear = false;
   const std::size_t last = bandOf(point.latitude + degrees);
   for (std::size_t band = bandOf(point.latitude - degrees); band <= last && !isNear; ++band) {
     visitBand(band, [&](const Side& side) {
-      isNear =
-          isNear || distanceToLine(offsetKm(point, side.south), offsetKm(point, side.north)) <= km;
+      const Offset south = seen(side.south);
+      const Offset north = seen(side.north);
+      const bool isAside =
+          std::min(south.east, north.east) > km || std::max(south.east, north.east) < -km;
+      isNear = isNear || (!isAside && distanceToLine(south, north) <= km);
     });
   }
   return isNear;
