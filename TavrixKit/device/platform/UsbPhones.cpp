@@ -217,8 +217,8 @@ std::string_view textOf(PhoneState state) {
   return texts.at(static_cast<std::size_t>(state));
 }
 
-std::unique_ptr<PhoneBrowser> Phones::openBrowser(std::chrono::milliseconds patience) {
-  return std::make_unique<UsbPhoneBrowser>(patience);
+std::unique_ptr<PhoneBrowser> Phones::openBrowser(std::chrono::milliseconds longest) {
+  return std::make_unique<UsbPhoneBrowser>(longest);
 }
 
 std::vector<PhoneOnCable> Phones::list(PhoneBrowser& browser, const std::stop_token& stop) {
