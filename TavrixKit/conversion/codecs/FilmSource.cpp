@@ -143,7 +143,7 @@ void FilmSource::seek(std::int64_t time) {
 
 std::optional<double> FilmSource::seconds() const {
   if (picture_->duration > 0) return inSeconds(picture_->duration, picture_->time_base);
-  if (format_->duration > 0) return inSeconds(format_->duration, AV_TIME_BASE_Q);
+  if (format_->duration > 0) return inSeconds(format_->duration, AVRational{1, AV_TIME_BASE});
   return std::nullopt;
 }
 
