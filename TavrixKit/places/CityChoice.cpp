@@ -140,7 +140,8 @@ std::optional<std::size_t> cityAround(const GazetteerTable& table, std::size_t i
   const auto consider = [&](std::size_t other) {
     const std::uint32_t population = table.populationAt(other);
     if (table.cityAt(other) != other) return;
-    if (population < mainCityFactor * part.population) return;
+    // A damaged table may have places without people; nothing is twice as large as itself.
+    if (population == 0 || population < mainCityFactor * part.population) return;
     const double distance = haversineDistanceKm(part.point, table.pointAt(other));
     if (distance > mainCityShare * radiusKm(population)) return;
     const GazetteerPlace city = table.at(other);
