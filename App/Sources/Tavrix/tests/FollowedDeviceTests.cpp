@@ -34,6 +34,15 @@ struct FollowedDeviceTest : testing::Test {
     }
     return false;
   }
+  /// The phone leaves in the middle of a file.
+  void transferUntilThePhoneGoes() {
+    cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });
+    watcher.start();
+    model.setDestination(destination.path());
+    ASSERT_TRUE(runUntil([&] { return model.state().newFilesCount == 8; }));
+    model.startTransfer();
+    ASSERT_TRUE(runUntil([&] { return model.state().transferPausedReason.has_value(); }));
+  }
   bool isDone() const { return std::holds_alternative<app_phase::Done>(model.state().phase); }
 
   SimulatedCable cable;
@@ -58,16 +67,11 @@ struct FollowedDeviceTest : testing::Test {
       {.browser = cable.browser(), .loop = loop, .cacheDirectory = std::nullopt, .now = [] {
          return Instant{};
        }}};
+  FollowedDevice followed{{model, watcher, cable.browser()}};
 };
 
 TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
-  cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });
-  const FollowedDevice followed{{model, watcher, cable.browser()}};
-  watcher.start();
-  model.setDestination(destination.path());
-  ASSERT_TRUE(runUntil([&] { return model.state().newFilesCount == 8; }));
-  model.startTransfer();
-  ASSERT_TRUE(runUntil([&] { return model.state().transferPausedReason.has_value(); }));
+  ASSERT_NO_FATAL_FAILURE(transferUntilThePhoneGoes());
   cable.plugIn();
   ASSERT_TRUE(runUntil([&] { return isDone(); }));
   EXPECT_EQ(std::get<app_phase::Done>(model.state().phase).report->copied, 8U);
@@ -89,13 +93,7 @@ TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
 }
 
 TEST_F(FollowedDeviceTest, cancelWhileThePhoneIsAway_endsTheRunWithWhatIsThere) {
-  cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });
-  const FollowedDevice followed{{model, watcher, cable.browser()}};
-  watcher.start();
-  model.setDestination(destination.path());
-  ASSERT_TRUE(runUntil([&] { return model.state().newFilesCount == 8; }));
-  model.startTransfer();
-  ASSERT_TRUE(runUntil([&] { return model.state().transferPausedReason.has_value(); }));
+  ASSERT_NO_FATAL_FAILURE(transferUntilThePhoneGoes());
   // Another phone that comes meanwhile is not read for this run.
   SimulatedPhone other;
   other.deviceID = "00008110-0000000000000002";
