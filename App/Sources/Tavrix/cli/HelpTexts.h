@@ -211,7 +211,8 @@ inline constexpr HelpText transfer{
     R"(tavrix transfer SOURCE DEST — переносит снимки в папку DEST.
 
 DEST создаётся, если есть папка, в которой ей лежать. Повтор переносит только то, чего в DEST
-ещё нет. Ctrl-C останавливает перенос; всё, что успело скопироваться, остаётся.
+ещё нет. Пока iPhone отключён или на диске нет места, перенос ждёт, а потом продолжает сам.
+Ctrl-C останавливает перенос; всё, что успело скопироваться, остаётся.
 
 С --set packAsZip=true файлы складываются в один архив zip, а с --set packPerGroup=true ещё и
 каждая папка в свой. Архив получает имя, когда прочитан обратно и сверен. В архивы переносится
@@ -231,7 +232,8 @@ DEST создаётся, если есть папка, в которой ей л
     R"(tavrix transfer SOURCE DEST — transfers the shots into the folder DEST.
 
 DEST is created when the folder above it exists. Run again, it transfers only what is not in DEST
-yet. Ctrl-C stops the transfer; all that was copied by then stays.
+yet. While the iPhone is disconnected, or the disk full, the transfer waits and then carries on by
+itself. Ctrl-C stops the transfer; all that was copied by then stays.
 
 With --set packAsZip=true the files go into one zip archive, with --set packPerGroup=true as well
 each folder into its own. An archive gets its name when it was read back and compared. Archives
