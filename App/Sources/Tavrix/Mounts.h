@@ -1,10 +1,23 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tavrix {
+
+/// What a folder is told apart by, whatever leads to it: another volume at the same path is
+/// another.
+struct FolderIdentity {
+  std::uint64_t volume = 0;
+  std::uint64_t folder = 0;
+
+  friend bool operator==(const FolderIdentity&, const FolderIdentity&) = default;
+};
+/// Nothing where there is no folder, or nobody tells.
+std::optional<FolderIdentity> folderIdentity(const std::string& path);
 
 /// A file system, or a folder of one, at a path of this computer.
 struct Mount {

@@ -19,9 +19,9 @@ std::uint64_t neededBytes(const TransferPlan& plan, const std::optional<Packing>
 
 RunFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
                        const Folder& destination, const Destination::Content& content,
-                       const PhoneIdentity& phone) {
+                       const PhoneIdentity& phone, bool isCard) {
   return {.unreadableFolders = content.view.unreadableFolders(),
-          .knownCard = findKnownCard(content.marker, phone.hash, plan),
+          .knownCard = isCard ? findKnownCard(content.marker, phone.hash, plan) : std::nullopt,
           .neededBytes = neededBytes(plan, packing),
           .freeBytes = destination.freeBytes()};
 }

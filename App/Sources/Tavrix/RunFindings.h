@@ -19,9 +19,10 @@ struct RunFindings {
   std::uint64_t freeBytes = 0;    ///< that it can take
 };
 
+/// `isCard` as in ConnectedSource.
 RunFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
                        const Folder& destination, const Destination::Content& content,
-                       const PhoneIdentity& phone);
+                       const PhoneIdentity& phone, bool isCard);
 
 /// Bytes that a run writes at most at one time: files that are to be packed lie beside the archive
 /// that is being made of them.

@@ -36,7 +36,7 @@ AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders
     return variable(context_.surroundings.environment, name).has_value();
   };
   services.keepsGroupsDebug = isSet("DEBUG_SNAPSHOT") || isSet("UI_SNAPSHOT_VIEWS");
-  if (services.keepsGroupsDebug) services.stateFolder = stateFolder(context_);
+  services.stateFolder = stateFolder(context_);
   services.keepRecord = [this](TransferRecord record) {
     record.destinationPath = absolutePath(record.destinationPath);
     recordFailure_ = writeRecord(context_, record);

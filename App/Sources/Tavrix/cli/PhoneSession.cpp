@@ -49,9 +49,9 @@ PhoneSession::PhoneSession(ModelSession& session)
     : session_(session),
       context_(session.context()),
       watcher_(setupOf(session)),
-      subscription_(watcher_.subscribe(
-          {.stateChanged = [this](const DeviceState& state) { follow(state); },
-           .othersChanged = [this](const auto& others) { followOthers(others); }})),
+      subscription_(
+          watcher_.subscribe({.stateChanged = [this](const DeviceState& state) { follow(state); },
+                              .othersChanged = [this](const auto&) { tellOtherPhones(); }})),
       followed_({session.model(), watcher_, browserOf(context_), givenDeviceName(context_)}) {}
 
 void PhoneSession::connect(const std::stop_token& stop) {
@@ -91,7 +91,8 @@ void PhoneSession::follow(const DeviceState& state) {
   wasLost_ = wasLost_ || isReading_;
 }
 
-void PhoneSession::followOthers(const std::vector<PhoneOnCable>& others) {
+void PhoneSession::tellOtherPhones() const {
+  const auto& others = watcher_.others();
   const RunInProgress* const run = session_.model().run();
   const bool isAwaited = run != nullptr && run->stage == RunInProgress::Stage::pausedForPhone;
   if (!isAwaited || others.empty()) return;

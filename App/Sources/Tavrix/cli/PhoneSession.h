@@ -24,12 +24,13 @@ class PhoneSession {
   /// Returns when the model has a phone to transfer from. Throws CommandFailure when a stop is
   /// asked for first; `interrupted()` has to be called then.
   void connect(const std::stop_token& stop);
+  /// Tells of other phones on the cable while a run waits for its own.
+  void tellOtherPhones() const;
   /// A stop was asked for.
   void interrupted() { watcher_.stopReading(); }
 
  private:
   void follow(const DeviceState& state);
-  void followOthers(const std::vector<PhoneOnCable>& others);
   void followReading(const MetadataPass::Progress& progress);
   void followReady(const DeviceState::Ready& ready);
   std::string textOf(const DeviceState& state) const;

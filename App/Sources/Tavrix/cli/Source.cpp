@@ -83,12 +83,17 @@ std::unique_ptr<MediaSource> openMedia(const CommandContext& context) {
   return std::make_unique<LocalMediaSource>(mediaFolder(context));
 }
 
+bool isCard(const CommandContext& context) {
+  return !isPhone(context.call.source()) && cameraFolder(context).has_value();
+}
+
 ConnectedSource connectedSource(const CommandContext& context) {
   auto assets = readCatalogue(context);
   return {.deviceName = deviceName(context),
           .phone = phoneOf(context),
           .assets = std::move(assets),
           .unreadFolders = context.source.unreadFolders,
+          .isCard = isCard(context),
           .openMedia = [&context](const AwaitPhone&,
                                   const std::stop_token&) { return openMedia(context); },
           .checkDestination =

@@ -48,6 +48,9 @@ PhoneIdentity phoneOf(const CommandContext& context);
 /// context's. Throws CommandFailure.
 ConnectedSource connectedSource(const CommandContext& context);
 
+/// Whether it is a folder that stands for a phone.
+bool isCard(const CommandContext& context);
+
 /// Throws CommandFailure when a snapshot's folder of files is not there.
 void checkMedia(const CommandContext& context);
 

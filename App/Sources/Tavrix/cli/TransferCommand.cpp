@@ -32,6 +32,11 @@ bool isTransferring(const AppState& state) {
   return std::holds_alternative<app_phase::Transferring>(state.phase);
 }
 
+void tellLoaded(const CommandContext& context, const Library& library, const TransferPlan& plan) {
+  writeLog(context.log, "snapshot loaded: assets={}, groups={}, new={}", library.fileCount,
+           library.rows.size(), plan.files.size());
+}
+
 /// A transfer by the model, told on standard error while it goes on.
 class TransferSession {
  public:
@@ -98,8 +103,7 @@ class TransferSession {
 
   void begin() {
     const RunInProgress& run = *model().run();
-    writeLog(context_.log, "snapshot loaded: assets={}, groups={}, new={}", run.library->fileCount,
-             run.library->rows.size(), run.plan->files.size());
+    tellLoaded(context_, *run.library, *run.plan);
     tellFindings(context_, run.findings);
     tellSpace(context_, run.findings);
     const auto& columns = context_.surroundings.errColumns;
@@ -109,7 +113,11 @@ class TransferSession {
   }
 
   void followPause(const AppState& state) {
-    if (state.transferPausedReason) return session_.tell(*state.transferPausedReason);
+    if (state.transferPausedReason) {
+      session_.tell(*state.transferPausedReason);
+      if (phone_) phone_->tellOtherPhones();
+      return;
+    }
     // The pause may have ended with the run.
     if (!isTransferring(state) || model().run()->isCancelled) return;
     const bool wasPhone = model().run()->stage == RunInProgress::Stage::pausedForPhone;
@@ -178,13 +186,15 @@ ExitStatus showPlan(const CommandContext& context) {
   const AppModel& model = session.model();
   if (const auto& failure = model.destinationFailure()) std::rethrow_exception(failure);
   const TransferPlan& plan = *model.plan().plan;
+  tellLoaded(context, *model.library(), plan);
   const auto packing = packingOf(context.settings, deviceName(context),
                                  context.settings.timeZone.dateAt(context.surroundings.now()));
   std::optional<std::uint64_t> freeBytes;
   const auto folder = Destination::openExisting(destinationPath(context));
   const auto& content = model.plan().destination;
   if (folder && content) {
-    const RunFindings findings = findingsOf(plan, packing, *folder, *content, phoneOf(context));
+    const RunFindings findings =
+        findingsOf(plan, packing, *folder, *content, phoneOf(context), isCard(context));
     tellFindings(context, findings);
     freeBytes = findings.freeBytes;
   }

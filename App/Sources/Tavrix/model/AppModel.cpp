@@ -133,7 +133,7 @@ void AppModel::sourceGone() {
 
 void AppModel::clearCatalogue() {
   source_.reset();
-  start_ = Start::none;
+  const bool isStarting = start_ != Start::none;
   // What is under way was made from the old catalogue, and lands on nothing.
   grouping_ = CoalescedWork{services_.loop, services_.background};
   display_ = CoalescedWork{services_.loop, services_.background};
@@ -150,6 +150,7 @@ void AppModel::clearCatalogue() {
     state.searchSuggestions = {};
     state.newFilesCount = state.newBytes = state.knownFilesCount = state.optimizedCount = 0;
   });
+  if (isStarting) block(TransferBlocker::noDevice);
 }
 
 void AppModel::keepChoices(const AppState& before) {
@@ -274,7 +275,7 @@ void AppModel::landDisplay(DisplayResult result) {
     state.knownFilesCount = display.knownFilesCount;
     state.optimizedCount = display.optimizedCount;
   });
-  if (services_.stateFolder && services_.keepsGroupsDebug) {
+  if (services_.stateFolder && services_.keepsGroupsDebug && services_.showsFolders) {
     services_.background([folder = *services_.stateFolder, groups = state_.displayGroups,
                           settings = state_.settings,
                           &log = log()] { GroupsDebug::write(folder, groups, *settings, log); });

@@ -86,10 +86,8 @@ class AppModel {
 
   /// A phone has been read, or what stands for one.
   void sourceReady(ConnectedSource source, DataOrigin origin);
-  /// It went, or its reading was stopped.
+  /// It went, its reading was stopped, or it cannot be used for now.
   void sourceGone();
-  /// It is there, but cannot be used for now.
-  void sourceOutOfReach() { isSourcePresent_ = false; }
   /// Whether there is a phone to transfer from.
   bool hasSource() const { return source_ && isSourcePresent_; }
 
@@ -160,11 +158,13 @@ class AppModel {
   void showProgress();
   void landLeg(LegEnd end);
   void pauseForPhone(PhoneError::Kind kind);
+  void meetFullDisk(std::size_t filesBefore);
   void pauseForSpace();
   void landSpace(std::optional<std::uint64_t> free, std::uint64_t needed);
   void resume();
   void endRun();
   void finish(bool hasRecord);
+  void startLegWith(const std::shared_ptr<Prepared>& held);
   /// Writes the run as it stands now into the history; to be called in the background.
   std::function<bool()> recordTask(bool isUnderWay) const;
 

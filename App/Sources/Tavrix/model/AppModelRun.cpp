@@ -25,6 +25,22 @@ bool isOutOfSpace(const TransferOutcome& outcome) {
   return code == ENOSPC || code == EDQUOT;
 }
 
+/// Whether another run is at work in the destination.
+bool isBusy(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const DestinationError& error) {
+    return error.kind() == DestinationError::Kind::busy;
+  } catch (...) {
+    return false;
+  }
+}
+
+bool hasEndedByItself(const TransferOutcome& outcome) {
+  return outcome.status == TransferRecord::Status::completed ||
+         outcome.status == TransferRecord::Status::completedWithFailures;
+}
+
 std::uint64_t bytesOf(const TransferPlan& plan) {
   std::uint64_t bytes = 0;
   for (const PlannedFile& file : plan.files) bytes += file.asset.sizeBytes();
@@ -74,10 +90,17 @@ TransferProgressSnapshot ofRun(TransferProgressSnapshot leg, const TransferPlan&
 
 /// What a start found at the destination.
 struct AppModel::Prepared {
+  // What it was made from.
+  DisplayGroups visible;
+  Shared<Settings> settings;
+  std::string path;
+  PhoneIdentity phone;
+
   std::vector<FolderNaming::Row> rows;
   HeldDestination destination;
   std::shared_ptr<const TransferPlan> plan;
   RunFindings findings;
+  std::optional<FolderIdentity> folder;
   std::exception_ptr failure;
 };
 
@@ -88,7 +111,7 @@ std::unique_ptr<Folder> AppModel::open(const std::string& path, bool forWriting)
 }
 
 void AppModel::startTransfer() {
-  if (!std::holds_alternative<app_phase::Browse>(state_.phase) || isPreparing_) return;
+  if (!std::holds_alternative<app_phase::Browse>(state_.phase)) return;
   start_ = Start::asked;
   startFailure_ = nullptr;
   change([](AppState& state) { state.transferBlocker = std::nullopt; });
@@ -133,13 +156,17 @@ void AppModel::proceedWithStart() {
 
 void AppModel::prepare() {
   auto prepared = std::make_shared<Prepared>();
+  prepared->visible = state_.visibleGroups;
+  prepared->settings = state_.settings;
+  prepared->path = *state_.destination;
+  prepared->phone = source_->phone;
   prepared->rows = chosenRows(state_.visibleGroups);
   if (prepared->rows.empty() && !runsWithoutFiles_) {
     return block(TransferBlocker::nothingSelected);
   }
   isPreparing_ = true;
   services_.transferring([this, life = std::weak_ptr{life_}, prepared, &loop = services_.loop,
-                          path = *state_.destination, source = *source_,
+                          path = prepared->path, source = *source_,
                           options = transferOptions(*state_.settings, source_->deviceName),
                           packing = packingOf(*state_.settings, source_->deviceName,
                                               state_.settings->timeZone.dateAt(services_.now())),
@@ -149,12 +176,13 @@ void AppModel::prepare() {
       HeldDestination& destination = prepared->destination;
       destination.folder =
           openForWriting ? openForWriting(path) : Destination::openForWriting(path);
+      prepared->folder = folderIdentity(path);
       destination.content = Destination::read(*destination.folder, source.phone);
       prepared->plan = std::make_shared<const TransferPlan>(
           planOf(prepared->rows, options, destination.content.view));
       if (source.checkMedia && !prepared->plan->files.empty()) source.checkMedia();
       prepared->findings = findingsOf(*prepared->plan, packing, *destination.folder,
-                                      destination.content, source.phone);
+                                      destination.content, source.phone, source.isCard);
     } catch (...) {
       prepared->failure = std::current_exception();
     }
@@ -168,17 +196,20 @@ void AppModel::land(const std::shared_ptr<Prepared>& prepared) {
   isPreparing_ = false;
   const Start start = std::exchange(start_, Start::none);
   if (start == Start::none) return;  // cancelled meanwhile
-  if (prepared->failure) {
-    startFailure_ = prepared->failure;
-    // Observers learn of it by a change that changes nothing they see.
-    return change([](AppState&) {});
-  }
-  const bool isChecked = isSettled() && hasSource();
-  if (!isChecked) {
+  const bool isOfNow = isSettled() && hasSource() && source_->phone == prepared->phone &&
+                       state_.destination == prepared->path &&
+                       isSame(state_.settings, prepared->settings) &&
+                       isSame(state_.visibleGroups, prepared->visible);
+  if (!isOfNow) {
     // Something was chosen otherwise meanwhile: what is shown now is what is transferred.
     start_ = start;
     prepared->destination.folder.reset();
     return proceedWithStart();
+  }
+  if (prepared->failure) {
+    startFailure_ = prepared->failure;
+    // Observers learn of it by a change that changes nothing they see.
+    return change([](AppState&) {});
   }
   if (prepared->plan->files.empty() && !runsWithoutFiles_) {
     return block(TransferBlocker::nothingSelected);
@@ -197,7 +228,8 @@ void AppModel::beginRun(Prepared& prepared) {
   run_->id = services_.newID();
   run_->startedAt = run_->finishedAt = services_.now();
   run_->source = *source_;
-  run_->destination = *state_.destination;
+  run_->destination = prepared.path;
+  run_->folder = prepared.folder;
   run_->settings = *state_.settings;
   run_->unchecked = idsOutside(state_.displayGroups, prepared.rows);
   run_->unchecked.insert(state_.excludedKeys->begin(), state_.excludedKeys->end());
@@ -259,6 +291,7 @@ void AppModel::startLeg(HeldDestination destination) {
   leg->setup.language = services_.writtenLanguage;
   leg->setup.log = services_.log;
   leg->setup.now = services_.now;
+  leg->language = services_.language;
   leg->whole = run_->plan;
   leg->plan = remainingPlan(*run_->plan, run_->outcome.report);
   leg->openMedia = run_->source.openMedia;
@@ -319,14 +352,17 @@ void AppModel::landLeg(LegEnd end) {
   run_->leg.reset();
   progressSlot_.reset();
   TransferOutcome& outcome = run_->outcome;
+  const std::size_t filesBefore = outcome.report.files.size();
   outcome = joined(std::move(outcome), std::move(end.outcome), *run_->plan);
   run_->failure = end.failure;
-  if (run_->isCancelled) {
+  const bool isWhole = !end.failure && !end.isPhoneLost && hasEndedByItself(outcome);
+  if (run_->isCancelled && !isWhole) {
     outcome.status = TransferRecord::Status::cancelled;
+    outcome.interruption = std::nullopt;
     return endRun();
   }
   if (end.isPhoneLost) return pauseForPhone(PhoneError::Kind::gone);
-  if (isOutOfSpace(outcome)) return pauseForSpace();
+  if (isOutOfSpace(outcome)) return meetFullDisk(filesBefore);
   if (end.failure) outcome.status = TransferRecord::Status::interrupted;
   endRun();
 }
@@ -350,14 +386,27 @@ void AppModel::pauseForPhone(PhoneError::Kind kind) {
                            }));
 }
 
+void AppModel::meetFullDisk(std::size_t filesBefore) {
+  constexpr int mostRefusals = 3;
+  TransferOutcome& outcome = run_->outcome;
+  run_->refusals = outcome.report.files.size() > filesBefore ? 0 : run_->refusals + 1;
+  // Packing has waited by itself. And what is no lack of bytes is not mended by more of them.
+  if (outcome.isPacked || run_->refusals > mostRefusals) return endRun();
+  pauseForSpace();
+}
+
 void AppModel::pauseForSpace() {
   run_->stage = Stage::pausedForSpace;
   const std::uint64_t needed = bytesOf(remainingPlan(*run_->plan, run_->outcome.report));
   services_.transferring([this, life = std::weak_ptr{life_}, &loop = services_.loop, needed,
-                          path = run_->destination, openExisting = services_.openExisting] {
+                          path = run_->destination, identity = run_->folder,
+                          openExisting = services_.openExisting] {
     std::optional<std::uint64_t> free;
     try {
-      const auto folder = openExisting ? openExisting(path) : Destination::openExisting(path);
+      const bool isThere = folderIdentity(path) == identity;
+      const auto folder = !isThere       ? nullptr
+                          : openExisting ? openExisting(path)
+                                         : Destination::openExisting(path);
       if (folder) free = folder->freeBytes();
     } catch (const std::exception&) {
       // Without its destination the run cannot go on either.
@@ -370,10 +419,19 @@ void AppModel::pauseForSpace() {
 
 void AppModel::landSpace(std::optional<std::uint64_t> free, std::uint64_t needed) {
   if (!run_ || run_->stage != Stage::pausedForSpace) return;  // cancelled meanwhile
-  if (!free) return endRun();
+  if (!free) {
+    run_->outcome.interruption = FileError{FileOperation::open, run_->destination, ENOENT};
+    return endRun();
+  }
   if (*free >= needed && state_.transferPausedReason) {
     writeLog(log(), "transfer: space freed — continuing");
     return resume();
+  }
+  if (*free >= needed) {
+    services_.loop.postAfter(spacePollInterval, ifAlive([this] {
+                               if (run_ && run_->stage == Stage::pausedForSpace) resume();
+                             }));
+    return;
   }
   const std::string reason = say(services_.language, sentences::diskFull,
                                  bytesText(services_.language, needed - std::min(needed, *free)),
@@ -390,8 +448,8 @@ void AppModel::landSpace(std::optional<std::uint64_t> free, std::uint64_t needed
 }
 
 void AppModel::resume() {
-  change([](AppState& state) { state.transferPausedReason = std::nullopt; });
   if (run_->leg) {
+    change([](AppState& state) { state.transferPausedReason = std::nullopt; });
     run_->stage = Stage::running;
     run_->gate->open();
     return;
@@ -399,9 +457,12 @@ void AppModel::resume() {
   run_->stage = Stage::resuming;
   auto held = std::make_shared<Prepared>();
   services_.transferring([this, life = std::weak_ptr{life_}, held, &loop = services_.loop,
-                          path = run_->destination, phone = run_->source.phone,
-                          openForWriting = services_.openForWriting] {
+                          path = run_->destination, identity = run_->folder,
+                          phone = run_->source.phone, openForWriting = services_.openForWriting] {
     try {
+      if (folderIdentity(path) != identity) {
+        throw DestinationError{DestinationError::Kind::missing, path};
+      }
       held->destination.folder =
           openForWriting ? openForWriting(path) : Destination::openForWriting(path);
       held->destination.content = Destination::read(*held->destination.folder, phone);
@@ -409,13 +470,26 @@ void AppModel::resume() {
       held->failure = std::current_exception();
     }
     loop.post([this, life, held] {
-      if (!life.lock() || !run_ || run_->stage != Stage::resuming) return;
-      if (!held->failure) return startLeg(std::move(held->destination));
-      run_->failure = held->failure;
-      run_->outcome.status = TransferRecord::Status::interrupted;
-      endRun();
+      if (life.lock() && run_ && run_->stage == Stage::resuming) startLegWith(held);
     });
   });
+}
+
+void AppModel::startLegWith(const std::shared_ptr<Prepared>& held) {
+  if (!held->failure) {
+    change([](AppState& state) { state.transferPausedReason = std::nullopt; });
+    return startLeg(std::move(held->destination));
+  }
+  if (isBusy(held->failure)) {
+    services_.loop.postAfter(spacePollInterval, ifAlive([this] {
+                               if (run_ && run_->stage == Stage::resuming) resume();
+                             }));
+    return;
+  }
+  run_->failure = held->failure;
+  run_->outcome.interruption = std::nullopt;
+  run_->outcome.status = TransferRecord::Status::interrupted;
+  endRun();
 }
 
 void AppModel::cancelTransfer() {

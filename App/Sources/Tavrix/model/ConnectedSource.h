@@ -23,6 +23,9 @@ struct ConnectedSource {
   PhoneIdentity phone;
   Shared<std::vector<MediaAsset>> assets;
   std::uint64_t unreadFolders = 0;  ///< whose files nobody could list
+  /// A folder, which goes by its place or by a name that was given: the same card may have been
+  /// here under another.
+  bool isCard = false;
   /// Opens its files, on a thread other than the main loop's; a source that waits for its phone
   /// ends that when it is asked to stop. Throws FileError, SourceError.
   std::function<std::unique_ptr<MediaSource>(AwaitPhone, std::stop_token)> openMedia;

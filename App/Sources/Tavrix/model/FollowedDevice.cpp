@@ -23,10 +23,9 @@ void FollowedDevice::follow(const DeviceState& state) {
     ConnectedSource source = sourceOf(*ready);
     auto origin = data_origin::Device{source.deviceName};
     setup_.model.sourceReady(std::move(source), std::move(origin));
-  } else if (state.is<DeviceState::Stopped>() || state.is<DeviceState::Waiting>()) {
-    setup_.model.sourceGone();
   } else {
-    setup_.model.sourceOutOfReach();
+    // Also when another phone is on its way already.
+    setup_.model.sourceGone();
   }
 }
 

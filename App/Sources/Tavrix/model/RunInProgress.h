@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Library.h"
+#include "Mounts.h"
 #include "RunFindings.h"
 #include "model/ConnectedSource.h"
 #include "model/PhoneGate.h"
@@ -30,6 +31,7 @@ struct RunInProgress {
   Instant finishedAt;
   ConnectedSource source;
   std::string destination;
+  std::optional<FolderIdentity> folder;    ///< which one that is, so that no other is written to
   std::shared_ptr<const Library> library;  ///< with the chosen folders alone
   Settings settings;
   std::set<std::string, std::less<>> unchecked;  ///< ids of groups that are not part of the run
@@ -39,6 +41,8 @@ struct RunInProgress {
   TransferOutcome outcome;  ///< of all legs
   Stage stage = Stage::running;
   bool isCancelled = false;
+  /// How often the disk took nothing more although it had room, since a file landed.
+  int refusals = 0;
   std::shared_ptr<TransferLeg> leg;  ///< in the hands of the transfer thread
   /// Where the leg waits for its phone.
   std::shared_ptr<PhoneGate> gate = std::make_shared<PhoneGate>();

@@ -79,7 +79,7 @@ TransferOutcome runJob(TransferLeg& leg, MediaSource& source, const std::stop_to
     setup.language = leg.setup.language;
     setup.log = leg.setup.log;
     setup.now = leg.setup.now;
-    setup.spaceWait.language = leg.setup.language;
+    setup.spaceWait.language = leg.language;
     setup.spaceWait.paused = leg.paused;
     PackedTransfer job{std::move(setup), folder, std::move(content)};
     outcome = job.run(leg.plan, source, leg.progress, stop);

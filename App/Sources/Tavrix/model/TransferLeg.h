@@ -25,6 +25,7 @@ struct TransferLeg {
   std::shared_ptr<const TransferPlan> whole;  ///< of the run
   TransferPlan plan;                          ///< what of it is still to be written
   std::optional<Packing> packing{};           ///< nothing for plain folders
+  Language language = Language::russian;      ///< of what is told while the run waits
   TimeZone zone = TimeZone::utc();            ///< of the wall-clock times in archives
   /// Told while the packing waits for space, and that it goes on (nothing).
   std::function<void(const std::optional<std::string>& reason)> paused{};

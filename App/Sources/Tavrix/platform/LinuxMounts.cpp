@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <array>
 
 #include "Mounts.h"
@@ -5,6 +7,12 @@
 #include "foundation/files/FileReader.h"
 
 namespace tavrix {
+
+std::optional<FolderIdentity> folderIdentity(const std::string& path) {
+  struct stat status{};
+  if (::stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
+  return FolderIdentity{status.st_dev, status.st_ino};
+}
 
 std::vector<Mount> readMounts() {
   constexpr std::size_t maxBytes = std::size_t{1} << 24U;

@@ -188,6 +188,73 @@ TEST_F(AppModelRunTest, fullDisk_waitsForSpaceAndGoesOnByItself) {
   EXPECT_TRUE(log.has("transfer: space freed — continuing"));
 }
 
+TEST_F(AppModelRunTest, diskThatIsFullOfOtherThanBytes_endsTheRunAfterAFewTries) {
+  freeWhenFull = 1'000'000;
+  makeReady();
+  writesUntilFull = 6;
+  transfer();
+  for (int i = 0; i < 10 && isTransferring(); ++i) {
+    EXPECT_EQ(state().transferPausedReason, std::nullopt) << "there is nothing to free";
+    loop.advance(seconds{5});
+    settle();
+  }
+  ASSERT_FALSE(isTransferring());
+  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
+  EXPECT_EQ(model->run()->outcome.interruption->code(), ENOSPC);
+  checkWhole(report().copied);
+}
+
+TEST_F(AppModelRunTest, folderThatIsAnotherAfterThePause_isNotWrittenTo) {
+  makeReady();
+  writesUntilFull = 6;
+  transfer();
+  ASSERT_TRUE(state().transferPausedReason.has_value());
+  // As where a volume was mounted.
+  const std::string away = destination.path() + ".away";
+  std::filesystem::rename(destination.path(), away);
+  std::filesystem::create_directories(destination.path());
+  writesUntilFull = -1;
+  loop.advance(seconds{5});
+  settle();
+  ASSERT_FALSE(isTransferring());
+  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
+  EXPECT_EQ(model->run()->outcome.interruption->code(), ENOENT);
+  EXPECT_TRUE(std::filesystem::is_empty(destination.path()));
+  std::filesystem::remove_all(away);
+}
+
+TEST_F(AppModelRunTest, whatChangesWhileAStartIsPrepared_isWhatIsTransferred) {
+  makeReady();
+  model->startTransfer();
+  Settings settings = *state().settings;
+  settings.granularity = UIGranularity::month;
+  model->changeSettings(settings);
+  while (loop.runOne() || background.runOne()) {
+  }
+  settle();
+  EXPECT_EQ(report().copied, 12);
+  for (const auto& [path, content] : filesOnDisk()) {
+    EXPECT_THAT(path, testing::StartsWith("2026-05-20/")) << "the one folder on screen";
+  }
+
+  // A phone that goes, and another one in its place.
+  model->leaveSummary();
+  std::filesystem::remove_all(destination / "2026-05-20");
+  model->refreshDestination();
+  settle();
+  model->startTransfer();
+  model->sourceGone();
+  EXPECT_EQ(state().transferBlocker, TransferBlocker::noDevice);
+  FakePhone other{3, "Second"};
+  model->sourceReady(other.source(), data_origin::Device{"Second"});
+  while (loop.runOne() || background.runOne()) {
+  }
+  model->startTransfer();
+  settle();
+  EXPECT_EQ(report().copied, 3);
+  EXPECT_EQ(record().phoneName, "Second");
+}
+
 TEST_F(AppModelRunTest, cancel_endsTheRunWhereverItIs) {
   struct Case {
     const char* name;

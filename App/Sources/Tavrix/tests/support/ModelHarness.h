@@ -152,7 +152,7 @@ struct ModelHarness {
       if (writesUntilFull > 0) --writesUntilFull;
     };
     wrapped->faults().freeBytes = [this]() -> std::uint64_t {
-      return writesUntilFull == 0 ? 3 : 1'000'000;
+      return writesUntilFull == 0 ? freeWhenFull : 1'000'000;
     };
     return wrapped;
   }
@@ -218,6 +218,7 @@ struct ModelHarness {
   std::map<Uuid, TransferRecord> records;
   bool keepsRecords = true;
   int writesUntilFull = -1;  ///< negative: there is room for everything
+  std::uint64_t freeWhenFull = 3;
   std::unique_ptr<AppModel> model;
 };
 
