@@ -113,7 +113,7 @@ void PhoneSession::followReady(const DeviceState::Ready& ready) {
   if (std::exchange(wasLost_, false)) {
     session_.tell(say(context_.language(), sentences::phoneIsBack));
   }
-  // Told when it comes back, too, that would only be read twice.
+  // When it comes back there is nothing new to tell.
   if (std::exchange(wasRead_, true)) return;
   tellOthers(context_, ready.phone, watcher_.others());
   tellReading(context_, ready.catalogue, ready.phone.deviceID);
