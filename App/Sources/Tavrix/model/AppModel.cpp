@@ -53,7 +53,7 @@ AppModel::AppModel(Services services, Settings settings)
       display_(services_.loop, services_.background),
       destinationIndex_(services_.loop, services_.background) {
   const auto& stateFolder = services_.stateFolder;
-  if (stateFolder && !services_.keepsGroupsDebug) GroupsDebug::remove(*stateFolder, log());
+  if (stateFolder && !services_.keepsGroupsDebug) GroupsDebug::remove(*stateFolder, *services_.log);
   if (services_.defaults != nullptr) {
     PersistedSettings::forgetAtLaunch(*services_.defaults, services_.isDemo);
     auto kept = PersistedSettings::read(*services_.defaults, {std::move(settings), {}});
@@ -61,24 +61,16 @@ AppModel::AppModel(Services services, Settings settings)
     state_.savedPresets = std::move(kept.savedPresets);
   }
   state_.settings = std::move(settings);
-  writeLog(log(), "AppModel init");
+  writeLog(*services_.log, "AppModel init");
 }
 
 void AppModel::start() {
   if (std::exchange(isStarted_, true)) return;
-  writeLog(log(), "AppModel.start()");
+  writeLog(*services_.log, "AppModel.start()");
   if (!services_.isDemo && services_.watch) services_.watch();
 }
 
-AppModel::~AppModel() {
-  if (run_ && run_->leg) run_->leg->stop.request_stop();
-}
-
-MainLoop::Task AppModel::ifAlive(std::function<void()> task) const {
-  return [life = std::weak_ptr{life_}, task = std::move(task)] {
-    if (life.lock()) task();
-  };
-}
+AppModel::~AppModel() = default;
 
 AppModel::Subscription AppModel::subscribe(Observer observer) {
   auto subscription = std::make_shared<const Observer>(std::move(observer));
@@ -102,22 +94,19 @@ bool AppModel::isSettled() const {
 
 void AppModel::sourceReady(ConnectedSource source, DataOrigin origin) {
   const bool isTransferring = std::holds_alternative<app_phase::Transferring>(state_.phase);
-  if (isTransferring && run_->source.phone.hash != source.phone.hash) {
+  if (isTransferring && run_->now().source.phone.hash != source.phone.hash) {
     // The run goes on with its own phone alone; this one is looked at when the run is over.
-    writeLog(log(), "other device ready during transfer: left alone");
+    writeLog(*services_.log, "other device ready during transfer: left alone");
     return;
   }
-  writeLog(log(), "device ready: assets={}", source.assets->size());
+  writeLog(*services_.log, "device ready: assets={}", source.assets->size());
   isSourcePresent_ = true;
   allBundles_ = BundleBuilder::makeBundles(*source.assets);
   change([&](AppState& state) {
     state.origin = std::move(origin);
     state.assets = source.assets;
-    if (run_ && run_->stage == RunInProgress::Stage::pausedForPhone) {
-      state.transferPausedReason = std::nullopt;
-      resumesWhenDisplayLands_ = true;
-    }
   });
+  if (run_) run_->phoneIsBack();
   source_ = std::move(source);
   requestGrouping();
   if (state_.destination) refreshDestination();
@@ -128,7 +117,7 @@ void AppModel::sourceGone() {
   if (!std::holds_alternative<app_phase::Browse>(state_.phase)) return;
   if (std::holds_alternative<data_origin::None>(state_.origin)) return;
   clearCatalogue();
-  writeLog(log(), "device gone: cleared stale catalog");
+  writeLog(*services_.log, "device gone: cleared stale catalog");
 }
 
 void AppModel::clearCatalogue() {
@@ -153,28 +142,27 @@ void AppModel::clearCatalogue() {
   if (isStarting) block(TransferBlocker::noDevice);
 }
 
-void AppModel::keepChoices(const AppState& before) {
+void AppModel::keepChoices(const Shared<Settings>& settings,
+                           const Shared<std::vector<SavedPreset>>& presets) {
   if (services_.defaults == nullptr || !services_.storing) return;
-  services_.storing([defaults = services_.defaults, isDemo = services_.isDemo,
-                     settings = before.settings, presets = before.savedPresets,
+  services_.storing([defaults = services_.defaults, isDemo = services_.isDemo, settings, presets,
                      newSettings = state_.settings, newPresets = state_.savedPresets] {
     PersistedSettings::write(*defaults, {*settings, *presets}, {*newSettings, *newPresets}, isDemo);
   });
 }
 
 void AppModel::changeSavedPresets(std::vector<SavedPreset> presets) {
-  const AppState before = state_;
+  const auto before = state_.savedPresets;
   change([&](AppState& state) { state.savedPresets = std::move(presets); });
-  keepChoices(before);
+  keepChoices(state_.settings, before);
 }
 
 void AppModel::changeSettings(Settings settings) {
   const Shared<Settings> before = state_.settings;
   if (settings == *before) return;
   const bool isLayoutAlone = withLayoutOf(settings, *before) == *before;
-  const AppState stateBefore = state_;
   change([&](AppState& state) { state.settings = std::move(settings); });
-  keepChoices(stateBefore);
+  keepChoices(before, state_.savedPresets);
   if (isLayoutAlone) {
     requestDisplay();
   } else {
@@ -276,16 +264,12 @@ void AppModel::landDisplay(DisplayResult result) {
     state.optimizedCount = display.optimizedCount;
   });
   if (services_.stateFolder && services_.keepsGroupsDebug && services_.showsFolders) {
-    services_.background([folder = *services_.stateFolder, groups = state_.displayGroups,
-                          settings = state_.settings,
-                          &log = log()] { GroupsDebug::write(folder, groups, *settings, log); });
+    services_.background(
+        [folder = *services_.stateFolder, groups = state_.displayGroups, settings = state_.settings,
+         &log = *services_.log] { GroupsDebug::write(folder, groups, *settings, log); });
   }
   if (start_ != Start::none) proceedWithStart();
-  if (resumesWhenDisplayLands_ && isSettled()) {
-    resumesWhenDisplayLands_ = false;
-    writeLog(log(), "transfer: groups are back — resuming");
-    resume();
-  }
+  if (run_ && isSettled()) run_->displayIsSettled();
 }
 
 void AppModel::setIncluded(const std::function<bool(const DisplayGroup&)>& isIncluded) {
@@ -371,7 +355,7 @@ void AppModel::refreshDestination() {
     std::shared_ptr<const Destination::Content> content;
     std::exception_ptr failure;
     try {
-      const auto folder = !path ? nullptr : open ? open(*path) : Destination::openExisting(*path);
+      const auto folder = path ? open(*path) : nullptr;
       if (folder) {
         content = std::make_shared<const Destination::Content>(Destination::read(*folder, phone));
       }

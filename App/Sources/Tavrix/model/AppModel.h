@@ -7,14 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "RunRecording.h"
-#include "defaults/UserDefaults.h"
-#include "foundation/MainLoop.h"
 #include "model/AppState.h"
 #include "model/CoalescedWork.h"
 #include "model/ConnectedSource.h"
 #include "model/DisplayBuild.h"
-#include "model/RunInProgress.h"
+#include "model/ModelServices.h"
+#include "model/RunControl.h"
 
 namespace tavrix {
 
@@ -23,41 +21,7 @@ namespace tavrix {
 /// observer told, on the main loop; computing and copying take place in the background.
 class AppModel {
  public:
-  /// What the model needs of the world around it; all of it outlives the model.
-  struct Services {
-    MainLoop& loop;
-    Background background;    ///< groups and builds displays
-    Background transferring;  ///< copies
-    std::function<Instant()> now;
-    std::function<Uuid()> newID;
-    Log* log = nullptr;                            ///< silent without one
-    Language language = Language::russian;         ///< of sentences in the state
-    Language writtenLanguage = Language::russian;  ///< of reports and records
-    std::string systemLocaleID = "ru_RU";
-    PlaceNaming* placeNaming = nullptr;   ///< without one places have no names
-    MediaConverter* converter = nullptr;  ///< without one files are kept as they are
-    bool wantsReasons = false;            ///< whether to tell why folders were cut where they were
-    /// Whether anybody looks at folders and counters; a run alone needs neither them nor what lies
-    /// at the destination before it begins.
-    bool showsFolders = true;
-    /// Writes a record of the history; whether it is there now. Called in the background. Without
-    /// one nothing is recorded.
-    std::function<bool(TransferRecord)> keepRecord{};
-    /// Where choices are kept that outlive the program, and written on a thread of its own; without
-    /// one they are kept nowhere. In a demo nothing is written.
-    UserDefaults* defaults = nullptr;
-    Background storing{};
-    bool isDemo = false;
-    /// The state folder, of which the model knows "groups-debug.json" alone: the folders on screen,
-    /// written whenever they change if that is wanted, otherwise removed at launch.
-    std::optional<std::string> stateFolder{};
-    bool keepsGroupsDebug = false;
-    /// Begins to follow the phones on the cable; not called in a demo.
-    std::function<void()> watch{};
-    /// Opens the folders of destinations; those of the disk without others.
-    std::function<std::unique_ptr<Folder>(const std::string&)> openForWriting{};
-    std::function<std::unique_ptr<Folder>(const std::string&)> openExisting{};
-  };
+  using Services = ModelServices;
   using Observer = std::function<void(const AppState& before, const AppState& after)>;
   /// Ends with its last copy.
   using Subscription = std::shared_ptr<const Observer>;
@@ -130,7 +94,7 @@ class AppModel {
   void leaveSummary();
 
   /// The last run from its start on; null before the first.
-  const RunInProgress* run() const { return run_.get(); }
+  const RunInProgress* run() const { return run_ ? &run_->now() : nullptr; }
   /// Why the last start came to nothing: a destination or source that cannot be opened.
   const std::exception_ptr& startFailure() const { return startFailure_; }
 
@@ -139,8 +103,9 @@ class AppModel {
   struct Prepared;
 
   void change(const std::function<void(AppState&)>& edit);
-  /// Keeps what the person has changed since.
-  void keepChoices(const AppState& before);
+  /// Keeps what the person has changed since these.
+  void keepChoices(const Shared<Settings>& settings,
+                   const Shared<std::vector<SavedPreset>>& presets);
   void clearCatalogue();
   void requestGrouping();
   void requestDisplay();
@@ -152,26 +117,10 @@ class AppModel {
   void proceedWithStart();
   void block(TransferBlocker blocker);
   void prepare();
-  void land(const std::shared_ptr<Prepared>& prepared);
+  static void look(Prepared& prepared, const ConnectedSource& source,
+                   const std::optional<Packing>& packing, const ModelServices::OpenFolder& open);
+  void land(Prepared& prepared);
   void beginRun(Prepared& prepared);
-  void startLeg(HeldDestination destination);
-  void showProgress();
-  void landLeg(LegEnd end);
-  void pauseForPhone(PhoneError::Kind kind);
-  void meetFullDisk(std::size_t filesBefore);
-  void pauseForSpace();
-  void landSpace(std::optional<std::uint64_t> free, std::uint64_t needed);
-  void resume();
-  void endRun();
-  void finish(bool hasRecord);
-  void startLegWith(const std::shared_ptr<Prepared>& held);
-  /// Writes the run as it stands now into the history; to be called in the background.
-  std::function<bool()> recordTask(bool isUnderWay) const;
-
-  /// Wraps a task for the loop so that nothing happens when the model is gone.
-  MainLoop::Task ifAlive(std::function<void()> task) const;
-  std::unique_ptr<Folder> open(const std::string& path, bool forWriting) const;
-  Log& log() const { return services_.log == nullptr ? silentLog() : *services_.log; }
 
   Services services_;
   std::shared_ptr<const bool> life_ = std::make_shared<bool>(true);
@@ -196,9 +145,7 @@ class AppModel {
   bool runsWithoutFiles_ = false;
   bool asksAboutOptimized_ = true;
   std::exception_ptr startFailure_;
-  std::unique_ptr<RunInProgress> run_;
-  std::shared_ptr<ProgressSlot> progressSlot_;
-  bool resumesWhenDisplayLands_ = false;
+  std::unique_ptr<RunControl> run_;
 };
 
 }  // namespace tavrix

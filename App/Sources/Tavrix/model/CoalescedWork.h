@@ -3,12 +3,9 @@
 #include <functional>
 #include <memory>
 
-#include "foundation/MainLoop.h"
+#include "model/Background.h"
 
 namespace tavrix {
-
-/// Runs pieces of work on a thread other than the main loop's, one after another.
-using Background = std::function<void(std::function<void()>)>;
 
 /// One kind of computation off the main loop, of which only the latest request counts: requests
 /// that come while one is computed are served by one further pass, with the latest of them, and the

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <exception>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <set>
 #include <string>
@@ -9,9 +9,8 @@
 #include "Library.h"
 #include "Mounts.h"
 #include "RunFindings.h"
+#include "TransferOutcome.h"
 #include "model/ConnectedSource.h"
-#include "model/PhoneGate.h"
-#include "model/TransferLeg.h"
 
 namespace tavrix {
 
@@ -41,19 +40,7 @@ struct RunInProgress {
   TransferOutcome outcome;  ///< of all legs
   Stage stage = Stage::running;
   bool isCancelled = false;
-  /// How often the disk took nothing more although it had room, since a file landed.
-  int refusals = 0;
-  std::shared_ptr<TransferLeg> leg;  ///< in the hands of the transfer thread
-  /// Where the leg waits for its phone.
-  std::shared_ptr<PhoneGate> gate = std::make_shared<PhoneGate>();
   std::exception_ptr failure;  ///< what ended the run where the outcome does not tell
-};
-
-/// The latest progress of a leg, handed from its thread to the main loop.
-struct ProgressSlot {
-  std::mutex mutex;
-  std::optional<TransferProgressSnapshot> latest;
-  bool isPosted = false;
 };
 
 }  // namespace tavrix

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "foundation/MainLoop.h"
+
+namespace tavrix {
+
+/// Runs pieces of work on a thread other than the main loop's, one after another.
+using Background = std::function<void(std::function<void()>)>;
+
+/// Computes a value in the background and hands it to `apply` on the main loop, provided that
+/// `life` has not ended by then. `compute` must not throw; both are copyable.
+template <typename Compute, typename Apply>
+void computeThen(const Background& background, MainLoop& loop, std::weak_ptr<const bool> life,
+                 Compute compute, Apply apply) {
+  background([&loop, life = std::move(life), compute = std::move(compute),
+              apply = std::move(apply)]() mutable {
+    loop.post([life, apply, value = compute()]() mutable {
+      if (life.lock()) apply(std::move(value));
+    });
+  });
+}
+
+}  // namespace tavrix
