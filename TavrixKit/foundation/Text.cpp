@@ -3,7 +3,6 @@
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
-#include <unicode/dtfmtsym.h>
 #include <unicode/locid.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
@@ -11,10 +10,9 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
-#include <array>
-#include <map>
 #include <memory>
-#include <mutex>
+
+#include "foundation/DateFormatterCache.h"
 
 namespace tavrix {
 namespace {
@@ -79,30 +77,6 @@ icu::BreakIterator& graphemeIterator() {
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status)};
   }();
   return *iterator;
-}
-
-struct MonthNames {
-  std::array<std::string, 12> full;
-  std::array<std::string, 12> abbreviated;
-};
-
-std::array<std::string, 12> names(const icu::DateFormatSymbols& symbols,
-                                  icu::DateFormatSymbols::DtWidthType width) {
-  std::int32_t count = 0;
-  const icu::UnicodeString* const months =
-      symbols.getMonths(count, icu::DateFormatSymbols::STANDALONE, width);
-  std::array<std::string, 12> result;
-  for (std::size_t i = 0; i < 12 && static_cast<std::int32_t>(i) < count; ++i) {
-    months[i].toUTF8String(result[i]);
-  }
-  return result;
-}
-
-MonthNames monthNamesOf(const std::string& localeID) {
-  UErrorCode status = U_ZERO_ERROR;
-  const icu::DateFormatSymbols symbols{icu::Locale{localeID.c_str()}, status};
-  return {names(symbols, icu::DateFormatSymbols::WIDE),
-          names(symbols, icu::DateFormatSymbols::ABBREVIATED)};
 }
 
 }  // namespace
@@ -211,15 +185,12 @@ std::string printable(std::string_view text) {
   return result;
 }
 
-const std::string& monthName(int month, const std::string& localeID, MonthNameStyle style) {
-  static std::mutex mutex;
-  static std::map<std::string, MonthNames> cache;
-  const std::lock_guard lock{mutex};
-  auto found = cache.find(localeID);
-  if (found == cache.end()) found = cache.emplace(localeID, monthNamesOf(localeID)).first;
-  const auto index = static_cast<std::size_t>(month - 1);
-  return style == MonthNameStyle::full ? found->second.full.at(index)
-                                       : found->second.abbreviated.at(index);
+std::string monthName(int month, const std::string& localeID, MonthNameStyle style) {
+  using Key = DateFormatterCache::Key;
+  const auto formatter = DateFormatterCache::shared().formatter(
+      {Key::Kind::monthName, style == MonthNameStyle::full ? "LLLL" : "LLL", localeID, "UTC"});
+  const auto firstDay = std::chrono::year{2000} / month / 1;
+  return formatter->text(Instant{std::chrono::sys_days{firstDay}});
 }
 
 std::optional<std::string> countryName(std::string_view code, const std::string& localeID) {

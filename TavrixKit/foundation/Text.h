@@ -60,7 +60,7 @@ std::string printable(std::string_view text);
 
 enum class MonthNameStyle { full, abbreviated };
 /// The stand-alone (nominative) name of a month, 1 to 12, as the locale spells it.
-const std::string& monthName(int month, const std::string& localeID, MonthNameStyle style);
+std::string monthName(int month, const std::string& localeID, MonthNameStyle style);
 
 /// The name of a country by its code (ISO 3166-1 alpha-2, such as "IT") in the language of a
 /// locale; nothing for a code that stands for no country.

@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "foundation/DateFormatterCache.h"
 #include "naming/FolderName.h"
 #include "naming/NameRendering.h"
 
@@ -42,7 +43,11 @@ std::string templateName(const Settings& settings, const MediaGroup& group,
   std::string name = NameRendering::render(settings.nameTemplate, contextOf(settings, group, place),
                                            settings.systemLocaleID);
   if (name != FolderName::untitled) return name;
-  if (group.dateStart) return dayText(settings.timeZone.dateAt(*group.dateStart));
+  if (group.dateStart) {
+    return DateFormatterCache::shared()
+        .formatter(isoDayKey(settings.timeZone))
+        ->text(*group.dateStart);
+  }
   return FolderName::sanitise(settings.datelessName);
 }
 

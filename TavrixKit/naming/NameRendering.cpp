@@ -3,6 +3,7 @@
 #include <fmt/compile.h>
 #include <fmt/format.h>
 
+#include "foundation/DateFormatterCache.h"
 #include "foundation/Text.h"
 #include "naming/FolderName.h"
 
@@ -96,8 +97,9 @@ struct TokenText {
     const auto first = context.dateStart ? context.dateStart : context.dateEnd;
     const auto last = context.dateEnd ? context.dateEnd : context.dateStart;
     if (!first) return {};
-    const std::string firstText = dayText(context.timeZone.dateAt(*first));
-    const std::string lastText = dayText(context.timeZone.dateAt(*last));
+    const auto days = DateFormatterCache::shared().formatter(isoDayKey(context.timeZone));
+    const std::string firstText = days->text(*first);
+    const std::string lastText = days->text(*last);
     return firstText == lastText ? firstText : firstText + "–" + lastText;
   }
 

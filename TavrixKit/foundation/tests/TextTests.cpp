@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "foundation/DateFormatterCache.h"
 #include "foundation/Text.h"
 
 namespace tavrix {
@@ -83,6 +84,20 @@ TEST(MonthName, locale_givesTheStandAloneForm) {
   EXPECT_EQ(monthName(3, "ru_RU", MonthNameStyle::full), "март");
   EXPECT_EQ(monthName(12, "en_US", MonthNameStyle::full), "December");
   EXPECT_EQ(monthName(9, "en_US", MonthNameStyle::abbreviated), "Sep");
+}
+
+TEST(DateFormatterCache, key_givesTheSameFormatterAndTheDayOfItsZone) {
+  DateFormatterCache cache;
+  const TimeZone rome = TimeZone::load("Europe/Rome").value();
+  const auto formatter = cache.formatter(isoDayKey(rome));
+  EXPECT_EQ(cache.formatter(isoDayKey(rome)), formatter);
+  EXPECT_NE(cache.formatter(isoDayKey(TimeZone::utc())), formatter);
+  for (const char* moment :
+       {"2026-05-20T22:30:00Z", "1582-10-10T12:00:00Z", "0004-02-29T12:00:00Z"}) {
+    const Instant instant = parseIso8601(moment).value();
+    EXPECT_EQ(formatter->text(instant), dayText(rome.dateAt(instant))) << moment;
+  }
+  EXPECT_EQ(formatter->text(parseIso8601("2026-05-20T22:30:00Z").value()), "2026-05-21");
 }
 
 }  // namespace
