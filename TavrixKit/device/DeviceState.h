@@ -8,6 +8,7 @@
 
 #include "device/FolderCatalogue.h"
 #include "device/Phones.h"
+#include "foundation/Shared.h"
 #include "media/MediaAsset.h"
 
 namespace tavrix {
@@ -54,7 +55,8 @@ struct DeviceState {
     std::string deviceName;
     std::vector<MediaAsset> assets;
     PhoneOnCable phone;
-    FolderCatalogue catalogue;  ///< its items are what the assets were made of, in their order
+    /// Its items are what the assets were made of, in their order.
+    Shared<FolderCatalogue> catalogue;
     friend bool operator==(const Ready&, const Ready&) = default;
   };
   /// There is no way to the phone, or to any.

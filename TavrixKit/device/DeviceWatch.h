@@ -37,7 +37,7 @@ struct DeviceWatch {
   struct ReadingDone {
     std::uint64_t reading = 0;
     std::vector<MediaAsset> assets;
-    FolderCatalogue catalogue;
+    Shared<FolderCatalogue> catalogue;
   };
   /// The phone refused to have its folder of pictures listed.
   struct FolderRefused {

@@ -157,7 +157,8 @@ void DeviceWatcher::beginReading(const PhoneOnCable& phone) {
       FolderCatalogue catalogue = PhoneCatalogue::read(*files, pass, stop, found);
       if (!catalogue.isComplete) return;
       auto assets = Snapshot::assetsOf(catalogue.items, zone);
-      reports->tell(DeviceWatch::ReadingDone{reading, std::move(assets), std::move(catalogue)});
+      reports->tell(DeviceWatch::ReadingDone{reading, std::move(assets),
+                                             Shared<FolderCatalogue>{std::move(catalogue)}});
     } catch (const PhoneError& error) {
       reports->tell(DeviceWatch::ReadingLost{reading, error.kind()});
     } catch (const FileError&) {

@@ -63,6 +63,8 @@ class DeviceWatcher {
   /// Another choice of the only phone to be read, as in the setup.
   void setWanted(std::string wanted);
   const std::string& wanted() const { return setup_.wanted; }
+  /// In which dates that tell no offset are read.
+  const TimeZone& zone() const { return setup_.zone; }
 
   const DeviceState& state() const { return watch_.state; }
   /// Whether the state tells what is on the cable; not before the first look at it is over.

@@ -79,7 +79,6 @@ TransferOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& sourc
 void PackedTransfer::interrupt(const FileError& error) {
   outcome_.status = TransferRecord::Status::interrupted;
   outcome_.interruption = interruptionOf(error, destination_);
-  writeLog(log(), "transfer failed (local fs): {}", PrivateField{error.path()});
 }
 
 // Staging.

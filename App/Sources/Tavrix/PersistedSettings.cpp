@@ -28,7 +28,7 @@ std::optional<JsonValue> storeNumber(const Values& values) {
 template <double Settings::* field>
 bool loadNumber(Values& values, const JsonValue& object) {
   const auto number = object.asNumber();
-  if (!number || !std::isfinite(*number) || *number < 0) return false;
+  if (!number || !std::isfinite(*number)) return false;
   values.settings.*field = *number;
   return true;
 }
@@ -38,18 +38,17 @@ std::optional<JsonValue> storeCount(const Values& values) {
   return JsonValue{static_cast<double>(values.settings.*field)};
 }
 
+/// Of a number with a fraction the whole part counts.
 template <int Settings::* field>
 bool loadCount(Values& values, const JsonValue& object) {
+  using Limits = std::numeric_limits<int>;
   const auto number = object.asNumber();
-  if (!number || !(*number >= 0 && *number <= largestSettingCount) ||
-      *number != std::floor(*number)) {
-    return false;
-  }
+  if (!number || !(*number >= Limits::min() && *number <= Limits::max())) return false;
   values.settings.*field = static_cast<int>(*number);
   return true;
 }
 
-/// A switch is kept as the number 0 or 1.
+/// A switch is kept as the number 0 or 1; other numbers are on, too.
 template <bool Settings::* field>
 std::optional<JsonValue> storeFlag(const Values& values) {
   return JsonValue{values.settings.*field ? 1.0 : 0.0};
@@ -59,8 +58,8 @@ template <bool Settings::* field>
 bool loadFlag(Values& values, const JsonValue& object) {
   const bool* const flag = object.asBool();
   const auto number = flag != nullptr ? (*flag ? 1.0 : 0.0) : object.asNumber();
-  if (number != 0 && number != 1) return false;
-  values.settings.*field = number == 1;
+  if (!number) return false;
+  values.settings.*field = *number != 0;
   return true;
 }
 

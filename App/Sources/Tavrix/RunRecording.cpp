@@ -104,6 +104,8 @@ std::vector<std::string> notesOf(const RunToRecord& run) {
   if (outcome.interruption) {
     notes.push_back(say(language, sentences::noteInterrupted,
                         sentences::systemErrorText(language, outcome.interruption->code())));
+  } else if (outcome.stopReason) {
+    notes.push_back(say(language, sentences::noteInterrupted, *outcome.stopReason));
   }
   if (outcome.phoneWaits > 0) {
     notes.push_back(say(language, sentences::notePhoneWaits,

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <limits>
 
 namespace tavrix {
 namespace {
@@ -102,7 +104,10 @@ GroupingSettings groupingSettings(const Settings& settings) {
   grouping.tripMinDays = settings.tripMinDays;
   grouping.tripCityKm = settings.tripCityKm;
   grouping.homeRadiusKm = settings.homeRadiusKm;
-  grouping.homeWindowDays = settings.homeWindowMonths * daysOfMonth;
+  using Days = std::numeric_limits<int>;
+  grouping.homeWindowDays =
+      static_cast<int>(std::clamp(std::int64_t{settings.homeWindowMonths} * daysOfMonth,
+                                  std::int64_t{0}, std::int64_t{Days::max()}));
   grouping.homeOverride = settings.homeOverride;
   grouping.tripMaxGapHours = settings.tripMaxGapHours;
   return grouping;

@@ -9,12 +9,9 @@ namespace tavrix {
 std::optional<std::string> stateFolderPath(const StateFolderChoice& choice) {
   if (choice.chosen) return choice.chosen;
   if (choice.demo) return choice.demo;
-  if (choice.stateHome && choice.stateHome->starts_with('/')) {
-    return *choice.stateHome + "/Tavrix/state";
-  }
-  if (choice.home && choice.home->starts_with('/')) {
-    return *choice.home + "/.local/state/Tavrix/state";
-  }
+  const std::string name = choice.isDemo ? "/Tavrix/demo-state" : "/Tavrix/state";
+  if (choice.stateHome && choice.stateHome->starts_with('/')) return *choice.stateHome + name;
+  if (choice.home && choice.home->starts_with('/')) return *choice.home + "/.local/state" + name;
   return std::nullopt;
 }
 

@@ -47,8 +47,6 @@ TransferOutcome TransferJob::execute(const TransferPlan& plan, MediaSource& sour
     outcome.status = TransferRecord::Status::interrupted;
     outcome.report = interrupted.report();
     outcome.interruption = interruptionOf(interrupted.underlying(), destination_);
-    writeLog(log(), "transfer failed (local fs): {}",
-             PrivateField{interrupted.underlying().path()});
   }
   return outcome;
 }

@@ -37,6 +37,8 @@ struct TransferOutcome {
   TransferReport report;  ///< of what got through, however the run ended
   /// What ended an `interrupted` run.
   std::optional<FileError> interruption;
+  /// The same in words, where it is no failure of a file.
+  std::optional<std::string> stopReason;
   bool isPacked = false;  ///< the files were to lie in archives
   std::vector<UnpackedFolder> unpackedFolders;
   StagingLeftOvers leftOvers;  ///< of a killed run, cleared away before this one

@@ -107,7 +107,7 @@ TEST_F(DeviceWatcherTest, phone_isReadAsItsCatalogueAndCounted) {
   EXPECT_EQ(ready().deviceName, "Аня");
   EXPECT_EQ(ready().assets.size(), 6U);
   EXPECT_EQ(ready().assets.front().id(), "100APPLE/0.JPG");
-  EXPECT_EQ(ready().catalogue.progress.read, 6U);
+  EXPECT_EQ(ready().catalogue->progress.read, 6U);
   EXPECT_EQ(told.front(), "connecting");
   EXPECT_EQ(told.back(), "ready");
   EXPECT_EQ(counts.counts, (std::map<std::string, std::uint64_t>{
@@ -118,7 +118,7 @@ TEST_F(DeviceWatcherTest, phone_isReadAsItsCatalogueAndCounted) {
   ASSERT_TRUE(reach<State::Waiting>());
   cable.plugIn();
   ASSERT_TRUE(reach<State::Ready>());
-  EXPECT_EQ(ready().catalogue.progress.hits, 6U);
+  EXPECT_EQ(ready().catalogue->progress.hits, 6U);
 }
 
 TEST_F(DeviceWatcherTest, person_isFollowedFromLockedToTrust) {
@@ -154,7 +154,7 @@ TEST_F(DeviceWatcherTest, phoneThatLeavesWhileRead_isReadToItsEndWhenItIsBack) {
     ASSERT_TRUE(reach<State::Ready>()) << place;
     EXPECT_THAT(told, testing::Contains("stopped")) << place;
     EXPECT_EQ(ready().assets.size(), 6U);
-    EXPECT_EQ(ready().catalogue.progress.hits, place / size) << place;
+    EXPECT_EQ(ready().catalogue->progress.hits, place / size) << place;
     watcher.reset();
   }
 }
@@ -198,7 +198,7 @@ TEST_F(DeviceWatcherTest, readingThatIsStopped_endsSoonAndGoesOnFromTheCache) {
   duringState = {};
   watcher->start();
   ASSERT_TRUE(reach<State::Ready>());
-  EXPECT_GE(ready().catalogue.progress.hits, 2U);
+  EXPECT_GE(ready().catalogue->progress.hits, 2U);
   EXPECT_EQ(ready().assets.size(), 6U);
 }
 

@@ -6,13 +6,13 @@
 #include <filesystem>
 
 #include "Destination.h"
-#include "StateFolder.h"
 #include "cli/PhoneSentences.h"
 #include "cli/PhoneSource.h"
 #include "cli/Quotes.h"
 #include "cli/ReadingBar.h"
 #include "cli/Source.h"
 #include "cli/SourceSentences.h"
+#include "cli/StoredSettings.h"
 #include "device/FolderCatalogue.h"
 
 namespace tavrix::cli {
@@ -105,11 +105,7 @@ FolderCatalogue readWithBar(const CommandContext& context, const std::string& ph
 }  // namespace
 
 std::optional<std::string> stateFolder(const CommandContext& context) {
-  const Environment& environment = context.surroundings.environment;
-  return stateFolderPath({.chosen = context.call.stateFolder,
-                          .demo = variable(environment, "DEMO_STATE_DIR"),
-                          .stateHome = variable(environment, "XDG_STATE_HOME"),
-                          .home = variable(environment, "HOME")});
+  return stateFolderOf(context.surroundings.environment, context.call.stateFolder);
 }
 
 namespace {

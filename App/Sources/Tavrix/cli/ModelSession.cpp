@@ -1,9 +1,11 @@
 #include "cli/ModelSession.h"
 
 #include "cli/ChosenPlaces.h"
+#include "cli/Failures.h"
 #include "cli/FolderSource.h"
 #include "cli/History.h"
 #include "cli/Source.h"
+#include "cli/StoredSettings.h"
 
 namespace tavrix::cli {
 
@@ -27,16 +29,17 @@ AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders
   services.log = &context_.log;
   services.language = context_.language();
   // What programs read is the same in every language.
-  services.writtenLanguage = context_.call.json ? Language::russian : context_.language();
+  const Language written = context_.call.json ? Language::russian : context_.language();
+  services.writtenLanguage = written;
   services.systemLocaleID = context_.surroundings.systemLocaleID;
   services.placeNaming = naming;
-  services.showsFolders = showsFolders;
   services.converter = converter_ ? &*converter_ : nullptr;
-  const auto isSet = [&](std::string_view name) {
-    return variable(context_.surroundings.environment, name).has_value();
-  };
-  services.keepsGroupsDebug = isSet("DEBUG_SNAPSHOT") || isSet("UI_SNAPSHOT_VIEWS");
+  services.keepsGroupsDebug = keepsGroupsDebug(context_.surroundings.environment);
+  services.showsFolders = showsFolders || services.keepsGroupsDebug;
   services.stateFolder = stateFolder(context_);
+  services.failureText = [this, written](const std::exception_ptr& failure) {
+    return failureOf(written, context_.call.operands.at(1), failure).sentence();
+  };
   services.keepRecord = [this](TransferRecord record) {
     record.destinationPath = absolutePath(record.destinationPath);
     recordFailure_ = writeRecord(context_, record);

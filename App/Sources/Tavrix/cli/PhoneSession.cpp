@@ -3,12 +3,14 @@
 #include <chrono>
 
 #include "DeviceText.h"
+#include "KeptCatalogCounts.h"
 #include "cli/FolderSource.h"
 #include "cli/PhoneSentences.h"
 #include "cli/PhoneSource.h"
 #include "cli/Quotes.h"
 #include "cli/Source.h"
 #include "cli/SourceSentences.h"
+#include "cli/StoredSettings.h"
 #include "device/DeviceWatch.h"
 
 namespace tavrix::cli {
@@ -16,10 +18,24 @@ namespace {
 
 using Stopped = DeviceState::Stopped;
 
-DeviceWatcher::Setup setupOf(ModelSession& session) {
+std::unique_ptr<USBPhonePresence> busOf(const CommandContext& context) {
+  const auto& open = context.surroundings.openBus;
+  return open ? open() : nullptr;
+}
+
+std::unique_ptr<CatalogCounts> countsOf(const CommandContext& context) {
+  const Surroundings& surroundings = context.surroundings;
+  if (surroundings.defaults == nullptr) return nullptr;
+  return std::make_unique<KeptCatalogCounts>(*surroundings.defaults,
+                                             isDemo(surroundings.environment));
+}
+
+DeviceWatcher::Setup setupOf(ModelSession& session, USBPhonePresence* bus, CatalogCounts* counts) {
   const CommandContext& context = session.context();
   return {.browser = browserOf(context),
           .loop = session.loop(),
+          .bus = bus,
+          .counts = counts,
           .cacheDirectory = stateFolder(context),
           .zone = context.settings.timeZone,
           .now = context.surroundings.now,
@@ -48,9 +64,12 @@ bool isAway(const DeviceState& state) {
 PhoneSession::PhoneSession(ModelSession& session)
     : session_(session),
       context_(session.context()),
-      watcher_(setupOf(session)),
+      counts_(countsOf(context_)),
+      bus_(busOf(context_)),
+      watcher_(setupOf(session, bus_.get(), counts_.get())),
       subscription_(
           watcher_.subscribe({.stateChanged = [this](const DeviceState& state) { follow(state); },
+                              .unseenChanged = [this](bool isUnseen) { tellUnseen(isUnseen); },
                               .othersChanged = [this](const auto&) { tellOtherPhones(); }})),
       followed_({session.model(), watcher_, browserOf(context_), givenDeviceName(context_)}) {}
 
@@ -91,6 +110,10 @@ void PhoneSession::follow(const DeviceState& state) {
   wasLost_ = wasLost_ || isReading_;
 }
 
+void PhoneSession::tellUnseen(bool isUnseen) const {
+  if (isUnseen) session_.tell(unseenPhoneText(context_.language()));
+}
+
 void PhoneSession::tellOtherPhones() const {
   const auto& others = watcher_.others();
   const RunInProgress* const run = session_.model().run();
@@ -116,8 +139,8 @@ void PhoneSession::followReady(const DeviceState::Ready& ready) {
   // When it comes back there is nothing new to tell.
   if (std::exchange(wasRead_, true)) return;
   tellOthers(context_, ready.phone, watcher_.others());
-  tellReading(context_, ready.catalogue, ready.phone.deviceID);
-  keepSnapshot(context_, ready.catalogue.items);
+  tellReading(context_, *ready.catalogue, ready.phone.deviceID);
+  keepSnapshot(context_, ready.catalogue->items);
 }
 
 }  // namespace tavrix::cli

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
-#include <vector>
 
 #include "cli/ModelSession.h"
 #include "cli/ReadingBar.h"
@@ -31,6 +31,7 @@ class PhoneSession {
 
  private:
   void follow(const DeviceState& state);
+  void tellUnseen(bool isUnseen) const;
   void followReading(const MetadataPass::Progress& progress);
   void followReady(const DeviceState::Ready& ready);
   std::string textOf(const DeviceState& state) const;
@@ -38,6 +39,8 @@ class PhoneSession {
 
   ModelSession& session_;
   const CommandContext& context_;
+  std::unique_ptr<CatalogCounts> counts_;
+  std::unique_ptr<USBPhonePresence> bus_;
   DeviceWatcher watcher_;
   bool isReading_ = false;  ///< the phone is being read, or was when it left
   bool wasLost_ = false;    ///< and that was told

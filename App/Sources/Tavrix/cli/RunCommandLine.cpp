@@ -5,11 +5,13 @@
 #include "cli/CliSentences.h"
 #include "cli/Commands.h"
 #include "cli/Failures.h"
+#include "cli/FolderSource.h"
 #include "cli/Help.h"
 #include "cli/JsonPrinter.h"
 #include "cli/PlaceSentences.h"
 #include "cli/StoredSettings.h"
 #include "cli/TextPrinter.h"
+#include "model/GroupsDebug.h"
 
 namespace tavrix::cli {
 namespace {
@@ -132,7 +134,7 @@ ExitStatus execute(const CommandContext& context) {
 
 ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings) {
   if (surroundings.defaults != nullptr) {
-    PersistedSettings::forgetAtLaunch(*surroundings.defaults, isDemo(surroundings));
+    PersistedSettings::forgetAtLaunch(*surroundings.defaults, isDemo(surroundings.environment));
   }
   tellDefaultsFaults(call.language, surroundings);
   const Settings settings = settingsOf(call, surroundings);
@@ -141,8 +143,13 @@ ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings)
   JsonPrinter json{surroundings.out};
   ResultPrinter& printer = call.json ? static_cast<ResultPrinter&>(json) : text;
   SourceFindings source;
-  const ExitStatus status =
-      execute({call, surroundings, settings, printer, call.verbose ? log : silentLog(), source});
+  const CommandContext context{
+      call, surroundings, settings, printer, call.verbose ? log : silentLog(), source};
+  const auto state = stateFolder(context);
+  if (state && !keepsGroupsDebug(surroundings.environment)) {
+    GroupsDebug::remove(*state, context.log);
+  }
+  const ExitStatus status = execute(context);
   const bool isPartial = status == ExitStatus::done && source.unreadFolders > 0;
   return isPartial ? ExitStatus::someFailed : status;
 }

@@ -1,5 +1,6 @@
 #include "cli/StoredSettings.h"
 
+#include "StateFolder.h"
 #include "cli/Quotes.h"
 #include "cli/SettingsSentences.h"
 #include "defaults/FileDefaults.h"
@@ -55,14 +56,30 @@ std::optional<std::string> keptLanguage(const Surroundings& surroundings) {
   return language;
 }
 
+bool keepsGroupsDebug(const Environment& environment) {
+  return variable(environment, "DEBUG_SNAPSHOT") || variable(environment, "UI_SNAPSHOT_VIEWS");
+}
+
+std::optional<std::string> stateFolderOf(const Environment& environment,
+                                         const std::optional<std::string>& chosen) {
+  return stateFolderPath({.chosen = chosen,
+                          .demo = variable(environment, "DEMO_STATE_DIR"),
+                          .stateHome = variable(environment, "XDG_STATE_HOME"),
+                          .home = variable(environment, "HOME"),
+                          .isDemo = isDemo(environment)});
+}
+
 std::unique_ptr<UserDefaults> openDefaults(const Environment& environment) {
+  if (const auto demo = variable(environment, "DEMO_STATE_DIR")) {
+    return std::make_unique<FileDefaults>(*demo);
+  }
   const auto folder =
       defaultsFolderPath(variable(environment, "XDG_CONFIG_HOME"), variable(environment, "HOME"));
   return folder ? std::make_unique<FileDefaults>(*folder) : nullptr;
 }
 
-bool isDemo(const Surroundings& surroundings) {
-  return variable(surroundings.environment, "DEMO_DIR").has_value();
+bool isDemo(const Environment& environment) {
+  return variable(environment, "DEMO_DIR").has_value();
 }
 
 void tellDefaultsFaults(Language language, const Surroundings& surroundings) {
@@ -77,7 +94,7 @@ UserDefaults& changeableDefaults(const CommandContext& context) {
   const auto fail = [&](const Sentence<>& sentence) {
     throw CommandFailure{ExitStatus::stopped, say(context.language(), sentence)};
   };
-  if (isDemo(surroundings)) fail(sentences::demoKeepsNothing);
+  if (isDemo(surroundings.environment)) fail(sentences::demoKeepsNothing);
   if (surroundings.defaults == nullptr) fail(sentences::defaultsPlaceUnknown);
   return *surroundings.defaults;
 }

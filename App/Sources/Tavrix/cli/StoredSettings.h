@@ -17,11 +17,20 @@ bool isLanguageChoice(std::string_view text);
 /// The language that the person keeps: "ru", "en" or "system"; nothing when none is kept.
 std::optional<std::string> keptLanguage(const Surroundings& surroundings);
 
-/// The user defaults where the environment places them; null where it names no place.
-std::unique_ptr<UserDefaults> openDefaults(const Environment& environment);
-
 /// Whether what is chosen is only shown, and nothing of it kept.
-bool isDemo(const Surroundings& surroundings);
+bool isDemo(const Environment& environment);
+
+/// Whether the folders on screen are written down for whoever looks into a fault.
+bool keepsGroupsDebug(const Environment& environment);
+
+/// Where state is kept, `chosen` for this call or as the environment has it; nothing where it names
+/// no place.
+std::optional<std::string> stateFolderOf(const Environment& environment,
+                                         const std::optional<std::string>& chosen);
+
+/// The user defaults where the environment places them, with the state of demos if that has a place
+/// of its own; null where it names no place.
+std::unique_ptr<UserDefaults> openDefaults(const Environment& environment);
 
 /// Tells on standard error what went wrong with the user defaults so far.
 void tellDefaultsFaults(Language language, const Surroundings& surroundings);

@@ -3,11 +3,13 @@
 #include <exception>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
 #include <string_view>
 
+#include "USBPhonePresence/USBPhonePresence.h"
 #include "defaults/UserDefaults.h"
 #include "device/Phones.h"
 #include "foundation/Time.h"
@@ -49,6 +51,8 @@ struct Surroundings {
   std::function<std::stop_token()> catchInterrupts{};
   /// The phones on the cable; there are none without it.
   PhoneBrowser* phones = nullptr;
+  /// Opens the USB bus, on which a phone may be that the system does not hand over; may be missing.
+  std::function<std::unique_ptr<USBPhonePresence>()> openBus{};
 };
 
 /// Nobody reads the output any more: what is left of it is not worth writing.

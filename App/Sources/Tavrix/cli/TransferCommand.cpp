@@ -6,6 +6,7 @@
 #include "cli/Commands.h"
 #include "cli/Failures.h"
 #include "cli/FindingsText.h"
+#include "cli/FolderSource.h"
 #include "cli/ModelSession.h"
 #include "cli/PhoneSentences.h"
 #include "cli/PhoneSession.h"
@@ -33,6 +34,7 @@ bool isTransferring(const AppState& state) {
 }
 
 void tellLoaded(const CommandContext& context, const Library& library, const TransferPlan& plan) {
+  if (isPhone(context.call.source()) || cameraFolder(context)) return;
   writeLog(context.log, "snapshot loaded: assets={}, groups={}, new={}", library.fileCount,
            library.rows.size(), plan.files.size());
 }

@@ -85,6 +85,7 @@ int run(const std::vector<std::string>& arguments) {
       .newID = randomUuid,
       .catchInterrupts = [&] { return interrupts.token(); },
       .phones = phones.get(),
+      .openBus = openUSBBus,
   };
   ExitStatus status = runCommandLine(arguments, surroundings);
   try {

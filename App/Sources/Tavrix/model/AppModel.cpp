@@ -49,6 +49,7 @@ std::string localeOf(Language language) {
 
 AppModel::AppModel(Services services, Settings settings)
     : services_(std::move(services)),
+      shots_(services_.loop, services_.background),
       grouping_(services_.loop, services_.background),
       display_(services_.loop, services_.background),
       destinationIndex_(services_.loop, services_.background) {
@@ -89,7 +90,8 @@ void AppModel::change(const std::function<void(AppState&)>& edit) {
 }
 
 bool AppModel::isSettled() const {
-  return !grouping_.isBusy() && !display_.isBusy() && !destinationIndex_.isBusy();
+  return !shots_.isBusy() && !grouping_.isBusy() && !display_.isBusy() &&
+         !destinationIndex_.isBusy();
 }
 
 void AppModel::sourceReady(ConnectedSource source, DataOrigin origin) {
@@ -101,21 +103,20 @@ void AppModel::sourceReady(ConnectedSource source, DataOrigin origin) {
   }
   writeLog(*services_.log, "device ready: assets={}", source.assets->size());
   isSourcePresent_ = true;
-  allBundles_ = BundleBuilder::makeBundles(*source.assets);
   change([&](AppState& state) {
     state.origin = std::move(origin);
     state.assets = source.assets;
   });
   if (run_) run_->phoneIsBack();
   source_ = std::move(source);
-  requestGrouping();
+  requestShots();
   if (state_.destination) refreshDestination();
 }
 
 void AppModel::sourceGone() {
+  if (!std::holds_alternative<data_origin::Device>(state_.origin)) return;
   isSourcePresent_ = false;
   if (!std::holds_alternative<app_phase::Browse>(state_.phase)) return;
-  if (std::holds_alternative<data_origin::None>(state_.origin)) return;
   clearCatalogue();
   writeLog(*services_.log, "device gone: cleared stale catalog");
 }
@@ -124,6 +125,7 @@ void AppModel::clearCatalogue() {
   source_.reset();
   const bool isStarting = start_ != Start::none;
   // What is under way was made from the old catalogue, and lands on nothing.
+  shots_ = CoalescedWork{services_.loop, services_.background};
   grouping_ = CoalescedWork{services_.loop, services_.background};
   display_ = CoalescedWork{services_.loop, services_.background};
   services_.background([bundles = std::exchange(allBundles_, {}),
@@ -163,7 +165,9 @@ void AppModel::changeSettings(Settings settings) {
   const bool isLayoutAlone = withLayoutOf(settings, *before) == *before;
   change([&](AppState& state) { state.settings = std::move(settings); });
   keepChoices(before, state_.savedPresets);
-  if (isLayoutAlone) {
+  if (state_.settings->timeZone != before->timeZone) {
+    requestShots();
+  } else if (isLayoutAlone) {
     requestDisplay();
   } else {
     requestGrouping();
@@ -199,8 +203,29 @@ void AppModel::renameGroup(const std::string& id, const std::string& name) {
   changeSettings(std::move(settings));
 }
 
-void AppModel::requestGrouping() {
+void AppModel::requestShots() {
   if (!source_) return;
+  // What is under way was made from other shots.
+  grouping_ = CoalescedWork{services_.loop, services_.background};
+  shots_.request([this, life = std::weak_ptr{life_}, assets = source_->assets, zone = source_->zone,
+                  assetsIn = source_->assetsIn,
+                  wanted = state_.settings->timeZone]() -> CoalescedWork::Apply {
+    const bool isAnother = assetsIn && zone != wanted;
+    const auto dated = isAnother ? Shared{assetsIn(wanted)} : assets;
+    const Shared<std::vector<AssetBundle>> bundles{BundleBuilder::makeBundles(*dated)};
+    return [=, this] {
+      if (!life.lock()) return;
+      source_->assets = dated;
+      source_->zone = isAnother ? wanted : zone;
+      allBundles_ = bundles;
+      if (isAnother) change([&](AppState& state) { state.assets = dated; });
+      requestGrouping();
+    };
+  });
+}
+
+void AppModel::requestGrouping() {
+  if (!source_ || shots_.isBusy()) return;  // else when the shots land
   grouping_.request([this, life = std::weak_ptr{life_}, bundles = allBundles_,
                      fileCount = source_->assets->size(), settings = state_.settings,
                      naming = services_.placeNaming, localeID = localeOf(services_.language),

@@ -107,6 +107,7 @@ class AppModel {
   void keepChoices(const Shared<Settings>& settings,
                    const Shared<std::vector<SavedPreset>>& presets);
   void clearCatalogue();
+  void requestShots();
   void requestGrouping();
   void requestDisplay();
   void landLibrary(std::shared_ptr<const Library> library,
@@ -136,6 +137,7 @@ class AppModel {
   std::exception_ptr destinationFailure_;
   bool isStarted_ = false;
   PlanOfAll planned_;
+  CoalescedWork shots_;
   CoalescedWork grouping_;
   CoalescedWork display_;
   CoalescedWork destinationIndex_;

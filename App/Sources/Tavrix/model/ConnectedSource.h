@@ -9,6 +9,7 @@
 #include "Destination.h"
 #include "device/Phones.h"
 #include "foundation/Shared.h"
+#include "foundation/TimeZone.h"
 #include "media/MediaSource.h"
 
 namespace tavrix {
@@ -22,6 +23,10 @@ struct ConnectedSource {
   std::string deviceName;
   PhoneIdentity phone;
   Shared<std::vector<MediaAsset>> assets;
+  /// In which the assets' dates are read that tell no offset.
+  TimeZone zone = TimeZone::utc();
+  /// The same catalogue in another zone; called in the background. Missing where nobody knows.
+  std::function<std::vector<MediaAsset>(const TimeZone&)> assetsIn{};
   std::uint64_t unreadFolders = 0;  ///< whose files nobody could list
   /// A folder, which goes by its place or by a name that was given: the same card may have been
   /// here under another.

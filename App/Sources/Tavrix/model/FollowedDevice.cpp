@@ -2,6 +2,7 @@
 
 #include "device/CameraMediaSource.h"
 #include "foundation/Digest.h"
+#include "media/Snapshot.h"
 
 namespace tavrix {
 
@@ -34,7 +35,11 @@ ConnectedSource FollowedDevice::sourceOf(const DeviceState::Ready& ready) const 
   source.deviceName = setup_.deviceName.value_or(ready.deviceName);
   source.phone = identityOf(ready.phone, source.deviceName);
   source.assets = ready.assets;
-  source.unreadFolders = ready.catalogue.unreadFolders();
+  source.zone = setup_.watcher.zone();
+  source.assetsIn = [catalogue = ready.catalogue](const TimeZone& zone) {
+    return Snapshot::assetsOf(catalogue->items, zone);
+  };
+  source.unreadFolders = ready.catalogue->unreadFolders();
   source.openMedia = [&browser = setup_.browser, deviceID = ready.phone.deviceID](
                          AwaitPhone awaitPhone, std::stop_token stop) {
     return std::make_unique<CameraMediaSource>(

@@ -25,15 +25,14 @@ void writeGroup(JsonWriter& json, const DisplayGroup& group) {
   for (const AssetBundle& bundle : group.group->bundles) {
     for (const MediaAsset& asset : bundle.assets()) members.emplace_back(asset.id());
   }
-  json.beginObject()
-      .field("id", group.id)
-      .field("folderName", group.folderName)
-      .field("isIncluded", group.isIncluded)
-      .field("knownCount", group.knownCount)
-      .field("newCount", group.newCount);
+  json.beginObject();
   writeTexts(json, "children", children);
+  json.field("folderName", group.folderName)
+      .field("id", group.id)
+      .field("isIncluded", group.isIncluded)
+      .field("knownCount", group.knownCount);
   writeTexts(json, "members", members);
-  json.endObject();
+  json.field("newCount", group.newCount).endObject();
 }
 
 void logFailure(Log& log, const FileError& error) {
@@ -46,6 +45,9 @@ std::string GroupsDebug::encode(const DisplayGroups& groups, const Settings& set
   StringSink sink;
   JsonWriter json{sink};
   json.beginObject();
+  json.key("groups").beginArray();
+  for (const auto& group : *groups) writeGroup(json, *group);
+  json.endArray();
   json.key("merges").beginArray();
   const auto merges = settings.mergesByMode.find(textOf(settings.uiMode));
   if (merges != settings.mergesByMode.end()) {
@@ -55,9 +57,6 @@ std::string GroupsDebug::encode(const DisplayGroups& groups, const Settings& set
       json.endObject();
     }
   }
-  json.endArray();
-  json.key("groups").beginArray();
-  for (const auto& group : *groups) writeGroup(json, *group);
   json.endArray().endObject();
   json.finish();
   return sink.text();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -35,6 +36,8 @@ struct ModelServices {
   /// Writes a record of the history; whether it is there now. Called in the background. Without
   /// one nothing is recorded.
   std::function<bool(TransferRecord)> keepRecord{};
+  /// What a failure is called in a record, for people; without one only failures of files are.
+  std::function<std::string(const std::exception_ptr&)> failureText{};
   /// Where choices are kept that outlive the program, and written on a thread of its own; without
   /// one they are kept nowhere. In a demo nothing is written.
   UserDefaults* defaults = nullptr;

@@ -255,12 +255,11 @@ void RunControl::landLeg(LegEnd end) {
   TransferOutcome& outcome = run_.outcome;
   const std::size_t filesBefore = outcome.report.files.size();
   outcome = joined(std::move(outcome), std::move(end.outcome), *run_.plan);
-  run_.failure = end.failure;
   const bool isWhole = !end.failure && !end.isPhoneLost && hasEndedByItself(outcome);
   if (run_.isCancelled && !isWhole) return concludeCancelled();
   if (end.isPhoneLost) return pauseForPhone(PhoneError::Kind::gone);
   if (isOutOfSpace(outcome)) return meetFullDisk(filesBefore);
-  if (end.failure) outcome.status = Status::interrupted;
+  if (end.failure) return concludeFailed(end.failure);
   conclude();
 }
 
@@ -354,10 +353,7 @@ void RunControl::landReopened(Reopened& reopened) {
   if (isBusy(reopened.failure)) {
     return postIfStill(Stage::resuming, spacePollInterval, [this] { resume(); });
   }
-  run_.failure = reopened.failure;
-  run_.outcome.interruption = std::nullopt;
-  run_.outcome.status = Status::interrupted;
-  conclude();
+  concludeFailed(reopened.failure);
 }
 
 void RunControl::cancel() {
@@ -377,10 +373,25 @@ void RunControl::concludeCancelled() {
   conclude();
 }
 
+void RunControl::concludeFailed(const std::exception_ptr& failure) {
+  run_.failure = failure;
+  TransferOutcome& outcome = run_.outcome;
+  outcome.interruption = std::nullopt;
+  outcome.status = Status::interrupted;
+  if (services_.failureText) outcome.stopReason = services_.failureText(failure);
+  writeLog(*services_.log, "transfer failed (local fs): {}",
+           PrivateField{outcome.stopReason.value_or("")});
+  conclude();
+}
+
 void RunControl::conclude() {
   run_.stage = Stage::ending;
   run_.finishedAt = services_.now();
   TransferOutcome& outcome = run_.outcome;
+  if (outcome.interruption) {
+    writeLog(*services_.log, "transfer failed (local fs): {}",
+             PrivateField{outcome.interruption->path()});
+  }
   outcome.unreadFolders = run_.source.unreadFolders;
   const bool isIncomplete = outcome.unreadFolders > 0 || !outcome.report.failures.empty();
   if (outcome.status == Status::completed && isIncomplete) {

@@ -67,6 +67,7 @@ class RunControl {
   void tellPause(std::optional<std::string> reason);
 
   void concludeCancelled();
+  void concludeFailed(const std::exception_ptr& failure);
   void conclude();
   void finish(bool hasRecord);
   /// Writes the run as it stands now into the history; to be called in the background.

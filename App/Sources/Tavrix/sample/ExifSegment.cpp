@@ -102,16 +102,11 @@ std::vector<Rational> degreesMinutesSeconds(double degrees) {
 
 Directory captureDirectory(const ExifData& data) {
   Directory directory;
-  directory.addRationals(0x829A, {{1, 250}});  // ExposureTime
-  directory.addRationals(0x829D, {{18, 10}});  // FNumber
-  directory.addUint16(0x8827, 64);             // PhotographicSensitivity
-  directory.addUndefined(0x9000, "0232");      // ExifVersion
+  directory.addUndefined(0x9000, "0232");  // ExifVersion
   directory.addText(0x9003, exifDateText(data.taken));
   directory.addText(0x9011, exifOffsetText(data.utcOffset));
-  directory.addRationals(0x920A, {{57, 10}});  // FocalLength
   directory.addUint32(0xA002, static_cast<std::uint32_t>(data.width));
   directory.addUint32(0xA003, static_cast<std::uint32_t>(data.height));
-  directory.addText(0xA434, "Sample lens");  // LensModel
   return directory;
 }
 

@@ -26,18 +26,15 @@ class ShotFiles {
     using Kind = SampleShot::Kind;
     switch (shot.kind) {
       case Kind::still:
-        still(shot, shot.fileName("JPG"), options_.longSide);
-        break;
-      case Kind::reducedCopy:
-        still(shot, shot.fileName("JPG"), options_.longSide * 3 / 4);
+        still(shot, shot.fileName("JPG"));
         break;
       case Kind::live:
-        still(shot, shot.fileName("JPG"), options_.longSide);
+        still(shot, shot.fileName("JPG"));
         movie(shot, motionPartBytes);
         break;
       case Kind::edited:
-        still(shot, shot.fileName("JPG"), options_.longSide);
-        still(shot, shot.fileName("JPG", "E"), options_.longSide, 1.2);
+        still(shot, shot.fileName("JPG"));
+        still(shot, shot.fileName("JPG", "E"), 1.2);
         handOn(item(shot, shot.fileName("AAE"), "sidecar"), placeholderSidecar());
         break;
       case Kind::video:
@@ -83,7 +80,9 @@ class ShotFiles {
     return encodeJpeg(width, height, rows, exif);
   }
 
-  void still(const SampleShot& shot, std::string name, int longSide, double warmth = 1) const {
+  /// Without what a camera writes of its optics, so that no picture passes for a reduced copy.
+  void still(const SampleShot& shot, std::string name, double warmth = 1) const {
+    const int longSide = options_.longSide;
     const int shortSide = longSide * 3 / 4;
     const ExifData exif{shot.taken, shot.utcOffset, shot.place, longSide, shortSide};
     SnapshotItem entry = item(shot, std::move(name), "photo");
@@ -93,7 +92,7 @@ class ShotFiles {
     entry.lon = shot.place.longitude;
     entry.px = longSide;
     entry.py = shortSide;
-    entry.cam = true;
+    entry.cam = false;
     handOn(std::move(entry), picture(shot, longSide, shortSide, warmth, exifSegment(exif)));
   }
 

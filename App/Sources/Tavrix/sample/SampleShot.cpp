@@ -56,12 +56,7 @@ std::vector<Occasion> occasions() {
        {s, s, s, Kind::live, s, s, s}},
       {day(6, 28), 20h + 30min, moscowOffset, park, Scene::hills, {s, s, Kind::video}},
       {day(7, 18), 5h + 50min, moscowOffset, dacha, Scene::hills, {s, s, s, Kind::live, s, s}},
-      {day(8, 22),
-       17h,
-       moscowOffset,
-       dacha,
-       Scene::sea,
-       {s, Kind::reducedCopy, Kind::reducedCopy, s, s}},
+      {day(8, 22), 17h, moscowOffset, dacha, Scene::sea, {s, s, s, s, s}},
   };
 }
 

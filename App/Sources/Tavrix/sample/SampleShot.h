@@ -19,7 +19,6 @@ struct SampleShot {
     live,    ///< a Live Photo: still and motion part
     edited,  ///< a still with its edited rendering and edit sidecar
     video,
-    reducedCopy,   ///< a still of which the phone keeps a small copy only
     savedPicture,  ///< a picture out of a message, without date and place
   };
 

@@ -204,6 +204,25 @@ TEST_F(AppModelRunTest, diskThatIsFullOfOtherThanBytes_endsTheRunAfterAFewTries)
   checkWhole(report().copied);
 }
 
+TEST_F(AppModelRunTest, destinationThatCannotBeReopened_isTheReasonInTheRecord) {
+  makeReady();
+  writesUntilFull = 6;
+  transfer();
+  ASSERT_TRUE(state().transferPausedReason.has_value());
+  EXPECT_FALSE(log.has("transfer failed (local fs): <private>")) << "a full disk is waited for";
+  const auto marker = "phone-" + phone.source().phone.hash.substr(0, 8) + ".json";
+  std::string content = destination.read(marker);
+  content.replace(content.find("\"schemaVersion\": 1"), 18, "\"schemaVersion\": 99");
+  destination.write(marker, content);
+  writesUntilFull = -1;
+  loop.advance(seconds{5});
+  settle();
+  ASSERT_FALSE(isTransferring());
+  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
+  EXPECT_THAT(record().notes, testing::Contains("Перенос остановлен: почему-то"));
+  EXPECT_TRUE(log.has("transfer failed (local fs): <private>"));
+}
+
 TEST_F(AppModelRunTest, folderThatIsAnotherAfterThePause_isNotWrittenTo) {
   makeReady();
   writesUntilFull = 6;

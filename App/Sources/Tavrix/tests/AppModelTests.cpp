@@ -53,6 +53,44 @@ TEST_F(AppModelTest, phoneThatLeaves_clearsTheScreen) {
   EXPECT_THAT(*state().displayGroups, SizeIs(4));
 }
 
+TEST_F(AppModelTest, snapshot_staysWhateverPhonesDo) {
+  model->sourceReady(phone.source(), data_origin::Snapshot{});
+  settle();
+  model->sourceGone();
+  settle();
+  EXPECT_THAT(*state().displayGroups, SizeIs(4));
+  EXPECT_TRUE(model->hasSource());
+}
+
+TEST_F(AppModelTest, zone_datesAnewWhatTellsNoOffset) {
+  ConnectedSource source = phone.source();
+  source.assetsIn = [this](const TimeZone& zone) {
+    std::vector<MediaAsset> assets;
+    for (const MediaAsset& asset : phone.assets()) {
+      const LocalTime wallClock = TimeZone::utc().toLocal(*asset.captureDate());
+      assets.emplace_back(asset.id(), asset.name(), MediaAsset::Text{"100APPLE"}, asset.kind(),
+                          asset.sizeBytes(), zone.toInstant(wallClock), asset.location(), false,
+                          MediaAsset::Text{}, MediaAsset::Text{});
+    }
+    return assets;
+  };
+  model->sourceReady(source, data_origin::Device{"iPhone"});
+  settle();
+  const auto before = idsOf(state().displayGroups);
+  Settings settings = *state().settings;
+  settings.timeZone = TimeZone::load("Asia/Tokyo").value();
+  model->changeSettings(settings);
+  EXPECT_FALSE(model->isSettled());
+  settle();
+  EXPECT_EQ(idsOf(state().displayGroups), before) << "the wall clock told the day";
+  EXPECT_NE(*state().assets, *source.assets);
+  settings.timeZone = TimeZone::utc();
+  model->changeSettings(settings);
+  settle();
+  EXPECT_EQ(idsOf(state().displayGroups), before);
+  EXPECT_EQ(state().assets->front().captureDate(), source.assets->front().captureDate());
+}
+
 TEST_F(AppModelTest, check_takesTheFolderOutOfThePlanAndBackIn) {
   makeReady();
   model->toggleGroup("2026-05-21");

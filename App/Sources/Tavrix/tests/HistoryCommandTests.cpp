@@ -203,6 +203,7 @@ TEST(StateFolder, path_comesFromTheFirstThatTells) {
   EXPECT_EQ(path({std::nullopt, "b", "/c", "/d"}), "b");
   EXPECT_EQ(path({std::nullopt, std::nullopt, "/c", "/d"}), "/c/Tavrix/state");
   EXPECT_EQ(path({std::nullopt, std::nullopt, "relative", "/d"}), "/d/.local/state/Tavrix/state");
+  EXPECT_EQ(path({std::nullopt, std::nullopt, "/c", "/d", true}), "/c/Tavrix/demo-state");
   EXPECT_EQ(path({}), "—");
 }
 

@@ -224,6 +224,8 @@ TEST_F(SettingsCommandTest, demo_changesNothing) {
   }
   EXPECT_EQ(stored(), before);
   EXPECT_EQ(listed("eventGapHours").member("value")->asNumber(), 1);
+  tester.environment.emplace("DEMO_STATE_DIR", tester.folder / "demo");
+  EXPECT_EQ(listed("eventGapHours").member("value")->asNumber(), 4) << "its own, not the person's";
 }
 
 TEST_F(SettingsCommandTest, damagedFile_isToldByEveryCommandAndKeptByAChange) {

@@ -129,6 +129,7 @@ struct ModelHarness {
     services.isDemo = isDemo;
     services.stateFolder = stateFolder;
     services.keepsGroupsDebug = keepsGroupsDebug;
+    services.failureText = [](const std::exception_ptr&) { return "почему-то"; };
     services.keepRecord = [this](const TransferRecord& record) {
       if (!keepsRecords) return false;
       records.insert_or_assign(record.id, record);
