@@ -88,8 +88,12 @@ void DeviceWatcher::start() {
   }
   isStarted_ = true;
   if (setup_.bus != nullptr) {
-    setup_.bus->start(
-        [&loop = setup_.loop, changed = ifAlive([this] { lookAnew(); })] { loop.post(changed); });
+    setup_.bus->start([&loop = setup_.loop, changed = ifAlive([this] {
+                                              // A look may take long, and the wait for the phone
+                                              // counts from now.
+                                              checkUnseen(false);
+                                              lookAnew();
+                                            })] { loop.post(changed); });
   }
   look();
 }

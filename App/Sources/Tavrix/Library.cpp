@@ -46,6 +46,7 @@ std::optional<Library::Home> homeOf(const Settings& settings,
   if (settings.uiMode != UIGroupingMode::trips) return std::nullopt;
   return Library::Home{.point = HomeDetection::home(settings.homeOverride, candidates),
                        .isManual = settings.homeOverride.has_value(),
+                       .name = settings.homeOverride ? settings.homeOverrideName : std::nullopt,
                        .rivals = HomeDetection::rivals(candidates, settings.tripDistanceKm),
                        .recentSpanDays = groupingSettings(settings).homeWindowDays};
 }

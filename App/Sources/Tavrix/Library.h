@@ -28,6 +28,7 @@ struct Library {
   struct Home {
     std::optional<GeoPoint> point;      ///< nothing when no shot has both date and position
     bool isManual = false;              ///< chosen by the person
+    std::optional<std::string> name;    ///< that the person gave it
     std::vector<HomeCandidate> rivals;  ///< what makes a choice by itself ambiguous
     int recentSpanDays = 0;             ///< of the candidates' recent days; 0 for none
 

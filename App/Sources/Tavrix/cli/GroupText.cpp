@@ -7,6 +7,7 @@
 #include "cli/GroupSentences.h"
 #include "cli/Measures.h"
 #include "cli/TextPrinter.h"
+#include "foundation/Text.h"
 
 namespace tavrix::cli {
 namespace {
@@ -46,11 +47,13 @@ GroupIndex::GroupIndex(const Library& library) {
 void TextPrinter::home(const Library& library) {
   if (!library.home || library.filteredBundles.empty()) return;
   const auto text = [&](const HomeCandidate& each) { return candidateText(language_, each); };
-  const auto& [point, isManual, rivals, recentSpanDays] = *library.home;
+  const auto& [point, isManual, name, rivals, recentSpanDays] = *library.home;
   line("");
   if (!point) return line(say(language_, sentences::homeMissing));
   if (isManual) {
-    line(say(language_, sentences::homeManual, pointText(*point)));
+    const std::string where = pointText(*point);
+    line(say(language_, sentences::homeManual,
+             name ? fmt::format("{} ({})", printable(*name), where) : where));
     if (library.homeCandidates.empty()) return;
     return line(say(language_, sentences::homeAutomatic, text(library.homeCandidates.front())));
   }

@@ -13,6 +13,10 @@ inline constexpr Sentence<> noPhone{"iPhone не подключён. Подкл�
                                     "No iPhone is connected. Connect it by cable and unlock it"};
 inline constexpr Sentence<> phoneGone{"iPhone отключён. Подключите кабель",
                                       "The iPhone is disconnected. Plug the cable in"};
+/// What the bus tells of a phone.
+inline constexpr Sentence<std::string> phoneUnseen{
+    "{}. Отключите кабель и подключите его снова; если это не поможет, перезагрузите iPhone",
+    "{}. Unplug the cable and plug it in again; if that does not help, restart the iPhone"};
 inline constexpr Sentence<std::string> phoneNotThere{
     "iPhone {} не подключён. Подключите его кабелем и разблокируйте",
     "The iPhone {} is not connected. Connect it by cable and unlock it"};

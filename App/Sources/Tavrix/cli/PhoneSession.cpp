@@ -111,7 +111,10 @@ void PhoneSession::follow(const DeviceState& state) {
 }
 
 void PhoneSession::tellUnseen(bool isUnseen) const {
-  if (isUnseen) session_.tell(unseenPhoneText(context_.language()));
+  if (!isUnseen) return;
+  const Language language = context_.language();
+  session_.tell(
+      waitingText(language, say(language, sentences::phoneUnseen, unseenPhoneText(language))));
 }
 
 void PhoneSession::tellOtherPhones() const {

@@ -128,8 +128,8 @@ TEST_F(GroupCommands, home_isToldWithItsRivals) {
               AllOf(HasSubstr("Home: 55.75, 37.62 — days: 4 (recent: 0)\n"),
                     HasSubstr("Home is the place with shots on the most days;"),
                     HasSubstr("Next by this count: 41.90, 12.50"), Not(HasSubstr("Several"))));
-  EXPECT_THAT(groups({"uiMode=trips", "homeOverride=41.9,12.5"}).out,
-              AllOf(HasSubstr("Дом указан вручную: 41.90, 12.50\n"
+  EXPECT_THAT(groups({"uiMode=trips", "homeOverride=41.9,12.5", "homeOverrideName=Вилла"}).out,
+              AllOf(HasSubstr("Дом указан вручную: Вилла (41.90, 12.50)\n"
                               "Сам нашёлся бы: 55.75, 37.62 — дней: 4 (недавних: 4)\n"),
                     Not(HasSubstr("Несколько"))));
   EXPECT_THAT(groups({}).out, Not(HasSubstr("Дом")));
