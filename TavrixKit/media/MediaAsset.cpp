@@ -54,6 +54,8 @@ struct MediaAsset::Record {
   MediaKind kind = MediaKind::other;
   bool isOptimized = false;
   bool isEditedVariant = false;
+  bool hasCameraDate = false;
+  std::int32_t cameraShift = 0;  ///< seconds from the capture date to the camera's
   std::string text;
 
   std::string_view view(Piece piece) const {
@@ -67,7 +69,7 @@ struct MediaAsset::Record {
 MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
                        std::uint64_t sizeBytes, std::optional<Instant> captureDate,
                        std::optional<GeoPoint> location, bool isOptimized, Text cloudID,
-                       Text sha256) {
+                       Text sha256, std::optional<Instant> cameraDate) {
   auto record = std::make_shared<Record>();
   Packer packer{id.size()};
   record->id = packer.add(id);
@@ -81,6 +83,11 @@ MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text director
   record->location = location;
   record->kind = kind;
   record->isOptimized = isOptimized;
+  if (captureDate && cameraDate) {
+    record->hasCameraDate = true;
+    record->cameraShift = static_cast<std::int32_t>(
+        std::chrono::round<std::chrono::seconds>(*cameraDate - *captureDate).count());
+  }
   record->isEditedVariant =
       BundleBuilder::isEditedName(name) || ResourceBundles::isEditedResource(id);
   record_ = std::move(record);
@@ -92,6 +99,10 @@ MediaAsset::Text MediaAsset::directory() const { return record_->optionalView(re
 MediaKind MediaAsset::kind() const { return record_->kind; }
 std::uint64_t MediaAsset::sizeBytes() const { return record_->sizeBytes; }
 std::optional<Instant> MediaAsset::captureDate() const { return record_->captureDate; }
+std::optional<Instant> MediaAsset::cameraDate() const {
+  if (!record_->hasCameraDate) return std::nullopt;
+  return *record_->captureDate + std::chrono::seconds{record_->cameraShift};
+}
 std::optional<GeoPoint> MediaAsset::location() const { return record_->location; }
 bool MediaAsset::isOptimized() const { return record_->isOptimized; }
 bool MediaAsset::isEditedVariant() const { return record_->isEditedVariant; }
@@ -102,9 +113,9 @@ bool operator==(const MediaAsset& a, const MediaAsset& b) {
   if (a.record_ == b.record_) return true;
   return a.id() == b.id() && a.name() == b.name() && a.directory() == b.directory() &&
          a.kind() == b.kind() && a.sizeBytes() == b.sizeBytes() &&
-         a.captureDate() == b.captureDate() && a.location() == b.location() &&
-         a.isOptimized() == b.isOptimized() && a.cloudID() == b.cloudID() &&
-         a.sha256() == b.sha256();
+         a.captureDate() == b.captureDate() && a.cameraDate() == b.cameraDate() &&
+         a.location() == b.location() && a.isOptimized() == b.isOptimized() &&
+         a.cloudID() == b.cloudID() && a.sha256() == b.sha256();
 }
 
 }  // namespace tavrix

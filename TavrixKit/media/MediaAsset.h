@@ -20,7 +20,8 @@ class MediaAsset {
 
   MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
              std::uint64_t sizeBytes, std::optional<Instant> captureDate,
-             std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256);
+             std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256,
+             std::optional<Instant> cameraDate = std::nullopt);
 
   /// Identifies the file within its source; caches, markers and the history refer to it.
   std::string_view id() const;
@@ -31,6 +32,9 @@ class MediaAsset {
   MediaKind kind() const;
   std::uint64_t sizeBytes() const;
   std::optional<Instant> captureDate() const;
+  /// What the camera's clock showed, read as if it were UTC: the picture's own date, which no time
+  /// zone moves. Nothing where the picture tells none and `captureDate` is that of its file.
+  std::optional<Instant> cameraDate() const;
   std::optional<GeoPoint> location() const;
   /// The phone holds only a reduced copy; the original is in the cloud library.
   bool isOptimized() const;

@@ -42,11 +42,18 @@ std::optional<seconds> parseExifOffset(std::string_view text) {
   return text[0] == '-' ? -distance : distance;
 }
 
-std::optional<Instant> captureDateOf(const SnapshotItem& item, const TimeZone& zone) {
+struct Dates {
+  std::optional<Instant> capture;
+  std::optional<Instant> camera;
+};
+
+Dates datesOf(const SnapshotItem& item, const TimeZone& zone) {
   if (item.exifDate) {
-    if (const auto moment = instantOfExif(*item.exifDate, item.exifOffset, zone)) return moment;
+    if (const auto moment = instantOfExif(*item.exifDate, item.exifOffset, zone)) {
+      return {moment, Instant{parseExifDate(*item.exifDate)->time_since_epoch()}};
+    }
   }
-  return item.itemDate ? instantFromUnixSeconds(*item.itemDate) : std::nullopt;
+  return {item.itemDate ? instantFromUnixSeconds(*item.itemDate) : std::nullopt, std::nullopt};
 }
 
 /// A reduced copy that the phone keeps in place of an original in the cloud.
@@ -92,16 +99,18 @@ MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone) c
   std::optional<GeoPoint> location;
   if (lat && lon) location = GeoPoint{*lat, *lon};
   const bool hasDirectory = dir && !dir->empty();
+  const Dates dates = datesOf(*this, zone);
   return MediaAsset{id,
                     name,
                     hasDirectory ? MediaAsset::Text{*dir} : std::nullopt,
                     assetKind,
                     size,
-                    captureDateOf(*this, zone),
+                    dates.capture,
                     location,
                     isOptimizedCopy(*this, assetKind),
                     std::nullopt,
-                    std::nullopt};
+                    std::nullopt,
+                    dates.camera};
 }
 
 }  // namespace tavrix

@@ -14,20 +14,20 @@ constexpr std::string_view textFileContent =
     "Records of the phones that copied photos into this folder. Safe to delete; the next copy will "
     "start "
     "over.\n";
+constexpr std::string_view recordBegin = "phone-";
+constexpr std::string_view recordEnding = ".json";
+constexpr std::size_t recordDigits = 8;
+constexpr std::size_t recordStemSize = recordBegin.size() + recordDigits;
 /// A record of several million files; what is longer is none of ours.
 constexpr std::uint64_t maxRecordBytes = std::uint64_t{1} << 30U;
 
-bool isRecordName(const std::string& name) {
-  return name.starts_with("phone-") && name.ends_with(".json");
-}
-
-/// Names that records really have; "phone-list.json" may be anybody's.
-bool isExactRecordName(std::string_view name) {
-  constexpr std::size_t begin = std::string_view{"phone-"}.size();
-  constexpr std::size_t digits = 8;
-  return name.starts_with("phone-") &&
-         name.substr(std::min(begin + digits, name.size())) == ".json" &&
-         name.substr(begin, digits).find_first_not_of("0123456789abcdef") == std::string_view::npos;
+/// Whether a name is one that records have; "phone-list.json" may be anybody's, and "phone-64de5d38
+/// 2.json" is somebody's copy of a record.
+bool isRecordName(std::string_view name) {
+  return name.size() == recordStemSize + recordEnding.size() && name.starts_with(recordBegin) &&
+         name.ends_with(recordEnding) &&
+         name.substr(recordBegin.size(), recordDigits).find_first_not_of("0123456789abcdef") ==
+             std::string_view::npos;
 }
 
 std::optional<std::string> readRecord(const Folder& destination, const std::string& name) {
@@ -105,7 +105,7 @@ KnownAssets Marker::knownAssets(const std::string& phoneHash) const {
   if (phone == nullptr) return known;
   known.byLocalID.reserve(phone->files.size());
   for (const FileRecord& file : phone->files) {
-    const KnownAssets::Record entry{file.path, file.size, file.captured};
+    const KnownAssets::Record entry{file.path, file.size, file.date};
     if (file.localID) known.byLocalID.insert_or_assign(*file.localID, entry);
     if (file.cloudID) known.byCloudID.insert_or_assign(*file.cloudID, entry);
   }
@@ -113,14 +113,14 @@ KnownAssets Marker::knownAssets(const std::string& phoneHash) const {
 }
 
 std::string fileName(const std::string& phoneHash) {
-  return "phone-" + phoneHash.substr(0, 8) + ".json";
+  return std::string{recordBegin} + phoneHash.substr(0, recordDigits) + std::string{recordEnding};
 }
 
 bool isOwnFile(std::string_view path) {
   if (path == textFileName) return true;
   const std::string_view name = path.substr(0, path.find(".damaged"));
   const std::string_view ending = path.substr(name.size());
-  return isExactRecordName(name) && ending.find('/') == std::string_view::npos;
+  return isRecordName(name) && ending.find('/') == std::string_view::npos;
 }
 
 Marker load(const Folder& destination) {
@@ -129,7 +129,7 @@ Marker load(const Folder& destination) {
     if (!isRecordName(name)) continue;
     if (auto record = loadRecord(destination, name)) {
       marker.records.push_back(*std::move(record));
-    } else if (isExactRecordName(name)) {
+    } else {
       marker.damaged.push_back(name);
     }
   }
@@ -152,8 +152,9 @@ void save(Folder& destination, const PhoneRecord& record) {
 
 void removeLeftOvers(Folder& destination) {
   for (const std::string& name : destination.names()) {
-    const bool isOurs = (name.starts_with("phone-") && name.ends_with(".json.part")) ||
-                        isTemporaryOf(name, textFileName);
+    const std::string record = name.substr(0, recordStemSize) + std::string{recordEnding};
+    const bool isOurs =
+        (isRecordName(record) && isTemporaryOf(name, record)) || isTemporaryOf(name, textFileName);
     if (isOurs) destination.removeFile(name);
   }
 }

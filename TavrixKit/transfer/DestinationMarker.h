@@ -30,8 +30,7 @@ struct FileRecord {
   std::optional<std::string> cloudID;
   /// The format ("jpeg", "h264") that it should have had, of an original that cannot be converted.
   std::optional<std::string> keptInsteadOf{};
-  /// When the picture was taken, of a source without a serial number.
-  std::optional<Instant> captured{};
+  std::optional<ShotDate> date{};  ///< when its shot was taken
 
   /// Nothing has been seen of the file yet.
   bool isClaim() const { return size == 0 && !sha256; }

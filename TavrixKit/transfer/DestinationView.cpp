@@ -8,14 +8,16 @@
 namespace tavrix {
 namespace {
 
-/// Whether a picture was taken at another moment than the one that is recorded. Another time zone
-/// shifts dates without an offset, by quarters of an hour.
-bool isAnotherShot(const MediaAsset& asset, const std::optional<Instant>& recorded) {
+/// Whether a shot was taken at another moment than the one that is recorded. What a camera's clock
+/// showed never changes. The date of a file is moved by whole quarters of an hour where its volume
+/// notes local time. One kind of date tells nothing of the other: a picture that could not be read
+/// once has only its file's.
+bool isAnotherShot(const std::optional<ShotDate>& date, const std::optional<ShotDate>& recorded) {
   using namespace std::chrono_literals;
   constexpr auto largestShift = 26h;
-  if (!recorded || !asset.captureDate() || !isPictureKind(asset.kind())) return false;
-  const auto distance = std::chrono::abs(*asset.captureDate() - *recorded);
-  return distance > largestShift || distance % 15min != 0ms;
+  if (!date || !recorded || date->isOwn != recorded->isOwn) return false;
+  const auto distance = std::chrono::abs(date->at - recorded->at);
+  return date->isOwn ? distance != 0ms : distance > largestShift || distance % 15min != 0ms;
 }
 
 }  // namespace
@@ -32,7 +34,7 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
       Owner owner{isThisPhone ? file.localID.value_or("") : "",
                   file.cloudID.value_or(""),
                   file.size,
-                  file.captured,
+                  file.date,
                   isThisPhone,
                   file.sha256.has_value(),
                   record.lastTransfer};
@@ -57,19 +59,19 @@ void DestinationView::rememberEarlier(const DestinationMarker::PhoneRecord& reco
     const auto last = knownAssets_.byLocalID.find(*file.localID);
     const bool isLast = last != knownAssets_.byLocalID.end() && last->second.path == file.path;
     if (!isLast && isStillOurs(file.path)) {
-      earlier_[*file.localID].push_back({file.path, file.size, file.captured});
+      earlier_[*file.localID].push_back({file.path, file.size, file.date});
     }
   }
 }
 
-const std::string* DestinationView::landedPath(const MediaAsset& asset, const std::string& base,
-                                               const PlannedConversion& conversion) const {
+const std::string* DestinationView::landedPath(const WantedFile& file,
+                                               const std::string& base) const {
+  const MediaAsset& asset = file.asset;
   const auto lies = [&](const std::string& path) {
     return isOnDisk(path) && isNumberedForm(path, base);
   };
   const auto counts = [&](const KnownAssets::Record& record) {
-    return lies(record.path) && !isAnotherShot(asset, record.captured) &&
-           fits(asset, record.path, record.size, conversion);
+    return lies(record.path) && fits(file, record.path, record.size, record.date);
   };
   const auto last = knownAssets_.byLocalID.find(asset.id());
   if (last != knownAssets_.byLocalID.end() && counts(last->second)) return &last->second.path;
@@ -84,43 +86,49 @@ const std::string* DestinationView::landedPath(const MediaAsset& asset, const st
   return isThere ? &shot->second.path : nullptr;
 }
 
-bool DestinationView::fits(const MediaAsset& asset, const std::string& path, std::uint64_t size,
-                           const PlannedConversion& conversion) const {
-  if (isConverted(conversion) || asset.sizeBytes() == 0) return true;
+bool DestinationView::fits(const WantedFile& file, const std::string& path, std::uint64_t size,
+                           const std::optional<ShotDate>& recorded) const {
+  const MediaAsset& asset = file.asset;
+  const auto date = shotDate(asset, file.lead);
+  if (isAnotherShot(date, recorded)) return false;
+  if (isConverted(file.conversion) || asset.sizeBytes() == 0) return true;
+  // The original is there, larger. But a small picture of a camera looks like a reduced copy, so
+  // that the dates must be the same where they are recorded.
+  const bool isOfThatDate = !recorded || date == recorded;
+  if (asset.isOptimized() && isOfThatDate && size > 0) return true;
   // What a killed run may have landed has the size that lies there.
   const auto onDisk = filesOnDisk_.find(path);
   if (size == 0 && onDisk != filesOnDisk_.end()) size = onDisk->second.size;
   return size == 0 || size == asset.sizeBytes();
 }
 
-const std::string* DestinationView::keptPath(const MediaAsset& asset, const std::string& base,
+const std::string* DestinationView::keptPath(const WantedFile& file, const std::string& base,
                                              std::string_view format) const {
-  const std::string* const path = landedPath(asset, base);
+  const std::string* const path = landedPath(file, base);
   const auto found = path == nullptr ? keptInsteadOf_.end() : keptInsteadOf_.find(*path);
   return found != keptInsteadOf_.end() && found->second == format ? path : nullptr;
 }
 
-DestinationView::Holding DestinationView::holding(const std::string& path, const MediaAsset& asset,
-                                                  const PlannedConversion& conversion) const {
+DestinationView::Holding DestinationView::holding(const std::string& path,
+                                                  const WantedFile& file) const {
   if (!isOnDisk(path)) return Holding::nothing;
   const auto found = owners_.find(path);
   if (found == owners_.end()) return Holding::unrecorded;
   const Owner& owner = found->second;
+  const MediaAsset& asset = file.asset;
   const bool isSame =
       (!owner.localID.empty() && owner.localID == asset.id() &&
-       !isAnotherShot(asset, owner.captured) && fits(asset, path, owner.size, conversion)) ||
+       fits(file, path, owner.size, owner.date)) ||
       (!owner.cloudID.empty() && asset.cloudID() && owner.cloudID == *asset.cloudID());
   return isSame ? Holding::thisAsset : Holding::anotherAsset;
 }
 
-bool DestinationView::holds(const std::string& path, const MediaAsset& asset,
-                            const PlannedConversion& conversion) const {
-  return holding(path, asset, conversion) == Holding::thisAsset;
+bool DestinationView::holds(const std::string& path, const WantedFile& file) const {
+  return holding(path, file) == Holding::thisAsset;
 }
 
-bool DestinationView::holdsAnother(const std::string& path, const MediaAsset& asset,
-                                   const PlannedConversion& conversion) const {
-  return holding(path, asset, conversion) == Holding::anotherAsset;
+bool DestinationView::holdsAnother(const std::string& path, const WantedFile& file) const {
+  return holding(path, file) == Holding::anotherAsset;
 }
 
 bool DestinationView::isStillOurs(const std::string& path) const {

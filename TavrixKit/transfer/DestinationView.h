@@ -39,23 +39,20 @@ class DestinationView {
   /// Nobody can say whether a file is at the path: it lies in a folder that may not be read.
   bool isUnreadable(const std::string& path) const { return liesInside(path, unreadableFolders_); }
 
-  // What is recorded under the asset's own id, with another size than the asset's, is another
+  // What is recorded under the file's own id, with another size than the file's, is another
   // picture's: two memory cards may give two pictures one id. Only of a file that is converted on
-  // its way, and where the size is not known, does the size tell nothing. Where the record tells
-  // when the picture was taken, one of another moment is another picture, too.
+  // its way, of a reduced copy, and where the size is not known, does the size tell nothing. Where
+  // the record tells when the shot was taken, one of another moment is another picture, too.
 
-  /// A file is on disk at the path and recorded for this very asset.
-  bool holds(const std::string& path, const MediaAsset& asset,
-             const PlannedConversion& conversion = {}) const;
+  /// A file is on disk at the path and recorded for this very one.
+  bool holds(const std::string& path, const WantedFile& file) const;
   /// A file is on disk at the path and recorded for an asset, but not for this one.
-  bool holdsAnother(const std::string& path, const MediaAsset& asset,
-                    const PlannedConversion& conversion = {}) const;
-  /// The path of a file that is on disk, recorded for this asset, and lies at `base` or a numbered
+  bool holdsAnother(const std::string& path, const WantedFile& file) const;
+  /// The path of a file that is on disk, recorded for this one, and lies at `base` or a numbered
   /// form of it; null when there is none.
-  const std::string* landedPath(const MediaAsset& asset, const std::string& base,
-                                const PlannedConversion& conversion = {}) const;
+  const std::string* landedPath(const WantedFile& file, const std::string& base) const;
   /// The same for an original that was kept there because it cannot be converted to `format`.
-  const std::string* keptPath(const MediaAsset& asset, const std::string& base,
+  const std::string* keptPath(const WantedFile& file, const std::string& base,
                               std::string_view format) const;
 
   /// A file is on disk at the path, or may be as far as anybody can say, and no other phone has a
@@ -67,7 +64,7 @@ class DestinationView {
     std::string localID;  ///< empty for an asset of another phone, which no id of ours can equal
     std::string cloudID;
     std::uint64_t size = 0;  ///< as recorded; 0 where nothing has been seen of the file
-    std::optional<Instant> captured;
+    std::optional<ShotDate> date;
     bool isThisPhone = false;
     bool hasDigest = false;
     Instant recorded;
@@ -80,11 +77,10 @@ class DestinationView {
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
   void rememberEarlier(const DestinationMarker::PhoneRecord& record);
-  Holding holding(const std::string& path, const MediaAsset& asset,
-                  const PlannedConversion& conversion) const;
-  /// Whether what is recorded at a path on disk may be the asset's by its size.
-  bool fits(const MediaAsset& asset, const std::string& path, std::uint64_t size,
-            const PlannedConversion& conversion) const;
+  Holding holding(const std::string& path, const WantedFile& file) const;
+  /// Whether what is recorded at a path on disk, under the file's id, may be the file's.
+  bool fits(const WantedFile& file, const std::string& path, std::uint64_t size,
+            const std::optional<ShotDate>& date) const;
 
   FilesOnDisk filesOnDisk_;
   std::vector<UnreadableFolder> unreadableFolders_;

@@ -19,13 +19,28 @@ struct FileOnDisk {
 /// The regular files of a destination by relative path.
 using FilesOnDisk = StringMap<FileOnDisk>;
 
+/// When a shot was taken, as far as its files tell.
+struct ShotDate {
+  Instant at;
+  bool isOwn = false;  ///< what the camera's clock showed; else when the file was last written
+
+  friend bool operator==(const ShotDate&, const ShotDate&) = default;
+};
+
+/// The date by which a file is told from another of its id: a picture's own, and of what
+/// accompanies one (`lead`) that one's. Nothing when there is none.
+std::optional<ShotDate> shotDate(const MediaAsset& asset, const MediaAsset& lead);
+/// The same as it is recorded: of a source with a serial number its files' dates tell nothing,
+/// because phones list them as they like.
+std::optional<ShotDate> recordedDate(const MediaAsset& asset, const MediaAsset& lead,
+                                     bool hasSerialNumber);
+
 /// Where the assets of one phone landed in a destination, as its record remembers.
 struct KnownAssets {
   struct Record {
     std::string path;  ///< relative to the destination
     std::uint64_t size = 0;
-    /// When the picture was taken, where several sources may give one id to several pictures.
-    std::optional<Instant> captured{};
+    std::optional<ShotDate> date{};  ///< where it was recorded
 
     friend bool operator==(const Record&, const Record&) = default;
   };

@@ -79,7 +79,7 @@ class RecordBuilder : public JsonHandler {
   }
   static bool isFileKey(std::string_view name) {
     return name == "path" || name == "size" || name == "sha256" || name == "localID" ||
-           name == "cloudID" || name == "keptInsteadOf" || name == "captured";
+           name == "cloudID" || name == "keptInsteadOf" || name == "captured" || name == "modified";
   }
   bool isOptionalFileField() const { return key_ != "path" && key_ != "size"; }
   /// The value in hand belongs to a key that nobody knows.
@@ -113,8 +113,13 @@ class RecordBuilder : public JsonHandler {
     if (key_ == "localID") file_.localID = value;
     if (key_ == "cloudID") file_.cloudID = value;
     if (key_ == "keptInsteadOf") file_.keptInsteadOf = value;
-    if (key_ == "captured") file_.captured = parseIso8601(value);
+    if (key_ == "captured") setFileDate(parseIso8601(std::string{value} + "Z"), true);
+    if (key_ == "modified") setFileDate(parseIso8601(value), false);
     return key_ != "size";
+  }
+  /// The picture's own date says more than its file's.
+  void setFileDate(const std::optional<Instant>& at, bool isOwn) {
+    if (at && (isOwn || !file_.date)) file_.date = ShotDate{*at, isOwn};
   }
   static bool set(std::string& field, std::string_view value, bool& has) {
     field = value;
@@ -144,6 +149,14 @@ class RecordBuilder : public JsonHandler {
   bool hasSize_ = false;
 };
 
+/// A date of that kind; a camera's clock does not know its zone, so its text names none.
+std::optional<std::string> dateText(const std::optional<ShotDate>& date, bool isOwn) {
+  if (!date || date->isOwn != isOwn) return std::nullopt;
+  std::string text = iso8601(date->at);
+  if (isOwn) text.pop_back();
+  return text;
+}
+
 }  // namespace
 
 std::string encode(const PhoneRecord& record) {
@@ -152,10 +165,11 @@ std::string encode(const PhoneRecord& record) {
   json.beginObject().key("files").beginArray();
   for (const FileRecord& file : record.files) {
     json.beginObject()
-        .field("captured", file.captured ? std::optional{iso8601(*file.captured)} : std::nullopt)
+        .field("captured", dateText(file.date, true))
         .field("cloudID", file.cloudID)
         .field("keptInsteadOf", file.keptInsteadOf)
         .field("localID", file.localID)
+        .field("modified", dateText(file.date, false))
         .field("path", file.path)
         .field("sha256", file.sha256)
         .field("size", file.size)

@@ -50,9 +50,9 @@ class Recognition {
     gatherSizes();
     readAll(progress, stop);
     PlannedAssets planned;
-    planned.reserve(request_.plan.files.size());
-    for (const PlannedFile& file : request_.plan.files)
-      planned.emplace(file.relativePath, file.asset);
+    planned.byPath.reserve(request_.plan.files.size());
+    planned.ids.reserve(request_.plan.files.size());
+    for (const PlannedFile& file : request_.plan.files) planned.add(file.relativePath, file.asset);
     for (const SizeClass& each : classes_) match(each, planned);
     std::sort(report_.unreadableAssets.begin(), report_.unreadableAssets.end(),
               [](const MediaAsset& a, const MediaAsset& b) { return a.id() < b.id(); });
@@ -241,6 +241,17 @@ class Recognition {
   std::mutex mutex_;
 };
 
+/// By id: the original of each file that is no picture and has the date of one.
+absl::flat_hash_map<std::string_view, MediaAsset> leadsOf(const std::vector<AssetBundle>& bundles) {
+  absl::flat_hash_map<std::string_view, MediaAsset> leads;
+  for (const AssetBundle& bundle : bundles) {
+    for (const MediaAsset& asset : bundle.assets()) {
+      if (!isPictureKind(asset.kind())) leads.try_emplace(asset.id(), bundle.original());
+    }
+  }
+  return leads;
+}
+
 }  // namespace
 
 std::string_view textOf(State state) {
@@ -259,13 +270,19 @@ Report recognise(const Folder& destination, MediaSource& source, const Request& 
   return Recognition{destination, source, request}.run(progress, stop);
 }
 
-std::vector<DestinationMarker::FileRecord> records(const Report& report) {
+std::vector<DestinationMarker::FileRecord> records(const Report& report,
+                                                   const std::vector<AssetBundle>& bundles,
+                                                   bool hasSerialNumber) {
+  const auto leads = leadsOf(bundles);
   std::vector<DestinationMarker::FileRecord> result;
   for (const ExaminedFile& file : report.files) {
     if (file.state != State::recognised) continue;
     const auto cloudID = file.asset->cloudID();
+    const auto lead = leads.find(file.asset->id());
     result.push_back({file.path, file.size, file.sha256, std::string{file.asset->id()},
-                      cloudID ? std::optional<std::string>{*cloudID} : std::nullopt});
+                      cloudID ? std::optional<std::string>{*cloudID} : std::nullopt, std::nullopt,
+                      recordedDate(*file.asset, lead == leads.end() ? *file.asset : lead->second,
+                                   hasSerialNumber)});
   }
   return result;
 }

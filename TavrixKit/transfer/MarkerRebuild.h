@@ -72,8 +72,11 @@ struct Request {
 Report recognise(const Folder& destination, MediaSource& source, const Request& request,
                  const ReadingMeter::Receiver& progress = {}, const std::stop_token& stop = {});
 
-/// The entries of what was recognised, for the phone's record.
-std::vector<DestinationMarker::FileRecord> records(const Report& report);
+/// The entries of what was recognised, for the phone's record. `bundles` are the phone's shots,
+/// which tell when they were taken.
+std::vector<DestinationMarker::FileRecord> records(const Report& report,
+                                                   const std::vector<AssetBundle>& bundles,
+                                                   bool hasSerialNumber);
 
 }  // namespace MarkerRebuild
 

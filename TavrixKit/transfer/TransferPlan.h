@@ -32,6 +32,13 @@ inline bool isConverted(const PlannedConversion& conversion) {
   return !std::holds_alternative<planned_conversion::None>(conversion);
 }
 
+/// A file of the phone that is looked for in a destination. Refers to assets that must stay.
+struct WantedFile {
+  const MediaAsset& asset;
+  const MediaAsset& lead;  ///< the original of its shot
+  PlannedConversion conversion{};
+};
+
 /// One file to write.
 struct PlannedFile {
   MediaAsset asset;
@@ -41,6 +48,7 @@ struct PlannedFile {
   AssetBundle bundle;      ///< its shot
 
   const std::string& bundleID() const { return bundle.id(); }
+  WantedFile wanted() const { return {asset, bundle.original(), conversion}; }
 
   friend bool operator==(const PlannedFile&, const PlannedFile&) = default;
 };

@@ -74,8 +74,8 @@ std::vector<PendingFile> pendingFiles(const AssetBundle& bundle, const Directori
   return files;
 }
 
-/// Whether a path may be given to an asset.
-using IsFree = std::function<bool(const std::string& path, const MediaAsset& asset)>;
+/// Whether a path may be given to a file.
+using IsFree = std::function<bool(const std::string& path, const PendingFile& file)>;
 
 /// Paths of one bundle's files under one number, the lead's first; of two files with one path the
 /// later alone counts on. Nothing when a path is not free.
@@ -85,9 +85,8 @@ std::vector<std::string> numberedPaths(const std::vector<PendingFile>& files, st
   PathRegister own;
   const auto give = [&](std::size_t i) {
     std::string path = numberedPath(files[i].basePath(), number);
-    if (!isFree(path, files[i].asset)) return false;
-    for (std::uint64_t next = number + 1; own.contains(path) || !isFree(path, files[i].asset);
-         ++next) {
+    if (!isFree(path, files[i])) return false;
+    for (std::uint64_t next = number + 1; own.contains(path) || !isFree(path, files[i]); ++next) {
       path = numberedPath(files[i].basePath(), next);
     }
     own.add(path);
@@ -172,7 +171,7 @@ class Layout {
 
   void nameWithNumbers(const AssetBundle& bundle, const Directories& places,
                        std::span<PlannedFile> files) {
-    const IsFree isFree = [this](const std::string& path, const MediaAsset&) {
+    const IsFree isFree = [this](const std::string& path, const PendingFile&) {
       return !given_.contains(path);
     };
     std::vector<std::string> paths = freePaths(pendingFiles(bundle, places, options_), 1, isFree);
@@ -198,22 +197,22 @@ class Layout {
   void sift(const AssetBundle& bundle, const Directories& places, std::span<PlannedFile> files,
             TransferPlan& result) {
     const bool conflicts = std::any_of(files.begin(), files.end(), [&](const PlannedFile& file) {
-      return destination_.holdsAnother(file.relativePath, file.asset, file.conversion);
+      return destination_.holdsAnother(file.relativePath, file.wanted());
     });
     if (conflicts) avoidOthers(pendingFiles(bundle, places, options_), files);
     for (PlannedFile& file : files) {
       const std::string& place =
           places.of(file.asset, bundle.isLivePhoto(), isInVideoBundle(bundle));
       const std::string base = place + outputName(file.asset, options_);
-      const std::string* const own = destination_.landedPath(file.asset, base, file.conversion);
+      const std::string* const own = destination_.landedPath(file.wanted(), base);
       if (const std::string* const kept = keptPath(file, base);
           options_.onlyNew && kept != nullptr) {
         result.knownPaths.push_back(*kept);
         result.skippedKnown.push_back(std::move(file.asset));
         continue;
       }
-      if (options_.onlyNew && (own != nullptr || isAlreadyThere(file.asset, file.relativePath,
-                                                                destination_, file.conversion))) {
+      if (options_.onlyNew &&
+          (own != nullptr || isAlreadyThere(file.wanted(), file.relativePath, destination_))) {
         result.knownPaths.push_back(own != nullptr ? *own : std::move(file.relativePath));
         result.skippedKnown.push_back(std::move(file.asset));
         continue;
@@ -227,16 +226,18 @@ class Layout {
   /// when it lies nowhere, or its converted form is there.
   const std::string* keptPath(const PlannedFile& file, const std::string& base) const {
     if (!isConverted(file.conversion)) return nullptr;
-    if (isAlreadyThere(file.asset, file.relativePath, destination_)) return nullptr;
-    return destination_.keptPath(file.asset, withExtensionOf(base, file.asset.name()),
+    const WantedFile original{file.asset, file.bundle.original()};
+    if (isAlreadyThere(original, file.relativePath, destination_)) return nullptr;
+    return destination_.keptPath(original, withExtensionOf(base, file.asset.name()),
                                  textOf(file.conversion));
   }
 
   /// Gives a bundle, one of whose paths belongs to another asset, paths that do not.
   void avoidOthers(const std::vector<PendingFile>& pending, std::span<PlannedFile> files) {
     for (const PlannedFile& file : files) given_.remove(file.relativePath);
-    const IsFree isFree = [this](const std::string& path, const MediaAsset& asset) {
-      return destination_.holds(path, asset, conversion(asset, options_)) ||
+    const IsFree isFree = [this](const std::string& path, const PendingFile& file) {
+      const WantedFile wanted{file.asset, file.lead, conversion(file.asset, options_)};
+      return destination_.holds(path, wanted) ||
              (!given_.contains(path) && !destination_.isOnDisk(path));
     };
     std::vector<std::string> paths = freePaths(pending, 2, isFree);
@@ -291,12 +292,12 @@ PlannedConversion conversion(const MediaAsset& asset, const TransferOptions& opt
   return planned_conversion::None{};
 }
 
-bool isAlreadyThere(const MediaAsset& asset, const std::string& plannedPath,
-                    const DestinationView& destination, const PlannedConversion& conversion) {
+bool isAlreadyThere(const WantedFile& file, const std::string& plannedPath,
+                    const DestinationView& destination) {
   if (destination.isOnDisk(plannedPath)) {
-    return !destination.holdsAnother(plannedPath, asset, conversion);
+    return !destination.holdsAnother(plannedPath, file);
   }
-  return destination.landedPath(asset, plannedPath, conversion) != nullptr;
+  return destination.landedPath(file, plannedPath) != nullptr;
 }
 
 std::vector<AssetBundle> newBundles(const MediaGroup& group, const std::string& folderName,

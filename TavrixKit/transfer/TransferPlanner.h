@@ -45,8 +45,8 @@ PlannedConversion conversion(const MediaAsset& asset, const TransferOptions& opt
 /// Whether a file with this planned path needs no transfer: something lies at the path that is not
 /// recorded for another asset, or the file's own record names the path or a numbered form of it,
 /// and that is on disk.
-bool isAlreadyThere(const MediaAsset& asset, const std::string& plannedPath,
-                    const DestinationView& destination, const PlannedConversion& conversion = {});
+bool isAlreadyThere(const WantedFile& file, const std::string& plannedPath,
+                    const DestinationView& destination);
 /// The bundles of a group, in its order, that have at least one file to transfer.
 std::vector<AssetBundle> newBundles(const MediaGroup& group, const std::string& folderName,
                                     const TransferOptions& options,

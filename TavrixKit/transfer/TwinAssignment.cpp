@@ -5,12 +5,25 @@
 
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
+#include "media/ParsedName.h"
 #include "transfer/FileNames.h"
 
 namespace tavrix {
 namespace {
 
 constexpr std::size_t nobody = SIZE_MAX;
+
+/// What no number takes of a long name, its extension included; empty for a shorter name, which a
+/// number leaves whole.
+std::string uncutPart(std::string_view name) {
+  constexpr std::size_t longestNumber = std::string_view{" (18446744073709551615)"}.size();
+  if (name.size() + longestNumber <= longestFileName) return {};
+  const std::string_view stem = BundleBuilder::splitFileName(name).stem;
+  const std::string_view extension = name.substr(stem.size());
+  if (extension.size() + 2 * longestNumber > longestFileName) return {};
+  const std::size_t kept = longestFileName - extension.size() - 2 * longestNumber;
+  return std::string{stem.substr(0, kept)}.append(extension);
+}
 
 class Twins {
  public:
@@ -20,7 +33,11 @@ class Twins {
     for (std::size_t i = 0; i < assets.size(); ++i) {
       isTaken_[i] = copied.contains(assets[i].id());
       byID_[assets[i].id()] = i;
-      byName_[replacingInvalidUtf8(assets[i].name())].indices.push_back(i);
+      const std::string name = replacingInvalidUtf8(assets[i].name());
+      byName_[name].indices.push_back(i);
+      if (const std::string part = uncutPart(name); !part.empty()) {
+        byUncutPart_[part].indices.push_back(i);
+      }
     }
   }
 
@@ -50,8 +67,8 @@ class Twins {
   };
 
   std::size_t plannedAt(std::string_view path) {
-    const auto found = planned_.find(path);
-    if (found == planned_.end()) return nobody;
+    const auto found = planned_.byPath.find(path);
+    if (found == planned_.byPath.end()) return nobody;
     const auto index = byID_.find(found->second.id());
     return index == byID_.end() || isTaken_[index->second] ? nobody : index->second;
   }
@@ -62,6 +79,10 @@ class Twins {
   std::size_t unnumbered(std::string_view path) {
     return freeNamesake(unnumberedName(path.substr(path.rfind('/') + 1)));
   }
+  std::size_t cutForItsNumber(std::string_view path) {
+    const std::string part = uncutPart(path.substr(path.rfind('/') + 1));
+    return part.empty() ? nobody : freeOf(byUncutPart_, part);
+  }
   std::size_t prefixed(std::string_view path) {
     const std::string name = unnumberedName(path.substr(path.rfind('/') + 1));
     for (std::size_t i = 1; i < name.size(); ++i) {
@@ -69,6 +90,13 @@ class Twins {
       if (found != nobody) return found;
     }
     return nobody;
+  }
+  std::size_t anyPlanned(std::string_view) {
+    const auto isChoice = [this](std::size_t i) {
+      return !isTaken_[i] && planned_.ids.contains(assets_[i].id());
+    };
+    while (nextPlanned_ < isTaken_.size() && !isChoice(nextPlanned_)) ++nextPlanned_;
+    return nextPlanned_ < isTaken_.size() ? nextPlanned_ : nobody;
   }
   std::size_t anyFree(std::string_view) {
     while (nextFree_ < isTaken_.size() && isTaken_[nextFree_]) ++nextFree_;
@@ -84,24 +112,27 @@ class Twins {
     return 0;
   }
 
-  std::size_t freeNamesake(std::string_view name) {
-    const auto found = byName_.find(name);
-    if (found == byName_.end()) return nobody;
+  std::size_t freeNamesake(std::string_view name) { return freeOf(byName_, name); }
+  std::size_t freeOf(StringMap<Namesakes>& named, std::string_view name) {
+    const auto found = named.find(name);
+    if (found == named.end()) return nobody;
     Namesakes& all = found->second;
     while (all.next < all.indices.size() && isTaken_[all.indices[all.next]]) ++all.next;
     return all.next < all.indices.size() ? all.indices[all.next] : nobody;
   }
 
   using Rule = std::size_t (Twins::*)(std::string_view);
-  static constexpr std::array<Rule, 6> rules{&Twins::plannedAt, &Twins::plannedUnnumbered,
-                                             &Twins::sameName,  &Twins::unnumbered,
-                                             &Twins::prefixed,  &Twins::anyFree};
+  static constexpr std::array<Rule, 8> rules{
+      &Twins::plannedAt,       &Twins::plannedUnnumbered, &Twins::sameName,   &Twins::unnumbered,
+      &Twins::cutForItsNumber, &Twins::prefixed,          &Twins::anyPlanned, &Twins::anyFree};
 
   const std::vector<MediaAsset>& assets_;
   const PlannedAssets& planned_;
   std::vector<bool> isTaken_;
   absl::flat_hash_map<std::string_view, std::size_t> byID_;
   StringMap<Namesakes> byName_;
+  StringMap<Namesakes> byUncutPart_;
+  std::size_t nextPlanned_ = 0;
   std::size_t nextFree_ = 0;
 };
 

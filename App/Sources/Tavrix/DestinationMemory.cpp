@@ -73,13 +73,11 @@ void DestinationMemory::settleClaims(DestinationMarker::PhoneRecord& record) {
 bool DestinationMemory::isClaimed(const PlannedFile& file, const std::string& path) const {
   // What is recorded already says more than a claim; and in a folder that may not be read the claim
   // would replace what is known of a file there.
-  return !content_.view.holds(path, file.asset, file.conversion) &&
-         !content_.view.isUnreadable(path);
+  return !content_.view.holds(path, file.wanted()) && !content_.view.isUnreadable(path);
 }
 
-std::optional<Instant> DestinationMemory::capturedOf(const MediaAsset& asset) const {
-  const bool tells = !setup_.phone.hasSerialNumber && isPictureKind(asset.kind());
-  return tells ? asset.captureDate() : std::nullopt;
+std::optional<ShotDate> DestinationMemory::dateOf(const PlannedFile& file) const {
+  return recordedDate(file.asset, file.bundle.original(), setup_.phone.hasSerialNumber);
 }
 
 void DestinationMemory::landed(const LandedFile& file) {
@@ -92,7 +90,7 @@ void DestinationMemory::landed(const LandedFile& file) {
                             known->size == outcome.bytesOnDisk;
   if (isRemembered || !outcome.path) return;
   landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
-                     owned(asset.cloudID()), keptFormat(file), capturedOf(asset)});
+                     owned(asset.cloudID()), keptFormat(file), dateOf(file.planned)});
   // A file under a number that nobody could foresee is not claimed yet.
   const auto interval =
       claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)
@@ -137,7 +135,7 @@ std::vector<DestinationMarker::FileRecord> DestinationMemory::claims() const {
     for (const std::string& path : possiblePaths(file)) {
       if (!isClaimed(file, path)) continue;
       files.push_back({path, 0, std::nullopt, std::string{file.asset.id()},
-                       owned(file.asset.cloudID()), std::nullopt, capturedOf(file.asset)});
+                       owned(file.asset.cloudID()), std::nullopt, dateOf(file)});
     }
   }
   files.insert(files.end(), landed_.begin(), landed_.end());

@@ -52,7 +52,7 @@ class DestinationMemory {
   void settleClaims(DestinationMarker::PhoneRecord& record);
   /// Whether a planned file's claim to a path says more than the marker does already.
   bool isClaimed(const PlannedFile& file, const std::string& path) const;
-  std::optional<Instant> capturedOf(const MediaAsset& asset) const;
+  std::optional<ShotDate> dateOf(const PlannedFile& file) const;
   /// What the run may still land, and what it has landed.
   std::vector<DestinationMarker::FileRecord> claims() const;
   void save(std::vector<DestinationMarker::FileRecord> files);

@@ -108,6 +108,14 @@ TEST(SnapshotItem, exifDate_isReadInItsOffsetOrTheZone) {
   }
   SnapshotItem undated = item("a.jpg");
   EXPECT_EQ(dateIn("UTC", undated), "none");
+  for (const auto* const zone : {"UTC", "Asia/Kolkata", "America/New_York"}) {
+    SnapshotItem dated = item("a.jpg");
+    dated.exifDate = "2026:03:08 02:30:00";  // skipped in New York
+    const auto cameraDate = dated.mediaAsset("id", TimeZone::load(zone).value()).cameraDate();
+    EXPECT_EQ(iso8601(cameraDate.value()), "2026-03-08T02:30:00Z") << zone;
+    undated.itemDate = 1000000000.5;
+    EXPECT_FALSE(undated.mediaAsset("id", TimeZone::load(zone).value()).cameraDate());
+  }
   undated.itemDate = 1e300;
   EXPECT_EQ(dateIn("UTC", undated), "none");
 }

@@ -25,7 +25,9 @@ PhoneRecord sample() {
           nextDay,
           {{"2026-05-20/IMG_1.HEIC", 1000, std::string(64, 'f'), "100APPLE/IMG_1.HEIC", "cloud/1"},
            {"2026-05-20/IMG_2 \"x\".MOV", UINT64_MAX, std::nullopt, std::nullopt, std::nullopt,
-            std::nullopt, nextDay}}};
+            std::nullopt, ShotDate{nextDay, true}},
+           {"2026-05-20/IMG_3.HEIC", 1, std::nullopt, "3", std::nullopt, "jpeg",
+            ShotDate{nextDay, false}}}};
 }
 
 TEST(DestinationMarker, record_writtenAndRead_isTheSame) {
@@ -75,6 +77,26 @@ TEST(DestinationMarker, newerVersion_isNotReadAndNotOverwritten) {
   EXPECT_THROW(save(*destination, sample()), MarkerError);
   EXPECT_EQ(folder.read(file), newer);
   EXPECT_THAT(filesIn(folder.path()), ElementsAre(file));
+}
+
+TEST(DestinationMarker, filesWithNamesLikeARecords_areLeftAlone) {
+  const TemporaryFolder folder;
+  const auto destination = openFolder(folder.path());
+  save(*destination, sample());
+  PhoneRecord copy = sample();
+  copy.files.clear();
+  const std::vector<std::pair<std::string, std::string>> others{
+      {"phone-contacts.json", R"({"schemaVersion": 2})"},
+      {"phone-aaaaaaaa 2.json", encode(copy)},
+      {"phone-AAAAAAAA.json", encode(copy)},
+      {"phone-contacts.json.part", "half"},
+      {"phone-contacts.0123456789ab.json.part", "half"}};
+  for (const auto& [name, content] : others) folder.write(name, content);
+  folder.write("phone-aaaaaaaa.0123456789ab.json.part", "left by a killed run");
+  EXPECT_EQ(load(*destination), (Marker{{sample()}}));
+  removeLeftOvers(*destination);
+  for (const auto& [name, content] : others) EXPECT_EQ(folder.read(name), content);
+  EXPECT_EQ(filesIn(folder.path()).size(), others.size() + 2);
 }
 
 TEST(DestinationMarker, saved_withItsExplanation_isLoaded) {

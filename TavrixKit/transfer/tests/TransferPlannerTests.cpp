@@ -334,27 +334,103 @@ INSTANTIATE_TEST_SUITE_P(
                    {"d/1 (2).mp4"}}),
     [](const auto& row) { return row.param.name; });
 
-TEST(TransferPlanner, fileOfTheSameSizeAndAnotherMoment_isAnotherPicture) {
-  using namespace std::chrono_literals;
-  const Instant taken{1779364800s};
-  const auto isNew = [&](const char* id, std::chrono::milliseconds later) {
-    const std::string path = std::string{"d"} + (id + 1);
-    FileRecord record = recordOf(path, id);
-    record.captured = taken;
-    const auto kind = mediaKindOfFileName(id);
-    const MediaAsset asset{id,           id + 2, std::nullopt, kind,        1000, taken + later,
-                           std::nullopt, false,  std::nullopt, std::nullopt};
-    return !TransferPlanner::plan({groupOf("d", {asset})}, {}, view({path}, {record}))
-                .files.empty();
+constexpr Instant taken{std::chrono::seconds{1779364800}};
+
+/// A file whose shot was taken so much after `taken`, by its own clock or by the date of its file.
+MediaAsset datedAsset(const std::string& id, std::uint64_t size, std::chrono::milliseconds later,
+                      bool isOwn, bool isOptimized = false) {
+  const auto date = taken + later;
+  return MediaAsset{id,
+                    id.substr(2),
+                    "A",
+                    mediaKindOfFileName(id),
+                    size,
+                    date + std::chrono::seconds{1172},
+                    std::nullopt,
+                    isOptimized,
+                    std::nullopt,
+                    std::nullopt,
+                    isOwn ? std::optional{date} : std::nullopt};
+}
+
+/// What a plan does with a file of 1,000 bytes where one of some size is recorded for its id.
+struct MomentCase {
+  const char* name;
+  std::uint64_t recordedSize;
+  std::optional<bool> isOwnRecorded;  ///< of the recorded date; nothing when none is recorded
+  bool isOwn;                         ///< of the file's date
+  std::chrono::milliseconds later;
+  bool isOptimized;
+  bool isNew;
+};
+
+class MomentTest : public testing::TestWithParam<MomentCase> {};
+
+TEST_P(MomentTest, fileOfAnotherMoment_isAnotherPicture) {
+  const MomentCase& row = GetParam();
+  FileRecord record{"d/1.DNG", row.recordedSize, std::nullopt, "A/1.DNG", std::nullopt};
+  if (row.isOwnRecorded) {
+    const auto shift = std::chrono::seconds{*row.isOwnRecorded ? 0 : 1172};
+    record.date = ShotDate{taken + shift, *row.isOwnRecorded};
+  }
+  const auto asset = datedAsset("A/1.DNG", 1000, row.later, row.isOwn, row.isOptimized);
+  const auto plan = TransferPlanner::plan({groupOf("d", {asset})}, {}, view({"d/1.DNG"}, {record}));
+  EXPECT_EQ(pathsOf(plan), row.isNew ? Paths{"d/1 (2).DNG"} : Paths{});
+}
+
+using namespace std::chrono_literals;
+
+INSTANTIATE_TEST_SUITE_P(
+    Records, MomentTest,
+    testing::Values(MomentCase{"same", 1000, true, true, 0s, false, false},
+                    MomentCase{"nextShot", 1000, true, true, 1s, false, true},
+                    MomentCase{"wholeHoursApart", 1000, true, true, 2h, false, true},
+                    MomentCase{"fileDateMovedByItsVolume", 1000, false, false, 45min, false, false},
+                    MomentCase{"fileDateOfAnotherMinute", 1000, false, false, 60s, false, true},
+                    MomentCase{"fileDateOfTheDayAfterNext", 1000, false, false, 48h, false, true},
+                    MomentCase{"unreadableThen", 1000, false, true, 77s, false, false},
+                    MomentCase{"unreadableNow", 1000, true, false, 77s, false, false},
+                    MomentCase{"reduced", 9000, true, true, 0s, true, false},
+                    MomentCase{"reducedOfAnotherShot", 9000, true, true, 1s, true, true},
+                    MomentCase{"reducedWithoutRecordedDate", 9000, {}, true, 0s, true, false},
+                    MomentCase{"reducedOfThatFileDate", 9000, false, false, 0s, true, false},
+                    MomentCase{"reducedOrOfAnotherCard", 9000, false, false, 1h, true, true},
+                    MomentCase{"claimOfAReducedCopy", 0, {}, true, 0s, true, false},
+                    MomentCase{"whole", 9000, true, true, 0s, false, true}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(TransferPlanner, sidecar_goesByTheDateOfItsShot) {
+  const auto shot = [](std::uint64_t size, std::uint64_t sidecarSize,
+                       std::chrono::milliseconds later) {
+    const std::vector assets{datedAsset("A/IMG_1.HEIC", size, later, true),
+                             datedAsset("A/IMG_1.AAE", sidecarSize, later + 77s, false)};
+    return std::vector{groupOf("d", assets)};
   };
-  EXPECT_FALSE(isNew("A/1.DNG", 0s));
-  EXPECT_TRUE(isNew("A/1.DNG", 1s));
-  EXPECT_TRUE(isNew("A/1.DNG", -48h));
-  // Dates without an offset, seen in another time zone.
-  EXPECT_FALSE(isNew("A/1.DNG", 12h + 45min));
-  EXPECT_FALSE(isNew("A/1.DNG", -26h));
-  // A sidecar is dated by its last writing.
-  EXPECT_FALSE(isNew("A/1.AAE", 1s));
+  Paths onDisk;
+  std::vector<FileRecord> records;
+  const auto transfer = [&](const std::vector<TransferPlanner::NamedGroup>& groups) {
+    const auto plan = TransferPlanner::plan(groups, {}, view(onDisk, records));
+    for (const PlannedFile& file : plan.files) {
+      onDisk.push_back(file.relativePath);
+      records.push_back({file.relativePath, file.asset.sizeBytes(), std::nullopt,
+                         std::string{file.asset.id()}, std::nullopt, std::nullopt,
+                         recordedDate(file.asset, file.bundle.original(), true)});
+    }
+    return pathsOf(plan);
+  };
+  EXPECT_THAT(transfer(shot(1000, 50, 0s)), ElementsAre("d/IMG_1.HEIC", "d/IMG_1.AAE"));
+  // Edited again, it does not bring its picture along, and is known from then on.
+  EXPECT_THAT(transfer(shot(1000, 61, 0s)), ElementsAre("d/IMG_1 (2).AAE"));
+  EXPECT_THAT(transfer(shot(1000, 61, 0s)), IsEmpty());
+  // Another card's sidecar of the same size goes with its own picture.
+  for (const std::uint64_t size : {1000U, 2000U}) {
+    const std::string number = size == 1000 ? " (3)" : " (4)";
+    const auto other = shot(size, 61, size == 1000 ? 5s : 9s);
+    EXPECT_THAT(transfer(other),
+                ElementsAre("d/IMG_1" + number + ".HEIC", "d/IMG_1" + number + ".AAE"));
+    EXPECT_THAT(transfer(other), IsEmpty());
+  }
+  EXPECT_THAT(transfer(shot(1000, 50, 0s)), IsEmpty());
 }
 
 TEST(TransferPlanner, picturesOfSeveralCardsWithOneID_areEachKnownWhereTheyLie) {

@@ -35,14 +35,15 @@ std::vector<MediaAsset> assetsOf(const Library& library) {
 /// Adds what was recognised to the phone's record. Nothing that it holds already is dropped: a file
 /// that is gone stays known as missing.
 void save(const CommandContext& context, Folder& folder, const DestinationMarker::Marker& marker,
-          const PhoneIdentity& phone, const MarkerRebuild::Report& report) {
+          const PhoneIdentity& phone, const MarkerRebuild::Report& report,
+          const std::vector<AssetBundle>& bundles) {
   if (report.count(State::recognised) == 0) return;
   DestinationMarker::PhoneRecord record;
   record.phoneHash = phone.hash;
   record.label = phone.label;
   record.model = phone.model;
   record.firstTransfer = record.lastTransfer = context.surroundings.now();
-  record.files = MarkerRebuild::records(report);
+  record.files = MarkerRebuild::records(report, bundles, phone.hasSerialNumber);
   DestinationMarker::save(folder,
                           DestinationMarker::updated(marker.record(phone.hash), std::move(record),
                                                      [](const std::string&) { return true; }));
@@ -84,7 +85,7 @@ ExitStatus rebuildMarker(const CommandContext& context) {
                                     {listing, phone.hash, assets, plan, workerCount()},
                                     progress.receiver(), stop);
   }();
-  save(context, *folder, listing.marker, phone, report);
+  save(context, *folder, listing.marker, phone, report, library.bundles);
   writeLog(context.log, "marker rebuilt: files={}, recognised={}, bytes={}, stopped={}",
            report.files.size(), report.count(State::recognised), report.bytesRead,
            report.isStopped);
