@@ -16,10 +16,11 @@ namespace tavrix::PlaceClustering {
 /// are, unless many share one cell of the grid.
 class GreedyClusters {
  public:
-  /// With a radius that is negative or not a number no point joins another; with one of half the
-  /// Earth's circumference or more all of them are one cluster.
+  /// A negative radius is that of 0, which points at distance 0 alone lie within. With one that is
+  /// not a number no point joins another; with one of half the Earth's circumference or more all of
+  /// them are one cluster.
   explicit GreedyClusters(double radiusKm)
-      : radiusKm_(radiusKm), limit_(radiusKm), grid_(radiusKm) {}
+      : radiusKm_(radiusKm < 0 ? 0 : radiusKm), limit_(radiusKm_), grid_(radiusKm_) {}
 
   /// Takes a point, given with its unit vector, and returns the number of its cluster. What is no
   /// point of the sphere is a cluster of its own.
