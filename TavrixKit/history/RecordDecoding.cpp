@@ -89,7 +89,7 @@ Record::Options optionsFrom(const RecordFields& fields) {
 /// of each folder, and each shot.
 class RecordReader : public JsonHandler {
  public:
-  explicit RecordReader(bool skipsFolders) : skipsFolders_(skipsFolders) {}
+  explicit RecordReader(bool keepsFolders) : keepsFolders_(keepsFolders) {}
 
   /// The record, when its text was read to its end.
   Record take() {
@@ -135,13 +135,11 @@ class RecordReader : public JsonHandler {
     return scalar([=](JsonHandler& to) { to.string(value); });
   }
   bool key(std::string_view name) override {
-    if (skippedDepth_ > 0) return true;
     if (piece_.isOpen()) return piece_.key(name);
     key_ = name;
     return true;
   }
   bool startObject() override {
-    if (skipsOpening()) return true;
     if (piece_.isOpen()) return piece_.startObject();
     if (level_ == Level::outside) {
       level_ = Level::record;
@@ -149,6 +147,7 @@ class RecordReader : public JsonHandler {
       level_ = Level::folder;
       folderMembers_ = {JsonValue::Object{}};
       folder_ = {};
+      shotCount_ = 0;
       shotPlace_.reset();
       hasShots_ = false;
     } else {
@@ -157,16 +156,17 @@ class RecordReader : public JsonHandler {
     return true;
   }
   bool startArray() override {
-    if (skipsOpening()) return true;
     if (piece_.isOpen()) return piece_.startArray();
     if (level_ == Level::outside) return false;
     if (level_ == Level::record && key_ == "folders") {
       level_ = Level::folders;
       folders_.clear();
+      folderCount_ = 0;
       hasFolders_ = true;
     } else if (level_ == Level::folder && key_ == "shots") {
       level_ = Level::shots;
       folder_.shots.clear();
+      shotCount_ = 0;
       hasShots_ = true;
     } else {
       piece_.startArray();
@@ -174,14 +174,12 @@ class RecordReader : public JsonHandler {
     return true;
   }
   bool endObject() override {
-    if (skipsClosing()) return true;
     if (piece_.isOpen()) return closePiece([](JsonHandler& to) { to.endObject(); });
     if (level_ == Level::folder) finishFolder();
     level_ = level_ == Level::folder ? Level::folders : Level::outside;
     return true;
   }
   bool endArray() override {
-    if (skipsClosing()) return true;
     if (piece_.isOpen()) return closePiece([](JsonHandler& to) { to.endArray(); });
     level_ = level_ == Level::shots ? Level::folder : Level::record;
     return true;
@@ -192,7 +190,6 @@ class RecordReader : public JsonHandler {
 
   template <typename Feed>
   bool scalar(Feed feed) {
-    if (skippedDepth_ > 0) return true;
     if (level_ == Level::outside) return false;
     return closePiece(feed);
   }
@@ -200,19 +197,6 @@ class RecordReader : public JsonHandler {
   bool closePiece(Feed feed) {
     feed(piece_);
     if (!piece_.isOpen()) deliver(piece_.take());
-    return true;
-  }
-  bool skipsOpening() {
-    const bool begins = skipsFolders_ && level_ == Level::record && !piece_.isOpen() &&
-                        key_ == "folders" && skippedDepth_ == 0;
-    if (skippedDepth_ == 0 && !begins) return false;
-    hasFolders_ = true;
-    ++skippedDepth_;
-    return true;
-  }
-  bool skipsClosing() {
-    if (skippedDepth_ == 0) return false;
-    --skippedDepth_;
     return true;
   }
 
@@ -243,7 +227,9 @@ class RecordReader : public JsonHandler {
     }
   }
   void addShot(const RecordFields& fields) {
-    folder_.shots.push_back(shotFrom(fields));
+    Record::Shot shot = shotFrom(fields);
+    if (keepsFolders_) folder_.shots.push_back(std::move(shot));
+    ++shotCount_;
     if (!shotPlace_ && fields.find("place") != nullptr) {
       shotPlace_ = placeFrom(fields.object("place"));
     }
@@ -255,13 +241,12 @@ class RecordReader : public JsonHandler {
       if (!hasShots_) throw Error::atField(Error::Kind::missingField, fields.pathOf("shots"));
       folder_.place = shotPlace_;
       if (fields.find("place") != nullptr) folder_.place = placeFrom(fields.object("place"));
-      folders_.push_back(std::move(folder_));
+      if (keepsFolders_) folders_.push_back(std::move(folder_));
+      ++folderCount_;
     });
   }
-  std::string folderPath() const { return fmt::format("folders[{}]", folders_.size()); }
-  std::string shotPath() const {
-    return fmt::format("{}.shots[{}]", folderPath(), folder_.shots.size());
-  }
+  std::string folderPath() const { return fmt::format("folders[{}]", folderCount_); }
+  std::string shotPath() const { return fmt::format("{}.shots[{}]", folderPath(), shotCount_); }
   static void checkVersion(const RecordFields& fields) {
     const std::uint64_t version = fields.count("schemaVersion");
     if (version > static_cast<std::uint64_t>(Record::currentSchemaVersion)) {
@@ -270,23 +255,24 @@ class RecordReader : public JsonHandler {
     }
   }
 
-  bool skipsFolders_;
+  bool keepsFolders_;
   Level level_ = Level::outside;
   std::string key_;
-  int skippedDepth_ = 0;
   JsonValueBuilder piece_;
   JsonValue record_{JsonValue::Object{}};
   JsonValue folderMembers_{JsonValue::Object{}};
   Record::Folder folder_;
+  std::size_t shotCount_ = 0;
   bool hasShots_ = false;
   std::optional<Record::Place> shotPlace_;  ///< of the folder's first shot that has one
   std::vector<Record::Folder> folders_;
+  std::size_t folderCount_ = 0;
   bool hasFolders_ = false;
   std::optional<Error> fault_;
 };
 
-Record decodeWith(ByteReader& source, bool skipsFolders) {
-  RecordReader reader{skipsFolders};
+Record decodeWith(ByteReader& source, bool keepsFolders) {
+  RecordReader reader{keepsFolders};
   try {
     readJson(source, reader);
   } catch (const JsonError& error) {
@@ -313,11 +299,11 @@ Record::Totals totalsFrom(const RecordFields& fields) {
   return totals;
 }
 
-Record decode(ByteReader& source) { return decodeWith(source, false); }
+Record decode(ByteReader& source) { return decodeWith(source, true); }
 Record decode(std::string_view json) {
   TextReader source{json};
   return decode(source);
 }
-Record decodeWithoutFolders(ByteReader& source) { return decodeWith(source, true); }
+Record decodeWithoutFolders(ByteReader& source) { return decodeWith(source, false); }
 
 }  // namespace tavrix::TransferRecordCoding

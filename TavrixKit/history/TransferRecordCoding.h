@@ -59,7 +59,7 @@ std::string encode(const TransferRecord& record);
 TransferRecord decode(ByteReader& source);
 TransferRecord decode(std::string_view json);
 
-/// The same with the folders passed over unread; for lists of runs.
+/// The same with the folders checked and not kept; for lists of runs.
 TransferRecord decodeWithoutFolders(ByteReader& source);
 
 /// Parts of a record, as it has them.

@@ -93,9 +93,14 @@ TEST_F(HistoryStoreTest, damagedAndNewerRecords_arePassedOverAndLeftAlone) {
   const std::string newer = std::string{whole}.replace(at, 18, "\"schemaVersion\": 3");
   const std::string newerName = "2026-05-22T12-00-00.000Z-" + idOf(3).text() + ".json";
   const std::string damagedName = "2026-05-23T12-00-00.000Z-" + idOf(4).text() + ".json";
+  const std::string oddName = "2026-05-22T12-00-00.000Z-" + idOf(6).text() + ".json";
+  std::string odd = TransferRecordCoding::encode(smallRecord(6, "2026-05-22T12:00:00Z"));
+  odd.replace(odd.find("\"original\""), 10, "\"weird\"");
+  place.write(oddName, odd);
   place.write(newerName, newer);
   place.write(damagedName, whole.substr(0, whole.size() / 2));
   const auto lines = UnorderedElementsAre("history: a record of a newer schema skipped",
+                                          "history: a record could not be read: <private>",
                                           "history: a record could not be read: <private>");
   for (int look = 0; look < 2; ++look) {
     log.lines.clear();
