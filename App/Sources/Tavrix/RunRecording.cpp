@@ -4,6 +4,7 @@
 
 #include "ConversionSentences.h"
 #include "RunSentences.h"
+#include "ShownRows.h"
 #include "foundation/Sentences.h"
 #include "foundation/StringMap.h"
 #include "foundation/Text.h"
@@ -14,9 +15,12 @@ namespace {
 using ShotInput = TransferRecord::ShotInput;
 using Container = TransferOptions::Container;
 
-std::string templateName(const NameTemplate& nameTemplate) {
+std::string templateName(const NameTemplate& nameTemplate, const std::vector<SavedPreset>& saved) {
   for (const NamePresets::Builtin& preset : NamePresets::builtins()) {
     if (preset.nameTemplate == nameTemplate) return std::string{preset.russian};
+  }
+  for (const SavedPreset& preset : saved) {
+    if (preset.nameTemplate == nameTemplate) return preset.name;
   }
   return say(Language::russian, sentences::ownTemplate);
 }
@@ -26,6 +30,20 @@ void addName(TransferRecord::Place& place, const std::string& language, const Pl
   const auto& name = names.cityOrRegion() ? names.cityOrRegion() : names.countryName;
   if (name) place.names.emplace(language, *name);
   place.countryCode = names.countryCode;
+}
+
+/// As it was typed; where the home was found by itself, the name of its place as far as it is
+/// known.
+std::optional<std::string> homeName(const RunToRecord& run) {
+  if (run.settings.homeOverride) return run.settings.homeOverrideName;
+  const auto& home = run.library.home;
+  const auto& places = run.library.places;
+  if (!home || !home->point || !places) return std::nullopt;
+  const std::string locale = run.language == Language::russian ? "ru" : "en";
+  const auto names = places->names(places->placeKey(*home->point), locale);
+  if (!names) return std::nullopt;
+  const auto& name = names->cityOrRegion();
+  return name ? name : names->countryName;
 }
 
 std::optional<TransferRecord::Place> placeOf(const MediaGroup& group, const PlaceLookup* lookup) {
@@ -66,25 +84,31 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
     }
     return shots;
   }
-  // With the copies that were skipped, every shot stands where it would without the skipping; those
-  // of the run keep the folder that they are in.
-  absl::flat_hash_map<std::string_view, ShotFolder> folders;
+  // With the copies that were skipped, every shot stands where it would without the skipping, in
+  // the folder of the run that it, or its neighbour, is in.
+  StringMap<ShotFolder> folders;
   for (const FolderNaming::Row& row : run.library.rows) {
-    const ShotFolder folder = folderOf(row, places);
-    for (const AssetBundle& bundle : row.group.bundles) folders.emplace(bundle.id(), folder);
+    folders.emplace(row.group.id, folderOf(row, places));
   }
+  const ShownRows shown{run.shownRows};
   Settings settings = run.settings;
   settings.skipOptimized = false;
   const NamedGroups named =
       rowsOf(run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
   for (const FolderNaming::Row& row : named.rows) {
     const ShotFolder other = folderOf(row, named.places.get());
-    for (const AssetBundle& bundle : row.group.bundles) {
-      const auto own = folders.find(bundle.id());
-      // A shot of the same day in a folder that was left out is no part of the run.
-      if (own == folders.end() && run.unchecked.contains(row.group.id)) continue;
+    const auto shownRows = shown.of(row.group);
+    for (std::size_t i = 0; i < shownRows.size(); ++i) {
+      const AssetBundle& bundle = *whole.at(row.group.bundles[i].id());
+      if (!shown.contains(bundle) && !bundle.original().isOptimized()) continue;
+      const auto own =
+          shownRows[i] ? folders.find(run.shownRows[*shownRows[i]].group.id) : folders.end();
+      // A folder that was left out is no part of the run, and neither is what belongs to it.
+      const bool isLeftOut =
+          shownRows[i] ? own == folders.end() : run.unchecked.contains(row.group.id);
+      if (isLeftOut) continue;
       const ShotFolder& folder = own == folders.end() ? other : own->second;
-      shots.push_back({*whole.at(bundle.id()), folder.name, folder.place});
+      shots.push_back({bundle, folder.name, folder.place});
     }
   }
   return shots;
@@ -180,8 +204,9 @@ std::optional<std::string> unknownKindNote(Language language, const Library& lib
              counted(language, names.size(), sentences::files), list);
 }
 
-TransferRecord::Options recordOptions(const Settings& settings, const std::string& phoneName) {
-  const TransferOptions transfer = transferOptions(settings, phoneName);
+TransferRecord::Options recordOptions(const RunToRecord& run) {
+  const Settings& settings = run.settings;
+  const TransferOptions transfer = transferOptions(settings, run.phone.label);
   TransferRecord::Options options;
   options.includePhotos = settings.includePhotos;
   options.includeLive = settings.includeLive;
@@ -196,10 +221,11 @@ TransferRecord::Options recordOptions(const Settings& settings, const std::strin
   options.eventGapHours = settings.eventGapHours;
   options.eventGapKm = settings.eventGapKm;
   if (settings.uiMode == UIGroupingMode::trips) {
+    options.homeName = homeName(run);
     options.tripDistanceKm = settings.tripDistanceKm;
     options.tripCityKm = settings.tripCityKm;
   }
-  options.templateName = templateName(settings.nameTemplate);
+  options.templateName = templateName(settings.nameTemplate, run.savedPresets);
   options.photoFormat = textOf(transfer.photoFormat);
   options.jpegQuality = settings.jpegQuality;
   options.videoFormat = textOf(transfer.videoFormat);
@@ -221,7 +247,7 @@ TransferRecord recordOf(const RunToRecord& run) {
                                       .phoneName = run.phone.label,
                                       .phoneHash = run.phone.hash,
                                       .destinationPath = run.destinationPath,
-                                      .options = recordOptions(run.settings, run.phone.label),
+                                      .options = recordOptions(run),
                                       .notes = notesOf(run)});
   tellWhyKept(record, run.outcome.report, run.language);
   return record;

@@ -1,5 +1,6 @@
 #include "cli/ModelSession.h"
 
+#include "PersistedSettings.h"
 #include "cli/ChosenPlaces.h"
 #include "cli/Failures.h"
 #include "cli/FolderSource.h"
@@ -14,6 +15,9 @@ ModelSession::ModelSession(const CommandContext& context, PlaceNaming* naming, b
   const auto& program = context.surroundings.conversionProgram;
   if (program) converter_.emplace(*program);
   model_.emplace(services(naming, showsFolders), context.settings);
+  if (const auto* const defaults = context.surroundings.defaults) {
+    model_->changeSavedPresets(PersistedSettings::read(*defaults, {}).savedPresets);
+  }
   // A call is answered without questions, and has a record even when it finds nothing to do.
   model_->setRunsWithoutFiles(true);
   model_->setAsksAboutOptimized(false);

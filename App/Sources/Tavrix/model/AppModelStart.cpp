@@ -14,14 +14,6 @@ bool holdsOptimized(const TransferPlan& plan) {
                      [](const PlannedFile& file) { return file.bundle.original().isOptimized(); });
 }
 
-std::set<std::string, std::less<>> idsOutside(const DisplayGroups& groups,
-                                              const std::vector<FolderNaming::Row>& chosen) {
-  std::set<std::string, std::less<>> ids;
-  for (const auto& group : *groups) ids.insert(group->id);
-  for (const FolderNaming::Row& row : chosen) ids.erase(row.group.id);
-  return ids;
-}
-
 }  // namespace
 
 /// What a start found at the destination.
@@ -163,11 +155,12 @@ void AppModel::beginRun(Prepared& prepared) {
   run.destination = prepared.path;
   run.folder = prepared.folder;
   run.settings = *state_.settings;
-  run.unchecked = idsOutside(state_.displayGroups, prepared.rows);
+  run.savedPresets = state_.savedPresets;
   run.unchecked.insert(state_.excludedKeys->begin(), state_.excludedKeys->end());
   run.plan = prepared.plan;
   run.findings = std::move(prepared.findings);
   run.optimizedSkipped = state_.settings->skipOptimized ? state_.optimizedCount : 0;
+  run.shown = library_;
   Library chosen = *library_;
   chosen.rows = std::move(prepared.rows);
   run.library = std::make_shared<const Library>(std::move(chosen));

@@ -75,21 +75,22 @@ DisplayGroups visibleOf(const DisplayRequest& request, const DisplayGroups& grou
 }
 
 /// The reduced copies in the folders that are visible and checked, whether or not they are skipped.
-/// A folder of nothing but skipped ones is not shown, and counts unless it was unchecked.
+/// A folder of nothing but skipped ones is not shown: it counts unless it was unchecked, or all
+/// that is shown is.
 std::uint64_t optimizedIn(const DisplayRequest& request, const Display& display) {
-  StringSet all;
-  StringSet chosen;
-  for (const auto& group : *display.groups) all.insert(group->id);
+  const LibraryFacts& facts = *request.facts;
+  bool isAnyChosen = false;
   std::uint64_t count = 0;
   for (const auto& group : *display.visible) {
     if (!group->isIncluded) continue;
-    chosen.insert(group->id);
+    isAnyChosen = true;
     count += group->optimizedCount;
+    const auto skipped = facts.skippedOptimized.find(group->id);
+    if (skipped != facts.skippedOptimized.end()) count += skipped->second;
   }
-  for (const auto& [id, skipped] : request.facts->skippedOptimized) {
-    const bool counts =
-        all.contains(id) ? chosen.contains(id) : !request.excludedKeys->contains(id);
-    if (counts) count += skipped;
+  if (!isAnyChosen && !display.groups->empty()) return count;
+  for (const auto& [id, hidden] : facts.hiddenOptimized) {
+    if (!request.excludedKeys->contains(id)) count += hidden;
   }
   return count;
 }

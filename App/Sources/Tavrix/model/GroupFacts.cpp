@@ -1,10 +1,11 @@
 #include "model/GroupFacts.h"
 
-#include <absl/container/flat_hash_map.h>
+#include <absl/container/flat_hash_set.h>
 
 #include <algorithm>
 #include <utility>
 
+#include "ShownRows.h"
 #include "foundation/StringMap.h"
 #include "foundation/Text.h"
 
@@ -118,8 +119,21 @@ std::shared_ptr<const MediaGroup> groupOf(const std::shared_ptr<const Library>& 
   return {library, &row.group};
 }
 
+/// Ids of the shots whose original is a reduced copy, whatever of them the settings keep.
+using OptimizedShots = absl::flat_hash_set<std::string_view>;
+
+OptimizedShots optimizedShotsOf(const Library& library) {
+  OptimizedShots ids;
+  if (library.optimizedCount == 0) return ids;
+  for (const AssetBundle& bundle : library.bundles) {
+    if (bundle.original().isOptimized()) ids.insert(bundle.id());
+  }
+  return ids;
+}
+
 GroupFacts factsOf(const FolderNaming::Row& row, std::shared_ptr<const MediaGroup> group,
-                   const FactsContext& context, PlaceNamesOfShots& names, Tally& total) {
+                   const FactsContext& context, const OptimizedShots& optimized,
+                   PlaceNamesOfShots& names, Tally& total) {
   GroupFacts facts;
   Tally tally;
   std::vector<MediaAsset> preview;
@@ -128,7 +142,7 @@ GroupFacts factsOf(const FolderNaming::Row& row, std::shared_ptr<const MediaGrou
               bundle.assets().size());
     facts.pictureCount += bundle.pictureCount();
     facts.hasLivePhoto = facts.hasLivePhoto || bundle.isLivePhoto();
-    if (bundle.original().isOptimized()) ++facts.optimizedCount;
+    if (optimized.contains(bundle.id())) ++facts.optimizedCount;
     addPreview(bundle, preview);
   }
   facts.counts = row.group.counts();
@@ -142,20 +156,21 @@ GroupFacts factsOf(const FolderNaming::Row& row, std::shared_ptr<const MediaGrou
   return facts;
 }
 
-/// Where the reduced copies would be that the settings leave out.
-std::map<std::string, std::uint64_t, std::less<>> skippedIn(const Library& library,
-                                                            const FactsContext& context) {
-  std::map<std::string, std::uint64_t, std::less<>> skipped;
-  if (!context.settings.skipOptimized || library.optimizedCount == 0) return skipped;
+/// Counts the reduced copies that the settings leave out where they would be.
+void addSkipped(const Library& library, const FactsContext& context,
+                const OptimizedShots& optimized, LibraryFacts& facts) {
+  if (!context.settings.skipOptimized || optimized.empty()) return;
   Settings settings = context.settings;
   settings.skipOptimized = false;
+  const ShownRows shown{library.rows};
   for (const auto& row : rowsOf(library.bundles, settings, context.systemLocaleID).rows) {
-    const auto count =
-        std::count_if(row.group.bundles.begin(), row.group.bundles.end(),
-                      [](const AssetBundle& bundle) { return bundle.original().isOptimized(); });
-    if (count > 0) skipped.emplace(row.group.id, static_cast<std::uint64_t>(count));
+    const auto rows = shown.of(row.group);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      if (!optimized.contains(row.group.bundles[i].id())) continue;
+      ++(rows[i] ? facts.skippedOptimized[library.rows[*rows[i]].group.id]
+                 : facts.hiddenOptimized[row.group.id]);
+    }
   }
-  return skipped;
 }
 
 }  // namespace
@@ -169,12 +184,13 @@ LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const Fact
   LibraryFacts facts;
   PlaceNamesOfShots names{context};
   Tally total;
+  const OptimizedShots optimized = optimizedShotsOf(*library);
   facts.groups.reserve(library->rows.size());
   for (const FolderNaming::Row& row : library->rows) {
-    facts.groups.push_back(factsOf(row, groupOf(library, row), context, names, total));
+    facts.groups.push_back(factsOf(row, groupOf(library, row), context, optimized, names, total));
   }
   facts.outline = outlineOf(total);
-  facts.skippedOptimized = skippedIn(*library, context);
+  addSkipped(*library, context, optimized, facts);
   return facts;
 }
 

@@ -31,8 +31,11 @@ struct GroupFacts {
 struct LibraryFacts {
   std::vector<GroupFacts> groups;  ///< one for each row
   NavOutline outline;
-  /// Reduced copies that the settings leave out, by the group that they would be in.
-  std::map<std::string, std::uint64_t, std::less<>> skippedOptimized;
+  using CountsByGroup = std::map<std::string, std::uint64_t, std::less<>>;
+  /// Reduced copies that the settings leave out, by the row that they belong to.
+  CountsByGroup skippedOptimized;
+  /// Those that no row is left of, by the group that they would be in.
+  CountsByGroup hiddenOptimized;
 
   friend bool operator==(const LibraryFacts&, const LibraryFacts&) = default;
 };

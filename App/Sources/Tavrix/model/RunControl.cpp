@@ -169,7 +169,9 @@ std::function<bool()> RunControl::recordTask(bool isUnderWay) const {
           localeID = services_.systemLocaleID, language = services_.writtenLanguage,
           run = std::shared_ptr<const RunInProgress>{std::move(run)}, isUnderWay] {
     return keep(recordOf({.library = *run->library,
+                          .shownRows = run->shown->rows,
                           .settings = run->settings,
+                          .savedPresets = *run->savedPresets,
                           .plan = *run->plan,
                           .outcome = run->outcome,
                           .phone = run->source.phone,

@@ -5,11 +5,14 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "Library.h"
 #include "Mounts.h"
 #include "RunFindings.h"
+#include "SavedPreset.h"
 #include "TransferOutcome.h"
+#include "foundation/Shared.h"
 #include "model/ConnectedSource.h"
 
 namespace tavrix {
@@ -32,8 +35,10 @@ struct RunInProgress {
   std::string destination;
   std::optional<FolderIdentity> folder;    ///< which one that is, so that no other is written to
   std::shared_ptr<const Library> library;  ///< with the chosen folders alone
+  std::shared_ptr<const Library> shown;    ///< with all folders
   Settings settings;
-  std::set<std::string, std::less<>> unchecked;  ///< ids of groups that are not part of the run
+  Shared<std::vector<SavedPreset>> savedPresets;
+  std::set<std::string, std::less<>> unchecked;  ///< ids of groups that the person left out
   std::shared_ptr<const TransferPlan> plan;
   RunFindings findings;  ///< of the destination, before the first byte
   std::uint64_t optimizedSkipped = 0;

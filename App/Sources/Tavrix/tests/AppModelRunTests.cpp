@@ -363,6 +363,34 @@ TEST_F(AppModelRunTest, questionAboutReducedCopies_isAskedAtEveryPress) {
   checkWhole(13);
 }
 
+TEST_F(AppModelRunTest, reducedCopiesThatAreSkipped_goWithTheShotsOfTheirEvents) {
+  // Each event begins on the day before the day that names its folder when they are skipped.
+  phone.addFile(20, true, 24 * 10 + 23);
+  phone.addFile(21, false, 24 * 11 + 1);
+  phone.addFile(22, true, 24 * 20 + 23);
+  phone.addFile(24, false, 24 * 21 + 1);
+  makeReady();
+  Settings settings = *state().settings;
+  settings.uiMode = UIGroupingMode::events;
+  settings.skipOptimized = true;
+  model->changeSettings(settings);
+  settle();
+  EXPECT_EQ(state().optimizedCount, 2);
+  model->toggleGroup("event-2026-05-31");
+  settle();
+  EXPECT_EQ(state().optimizedCount, 1);
+  transfer();
+  EXPECT_EQ(state().optimizedSkipped, 1);
+  EXPECT_EQ(record().totals.optimized, 1);
+  const auto& shots = record().folders.back().shots;
+  ASSERT_THAT(shots, SizeIs(2));
+  EXPECT_EQ(shots[0].name + " " + shots[1].name, "IMG_0022.HEIC IMG_0024.HEIC");
+  model->leaveSummary();
+  model->includeNone();
+  settle();
+  EXPECT_EQ(state().optimizedCount, 0);
+}
+
 TEST_F(AppModelRunTest, destinationThatCannotBeOpened_isToldAndNothingStarts) {
   makeReady();
   model->setDestination(destination / "a/b");

@@ -207,9 +207,14 @@ TEST_F(AppModelTest, stormOfChanges_isServedByOneMorePassAndNeverOutOfDate) {
 
 TEST_F(AppModelTest, optimizedCopies_areCountedWhetherOrNotTheyAreSkipped) {
   phone.addFile(13, true);
+  phone.addEditedVersion(13);
   makeReady();
   EXPECT_EQ(state().optimizedCount, 1);
   Settings settings = *state().settings;
+  settings.editedPolicy = BundleFilter::EditedPolicy::editedOnly;
+  model->changeSettings(settings);
+  settle();
+  EXPECT_EQ(state().optimizedCount, 1) << "the shot is one, whatever of it is copied";
   settings.skipOptimized = true;
   model->changeSettings(settings);
   settle();
@@ -217,7 +222,12 @@ TEST_F(AppModelTest, optimizedCopies_areCountedWhetherOrNotTheyAreSkipped) {
   EXPECT_EQ(state().newFilesCount, 12);
   model->includeNone();
   settle();
-  EXPECT_EQ(state().optimizedCount, 1) << "its folder is not there to be unchecked";
+  EXPECT_EQ(state().optimizedCount, 0) << "nothing is checked";
+  model->includeAll();
+  settle();
+  EXPECT_EQ(state().optimizedCount, 1);
+  model->includeNone();
+  settle();
   settings.skipOptimized = false;
   model->changeSettings(settings);
   model->includeNone();

@@ -94,6 +94,17 @@ TEST_F(HistoryCommand, record_holdsPhonePlacesPathsAndSettings) {
       << "what was there already has its path too";
 }
 
+TEST_F(HistoryCommand, recordsOptions_nameTheHomeAndTheTemplateAsThePersonDid) {
+  const std::string yearAlone = R"({"tokens":[{"year":{"_0":"full"}}],"language":"system"})";
+  ASSERT_EQ(tester.run({"presets", "save", "Мой год", yearAlone}).status, ExitStatus::done);
+  std::vector<std::string> call{"--set", "uiMode=trips", "--set", "nameTemplate=" + yearAlone};
+  EXPECT_EQ(record(transfer(call)).options.homeName, std::nullopt) << "places have no names";
+  call.insert(call.end(), {"--set", "homeOverride=41.9,12.5", "--set", "homeOverrideName=Дача"});
+  const TransferRecord::Options named = record(transfer(call)).options;
+  EXPECT_EQ(named.homeName, "Дача");
+  EXPECT_EQ(named.templateName, "Мой год");
+}
+
 TEST_F(HistoryCommand, skippedReducedCopies_areRecordedUnderTheirFolder) {
   tester.addPhone(R"([
     {"name":"IMG_1.HEIC","kind":"photo","size":10,"exifDate":"2026:05:20 12:00:00","exifOffset":"+00:00","cam":true,"px":640,"py":480},

@@ -42,15 +42,11 @@ class FakePhone {
     for (int i = 0; i < count; ++i) addFile(i);
   }
 
-  void addFile(int number, bool isOptimized = false) {
-    const bool isVideo = number % 4 == 3;
-    const std::string name = fmt::format("IMG_{:04}.{}", number, isVideo ? "MOV" : "HEIC");
-    assets_.emplace_back("100APPLE/" + name, name, MediaAsset::Text{"100APPLE"},
-                         isVideo ? MediaKind::video : MediaKind::photo, 10U,
-                         Instant{std::chrono::hours{24 * (20593 + number / 3) + number % 3}},
-                         GeoPoint{55.75 + number / 30, 37.62}, isOptimized, MediaAsset::Text{},
-                         MediaAsset::Text{});
+  /// Taken so many hours after the first day began, or at the hour that its number gives.
+  void addFile(int number, bool isOptimized = false, std::optional<int> hour = std::nullopt) {
+    add(number, fmt::format("IMG_{:04}", number), isOptimized, hour);
   }
+  void addEditedVersion(int number) { add(number, fmt::format("IMG_E{:04}", number), false); }
   static std::string contentOf(const MediaAsset& asset) {
     std::string content{asset.name()};
     content.resize(10, '.');
@@ -78,6 +74,16 @@ class FakePhone {
   std::function<void()> beforeFile{};
 
  private:
+  void add(int number, const std::string& stem, bool isOptimized,
+           std::optional<int> hour = std::nullopt) {
+    const bool isVideo = number % 4 == 3;
+    const std::string name = stem + (isVideo ? ".MOV" : ".HEIC");
+    const int hours = 24 * 20593 + hour.value_or(24 * (number / 3) + number % 3);
+    assets_.emplace_back("100APPLE/" + name, name, MediaAsset::Text{"100APPLE"},
+                         isVideo ? MediaKind::video : MediaKind::photo, 10U,
+                         Instant{std::chrono::hours{hours}}, GeoPoint{55.75 + number / 30, 37.62},
+                         isOptimized, MediaAsset::Text{}, MediaAsset::Text{});
+  }
   struct Media : MediaSource {
     explicit Media(FakePhone& owner) : phone(owner) {}
     void download(const MediaAsset& asset, DownloadDestination& destination) override {
