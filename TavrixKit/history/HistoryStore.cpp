@@ -3,8 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
+#include <future>
+#include <mutex>
 #include <thread>
 #include <utility>
 
@@ -80,7 +83,7 @@ class IndexUpdate {
       entries_.push_back(std::move(entry));
     }
     hasChanged_ = hasChanged_ || !files.empty();
-    for (const auto& [name, status] : files) readRecord(name, status);
+    readRecords({files.begin(), files.end()});
     std::sort(entries_.begin(), entries_.end(),
               [](const auto& a, const auto& b) { return a.fileName > b.fileName; });
     for (const HistoryIndexEntry& entry : entries_) tell(entry);
@@ -89,6 +92,22 @@ class IndexUpdate {
   bool hasChanged() const { return hasChanged_; }
 
  private:
+  /// Several at a time: a first list of many runs decodes all that they did.
+  void readRecords(const std::vector<std::pair<std::string, FileStatus>>& files) {
+    std::atomic<std::size_t> next = 0;
+    const auto read = [&] {
+      for (std::size_t i = next++; i < files.size(); i = next++) {
+        readRecord(files[i].first, files[i].second);
+      }
+    };
+    const std::size_t atOnce = std::max(1U, std::thread::hardware_concurrency());
+    std::vector<std::future<void>> others;
+    for (std::size_t i = 1; i < std::min(atOnce, files.size()); ++i) {
+      others.push_back(std::async(std::launch::async, read));
+    }
+    read();
+    for (std::future<void>& other : others) other.get();
+  }
   void readRecord(const std::string& name, const FileStatus& status) {
     HistoryIndexEntry entry{name, status.size, status.modified, State::unreadable, std::nullopt};
     try {
@@ -103,9 +122,11 @@ class IndexUpdate {
       }
     } catch (const FileError& error) {
       // Removed meanwhile, or not to be read at this moment: nothing to remember.
+      const std::lock_guard lock{mutex_};
       if (error.code() != ENOENT) tell(entry);
       return;
     }
+    const std::lock_guard lock{mutex_};
     entries_.push_back(std::move(entry));
   }
   void tell(const HistoryIndexEntry& entry) {
@@ -119,6 +140,7 @@ class IndexUpdate {
   const Folder& folder_;
   Log& log_;
   bool hasChanged_ = false;
+  std::mutex mutex_;
   std::vector<HistoryIndexEntry> entries_;
 };
 

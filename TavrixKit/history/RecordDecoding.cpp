@@ -50,8 +50,9 @@ Record::Shot shotFrom(const RecordFields& fields) {
   shot.latitude = fields.optionalNumber("latitude");
   shot.longitude = fields.optionalNumber("longitude");
   const JsonValue::Array& files = fields.list("files");
+  shot.files.reserve(files.size());
   for (std::size_t i = 0; i < files.size(); ++i) {
-    shot.files.push_back(fileFrom({files[i], fmt::format("{}[{}]", fields.pathOf("files"), i)}));
+    shot.files.push_back(fileFrom({files[i], fields, "files", i}));
   }
   shot.outcome = fields.caseAt<Record::Outcome>("outcome");
   return shot;

@@ -17,7 +17,14 @@ class RecordFields {
   /// `path` is where the object stands, such as "totals"; empty for the record itself.
   RecordFields(const JsonValue& object, std::string path)
       : object_(object), path_(std::move(path)) {
-    if (object.asObject() == nullptr) throw Error::atField(Error::Kind::wrongValue, path_);
+    checkIsObject();
+  }
+  /// An element of a list that is a member of `parent`, which must stay as long as this. Where it
+  /// stands is put into words only when that is asked for: there may be millions.
+  RecordFields(const JsonValue& object, const RecordFields& parent, std::string_view list,
+               std::size_t index)
+      : object_(object), parent_(&parent), list_(list), index_(index) {
+    checkIsObject();
   }
 
   /// Null when the member is missing.
@@ -57,7 +64,8 @@ class RecordFields {
   }
 
   std::string pathOf(std::string_view key) const {
-    return path_.empty() ? std::string{key} : path_ + "." + std::string{key};
+    const std::string own = path();
+    return own.empty() ? std::string{key} : own + "." + std::string{key};
   }
   /// The value, which is missing when it has the wrong type.
   template <typename Value>
@@ -67,8 +75,19 @@ class RecordFields {
   }
 
  private:
+  void checkIsObject() const {
+    if (object_.asObject() == nullptr) throw Error::atField(Error::Kind::wrongValue, path());
+  }
+  std::string path() const {
+    if (parent_ == nullptr) return path_;
+    return parent_->pathOf(list_) + "[" + std::to_string(index_) + "]";
+  }
+
   const JsonValue& object_;
   std::string path_;
+  const RecordFields* parent_ = nullptr;  ///< of an element of a list
+  std::string_view list_;
+  std::size_t index_ = 0;
 };
 
 }  // namespace tavrix
