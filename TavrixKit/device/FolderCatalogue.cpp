@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <set>
+#include <string_view>
 
 #include "device/MetadataReader.h"
 
@@ -34,10 +36,8 @@ void settleFailures(FolderCatalogue& catalogue, const std::vector<std::string>& 
 
 /// Whether nothing of the source is unseen.
 bool isWhole(const std::vector<SourceFolder::LeftOut>& leftOut) {
-  return std::none_of(leftOut.begin(), leftOut.end(), [](const SourceFolder::LeftOut& each) {
-    return each.reason == SourceFolder::Reason::unreadableFolder ||
-           each.reason == SourceFolder::Reason::tooDeep;
-  });
+  return std::none_of(leftOut.begin(), leftOut.end(),
+                      [](const SourceFolder::LeftOut& each) { return each.isUnseen(); });
 }
 
 FolderCatalogue complete(SourceFolder::Listing listing, MetadataPass& pass,
@@ -64,11 +64,15 @@ FolderCatalogue complete(SourceFolder::Listing listing, MetadataPass& pass,
 }  // namespace
 
 std::uint64_t FolderCatalogue::unreadFolders() const {
-  using enum SourceFolder::Reason;
-  const auto count = std::count_if(leftOut.begin(), leftOut.end(), [](const auto& each) {
-    return each.reason == unreadableFolder || each.reason == tooDeep;
-  });
-  return static_cast<std::uint64_t>(count);
+  std::set<std::string_view> folders;
+  for (const SourceFolder::LeftOut& each : leftOut) {
+    if (!each.isUnseen()) continue;
+    const std::string_view path = each.path;
+    const bool isFile = each.reason == SourceFolder::Reason::unreadableFile;
+    const std::size_t end = isFile ? path.rfind('/') : path.size();
+    folders.insert(end == std::string_view::npos ? "" : path.substr(0, end));
+  }
+  return folders.size();
 }
 
 FolderCatalogue FolderCatalogue::of(SourceFolder::Listing listing, MetadataPass::Setup setup,

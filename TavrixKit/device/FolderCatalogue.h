@@ -22,7 +22,7 @@ struct FolderCatalogue {
   bool isComplete = true;  ///< false when reading was stopped: the rest has no metadata
   bool isKept = true;      ///< all that was read lies in the cache
 
-  /// How many folders there are whose files nobody has seen.
+  /// How many folders there are of whose files nobody has seen some or all.
   std::uint64_t unreadFolders() const;
 
   /// Lists a folder (one that SourceFolder::catalogueFolder gave) and reads the metadata of its

@@ -53,6 +53,8 @@ std::optional<Reason> reasonAgainst(const FolderEntry& entry) {
   if (entry.name.starts_with('.')) return Reason::hidden;
   if (entry.status.type == Type::link) return Reason::link;
   if (entry.status.type == Type::other) return Reason::special;
+  // A folder may open all the same, and is left out when it does not.
+  if (entry.failure != 0 && entry.status.type == Type::file) return Reason::unreadableFile;
   return std::nullopt;
 }
 
@@ -196,6 +198,11 @@ std::filesystem::path fullPath(const std::string& path) {
 }
 
 }  // namespace
+
+bool SourceFolder::LeftOut::isUnseen() const {
+  return reason == Reason::unreadableFolder || reason == Reason::unreadableFile ||
+         reason == Reason::tooDeep;
+}
 
 bool SourceFolder::isCameraFolderName(std::string_view name) {
   constexpr std::size_t length = 8;

@@ -17,6 +17,9 @@ namespace tavrix {
 struct FolderEntry {
   std::string name;
   FileStatus status;
+  /// Why nothing is known of it but name and type, and the type may be a guess: the system's code
+  /// (errno); 0 where all is known.
+  int failure = 0;
 };
 
 /// A folder that stands for a phone: a mounted phone, a memory card, a copy of its folder DCIM.
@@ -30,6 +33,7 @@ enum class Reason {
   link,              ///< a symbolic link; links are not followed
   special,           ///< a pipe, a socket, a device
   unreadableFolder,  ///< a folder that cannot be listed
+  unreadableFile,    ///< the system does not tell what it is
   tooDeep,           ///< a folder below more folders than a phone has
   vanished,          ///< it was gone when it was to be read
 };
@@ -37,6 +41,9 @@ enum class Reason {
 struct LeftOut {
   std::string path;
   Reason reason = Reason::hidden;
+
+  /// Whether nobody has seen what there is to copy.
+  bool isUnseen() const;
 
   friend bool operator==(const LeftOut&, const LeftOut&) = default;
 };
@@ -82,7 +89,8 @@ inline constexpr int maxDepth = 16;
 }  // namespace SourceFolder
 
 /// What lies directly in a folder, sorted by name; a part of it when it was stopped. With
-/// `followsLink` the folder may be reached by a link at its path. Throws FileError.
+/// `followsLink` the folder may be reached by a link at its path. Throws FileError, also for a
+/// folder that keeps all that is in it closed.
 std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink,
                                        const std::stop_token& stop = {});
 

@@ -67,8 +67,8 @@ inline constexpr Sentence<std::string, std::string> noteUnknownKind{
     "Not transferred, because the program does not know the kind of file: {} ({})."};
 /// How many folders.
 inline constexpr Sentence<std::string> noteUnreadFolders{
-    "В источнике не прочитано: {}; файлы оттуда не перенесены.",
-    "Not read in the source: {}; the files there were not transferred."};
+    "В источнике прочитано не целиком: {}; непрочитанное не перенесено.",
+    "Not read in full in the source: {}; what was not read was not transferred."};
 
 inline constexpr CountedNoun times{"раз", "раза", "раз", "time", "times"};
 /// How many times.

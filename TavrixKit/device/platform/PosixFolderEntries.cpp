@@ -8,20 +8,42 @@
 #include "device/SourceFolder.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/platform/FileDescriptor.h"
+#include "foundation/files/platform/PosixStatus.h"
 
 namespace tavrix {
 namespace {
 
-FileStatus statusOf(const struct stat& raw) {
+/// What a listing alone tells of an entry.
+FileStatus::Type typeOf(const struct dirent& entry) {
   using Type = FileStatus::Type;
-  const Type type = S_ISREG(raw.st_mode)   ? Type::file
-                    : S_ISDIR(raw.st_mode) ? Type::folder
-                    : S_ISLNK(raw.st_mode) ? Type::link
-                                           : Type::other;
-  const std::chrono::sys_time<std::chrono::nanoseconds> modified{
-      std::chrono::seconds{raw.st_mtim.tv_sec} + std::chrono::nanoseconds{raw.st_mtim.tv_nsec}};
-  return {type, static_cast<std::uint64_t>(raw.st_size),
-          std::chrono::floor<std::chrono::milliseconds>(modified)};
+  switch (entry.d_type) {
+    case DT_REG:
+    case DT_UNKNOWN:
+      return Type::file;
+    case DT_DIR:
+      return Type::folder;
+    case DT_LNK:
+      return Type::link;
+    default:
+      return Type::other;
+  }
+}
+
+/// Nothing for what is gone since the listing: it was not there.
+std::optional<FolderEntry> entryOf(int folder, const struct dirent& entry) {
+  struct stat raw{};
+  if (::fstatat(folder, entry.d_name, &raw, AT_SYMLINK_NOFOLLOW) == 0) {
+    return FolderEntry{entry.d_name, statusOf(raw)};
+  }
+  if (errno == ENOENT) return std::nullopt;
+  return FolderEntry{entry.d_name, {typeOf(entry), 0, {}}, errno};
+}
+
+/// Whether the folder tells the names of what is in it and nothing more.
+bool keepsEntriesClosed(const std::vector<FolderEntry>& entries) {
+  return !entries.empty() &&
+         std::all_of(entries.begin(), entries.end(),
+                     [](const FolderEntry& entry) { return entry.failure == EACCES; });
 }
 
 }  // namespace
@@ -40,15 +62,14 @@ std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink
   while (const struct dirent* const entry = ::readdir(entries.get())) {
     if (stop.stop_requested()) break;
     const std::string_view name = entry->d_name;
-    struct stat raw{};
-    // What is gone between the listing and here was not there.
-    const bool isThere = name != "." && name != ".." &&
-                         ::fstatat(number, entry->d_name, &raw, AT_SYMLINK_NOFOLLOW) == 0;
-    if (isThere) result.push_back({std::string{name}, statusOf(raw)});
+    if (name != "." && name != "..") {
+      if (auto read = entryOf(number, *entry)) result.push_back(*std::move(read));
+    }
     errno = 0;
   }
   // Half a listing would make files that are there look missing.
   if (errno != 0) throw FileError{FileOperation::list, path, errno};
+  if (keepsEntriesClosed(result)) throw FileError{FileOperation::list, path, EACCES};
   std::sort(result.begin(), result.end(),
             [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });
   return result;

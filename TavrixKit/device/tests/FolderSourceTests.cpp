@@ -1,8 +1,12 @@
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <gmock/gmock.h>
+#include <sys/fsuid.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <functional>
+#include <thread>
 
 #include "device/FolderCatalogue.h"
 #include "device/FolderMediaSource.h"
@@ -180,6 +184,80 @@ TEST_F(FolderSourceTest, whatIsNoPictureOfThePhone_isLeftOutAndSaid) {
                   LeftOut{"100APPLE/f.JPG", Reason::link}, LeftOut{"100APPLE/loop", Reason::link},
                   LeftOut{"102APPLE", Reason::link}, LeftOut{"100APPLE/pipe.JPG", Reason::special},
                   LeftOut{"d/d/d/d/d/d/d/d/d/d/d/d/d/d/d/d/d", Reason::tooDeep}));
+}
+
+TEST_F(FolderSourceTest, entryOfWhichNothingIsKnown_isNamedAndMissed) {
+  using Type = FileStatus::Type;
+  const auto entries = [](const std::string& path) -> std::vector<FolderEntry> {
+    if (path == "closed") throw FileError{FileOperation::list, path, EIO};
+    if (!path.empty()) return {{"in.JPG", {Type::file, 1, {}}}, {"lost.JPG", {}, ESTALE}};
+    return {{".hidden", {}, EIO},
+            {"a.JPG", {Type::file, 1, {}}},
+            {"b.JPG", {}, EIO},
+            {"c.JPG", {}, EACCES},
+            {"closed", {Type::folder, 0, {}}, EIO},
+            {"link", {Type::link, 0, {}}, EIO},
+            {"opens", {Type::folder, 0, {}}, EIO}};
+  };
+  const FolderCatalogue catalogue =
+      FolderCatalogue::of(SourceFolder::list(entries),
+                          {.phoneKey = "x", .directory = {}, .now = [] { return Instant{}; }},
+                          [](const auto&, auto) { return MediaMetadata{}; });
+  EXPECT_THAT(idsOf(catalogue), ElementsAre("a.JPG", "opens/in.JPG"));
+  EXPECT_THAT(
+      catalogue.leftOut,
+      UnorderedElementsAre(
+          LeftOut{".hidden", Reason::hidden}, LeftOut{"b.JPG", Reason::unreadableFile},
+          LeftOut{"c.JPG", Reason::unreadableFile}, LeftOut{"closed", Reason::unreadableFolder},
+          LeftOut{"link", Reason::link}, LeftOut{"opens/lost.JPG", Reason::unreadableFile}));
+  EXPECT_EQ(catalogue.unreadFolders(), 3U) << "the folder itself and two in it";
+}
+
+TEST_F(FolderSourceTest, folderThatTellsNamesAlone_isUnreadable) {
+  namespace fs = std::filesystem;
+  folder.write("DCIM/100APPLE/a.JPG", "x");
+  folder.write("DCIM/101APPLE/a.JPG", "x");
+  constexpr auto namesAlone = fs::perms::owner_read | fs::perms::others_read;
+  const auto listed = [&](const std::string& closed) {
+    SourceFolder::Listing listing;
+    fs::permissions(folder / closed, namesAlone);
+    std::exception_ptr failure;
+    std::thread{[&] {
+      // Root may read everything; to the rest of this thread's life files are another user's.
+      if (::geteuid() == 0) ::setfsuid(65534);
+      try {
+        listing = SourceFolder::list(folder / "DCIM");
+      } catch (...) {
+        failure = std::current_exception();
+      }
+    }}.join();
+    fs::permissions(folder / closed, fs::perms::all);
+    if (failure) std::rethrow_exception(failure);
+    return listing;
+  };
+  fs::permissions(folder.path(), fs::perms::all);
+  const auto listing = listed("DCIM/101APPLE");
+  EXPECT_THAT(listing.paths, ElementsAre("100APPLE/a.JPG"));
+  EXPECT_THAT(listing.leftOut, ElementsAre(LeftOut{"101APPLE", Reason::unreadableFolder}));
+  EXPECT_THROW(listed("DCIM"), FileError);
+}
+
+TEST_F(FolderSourceTest, momentFarAway_isThatOfTheFile) {
+  struct Row {
+    std::int64_t seconds;
+    long nanoseconds;
+    double expected;
+  };
+  folder.write("DCIM/a.JPG", "x");
+  for (const Row& row :
+       {Row{10'413'792'000, 999'999'999, 10'413'792'000.999},
+        Row{1'779'267'600, 1'500'000, 1'779'267'600.001}, Row{-1, 750'000'000, -0.25}}) {
+    const std::array<timespec, 2> times{{{row.seconds, 0}, {row.seconds, row.nanoseconds}}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, (folder / "DCIM/a.JPG").c_str(), times.data(), 0), 0);
+    EXPECT_EQ(SourceFolder::list(folder / "DCIM").items.at(0).itemDate, row.expected);
+    EXPECT_EQ(openFolder(folder / "DCIM")->status("a.JPG")->modified,
+              instantFromUnixSeconds(row.expected));
+  }
 }
 
 TEST_F(FolderSourceTest, fileThatVanishesWhileOthersAreRead_isSaid) {

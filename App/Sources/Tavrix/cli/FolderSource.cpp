@@ -25,12 +25,13 @@ struct ReasonSentence {
   Reason reason;
   const ListSentence& sentence;
 };
-constexpr std::array<ReasonSentence, 7> reasonSentences{{
+constexpr std::array<ReasonSentence, 8> reasonSentences{{
     {Reason::hidden, sentences::leftOutHidden},
     {Reason::placeholder, sentences::leftOutPlaceholder},
     {Reason::link, sentences::leftOutLink},
     {Reason::special, sentences::leftOutSpecial},
     {Reason::unreadableFolder, sentences::leftOutUnreadableFolder},
+    {Reason::unreadableFile, sentences::leftOutUnreadableFile},
     {Reason::tooDeep, sentences::leftOutTooDeep},
     {Reason::vanished, sentences::leftOutVanished},
 }};

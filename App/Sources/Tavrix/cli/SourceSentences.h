@@ -22,6 +22,10 @@ inline constexpr Sentence<std::string, std::string> leftOutSpecial{
 inline constexpr Sentence<std::string, std::string> leftOutUnreadableFolder{
     "Не открываются папки ({}): {}; проверьте права на них и диск.",
     "Folders cannot be opened ({}): {}; check their permissions and the disk."};
+inline constexpr Sentence<std::string, std::string> leftOutUnreadableFile{
+    "Не вошли файлы, о которых система ничего не сообщает ({}): {}; проверьте права и диск.",
+    "Files of which the system tells nothing are left out ({}): {}; check permissions and the "
+    "disk."};
 inline constexpr Sentence<std::string, std::string> leftOutTooDeep{
     "Не вошли слишком глубоко вложенные папки ({}): {}; перенесите их выше.",
     "Folders nested too deep are left out ({}): {}; move them further up."};
@@ -55,11 +59,12 @@ inline constexpr Sentence<std::string_view> catalogueInSource{
 inline constexpr Sentence<std::string_view> stateInSource{
     "Папка состояния «{}» лежит в самом источнике; укажите другую: --state DIR.",
     "The state folder “{}” lies in the source itself; name another one: --state DIR."};
-/// Of the folders that could not be read: how many.
+/// Of the folders that could not be read, or not wholly: how many.
 inline constexpr Sentence<std::string> runWithUnreadFolders{
-    "В источнике не прочитано: {}. Файлы оттуда не перенесены; проверьте источник и повторите.",
-    "Not read in the source: {}. The files there were not transferred; check the source and run it "
-    "again."};
+    "В источнике прочитано не целиком: {}. Непрочитанное не перенесено; проверьте источник и "
+    "повторите.",
+    "Not read in full in the source: {}. What was not read was not transferred; check the source "
+    "and run it again."};
 
 // A card that the destination seems to know. How many files agree, of how many.
 inline constexpr Sentence<std::string_view, std::string, std::string> cardKnownByName{

@@ -272,12 +272,12 @@ TEST_F(FolderCommandsTest, folderTooDeepToRead_isToldByEveryStatus) {
   const auto copied = run({"transfer", "phone", "photos"});
   EXPECT_EQ(copied.status, ExitStatus::someFailed);
   EXPECT_THAT(copied.out, HasSubstr("was read only in part"));
-  EXPECT_THAT(copied.out, HasSubstr("Not read in the source: 1 folder."));
+  EXPECT_THAT(copied.out, HasSubstr("Not read in full in the source: 1 folder."));
   const auto record = run({"history", tester.recordID().text().substr(0, 8)});
-  EXPECT_THAT(record.out, HasSubstr("Not read in the source: 1 folder; "));
+  EXPECT_THAT(record.out, HasSubstr("Not read in full in the source: 1 folder; "));
   const auto again = run({"transfer", "phone", "photos"});
   EXPECT_EQ(again.status, ExitStatus::someFailed);
-  EXPECT_THAT(again.out, HasSubstr("Not read in the source: 1 folder."));
+  EXPECT_THAT(again.out, HasSubstr("Not read in full in the source: 1 folder."));
 }
 
 TEST_F(FolderCommandsTest, folderThatCannotBeOpened_isToldByEveryStatus) {
@@ -285,7 +285,7 @@ TEST_F(FolderCommandsTest, folderThatCannotBeOpened_isToldByEveryStatus) {
       tester.runKeptOutOf("phone/DCIM/101APPLE", {"transfer", "phone", "photos", "--lang", "en"});
   EXPECT_EQ(copied.status, ExitStatus::someFailed);
   EXPECT_THAT(copied.err, HasSubstr("Folders cannot be opened (1): 101APPLE; check"));
-  EXPECT_THAT(copied.out, HasSubstr("Not read in the source: 1 folder."));
+  EXPECT_THAT(copied.out, HasSubstr("Not read in full in the source: 1 folder."));
   const auto listed =
       tester.runKeptOutOf("phone/DCIM/101APPLE", {"catalog", "phone", "--json", "--lang", "en"});
   EXPECT_EQ(listed.status, ExitStatus::someFailed);

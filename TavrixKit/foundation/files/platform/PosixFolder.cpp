@@ -18,6 +18,7 @@
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/platform/PosixFile.h"
+#include "foundation/files/platform/PosixStatus.h"
 
 namespace tavrix {
 namespace {
@@ -27,18 +28,6 @@ using SharedDescriptor = std::shared_ptr<const FileDescriptor>;
 constexpr std::size_t rememberedFolders = 128;
 constexpr int lockAttempts = 20;
 constexpr std::chrono::milliseconds lockPause{10};
-
-FileStatus statusOf(const struct stat& raw) {
-  using Type = FileStatus::Type;
-  const Type type = S_ISREG(raw.st_mode)   ? Type::file
-                    : S_ISDIR(raw.st_mode) ? Type::folder
-                    : S_ISLNK(raw.st_mode) ? Type::link
-                                           : Type::other;
-  const std::chrono::sys_time<std::chrono::nanoseconds> modified{
-      std::chrono::seconds{raw.st_mtim.tv_sec} + std::chrono::nanoseconds{raw.st_mtim.tv_nsec}};
-  return {type, static_cast<std::uint64_t>(raw.st_size),
-          std::chrono::floor<std::chrono::milliseconds>(modified)};
-}
 
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
