@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "device/PhoneCatalogue.h"
 #include "foundation/files/FileError.h"
 
 namespace tavrix {
@@ -53,16 +52,9 @@ void CameraMediaSource::deliver(PhoneFile& file, Progress& progress,
   if (!held.empty()) release();
 }
 
-std::string CameraMediaSource::pathOf(const std::string& id) {
-  const bool mayBeOdd = OddPaths::mayConcern(id);
-  if (mayBeOdd && !oddPaths_) oddPaths_.emplace(PhoneCatalogue::list(*files_, setup_.stop));
-  return Phones::mediaFolder + "/" + (mayBeOdd ? oddPaths_->pathOf(id) : id);
-}
-
 void CameraMediaSource::goOn(Progress& progress, DownloadDestination& destination) {
   const std::string& name = progress.name;
   if (files_ == nullptr) files_ = setup_.browser.openFiles(setup_.deviceID, setup_.stop);
-  progress.path = asSource(name, [&] { return pathOf(progress.id); });
   const auto status = asSource(name, [&] { return files_->status(progress.path); });
   if (!progress.status) progress.status = status;
   if (*progress.status != status) throw SourceError{SourceError::Kind::changedWhileRead, name};
@@ -79,7 +71,7 @@ void CameraMediaSource::goOn(Progress& progress, DownloadDestination& destinatio
 
 void CameraMediaSource::download(const MediaAsset& asset, DownloadDestination& destination) {
   Progress progress;
-  progress.id = asset.id();
+  progress.path = Phones::mediaFolder + "/" + setup_.oddPaths.pathOf(asset.id());
   progress.name = asset.name();
   for (;;) {
     try {

@@ -26,6 +26,7 @@ class CameraMediaSource : public MediaSource {
     std::function<bool(PhoneError::Kind)> awaitPhone{};
     /// When it is asked for, a call that waits for the phone ends.
     std::stop_token stop{};
+    OddPaths oddPaths{};  ///< those of its catalogue
   };
 
   explicit CameraMediaSource(Setup setup) : setup_(std::move(setup)) {}
@@ -34,19 +35,16 @@ class CameraMediaSource : public MediaSource {
 
  private:
   struct Progress {
-    std::string id;
     std::string path;
     std::string name;
     std::optional<FileStatus> status;  ///< as the phone told it first
     std::uint64_t delivered = 0;       ///< bytes
   };
-  std::string pathOf(const std::string& id);
   void goOn(Progress& progress, DownloadDestination& destination);
   void deliver(PhoneFile& file, Progress& progress, DownloadDestination& destination);
 
   Setup setup_;
   std::unique_ptr<PhoneFiles> files_;
-  std::optional<OddPaths> oddPaths_;  ///< listed when one is first asked for
   std::array<std::vector<char>, 2> buffers_;
 };
 

@@ -12,8 +12,9 @@ namespace {
 
 bool isGone(const FileError& error) { return error.code() == ENOENT || error.code() == ENOTDIR; }
 
-/// Sorts the failures of a pass: what is gone is no file of the catalogue any more.
-void settleFailures(FolderCatalogue& catalogue, const std::vector<std::string>& paths,
+/// Sorts the failures of a pass: what is gone is no file of the catalogue any more. `paths` are
+/// those of the items, also afterwards.
+void settleFailures(FolderCatalogue& catalogue, std::vector<std::string>& paths,
                     const std::vector<MetadataPass::Failure>& failures) {
   std::vector<bool> gone(catalogue.items.size(), false);
   for (const MetadataPass::Failure& failure : failures) {
@@ -28,10 +29,14 @@ void settleFailures(FolderCatalogue& catalogue, const std::vector<std::string>& 
   std::size_t kept = 0;
   for (std::size_t i = 0; i < gone.size(); ++i) {
     if (gone[i]) continue;
-    if (kept != i) catalogue.items[kept] = std::move(catalogue.items[i]);
+    if (kept != i) {
+      catalogue.items[kept] = std::move(catalogue.items[i]);
+      paths[kept] = std::move(paths[i]);
+    }
     ++kept;
   }
   catalogue.items.resize(kept);
+  paths.resize(kept);
 }
 
 /// Whether nothing of the source is unseen.
@@ -49,7 +54,7 @@ FolderCatalogue complete(SourceFolder::Listing listing, MetadataPass& pass,
   }
   catalogue.leftOut = std::move(listing.leftOut);
   catalogue.items = std::move(listing.items);
-  const std::vector<std::string>& paths = listing.paths;
+  std::vector<std::string> paths = std::move(listing.paths);
   const auto result = pass.run(
       catalogue.items,
       [&](std::size_t index) { return read(paths[index], catalogue.items[index].size); }, stop,
@@ -58,6 +63,7 @@ FolderCatalogue complete(SourceFolder::Listing listing, MetadataPass& pass,
   catalogue.isComplete = result.isComplete;
   catalogue.isKept = result.isKept;
   settleFailures(catalogue, paths, result.failures);
+  catalogue.oddPaths = OddPaths{catalogue.items, paths};
   return catalogue;
 }
 

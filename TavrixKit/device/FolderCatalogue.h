@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "device/MetadataPass.h"
+#include "device/OddPaths.h"
 #include "device/SourceFolder.h"
 #include "media/SnapshotItem.h"
 
@@ -15,6 +16,7 @@ namespace tavrix {
 /// The catalogue of a folder that stands for a phone.
 struct FolderCatalogue {
   std::vector<SnapshotItem> items;  ///< in the order of the listing
+  OddPaths oddPaths;                ///< of the items, for whoever fetches them by their ids
   std::vector<SourceFolder::LeftOut> leftOut;
   /// Files of the catalogue whose content cannot be read, by their path.
   std::vector<std::string> unreadable;

@@ -1,6 +1,7 @@
 #include "device/FolderMediaSource.h"
 
 #include <cerrno>
+#include <utility>
 
 #include "foundation/files/FileError.h"
 
@@ -31,14 +32,8 @@ auto asSource(const std::string& name, const Work& work) {
 
 }  // namespace
 
-FolderMediaSource::FolderMediaSource(const std::string& folder) : folder_(openFolder(folder)) {}
-
-std::string FolderMediaSource::pathOf(std::string_view id) {
-  if (!OddPaths::mayConcern(id)) return std::string{id};
-  const std::lock_guard lock{mutex_};
-  if (!oddPaths_) oddPaths_.emplace(SourceFolder::list(folder_->path()));
-  return oddPaths_->pathOf(id);
-}
+FolderMediaSource::FolderMediaSource(const std::string& folder, OddPaths oddPaths)
+    : folder_(openFolder(folder)), oddPaths_(std::move(oddPaths)) {}
 
 FileStatus FolderMediaSource::statusOf(const std::string& path, const std::string& name) const {
   const auto status = asSource(name, [&] { return folder_->status(path); });
@@ -48,7 +43,7 @@ FileStatus FolderMediaSource::statusOf(const std::string& path, const std::strin
 
 void FolderMediaSource::download(const MediaAsset& asset, DownloadDestination& destination) {
   const std::string name{asset.name()};
-  const std::string path = asSource(name, [&] { return pathOf(asset.id()); });
+  const std::string path = oddPaths_.pathOf(asset.id());
   const FileStatus before = statusOf(path, name);
   const auto file = asSource(name, [&] { return folder_->openFile(path); });
   const std::span<char> buffer = threadBuffer();

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <string>
 
 #include "device/OddPaths.h"
@@ -15,20 +13,18 @@ namespace tavrix {
 /// Links are not followed. A file that changes while it is read is an error of that file.
 class FolderMediaSource : public MediaSource {
  public:
-  /// `folder` is one that SourceFolder::catalogueFolder gave. Throws FileError when it cannot be
-  /// opened.
-  explicit FolderMediaSource(const std::string& folder);
+  /// `folder` is one that SourceFolder::catalogueFolder gave, `oddPaths` those of its catalogue.
+  /// Throws FileError when it cannot be opened.
+  explicit FolderMediaSource(const std::string& folder, OddPaths oddPaths = {});
 
   void download(const MediaAsset& asset, DownloadDestination& destination) override;
   int concurrentDownloads() const override { return 2; }
 
  private:
-  std::string pathOf(std::string_view id);
   FileStatus statusOf(const std::string& path, const std::string& name) const;
 
   std::unique_ptr<Folder> folder_;
-  std::mutex mutex_;
-  std::optional<OddPaths> oddPaths_;  ///< listed when one is first asked for
+  OddPaths oddPaths_;
 };
 
 }  // namespace tavrix

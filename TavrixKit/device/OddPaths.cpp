@@ -1,18 +1,35 @@
 #include "device/OddPaths.h"
 
+#include <algorithm>
+
 #include "media/Snapshot.h"
 
 namespace tavrix {
+namespace {
 
-bool OddPaths::mayConcern(std::string_view id) {
-  constexpr std::string_view replacement = "\xEF\xBF\xBD";
-  return id.find(replacement) != std::string_view::npos || id.find('#') != std::string_view::npos;
+bool holds(const SnapshotItem& item, std::string_view text) {
+  return item.name.find(text) != std::string::npos ||
+         (item.dir && item.dir->find(text) != std::string::npos);
 }
 
-OddPaths::OddPaths(const SourceFolder::Listing& listing) {
-  const auto assets = Snapshot::assetsOf(listing.items, TimeZone::utc());
+}  // namespace
+
+bool OddPaths::isReplaced(const SnapshotItem& item) { return holds(item, "\xEF\xBF\xBD"); }
+
+OddPaths::OddPaths(const std::vector<SnapshotItem>& items, const std::vector<std::string>& paths) {
+  if (std::none_of(items.begin(), items.end(), isReplaced)) return;
+  // No other item can have an id that one of these has, or would have under a number.
+  std::vector<SnapshotItem> odd;
+  std::vector<std::size_t> indexes;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (!isReplaced(items[i]) && !holds(items[i], "#")) continue;
+    odd.push_back(items[i]);
+    indexes.push_back(i);
+  }
+  const auto assets = Snapshot::assetsOf(odd, TimeZone::utc());
   for (std::size_t i = 0; i < assets.size(); ++i) {
-    if (assets[i].id() != listing.paths[i]) paths_[assets[i].id()] = listing.paths[i];
+    const std::string& path = paths[indexes[i]];
+    if (assets[i].id() != path) paths_[assets[i].id()] = path;
   }
 }
 

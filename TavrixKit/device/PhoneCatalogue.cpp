@@ -18,6 +18,7 @@ class PhoneLister {
               const std::function<void(std::uint64_t)>& found)
       : files_(files), stop_(stop), found_(found) {}
 
+  /// A phone without the folder has no pictures.
   SourceFolder::Listing list() {
     try {
       return SourceFolder::list(
@@ -60,11 +61,6 @@ class PhoneLister {
 
 }  // namespace
 
-SourceFolder::Listing PhoneCatalogue::list(PhoneFiles& files, const std::stop_token& stop,
-                                           const std::function<void(std::uint64_t)>& found) {
-  return PhoneLister{files, stop, found}.list();
-}
-
 FolderCatalogue PhoneCatalogue::read(PhoneFiles& files, MetadataPass::Setup setup,
                                      const std::stop_token& stop,
                                      const std::function<void(std::uint64_t)>& found) {
@@ -72,7 +68,7 @@ FolderCatalogue PhoneCatalogue::read(PhoneFiles& files, MetadataPass::Setup setu
   const std::stop_callback link{stop, [&] { pass.request_stop(); }};
   std::optional<PhoneError> lost;
   FolderCatalogue catalogue = FolderCatalogue::of(
-      list(files, stop, found), std::move(setup),
+      PhoneLister{files, stop, found}.list(), std::move(setup),
       [&](const std::string& path, std::uint64_t size) {
         try {
           const auto file = files.open(pathOf(path), size, true);

@@ -11,12 +11,6 @@ namespace tavrix {
 
 namespace PhoneCatalogue {
 
-/// Lists the pictures of a phone; a phone without DCIM has none. Throws PhoneError, also when
-/// `stop` is asked for, and FileError when the phone refuses its folder. `found` is told how many
-/// entries were listed so far.
-SourceFolder::Listing list(PhoneFiles& files, const std::stop_token& stop = {},
-                           const std::function<void(std::uint64_t)>& found = {});
-
 /// Lists the pictures of a phone and reads their metadata, as far as the cache does not hold them;
 /// paths are those below DCIM. A phone without DCIM has no files. Throws PhoneError when the phone
 /// leaves meanwhile; what was read until then lies in the cache. Throws FileError when the phone

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "device/CameraMediaSource.h"
+#include "device/PhoneCatalogue.h"
 #include "device/tests/support/SimulatedCable.h"
 #include "foundation/files/FileError.h"
 #include "media/SnapshotItem.h"
@@ -101,7 +102,12 @@ TEST_P(CameraSourceTest, fileWhoseIdDoesNotSpellItsName_arrivesAllTheSame) {
   cable.write("100APPLE/\xFF.JPG", "second");
   cable.write("100APPLE/a#2.JPG", "third");
   plugIn();
-  auto camera = source();
+  const auto files = cable.browser().openFiles(SimulatedPhone{}.deviceID, {});
+  const FolderCatalogue catalogue = PhoneCatalogue::read(
+      *files, {.phoneKey = "x", .directory = {}, .now = [] { return Instant{}; }});
+  CameraMediaSource camera{{.browser = cable.browser(),
+                            .deviceID = SimulatedPhone{}.deviceID,
+                            .oddPaths = catalogue.oddPaths}};
   for (const auto& [id, content] :
        {std::pair<std::string, std::string>{"100APPLE/" + shown, "first"},
         {"100APPLE/" + shown + "#2", "second"},

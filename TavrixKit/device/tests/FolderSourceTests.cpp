@@ -295,8 +295,9 @@ class Receiver : public DownloadDestination {
 };
 
 struct FolderMediaSourceTest : FolderSourceTest {
-  std::optional<SourceError::Kind> failureOf(const MediaAsset& asset) {
-    FolderMediaSource source{folder / "DCIM"};
+  std::optional<SourceError::Kind> failureOf(const MediaAsset& asset,
+                                             const OddPaths& oddPaths = {}) {
+    FolderMediaSource source{folder / "DCIM", oddPaths};
     receiver.content.clear();
     try {
       source.download(asset, receiver);
@@ -317,12 +318,20 @@ TEST_F(FolderMediaSourceTest, everyFileOfTheCatalogue_arrivesWithItsOwnBytes) {
   for (const char* const name : {"a.JPG", "b#2.JPG", "\xFF.JPG", "\x80.JPG", "\xEF\xBF\xBD.JPG"}) {
     folder.write(std::string{"DCIM/100APPLE/"} + name, std::string{"bytes of "} + name);
   }
-  const auto listing = SourceFolder::list(folder / "DCIM");
-  const auto assets = Snapshot::assetsOf(listing.items, TimeZone::utc());
-  ASSERT_EQ(assets.size(), 5U);
-  for (std::size_t i = 0; i < assets.size(); ++i) {
-    EXPECT_EQ(failureOf(assets[i]), std::nullopt) << assets[i].id();
-    EXPECT_EQ(receiver.content, "bytes of " + listing.paths[i].substr(9)) << assets[i].id();
+  std::vector<std::string> names{"a.JPG", "b#2.JPG", "\x80.JPG", "\xEF\xBF\xBD.JPG", "\xFF.JPG"};
+  for (const bool vanishes : {false, true}) {
+    const FolderCatalogue catalogue = read([&](const MetadataPass::Progress& progress) {
+      if (vanishes && progress.read == 1) {
+        std::filesystem::remove(folder / ("DCIM/100APPLE/" + names[2]));
+      }
+    });
+    if (vanishes) names.erase(names.begin() + 2);
+    const auto assets = Snapshot::assetsOf(catalogue.items, TimeZone::utc());
+    ASSERT_EQ(assets.size(), names.size());
+    for (std::size_t i = 0; i < assets.size(); ++i) {
+      EXPECT_EQ(failureOf(assets[i], catalogue.oddPaths), std::nullopt) << assets[i].id();
+      EXPECT_EQ(receiver.content, "bytes of " + names[i]) << assets[i].id();
+    }
   }
 }
 

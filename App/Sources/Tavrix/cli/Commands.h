@@ -9,6 +9,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/ResultPrinter.h"
 #include "cli/Surroundings.h"
+#include "device/OddPaths.h"
 #include "device/Phones.h"
 #include "foundation/Log.h"
 #include "media/MediaAsset.h"
@@ -22,6 +23,7 @@ struct SourceFindings {
   std::optional<std::optional<std::string>> cameraFolder;
   std::uint64_t unreadFolders = 0;    ///< whose files are missing from the catalogue
   std::optional<PhoneOnCable> phone;  ///< of a source on the cable, once it was looked for
+  OddPaths oddPaths;                  ///< of its catalogue, once it was read
 };
 
 /// What every command works with.

@@ -169,6 +169,7 @@ std::vector<SnapshotItem> readWithMetadata(const CommandContext& context,
             catalogue.isKept ? sentences::readingStopped : sentences::readingStoppedUnkept)};
   }
   tellReading(context, catalogue, place);
+  context.source.oddPaths = std::move(catalogue.oddPaths);
   return std::move(catalogue.items);
 }
 

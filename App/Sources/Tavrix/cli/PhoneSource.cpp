@@ -78,8 +78,7 @@ std::vector<SnapshotItem> readPhone(const CommandContext& context) {
   try {
     const std::stop_token stop = context.surroundings.catchInterrupts();
     const auto files = browserOf(context).openFiles(phone.deviceID, stop);
-    const std::string key = MetadataCache::phoneKey(
-        phone.serialNumber ? phone.serialNumber : std::optional{phone.deviceID});
+    const std::string key = MetadataCache::phoneKey(phone.serialNumber);
     return readWithMetadata(context, key, phone.deviceID,
                             [&](MetadataPass::Setup setup, const std::stop_token& token) {
                               return PhoneCatalogue::read(*files, std::move(setup), token);
@@ -100,7 +99,8 @@ std::unique_ptr<MediaSource> openPhone(const CommandContext& context) {
   return std::make_unique<CameraMediaSource>(
       CameraMediaSource::Setup{.browser = browserOf(context),
                                .deviceID = chosenPhone(context).deviceID,
-                               .stop = context.surroundings.catchInterrupts()});
+                               .stop = context.surroundings.catchInterrupts(),
+                               .oddPaths = context.source.oddPaths});
 }
 
 void tellOthers(const CommandContext& context, const PhoneOnCable& phone,

@@ -29,7 +29,7 @@ const PhoneOnCable& chosenPhone(const CommandContext& context);
 
 /// Its files with their metadata, as readFolder() does. Throws CommandFailure.
 std::vector<SnapshotItem> readPhone(const CommandContext& context);
-/// Its files' bytes.
+/// Its files' bytes, once its catalogue was read.
 std::unique_ptr<MediaSource> openPhone(const CommandContext& context);
 
 /// Tells on standard error which phone is taken when there are others that could have been meant.

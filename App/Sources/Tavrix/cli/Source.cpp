@@ -79,7 +79,7 @@ PhoneIdentity phoneOf(const CommandContext& context) {
 std::unique_ptr<MediaSource> openMedia(const CommandContext& context) {
   if (isPhone(context.call.source())) return openPhone(context);
   if (const auto& folder = cameraFolder(context))
-    return std::make_unique<FolderMediaSource>(*folder);
+    return std::make_unique<FolderMediaSource>(*folder, context.source.oddPaths);
   return std::make_unique<LocalMediaSource>(mediaFolder(context));
 }
 

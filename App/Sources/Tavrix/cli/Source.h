@@ -24,7 +24,7 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context);
 std::vector<SnapshotItem> readItems(const CommandContext& context);
 /// The folder with the files of a snapshot; not checked.
 std::string mediaFolder(const CommandContext& context);
-/// Where its bytes come from. Throws FileError.
+/// Where the bytes of its catalogue come from, which was read before. Throws FileError.
 std::unique_ptr<MediaSource> openMedia(const CommandContext& context);
 /// Throws DestinationError unless the destination and the source lie apart.
 void checkApart(const CommandContext& context, const std::string& destination);

@@ -40,10 +40,10 @@ ConnectedSource FollowedDevice::sourceOf(const DeviceState::Ready& ready) const 
     return Snapshot::assetsOf(catalogue->items, zone);
   };
   source.unreadFolders = ready.catalogue->unreadFolders();
-  source.openMedia = [&browser = setup_.browser, deviceID = ready.phone.deviceID](
-                         AwaitPhone awaitPhone, std::stop_token stop) {
-    return std::make_unique<CameraMediaSource>(
-        CameraMediaSource::Setup{browser, deviceID, std::move(awaitPhone), std::move(stop)});
+  source.openMedia = [&browser = setup_.browser, deviceID = ready.phone.deviceID,
+                      catalogue = ready.catalogue](AwaitPhone awaitPhone, std::stop_token stop) {
+    return std::make_unique<CameraMediaSource>(CameraMediaSource::Setup{
+        browser, deviceID, std::move(awaitPhone), std::move(stop), catalogue->oddPaths});
   };
   source.lost = [&watcher = setup_.watcher] { watcher.phoneLost(); };
   return source;
