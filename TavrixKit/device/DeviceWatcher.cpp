@@ -142,8 +142,7 @@ void DeviceWatcher::beginReading(const PhoneOnCable& phone) {
   readingStop_ = std::stop_source{};
   const std::uint64_t reading = watch_.reading;
   MetadataPass::Setup pass{
-      .phoneKey = MetadataCache::phoneKey(phone.serialNumber ? phone.serialNumber
-                                                             : std::optional{phone.deviceID}),
+      .phoneKey = MetadataCache::phoneKey(phone.serialNumber),
       .directory = setup_.cacheDirectory,
       .now = setup_.now,
       .log = &log(),

@@ -28,8 +28,9 @@ struct MediaMetadata {
   /// Sets the position; one that is not on the Earth is none.
   void setPosition(double latitude, double longitude) {
     if (!(latitude >= -90 && latitude <= 90 && longitude >= -180 && longitude <= 180)) return;
-    lat = latitude;
-    lon = longitude;
+    // Of zero there is one: a cache that is read back knows no sign of it.
+    lat = latitude + 0.0;
+    lon = longitude + 0.0;
   }
 
   friend bool operator==(const MediaMetadata&, const MediaMetadata&) = default;

@@ -33,7 +33,7 @@ std::string pathOf(const std::string& directory, const std::string& name) {
 }
 
 /// Shortest digits that give the number back, never without a point or an exponent: "0.0",
-/// "1779364800.5", "1e+16".
+/// "1779364800.5", "1e+17".
 std::string shortestText(double number) {
   const double size = std::abs(number);
   const bool isPlain = size == 0 || (size >= 1e-4 && size < 0x1p54);
@@ -226,7 +226,7 @@ void MetadataCache::migrate(const std::string& phoneKey, const std::string& dire
   // Read before anything else: what cannot be read now may be readable another day.
   const auto legacy = decodeLegacy(legacyText(legacyName, directory));
   // Damage may be mended by hand, or be what a later reader understands.
-  if (!legacy || legacy->records.empty()) return;
+  if (!legacy) return;
   Records records = legacyRecords(*legacy);
   for (auto& [key, item] : loadLines(phoneKey, directory)) {
     records.insert_or_assign(key, std::move(item));

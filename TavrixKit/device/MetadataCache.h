@@ -70,7 +70,8 @@ struct MetadataCache {
   /// back whole; one in which nothing decodes stays. Throws MigrationError, FileError.
   static void migrate(const std::string& phoneKey, const std::string& directory);
   /// The legacy form: one JSON object whose member "records" maps keys to records. Nothing when the
-  /// text is no such thing; a record that does not decode is left out.
+  /// text is no such thing, or holds records of which none decodes; one that does not decode is
+  /// left out.
   static std::optional<MetadataCache> decodeLegacy(std::string_view json);
 
   /// The number of records over all phones.

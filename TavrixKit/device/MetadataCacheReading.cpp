@@ -35,43 +35,77 @@ void readLines(ByteReader& file, const Receiver& receiver) {
   end({});
 }
 
-std::optional<std::string> textMember(const JsonValue& object, std::string_view key) {
-  const JsonValue* const value = object.member(key);
-  const std::string* const text = value == nullptr ? nullptr : value->asString();
-  return text == nullptr ? std::nullopt : std::optional{*text};
+bool assign(const JsonValue& value, std::optional<std::string>& field) {
+  if (const std::string* const text = value.asString()) field = *text;
+  return field.has_value();
 }
 
-std::optional<double> numberMember(const JsonValue& object, std::string_view key) {
-  const JsonValue* const value = object.member(key);
-  return value == nullptr ? std::nullopt : value->asNumber();
+bool assign(const JsonValue& value, std::optional<bool>& field) {
+  if (const bool* const flag = value.asBool()) field = *flag;
+  return field.has_value();
 }
 
-/// A whole number up to 2^53.
-std::optional<std::int64_t> wholeMember(const JsonValue& object, std::string_view key) {
-  const auto number = numberMember(object, key);
-  if (!number || std::abs(*number) > 0x1p53 || *number != std::floor(*number)) return std::nullopt;
-  return static_cast<std::int64_t>(*number);
+bool assign(const JsonValue& value, std::optional<double>& field) {
+  field = value.asNumber();
+  return field.has_value();
 }
 
-std::optional<SnapshotItem> itemOf(const JsonValue& object) {
-  const auto name = textMember(object, "name");
-  const auto kind = textMember(object, "kind");
-  const auto size = wholeMember(object, "size");
-  if (!name || !kind || !size || *size < 0) return std::nullopt;
-  SnapshotItem item;
-  item.name = *name;
-  item.kind = *kind;
-  item.size = static_cast<std::uint64_t>(*size);
-  item.dir = textMember(object, "dir");
-  item.itemDate = numberMember(object, "itemDate");
-  item.exifDate = textMember(object, "exifDate");
-  item.exifOffset = textMember(object, "exifOffset");
-  item.lat = numberMember(object, "lat");
-  item.lon = numberMember(object, "lon");
-  item.px = wholeMember(object, "px");
-  item.py = wholeMember(object, "py");
-  const JsonValue* const cam = object.member("cam");
-  if (cam != nullptr && cam->asBool() != nullptr) item.cam = *cam->asBool();
+/// A whole number may be written with a point or an exponent.
+bool assign(const JsonValue& value, std::optional<std::uint64_t>& field) {
+  field = value.asUnsigned();
+  const auto number = value.asNumber();
+  if (!field && number && *number >= 0 && *number < 0x1p64 && *number == std::floor(*number)) {
+    field = static_cast<std::uint64_t>(*number);
+  }
+  return field.has_value();
+}
+
+bool assign(const JsonValue& value, std::optional<std::int64_t>& field) {
+  const auto number = value.asNumber();
+  if (const auto whole = value.asUnsigned(); whole && *whole <= INT64_MAX) {
+    field = static_cast<std::int64_t>(*whole);
+  } else if (number && std::abs(*number) < 0x1p53 && *number == std::floor(*number)) {
+    field = static_cast<std::int64_t>(*number);
+  }
+  return field.has_value();
+}
+
+/// Takes the members of a record as a line's fields are taken.
+class RecordMembers {
+ public:
+  explicit RecordMembers(const JsonValue& record) : record_(record) {}
+
+  /// The field stays empty where there is no such member, or null.
+  template <typename Value>
+  bool take(std::string_view key, std::optional<Value>& field) const {
+    const JsonValue* const value = record_.member(key);
+    return value == nullptr || value->isNull() || assign(*value, field);
+  }
+  template <typename Value>
+  bool takeRequired(std::string_view key, Value& field) const {
+    std::optional<Value> value;
+    if (!take(key, value) || !value) return false;
+    field = *std::move(value);
+    return true;
+  }
+
+ private:
+  const JsonValue& record_;
+};
+
+/// Nothing when a member is of another type than its field: whoever drops the member alone would
+/// never look at the file again.
+std::optional<SnapshotItem> itemOf(const JsonValue& record) {
+  const RecordMembers members{record};
+  std::optional<SnapshotItem> item{std::in_place};
+  const bool isRecord =
+      members.takeRequired("name", item->name) && members.takeRequired("kind", item->kind) &&
+      members.takeRequired("size", item->size) && members.take("dir", item->dir) &&
+      members.take("itemDate", item->itemDate) && members.take("exifDate", item->exifDate) &&
+      members.take("exifOffset", item->exifOffset) && members.take("lat", item->lat) &&
+      members.take("lon", item->lon) && members.take("px", item->px) &&
+      members.take("py", item->py) && members.take("cam", item->cam);
+  if (!isRecord) item.reset();
   return item;
 }
 
@@ -101,6 +135,7 @@ std::optional<MetadataCache> MetadataCache::decodeLegacy(std::string_view json) 
     for (const auto& [key, value] : *records->asObject()) {
       if (auto item = itemOf(value)) cache.records.insert_or_assign(key, std::move(*item));
     }
+    if (cache.records.empty() && !records->asObject()->empty()) return std::nullopt;
     return cache;
   } catch (const JsonError&) {
     return std::nullopt;

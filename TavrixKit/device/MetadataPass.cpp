@@ -3,8 +3,12 @@
 #include <absl/container/flat_hash_set.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <string_view>
+#include <utility>
+
+#include "device/OddPaths.h"
 
 namespace tavrix {
 namespace {
@@ -39,6 +43,19 @@ class SharedKeys {
   std::vector<std::string> keys_;
   KeySet shared_;  ///< points into the keys
 };
+
+/// The indexes of items that agree in key and folder. Names on a disk differ, so only what stands
+/// for names that are no UTF-8 can agree.
+std::set<std::size_t> twinsOf(const std::vector<SnapshotItem>& items) {
+  std::map<std::pair<std::string, std::optional<std::string>>, std::size_t> first;
+  std::set<std::size_t> twins;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (!OddPaths::isReplaced(items[i])) continue;
+    const auto [found, isNew] = first.try_emplace({MetadataCache::key(items[i]), items[i].dir}, i);
+    if (!isNew) twins.insert({found->second, i});
+  }
+  return twins;
+}
 
 /// Whether it could be saved.
 bool saveQuietly(const MetadataCache::Records& records, const std::string& phoneKey,
@@ -84,7 +101,8 @@ void MetadataPass::load() {
   });
 }
 
-std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items) const {
+std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items) {
+  twins_ = twinsOf(items);
   // Seldom asked for: where nothing was moved, the records have the files' own folders.
   std::optional<SharedKeys> shared;
   const auto isShared = [&](const std::string& key) {
@@ -94,6 +112,10 @@ std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items
   std::vector<std::size_t> misses;
   for (std::size_t i = 0; i < items.size(); ++i) {
     SnapshotItem& item = items[i];
+    if (twins_.contains(i)) {
+      misses.push_back(i);
+      continue;
+    }
     const std::string key = MetadataCache::key(item);
     const auto* found = MetadataCache::find(records_, key, item.dir, true);
     if (found == nullptr && !isShared(key)) {
@@ -155,7 +177,7 @@ void MetadataPass::fetchOne(SnapshotItem& item, std::size_t index, const Fetch& 
       const MediaMetadata metadata = fetch(index);
       item = withMetadata(std::move(item), metadata);
     }
-    remember(item);
+    if (!twins_.contains(index)) remember(item);
   } catch (const FileError& error) {
     result.failures.push_back({index, error});
   }

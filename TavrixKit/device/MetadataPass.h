@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <future>
+#include <set>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -67,7 +68,7 @@ class MetadataPass {
  private:
   void load();
   /// The indexes of the items that the cache does not know; the others are completed.
-  std::vector<std::size_t> takeHits(std::vector<SnapshotItem>& items) const;
+  std::vector<std::size_t> takeHits(std::vector<SnapshotItem>& items);
   void fetchOne(SnapshotItem& item, std::size_t index, const Fetch& fetch, Result& result);
   void remember(const SnapshotItem& item);
   /// Drops the records of files that are not among the items, when they are the more; false when
@@ -80,6 +81,9 @@ class MetadataPass {
   Setup setup_;
   std::future<MetadataCache::Records> loading_;
   MetadataCache::Records records_;
+  /// The indexes of items that agree with another in all that a record is known by, so that the
+  /// cache cannot tell which of them it speaks of.
+  std::set<std::size_t> twins_;
   bool isSaved_ = true;  ///< what was read is in the file, or on its way there
   bool isKept_ = true;   ///< the last save succeeded; of the queue's thread until it is waited for
   SerialQueue writes_;

@@ -20,7 +20,7 @@ struct SimulatedPhone {
 
   std::string root;  ///< the folder that holds its DCIM; never written to
   std::string deviceID = "00008110-0000000000000001";  ///< what the bus calls it
-  std::string serialNumber = "SIMULATED1";
+  std::string serialNumber = "SIMULATED1";             ///< when empty, it tells none
   std::string name = "iPhone";
   std::string productType = "iPhone14,5";
   std::string productVersion = "17.5.1";

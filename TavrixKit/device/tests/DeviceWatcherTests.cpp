@@ -100,6 +100,13 @@ struct DeviceWatcherTest : testing::Test {
   DeviceWatcher::Subscription subscription;
 };
 
+TEST_F(DeviceWatcherTest, phoneWithoutSerialNumber_isKeptAsUnknown) {
+  cable.plugIn([](SimulatedPhone& phone) { phone.serialNumber = ""; });
+  start();
+  ASSERT_TRUE(reach<State::Ready>());
+  EXPECT_TRUE(state.has("state/metadata-unknown.jsonl"));
+}
+
 TEST_F(DeviceWatcherTest, phone_isReadAsItsCatalogueAndCounted) {
   cable.plugIn([](SimulatedPhone& phone) { phone.name = "Аня"; });
   start();

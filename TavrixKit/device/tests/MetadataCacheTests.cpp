@@ -214,6 +214,33 @@ TEST_F(MetadataCacheTest, legacyFile_isMergedAndBecomesLines) {
   EXPECT_EQ(load(), records);
 }
 
+TEST_F(MetadataCacheTest, legacyRecord_isReadAsALineOfIt) {
+  const std::string known = R"("kind":"other","name":"a")";
+  std::vector<std::string> records{known, R"("kind":null,"name":"a","size":1)",
+                                   R"("kind":"other","name":1,"size":1)"};
+  for (const char* const size : {"null", "\"1\"", "-1", "1.5", "1e3", "9007199254740993",
+                                 "18446744073709551615", "18446744073709551616"}) {
+    records.push_back(fmt::format(R"({},"size":{})", known, size));
+  }
+  for (const char* const field :
+       {"dir", "itemDate", "exifDate", "exifOffset", "lat", "lon", "px", "py", "cam", "unknown"}) {
+    for (const char* const value :
+         {"null", "1", "1.5", "-3", "9007199254740993", "true", "\"x\"", "[]", "{}"}) {
+      records.push_back(fmt::format(R"({},"size":1,"{}":{})", known, field, value));
+    }
+  }
+  for (const std::string& record : records) {
+    const std::string line = "{" + record + "}";
+    TextReader reader{line};
+    const auto lines = readJsonLines(reader);
+    const auto legacy = MetadataCache::decodeLegacy(R"({"records":{"k":)" + line + "}}");
+    ASSERT_EQ(legacy.has_value(), !lines.empty()) << record;
+    if (legacy) {
+      EXPECT_EQ(legacy->records.at("k"), lines.begin()->second) << record;
+    }
+  }
+}
+
 TEST_F(MetadataCacheTest, migrationThatFails_keepsTheLegacyFile) {
   writeLegacy(fmt::format(R"("a":{})", sidecarLine));
   // A folder stands where the lines are to go.
@@ -229,6 +256,9 @@ TEST_F(MetadataCacheTest, legacyFileInWhichNothingDecodes_stays) {
     MetadataCache::migrate("P", state);
     EXPECT_TRUE(MetadataCache::legacyExists("P", state)) << text;
   }
+  writeLegacy("");
+  MetadataCache::migrate("P", state);
+  EXPECT_FALSE(MetadataCache::legacyExists("P", state)) << "empty, and nothing in it is damaged";
 }
 
 TEST_F(MetadataCacheTest, absentOrUnusableFolder_isAnEmptyCache) {

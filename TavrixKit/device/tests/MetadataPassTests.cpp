@@ -111,6 +111,19 @@ TEST_F(MetadataPassTest, filesOfOneKey_neverTakeEachOthersMetadata) {
   EXPECT_THAT(fetched, testing::ElementsAre());
 }
 
+TEST_F(MetadataPassTest, filesThatNothingTellsApart_areReadEachTime) {
+  const std::string shown = "\xEF\xBF\xBD.JPG";
+  items = {item("1", shown, 1), item("1", shown, 1), item("2", shown, 1)};
+  for (const std::size_t reads : {3U, 2U}) {
+    run();
+    for (std::size_t at = 0; at < items.size(); ++at) {
+      EXPECT_EQ(completed[at].px, static_cast<std::int64_t>(100 + at));
+    }
+    EXPECT_EQ(fetched.size(), reads);
+    EXPECT_EQ(cached(), 1U);
+  }
+}
+
 TEST_F(MetadataPassTest, recordsOfFilesThatAreGone_leaveWhenTheyAreTheMore) {
   isWhole = true;
   run();

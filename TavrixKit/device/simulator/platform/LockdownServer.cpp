@@ -63,7 +63,7 @@ class Lockdown {
     values.set("ProductType", phone.productType).set("ProductVersion", phone.productVersion);
     values.set("UniqueDeviceID", phone.deviceID).set("WiFiAddress", "00:00:00:00:00:01");
     values.setData("DevicePublicKey", bench_.keys().publicKey());
-    if (isTrusted_) values.set("SerialNumber", phone.serialNumber);
+    if (isTrusted_ && !phone.serialNumber.empty()) values.set("SerialNumber", phone.serialNumber);
     return values;
   }
 
