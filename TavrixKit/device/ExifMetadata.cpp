@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace tavrix {
 namespace {
@@ -68,19 +69,28 @@ void readDate(const TiffBlock& block, const Directory& directory, MediaMetadata&
   }
 }
 
-/// Degrees, minutes and seconds as three fractions, and the side of the globe.
+char upperCased(char letter) {
+  return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+/// Degrees, minutes and seconds as three fractions, and the side of the globe, which alone decides
+/// the sign.
 std::optional<double> degreesOf(const TiffBlock& block, const Directory& gps, std::uint16_t tag,
                                 std::uint16_t sideTag, std::string_view sides) {
   const TiffBlock::Field* const field = TiffBlock::find(gps, tag);
   const auto side = textOf(block, gps, sideTag);
   if (field == nullptr || !side || side->empty()) return std::nullopt;
-  const auto found = sides.find(side->front());
-  const auto degrees = block.rational(*field, 0);
-  if (found == std::string_view::npos || !degrees) return std::nullopt;
-  const double minutes = block.rational(*field, 1).value_or(0);
-  const double seconds = block.rational(*field, 2).value_or(0);
-  const double value = *degrees + minutes / 60 + seconds / 3600;
-  return found == 1 ? -value : value;
+  const auto found = sides.find(upperCased(side->front()));
+  if (found == std::string_view::npos) return std::nullopt;
+  double value = 0;
+  double unit = 1;
+  for (std::uint32_t i = 0; i < std::min<std::uint32_t>(field->count, 3); ++i, unit *= 60) {
+    const auto part = block.rational(*field, i);
+    // Of 0/0 seconds nobody knows how many there are.
+    if (!part) return std::nullopt;
+    value += *part / unit;
+  }
+  return found == 1 ? -std::abs(value) : std::abs(value);
 }
 
 void readPosition(const TiffBlock& block, const Directory& gps, MediaMetadata& metadata) {

@@ -15,7 +15,8 @@ const FileBytes::Range* FileBytes::fetched(std::uint64_t offset, std::size_t cou
 }
 
 const FileBytes::Range* FileBytes::fetch(std::uint64_t offset, std::size_t count) {
-  const std::uint64_t wanted = std::min<std::uint64_t>(std::max(count, rangeBytes), size_ - offset);
+  const std::size_t least = ranges_.size() < wideRanges ? rangeBytes : narrowBytes;
+  const std::uint64_t wanted = std::min<std::uint64_t>(std::max(count, least), size_ - offset);
   if (ranges_.size() >= maxRanges || wanted > maxBytes - bytesFetched_) return nullptr;
   Range range{offset, std::string(wanted, '\0')};
   range.bytes.resize(file_.read(offset, range.bytes));

@@ -23,9 +23,13 @@ class FileBytes {
 
   /// Bytes that are fetched at once, when the file has so many.
   static constexpr std::size_t rangeBytes = 16 * 1024;
+  /// The same of a file that has cost more ranges than usual ones do: whoever hops from one long
+  /// part to the next wants little more than their heads.
+  static constexpr std::size_t wideRanges = 8;
+  static constexpr std::size_t narrowBytes = 4 * 1024;
   /// What one file may cost in all.
-  static constexpr std::size_t maxRanges = 64;
   static constexpr std::size_t maxBytes = 4 * 1024 * 1024;
+  static constexpr std::size_t maxRanges = maxBytes / narrowBytes;
 
  private:
   struct Range {

@@ -5,7 +5,7 @@
 namespace tavrix {
 namespace {
 
-constexpr int maxSegments = 256;
+constexpr int maxSegments = 1024;
 constexpr unsigned startOfScan = 0xDA;
 constexpr unsigned endOfImage = 0xD9;
 constexpr unsigned exifSegment = 0xE1;
@@ -48,12 +48,17 @@ bool isExif(FileBytes& file, const Segment& segment) {
          file.at(segment.begin, exifMark.size()) == exifMark;
 }
 
+/// Whether a block has told something of the capture. One that is broken or empty says nothing, and
+/// a good one may follow.
+bool isTold(const MediaMetadata& metadata) {
+  return metadata.exifDate || metadata.lat || metadata.cam == true;
+}
+
 }  // namespace
 
 MediaMetadata readJpeg(FileBytes& file) {
   MediaMetadata metadata;
   metadata.cam = false;
-  bool hasExif = false;
   std::uint64_t offset = 2;
   for (int i = 0; i < maxSegments; ++i) {
     const auto segment = segmentAt(file, offset);
@@ -65,12 +70,10 @@ MediaMetadata readJpeg(FileBytes& file) {
       }
       break;
     }
-    if (!hasExif && isExif(file, *segment)) {
+    if (!isTold(metadata) && isExif(file, *segment)) {
       const auto block =
           TiffBlock::open(file, segment->begin + exifMarkBytes, segment->length - exifMarkBytes);
-      // A broken block says nothing; a good one may follow.
       if (block) readExif(*block, metadata);
-      hasExif = block.has_value();
     }
     offset = segment->begin + segment->length;
   }

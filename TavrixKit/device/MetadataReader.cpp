@@ -4,6 +4,7 @@
 #include <array>
 
 #include "device/Containers.h"
+#include "device/HeifItems.h"
 
 namespace tavrix {
 namespace {
@@ -19,33 +20,38 @@ struct Mark {
 
 constexpr std::size_t headBytes = 12;
 
+/// Whether a file whose brand does not tell it is one of pictures: these have the box "meta" with
+/// their primary picture where films have "moov".
+bool isHeif(FileBytes& file) {
+  IsoBoxes boxes{file, 0, file.size()};
+  while (const auto box = boxes.next()) {
+    if (box->type == "moov") return false;
+    if (box->type != "meta") continue;
+    const auto items = HeifItems::open(file);
+    return items && items->primary() != 0;
+  }
+  return false;
+}
+
+MediaMetadata readByBoxes(FileBytes& file) {
+  return isHeif(file) ? readHeif(file) : readMovie(file);
+}
+
 /// The first that fits counts. Films without "ftyp" are QuickTime's older ones.
-constexpr std::array<Mark, 25> marks{{
-    {0, "\xFF\xD8\xFF", readJpeg},
-    {0, "\x89PNG\r\n\x1A\n", readPng},
-    {0, {"II\x2A\0", 4}, readTiff},
-    {0, {"MM\0\x2A", 4}, readTiff},
-    {4, "ftypheic", readHeif},
-    {4, "ftypheix", readHeif},
-    {4, "ftypheim", readHeif},
-    {4, "ftypheis", readHeif},
-    {4, "ftyphevc", readHeif},
-    {4, "ftyphevx", readHeif},
-    {4, "ftypmif1", readHeif},
-    {4, "ftypmsf1", readHeif},
-    {4, "ftypavif", readHeif},
-    {4, "ftypavis", readHeif},
-    {4, "ftyp", readMovie},
-    {4, "moov", readMovie},
-    {4, "mdat", readMovie},
-    {4, "wide", readMovie},
-    {4, "free", readMovie},
-    {4, "skip", readMovie},
-    {4, "pnot", readMovie},
-    {0, "GIF87a", readGif},
-    {0, "GIF89a", readGif},
-    {8, "WEBP", readWebp},
-    {0, "BM", readBmp},
+constexpr std::array<Mark, 26> marks{{
+    {0, "\xFF\xD8\xFF", readJpeg},  {0, "\x89PNG\r\n\x1A\n", readPng},
+    {0, {"II\x2A\0", 4}, readTiff}, {0, {"MM\0\x2A", 4}, readTiff},
+    {4, "ftypheic", readHeif},      {4, "ftypheix", readHeif},
+    {4, "ftypheim", readHeif},      {4, "ftypheis", readHeif},
+    {4, "ftyphevc", readHeif},      {4, "ftyphevx", readHeif},
+    {4, "ftypmif1", readHeif},      {4, "ftypmsf1", readHeif},
+    {4, "ftypavif", readHeif},      {4, "ftypavis", readHeif},
+    {4, "ftyp", readByBoxes},       {4, "uuid", readByBoxes},
+    {4, "moov", readMovie},         {4, "mdat", readMovie},
+    {4, "wide", readMovie},         {4, "free", readMovie},
+    {4, "skip", readMovie},         {4, "pnot", readMovie},
+    {0, "GIF87a", readGif},         {0, "GIF89a", readGif},
+    {8, "WEBP", readWebp},          {0, "BM", readBmp},
 }};
 
 }  // namespace

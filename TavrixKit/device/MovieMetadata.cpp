@@ -111,6 +111,7 @@ class Movie {
     IsoBoxes boxes{file_, data.begin, data.end};
     while (const auto box = boxes.next()) {
       if (box->type == "meta") readKeyed(*box);
+      if (box->type == "loci") readPlace(*box);
       if (box->type != "\xA9xyz") continue;
       // Length and language of the text stand before it.
       constexpr std::size_t headBytes = 4;
@@ -118,6 +119,27 @@ class Movie {
       const auto text = contentOf(file_, *box);
       if (text) setLocation(text->substr(headBytes), metadata_);
     }
+  }
+
+  /// 3GPP TS 26.244, 8.10: a place's name, its role, then longitude and latitude as signed numbers
+  /// with 16 bits of fraction.
+  void readPlace(const IsoBox& box) {
+    // Version, flags and language stand before the name.
+    constexpr std::size_t headBytes = 6;
+    if (metadata_.lat || box.length() <= headBytes || box.length() > maxValueBytes) return;
+    const std::string_view text = contentOf(file_, box).value_or("      ").substr(headBytes);
+    ByteCursor cursor{text};
+    const std::size_t unit = text.starts_with("\xFE\xFF") ? 2 : 1;
+    while (cursor.number(unit) != 0) {
+    }
+    cursor.take(1);
+    const auto degrees = [&] {
+      const auto bits = static_cast<std::uint32_t>(cursor.number(4));
+      return static_cast<double>(static_cast<std::int32_t>(bits)) / 0x10000;
+    };
+    const double longitude = degrees();
+    const double latitude = degrees();
+    if (!cursor.hasFailed()) metadata_.setPosition(latitude, longitude);
   }
 
   /// Where the boxes of a "meta" box begin: in an MP4 file version and flags come before them.

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t signatureBytes = 8;
 constexpr std::uint64_t chunkOverhead = 12;
-constexpr int maxChunks = 256;
+constexpr int maxChunks = 1024;
 constexpr std::string_view lastChunk{"\0\0\0\0IEND", 8};
 
 void readExifChunk(FileBytes& file, std::uint64_t begin, std::uint64_t length,
@@ -29,20 +29,33 @@ bool leadsToEnd(std::string_view tail, std::size_t at) {
   return false;
 }
 
-/// Looks for the block among the last bytes of the file: the data before it may be thousands of
-/// chunks, each a range to read.
-void readExifBehindData(FileBytes& file, MediaMetadata& metadata) {
-  const auto count =
-      static_cast<std::size_t>(std::min<std::uint64_t>(file.size(), FileBytes::rangeBytes));
-  const std::uint64_t begin = file.size() - count;
-  const auto tail = file.at(begin, count);
-  if (!tail) return;
-  for (auto at = tail->find("eXIf"); at != std::string_view::npos;
-       at = tail->find("eXIf", at + 1)) {
-    if (at < 4 || !leadsToEnd(*tail, at - 4)) continue;
-    readExifChunk(file, begin + at + 4, bigEndian(tail->substr(at - 4, 4)), metadata);
-    return;
+/// The first place of a chunk of a type from which chunks lead to the end of `tail`.
+std::optional<std::size_t> lastChunks(std::string_view tail, std::string_view type) {
+  constexpr int maxTried = 16;
+  auto at = tail.find(type, 4);
+  for (int i = 0; i < maxTried && at != std::string_view::npos; ++i) {
+    if (leadsToEnd(tail, at - 4)) return at - 4;
+    at = tail.find(type, at + 1);
   }
+  return std::nullopt;
+}
+
+/// Looks for the block among the last bytes of the file: the data before it may be thousands of
+/// chunks, each a range to read. False when these bytes leave it open, because no chunk of data
+/// begins in them or the picture does not end with the file.
+bool readExifInTail(FileBytes& file, std::uint64_t dataBegin, std::uint64_t dataLength,
+                    MediaMetadata& metadata) {
+  // Chunks of data are alike, so that one begins in so many bytes, unless this is the only one.
+  constexpr std::uint64_t maxData = 64 * 1024;
+  const bool isOne = dataBegin + dataLength + FileBytes::rangeBytes >= file.size();
+  const std::uint64_t more = isOne || dataLength > maxData ? 0 : dataLength;
+  const std::uint64_t count = std::min(file.size(), FileBytes::rangeBytes + more);
+  const std::uint64_t begin = file.size() - count;
+  const auto tail = file.at(begin, static_cast<std::size_t>(count));
+  if (!tail) return false;
+  const auto at = lastChunks(*tail, "eXIf");
+  if (at) readExifChunk(file, begin + *at + 8, bigEndian(tail->substr(*at, 4)), metadata);
+  return at || lastChunks(*tail, "IDAT");
 }
 
 }  // namespace
@@ -54,6 +67,7 @@ MediaMetadata readPng(FileBytes& file) {
     metadata.setPixels(bigEndian(header->substr(8, 4)), bigEndian(header->substr(12, 4)));
   }
   std::uint64_t offset = signatureBytes;
+  bool isTailRead = false;
   for (int i = 0; i < maxChunks; ++i) {
     const auto head = file.at(offset, 8);
     if (!head) return metadata;
@@ -63,10 +77,13 @@ MediaMetadata readPng(FileBytes& file) {
       readExifChunk(file, offset + 8, length, metadata);
       return metadata;
     }
-    if (type == "IDAT") break;
+    if (type == "IEND") return metadata;
+    if (type == "IDAT" && !isTailRead) {
+      if (readExifInTail(file, offset, length, metadata)) return metadata;
+      isTailRead = true;
+    }
     offset += chunkOverhead + length;
   }
-  readExifBehindData(file, metadata);
   return metadata;
 }
 

@@ -14,6 +14,7 @@ constexpr std::size_t maxTextBytes = 256;
 
 constexpr std::uint16_t asciiType = 2;
 constexpr std::uint16_t rationalType = 5;
+constexpr std::uint16_t signedRationalType = 10;
 
 }  // namespace
 
@@ -97,12 +98,17 @@ std::optional<std::uint64_t> TiffBlock::number(const Field& field, std::uint32_t
 }
 
 std::optional<double> TiffBlock::rational(const Field& field, std::uint32_t index) const {
-  if (field.type != rationalType || index >= field.count) return std::nullopt;
+  const bool isSigned = field.type == signedRationalType;
+  if ((field.type != rationalType && !isSigned) || index >= field.count) return std::nullopt;
   const auto value = bytes(field.valueAt + std::uint64_t{index} * 8, 8);
   if (!value) return std::nullopt;
-  const auto denominator = static_cast<double>(decoded(value->substr(4, 4)));
-  if (denominator == 0) return std::nullopt;
-  return static_cast<double>(decoded(value->substr(0, 4))) / denominator;
+  const auto part = [&](std::size_t at) {
+    const auto bits = static_cast<std::uint32_t>(decoded(value->substr(at, 4)));
+    return isSigned ? static_cast<double>(static_cast<std::int32_t>(bits))
+                    : static_cast<double>(bits);
+  };
+  if (part(4) == 0) return std::nullopt;
+  return part(0) / part(4);
 }
 
 std::optional<std::string> TiffBlock::text(const Field& field) const {

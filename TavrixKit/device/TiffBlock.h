@@ -35,7 +35,7 @@ class TiffBlock {
   static const Field* find(const Directory& directory, std::uint16_t tag);
   /// The value of that place of a field of whole numbers.
   std::optional<std::uint64_t> number(const Field& field, std::uint32_t index = 0) const;
-  /// The value of that place of a field of fractions.
+  /// The value of that place of a field of fractions, signed or not.
   std::optional<double> rational(const Field& field, std::uint32_t index = 0) const;
   /// A field of text, up to its first NUL; a long one is cut.
   std::optional<std::string> text(const Field& field) const;

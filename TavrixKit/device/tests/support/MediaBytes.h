@@ -64,7 +64,8 @@ class TiffBuilder {
     std::string values;
     const std::uint64_t valuesAt = offset() + 6 + fields.size() * 12;
     for (const TiffField& field : fields) {
-      const std::uint64_t count = field.values.size() / (field.type == 5 ? 2 : 1);
+      const bool isFraction = field.type == 5 || field.type == 10;
+      const std::uint64_t count = field.values.size() / (isFraction ? 2 : 1);
       table += ordered(field.tag, 2) + ordered(field.type, 2) + ordered(count, 4);
       std::string content;
       for (const std::uint64_t value : field.values) content += ordered(value, field.valueBytes);
@@ -269,6 +270,7 @@ struct Movie {
   std::string creationDate{};    ///< of the key; none when empty
   std::string location{};        ///< of the key; none when empty
   std::string userLocation{};    ///< of the user data; none when empty
+  std::string userData{};        ///< further boxes of it
   std::uint64_t headerDate = 0;  ///< seconds since 1904
   bool isWide = false;           ///< dates of 64 bits
   bool isFirst = false;          ///< the film's header before its media
@@ -303,7 +305,7 @@ inline std::string moov(const Movie& movie) {
       fullBox("hdlr", 0, number(0, 4) + "mdta" + std::string(12, '\0') + std::string(1, '\0'));
   const std::string inMeta =
       handler + fullBox("keys", 0, number(count, 4) + keys) + box("ilst", values);
-  std::string userData;
+  std::string userData = movie.userData;
   if (!movie.userLocation.empty()) {
     userData = box("\xA9xyz",
                    number(movie.userLocation.size(), 2) + number(0x15C7, 2) + movie.userLocation);

@@ -142,9 +142,53 @@ inline std::vector<SampleFile> rawsAndFilms() {
   };
 }
 
+/// Well-formed, and seldom seen; some cost more ranges than a usual file.
+inline std::vector<SampleFile> rareFiles() {
+  const auto inRome = metadata("2026:05:20 12:00:00", "+03:00", romeLat, romeLon, 4032, 3024, true);
+  Exif smallSides = rome();
+  smallSides.gps = position("s", {41, 1, 54, 1, 0, 1}, "w", {12, 1, 30, 1, 0, 1});
+  smallSides.gps[1].type = smallSides.gps[3].type = 10;
+  Exif noSeconds = rome();
+  noSeconds.gps = position("N", {41, 1, 54, 1, 0, 0}, "E", {12, 1, 30, 1, 0, 0});
+  const std::string exifChunk = chunk("eXIf", tiff(rome()));
+  const std::string longText = chunk("tEXt", "Comment" + std::string(60'000, '\0'));
+  const auto uuid = box("uuid", std::string(16, 'u') + "x");
+  const Movie movie{.width = 640, .height = 480, .location = "+41.9012+012.5000/"};
+  std::string gaps;
+  for (int i = 0; i < 100; ++i) gaps += box("free", std::string(20'000, 'f'));
+  return {
+      {"small-sides.jpg", jpeg(exifSegment(smallSides) + frame(4032, 3024)),
+       metadata("2026:05:20 12:00:00", "+03:00", -41.9, -12.5, 4032, 3024, true)},
+      {"no-seconds.jpg", jpeg(exifSegment(noSeconds) + frame(4032, 3024)),
+       metadata("2026:05:20 12:00:00", "+03:00", {}, {}, 4032, 3024, true)},
+      {"second-exif.jpg", jpeg(exifSegment({}) + exifSegment(rome()) + frame(4032, 3024)), inRome},
+      {"long-text.png", png(4032, 3024, "", exifChunk + longText), inRome},
+      {"text-before.png", png(4032, 3024, "", longText + exifChunk), inRome},
+      {"bytes-behind.png", png(4032, 3024, "", exifChunk) + "more", inRome},
+      {"first-uuid.mov", uuid + film(movie),
+       metadata(nullptr, nullptr, 41.9012, 12.5, 640, 480, {})},
+      {"gaps.mov", gaps + film(movie), metadata(nullptr, nullptr, 41.9012, 12.5, 640, 480, {})},
+      {"brand.heic", heif({.width = 4032, .height = 3024, .exif = rome()}, "mif2"), inRome},
+  };
+}
+
 /// Well-formed, and more than exiftool understands.
 inline std::vector<SampleFile> unusualFiles() {
+  const auto degrees = [](double value) {
+    return number(static_cast<std::uint32_t>(static_cast<std::int32_t>(value * 0x10000)), 4);
+  };
+  const auto place = [&](const std::string& name) {
+    return fullBox("loci", 0,
+                   number(0x15C7, 2) + name + number(0, 1) + degrees(12.5) + degrees(-33.875) +
+                       number(0, 4) + std::string(8, '\0'));
+  };
+  const auto placed = [&](const std::string& name) {
+    return film({.width = 640, .height = 480, .userData = place(name), .isMp4 = true});
+  };
+  const auto atPlace = metadata(nullptr, nullptr, -33.875, 12.5, 640, 480, {});
   return {
+      {"place.mp4", placed(std::string{"Rome\0", 5}), atPlace},
+      {"wide-place.mp4", placed(std::string{"\xFE\xFF\0R\1\0\0\0", 8}), atPlace},
       {"in-meta.heif",
        heif({.width = 4032, .height = 3024, .exif = rome(), .exifInMeta = true}, "mif1"),
        metadata("2026:05:20 12:00:00", "+03:00", romeLat, romeLon, 4032, 3024, true)},
