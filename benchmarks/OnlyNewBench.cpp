@@ -37,15 +37,15 @@ std::vector<TransferPlanner::NamedGroup> groupsOf(const TransferPlan& plan) {
   return groups;
 }
 
-/// Every planned file, one byte long, and the marker that remembers it.
+/// Every planned file, cut to one byte, and the marker that remembers it.
 void writeDestination(const TransferPlan& plan, const std::string& path) {
   DestinationMarker::PhoneRecord record{1, phoneHash, "iPhone", "iPhone", {}, {}, {}};
   for (const PlannedFile& file : plan.files) {
     const std::filesystem::path place = path + "/" + file.relativePath;
     std::filesystem::create_directories(place.parent_path());
     std::ofstream{place} << "x";
-    record.files.push_back(
-        {file.relativePath, 1, std::string(64, 'b'), std::string{file.asset.id()}, std::nullopt});
+    record.files.push_back({file.relativePath, file.asset.sizeBytes(), std::string(64, 'b'),
+                            std::string{file.asset.id()}, std::nullopt});
   }
   const auto folder = openFolder(path);
   DestinationMarker::save(*folder, record);

@@ -133,30 +133,48 @@ TEST_F(FolderCommandsTest, anotherCardInThePlaceOfTheFirst_losesNoPicture) {
     for (const auto& entry :
          std::filesystem::recursive_directory_iterator{tester.folder / "photos"}) {
       const std::string name = entry.path().filename().string();
-      if (name.ends_with(".JPG")) found[name] = contentOf(entry.path());
+      if (name.starts_with("IMG_0001") && !name.ends_with(".MOV")) {
+        found[name] = contentOf(entry.path());
+      }
     }
     return found;
   };
+  struct Shot {
+    std::string picture;
+    std::string sidecar;
+  };
   const std::string picture = "phone/DCIM/100APPLE/IMG_0001.JPG";
-  const std::string first = tester.folder.read(picture);
+  const auto insert = [&](const Shot& shot) {
+    tester.folder.write(picture, shot.picture);
+    tester.folder.write("phone/DCIM/100APPLE/IMG_0001.AAE", shot.sidecar);
+  };
   // Cards count alike, and uncompressed pictures are all of one size.
-  const std::string second = still("2026:05:20 13:07:31");
-  ASSERT_EQ(first.size(), second.size());
-  for (const std::string& content : {first, second, first, second}) {
-    tester.folder.write(picture, content);
+  const Shot first{tester.folder.read(picture), "edit"};
+  const Shot second{still("2026:05:20 13:07:31"), "EDIT"};
+  ASSERT_EQ(first.picture.size(), second.picture.size());
+  EXPECT_EQ(run({"transfer", "phone", "photos"}).status, ExitStatus::done);
+  // A record that was made again tells them apart as one of a run does.
+  std::filesystem::remove(
+      tester.folder.path() + "/photos/" +
+      DestinationMarker::fileName(folderPhone(tester.folder / "phone", "").hash));
+  EXPECT_EQ(run({"marker", "rebuild", "phone", "photos"}).status, ExitStatus::done);
+  for (const Shot& shot : {second, first, second}) {
+    insert(shot);
     EXPECT_EQ(run({"transfer", "phone", "photos"}).status, ExitStatus::done);
   }
-  EXPECT_THAT(copies(), ElementsAre(testing::Pair("IMG_0001 (2).JPG", second),
-                                    testing::Pair("IMG_0001.JPG", first)));
+  EXPECT_THAT(copies(), ElementsAre(testing::Pair("IMG_0001 (2).AAE", second.sidecar),
+                                    testing::Pair("IMG_0001 (2).JPG", second.picture),
+                                    testing::Pair("IMG_0001.AAE", first.sidecar),
+                                    testing::Pair("IMG_0001.JPG", first.picture)));
   // Both are remembered, each with its digest.
   EXPECT_EQ(run({"verify", "photos"}).status, ExitStatus::done);
-  for (const std::string& content : {first, second}) {
-    tester.folder.write(picture, content);
+  for (const Shot& shot : {first, second}) {
+    insert(shot);
     EXPECT_THAT(run({"transfer", "phone", "photos"}).out, HasSubstr("nothing to do"));
     EXPECT_EQ(run({"transfer", "phone", "photos", "--set", "onlyNew=false"}).status,
               ExitStatus::done);
   }
-  EXPECT_EQ(copies().size(), 2U);
+  EXPECT_EQ(copies().size(), 4U);
 }
 
 TEST_F(FolderCommandsTest, secondLook_readsNothing) {
