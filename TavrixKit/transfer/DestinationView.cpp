@@ -10,14 +10,16 @@ namespace {
 
 /// Whether a shot was taken at another moment than the one that is recorded. What a camera's clock
 /// showed never changes. The date of a file is moved by whole quarters of an hour where its volume
-/// notes local time. One kind of date tells nothing of the other: a picture that could not be read
-/// once has only its file's.
+/// notes local time, and so is an instant from a clock's time. One kind of date tells nothing of
+/// the other: a picture that could not be read once has only its file's.
 bool isAnotherShot(const std::optional<ShotDate>& date, const std::optional<ShotDate>& recorded) {
   using namespace std::chrono_literals;
   constexpr auto largestShift = 26h;
-  if (!date || !recorded || date->isOwn != recorded->isOwn) return false;
+  if (!date || !recorded) return false;
+  if (!recorded->isOfEarlierForm && date->isOwn != recorded->isOwn) return false;
   const auto distance = std::chrono::abs(date->at - recorded->at);
-  return date->isOwn ? distance != 0ms : distance > largestShift || distance % 15min != 0ms;
+  const bool isExact = date->isOwn && !recorded->isOfEarlierForm;
+  return isExact ? distance != 0ms : distance > largestShift || distance % 15min != 0ms;
 }
 
 }  // namespace
@@ -93,8 +95,8 @@ bool DestinationView::fits(const WantedFile& file, const std::string& path, std:
   if (isAnotherShot(date, recorded)) return false;
   if (isConverted(file.conversion) || asset.sizeBytes() == 0) return true;
   // The original is there, larger. But a small picture of a camera looks like a reduced copy, so
-  // that the dates must be the same where they are recorded.
-  const bool isOfThatDate = !recorded || date == recorded;
+  // that the dates must be recorded and the same.
+  const bool isOfThatDate = recorded && date == recorded;
   if (asset.isOptimized() && isOfThatDate && size > 0) return true;
   // What a killed run may have landed has the size that lies there.
   const auto onDisk = filesOnDisk_.find(path);

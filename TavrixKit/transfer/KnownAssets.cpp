@@ -1,6 +1,18 @@
 #include "transfer/KnownAssets.h"
 
+#include <algorithm>
+
 namespace tavrix {
+
+const MediaAsset& leadOf(const AssetBundle& bundle) {
+  const MediaAsset& original = bundle.original();
+  if (isPictureKind(original.kind())) return original;
+  const auto& assets = bundle.assets();
+  const auto picture = std::find_if(assets.begin(), assets.end(), [](const MediaAsset& asset) {
+    return isPictureKind(asset.kind());
+  });
+  return picture == assets.end() ? original : *picture;
+}
 
 std::optional<ShotDate> shotDate(const MediaAsset& asset, const MediaAsset& lead) {
   const MediaAsset& dated = isPictureKind(asset.kind()) ? asset : lead;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "foundation/StringMap.h"
+#include "media/AssetBundle.h"
 #include "media/MediaAsset.h"
 
 namespace tavrix {
@@ -23,10 +24,15 @@ using FilesOnDisk = StringMap<FileOnDisk>;
 struct ShotDate {
   Instant at;
   bool isOwn = false;  ///< what the camera's clock showed; else when the file was last written
+  /// Noted by an earlier version: in UTC, and of whichever kind.
+  bool isOfEarlierForm = false;
 
   friend bool operator==(const ShotDate&, const ShotDate&) = default;
 };
 
+/// The file whose date stands for all of a bundle: its original, or the first picture where that is
+/// gone.
+const MediaAsset& leadOf(const AssetBundle& bundle);
 /// The date by which a file is told from another of its id: a picture's own, and of what
 /// accompanies one (`lead`) that one's. Nothing when there is none.
 std::optional<ShotDate> shotDate(const MediaAsset& asset, const MediaAsset& lead);

@@ -113,13 +113,18 @@ class RecordBuilder : public JsonHandler {
     if (key_ == "localID") file_.localID = value;
     if (key_ == "cloudID") file_.cloudID = value;
     if (key_ == "keptInsteadOf") file_.keptInsteadOf = value;
-    if (key_ == "captured") setFileDate(parseIso8601(std::string{value} + "Z"), true);
+    if (key_ == "captured") setCaptured(value);
     if (key_ == "modified") setFileDate(parseIso8601(value), false);
     return key_ != "size";
   }
+  void setCaptured(std::string_view value) {
+    const bool isOfEarlierForm = value.ends_with('Z');
+    const std::string text = std::string{value} + (isOfEarlierForm ? "" : "Z");
+    setFileDate(parseIso8601(text), true, isOfEarlierForm);
+  }
   /// The picture's own date says more than its file's.
-  void setFileDate(const std::optional<Instant>& at, bool isOwn) {
-    if (at && (isOwn || !file_.date)) file_.date = ShotDate{*at, isOwn};
+  void setFileDate(const std::optional<Instant>& at, bool isOwn, bool isOfEarlierForm = false) {
+    if (at && (isOwn || !file_.date)) file_.date = ShotDate{*at, isOwn, isOfEarlierForm};
   }
   static bool set(std::string& field, std::string_view value, bool& has) {
     field = value;
@@ -153,7 +158,7 @@ class RecordBuilder : public JsonHandler {
 std::optional<std::string> dateText(const std::optional<ShotDate>& date, bool isOwn) {
   if (!date || date->isOwn != isOwn) return std::nullopt;
   std::string text = iso8601(date->at);
-  if (isOwn) text.pop_back();
+  if (isOwn && !date->isOfEarlierForm) text.pop_back();
   return text;
 }
 

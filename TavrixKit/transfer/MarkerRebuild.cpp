@@ -241,12 +241,12 @@ class Recognition {
   std::mutex mutex_;
 };
 
-/// By id: the original of each file that is no picture and has the date of one.
+/// By id: the picture whose date each file has that is no picture.
 absl::flat_hash_map<std::string_view, MediaAsset> leadsOf(const std::vector<AssetBundle>& bundles) {
   absl::flat_hash_map<std::string_view, MediaAsset> leads;
   for (const AssetBundle& bundle : bundles) {
     for (const MediaAsset& asset : bundle.assets()) {
-      if (!isPictureKind(asset.kind())) leads.try_emplace(asset.id(), bundle.original());
+      if (!isPictureKind(asset.kind())) leads.try_emplace(asset.id(), leadOf(bundle));
     }
   }
   return leads;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "media/AssetBundle.h"
+#include "transfer/KnownAssets.h"
 
 namespace tavrix {
 
@@ -48,7 +49,7 @@ struct PlannedFile {
   AssetBundle bundle;      ///< its shot
 
   const std::string& bundleID() const { return bundle.id(); }
-  WantedFile wanted() const { return {asset, bundle.original(), conversion}; }
+  WantedFile wanted() const { return {asset, leadOf(bundle), conversion}; }
 
   friend bool operator==(const PlannedFile&, const PlannedFile&) = default;
 };

@@ -17,7 +17,7 @@ struct PendingFile {
   MediaAsset asset;
   std::string dirPath;     ///< with a "/" at its end, or empty
   std::string outputName;  ///< with prefix and final extension
-  MediaAsset lead;         ///< the original of its bundle
+  MediaAsset lead;         ///< of its bundle
 
   std::string basePath() const { return dirPath + outputName; }
   bool isLead() const { return asset.id() == lead.id(); }
@@ -69,7 +69,7 @@ std::vector<PendingFile> pendingFiles(const AssetBundle& bundle, const Directori
   std::vector<PendingFile> files;
   for (const MediaAsset& asset : bundle.assets()) {
     files.push_back({asset, places.of(asset, bundle.isLivePhoto(), isInVideoBundle(bundle)),
-                     outputName(asset, options), bundle.original()});
+                     outputName(asset, options), leadOf(bundle)});
   }
   return files;
 }
@@ -226,7 +226,7 @@ class Layout {
   /// when it lies nowhere, or its converted form is there.
   const std::string* keptPath(const PlannedFile& file, const std::string& base) const {
     if (!isConverted(file.conversion)) return nullptr;
-    const WantedFile original{file.asset, file.bundle.original()};
+    const WantedFile original{file.asset, leadOf(file.bundle)};
     if (isAlreadyThere(original, file.relativePath, destination_)) return nullptr;
     return destination_.keptPath(original, withExtensionOf(base, file.asset.name()),
                                  textOf(file.conversion));

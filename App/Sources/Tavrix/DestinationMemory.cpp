@@ -77,7 +77,7 @@ bool DestinationMemory::isClaimed(const PlannedFile& file, const std::string& pa
 }
 
 std::optional<ShotDate> DestinationMemory::dateOf(const PlannedFile& file) const {
-  return recordedDate(file.asset, file.bundle.original(), setup_.phone.hasSerialNumber);
+  return recordedDate(file.asset, leadOf(file.bundle), setup_.phone.hasSerialNumber);
 }
 
 void DestinationMemory::landed(const LandedFile& file) {

@@ -27,7 +27,9 @@ PhoneRecord sample() {
            {"2026-05-20/IMG_2 \"x\".MOV", UINT64_MAX, std::nullopt, std::nullopt, std::nullopt,
             std::nullopt, ShotDate{nextDay, true}},
            {"2026-05-20/IMG_3.HEIC", 1, std::nullopt, "3", std::nullopt, "jpeg",
-            ShotDate{nextDay, false}}}};
+            ShotDate{nextDay, false}},
+           {"2026-05-20/IMG_4.HEIC", 1, std::nullopt, "4", std::nullopt, std::nullopt,
+            ShotDate{nextDay, true, true}}}};
 }
 
 TEST(DestinationMarker, record_writtenAndRead_isTheSame) {

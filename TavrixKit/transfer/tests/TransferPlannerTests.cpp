@@ -392,12 +392,27 @@ INSTANTIATE_TEST_SUITE_P(
                     MomentCase{"unreadableNow", 1000, true, false, 77s, false, false},
                     MomentCase{"reduced", 9000, true, true, 0s, true, false},
                     MomentCase{"reducedOfAnotherShot", 9000, true, true, 1s, true, true},
-                    MomentCase{"reducedWithoutRecordedDate", 9000, {}, true, 0s, true, false},
+                    MomentCase{"reducedWithoutRecordedDate", 9000, {}, true, 0s, true, true},
                     MomentCase{"reducedOfThatFileDate", 9000, false, false, 0s, true, false},
                     MomentCase{"reducedOrOfAnotherCard", 9000, false, false, 1h, true, true},
                     MomentCase{"claimOfAReducedCopy", 0, {}, true, 0s, true, false},
                     MomentCase{"whole", 9000, true, true, 0s, false, true}),
     [](const auto& row) { return row.param.name; });
+
+TEST(TransferPlanner, dateOfAnEarlierForm_isComparedByQuartersOfAnHour) {
+  FileRecord record{"d/1.DNG", 1000, std::nullopt, "A/1.DNG", std::nullopt};
+  record.date = ShotDate{taken, true, true};
+  for (const bool isOwn : {true, false}) {
+    const auto shift = isOwn ? 0s : 1172s;
+    const auto pathsOfOne = [&](std::chrono::milliseconds later) {
+      const auto asset = datedAsset("A/1.DNG", 1000, later - shift, isOwn);
+      return pathsOf(
+          TransferPlanner::plan({groupOf("d", {asset})}, {}, view({"d/1.DNG"}, {record})));
+    };
+    EXPECT_EQ(pathsOfOne(3h), Paths{}) << "the zone of the camera";
+    EXPECT_EQ(pathsOfOne(67min), Paths{"d/1 (2).DNG"});
+  }
+}
 
 TEST(TransferPlanner, sidecar_goesByTheDateOfItsShot) {
   const auto shot = [](std::uint64_t size, std::uint64_t sidecarSize,
@@ -414,7 +429,7 @@ TEST(TransferPlanner, sidecar_goesByTheDateOfItsShot) {
       onDisk.push_back(file.relativePath);
       records.push_back({file.relativePath, file.asset.sizeBytes(), std::nullopt,
                          std::string{file.asset.id()}, std::nullopt, std::nullopt,
-                         recordedDate(file.asset, file.bundle.original(), true)});
+                         recordedDate(file.asset, leadOf(file.bundle), true)});
     }
     return pathsOf(plan);
   };
@@ -431,6 +446,15 @@ TEST(TransferPlanner, sidecar_goesByTheDateOfItsShot) {
     EXPECT_THAT(transfer(other), IsEmpty());
   }
   EXPECT_THAT(transfer(shot(1000, 50, 0s)), IsEmpty());
+  // Where the original is gone, the edited version has the date.
+  for (const auto later : {0s, 5s}) {
+    const std::string number = later == 0s ? "" : " (2)";
+    const std::vector assets{datedAsset("A/IMG_E9.HEIC", 3000, later, true),
+                             datedAsset("A/IMG_9.AAE", 61, 0s, false)};
+    EXPECT_THAT(
+        transfer({groupOf("d", assets)}),
+        testing::UnorderedElementsAre("d/IMG_E9" + number + ".HEIC", "d/IMG_9" + number + ".AAE"));
+  }
 }
 
 TEST(TransferPlanner, picturesOfSeveralCardsWithOneID_areEachKnownWhereTheyLie) {

@@ -103,12 +103,13 @@ void AppModel::sourceReady(ConnectedSource source, DataOrigin origin) {
   }
   writeLog(*services_.log, "device ready: assets={}", source.assets->size());
   isSourcePresent_ = true;
+  source_ = std::move(source);
   change([&](AppState& state) {
     state.origin = std::move(origin);
-    state.assets = source.assets;
+    state.assets = source_->assets;
   });
+  if (!source_) return;  // whoever was told of it took it away again
   if (run_) run_->phoneIsBack();
-  source_ = std::move(source);
   requestShots();
   if (state_.destination) refreshDestination();
 }

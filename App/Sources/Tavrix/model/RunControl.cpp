@@ -272,6 +272,7 @@ void RunControl::pauseForPhone(PhoneError::Kind kind) {
   writeLog(*services_.log, "transfer paused: phone gone");
   tellPause(
       waitingText(services_.language, lossText(services_.language, run_.source.deviceName, kind)));
+  if (run_.stage != Stage::pausedForPhone) return;  // somebody told of it has cancelled
   // It is read anew, and then the run goes on.
   if (run_.source.lost) return run_.source.lost();
   // The watcher may be slower to notice than the reads were, or faster: then it is back already.
@@ -334,8 +335,8 @@ void RunControl::landSpace(std::optional<std::uint64_t> free, std::uint64_t need
 
 void RunControl::resume() {
   if (leg_) {
-    tellPause(std::nullopt);
     run_.stage = Stage::running;
+    tellPause(std::nullopt);
     return gate_->open();
   }
   run_.stage = Stage::resuming;
@@ -350,6 +351,7 @@ void RunControl::resume() {
 void RunControl::landReopened(Reopened& reopened) {
   if (!reopened.failure) {
     tellPause(std::nullopt);
+    if (run_.stage != Stage::resuming) return;  // somebody told of it has cancelled
     return startLeg(std::move(reopened.destination));
   }
   if (isBusy(reopened.failure)) {
