@@ -1,6 +1,6 @@
-// Measures the program beside yardsticks of the same machine, in turns within one run: machines are
-// shared and noisy, ratios are not. Arguments choose among: pipeline grouping only-new copying
-// packing verify history metadata phone places stills videos.
+// Measures the program against yardsticks on the same machine, alternately within one run: shared
+// machines are noisy, but ratios are stable. The arguments select benchmarks: pipeline grouping
+// only-new copying packing verify history metadata phone places stills videos.
 
 #include <fmt/format.h>
 
@@ -10,10 +10,8 @@
 #include <vector>
 
 #include "Benches.h"
-#include "conversion/ConversionProcess.h"
 
 int main(int count, char** values) {
-  if (const auto status = tavrix::ConversionProcess::runAsChild(count, values)) return *status;
   const std::vector<std::string> chosen{values + 1, values + count};
   const auto isChosen = [&](const char* name) {
     return chosen.empty() || std::find(chosen.begin(), chosen.end(), name) != chosen.end();

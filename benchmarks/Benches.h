@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// Each measures one stretch of the program beside a yardstick and prints its rows. `folder` is an
-/// empty folder on a real disk for the files that it needs.
+/// Each function measures one part of the program against a yardstick and prints its rows. `folder`
+/// is an empty folder on a real disk for the files it needs.
 namespace tavrix::bench {
 
 void benchPipeline(const std::string& folder);

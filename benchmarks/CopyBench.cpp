@@ -5,8 +5,8 @@
 #include <fstream>
 
 #include "Benches.h"
-#include "Library.h"
 #include "Measure.h"
+#include "SyntheticLibrary.h"
 #include "foundation/files/Folder.h"
 #include "media/BundleBuilder.h"
 #include "media/LocalMediaSource.h"
@@ -73,8 +73,8 @@ void benchTree(const std::string& folder, const Tree& tree) {
   writeSources(sources, tree);
   const TransferPlan plan = planOfTree(tree);
   Duel best{1e9, 1e9};
-  // Every copy goes into a folder of its own: where a volume discards what was removed, removing an
-  // earlier copy would burden the next measurement. The first round only warms up.
+  // Every copy uses a new folder: if the volume discards removed blocks, removing an earlier copy
+  // would slow the next measurement. The first round is a warm-up.
   for (int round = 0; round < 3; ++round) {
     const std::string theirs = fmt::format("{}/theirs-{}", folder, round);
     const std::string ours = fmt::format("{}/ours-{}", folder, round);

@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "Benches.h"
-#include "Library.h"
 #include "Measure.h"
+#include "SyntheticLibrary.h"
 #include "grouping/GroupingEngine.h"
 #include "media/BundleBuilder.h"
 
@@ -30,7 +30,7 @@ std::size_t tripsIn(const GroupingEngine::Result& result) {
   return count;
 }
 
-/// Groups, and lets go of the result outside of what is measured.
+/// Groups, and frees the result outside the measured time.
 struct Grouping {
   GroupingEngine::Request request;
   std::optional<GroupingEngine::Result> result;
@@ -39,8 +39,8 @@ struct Grouping {
   void run() { result = GroupingEngine::group(request); }
 };
 
-/// Takes `theirs` as many times in a row and counts one of them, so that both take about as long
-/// and a busy machine slows both alike.
+/// Runs `theirs` several times in a row and uses the time of one run. So both take about as long,
+/// and a busy machine slows both equally.
 Duel duelOf(Grouping& ours, Grouping& theirs, int times = 1) {
   Duel best{1e9, 1e9};
   for (int round = 0; round < 5; ++round) {

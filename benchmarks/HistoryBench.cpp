@@ -15,7 +15,7 @@ namespace {
 constexpr int recordCount = 10'000;
 constexpr int shotCount = 500;
 
-/// A run of 500 shots, every third of them a Live Photo.
+/// Returns a run of 500 shots, every third of which is a Live Photo.
 TransferRecord recordOfRun(int number) {
   TransferRecord record;
   for (std::size_t i = 0; i < 4; ++i) {
@@ -47,8 +47,8 @@ TransferRecord recordOfRun(int number) {
   return record;
 }
 
-/// The bare work of a store: the bytes under another name, onto stable storage, renamed, the
-/// folder's entry synced.
+/// Does the minimum work of a store: writes the bytes to stable storage under another name, renames
+/// the file and syncs the folder entry.
 void writeBare(const std::string& folder, int number, const std::string& text) {
   const std::string path = fmt::format("{}/{}.json", folder, number);
   const std::string temporary = path + ".part";
@@ -67,7 +67,7 @@ void benchWriting(const std::string& folder, HistoryStore& store) {
   const std::string text = TransferRecordCoding::encode(recordOfRun(0));
   double ours = 0;
   double theirs = 0;
-  // In turns of a hundred, so that both meet the same disk.
+  // The yardstick runs in every other hundred, so that both use the same disk; its time is doubled.
   for (int number = 0; number < recordCount; ++number) {
     const TransferRecord record = recordOfRun(number);
     ours += seconds([&] { store.add(record); });

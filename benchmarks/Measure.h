@@ -6,11 +6,11 @@
 
 namespace tavrix::bench {
 
-/// Seconds that a piece of work takes.
+/// Returns the time that the work takes, in seconds.
 double seconds(const std::function<void()>& work);
 
-/// Two pieces of work measured in turns, so that a busy machine slows both alike: the best time of
-/// each.
+/// The best times of two pieces of work measured alternately, so that a busy machine slows both
+/// equally.
 struct Duel {
   double ours = 0;
   double theirs = 0;
@@ -18,13 +18,13 @@ struct Duel {
 };
 Duel duel(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs);
 
-/// The peak of resident memory that `work` adds, in bytes, measured in a process of its own.
+/// Returns the peak of resident memory that `work` adds, in bytes. Measures it in a child process.
 double peakBytes(const std::function<void()>& work);
 
-/// Runs a shell command; ends the program when it fails.
+/// Runs a shell command. Ends the program if it fails.
 void shell(const std::string& command);
 
-/// One line of the table.
+/// A row of the table.
 struct Row {
   std::string what;
   std::string ours;
@@ -32,7 +32,7 @@ struct Row {
   double ratio = 0;
   double target = 0;
 };
-/// Prints the row with its verdict and remembers whether the target was met.
+/// Prints the row with its verdict.
 void print(const Row& row);
 std::string time(double seconds);
 

@@ -1,7 +1,7 @@
-// Reading the catalogue of a folder. Of 20,000 small pictures: the first look beside the bare
-// reading of the beginnings of the same files, and the second look, which finds all in the cache,
-// beside the first. Of 10,000 stills: the first look beside exiftool. Of 100,000 files: the second
-// look beside find and the reading of the cache's file.
+// Reads the catalogue of a folder. With 20,000 small pictures: the first scan against the bare
+// reading of the beginnings of the same files, and the second scan, which finds all in the cache,
+// against the first. With 10,000 stills: the first scan against exiftool. With 100,000 files: the
+// second scan against find and reading the cache file.
 
 #include <fmt/format.h>
 
@@ -12,11 +12,11 @@
 
 #include "Benches.h"
 #include "Measure.h"
-#include "device/FileBytes.h"
-#include "device/FolderCatalogue.h"
-#include "device/RangedReader.h"
-#include "device/SourceFolder.h"
-#include "device/tests/support/SampleFiles.h"
+#include "device/folders/FolderCatalogue.h"
+#include "device/folders/SourceFolder.h"
+#include "device/metadata/FileBytes.h"
+#include "device/metadata/RangedReader.h"
+#include "device/metadata/tests/support/SampleFiles.h"
 
 namespace tavrix::bench {
 namespace {
@@ -25,7 +25,8 @@ constexpr int filesInFolder = 1000;
 
 enum class Content { stillsAndFilms, stills, small };
 
-/// Pictures and films in turns, as a phone has them; small ones have nothing behind their metadata.
+/// Writes pictures and films alternately, as on a phone. Small ones have nothing after their
+/// metadata.
 void writePhone(const std::string& folder, int files, Content content) {
   using namespace testbytes;
   constexpr std::size_t fileBytes = 40'000;
@@ -61,7 +62,7 @@ void look(const std::string& folder, const std::string& state, int files) {
   if (known != files) fmt::print("unexpected: {} files known\n", known);
 }
 
-/// Lists the folder and reads what the first range of each file holds, and nothing else.
+/// Lists the folder and reads only the first range of each file.
 void readBare(const std::string& folder, int files) {
   std::array<char, FileBytes::rangeBytes> buffer{};
   std::uint64_t bytes = 0;
@@ -105,7 +106,7 @@ void benchExiftool(const std::string& folder) {
     std::filesystem::remove_all(state);
     look(phone, state, files);
   };
-  // Once is enough of what takes a minute.
+  // Once is enough for a command that takes a minute.
   Duel exiftool = duel(1, first, [&] { shell("exiftool -fast2 -r '" + phone + "' > /dev/null"); });
   exiftool.ours = std::min(exiftool.ours, duel(4, first, [] {}).ours);
   print({"first look at 10,000 stills : exiftool -fast2 -r", time(exiftool.ours),

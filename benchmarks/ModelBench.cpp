@@ -1,15 +1,15 @@
-// The application model under a large library: the time from a change of a setting to the new
-// display, beside the grouping of the same shots alone, and the longest that the main loop is held
-// up meanwhile.
+// The application model with a large library: the time from a settings change to the new display,
+// against grouping the same shots alone, and the longest time that the main loop is blocked
+// meanwhile.
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
 #include "Benches.h"
-#include "Library.h"
 #include "Measure.h"
-#include "device/SerialQueue.h"
+#include "SyntheticLibrary.h"
+#include "foundation/tasks/SerialQueue.h"
 #include "grouping/GroupingEngine.h"
 #include "media/BundleBuilder.h"
 #include "model/AppModel.h"
@@ -17,7 +17,7 @@
 namespace tavrix::bench {
 namespace {
 
-/// A loop that knows its longest task.
+/// A loop that records its longest task.
 class TimedLoop : public MainLoop {
  public:
   void postAfter(Duration delay, Task task) override {
@@ -27,12 +27,20 @@ class TimedLoop : public MainLoop {
   Moment now() const override { return loop_.now(); }
   void runUntil(const std::function<bool()>& isDone) { loop_.runUntil(isDone); }
 
-  /// Seconds, since this was asked last.
+  /// Returns the longest task since the last call, in seconds.
   double takeLongest() { return std::exchange(longest_, 0); }
 
  private:
   StandardMainLoop loop_;
   double longest_ = 0;
+};
+
+/// A source whose files are never opened.
+class NoFiles : public SourceFiles {
+ public:
+  std::unique_ptr<MediaSource> openMedia(AwaitPhone, std::stop_token) const override {
+    return nullptr;
+  }
 };
 
 /// A model with a phone.
@@ -42,7 +50,7 @@ class Launched {
     model_.sourceReady({.deviceName = "iPhone",
                         .phone = snapshotPhone("iPhone"),
                         .assets = std::move(assets),
-                        .openMedia = {}},
+                        .files = std::make_shared<NoFiles>()},
                        data_origin::Device{"iPhone"});
     settle();
     loop_.takeLongest();
@@ -51,7 +59,8 @@ class Launched {
   const Settings& settings() const { return *model_.state().settings; }
   double longestTask() { return loop_.takeLongest(); }
   std::size_t folders() const { return model_.state().displayGroups->size(); }
-  /// Seconds until what is shown follows from the change; the change itself is one more task.
+  /// Returns the seconds from the change until the display shows its result. The change itself is
+  /// one more task.
   double change(const std::function<void(Settings&)>& edit) {
     Settings changed = settings();
     edit(changed);

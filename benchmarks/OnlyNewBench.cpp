@@ -4,8 +4,8 @@
 #include <fstream>
 
 #include "Benches.h"
-#include "Library.h"
 #include "Measure.h"
+#include "SyntheticLibrary.h"
 #include "foundation/files/Folder.h"
 #include "transfer/DestinationView.h"
 #include "transfer/TransferPlanner.h"
@@ -15,7 +15,7 @@ namespace {
 
 const std::string phoneHash(64, 'a');
 
-/// Bytes that this process has read through the system so far.
+/// Returns the number of bytes that this process has read so far.
 std::uint64_t bytesRead() {
   std::ifstream file{"/proc/self/io"};
   std::string key;
@@ -37,7 +37,7 @@ std::vector<TransferPlanner::NamedGroup> groupsOf(const TransferPlan& plan) {
   return groups;
 }
 
-/// Every planned file, cut to one byte, and the marker that remembers it.
+/// Writes every planned file, truncated to one byte, and the marker that records it.
 void writeDestination(const TransferPlan& plan, const std::string& path) {
   DestinationMarker::PhoneRecord record{1, phoneHash, "iPhone", "iPhone", {}, {}, {}};
   for (const PlannedFile& file : plan.files) {

@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <fstream>
 
-#include "ArchivePacker.h"
 #include "Benches.h"
-#include "Library.h"
 #include "Measure.h"
+#include "SyntheticLibrary.h"
 #include "foundation/files/Folder.h"
+#include "runs/ArchivePacker.h"
 
 namespace tavrix::bench {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t fileCount = 700;
 constexpr std::size_t fileBytes = 3'000'000;
 
-/// Writes the files as a run stages them, and gives the archive's content.
+/// Writes the files as a run stages them, and returns the content of the archive.
 ArchiveContent writeStaged(const std::string& path) {
   const std::string folder = ".Tavrix-staging/day";
   std::filesystem::create_directories(path + "/" + folder);
@@ -49,7 +49,7 @@ void packAsOthersDo(const std::string& path) {
 void benchPacking(const std::string& folder) {
   constexpr double target = 0.6;
   const ArchiveContent content = writeStaged(folder);
-  // Neither side pays for bytes that the other has left to the disk.
+  // Flushes first, so that neither side pays for data that the other has left unwritten.
   const auto measured = [&](const char* name, const auto& pack) {
     std::filesystem::remove(folder + "/" + name);
     shell("sync -f '" + folder + "'");

@@ -1,6 +1,6 @@
-// A simulated phone on the cable: the catalogue of 20,000 small pictures, each call to the phone
-// taking a millisecond, by the number of calls; and the copying of large films beside the bare
-// reading of the same films by the library that speaks with phones.
+// A simulated phone on the cable. The catalogue of 20,000 small pictures, where each call to the
+// phone takes a millisecond, by number of calls; and copying large films against the bare reading
+// of the same films by the library that communicates with phones.
 
 #include <fmt/format.h>
 #include <libimobiledevice/afc.h>
@@ -14,10 +14,10 @@
 
 #include "Benches.h"
 #include "Measure.h"
-#include "device/CameraMediaSource.h"
-#include "device/PhoneCatalogue.h"
+#include "device/cable/CameraMediaSource.h"
+#include "device/cable/PhoneCatalogue.h"
+#include "device/metadata/tests/support/SampleFiles.h"
 #include "device/simulator/PhoneSimulator.h"
-#include "device/tests/support/SampleFiles.h"
 #include "media/SnapshotItem.h"
 
 namespace tavrix::bench {
@@ -67,7 +67,7 @@ void look(PhoneBrowser& browser, const std::string& state) {
   }
 }
 
-/// One row: the time beside that which the calls alone take, were each a millisecond.
+/// Prints one row: the time against that of the calls alone, at a millisecond each.
 void lookOnce(const char* what, PhoneBrowser& browser, const PhoneSimulator& simulator,
               const std::string& state) {
   constexpr double callSeconds = 0.001;
@@ -97,7 +97,7 @@ void download(PhoneBrowser& browser) {
   if (destination.count != films * filmBytes) fmt::print("unexpected: {}\n", destination.count);
 }
 
-/// The library's own loop, reads of 1 MiB, without any check.
+/// Reads in a loop with the library only: 1 MiB at a time, without any checks.
 void readBare() {
   idevice_t device = nullptr;
   afc_client_t client = nullptr;

@@ -7,8 +7,8 @@
 #include <optional>
 
 #include "Benches.h"
-#include "Library.h"
 #include "Measure.h"
+#include "SyntheticLibrary.h"
 #include "grouping/PlaceClustering.h"
 
 namespace tavrix::bench {
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t million = 1'000'000;
 
-/// The JSON library reads the file and nobody listens.
+/// Parses the file with the JSON library and discards all events.
 void walkBare(const std::string& path) {
   constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag |
                              rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag;
@@ -29,7 +29,7 @@ void walkBare(const std::string& path) {
 }
 
 void benchReading(const std::string& path) {
-  // Kept, so that the time of letting go of a million files is not measured as reading.
+  // Kept, so that freeing a million files is not measured as reading.
   std::vector<std::vector<MediaAsset>> catalogues;
   const Duel reading =
       duel(5, [&] { catalogues.push_back(readCatalogue(path)); }, [&] { walkBare(path); });

@@ -10,8 +10,8 @@
 #include <unordered_set>
 
 #include "Benches.h"
-#include "Library.h"
 #include "Measure.h"
+#include "SyntheticLibrary.h"
 #include "grouping/PlaceClustering.h"
 #include "grouping/PlaceTree.h"
 #include "media/BundleBuilder.h"
@@ -26,7 +26,7 @@ constexpr const char* tablePath = TAVRIX_RESOURCES "/gazetteer.bin";
 constexpr std::size_t lookupCount = 1'000'000;
 constexpr std::size_t comparedCount = 10'000;
 
-/// Points spread evenly over the Earth, most of them at sea.
+/// Returns points spread evenly over the Earth, most of them at sea.
 std::vector<GeoPoint> pointsAnywhere(std::size_t count) {
   std::mt19937_64 random{1};
   std::uniform_real_distribution<double> height{-1, 1};
@@ -38,7 +38,7 @@ std::vector<GeoPoint> pointsAnywhere(std::size_t count) {
   return points;
 }
 
-/// Points some ten kilometres around places of the table, where people are.
+/// Returns points about ten kilometres around places of the table, where people live.
 std::vector<GeoPoint> pointsAroundPlaces(const GazetteerTable& table, std::size_t count) {
   std::mt19937_64 random{2};
   std::uniform_int_distribution<std::size_t> anyPlace{0, table.size() - 1};
@@ -51,7 +51,7 @@ std::vector<GeoPoint> pointsAroundPlaces(const GazetteerTable& table, std::size_
   return points;
 }
 
-/// The choice by looking at every place, those aside that are too far off by their latitude alone.
+/// Finds the choice by scanning all places, skipping those too far away by latitude alone.
 std::optional<CityChoice::Choice> scanned(const GazetteerTable& table, const GeoPoint& point) {
   const auto country = table.borders().countryAt(point);
   std::vector<CityChoice::Choice> reaching;
@@ -118,7 +118,7 @@ void benchLookups(const Gazetteer& gazetteer, const char* where,
          0.05});
 }
 
-/// A geocoder that counts what it is asked.
+/// A geocoder that counts its queries.
 class CountedGazetteer : public Geocoder {
  public:
   explicit CountedGazetteer(std::size_t& asked) : asked_(asked) {}
@@ -134,7 +134,7 @@ class CountedGazetteer : public Geocoder {
   std::size_t& asked_;
 };
 
-/// Shots that all have a position, each near one of some points of the Earth where people are.
+/// Returns shots that all have a position, each near one of several inhabited points of the Earth.
 std::vector<AssetBundle> locatedShots(const Gazetteer& gazetteer, std::size_t count,
                                       std::size_t places) {
   const auto homes = pointsAroundPlaces(gazetteer.table(), places);
@@ -152,7 +152,7 @@ std::vector<AssetBundle> locatedShots(const Gazetteer& gazetteer, std::size_t co
   return BundleBuilder::makeBundles(assets);
 }
 
-/// Cells, names in two languages and the tree of a library, as a person is shown them.
+/// Measures the cells, the names in two languages and the tree of a library, as shown to the user.
 void benchLibrary(const Gazetteer& gazetteer, std::size_t shots, std::size_t places) {
   const auto bundles = locatedShots(gazetteer, shots, places);
   std::vector<GeoPoint> points;

@@ -1,5 +1,5 @@
-// Re-saving 20 pictures of a phone as JPEG, two at once, beside a loop over a converter that the
-// system packages. TAVRIX_PHONE_FILES names a folder with the HEIC files to take.
+// Converts 20 pictures of a phone to JPEG, two at a time, against a loop over a converter packaged
+// by the system. TAVRIX_PHONE_FILES names a folder with the HEIC files to use.
 
 #include <fmt/format.h>
 
@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t pictures = 20;
 
-/// Those that the yardstick reads, too.
+/// Returns the files that the yardstick can read as well.
 std::vector<std::string> heicFiles(const std::string& folder) {
   std::vector<std::string> files;
   for (const auto& entry : std::filesystem::directory_iterator{folder}) {
@@ -33,7 +33,7 @@ std::vector<std::string> heicFiles(const std::string& folder) {
 }
 
 void convertAll(const std::vector<std::string>& sources, const std::string& folder) {
-  ProcessConverter converter{"/proc/self/exe"};
+  ProcessConverter converter{TAVRIX_CONVERT_PROGRAM};
   const MediaAsset asset{"1",          "IMG_1.HEIC", std::nullopt, MediaKind::photo, 1,
                          std::nullopt, std::nullopt, false,        std::nullopt,     std::nullopt};
   std::atomic<std::size_t> next = 0;

@@ -1,4 +1,4 @@
-#include "Library.h"
+#include "SyntheticLibrary.h"
 
 #include <fmt/format.h>
 
@@ -51,7 +51,7 @@ class FileSink : public TextSink {
   std::ofstream file_;
 };
 
-/// Writes shot after shot until enough files stand in the list.
+/// Writes one shot after another until the list has enough files.
 class PhoneWriter {
  public:
   explicit PhoneWriter(std::size_t files) : files_(files) { items_.reserve(files + 4); }
@@ -144,7 +144,7 @@ std::vector<GeoPoint> scatteredPoints(std::size_t count, std::size_t places) {
 std::vector<MediaAsset> travels(const TravelPlan& plan) {
   constexpr std::int64_t span = 15LL * 365 * 86400;
   const GeoPoint home{55.75, 37.62};
-  // A trip is the last third of its share of the events.
+  // A trip takes the last third of its share of the events.
   const std::size_t eventsOfTrip = std::max<std::size_t>(1, plan.events / plan.trips);
   Random random;
   std::vector<MediaAsset> assets;

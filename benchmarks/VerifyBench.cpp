@@ -4,8 +4,8 @@
 #include <fstream>
 
 #include "Benches.h"
-#include "Library.h"
 #include "Measure.h"
+#include "SyntheticLibrary.h"
 #include "foundation/Digest.h"
 #include "foundation/files/Folder.h"
 #include "transfer/CopyVerification.h"
@@ -20,7 +20,7 @@ struct Tree {
   const char* what;
 };
 
-/// Writes the files and the record of a phone that knows them.
+/// Writes the files and the record of a phone that has them.
 void writeDestination(const std::string& path, const Tree& tree) {
   std::filesystem::create_directories(path);
   DestinationMarker::PhoneRecord record;

@@ -1,4 +1,4 @@
-// Converting a film of 20 seconds in full HD to H.264, beside FFmpeg's own program with the same
+// Converts a film of 20 seconds in full HD to H.264, against FFmpeg's own program with the same
 // settings.
 
 #include <filesystem>
@@ -23,8 +23,8 @@ void convert(const std::string& clip, const std::string& result) {
   std::filesystem::remove(result);
   const MediaAsset asset{"clip",       "IMG_1.MOV",  "100APPLE", MediaKind::video, 1,
                          std::nullopt, std::nullopt, false,      std::nullopt,     std::nullopt};
-  ProcessConverter{"/proc/self/exe"}.convert(asset, planned_conversion::H264{}, clip, result, {},
-                                             {});
+  ProcessConverter{TAVRIX_CONVERT_PROGRAM}.convert(asset, planned_conversion::H264{}, clip, result,
+                                                   {}, {});
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
-// Any bytes are a cache of some lines. What is read of them must be found by name, size, date and
-// folder, and come back from the lines that are written; and a line must say the same whether or
-// not it is laid out as the program lays it out.
+// Reads arbitrary bytes as the lines of a metadata cache. Every item read must be found by name,
+// size, date and folder, and survive writing and reading. A line must have the same meaning whether
+// or not it has the layout that the program writes.
 
 #include <algorithm>
 #include <cstdint>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "device/MetadataCache.h"
+#include "device/metadata/MetadataCache.h"
 #include "foundation/json/TextReader.h"
 #include "media/Snapshot.h"
 
@@ -21,7 +21,7 @@ MetadataCache::Records recordsOf(std::string_view text) {
   return readJsonLines(source);
 }
 
-/// The lines of all records, in an order that does not depend on the map's.
+/// Returns the lines of all records, in an order independent of the map.
 std::vector<std::string> linesOf(const MetadataCache::Records& records) {
   std::vector<std::string> lines;
   for (const auto& [key, item] : records) {
@@ -38,7 +38,7 @@ void checkFinding(const MetadataCache::Records& records) {
     const auto* const found =
         MetadataCache::find(records, MetadataCache::key(item), item.dir, true);
     if (found == nullptr || MetadataCache::isIncomplete(item)) std::abort();
-    // Names and folders as a disk may have them.
+    // Only for names and folders that can exist on a disk.
     const bool isPossible = item.name.find('\0') == std::string::npos && item.dir != "";
     if (isPossible && *found != item) std::abort();
   }

@@ -1,5 +1,5 @@
-// Reads arbitrary bytes as a line of a list of checksums. What decodes must be the same after
-// writing and reading, on one line.
+// Reads arbitrary bytes as a line of a checksum list. If it decodes, writing and reading must give
+// the same entry, on one line.
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,17 +1,17 @@
-// The converter's own parsing: orientation, segments, references and tiles, the fields of a TIFF
-// file, the frame of a result and what a process tells.
+// Tests the converter's own parsers: orientation, segments, references and tiles, the fields of a
+// TIFF file, the frame of a result and the report of a process.
 
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 
 #include "conversion/ConversionReport.h"
-#include "conversion/HeifReferences.h"
-#include "conversion/HeifTiles.h"
 #include "conversion/JpegFrame.h"
-#include "conversion/MemoryReader.h"
-#include "conversion/StillMetadata.h"
-#include "conversion/TiffExif.h"
+#include "conversion/codecs/HeifReferences.h"
+#include "conversion/codecs/HeifTiles.h"
+#include "conversion/codecs/StillMetadata.h"
+#include "conversion/codecs/TiffExif.h"
+#include "device/metadata/MemoryReader.h"
 #include "transfer/MediaConverter.h"
 
 using namespace tavrix;
@@ -32,7 +32,7 @@ void checkMetadata(const std::string& bytes) {
     for (const JpegSegment& segment : segmentsOf({upright, packet, bytes}))
       require(segment.payload.size() <= 65'533);
     const std::string exif = exifOfTiff(bytes);
-    // A block of ours is one that is read again.
+    // A block that the program wrote can be read again.
     require(exif.empty() || exifOfTiff(exif).size() <= exif.size());
   } catch (const ConversionError& error) {
     require(error.failure() == ConversionFailure::tooLarge);

@@ -1,12 +1,12 @@
-// Reads arbitrary bytes as the file of user defaults. What decodes must be the same text after
-// writing and reading; what does not is JSON's fault and nothing else.
+// Reads arbitrary bytes as the defaults file. If they decode, writing and reading must give the
+// same text; otherwise only JsonError may be thrown.
 
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
-#include "defaults/DefaultsFile.h"
+#include "settings/defaults/DefaultsFile.h"
 
 using namespace tavrix;
 

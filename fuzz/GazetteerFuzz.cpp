@@ -1,5 +1,5 @@
-// Reads arbitrary bytes as a table of places. What opens must answer for every place and point
-// without looking outside its bytes; what does not must be refused with GazetteerError.
+// Reads arbitrary bytes as a gazetteer. If it opens, every place and point must be answered without
+// reading out of bounds; otherwise GazetteerError must be thrown.
 
 #include <algorithm>
 #include <cstdint>

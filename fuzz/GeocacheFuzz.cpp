@@ -1,5 +1,5 @@
-// Reads arbitrary bytes as the cache of place names. What decodes must be the same after writing
-// and reading; what does not counts as absent, whatever it is.
+// Reads arbitrary bytes as the cache of place names. If they decode, writing and reading must give
+// the same cache; any other bytes are treated as absent.
 
 #include <cstdint>
 #include <cstdlib>

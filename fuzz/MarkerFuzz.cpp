@@ -1,5 +1,5 @@
-// Reads arbitrary bytes as a phone's record. What decodes must be the same after writing and
-// reading; what does not must be refused quietly or as a newer version.
+// Reads arbitrary bytes as a phone's record. If they decode, writing and reading must give the same
+// record; otherwise they must be rejected silently or as a newer version.
 
 #include <cstdint>
 #include <cstdlib>

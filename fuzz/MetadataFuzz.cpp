@@ -1,13 +1,14 @@
-// Any bytes, taken as a file of each kind in turn, give metadata within bounds at a bounded cost.
+// Reads arbitrary bytes as a file of each kind. The metadata must be within bounds, and the cost
+// bounded.
 
 #include <array>
 #include <cstdint>
 #include <cstdlib>
 
-#include "device/Bytes.h"
-#include "device/Containers.h"
-#include "device/Iso6709.h"
-#include "device/MetadataReader.h"
+#include "device/metadata/Bytes.h"
+#include "device/metadata/Containers.h"
+#include "device/metadata/Iso6709.h"
+#include "device/metadata/MetadataReader.h"
 
 using namespace tavrix;
 
@@ -45,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view bytes{reinterpret_cast<const char*>(data), size};
   TextFile file{bytes};
   check(MetadataReader::read(file));
-  // Each reader also with what its mark would have kept from it.
+  // Also calls a reader directly, which a wrong signature would have prevented.
   constexpr std::array<MediaMetadata (*)(FileBytes&), 8> readers{
       readJpeg, readPng, readTiff, readHeif, readMovie, readGif, readBmp, readWebp};
   TextFile again{bytes};

@@ -1,6 +1,6 @@
-// Reads arbitrary bytes as the record of a run and as the index of all records. What decodes must
-// be the same after writing and reading, whole or for a list; what does not must be refused with
-// RecordError.
+// Reads arbitrary bytes as the record of a run and as the index of all records. If they decode,
+// writing and reading must give the same, in full and for a list; otherwise RecordError must be
+// thrown.
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// Any bytes are either a snapshot, which then comes back equal after writing, or end in
-// SnapshotError.
+// Reads arbitrary bytes as a snapshot. It must survive writing and reading, or SnapshotError must
+// be thrown.
 
 #include <cstdint>
 #include <cstdlib>
@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     TextReader sameSource{text};
     checkAssets(Snapshot::readAssets(sameSource, zone), items.size());
   } catch (const SnapshotError&) {
-    // Bad input is told, and nothing else comes of it.
+    // Invalid input must have no other effect.
   }
   return 0;
 }

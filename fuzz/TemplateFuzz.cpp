@@ -8,8 +8,8 @@
 #include "naming/NameRendering.h"
 #include "naming/NameTemplateCoding.h"
 
-// Any bytes as the JSON of a name template: they are refused, or the template survives writing and
-// reading and gives names that are safe for a folder.
+// Reads arbitrary bytes as the JSON of a name template. They are rejected, or the template survives
+// writing and reading and gives names that are safe for a folder.
 
 namespace {
 

@@ -3,7 +3,7 @@
 namespace tavrix {
 namespace {
 
-/// The check comes a little late rather than a moment too early.
+/// The delay of the scheduled check, which must rather come a little late than a moment too early.
 constexpr std::chrono::milliseconds margin{100};
 
 double secondsOf(UnseenPhoneCheck::Duration duration) {

@@ -7,25 +7,25 @@
 
 namespace tavrix {
 
-/// Notices a phone that is on the bus and yet is not handed over: when that has lasted for 12
-/// seconds, the person is told. A value; each step gives the next one. Moments are those of a
-/// steady clock.
+/// Detects a phone that is on the bus although the system does not provide it. After 12 seconds in
+/// this state, the user is informed. A check is a value; each step returns the next one. Moments
+/// are those of a steady clock.
 struct UnseenPhoneCheck {
   using Moment = std::chrono::steady_clock::time_point;
   using Duration = std::chrono::steady_clock::duration;
   struct Next;
 
-  /// How long a phone may be unseen.
+  /// The time that a phone may be unseen.
   static constexpr std::chrono::seconds patience{12};
 
-  std::optional<Moment> unseenSince;   ///< a phone on the bus, and nothing from the browser
-  bool unseenCheckScheduled = false;   ///< a call of `checkedAgain` is under way
-  bool phoneOnCableButUnseen = false;  ///< what the person is told
+  std::optional<Moment> unseenSince;   ///< a phone is on the bus, the browser has none
+  bool unseenCheckScheduled = false;   ///< a call of `checkedAgain` is pending
+  bool phoneOnCableButUnseen = false;  ///< the user is informed
 
-  /// To be taken whenever the bus or the browser of phones tells something new. What happens is
-  /// written to the log.
+  /// Returns the next check. Must be called whenever the bus or the browser of phones reports a
+  /// change. Changes of the state are written to the log.
   Next updated(bool isPhoneOnBus, bool browserHasDevice, Moment now, Log& log) const;
-  /// The step that `checkAfter` asked for.
+  /// As updated(), for the call that `checkAfter` requested.
   Next checkedAgain(bool isPhoneOnBus, bool browserHasDevice, Moment now, Log& log) const;
 
   friend bool operator==(const UnseenPhoneCheck&, const UnseenPhoneCheck&) = default;
@@ -33,7 +33,7 @@ struct UnseenPhoneCheck {
 
 struct UnseenPhoneCheck::Next {
   UnseenPhoneCheck check;
-  /// After so long `checkedAgain` is to be called, once.
+  /// The time after which `checkedAgain` must be called once; nullopt if no call is needed.
   std::optional<Duration> checkAfter;
 
   friend bool operator==(const Next&, const Next&) = default;

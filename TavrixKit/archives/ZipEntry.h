@@ -10,10 +10,10 @@ namespace tavrix {
 
 /// A file to be put into an archive.
 struct ZipEntry {
-  std::string name;             ///< UTF-8 as it is written, "/" between parts
+  std::string name;             ///< UTF-8, as written into the archive, "/" between parts
   std::uint64_t size = 0;       ///< bytes
-  Instant modified;             ///< kept in whole seconds
-  unsigned permissions = 0644;  ///< of Unix
+  Instant modified;             ///< stored in whole seconds
+  unsigned permissions = 0644;  ///< Unix mode bits
 
   friend bool operator==(const ZipEntry&, const ZipEntry&) = default;
 };
@@ -27,9 +27,9 @@ struct ZippedEntry {
   friend bool operator==(const ZippedEntry&, const ZippedEntry&) = default;
 };
 
-/// Whether an entry of the name stays, unpacked by whatever program, below the folder that it is
-/// unpacked into: relative, without "." and ".." and empty parts, a backslash counted as a
-/// separator, too; valid UTF-8 of at most 65,535 bytes without control characters.
+/// Returns true if an entry of this name stays below the folder into which any program unpacks it.
+/// The name must be relative, without "." and ".." and empty parts, where a backslash is treated as
+/// a separator, too; it must be valid UTF-8 of at most 65,535 bytes without control characters.
 bool isSafeEntryName(std::string_view name);
 
 }  // namespace tavrix

@@ -22,14 +22,14 @@ constexpr std::uint32_t regularFile = 0100000;
 constexpr std::uint16_t zip64Field = 0x0001;
 constexpr std::uint16_t timeField = 0x5455;
 
-/// A record that grows by numbers with the lowest byte first.
+/// A record built from numbers in little-endian order.
 class Record {
  public:
   Record& u8(std::uint64_t value) { return number(value, 1); }
   Record& u16(std::uint64_t value) { return number(value, 2); }
   Record& u32(std::uint64_t value) { return number(value, 4); }
   Record& u64(std::uint64_t value) { return number(value, 8); }
-  /// 32 bits, all set where the value stands in the ZIP64 field.
+  /// Appends 32 bits, all set if the value is in the ZIP64 field.
   Record& u32OrMarker(std::uint64_t value) { return u32(std::min(value, most32)); }
   Record& text(std::string_view value) {
     bytes_ += value;
@@ -48,7 +48,7 @@ class Record {
 
 bool isLarge(std::uint64_t value) { return value >= most32; }
 
-/// Date and time of MS-DOS as one number, of two seconds' precision, from 1980 to 2107.
+/// Returns MS-DOS date and time as one number, with a precision of two seconds, from 1980 to 2107.
 std::uint32_t dosTime(Instant instant, const TimeZone& zone) {
   const LocalTime local = zone.toLocal(instant);
   const auto day = std::chrono::floor<std::chrono::days>(local);
@@ -67,7 +67,7 @@ std::uint32_t dosTime(Instant instant, const TimeZone& zone) {
          static_cast<std::uint32_t>(time.seconds().count() / 2);
 }
 
-/// The field of the modification time; empty for times that do not fit it.
+/// Returns the field of the modification time; empty for times that do not fit it.
 std::string timeExtra(Instant instant) {
   const auto seconds = std::chrono::floor<std::chrono::seconds>(instant).time_since_epoch().count();
   if (seconds < std::numeric_limits<std::int32_t>::min() ||
@@ -89,8 +89,8 @@ std::uint16_t versionOf(const ZippedEntry& zipped) {
 
 std::uint16_t flagsOf(const ZipEntry& entry) { return isAscii(entry.name) ? 0 : namesAreUtf8; }
 
-/// What both records of an entry have in common, from the version that a reader needs to the length
-/// of the name.
+/// Adds the fields that both records of an entry share, from the required version to the length of
+/// the name.
 void addCommon(Record& record, std::uint16_t version, const ZippedEntry& zipped,
                const TimeZone& zone) {
   const ZipEntry& entry = zipped.entry;
@@ -117,7 +117,7 @@ bool hasControlCharacter(std::string_view text) {
 
 bool isSafeEntryName(std::string_view name) {
   if (name.size() > longestName || hasControlCharacter(name)) return false;
-  // The drive of another system: "C:x".
+  // A drive letter of another system: "C:x".
   if (name.size() > 1 && name[1] == ':') return false;
   for (std::size_t begin = 0; begin <= name.size();) {
     const std::size_t end = std::min(name.find_first_of("/\\", begin), name.size());
@@ -131,7 +131,7 @@ std::string ZipRecords::localHeader(const ZippedEntry& zipped, const TimeZone& z
   const ZipEntry& entry = zipped.entry;
   std::string extra = timeExtra(entry.modified);
   if (isLarge(entry.size)) {
-    // Here, unlike in the directory, both sizes stand in the field.
+    // Unlike in the directory, the field has both sizes here.
     extra += Record{}.u16(zip64Field).u16(16).u64(entry.size).u64(entry.size).take();
   }
   Record record;
@@ -165,7 +165,7 @@ std::string ZipRecords::directoryEnd(std::uint64_t entries, std::uint64_t bytes,
     constexpr std::uint64_t restOfRecord = 44;
     record.u32(0x06064b50).u64(restOfRecord).u16(madeOnUnix | versionZip64).u16(versionZip64);
     record.u32(0).u32(0).u64(entries).u64(entries).u64(bytes).u64(offset);
-    // Where that record stands: right after the directory.
+    // The offset of that record: right after the directory.
     record.u32(0x07064b50).u32(0).u64(offset + bytes).u32(1);
   }
   const std::uint64_t shortEntries = std::min(entries, most16);

@@ -6,19 +6,20 @@
 #include "archives/ZipEntry.h"
 #include "foundation/TimeZone.h"
 
-/// The records of a zip archive as bytes, after PKWARE's APPNOTE 6.3.9; the field for modification
-/// times is that of Info-ZIP ("UT"). Sizes and offsets that do not fit 32 bits go to the ZIP64
-/// fields, and only those.
+/// The records of a zip archive as bytes, according to PKWARE's APPNOTE 6.3.9; the field for
+/// modification times is Info-ZIP's "UT". Only sizes and offsets that do not fit into 32 bits are
+/// written to the ZIP64 fields.
 namespace tavrix::ZipRecords {
 
-/// Where in a local header the CRC stands.
+/// Offset of the CRC in a local header, in bytes.
 inline constexpr std::uint64_t crcOffset = 14;
 
-/// What stands before an entry's bytes. The time of MS-DOS is the wall clock of `zone`.
+/// Returns the header before an entry's bytes. Its MS-DOS time is local time in `zone`.
 std::string localHeader(const ZippedEntry& zipped, const TimeZone& zone);
-/// What the directory at the archive's end says of the entry.
+/// Returns the entry's record in the directory at the archive's end.
 std::string directoryEntry(const ZippedEntry& zipped, const TimeZone& zone);
-/// What stands after the directory, which has so many entries and bytes and begins at `offset`.
+/// Returns the records after the directory, which has `entries` entries and `bytes` bytes and
+/// begins at `offset`.
 std::string directoryEnd(std::uint64_t entries, std::uint64_t bytes, std::uint64_t offset);
 
 }  // namespace tavrix::ZipRecords

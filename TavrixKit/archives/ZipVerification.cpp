@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t bufferBytes = std::size_t{1} << 20U;
 
-// Nothing is ever changed in the archive, so there is nothing to save.
+// The archive is never modified, so there is nothing to save.
 using Archive = std::unique_ptr<zip_t, decltype(&zip_discard)>;
 using Content = std::unique_ptr<zip_file_t, decltype(&zip_fclose)>;
 
@@ -20,7 +20,7 @@ Archive open(const std::string& path) {
   return archive;
 }
 
-/// Whether the directory says of an entry what was put in.
+/// Returns true if the directory describes the entry as it was added.
 bool isListed(zip_t* archive, zip_uint64_t index, const ZippedEntry& zipped) {
   constexpr zip_uint64_t needed =
       ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_CRC | ZIP_STAT_COMP_METHOD | ZIP_STAT_COMP_SIZE;
@@ -31,7 +31,7 @@ bool isListed(zip_t* archive, zip_uint64_t index, const ZippedEntry& zipped) {
          status.crc == zipped.crc && status.comp_method == ZIP_CM_STORE;
 }
 
-/// Reads an entry to its end, where the library compares the CRC-32 of what it read.
+/// Reads an entry to its end, where the library checks the CRC-32 of the bytes.
 void readEntry(zip_t* archive, zip_uint64_t index, const ZippedEntry& zipped, char* buffer,
                const ZipVerification::Received& received) {
   const std::string& name = zipped.entry.name;

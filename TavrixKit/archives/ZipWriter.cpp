@@ -35,7 +35,7 @@ void ZipWriter::add(const ZipEntry& entry, ByteReader& content, const Received& 
   };
   std::size_t count = fill(content);
   digest(count);
-  // The header of content that fits the buffer is right at once.
+  // If the content fits into the buffer, this header is final.
   write(ZipRecords::localHeader(zipped, zone_));
   const std::uint32_t crcOfHeader = zipped.crc;
   std::uint64_t total = 0;

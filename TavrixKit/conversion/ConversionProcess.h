@@ -10,34 +10,29 @@
 
 namespace tavrix {
 
-/// What the process of one conversion may use; what goes beyond ends it.
+/// The resource limits of one conversion process. Exceeding them ends the process.
 struct ConversionLimits {
   std::uint64_t memoryBytes = std::uint64_t{2} << 30U;  ///< address space
   std::chrono::seconds processorTime{60};
-  std::chrono::seconds silence{300};  ///< between two signs of life; others may need the machine
+  std::chrono::seconds silence{300};  ///< longest pause between two reports; generous, because
+                                      ///< other programs may load the machine
   std::uint64_t resultBytes = std::uint64_t{512} << 20U;
 
   friend bool operator==(const ConversionLimits&, const ConversionLimits&) = default;
 };
 
-/// Conversions in processes of their own: this program again, with a hidden first argument. A
-/// process has the two files and a pipe for what it tells, no others and no network; a hostile file
-/// that breaks it costs that one conversion.
+/// Runs each conversion in a process of its own, with the program `tavrix-convert`. A process has
+/// the two files and a pipe to its parent, no other files and no network. A hostile file that
+/// breaks the process costs only that one conversion.
 namespace ConversionProcess {
 
-/// The hidden first argument.
-inline constexpr const char* argument = "--convert-in-child";
-
-/// Starts `program` for one file and waits for it; ended within half a second of `stop`. Throws
-/// ConversionError, and FileError with `resultPath` when the result cannot be written.
+/// Starts `program` for one file and waits until it ends. Kills it within half a second of a `stop`
+/// request. Throws ConversionError, and FileError with `resultPath` if the result cannot be
+/// written.
 ConversionResult run(const std::string& program, const PlannedConversion& conversion,
                      const ConversionFiles& files, const ConversionLimits& limits,
                      const std::string& resultPath, const ConversionProgress& progress,
                      std::stop_token stop);
-
-/// The life of such a process, from the program's `main`: nothing when the arguments are not those
-/// of one, else its exit status.
-std::optional<int> runAsChild(int argc, char** argv);
 
 }  // namespace ConversionProcess
 

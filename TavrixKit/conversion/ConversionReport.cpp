@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t longestLine = 128;
 
-/// Cuts the next word off.
+/// Removes the next word from the line and returns it.
 std::string_view nextWord(std::string_view& line) {
   const std::string_view word = line.substr(0, line.find(' '));
   line.remove_prefix(std::min(word.size() + 1, line.size()));

@@ -9,8 +9,8 @@
 
 namespace tavrix {
 
-/// What the process of a conversion tells its parent, one line each: "progress 0.25", and at the
-/// end one of "done WIDTH HEIGHT MILLISECONDS CROPPED", "kept REASON" and "unwritable CODE".
+/// The report of a conversion process to its parent, in lines: "progress 0.25", and as the last one
+/// "done WIDTH HEIGHT MILLISECONDS CROPPED", "kept REASON" or "unwritable CODE".
 namespace ConversionReport {
 
 struct Unwritable {
@@ -22,11 +22,11 @@ using Ending = std::variant<ConversionResult, ConversionFailure, Unwritable>;
 std::string progressLine(double fraction);
 std::string endingLine(const Ending& ending);
 
-/// Takes the lines apart as they arrive. The process is not to be believed more than its file: what
-/// is no such line, or comes after the end, is passed over, and a line has its greatest length.
+/// Parses the lines as they arrive. The process is trusted no more than its file: malformed lines
+/// and lines after the ending are skipped, and the length of a line is limited.
 class Reader {
  public:
-  /// Gives the last progress among the bytes.
+  /// Adds received bytes. Returns the last progress among them, or nullopt if there is none.
   std::optional<double> add(std::string_view bytes);
   const std::optional<Ending>& ending() const { return ending_; }
 

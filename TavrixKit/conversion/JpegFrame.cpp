@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "device/Bytes.h"
+#include "device/metadata/Bytes.h"
 
 namespace tavrix {
 namespace {
@@ -12,14 +12,14 @@ constexpr std::uint64_t startOfImage = 0xFFD8;
 constexpr std::uint64_t endOfImage = 0xFFD9;
 constexpr std::uint64_t startOfScan = 0xFFDA;
 
-/// The number that two bytes at an offset make; 0 past the end.
+/// Returns the number in the two bytes at an offset; 0 past the end.
 std::uint64_t numberAt(RangedReader& file, std::uint64_t offset) {
   std::array<char, 2> bytes{};
   return file.read(offset, bytes) == 2 ? bigEndian({bytes.data(), 2}) : 0;
 }
 
 bool isFrame(std::uint64_t marker) {
-  // All but the tables that lie between them.
+  // All markers in this range except those of tables.
   return marker >= 0xFFC0 && marker <= 0xFFCF && marker != 0xFFC4 && marker != 0xFFC8 &&
          marker != 0xFFCC;
 }

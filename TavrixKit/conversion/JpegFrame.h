@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "device/RangedReader.h"
+#include "device/metadata/RangedReader.h"
 
 namespace tavrix {
 
@@ -15,9 +15,9 @@ struct JpegFrame {
   friend bool operator==(const JpegFrame&, const JpegFrame&) = default;
 };
 
-/// Of a file that is whole as far as its segments tell: from its first marker to its frame and scan
-/// (ITU-T T.81, B.1), and with the marker of its end as its last. Nothing for any other. Throws
-/// what `file` throws.
+/// Returns the frame of a JPEG file that is complete as far as its segments show: well-formed from
+/// its first marker to its frame and scan (ITU-T T.81, B.1), with the end marker as its last two
+/// bytes. Returns nullopt for any other file. Throws what `file` throws.
 std::optional<JpegFrame> readJpegFrame(RangedReader& file);
 
 }  // namespace tavrix

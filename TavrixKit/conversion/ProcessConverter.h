@@ -6,12 +6,11 @@
 
 namespace tavrix {
 
-/// The converter that the program uses: each file in a process of its own, its result looked at
-/// before it counts.
+/// The converter that the program uses. Converts each file in a process of its own and checks the
+/// result before accepting it.
 class ProcessConverter : public MediaConverter {
  public:
-  /// `program` is the one whose `main` calls ConversionProcess::runAsChild. Limits other than those
-  /// of the kind of conversion are for tests.
+  /// `program` is the path of `tavrix-convert`. `limits` replaces limitsOf() in tests.
   explicit ProcessConverter(std::string program, std::optional<ConversionLimits> limits = {})
       : program_(std::move(program)), limits_(limits) {}
 
@@ -24,7 +23,7 @@ class ProcessConverter : public MediaConverter {
   std::optional<ConversionLimits> limits_;
 };
 
-/// What one conversion of a kind may use.
+/// Returns the limits for one conversion of this kind.
 ConversionLimits limitsOf(const PlannedConversion& conversion);
 
 }  // namespace tavrix

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "conversion/JpegFrame.h"
-#include "device/MetadataReader.h"
+#include "device/metadata/MetadataReader.h"
 
 namespace tavrix {
 
@@ -20,7 +20,8 @@ bool isWholeFilm(RangedReader& source, RangedReader& result, const ConversionRes
   const MediaMetadata before = MetadataReader::read(source);
   const MediaMetadata after = MetadataReader::read(result);
   if (!after.px || !after.py) return false;
-  // A place that the source tells in another form alone is told in more of them by the result.
+  // If the source has its place only in a form that is not read here, the result has it in more
+  // forms, so only a place that was read is compared.
   const bool isSamePlace = !before.lat || (before.lat == after.lat && before.lon == after.lon);
   const bool isSameCapture =
       before.exifDate == after.exifDate && before.exifOffset == after.exifOffset && isSamePlace;

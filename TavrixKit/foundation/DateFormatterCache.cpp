@@ -7,7 +7,7 @@ namespace tavrix {
 
 struct DateFormatter::Format {
   icu::SimpleDateFormat format;
-  std::mutex mutex;  ///< the library's formatters remember what they wrote last
+  std::mutex mutex;  ///< ICU formatters change their own state when they format
 };
 
 DateFormatter::DateFormatter(const std::string& format, const std::string& localeID,
@@ -17,7 +17,7 @@ DateFormatter::DateFormatter(const std::string& format, const std::string& local
   const icu::Locale locale{localeID.c_str()};
   format_.reset(
       new Format{icu::SimpleDateFormat{icu::UnicodeString::fromUTF8(format), locale, status}, {}});
-  // The zone's own table tells the wall clock, so that names and groups agree about days.
+  // The calendar stays in GMT: text() converts with TimeZone, so names and groups agree on days.
   auto calendar =
       std::make_unique<icu::GregorianCalendar>(*icu::TimeZone::getGMT(), locale, status);
   calendar->setGregorianChange(-std::numeric_limits<UDate>::infinity(), status);

@@ -10,8 +10,8 @@
 
 namespace tavrix {
 
-/// Writes moments by a date pattern of Unicode (UTS #35), on the Gregorian calendar without a
-/// change from the Julian one, as the wall clock of a zone shows them. From any thread.
+/// Formats moments with a Unicode date pattern (UTS #35), in the local time of one time zone. Uses
+/// the proleptic Gregorian calendar. Safe to use from any thread.
 class DateFormatter {
  public:
   DateFormatter(const std::string& format, const std::string& localeID, TimeZone timeZone);
@@ -27,23 +27,23 @@ class DateFormatter {
   TimeZone timeZone_;
 };
 
-/// Date formatters are costly to build: this keeps one per key and hands the same one out again.
-/// From any thread.
+/// Keeps one date formatter per key, because formatters are costly to build. Safe to use from any
+/// thread.
 class DateFormatterCache {
  public:
   struct Key {
-    /// What the texts are for.
+    /// The purpose of the texts.
     enum class Kind { monthName, isoDay, dotTime };
 
     Kind kind = Kind::isoDay;
     std::string format;
     std::string localeID;
-    std::string timeZoneID;  ///< what the tz database does not know counts as UTC
+    std::string timeZoneID;  ///< UTC is used for an identifier that the tz database does not have
 
     friend auto operator<=>(const Key&, const Key&) = default;
   };
 
-  /// That of the process.
+  /// Returns the cache of the process.
   static DateFormatterCache& shared();
 
   std::shared_ptr<const DateFormatter> formatter(const Key& key);
@@ -53,7 +53,7 @@ class DateFormatterCache {
   std::map<Key, std::shared_ptr<const DateFormatter>> formatters_;
 };
 
-/// The day form of names: "2026-05-20" in a zone.
+/// Returns the key of the day format used in names: "2026-05-20" in the given zone.
 DateFormatterCache::Key isoDayKey(const TimeZone& timeZone);
 
 }  // namespace tavrix

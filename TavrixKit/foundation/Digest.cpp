@@ -9,7 +9,7 @@ namespace tavrix {
 namespace {
 
 void require(int succeeded) {
-  // The library refuses only when it has no memory.
+  // The library fails only if it runs out of memory.
   if (succeeded != 1) throw std::bad_alloc{};
 }
 

@@ -8,8 +8,8 @@
 
 namespace tavrix {
 
-/// SHA-256 (FIPS 180-4) of bytes that arrive piece by piece. One value computes many digests one
-/// after another; not for two threads at once.
+/// A SHA-256 digest (FIPS 180-4) of bytes that arrive piece by piece. One object can compute many
+/// digests one after another. Not safe to use from two threads at once.
 class Sha256 {
  public:
   Sha256();
@@ -18,9 +18,9 @@ class Sha256 {
   Sha256& operator=(Sha256&&) noexcept;
 
   void add(std::span<const std::byte> bytes);
-  /// The digest as 64 lower-case hexadecimal digits; the next add() begins a new one.
+  /// Returns the digest as 64 lower-case hexadecimal digits. The next add() begins a new digest.
   std::string finish();
-  /// Forgets what was added.
+  /// Discards the bytes added so far.
   void restart();
 
  private:
@@ -28,11 +28,11 @@ class Sha256 {
   std::unique_ptr<Context> context_;
 };
 
-/// The digest of a text's bytes, in lower-case hexadecimal.
+/// Returns the SHA-256 digest of a text's bytes, in lower-case hexadecimal.
 std::string sha256Hex(std::string_view text);
 
-/// The MD5 digest (RFC 1321) of a text's bytes, in lower-case hexadecimal, where a file format
-/// names things by it; it protects nothing.
+/// Returns the MD5 digest (RFC 1321) of a text's bytes, in lower-case hexadecimal. Only for file
+/// formats that derive names from it; not for security.
 std::string md5Hex(std::string_view text);
 
 }  // namespace tavrix

@@ -14,7 +14,7 @@ double squared(double value) { return value * value; }
 }  // namespace
 
 bool isOnEarth(const GeoPoint& point) {
-  // Nothing that is not a number passes.
+  // NaN fails both comparisons.
   return std::abs(point.latitude) <= 90 && std::abs(point.longitude) <= 180;
 }
 

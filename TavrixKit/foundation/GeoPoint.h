@@ -2,7 +2,7 @@
 
 namespace tavrix {
 
-/// A place on the Earth, in degrees: latitude with north positive, longitude with east positive.
+/// A point on the Earth, in degrees. North and east are positive.
 struct GeoPoint {
   double latitude = 0;
   double longitude = 0;
@@ -10,15 +10,15 @@ struct GeoPoint {
   friend bool operator==(const GeoPoint&, const GeoPoint&) = default;
 };
 
-/// Whether there is such a place: latitude from -90 to 90, longitude from -180 to 180.
+/// Returns true if the latitude is from -90 to 90 and the longitude from -180 to 180.
 bool isOnEarth(const GeoPoint& point);
 
-/// Diameter of the sphere on which every distance is measured, in kilometres.
+/// Diameter of the sphere on which all distances are computed, in kilometres.
 inline constexpr double earthDiameterKm = 12742.0;
 
-/// Haversine distance in kilometres (R. W. Sinnott, "Virtues of the Haversine", 1984):
+/// Returns the haversine distance in kilometres (R. W. Sinnott, "Virtues of the Haversine", 1984):
 /// d · asin(min(1, √h)), h = sin²(Δφ/2) + cos φ₁ · cos φ₂ · sin²(Δλ/2).
-/// Nearly antipodal points give half the circumference, never a domain error.
+/// For nearly antipodal points the result is half the circumference, never a domain error.
 double haversineDistanceKm(const GeoPoint& a, const GeoPoint& b);
 
 }  // namespace tavrix

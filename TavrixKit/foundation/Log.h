@@ -8,8 +8,7 @@
 
 namespace tavrix {
 
-/// A field of a log line that may tell something about the person: a path, a name, the text of a
-/// failure.
+/// A field of a log line that may reveal something about the user: a path, a name, an error text.
 struct PrivateField {
   std::string_view text;
 };
@@ -18,12 +17,12 @@ struct PrivateField {
 class Log {
  public:
   virtual ~Log() = default;
-  /// Whether private fields are written out; otherwise "<private>" stands in their place.
+  /// Returns true if private fields are written out. Otherwise "<private>" replaces them.
   virtual bool showsPrivateFields() const = 0;
   virtual void write(std::string_view line) = 0;
 };
 
-/// Forgets every line.
+/// Returns a log that discards every line.
 Log& silentLog();
 
 namespace detail {
@@ -41,8 +40,8 @@ auto shownField(const Log& log, const T& value) {
 }
 }  // namespace detail
 
-/// Writes one line; private fields are shown or hidden as the log says, with control characters
-/// replaced so that a name cannot forge a second line.
+/// Writes one line. showsPrivateFields() decides whether private fields are shown or hidden. In a
+/// shown one control characters are replaced, so that a name cannot forge a second line.
 template <typename... Fields>
 void writeLog(Log& log, std::string_view format, const Fields&... fields) {
   const auto line = [&](const auto&... shown) {

@@ -13,7 +13,7 @@ struct Unit {
 constexpr std::array<Unit, 6> units{
     {{"Б", "B"}, {"КБ", "kB"}, {"МБ", "MB"}, {"ГБ", "GB"}, {"ТБ", "TB"}, {"ПБ", "PB"}}};
 
-// A no-break space keeps a number in one piece.
+// A no-break space keeps a number on one line.
 constexpr std::string_view noBreakSpace = "\u00A0";
 
 }  // namespace
@@ -48,7 +48,7 @@ std::string counted(Language language, std::uint64_t count, const CountedNoun& n
 std::string bytesText(Language language, std::uint64_t bytes) {
   std::size_t unit = 0;
   double value = static_cast<double>(bytes);
-  // What would round up to 1000 belongs to the next unit.
+  // A value that would round up to 1000 moves to the next unit.
   while (value >= (unit == 0 ? 1000 : 999.95) && unit + 1 < units.size()) {
     value /= 1000;
     ++unit;

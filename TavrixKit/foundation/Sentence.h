@@ -8,19 +8,34 @@
 
 namespace tavrix {
 
-/// The languages that the program talks.
+/// The languages of the program.
 enum class Language { russian, english };
 
-/// The language for "system": English on an English machine, Russian on any other.
+/// Returns the language for the setting "system": English if the locale is English, otherwise
+/// Russian.
 Language languageOfLocale(std::string_view localeID);
 
-/// One sentence for people in both languages, with the types of what is put in. A sentence that
-/// lacks a language, or whose places do not fit its types, does not compile.
+/// One sentence for the user in both languages, with the types of its values. A sentence without
+/// one of the languages, or whose placeholders do not match the types, does not compile.
 template <typename... Values>
 struct Sentence {
   fmt::format_string<const Values&...> russian;
   fmt::format_string<const Values&...> english;
 };
+
+#ifdef __APPLE__
+inline constexpr bool isMac = true;
+#else
+inline constexpr bool isMac = false;
+#endif
+
+/// Returns the form of a sentence for this platform: `mac` names the Mac or macOS, `other` is for
+/// every other system.
+template <typename... Values>
+constexpr Sentence<Values...> onPlatform(const Sentence<Values...>& mac,
+                                         const Sentence<Values...>& other) {
+  return isMac ? mac : other;
+}
 
 /// A noun in the forms that follow a number.
 struct CountedNoun {
@@ -38,14 +53,14 @@ std::string say(Language language, const Sentence<Values...>& sentence,
                      values...);
 }
 
-/// The form of the noun that goes with a number: "файла" for 22.
+/// Returns the form of the noun that follows a number: "файла" for 22.
 std::string_view nounFor(Language language, std::uint64_t count, const CountedNoun& noun);
-/// Number and noun: "1 024 файла", "1,024 files".
+/// Returns the number and the noun: "1 024 файла", "1,024 files".
 std::string counted(Language language, std::uint64_t count, const CountedNoun& noun);
-/// A number with its thousands apart: "1 024", "1,024".
+/// Returns a number with its thousands separated: "1 024", "1,024".
 std::string numberText(Language language, std::uint64_t count);
-/// A size in decimal units with at most one decimal: "2,9 МБ", "2.9 MB"; bytes below 1000 as they
-/// are.
+/// Returns a size in decimal units, with one decimal from 1 kB on: "2,9 МБ", "2.9 MB". Below 1000
+/// it is a whole number of bytes.
 std::string bytesText(Language language, std::uint64_t bytes);
 
 }  // namespace tavrix

@@ -5,14 +5,14 @@
 
 #include "foundation/Sentence.h"
 
-/// What the core library tells people, in both languages side by side.
+/// The sentences of the core library for the user, in both languages side by side.
 namespace tavrix::sentences {
 
 inline constexpr CountedNoun files{"файл", "файла", "файлов", "file", "files"};
 inline constexpr CountedNoun folders{"папка", "папки", "папок", "folder", "folders"};
 inline constexpr CountedNoun shots{"снимок", "снимка", "снимков", "snapshot", "snapshots"};
 
-// Why one file was not copied.
+// Reasons why a file was not copied.
 inline constexpr Sentence<> pathOutsideDestination{
     "путь файла выходит за пределы папки назначения",
     "the file's path goes outside the destination folder"};
@@ -34,19 +34,21 @@ inline constexpr Sentence<> phoneDisconnected{"связь с айфоном пр
 inline constexpr Sentence<> sourceFailed{"источник не отдал файл",
                                          "the source did not hand the file over"};
 
-// How a run went and what became of its shots and files.
-inline constexpr Sentence<> allOnMac{"Все снимки на Mac", "All snapshots are on the Mac"};
+// The outcome of a run and of its shots and files.
+inline constexpr Sentence<> allOnMac =
+    onPlatform(Sentence<>{"Все снимки на Mac", "All snapshots are on the Mac"},
+               Sentence<>{"Все снимки на компьютере", "All snapshots are on this computer"});
 inline constexpr Sentence<std::string> notTransferred{"Не перенеслось: {}", "Not transferred: {}"};
 inline constexpr Sentence<> transferBroken{"Перенос прерван", "Transfer interrupted"};
 inline constexpr Sentence<> stateOnMac{"скопировано и сверено", "copied and verified"};
 inline constexpr Sentence<> stateAlreadyThere{"уже были на месте", "were already in place"};
 inline constexpr Sentence<> stateFailed{"не перенеслось", "not transferred"};
-inline constexpr Sentence<> stateOff{"не входит по настройкам", "left out by the settings"};
+inline constexpr Sentence<> stateOff{"пропущено по настройкам", "skipped by the settings"};
 inline constexpr Sentence<> stateOptimized{"уменьшенная копия, пропущено по настройкам",
                                            "reduced copy, skipped by the settings"};
 inline constexpr Sentence<> stateNotReached{"не дошла очередь", "not reached"};
 
-/// What a code of the system (errno) means, for people: "нет места на диске".
+/// Returns the meaning of a system error code (errno), for the user: "нет места на диске".
 std::string systemErrorText(Language language, int code);
 
 }  // namespace tavrix::sentences

@@ -5,13 +5,13 @@
 
 namespace tavrix {
 
-/// A value that is too large to copy and never changes: copies share it. Equal when the values are.
-/// The value of a default one is a default T.
+/// An immutable value that is too large to copy: copies share it. Two objects are equal if their
+/// values are equal. A default-constructed object holds a default-constructed T.
 template <typename T>
 class Shared {
  public:
   Shared() : value_(emptyValue()) {}
-  // NOLINTNEXTLINE(google-explicit-constructor): a value is as good as a share in it.
+  // NOLINTNEXTLINE(google-explicit-constructor): callers pass a plain value where it is shared.
   Shared(T value) : value_(std::make_shared<const T>(std::move(value))) {}
   explicit Shared(std::shared_ptr<const T> value) : value_(std::move(value)) {}
 
@@ -19,7 +19,7 @@ class Shared {
   const T* operator->() const { return value_.get(); }
   const std::shared_ptr<const T>& pointer() const { return value_; }
 
-  /// Whether both share one value, which costs nothing to find out.
+  /// Returns true if both share the same value. Compares only pointers.
   friend bool isSame(const Shared& a, const Shared& b) { return a.value_ == b.value_; }
   friend bool operator==(const Shared& a, const Shared& b) {
     return a.value_ == b.value_ || *a == *b;

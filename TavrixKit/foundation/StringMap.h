@@ -9,7 +9,7 @@
 
 namespace tavrix {
 
-/// Lets maps with std::string keys be searched with a std::string_view, without a copy.
+/// A hash that allows lookups by std::string_view in containers of std::string, without a copy.
 struct StringHash {
   using is_transparent = void;
   std::size_t operator()(std::string_view text) const {

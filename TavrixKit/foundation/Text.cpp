@@ -19,7 +19,8 @@ namespace {
 
 std::int32_t length32(std::string_view text) { return static_cast<std::int32_t>(text.size()); }
 
-/// Reads the character at `at`, moves past it and gives it; negative when it is ill-formed.
+/// Returns the character at `at` and moves `at` past it. Returns a negative value if the sequence
+/// is ill-formed.
 UChar32 nextCharacter(std::string_view text, std::int32_t& at) {
   const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
   UChar32 character = 0;
@@ -51,13 +52,15 @@ std::string mapped(std::string_view text, const char* localeID, Case wanted) {
   return U_SUCCESS(status) ? result : std::string{text};
 }
 
-/// Turkish and its relatives lower "I" to a dotless letter; for all else ASCII needs no library.
+/// Returns true if the case of an ASCII text can be mapped without ICU. Turkish, Azerbaijani and
+/// Lithuanian have their own rules for "I".
 bool hasPlainAsciiCase(std::string_view text, std::string_view localeID) {
   return isAscii(text) && !localeID.starts_with("tr") && !localeID.starts_with("az") &&
          !localeID.starts_with("lt");
 }
 
-/// What would end, rewrite or reorder a line; joiners, which hold emoji together, do not.
+/// Returns true if the character would end, overwrite or reorder a line. Joiners, which hold emoji
+/// together, do not.
 bool breaksLine(UChar32 character) {
   const int type = u_charType(character);
   return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR ||
@@ -200,7 +203,7 @@ std::optional<std::string> countryName(std::string_view code, const std::string&
   country.getDisplayCountry(icu::Locale{localeID.c_str()}, name);
   std::string result;
   name.toUTF8String(result);
-  // What has no name is given back as its code.
+  // ICU returns the code itself if the country has no name.
   if (result.empty() || result == code) return std::nullopt;
   return result;
 }

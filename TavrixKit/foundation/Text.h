@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-/// Unicode text as UTF-8. Letter case, character boundaries and month names come from ICU.
+/// Unicode text in UTF-8. Letter case, character boundaries and month names come from ICU.
 namespace tavrix {
 
 inline bool isAscii(std::string_view text) {
@@ -17,7 +17,7 @@ inline bool isAscii(std::string_view text) {
     return word;
   };
   const std::size_t size = text.size();
-  // Words that overlap spare short texts, which most are, the loop over single bytes.
+  // Most texts are short. Overlapping words avoid a loop over single bytes for them.
   if (size >= 8) {
     std::uint64_t bits = load(size - 8, std::uint64_t{});
     for (std::size_t at = 0; at + 8 < size; at += 8) bits |= load(at, std::uint64_t{});
@@ -30,44 +30,45 @@ inline bool isAscii(std::string_view text) {
   for (const char c : text) bits |= static_cast<unsigned char>(c);
   return bits < 0x80;
 }
-/// The text with every ill-formed UTF-8 sequence replaced by U+FFFD.
+/// Returns the text with every ill-formed UTF-8 sequence replaced by U+FFFD.
 std::string replacingInvalidUtf8(std::string_view text);
 
-/// Letter case by the rules of a locale such as "ru_RU"; an empty locale means rules of no
-/// language.
+/// Return the text in lower or upper case, by the rules of a locale such as "ru_RU". An empty
+/// locale means language-independent rules.
 std::string lowerCased(std::string_view text, const std::string& localeID = "");
 std::string upperCased(std::string_view text, const std::string& localeID = "");
-/// Every word's first letter upper-case and the rest lower-case; words by the locale's word
-/// boundaries.
+/// Returns the text with the first letter of every word in upper case and the rest in lower case.
+/// Uses the locale's word boundaries.
 std::string capitalised(std::string_view text, const std::string& localeID);
-/// Full case folding: two texts that differ only by letter case fold to the same text.
+/// Returns the text after full case folding: texts that differ only in letter case become equal.
 std::string caseFolded(std::string_view text);
 
-/// The extended grapheme clusters (Unicode Annex 29) of the text: what a reader calls characters.
-/// The views point into `text`.
+/// Returns the extended grapheme clusters (Unicode Annex 29) of the text: the characters as a
+/// reader sees them. The views point into `text`.
 std::vector<std::string_view> graphemeClusters(std::string_view text);
-/// The longest beginning of whole grapheme clusters that has at most `maxBytes` bytes.
+/// Returns the longest prefix of whole grapheme clusters that has at most `maxBytes` bytes.
 std::string_view graphemePrefix(std::string_view text, std::size_t maxBytes);
 
-/// Without Unicode White_Space characters at both ends.
+/// Returns the text without Unicode White_Space characters at both ends.
 std::string_view trimmedWhiteSpace(std::string_view text);
 
-/// Columns that the text takes on a terminal: two for wide characters, none for combining marks.
+/// Returns the number of columns that the text takes on a terminal: two for a wide character, none
+/// for a combining mark.
 int displayWidth(std::string_view text);
-/// With control characters, line breaks and marks that turn the writing direction shown as U+FFFD,
-/// for a line on a terminal.
+/// Returns the text for one line on a terminal: control characters, line breaks and bidirectional
+/// controls are replaced by U+FFFD, as are ill-formed sequences.
 std::string printable(std::string_view text);
 
 enum class MonthNameStyle { full, abbreviated };
-/// The stand-alone (nominative) name of a month, 1 to 12, as the locale spells it.
+/// Returns the stand-alone (nominative) name of a month, 1 to 12, in the locale's spelling.
 std::string monthName(int month, const std::string& localeID, MonthNameStyle style);
 
-/// The name of a country by its code (ISO 3166-1 alpha-2, such as "IT") in the language of a
-/// locale; nothing for a code that stands for no country.
+/// Returns the name of a country in the language of a locale, from its code (ISO 3166-1 alpha-2,
+/// such as "IT"). Returns nullopt if the code has no name.
 std::optional<std::string> countryName(std::string_view code, const std::string& localeID);
 
-/// The locale of the machine from LC_ALL, LC_TIME or LANG, such as "en_US"; "ru_RU", the program's
-/// own, on a machine that names no language ("C", "POSIX" or nothing).
+/// Returns the locale of the machine from LC_ALL, LC_TIME or LANG, such as "en_US". If they name no
+/// language ("C", "POSIX" or unset), returns the program's own locale, "ru_RU".
 std::string systemLocaleID();
 
 }  // namespace tavrix

@@ -61,7 +61,7 @@ std::string iso8601(Instant instant) {
 
 namespace {
 
-/// Reads the part of an ISO 8601 time after the seconds: "Z" or a fraction and "Z".
+/// Reads the part of an ISO 8601 time after the seconds: "Z", or a fraction and "Z".
 std::optional<milliseconds> parseFraction(std::string_view text) {
   if (text == "Z") return 0ms;
   if (text.size() < 3 || text.size() > 11 || text.front() != '.' || text.back() != 'Z')

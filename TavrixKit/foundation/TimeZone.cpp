@@ -10,7 +10,8 @@ namespace tavrix {
 
 using namespace std::chrono;
 
-/// Offsets from UTC, each valid from a moment on; outside `covered` the library is asked.
+/// Offsets from UTC, each valid from its `begin`. Before `coveredBegin` and from `coveredEnd` on,
+/// the offset comes from the library.
 struct TimeZone::Table {
   struct Period {
     seconds begin;
@@ -33,8 +34,8 @@ seconds libraryOffset(const absl::TimeZone& zone, seconds utc) {
   return seconds{zone.At(absl::FromUnixSeconds(utc.count())).offset};
 }
 
-/// Names that could be something else than a name of the database never reach the library, which
-/// reads an absolute path as a file and takes "localtime" for the machine's zone.
+/// Returns true if the name may be passed to the library. The library would read an absolute path
+/// as a file and "localtime" as the machine's zone.
 bool isPlausibleID(std::string_view id) {
   const auto allowed = [](char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
@@ -93,7 +94,7 @@ LocalTime TimeZone::toLocal(Instant instant) const {
 }
 
 Instant TimeZone::toInstant(LocalTime local) const {
-  // In a gap and in an overlap alike, `pre` reads the clock with the offset from before the change.
+  // Both in a gap and in an overlap, `pre` uses the offset from before the change.
   const absl::Time moment = table_->zone.At(civilSecond(local)).pre;
   return Instant{seconds{absl::ToUnixSeconds(moment)} + (local - floor<seconds>(local))};
 }

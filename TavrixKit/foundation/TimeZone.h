@@ -9,22 +9,23 @@
 
 namespace tavrix {
 
-/// A time zone of the tz database. A cheap handle to an immutable table of the zone's offsets, made
-/// once a zone; safe to use from any thread.
+/// A time zone of the tz database. A cheap handle to an immutable table of the zone's offsets:
+/// load() builds the table, copies share it. Safe to use from any thread.
 class TimeZone {
  public:
   static TimeZone utc();
-  /// The zone of an identifier such as "Europe/Rome"; nothing when the database has none of that
-  /// name.
+  /// Returns the zone of an identifier such as "Europe/Rome". Returns nullopt if the database has
+  /// no such zone.
   static std::optional<TimeZone> load(std::string_view id);
 
   const std::string& id() const;
 
   LocalTime toLocal(Instant instant) const;
-  /// The moment at which a clock of the zone shows `local`. A time that a spring change skips is
-  /// moved forward by the length of the gap; of one that occurs twice it is the first occurrence.
+  /// Returns the moment at which a clock of the zone shows `local`. A time that a spring change
+  /// skips is moved forward by the length of the gap. For a time that occurs twice, returns the
+  /// first occurrence.
   Instant toInstant(LocalTime local) const;
-  /// The calendar day in the zone.
+  /// Returns the calendar day in the zone.
   CivilDate dateAt(Instant instant) const;
 
   friend bool operator==(const TimeZone& a, const TimeZone& b) { return a.id() == b.id(); }
@@ -36,8 +37,8 @@ class TimeZone {
   std::shared_ptr<const Table> table_;
 };
 
-/// The identifier of the machine's time zone: TZ, the target of /etc/localtime or /etc/timezone;
-/// "UTC" when none of them names one.
+/// Returns the identifier of the machine's time zone, from TZ, the target of /etc/localtime or
+/// /etc/timezone, in this order. Returns "UTC" if none of them names a zone of the database.
 std::string systemTimeZoneID();
 
 }  // namespace tavrix

@@ -13,16 +13,16 @@
 
 namespace tavrix {
 
-/// Gathers shots, given in capture order, into one group for each calendar day, month or year of a
-/// zone. A group's id is the prefix and "2026-05-10", "2026-05" or "2026".
+/// Groups shots, given in capture order, by calendar day, month or year of a time zone. A group's
+/// id is the prefix followed by "2026-05-10", "2026-05" or "2026".
 class CalendarGrouping {
  public:
   CalendarGrouping(DateGranularity granularity, TimeZone zone, std::string idPrefix = "")
       : granularity_(granularity), zone_(std::move(zone)), idPrefix_(std::move(idPrefix)) {}
 
-  /// Returns the index of the shot's group.
+  /// Adds a shot and returns the index of its group.
   std::size_t add(const DatedShot& shot);
-  /// The groups in the order of their first shots.
+  /// Returns the groups in the order of their first shots.
   std::vector<MediaGroup> finish() &&;
 
  private:
@@ -30,7 +30,7 @@ class CalendarGrouping {
   TimeZone zone_;
   std::string idPrefix_;
   std::vector<GroupBuilder> builders_;
-  /// Where clocks go back past midnight, a day goes on after the next one has begun.
+  /// A map, because a day can continue after the next one began: if clocks go back past midnight.
   absl::flat_hash_map<std::chrono::sys_days::rep, std::size_t> groupOfDay_;
 };
 

@@ -8,9 +8,9 @@ namespace tavrix::PlaceClustering {
 namespace {
 
 constexpr double halfCircumferenceKm = std::numbers::pi * earthDiameterKm / 2;
-/// About six millimetres: cells of small radii need not be smaller.
+/// About six millimetres. Smaller cells are not needed for small radii.
 constexpr double smallestSide = 1e-9;
-/// Cells are larger than the chord by more than what rounding may move a centre.
+/// Makes cells larger than the chord, by more than rounding can move a centre.
 constexpr double sideMargin = 1 + 1e-9;
 
 }  // namespace

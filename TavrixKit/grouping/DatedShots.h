@@ -8,12 +8,12 @@
 
 namespace tavrix {
 
-/// A shot with what grouping asks of it most: when and where it was taken. Refers to a bundle that
-/// must outlive it.
+/// A shot with the values that grouping uses most: its date and position. The bundle must outlive
+/// it.
 struct DatedShot {
   Instant date;
   std::optional<GeoPoint> position;
-  PlaceClustering::UnitVector vector{};  ///< of the position; computing it costs most of a step
+  PlaceClustering::UnitVector vector{};  ///< of the position; kept because computing it is costly
   const AssetBundle* bundle = nullptr;
 };
 
@@ -22,10 +22,10 @@ struct ShotsByDate {
   std::vector<const AssetBundle*> undated;
 };
 
-/// Splits shots, given in catalogue order, into those with a capture date and those without.
+/// Splits shots, given in catalogue order, into shots with and without a capture date.
 ShotsByDate shotsByDate(const std::vector<AssetBundle>& bundles);
 
-/// Whether a pause is strictly longer than a number of hours.
+/// Returns true if a pause is strictly longer than a number of hours.
 bool isLonger(Instant::duration pause, double hours);
 
 }  // namespace tavrix

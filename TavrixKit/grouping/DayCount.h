@@ -8,7 +8,7 @@
 
 namespace tavrix {
 
-/// Counts different days. Cheap where equal days mostly follow each other, as in capture order.
+/// Counts different days. Cheap if equal days mostly follow each other, as in capture order.
 class DayCount {
  public:
   void add(CivilDate date) {
@@ -16,7 +16,8 @@ class DayCount {
     if (days_.empty() || days_.back() != day) days_.push_back(day);
   }
 
-  /// A day may come again: clocks that go back past midnight repeat a piece of it.
+  /// Returns the number of different days. A day can recur in capture order: if clocks go back past
+  /// midnight, a part of it is repeated.
   std::int64_t count() const {
     auto days = days_;
     std::sort(days.begin(), days.end());

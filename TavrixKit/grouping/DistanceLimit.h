@@ -7,8 +7,8 @@
 
 namespace tavrix::PlaceClustering {
 
-/// Tells whether points lie farther apart than a distance, exactly as their haversine distance
-/// does, but mostly by the chord between their unit vectors, which costs far less.
+/// Tests whether two points are farther apart than a distance. The result is that of the haversine
+/// distance, but mostly computed from the chord between the unit vectors, which is much cheaper.
 class DistanceLimit {
  public:
   explicit DistanceLimit(double km)
@@ -16,8 +16,8 @@ class DistanceLimit {
         chord_(2 * std::sin(km / earthDiameterKm)),
         isByChord_(km >= 0 && km < std::numbers::pi * earthDiameterKm / 2) {}
 
-  /// Whether the distance is strictly greater. `haversineKm` is asked for it only where the chord
-  /// is too close to call.
+  /// Returns true if the distance is strictly greater than the limit. `haversineKm` is called for
+  /// the exact distance only if the chord is too close to the limit.
   template <typename HaversineKm>
   bool isExceeded(const UnitVector& a, const UnitVector& b, HaversineKm haversineKm) const {
     if (isByChord_) {
@@ -28,7 +28,7 @@ class DistanceLimit {
   }
 
  private:
-  /// More than rounding may do to either way of measuring.
+  /// Larger than the rounding error of either way of measuring.
   static constexpr double margin = 1e-12;
 
   static double chordBetween(const UnitVector& a, const UnitVector& b) {

@@ -8,7 +8,7 @@ namespace {
 
 using namespace grouping_reason;
 
-/// Why a shot begins an event when it follows another; nothing when it does not.
+/// Returns the reason why a shot begins a new event after `before`, or nullopt if it does not.
 std::optional<EventBegin> cut(const DatedShot& before, const DatedShot& shot,
                               const GroupingSettings& settings) {
   const Instant::duration gap = shot.date - before.date;

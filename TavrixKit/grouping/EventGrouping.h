@@ -10,7 +10,8 @@
 
 namespace tavrix::EventGrouping {
 
-/// The shots from index `begin` up to the next event's, with why they are not in the event before.
+/// The shots from index `begin` up to the `begin` of the next event, and the reason why they are
+/// not in the previous event.
 struct Event {
   std::size_t begin = 0;
   EventBegin reason;
@@ -18,13 +19,14 @@ struct Event {
   friend bool operator==(const Event&, const Event&) = default;
 };
 
-/// Cuts shots in capture order wherever the photographer paused longer than `eventGapHours` or,
-/// with `splitByDistance`, moved farther than `eventGapKm`, from one shot to the next. A pause or
-/// distance equal to its setting does not cut, and a shot without a position is no distance away.
+/// Splits shots, given in capture order, into events. A new event begins after a pause longer than
+/// `eventGapHours` or, with `splitByDistance`, a distance greater than `eventGapKm` from one shot
+/// to the next. A pause or distance equal to its setting does not split. If one of the two shots
+/// has no position, the distance does not split.
 std::vector<Event> events(const std::vector<DatedShot>& shots, const GroupingSettings& settings);
 
-/// One group for each event, in chronological order. Its id is "event-" and the day of its first
-/// shot in the settings' zone; the second event of a day has "-2" after it, the third "-3".
+/// Returns one group for each event, in chronological order. Its id is "event-" and the day of its
+/// first shot in `zone`. "-2" is appended for the second event of a day, "-3" for the third.
 std::vector<MediaGroup> groups(const std::vector<DatedShot>& shots,
                                const std::vector<Event>& events, const TimeZone& zone);
 

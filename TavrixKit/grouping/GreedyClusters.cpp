@@ -18,7 +18,7 @@ GeoPoint GreedyClusters::center(std::uint32_t number) const {
 
 std::optional<std::uint32_t> GreedyClusters::find(const GeoPoint& point, const UnitVector& vector) {
   if (!grid_.isUsable()) {
-    // Everything is within such a radius, or nothing.
+    // Without a usable grid, either all points are within the radius or none is.
     const bool findsAll = radiusKm_ > 0 && !clusters_.empty();
     return findsAll ? std::optional<std::uint32_t>{0} : std::nullopt;
   }
@@ -36,7 +36,7 @@ bool GreedyClusters::isNear(std::uint32_t number, const GeoPoint& point,
                             [&] { return haversineDistanceKm(center(number), point); });
 }
 
-/// Brings a cluster whose sum has changed to the cell of its centre.
+/// Moves a cluster whose sum has changed to the cell of its new centre.
 void GreedyClusters::settle(std::uint32_t number) {
   Growing& cluster = clusters_[number];
   cluster.direction = cluster.sum.direction().value_or(unitVector(cluster.firstPoint));

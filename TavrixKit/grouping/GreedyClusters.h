@@ -10,26 +10,26 @@
 
 namespace tavrix::PlaceClustering {
 
-/// Clusters that grow point by point, numbered from 0 in the order in which they were begun. A
-/// point joins the earliest cluster whose centre lies within the radius, its edge included, and
-/// moves that centre; otherwise it begins a cluster. Finding it costs the same however many there
-/// are, unless many share one cell of the grid.
+/// Clusters that grow point by point, numbered from 0 in the order of their first points. A point
+/// joins the earliest cluster whose centre is within the radius (inclusive) and moves that centre.
+/// If there is none, the point begins a new cluster. The cost of finding the cluster does not
+/// depend on the number of clusters, unless many share one cell of the grid.
 class GreedyClusters {
  public:
-  /// A negative radius is that of 0, which points at distance 0 alone lie within. With one that is
-  /// not a number no point joins another; with one of half the Earth's circumference or more all of
-  /// them are one cluster.
+  /// A negative radius is treated as 0: only points at distance 0 join. If the radius is NaN, no
+  /// point joins another. If it is at least half the Earth's circumference, all points are one
+  /// cluster.
   explicit GreedyClusters(double radiusKm)
       : radiusKm_(radiusKm < 0 ? 0 : radiusKm), limit_(radiusKm_), grid_(radiusKm_) {}
 
-  /// Takes a point, given with its unit vector, and returns the number of its cluster. What is no
-  /// point of the sphere is a cluster of its own.
+  /// Adds a point, given with its unit vector, and returns the number of its cluster. A value that
+  /// is not a point of the sphere is a cluster of its own.
   std::uint32_t add(const GeoPoint& point, const UnitVector& vector);
 
   std::size_t size() const { return clusters_.size(); }
   const UnitVectorSum& sum(std::uint32_t number) const { return clusters_[number].sum; }
   const GeoPoint& firstPoint(std::uint32_t number) const { return clusters_[number].firstPoint; }
-  /// The only point, or the spherical mean of several.
+  /// Returns the only point of a cluster, or the spherical mean of several points.
   GeoPoint center(std::uint32_t number) const;
 
  private:

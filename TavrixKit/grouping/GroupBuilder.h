@@ -8,7 +8,7 @@
 
 namespace tavrix {
 
-/// Gathers shots into a group.
+/// Builds a group from shots.
 class GroupBuilder {
  public:
   explicit GroupBuilder(std::string id, std::size_t shotCount = 0) {
@@ -16,11 +16,11 @@ class GroupBuilder {
     group_.bundles.reserve(shotCount);
   }
 
-  /// Adds a shot, later than all that were added before.
+  /// Adds a shot, which must not be earlier than any shot added before.
   void add(const DatedShot& shot);
   void addUndated(const AssetBundle& bundle);
 
-  /// The group with its dates and the spherical centre of its shots' positions.
+  /// Returns the group with its dates and the spherical centre of its shots' positions.
   MediaGroup finish() &&;
 
  private:

@@ -6,7 +6,8 @@
 
 namespace tavrix {
 
-/// Keeps the ids of one result apart: the second group of an id gets "-2" after it, the third "-3".
+/// Makes the ids of one result unique: "-2" is appended for the second group with an id, "-3" for
+/// the third.
 class GroupIDs {
  public:
   std::string take(const std::string& id) {
@@ -18,7 +19,7 @@ class GroupIDs {
   }
 
  private:
-  std::unordered_map<std::string, std::size_t> counts_;  ///< every id taken, with its groups
+  std::unordered_map<std::string, std::size_t> counts_;  ///< taken ids and the last number of each
 };
 
 }  // namespace tavrix

@@ -11,7 +11,7 @@
 namespace tavrix::GroupMerging {
 namespace {
 
-/// Which merge each group belongs to, and how many groups each merge has.
+/// The merge of each group, and the number of groups of each merge.
 struct Claims {
   std::vector<std::optional<std::size_t>> mergeOfGroup;
   std::vector<std::size_t> groupsOfMerge;
@@ -32,7 +32,7 @@ Claims claimsOf(const std::vector<MediaGroup>& groups, const GroupMerges& merges
   return claims;
 }
 
-/// Dates, place and bundles of a merged group from its children.
+/// Sets the dates, the place and the bundles of a merged group from its children.
 void gatherChildren(MediaGroup& merged) {
   PlaceClustering::UnitVectorSum sum;
   std::optional<GeoPoint> firstPlace;

@@ -8,28 +8,29 @@
 
 namespace tavrix {
 
-/// Groups that the person wants as one, each merge a list of group ids. Merges are kept apart from
-/// the groups and laid over every result of grouping.
+/// The groups that the user wants to merge. Each merge is a list of group ids. Merges are stored
+/// separately from the groups and applied to every result of grouping.
 using GroupMerges = std::vector<std::vector<std::string>>;
 
-/// Glues groups into one and takes them apart again. Ids that no group has are left alone: they may
-/// be there again when the library or a setting changes.
+/// Merges groups and separates them again. Ids that no group has are kept: such groups may exist
+/// again after the library or a setting changes.
 namespace GroupMerging {
 
-/// The id of a merge: "merge:" and its ids in ascending order, each once, with "+" between. The
-/// same for the same set of ids, whatever their order.
+/// Returns the id of a merge: "merge:" and its ids in ascending order, each once, separated by "+".
+/// It does not depend on the order of `ids`.
 std::string mergedID(const std::vector<std::string>& ids);
 
-/// The groups with those of each merge replaced by one, which stands where the first of them stood:
-/// its `children` are they in their order, its `bundles` theirs in that order, its dates the
-/// earliest start and the latest end, its `place` the spherical centre of their places. A group
-/// belongs to the first merge that names it. A merge that is left with one group changes nothing.
+/// Replaces the groups of each merge by one merged group, at the position of the first of them. The
+/// merged group has the groups as `children` and their shots as `bundles`, both in the order of the
+/// groups. Its dates are the earliest start and the latest end, its `place` is the spherical centre
+/// of their places. A group belongs to the first merge that has its id. A merge with only one
+/// existing group changes nothing.
 std::vector<MediaGroup> apply(std::vector<MediaGroup> groups, const GroupMerges& merges);
 
-/// The merges with one more, of these groups. The id of a merge stands for its members, and that
-/// merge goes; ids that another merge names leave it.
+/// Returns the merges with a new one for `ids` added. An id of a merge stands for the members of
+/// that merge, which is removed. The ids of the new merge are removed from all other merges.
 GroupMerges merging(const GroupMerges& merges, const std::vector<std::string>& ids);
-/// The merges without those of an id.
+/// Returns the merges without the one whose id is `mergedID`.
 GroupMerges unmerging(GroupMerges merges, std::string_view mergedID);
 
 }  // namespace GroupMerging

@@ -43,7 +43,7 @@ EventReasons reasonsOf(const std::vector<EventGrouping::Event>& events,
   return reasons;
 }
 
-/// Adds the groups of the dated shots, and what else the mode has to tell, to a result.
+/// Adds the groups and the other results of a mode to `result`.
 class ModeGrouping {
  public:
   ModeGrouping(const GroupingEngine::Request& request, const ShotsByDate& shots,
@@ -84,7 +84,7 @@ class ModeGrouping {
   }
 
  private:
-  /// Brings the dated groups into their order and adds that of the undated shots.
+  /// Sorts the dated groups and appends the group of the undated shots.
   void finish() {
     sortByStart(result_.groups);
     if (!shots_.undated.empty()) result_.groups.push_back(undatedGroup(shots_.undated));

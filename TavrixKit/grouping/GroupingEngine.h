@@ -14,7 +14,7 @@
 
 namespace tavrix {
 
-/// Turns shots into folders. A pure computation that keeps no state between calls.
+/// Turns shots into folders. A pure computation without state between calls.
 namespace GroupingEngine {
 
 struct Request {
@@ -22,26 +22,26 @@ struct Request {
   BundleFilter filter;
   GroupingMode mode;
   GroupingSettings settings;
-  /// A home chosen by the person, where the settings carry none.
+  /// A home chosen by the user; used only if the settings have none.
   std::optional<GeoPoint> homeOverride;
   std::shared_ptr<const PlaceLookup> placeLookup;
-  bool wantsReasons = false;  ///< whether to tell why groups were cut where they were
+  bool wantsReasons = false;  ///< whether to return the reasons for the bounds of the groups
 };
 
 struct Result {
   std::vector<AssetBundle> filteredBundles;
-  /// Dated groups in chronological order of their start, then by id; "no-date" last.
+  /// Dated groups, sorted by start and then by id; "no-date" is last.
   std::vector<MediaGroup> groups;
-  /// Best first; only of trips mode, and whether or not the person has chosen a home.
+  /// Best first. Only in trips mode, but also if the user has chosen a home.
   std::vector<HomeCandidate> homeCandidates;
   bool homeIsAmbiguous = false;
-  std::optional<GroupingReasons> reasons;  ///< when they were wanted
+  std::optional<GroupingReasons> reasons;  ///< only if the request wants them
 
   friend bool operator==(const Result&, const Result&) = default;
 };
 
-/// Filters the bundles and groups the survivors. Never fails; no bundles give no groups. Trips are
-/// measured from the home that was chosen, else from the best candidate.
+/// Filters the bundles and groups those that pass. Never fails; without bundles the result has no
+/// groups. Trips are measured from the chosen home, otherwise from the best candidate.
 Result group(const Request& request);
 
 }  // namespace GroupingEngine

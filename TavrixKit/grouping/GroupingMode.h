@@ -6,18 +6,18 @@ namespace tavrix {
 
 enum class DateGranularity { day, month, year };
 
-/// By what shots are gathered into folders.
+/// The ways in which shots are grouped into folders.
 namespace grouping_mode {
 /// One group per calendar day, month or year.
 struct ByDate {
   DateGranularity granularity = DateGranularity::day;
   friend bool operator==(const ByDate&, const ByDate&) = default;
 };
-/// Groups split by a pause in time or a jump in distance.
+/// Groups split at a pause in time or a jump in distance.
 struct Events {
   friend bool operator==(const Events&, const Events&) = default;
 };
-/// Stays away from home become trip groups, the rest lies by month.
+/// Stays away from home become trip groups; all other shots are grouped by month.
 struct Trips {
   friend bool operator==(const Trips&, const Trips&) = default;
 };

@@ -13,15 +13,15 @@
 
 namespace tavrix {
 
-/// Why groups begin and end where they do, as data: what was measured, and the setting that it was
-/// held against. Distances are in kilometres.
+/// The reasons why groups begin and end, as data: the measured value and the setting with which it
+/// was compared. Distances are in kilometres.
 namespace grouping_reason {
 
-/// No dated shot stands before it.
+/// No dated shot comes before.
 struct FirstShot {
   friend bool operator==(const FirstShot&, const FirstShot&) = default;
 };
-/// No located shot stands after it.
+/// No located shot comes after.
 struct LastShot {
   friend bool operator==(const LastShot&, const LastShot&) = default;
 };
@@ -31,7 +31,7 @@ struct Pause {
   double limitHours = 0;
   friend bool operator==(const Pause&, const Pause&) = default;
 };
-/// The distance between two shots in a row is longer than the setting.
+/// The distance between two consecutive shots is greater than the setting.
 struct Jump {
   double km = 0;
   double limitKm = 0;
@@ -49,22 +49,22 @@ struct NearHome {
   double limitKm = 0;
   friend bool operator==(const NearHome&, const NearHome&) = default;
 };
-/// An away shot is farther from the centre of the stay before it than the setting.
+/// An away shot is farther from the centre of the previous stay than the setting.
 struct NewCity {
   double km = 0;
   double limitKm = 0;
   friend bool operator==(const NewCity&, const NewCity&) = default;
 };
-/// The shot was taken in a stay that is too short for a trip.
+/// The shot belongs to a stay that is too short for a trip.
 struct Outing {
   std::size_t stay = 0;  ///< index among the stays
   friend bool operator==(const Outing&, const Outing&) = default;
 };
-/// The shot has no position and does not stand between two away shots of one stay.
+/// The shot has no position and is not between two away shots of one stay.
 struct NoPosition {
   friend bool operator==(const NoPosition&, const NoPosition&) = default;
 };
-/// There is no home from which to measure: no shot has both date and position.
+/// There is no home to measure from: no shot has both a date and a position.
 struct NoHome {
   friend bool operator==(const NoHome&, const NoHome&) = default;
 };
@@ -80,7 +80,8 @@ using StayEnd = std::variant<grouping_reason::LastShot, grouping_reason::NearHom
 using MonthReason = std::variant<grouping_reason::NoHome, grouping_reason::NearHome,
                                  grouping_reason::Outing, grouping_reason::NoPosition>;
 
-/// By date the calendar alone decides, and the group's id names the day, month or year.
+/// Reasons of grouping by date. Only the calendar decides; the group's id has the day, month or
+/// year.
 struct CalendarReasons {
   DateGranularity granularity = DateGranularity::day;
   friend bool operator==(const CalendarReasons&, const CalendarReasons&) = default;
@@ -99,7 +100,7 @@ struct EventReasons {
 struct TripReasons {
   /// Consecutive shots away from home, in one city and without a long pause.
   struct Stay {
-    std::optional<std::string> groupID;  ///< of its trip; nothing for an outing
+    std::optional<std::string> groupID;  ///< of the trip; nullopt for an outing
     Instant dateStart;
     Instant dateEnd;
     GeoPoint center;
@@ -121,7 +122,7 @@ struct TripReasons {
   friend bool operator==(const TripReasons&, const TripReasons&) = default;
 };
 
-/// Flat mode cuts nothing.
+/// Flat mode has no reasons, because it splits nothing.
 struct FlatReasons {
   friend bool operator==(const FlatReasons&, const FlatReasons&) = default;
 };

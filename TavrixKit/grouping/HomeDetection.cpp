@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int64_t fewestRivalDays = 3;
 
-/// What is counted of a place while its points are being gathered.
+/// The counts of a place while its points are being added.
 struct HomeCluster {
   DayCount days;
   DayCount recentDays;
@@ -19,7 +19,7 @@ struct HomeCluster {
   std::optional<Instant> lastDate;
 };
 
-/// The first moment of the recent span; nothing when there is none.
+/// Returns the first moment of the recent span, or nullopt if there is no span.
 std::optional<Instant> recentBegin(const std::vector<DatedShot>& shots, int windowDays) {
   const auto newest = std::find_if(shots.rbegin(), shots.rend(),
                                    [](const DatedShot& shot) { return shot.position.has_value(); });
@@ -32,7 +32,7 @@ class Clusterer {
   Clusterer(const GroupingSettings& settings, std::optional<Instant> recentFrom)
       : zone_(settings.timeZone), recentFrom_(recentFrom), places_(settings.homeRadiusKm) {}
 
-  /// Takes a shot that has a position.
+  /// Adds a shot, which must have a position.
   void add(const DatedShot& shot) {
     const Instant date = shot.date;
     const std::uint32_t number = places_.add(*shot.position, shot.vector);

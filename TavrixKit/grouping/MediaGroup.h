@@ -9,9 +9,9 @@
 
 namespace tavrix {
 
-/// One destination folder as computed by grouping. Copying it copies pointers to its shots.
+/// One destination folder, as computed by grouping. Copying it copies pointers to its shots.
 struct MediaGroup {
-  /// Files by kind, a Live Photo's motion part among the videos.
+  /// The number of files by kind. The motion part of a Live Photo is counted as a video.
   struct MediaCounts {
     std::uint64_t photos = 0;
     std::uint64_t videos = 0;
@@ -22,15 +22,15 @@ struct MediaGroup {
     friend bool operator==(const MediaCounts&, const MediaCounts&) = default;
   };
 
-  /// The group's anchor: unique within one result, and the same again when the same data is grouped
-  /// again. Manual names and merges refer to it.
+  /// The identifier of the group: unique within one result, and the same whenever the same data is
+  /// grouped. Manual names and merges refer to it.
   std::string id;
-  std::optional<Instant> dateStart;  ///< earliest capture date inside
-  std::optional<Instant> dateEnd;    ///< latest capture date inside
+  std::optional<Instant> dateStart;  ///< earliest capture date of the shots
+  std::optional<Instant> dateEnd;    ///< latest capture date of the shots
   std::optional<GeoPoint> place;     ///< spherical centre of the shots' positions
-  /// In capture order; ties and undated shots in catalogue order.
+  /// The shots in capture order; ties and undated shots in catalogue order.
   std::vector<AssetBundle> bundles;
-  /// The groups that a merged group was made of; empty for any other.
+  /// The groups from which a merged group was made; empty for any other group.
   std::vector<MediaGroup> children;
 
   MediaCounts counts() const;

@@ -10,7 +10,7 @@
 
 namespace tavrix {
 
-/// The places of a library as a person chooses among them. Counts are files.
+/// The places of a library, for the user to choose from. Counts are numbers of files.
 struct PlaceTree {
   struct City {
     std::string name;
@@ -35,9 +35,9 @@ struct PlaceTree {
   friend bool operator==(const PlaceTree&, const PlaceTree&) = default;
 };
 
-/// The tree of a library with names in the language of `localeID`. Without a lookup every shot
-/// counts as unplaced. A region stands among the cities. A place that has a city but no country
-/// stands under a country without a name.
+/// Returns the tree of a library with names in the language of `localeID`. Without a lookup every
+/// shot is treated as unplaced. A region is listed among the cities. A place that has a city but no
+/// country is listed under a country with an empty name.
 PlaceTree placeTree(const std::vector<AssetBundle>& bundles, const PlaceLookup* lookup,
                     const std::string& localeID);
 

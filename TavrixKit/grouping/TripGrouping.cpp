@@ -14,7 +14,7 @@ namespace {
 
 using namespace grouping_reason;
 
-/// Walks the shots and keeps the stay that is going on.
+/// Walks through the shots and keeps the current stay.
 class StayWalk {
  public:
   StayWalk(const std::vector<DatedShot>& shots, const GeoPoint& home,
@@ -62,7 +62,7 @@ class StayWalk {
     return direction.value_or(shots_[current_->begin].vector);
   }
 
-  /// The stay begins with a shot that has a position.
+  /// Begins a stay at shot `i`, which must have a position.
   void open(std::size_t i, StayBegin reason) {
     current_ = Stay{.begin = i,
                     .end = i,
@@ -123,8 +123,8 @@ TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& st
           .end = stay.endReason};
 }
 
-/// Calls `visit` with the index of every shot that is in no trip, and the index of its outing when
-/// it is in one.
+/// Calls `visit` with the index of every shot that is not in a trip, and the index of its outing if
+/// it has one.
 template <typename Visit>
 void visitOutsideTrips(const std::vector<DatedShot>& shots, const std::vector<Stay>& stays,
                        const GroupingSettings& settings, Visit visit) {
@@ -140,7 +140,7 @@ void visitOutsideTrips(const std::vector<DatedShot>& shots, const std::vector<St
   }
 }
 
-/// Why a shot outside every trip is in none.
+/// Returns the reason why a shot is not in a trip.
 MonthReason monthReason(const DatedShot& shot, const std::optional<std::size_t>& outing,
                         const std::optional<GeoPoint>& home, const GroupingSettings& settings) {
   if (outing) return Outing{*outing};

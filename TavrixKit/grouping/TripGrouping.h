@@ -11,9 +11,8 @@
 
 namespace tavrix::TripGrouping {
 
-/// Consecutive shots of one city away from home: those with the indices `begin` to `end`, the
-/// latter not included. The first and the last of them are away; those without a position between
-/// belong to it.
+/// Consecutive shots in one city away from home: the indices from `begin` to `end`, exclusive. The
+/// first and the last shot are away. Shots without a position between them belong to the stay.
 struct Stay {
   std::size_t begin = 0;
   std::size_t end = 0;
@@ -26,10 +25,10 @@ struct Stay {
   friend bool operator==(const Stay&, const Stay&) = default;
 };
 
-/// The stays of shots in capture order. A shot is away when it is farther than `tripDistanceKm`
-/// from home. A located shot that is not away ends a stay; so does an away shot that follows the
-/// last one after more than `tripMaxGapHours`, or is farther than `tripCityKm` from the stay's
-/// centre, and begins the next. Without a home there are none.
+/// Returns the stays of shots, given in capture order. A shot is away if it is farther than
+/// `tripDistanceKm` from home. A located shot that is not away ends a stay. An away shot ends the
+/// stay and begins the next one if it comes more than `tripMaxGapHours` after the last away shot,
+/// or if it is farther than `tripCityKm` from the stay's centre. Without a home there are no stays.
 std::vector<Stay> stays(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
                         const GroupingSettings& settings);
 
@@ -38,10 +37,10 @@ struct Result {
   std::optional<TripReasons> reasons;
 };
 
-/// One group for each stay of at least `tripMinDays` days, its id "trip-" and the day of its first
-/// shot (the second trip of a day has "-2" after it), and one for each calendar month of all other
-/// shots, its id "month-" and the month. Reasons only when they are wanted: they cost a value for
-/// each shot in a month.
+/// Returns one group for each stay of at least `tripMinDays` days, and one for each calendar month
+/// of all other shots. The id of a trip is "trip-" and the day of its first shot, with "-2"
+/// appended for the second trip of a day. The id of a month is "month-" and the month. Reasons are
+/// returned only if `wantsReasons` is true, because they need a value for each shot in a month.
 Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
              const GroupingSettings& settings, bool wantsReasons);
 

@@ -76,11 +76,11 @@ std::vector<HistoryIndexEntry> HistoryIndex::decode(ByteReader& source) {
       try {
         entries.push_back(entryFrom({element, ""}));
       } catch (const TransferRecord::RecordError&) {
-        // The record itself is read in its place.
+        // The record itself is read instead.
       }
     });
   } catch (const JsonError&) {
-    // What came before the damage is good.
+    // The entries before the damage are still valid.
   }
   return entries;
 }

@@ -10,8 +10,8 @@
 
 namespace tavrix {
 
-/// What is known of a record's file without reading it again: valid while size and time of the file
-/// are these.
+/// The summary of a record's file, for use without reading the file again. Valid while the size and
+/// modification time of the file match.
 struct HistoryIndexEntry {
   enum class State { readable, newerSchema, unreadable };
 
@@ -19,19 +19,19 @@ struct HistoryIndexEntry {
   std::uint64_t size = 0;  ///< bytes
   Instant modified;
   State state = State::unreadable;
-  std::optional<RunSummary> run;  ///< of a readable record
+  std::optional<RunSummary> run;  ///< set if the record is readable
 
   friend bool operator==(const HistoryIndexEntry&, const HistoryIndexEntry&) = default;
 };
 
-/// The file beside the records that spares reading them for a list. It holds nothing that the
-/// records do not, and what cannot be read of it counts as absent.
+/// The index file beside the records, from which runs are listed without reading the records. It
+/// has no data of its own; entries that cannot be read are ignored.
 namespace HistoryIndex {
 
 inline constexpr const char* fileName = "index.json";
 
 void encode(const std::vector<HistoryIndexEntry>& entries, TextSink& sink);
-/// The entries that can be read, in their order.
+/// Returns the entries that can be read, in file order.
 std::vector<HistoryIndexEntry> decode(ByteReader& source);
 
 }  // namespace HistoryIndex

@@ -25,7 +25,7 @@ using State = HistoryIndexEntry::State;
 constexpr std::string_view recordEnding = ".json";
 constexpr std::string_view leftOverEnding = ".json.part";
 
-/// Names of one length up to the identifier, so that their order is that of the times.
+/// The names have a fixed length up to the identifier, so that they sort by time.
 std::string recordFileName(const TransferRecord& record) {
   const auto seconds = std::chrono::floor<std::chrono::seconds>(record.startedAt);
   std::string second = iso8601(seconds);
@@ -35,7 +35,7 @@ std::string recordFileName(const TransferRecord& record) {
                      record.id.text(), recordEnding);
 }
 
-/// The number in a record's file name; nothing for any other file.
+/// Returns the run's id from a record's file name; nullopt for any other file.
 std::optional<Uuid> recordID(std::string_view name) {
   constexpr std::string_view time = "2026-05-21T08-30-00.250Z-";
   constexpr std::size_t idSize = 36;
@@ -63,8 +63,8 @@ std::vector<HistoryIndexEntry> savedIndex(const Folder& folder) {
   }
 }
 
-/// Makes what the folder's index should be: entries that still hold, and the files read that have
-/// none.
+/// Brings the entries of the folder's index up to date: keeps the valid ones and reads the files
+/// that have none.
 class IndexUpdate {
  public:
   IndexUpdate(const Folder& folder, Log& log) : folder_(folder), log_(log) {}
@@ -92,7 +92,7 @@ class IndexUpdate {
   bool hasChanged() const { return hasChanged_; }
 
  private:
-  /// Several at a time: a first list of many runs decodes all that they did.
+  /// Reads several files at a time: the first list of many runs decodes all of their records.
   void readRecords(const std::vector<std::pair<std::string, FileStatus>>& files) {
     std::atomic<std::size_t> next = 0;
     const auto read = [&] {
@@ -113,7 +113,7 @@ class IndexUpdate {
     try {
       const auto file = folder_.openFile(name);
       entry.run = summaryOf(TransferRecordCoding::decodeWithoutFolders(*file));
-      // Under another number nobody would find it again.
+      // A record under another id could never be found again.
       entry.state = entry.run->id == recordID(name) ? State::readable : State::unreadable;
       if (entry.state == State::unreadable) entry.run.reset();
     } catch (const TransferRecord::RecordError& error) {
@@ -121,7 +121,7 @@ class IndexUpdate {
         entry.state = State::newerSchema;
       }
     } catch (const FileError& error) {
-      // Removed meanwhile, or not to be read at this moment: nothing to remember.
+      // It was removed meanwhile or cannot be read at the moment; the index gets no entry.
       const std::lock_guard lock{mutex_};
       if (error.code() != ENOENT) tell(entry);
       return;
@@ -144,7 +144,7 @@ class IndexUpdate {
   std::vector<HistoryIndexEntry> entries_;
 };
 
-/// Only while nobody else is at work in the folder.
+/// Call this only with the folder locked: it removes the temporary files of other processes.
 void saveIndex(Folder& folder, const std::vector<HistoryIndexEntry>& entries) {
   for (const std::string& name : folder.names()) {
     if (name.ends_with(leftOverEnding)) folder.removeFile(name);
@@ -155,7 +155,7 @@ void saveIndex(Folder& folder, const std::vector<HistoryIndexEntry>& entries) {
   });
 }
 
-/// The path below a folder; nothing when it does not lie there.
+/// Returns the path relative to a folder; nullopt if it is not below the folder.
 std::optional<std::string_view> pathBelow(std::string_view folder, std::string_view path) {
   while (folder.size() > 1 && folder.ends_with('/')) folder.remove_suffix(1);
   if (folder == "/") folder = "";
@@ -299,7 +299,7 @@ void HistoryStore::write(const std::string& fileName, const TransferRecord& reco
 std::unique_ptr<Folder> HistoryStore::lockedFolder() const {
   constexpr int attempts = 500;
   constexpr std::chrono::milliseconds pause{10};
-  // A lock belongs to the object that took it, so this one's end is the lock's.
+  // The lock belongs to the Folder object that took it, so it ends with this object.
   auto folder = openFolder(folder_.path());
   for (int attempt = 0; attempt < attempts; ++attempt) {
     if (folder->lock()) return folder;

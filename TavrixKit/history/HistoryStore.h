@@ -13,54 +13,54 @@
 
 namespace tavrix {
 
-/// Which runs to list; a run must meet all that is asked.
+/// Selects the runs to list; a run must meet all conditions.
 struct HistoryQuery {
   std::optional<std::string> phone{};  ///< its name, or its hash
   std::optional<std::string> destinationPath{};
-  /// Runs with at least one such shot; `all`: every run.
+  /// Runs with at least one such shot; `all` selects every run.
   TransferRecord::OutcomeFilter outcome = TransferRecord::OutcomeFilter::all;
 
   bool matches(const RunSummary& run) const;
   friend bool operator==(const HistoryQuery&, const HistoryQuery&) = default;
 };
 
-/// The records of all runs: one file each in one folder, under names that sort by time. Several
-/// processes may use the folder at once, and one store serves one thread. Records are read when
-/// they are asked for; lists come from an index that is made again from the files whenever it
-/// differs from them. A record that cannot be read is logged and passed over, never changed.
-/// Members throw FileError.
+/// The records of all runs: one file each in one folder, with names that sort by time. Several
+/// processes may use the folder at once; a store must be used by one thread. Records are read on
+/// demand; lists come from an index that is rebuilt from the files whenever it differs from them. A
+/// record that cannot be read is logged and skipped, never changed. Members throw FileError.
 class HistoryStore {
  public:
-  /// The folder must outlive the store.
+  /// `folder` must outlive the store.
   HistoryStore(Folder& folder, Log& log) : folder_(folder), log_(log) {}
 
-  /// Writes the record's file, whole or not at all; an earlier one of the same run is replaced.
+  /// Writes the record's file atomically. Replaces an earlier record of the same run.
   void add(const TransferRecord& record);
 
-  /// Newest first.
+  /// Returns the selected runs, newest first.
   std::vector<RunSummary> runs(const HistoryQuery& query = {});
-  /// The record of a run; nothing when there is none. Throws TransferRecord::RecordError when it
-  /// cannot be read.
+  /// Returns the record of a run, or nullopt if there is none. Throws TransferRecord::RecordError
+  /// if it cannot be read.
   std::optional<TransferRecord> record(const Uuid& id) const;
 
-  /// A run and what it did with one file.
+  /// A run and its result for one file.
   struct FileRun {
     RunSummary run;
     TransferRecord::File file;
 
     friend bool operator==(const FileRun&, const FileRun&) = default;
   };
-  /// The runs that wrote or found a file at an absolute path, newest first. Reads every record of
-  /// the destinations that hold the path.
+  /// Returns the runs that wrote or found the file at an absolute path, newest first. Reads every
+  /// record of the destinations that contain the path.
   std::vector<FileRun> runsTouching(const std::string& path, const HistoryQuery& query = {});
-  /// The runs that an asset was part of, newest first. Reads every record that the query leaves. In
-  /// both, the query's outcome is asked of the file's own shot.
+  /// Returns the runs that included the asset, newest first. Reads every record that the query
+  /// selects. In runsTouching() and runsOfAsset(), the shot of the file must also have the query's
+  /// outcome.
   std::vector<FileRun> runsOfAsset(const std::string& assetID, const HistoryQuery& query = {});
 
-  /// Replaces a record by what `change` makes of it, such as one with place names that became known
-  /// later. False when there is no such record. Throws TransferRecord::RecordError too.
+  /// Replaces a record by the result of `change`, for example to add place names that became known
+  /// later. Returns false if there is no such record. Also throws TransferRecord::RecordError.
   bool update(const Uuid& id, const std::function<TransferRecord(TransferRecord)>& change);
-  /// False when there is no such record.
+  /// Returns false if there is no such record.
   bool remove(const Uuid& id);
 
  private:
@@ -70,7 +70,8 @@ class HistoryStore {
   std::vector<FileRun> runsWith(
       const HistoryQuery& query, const std::function<bool(const RunSummary&)>& isCandidate,
       const std::function<bool(const RunSummary&, const TransferRecord::File&)>& isWanted);
-  /// The folder held against other processes; null when it could not be had in time.
+  /// Returns the folder, locked against other processes; nullptr if the lock was not available in
+  /// time.
   std::unique_ptr<Folder> lockedFolder() const;
 
   Folder& folder_;

@@ -11,7 +11,7 @@ namespace {
 
 using Record = TransferRecord;
 
-/// What became of every file of the run, by asset.
+/// The outcome of every file of the run, by asset.
 class Fates {
  public:
   Fates(const TransferPlan& plan, const TransferReport& report) {
@@ -22,7 +22,7 @@ class Fates {
     }
   }
 
-  /// Completes a file of which the phone's side is known.
+  /// Completes a file whose data from the phone are already set.
   void complete(Record::File& file) const {
     if (const auto found = outcomes_.find(file.assetID); found != outcomes_.end()) {
       return take(*found->second, file);
@@ -81,7 +81,7 @@ Record::Outcome outcomeOf(const std::vector<Record::File>& files) {
   if (hasAny(Record::PartState::notReached)) return Record::Outcome::notReached;
   if (hasAny(Record::PartState::onMac)) return Record::Outcome::onMac;
   if (hasAny(Record::PartState::alreadyThere)) return Record::Outcome::alreadyThere;
-  // Nothing of it was in the run, and only reduced copies are recorded without that.
+  // No file of the shot was in the run, and only reduced copies are recorded without one.
   return Record::Outcome::optimized;
 }
 

@@ -6,13 +6,13 @@
 
 namespace tavrix {
 
-/// A run that has ended, with what it was made of.
+/// A run that has ended, with its inputs and results.
 struct FinishedRun {
-  /// Every shot of the run in plan order, those that are there already included; then the shots
-  /// that were left out as reduced copies, which the plan does not have.
+  /// Every shot of the run in plan order, including those that are already there; then the shots
+  /// that were left out as reduced copies, which are not in the plan.
   std::vector<TransferRecord::ShotInput> shots;
   const TransferPlan& plan;
-  const TransferReport& report;  ///< of what got through
+  const TransferReport& report;  ///< of the files that got an outcome
   TransferRecord::Status status = TransferRecord::Status::completed;
   Uuid id{};
   Instant startedAt{};
@@ -24,10 +24,11 @@ struct FinishedRun {
   std::vector<std::string> notes{};
 };
 
-/// The record of a run. A file that the plan has and the report does not was not reached; one that
-/// neither has was left out by the settings. A shot failed when any of its files did, and was not
-/// reached when any of them was not; else it is on the Mac when anything of it was written, and was
-/// already there otherwise. Folders are in the order of their first shots. A pure function.
+/// Creates the record of a run. A file in the plan but not in the report was not reached; a file in
+/// neither was left out by the settings. A shot failed if any of its files failed. Otherwise it was
+/// not reached if any of its files was not reached, is on the Mac if any of its files was written,
+/// and was already there in all other cases. Folders are in the order of their first shots. A pure
+/// function.
 TransferRecord makeRecord(FinishedRun run);
 
 }  // namespace tavrix

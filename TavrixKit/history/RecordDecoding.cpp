@@ -18,7 +18,7 @@ Record::Place placeFrom(const RecordFields& fields) {
       place.names.emplace(language, fields.required("names", name.asString()));
     }
   } else if (const auto city = fields.optionalText("city")) {
-    // Before names were kept by language there was the program's own language alone.
+    // Before names were stored by language, there was only the program's own language.
     place.names.emplace("ru", *city);
   }
   place.countryCode = fields.optionalText("countryCode");
@@ -86,13 +86,13 @@ Record::Options optionsFrom(const RecordFields& fields) {
   return options;
 }
 
-/// Takes the events of a record apart into values of manageable size: the members of the record and
-/// of each folder, and each shot.
+/// Splits the events of a record into values of manageable size: the members of the record and of
+/// each folder, and each shot.
 class RecordReader : public JsonHandler {
  public:
   explicit RecordReader(bool keepsFolders) : keepsFolders_(keepsFolders) {}
 
-  /// The record, when its text was read to its end.
+  /// Returns the record. Call it after the whole text was read.
   Record take() {
     const RecordFields fields{record_, ""};
     checkVersion(fields);
@@ -217,7 +217,7 @@ class RecordReader : public JsonHandler {
         return;
     }
   }
-  /// A newer layout may hold other things: a fault counts only once the version is known.
+  /// A newer layout may differ, so a fault is reported only after the version was checked.
   template <typename Conversion>
   void convert(Conversion conversion) {
     if (fault_) return;

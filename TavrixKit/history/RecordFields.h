@@ -8,26 +8,26 @@
 
 namespace tavrix {
 
-/// Reads the members of one object of a record. A member that is null counts as missing. Throws
-/// TransferRecord::RecordError naming the member.
+/// Reads the members of one object of a record. A null member is treated as missing. Throws
+/// TransferRecord::RecordError with the path of the member.
 class RecordFields {
  public:
   using Error = TransferRecord::RecordError;
 
-  /// `path` is where the object stands, such as "totals"; empty for the record itself.
+  /// `path` is the object's position, such as "totals"; empty for the record itself.
   RecordFields(const JsonValue& object, std::string path)
       : object_(object), path_(std::move(path)) {
     checkIsObject();
   }
-  /// An element of a list that is a member of `parent`, which must stay as long as this. Where it
-  /// stands is put into words only when that is asked for: there may be millions.
+  /// Creates the reader of an element of a list that is a member of `parent`, which must outlive
+  /// it. The path is built only on demand, because there may be millions of elements.
   RecordFields(const JsonValue& object, const RecordFields& parent, std::string_view list,
                std::size_t index)
       : object_(object), parent_(&parent), list_(list), index_(index) {
     checkIsObject();
   }
 
-  /// Null when the member is missing.
+  /// Returns nullptr if the member is missing.
   const JsonValue* find(std::string_view key) const {
     const JsonValue* const member = object_.member(key);
     return member == nullptr || member->isNull() ? nullptr : member;
@@ -67,7 +67,7 @@ class RecordFields {
     const std::string own = path();
     return own.empty() ? std::string{key} : own + "." + std::string{key};
   }
-  /// The value, which is missing when it has the wrong type.
+  /// Returns the value. Throws if `value` is empty, which means that the member has the wrong type.
   template <typename Value>
   auto required(std::string_view key, const Value& value) const -> decltype(*value) {
     if (!value) throw Error::atField(Error::Kind::wrongValue, pathOf(key));
@@ -85,7 +85,7 @@ class RecordFields {
 
   const JsonValue& object_;
   std::string path_;
-  const RecordFields* parent_ = nullptr;  ///< of an element of a list
+  const RecordFields* parent_ = nullptr;  ///< set for an element of a list
   std::string_view list_;
   std::size_t index_ = 0;
 };

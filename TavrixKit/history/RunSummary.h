@@ -4,7 +4,7 @@
 
 namespace tavrix {
 
-/// What a list of runs shows of one.
+/// The data of a run that a list of runs shows.
 struct RunSummary {
   Uuid id;
   Instant startedAt;

@@ -9,7 +9,7 @@ namespace {
 
 using Record = TransferRecord;
 
-/// The names of an enumeration's cases, in their order.
+/// The names of an enumeration's enumerators, in their order.
 template <typename Enumeration>
 constexpr std::array<std::string_view, 0> names{};
 template <>

@@ -13,21 +13,21 @@
 
 namespace tavrix {
 
-/// What one run did: when, from which phone, into which folder, with which settings, and what
-/// became of every shot and every file. The file that holds one is described in docs/history.md.
+/// The record of one run: its times, phone, destination folder and settings, and the outcome of
+/// every shot and every file. docs/history.md describes the file format.
 struct TransferRecord {
   static constexpr std::int64_t currentSchemaVersion = 2;
 
   enum class Status { completed, completedWithFailures, cancelled, interrupted };
   enum class ShotKind { photo, livePhoto, video };
   enum class Role { original, edit, liveVideo, sidecar };
-  /// What became of a file; `off`: the person's settings left it out, which is no failure.
+  /// The outcome of a file. `off`: left out by the user's settings, which is not a failure.
   enum class PartState { onMac, alreadyThere, failed, off, notReached };
-  /// What became of a shot; `optimized`: left out, because the phone holds a reduced copy alone.
+  /// The outcome of a shot. `optimized`: left out, because the phone has only a reduced copy.
   enum class Outcome { onMac, alreadyThere, failed, optimized, notReached };
   enum class OutcomeFilter { all, onMac, alreadyThere, failed, optimized };
 
-  /// The settings of the run; texts are the settings' own case names.
+  /// The settings of the run; strings are the settings' own enumerator names.
   struct Options {
     bool includePhotos = true;
     bool includeLive = true;
@@ -56,8 +56,8 @@ struct TransferRecord {
     friend bool operator==(const Options&, const Options&) = default;
   };
 
-  /// Numbers of shots; each shot counts once: shots = onMac + alreadyThere + failed + optimized +
-  /// those that the run did not reach.
+  /// Numbers of shots. Each shot is counted once: shots = onMac + alreadyThere + failed + optimized
+  /// + the shots that the run did not reach.
   struct Totals {
     std::uint64_t shots = 0;
     std::uint64_t onMac = 0;
@@ -85,7 +85,7 @@ struct TransferRecord {
     std::string name;                      ///< on the phone
     std::optional<std::string> savedName;  ///< on the Mac
     std::optional<std::string> path;       ///< relative to the destination
-    std::uint64_t bytes = 0;  ///< on the Mac when it was written or checked in this run, else on
+    std::uint64_t bytes = 0;  ///< size on the Mac if it was written or checked in this run, else on
                               ///< the phone
     PartState state = PartState::notReached;
     std::optional<std::string> reason;  ///< why it failed
@@ -108,19 +108,19 @@ struct TransferRecord {
   };
 
   struct Folder {
-    std::string name;  ///< empty when the files lie right in the destination
+    std::string name;  ///< empty if the files are directly in the destination
     std::optional<Place> place;
     std::vector<Shot> shots;
 
     friend bool operator==(const Folder&, const Folder&) = default;
   };
 
-  /// Why a record could not be read.
+  /// The reason why a record could not be read.
   class RecordError;
 
   /// One shot of a run that is to be recorded.
   struct ShotInput {
-    AssetBundle bundle;  ///< every file of it, also those that the settings left out
+    AssetBundle bundle;  ///< all files of the shot, including those that the settings left out
     std::string folder;
     std::optional<Place> place;
   };
@@ -141,23 +141,25 @@ struct TransferRecord {
   friend bool operator==(const TransferRecord&, const TransferRecord&) = default;
 };
 
-/// The counts of the shots in the folders.
+/// Returns the counts of the shots in the folders.
 TransferRecord::Totals totalsOf(const std::vector<TransferRecord::Folder>& folders);
 
-/// Whether the filter shows shots of an outcome. What was not reached shows under `all` alone.
+/// Returns true if the filter includes shots with this outcome. Only `all` includes shots that were
+/// not reached.
 bool matches(TransferRecord::OutcomeFilter filter, TransferRecord::Outcome outcome);
-/// The record with the shots alone that the filter shows, without the folders that have none left.
-/// The totals stay those of the run.
+/// Returns the record with only the shots that the filter includes; folders without shots are
+/// removed. The totals remain those of the run.
 TransferRecord filtered(TransferRecord record, TransferRecord::OutcomeFilter filter);
 
-/// The case names.
+/// Return the names of the enumerators.
 std::string_view textOf(TransferRecord::Status status);
 std::string_view textOf(TransferRecord::ShotKind kind);
 std::string_view textOf(TransferRecord::Role role);
 std::string_view textOf(TransferRecord::PartState state);
 std::string_view textOf(TransferRecord::Outcome outcome);
 std::string_view textOf(TransferRecord::OutcomeFilter filter);
-/// The case of a name; nothing for any other text. For each enumeration of the record.
+/// Returns the enumerator of a name; nullopt for any other text. Defined for each enumeration of
+/// the record.
 template <typename Enumeration>
 std::optional<Enumeration> caseOf(std::string_view text);
 

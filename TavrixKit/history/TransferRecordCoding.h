@@ -16,7 +16,7 @@ class TransferRecord::RecordError : public std::exception {
  public:
   enum class Kind {
     newerSchema,   ///< written by a newer version of the program
-    notJson,       ///< or not UTF-8, or too deep; see position()
+    notJson,       ///< or not UTF-8, or nested too deeply; see position()
     missingField,  ///< see field()
     wrongValue,    ///< see field()
   };
@@ -25,7 +25,7 @@ class TransferRecord::RecordError : public std::exception {
     return {Kind::newerSchema, version, {}, {}};
   }
   static RecordError notJson(JsonPosition position) { return {Kind::notJson, 0, {}, position}; }
-  /// A field by its path, such as "totals.shots".
+  /// `field` is the path of the field, such as "totals.shots".
   static RecordError atField(Kind kind, std::string field) {
     return {kind, 0, std::move(field), {}};
   }
@@ -52,17 +52,17 @@ namespace TransferRecordCoding {
 void encode(const TransferRecord& record, TextSink& sink);
 std::string encode(const TransferRecord& record);
 
-/// Reads a record of this layout or of an older one: a place on each shot instead of on the folder,
-/// a place with one "city" instead of names. Unknown keys are passed over. Shots are converted as
-/// they come, so that memory stays that of the record. Throws RecordError; what the source throws
-/// passes.
+/// Reads a record of this layout or an older one: a place on each shot instead of on the folder, or
+/// a place with one "city" instead of names. Skips unknown keys. Shots are converted while they are
+/// read, so that little memory is used beyond the record itself. Throws RecordError; errors of the
+/// source pass through.
 TransferRecord decode(ByteReader& source);
 TransferRecord decode(std::string_view json);
 
-/// The same with the folders checked and not kept; for lists of runs.
+/// As decode(), but checks the folders without keeping them; for lists of runs.
 TransferRecord decodeWithoutFolders(ByteReader& source);
 
-/// Parts of a record, as it has them.
+/// Encode and decode parts of a record.
 void encode(const TransferRecord::Totals& totals, JsonWriter& json);
 void encode(const TransferRecord::File& file, JsonWriter& json);
 TransferRecord::Totals totalsFrom(const RecordFields& fields);

@@ -5,8 +5,9 @@
 namespace tavrix {
 namespace {
 
-/// Of a run in which no file failed, but which did not see all of its source.
-constexpr Sentence<> readInPart{"Источник прочитан не весь", "The source was read only in part"};
+/// For a run in which no file failed, but which did not read its whole source.
+constexpr Sentence<> readInPart{"Источник прочитан не полностью",
+                                "The source was read only in part"};
 
 }  // namespace
 

@@ -7,15 +7,15 @@
 
 namespace tavrix {
 
-/// How a run went, in one line: "Все снимки на Mac".
+/// Returns the result of a run in one line: "Все снимки на компьютере".
 std::string verdictText(Language language, TransferRecord::Status status,
                         const TransferRecord::Totals& totals);
 
-/// What became of files or shots: "скопировано и сверено".
+/// Return the state of files or the outcome of shots as text: "скопировано и сверено".
 std::string stateText(Language language, TransferRecord::PartState state);
 std::string outcomeText(Language language, TransferRecord::Outcome outcome);
 
-/// "15 снимков".
+/// Returns the number of shots as text: "15 снимков".
 std::string shotsText(Language language, std::uint64_t count);
 
 }  // namespace tavrix

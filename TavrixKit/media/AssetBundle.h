@@ -9,36 +9,38 @@
 
 namespace tavrix {
 
-/// One shot: every file that one press of the shutter left. A handle to an immutable record:
-/// copying it copies a pointer. A moved-from bundle may only be assigned or destroyed.
+/// One shot: all files that one press of the shutter created. A handle to an immutable record:
+/// copying it copies a pointer. A moved-from bundle may only be assigned to or destroyed.
 class AssetBundle {
  public:
   /// `original` must be one of `assets`.
   AssetBundle(std::string id, std::vector<MediaAsset> assets, MediaAsset original);
 
   const std::string& id() const;
-  /// Every file of the shot in catalogue order, the original included.
+  /// Returns all files of the shot in catalogue order, including the original.
   const std::vector<MediaAsset>& assets() const;
-  /// The shot's lead file.
+  /// Returns the main file of the shot.
   const MediaAsset& original() const;
   bool hasEditedVersion() const;
 
-  /// A still with its motion part.
+  /// Returns true if the shot is a still with its motion part.
   bool isLivePhoto() const;
-  /// An unedited video of a Live Photo: belongs to its still, is no video of its own.
+  /// Returns true if `asset` is an unedited video of a Live Photo. It belongs to the still and is
+  /// not a video of its own.
   bool isMotionPart(const MediaAsset& asset) const;
-  /// Photos and videos except a Live Photo's motion part; sidecars and other files never are.
+  /// Returns true for photos and for videos other than a motion part. Returns false for sidecars
+  /// and other files.
   bool isPicture(const MediaAsset& asset) const;
   std::size_t pictureCount() const;
-  /// The original when that is a picture, else the first picture, else the original. The shot's
-  /// date, kind and name are its own.
+  /// Returns the original if it is a picture, otherwise the first picture, otherwise the original.
+  /// The shot has the date, kind and name of this file.
   const MediaAsset& primaryPicture() const;
   std::optional<Instant> captureDate() const { return primaryPicture().captureDate(); }
-  /// Where the shot was taken: the primary picture's location, else that of the first file that has
-  /// one. A location that is nowhere on the Earth counts as none.
+  /// Returns the place where the shot was taken: the location of the primary picture, otherwise of
+  /// the first file that has one. A location that is not on the Earth is ignored.
   std::optional<GeoPoint> position() const;
 
-  /// Equal in id, files and original.
+  /// Compares id, files and original.
   friend bool operator==(const AssetBundle& a, const AssetBundle& b);
 
  private:

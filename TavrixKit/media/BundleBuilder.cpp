@@ -38,7 +38,7 @@ const MediaAsset& originalOf(const std::vector<MediaAsset>& members) {
   return any == nullptr ? members.front() : *any;
 }
 
-/// Which shot each asset belongs to, shots numbered in the order in which they were first met.
+/// The shot of each asset. Shots are numbered in the order of their first assets.
 struct Shots {
   std::deque<std::string> keys;
   std::vector<std::uint32_t> shotOfAsset;
@@ -52,7 +52,7 @@ Shots findShots(const std::vector<MediaAsset>& assets) {
   std::string key;
   for (const MediaAsset& asset : assets) {
     setBundleKey(key, asset);
-    // Files of one shot mostly follow each other, but nothing says that they must.
+    // Files of one shot usually follow each other, but this is not guaranteed.
     std::uint32_t shot = shots.shotOfAsset.empty() ? 0 : shots.shotOfAsset.back();
     if (shots.keys.empty() || shots.keys[shot] != key) {
       auto found = shotOfKey.find(key);

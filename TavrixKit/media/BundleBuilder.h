@@ -9,13 +9,14 @@
 
 namespace tavrix::BundleBuilder {
 
-/// Gathers the whole catalogue into shots, in the order in which each shot was first met. Files of
-/// one folder whose names agree in prefix and number are one shot; a file without a camera pattern
-/// is one by itself.
+/// Groups all files of the catalogue into shots, in the order of their first files. Files of one
+/// folder whose names have the same prefix and number are one shot. A file whose name has no camera
+/// pattern is a shot of its own.
 std::vector<AssetBundle> makeBundles(const std::vector<MediaAsset>& assets);
 
-/// One shot of the given files; nothing when there are none. The original is the first unedited
-/// photo, else the first unedited video, else the first unedited file, else the first.
+/// Returns one shot of the given files, or nullopt if there are none. The original is the first
+/// unedited photo, otherwise the first unedited video, otherwise the first unedited file, otherwise
+/// the first file.
 std::optional<AssetBundle> bundle(std::string id, std::vector<MediaAsset> members);
 
 }  // namespace tavrix::BundleBuilder

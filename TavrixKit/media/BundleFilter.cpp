@@ -54,12 +54,12 @@ bool keepsAsset(const BundleFilter& filter, const AssetBundle& bundle, const Med
   if (!filter.includeAAE && asset.kind() == MediaKind::sidecar) return false;
   if (!isEdited || filter.editedPolicy == EditedPolicy::both) return true;
   if (filter.editedPolicy == EditedPolicy::originalsOnly) return !isEditedPicture(bundle, asset);
-  // Where the phone has lost the original, an edited picture or the sidecar leads the shot.
+  // If the phone has lost the original, an edited picture or the sidecar is the shot's original.
   if (asset.isEditedVariant() || asset.kind() == MediaKind::sidecar) return true;
   return asset.id() != bundle.original().id() && !bundle.isMotionPart(asset);
 }
 
-/// Whether every file of a bundle that passes the whole tests is kept: the common case.
+/// Returns true if all files of a bundle that passes the whole tests are kept, the common case.
 bool keepsEverything(const BundleFilter& filter, const AssetBundle& bundle) {
   return !filter.liveOnlyPhoto && filter.includeAAE &&
          (filter.editedPolicy == EditedPolicy::both || !bundle.hasEditedVersion());

@@ -10,14 +10,14 @@
 
 namespace tavrix {
 
-/// The person's choice of what to transfer. The filter works on shots: a sidecar never survives its
-/// still, and a Live Photo has its own switch.
+/// The user's choice of what to transfer. The filter works on shots: a sidecar is never kept
+/// without its still, and Live Photos have a switch of their own.
 struct BundleFilter {
   enum class EditedPolicy { both, editedOnly, originalsOnly };
 
   bool includePhotos = true;   ///< stills that are not part of a Live Photo
   bool includeLive = true;     ///< Live Photos, still and motion part
-  bool liveOnlyPhoto = false;  ///< of a Live Photo the still alone
+  bool liveOnlyPhoto = false;  ///< only the still of a Live Photo
   bool includeVideos = true;   ///< videos that are not part of a Live Photo
   bool includeAAE = true;      ///< sidecars
   EditedPolicy editedPolicy = EditedPolicy::both;
@@ -26,35 +26,35 @@ struct BundleFilter {
   std::optional<CivilDate> to;    ///< last day of the period, inclusive
   std::optional<PlaceFilter> places;
 
-  /// What the tests need besides the choice: the zone in which days are cut, and place names when
-  /// there are any.
+  /// Further input of the tests: the time zone of the days, and the lookup of place names, if any.
   struct Context {
     TimeZone timeZone = TimeZone::utc();
     const PlaceLookup* placeLookup = nullptr;
   };
 
-  /// Whether any file of the bundle survives.
+  /// Returns true if at least one file of the bundle is kept.
   bool keeps(const AssetBundle& bundle, const Context& context) const;
-  /// The surviving files in the bundle's order; empty when the bundle is gone.
+  /// Returns the kept files in the bundle's order; empty if the whole bundle is dropped.
   std::vector<MediaAsset> keptAssets(const AssetBundle& bundle, const Context& context) const;
-  /// The place test alone. Without a lookup every located shot counts as not yet named.
+  /// Applies only the place test. Without a lookup every located shot is treated as not yet named.
   bool keepsPlace(const AssetBundle& bundle, const PlaceLookup* lookup) const;
 
   friend bool operator==(const BundleFilter&, const BundleFilter&) = default;
 };
 
-/// "both", "editedOnly", "originalsOnly".
+/// Returns "both", "editedOnly" or "originalsOnly".
 std::string_view textOf(BundleFilter::EditedPolicy policy);
 
-/// The bundles that pass, in their order; one kept in part is rebuilt under its id.
+/// Returns the bundles that pass, in their order. A bundle that is kept in part is rebuilt under
+/// its id.
 std::vector<AssetBundle> filtered(const std::vector<AssetBundle>& bundles,
                                   const BundleFilter& filter, const BundleFilter::Context& context);
 
-/// Recognising reduced copies is the producer's part; here they are counted.
+/// Only counts reduced copies. The producer of the assets recognises them.
 namespace OptimizedCopy {
 
-/// The shots whose original is an optimized copy, among those that pass all else that the filter
-/// asks: the same number whether they are skipped or not.
+/// Returns the number of shots whose original is an optimized copy, among those that pass the tests
+/// of period, place and kind. `skipOptimized` does not change the number.
 std::size_t count(const std::vector<AssetBundle>& bundles, const BundleFilter& filter,
                   const BundleFilter::Context& context);
 

@@ -6,8 +6,8 @@
 
 namespace tavrix {
 
-/// Reads media from an ordinary folder that holds the files flat, by name. A file that changes
-/// while it is read is an error of that file.
+/// Reads media by name from an ordinary folder without subfolders. If a file changes while it is
+/// being read, the download of this file fails.
 class LocalMediaSource : public MediaSource {
  public:
   explicit LocalMediaSource(std::string baseURL) : baseURL_(std::move(baseURL)) {}

@@ -9,19 +9,20 @@
 namespace tavrix {
 namespace {
 
-/// A piece of the record's one text; absent when `begin` is the mark.
+/// A part of the record's text, or no text if `begin` is `absent`.
 struct Piece {
   static constexpr std::uint32_t absent = UINT32_MAX;
   std::uint32_t begin = absent;
   std::uint32_t length = 0;
 };
 
-/// Puts texts into one, where an id of the form directory/name serves for all three.
+/// Packs several texts into one. An id of the form directory/name is stored once for id, directory
+/// and name.
 class Packer {
  public:
   explicit Packer(std::size_t capacity) { text_.reserve(capacity); }
 
-  /// `expected` is where the text may stand already.
+  /// Adds a text, unless it is already at the offset `expected`.
   Piece add(MediaAsset::Text text, std::size_t expected = 0) {
     if (!text) return {};
     std::size_t begin = std::min(expected, text_.size());
@@ -55,7 +56,7 @@ struct MediaAsset::Record {
   bool isOptimized = false;
   bool isEditedVariant = false;
   bool hasCameraDate = false;
-  std::int32_t cameraShift = 0;  ///< seconds from the capture date to the camera's
+  std::int32_t cameraShift = 0;  ///< camera date minus capture date, in seconds
   std::string text;
 
   std::string_view view(Piece piece) const {

@@ -12,8 +12,8 @@
 namespace tavrix {
 
 /// One file as the phone lists it. A handle to an immutable record: copying it copies a pointer,
-/// and the texts live as long as any handle does. Two assets with the same id are the same file. A
-/// moved-from asset may only be assigned or destroyed.
+/// and the texts are valid as long as any handle exists. Two assets with the same id are the same
+/// file. A moved-from asset may only be assigned to or destroyed.
 class MediaAsset {
  public:
   using Text = std::optional<std::string_view>;
@@ -23,34 +23,42 @@ class MediaAsset {
              std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256,
              std::optional<Instant> cameraDate = std::nullopt);
 
-  /// Identifies the file within its source; caches, markers and the history refer to it.
+  /// Returns the identifier of the file within its source. Caches, markers and the history refer to
+  /// it.
   std::string_view id() const;
-  /// The file name on the phone, letter case as listed. Never to be trusted as a path.
+  /// Returns the file name on the phone, in the listed letter case. Must not be trusted as a path.
   std::string_view name() const;
-  /// The phone's folder, such as "100APPLE".
+  /// Returns the folder on the phone, such as "100APPLE".
   Text directory() const;
   MediaKind kind() const;
   std::uint64_t sizeBytes() const;
   std::optional<Instant> captureDate() const;
-  /// What the camera's clock showed, read as if it were UTC: the picture's own date, which no time
-  /// zone moves. Nothing where the picture tells none and `captureDate` is that of its file.
+  /// Returns the time on the camera's clock, interpreted as UTC: the picture's own date,
+  /// independent of any time zone. Returns nullopt if the picture has no date, so that
+  /// `captureDate` is that of the file.
   std::optional<Instant> cameraDate() const;
   std::optional<GeoPoint> location() const;
-  /// The phone holds only a reduced copy; the original is in the cloud library.
+  /// Returns true if the phone has only a reduced copy and the original is in the cloud library.
   bool isOptimized() const;
-  /// An edited rendering of its shot: the name carries the edit mark, or a photo library says so.
+  /// Returns true if the file is an edited rendering of its shot: its name has the edit mark, or
+  /// the photo library lists it as edited.
   bool isEditedVariant() const;
-  /// The cloud library's identifier of the shot.
+  /// Returns the cloud library's identifier of the shot.
   Text cloudID() const;
-  /// SHA-256 of the bytes in hexadecimal, when the source has hashed the file.
+  /// Returns the SHA-256 of the bytes in hexadecimal, or nullopt if the source has none.
   Text sha256() const;
 
-  /// Equal in every field.
+  /// Compares all fields.
   friend bool operator==(const MediaAsset& a, const MediaAsset& b);
 
  private:
   struct Record;
   std::shared_ptr<const Record> record_;
 };
+
+/// Returns a copy of an optional text of an asset that does not refer to the asset.
+inline std::optional<std::string> owned(MediaAsset::Text text) {
+  return text ? std::optional<std::string>{*text} : std::nullopt;
+}
 
 }  // namespace tavrix

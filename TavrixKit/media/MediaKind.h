@@ -5,17 +5,18 @@
 
 namespace tavrix {
 
-/// What a file on the phone is, coarsely.
+/// The rough kind of a file on the phone.
 enum class MediaKind { photo, video, sidecar, other };
 
-/// "photo", "video", "sidecar", "other".
+/// Returns "photo", "video", "sidecar" or "other".
 std::string_view textOf(MediaKind kind);
-/// The kind of a text form; nothing for any other text.
+/// Returns the kind that textOf() writes as `text`, or nullopt if there is none.
 std::optional<MediaKind> mediaKindOf(std::string_view text);
-/// The kind by the text after a name's last dot (a leading dot included), letter case aside: "aae"
-/// is a sidecar, known picture and film formats are photo and video, everything else is other.
+/// Returns the kind from the text after the last dot of a name (a leading dot is also a dot),
+/// ignoring letter case: "aae" is a sidecar, known picture and film formats are photo and video,
+/// everything else is other.
 MediaKind mediaKindOfFileName(std::string_view name);
-/// Photos and videos are what a person sees as pictures.
+/// Returns true for the kinds that the user sees as pictures: photos and videos.
 constexpr bool isPictureKind(MediaKind kind) {
   return kind == MediaKind::photo || kind == MediaKind::video;
 }

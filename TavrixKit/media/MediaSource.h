@@ -9,11 +9,13 @@
 
 namespace tavrix {
 
-/// The file, chosen by the caller, that receives the bytes of one download from its beginning.
+/// The destination of one download, chosen by the caller. Receives the bytes of the file from its
+/// beginning.
 class DownloadDestination {
  public:
   virtual ~DownloadDestination() = default;
-  /// May throw whatever ends the download: a failure of the disk, a cancel. A source lets it pass.
+  /// May throw any exception to end the download, such as a disk error or a cancellation. A source
+  /// does not catch it.
   virtual void append(std::span<const std::byte> bytes) = 0;
 };
 
@@ -26,7 +28,7 @@ class SourceError : public std::exception {
       : kind_(kind), name_(std::move(name)), code_(code) {}
   Kind kind() const { return kind_; }
   const std::string& name() const { return name_; }
-  /// The system's own code (errno), 0 when there is none.
+  /// Returns the system's error code (errno), or 0 if there is none.
   int code() const { return code_; }
   const char* what() const noexcept override { return "SourceError"; }
 
@@ -36,14 +38,14 @@ class SourceError : public std::exception {
   int code_;
 };
 
-/// Where the bytes of assets come from: a folder, a phone on a cable.
+/// A source of the bytes of assets: a folder, or a phone on a cable.
 class MediaSource {
  public:
   virtual ~MediaSource() = default;
-  /// Writes the complete bytes of an asset to `destination` and returns only then. Any exception
-  /// fails this one file; the source's own are SourceError.
+  /// Writes all bytes of an asset to `destination` and then returns. Any exception means that only
+  /// this file failed. Failures of the source itself throw SourceError.
   virtual void download(const MediaAsset& asset, DownloadDestination& destination) = 0;
-  /// How many downloads may run at once, each on a thread of its own.
+  /// Returns the number of downloads that may run at once, each on a thread of its own.
   virtual int concurrentDownloads() const { return 1; }
 };
 

@@ -8,7 +8,8 @@
 namespace tavrix::BundleBuilder {
 namespace {
 
-/// The characters of a name as byte ranges: bytes of ASCII text, else grapheme clusters.
+/// The characters of a name as byte ranges: single bytes if the name is ASCII, otherwise grapheme
+/// clusters.
 class Characters {
  public:
   explicit Characters(std::string_view text) : text_(text) {
@@ -26,7 +27,7 @@ class Characters {
     const std::string_view character = at(i);
     return character.size() == 1 && character.front() >= '0' && character.front() <= '9';
   }
-  /// The text of the characters from `begin` up to `end`.
+  /// Returns the text of the characters from `begin` up to `end`, exclusive.
   std::string_view text(std::size_t begin, std::size_t end) const {
     if (begin >= end) return {};
     const std::string_view last = at(end - 1);
@@ -40,7 +41,7 @@ class Characters {
   bool isPlain_ = true;
 };
 
-/// The index of the dot before the extension; the count of characters when there is none.
+/// Returns the index of the dot before the extension, or the number of characters if there is none.
 std::size_t extensionDot(const Characters& name) {
   const std::size_t count = name.count();
   for (std::size_t i = count; i-- > 0;) {
@@ -50,7 +51,7 @@ std::size_t extensionDot(const Characters& name) {
   return count;
 }
 
-/// A name with a camera pattern, taken apart; the views point into it.
+/// The parts of a name with a camera pattern. The views point into the name.
 struct Pieces {
   std::string_view prefix;
   std::string_view number;

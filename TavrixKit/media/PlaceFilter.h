@@ -7,8 +7,8 @@
 
 namespace tavrix {
 
-/// Restricts shots to chosen places. A shot passes when its city (the region where there
-/// is none) or its country is chosen.
+/// Restricts shots to chosen places. A shot passes if its city (or its region, if it has no city)
+/// or its country is chosen.
 struct PlaceFilter {
   std::set<std::string> countries;
   std::set<std::string> cities;
@@ -16,7 +16,7 @@ struct PlaceFilter {
   bool includeUnresolved = false;  ///< located shots whose place has no name yet
   std::string localeID;            ///< the language of the names above
 
-  /// Whether a place of these names is chosen.
+  /// Returns true if a place of these names is chosen.
   bool matches(const PlaceNames& names) const {
     const auto& city = names.cityOrRegion();
     return (city && cities.contains(*city)) ||

@@ -12,7 +12,8 @@ constexpr std::array<std::string_view, 8> roleTexts{
     "photo",       "alternatePhoto", "editedPhoto",       "video",
     "editedVideo", "pairedVideo",    "editedPairedVideo", "adjustmentData"};
 
-// A file on a phone has its folder or its name first, and neither holds a colon.
+// Cannot begin the id of a file on a phone: that begins with the folder or the name, and neither
+// contains a colon.
 constexpr std::string_view idPrefix = "library:";
 
 const ResourceDescription* withRole(const AssetDescription& description, Role role) {
@@ -22,7 +23,7 @@ const ResourceDescription* withRole(const AssetDescription& description, Role ro
   return found == description.resources.end() ? nullptr : &*found;
 }
 
-/// How many files of the same role stand before `index`, and itself.
+/// Returns the number of files with the role of the file at `index`, up to and including that file.
 int numberInRole(const std::vector<ResourceDescription>& resources, std::size_t index) {
   const auto end = resources.begin() + static_cast<std::ptrdiff_t>(index);
   return 1 + static_cast<int>(

@@ -11,9 +11,9 @@
 
 namespace tavrix {
 
-/// One file of an entry of a photo library.
+/// One file of a photo library entry.
 struct ResourceDescription {
-  /// What the file is to its shot; text forms are the case names.
+  /// The role of the file in its shot. The text forms are the names of the cases.
   enum class Role {
     photo,
     alternatePhoto,  ///< a second still of the shot: the RAW or JPEG twin
@@ -29,7 +29,7 @@ struct ResourceDescription {
   std::string filename;
   std::optional<std::string> uti;  ///< uniform type identifier
   std::optional<std::uint64_t> sizeBytes;
-  std::optional<bool> isLocallyAvailable;  ///< false: the bytes are only in the cloud
+  std::optional<bool> isLocallyAvailable;  ///< false if the bytes are only in the cloud
 
   friend bool operator==(const ResourceDescription&, const ResourceDescription&) = default;
 };
@@ -47,25 +47,24 @@ struct AssetDescription {
 
 std::string_view textOf(ResourceDescription::Role role);
 
-/// Shots from a library that knows which files belong together.
+/// Builds shots from a photo library, which knows the files that belong together.
 namespace ResourceBundles {
 
-/// One bundle per description that has files, in the same order.
+/// Returns one bundle for each description that has files, in the same order.
 std::vector<AssetBundle> bundles(const std::vector<AssetDescription>& descriptions);
-/// Nothing when the description has no files. The original is the `photo`, else the `video`, else
-/// the first file; the bundle's id is the local identifier after "library:".
+/// Returns nullopt if the description has no files. The original is the `photo`, otherwise the
+/// `video`, otherwise the first file. The bundle's id is "library:" and the local identifier.
 std::optional<AssetBundle> bundle(const AssetDescription& description);
 
 MediaKind kind(ResourceDescription::Role role);
 
-/// The id of one file: "library:<local identifier>#<role>"; of several with one role the later ones
-/// add
-/// ".2", ".3", …
+/// Returns the id of one file: "library:<local identifier>#<role>". If several files have the same
+/// role, ".2", ".3", … is appended for the second, the third, …
 std::string assetID(std::string_view localIdentifier, ResourceDescription::Role role,
                     int number = 1);
-/// The local identifier and the role back; nothing for an id of another form.
+/// Returns the local identifier and the role of an id, or nullopt if it has another form.
 std::optional<std::pair<std::string, ResourceDescription::Role>> split(std::string_view assetID);
-/// Whether an id is that of an edited photo, video or motion part.
+/// Returns true if the id is that of an edited photo, video or motion part.
 bool isEditedResource(std::string_view assetID);
 
 }  // namespace ResourceBundles

@@ -14,23 +14,23 @@
 
 namespace tavrix {
 
-/// Why a snapshot could not be read, and where in it.
+/// Why reading a snapshot failed, and at which position.
 class SnapshotError : public std::exception {
  public:
   enum class Kind {
-    notJson,       ///< no JSON, or no UTF-8
+    notJson,       ///< not JSON, or not UTF-8
     tooLarge,      ///< nested too deep, a value too long, or more items than `Snapshot::maxItems`
-    notAList,      ///< the file is no array of objects
+    notAList,      ///< the file is not an array of objects
     missingField,  ///< an item lacks `field`
     wrongType,     ///< `field` has a value of another type
-    outOfRange,    ///< the number of `field` does not fit
+    outOfRange,    ///< the number in `field` does not fit
   };
 
   SnapshotError(Kind kind, JsonPosition position, std::uint64_t item, std::string field)
       : kind_(kind), position_(position), item_(item), field_(std::move(field)) {}
   Kind kind() const { return kind_; }
   JsonPosition position() const { return position_; }
-  /// The number of the item in the list, from 1.
+  /// Returns the number of the item in the list, from 1.
   std::uint64_t item() const { return item_; }
   const std::string& field() const { return field_; }
   const char* what() const noexcept override { return "SnapshotError"; }
@@ -45,25 +45,24 @@ class SnapshotError : public std::exception {
 /// The snapshot file: a JSON array of SnapshotItem in catalogue order.
 namespace Snapshot {
 
-/// More than any phone holds; a file with more is nonsense that would only fill the memory.
+/// More than any phone holds. The limit keeps a senseless file from filling the memory.
 inline constexpr std::uint64_t maxItems = 5'000'000;
 
-/// Hands on the items one by one, so that none stays in memory. Throws SnapshotError.
+/// Passes the items to `receiver` one by one and keeps none in memory. Throws SnapshotError.
 void readEach(ByteReader& source, const std::function<void(SnapshotItem&&)>& receiver);
-/// All items. Throws SnapshotError.
+/// Returns all items. Throws SnapshotError.
 std::vector<SnapshotItem> read(ByteReader& source);
-/// The catalogue: one asset per item. An item whose id is taken gets the first free of "#2", "#3",
-/// … after it. Throws SnapshotError.
+/// Returns the catalogue: one asset per item. If an item's id is already taken, the first free
+/// suffix of "#2", "#3", … is appended to it. Throws SnapshotError.
 std::vector<MediaAsset> readAssets(ByteReader& source, const TimeZone& zone);
-/// The catalogue of items that are in memory already, with the ids that reading them from a file
-/// would give.
+/// As readAssets(), for items that are already in memory; the assets get the same ids.
 std::vector<MediaAsset> assetsOf(const std::vector<SnapshotItem>& items, const TimeZone& zone);
 
-/// Writes the list pretty-printed with sorted keys; absent fields are left out.
+/// Writes the list pretty-printed with sorted keys. Omits absent fields.
 void write(const std::vector<SnapshotItem>& items, TextSink& sink);
-/// Writes one item on a line of its own with sorted keys; absent fields are left out.
+/// Writes one item on a line of its own with sorted keys. Omits absent fields.
 void writeLine(const SnapshotItem& item, TextSink& sink);
-/// Writes the list as a file of `folder`, replacing an earlier one in one step. Throws FileError.
+/// Writes the list to a file of `folder`; replaces an existing file atomically. Throws FileError.
 void write(const std::vector<SnapshotItem>& items, Folder& folder, const std::string& fileName);
 
 }  // namespace Snapshot

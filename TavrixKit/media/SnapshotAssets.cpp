@@ -11,11 +11,11 @@
 namespace tavrix {
 namespace {
 
-/// Gives each item an id of its own.
+/// Assigns a unique id to each item.
 class IDRegister {
  public:
-  /// The asset of an item under its natural id, or the first free one after it. It must outlive the
-  /// register, which keeps a view of its id.
+  /// Returns the asset of an item with its natural id, or with the first free suffix if that id is
+  /// taken. The asset must outlive the register, which keeps a view of its id.
   MediaAsset assetOf(const SnapshotItem& item, const TimeZone& zone) {
     item.appendAssetID(id_);
     MediaAsset asset = item.mediaAsset(id_, zone);
@@ -30,7 +30,7 @@ class IDRegister {
   }
 
  private:
-  /// With its hash beside it, an id need not be looked at again when the table grows.
+  /// Stores the hash of the id, so that ids are not hashed again when the table grows.
   struct Entry {
     std::string_view id;
     std::size_t hash;
@@ -43,12 +43,12 @@ class IDRegister {
 
   std::string id_;
   absl::flat_hash_set<Entry, EntryHash> taken_;
-  /// The last number given after an id: the lower ones stay taken.
+  /// The last number appended to an id; the lower numbers remain taken.
   absl::flat_hash_map<std::string, std::uint64_t> lastNumbers_;
 };
 
-/// Makes assets on a thread of its own while the file is still being read: each is about half of
-/// the work.
+/// Builds assets on a thread of its own while the file is still being read. Reading and building
+/// take about the same time.
 class AssetBuilder {
  public:
   explicit AssetBuilder(const TimeZone& zone) : zone_(zone), thread_([this] { work(); }) {}
@@ -61,7 +61,7 @@ class AssetBuilder {
     if (block_.size() == blockItems) handOver();
   }
 
-  /// The assets of all items added, in their order.
+  /// Returns the assets of all added items, in the order of the items.
   std::vector<MediaAsset> finish() {
     if (!block_.empty()) handOver();
     close();
@@ -91,7 +91,7 @@ class AssetBuilder {
     changed_.notify_all();
   }
 
-  /// The next block; empty when there will be none.
+  /// Waits for the next block. Returns an empty one if no block will follow.
   Block take() {
     std::unique_lock lock{mutex_};
     changed_.wait(lock, [this] { return isClosed_ || !blocks_.empty(); });
@@ -104,7 +104,7 @@ class AssetBuilder {
 
   void work() {
     for (Block block = take(); !block.empty(); block = take()) {
-      // After a failure the rest is taken and dropped, so that the reader never waits in vain.
+      // After a failure the remaining blocks are discarded, so that the reader never waits forever.
       if (failure_) continue;
       try {
         for (const SnapshotItem& item : block) assets_.push_back(ids_.assetOf(item, zone_));
@@ -121,7 +121,7 @@ class AssetBuilder {
   std::deque<Block> blocks_;
   bool isClosed_ = false;
 
-  // Of the thread alone until it is joined.
+  // Used only by the thread until it is joined.
   IDRegister ids_;
   std::vector<MediaAsset> assets_;
   std::exception_ptr failure_;

@@ -56,7 +56,7 @@ Dates datesOf(const SnapshotItem& item, const TimeZone& zone) {
   return {item.itemDate ? instantFromUnixSeconds(*item.itemDate) : std::nullopt, std::nullopt};
 }
 
-/// A reduced copy that the phone keeps in place of an original in the cloud.
+/// Returns true if the item is a reduced copy of an original that is in the cloud.
 bool isOptimizedCopy(const SnapshotItem& item, MediaKind kind) {
   if (!item.cam.value_or(false) || kind != MediaKind::photo) return false;
   const std::int64_t width = item.px.value_or(0);

@@ -10,8 +10,8 @@
 
 namespace tavrix {
 
-/// One catalogue entry as the snapshot file and the metadata cache store it; docs/snapshot.md tells
-/// the meaning of each field. The names are the JSON keys.
+/// One catalogue entry as stored in the snapshot file and the metadata cache. docs/snapshot.md
+/// describes each field. The names of the fields are the JSON keys.
 struct SnapshotItem {
   std::string name;
   std::optional<std::string> dir;
@@ -26,24 +26,25 @@ struct SnapshotItem {
   std::optional<std::int64_t> py;
   std::optional<bool> cam;
 
-  /// The natural id of the file: dir/name, or the name alone without a (non-empty) dir.
+  /// Returns the natural id of the file: dir/name, or only the name if dir is absent or empty.
   std::string assetID() const;
-  /// Appends that id to a text.
+  /// Appends the natural id to `text`.
   void appendAssetID(std::string& text) const;
-  /// The asset under an id of the caller's choice. `zone` is where an exifDate without a usable
-  /// offset was taken. An unreadable date falls back to itemDate, an unknown kind to the name's
-  /// extension.
+  /// Returns the asset with an id that the caller chooses. `zone` is the time zone of an exifDate
+  /// without a usable offset. If exifDate is absent or cannot be read, itemDate is used. If the
+  /// kind is unknown, the extension of the name determines it.
   MediaAsset mediaAsset(std::string_view id, const TimeZone& zone) const;
 
   friend bool operator==(const SnapshotItem&, const SnapshotItem&) = default;
 };
 
-/// The moment of an EXIF date ("2026:05:20 12:00:00") with its offset ("+03:00"); without a usable
-/// offset the date is read in `zone`. Nothing when the date is malformed or does not exist.
+/// Returns the moment of an EXIF date ("2026:05:20 12:00:00") with its offset ("+03:00"). Without a
+/// usable offset the date is a local time of `zone`. Returns nullopt if the date is malformed or
+/// does not exist.
 std::optional<Instant> instantOfExif(std::string_view exifDate,
                                      std::optional<std::string_view> exifOffset,
                                      const TimeZone& zone);
-/// Whether a text has the form of an EXIF offset: "+03:00".
+/// Returns true if a text has the form of an EXIF offset: "+03:00".
 bool isExifOffset(std::string_view text);
 
 }  // namespace tavrix

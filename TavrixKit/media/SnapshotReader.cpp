@@ -16,7 +16,7 @@ constexpr std::array<std::string_view, 12> fieldNames{"name",     "dir",      "k
 
 std::string_view nameOf(Field field) { return fieldNames[static_cast<std::size_t>(field)]; }
 
-/// A comparison that the compiler turns into one of whole words.
+/// Compares with memcmp, which the compiler turns into comparisons of whole words.
 template <std::size_t size>
 bool is(std::string_view key, const char (&name)[size]) {
   return std::memcmp(key.data(), name, size - 1) == 0;
@@ -52,8 +52,7 @@ std::optional<Field> fieldOf(std::string_view key) {
   return std::nullopt;
 }
 
-/// Builds items from the events of the file. Values of unknown keys are passed over, whatever they
-/// hold.
+/// Builds items from the events of the file. Values of unknown keys are ignored.
 class ItemBuilder : public JsonHandler {
  public:
   explicit ItemBuilder(const std::function<void(SnapshotItem&&)>& receiver) : receiver_(receiver) {}
@@ -125,7 +124,7 @@ class ItemBuilder : public JsonHandler {
   static bool isRequired(Field field) {
     return field == Field::name || field == Field::kind || field == Field::size;
   }
-  /// Inside the value of a key that nobody knows.
+  /// Returns true inside the value of an unknown key.
   bool isPassing() const { return depth_ > 2 || (depth_ == 2 && !isKnown_); }
 
   bool refuse(SnapshotError::Kind kind, std::string_view field = {}) {
@@ -180,7 +179,7 @@ bool ItemBuilder::number(double value) {
       item_.lon = value;
       return true;
     case Field::size:
-      // A whole number may be written with a point or an exponent.
+      // A whole number may be written with a decimal point or an exponent.
       if (!(value >= 0 && value < 0x1p64 && value == std::floor(value))) {
         return refuse(SnapshotError::Kind::outOfRange, nameOf(field_));
       }

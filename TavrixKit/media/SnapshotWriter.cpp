@@ -8,7 +8,7 @@
 namespace tavrix {
 namespace {
 
-/// What JSON cannot hold is left out.
+/// Returns nullopt for numbers that JSON cannot represent.
 std::optional<double> finite(std::optional<double> number) {
   return number && std::isfinite(*number) ? number : std::nullopt;
 }

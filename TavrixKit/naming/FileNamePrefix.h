@@ -6,18 +6,17 @@
 
 namespace tavrix {
 
-/// What stands in front of every copied file's name: nothing, the phone's name, or a person's own
-/// text.
+/// The prefix of the name of every copied file: none, the phone's name, or the user's own text.
 enum class FileNamePrefixMode { none, phone, custom };
 
-/// "none", "phone", "custom".
+/// Returns "none", "phone" or "custom".
 std::string_view textOf(FileNamePrefixMode mode);
-/// The mode of a text form; nothing for any other text.
+/// Returns the mode that textOf() writes as `text`, or nullopt if there is none.
 std::optional<FileNamePrefixMode> fileNamePrefixModeOf(std::string_view text);
 
-/// The prefix: "" for `none`, the phone's name and one space for `phone` ("" when it has no name),
-/// the text as typed for `custom`. Characters that no file name may hold become "-" as in
-/// FolderName; spaces, full stops and the length stay as they are.
+/// Returns the prefix: "" for `none`, the phone's name and one space for `phone` ("" if the phone
+/// has no name), the text as typed for `custom`. Characters forbidden in file names become "-" as
+/// in FolderName. Spaces, full stops and the length are not changed.
 std::string fileNamePrefix(FileNamePrefixMode mode, std::string_view customText,
                            std::string_view phoneName);
 

@@ -12,7 +12,8 @@ bool isForbiddenAscii(char c) {
   return byte < 0x20 || byte == 0x7F || forbiddenCharacters.find(c) != std::string_view::npos;
 }
 
-/// U+0080 to U+009F, the control characters beyond ASCII, are C2 80 to C2 9F in UTF-8.
+/// Returns true if the text begins with a control character beyond ASCII: U+0080 to U+009F, which
+/// are C2 80 to C2 9F in UTF-8.
 bool beginsLatinControl(std::string_view text) {
   return text.size() > 1 && text[0] == '\xC2' && static_cast<unsigned char>(text[1]) < 0xA0;
 }

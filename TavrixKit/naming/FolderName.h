@@ -6,24 +6,26 @@
 
 namespace tavrix {
 
-/// What makes a text safe as the name of one folder on the file systems that phones' photos are
-/// copied to: POSIX, FAT, exFAT, NTFS.
+/// Makes a text safe as the name of one folder on the usual file systems of a destination: POSIX,
+/// FAT, exFAT, NTFS.
 namespace FolderName {
 
-/// Besides these, every control character (Unicode category Cc) is forbidden.
+/// The forbidden printable characters. All control characters (Unicode category Cc) are forbidden,
+/// too.
 inline constexpr std::string_view forbiddenCharacters = R"(/\:?%*|"<>)";
-/// Leaves room for a suffix such as " (2)" within the usual 255 bytes.
+/// The greatest length of a name. Leaves room for a suffix such as " (2)" within the usual limit of
+/// 255 bytes.
 inline constexpr std::size_t maxBytes = 235;
-/// What sanitising gives when it leaves nothing.
+/// The result of sanitise() if nothing is left of the text.
 inline constexpr std::string_view untitled = "untitled";
 
-/// Each forbidden character replaced by one "-" and each ill-formed UTF-8 sequence by U+FFFD;
-/// nothing else is changed.
+/// Returns the text with each forbidden character replaced by one "-" and each ill-formed UTF-8
+/// sequence by U+FFFD. Nothing else is changed.
 std::string replacingForbidden(std::string_view text);
 
-/// The safe name: forbidden characters replaced, white space at both ends and then leading full
-/// stops removed, cut to at most `maxBytes` bytes between extended grapheme clusters, trailing full
-/// stops and spaces (U+0020) removed; never empty.
+/// Returns a safe name, which is never empty. Replaces forbidden characters, removes white space at
+/// both ends, then leading full stops. Then cuts the name between extended grapheme clusters to at
+/// most `maxBytes` bytes and removes trailing full stops and spaces (U+0020).
 std::string sanitise(std::string_view text);
 
 }  // namespace FolderName

@@ -10,7 +10,7 @@
 namespace tavrix::FolderNaming {
 namespace {
 
-/// A group's cell of the place lookup and what the lookup knows of it.
+/// The cell of a group in the place lookup and the names that the lookup has for it.
 struct GroupPlace {
   std::string key;
   std::optional<PlaceNames> names;
@@ -61,7 +61,7 @@ std::string nameAt(const Settings& settings, const MediaGroup& group,
   return templateName(settings, group, place);
 }
 
-/// Tells equal names apart by a number.
+/// Distinguishes equal names by a number.
 class NameCounter {
  public:
   std::string numbered(std::string name) {

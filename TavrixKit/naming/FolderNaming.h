@@ -14,24 +14,24 @@
 
 namespace tavrix {
 
-/// Gives every group its folder name. Pure functions but for the place lookup that the settings
-/// carry; the cost is by group, never by file.
+/// Gives every group its folder name. Pure functions, except for the place lookup in the settings.
+/// The cost depends on the number of groups, not of files.
 namespace FolderNaming {
 
-/// The name of the folder for groups without a date: "Без даты" or "No date".
+/// Returns the initial name of the folder for groups without a date: "Без даты" or "No date".
 std::string initialDatelessName(Language language);
 
 struct Settings {
   NameTemplate nameTemplate;
   std::map<std::string, std::string, std::less<>> overrides;  ///< manual names by group id
-  TimeZone timeZone = TimeZone::utc();                        ///< in which dates become days
-  bool geocodingEnabled = true;                               ///< without it names have no places
-  std::shared_ptr<const PlaceLookup> places;  ///< no place names while there is none
+  TimeZone timeZone = TimeZone::utc();                        ///< the zone of the days in names
+  bool geocodingEnabled = true;                               ///< if false, names have no places
+  std::shared_ptr<const PlaceLookup> places;  ///< if null, names contain no place names
   bool nameByGroupID = false;                 ///< the group's id instead of the template
   bool mergeSameNames = false;                ///< groups of equal names share one folder
-  double placeRadiusKm = 2.0;                 ///< radius of one place; the lookup's cells go by it
+  double placeRadiusKm = 2.0;                 ///< radius of one place and of the lookup's cells
   std::string datelessName = initialDatelessName(Language::russian);
-  std::string systemLocaleID = "ru_RU";  ///< what language `system` of the template stands for
+  std::string systemLocaleID = "ru_RU";  ///< the locale for language `system` of the template
 
   friend bool operator==(const Settings&, const Settings&) = default;
 };
@@ -44,23 +44,24 @@ struct Row {
 };
 
 struct Result {
-  /// One per group, in the groups' order.
+  /// One row per group, in the order of the groups.
   std::vector<Row> rows;
-  /// Places of groups whose names the lookup does not know yet, by their group's order, one for
-  /// each of the lookup's cells.
+  /// The places of groups whose names the lookup does not know yet, in the order of the groups, one
+  /// for each cell of the lookup.
   std::vector<GeoPoint> unresolvedPlaces;
 
   friend bool operator==(const Result&, const Result&) = default;
 };
 
-/// The sanitised name of one group, before names are told apart: the manual name when it is not
-/// empty; or the group's id; or the rendered template; or, when that gives "untitled", the group's
-/// first day, or the dateless name when the group has no date.
+/// Returns the sanitised name of one group, before equal names are numbered. This is the manual
+/// name if it is not empty, otherwise the group's id if `nameByGroupID` is set, otherwise the
+/// rendered template. If the template renders as "untitled", the name is the group's first day, or
+/// `datelessName` if the group has no date.
 std::string nameGroup(const Settings& settings, const MediaGroup& group);
 
-/// Names all groups. The second group of a name gets " (2)" after it, the third " (3)"; names are
-/// compared exactly and a suffixed name is not itself counted. With `mergeSameNames` equal names
-/// stay.
+/// Names all groups. " (2)" is appended for the second group of a name, " (3)" for the third. Names
+/// are compared exactly, and a name with an appended number is not itself counted. With
+/// `mergeSameNames` equal names are kept.
 Result resolve(const Settings& settings, std::vector<MediaGroup> groups);
 
 }  // namespace FolderNaming

@@ -7,7 +7,7 @@ using namespace name_token;
 
 Literal text(const char* literal) { return {literal}; }
 
-/// The tokens of "2026-05-16".
+/// Returns the tokens of a day such as "2026-05-16".
 std::vector<NameToken> day() {
   return {Year{YearStyle::full}, text("-"), Month{MonthStyle::pad2}, text("-"),
           Day{DayStyle::pad2}};

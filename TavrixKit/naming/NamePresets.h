@@ -7,7 +7,7 @@
 
 namespace tavrix::NamePresets {
 
-/// A template that comes with the program, with its titles.
+/// A built-in template with its titles.
 struct Builtin {
   std::string_view russian;
   std::string_view english;
@@ -16,10 +16,11 @@ struct Builtin {
   friend bool operator==(const Builtin&, const Builtin&) = default;
 };
 
-/// The built-in presets in the order in which they are offered; all of language `system`.
+/// Returns the built-in presets in the order in which they are offered. All have language `system`.
 const std::vector<Builtin>& builtins();
 
-/// The template used until a person picks another: the first preset, date and city.
+/// Returns the template that is used until the user picks another one: the first preset, date and
+/// city.
 const NameTemplate& defaultTemplate();
 
 }  // namespace tavrix::NamePresets

@@ -56,7 +56,7 @@ std::string monthText(int month, MonthStyle style, const std::string& localeID) 
   return {};
 }
 
-/// The text of each kind of token.
+/// Renders each kind of token.
 struct TokenText {
   const NameContext& context;
   const std::string& localeID;
@@ -110,7 +110,7 @@ struct TokenText {
   }
 };
 
-/// Joins the texts of tokens, so that a separator goes with the value that it leads to.
+/// Joins the texts of tokens. A separator is kept only if the value after it has a text.
 class NameAssembly {
  public:
   void addLiteral(const std::string& text) {

@@ -7,21 +7,22 @@
 namespace tavrix {
 
 /// Turns templates into names. Pure functions; the machine's locale is an argument. Ill-formed
-/// UTF-8 in what goes in comes out as U+FFFD.
+/// UTF-8 in the input becomes U+FFFD.
 namespace NameRendering {
 
-/// `systemLocaleID`, "ru_RU" or "en_US".
+/// Returns `systemLocaleID` for `system`, "ru_RU" or "en_US" otherwise.
 std::string localeID(NameLanguage language, const std::string& systemLocaleID);
 
-/// The text of one token, not sanitised; empty when the context lacks the datum. Digits are ASCII,
-/// days are of the Gregorian calendar in the context's time zone. A period of which one end is
-/// unknown is the other's day.
+/// Returns the text of one token, not sanitised. It is empty if the context lacks the value. Digits
+/// are ASCII; days are those of the Gregorian calendar in the context's time zone. If one end of a
+/// period is unknown, the text is the day of the other end.
 std::string renderToken(const NameToken& token, const NameContext& context,
                         const std::string& localeID);
 
-/// The finished name, sanitised by FolderName: never empty, FolderName::untitled when no data block
-/// gave a text. A data block that is empty takes the literals in front of it along; literals before
-/// the first data block and after the last value stay.
+/// Returns the finished name, sanitised by FolderName. It is never empty; if no data block has a
+/// text, it is FolderName::untitled. Literals before the first data block are kept. Any other
+/// literal is kept only if a data block before it has a text and the next data block, if there is
+/// one, has a text, too.
 std::string render(const NameTemplate& nameTemplate, const NameContext& context,
                    const std::string& systemLocaleID);
 

@@ -10,21 +10,21 @@
 
 namespace tavrix {
 
-/// 2026: `full` "2026", `twoDigits` "26".
+/// For 2026: `full` is "2026", `twoDigits` is "26".
 enum class YearStyle { full, twoDigits };
-/// May: `pad2` "05", `plain` "5"; the others are its stand-alone (nominative) name: `nameLower`
-/// "may", `nameCap` "May", `abbr` the short name as the locale spells it, `abbrUpper` the same in
-/// capitals. No name keeps a full stop.
+/// For May: `pad2` is "05", `plain` is "5". The other styles are the stand-alone (nominative) name:
+/// `nameLower` is "may", `nameCap` is "May", `abbr` is the short name as the locale spells it,
+/// `abbrUpper` is the short name in capitals. Full stops are removed from names.
 enum class MonthStyle { pad2, plain, nameLower, nameCap, abbr, abbrUpper };
-/// The 5th: `pad2` "05", `plain` "5".
+/// For the 5th: `pad2` is "05", `plain` is "5".
 enum class DayStyle { pad2, plain };
 enum class CountryStyle { name, code };
-/// Letter case by the rules of the template's locale; `capital` begins every word with a capital
-/// and puts the rest in lower case.
+/// Letter case by the rules of the template's locale. `capital` writes the first letter of every
+/// word in upper case and the rest in lower case.
 enum class TextCaseStyle { asIs, lower, upper, capital };
 
-/// The building blocks of a name. All but Literal are data blocks: they take their text from a
-/// NameContext and are empty when it lacks the datum.
+/// The building blocks of a name. All except Literal are data blocks: they take their text from a
+/// NameContext and are empty if it lacks the value.
 namespace name_token {
 /// The year of the first date.
 struct Year {
@@ -54,12 +54,12 @@ struct Event {
   TextCaseStyle letterCase = TextCaseStyle::asIs;
   friend bool operator==(const Event&, const Event&) = default;
 };
-/// Fixed text, put in as it stands.
+/// Fixed text, inserted unchanged.
 struct Literal {
   std::string text;
   friend bool operator==(const Literal&, const Literal&) = default;
 };
-/// First and last day: "2026-08-01–2026-08-03", or the one day when both are the same.
+/// The first and last day: "2026-08-01–2026-08-03", or one day if both are the same.
 struct Period {
   friend bool operator==(const Period&, const Period&) = default;
 };
@@ -69,11 +69,11 @@ using NameToken =
     std::variant<name_token::Year, name_token::Month, name_token::Day, name_token::City,
                  name_token::Country, name_token::Event, name_token::Literal, name_token::Period>;
 
-/// Picks the locale of month names, place names and letter case: that of the machine, "ru_RU" or
+/// The language of month names, place names and letter case: the locale of the machine, "ru_RU" or
 /// "en_US".
 enum class NameLanguage { system, russian, english };
 
-/// What a folder name is made of.
+/// The building blocks of a folder name, in order, and its language.
 struct NameTemplate {
   std::vector<NameToken> tokens;
   NameLanguage language = NameLanguage::system;
@@ -81,11 +81,11 @@ struct NameTemplate {
   friend bool operator==(const NameTemplate&, const NameTemplate&) = default;
 };
 
-/// What is known of the group that gets a name. Absent and empty texts are the same.
+/// The known values of the group to be named. Absent and empty texts are equivalent.
 struct NameContext {
-  std::optional<Instant> dateStart;     ///< the first shot
-  std::optional<Instant> dateEnd;       ///< the last shot
-  TimeZone timeZone = TimeZone::utc();  ///< in which dates become days
+  std::optional<Instant> dateStart;     ///< date of the first shot
+  std::optional<Instant> dateEnd;       ///< date of the last shot
+  TimeZone timeZone = TimeZone::utc();  ///< the zone of the days in the name
   std::optional<std::string> city;
   std::optional<std::string> countryName;
   std::optional<std::string> countryCode;

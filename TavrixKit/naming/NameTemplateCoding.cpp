@@ -9,7 +9,7 @@ namespace {
 using namespace name_token;
 using Kind = NameTemplateError::Kind;
 
-/// The persisted texts of an enumeration in the order of its cases.
+/// The persisted texts of an enumeration, in the order of its cases.
 template <typename Style>
 constexpr std::array<std::string_view, 0> textsOf{};
 template <>
@@ -40,7 +40,8 @@ std::optional<Style> styleOf(std::string_view text) {
   return static_cast<Style>(found - texts.begin());
 }
 
-/// Reads the members of one JSON object; a fault names the token that the object belongs to.
+/// Reads the members of one JSON object. Its errors have the index of the token that contains the
+/// object.
 class MemberReader {
  public:
   MemberReader(const JsonValue& json, std::optional<std::size_t> tokenIndex, std::string_view key)
@@ -81,7 +82,7 @@ class MemberReader {
   std::optional<std::size_t> tokenIndex_;
 };
 
-/// The name of a kind of token and how its payload is read.
+/// The key of a kind of token and the function that reads its payload.
 struct TokenCoder {
   std::string_view key;
   NameToken (*decode)(const MemberReader& payload);
@@ -162,7 +163,7 @@ NameTemplate NameTemplateCoding::decodeText(std::string_view text) {
 void NameTemplateCoding::encode(const NameTemplate& nameTemplate, JsonWriter& writer) {
   writer.beginObject().field("language", textOf(nameTemplate.language)).key("tokens").beginArray();
   for (const NameToken& token : nameTemplate.tokens) {
-    // The kinds of token stand in the same order in the variant and in the table.
+    // The kinds of token have the same order in the variant and in the table.
     writer.beginObject().key(tokenCoders.at(token.index()).key).beginObject();
     std::visit(PayloadWriter{writer}, token);
     writer.endObject().endObject();

@@ -12,27 +12,27 @@
 
 namespace tavrix {
 
-/// Why a JSON text or value is no template, and where.
+/// Why decoding a template from JSON failed, and at which position.
 class NameTemplateError : public std::exception {
  public:
   enum class Kind {
-    notJson,          ///< no JSON, or no UTF-8; `position` says where
-    tooLarge,         ///< nested too deep, or a value too long; `position` or the token says where
+    notJson,          ///< not JSON, or not UTF-8, at `position`
+    tooLarge,         ///< nested too deep, or a value too long, at `position` or in the token
     tooManyTokens,    ///< more than NameTemplateCoding::maxTokens
-    missingKey,       ///< `key` is not there
-    wrongType,        ///< the value of `key` is of another type
+    missingKey,       ///< `key` is missing
+    wrongType,        ///< the value of `key` has another type
     keyCount,         ///< a token has no key, or more than one
-    unknownToken,     ///< no kind of token is called `key`
-    unknownStyle,     ///< `value` is no style that `key` of the token takes
-    unknownLanguage,  ///< `value` is no language
+    unknownToken,     ///< there is no kind of token named `key`
+    unknownStyle,     ///< `value` is not a style for `key` of the token
+    unknownLanguage,  ///< `value` is not a language
   };
 
   struct Details {
-    std::optional<std::size_t> tokenIndex = std::nullopt;  ///< from 0, when the fault is in a token
-    /// "tokens", "language", a kind of token, "_0" or "_1"; empty for the whole
+    std::optional<std::size_t> tokenIndex = std::nullopt;  ///< from 0, if the error is in a token
+    /// "tokens", "language", a kind of token, "_0" or "_1"; empty for the whole value
     std::string key{};
     std::string value{};                                  ///< the text found under `key`
-    std::optional<JsonPosition> position = std::nullopt;  ///< known for faults of the text as JSON
+    std::optional<JsonPosition> position = std::nullopt;  ///< set if reading the JSON text failed
 
     friend bool operator==(const Details&, const Details&) = default;
   };
@@ -40,7 +40,8 @@ class NameTemplateError : public std::exception {
   NameTemplateError(Kind kind, Details details) : kind_(kind), details_(std::move(details)) {}
   Kind kind() const { return kind_; }
   const Details& details() const { return details_; }
-  /// For `keyCount` "Invalid number of keys found, expected one."; else the class's name.
+  /// Returns "Invalid number of keys found, expected one." for `keyCount`, otherwise the name of
+  /// the class.
   const char* what() const noexcept override;
 
  private:
@@ -52,20 +53,21 @@ class NameTemplateError : public std::exception {
 namespace NameTemplateCoding {
 
 inline constexpr std::size_t maxTokens = 1000;
-/// Of a literal, in bytes of UTF-8: so few that however its characters are escaped, what is written
-/// can be read again.
+/// The greatest length of a literal, in bytes of UTF-8. Small enough that the written form can be
+/// read again, however its characters are escaped.
 inline constexpr std::size_t maxLiteralBytes = 65536;
 
-/// Keys that the form does not know are passed over in the template and in a payload, not in a
-/// token. Throws NameTemplateError; nothing is taken from a template that has any fault.
+/// Decodes a template. Ignores unknown keys in the template and in a payload, but not in a token.
+/// Throws NameTemplateError on any error; a template is never decoded in part.
 NameTemplate decode(const JsonValue& json);
-/// Reads the text within the default JsonLimits. Throws NameTemplateError, never JsonError.
+/// As decode(), from a JSON text within the default JsonLimits. Throws NameTemplateError, never
+/// JsonError.
 NameTemplate decodeText(std::string_view text);
 
 /// Writes one JSON object, for instance as the value of a key. Ill-formed UTF-8 in literals becomes
-/// U+FFFD; a template beyond the bounds above is written, but does not decode.
+/// U+FFFD. A template that exceeds the limits above is written, but cannot be decoded.
 void encode(const NameTemplate& nameTemplate, JsonWriter& writer);
-/// A whole document: pretty-printed with sorted keys and a line break at its end.
+/// Returns a whole document: pretty-printed with sorted keys and a line break at the end.
 std::string encodeText(const NameTemplate& nameTemplate);
 
 }  // namespace NameTemplateCoding

@@ -21,7 +21,7 @@ struct Offset {
   double north;
 };
 
-/// From the origin to the nearest point of a straight line between two others.
+/// Returns the distance from the origin to the straight segment between two points.
 double distanceToLine(const Offset& one, const Offset& other) {
   const double east = other.east - one.east;
   const double north = other.north - one.north;
@@ -48,7 +48,7 @@ void Borders::visitBand(std::size_t band, Visit visit) const {
   }
 }
 
-/// A point is inside what has an odd number of sides west of it.
+/// A point is inside an area if the area has an odd number of sides west of it.
 std::optional<std::uint8_t> Borders::countryAt(const GeoPoint& point) const {
   if (!std::isfinite(point.latitude) || !std::isfinite(point.longitude)) return std::nullopt;
   const double longitude = std::remainder(point.longitude, 360);
@@ -70,7 +70,7 @@ std::optional<std::uint8_t> Borders::countryAt(const GeoPoint& point) const {
 bool Borders::areWithin(const GeoPoint& point, double km) const {
   if (!std::isfinite(point.latitude) || !std::isfinite(point.longitude)) return false;
   const double degrees = km / kmPerDegree;
-  // On a flat map around the point.
+  // Distances are measured on a flat map around the point.
   const double kmOfLongitude = std::cos(point.latitude * std::numbers::pi / 180) * kmPerDegree;
   const auto seen = [&](const GeoPoint& corner) {
     return Offset{std::remainder(corner.longitude - point.longitude, 360) * kmOfLongitude,

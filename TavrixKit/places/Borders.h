@@ -9,22 +9,24 @@
 
 namespace tavrix {
 
-/// The areas of countries as a table has them: the sides of their rings, by bands of a quarter of a
-/// degree of latitude. Read where they lie and not trusted. The bytes must outlive the borders.
+/// The areas of countries in the table: the sides of their rings, in bands of a quarter of a degree
+/// of latitude. The bytes are read in place and are not trusted. They must outlive the borders.
 class Borders {
  public:
   static constexpr std::size_t sideBytes = 18;
 
-  /// No areas at all.
+  /// Creates borders without any area.
   Borders() = default;
-  /// `starts` holds the index of the first side of every band and after the last one the number of
-  /// sides, 4 bytes each, in order.
+  /// `starts` holds the index of the first side of every band, in ascending order, and then the
+  /// number of sides; 4 bytes each.
   Borders(std::span<const std::byte> starts, std::span<const std::byte> sides)
       : starts_(starts), sides_(sides) {}
 
-  /// The number of the country whose area holds a point; nothing on the open sea.
+  /// Returns the number of the country whose area contains a point, or nullopt if no area does, as
+  /// on the open sea.
   std::optional<std::uint8_t> countryAt(const GeoPoint& point) const;
-  /// Whether the edge of any area comes so near to a point; up to a few hundred kilometres.
+  /// Returns true if the edge of any area is within `km` of a point. `km` may be up to a few
+  /// hundred kilometres.
   bool areWithin(const GeoPoint& point, double km) const;
 
  private:

@@ -10,7 +10,8 @@ namespace {
 
 using Part = GazetteerTable::Part;
 
-// No city is larger, whatever a table says; the table's small part holds those below 100,000.
+// Bounds the search radii for a table with wrong populations. The small part of the table holds the
+// places below 100,000.
 constexpr std::uint32_t largestPopulation = 40'000'000;
 constexpr std::uint32_t largestOfSmallPart = 100'000;
 
@@ -26,7 +27,7 @@ struct Candidate {
   double score;
 };
 
-/// The places that reach a point on its side of every border.
+/// Returns the places that reach a point and are on its side of every border.
 std::vector<Candidate> placesReaching(const GazetteerTable& table, const GeoPoint& point) {
   const auto country = table.borders().countryAt(point);
   std::vector<Candidate> candidates;
@@ -49,7 +50,7 @@ struct Near {
   double distance;
 };
 
-/// The places of a country up to so far from a point.
+/// Returns the places of a country within `radiusKm` of a point.
 std::vector<Near> placesAround(const GazetteerTable& table, const GeoPoint& point, double radiusKm,
                                std::uint8_t country) {
   std::vector<Near> around;
@@ -65,7 +66,7 @@ std::vector<Near> placesAround(const GazetteerTable& table, const GeoPoint& poin
   return around;
 }
 
-/// The direction in which a great circle leaves for another point, in radians from north.
+/// Returns the initial direction of the great circle to another point, in radians from north.
 double bearing(const GeoPoint& from, const GeoPoint& to) {
   const double radians = std::numbers::pi / 180;
   const double latitude = from.latitude * radians;
@@ -76,7 +77,7 @@ double bearing(const GeoPoint& from, const GeoPoint& to) {
                         std::sin(latitude) * std::cos(otherLatitude) * std::cos(turn));
 }
 
-/// Whether no half-plane is without any of some directions.
+/// Returns true if every half-plane contains at least one of the directions.
 bool areOnAllSides(std::vector<double> bearings) {
   if (bearings.empty()) return false;
   std::sort(bearings.begin(), bearings.end());
@@ -87,7 +88,7 @@ bool areOnAllSides(std::vector<double> bearings) {
   return widest < std::numbers::pi;
 }
 
-/// Whether the places of a region lie on all sides of a point.
+/// Returns true if the places of a region are on all sides of a point.
 bool isSurrounded(const GeoPoint& point, const std::vector<Near>& around, std::uint16_t region) {
   std::vector<double> bearings;
   for (const Near& each : around) {
@@ -133,14 +134,14 @@ std::optional<Choice> cityAt(const GazetteerTable& table, const GeoPoint& point)
 
 namespace {
 
-/// The next larger city that a place belongs to.
+/// Returns the larger city to which a place directly belongs.
 std::optional<std::size_t> cityAround(const GazetteerTable& table, std::size_t index) {
   const GazetteerPlace part = table.at(index);
   std::optional<Choice> best;
   const auto consider = [&](std::size_t other) {
     const std::uint32_t population = table.populationAt(other);
     if (table.cityAt(other) != other) return;
-    // A damaged table may have places without people; nothing is twice as large as itself.
+    // A damaged table may have places with population 0, each of which is twice as large as itself.
     if (population == 0 || population < mainCityFactor * part.population) return;
     const double distance = haversineDistanceKm(part.point, table.pointAt(other));
     if (distance > mainCityShare * radiusKm(population)) return;
@@ -157,7 +158,7 @@ std::optional<std::size_t> cityAround(const GazetteerTable& table, std::size_t i
 }  // namespace
 
 std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t index) {
-  // Each step at least doubles the population, so it ends.
+  // Each step at least doubles the population, so the loop ends.
   auto city = cityAround(table, index);
   while (city) {
     const auto next = cityAround(table, *city);

@@ -4,27 +4,27 @@
 
 #include "places/GazetteerTable.h"
 
-/// Which place of the table a point belongs to: not the one with the nearest centre, but the one
-/// whose size reaches the point.
+/// Chooses the place of the table after which a point is named: not the place with the nearest
+/// centre, but the one whose size reaches the point.
 namespace tavrix::CityChoice {
 
-/// Kilometres around its centre that a place of so many people fills: 0.88 · (people / 1000) ^ 0.4,
-/// 14 for a million. The exponent lies above the third root that built-up areas grow by (S.
-/// Nordbeck, "Urban Allometric Growth", 1971), because a great city's parts have names of the city,
-/// too; it is fitted to the check list.
+/// Returns the radius in kilometres of a place with this population:
+/// 0.88 · (population / 1000) ^ 0.4, which is 14 for a million. The exponent is greater than the
+/// 1/3 with which built-up areas grow (S. Nordbeck, "Urban Allometric Growth", 1971), because the
+/// parts of a great city are named after the city, too. It is fitted to the check list.
 double radiusKm(std::uint32_t population);
 
-/// Kilometres from its centre up to which a point may be named after a place: ten, and half as much
-/// again as the radius.
+/// Returns the greatest distance in kilometres between the centre of a place and a point that may
+/// be named after it: 10 + 1.5 · radius.
 double reachKm(std::uint32_t population);
 
-/// How well a place fits a point so far from its centre; the lowest wins. Inside the radius it is
-/// distance / radius − 1, so a suburb's own centre beats the city beside it, while a village inside
-/// a city has to be right at the point; outside it is the kilometres to the edge / (2 + 0.3 ·
-/// radius).
+/// Returns a score for how well a place fits a point at `distanceKm` from its centre; the lowest
+/// score wins. Inside the radius it is distance / radius − 1. So the centre of a suburb beats the
+/// city beside it, but a village inside a city wins only right at the point. Outside the radius it
+/// is the distance to the edge in kilometres / (2 + 0.3 · radius).
 double score(double distanceKm, std::uint32_t population);
 
-/// What is added to a score above −0.4 of a place that lies in another region than the place
+/// Added to a score above −0.4 (`ownScore`) if the place is in another region than the place
 /// nearest to the point.
 inline constexpr double otherRegionScore = 0.5;
 inline constexpr double ownScore = -0.4;
@@ -36,34 +36,38 @@ struct Choice {
   friend bool operator==(const Choice&, const Choice&) = default;
 };
 
-/// Whether a point may be named after a place: not when the point lies in the area of another
-/// country, unless the place itself does.
+/// Returns true if a point in the area of `country` may be named after a place: the place belongs
+/// to this country, or is itself in the area of a country that is not its own. Always true if the
+/// point is in no area.
 bool isSameSide(const GazetteerTable& table, std::size_t index,
                 std::optional<std::uint8_t> country);
 
-/// The place with the lowest score among those that reach the point on its side of every border; of
-/// equal ones the first in the table. When that is a part of a city, the city. Nothing when no
-/// place reaches the point.
+/// Returns the place with the lowest score among those that reach the point and are on its side of
+/// every border. Ties are settled by the order in the table. If the place is a part of a city,
+/// returns the city. Returns nullopt if no place reaches the point.
 std::optional<Choice> cityAt(const GazetteerTable& table, const GeoPoint& point);
 
-/// The city that a place belongs to: at least twice as large, of the same region (and of no other
-/// district when both name theirs), with the place's centre inside two thirds of its radius; the
-/// one that fits best, and of that one the main city again. Nothing for a place that stands for
-/// itself.
+/// Returns the main city of a place, or nullopt if it has none. A place belongs to a city with at
+/// least twice its population and the same region, if the place's centre is within two thirds of
+/// the city's radius. If both have a district, it must be the same. Among several cities the best
+/// score wins. If the city found belongs to another city itself, returns that one, and so on.
 std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t index);
 
-/// Where a point lies that no city reaches. Empty for the sea, a border, the middle of nowhere.
+/// The country and region of a point that no city reaches. Empty at sea, at a border or far from
+/// every place.
 struct Area {
   std::string_view country;
-  std::uint16_t region = 0;  ///< the number in the table; 0 when only the country can be told
+  std::uint16_t region = 0;  ///< number in the table; 0 if only the country is certain
 
   friend bool operator==(const Area&, const Area&) = default;
 };
 
-/// The country whose area the point lies in, and the region of the nearest place of it within 80
-/// km, told when all others up to half as far again (and at least 20 km farther) are of it, too,
-/// and its places up to 120 km off lie on all sides of the point. Nothing farther than 400 km from
-/// every place: a country's area goes out to sea.
+/// Returns the country whose area contains the point and, if it is certain, the region. The region
+/// is that of the nearest place of the country, at most 80 km away. It is certain if two conditions
+/// hold: all places of the country up to 1.5 times as far (at least 20 km farther) are in this
+/// region, and the region's places within 120 km are on all sides of the point. The result is empty
+/// if the point is more than 400 km from every place of the country, because the area of a country
+/// extends into the sea.
 Area areaAt(const GazetteerTable& table, const GeoPoint& point);
 
 }  // namespace tavrix::CityChoice

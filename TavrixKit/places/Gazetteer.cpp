@@ -7,23 +7,23 @@
 namespace tavrix {
 namespace {
 
-// Counts up whenever the choice among the places changes.
+// Must be incremented whenever the choice among the places changes.
 constexpr int choiceVersion = 3;
 
 bool isRussian(const std::string& localeID) {
   return localeID == "ru" || localeID.starts_with("ru_");
 }
 
-/// The name of a country; the locale data have this one without its dots.
+/// Returns the name of a country. ICU spells the Russian name of the US without the dots of «ё».
 std::optional<std::string> countryIn(const std::string& code, const std::string& localeID) {
   if (code == "US" && isRussian(localeID)) return "Соединённые Штаты";
   return countryName(code, localeID);
 }
 
-/// The name of a place or region.
+/// Returns the name of a place or region in the language of the locale.
 template <typename Named>
 std::string nameIn(const Named& place, const std::string& localeID) {
-  // The table comes from outside.
+  // The table is external data and may hold ill-formed UTF-8.
   return replacingInvalidUtf8(isRussian(localeID) && !place.russianName.empty() ? place.russianName
                                                                                 : place.name);
 }

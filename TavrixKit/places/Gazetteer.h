@@ -8,16 +8,16 @@
 
 namespace tavrix {
 
-/// Names points from the table of places, at once and without asking anybody. Names of cities and
-/// regions are Russian for a Russian locale where the table has them, English otherwise; country
-/// names are in the language of the locale. A region is told only where no city is.
+/// Names points from the table of places, immediately and without a network. For a Russian locale
+/// the names of cities and regions are Russian if the table has them, otherwise English. Country
+/// names are in the language of the locale. A point has a region only if it has no city.
 class Gazetteer : public Geocoder {
  public:
-  /// Opens a table; the file stays mapped as long as the gazetteer lives. Throws FileError,
+  /// Opens a table. The file stays mapped as long as the gazetteer exists. Throws FileError and
   /// GazetteerError.
   static std::unique_ptr<Gazetteer> open(const std::string& path);
 
-  /// Over bytes that `owner` keeps. Throws GazetteerError.
+  /// Uses bytes that `owner` keeps alive. Throws GazetteerError.
   Gazetteer(std::span<const std::byte> bytes, std::shared_ptr<const void> owner)
       : owner_(std::move(owner)), table_(bytes) {}
 

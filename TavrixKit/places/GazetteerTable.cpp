@@ -23,15 +23,15 @@ constexpr std::size_t headerBytes = 40;
 constexpr std::size_t regionBytes = 8;
 constexpr std::size_t recordBytes = 26;
 constexpr std::size_t bandTableBytes = (bandCount + 1) * sizeof(std::uint32_t);
-// Above what any table holds, and low enough for every sum of sizes.
+// More than any table holds, and small enough that no sum of sizes overflows.
 constexpr std::uint32_t largestCount = 1U << 28U;
 
 constexpr unsigned capitalFlag = 1;
 constexpr unsigned partFlag = 2;
 constexpr unsigned astrayFlag = 4;
 
-/// Degrees of longitude within which a circle lies (the meridians that touch it: sin Δλ = sin δ /
-/// cos φ); 180 for one that holds a pole.
+/// Returns the greatest difference in longitude, in degrees, between the centre of a circle and its
+/// points (given by the tangent meridians: sin Δλ = sin δ / cos φ); 180 if it contains a pole.
 double longitudeReach(double latitude, double degrees) {
   if (std::abs(latitude) + degrees >= 90) return 180;
   const double radians = std::numbers::pi / 180;
@@ -74,7 +74,7 @@ GazetteerTable::GazetteerTable(std::span<const std::byte> bytes) : bytes_(bytes)
                      bytes.subspan(sidesAt, sideCount * Borders::sideBytes)};
 }
 
-/// Checks one of the tables of bands, whose indices go from `first` to `last`.
+/// Checks one of the band tables, whose indices must ascend from `first` to `last`.
 void GazetteerTable::checkBands(std::size_t which, std::size_t first, std::size_t last) const {
   const std::size_t tableAt = bandsAt_ + which * bandTableBytes;
   std::size_t previous = first;
@@ -202,7 +202,7 @@ void GazetteerTable::visitAround(const GeoPoint& point, double radiusKm, Part pa
       continue;
     }
     visitLongitudes(range, std::max(west, -180.0), std::min(east, 180.0), visit);
-    // What reaches over the 180th meridian goes on at the other side.
+    // A range that crosses the 180th meridian continues on the other side.
     if (west < -180) visitLongitudes(range, west + 360, 180, visit);
     if (east > 180) visitLongitudes(range, -180, east - 360, visit);
   }

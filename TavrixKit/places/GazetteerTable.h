@@ -13,19 +13,19 @@
 
 namespace tavrix {
 
-/// Why bytes are no table of places, and where.
+/// Why parsing the gazetteer failed, and at which offset.
 class GazetteerError : public std::exception {
  public:
   enum class Kind {
-    notGazetteer,  ///< it does not begin like one
+    notGazetteer,  ///< the bytes do not begin like a gazetteer
     otherVersion,  ///< made for another version of the program
-    wrongSize,     ///< longer or shorter than its parts together
+    wrongSize,     ///< longer or shorter than the sum of its parts
     wrongOrder,    ///< the bands are not in order
   };
 
   GazetteerError(Kind kind, std::size_t offset) : kind_(kind), offset_(offset) {}
   Kind kind() const { return kind_; }
-  /// The byte at which the fault was seen, from 0.
+  /// Returns the byte offset at which the error was found, from 0.
   std::size_t offset() const { return offset_; }
   const char* what() const noexcept override { return "GazetteerError"; }
 
@@ -38,56 +38,58 @@ class GazetteerError : public std::exception {
 struct GazetteerPlace {
   GeoPoint point;
   std::uint32_t population = 0;
-  std::string_view name;         ///< as in English
-  std::string_view russianName;  ///< empty when there is none
+  std::string_view name;         ///< English
+  std::string_view russianName;  ///< empty if there is none
   std::string_view country;      ///< ISO 3166-1 alpha-2
-  std::uint16_t region = 0;      ///< number of the first-level region; 0 when unknown
-  std::uint16_t district = 0;    ///< number of the second-level region; 0 when unknown
+  std::uint16_t region = 0;      ///< number of the first-level region; 0 if unknown
+  std::uint16_t district = 0;    ///< number of the second-level region; 0 if unknown
   bool isCapital = false;
 };
 
 /// A first-level region of the table: a state, a province, an oblast. The texts point into the
-/// table; one is empty where there is no name, or only one that a well-known city of the country
-/// has, too.
+/// table. A text is empty if the region has no name, or only one that it shares with a well-known
+/// city of the country.
 struct GazetteerRegion {
-  std::string_view name;  ///< as in English
+  std::string_view name;  ///< English
   std::string_view russianName;
 };
 
-/// The table of places, read where it lies: opening looks at the header and the bands alone. The
-/// bytes are not trusted; whatever they hold, nothing outside them is read. Form:
-/// docs/gazetteer.md. The bytes must outlive the table.
+/// The table of places, read in place: the constructor reads only the header and the bands. The
+/// bytes are not trusted; whatever they contain, nothing outside them is read. They must outlive
+/// the table. docs/gazetteer.md describes the format.
 class GazetteerTable {
  public:
-  /// The places stand in two parts, each in bands of a quarter of a degree of latitude, inside a
-  /// band by longitude: a wide search needs to look at the large ones alone.
+  /// The two parts of the places, so that a wide search needs to visit only the large places. Each
+  /// part is sorted by bands of a quarter of a degree of latitude and inside a band by longitude.
   enum class Part { large, small };
 
   /// Throws GazetteerError.
   explicit GazetteerTable(std::span<const std::byte> bytes);
 
   std::size_t size() const { return placeCount_; }
-  /// The day of the data, as the number yyyymmdd.
+  /// Returns the day of the data, as the number yyyymmdd.
   std::uint32_t dataDate() const { return dataDate_; }
-  /// The place at an index below size(). A part of a city has no names of its own.
+  /// Returns the place at an index below size(). A part of a city has no names of its own.
   GazetteerPlace at(std::size_t index) const;
-  /// The place that a point there is named after: itself, or the city that it is a part of; nothing
-  /// when that is damaged.
+  /// Returns the place after which a point near this place is named: the place itself, or the city
+  /// of which it is a part. Returns nullopt if the reference to the city is damaged.
   std::optional<std::size_t> cityAt(std::size_t index) const;
-  /// Whether the area around a place is not that of its country: a border drawn or disputed.
+  /// Returns true if a place is in the area of a country that is not its own, because the border is
+  /// disputed or drawn too roughly.
   bool isAstray(std::size_t index) const;
   std::uint8_t countryNumberAt(std::size_t index) const;
   std::uint16_t regionNumberAt(std::size_t index) const;
-  /// The code of a country by its number; empty for a number too large.
+  /// Returns the code of a country from its number; empty if the number is too large.
   std::string_view country(std::uint8_t number) const;
-  /// The areas of the countries, by the same numbers.
+  /// Returns the areas of the countries, which use the same numbers.
   const Borders& borders() const { return borders_; }
-  /// The region of a number that places have; one without names for 0 and for a number too large.
+  /// Returns the region with a number as places have it. The names are empty if the number is 0 or
+  /// too large.
   GazetteerRegion regionAt(std::uint16_t number) const;
   GeoPoint pointAt(std::size_t index) const;
   std::uint32_t populationAt(std::size_t index) const;
 
-  /// Visits every place of a part within `radiusKm` of a point, and some a little farther off.
+  /// Visits all places of a part within `radiusKm` of a point, and some that are a little farther.
   using Visitor = std::function<void(std::size_t index)>;
   void visitAround(const GeoPoint& point, double radiusKm, Part part, const Visitor& visit) const;
 

@@ -9,18 +9,18 @@
 
 namespace tavrix {
 
-/// What a geocoder knows of a point, in one language. All absent: there is nothing there to be
-/// named.
+/// The answer of a geocoder for a point, in one language. If all fields are absent, the point has
+/// no name.
 struct GeocodedPlace {
   std::optional<std::string> city;
-  /// The city that this one is a part of, when it is.
+  /// The city of which `city` is a part, if it is one.
   std::optional<std::string> mainCity;
   std::optional<std::string> countryName;
   std::optional<std::string> countryCode;  ///< ISO 3166-1 alpha-2
-  /// The first-level region, of a point that belongs to no city.
+  /// The first-level region; only for a point that belongs to no city.
   std::optional<std::string> region{};
 
-  /// The names of the place, with the parts of a city under the city's name if so wished.
+  /// Returns the names of the place. With `mergeDistricts` a part of a city has the city's name.
   PlaceNames names(bool mergeDistricts) const {
     return {mergeDistricts && mainCity ? mainCity : city, countryName, countryCode, region};
   }
@@ -32,14 +32,15 @@ struct GeocodedPlace {
 class Geocoder {
  public:
   virtual ~Geocoder() = default;
-  /// What the answers come from, such as "gazetteer 20200318"; when it changes, answers that were
-  /// kept no longer hold.
+  /// Returns the source of the answers, such as "gazetteer 20200318". If it changes, stored answers
+  /// are no longer valid.
   virtual std::string source() const = 0;
-  /// The place of a point in the language of a locale; nothing when it cannot be told now, and
-  /// asking later may help.
+  /// Returns the place of a point in the language of a locale. Returns nullopt if the geocoder
+  /// cannot answer now; a later call may succeed.
   virtual std::optional<GeocodedPlace> resolve(const GeoPoint& point,
                                                const std::string& localeID) const = 0;
-  /// The borders that the answers go by, if any; they hold as long as the geocoder lives.
+  /// Returns the borders that the answers respect, if any. They are valid as long as the geocoder
+  /// exists.
   virtual Borders borders() const { return {}; }
 };
 

@@ -30,7 +30,7 @@ std::optional<std::string> textOf(const JsonValue& object, std::string_view key)
   return *member->asString();
 }
 
-/// Takes over a text that may be missing; false for a value that is no text.
+/// Reads a text that may be missing. Returns false if the value is not a text.
 bool takeText(const JsonValue& object, std::string_view key, std::optional<std::string>& text) {
   const JsonValue* const member = object.member(key);
   if (member == nullptr) return true;
@@ -39,7 +39,7 @@ bool takeText(const JsonValue& object, std::string_view key, std::optional<std::
   return true;
 }
 
-/// Nothing for what does not fit: told as a place, it would say that there is no name there.
+/// Returns nullopt for an invalid value. An empty place would mean that the point has no name.
 std::optional<GeocodedPlace> placeOf(const JsonValue& value) {
   if (value.asObject() == nullptr) return std::nullopt;
   GeocodedPlace place;
@@ -115,7 +115,7 @@ GeocodingCache load(const Folder& stateFolder, const std::string& source) {
       if (cache && cache->source == source) return *std::move(cache);
     }
   } catch (const FileError&) {
-    // Every answer can be found again.
+    // The geocoder can give every answer again.
   }
   return {source, {}};
 }

@@ -9,10 +9,10 @@
 
 namespace tavrix {
 
-/// The cells of one library with the names that a directory knows for them.
+/// The cells of one library, with the names that a directory has for them.
 class NamedCells : public PlaceLookup {
  public:
-  /// With `mergeDistricts` a part of a city goes by the name of the city.
+  /// With `mergeDistricts` a part of a city has the name of the city.
   NamedCells(PlaceCells cells, std::shared_ptr<const PlaceDirectory> directory, bool mergeDistricts)
       : cells_(std::move(cells)),
         directory_(std::move(directory)),

@@ -11,9 +11,9 @@
 namespace tavrix {
 namespace {
 
-// The largest that a coordinate in a key can be long: "-180.0000".
+// The greatest length of a coordinate in a key: "-180.0000".
 constexpr std::size_t longestNumber = 9;
-// Places of a greater radius are no longer places of a border.
+// A cell farther than this from every border is never divided, however large the radius.
 constexpr double farthestFromBorderKm = 50;
 
 std::optional<double> degreesOf(std::string_view text, double largest) {
@@ -24,7 +24,7 @@ std::optional<double> degreesOf(std::string_view text, double largest) {
   return std::abs(value) <= largest ? std::optional{value} : std::nullopt;
 }
 
-/// Four decimals, and no sign before nothing.
+/// Rounds to four decimals and normalises −0.0 to 0.0.
 double rounded(double degrees) { return std::round(degrees * 10'000) / 10'000 + 0.0; }
 
 }  // namespace
@@ -35,7 +35,8 @@ PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm, con
   for (const GeoPoint& center : clusters.centers) {
     const auto cell = grid_.cellOf(PlaceClustering::unitVector(center));
     grid_.move(static_cast<std::uint32_t>(cells_.size()), std::nullopt, cell);
-    // A centre moves on while points join; those that it left behind are nearer than this.
+    // The centre moves while points join. Points that are now outside the radius are still nearer
+    // than twice the radius.
     const bool isAtBorder =
         borders_.areWithin(center, std::min(2 * radiusKm, farthestFromBorderKm));
     cells_.push_back({center, keyAt(center), isAtBorder});
@@ -43,7 +44,7 @@ PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm, con
   divide(points, clusters.clusterOfPoint);
 }
 
-/// Gives a cell at a border a key for each country that it has points in.
+/// Gives each cell at a border one key for each country in which it has points.
 void PlaceCells::divide(const std::vector<GeoPoint>& points,
                         const std::vector<std::uint32_t>& cellOfPoint) {
   struct Side {
@@ -62,7 +63,7 @@ void PlaceCells::divide(const std::vector<GeoPoint>& points,
   }
 }
 
-/// Visits the cells within the radius of a point, and some a little farther off.
+/// Visits the cells within the radius of a point, and some that are a little farther.
 template <typename Visit>
 void PlaceCells::visitNear(const GeoPoint& point, Visit visit) const {
   if (!grid_.isUsable()) {

@@ -13,24 +13,25 @@
 namespace tavrix {
 
 /// The place cells of a library: the clusters of its points, so that shots near each other share
-/// one cell and one name. A cluster that lies across a border is a cell on each side of it. A
-/// cell's key is its centre, "41.9000,12.5005" with four decimals (11 m), and so means the same in
-/// every run.
+/// one cell and one name. A cluster that crosses a border is one cell on each side of it. The key
+/// of a cell is its centre with four decimals (11 m), "41.9000,12.5005", so it has the same meaning
+/// in every run.
 class PlaceCells {
  public:
-  /// Clusters points, in their order, with the radius of one place. What holds the bytes of the
-  /// borders must outlive the cells.
+  /// Clusters points in their order; `radiusKm` is the radius of one place. The owner of the bytes
+  /// of the borders must outlive the cells.
   PlaceCells(const std::vector<GeoPoint>& points, double radiusKm, const Borders& borders = {});
 
-  /// The key of the cluster whose centre is nearest to a point and within the radius, the earliest
-  /// of equal ones, on the point's side of a border; a point without one is a cell of its own.
-  /// Costs the same however many cells there are, unless many lie within the radius.
+  /// Returns the key of the cluster whose centre is nearest to a point and within the radius, on
+  /// the point's side of a border. Ties are settled by the earlier cluster. If there is no such
+  /// cluster, the point is a cell of its own. The cost does not depend on the number of cells,
+  /// unless many are within the radius.
   std::string keyOf(const GeoPoint& point) const;
-  /// The keys of all cells, each once.
+  /// Returns the keys of all cells, each once.
   std::vector<std::string> keys() const;
 
   static std::string keyAt(const GeoPoint& center);
-  /// The centre that a key stands for; nothing for a text that is no key.
+  /// Returns the centre of the cell with this key, or nullopt if the text is not a key.
   static std::optional<GeoPoint> centerOf(std::string_view key);
 
  private:
@@ -39,7 +40,7 @@ class PlaceCells {
     GeoPoint center;
     std::string key;
     bool isAtBorder = false;
-    std::map<Country, std::string> sides{};  ///< the keys by country, of a cell at a border
+    std::map<Country, std::string> sides{};  ///< keys by country; only for a cell at a border
   };
 
   void divide(const std::vector<GeoPoint>& points, const std::vector<std::uint32_t>& cellOfPoint);
@@ -49,7 +50,7 @@ class PlaceCells {
 
   double radiusKm_;
   Borders borders_;
-  std::vector<Cell> cells_;  ///< in the order in which they were begun
+  std::vector<Cell> cells_;  ///< in the order of their first points
   PlaceClustering::CenterGrid grid_;
 };
 

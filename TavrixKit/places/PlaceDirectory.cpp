@@ -10,7 +10,7 @@ PlaceDirectory::PlaceDirectory(std::unique_ptr<const Geocoder> geocoder, Geocodi
                                Listener listener)
     : geocoder_(std::move(geocoder)), listener_(std::move(listener)), cache_(std::move(cache)) {
   if (cache_.source != geocoder_->source()) cache_ = {geocoder_->source(), {}};
-  // Of a language that is full, nobody knows which cells are still needed.
+  // In a full language it is unknown which cells are still needed, so it starts empty.
   std::erase_if(cache_.languages, [](const auto& language) {
     return language.second.size() >= GeocodingCache::largestCellCount;
   });

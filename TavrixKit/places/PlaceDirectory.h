@@ -15,36 +15,37 @@
 
 namespace tavrix {
 
-/// Knows the names of place cells: from a cache, and for new cells from a geocoder, which a thread
-/// in the background asks one cell after another. Safe to use from several threads.
+/// Holds the names of place cells. They come from a cache and, for new cells, from a geocoder,
+/// which a background thread asks for one cell after another. Safe to use from several threads.
 class PlaceDirectory {
  public:
-  /// Called by the background thread each time it has run out of work, when it has learnt
-  /// something.
+  /// Called by the background thread each time its queue becomes empty, if it has learnt new names
+  /// since the last call.
   using Listener = std::function<void()>;
 
-  /// Begins with what `cache` holds, as far as it came from the same source and is not full.
+  /// Starts with the cells of `cache` if they come from the same source, without languages that are
+  /// full.
   PlaceDirectory(std::unique_ptr<const Geocoder> geocoder, GeocodingCache cache,
                  Listener listener = {});
-  /// Work that has not begun is dropped.
+  /// Drops work that has not begun.
   ~PlaceDirectory();
   PlaceDirectory(const PlaceDirectory&) = delete;
   PlaceDirectory& operator=(const PlaceDirectory&) = delete;
 
-  /// What is known of a cell in the language of a locale.
+  /// Returns the known place of a cell in the language of a locale, or nullopt if it is not known.
   std::optional<GeocodedPlace> find(const std::string& placeKey, const std::string& localeID) const;
-  /// Puts cells into the queue, except those that are known or waiting. A cell that the geocoder
-  /// could not tell is asked for again only when it is requested again.
+  /// Adds cells to the queue, except those that are known or already waiting. If the geocoder could
+  /// not name a cell, it is asked again only when the cell is requested again.
   void request(const std::vector<std::string>& placeKeys, const std::string& localeID);
-  /// Returns when the queue is empty and the geocoder at rest.
+  /// Waits until the queue is empty and the geocoder is idle.
   void wait();
 
-  /// Those of the geocoder; they hold as long as the directory lives.
+  /// Returns the borders of the geocoder. They are valid as long as the directory exists.
   Borders borders() const { return geocoder_->borders(); }
 
-  /// All that is known now, to be kept.
+  /// Returns everything that is known now, for storing.
   GeocodingCache cache() const;
-  /// Whether anything was learnt that the cache did not know at the beginning.
+  /// Returns true if the directory has learnt anything that the initial cache did not have.
   bool hasLearnt() const;
 
  private:
@@ -65,10 +66,10 @@ class PlaceDirectory {
   GeocodingCache cache_;
   std::deque<Job> queue_;
   std::set<std::pair<std::string, std::string>>
-      waiting_;  ///< language and key, also of the one at work
+      waiting_;  ///< language and key, including the cell being resolved
   bool hasLearnt_ = false;
   bool hasNews_ = false;
-  std::jthread worker_;  ///< the last member: it uses the others
+  std::jthread worker_;  ///< the last member, because it uses the others
 };
 
 }  // namespace tavrix

@@ -9,7 +9,7 @@
 
 #include "foundation/GeoPoint.h"
 
-/// How the table of places writes its numbers; docs/gazetteer.md.
+/// The encoding of numbers in the table of places, described in docs/gazetteer.md.
 namespace tavrix::TableBytes {
 
 inline constexpr double unitsPerDegree = 100'000;
@@ -31,7 +31,7 @@ inline double degreesAt(const std::byte* at) {
   return littleEndian<std::int32_t>(at) / unitsPerDegree;
 }
 
-/// The band of a latitude in degrees; the first or last one for what lies beyond a pole.
+/// Returns the band of a latitude in degrees; the first or last band for a latitude beyond a pole.
 inline std::size_t bandOf(double latitude) {
   const double band = std::floor((latitude + 90) * bandsPerDegree);
   return static_cast<std::size_t>(std::clamp(band, 0.0, static_cast<double>(bandCount - 1)));

@@ -9,10 +9,10 @@ namespace {
 
 constexpr std::size_t digestDigits = 64;
 constexpr std::string_view gap = "  ";
-/// To the reader of a list "-" is not a file but its standard input.
+/// To sha256sum, "-" means its standard input, not a file.
 constexpr std::string_view standardInput = "-";
 constexpr std::string_view hereStandardInput = "./-";
-/// A path of 4096 bytes, each escaped, and what stands before it.
+/// A path of 4096 bytes, each escaped, and the text before it.
 constexpr std::size_t longestLine = 10'000;
 
 std::string escaped(std::string_view path) {
@@ -52,13 +52,13 @@ std::optional<std::string> unescaped(std::string_view text) {
   return path;
 }
 
-/// A list of several million files; what is longer is none of ours.
+/// Large enough for several million files; this program writes no longer list.
 constexpr std::uint64_t maxListBytes = std::uint64_t{1} << 30U;
 
-/// Cuts what is read into the lines of a list.
+/// Splits the text that was read into the lines of a list.
 class ListReader {
  public:
-  /// False when a line is none of a list of checksums.
+  /// Returns false if a line does not belong in a list of checksums.
   bool add(std::string_view text) {
     bytes_ += text.size();
     for (std::size_t end = 0; (end = text.find('\n')) != std::string_view::npos;) {
@@ -99,7 +99,7 @@ std::optional<Entry> decode(std::string_view line) {
     return std::nullopt;
   }
   line.remove_prefix(digestDigits);
-  // An asterisk says that the file was read as bytes, which is all the same here.
+  // An asterisk means that the file was read in binary mode, which makes no difference here.
   if (line[0] != ' ' || (line[1] != ' ' && line[1] != '*')) return std::nullopt;
   line.remove_prefix(gap.size());
   auto path = isEscaped ? unescaped(line) : std::optional<std::string>{line};

@@ -9,9 +9,9 @@
 
 namespace tavrix {
 
-/// A list of checksums in the form that "sha256sum -c" of the GNU core utilities reads: one line
-/// per file, the digest, two spaces, the path. A line that begins with a backslash has backslash,
-/// line feed and carriage return in its path written as "\\", "\n" and "\r".
+/// A list of checksums in the format that "sha256sum -c" of the GNU core utilities reads: one line
+/// per file with the digest, two spaces and the path. In a line that begins with a backslash, a
+/// backslash, line feed or carriage return in the path is written as "\\", "\n" or "\r".
 namespace ChecksumFile {
 
 inline constexpr std::string_view name = "SHA256SUMS";
@@ -23,15 +23,15 @@ struct Entry {
   friend bool operator==(const Entry&, const Entry&) = default;
 };
 
-/// The line of an entry, with its line feed.
+/// Returns the line of an entry, including its line feed.
 std::string encode(const Entry& entry);
-/// The entry of a line without its line feed; nothing for what is none.
+/// Returns the entry of a line given without its line feed, or nullopt if the line is malformed.
 std::optional<Entry> decode(std::string_view line);
 
-/// The list in a folder, in its order; empty when nothing has the name, and nothing when what has
-/// it is no list of checksums, whole. Throws FileError.
+/// Returns the entries of the list in `folder`, in file order; an empty vector if no file has the
+/// name. Returns nullopt if the file is not a complete list of checksums. Throws FileError.
 std::optional<std::vector<Entry>> read(const Folder& folder);
-/// Writes the list in their order, whole or not at all. Throws FileError.
+/// Writes the entries in the given order, atomically. Throws FileError.
 void write(Folder& folder, const std::vector<Entry>& entries);
 
 }  // namespace ChecksumFile

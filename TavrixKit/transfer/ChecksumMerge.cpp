@@ -18,7 +18,7 @@ std::string_view plainPath(std::string_view path) {
   return path;
 }
 
-/// Whether who reads the list stays in its folder; a record may have come from anywhere.
+/// Returns true if a reader of the list stays in its folder. Records may come from any source.
 bool isListable(std::string_view path) {
   for (std::size_t begin = 0; begin <= path.size();) {
     const std::size_t end = std::min(path.find('/', begin), path.size());
@@ -31,7 +31,7 @@ bool isListable(std::string_view path) {
 std::optional<std::string> digestOf(const CheckedFile& file) {
   if (file.expectedSha256) return file.expectedSha256;
   if (file.listedSha256) return file.listedSha256;
-  // The bytes of a file that is known to have changed prove nothing.
+  // The present bytes of a changed file prove nothing.
   return file.state == CopyVerification::State::withoutChecksum ? file.sha256 : std::nullopt;
 }
 

@@ -9,16 +9,17 @@
 
 namespace tavrix {
 
-/// How a list of checksums is made anew without losing what the earlier one proves. Pure functions.
+/// Builds a new list of checksums without losing what the earlier one proves. Pure functions.
 namespace ChecksumMerge {
 
-/// The digests of a list by path, "./" before a path aside; of several for one path the first.
+/// Returns the digests of a list by path, without a leading "./". If a path occurs several times,
+/// the first entry is used.
 StringMap<std::string> digests(const std::vector<ChecksumFile::Entry>& list);
 
-/// The list after a check that was made with `digests(earlier)`, by path: of each recorded file the
-/// digest that it had, by its record or else by the earlier list, whatever became of the file, so
-/// that a file that is not as it was fails by the list, too. Only what neither knows has the digest
-/// of now. Earlier lines for paths that no record names stay as they are.
+/// Returns the list, by path, after a check that was made with `digests(earlier)`. Each recorded
+/// file keeps the digest that its record or else the earlier list names, whatever its state is now,
+/// so that a changed file fails a check by the list, too. A file takes the digest of its present
+/// bytes only if neither knows one. Earlier lines for paths that no record names stay as they are.
 std::vector<ChecksumFile::Entry> merged(const CopyVerification::Report& report,
                                         const std::vector<ChecksumFile::Entry>& earlier);
 

@@ -40,7 +40,7 @@ class Verification {
   }
 
  private:
-  /// Fills in what names and sizes tell; what is left to read is `notReached`.
+  /// Sets the states that follow from names and sizes; files left to read stay `notReached`.
   void checkWithoutReading(const Claims& claims) {
     std::vector<Claim> entries;
     entries.reserve(claims.size());
@@ -74,13 +74,13 @@ class Verification {
     return file;
   }
 
-  /// What a file is of which nothing is there.
+  /// Returns the state of a file that is absent.
   static State absent(const CheckedFile& file) {
     const bool wasThere = file.expectedSha256 || file.listedSha256 || file.expectedSize > 0;
     return wasThere ? State::missing : State::neverConfirmed;
   }
 
-  /// Says why a path is not among the files.
+  /// Determines why a path is not among the listed files.
   void lookAgain(CheckedFile& file) const {
     try {
       const auto status = destination_.status(file.path);
@@ -90,7 +90,7 @@ class Verification {
         file.state = State::changed;
         file.found = status->type;
       } else {
-        // It came, or its folder became readable, after the listing.
+        // It was created, or its folder became readable, after the listing.
         file.size = status->size;
         if (!file.expectedSha256) file.state = State::withoutChecksum;
       }
@@ -134,7 +134,7 @@ class Verification {
     report_.bytesRead = bytesRead;
   }
 
-  /// Reads one file and says what it is; gives the bytes that it read.
+  /// Reads one file and sets its state. Returns the number of bytes read.
   std::uint64_t read(CheckedFile& file, FileDigester& digester, ReadingMeter& meter) const {
     const std::uint64_t listed = *file.size;
     std::uint64_t bytes = 0;
@@ -168,7 +168,7 @@ class Verification {
     file.errorCode = error.code();
     file.state = State::unreadable;
     if (error.code() != ENOENT) return;
-    // Removed since the listing.
+    // It was removed after the listing.
     file.errorCode = 0;
     file.size.reset();
     file.state = absent(file);

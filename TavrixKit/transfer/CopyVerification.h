@@ -11,35 +11,35 @@
 
 namespace tavrix {
 
-/// What became over time of the files that a destination's records name: they are read again and
-/// compared by size and SHA-256. Nothing is written.
+/// Verifies the files that a destination's records name: reads them again and compares size and
+/// SHA-256. Writes nothing.
 namespace CopyVerification {
 
 enum class State {
-  intact,      ///< size and digest are those of the record
-  changed,     ///< size or digest differ, or no file stands there any more but a link, a folder
-  missing,     ///< it was there once, and nothing is there
-  unreadable,  ///< nobody can say what it holds
-  withoutChecksum,  ///< there, of the recorded size where that can be compared; no digest to tell
-                    ///< more
-  neverConfirmed,   ///< a run meant to write it and was killed, and nothing is there: perhaps it
-                    ///< never landed, perhaps it is lost
-  notReached,       ///< the check was stopped before
+  intact,           ///< size and digest are those of the record
+  changed,          ///< size or digest differ, or the path is now a link, a folder or the like
+  missing,          ///< the file was on disk once and is gone
+  unreadable,       ///< the system could not read it
+  withoutChecksum,  ///< present, with the recorded size if that can be compared; no digest to
+                    ///< compare with
+  neverConfirmed,   ///< absent; a killed run meant to write it, and it may never have landed or may
+                    ///< be lost
+  notReached,       ///< the check was stopped before it
 };
-/// The case names.
+/// Returns the name of the enumerator.
 std::string_view textOf(State state);
 
-/// A path that some record names.
+/// A path that at least one record names.
 struct CheckedFile {
   std::string path;
   State state = State::notReached;
-  std::uint64_t expectedSize = 0;     ///< bytes, as recorded; 0 also where none was seen yet
+  std::uint64_t expectedSize = 0;     ///< bytes, as recorded; 0 also if it was never seen on disk
   std::optional<std::uint64_t> size;  ///< bytes on disk
   std::optional<std::string> expectedSha256;        ///< as recorded
-  std::optional<std::string> listedSha256;          ///< by Options::listed, where none is recorded
-  std::optional<std::string> sha256;                ///< of the bytes on disk, where they were read
-  FileStatus::Type found = FileStatus::Type::file;  ///< what stands there
-  int errorCode = 0;                                ///< the system's (errno), of what is unreadable
+  std::optional<std::string> listedSha256;          ///< from Options::listed, if none is recorded
+  std::optional<std::string> sha256;                ///< of the bytes on disk, if they were read
+  FileStatus::Type found = FileStatus::Type::file;  ///< the type of what is at the path
+  int errorCode = 0;                                ///< errno, if unreadable
 
   friend bool operator==(const CheckedFile&, const CheckedFile&) = default;
 };
@@ -54,31 +54,32 @@ struct UnknownFile {
 
 struct Report {
   std::vector<CheckedFile> files;           ///< by path
-  std::vector<UnknownFile> unknown;         ///< by path; the program's own files are not among them
-  std::vector<std::string> leftOvers;       ///< of runs that were killed: ".part" files, and what
-                                            ///< was staged to be packed; by path
-  std::vector<std::string> damagedRecords;  ///< whose word nobody can read
-  std::vector<UnreadableFolder> unreadableFolders{};  ///< by path; not looked into
+  std::vector<UnknownFile> unknown;         ///< by path; without the program's own files
+  std::vector<std::string> leftOvers;       ///< of killed runs: ".part" files and files staged for
+                                            ///< packing; by path
+  std::vector<std::string> damagedRecords;  ///< record files that cannot be decoded
+  std::vector<UnreadableFolder> unreadableFolders{};  ///< by path; their files were not checked
   std::uint64_t bytesRead = 0;
   bool isStopped = false;
 
   std::uint64_t count(State state) const;
-  /// Recorded files that are not there as they were, or cannot be told to be.
+  /// Returns the number of recorded files that have changed, are missing, or cannot be confirmed.
   std::uint64_t lostFiles() const;
-  /// There are such files, or records or folders that may hide some.
+  /// Returns true if there are such files, or damaged records or unreadable folders that may hide
+  /// some.
   bool hasLosses() const;
 };
 
 struct Options {
   unsigned threads = 1;
   bool digestsAll = false;  ///< reads files without a recorded digest, too
-  /// Digests by path that stand for those that no record knows.
+  /// Digests by path, used for files without a recorded digest.
   StringMap<std::string> listed{};
 };
 
-/// Checks every path that the records name. Of several entries of one path, one with a digest
-/// counts more, then that of the later record. One file's failure is its state. `progress` is
-/// called one call at a time, from the threads that read.
+/// Checks every path that the records name. If several entries name one path, an entry with a
+/// digest takes precedence, then the entry of the later record. A file that cannot be checked gets
+/// a state and stops nothing. `progress` is called from the reading threads, one call at a time.
 Report verify(const Folder& destination, const DestinationListing& listing, const Options& options,
               const ReadingMeter::Receiver& progress = {}, const std::stop_token& stop = {});
 

@@ -18,11 +18,11 @@ constexpr std::string_view recordBegin = "phone-";
 constexpr std::string_view recordEnding = ".json";
 constexpr std::size_t recordDigits = 8;
 constexpr std::size_t recordStemSize = recordBegin.size() + recordDigits;
-/// A record of several million files; what is longer is none of ours.
+/// Large enough for several million files; this program writes no longer record.
 constexpr std::uint64_t maxRecordBytes = std::uint64_t{1} << 30U;
 
-/// Whether a name is one that records have; "phone-list.json" may be anybody's, and "phone-64de5d38
-/// 2.json" is somebody's copy of a record.
+/// Returns true if a name has the exact form of a record's name. "phone-list.json" may be any file
+/// of the user's, and "phone-64de5d38 2.json" is a copy of a record.
 bool isRecordName(std::string_view name) {
   return name.size() == recordStemSize + recordEnding.size() && name.starts_with(recordBegin) &&
          name.ends_with(recordEnding) &&
@@ -49,7 +49,7 @@ std::optional<PhoneRecord> loadRecord(const Folder& destination, const std::stri
   }
 }
 
-/// Whether some record says that a phone's file lies at the path.
+/// Returns true if a record names a phone's file at the path.
 bool names(const Marker& marker, const std::string& path) {
   return std::any_of(marker.records.begin(), marker.records.end(), [&](const PhoneRecord& record) {
     return std::any_of(record.files.begin(), record.files.end(),
@@ -57,7 +57,7 @@ bool names(const Marker& marker, const std::string& path) {
   });
 }
 
-/// Keeps what stands in the way of a record, under the first free name.
+/// Renames the file that is in the way of a record to the first free name.
 void setAside(Folder& destination, const std::string& name) {
   std::string aside = name + ".damaged";
   for (int number = 2; !destination.renameWithoutReplacing(name, aside); ++number) {
@@ -65,7 +65,7 @@ void setAside(Folder& destination, const std::string& name) {
   }
 }
 
-/// A file that was found as it had landed earlier still has the digest of then.
+/// Gives the files that were found unchanged the digests of their earlier entries.
 void keepDigests(std::vector<FileRecord>& landed, const PhoneRecord& earlier) {
   StringMap<const FileRecord*> byPath;
   for (const FileRecord& file : earlier.files) byPath[file.path] = &file;
@@ -133,7 +133,7 @@ Marker load(const Folder& destination) {
       marker.damaged.push_back(name);
     }
   }
-  // A phone may well hold a file of such a name.
+  // A phone may have a file of such a name, too.
   std::erase_if(marker.damaged, [&](const std::string& name) { return names(marker, name); });
   return marker;
 }
@@ -161,7 +161,7 @@ void removeLeftOvers(Folder& destination) {
 
 PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now,
                     const std::function<bool(const std::string& path)>& isStillThere) {
-  // Of several files that landed under one path, one after another, the last one lies there.
+  // If several files landed under one path one after another, the last one is on disk.
   StringSet paths;
   std::vector<FileRecord> landed;
   for (auto file = now.files.rbegin(); file != now.files.rend(); ++file) {

@@ -14,25 +14,26 @@
 
 namespace tavrix {
 
-/// What a destination remembers of the phones that copied into it: one file per phone, described in
-/// docs/marker.md.
+/// The marker: what a destination remembers of the phones that copied into it. One file per phone;
+/// docs/marker.md describes the format.
 namespace DestinationMarker {
 
 inline constexpr std::int64_t schemaVersion = 1;
 
-/// A file that landed; or, while a run is at work and after one that was killed, a file that it may
-/// have landed.
+/// A file that landed; or, during a run and after a killed run, a file that may have landed.
 struct FileRecord {
   std::string path;                    ///< relative to the destination, "/" between parts
-  std::uint64_t size = 0;              ///< bytes on disk; 0, and no digest, of what may yet land
+  std::uint64_t size = 0;              ///< bytes on disk; 0, without a digest, if the file has yet
+                                       ///< to land
   std::optional<std::string> sha256;   ///< of the bytes on disk, hexadecimal
   std::optional<std::string> localID;  ///< the asset's id on the phone
   std::optional<std::string> cloudID;
-  /// The format ("jpeg", "h264") that it should have had, of an original that cannot be converted.
+  /// The format ("jpeg", "h264") that was planned, if the original was kept because it cannot be
+  /// converted.
   std::optional<std::string> keptInsteadOf{};
   std::optional<ShotDate> date{};  ///< when its shot was taken
 
-  /// Nothing has been seen of the file yet.
+  /// Returns true if the file has not been seen on disk yet.
   bool isClaim() const { return size == 0 && !sha256; }
 
   friend bool operator==(const FileRecord&, const FileRecord&) = default;
@@ -51,25 +52,25 @@ struct PhoneRecord {
   friend bool operator==(const PhoneRecord&, const PhoneRecord&) = default;
 };
 
-/// The phones that copied into a folder.
+/// The records of all phones that copied into a folder.
 struct Marker {
   std::vector<PhoneRecord> records;
-  /// Names of files that ought to be records and cannot be read or decoded; a file that a record
-  /// names is a phone's.
+  /// Names of files that are named like records but cannot be read or decoded. Files that a record
+  /// lists as copied from a phone are not among them.
   std::vector<std::string> damaged{};
 
-  /// Null when the phone has no record.
+  /// Returns nullptr if the phone has no record.
   const PhoneRecord* record(const std::string& phoneHash) const;
-  /// The records of every other phone.
+  /// Returns the records of all other phones.
   std::vector<PhoneRecord> others(const std::string& phoneHash) const;
   std::set<std::string> labels() const;
-  /// What one phone's record knows; empty when it has none.
+  /// Returns the assets in one phone's record; empty if the phone has none.
   KnownAssets knownAssets(const std::string& phoneHash) const;
 
   friend bool operator==(const Marker&, const Marker&) = default;
 };
 
-/// The folder holds a record of a newer version of the program. Nothing was changed.
+/// Thrown if the folder holds a record of a newer version of the program. Nothing was changed.
 class MarkerError : public std::exception {
  public:
   MarkerError(std::string fileName, std::int64_t version)
@@ -83,33 +84,35 @@ class MarkerError : public std::exception {
   std::int64_t version_;
 };
 
-/// "phone-" and the first eight characters of the hash and ".json".
+/// Returns "phone-", the first eight characters of the hash and ".json".
 std::string fileName(const std::string& phoneHash);
 
-/// Whether a path is that of a record, of a damaged one that was kept, or of the text file.
+/// Returns true if `path` is that of a record, of a damaged record that was kept, or of the text
+/// file.
 bool isOwnFile(std::string_view path);
 
-/// The records in a destination. A file that does not decode counts as absent and is named. Throws
-/// MarkerError, and FileError when the folder cannot be read.
+/// Returns the records of a destination. A file that cannot be decoded is listed as damaged. Throws
+/// MarkerError, and FileError if the folder cannot be read.
 Marker load(const Folder& destination);
 
-/// Writes one phone's record in place of its earlier one, and the explanatory text file when there
-/// is none. A file of that name that is no record of this phone is kept with ".damaged" appended.
-/// Throws MarkerError, which leaves everything as it was, and FileError.
+/// Writes one phone's record in place of its earlier one, and the explanatory text file if it is
+/// missing. A file of that name that is not a record of this phone is kept with ".damaged"
+/// appended. Throws MarkerError, which leaves everything as it was, and FileError.
 void save(Folder& destination, const PhoneRecord& record);
 
-/// Removes what a killed run left of a record that it was writing. Throws FileError.
+/// Removes temporary files that a killed run left while it wrote a record. Throws FileError.
 void removeLeftOvers(Folder& destination);
 
-/// The record after a run: what landed now replaces older entries of the same path; earlier entries
-/// whose files are not there any more are dropped; the first transfer keeps its date, and a file
-/// that was found as it had landed earlier its digest.
+/// Returns the record after a run. Files that landed now replace earlier entries of the same path;
+/// earlier entries whose files are gone are dropped. The date of the first transfer is kept, and so
+/// is the digest of a file that was found unchanged.
 PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now,
                     const std::function<bool(const std::string& path)>& isStillThere);
 
-/// The JSON of a record: pretty, keys sorted.
+/// Returns the JSON of a record, indented and with sorted keys.
 std::string encode(const PhoneRecord& record);
-/// Nothing for what is no record. Throws MarkerError (with an empty file name) for a newer version.
+/// Returns nullopt if `json` is not a record. Throws MarkerError (with an empty file name) for a
+/// newer version.
 std::optional<PhoneRecord> decode(std::string_view json);
 
 }  // namespace DestinationMarker

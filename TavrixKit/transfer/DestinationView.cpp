@@ -8,10 +8,11 @@
 namespace tavrix {
 namespace {
 
-/// Whether a shot was taken at another moment than the one that is recorded. What a camera's clock
-/// showed never changes. The date of a file is moved by whole quarters of an hour where its volume
-/// notes local time, and so is an instant from a clock's time. One kind of date tells nothing of
-/// the other: a picture that could not be read once has only its file's.
+/// Returns true if a shot was taken at another moment than the recorded one. The date of a camera's
+/// clock never changes. A file's modification date can shift by whole quarters of an hour if the
+/// volume stores local time, and so can an instant that was derived from clock time. Dates of
+/// different kinds are not compared: a picture that could once not be read has only its file's
+/// date.
 bool isAnotherShot(const std::optional<ShotDate>& date, const std::optional<ShotDate>& recorded) {
   using namespace std::chrono_literals;
   constexpr auto largestShift = 26h;
@@ -40,7 +41,7 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarke
                   isThisPhone,
                   file.sha256.has_value(),
                   record.lastTransfer};
-      // A claim without a digest may be of a run that was killed before it got there.
+      // A claim without a digest may come from a run that was killed before it reached the file.
       const auto [found, isNew] = owners_.try_emplace(file.path, owner);
       if (!isNew && owner.outranks(found->second)) found->second = std::move(owner);
     }
@@ -94,11 +95,11 @@ bool DestinationView::fits(const WantedFile& file, const std::string& path, std:
   const auto date = shotDate(asset, file.lead);
   if (isAnotherShot(date, recorded)) return false;
   if (isConverted(file.conversion) || asset.sizeBytes() == 0) return true;
-  // The original is there, larger. But a small picture of a camera looks like a reduced copy, so
-  // that the dates must be recorded and the same.
+  // The original is there and larger. But a small picture of a camera looks like a reduced copy, so
+  // the dates must be recorded and equal.
   const bool isOfThatDate = recorded && date == recorded;
   if (asset.isOptimized() && isOfThatDate && size > 0) return true;
-  // What a killed run may have landed has the size that lies there.
+  // A claim of a killed run has no size; the size on disk is used instead.
   const auto onDisk = filesOnDisk_.find(path);
   if (size == 0 && onDisk != filesOnDisk_.end()) size = onDisk->second.size;
   return size == 0 || size == asset.sizeBytes();

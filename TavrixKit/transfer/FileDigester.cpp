@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t largeFileBytes = std::uint64_t{32} << 20U;
 
-/// Thrown through a source to end a download that nobody waits for.
+/// Thrown through a source to abort a download that is no longer needed.
 struct DigestStopped {};
 
 class DigestingDestination : public DownloadDestination {

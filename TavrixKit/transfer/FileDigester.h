@@ -14,23 +14,23 @@
 
 namespace tavrix {
 
-/// Reads files from beginning to end and digests them, each byte once. One for each thread.
+/// Computes SHA-256 digests of files, reading each byte once. Each thread needs its own digester.
 class FileDigester {
  public:
   struct Result {
     std::string sha256;       ///< lower-case hexadecimal
-    std::uint64_t bytes = 0;  ///< that were read
+    std::uint64_t bytes = 0;  ///< bytes that were read
   };
-  /// Told of each piece that was read.
+  /// Called with the size of each piece that was read.
   using Received = std::function<void(std::uint64_t bytes)>;
 
   explicit FileDigester(std::stop_token stop);
 
-  /// A regular file of a folder; nothing when it was asked to stop. Throws FileError.
+  /// Digests a regular file of a folder. Returns nullopt if a stop was requested. Throws FileError.
   std::optional<Result> digest(const Folder& folder, const std::string& path,
                                const Received& received = {});
-  /// A file of a source; nothing when it was asked to stop, or when the source gives more bytes
-  /// than it listed. Throws what the source throws.
+  /// Digests a file of a source. Returns nullopt if a stop was requested, or if the source delivers
+  /// more bytes than it listed. Rethrows the errors of the source.
   std::optional<Result> digest(MediaSource& source, const MediaAsset& asset,
                                const Received& received = {});
 
@@ -42,18 +42,18 @@ class FileDigester {
   std::unique_ptr<char[]> buffer_;
 };
 
-/// As many threads as the machine runs at once, at least one.
+/// Returns the number of hardware threads of the machine, at least 1.
 unsigned workerCount();
 
-/// Does the pieces of work 0 to `count` - 1, each once, taken in their order by `threads` threads,
-/// of which each has a digester of its own. Asked to stop, begins no more. An exception of one
-/// piece of work ends all and is thrown.
+/// Calls `work` once for each index from 0 to `count` - 1, in order, on `threads` threads, each
+/// with its own digester. After a stop request no further call begins. The first exception ends all
+/// work and is rethrown.
 void digestInParallel(std::size_t count, unsigned threads, const std::stop_token& stop,
                       const std::function<void(std::size_t index, FileDigester& digester)>& work);
 
-/// The order in which to read files of these sizes, as indices: large ones first, the largest
-/// ahead, so that no thread is left alone with one at the end; then the others as they stand, as
-/// they probably lie on the disk.
+/// Returns the order, as indices, in which to read files of these sizes. Large files come first,
+/// the largest ahead, so that no thread is left alone with one at the end. The others keep their
+/// order, which is probably their order on the disk.
 std::vector<std::size_t> readingOrder(const std::vector<std::uint64_t>& sizes);
 
 }  // namespace tavrix

@@ -13,12 +13,12 @@ namespace {
 
 using BundleBuilder::splitFileName;
 
-/// The extension with its dot; empty when there is none.
+/// Returns the extension with its dot; empty if there is none.
 std::string_view dottedExtension(std::string_view name) {
   return name.substr(splitFileName(name).stem.size());
 }
 
-/// Stem and ending, the stem cut so that both fit.
+/// Returns stem and ending, the stem shortened so that both fit.
 std::string joined(std::string_view stem, std::string_view ending) {
   const std::size_t room = longestFileName - std::min(ending.size(), longestFileName);
   return std::string{graphemePrefix(stem, room)}.append(ending);
@@ -94,7 +94,7 @@ std::string partPath(const std::string& path) {
   constexpr std::string_view ending = ".part";
   const std::string name = lastPathComponent(path);
   if (name.size() + ending.size() <= longestFileName) return path + std::string{ending};
-  // Names that differ only where they are cut must not share a temporary file.
+  // Names that differ only in the part cut off must not share a temporary file.
   const std::string tail = "~" + sha256Hex(name).substr(0, 16) + std::string{ending};
   return std::string{folderOf(path)} + joined(name, tail);
 }

@@ -6,37 +6,38 @@
 
 namespace tavrix {
 
-/// The longest name that a volume takes, in bytes.
+/// The longest file name that a volume accepts, in bytes.
 inline constexpr std::size_t longestFileName = 255;
 
-/// "IMG_0001 (2).HEIC" of "IMG_0001.HEIC" and 2; the name itself for number 1. A name that would be
-/// too long loses whole characters before the number.
+/// Returns "IMG_0001 (2).HEIC" for "IMG_0001.HEIC" and 2, and the name itself for number 1. A name
+/// that would be too long is shortened by whole characters before the number.
 std::string numberedName(std::string_view name, std::uint64_t number);
-/// The same for the last part of a path.
+/// As numberedName(), for the last part of a path.
 std::string numberedPath(std::string_view path, std::uint64_t number);
-/// Whether a path is `base` or a numbered form of it.
+/// Returns true if `path` is `base` or a numbered form of it.
 bool isNumberedForm(std::string_view path, std::string_view base);
 
-/// The name that a numbered name was made of: "IMG_0001.HEIC" of "IMG_0001 (2).HEIC"; any other
-/// name as it is. Works on paths, too.
+/// Returns the name without its number: "IMG_0001.HEIC" for "IMG_0001 (2).HEIC". Returns any other
+/// name unchanged. Also accepts paths.
 std::string unnumberedName(std::string_view name);
 
-/// The name with another extension ("jpg") in place of its own.
+/// Returns the name with its extension replaced by another one ("jpg").
 std::string withExtension(std::string_view name, std::string_view extension);
-/// The name with the extension of another name, or without one where that has none: what an
-/// original is called whose conversion failed. Works on paths, too.
+/// Returns the name with the extension of `other`, or without an extension if `other` has none.
+/// Used to name an original whose conversion failed. Also accepts paths as `name`.
 std::string withExtensionOf(std::string_view name, std::string_view other);
-/// The extension in lower case, without the dot; empty when there is none.
+/// Returns the extension in lower case, without the dot; empty if the name has none.
 std::string lowerExtension(std::string_view name);
-/// The name without what makes it longer than a volume takes, its extension kept.
+/// Returns the name, its stem shortened if the name is too long for a volume.
 std::string fittingName(std::string name);
 
-/// The hidden folder in a destination where files wait to be packed.
+/// The hidden folder in a destination for files that wait to be packed.
 inline constexpr std::string_view stagingFolder = ".Tavrix-staging";
-/// Whether a path of the destination lies in that folder.
+/// Returns true if a path of the destination is in that folder.
 bool isStaged(std::string_view path);
 
-/// The temporary name beside a target: ".part" appended, shortened when that would be too long.
+/// Returns the path of the temporary file beside `path`: ".part" appended, shortened if the name
+/// would be too long.
 std::string partPath(const std::string& path);
 
 }  // namespace tavrix

@@ -20,33 +20,34 @@ struct FileOnDisk {
 /// The regular files of a destination by relative path.
 using FilesOnDisk = StringMap<FileOnDisk>;
 
-/// When a shot was taken, as far as its files tell.
+/// The date of a shot, as far as its files have one.
 struct ShotDate {
   Instant at;
-  bool isOwn = false;  ///< what the camera's clock showed; else when the file was last written
-  /// Noted by an earlier version: in UTC, and of whichever kind.
+  bool isOwn = false;  ///< the date of the camera's clock; else the file's modification date
+  /// Recorded by an earlier version: in UTC, and of either kind.
   bool isOfEarlierForm = false;
 
   friend bool operator==(const ShotDate&, const ShotDate&) = default;
 };
 
-/// The file whose date stands for all of a bundle: its original, or the first picture where that is
-/// gone.
+/// Returns the file whose date represents the whole bundle: its original, or its first picture if
+/// the original is missing.
 const MediaAsset& leadOf(const AssetBundle& bundle);
-/// The date by which a file is told from another of its id: a picture's own, and of what
-/// accompanies one (`lead`) that one's. Nothing when there is none.
+/// Returns the date that distinguishes a file from another one of the same id: a picture's own
+/// date, and for a file that accompanies a picture the date of `lead`. Returns nullopt if there is
+/// none.
 std::optional<ShotDate> shotDate(const MediaAsset& asset, const MediaAsset& lead);
-/// The same as it is recorded: of a source with a serial number its files' dates tell nothing,
-/// because phones list them as they like.
+/// As shotDate(), as it is recorded. Returns nullopt for a modification date of a source with a
+/// serial number, because phones list those dates unreliably.
 std::optional<ShotDate> recordedDate(const MediaAsset& asset, const MediaAsset& lead,
                                      bool hasSerialNumber);
 
-/// Where the assets of one phone landed in a destination, as its record remembers.
+/// The paths of one phone's assets in a destination, as its record names them.
 struct KnownAssets {
   struct Record {
     std::string path;  ///< relative to the destination
     std::uint64_t size = 0;
-    std::optional<ShotDate> date{};  ///< where it was recorded
+    std::optional<ShotDate> date{};  ///< if it was recorded
 
     friend bool operator==(const Record&, const Record&) = default;
   };
@@ -54,13 +55,14 @@ struct KnownAssets {
   StringMap<Record> byLocalID;
   StringMap<Record> byCloudID;
 
-  /// The record of an asset: by its id, else by its cloud id; null when there is none.
+  /// Returns the record with the asset's id, or else with its cloud id; nullptr if there is none.
   const Record* record(const MediaAsset& asset) const;
 
   friend bool operator==(const KnownAssets&, const KnownAssets&) = default;
 };
 
-/// The folder is the truth: a record counts only while its path is on disk.
+/// Returns true if the recorded path is on disk. The folder is the truth: other records are
+/// ignored.
 bool isOnDisk(const KnownAssets::Record& record, const FilesOnDisk& filesOnDisk);
 
 }  // namespace tavrix

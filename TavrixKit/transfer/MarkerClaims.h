@@ -8,24 +8,24 @@
 
 namespace tavrix::DestinationMarker {
 
-/// The entry that counts for a path, of all those that name it.
+/// The entry that takes precedence among all entries that name a path.
 struct Claim {
   const PhoneRecord* record = nullptr;
   const FileRecord* file = nullptr;
 
   bool hasDigest() const;
-  /// One with a digest counts more, then that of the later record.
+  /// A claim with a digest outranks one without; ties are settled by the date of the record.
   bool outranks(const Claim& other) const {
     return std::pair{hasDigest(), record->lastTransfer} >
            std::pair{other.hasDigest(), other.record->lastTransfer};
   }
 };
 
-/// By path. Points into the marker, which must stay as it is.
+/// Claims by path. They point into the marker, which must not change.
 using Claims = absl::flat_hash_map<std::string_view, Claim>;
 Claims claims(const Marker& marker);
 
-/// Whether a recorded digest is one: 64 hexadecimal digits.
+/// Returns true if `text` is a digest: 64 hexadecimal digits.
 bool isDigest(std::string_view text);
 
 }  // namespace tavrix::DestinationMarker

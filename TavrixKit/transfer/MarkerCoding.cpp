@@ -5,10 +5,10 @@
 namespace tavrix::DestinationMarker {
 namespace {
 
-/// Builds a record from the events of its file. Unknown keys are passed over, whatever they hold.
+/// Builds a record from JSON events. Skips unknown keys with their values.
 class RecordBuilder : public JsonHandler {
  public:
-  /// Nothing when a required field was missing.
+  /// Returns nullopt if a required field was missing.
   std::optional<PhoneRecord> take() {
     const bool isWhole =
         hasVersion_ && hasHash_ && hasLabel_ && hasModel_ && hasFirst_ && hasLast_ && hasFiles_;
@@ -82,7 +82,7 @@ class RecordBuilder : public JsonHandler {
            name == "cloudID" || name == "keptInsteadOf" || name == "captured" || name == "modified";
   }
   bool isOptionalFileField() const { return key_ != "path" && key_ != "size"; }
-  /// The value in hand belongs to a key that nobody knows.
+  /// Returns true if the current value belongs to an unknown key.
   bool isUnknown() const {
     return unknownDepth_ > 0 || ((depth_ == 1 || depth_ == 3) && isUnknownKey_);
   }
@@ -122,7 +122,7 @@ class RecordBuilder : public JsonHandler {
     const std::string text = std::string{value} + (isOfEarlierForm ? "" : "Z");
     setFileDate(parseIso8601(text), true, isOfEarlierForm);
   }
-  /// The picture's own date says more than its file's.
+  /// The picture's own date takes precedence over its file's.
   void setFileDate(const std::optional<Instant>& at, bool isOwn, bool isOfEarlierForm = false) {
     if (at && (isOwn || !file_.date)) file_.date = ShotDate{*at, isOwn, isOfEarlierForm};
   }
@@ -154,7 +154,8 @@ class RecordBuilder : public JsonHandler {
   bool hasSize_ = false;
 };
 
-/// A date of that kind; a camera's clock does not know its zone, so its text names none.
+/// Returns the date as text if it is of the given kind. The date of a camera's clock has no zone,
+/// because the clock does not know it.
 std::optional<std::string> dateText(const std::optional<ShotDate>& date, bool isOwn) {
   if (!date || date->isOwn != isOwn) return std::nullopt;
   std::string text = iso8601(date->at);
@@ -200,7 +201,8 @@ std::optional<PhoneRecord> decode(std::string_view json) {
   } catch (const JsonError&) {
     isRead = false;
   }
-  // A newer version may have other fields; its number alone says that it is not ours to touch.
+  // A newer version may have other fields; its number alone shows that the record must not be
+  // changed.
   if (builder.hasVersion() && builder.version() > schemaVersion)
     throw MarkerError{"", builder.version()};
   return isRead ? builder.take() : std::nullopt;

@@ -23,12 +23,12 @@ struct Candidate {
   std::optional<std::string> sha256;
 };
 
-/// The files of both sides that have one size.
+/// The files of both sides that have the same size.
 struct SizeClass {
   std::uint64_t size = 0;
-  std::vector<std::size_t> files;       ///< indices of the report's
-  std::vector<std::size_t> candidates;  ///< indices
-  std::size_t unread = 0;               ///< of both
+  std::vector<std::size_t> files;       ///< indices into the report's files
+  std::vector<std::size_t> candidates;  ///< indices into the candidates
+  std::size_t unread = 0;               ///< on both sides
 
   std::size_t count() const { return files.size() + candidates.size(); }
 };
@@ -81,7 +81,7 @@ class Recognition {
               [](const auto& a, const auto& b) { return a.path < b.path; });
   }
 
-  /// An asset that has its copy leaves its twins' copies to them.
+  /// Remembers that an asset has its copy, so that it does not take the copies of its twins.
   void rememberCopy(const DestinationMarker::FileRecord& file) {
     if (file.localID) copied_[lowerCased(*file.sha256)].insert(*file.localID);
   }
@@ -92,7 +92,8 @@ class Recognition {
     return isThisPhone ? State::alreadyRecorded : State::otherPhone;
   }
 
-  /// Makes the classes of sizes that both sides have, in the order of the destination's paths.
+  /// Builds the classes of the sizes that occur on both sides, in the order of the destination's
+  /// paths.
   void gatherSizes() {
     absl::flat_hash_map<std::uint64_t, std::size_t> classOfSize;
     for (const ExaminedFile& file : report_.files) {
@@ -118,7 +119,8 @@ class Recognition {
     for (SizeClass& each : classes_) each.unread = each.count();
   }
 
-  /// All files of one size follow each other, so that what was done before a stop is whole.
+  /// All files of one size follow each other, so that the sizes finished before a stop are
+  /// complete.
   std::vector<Piece> pieces() const {
     std::vector<std::uint64_t> sizes;
     sizes.reserve(classes_.size());
@@ -162,7 +164,7 @@ class Recognition {
                              : lastPathComponent(report_.files[piece.index].path);
   }
 
-  /// False when it was stopped.
+  /// Returns false if it was stopped.
   bool readFile(std::size_t index, FileDigester& digester, const FileDigester::Received& received) {
     ExaminedFile& file = report_.files[index];
     try {
@@ -183,7 +185,7 @@ class Recognition {
     try {
       auto digest = digester.digest(source_, candidate.asset, received);
       if (!digest && stop.stop_requested()) return false;
-      // Another size than listed: nobody knows what the phone holds.
+      // If the size differs from the listed one, the content on the phone is unknown.
       if (digest && digest->bytes == candidate.asset.sizeBytes()) {
         candidate.sha256 = std::move(digest->sha256);
         return true;
@@ -191,7 +193,7 @@ class Recognition {
     } catch (const std::bad_alloc&) {
       throw;
     } catch (const std::exception&) {
-      // Of the one file; it is named with the others that could not be read.
+      // The error concerns one file, which is listed with the other unreadable ones.
     }
     const std::lock_guard lock{mutex_};
     report_.unreadableAssets.push_back(candidate.asset);
@@ -236,12 +238,12 @@ class Recognition {
   Report report_;
   std::vector<Candidate> candidates_;
   std::vector<SizeClass> classes_;
-  /// The ids of the assets whose copies the phone's record knows, by digest.
+  /// The ids of the assets whose copies the phone's record names, by digest.
   StringMap<StringSet> copied_;
   std::mutex mutex_;
 };
 
-/// By id: the picture whose date each file has that is no picture.
+/// Returns, by id, the picture whose date applies to each file that is not a picture.
 absl::flat_hash_map<std::string_view, MediaAsset> leadsOf(const std::vector<AssetBundle>& bundles) {
   absl::flat_hash_map<std::string_view, MediaAsset> leads;
   for (const AssetBundle& bundle : bundles) {

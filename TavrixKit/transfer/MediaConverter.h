@@ -11,7 +11,7 @@
 
 namespace tavrix {
 
-/// A conversion that did not work out; the unconverted file is kept.
+/// Thrown if a conversion fails; the unconverted file is kept.
 class ConversionError : public std::exception {
  public:
   explicit ConversionError(ConversionFailure failure) : failure_(failure) {}
@@ -22,18 +22,17 @@ class ConversionError : public std::exception {
   ConversionFailure failure_;
 };
 
-/// Told from time to time how much of one file is converted, 0 to 1, by the thread that converts.
+/// Called repeatedly with the converted fraction of a file, 0 to 1, on the converting thread.
 using ConversionProgress = std::function<void(double fraction)>;
 
-/// Re-saves stills as JPEG and videos as H.264. Safe to use from several threads.
+/// Re-encodes stills as JPEG and videos as H.264. Safe to use from several threads.
 class MediaConverter {
  public:
   virtual ~MediaConverter() = default;
-  /// Reads the file `input`, an asset's original bytes, and writes the converted one as `output`, a
-  /// path beside it that does not exist. Gives the size of what it wrote, in bytes. Throws
-  /// ConversionError when the file is to stay as it is, also when `stop` was requested, and
-  /// FileError when `output` cannot be written; what it left at `output` is then removed by the
-  /// caller.
+  /// Reads the file `input`, an asset's original bytes, and writes the converted file to `output`,
+  /// a path beside it that must not exist. Returns the number of bytes written. Throws
+  /// ConversionError if the file is to stay as it is, also if `stop` was requested, and FileError
+  /// if `output` cannot be written; the caller then removes anything left at `output`.
   virtual std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
                                 const std::string& input, const std::string& output,
                                 const ConversionProgress& progress, std::stop_token stop) = 0;

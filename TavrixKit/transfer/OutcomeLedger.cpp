@@ -22,7 +22,7 @@ void OutcomeLedger::sizeMismatched() {
 void OutcomeLedger::failed(std::size_t index, std::string reason) {
   const PlannedFile& file = plan_.files[index];
   const std::lock_guard lock{mutex_};
-  // What cannot be a file's name is named as the phone names it.
+  // A file whose name is unsafe is reported under its name on the phone.
   const std::string name = isSafePathComponent(file.asset.name())
                                ? lastPathComponent(file.relativePath)
                                : std::string{file.asset.name()};

@@ -8,7 +8,7 @@
 
 namespace tavrix {
 
-/// Collects what became of each file of a plan. Safe to use from several threads.
+/// Collects the outcome of each file of a plan. Safe to use from several threads.
 class OutcomeLedger {
  public:
   OutcomeLedger(const TransferPlan& plan, const TransferEngine::Setup& setup)
@@ -18,13 +18,13 @@ class OutcomeLedger {
   void sizeMismatched();
 
   void failed(std::size_t index, std::string reason);
-  /// The file lies complete at `path`, found there or landed as `kind`; `bytesWritten` of it are
-  /// new.
+  /// Records that the file is complete at `path`, found there or landed as `kind`; `bytesWritten`
+  /// of its bytes are new.
   void landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,
               std::uint64_t size, std::uint64_t bytesWritten, std::optional<std::string> sha256);
 
   bool isComplete() const { return settled_ == outcomes_.size(); }
-  /// The report of all outcomes so far, in plan order.
+  /// Returns the report of all outcomes so far, in plan order.
   TransferReport report() const;
 
  private:

@@ -10,12 +10,12 @@
 
 namespace tavrix {
 
-/// The paths that a plan gives away, compared without regard to letter case. It keeps 64 bits of
-/// each (FNV-1a, the same on every machine): should two paths ever share them, the later one is
-/// taken for given away and gets a number more than it needs, in every run alike.
+/// The paths that a plan has assigned, compared without regard to letter case. Keeps a 64-bit hash
+/// of each path (FNV-1a, the same on every machine). If two paths ever have the same hash, the
+/// later one is treated as assigned and gets a needless number, in every run alike.
 class PathRegister {
  public:
-  /// False when the path is given away already.
+  /// Returns false if the path is already assigned.
   bool add(std::string_view path) { return given_.insert(key(path)).second; }
   bool contains(std::string_view path) const { return given_.contains(key(path)); }
   void remove(std::string_view path) { given_.erase(key(path)); }
@@ -39,8 +39,8 @@ class PathRegister {
   std::uint64_t key(std::string_view path) const {
     const auto slash = path.rfind('/');
     const std::size_t folderBytes = slash == std::string_view::npos ? 0 : slash + 1;
-    // Files come folder by folder, and folding a folder's name anew for each costs most of the
-    // time.
+    // Files come folder by folder; case-folding the folder's name for each of them would take most
+    // of the time.
     if (path.substr(0, folderBytes) != folder_) {
       folder_ = path.substr(0, folderBytes);
       folderHash_ = hashed(offsetBasis, folder_);

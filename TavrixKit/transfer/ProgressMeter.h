@@ -8,8 +8,8 @@
 
 namespace tavrix {
 
-/// Counts how far a run is and tells the receiver after each step, one call at a time. Safe to use
-/// from several threads.
+/// Counts the progress of a run and reports it to the receiver after each step, one call at a time.
+/// Safe to use from several threads.
 class ProgressMeter {
  public:
   using Receiver = std::function<void(const TransferProgressSnapshot&)>;
@@ -19,10 +19,10 @@ class ProgressMeter {
   void began(const PlannedFile& file, TransferStage stage);
   void received(std::uint64_t bytes);
   void verified();
-  /// How much of a file is converted, 0 to 1.
+  /// Reports the converted fraction of a file, 0 to 1.
   void converting(const PlannedFile& file, double fraction);
   void converted();
-  /// A file got its outcome; of its planned size `received` bytes were counted before.
+  /// Counts a file that got its outcome; `received` bytes of it have been counted already.
   void finished(const PlannedFile& file, std::uint64_t received);
 
  private:

@@ -9,8 +9,8 @@
 
 namespace tavrix {
 
-/// Counts how far the reading of many files is and tells the receiver after each step, one call at
-/// a time. Safe to use from several threads.
+/// Counts the progress of reading many files and reports it to the receiver after each step, one
+/// call at a time. Safe to use from several threads.
 class ReadingMeter {
  public:
   using Receiver = std::function<void(const TransferProgressSnapshot&)>;
@@ -28,7 +28,7 @@ class ReadingMeter {
   void read(std::uint64_t bytes) {
     update([&](auto& snapshot) { snapshot.bytesDone += bytes; });
   }
-  /// A file is done; of its expected size `bytesRead` bytes were counted before.
+  /// Counts a finished file; `bytesRead` bytes of its expected size have been counted already.
   void finished(std::uint64_t expected, std::uint64_t bytesRead) {
     update([&](auto& snapshot) {
       ++snapshot.filesDone;

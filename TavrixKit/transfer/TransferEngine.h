@@ -18,21 +18,21 @@
 
 namespace tavrix {
 
-/// A file that has just got its final name, for whoever keeps the destination's memory.
+/// A file that has just got its final name, for the caller that keeps the destination's marker.
 struct LandedFile {
   const PlannedFile& planned;
   const FileOutcome& outcome;
   std::optional<std::string>
-      sha256;  ///< of the bytes on disk; absent for a file that was there before
+      sha256;  ///< of the bytes on disk; absent for a file that already existed
 };
 
-/// Writes a plan into a destination so that a final name never holds incomplete bytes: each file is
-/// fetched into a ".part" file beside its place, its size checked, its bytes brought to stable
-/// storage, and then renamed. Waiting for the storage is shared by files that are ready at the same
-/// time. Nothing that exists is ever overwritten. An engine owns nothing beyond one run.
+/// Writes a plan into a destination so that a final name never holds incomplete bytes. Each file is
+/// fetched into a ".part" file beside its final path; its size is checked, its bytes are synced to
+/// stable storage, and the file is then renamed. Files that are ready at the same time share one
+/// sync. Existing files are never overwritten. An engine keeps no state between runs.
 class TransferEngine {
  public:
-  /// When the files that are ready are brought to stable storage together.
+  /// The limits at which the files that are ready are synced together.
   struct CommitLimits {
     std::size_t files = 256;
     std::uint64_t bytes = std::uint64_t{256} << 20U;
@@ -41,15 +41,15 @@ class TransferEngine {
   };
 
   struct Setup {
-    MediaConverter* converter = nullptr;    ///< without one a conversion ends as keptOriginal
-    Log* log = nullptr;                     ///< silent without one
+    MediaConverter* converter = nullptr;    ///< if nullptr, conversions end as keptOriginal
+    Log* log = nullptr;                     ///< nullptr for no log
     Language language = Language::russian;  ///< of the reasons in the report
-    /// Called, one call at a time, for each file that lies under its final name. Must not throw.
+    /// Called for each file that has its final name, one call at a time. Must not throw.
     std::function<void(const LandedFile&)> landed = nullptr;
     CommitLimits limits = {};
   };
 
-  /// The run was cancelled; the report holds what got through.
+  /// Thrown if the run was cancelled; the report has the outcomes up to then.
   class Cancelled : public std::exception {
    public:
     explicit Cancelled(TransferReport report) : report_(std::move(report)) {}
@@ -60,8 +60,8 @@ class TransferEngine {
     TransferReport report_;
   };
 
-  /// The destination failed in a way that makes going on pointless; the report holds what got
-  /// through.
+  /// Thrown if the destination failed in a way that makes it pointless to continue; the report has
+  /// the outcomes up to then.
   class Interrupted : public std::exception {
    public:
     Interrupted(TransferReport report, const FileError& underlying)
@@ -81,15 +81,15 @@ class TransferEngine {
   TransferEngine() = default;
   explicit TransferEngine(Setup setup) : setup_(std::move(setup)) {}
 
-  /// Returns when every planned file has an outcome and all that was written, names included, is on
-  /// stable storage. One file's failure is an outcome. Throws Cancelled, Interrupted. `progress` is
-  /// called one call at a time, from the threads of the run. The caller holds the destination's
-  /// lock.
+  /// Returns when every planned file has an outcome and all written data, names included, is on
+  /// stable storage. A failure of a single file is an outcome. Throws Cancelled, Interrupted.
+  /// `progress` is called from the threads of the run, one call at a time. The caller holds the
+  /// destination's lock.
   TransferReport run(const TransferPlan& plan, MediaSource& source, Folder& destination,
                      const Progress& progress = {}, std::stop_token stop = {}) const;
 
-  /// The output name of a file whose conversion failed: the planned one with the asset's own
-  /// extension.
+  /// Returns the output name of a file whose conversion failed: the planned name with the asset's
+  /// own extension.
   static std::string fallbackName(const PlannedFile& file);
 
  private:

@@ -9,7 +9,7 @@ namespace tavrix {
 enum class PhotoOutputFormat { original, jpeg };
 enum class VideoOutputFormat { original, h264 };
 
-/// How the chosen folders are laid out and written.
+/// The layout and format in which the chosen folders are written.
 struct TransferOptions {
   enum class Container { folder, zipPerGroup, zipWhole };
 
@@ -26,7 +26,8 @@ struct TransferOptions {
   friend bool operator==(const TransferOptions&, const TransferOptions&) = default;
 };
 
-/// The case names: "original", "jpeg"; "original", "h264"; "folder", "zipPerGroup", "zipWhole".
+/// Return the enumerators' names: "original", "jpeg"; "original", "h264"; "folder", "zipPerGroup",
+/// "zipWhole".
 std::string_view textOf(PhotoOutputFormat format);
 std::string_view textOf(VideoOutputFormat format);
 std::string_view textOf(TransferOptions::Container container);

@@ -10,7 +10,7 @@
 
 namespace tavrix {
 
-/// What is done to a file between fetching and its final place.
+/// The processing of a file between fetching and its final place.
 namespace planned_conversion {
 struct Jpeg {
   double quality = 0.85;
@@ -27,16 +27,16 @@ struct H264 {
 using PlannedConversion =
     std::variant<planned_conversion::None, planned_conversion::Jpeg, planned_conversion::H264>;
 
-/// "none", "jpeg", "h264".
+/// Returns "none", "jpeg" or "h264".
 std::string_view textOf(const PlannedConversion& conversion);
 inline bool isConverted(const PlannedConversion& conversion) {
   return !std::holds_alternative<planned_conversion::None>(conversion);
 }
 
-/// A file of the phone that is looked for in a destination. Refers to assets that must stay.
+/// A file of the phone that is looked up in a destination. The assets must outlive it.
 struct WantedFile {
   const MediaAsset& asset;
-  const MediaAsset& lead;  ///< the original of its shot
+  const MediaAsset& lead;  ///< the file whose date represents the shot, see leadOf()
   PlannedConversion conversion{};
 };
 
@@ -57,7 +57,7 @@ struct PlannedFile {
 struct TransferPlan {
   std::vector<PlannedFile> files;        ///< in order of writing
   std::vector<MediaAsset> skippedKnown;  ///< already in the destination, in plan order
-  std::vector<std::string> knownPaths;   ///< where each of `skippedKnown` lies
+  std::vector<std::string> knownPaths;   ///< the destination path of each of `skippedKnown`
   bool onlyNew = true;
 
   friend bool operator==(const TransferPlan&, const TransferPlan&) = default;

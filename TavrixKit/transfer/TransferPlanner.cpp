@@ -59,7 +59,7 @@ std::string outputName(const MediaAsset& asset, const TransferOptions& options) 
   } else if (asset.kind() == MediaKind::video && options.videoFormat == VideoOutputFormat::h264) {
     name = withExtension(name, "mp4");
   }
-  // Such a name would be taken for a file in the making, which the next one may replace.
+  // Such a name would be treated as a temporary file, which a later run may replace.
   if (lowerExtension(name) == "part") name += "_";
   return fittingName(options.fileNamePrefix.value_or("") + name);
 }
@@ -74,11 +74,12 @@ std::vector<PendingFile> pendingFiles(const AssetBundle& bundle, const Directori
   return files;
 }
 
-/// Whether a path may be given to a file.
+/// Returns true if the path may be assigned to the file.
 using IsFree = std::function<bool(const std::string& path, const PendingFile& file)>;
 
-/// Paths of one bundle's files under one number, the lead's first; of two files with one path the
-/// later alone counts on. Nothing when a path is not free.
+/// Returns the paths of one bundle's files under one number, assigned to the lead first. If two
+/// files would get the same path, only the later one takes a higher number. Returns an empty vector
+/// if a path is not free.
 std::vector<std::string> numberedPaths(const std::vector<PendingFile>& files, std::uint64_t number,
                                        const IsFree& isFree) {
   std::vector<std::string> paths(files.size());
@@ -119,8 +120,8 @@ class Layout {
     nameAll(groups);
     TransferPlan result;
     result.onlyNew = options_.onlyNew;
-    // Names stand over all files before any is left out; only then does the destination have its
-    // say.
+    // Names are assigned across all files before any file is left out; only then is the destination
+    // consulted.
     if (consultsDestination()) {
       siftAll(groups, result);
     } else {
@@ -163,7 +164,7 @@ class Layout {
     }
     for (std::size_t i = first; i < files_.size(); ++i) {
       if (given_.add(files_[i].relativePath)) continue;
-      // Rare: a path of the bundle is given away, to another bundle or within this one.
+      // Rare: a path of the bundle is already assigned, to another bundle or within this one.
       for (std::size_t back = first; back < i; ++back) given_.remove(files_[back].relativePath);
       return nameWithNumbers(bundle, places, std::span{files_}.subspan(first));
     }
@@ -193,7 +194,7 @@ class Layout {
     result.files.shrink_to_fit();
   }
 
-  /// Moves one bundle's files to the plan or to what is already there.
+  /// Moves one bundle's files to the plan or to the files that are already there.
   void sift(const AssetBundle& bundle, const Directories& places, std::span<PlannedFile> files,
             TransferPlan& result) {
     const bool conflicts = std::any_of(files.begin(), files.end(), [&](const PlannedFile& file) {
@@ -222,8 +223,8 @@ class Layout {
     }
   }
 
-  /// Where the file's original lies that an earlier run kept because it cannot be converted; null
-  /// when it lies nowhere, or its converted form is there.
+  /// Returns the path of the file's original if an earlier run kept it because it cannot be
+  /// converted; nullptr if there is none, or if its converted form is there.
   const std::string* keptPath(const PlannedFile& file, const std::string& base) const {
     if (!isConverted(file.conversion)) return nullptr;
     const WantedFile original{file.asset, leadOf(file.bundle)};
@@ -232,7 +233,7 @@ class Layout {
                                  textOf(file.conversion));
   }
 
-  /// Gives a bundle, one of whose paths belongs to another asset, paths that do not.
+  /// Gives new paths to a bundle that would take a path of another asset.
   void avoidOthers(const std::vector<PendingFile>& pending, std::span<PlannedFile> files) {
     for (const PlannedFile& file : files) given_.remove(file.relativePath);
     const IsFree isFree = [this](const std::string& path, const PendingFile& file) {

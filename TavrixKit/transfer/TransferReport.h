@@ -12,7 +12,7 @@ namespace tavrix {
 
 enum class TransferStage { copying, verifying, converting, packing };
 
-/// How far a run is.
+/// The progress of a run.
 struct TransferProgressSnapshot {
   std::uint64_t filesDone = 0;  ///< files that have their outcome
   std::uint64_t filesTotal = 0;
@@ -24,16 +24,16 @@ struct TransferProgressSnapshot {
   std::uint64_t convertedCount = 0;
   std::uint64_t packedGroups = 0;
   std::uint64_t packGroupsTotal = 0;
-  std::optional<double> stageFraction;  ///< 0 to 1, where the stage is not counted in files
+  std::optional<double> stageFraction;  ///< 0 to 1, if the stage is not counted in files
 
   friend bool operator==(const TransferProgressSnapshot&,
                          const TransferProgressSnapshot&) = default;
 };
 
-/// What became of one planned file.
+/// The outcome of one planned file.
 struct FileOutcome {
   struct Failed {
-    std::string reason;  ///< one sentence for people
+    std::string reason;  ///< one sentence for the user
     friend bool operator==(const Failed&, const Failed&) = default;
   };
   struct Copied {
@@ -42,7 +42,7 @@ struct FileOutcome {
   struct AlreadyThere {
     friend bool operator==(const AlreadyThere&, const AlreadyThere&) = default;
   };
-  /// The conversion failed, and the unconverted file lies under its own name.
+  /// The conversion failed, and the unconverted file is stored under its own name.
   struct KeptOriginal {
     ConversionFailure reason = ConversionFailure::failed;
     friend bool operator==(const KeptOriginal&, const KeptOriginal&) = default;
@@ -51,7 +51,7 @@ struct FileOutcome {
 
   std::string assetID;
   std::string name;                 ///< the output name
-  std::optional<std::string> path;  ///< where the file lies, relative; absent when nothing landed
+  std::optional<std::string> path;  ///< relative path of the file; absent if nothing landed
   std::uint64_t bytesOnDisk = 0;
   Kind kind;
 
@@ -63,20 +63,21 @@ struct FileOutcome {
   friend bool operator==(const FileOutcome&, const FileOutcome&) = default;
 };
 
-/// "failed", "copied", "alreadyThere", "keptOriginal".
+/// Returns "failed", "copied", "alreadyThere" or "keptOriginal".
 std::string_view textOf(const FileOutcome::Kind& kind);
 
-/// What a run did, file by file.
+/// The result of a run, file by file.
 struct TransferReport {
   std::uint64_t copied = 0;                      ///< files written by this run as planned
-  std::uint64_t copiedPictures = 0;              ///< of them the pictures
+  std::uint64_t copiedPictures = 0;              ///< the pictures among them
   std::uint64_t resumedSkips = 0;                ///< files found complete and not written again
   std::uint64_t bytesCopied = 0;                 ///< bytes fetched from the source
-  std::uint64_t bytesWritten = 0;                ///< bytes that ended on disk, after conversion
-  std::vector<std::string> conversionFallbacks;  ///< output names of what is kept unconverted
+  std::uint64_t bytesWritten = 0;                ///< bytes written to disk, after conversion
+  std::vector<std::string> conversionFallbacks;  ///< output names of the files kept unconverted
   std::vector<std::string> failures;             ///< one line per failed file: name and reason
-  std::uint64_t convertedSizeMismatches = 0;  ///< converted files of another size than was reported
-  std::vector<FileOutcome> files;             ///< in plan order
+  std::uint64_t convertedSizeMismatches = 0;     ///< converted files whose size differs from the
+                                                 ///< reported one
+  std::vector<FileOutcome> files;                ///< in plan order
 
   friend bool operator==(const TransferReport&, const TransferReport&) = default;
 };

@@ -88,7 +88,7 @@ void TransferRun::syncVolume() {
 
 void TransferRun::finish() {
   try {
-    // The data are there since before the renames; this brings the new names.
+    // The data were synced before the renames; this syncs the new names.
     syncVolume();
   } catch (const FileError&) {
     halt(std::current_exception());

@@ -17,14 +17,14 @@ namespace tavrix {
 /// A file that is fetched and checked and waits for its final name.
 struct ReadyFile {
   std::size_t index = 0;  ///< in the plan
-  std::string part;       ///< where its bytes are
-  std::string target;     ///< the name it wants
+  std::string part;       ///< the path of its bytes
+  std::string target;     ///< the path that it should get
   std::string sha256;
   std::uint64_t size = 0;
   std::optional<ConversionFailure> keptBecause;  ///< why it is unconverted
 };
 
-/// One execution of a plan: what its workers share.
+/// One execution of a plan: the state that its workers share.
 class TransferRun {
  public:
   TransferRun(const TransferEngine::Setup& setup, const TransferPlan& plan, MediaSource& source,
@@ -39,15 +39,15 @@ class TransferRun {
   int downloadCount() const;
   int conversionCount() const;
 
-  /// The next file to handle; nothing when there is none, or the run is to end.
+  /// Returns the index of the next file; nullopt if none is left or the run is to end.
   std::optional<std::size_t> nextIndex();
-  /// Ends the run for all workers; the first cause counts.
+  /// Ends the run for all workers. Only the first cause is kept.
   void halt(std::exception_ptr cause);
   bool isPlanned(const std::string& path);
-  /// Brings all that was written to stable storage. Once that has failed it fails for ever: the
-  /// system tells of lost bytes only once, and nobody can say whose they were.
+  /// Syncs all written data to stable storage. After one failure every further call fails: the
+  /// system reports lost bytes only once, and does not say which files lost them.
   void syncVolume();
-  /// Brings the names to stable storage and throws what ended the run early.
+  /// Syncs the names to stable storage and throws the error that ended the run early.
   void finish();
   void writeFinishLog(const TransferReport& report) const;
 
@@ -57,9 +57,9 @@ class TransferRun {
   Folder& destination_;
   Log& log_;
   std::stop_token stop_;
-  /// Ends the conversions under way, when the run is stopped and when it halts.
+  /// Ends the running conversions when the run is stopped or halts.
   std::stop_source conversionStop_;
-  /// There are more workers than downloads at once, so that one fetches while others convert.
+  /// There are more workers than download slots, so that one fetches while others convert.
   Slots downloads_;
   Slots conversions_;
   ProgressMeter meter_;
@@ -74,8 +74,8 @@ class TransferRun {
   std::optional<PathRegister> plannedPaths_;
 };
 
-/// Whether a failure of the destination makes going on pointless: no space, a read-only or failing
-/// disk, or the folder gone.
+/// Returns true if a failure of the destination makes it pointless to continue: no space, a
+/// read-only or failing disk, or the folder gone.
 bool stopsRun(const FileError& error, const Folder& destination);
 
 }  // namespace tavrix

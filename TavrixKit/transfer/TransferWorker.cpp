@@ -12,11 +12,11 @@
 namespace tavrix {
 namespace {
 
-/// Thrown through a source to end a download that nobody waits for any more.
+/// Thrown through a source to abort a download that is no longer needed.
 struct DownloadStopped {};
 
-/// Receives a download: counts and digests the bytes and writes what the phone listed. More than
-/// that is only counted, so that a file that grew cannot fill the disk.
+/// Receives a download: counts and digests the bytes, and writes as many as the phone listed.
+/// Further bytes are only counted, so that a file that grew cannot fill the disk.
 class Download : public DownloadDestination {
  public:
   Download(WritableFile& file, Sha256& digest, ProgressMeter& meter, std::uint64_t expected,
@@ -48,7 +48,7 @@ class Download : public DownloadDestination {
   std::uint64_t& received_;
 };
 
-/// One of a number of places, held while it is needed.
+/// Holds one slot of a semaphore during its lifetime.
 template <typename Slots>
 class HeldSlot {
  public:
@@ -61,7 +61,7 @@ class HeldSlot {
   Slots& slots_;
 };
 
-/// Whether a planned path has only plain parts.
+/// Returns true if every part of a planned path is a plain name.
 bool staysInside(const std::string& path) {
   for (std::size_t begin = 0; begin <= path.size();) {
     const std::size_t end = std::min(path.find('/', begin), path.size());
@@ -71,10 +71,11 @@ bool staysInside(const std::string& path) {
   return true;
 }
 
-/// Whether a name, read as a path, would lead upwards.
+/// Returns true if a name, read as a path, could lead upwards.
 bool isAscending(std::string_view name) { return name.find("..") != std::string_view::npos; }
 
-/// The path with the first letter of its last part in the other case; the same where there is none.
+/// Returns the path with the case of the first letter of its last part changed; unchanged if it has
+/// no letter.
 std::string withOtherCase(std::string path) {
   for (std::size_t i = path.rfind('/') + 1; i < path.size(); ++i) {
     const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
@@ -128,7 +129,7 @@ void TransferWorker::work() noexcept {
   } catch (...) {
     run_.halt(std::current_exception());
     try {
-      // What is ready may still find its place, a full disk notwithstanding.
+      // Files that are ready may still get their names, even on a full disk.
       commit();
     } catch (...) {
       discardBatch();
@@ -233,7 +234,7 @@ void TransferWorker::setDate(WritableFile& part, Instant date) const {
   try {
     part.setModificationTime(date);
   } catch (const FileError& error) {
-    // A volume that keeps no such dates keeps the picture all the same.
+    // A volume that does not keep such dates still keeps the picture.
     if (stopsRun(error, run_.destination_)) throw;
   }
 }
@@ -250,7 +251,7 @@ std::uint64_t TransferWorker::convertInto(const std::string& output, const Ready
         file.asset, file.conversion, root + ready.part, root + output,
         [&](double fraction) { run_.meter_.converting(file, fraction); }, stop);
   } catch (const ConversionError&) {
-    // What a stop broke off says nothing about the file.
+    // A conversion that a stop aborted proves nothing about the file.
     if (stop.stop_requested()) throw DownloadStopped{};
     throw;
   }
@@ -301,7 +302,7 @@ bool TransferWorker::isBatchFull() const {
 void TransferWorker::commit() {
   if (batch_.empty()) return;
   run_.syncVolume();
-  // Whoever moves the folder away meanwhile does not mean the files to follow it.
+  // If the user moves the folder away during the run, the files must not follow it.
   if (!run_.destination_.exists())
     throw FileError{FileOperation::status, run_.destination_.path(), ENOENT};
   std::reverse(batch_.begin(), batch_.end());
@@ -336,12 +337,12 @@ void TransferWorker::land(const ReadyFile& ready) {
 }
 
 bool TransferWorker::giveName(const ReadyFile& ready, std::string& path) {
-  // An original that was kept may differ from its planned name only by letter case.
+  // The name of a kept original may differ from its planned name only in letter case.
   const bool isPlannedTarget =
       caseFolded(ready.target) == caseFolded(planned(ready.index).relativePath);
   for (std::uint64_t number = 1;; ++number) {
     path = numberedPath(ready.target, number);
-    // Another file of this run has a right to its name, there already or not.
+    // The name is planned for another file of this run, whether that has landed or not.
     if ((number > 1 || !isPlannedTarget) && run_.isPlanned(path)) continue;
     if (run_.destination_.renameWithoutReplacing(ready.part, path)) return false;
     if (!hasSameBytes(path, ready)) continue;
@@ -375,7 +376,7 @@ void TransferWorker::removeQuietly(const std::string& path) noexcept {
   try {
     run_.destination_.removeFile(path);
   } catch (...) {
-    // What cannot be removed now is replaced by the next run.
+    // A file that cannot be removed now is replaced by the next run.
   }
 }
 

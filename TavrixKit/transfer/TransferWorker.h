@@ -8,25 +8,24 @@
 
 namespace tavrix {
 
-/// One thread's share of a run: takes files one by one, fetches them, and lands what is ready
-/// together.
+/// One thread's share of a run: takes files one by one, fetches them, and lands the ready ones in
+/// batches.
 class TransferWorker {
  public:
   explicit TransferWorker(TransferRun& run) : run_(run) {}
 
-  /// Works until there is nothing left or the run ends. Never throws: what goes wrong halts the
-  /// run.
+  /// Works until no file is left or the run ends. Never throws: an error halts the run.
   void work() noexcept;
 
  private:
   void handle(std::size_t index);
-  /// Gives the file's outcome at once when it needs no fetching or cannot be fetched.
+  /// Records the outcome and returns true if the file needs no fetching or cannot be fetched.
   bool isSettledWithoutFetching(std::size_t index);
-  /// Whether the volume may take letter cases for the same, so that the file that lies at a path
-  /// can be another one whose name differs only there. Then its size says too little.
+  /// Returns true if the volume may ignore letter case, so that the file at the path can be another
+  /// one whose name differs only in case. Equal sizes then prove too little.
   bool mayBeAnothers(const PlannedFile& file, const FileStatus& status) const;
   void fetch(std::size_t index);
-  /// False when the bytes are not what the phone listed; the outcome is recorded then.
+  /// Returns false if the bytes are not those that the phone listed; the outcome is then recorded.
   bool download(std::size_t index, ReadyFile& ready);
   void setDate(WritableFile& part, Instant date) const;
   void convert(ReadyFile& ready);
@@ -36,7 +35,8 @@ class TransferWorker {
   bool isBatchFull() const;
   void commit();
   void land(const ReadyFile& ready);
-  /// Renames to the first free name; true when a file with the same bytes has that name already.
+  /// Renames to the first free name. Returns true if a file with the same bytes already has that
+  /// name.
   bool giveName(const ReadyFile& ready, std::string& path);
   bool hasSameBytes(const std::string& path, const ReadyFile& ready);
   std::string digestOf(const std::string& path);
@@ -48,7 +48,7 @@ class TransferWorker {
 
   TransferRun& run_;
   Sha256 digest_;
-  std::uint64_t received_ = 0;  ///< of the file in hand
+  std::uint64_t received_ = 0;  ///< bytes of the current file
   std::vector<ReadyFile> batch_;
   std::uint64_t batchBytes_ = 0;
   std::chrono::steady_clock::time_point batchBegin_;

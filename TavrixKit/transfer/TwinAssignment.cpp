@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::size_t nobody = SIZE_MAX;
 
-/// What no number takes of a long name, its extension included; empty for a shorter name, which a
-/// number leaves whole.
+/// Returns the part of a long name that remains under any number, with the extension; empty for a
+/// shorter name, which no number shortens.
 std::string uncutPart(std::string_view name) {
   constexpr std::size_t longestNumber = std::string_view{" (18446744073709551615)"}.size();
   if (name.size() + longestNumber <= longestFileName) return {};
@@ -43,8 +43,8 @@ class Twins {
 
   std::vector<MediaAsset> assign(const std::vector<std::string_view>& paths) {
     std::vector<std::size_t> chosen(paths.size(), nobody);
-    // Each rule over all paths before the next one, so that a weaker one never takes what a
-    // stronger one would give.
+    // Each rule is applied to all paths before the next one, so that a weaker rule never takes an
+    // asset that a stronger one would assign.
     for (const auto rule : rules) {
       for (std::size_t i = 0; i < paths.size(); ++i) {
         if (chosen[i] == nobody) chosen[i] = (this->*rule)(paths[i]);
@@ -60,7 +60,7 @@ class Twins {
   }
 
  private:
-  /// The assets of one name, those before `next` all taken.
+  /// The assets of one name; all before `next` are taken.
   struct Namesakes {
     std::vector<std::size_t> indices;
     std::size_t next = 0;
@@ -102,7 +102,7 @@ class Twins {
     while (nextFree_ < isTaken_.size() && isTaken_[nextFree_]) ++nextFree_;
     return nextFree_ < isTaken_.size() ? nextFree_ : nobody;
   }
-  /// For a copy more than there are assets: by name, whether taken or not.
+  /// For more copies than assets: finds an asset by name, taken or not.
   std::size_t again(std::string_view path) const {
     const std::string name = unnumberedName(path.substr(path.rfind('/') + 1));
     for (std::size_t i = 0; i < name.size(); ++i) {

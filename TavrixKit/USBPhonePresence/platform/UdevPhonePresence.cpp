@@ -22,12 +22,12 @@ using Monitor = std::unique_ptr<udev_monitor, Unref<udev_monitor, udev_monitor_u
 using Enumeration = std::unique_ptr<udev_enumerate, Unref<udev_enumerate, udev_enumerate_unref>>;
 using Device = std::unique_ptr<udev_device, Unref<udev_device, udev_device_unref>>;
 
-/// libudev's texts may be missing.
+/// Returns a text of libudev; empty if it is null.
 std::string_view textOf(const char* text) { return text == nullptr ? std::string_view{} : text; }
 
 bool isApples(udev_device* device) {
   if (textOf(udev_device_get_sysattr_value(device, "idVendor")) == appleVendorID) return true;
-  // Of a device that has left there is only the message: "5ac/12a8/1507", without leading zeros.
+  // A device that has left has only the message: "5ac/12a8/1507", without leading zeros.
   return textOf(udev_device_get_property_value(device, "PRODUCT"))
       .starts_with(std::string{appleVendorID.substr(1)} + "/");
 }
@@ -82,7 +82,7 @@ class UdevPhonePresence : public USBPhonePresence {
       if ((waited[0].revents & (POLLIN | POLLERR)) == 0) continue;
       errno = 0;
       const Device device{udev_monitor_receive_device(monitor_.get())};
-      // When messages were lost, anything may have changed.
+      // If messages were lost, anything may have changed.
       const bool wereLost = device == nullptr && errno == ENOBUFS;
       if (wereLost || (device != nullptr && isApples(device.get()))) onChange();
     }

@@ -12,7 +12,7 @@
 namespace tavrix {
 namespace {
 
-/// A bus of its own in place of the machine's.
+/// A simulated bus in place of that of the machine.
 class MockBus {
  public:
   MockBus() : bed_(umockdev_testbed_new()) {}
@@ -20,7 +20,7 @@ class MockBus {
   MockBus(const MockBus&) = delete;
   MockBus& operator=(const MockBus&) = delete;
 
-  /// Gives the device's path on the bus.
+  /// Adds a device and returns its path on the bus.
   std::string add(const std::string& vendor, const char* product) {
     const std::string name = "1-" + std::to_string(++count_);
     const std::string message = vendor.substr(vendor.find_first_not_of('0')) + "/12a8/1507";
@@ -134,7 +134,8 @@ TEST(USBPhonePresence, destroyed_tellsNothingMore) {
 }  // namespace
 }  // namespace tavrix
 
-/// The mock bus stands in the way of the system's own only when it is loaded first.
+/// Loads the library of the mock bus before all others; only then does it replace the bus of the
+/// system.
 int main(int argc, char** argv) {
   const char* const loaded = std::getenv("LD_PRELOAD");
   const std::string library = "libumockdev-preload.so.0";

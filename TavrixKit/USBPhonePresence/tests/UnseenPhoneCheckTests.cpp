@@ -19,7 +19,7 @@ class LineLog : public Log {
   std::vector<std::string> lines;
 };
 
-/// Drives a check with a clock of its own, which calls it again when it asked for that.
+/// Drives a check with a clock of its own, and calls it again when the check requested that.
 struct UnseenPhoneCheckTest : testing::Test {
   /// Lets time pass in steps of a tenth of a second.
   void pass(std::chrono::milliseconds time) {
@@ -102,7 +102,7 @@ TEST_F(UnseenPhoneCheckTest, phoneThatComesBack_waitsFromTheBeginning) {
   tell(false, false);
   pass(1s);
   tell(true, false);
-  // The check of the first wait comes and finds the second one young.
+  // The check of the first wait runs when the second wait has just begun.
   pass(2s);
   EXPECT_EQ(checks, 1);
   EXPECT_FALSE(check.phoneOnCableButUnseen);

@@ -26,7 +26,7 @@ class TextBytes : public ByteReader {
  public:
   explicit TextBytes(std::string_view text) : text_(text) {}
   std::size_t read(std::span<char> buffer) override {
-    // Short reads are what a disk may give.
+    // A disk may return short reads.
     const std::size_t count = std::min({buffer.size(), text_.size(), std::size_t{70'001}});
     std::copy_n(text_.begin(), count, buffer.begin());
     text_.remove_prefix(count);
@@ -52,7 +52,8 @@ bool hasTool(const std::string& tool) {
   return std::system(("command -v " + tool + " > /dev/null 2>&1").c_str()) == 0;
 }
 
-/// What a reader in another language finds: name, size, CRC-32, flags, method, local time, mode.
+/// Prints the view of a reader in another language: name, size, CRC-32, flags, method, local time,
+/// mode.
 constexpr std::string_view listing = R"(
 import sys, zipfile, zlib
 with zipfile.ZipFile(sys.argv[1]) as archive:
@@ -84,7 +85,7 @@ struct ZipTest : testing::Test {
     EXPECT_EQ(writer.bytesWritten(), ZipWriter::archiveBytes(entries));
     return writer.entries();
   }
-  /// What the packing or the reading back ends with; nothing when all is well.
+  /// Returns the error of packing or reading back; nullopt if there is none.
   template <typename Work>
   static std::optional<Kind> failure(Work work) {
     try {
@@ -132,7 +133,7 @@ TEST_F(ZipTest, archive_isReadByOthersWithNamesTimesAndModes) {
                 composed +
                 "|3500000|2048|0|2023-11-15 1:13:20|100644\n"
                 "🏖️/old.jpg|1|2048|0|1980-1-1 0:0:0|100644\n");
-  // The exact moment of the extra field, whatever the zone of the machine.
+  // The exact time of the extra field, independent of the machine's time zone.
   EXPECT_TRUE(runs("cd '" + temporary.path() + "' && unzip -o -q a.zip && stat -c %Y '" + composed +
                    "' 2026-05-20/IMG_0001.HEIC"));
   EXPECT_EQ(out(), "1700000001\n1779278400\n");
@@ -183,7 +184,7 @@ TEST_F(ZipTest, filesBeyondFourGigabytes_areWholeAndWhatFollowsToo) {
 }
 
 TEST_F(ZipTest, sizesAroundTheLimits_needTheRecordsThatTheyNeed) {
-  // Four sizes around 2^32 - 1, counted without writing them: header, directory and end.
+  // Sizes around 2^32 - 1, counted without writing them: header, directory and end.
   const auto overhead = [](std::uint64_t size) {
     return ZipWriter::archiveBytes({{"a", size, Instant{}}}) - size;
   };
@@ -279,7 +280,7 @@ TEST_F(ZipTest, fullDisk_isTheDisksFailure) {
     if (operation == FileOperation::write && ++writes > limit)
       throw FileError{operation, path, ENOSPC};
   };
-  // Header and content of each, the CRC of the second, and the directory.
+  // Header and content of each entry, the CRC of the second, and the directory.
   for (; limit < 7; ++limit) {
     writes = 0;
     EXPECT_THROW(pack({{"a", "x"}, {"b", manyBytes(1'500'000)}}), FileError) << limit;

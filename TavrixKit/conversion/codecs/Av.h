@@ -1,6 +1,6 @@
 #pragma once
 
-// FFmpeg's libraries, with owners for what they allocate and with our failures.
+// FFmpeg's libraries, with owners for their allocations and with this program's errors.
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -35,22 +35,22 @@ Frame makeFrame();
 Packet makePacket();
 Codec makeCodec(const AVCodec* codec);
 
-/// Gives back a result that is no failure; throws ConversionError for one that is, of the kind
-/// given unless memory ran out.
+/// Returns the result if it is no error. Otherwise throws std::bad_alloc if memory ran out, and
+/// ConversionError of the given kind for all other errors.
 int check(int result, ConversionFailure failure);
-/// Whether a codec or filter wants input, or has no more output: no failure.
+/// Returns true if a codec or filter needs more input or has no more output, which is no error.
 bool isDrained(int result);
 
-/// Hands a decoder a packet (null at the end) and gives out what it has decoded by then, each in
-/// `frame`. Throws ConversionError (damagedInput).
+/// Passes a packet to the decoder (nullptr at the end) and calls `take` for each picture or sound
+/// frame decoded so far, with the data in `frame`. Throws ConversionError (damagedInput).
 void decode(AVCodecContext& decoder, const AVPacket* packet, AVFrame& frame,
             const std::function<void()>& take);
-/// Hands an encoder a frame (null at the end) and gives out what it has encoded by then, each in
-/// `packet`. Throws ConversionError (failed).
+/// Passes a frame to the encoder (nullptr at the end) and calls `take` for each packet encoded so
+/// far, with the data in `packet`. Throws ConversionError (failed).
 void encode(AVCodecContext& encoder, const AVFrame* frame, AVPacket& packet,
             const std::function<void()>& take);
 
-/// Options by name, as the libraries take them.
+/// Options by name, in the form of the libraries.
 class Options {
  public:
   Options() = default;
@@ -65,14 +65,15 @@ class Options {
   AVDictionary* options_ = nullptr;
 };
 
-/// Threads for one codec: those of the machine, but not more memory than a phone's films are worth.
+/// Returns the number of threads for one codec: those of the machine, bounded by the memory that a
+/// phone's films justify.
 int codecThreads();
 
-/// A decoder for a stream, ready for its packets: no damage is concealed, and its pictures are
-/// bounded. Throws ConversionError where there is none.
+/// Opens a decoder for a stream, ready for its packets. It conceals no damage, and the size of its
+/// pictures is limited. Throws ConversionError if there is none.
 Codec openDecoder(const AVStream& stream, int threads);
 
-/// The decoders that are used at all, by name and separated by commas.
+/// Returns the names of all allowed decoders, separated by commas.
 const char* allowedDecoders();
 /// More pixels than any phone films.
 inline constexpr std::int64_t maxPixels = std::int64_t{8192} * 4608;

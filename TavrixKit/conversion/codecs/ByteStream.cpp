@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <new>
 
-#include "conversion/platform/Descriptors.h"
+#include "conversion/codecs/platform/Descriptors.h"
 #include "foundation/files/FileError.h"
 
 namespace tavrix::av {

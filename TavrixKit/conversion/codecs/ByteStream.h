@@ -7,8 +7,8 @@
 
 namespace tavrix::av {
 
-/// An open file as the libraries read or write it: by its descriptor, so that nothing in a film can
-/// lead to another file.
+/// An open file for the libraries to read or write. They get only its descriptor, so that nothing
+/// in a film can lead to another file.
 class ByteStream {
  public:
   enum class Purpose { reading, writing };
@@ -19,7 +19,7 @@ class ByteStream {
   ByteStream& operator=(const ByteStream&) = delete;
 
   AVIOContext* get() const { return context_; }
-  /// Throws FileError when the system refused to read or write.
+  /// Throws FileError if the system failed to read or write.
   void requireNoError() const;
 
  private:
@@ -31,7 +31,7 @@ class ByteStream {
   int descriptor_;
   Purpose purpose_;
   std::int64_t position_ = 0;
-  int error_ = 0;  ///< the system's code of the first failure
+  int error_ = 0;  ///< errno of the first failure
   AVIOContext* context_ = nullptr;
 };
 

@@ -26,7 +26,7 @@ struct NamedPrimaries {
 
 [[noreturn]] void refuse() { throw ConversionError{ConversionFailure::unsupportedColour}; }
 
-/// H.273, table 2; all of these have the white of D65.
+/// Returns the primaries of H.273, table 2; all of these have the white point D65.
 NamedPrimaries primariesOf(int code) {
   switch (code) {
     case 1:
@@ -48,7 +48,7 @@ NamedPrimaries primariesOf(int code) {
 
 Curve gammaCurve(double gamma) { return Curve{cmsBuildGamma(nullptr, gamma)}; }
 
-/// H.273, table 3.
+/// Returns the transfer curve of H.273, table 3.
 Curve curveOf(int code) {
   switch (code) {
     case 1:
@@ -89,7 +89,7 @@ std::string profileOf(const char* name, const cmsCIExyY& white, const cmsCIExyYT
   if (!cmsSaveProfileToMem(profile.get(), nullptr, &size)) refuse();
   std::string bytes(size, '\0');
   if (!cmsSaveProfileToMem(profile.get(), bytes.data(), &size)) refuse();
-  // The date of its making, so that the same picture gives the same bytes at any time.
+  // Clears the creation date, so that the same picture always gives the same bytes.
   std::fill_n(bytes.begin() + 24, 12, '\0');
   return bytes;
 }

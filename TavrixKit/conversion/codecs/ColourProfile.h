@@ -4,7 +4,7 @@
 
 namespace tavrix {
 
-/// A colour space as its code points tell it (ITU-T H.273).
+/// A colour space by its code points (ITU-T H.273).
 struct CodedColours {
   int primaries = 2;  ///< 2 for unspecified
   int transfer = 2;
@@ -12,14 +12,14 @@ struct CodedColours {
   friend bool operator==(const CodedColours&, const CodedColours&) = default;
 };
 
-/// An ICC profile for the colour space. Unspecified primaries and transfer are those of sRGB, and
-/// so are the transfers of BT.601, BT.709 and BT.2020, by which pictures are shown everywhere.
-/// Throws ConversionError with `unsupportedColour` for high dynamic range (PQ, HLG) and for what is
-/// not known.
+/// Returns an ICC profile for the colour space. Unspecified primaries and transfer are treated as
+/// those of sRGB, and so are the transfer functions of BT.601, BT.709 and BT.2020, because viewers
+/// display such pictures as sRGB. Throws ConversionError with `unsupportedColour` for high dynamic
+/// range (PQ, HLG) and for unknown code points.
 std::string profileOf(const CodedColours& colours);
 
-/// The profile of an RGB space by its white and primaries as CIE x and y and one gamma (PNG's cHRM
-/// and gAMA).
+/// An RGB space by its white point and primaries as CIE x and y and a single gamma (PNG's cHRM and
+/// gAMA).
 struct MeasuredColours {
   double whiteX = 0.3127, whiteY = 0.3290;
   double redX = 0.64, redY = 0.33;
@@ -29,7 +29,7 @@ struct MeasuredColours {
 };
 std::string profileOf(const MeasuredColours& colours);
 
-/// Whether the profile is one for pictures of so many channels, 1 grey or 3 RGB.
+/// Returns true if the profile is for pictures with this number of channels: 1 for grey, 3 for RGB.
 bool fitsChannels(const std::string& icc, int channels);
 
 }  // namespace tavrix

@@ -9,7 +9,7 @@ class CopiedTrack : public FilmTrack {
       : source_(source), writer_(writer), target_(writer.addStream(source)) {
     av::check(avcodec_parameters_copy(target_.codecpar, source.codecpar),
               ConversionFailure::failed);
-    // The mark of the codec may be another in this kind of file.
+    // The codec tag can differ between file formats.
     target_.codecpar->codec_tag = 0;
     target_.avg_frame_rate = source.avg_frame_rate;
     target_.sample_aspect_ratio = source.sample_aspect_ratio;

@@ -41,7 +41,7 @@ av::Codec openEncoder(const AVCodecParameters& pictures, const AVStream& source)
   encoder->gop_size =
       static_cast<int>(std::ceil(pictureRate(source) * PictureQuality::secondsBetweenKeys));
   encoder->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-  // As many as x264 itself takes.
+  // The default of x264.
   encoder->thread_count = av::codecThreads() * 3 / 2;
   av::Options options;
   options.set("preset", PictureQuality::preset);
@@ -58,7 +58,8 @@ class EncodedPictures : public FilmTrack {
         writer_(writer),
         target_(writer.addStream(source)),
         filter_(*source.codecpar, source.time_base),
-        // One more than there are processors: one of them always waits for another's picture.
+        // One more than there are processors: one of the threads always waits for another's
+        // picture.
         decoder_(av::openDecoder(source, av::codecThreads() + 1)),
         encoder_(openEncoder(filter_.result(), source)),
         frame_(av::makeFrame()),
@@ -104,7 +105,7 @@ class EncodedPictures : public FilmTrack {
     lastTime_ = time;
   }
 
-  /// As long as the header says that the film goes on; else as long as the others.
+  /// Returns the rest of the duration in the header, or else the usual duration of a picture.
   std::int64_t lastDuration() const {
     const std::int64_t rest = *firstTime_ + source_.duration - *lastTime_;
     if (source_.duration != AV_NOPTS_VALUE && rest > 0) return rest;
@@ -112,7 +113,7 @@ class EncodedPictures : public FilmTrack {
     return std::max<std::int64_t>(1, std::llround(usual));
   }
 
-  /// The colours are those that the film's header promised, whatever single pictures say.
+  /// Sets the colours that the film's header declares, regardless of the single picture.
   void prepare(AVFrame& frame) {
     const AVCodecParameters& pictures = *source_.codecpar;
     frame.pts = frame.best_effort_timestamp;

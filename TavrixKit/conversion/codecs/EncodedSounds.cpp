@@ -23,8 +23,8 @@ std::string nameOf(const AVChannelLayout& layout) {
   return name.data();
 }
 
-/// Between decoder and encoder: floating point, one or two channels or those of 5.1, a rate that
-/// AAC has, in portions as large as the encoder takes.
+/// The filter between decoder and encoder: converts to floating point, one or two channels or 5.1,
+/// and a sample rate of AAC, in portions of the encoder's frame size.
 class SoundFilter {
  public:
   SoundFilter(const AVCodecContext& decoder, AVRational unit) : graph_(avfilter_graph_alloc()) {

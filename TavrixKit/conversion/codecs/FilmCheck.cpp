@@ -12,7 +12,8 @@ void require(bool isRight) {
   if (!isRight) throw ConversionError{ConversionFailure::wrongResult};
 }
 
-/// Decodes pictures from where the film is: the first one or all. Gives the time of the last.
+/// Decodes pictures from the film's current position: the first one or all. Returns the time of the
+/// last.
 class Trial {
  public:
   explicit Trial(FilmSource& film)
@@ -36,7 +37,7 @@ class Trial {
   }
 
  private:
-  /// False when there was nothing more.
+  /// Returns false at the end.
   bool feed() {
     const bool isOpen = film_.next(*packet_);
     if (isOpen && packet_->stream_index != film_.picture().index) {
@@ -80,7 +81,7 @@ void requirePictures(FilmSource& film) {
   film.seek(first + stream.duration);
   const std::int64_t last = Trial{film}.lastPicture();
   const double end = static_cast<double>(last - first) * unit;
-  const double lastPictureSeconds = 1.0;  // a slow one may well stand so long
+  const double lastPictureSeconds = 1.0;  // a slow picture may be shown that long
   require(end >= film.seconds().value_or(0) - lastPictureSeconds);
 }
 
@@ -92,7 +93,7 @@ void requireFilm(int descriptor, const ExpectedFilm& expected) {
     requireHeader(film, expected);
     requirePictures(film);
   } catch (const ConversionError&) {
-    // Whatever is wrong with it, it is ours and not the source's.
+    // Any error here is one of the converted film and not of the source.
     throw ConversionError{ConversionFailure::wrongResult};
   }
 }

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "conversion/FilmHeader.h"
-#include "conversion/FilmMetadata.h"
+#include "conversion/codecs/FilmHeader.h"
+#include "conversion/codecs/FilmMetadata.h"
 #include "conversion/codecs/PictureFilter.h"
-#include "conversion/platform/DescriptorReader.h"
+#include "conversion/codecs/platform/DescriptorReader.h"
 #include "transfer/MediaConverter.h"
 
 extern "C" {
@@ -16,7 +16,7 @@ extern "C" {
 namespace tavrix {
 namespace {
 
-/// Pictures of Dolby Vision that only its own players show in the right colours.
+/// Returns true for Dolby Vision pictures that only Dolby Vision players show in the right colours.
 bool needsDolbyVision(const AVStream& pictures) {
   std::size_t bytes = 0;
   const auto* const data = av_stream_get_side_data(&pictures, AV_PKT_DATA_DOVI_CONF, &bytes);
@@ -25,7 +25,7 @@ bool needsDolbyVision(const AVStream& pictures) {
   return record.dv_bl_signal_compatibility_id == 0;
 }
 
-/// Whether pictures may stay as they are.
+/// Returns true if the pictures can be copied unchanged.
 bool canBeCarried(const FilmSource& film) {
   const AVCodecParameters& pictures = *film.picture().codecpar;
   return pictures.codec_id == AV_CODEC_ID_H264 && film.isIsoFile() && pictures.extradata_size > 0 &&
@@ -86,7 +86,7 @@ void FilmConversion::copyDate() {
     av_dict_set(&writer_.format().metadata, "creation_time", date->c_str(), 0);
 }
 
-/// Every packet goes its way; those of the pictures tell how far the film is.
+/// Passes every packet to its track; the packets of the pictures give the progress.
 void FilmConversion::carry() {
   const av::Packet packet = av::makePacket();
   while (source_.next(*packet)) {
@@ -109,7 +109,7 @@ void FilmConversion::see(const AVPacket& packet) {
 
 void FilmConversion::tell(std::int64_t time) {
   constexpr double step = 0.001;
-  constexpr int patience = 10;  // pictures: a process that tells nothing for long is taken for dead
+  constexpr int patience = 10;  // pictures; the parent kills a process that is silent for long
   const double seconds = source_.seconds().value_or(0);
   const double done = static_cast<double>(time - begin_) * av_q2d(source_.picture().time_base);
   const double fraction = seconds > 0 ? std::clamp(done / seconds, told_, 1.0) : told_;
@@ -122,7 +122,7 @@ void FilmConversion::tell(std::int64_t time) {
 std::uint64_t FilmConversion::roomForHeader() const {
   const double seconds = source_.seconds().value_or(0);
   const AVStream& picture = source_.picture();
-  // Where no index counts the pictures, more than any phone takes in that time.
+  // If no index counts the pictures, assume more than any phone films in that time.
   constexpr double picturesInSecond = 300;
   std::uint64_t pictures = static_cast<std::uint64_t>(seconds * picturesInSecond);
   if (picture.nb_frames > 0) pictures = static_cast<std::uint64_t>(picture.nb_frames);
@@ -140,7 +140,7 @@ std::uint64_t FilmConversion::roomForHeader() const {
 ExpectedFilm FilmConversion::expected() const {
   const AVRational unit = source_.picture().time_base;
   const double seen = end_ > begin_ ? static_cast<double>(end_ - begin_) * av_q2d(unit) : 0;
-  // Only the header knows how long the last picture stands; in some kinds of file it is a guess.
+  // Only the header has the duration of the last picture; in some file formats it is a guess.
   const double told = source_.seconds().value_or(seen);
   const bool isToBelieve = source_.isIsoFile() || std::abs(told - seen) <= durationTolerance;
   const double seconds = isToBelieve ? told : seen;

@@ -9,7 +9,7 @@
 
 namespace tavrix {
 
-/// One film on its way from one file into another.
+/// The conversion of one film from one file into another.
 class FilmConversion {
  public:
   FilmConversion(const ConversionFiles& files, const ConversionProgress& progress);
@@ -33,7 +33,7 @@ class FilmConversion {
   std::string userData_;                              ///< a box for the header
   std::map<int, std::unique_ptr<FilmTrack>> tracks_;  ///< by the number of the source's stream
 
-  /// Of the pictures that are shown, in their stream's unit.
+  /// The time range of the shown pictures, in their stream's unit.
   std::int64_t begin_ = INT64_MAX;
   std::int64_t end_ = INT64_MIN;
   double told_ = 0;

@@ -16,7 +16,7 @@ namespace {
 
 using av::check;
 
-/// One dictionary for every stream, as avformat_find_stream_info() takes them.
+/// One dictionary per stream, as avformat_find_stream_info() requires.
 class StreamOptions {
  public:
   explicit StreamOptions(unsigned count) : options_(count) {
@@ -68,7 +68,7 @@ void FilmSource::open() {
   const int result = avformat_open_input(&format_, nullptr, nullptr, options.get());
   bytes_.requireNoError();
   check(result, ConversionFailure::damagedInput);
-  // A stream that only turns up while reading would have no options.
+  // A stream that appears only during reading would have no options.
   if (format_->nb_streams == 0) throw ConversionError{ConversionFailure::damagedInput};
   StreamOptions streams{format_->nb_streams};
   check(avformat_find_stream_info(format_, streams.get()), ConversionFailure::damagedInput);
@@ -97,7 +97,7 @@ void FilmSource::chooseSounds() {
     stream->discard = AVDISCARD_DEFAULT;
     sounds_.push_back(stream);
   }
-  // Beside a stereo track a phone may store the same sound in a format of its maker.
+  // A phone may store the same sound beside a stereo track in a format of its own.
   if (hasSound && sounds_.empty()) throw ConversionError{ConversionFailure::unsupported};
 }
 
@@ -200,7 +200,8 @@ ShownSize squareSize(const FilmSource& film) {
   const AVCodecParameters& picture = *film.picture().codecpar;
   const AVRational aspect = picture.sample_aspect_ratio;
   std::int64_t width = picture.width;
-  // The header has 16 bits of fraction, of which the whole part counts.
+  // The header has a fixed-point number with 16 bits of fraction, of which readers use the whole
+  // part.
   if (aspect.num > 0 && aspect.den > 0)
     width = av_rescale(aspect.num, width << 16U, aspect.den) >> 16U;
   return turned(film,

@@ -11,7 +11,7 @@
 
 namespace tavrix {
 
-/// What is taken on of one film; more is no film of a phone.
+/// The limits for one film; films of phones stay below them.
 struct FilmBounds {
   static constexpr int streams = 32;
   static constexpr int sounds = 8;
@@ -19,14 +19,14 @@ struct FilmBounds {
   static constexpr std::chrono::hours duration{24};
 };
 
-/// The linear part of how a film's pictures are turned, as its header says; ISO/IEC
-/// 14496-12, 8.3.2.
+/// The linear transformation by which a film's pictures are turned, as stored in its header
+/// (ISO/IEC 14496-12, 8.3.2).
 using DisplayMatrix = std::array<std::int32_t, 9>;
 
-/// An opened film: its pictures, its sounds, and nothing else of it. Throws ConversionError.
+/// An opened film: only its pictures and sounds. Throws ConversionError.
 class FilmSource {
  public:
-  /// The descriptor stays open and is the caller's.
+  /// The caller keeps the ownership of the descriptor, which must stay open.
   explicit FilmSource(int descriptor);
   ~FilmSource();
   FilmSource(const FilmSource&) = delete;
@@ -34,26 +34,27 @@ class FilmSource {
 
   const AVFormatContext& format() const { return *format_; }
   const AVStream& picture() const { return *picture_; }
-  /// Those that can be decoded, in the film's order.
+  /// Returns the sounds that can be decoded, in the film's order.
   const std::vector<const AVStream*>& sounds() const { return sounds_; }
 
-  /// The next packet of a picture or sound; false behind the last. A film that is cut short or
-  /// broken throws, so what was read to the end is all that the header promised.
+  /// Reads the next packet of a picture or sound. Returns false after the last one. Throws if the
+  /// film is truncated or damaged, so a film that was read to the end has everything that its
+  /// header promised.
   bool next(AVPacket& packet);
-  /// Continues with the last picture at or before `time` (in its stream's units) that needs no
-  /// other.
+  /// Continues with the last keyframe at or before `time` (in its stream's units).
   void seek(std::int64_t time);
 
-  /// Of the pictures; nothing where neither header nor index say.
+  /// Returns the duration of the pictures; nullopt if neither header nor index has it.
   std::optional<double> seconds() const;
-  /// Pictures as the film's index lists them, those that no edit shows included; 0 without one.
+  /// Returns the number of pictures in the film's index, including those that no edit shows; 0
+  /// without an index.
   std::int64_t indexedPictures() const;
-  /// Whether every picture of the file is shown.
+  /// Returns true if every picture of the file is shown.
   bool showsAllPictures() const;
-  /// Whether the film is in a QuickTime or MP4 file.
+  /// Returns true if the film is in a QuickTime or MP4 file.
   bool isIsoFile() const;
   std::optional<DisplayMatrix> displayMatrix() const;
-  /// A text among the film's metadata.
+  /// Returns a text of the film's metadata; nullopt if there is none of that name.
   std::optional<std::string> tag(const char* name) const;
 
  private:
@@ -71,14 +72,14 @@ class FilmSource {
   bool hasJumped_ = false;
 };
 
-/// Width and height of a film's pictures as they are shown, turned as the matrix says.
+/// The width and height of a film's pictures as shown, turned according to the matrix.
 struct ShownSize {
   std::uint32_t width = 0;
   std::uint32_t height = 0;
   friend bool operator==(const ShownSize&, const ShownSize&) = default;
 };
 ShownSize shownSize(const FilmSource& film);
-/// The same in square pixels, as the header of an MP4 file tells it.
+/// As shownSize(), in square pixels, as in the header of an MP4 file.
 ShownSize squareSize(const FilmSource& film);
 
 }  // namespace tavrix

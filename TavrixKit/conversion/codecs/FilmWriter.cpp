@@ -19,7 +19,8 @@ FilmWriter::FilmWriter(int descriptor) : bytes_(descriptor, av::ByteStream::Purp
   av::check(avformat_alloc_output_context2(&format_, nullptr, "mp4", nullptr),
             ConversionFailure::failed);
   format_->pb = bytes_.get();
-  // No name and version of the writing program, so that the same film gives the same bytes.
+  // Leaves out the name and version of the writing program, so that the same film gives the same
+  // bytes.
   format_->flags |= AVFMT_FLAG_CUSTOM_IO | AVFMT_FLAG_BITEXACT;
 }
 
@@ -67,8 +68,8 @@ int FilmWriter::check(int result) const {
 }
 
 std::uint64_t headerBytes(std::uint64_t pictures, std::uint64_t sounds, std::uint64_t tracks) {
-  // Of every packet at most its size, a duration of its own, and a chunk of its own with an offset
-  // of 64 bits; of a picture also its shift in time and its mark that it needs no other.
+  // The maximum per packet: its size, a duration of its own, and a chunk of its own with a 64-bit
+  // offset; for a picture also its time shift and its keyframe mark.
   constexpr std::uint64_t ofSound = 4 + 8 + 12 + 8;
   constexpr std::uint64_t ofPicture = ofSound + 8 + 4;
   constexpr std::uint64_t ofTrack = 2048;

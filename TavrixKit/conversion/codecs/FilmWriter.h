@@ -9,23 +9,24 @@
 
 namespace tavrix {
 
-/// Writes a new MP4 file whose header stands in front, so that a film can be played while it comes.
-/// Throws ConversionError, and FileError when the file cannot be written.
+/// Writes a new MP4 file with its header at the front, so that the film can be played while it is
+/// being received. Throws ConversionError, and FileError if the file cannot be written.
 class FilmWriter {
  public:
-  /// The descriptor is open for writing, empty, and stays the caller's.
+  /// The descriptor must be open for writing and the file empty. The caller keeps the ownership.
   explicit FilmWriter(int descriptor);
   ~FilmWriter();
   FilmWriter(const FilmWriter&) = delete;
   FilmWriter& operator=(const FilmWriter&) = delete;
 
-  /// A new stream with the dates, language and name of the source's and its unit of time.
+  /// Adds a stream with the dates, language, name and time unit of the source's stream.
   AVStream& addStream(const AVStream& source);
-  /// Turns the pictures of a stream when they are shown.
+  /// Sets the matrix by which players turn the pictures of a stream.
   void setDisplayMatrix(AVStream& stream, const DisplayMatrix& matrix);
-  /// All streams are added and described; the header will take at most `headerBytes`.
+  /// Begins the file after all streams were added and described; the header will take at most
+  /// `headerBytes`.
   void begin(std::uint64_t headerBytes);
-  /// Takes a packet with times in `unit`.
+  /// Writes a packet whose times are in `unit`. Takes the packet over.
   void write(AVPacket& packet, const AVStream& stream, AVRational unit);
   void finish();
 
@@ -38,8 +39,8 @@ class FilmWriter {
   AVFormatContext* format_ = nullptr;
 };
 
-/// What the header of a film takes at most, in bytes: `pictures` and `sounds` are the packets of
-/// each kind, `tracks` the streams.
+/// Returns an upper bound of a film header's size, in bytes. `pictures` and `sounds` are the
+/// numbers of packets of each kind, `tracks` is the number of streams.
 std::uint64_t headerBytes(std::uint64_t pictures, std::uint64_t sounds, std::uint64_t tracks);
 
 }  // namespace tavrix

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "conversion/HeifReferences.h"
-#include "conversion/MemoryReader.h"
 #include "conversion/codecs/ColourProfile.h"
 #include "conversion/codecs/DecodedStill.h"
+#include "conversion/codecs/HeifReferences.h"
 #include "conversion/codecs/HevcPlugin.h"
 #include "conversion/codecs/TiledStill.h"
-#include "device/HeifItems.h"
+#include "device/metadata/HeifItems.h"
+#include "device/metadata/MemoryReader.h"
 #include "transfer/MediaConverter.h"
 
 namespace tavrix {
@@ -62,7 +62,8 @@ std::string iccOf(const Handle& handle) {
                                 static_cast<int>(nclx->transfer_characteristics)});
 }
 
-/// Whether luma and chroma are those of JPEG. Files without a word on it are read so everywhere.
+/// Returns true if luma and chroma are encoded as in JPEG. All readers assume so if the file does
+/// not declare it.
 bool hasJpegMatrix(const heif_color_profile_nclx* nclx) {
   if (nclx == nullptr) return true;
   const int matrix = nclx->matrix_coefficients;
@@ -92,7 +93,8 @@ class HeifRows : public PixelRows {
   int stride_ = 0;
 };
 
-/// Rows of a picture whose red, green and blue lie apart, as the library gives those made of tiles.
+/// Rows of a picture with separate red, green and blue planes, the form in which the library
+/// returns tiled pictures.
 class PlanarRows : public PixelRows {
  public:
   explicit PlanarRows(const Image& image)
@@ -177,8 +179,8 @@ bool hasJpegMatrix(const Image& image) {
   return hasJpegMatrix(nclx.get());
 }
 
-/// Phones store a picture in tiles, which the library would turn into red, green and blue one by
-/// one; here they stay what they are. False for any other picture.
+/// Decodes the tiles in which phones store a picture. The library would convert each of them to
+/// red, green and blue; here they stay luma and chroma. Returns false for any other picture.
 bool decodeTiled(std::span<const char> source, bool isTold, DecodedStill& still) {
   const auto tiles = readHeifTiles(source);
   if (!tiles) return false;
@@ -190,7 +192,7 @@ bool decodeTiled(std::span<const char> source, bool isTold, DecodedStill& still)
   return still.planes.has_value();
 }
 
-/// Planes where JPEG can take them as they are, else rows.
+/// Decodes to planes if JPEG can store them unchanged, else to rows.
 void decodePixels(std::span<const char> source, const Handle& handle, DecodedStill& still) {
   const int bits = heif_image_handle_get_luma_bits_per_pixel(handle.get());
   const bool hasAlpha = heif_image_handle_has_alpha_channel(handle.get()) != 0;
@@ -259,8 +261,8 @@ DecodedStill decodeHeif(std::span<char> source) {
   still.isCropped = std::minmax(width, height) != std::minmax(storedWidth, storedHeight);
   still.metadata.icc = iccOf(handle);
   decodePixels(source, handle, still);
-  // The library has turned the pixels by the file's own properties; what Exif says of it is the
-  // same again (ISO/IEC 23008-12, 6.5.10).
+  // The library has turned the pixels according to the file's own properties; the orientation in
+  // Exif repeats that (ISO/IEC 23008-12, 6.5.10).
   still.orientation = 1;
   return still;
 }

@@ -3,19 +3,19 @@
 #include <algorithm>
 
 #include "conversion/codecs/DecodedStill.h"
-#include "device/Bytes.h"
+#include "device/metadata/Bytes.h"
 #include "transfer/MediaConverter.h"
 
 namespace tavrix {
 namespace {
 
-/// No picture has these bytes where they are looked for.
+/// Bytes that no picture has at the marked positions.
 constexpr std::uint8_t unwritten[8] = {0x9E, 0x37, 0x79, 0xB9, 0x7F, 0x4A, 0x7C, 0x15};
-/// The largest block that is coded for itself; a stream that breaks off leaves out some of them.
+/// The side of the largest independently coded block; a truncated stream leaves out some of them.
 constexpr int cell = 64;
 
-/// Whether a unit has bytes that none may have (ITU-T H.265, 7.4.2), as a lost sector leaves them,
-/// zeros that fill it up to a multiple of four aside.
+/// Returns true if a unit has bytes that no unit may have (ITU-T H.265, 7.4.2), for example after
+/// the loss of a sector. Zeros that pad it to a multiple of four are allowed.
 bool isBroken(std::string_view unit) {
   constexpr std::string_view twoZeros{"\0\0", 2};
   const std::size_t last = unit.find_last_not_of('\0');
@@ -50,7 +50,8 @@ int HevcDecoder::makeBuffer(AVCodecContext* decoder, AVFrame* frame, int flags) 
   return result;
 }
 
-/// One mark in each cell, off its edges, which filters reach, and one in the last corner.
+/// Puts one mark into each cell, away from its edges, which filters reach, and one into the last
+/// corner.
 void HevcDecoder::mark(const AVFrame& frame) {
   constexpr int size = sizeof unwritten;
   const auto markAt = [&](int x, int y) {
@@ -73,7 +74,7 @@ bool HevcDecoder::isWhole() const {
   });
 }
 
-/// Behind a start code each, as the decoder takes units without a configuration.
+/// Writes each unit after a start code, the form that the decoder accepts without a configuration.
 void HevcDecoder::append(std::string_view units) {
   constexpr std::string_view startCode{"\0\0\0\1", 4};
   for (ByteCursor cursor{units}; !cursor.isAtEnd();) {

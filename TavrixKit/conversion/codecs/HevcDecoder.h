@@ -8,16 +8,16 @@
 
 namespace tavrix {
 
-/// Decodes pictures of HEVC (ITU-T H.265) each of which is coded for itself, one after another. No
-/// damage that shows in the stream is concealed, and no part of a picture left out.
+/// Decodes independently coded HEVC pictures (ITU-T H.265), one after another. Conceals no damage
+/// that shows in the stream and omits no part of a picture.
 class HevcDecoder {
  public:
   HevcDecoder();
   HevcDecoder(const HevcDecoder&) = delete;
   HevcDecoder& operator=(const HevcDecoder&) = delete;
 
-  /// Both texts hold units, each behind its length in four bytes: the parameter sets, and the
-  /// picture. Gives the picture, which stays until the next call. Throws ConversionError
+  /// Both arguments have units, each after its length in four bytes: the parameter sets, and the
+  /// picture. Returns the picture, which stays valid until the next call. Throws ConversionError
   /// (damagedInput) unless there is exactly one.
   const AVFrame& decode(std::string_view parameterSets, std::string_view picture);
 
@@ -33,7 +33,7 @@ class HevcDecoder {
   av::Frame frame_;
   av::Frame received_;
   std::string stream_;
-  /// Where the picture that is being decoded bears a mark as long as nothing is decoded there.
+  /// Positions in the current picture that have a mark until something is decoded there.
   std::vector<std::uint8_t*> marks_;
 };
 

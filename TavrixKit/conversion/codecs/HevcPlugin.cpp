@@ -24,11 +24,11 @@ constexpr heif_error noMemory{heif_error_Memory_allocation_error, heif_suberror_
 constexpr heif_error unsupported{heif_error_Unsupported_feature,
                                  heif_suberror_Unsupported_color_conversion, "Unsupported picture"};
 
-void require(const heif_error& error) {
+void throwUnlessOk(const heif_error& error) {
   if (error.code != heif_error_Ok) throw heif_error{error};
 }
 
-/// Where the kinds of chroma are told apart by how often there is a value.
+/// Returns the kind of chroma according to its subsampling.
 heif_chroma chromaOf(const AVPixFmtDescriptor& format) {
   if (format.nb_components == 1) return heif_chroma_monochrome;
   if (format.log2_chroma_w == 0) return heif_chroma_444;
@@ -42,7 +42,7 @@ void copyPlane(const AVFrame& frame, const AVPixFmtDescriptor& format, int numbe
   const int width = number == 0 ? frame.width : AV_CEIL_RSHIFT(frame.width, format.log2_chroma_w);
   const int height =
       number == 0 ? frame.height : AV_CEIL_RSHIFT(frame.height, format.log2_chroma_h);
-  require(heif_image_add_plane(image, channels[number], width, height, depth));
+  throwUnlessOk(heif_image_add_plane(image, channels[number], width, height, depth));
   int stride = 0;
   std::uint8_t* const to = heif_image_get_plane(image, channels[number], &stride);
   const auto bytes = static_cast<std::size_t>(width) * (depth > 8 ? 2 : 1);
@@ -56,12 +56,12 @@ void setColours(const AVFrame& frame, heif_image* image) {
   const std::unique_ptr<heif_color_profile_nclx, void (*)(heif_color_profile_nclx*)> colours{
       heif_nclx_color_profile_alloc(), heif_nclx_color_profile_free};
   if (colours == nullptr) throw std::bad_alloc{};
-  // The numbers are those of ITU-T H.273 in both libraries.
+  // Both libraries use the numbers of ITU-T H.273.
   colours->color_primaries = static_cast<heif_color_primaries>(frame.color_primaries);
   colours->transfer_characteristics = static_cast<heif_transfer_characteristics>(frame.color_trc);
   colours->matrix_coefficients = static_cast<heif_matrix_coefficients>(frame.colorspace);
   colours->full_range_flag = frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0;
-  require(heif_image_set_nclx_color_profile(image, colours.get()));
+  throwUnlessOk(heif_image_set_nclx_color_profile(image, colours.get()));
 }
 
 heif_image* imageOf(const AVFrame& frame) {
@@ -73,19 +73,19 @@ heif_image* imageOf(const AVFrame& frame) {
     throw heif_error{unsupported};
   const bool isGrey = format->nb_components == 1;
   heif_image* image = nullptr;
-  require(heif_image_create(frame.width, frame.height,
-                            isGrey ? heif_colorspace_monochrome : heif_colorspace_YCbCr,
-                            chromaOf(*format), &image));
+  throwUnlessOk(heif_image_create(frame.width, frame.height,
+                                  isGrey ? heif_colorspace_monochrome : heif_colorspace_YCbCr,
+                                  chromaOf(*format), &image));
   std::unique_ptr<heif_image, void (*)(const heif_image*)> owner{image, heif_image_release};
   for (int i = 0; i < format->nb_components; ++i) copyPlane(frame, *format, i, image);
   setColours(frame, image);
   return owner.release();
 }
 
-/// What the library holds for one picture: the units as they come, the parameter sets first.
+/// The data that the library pushes for one picture: its units in order, the parameter sets first.
 using Units = std::string;
 
-/// Failures leave a plugin as values.
+/// Calls a function and returns its failure as a value, because a plugin must not throw.
 template <typename Function>
 heif_error guarded(Function function) noexcept {
   try {

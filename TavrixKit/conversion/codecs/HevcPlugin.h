@@ -2,8 +2,8 @@
 
 namespace tavrix {
 
-/// Has the library of HEIF decode HEVC by HevcDecoder, which conceals no damage, instead of by the
-/// decoder that comes with it. Once for a process.
+/// Makes libheif decode HEVC with HevcDecoder, which conceals no damage, instead of its own
+/// decoder. Takes effect once for the whole process.
 void useOwnHevcDecoder();
 
 }  // namespace tavrix

@@ -13,8 +13,8 @@
 namespace tavrix {
 namespace {
 
-/// The library expects its error handler not to return; unwinding through it is sound where C code
-/// carries unwind tables, as on every 64-bit platform of ours.
+/// The library expects its error handler not to return. Unwinding through it is safe if C code has
+/// unwind tables, as on all supported 64-bit platforms.
 [[noreturn]] void throwError(j_common_ptr info) {
   constexpr int outOfMemory = 56;  // JERR_OUT_OF_MEMORY
   throw ConversionError{info->err->msg_code == outOfMemory ? ConversionFailure::tooMuchMemory
@@ -22,7 +22,7 @@ namespace {
 }
 void ignoreMessage(j_common_ptr) {}
 
-/// Hands what the library has compressed to a sink, in pieces of one size.
+/// Passes the library's output to a sink, in pieces of equal size.
 struct Destination {
   jpeg_destination_mgr manager{};
   ByteSink* sink = nullptr;
@@ -117,8 +117,8 @@ void JpegEncoder::finish() { jpeg_finish_compress(&compression_->info); }
 
 namespace {
 
-/// The rows of one plane that a row of blocks takes, widened to whole blocks; what lies beyond the
-/// plane repeats its edge.
+/// The rows of one plane that a row of blocks needs, extended to whole blocks by repeating the
+/// plane's edge.
 class PlaneRows {
  public:
   PlaneRows(const YcbcrPlanes::Plane& plane, std::size_t width, std::size_t rows)

@@ -3,14 +3,14 @@
 #include <functional>
 #include <memory>
 
-#include "conversion/ByteSink.h"
-#include "conversion/StillMetadata.h"
+#include "conversion/codecs/ByteSink.h"
 #include "conversion/codecs/DecodedStill.h"
+#include "conversion/codecs/StillMetadata.h"
 
 namespace tavrix {
 
-/// Writes one JPEG file (ITU-T T.81, baseline) as its rows come. Throws ConversionError, and what
-/// the sink throws.
+/// Writes one JPEG file (ITU-T T.81, baseline) row by row. Throws ConversionError, and what the
+/// sink throws.
 class JpegEncoder {
  public:
   struct Format {
@@ -24,11 +24,11 @@ class JpegEncoder {
   explicit JpegEncoder(ByteSink& sink);
   ~JpegEncoder();
 
-  /// Rows follow by write(), from the top on, then finish().
+  /// Begins a file. Call write() for each row from the top, then finish().
   void begin(const Format& format, const StillMetadata& metadata);
   void write(const std::uint8_t* row);
   void finish();
-  /// The whole picture at once, its chroma stored as it is sampled.
+  /// Writes a whole picture at once, keeping the sampling of its chroma.
   void writePlanes(const YcbcrPlanes& planes, int quality, const StillMetadata& metadata,
                    const std::function<void(double)>& progress);
 
@@ -37,7 +37,7 @@ class JpegEncoder {
   std::unique_ptr<Compression> compression_;
 };
 
-/// libjpeg's quality for one of 0 to 1: its hundredfold, at least 1.
+/// Returns libjpeg's quality for a quality of 0 to 1: 100 times the value, at least 1.
 int jpegQualityOf(double quality);
 
 }  // namespace tavrix

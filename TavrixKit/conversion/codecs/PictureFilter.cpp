@@ -15,13 +15,13 @@ namespace {
 
 using av::check;
 
-/// ITU-R BT.2408: the brightness of white paper under a high dynamic range, which becomes the white
-/// of the standard one, and the nominal peak; in candela per square metre.
+/// From ITU-R BT.2408, in candela per square metre: the luminance of white paper in high dynamic
+/// range, which becomes the white of the standard range, and the nominal peak.
 constexpr int whiteLuminance = 203;
 constexpr int peakLuminance = 1000;
 
-/// Linear light with paper white at 1, the colours of BT.709, what is brighter than the knee drawn
-/// in under 1, and back.
+/// Converts to linear light with paper white at 1 and the colours of BT.709, compresses values
+/// above the knee to below 1, and converts back.
 std::string toneMapping(const AVCodecParameters& pictures) {
   const char* const transfer =
       pictures.color_trc == AVCOL_TRC_SMPTE2084 ? "smpte2084" : "arib-std-b67";
@@ -39,12 +39,12 @@ std::string filtersFor(const AVCodecParameters& pictures) {
   const AVPixFmtDescriptor* const format =
       av_pix_fmt_desc_get(static_cast<AVPixelFormat>(pictures.format));
   const bool isYuv = (format->flags & AV_PIX_FMT_FLAG_RGB) == 0 && format->nb_components >= 3;
-  // Dithered, for the sky is to have no steps.
+  // Dithered, so that a smooth sky shows no steps.
   if (isYuv && format->comp[0].depth > 8) return "zscale=d=ordered,format=yuv420p";
   return "format=yuv420p";
 }
 
-/// As FFmpeg's command line names what a decoder gives.
+/// Describes the decoder's output in the syntax of FFmpeg's command line.
 std::string describe(const AVCodecParameters& pictures, AVRational unit) {
   const AVRational aspect = pictures.sample_aspect_ratio;
   return fmt::format("video_size={}x{}:pix_fmt={}:time_base={}/{}:pixel_aspect={}/{}",

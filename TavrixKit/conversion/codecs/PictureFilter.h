@@ -6,20 +6,21 @@
 
 namespace tavrix {
 
-/// What is between decoder and encoder of a film's pictures: 8 bits, colour at half the resolution,
-/// and for a high dynamic range the standard one in its place.
+/// Processes a film's pictures between decoder and encoder: converts them to 8 bits with chroma at
+/// half the resolution, and high dynamic range to the standard one.
 class PictureFilter {
  public:
-  /// `pictures` describes what the decoder gives, `unit` is the unit of its times. Throws
+  /// `pictures` describes the decoder's output, `unit` is the unit of its times. Throws
   /// ConversionError for colours that would not survive.
   PictureFilter(const AVCodecParameters& pictures, AVRational unit);
 
-  /// Takes the frame over; null at the end.
+  /// Takes the frame over; nullptr at the end.
   void push(AVFrame* frame);
-  /// The next filtered picture; false when it takes another frame, or at the end.
+  /// Returns the next filtered picture in `frame`. Returns false if the filter needs another frame,
+  /// or at the end.
   bool pull(AVFrame& frame);
 
-  /// Of the filtered pictures: size, format and colours.
+  /// Returns size, format and colours of the filtered pictures.
   const AVCodecParameters& result() const { return *result_; }
 
  private:
@@ -33,11 +34,10 @@ class PictureFilter {
   std::unique_ptr<AVCodecParameters, FreeParameters> result_;
 };
 
-/// Whether the colours are of a high dynamic range: Hybrid Log-Gamma or Perceptual Quantizer,
-/// ITU-R BT.2100.
+/// Returns true if the colours have a high dynamic range: Hybrid Log-Gamma or Perceptual Quantizer
+/// (ITU-R BT.2100).
 bool isHighDynamicRange(const AVCodecParameters& pictures);
-/// Whether the pictures are what every player of H.264 takes: 8 bits, colour at half the
-/// resolution.
+/// Returns true if every H.264 player accepts the pictures: 8 bits, chroma at half the resolution.
 bool isPlainPicture(const AVCodecParameters& pictures);
 
 }  // namespace tavrix

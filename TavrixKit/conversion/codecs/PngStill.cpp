@@ -11,14 +11,14 @@
 namespace tavrix {
 namespace {
 
-/// One reading. The library expects its error handler not to return; see JpegEncoder.
+/// The reading of one file. The library expects its error handler not to return; see JpegEncoder.
 class PngReading {
  public:
   explicit PngReading(std::span<const char> source) : rest_(source) {
     png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, this, refuse, ignore);
     info_ = png_ == nullptr ? nullptr : png_create_info_struct(png_);
     if (info_ == nullptr) throw std::bad_alloc{};
-    // The size is judged when it is known, for a picture too large is not a damaged one.
+    // The size is checked once it is known, because a picture that is too large is not damaged.
     png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_set_chunk_malloc_max(png_, StillLimits::maxMetadata);
     png_set_read_fn(png_, this, read);
@@ -48,7 +48,7 @@ class PngReading {
   png_infop info_ = nullptr;
 };
 
-/// Rows as they are decompressed; of an interlaced picture all of them at first.
+/// Rows as they are decompressed; an interlaced picture is decompressed as a whole first.
 class PngRows : public PixelRows {
  public:
   explicit PngRows(std::shared_ptr<PngReading> reading) : reading_(std::move(reading)) {
@@ -72,7 +72,7 @@ class PngRows : public PixelRows {
   const std::byte* row(std::uint32_t y) override {
     if (anyOrder) return buffer_.data() + y * rowBytes_;
     png_read_row(reading_->png(), at(0), nullptr);
-    // What follows the pixels must be there too, or the file was cut short.
+    // The data after the pixels must be present, too; otherwise the file is truncated.
     if (y + 1 == height) png_read_end(reading_->png(), nullptr);
     return buffer_.data();
   }
@@ -127,7 +127,7 @@ StillMetadata metadataOf(const PngReading& reading) {
   return metadata;
 }
 
-/// Whether the file holds an animation: a chunk "acTL" before the first of the picture's data.
+/// Returns true if the file has an animation: a chunk "acTL" before the first image data.
 bool isAnimated(std::span<const char> source) {
   constexpr std::size_t signature = 8;
   constexpr std::size_t around = 12;  // a chunk's length, type and checksum

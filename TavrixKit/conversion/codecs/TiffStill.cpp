@@ -4,15 +4,15 @@
 #include <bit>
 #include <cstring>
 
-#include "conversion/TiffExif.h"
 #include "conversion/codecs/ColourProfile.h"
 #include "conversion/codecs/DecodedStill.h"
+#include "conversion/codecs/TiffExif.h"
 #include "transfer/MediaConverter.h"
 
 namespace tavrix {
 namespace {
 
-/// The file in memory as the library wants to see it.
+/// The file in memory, in the form that the library requires.
 struct TiffSource {
   std::span<const char> bytes;
   toff_t at = 0;
@@ -65,7 +65,8 @@ struct OpenTiff {
     if (count > StillLimits::maxMetadata) throw ConversionError{ConversionFailure::tooLarge};
     return {static_cast<const char*>(value), count};
   }
-  /// What the values beyond the colours mean; EXTRASAMPLE_UNSPECIFIED when there are none.
+  /// Returns the meaning of the values beyond the colours; EXTRASAMPLE_UNSPECIFIED if there are
+  /// none.
   std::uint16_t extraSample() const {
     std::uint16_t count = 0;
     const std::uint16_t* kinds = nullptr;
@@ -75,7 +76,7 @@ struct OpenTiff {
 };
 using SharedTiff = std::shared_ptr<OpenTiff>;
 
-/// Rows as they lie in a file of strips.
+/// Rows of a file of strips, in their stored form.
 class ScanLines : public PixelRows {
  public:
   ScanLines(SharedTiff file, int channelCount) : file_(std::move(file)) {
@@ -94,7 +95,8 @@ class ScanLines : public PixelRows {
   std::vector<std::byte> buffer_;
 };
 
-/// The library's own reading of everything else, 8 bits and opacity, all of it at once.
+/// The library's own conversion of all other files to 8 bits and opacity, the whole picture at
+/// once.
 class Raster : public PixelRows {
  public:
   Raster(const OpenTiff& file, std::uint32_t rasterWidth, std::uint32_t rasterHeight)
@@ -106,7 +108,7 @@ class Raster : public PixelRows {
     char message[1024];
     if (TIFFRGBAImageBegin(&image, file.tiff, 1, message) != 1)
       throw ConversionError{ConversionFailure::unsupported};
-    // Turning is done for all formats alike.
+    // The orientation is applied later, in the same way for all formats.
     image.orientation = image.req_orientation = ORIENTATION_TOPLEFT;
     const int isRead = TIFFRGBAImageGet(&image, pixels_.data(), rasterWidth, rasterHeight);
     TIFFRGBAImageEnd(&image);
@@ -126,7 +128,7 @@ class Raster : public PixelRows {
   std::vector<std::byte> row_;
 };
 
-/// The number of values of one pixel, when rows can be taken as they lie.
+/// Returns the number of values per pixel if rows can be used in their stored form; else nullopt.
 std::optional<int> plainChannels(const OpenTiff& file) {
   const int samples = file.number(TIFFTAG_SAMPLESPERPIXEL);
   const int bits = file.number(TIFFTAG_BITSPERSAMPLE);

@@ -9,7 +9,7 @@
 namespace tavrix {
 namespace {
 
-/// Whether tiles can be put together plane by plane: chroma has one value for four pixels.
+/// Returns true if tiles can be joined plane by plane: chroma has one value for four pixels.
 bool isEven(const HeifTiles& picture) {
   return (picture.width | picture.height | picture.tileWidth | picture.tileHeight) % 2 == 0;
 }
@@ -28,7 +28,7 @@ bool isOfSize(const AVFrame& tile, const HeifTiles& picture) {
          tile.height == static_cast<int>(picture.tileHeight);
 }
 
-/// One plane of the whole picture, which takes the tiles' as they come and turns them.
+/// One plane of the whole picture, which receives the tiles' planes one by one and turns them.
 class TurnedPlane {
  public:
   TurnedPlane(std::uint32_t width, std::uint32_t height, int quarterTurns)
@@ -42,8 +42,8 @@ class TurnedPlane {
     return {bytes_.data(), stride(), isLying ? height_ : width_, isLying ? width_ : height_};
   }
 
-  /// The tile's upper left corner stands at that place of the picture as it is stored; what sticks
-  /// out is left away.
+  /// Puts the tile's upper left corner at that position of the picture as stored. Parts beyond the
+  /// picture are left out.
   void put(const std::uint8_t* tile, std::size_t tileStride, std::uint32_t left, std::uint32_t top,
            std::uint32_t tileWidth, std::uint32_t tileHeight) {
     const std::uint32_t width = std::min(tileWidth, width_ - left);
@@ -57,7 +57,7 @@ class TurnedPlane {
   }
 
  private:
-  /// So large that its lines and those that it goes to are at hand together.
+  /// Sized so that the source lines and target lines of a block fit into the cache together.
   static constexpr std::uint32_t block = 32;
 
   std::size_t stride() const { return quarterTurns_ % 2 != 0 ? height_ : width_; }
@@ -65,7 +65,7 @@ class TurnedPlane {
   void putBlock(const std::uint8_t* from, std::size_t fromStride, std::uint32_t left,
                 std::uint32_t top, std::uint32_t width, std::uint32_t height) {
     const auto step = static_cast<std::ptrdiff_t>(stride());
-    // Where the block's first pixel goes, and how far its next column and its next row are there.
+    // Finds the target of the block's first pixel and the target steps to its next column and row.
     std::uint8_t* const to = bytes_.data();
     switch (quarterTurns_) {
       case 0:

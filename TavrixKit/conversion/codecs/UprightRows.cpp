@@ -10,7 +10,7 @@ std::size_t pixelBytes(const PixelRows& rows) {
   return static_cast<std::size_t>(rows.channels) * (rows.bits > 8 ? 2 : 1);
 }
 
-/// All rows in memory.
+/// Keeps all rows in memory.
 class KeptRows : public PixelRows {
  public:
   explicit KeptRows(PixelRows& rows) : PixelRows(rows) {
@@ -27,8 +27,8 @@ class KeptRows : public PixelRows {
   std::vector<std::byte> bytes_;
 };
 
-/// Rows of a turned or mirrored picture, a few at once: what is one column there is touched once
-/// for all of them.
+/// Rows of a turned or mirrored picture, several at a time: a column of these rows is one row of
+/// the source, which is then read once for all of them.
 class TurnedRows : public PixelRows {
  public:
   TurnedRows(std::unique_ptr<PixelRows> rows, int orientation)
@@ -58,7 +58,7 @@ class TurnedRows : public PixelRows {
     }
     return buffer_.data();
   }
-  /// Column `x` of the result is a row of the source, its row `y` a column there.
+  /// Column `x` of the result is a row of the source, and row `y` of the result is a column there.
   void gather(std::uint32_t top) {
     const std::uint32_t count = std::min(rowsAtOnce, height - top);
     for (std::uint32_t x = 0; x < width; ++x) {
@@ -79,7 +79,7 @@ class TurnedRows : public PixelRows {
   std::vector<std::byte> buffer_;
 };
 
-/// Bayer's matrix of thresholds, 0 to 63.
+/// Bayer's threshold matrix, 0 to 63.
 constexpr std::uint8_t thresholds[8][8] = {
     {0, 32, 8, 40, 2, 34, 10, 42},  {48, 16, 56, 24, 50, 18, 58, 26},
     {12, 44, 4, 36, 14, 46, 6, 38}, {60, 28, 52, 20, 62, 30, 54, 22},
@@ -112,7 +112,7 @@ void JpegRow::convert(const Value* from, std::uint32_t y) {
   std::uint8_t* to = row_.data();
   for (std::uint32_t x = 0; x < width_; ++x, from += inputChannels_) {
     const std::uint32_t alpha = hasAlpha ? std::min<std::uint32_t>(from[channels_], white_) : 0;
-    // Half a step where nothing is to be dithered.
+    // Half a step, for rounding, if no dithering is needed.
     const std::uint64_t threshold = isDeep_ ? 2U * thresholds[y % 8][x % 8] + 1 : 64U;
     for (int c = 0; c < channels_; ++c) {
       std::uint64_t value = std::min<std::uint32_t>(from[c], white_);

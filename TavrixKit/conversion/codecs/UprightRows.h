@@ -6,12 +6,12 @@
 
 namespace tavrix {
 
-/// The rows turned upright by an orientation of Exif, 1 to 8; rows that come in order only are kept
-/// in memory for that.
+/// Returns the rows turned upright according to an Exif orientation, 1 to 8. Rows that can only be
+/// read in order are kept in memory if necessary.
 std::unique_ptr<PixelRows> uprightRows(std::unique_ptr<PixelRows> rows, int orientation);
 
-/// One row as JPEG takes it: 8 bits, 1 or 3 values for a pixel, transparency laid on white. More
-/// bits are brought down by ordered dithering, so that a smooth sky stays smooth.
+/// Converts one row to the form of JPEG: 8 bits, 1 or 3 values per pixel, transparency blended with
+/// white. Deeper values are reduced by ordered dithering, so that a smooth sky stays smooth.
 class JpegRow {
  public:
   explicit JpegRow(const PixelRows& rows);
@@ -25,9 +25,9 @@ class JpegRow {
   std::uint32_t width_;
   int inputChannels_;
   int channels_;
-  std::uint32_t white_;  ///< the greatest value
+  std::uint32_t white_;  ///< the maximum value
   bool isPremultiplied_;
-  bool isPlain_;  ///< the rows are already what is wanted
+  bool isPlain_;  ///< the rows already have the required form
   bool isDeep_;
   std::vector<std::uint8_t> row_;
 };

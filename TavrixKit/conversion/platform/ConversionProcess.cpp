@@ -21,23 +21,23 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-/// How often a stop is looked for.
+/// The interval between two checks for a stop request.
 constexpr auto pause = 50ms;
 
 [[noreturn]] void fail(ConversionFailure failure = ConversionFailure::failed) {
   throw ConversionError{failure};
 }
 
-/// A copy of a descriptor out of the way of those that the process gets.
+/// Duplicates a descriptor to a number above those that the process gets.
 FileDescriptor aside(int descriptor) {
   FileDescriptor copy{::fcntl(descriptor, F_DUPFD_CLOEXEC, 16)};
   if (!copy.isOpen()) fail();
   return copy;
 }
 
-/// What the process begins with: three descriptors of its own, nothing of ours besides, every
-/// signal as usual, and a group of its own, so that an interrupt from the terminal is ours to pass
-/// on.
+/// The start conditions of the process: descriptors 3 to 5 and no others of the parent, default
+/// signal handling, and a process group of its own. An interrupt from the terminal thus reaches
+/// only the parent, which passes it on.
 class SpawnSetup {
  public:
   SpawnSetup(const FileDescriptor& source, const FileDescriptor& result,
@@ -79,7 +79,6 @@ std::vector<std::string> argumentsOf(const std::string& program,
                                      const ConversionLimits& limits) {
   const auto* const jpeg = std::get_if<planned_conversion::Jpeg>(&conversion);
   return {program,
-          ConversionProcess::argument,
           std::string{textOf(conversion)},
           std::to_string(jpeg == nullptr ? 0.0 : jpeg->quality),
           std::to_string(limits.memoryBytes),
@@ -87,7 +86,7 @@ std::vector<std::string> argumentsOf(const std::string& program,
           std::to_string(limits.resultBytes)};
 }
 
-/// A process that is at work; one that is not waited for is ended.
+/// A running process. The destructor kills it unless wait() has returned.
 class Child {
  public:
   Child(const std::string& program, const PlannedConversion& conversion,
@@ -117,7 +116,8 @@ class Child {
   Child& operator=(const Child&) = delete;
 
   int report() const { return report_.number(); }
-  /// How it ended, as waitpid tells it. One that has nothing more to tell and stays is ended.
+  /// Returns the status from waitpid(). Kills a process that does not end within a second after its
+  /// report.
   int wait() {
     const auto patience = Clock::now() + 1s;
     int status = 0;
@@ -143,7 +143,7 @@ class Child {
   pid_t id_ = -1;
 };
 
-/// Reads what the process tells until it has closed the pipe.
+/// Reads the reports of the process until it closes the pipe.
 void listen(const Child& child, ConversionReport::Reader& reader, const ConversionLimits& limits,
             const ConversionProgress& progress, const std::stop_token& stop) {
   auto lastSign = Clock::now();
@@ -171,7 +171,7 @@ ConversionFailure failureOf(int status) {
     case SIGTERM:
     case SIGINT:
     case SIGHUP:
-      // From outside: by somebody, or by a system that is short of memory.
+      // Sent from outside: by the user, or by a system that is short of memory.
       return ConversionFailure::failed;
     default:
       return ConversionFailure::crashed;

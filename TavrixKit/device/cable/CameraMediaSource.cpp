@@ -1,4 +1,4 @@
-#include "device/CameraMediaSource.h"
+#include "device/cable/CameraMediaSource.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -16,7 +16,7 @@ SourceError sourceError(const FileError& error, const std::string& name) {
   return {kind, name, error.code()};
 }
 
-/// Calls `work` and names its failure as one of the source.
+/// Calls `work` and converts its FileError to a SourceError of the file `name`.
 template <typename Work>
 auto asSource(const std::string& name, const Work& work) {
   try {
@@ -30,8 +30,8 @@ auto asSource(const std::string& name, const Work& work) {
 
 void CameraMediaSource::deliver(PhoneFile& file, Progress& progress,
                                 DownloadDestination& destination) {
-  // A block goes on only when a later call was answered: an answer that the phone broke off may
-  // look whole.
+  // A block is delivered only after a later call was answered, because an answer that the phone
+  // broke off may look complete.
   std::span<const char> held;
   const auto release = [&] {
     destination.append(std::as_bytes(held));
@@ -80,7 +80,7 @@ void CameraMediaSource::download(const MediaAsset& asset, DownloadDestination& d
       files_.reset();
       const bool isStopped = error.kind() == PhoneError::Kind::stopped;
       if (!isStopped && setup_.awaitPhone && setup_.awaitPhone(error.kind())) continue;
-      // Whoever does not want to wait any longer may have a reason of their own to end.
+      // Lets the destination end with an error of its own instead, if it has one.
       destination.append({});
       throw SourceError{SourceError::Kind::disconnected, progress.name};
     }

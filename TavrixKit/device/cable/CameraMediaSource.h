@@ -8,25 +8,25 @@
 #include <string>
 #include <vector>
 
-#include "device/OddPaths.h"
-#include "device/Phones.h"
+#include "device/cable/Phones.h"
+#include "device/metadata/OddPaths.h"
 #include "media/MediaSource.h"
 
 namespace tavrix {
 
-/// Reads the files of a phone on the cable by the ids of their catalogue. When the phone
-/// leaves in the middle of a file and comes back, the file goes on where it was.
+/// Reads the files of a phone on the cable by the ids of their catalogue. If the phone leaves in
+/// the middle of a file and comes back, reading continues where it stopped.
 class CameraMediaSource : public MediaSource {
  public:
   struct Setup {
     PhoneBrowser& browser;
     std::string deviceID;
-    /// Called when there is no way to the phone; waits for it and gives whether it is worth trying
-    /// again. Without one, its file fails.
+    /// Called if the phone cannot be reached. Waits for the phone and returns true if it is worth
+    /// trying again. If it is empty or returns false, the file fails.
     std::function<bool(PhoneError::Kind)> awaitPhone{};
-    /// When it is asked for, a call that waits for the phone ends.
+    /// When a stop is requested, a call that waits for the phone ends.
     std::stop_token stop{};
-    OddPaths oddPaths{};  ///< those of its catalogue
+    OddPaths oddPaths{};  ///< those of the catalogue of the phone
   };
 
   explicit CameraMediaSource(Setup setup) : setup_(std::move(setup)) {}
@@ -37,7 +37,7 @@ class CameraMediaSource : public MediaSource {
   struct Progress {
     std::string path;
     std::string name;
-    std::optional<FileStatus> status;  ///< as the phone told it first
+    std::optional<FileStatus> status;  ///< as the phone first reported it
     std::uint64_t delivered = 0;       ///< bytes
   };
   void goOn(Progress& progress, DownloadDestination& destination);

@@ -6,22 +6,23 @@
 #include <variant>
 #include <vector>
 
-#include "device/FolderCatalogue.h"
-#include "device/Phones.h"
+#include "device/cable/Phones.h"
+#include "device/folders/FolderCatalogue.h"
 #include "foundation/Shared.h"
 #include "media/MediaAsset.h"
 
 namespace tavrix {
 
-/// How far the phone on the cable is on its way to a catalogue. Reasons are values; the words for
-/// them are the program's. A phone that tells no name is called by its identifier.
+/// The progress of the phone on the cable towards a catalogue. Reasons are values; the program
+/// chooses the words for them. A phone without a name is called "iPhone".
 struct DeviceState {
-  /// It is to be unlocked.
+  /// The user must unlock the phone.
   struct Locked {
     std::string deviceName;
     friend bool operator==(const Locked&, const Locked&) = default;
   };
-  /// It is there and about to be read, or its question whether to trust this computer stands open.
+  /// The phone is present and about to be read, or waits for an answer to its question whether to
+  /// trust this computer.
   struct Connecting {
     std::string deviceName;
     bool awaitsTrust = false;
@@ -31,7 +32,7 @@ struct DeviceState {
   struct Enumerating {
     std::string deviceName;
     std::uint64_t itemsFound = 0;
-    /// What the same phone had the last time, to show `itemsFound` against.
+    /// The number of items that the same phone had the last time, for comparison with `itemsFound`.
     std::optional<std::uint64_t> itemsExpected;
     friend bool operator==(const Enumerating&, const Enumerating&) = default;
   };
@@ -40,11 +41,11 @@ struct DeviceState {
     MetadataPass::Progress status;
     friend bool operator==(const ReadingMetadata&, const ReadingMetadata&) = default;
   };
-  /// Reading ended before its end; what was read lies in the cache.
+  /// Reading ended early; what was read is in the cache.
   struct Stopped {
     enum class Reason {
-      asked,      ///< the person wanted it so; nothing happens until it is started again
-      phoneLeft,  ///< reading begins again when the phone is back
+      asked,      ///< the user stopped it; nothing happens until it is started again
+      phoneLeft,  ///< reading starts again when the phone is back
     };
     std::string deviceName;
     MetadataPass::Progress status;
@@ -55,22 +56,22 @@ struct DeviceState {
     std::string deviceName;
     std::vector<MediaAsset> assets;
     PhoneOnCable phone;
-    /// Its items are what the assets were made of, in their order.
+    /// The catalogue from whose items the assets were made, in the same order.
     Shared<FolderCatalogue> catalogue;
     friend bool operator==(const Ready&, const Ready&) = default;
   };
-  /// There is no way to the phone, or to any.
+  /// The phone cannot be reached, or no phone can.
   struct Failed {
     enum class Reason {
-      noService,      ///< what hands phones over does not answer
-      trustDenied,    ///< it is to be plugged in anew
+      noService,      ///< the service that provides phones does not answer
+      trustDenied,    ///< the phone must be plugged in again
       unreachable,    ///< it does not answer as phones do
       silent,         ///< it does not answer at all
-      folderRefused,  ///< it does not let its pictures be listed; tried again when asked or plugged
-                      ///< in anew
+      folderRefused,  ///< it refuses to list its pictures; tried again on request or when it is
+                      ///< plugged in again
     };
     Reason reason = Reason::noService;
-    std::string deviceName;  ///< empty without a phone
+    std::string deviceName;  ///< empty if there is no phone
     friend bool operator==(const Failed&, const Failed&) = default;
   };
   /// There is no phone.

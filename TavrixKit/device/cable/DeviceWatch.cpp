@@ -1,4 +1,4 @@
-#include "device/DeviceWatch.h"
+#include "device/cable/DeviceWatch.h"
 
 #include <algorithm>
 #include <utility>
@@ -8,7 +8,7 @@ namespace {
 
 using State = DeviceState;
 
-/// Takes one event.
+/// Applies one event.
 class Step {
  public:
   Step(DeviceWatch watch, const std::string& wanted, std::optional<std::uint64_t> expected)
@@ -41,7 +41,7 @@ class Step {
     next_.orders.endReading = watch().isReading;
     watch().isReading = false;
   }
-  /// How far the reading is, for those who are told that it stopped.
+  /// Ends the reading; the new state reports how far it got.
   void stopBecause(State::Stopped::Reason reason) {
     MetadataPass::Progress status;
     if (const auto* reading = watch().state.as<State::ReadingMetadata>()) status = reading->status;
@@ -55,7 +55,7 @@ class Step {
   bool isWanted(const PhoneOnCable& phone) const {
     return wanted_.empty() || phone.deviceID == wanted_ || phone.serialNumber == wanted_;
   }
-  /// The phone that stays, or the first that may take its place.
+  /// Returns the phone that stays, or the first that may take its place; nullptr if there is none.
   const PhoneOnCable* choose(const std::vector<PhoneOnCable>& phones) {
     const auto find = [&](const auto& matches) {
       const auto found = std::find_if(phones.begin(), phones.end(), matches);
@@ -84,12 +84,12 @@ class Step {
       return watch().phone && each.deviceID == watch().phone->deviceID;
     });
     watch().others = std::move(phones);
-    // Whoever waited for a service has one now.
+    // The service answers, so a failure is over.
     if (chosen == nullptr && watch().state.is<State::Failed>()) become(State::Waiting{});
   }
 
   void onNoService() {
-    // A reading that is under way finds out by itself.
+    // A reading in progress will notice this itself.
     if (watch().isReading) return;
     watch().phone.reset();
     watch().others.clear();
@@ -110,7 +110,7 @@ class Step {
   void onPhone(const PhoneOnCable& phone, bool stays) {
     const auto knownName = stays ? watch().phone->name : std::nullopt;
     watch().phone = phone;
-    // Who does not answer tells no name either.
+    // A phone that does not answer gives no name either.
     if (!phone.name) watch().phone->name = knownName;
     if (watch().isReading || (stays && isSettled())) return;
     if (phone.state == PhoneState::ready) {
@@ -119,7 +119,7 @@ class Step {
       show(phone.state);
     }
   }
-  /// Whether only the person, or the phone's leaving, changes the state.
+  /// Returns true if only the user or the departure of the phone changes the state.
   bool isSettled() {
     const State& state = watch().state;
     const auto* const stopped = state.as<State::Stopped>();
@@ -129,7 +129,7 @@ class Step {
            (failed != nullptr && failed->reason == State::Failed::Reason::folderRefused);
   }
 
-  /// What a phone tells that cannot be read.
+  /// Shows the state of a phone that cannot be read.
   void show(PhoneState state) {
     using Reason = State::Failed::Reason;
     switch (state) {
@@ -147,7 +147,8 @@ class Step {
         return showUnreachable();
     }
   }
-  /// A phone that has just been plugged in needs a moment before it answers.
+  /// Reports a failure only the second time, because a phone that has just been plugged in needs a
+  /// moment before it answers.
   void showUnreachable() {
     const State& state = watch().state;
     const bool hadItsMoment = state.is<State::Connecting>() || state.is<State::Failed>();
@@ -182,7 +183,7 @@ class Step {
         event.kind == PhoneError::Kind::gone || event.kind == PhoneError::Kind::noService;
     if (isGone) {
       stopBecause(State::Stopped::Reason::phoneLeft);
-      next_.orders.endReading = false;  // it has ended
+      next_.orders.endReading = false;  // it has already ended
     } else {
       watch().isReading = false;
       show(stateOf(event.kind));

@@ -6,22 +6,22 @@
 #include <variant>
 #include <vector>
 
-#include "device/DeviceState.h"
+#include "device/cable/DeviceState.h"
 
 namespace tavrix {
 
-/// What a look at the cable found.
+/// The result of a scan of the cable.
 struct CableView {
-  bool hasService = true;  ///< false: nobody hands phones over
+  bool hasService = true;  ///< false if no service provides phones
   std::vector<PhoneOnCable> phones;
 
   friend bool operator==(const CableView&, const CableView&) = default;
 };
 
-/// The rules by which the state of the device watcher follows what happens: a value, and each event
-/// gives the next one. The phone that came first stays the one that is read until it leaves; the
-/// rest are the others. Every reading has a number, and what a reading that is over still tells
-/// counts for nothing.
+/// The rules by which the state of the device watcher follows events. A watch is a value, and each
+/// event yields the next value. The phone that came first stays the one that is read until it
+/// leaves; all other phones are in `others`. Every reading has a number; events from a reading that
+/// is over are ignored.
 struct DeviceWatch {
   struct CableSeen {
     CableView cable;
@@ -39,7 +39,7 @@ struct DeviceWatch {
     std::vector<MediaAsset> assets;
     Shared<FolderCatalogue> catalogue;
   };
-  /// The phone refused to have its folder of pictures listed.
+  /// The phone refused to list its folder of pictures.
   struct FolderRefused {
     std::uint64_t reading = 0;
   };
@@ -47,19 +47,19 @@ struct DeviceWatch {
     std::uint64_t reading = 0;
     PhoneError::Kind kind = PhoneError::Kind::gone;
   };
-  /// Copying found that there is no way to the phone that was ready.
+  /// Copying could not reach the phone that was ready.
   struct PhoneLost {};
   struct StopAsked {};
-  /// Reading that was stopped, or failed, shall begin anew.
+  /// A reading that was stopped or failed must start again.
   struct StartAsked {};
   using Event = std::variant<CableSeen, ItemsFound, MetadataRead, ReadingDone, FolderRefused,
                              ReadingLost, PhoneLost, StopAsked, StartAsked>;
 
-  /// What is to be done about an event.
+  /// The actions that an event requires.
   struct Orders {
-    bool endReading = false;             ///< the one that was under way; before any other begins
+    bool endReading = false;             ///< end the one in progress before any other begins
     std::optional<PhoneOnCable> read{};  ///< begin the reading with the number `reading`
-    /// What was seen of the phone is out of date, and it is to be asked anew.
+    /// The known data of the phone is out of date, and the phone must be asked again.
     bool lookAnew = false;
 
     friend bool operator==(const Orders&, const Orders&) = default;
@@ -67,13 +67,14 @@ struct DeviceWatch {
   struct Next;
 
   DeviceState state;
-  std::optional<PhoneOnCable> phone;  ///< the one that the state is about
-  std::vector<PhoneOnCable> others;   ///< on the cable besides
+  std::optional<PhoneOnCable> phone;  ///< the one that the state describes
+  std::vector<PhoneOnCable> others;   ///< all other phones on the cable
   std::uint64_t reading = 0;          ///< the number of the last reading
   bool isReading = false;
 
-  /// `wanted` is the identifier or serial number of the only phone that is to be read, empty when
-  /// any is; `expected` is what is known of the size of a phone's catalogue.
+  /// Returns the watch after an event, and what to do. `wanted` is the identifier or serial number
+  /// of the only phone to read, empty for any phone. `expected` is the expected size of the phone's
+  /// catalogue, if known.
   static Next after(DeviceWatch watch, Event event, const std::string& wanted = {},
                     std::optional<std::uint64_t> expected = std::nullopt);
 
@@ -86,10 +87,10 @@ struct DeviceWatch::Next {
   bool isNewState = false;
 };
 
-/// The state of a phone that answered a call so; `unreachable` for one that has gone.
+/// Returns the state of a phone for which a call failed with `kind`; `unreachable` if it has gone.
 PhoneState stateOf(PhoneError::Kind kind);
 
-/// The name of a phone for people.
+/// Returns the name of a phone to show to the user.
 std::string deviceNameOf(const PhoneOnCable& phone);
 
 }  // namespace tavrix

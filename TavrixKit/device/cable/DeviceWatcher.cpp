@@ -1,17 +1,17 @@
-#include "device/DeviceWatcher.h"
+#include "device/cable/DeviceWatcher.h"
 
 #include <algorithm>
 #include <mutex>
 #include <utility>
 
-#include "device/PhoneCatalogue.h"
+#include "device/cable/PhoneCatalogue.h"
 #include "foundation/files/FileError.h"
 #include "media/Snapshot.h"
 
 namespace tavrix {
 namespace {
 
-/// Asks the phones that are new, or were not ready when they were asked last.
+/// Scans the cable. Asks only phones that are new, or were not ready when they were last asked.
 CableView viewOfCable(PhoneBrowser& browser, const CableView& known, const std::stop_token& stop) {
   CableView view;
   try {
@@ -30,8 +30,8 @@ CableView viewOfCable(PhoneBrowser& browser, const CableView& known, const std::
 
 }  // namespace
 
-/// The way of a reading's reports to the main loop: of those on progress only the latest is under
-/// way at any time, so that a fast reading does not flood the loop.
+/// Passes the reports of a reading to the main loop. Only the latest progress report is in transit
+/// at any time, so that a fast reading does not flood the loop.
 struct DeviceWatcher::Reports : std::enable_shared_from_this<DeviceWatcher::Reports> {
   using Receiver = std::function<void(DeviceWatch::Event)>;
 
@@ -59,7 +59,7 @@ struct DeviceWatcher::Reports : std::enable_shared_from_this<DeviceWatcher::Repo
   }
 
   MainLoop& loop;
-  Receiver receiver;  ///< of the loop; empty when the watcher is gone
+  Receiver receiver;  ///< used on the loop; empty once the watcher is gone
   std::mutex mutex;
   std::optional<DeviceWatch::Event> latest;
 };
@@ -89,8 +89,8 @@ void DeviceWatcher::start() {
   isStarted_ = true;
   if (setup_.bus != nullptr) {
     setup_.bus->start([&loop = setup_.loop, changed = ifAlive([this] {
-                                              // A look may take long, and the wait for the phone
-                                              // counts from now.
+                                              // A scan may take long, and the time without the
+                                              // phone is measured from now.
                                               checkUnseen(false);
                                               lookAnew();
                                             })] { loop.post(changed); });
@@ -113,7 +113,7 @@ DeviceWatcher::Subscription DeviceWatcher::subscribe(Observer observer) {
 template <typename Function, typename Value>
 void DeviceWatcher::tell(Function Observer::* function, const Value& value) {
   std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
-  // An observer may subscribe another one.
+  // Iterates over a copy, because an observer may subscribe another one.
   for (const auto& each : std::vector{observers_}) {
     const Subscription observer = each.lock();
     if (observer && (*observer).*function) ((*observer).*function)(value);
@@ -234,7 +234,7 @@ void DeviceWatcher::checkUnseen(bool isScheduled) {
   if (setup_.bus == nullptr) return;
   const bool wasUnseen = unseen_.phoneOnCableButUnseen;
   const bool hasDevice = watch_.phone.has_value() || !watch_.others.empty();
-  // Where the system hands a phone over, nobody needs to search the bus.
+  // If the system provides a phone, the bus need not be searched.
   const bool isOnBus = !hasDevice && setup_.bus->isPhoneOnBus();
   const auto now = setup_.loop.now();
   const auto next = isScheduled ? unseen_.checkedAgain(isOnBus, hasDevice, now, log())

@@ -10,71 +10,73 @@
 
 #include "USBPhonePresence/USBPhonePresence.h"
 #include "USBPhonePresence/UnseenPhoneCheck.h"
-#include "device/CatalogCounts.h"
-#include "device/DeviceWatch.h"
-#include "device/SerialQueue.h"
+#include "device/cable/CatalogCounts.h"
+#include "device/cable/DeviceWatch.h"
 #include "foundation/Log.h"
-#include "foundation/MainLoop.h"
 #include "foundation/TimeZone.h"
+#include "foundation/tasks/MainLoop.h"
+#include "foundation/tasks/SerialQueue.h"
 
 namespace tavrix {
 
-/// Follows the phones on the cable: reads the catalogue of the first one as soon as it lets itself
-/// be read, and tells what is in the way. Phones are asked on threads of the watcher; everything
-/// here is called, and every observer told, on the main loop.
+/// Follows the phones on the cable: reads the catalogue of the first phone as soon as it can be
+/// read, and reports what prevents that. The watcher asks phones on threads of its own. Its
+/// functions must be called on the main loop, and observers are called there.
 class DeviceWatcher {
  public:
   struct Setup {
     PhoneBrowser& browser;
     MainLoop& loop;
-    USBPhonePresence* bus = nullptr;            ///< without one no phone goes unseen
-    CatalogCounts* counts = nullptr;            ///< without one nothing is expected
-    std::optional<std::string> cacheDirectory;  ///< without one nothing is kept
-    TimeZone zone = TimeZone::utc();            ///< for dates that tell no offset
+    USBPhonePresence* bus = nullptr;            ///< if null, no phone is reported as unseen
+    CatalogCounts* counts = nullptr;            ///< if null, no count is expected
+    std::optional<std::string> cacheDirectory;  ///< if absent, nothing is kept
+    TimeZone zone = TimeZone::utc();            ///< for dates without an offset
     std::function<Instant()> now;               ///< called from the watcher's threads
-    Log* log = nullptr;                         ///< silent without one
-    /// Identifier or serial number of the only phone to be read; empty when any is.
+    Log* log = nullptr;                         ///< nothing is logged if null
+    /// Identifier or serial number of the only phone to read; empty for any phone.
     std::string wanted{};
     MainLoop::Duration lookInterval = std::chrono::milliseconds{500};
   };
-  /// What somebody wants to be told; each function may be missing. What it is given is good until
-  /// it calls the watcher.
+  /// The callbacks of an observer; each may be empty. An argument is valid until the callback calls
+  /// the watcher.
   struct Observer {
     std::function<void(const DeviceState&)> stateChanged{};
     std::function<void(bool phoneOnCableButUnseen)> unseenChanged{};
     std::function<void(const std::vector<PhoneOnCable>&)> othersChanged{};
   };
-  /// Ends with its last copy.
+  /// The subscription of an observer; it ends when its last copy is destroyed.
   using Subscription = std::shared_ptr<const Observer>;
 
-  /// All that the setup refers to outlives the watcher.
+  /// Everything that the setup refers to must outlive the watcher.
   explicit DeviceWatcher(Setup setup);
-  /// Ends what is under way; what was read lies in the cache.
+  /// Stops what is in progress; what was read is in the cache.
   ~DeviceWatcher();
   DeviceWatcher(const DeviceWatcher&) = delete;
   DeviceWatcher& operator=(const DeviceWatcher&) = delete;
 
-  /// Begins to watch; later, begins the reading anew that was stopped or failed.
+  /// Starts to watch. If the watcher is already started, restarts a reading that was stopped or
+  /// failed.
   void start();
-  /// Ends the reading that is under way; the watcher goes on watching.
+  /// Stops the reading in progress; the watcher continues to watch.
   void stopReading();
-  /// Copying has lost the phone that was ready: it is asked anew, and read again when it answers.
+  /// Reports that copying has lost the phone that was ready. The watcher asks the phone again, and
+  /// reads it again when it answers.
   void phoneLost();
-  /// Another choice of the only phone to be read, as in the setup.
+  /// Changes the only phone to read, as in the setup.
   void setWanted(std::string wanted);
   const std::string& wanted() const { return setup_.wanted; }
-  /// In which dates that tell no offset are read.
+  /// Returns the zone for dates without an offset.
   const TimeZone& zone() const { return setup_.zone; }
 
   const DeviceState& state() const { return watch_.state; }
-  /// Whether the state tells what is on the cable; not before the first look at it is over.
+  /// Returns true if the state describes what is on the cable, that is, after the first scan of it.
   bool hasLooked() const { return hasLooked_; }
-  /// A phone is on the bus for 12 s, and the system does not hand it over.
+  /// Returns true if a phone has been on the bus for 12 s and the system does not provide it.
   bool phoneOnCableButUnseen() const { return unseen_.phoneOnCableButUnseen; }
-  /// The phones on the cable besides the one that the state is about.
+  /// Returns the phones on the cable except the one that the state describes.
   const std::vector<PhoneOnCable>& others() const { return watch_.others; }
 
-  /// From the next change on.
+  /// Subscribes an observer to all changes from the next one on.
   [[nodiscard]] Subscription subscribe(Observer observer);
 
  private:
@@ -93,10 +95,10 @@ class DeviceWatcher {
 
   void checkUnseen(bool isScheduled);
 
-  /// Calls a function of every observer that is still there.
+  /// Calls a function of every observer that is still subscribed.
   template <typename Function, typename Value>
   void tell(Function Observer::* function, const Value& value);
-  /// Wraps a task for the loop so that nothing happens when the watcher is gone.
+  /// Wraps a task for the loop so that it does nothing once the watcher is destroyed.
   MainLoop::Task ifAlive(std::function<void()> task) const;
   Log& log() const { return setup_.log == nullptr ? silentLog() : *setup_.log; }
 
@@ -109,10 +111,10 @@ class DeviceWatcher {
   DeviceWatch watch_;
   UnseenPhoneCheck unseen_;
 
-  CableView cable_;           ///< as it was seen last, without the phones to be asked anew
-  bool isLooking_ = false;    ///< a look is under way
-  bool isLookStale_ = false;  ///< and what it finds is out of date
-  bool isLookDue_ = false;    ///< a look is posted to the loop
+  CableView cable_;           ///< as last seen, without the phones to be asked again
+  bool isLooking_ = false;    ///< a scan is in progress
+  bool isLookStale_ = false;  ///< and its result is out of date
+  bool isLookDue_ = false;    ///< a scan is posted to the loop
 
   std::stop_source ending_;
   std::stop_source readingStop_;

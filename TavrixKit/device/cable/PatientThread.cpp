@@ -1,4 +1,4 @@
-#include "device/PatientThread.h"
+#include "device/cable/PatientThread.h"
 
 #include <thread>
 
@@ -58,7 +58,7 @@ void PatientThread::serve(const std::shared_ptr<Shared>& shared) {
       const auto work = std::exchange(shared->work, nullptr);
       lock.unlock();
       work();
-      // What the work holds goes before anybody is told that it is done.
+      // Destroys the work and everything it owns before the caller learns that it is done.
     }
     lock.lock();
     shared->isBusy = false;

@@ -12,37 +12,38 @@
 
 namespace tavrix {
 
-/// A thread for calls that may take forever, one at a time: whoever asks waits only so long, and
-/// the thread is left alone with a call that does not come back. So what a call uses belongs to the
-/// call.
+/// A thread for calls that may take forever, one at a time. The caller waits for a limited time. A
+/// call that does not return is abandoned on the thread, so a call must own everything that it
+/// uses.
 class PatientThread {
  public:
   enum class Outcome {
     done,
-    late,     ///< it took longer than the patience, or an earlier call is still under way
-    stopped,  ///< a stop was asked for
+    late,     ///< it took longer than the patience, or an earlier call is still running
+    stopped,  ///< a stop was requested
   };
 
   explicit PatientThread(std::chrono::milliseconds patience) : patience_(patience) {}
-  /// The thread ends with its call; waits for that a moment, unless the call was given up.
+  /// Lets the thread end with its current call. Waits at most 1 s for that, and not at all if the
+  /// call was given up.
   ~PatientThread();
   PatientThread(const PatientThread&) = delete;
   PatientThread& operator=(const PatientThread&) = delete;
 
-  /// Whether a call that was given up is still under way.
+  /// Returns true if a call that was given up is still running.
   bool isBusy() const;
-  /// Runs `work` on the thread.
+  /// Runs `work` on the thread and waits for it as long as the patience allows.
   Outcome run(std::function<void()> work, const std::stop_token& stop);
-  /// Hands over a last call, for which nobody waits, unless an earlier one is under way.
+  /// Starts a last call without waiting for it. Does nothing if an earlier call is still running.
   void finish(std::function<void()> work);
 
-  /// What a call gave, if it came back in time.
+  /// The result of a call, if the call returned in time.
   template <typename Result>
   struct Answer {
     Outcome outcome = Outcome::late;
     std::optional<Result> result;
   };
-  /// Runs `work` and gives its result; throws what it throws.
+  /// Runs `work` as run() does and returns its result. Throws what `work` throws.
   template <typename Work>
   auto ask(Work work, const std::stop_token& stop) -> Answer<decltype(work())> {
     struct Call {
@@ -70,7 +71,7 @@ class PatientThread {
     std::condition_variable_any changed;
     std::function<void()> work;
     bool isBusy = false;
-    bool isGivenUp = false;  ///< nobody waits for the call any more
+    bool isGivenUp = false;  ///< the caller no longer waits for the call
     bool isClosed = false;
     bool isOver = false;
   };
@@ -78,7 +79,7 @@ class PatientThread {
   void begin();
 
   std::chrono::milliseconds patience_;
-  std::shared_ptr<Shared> shared_;  ///< from the first call on
+  std::shared_ptr<Shared> shared_;  ///< null before the first call
 };
 
 }  // namespace tavrix

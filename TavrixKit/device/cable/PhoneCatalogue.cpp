@@ -1,8 +1,8 @@
-#include "device/PhoneCatalogue.h"
+#include "device/cable/PhoneCatalogue.h"
 
 #include <cerrno>
 
-#include "device/MetadataReader.h"
+#include "device/metadata/MetadataReader.h"
 
 namespace tavrix {
 namespace {
@@ -18,7 +18,7 @@ class PhoneLister {
               const std::function<void(std::uint64_t)>& found)
       : files_(files), stop_(stop), found_(found) {}
 
-  /// A phone without the folder has no pictures.
+  /// Returns an empty listing for a phone without the folder.
   SourceFolder::Listing list() {
     try {
       return SourceFolder::list(
@@ -39,7 +39,7 @@ class PhoneLister {
         entries.push_back({std::move(name), status});
         count(status);
       } catch (const FileError& error) {
-        // What is gone between the listing and here was not there.
+        // An entry that is gone since the listing is treated as absent.
         if (error.code() != ENOENT) throw;
       }
     }
@@ -73,11 +73,11 @@ FolderCatalogue PhoneCatalogue::read(PhoneFiles& files, MetadataPass::Setup setu
         try {
           const auto file = files.open(pathOf(path), size, true);
           const MediaMetadata metadata = MetadataReader::read(*file);
-          // What a phone told that left in mid-answer must not get into the cache.
+          // If the phone left in the middle of an answer, its data must not get into the cache.
           file->close();
           return metadata;
         } catch (const PhoneError& error) {
-          // The pass ends as a stopped one does: with all in the cache that was read.
+          // Ends the pass like a stopped one, with everything that was read in the cache.
           lost = error;
           pass.request_stop();
           throw FileError{FileOperation::read, path, EIO};

@@ -9,26 +9,26 @@
 #include <string_view>
 #include <vector>
 
-#include "device/RangedReader.h"
-#include "device/SourceFolder.h"
+#include "device/folders/SourceFolder.h"
+#include "device/metadata/RangedReader.h"
 
 namespace tavrix {
 
-/// What keeps a phone on the cable from handing over its files.
+/// The obstacle that keeps a phone on the cable from providing its files.
 enum class PhoneState {
-  ready,         ///< nothing does
-  locked,        ///< it is to be unlocked
-  trustPending,  ///< its question whether to trust this computer is to be answered
-  trustDenied,   ///< the answer was no; it asks again when it is plugged in anew
-  unreachable,   ///< it does not answer as phones do, or is on its way off the cable
-  silent,        ///< it was asked, and no answer came for long
+  ready,         ///< no obstacle
+  locked,        ///< the user must unlock it
+  trustPending,  ///< the user must answer its question whether to trust this computer
+  trustDenied,   ///< the answer was no; it asks again when it is plugged in again
+  unreachable,   ///< it does not answer as phones do, or is just being unplugged
+  silent,        ///< it was asked and did not answer for a long time
 };
-/// The case names.
+/// Returns the name of the enumerator.
 std::string_view textOf(PhoneState state);
 
-/// A phone on the cable, with as much as it tells in its state.
+/// A phone on the cable, with as much data as it provides in its state.
 struct PhoneOnCable {
-  std::string deviceID;  ///< what the bus calls it; never changes
+  std::string deviceID;  ///< its identifier on the bus; never changes
   PhoneState state = PhoneState::unreachable;
   std::optional<std::string> name;
   std::optional<std::string> serialNumber;
@@ -37,18 +37,18 @@ struct PhoneOnCable {
   friend bool operator==(const PhoneOnCable&, const PhoneOnCable&) = default;
 };
 
-/// Why there is no way to a phone.
+/// The reason why a phone cannot be reached.
 class PhoneError : public std::exception {
  public:
   enum class Kind {
-    noService,  ///< the system's service that hands phones over does not answer
-    gone,       ///< the phone is not on the cable, or was pulled off it
+    noService,  ///< the system's service that provides phones does not answer
+    gone,       ///< the phone is not on the cable, or was unplugged
     locked,
     trustPending,
     trustDenied,
     unreachable,
-    silent,   ///< it is on the cable and did not answer for long
-    stopped,  ///< whoever asked wants no answer any more
+    silent,   ///< it is on the cable and did not answer for a long time
+    stopped,  ///< the caller requested a stop
   };
   explicit PhoneError(Kind kind) : kind_(kind) {}
   Kind kind() const { return kind_; }
@@ -61,63 +61,67 @@ class PhoneError : public std::exception {
 /// A file of a phone, open for reading.
 class PhoneFile : public RangedReader {
  public:
-  /// Asks the phone once more for the place that was read up to. When a phone leaves in the middle
-  /// of an answer, the answer may look whole and hold anything: what was read counts only when the
-  /// phone has answered a further call. Throws as read() does; EIO when the place is another.
+  /// Asks the phone for its position in the file, which must be `position`, the end of what was
+  /// read. If a phone leaves in the middle of an answer, the answer may look complete and contain
+  /// anything. So data is valid only after the phone has answered a further call. Throws as read()
+  /// does; EIO if the position differs.
   virtual void confirmPosition(std::uint64_t position) = 0;
-  /// Closes the file, which is a further call as well: throws as read() does. A file that is not
-  /// closed is closed when it goes.
+  /// Closes the file. This is also such a further call, so it throws as read() does. The destructor
+  /// closes a file that is still open.
   virtual void close() = 0;
 };
 
-/// The files of one phone. Paths begin with "/". Everything throws FileError for what the phone
-/// refuses and PhoneError when there is no phone any more (gone), it does not answer (silent) or
-/// the asking was stopped (stopped). Not to be used by two threads at once, and to outlive its
+/// The files of one phone. Paths begin with "/". Every function throws FileError if the phone
+/// refuses the request, and PhoneError if the phone has left (gone), does not answer (silent) or a
+/// stop was requested (stopped). Must not be used by two threads at once, and must outlive its
 /// files.
 class PhoneFiles {
  public:
   virtual ~PhoneFiles() = default;
-  /// A call for its answer's sake: throws PhoneError when none comes.
+  /// Makes a call only to get an answer. Throws PhoneError if none comes.
   virtual void confirmPresence() = 0;
-  /// What lies directly in a folder, sorted by name; confirmed.
+  /// Returns the names of the entries of a folder, sorted; a further call has confirmed them.
   virtual std::vector<std::string> names(const std::string& folder) = 0;
-  /// `modified` is the date of creation, where the phone tells it. Links are not followed.
+  /// Returns the status of a file or folder. `modified` is the date of creation if the phone
+  /// reports it. Links are not followed.
   virtual FileStatus status(const std::string& path) = 0;
-  /// `size` is what status() gave. With `readsAhead`, a small read fetches what follows, too.
+  /// Opens a file. `size` is the size from status(). With `readsAhead`, a small read also fetches
+  /// the bytes that follow.
   virtual std::unique_ptr<PhoneFile> open(const std::string& path, std::uint64_t size,
                                           bool readsAhead) = 0;
 };
 
-/// The phones that the system hands over. Safe to call from several threads. Every call ends: when
-/// a phone does not answer for long, and soon after `stop` is asked for.
+/// The phones that the system provides. Safe to call from several threads. Every call ends, even if
+/// a phone does not answer for a long time, and ends soon after `stop` is requested.
 class PhoneBrowser {
  public:
   virtual ~PhoneBrowser() = default;
 
-  /// Those on the cable, in the order in which the system has them; no phone is asked. Throws
-  /// PhoneError (noService, stopped).
+  /// Returns the identifiers of the phones on the cable, in the system's order; contacts no phone.
+  /// Throws PhoneError (noService, stopped).
   virtual std::vector<std::string> deviceIDs(const std::stop_token& stop) = 0;
-  /// What a phone tells; one that does not know this computer is asked whether to trust it. Throws
-  /// PhoneError (stopped).
+  /// Returns the description of a phone. A phone that does not know this computer is asked to trust
+  /// it. Throws PhoneError (stopped).
   virtual PhoneOnCable describe(const std::string& deviceID, const std::stop_token& stop) = 0;
-  /// The files of the phone with a device identifier; they keep the token. Throws PhoneError.
+  /// Returns the files of the phone with a device identifier; they keep using `stop`. Throws
+  /// PhoneError.
   virtual std::unique_ptr<PhoneFiles> openFiles(const std::string& deviceID,
                                                 const std::stop_token& stop) = 0;
 };
 
 namespace Phones {
 
-/// How long a phone may take for an answer. The library behind gives up after 10 s by itself, and
-/// then says that the phone is gone.
+/// The longest time that a phone may take for an answer. The underlying library gives up by itself
+/// after 10 s, and then reports that the phone is gone.
 inline constexpr std::chrono::milliseconds patience{8000};
 
-/// The phones of this machine.
+/// Returns the browser for the phones of this machine.
 std::unique_ptr<PhoneBrowser> openBrowser(std::chrono::milliseconds patience = Phones::patience);
 
-/// All on the cable with what they tell. Throws PhoneError (noService, stopped).
+/// Returns the descriptions of all phones on the cable. Throws PhoneError (noService, stopped).
 std::vector<PhoneOnCable> list(PhoneBrowser& browser, const std::stop_token& stop = {});
 
-/// The folder with a phone's pictures.
+/// The folder of a phone that contains its pictures.
 inline const std::string mediaFolder = "/DCIM";
 
 }  // namespace Phones

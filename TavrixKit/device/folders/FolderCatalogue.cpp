@@ -1,19 +1,19 @@
-#include "device/FolderCatalogue.h"
+#include "device/folders/FolderCatalogue.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <set>
 #include <string_view>
 
-#include "device/MetadataReader.h"
+#include "device/metadata/MetadataReader.h"
 
 namespace tavrix {
 namespace {
 
 bool isGone(const FileError& error) { return error.code() == ENOENT || error.code() == ENOTDIR; }
 
-/// Sorts the failures of a pass: what is gone is no file of the catalogue any more. `paths` are
-/// those of the items, also afterwards.
+/// Applies the failures of a pass: files that are gone leave the catalogue, the others are
+/// unreadable. `paths` are the paths of the items and stay parallel to them.
 void settleFailures(FolderCatalogue& catalogue, std::vector<std::string>& paths,
                     const std::vector<MetadataPass::Failure>& failures) {
   std::vector<bool> gone(catalogue.items.size(), false);
@@ -39,7 +39,7 @@ void settleFailures(FolderCatalogue& catalogue, std::vector<std::string>& paths,
   paths.resize(kept);
 }
 
-/// Whether nothing of the source is unseen.
+/// Returns true if no part of the source is unseen.
 bool isWhole(const std::vector<SourceFolder::LeftOut>& leftOut) {
   return std::none_of(leftOut.begin(), leftOut.end(),
                       [](const SourceFolder::LeftOut& each) { return each.isUnseen(); });

@@ -6,35 +6,35 @@
 #include <string>
 #include <vector>
 
-#include "device/MetadataPass.h"
-#include "device/OddPaths.h"
-#include "device/SourceFolder.h"
+#include "device/folders/SourceFolder.h"
+#include "device/metadata/MetadataPass.h"
+#include "device/metadata/OddPaths.h"
 #include "media/SnapshotItem.h"
 
 namespace tavrix {
 
-/// The catalogue of a folder that stands for a phone.
+/// The catalogue of a folder that stands in for a phone.
 struct FolderCatalogue {
   std::vector<SnapshotItem> items;  ///< in the order of the listing
-  OddPaths oddPaths;                ///< of the items, for whoever fetches them by their ids
+  OddPaths oddPaths;                ///< of the items, to open them by their ids
   std::vector<SourceFolder::LeftOut> leftOut;
-  /// Files of the catalogue whose content cannot be read, by their path.
+  /// The paths of files of the catalogue whose content cannot be read.
   std::vector<std::string> unreadable;
   MetadataPass::Progress progress;
-  bool isComplete = true;  ///< false when reading was stopped: the rest has no metadata
-  bool isKept = true;      ///< all that was read lies in the cache
+  bool isComplete = true;  ///< false if reading was stopped: the rest has no metadata
+  bool isKept = true;      ///< everything that was read is in the cache
 
-  /// How many folders there are of whose files nobody has seen some or all.
+  /// Returns the number of folders of which some or all files could not be seen.
   std::uint64_t unreadFolders() const;
 
-  /// Lists a folder (one that SourceFolder::catalogueFolder gave) and reads the metadata of its
-  /// files, as far as the cache does not hold them. Throws FileError when the folder cannot be
-  /// listed.
+  /// Lists a folder (one that SourceFolder::catalogueFolder() returned) and reads the metadata of
+  /// those files that the cache does not have. Throws FileError if the folder cannot be listed.
   static FolderCatalogue read(const std::string& folder, MetadataPass::Setup setup,
                               const std::stop_token& stop = {});
-  /// Reads the metadata of the files of a listing; `read` takes a file's path and size. Throws
-  /// nothing but what `read` throws besides FileError.
+  /// Reads the metadata of a file, given its path and its size in bytes.
   using ReadMetadata = std::function<MediaMetadata(const std::string& path, std::uint64_t size)>;
+  /// Reads the metadata of the files of a listing. If `read` throws FileError, the file is
+  /// unreadable or, if it is gone, left out. Throws only what `read` throws, except FileError.
   static FolderCatalogue of(SourceFolder::Listing listing, MetadataPass::Setup setup,
                             const ReadMetadata& read, const std::stop_token& stop = {});
 

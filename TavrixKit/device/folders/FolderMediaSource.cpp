@@ -1,4 +1,4 @@
-#include "device/FolderMediaSource.h"
+#include "device/folders/FolderMediaSource.h"
 
 #include <cerrno>
 #include <utility>
@@ -20,7 +20,7 @@ SourceError sourceError(const FileError& error, const std::string& name) {
   return {isGone ? SourceError::Kind::notFound : SourceError::Kind::unreadable, name, error.code()};
 }
 
-/// Calls `work` and names its failure as one of the source.
+/// Calls `work` and converts its FileError to a SourceError of the file `name`.
 template <typename Work>
 auto asSource(const std::string& name, const Work& work) {
   try {

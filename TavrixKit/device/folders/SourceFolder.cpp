@@ -1,4 +1,4 @@
-#include "device/SourceFolder.h"
+#include "device/folders/SourceFolder.h"
 
 #include <algorithm>
 #include <array>
@@ -25,7 +25,8 @@ constexpr std::string_view mediaFolderName = "dcim";
 
 bool isMediaFolderName(std::string_view name) { return lowerCased(name) == mediaFolderName; }
 
-/// What synchronising programs leave in place of a file whose bytes are elsewhere.
+/// Returns true for a name that synchronising programs use in place of a file whose bytes are
+/// elsewhere.
 bool isPlaceholder(std::string_view name) {
   constexpr std::array<std::string_view, 2> suffixes{".nextcloud", ".owncloud"};
   const auto ends = [&](std::string_view suffix) {
@@ -53,12 +54,12 @@ std::optional<Reason> reasonAgainst(const FolderEntry& entry) {
   if (entry.name.starts_with('.')) return Reason::hidden;
   if (entry.status.type == Type::link) return Reason::link;
   if (entry.status.type == Type::other) return Reason::special;
-  // A folder may open all the same, and is left out when it does not.
+  // A folder may open nevertheless; if it does not, it is left out later.
   if (entry.failure != 0 && entry.status.type == Type::file) return Reason::unreadableFile;
   return std::nullopt;
 }
 
-/// What lies in one folder, and the folders in it, by name.
+/// The entries of one folder and the folders in it, by name.
 struct ListedFolder {
   std::string path;
   int depth = 0;
@@ -86,7 +87,7 @@ struct ListedFolder {
     files = std::move(entries);
   }
 
-  /// Files come before what lies in folders beside them.
+  /// Moves the entries to `listing`: files come before the content of the folders beside them.
   void moveInto(Listing& listing) {
     for (const FolderEntry& file : files) {
       listing.items.push_back(itemOf(file.name, path, file.status));
@@ -102,7 +103,7 @@ struct ListedFolder {
   }
 };
 
-/// Lists folders on several threads, in whatever order; what comes out has one order.
+/// Lists folders on several threads in any order; the order of the result is fixed.
 class Lister {
  public:
   Lister(const Entries& entries, const std::stop_token& stop) : entries_(entries), stop_(stop) {}
@@ -149,7 +150,7 @@ class Lister {
     }
   }
 
-  /// What is no fault of the one folder.
+  /// Lists a folder. Returns an exception that is not an error of this folder, else nullptr.
   std::exception_ptr visit(ListedFolder& folder) const {
     if (stop_.stop_requested()) return nullptr;
     if (folder.depth > SourceFolder::maxDepth) {
@@ -172,7 +173,7 @@ class Lister {
   std::mutex mutex_;
   std::condition_variable changed_;
   std::deque<ListedFolder*> waiting_;
-  std::size_t open_ = 0;  ///< folders that wait or are being visited
+  std::size_t open_ = 0;  ///< folders that are waiting or being visited
   std::exception_ptr failure_;
 };
 
@@ -234,7 +235,7 @@ std::vector<std::string> SourceFolder::otherCatalogueFolders(const std::string& 
 }
 
 SourceFolder::Listing SourceFolder::list(const std::string& folder, const std::stop_token& stop) {
-  // Most of the time goes into waiting for the disk.
+  // Most of the time is spent waiting for the disk.
   constexpr int threads = 4;
   const Entries entries = [&](const std::string& inner) {
     return inner.empty() ? folderEntries(folder, true, stop)

@@ -5,14 +5,14 @@
 
 namespace tavrix {
 
-/// The unsigned number that at most 8 bytes hold, most significant byte first.
+/// Returns the unsigned number in `bytes` (at most 8), most significant byte first.
 constexpr std::uint64_t bigEndian(std::string_view bytes) {
   std::uint64_t value = 0;
   for (const char byte : bytes) value = value << 8U | static_cast<unsigned char>(byte);
   return value;
 }
 
-/// The same, least significant byte first.
+/// Returns the unsigned number in `bytes` (at most 8), least significant byte first.
 constexpr std::uint64_t littleEndian(std::string_view bytes) {
   std::uint64_t value = 0;
   for (std::size_t i = bytes.size(); i > 0; --i) {
@@ -21,8 +21,8 @@ constexpr std::uint64_t littleEndian(std::string_view bytes) {
   return value;
 }
 
-/// Takes big-endian numbers from bytes one after another. Past the end it gives zeros and says that
-/// it has failed.
+/// Reads big-endian numbers from a sequence of bytes, one after another. Past the end it returns
+/// zeros, and hasFailed() returns true.
 class ByteCursor {
  public:
   explicit ByteCursor(std::string_view bytes) : rest_(bytes) {}

@@ -1,4 +1,4 @@
-#include "device/CacheLine.h"
+#include "device/metadata/CacheLine.h"
 
 #include <charconv>
 #include <cmath>
@@ -13,8 +13,8 @@ namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// A line without spaces and escapes, from its beginning on. What is false once asks for the JSON
-/// reader.
+/// Parses a line without spaces and escapes from its start. If a member function returns false, the
+/// line must go to the JSON reader.
 class PlainLine {
  public:
   explicit PlainLine(std::string_view line) : rest_(line) {}
@@ -37,7 +37,7 @@ class PlainLine {
     value = rest_.starts_with('t');
     return take(value ? "true" : "false");
   }
-  /// A whole number that is not negative.
+  /// Takes a whole number that is not negative.
   template <typename Number>
   bool takeWhole(Number& value) {
     if (!beginsAsNumber(rest_)) return false;
@@ -56,7 +56,7 @@ class PlainLine {
         isDigit(text.back()) && (point == std::string_view::npos || isDigit(text[point + 1]));
     return isJson && !(value == 0 && isNegative);
   }
-  /// A field that may be absent, with the comma behind it.
+  /// Takes a field and the comma after it. Returns true also if the field is absent.
   template <typename Value>
   bool takeField(std::string_view key, std::optional<Value>& value) {
     if (!take(key)) return true;
@@ -67,7 +67,7 @@ class PlainLine {
   static bool isPlain(char c) {
     return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\';
   }
-  /// JSON knows no zeros in front of other digits.
+  /// Returns true if a number begins here; JSON does not allow leading zeros.
   static bool beginsAsNumber(std::string_view text) {
     return !text.empty() && isDigit(text[0]) &&
            !(text[0] == '0' && text.size() > 1 && isDigit(text[1]));

@@ -7,9 +7,10 @@
 
 namespace tavrix {
 
-/// The record on one line of a metadata cache, without its line feed; nothing for what is no
-/// record. A line as the cache writes it is taken apart at its known places, which is several times
-/// faster than reading JSON; any other goes to the JSON reader, so that both give the same.
+/// Parses one line of a metadata cache, without its line feed. Returns nullopt if the line is not a
+/// record. A line in the exact form that the cache writes is parsed by its known field order, which
+/// is several times faster than reading JSON. Any other line goes to the JSON reader. Both ways
+/// give the same result.
 std::optional<SnapshotItem> recordOfLine(std::string_view line);
 
 }  // namespace tavrix

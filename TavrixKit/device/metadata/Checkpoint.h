@@ -4,13 +4,13 @@
 
 namespace tavrix {
 
-/// Allows a save at most every `interval` seconds; the first one at once. Whoever saves sets
-/// `lastSavedAt`.
+/// Allows at most one save every `interval` seconds; the first save is due at once. The caller sets
+/// `lastSavedAt` when it saves.
 struct Checkpoint {
   double interval = 20.0;  ///< seconds
   Instant lastSavedAt = earliestInstant;
 
-  /// A clock that was set back does not hold up saving.
+  /// Returns true if a save is due. A clock that was set back does not delay saving.
   bool isDue(Instant now) const {
     const std::chrono::duration<double> elapsed = now - lastSavedAt;
     return elapsed.count() >= interval || elapsed.count() < 0;

@@ -1,25 +1,29 @@
 #pragma once
 
-#include "device/FileBytes.h"
-#include "device/MediaMetadata.h"
+#include "device/metadata/FileBytes.h"
+#include "device/metadata/MediaMetadata.h"
 
-/// One reader for each kind of file; MetadataReader chooses. Each takes what it finds as far as the
-/// file is well-formed, and none throws anything but what the file's own reader throws.
+/// One reader per file format; MetadataReader chooses among them. Each returns the metadata of the
+/// well-formed part of the file and throws only what the RangedReader of the file throws.
 namespace tavrix {
 
-/// JPEG (ITU-T T.81): Exif block, frame size.
+/// Reads a JPEG file (ITU-T T.81): Exif block and frame size.
 MediaMetadata readJpeg(FileBytes& file);
-/// PNG: size, Exif block wherever it stands.
+/// Reads a PNG file: size, and the Exif block at any position in the file.
 MediaMetadata readPng(FileBytes& file);
-/// TIFF 6.0 and DNG: fields and size of the full picture among those in the file.
+/// Reads a TIFF 6.0 or DNG file: its fields, and the size of the full picture among those in the
+/// file.
 MediaMetadata readTiff(FileBytes& file);
-/// HEIF (ISO/IEC 23008-12), HEIC and AVIF: Exif item and size of the primary picture.
+/// Reads a HEIF (ISO/IEC 23008-12), HEIC or AVIF file: Exif item and size of the primary picture.
 MediaMetadata readHeif(FileBytes& file);
-/// QuickTime and MP4 (ISO/IEC 14496-12): creation date, position, size of the first picture track.
+/// Reads a QuickTime or MP4 file (ISO/IEC 14496-12): creation date, position, and size of the first
+/// picture track.
 MediaMetadata readMovie(FileBytes& file);
-/// GIF, BMP and WebP: size, and of WebP the Exif block.
+/// Reads a GIF file: size.
 MediaMetadata readGif(FileBytes& file);
+/// Reads a BMP file: size.
 MediaMetadata readBmp(FileBytes& file);
+/// Reads a WebP file: size and Exif block.
 MediaMetadata readWebp(FileBytes& file);
 
 }  // namespace tavrix

@@ -1,4 +1,4 @@
-#include "device/ExifMetadata.h"
+#include "device/metadata/ExifMetadata.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +22,7 @@ constexpr std::uint16_t gpsLongitudeRef = 3;
 constexpr std::uint16_t gpsLongitude = 4;
 }  // namespace tag
 
-/// Exposure time, f-number, sensitivity, focal length, range of the lens, its maker and model.
+/// Exposure time, f-number, sensitivity, focal length, lens range, lens maker, lens model.
 constexpr std::array<std::uint16_t, 7> captureTags{0x829A, 0x829D, 0x8827, 0x920A,
                                                    0xA432, 0xA433, 0xA434};
 
@@ -38,7 +38,7 @@ Directory subdirectory(const TiffBlock& block, const Directory& parent, std::uin
   return offset ? block.directory(*offset) : Directory{};
 }
 
-/// A date that the calendar has, without what follows it.
+/// Returns the date of a field, without any text after it, if the date exists in the calendar.
 std::optional<std::string> dateOf(const TiffBlock& block, const Directory& directory,
                                   std::uint16_t tag) {
   constexpr std::size_t length = 19;
@@ -73,8 +73,9 @@ char upperCased(char letter) {
   return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
 
-/// Degrees, minutes and seconds as three fractions, and the side of the globe, which alone decides
-/// the sign.
+/// Returns the degrees of a field of up to three fractions: degrees, minutes and seconds. Only the
+/// side of the globe decides the sign; `sides` has the letters of the positive and the negative
+/// side.
 std::optional<double> degreesOf(const TiffBlock& block, const Directory& gps, std::uint16_t tag,
                                 std::uint16_t sideTag, std::string_view sides) {
   const TiffBlock::Field* const field = TiffBlock::find(gps, tag);
@@ -86,7 +87,7 @@ std::optional<double> degreesOf(const TiffBlock& block, const Directory& gps, st
   double unit = 1;
   for (std::uint32_t i = 0; i < std::min<std::uint32_t>(field->count, 3); ++i, unit *= 60) {
     const auto part = block.rational(*field, i);
-    // Of 0/0 seconds nobody knows how many there are.
+    // A fraction such as 0/0 has no value, so the position is unknown.
     if (!part) return std::nullopt;
     value += *part / unit;
   }
@@ -105,7 +106,7 @@ void readExif(const TiffBlock& block, MediaMetadata& metadata) {
   const Directory main = block.directory(block.firstDirectory());
   const Directory exif = subdirectory(block, main, tag::exifDirectory);
   readDate(block, exif, metadata);
-  // Raw pictures may keep them in their first directory (TIFF/EP, ISO 12234-2).
+  // Raw pictures may have the dates in their first directory (TIFF/EP, ISO 12234-2).
   readDate(block, main, metadata);
   readPosition(block, subdirectory(block, main, tag::gpsDirectory), metadata);
   const auto tells = [&](std::uint16_t tag) {

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "device/MediaMetadata.h"
-#include "device/TiffBlock.h"
+#include "device/metadata/MediaMetadata.h"
+#include "device/metadata/TiffBlock.h"
 
 namespace tavrix {
 
-/// Takes date, offset, position and the camera's mark from an Exif block (Exif 2.32); what is
-/// malformed is left out. The pixel size is the container's to tell: an Exif block goes on naming
-/// the size that a picture had before it was cut.
+/// Reads date, offset, position and the camera flag `cam` from an Exif block (Exif 2.32) into
+/// `metadata`. Malformed fields are left out. The pixel size is left to the container's reader: an
+/// Exif block keeps the size that the picture had before it was cropped.
 void readExif(const TiffBlock& block, MediaMetadata& metadata);
 
 }  // namespace tavrix

@@ -1,4 +1,4 @@
-#include "device/FileBytes.h"
+#include "device/metadata/FileBytes.h"
 
 #include <algorithm>
 
@@ -21,7 +21,7 @@ const FileBytes::Range* FileBytes::fetch(std::uint64_t offset, std::size_t count
   Range range{offset, std::string(wanted, '\0')};
   range.bytes.resize(file_.read(offset, range.bytes));
   bytesFetched_ += wanted;
-  // A file that became shorter meanwhile.
+  // The file may have become shorter since its size was read.
   const bool isEnough = range.bytes.size() >= count;
   ranges_.push_back(std::move(range));
   return isEnough ? &ranges_.back() : nullptr;

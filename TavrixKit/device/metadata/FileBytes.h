@@ -6,28 +6,29 @@
 #include <string>
 #include <string_view>
 
-#include "device/RangedReader.h"
+#include "device/metadata/RangedReader.h"
 
 namespace tavrix {
 
-/// The bytes of a file by their place, fetched in few ranges, each kept. What one file may cost is
-/// bounded, so that a file that lies about its structure ends as one without metadata.
+/// The bytes of a file by offset, fetched in few ranges, each of which is kept. The number of bytes
+/// and ranges per file is limited, so that a file with a false structure is treated as one without
+/// metadata.
 class FileBytes {
  public:
   explicit FileBytes(RangedReader& file) : file_(file), size_(file.size()) {}
 
   std::uint64_t size() const { return size_; }
-  /// Exactly `count` bytes from `offset` on; nothing when the file has not so many there, or when
-  /// it has cost enough already. Valid as long as this object.
+  /// Returns exactly `count` bytes from `offset` on. Returns nullopt if the file has fewer bytes
+  /// there, or if fetching them would exceed the limits. The view is valid as long as this object.
   std::optional<std::string_view> at(std::uint64_t offset, std::size_t count);
 
-  /// Bytes that are fetched at once, when the file has so many.
+  /// Least number of bytes fetched at once, if the file has that many.
   static constexpr std::size_t rangeBytes = 16 * 1024;
-  /// The same of a file that has cost more ranges than usual ones do: whoever hops from one long
-  /// part to the next wants little more than their heads.
+  /// After `wideRanges` fetches, more than a usual file needs, the least number is `narrowBytes`: a
+  /// reader that jumps from one long part to the next needs little more than their headers.
   static constexpr std::size_t wideRanges = 8;
   static constexpr std::size_t narrowBytes = 4 * 1024;
-  /// What one file may cost in all.
+  /// Limits for one file.
   static constexpr std::size_t maxBytes = 4 * 1024 * 1024;
   static constexpr std::size_t maxRanges = maxBytes / narrowBytes;
 

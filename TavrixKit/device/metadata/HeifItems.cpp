@@ -1,13 +1,13 @@
-#include "device/HeifItems.h"
+#include "device/metadata/HeifItems.h"
 
 #include <algorithm>
 
-#include "device/Bytes.h"
+#include "device/metadata/Bytes.h"
 
 namespace tavrix {
 namespace {
 
-/// Of two texts that follow each other, each with a NUL behind it, the second.
+/// Returns the second of two consecutive NUL-terminated texts; the first begins at `at`.
 std::string_view secondText(std::string_view bytes, std::size_t at) {
   const auto first = bytes.find('\0', at);
   if (first == std::string_view::npos) return {};
@@ -57,7 +57,7 @@ std::vector<std::uint64_t> HeifItems::itemsOf(std::string_view type,
   return items;
 }
 
-/// Whether the item refers to the primary picture by "content describes".
+/// Returns true if the item refers to the primary picture by "content describes".
 bool HeifItems::describesPrimary(std::uint64_t item) const {
   const auto references = box("iref");
   const auto version = references ? file_->at(references->begin, 1) : std::nullopt;
@@ -86,7 +86,8 @@ std::uint64_t HeifItems::describing(const std::vector<std::uint64_t>& items) con
   return found == last ? items.front() : *found;
 }
 
-/// Where the bytes of an item lie; nothing when they are scattered or in another file.
+/// Returns the location of an item's bytes. Returns nullopt if they are scattered or in another
+/// file.
 std::optional<HeifItems::Extent> HeifItems::extentOf(std::uint64_t item) const {
   ByteCursor cursor{content("iloc")};
   const std::uint64_t version = cursor.number(1);
@@ -121,7 +122,7 @@ std::optional<HeifItems::Extent> HeifItems::extentOf(std::uint64_t item) const {
 
 std::optional<HeifItems::Extent> HeifItems::exif() const {
   const auto extent = extentOf(describing(itemsOf("Exif", {})));
-  // The item begins with the distance of its TIFF header from behind that number.
+  // The item begins with a number: the distance from the end of that number to the TIFF header.
   const auto distance = extent ? file_->at(extent->begin, 4) : std::nullopt;
   if (!distance) return std::nullopt;
   const std::uint64_t skipped = 4 + bigEndian(*distance);
@@ -136,7 +137,7 @@ std::optional<HeifItems::Extent> HeifItems::xmp() const {
   return found == items.end() ? std::nullopt : extentOf(*found);
 }
 
-/// Numbers of properties, from 1.
+/// Returns the indexes of the properties, counted from 1.
 std::vector<std::uint64_t> HeifItems::propertiesOfPrimary(const IsoBox& properties) const {
   std::vector<std::uint64_t> result;
   const auto found = IsoBoxes::find(*file_, properties.begin, properties.end, "ipma");
@@ -146,7 +147,7 @@ std::vector<std::uint64_t> HeifItems::propertiesOfPrimary(const IsoBox& properti
   for (std::uint64_t left = cursor.number(4); left > 0 && !cursor.hasFailed(); --left) {
     const std::uint64_t item = cursor.number(version < 1 ? 2 : 4);
     for (std::uint64_t count = cursor.number(1); count > 0; --count) {
-      // The first bit tells whether a reader must know the property.
+      // The first bit is set if a reader must understand the property.
       const std::uint64_t index =
           hasLargeIndexes ? cursor.number(2) & 0x7FFFU : cursor.number(1) & 0x7FU;
       if (item == primary_ && !cursor.hasFailed()) result.push_back(index);

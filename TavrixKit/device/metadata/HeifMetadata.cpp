@@ -1,7 +1,7 @@
-#include "device/Bytes.h"
-#include "device/Containers.h"
-#include "device/ExifMetadata.h"
-#include "device/HeifItems.h"
+#include "device/metadata/Bytes.h"
+#include "device/metadata/Containers.h"
+#include "device/metadata/ExifMetadata.h"
+#include "device/metadata/HeifItems.h"
 
 namespace tavrix {
 

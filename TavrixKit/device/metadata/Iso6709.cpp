@@ -1,4 +1,4 @@
-#include "device/Iso6709.h"
+#include "device/metadata/Iso6709.h"
 
 #include <charconv>
 
@@ -14,7 +14,8 @@ std::optional<double> numberOf(std::string_view text) {
   return value;
 }
 
-/// Takes one coordinate from the front of a text. `degreeDigits` are those of whole degrees.
+/// Takes one coordinate from the front of a text. `degreeDigits` is the number of digits of whole
+/// degrees.
 std::optional<double> takeDegrees(std::string_view& text, std::size_t degreeDigits) {
   if (text.empty() || (text.front() != '+' && text.front() != '-')) return std::nullopt;
   const bool isNegative = text.front() == '-';
@@ -26,7 +27,7 @@ std::optional<double> takeDegrees(std::string_view& text, std::size_t degreeDigi
   }
   std::string_view number = text.substr(0, end);
   text.remove_prefix(end);
-  // Two digits more than the degrees' own are minutes, and two more seconds.
+  // Two digits beyond those of the degrees are minutes, two more are seconds.
   if (whole < degreeDigits || whole > degreeDigits + 4 || (whole - degreeDigits) % 2 != 0) {
     return std::nullopt;
   }

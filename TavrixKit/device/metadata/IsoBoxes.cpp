@@ -1,8 +1,8 @@
-#include "device/IsoBoxes.h"
+#include "device/metadata/IsoBoxes.h"
 
 #include <algorithm>
 
-#include "device/Bytes.h"
+#include "device/metadata/Bytes.h"
 
 namespace tavrix {
 
@@ -18,10 +18,10 @@ std::optional<IsoBox> IsoBoxes::next() {
     size = bigEndian(*largeSize);
     headBytes = 16;
   } else if (size == 0) {
-    size = end_ - offset_;  // up to the end
+    size = end_ - offset_;  // it extends to the end
   }
   if (size < headBytes || end_ - offset_ < headBytes) return std::nullopt;
-  // Of a file that was cut off, what there is.
+  // In a truncated file, a box ends with the file.
   size = std::min(size, end_ - offset_);
   const IsoBox box{head->substr(4), offset_ + headBytes, offset_ + size};
   offset_ += size;

@@ -5,30 +5,30 @@
 #include <string_view>
 #include <vector>
 
-#include "device/FileBytes.h"
+#include "device/metadata/FileBytes.h"
 
 namespace tavrix {
 
-/// A box of an ISO base media file (ISO/IEC 14496-12, 4.2) or an atom of a QuickTime one.
+/// A box of an ISO base media file (ISO/IEC 14496-12, 4.2) or an atom of a QuickTime file.
 struct IsoBox {
   std::string_view type;    ///< four bytes
-  std::uint64_t begin = 0;  ///< of its content, in the file
-  std::uint64_t end = 0;    ///< behind it
+  std::uint64_t begin = 0;  ///< offset of its content in the file
+  std::uint64_t end = 0;    ///< offset just past it
 
   std::uint64_t length() const { return end - begin; }
 };
 
-/// Goes over the boxes that lie one behind the other in [begin, end) of a file.
+/// Iterates over the consecutive boxes in [begin, end) of a file.
 class IsoBoxes {
  public:
   IsoBoxes(FileBytes& file, std::uint64_t begin, std::uint64_t end)
       : file_(file), offset_(begin), end_(end) {}
 
-  /// The next box; nothing behind the last one, behind one that is broken, and when there were more
-  /// than any real file has.
+  /// Returns the next box. Returns nullopt after the last box, at a broken box, and after more
+  /// boxes than any real file has.
   std::optional<IsoBox> next();
 
-  /// The first box of a type in [begin, end); nothing when there is none.
+  /// Returns the first box of type `type` in [begin, end), or nullopt if there is none.
   static std::optional<IsoBox> find(FileBytes& file, std::uint64_t begin, std::uint64_t end,
                                     std::string_view type);
 
@@ -41,7 +41,8 @@ class IsoBoxes {
   int count_ = 0;
 };
 
-/// The content of a box; nothing when it is larger than such a box ever is.
+/// Returns the content of a box. Returns nullopt if the box is implausibly large, or if
+/// FileBytes::at() does not provide it.
 std::optional<std::string_view> contentOf(FileBytes& file, const IsoBox& box);
 
 }  // namespace tavrix

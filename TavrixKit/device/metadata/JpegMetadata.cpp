@@ -1,6 +1,6 @@
-#include "device/Bytes.h"
-#include "device/Containers.h"
-#include "device/ExifMetadata.h"
+#include "device/metadata/Bytes.h"
+#include "device/metadata/Containers.h"
+#include "device/metadata/ExifMetadata.h"
 
 namespace tavrix {
 namespace {
@@ -10,24 +10,25 @@ constexpr unsigned startOfScan = 0xDA;
 constexpr unsigned endOfImage = 0xD9;
 constexpr unsigned exifSegment = 0xE1;
 constexpr std::string_view exifMark{"Exif\0", 5};
-/// The mark, and one byte more that is to be 0.
+/// The mark and one more byte, which should be 0.
 constexpr std::size_t exifMarkBytes = 6;
 
-/// Start of frame, whatever the coding; DHT, JPG and DAC have numbers between.
+/// Returns true for a start of frame in any coding. DHT, JPG and DAC have numbers in the same
+/// range.
 bool isFrame(unsigned marker) {
   return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
 
-/// Markers without a segment behind them.
+/// Returns true for markers without a segment after them.
 bool standsAlone(unsigned marker) { return marker == 1 || (marker >= 0xD0 && marker <= 0xD8); }
 
 struct Segment {
   unsigned marker = 0;
-  std::uint64_t begin = 0;  ///< of its content
+  std::uint64_t begin = 0;  ///< offset of its content
   std::uint64_t length = 0;
 };
 
-/// The segment that begins at an offset; nothing where none does.
+/// Returns the segment that begins at `offset`, or nullopt if none does.
 std::optional<Segment> segmentAt(FileBytes& file, std::uint64_t offset) {
   constexpr int maxFill = 1024;
   for (int fill = 0; fill < maxFill; ++fill, ++offset) {
@@ -48,8 +49,8 @@ bool isExif(FileBytes& file, const Segment& segment) {
          file.at(segment.begin, exifMark.size()) == exifMark;
 }
 
-/// Whether a block has told something of the capture. One that is broken or empty says nothing, and
-/// a good one may follow.
+/// Returns true if an Exif block has yielded capture metadata. A broken or empty block yields none,
+/// and a good one may follow.
 bool isTold(const MediaMetadata& metadata) {
   return metadata.exifDate || metadata.lat || metadata.cam == true;
 }

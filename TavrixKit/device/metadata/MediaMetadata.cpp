@@ -1,4 +1,4 @@
-#include "device/MediaMetadata.h"
+#include "device/metadata/MediaMetadata.h"
 
 namespace tavrix {
 

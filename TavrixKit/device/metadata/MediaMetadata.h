@@ -8,7 +8,7 @@
 
 namespace tavrix {
 
-/// What a file itself tells of its capture; the fields are those of SnapshotItem.
+/// The capture metadata that a file itself contains; the fields are those of SnapshotItem.
 struct MediaMetadata {
   std::optional<std::string> exifDate;
   std::optional<std::string> exifOffset;
@@ -16,19 +16,20 @@ struct MediaMetadata {
   std::optional<double> lon;
   std::optional<std::int64_t> px;
   std::optional<std::int64_t> py;
-  std::optional<bool> cam;  ///< of stills alone
+  std::optional<bool> cam;  ///< only for stills
 
-  /// Sets the size as stored, before any rotation; a size without pixels is none.
+  /// Sets the size as stored, before any rotation. Ignores a size without pixels, and a width or
+  /// height above 2^30.
   void setPixels(std::uint64_t width, std::uint64_t height) {
     constexpr std::uint64_t limit = 1U << 30U;
     if (width == 0 || height == 0 || width > limit || height > limit) return;
     px = static_cast<std::int64_t>(width);
     py = static_cast<std::int64_t>(height);
   }
-  /// Sets the position; one that is not on the Earth is none.
+  /// Sets the position in degrees. Ignores values outside ±90° latitude or ±180° longitude.
   void setPosition(double latitude, double longitude) {
     if (!(latitude >= -90 && latitude <= 90 && longitude >= -180 && longitude <= 180)) return;
-    // Of zero there is one: a cache that is read back knows no sign of it.
+    // Normalises −0.0 to 0.0; the cache does not keep the sign.
     lat = latitude + 0.0;
     lon = longitude + 0.0;
   }
@@ -36,10 +37,11 @@ struct MediaMetadata {
   friend bool operator==(const MediaMetadata&, const MediaMetadata&) = default;
 };
 
-/// The metadata that a catalogue entry holds; the same into another entry; an entry with other
-/// metadata.
+/// Returns the metadata of a catalogue entry.
 MediaMetadata metadataOf(const SnapshotItem& item);
+/// Replaces the metadata of `to` by that of `from`.
 void copyMetadata(const SnapshotItem& from, SnapshotItem& to);
+/// Returns `item` with its metadata replaced by `metadata`.
 SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata);
 
 }  // namespace tavrix

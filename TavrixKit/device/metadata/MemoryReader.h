@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "device/RangedReader.h"
+#include "device/metadata/RangedReader.h"
 
 namespace tavrix {
 
-/// Bytes in memory as a file.
+/// Presents bytes in memory, which it does not own, as a file.
 class MemoryReader : public RangedReader {
  public:
   explicit MemoryReader(std::span<const char> bytes) : bytes_(bytes) {}

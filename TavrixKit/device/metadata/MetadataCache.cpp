@@ -1,4 +1,4 @@
-#include "device/MetadataCache.h"
+#include "device/metadata/MetadataCache.h"
 
 #include <fmt/format.h>
 
@@ -32,8 +32,8 @@ std::string pathOf(const std::string& directory, const std::string& name) {
   return (fs::path{directory} / name).string();
 }
 
-/// Shortest digits that give the number back, never without a point or an exponent: "0.0",
-/// "1779364800.5", "1e+17".
+/// Returns the shortest digits that give the number back, always with a point or an exponent:
+/// "0.0", "1779364800.5", "1e+17".
 std::string shortestText(double number) {
   const double size = std::abs(number);
   const bool isPlain = size == 0 || (size >= 1e-4 && size < 0x1p54);
@@ -42,7 +42,7 @@ std::string shortestText(double number) {
   return text.find_first_of(".e") == std::string::npos ? text + ".0" : text;
 }
 
-/// Ends a key where the folder of a record follows that is not the last one of its key.
+/// Separates key and folder of a record that is not the last one added under its key.
 constexpr char folderMark = '\0';
 
 std::string keyInFolder(std::string_view key, const std::optional<std::string>& dir) {
@@ -62,7 +62,7 @@ MetadataCache::Records loadLines(const std::string& phoneKey, const std::string&
   }
 }
 
-/// Throws FileError.
+/// Returns the text of a legacy file. Throws FileError.
 std::string legacyText(const std::string& name, const std::string& directory) {
   return openFolder(directory)->readFile(name, maxLegacyBytes);
 }
@@ -119,7 +119,7 @@ std::uint64_t countRecords(const std::string& directory, const std::string& name
   }
 }
 
-/// The files of all phones; none where there is no directory.
+/// Returns the names of the cache files of all phones; empty if there is no directory.
 std::vector<std::string> cacheFiles(const std::string& directory) {
   try {
     auto names = openFolder(directory)->names();
@@ -152,7 +152,7 @@ bool MetadataCache::isIncomplete(const SnapshotItem& item) {
 }
 
 void MetadataCache::add(Records& records, std::string key, SnapshotItem item) {
-  // Where the key is taken, neither argument is moved from.
+  // If the key exists already, neither argument is moved from.
   const auto [found, isNew] = records.try_emplace(std::move(key), std::move(item));
   if (isNew) return;
   SnapshotItem earlier = std::exchange(found->second, std::move(item));
@@ -198,7 +198,7 @@ void MetadataCache::save(const Records& records, const std::string& phoneKey,
   std::error_code error;
   fs::create_directories(directory, error);
   if (error) throw FileError{FileOperation::makeFolder, directory, error.value()};
-  // In an order that stays, so that equal records make equal files.
+  // In a fixed order, so that equal records give equal files.
   std::vector<const Records::value_type*> entries;
   entries.reserve(records.size());
   for (const auto& entry : records) entries.push_back(&entry);
@@ -223,9 +223,9 @@ bool MetadataCache::legacyExists(const std::string& phoneKey, const std::string&
 void MetadataCache::migrate(const std::string& phoneKey, const std::string& directory) {
   if (!legacyExists(phoneKey, directory)) return;
   const std::string legacyName = fileName(phoneKey, legacySuffix);
-  // Read before anything else: what cannot be read now may be readable another day.
+  // The legacy file is read first: if it cannot be read now, it may be readable another day.
   const auto legacy = decodeLegacy(legacyText(legacyName, directory));
-  // Damage may be mended by hand, or be what a later reader understands.
+  // A damaged file stays: it may be repaired by hand, or a later reader may understand it.
   if (!legacy) return;
   Records records = legacyRecords(*legacy);
   for (auto& [key, item] : loadLines(phoneKey, directory)) {

@@ -12,18 +12,18 @@
 
 namespace tavrix {
 
-/// What was read of the files of one phone, so that a second look reads only what is new. It lies
-/// in the state folder, one file a phone; docs/cache.md tells the form. A cache is never a source
-/// of truth: what is unreadable in it counts as absent.
+/// The metadata read from the files of one phone, kept so that a second pass reads only new files.
+/// It is stored in the state folder, one file per phone; docs/cache.md describes the format. A
+/// cache is never a source of truth: unreadable parts are treated as absent.
 struct MetadataCache {
-  /// By the key of each item. Of several with one key the last one taken in; the others are there
-  /// too, and find() knows them by their folders.
+  /// The records by item key. If several records have the same key, the key leads to the one added
+  /// last; the others are kept as well, and find() finds them by their folders.
   using Records = StringMap<SnapshotItem>;
 
   class MigrationError : public std::exception {
    public:
     enum class Kind {
-      verificationFailed,  ///< the new file does not hold what was saved
+      verificationFailed,  ///< the new file does not contain what was saved
     };
     explicit MigrationError(Kind kind) : kind_(kind) {}
     Kind kind() const { return kind_; }
@@ -37,44 +37,44 @@ struct MetadataCache {
 
   friend bool operator==(const MetadataCache&, const MetadataCache&) = default;
 
-  /// Identifies a file by name, size in bytes and date in seconds since 1970:
-  /// "IMG_0001.HEIC|1234|0.0".
+  /// Returns the key that identifies a file by name, size in bytes and date in seconds since 1970
+  /// (0.0 without a date): "IMG_0001.HEIC|1234|0.0".
   static std::string key(std::string_view name, std::uint64_t size, std::optional<double> date);
   static std::string key(const SnapshotItem& item);
-  /// A picture or film whose size in pixels nobody has read: an earlier reader left it out, and it
-  /// is to be read again.
+  /// Returns true for a picture or film without a size in pixels. An earlier reader left the size
+  /// out, so the file must be read again.
   static bool isIncomplete(const SnapshotItem& item);
-  /// A device's serial number as it stands in file names; "unknown" without one.
+  /// Returns a device's serial number in the form used in file names; "unknown" without one.
   static std::string phoneKey(const std::optional<std::string>& serialNumber);
 
-  /// Takes in a record, in place of an earlier one of the same key and folder.
+  /// Adds a record; replaces an earlier one of the same key and folder.
   static void add(Records& records, std::string key, SnapshotItem item);
-  /// What is known of a file with this key in this folder; null when there is nothing. Unless the
-  /// key is `shared` by files of several folders, a record of another folder counts too: files are
-  /// moved.
+  /// Returns the record of the file with key `key` in folder `dir`, or nullptr if there is none.
+  /// Unless the key is `shared` by files of several folders, a record of another folder matches
+  /// too, because files are moved.
   static const SnapshotItem* find(const Records& records, std::string_view key,
                                   const std::optional<std::string>& dir, bool shared);
 
-  /// The records of a phone, of both forms; a JSON Lines record counts more than a legacy one, a
-  /// later line more than an earlier one. Incomplete ones are left out. Never throws for what is on
-  /// the disk.
+  /// Returns the records of a phone from both file formats. A JSON Lines record takes precedence
+  /// over a legacy one, a later line over an earlier one. Incomplete records are left out. Never
+  /// throws, whatever is on the disk.
   static Records load(const std::string& phoneKey, const std::string& directory);
-  /// Writes the whole file in one step; the directory and those above it are created. Throws
-  /// FileError.
+  /// Writes the whole file in one step. Creates the directory and its parents. Throws FileError.
   static void save(const Records& records, const std::string& phoneKey,
                    const std::string& directory);
 
-  /// Whether a phone's records are there in the form of earlier versions.
+  /// Returns true if a phone has a cache file in the format of earlier versions.
   static bool legacyExists(const std::string& phoneKey, const std::string& directory);
-  /// Moves them into the present form. The legacy file is removed only when the new one was read
-  /// back whole; one in which nothing decodes stays. Throws MigrationError, FileError.
+  /// Converts the legacy file of a phone to the present format. Removes the legacy file only after
+  /// the new file was read back complete. A legacy file in which nothing decodes stays. Throws
+  /// MigrationError, FileError.
   static void migrate(const std::string& phoneKey, const std::string& directory);
-  /// The legacy form: one JSON object whose member "records" maps keys to records. Nothing when the
-  /// text is no such thing, or holds records of which none decodes; one that does not decode is
-  /// left out.
+  /// Decodes the legacy format: one JSON object whose member "records" maps keys to records. Leaves
+  /// out records that do not decode. Returns nullopt if the text is not such an object, or if it
+  /// has records but none of them decodes.
   static std::optional<MetadataCache> decodeLegacy(std::string_view json);
 
-  /// The number of records over all phones.
+  /// Returns the number of records of all phones.
   static std::uint64_t countCachedRecords(const std::string& directory);
 
   struct Removal {
@@ -83,12 +83,13 @@ struct MetadataCache {
 
     friend bool operator==(const Removal&, const Removal&) = default;
   };
-  /// Removes the caches of all phones, as far as it can.
+  /// Removes the caches of all phones. Continues with the next file if one cannot be removed.
   static Removal reset(const std::string& directory);
 };
 
-/// The records of JSON Lines, one SnapshotItem each; lines that do not decode are passed over.
-/// `fileBytes`, when known, spares the growing of the map.
+/// Reads records from JSON Lines, one SnapshotItem per line. Skips lines that do not decode and
+/// incomplete records. `fileBytes` is the size of the file, 0 if unknown; it serves to reserve
+/// memory.
 MetadataCache::Records readJsonLines(ByteReader& file, std::uint64_t fileBytes = 0);
 
 }  // namespace tavrix

@@ -1,24 +1,25 @@
-// The two forms in which a cache is read: JSON Lines, and the one object of earlier versions.
+// Readers of the two cache formats: JSON Lines, and the single JSON object of earlier versions.
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
-#include "device/CacheLine.h"
-#include "device/MetadataCache.h"
+#include "device/metadata/CacheLine.h"
+#include "device/metadata/MetadataCache.h"
 #include "foundation/json/JsonValue.h"
 
 namespace tavrix {
 namespace {
 
-/// No record is longer; what is, is damage.
+/// No record is longer; a longer line is damage.
 constexpr std::size_t maxLineBytes = 64 * 1024;
 
-/// Hands on the lines of a file without their line feeds; those that are too long are left out.
+/// Passes the lines of a file to `receiver` without their line feeds. Leaves out lines that are too
+/// long.
 template <typename Receiver>
 void readLines(ByteReader& file, const Receiver& receiver) {
   std::vector<char> buffer(std::size_t{1} << 18U);
-  std::string begun;  // what came of a line before its end
+  std::string begun;  // the part of a line read so far
   const auto end = [&](std::string_view rest) {
     const std::string_view line = begun.empty() ? rest : std::string_view{begun.append(rest)};
     if (line.size() <= maxLineBytes) receiver(line);
@@ -50,7 +51,7 @@ bool assign(const JsonValue& value, std::optional<double>& field) {
   return field.has_value();
 }
 
-/// A whole number may be written with a point or an exponent.
+/// Also accepts a whole number written with a point or an exponent.
 bool assign(const JsonValue& value, std::optional<std::uint64_t>& field) {
   field = value.asUnsigned();
   const auto number = value.asNumber();
@@ -70,12 +71,12 @@ bool assign(const JsonValue& value, std::optional<std::int64_t>& field) {
   return field.has_value();
 }
 
-/// Takes the members of a record as a line's fields are taken.
+/// Takes the members of a legacy record by the same rules as the fields of a line.
 class RecordMembers {
  public:
   explicit RecordMembers(const JsonValue& record) : record_(record) {}
 
-  /// The field stays empty where there is no such member, or null.
+  /// Leaves the field empty if the member is absent or null.
   template <typename Value>
   bool take(std::string_view key, std::optional<Value>& field) const {
     const JsonValue* const value = record_.member(key);
@@ -93,8 +94,8 @@ class RecordMembers {
   const JsonValue& record_;
 };
 
-/// Nothing when a member is of another type than its field: whoever drops the member alone would
-/// never look at the file again.
+/// Returns nullopt if a member has another type than its field. If only the member were dropped,
+/// the file would never be read again.
 std::optional<SnapshotItem> itemOf(const JsonValue& record) {
   const RecordMembers members{record};
   std::optional<SnapshotItem> item{std::in_place};
@@ -112,7 +113,7 @@ std::optional<SnapshotItem> itemOf(const JsonValue& record) {
 }  // namespace
 
 MetadataCache::Records readJsonLines(ByteReader& file, std::uint64_t fileBytes) {
-  // About what a line has; and a bound, whatever the size of the file.
+  // The approximate length of a line, and an upper limit for files of any size.
   constexpr std::uint64_t lineBytes = 180;
   constexpr std::uint64_t mostExpected = 1'000'000;
   MetadataCache::Records records;

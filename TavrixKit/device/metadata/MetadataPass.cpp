@@ -1,4 +1,4 @@
-#include "device/MetadataPass.h"
+#include "device/metadata/MetadataPass.h"
 
 #include <absl/container/flat_hash_set.h>
 
@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "device/OddPaths.h"
+#include "device/metadata/OddPaths.h"
 
 namespace tavrix {
 namespace {
@@ -27,7 +27,7 @@ std::vector<std::string> keysOf(const std::vector<SnapshotItem>& items) {
   return keys;
 }
 
-/// Keys that more than one item has, so that one record cannot speak for all of them.
+/// The keys that more than one item has, so that one record cannot stand for all of them.
 class SharedKeys {
  public:
   explicit SharedKeys(const std::vector<SnapshotItem>& items) : keys_(keysOf(items)) {
@@ -41,11 +41,11 @@ class SharedKeys {
 
  private:
   std::vector<std::string> keys_;
-  KeySet shared_;  ///< points into the keys
+  KeySet shared_;  ///< views into `keys_`
 };
 
-/// The indexes of items that agree in key and folder. Names on a disk differ, so only what stands
-/// for names that are no UTF-8 can agree.
+/// Returns the indexes of items that agree in key and folder. Names on a disk differ, so only
+/// replacements for names that are not UTF-8 can agree.
 std::set<std::size_t> twinsOf(const std::vector<SnapshotItem>& items) {
   std::map<std::pair<std::string, std::optional<std::string>>, std::size_t> first;
   std::set<std::size_t> twins;
@@ -57,7 +57,7 @@ std::set<std::size_t> twinsOf(const std::vector<SnapshotItem>& items) {
   return twins;
 }
 
-/// Whether it could be saved.
+/// Returns true if the records were saved; logs a failure.
 bool saveQuietly(const MetadataCache::Records& records, const std::string& phoneKey,
                  const std::string& directory, Log& log) {
   try {
@@ -103,7 +103,8 @@ void MetadataPass::load() {
 
 std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items) {
   twins_ = twinsOf(items);
-  // Seldom asked for: where nothing was moved, the records have the files' own folders.
+  // Built on first use, because it is rarely needed: if no file was moved, the records have the
+  // folders of their files.
   std::optional<SharedKeys> shared;
   const auto isShared = [&](const std::string& key) {
     if (!shared) shared.emplace(items);
@@ -159,7 +160,7 @@ void MetadataPass::remember(const SnapshotItem& item) {
     isKept_ = false;
     return;
   }
-  // It would be read again anyway, and needs no writing.
+  // An incomplete record would be read again anyway, so it need not be written.
   if (MetadataCache::isIncomplete(item)) return;
   MetadataCache::add(records_, MetadataCache::key(item), item);
   isSaved_ = false;
@@ -173,7 +174,7 @@ void MetadataPass::fetchOne(SnapshotItem& item, std::size_t index, const Fetch& 
                             Result& result) {
   try {
     if (isPicture(item)) {
-      // Whoever fetches may look at the item: it is whole until that is done.
+      // `fetch` may read the item, so the item is moved from only after it returns.
       const MediaMetadata metadata = fetch(index);
       item = withMetadata(std::move(item), metadata);
     }

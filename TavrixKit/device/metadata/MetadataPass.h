@@ -8,39 +8,39 @@
 #include <string>
 #include <vector>
 
-#include "device/Checkpoint.h"
-#include "device/MediaMetadata.h"
-#include "device/MetadataCache.h"
-#include "device/SerialQueue.h"
+#include "device/metadata/Checkpoint.h"
+#include "device/metadata/MediaMetadata.h"
+#include "device/metadata/MetadataCache.h"
 #include "foundation/Log.h"
 #include "foundation/files/FileError.h"
+#include "foundation/tasks/SerialQueue.h"
 
 namespace tavrix {
 
-/// One reading of the metadata of all files of a phone or folder: from the cache what it has, from
-/// the files the rest. What was read is saved every now and then while the pass goes on, and at its
-/// end, also when it is stopped.
+/// One pass over all files of a phone or folder that collects their metadata, from the cache where
+/// possible, else from the files. What was read is saved at intervals during the pass and at its
+/// end, also if the pass is stopped.
 class MetadataPass {
  public:
-  /// How far a pass is, in files.
+  /// The progress of a pass, in files.
   struct Progress {
     std::size_t total = 0;
     std::size_t hits = 0;  ///< taken from the cache
-    std::size_t read = 0;  ///< looked at since
+    std::size_t read = 0;  ///< not in the cache, processed so far
 
     std::size_t done() const { return hits + read; }
     friend bool operator==(const Progress&, const Progress&) = default;
   };
   struct Setup {
     std::string phoneKey;
-    std::optional<std::string> directory;  ///< of the cache; without one, nothing is kept
+    std::optional<std::string> directory;  ///< of the cache; if absent, nothing is kept
     std::function<Instant()> now;
-    Log* log = nullptr;  ///< silent without one
-    /// Told from the thread of run().
+    Log* log = nullptr;  ///< nothing is logged if null
+    /// Called on the thread of run().
     std::function<void(const Progress&)> progress{};
     Checkpoint checkpoint{};
   };
-  /// Reads the metadata of the item at an index. Throws FileError when the file cannot be read.
+  /// Reads the metadata of the item at `index`. Throws FileError if the file cannot be read.
   using Fetch = std::function<MediaMetadata(std::size_t index)>;
 
   struct Failure {
@@ -49,30 +49,30 @@ class MetadataPass {
   };
   struct Result {
     Progress progress;
-    std::vector<Failure> failures;  ///< in the order of the items, which keep no metadata
-    bool isComplete = true;         ///< false when it was stopped
-    bool isKept = true;             ///< all that was read lies in the cache
+    std::vector<Failure> failures;  ///< in the order of the items; these items get no metadata
+    bool isComplete = true;         ///< false if the pass was stopped
+    bool isKept = true;             ///< everything that was read is in the cache
   };
 
   explicit MetadataPass(Setup setup) : setup_(std::move(setup)) {}
 
-  /// Begins to load the cache, for a caller who lists the files meanwhile.
+  /// Starts to load the cache in the background, while the caller lists the files.
   void beginLoading();
-  /// Completes the items. Only pictures and films are fetched: other files have no metadata. Where
-  /// the items are the `whole` source, the cache forgets files that are gone when they outnumber
-  /// those that are there: another card in the same place shall not cost this one its records at
-  /// once.
+  /// Adds metadata to the items. Fetches only pictures and films: other files have no metadata. If
+  /// the items are the `whole` source, the cache drops the records of files that are gone as soon
+  /// as they outnumber the items. Until then they stay, so that another card in the same place does
+  /// not cost this one its records at once.
   Result run(std::vector<SnapshotItem>& items, const Fetch& fetch, const std::stop_token& stop = {},
              bool whole = false);
 
  private:
   void load();
-  /// The indexes of the items that the cache does not know; the others are completed.
+  /// Adds metadata to the items that the cache has. Returns the indexes of the other items.
   std::vector<std::size_t> takeHits(std::vector<SnapshotItem>& items);
   void fetchOne(SnapshotItem& item, std::size_t index, const Fetch& fetch, Result& result);
   void remember(const SnapshotItem& item);
-  /// Drops the records of files that are not among the items, when they are the more; false when
-  /// they are not.
+  /// Drops the records of files that are not among the items, if they outnumber the items. Returns
+  /// false if they do not.
   bool forgetGone(const std::vector<SnapshotItem>& items);
   void saveInBackground();
   void tell(const Progress& progress) const;
@@ -81,11 +81,11 @@ class MetadataPass {
   Setup setup_;
   std::future<MetadataCache::Records> loading_;
   MetadataCache::Records records_;
-  /// The indexes of items that agree with another in all that a record is known by, so that the
-  /// cache cannot tell which of them it speaks of.
+  /// The indexes of items that have the same key and folder as another item, so that the cache
+  /// cannot tell them apart.
   std::set<std::size_t> twins_;
-  bool isSaved_ = true;  ///< what was read is in the file, or on its way there
-  bool isKept_ = true;   ///< the last save succeeded; of the queue's thread until it is waited for
+  bool isSaved_ = true;  ///< everything read is in the file or on its way there
+  bool isKept_ = true;   ///< the last save succeeded; owned by the thread of `writes_` until wait()
   SerialQueue writes_;
 };
 

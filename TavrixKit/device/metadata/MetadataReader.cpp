@@ -1,27 +1,27 @@
-#include "device/MetadataReader.h"
+#include "device/metadata/MetadataReader.h"
 
 #include <algorithm>
 #include <array>
 
-#include "device/Containers.h"
-#include "device/HeifItems.h"
+#include "device/metadata/Containers.h"
+#include "device/metadata/HeifItems.h"
 
 namespace tavrix {
 namespace {
 
 using Read = MediaMetadata (*)(FileBytes&);
 
-/// What a file of a kind has at an offset.
+/// Bytes at an offset that identify a file format, and the reader of the format.
 struct Mark {
   std::size_t offset;
   std::string_view bytes;
   Read read;
 };
 
-constexpr std::size_t headBytes = 12;
+constexpr std::size_t magicBytes = 12;
 
-/// Whether a file whose brand does not tell it is one of pictures: these have the box "meta" with
-/// their primary picture where films have "moov".
+/// Returns true if a file contains pictures, for files whose brand does not say so. Such a file has
+/// a "meta" box with a primary picture where a film has "moov".
 bool isHeif(FileBytes& file) {
   IsoBoxes boxes{file, 0, file.size()};
   while (const auto box = boxes.next()) {
@@ -37,7 +37,7 @@ MediaMetadata readByBoxes(FileBytes& file) {
   return isHeif(file) ? readHeif(file) : readMovie(file);
 }
 
-/// The first that fits counts. Films without "ftyp" are QuickTime's older ones.
+/// The first match is used. Films without "ftyp" are older QuickTime files.
 constexpr std::array<Mark, 26> marks{{
     {0, "\xFF\xD8\xFF", readJpeg},  {0, "\x89PNG\r\n\x1A\n", readPng},
     {0, {"II\x2A\0", 4}, readTiff}, {0, {"MM\0\x2A", 4}, readTiff},
@@ -58,7 +58,7 @@ constexpr std::array<Mark, 26> marks{{
 
 MediaMetadata MetadataReader::read(RangedReader& file) {
   FileBytes bytes{file};
-  const auto head = bytes.at(0, headBytes);
+  const auto head = bytes.at(0, magicBytes);
   if (!head) return {};
   const auto* const found = std::find_if(marks.begin(), marks.end(), [&](const Mark& mark) {
     return head->substr(mark.offset).starts_with(mark.bytes);

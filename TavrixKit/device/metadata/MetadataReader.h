@@ -1,16 +1,16 @@
 #pragma once
 
-#include "device/MediaMetadata.h"
-#include "device/RangedReader.h"
+#include "device/metadata/MediaMetadata.h"
+#include "device/metadata/RangedReader.h"
 
 namespace tavrix {
 
-/// Reads what a picture or film tells of its capture. The content decides what a file is, not its
-/// name; a few small ranges are read, never the whole file.
+/// Reads the capture metadata of pictures and films. The content of a file decides its format, not
+/// its name. Only a few small ranges are read, never the whole file.
 namespace MetadataReader {
 
-/// Nothing in it for a file of no known kind; what is broken in a file is left out. Throws only
-/// what `file` throws.
+/// Returns the metadata of a file; empty metadata if the format is unknown. Broken parts are left
+/// out. Throws only what `file` throws.
 MediaMetadata read(RangedReader& file);
 
 }  // namespace MetadataReader

@@ -1,14 +1,14 @@
-// QuickTime File Format and ISO/IEC 14496-12: the box "moov" at either end of the file holds the
+// QuickTime File Format and ISO/IEC 14496-12: the box "moov" at either end of the file contains the
 // film's header, its tracks, and metadata by key. The pictures themselves are never read.
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
-#include "device/Bytes.h"
-#include "device/Containers.h"
-#include "device/Iso6709.h"
-#include "device/IsoBoxes.h"
+#include "device/metadata/Bytes.h"
+#include "device/metadata/Containers.h"
+#include "device/metadata/Iso6709.h"
+#include "device/metadata/IsoBoxes.h"
 
 namespace tavrix {
 namespace {
@@ -20,7 +20,8 @@ constexpr std::string_view locationKey = "com.apple.quicktime.location.ISO6709";
 constexpr std::size_t maxValueBytes = 1024;
 constexpr std::size_t maxKeys = 256;
 
-/// An offset of ISO 8601 as EXIF writes it: "Z", "+08" and "+0800" become "+00:00" and "+08:00".
+/// Returns an ISO 8601 offset in the form of EXIF: "Z" becomes "+00:00"; "+08" and "+0800" become
+/// "+08:00".
 std::string exifOffsetOf(std::string_view text) {
   if (text == "Z") return "+00:00";
   std::string offset{text};
@@ -29,14 +30,14 @@ std::string exifOffsetOf(std::string_view text) {
   return offset;
 }
 
-/// What stands behind the seconds, without a fraction of them.
+/// Returns the text after the seconds without their fraction.
 std::string_view withoutFraction(std::string_view text) {
   if (!text.starts_with('.') && !text.starts_with(',')) return text;
   return text.substr(std::min(text.find_first_not_of("0123456789", 1), text.size()));
 }
 
-/// "2019-02-12T15:27:12+0800", also with a fraction of the second and other forms of the offset:
-/// date and offset as EXIF writes them.
+/// Sets date and offset in the form of EXIF from a text such as "2019-02-12T15:27:12+0800", also
+/// with a fraction of the second and other forms of the offset.
 void setIsoDate(std::string_view text, MediaMetadata& metadata) {
   constexpr std::size_t dateBytes = 19;
   if (text.size() < dateBytes || text[10] != 'T') return;
@@ -49,7 +50,7 @@ void setIsoDate(std::string_view text, MediaMetadata& metadata) {
   if (isExifOffset(offset)) metadata.exifOffset = std::move(offset);
 }
 
-/// Seconds since 1904 in UTC, as the film's header counts. Some writers count from 1970.
+/// Sets the date from the film's header: seconds since 1904 in UTC. Some writers count from 1970.
 void setHeaderDate(std::uint64_t value, MediaMetadata& metadata) {
   constexpr std::uint64_t secondsTo1970 = 2'082'844'800;
   if (value == 0) return;
@@ -95,11 +96,11 @@ class Movie {
     return date ? bigEndian(*date) : 0;
   }
 
-  /// The first track with pixels is the film.
+  /// Reads the size of a track. The first track with pixels is the film.
   void readTrack(const IsoBox& track) {
     if (metadata_.px) return;
     const auto header = IsoBoxes::find(file_, track.begin, track.end, "tkhd");
-    // Width and height end the header, as numbers with 16 bits of fraction.
+    // The header ends with width and height, as numbers with 16 bits of fraction.
     constexpr std::uint64_t sizeBytes = 8;
     if (!header || header->length() < sizeBytes) return;
     const auto size = file_.at(header->end - sizeBytes, sizeBytes);
@@ -113,7 +114,7 @@ class Movie {
       if (box->type == "meta") readKeyed(*box);
       if (box->type == "loci") readPlace(*box);
       if (box->type != "\xA9xyz") continue;
-      // Length and language of the text stand before it.
+      // Length and language come before the text.
       constexpr std::size_t headBytes = 4;
       if (box->length() <= headBytes || box->length() > maxValueBytes) continue;
       const auto text = contentOf(file_, *box);
@@ -121,10 +122,10 @@ class Movie {
     }
   }
 
-  /// 3GPP TS 26.244, 8.10: a place's name, its role, then longitude and latitude as signed numbers
-  /// with 16 bits of fraction.
+  /// Reads a place (3GPP TS 26.244, 8.10): its name, its role, then longitude and latitude as
+  /// signed numbers with 16 bits of fraction.
   void readPlace(const IsoBox& box) {
-    // Version, flags and language stand before the name.
+    // Version, flags and language come before the name.
     constexpr std::size_t headBytes = 6;
     if (metadata_.lat || box.length() <= headBytes || box.length() > maxValueBytes) return;
     const std::string_view text = contentOf(file_, box).value_or("      ").substr(headBytes);
@@ -142,7 +143,8 @@ class Movie {
     if (!cursor.hasFailed()) metadata_.setPosition(latitude, longitude);
   }
 
-  /// Where the boxes of a "meta" box begin: in an MP4 file version and flags come before them.
+  /// Returns the offset of the boxes in a "meta" box. In an MP4 file, version and flags come before
+  /// them.
   std::uint64_t beginOf(const IsoBox& meta) const {
     const auto head = file_.at(meta.begin, 4);
     return head && bigEndian(*head) == 0 ? meta.begin + 4 : meta.begin;
@@ -161,7 +163,8 @@ class Movie {
     return keys;
   }
 
-  /// The values of "ilst" are boxes whose type is the number of their key, from 1.
+  /// Reads the metadata by key. The values in "ilst" are boxes whose type is the number of their
+  /// key, counted from 1.
   void readKeyed(const IsoBox& meta) {
     const auto keys = keysOf(meta);
     const auto list = IsoBoxes::find(file_, beginOf(meta), meta.end, "ilst");
@@ -176,7 +179,7 @@ class Movie {
   }
 
   std::string_view textOf(const IsoBox& value) const {
-    // Type and locale stand before the text.
+    // Type and locale come before the text.
     constexpr std::size_t headBytes = 8;
     const auto data = IsoBoxes::find(file_, value.begin, value.end, "data");
     if (!data || data->length() < headBytes || data->length() > maxValueBytes) return {};

@@ -1,4 +1,4 @@
-#include "device/OddPaths.h"
+#include "device/metadata/OddPaths.h"
 
 #include <algorithm>
 
@@ -18,7 +18,8 @@ bool OddPaths::isReplaced(const SnapshotItem& item) { return holds(item, "\xEF\x
 
 OddPaths::OddPaths(const std::vector<SnapshotItem>& items, const std::vector<std::string>& paths) {
   if (std::none_of(items.begin(), items.end(), isReplaced)) return;
-  // No other item can have an id that one of these has, or would have under a number.
+  // Only these items can have an id that occurs twice, or one that equals a numbered id. So the ids
+  // of all other items need not be computed.
   std::vector<SnapshotItem> odd;
   std::vector<std::size_t> indexes;
   for (std::size_t i = 0; i < items.size(); ++i) {

@@ -9,17 +9,19 @@
 
 namespace tavrix {
 
-/// Where the files of a catalogue lie whose id does not spell their path: the disk's name is no
-/// UTF-8, or the id was numbered because another file has it.
+/// The paths of those files of a catalogue whose id does not spell their path: the name on the disk
+/// is not UTF-8, or the id was numbered because another file has the same id.
 class OddPaths {
  public:
   OddPaths() = default;
-  /// The items of a catalogue in their order, by which ids are numbered, and the path of each.
+  /// `items` are the items of a catalogue in their order, which decides how ids are numbered.
+  /// `paths` are the paths of the same items.
   OddPaths(const std::vector<SnapshotItem>& items, const std::vector<std::string>& paths);
 
-  /// Whether a name or folder is not as the disk spells it, or may not be.
+  /// Returns true if the name or folder of an item differs, or may differ, from its spelling on the
+  /// disk.
   static bool isReplaced(const SnapshotItem& item);
-  /// The path of a file of the catalogue; any other id is taken for a path.
+  /// Returns the path of a file of the catalogue. An id that is not stored here is itself the path.
   std::string pathOf(std::string_view id) const;
 
   friend bool operator==(const OddPaths&, const OddPaths&) = default;

@@ -1,11 +1,11 @@
-// PNG, third edition (W3C): chunks of length, type, content and checksum. An Exif block
-// (chunk eXIf) may stand before the picture's data or behind it.
+// PNG, third edition (W3C): chunks of length, type, content and checksum. An Exif block (chunk
+// eXIf) may come before or after the picture's data.
 
 #include <algorithm>
 
-#include "device/Bytes.h"
-#include "device/Containers.h"
-#include "device/ExifMetadata.h"
+#include "device/metadata/Bytes.h"
+#include "device/metadata/Containers.h"
+#include "device/metadata/ExifMetadata.h"
 
 namespace tavrix {
 namespace {
@@ -20,7 +20,7 @@ void readExifChunk(FileBytes& file, std::uint64_t begin, std::uint64_t length,
   if (const auto block = TiffBlock::open(file, begin, length)) readExif(*block, metadata);
 }
 
-/// Whether chunks follow one another in `tail` from `at` on, up to the last one at its end.
+/// Returns true if `tail` consists of consecutive chunks from `at` on and ends with the last chunk.
 bool leadsToEnd(std::string_view tail, std::size_t at) {
   while (at + chunkOverhead <= tail.size()) {
     if (at + chunkOverhead == tail.size()) return tail.substr(at, 8) == lastChunk;
@@ -29,7 +29,8 @@ bool leadsToEnd(std::string_view tail, std::size_t at) {
   return false;
 }
 
-/// The first place of a chunk of a type from which chunks lead to the end of `tail`.
+/// Returns the first position of a chunk of type `type` from which chunks lead to the end of
+/// `tail`.
 std::optional<std::size_t> lastChunks(std::string_view tail, std::string_view type) {
   constexpr int maxTried = 16;
   auto at = tail.find(type, 4);
@@ -40,12 +41,12 @@ std::optional<std::size_t> lastChunks(std::string_view tail, std::string_view ty
   return std::nullopt;
 }
 
-/// Looks for the block among the last bytes of the file: the data before it may be thousands of
-/// chunks, each a range to read. False when these bytes leave it open, because no chunk of data
-/// begins in them or the picture does not end with the file.
+/// Searches the last bytes of the file for the Exif block: the data before it may be thousands of
+/// chunks, each of which would cost a range. Returns false if these bytes do not decide the
+/// question, because no data chunk begins in them or the picture does not end with the file.
 bool readExifInTail(FileBytes& file, std::uint64_t dataBegin, std::uint64_t dataLength,
                     MediaMetadata& metadata) {
-  // Chunks of data are alike, so that one begins in so many bytes, unless this is the only one.
+  // Data chunks have similar lengths, so one begins in this many bytes, unless there is only one.
   constexpr std::uint64_t maxData = 64 * 1024;
   const bool isOne = dataBegin + dataLength + FileBytes::rangeBytes >= file.size();
   const std::uint64_t more = isOne || dataLength > maxData ? 0 : dataLength;

@@ -8,20 +8,20 @@
 
 namespace tavrix {
 
-/// Reads pieces of one file by their place in it, so that a file on a slow cable need not come as a
-/// whole. Implementations throw what their place throws; a reader of metadata lets it pass.
+/// Reads parts of one file by their offset, so that a file need not be transferred as a whole over
+/// a slow cable. Implementations throw the errors of their storage; metadata readers let them pass.
 class RangedReader {
  public:
   virtual ~RangedReader() = default;
-  /// The file's length in bytes.
+  /// Returns the length of the file in bytes.
   virtual std::uint64_t size() const = 0;
-  /// Fills the buffer with the bytes from `offset` on and gives how many there were: fewer than
-  /// asked for only where the file ends.
+  /// Fills `buffer` with the bytes from `offset` on. Returns their number, which is smaller than
+  /// the buffer only at the end of the file.
   virtual std::size_t read(std::uint64_t offset, std::span<char> buffer) = 0;
 };
 
-/// Opens a regular file of the disk; a symbolic link at its place is refused with ELOOP. Throws
-/// FileError, also from read().
+/// Opens a regular file on the disk. Rejects a symbolic link at `path` with ELOOP. Throws
+/// FileError; read() of the result does, too.
 std::unique_ptr<RangedReader> openForRangedReading(const std::string& path);
 
 }  // namespace tavrix

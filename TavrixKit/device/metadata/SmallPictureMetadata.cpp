@@ -1,18 +1,18 @@
-// Pictures of other makes that a phone keeps, too: GIF89a, Windows bitmap, WebP (RFC 9649).
+// Other picture formats that are found on phones: GIF89a, Windows bitmap, WebP (RFC 9649).
 
 #include <cstdlib>
 
-#include "device/Bytes.h"
-#include "device/Containers.h"
-#include "device/ExifMetadata.h"
+#include "device/metadata/Bytes.h"
+#include "device/metadata/Containers.h"
+#include "device/metadata/ExifMetadata.h"
 
 namespace tavrix {
 namespace {
 
 constexpr std::uint64_t chunkHeader = 8;
-constexpr int maxChunks = 64;
+constexpr int maxWebpChunks = 64;
 
-/// The content of a WebP file's first chunk, which tells the size in one of three ways.
+/// Reads the size from the content of a WebP file's first chunk, which has one of three forms.
 void readWebpSize(std::string_view type, std::string_view content, MediaMetadata& metadata) {
   constexpr std::uint64_t fourteenBits = 0x3FFF;
   if (type == "VP8X") {
@@ -29,7 +29,7 @@ void readWebpSize(std::string_view type, std::string_view content, MediaMetadata
 
 void readWebpExif(FileBytes& file, std::uint64_t begin, std::uint64_t length,
                   MediaMetadata& metadata) {
-  // Some writers put the mark of a JPEG segment before the block.
+  // Some writers put the Exif mark of a JPEG segment before the block.
   if (length > 6 && file.at(begin, 4) == "Exif") {
     begin += 6;
     length -= 6;
@@ -52,7 +52,7 @@ MediaMetadata readBmp(FileBytes& file) {
   MediaMetadata metadata;
   metadata.cam = false;
   if (const auto size = file.at(18, 8)) {
-    // A negative height tells that the rows run from the top.
+    // A negative height means that the rows are stored from the top.
     const auto height = static_cast<std::int32_t>(littleEndian(size->substr(4, 4)));
     metadata.setPixels(littleEndian(size->substr(0, 4)),
                        static_cast<std::uint64_t>(std::abs(std::int64_t{height})));
@@ -64,7 +64,7 @@ MediaMetadata readWebp(FileBytes& file) {
   MediaMetadata metadata;
   metadata.cam = false;
   std::uint64_t offset = 12;
-  for (int i = 0; i < maxChunks; ++i) {
+  for (int i = 0; i < maxWebpChunks; ++i) {
     const auto head = file.at(offset, chunkHeader);
     if (!head) break;
     const std::string_view type = head->substr(0, 4);
@@ -72,7 +72,7 @@ MediaMetadata readWebp(FileBytes& file) {
     const std::uint64_t begin = offset + chunkHeader;
     if (i == 0) {
       if (const auto content = file.at(begin, 10)) readWebpSize(type, *content, metadata);
-      // Only the extended form has chunks of other kinds.
+      // Only the extended format has other chunks.
       if (type != "VP8X") break;
     }
     if (type == "EXIF") {

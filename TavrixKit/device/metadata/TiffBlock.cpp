@@ -1,9 +1,9 @@
-#include "device/TiffBlock.h"
+#include "device/metadata/TiffBlock.h"
 
 #include <algorithm>
 #include <array>
 
-#include "device/Bytes.h"
+#include "device/metadata/Bytes.h"
 
 namespace tavrix {
 namespace {
@@ -53,7 +53,7 @@ std::optional<TiffBlock::Field> TiffBlock::field(std::uint64_t offset,
               static_cast<std::uint32_t>(decoded(entry.substr(4, 4))), offset + 8};
   const std::uint64_t valueBytes = bytesOf(field.type) * std::uint64_t{field.count};
   if (valueBytes == 0) return std::nullopt;
-  // What does not fit into the entry lies elsewhere.
+  // Values that do not fit into the entry are stored elsewhere.
   if (valueBytes > 4) field.valueAt = decoded(entry.substr(8, 4));
   return field;
 }

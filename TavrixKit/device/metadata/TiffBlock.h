@@ -6,41 +6,45 @@
 #include <string_view>
 #include <vector>
 
-#include "device/FileBytes.h"
+#include "device/metadata/FileBytes.h"
 
 namespace tavrix {
 
-/// The image file directories of a TIFF structure (TIFF 6.0), which is a whole file or lies
-/// somewhere in one as its Exif block.
+/// The image file directories of a TIFF structure (TIFF 6.0), which is either a whole file or the
+/// Exif block inside one.
 class TiffBlock {
  public:
   struct Field {
     std::uint16_t tag = 0;
     std::uint16_t type = 0;
     std::uint32_t count = 0;
-    std::uint64_t valueAt = 0;  ///< where its values begin in the block
+    std::uint64_t valueAt = 0;  ///< offset of its values in the block
   };
   using Directory = std::vector<Field>;
 
-  /// The block in the bytes [begin, begin + length) of a file; nothing when there is none.
+  /// Opens the block in the bytes [begin, begin + length) of a file. Returns nullopt if there is
+  /// none.
   static std::optional<TiffBlock> open(FileBytes& file, std::uint64_t begin, std::uint64_t length);
 
-  /// Offset of the first directory from the block's begin.
+  /// Returns the offset of the first directory from the start of the block.
   std::uint64_t firstDirectory() const { return first_; }
-  /// The fields of a directory; none when there is no directory.
+  /// Returns the fields of the directory at `offset`; empty if there is no directory.
   Directory directory(std::uint64_t offset) const;
-  /// The offset that a directory names as the next one's; 0 for none.
+  /// Returns the offset of the directory that follows the one at `offset`; 0 if there is none.
   std::uint64_t nextDirectory(std::uint64_t offset) const;
 
   static const Field* find(const Directory& directory, std::uint16_t tag);
-  /// The value of that place of a field of whole numbers.
+  /// Returns the value at `index` of a field of whole numbers. Returns nullopt if the field has
+  /// another type or no such value.
   std::optional<std::uint64_t> number(const Field& field, std::uint32_t index = 0) const;
-  /// The value of that place of a field of fractions, signed or not.
+  /// Returns the value at `index` of a field of fractions, signed or unsigned. Returns nullopt if
+  /// the field has another type or no such value, or if the denominator is 0.
   std::optional<double> rational(const Field& field, std::uint32_t index = 0) const;
-  /// A field of text, up to its first NUL; a long one is cut.
+  /// Returns the content of a text field up to its first NUL. A long text is cut. Returns nullopt
+  /// if the field has another type.
   std::optional<std::string> text(const Field& field) const;
 
-  /// Bytes of one value of a type; 0 for a type that does not exist.
+  /// Returns the size in bytes of one value of a type; 0 if the type does not exist.
   static std::size_t bytesOf(std::uint16_t type);
   static constexpr std::size_t maxFields = 1024;
 

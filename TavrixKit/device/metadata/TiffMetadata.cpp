@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <set>
 
-#include "device/Containers.h"
-#include "device/ExifMetadata.h"
+#include "device/metadata/Containers.h"
+#include "device/metadata/ExifMetadata.h"
 
 namespace tavrix {
 namespace {
@@ -13,14 +13,14 @@ constexpr std::uint16_t imageLength = 0x0101;
 constexpr std::uint16_t subDirectories = 0x014A;
 constexpr std::size_t maxPictures = 16;
 
-/// The pictures of a file: the chain of its directories and, below each, those that it names.
+/// The pictures of a file: the chain of its directories, and the subdirectories of each.
 class Pictures {
  public:
   explicit Pictures(const TiffBlock& block) : block_(block) {}
 
   void readAll(MediaMetadata& metadata) {
     std::uint64_t offset = block_.firstDirectory();
-    // A chain that leads back to where it was has no end.
+    // A damaged chain may lead back to one of its directories.
     while (offset != 0 && seen_.size() < maxPictures && seen_.insert(offset).second) {
       readBelow(readPicture(offset));
       offset = block_.nextDirectory(offset);
@@ -38,7 +38,7 @@ class Pictures {
     auto directory = block_.directory(offset);
     const std::uint64_t width = numberOf(directory, imageWidth);
     const std::uint64_t height = numberOf(directory, imageLength);
-    // Anything but 0 is a preview, a page or a mask.
+    // Any value except 0 marks a preview, a page or a mask.
     const bool isFull = numberOf(directory, newSubfileType) == 0;
     const bool isLarger = width * height > width_ * height_;
     if (width_ == 0 || (isFull && !isFull_) || (isFull == isFull_ && isLarger)) {

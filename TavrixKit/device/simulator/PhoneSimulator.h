@@ -10,28 +10,29 @@
 
 namespace tavrix {
 
-/// Phones on a cable that is not there: speaks the protocol of the daemon that hands phones over,
-/// on a socket of its own, and behind it what a phone speaks. Programs find it through
-/// USBMUXD_SOCKET_ADDRESS. It trusts its clients: it is for tests and demonstrations.
+/// Simulates phones on a cable. Speaks the protocol of the daemon that provides phones, on a socket
+/// of its own, and behind it the protocols of a phone. Programs find it through
+/// USBMUXD_SOCKET_ADDRESS. It trusts its clients, so it is only for tests and demonstrations.
 class PhoneSimulator {
  public:
-  /// Serves from now on. A socket left at the path is replaced. Throws FileError.
+  /// Starts to serve. Replaces a socket that was left at the path. Throws FileError.
   PhoneSimulator(const std::string& socketPath, std::vector<SimulatedPhone> phones);
-  /// All phones leave; the socket is removed.
+  /// Unplugs all phones and removes the socket.
   ~PhoneSimulator();
   PhoneSimulator(const PhoneSimulator&) = delete;
   PhoneSimulator& operator=(const PhoneSimulator&) = delete;
 
-  /// What programs are to find in USBMUXD_SOCKET_ADDRESS.
+  /// Returns the value that programs need in USBMUXD_SOCKET_ADDRESS.
   std::string address() const;
-  /// Changes a phone; plugging it in or out is told to whoever listens, and out ends its
-  /// connections.
+  /// Changes a phone. Reports to listening programs that it was plugged in or unplugged; unplugging
+  /// also ends its connections.
   void change(std::size_t phone, const std::function<void(SimulatedPhone&)>& change);
-  /// The phone as it is now.
+  /// Returns the current properties of a phone.
   SimulatedPhone phone(std::size_t phone) const;
-  /// Calls on files that were answered so far, of all phones: each a round trip over the cable.
+  /// Returns the number of file calls answered so far by all phones; each is a round trip over the
+  /// cable.
   std::uint64_t fileCalls() const;
-  /// How often a phone has refused to trust, or to open its files.
+  /// Returns the number of times that a phone refused to trust a computer or to open its files.
   std::uint64_t refusals() const;
 
  private:

@@ -8,19 +8,19 @@
 
 namespace tavrix {
 
-/// What a simulated phone is and how it behaves.
+/// The properties and the behaviour of a simulated phone.
 struct SimulatedPhone {
-  /// What it answers when a computer asks to be trusted.
+  /// The answer to a computer that asks to be trusted.
   enum class Trust {
-    trusted,  ///< the computer is known to it
+    trusted,  ///< it knows the computer already
     asking,   ///< it agrees as soon as it is asked
-    pending,  ///< its question stands unanswered on the screen
-    denied,   ///< the person said no
+    pending,  ///< its question is on the screen, unanswered
+    denied,   ///< the user said no
   };
 
-  std::string root;  ///< the folder that holds its DCIM; never written to
-  std::string deviceID = "00008110-0000000000000001";  ///< what the bus calls it
-  std::string serialNumber = "SIMULATED1";             ///< when empty, it tells none
+  std::string root;  ///< the folder that contains its DCIM; never written to
+  std::string deviceID = "00008110-0000000000000001";  ///< its identifier on the bus
+  std::string serialNumber = "SIMULATED1";             ///< if empty, it reports none
   std::string name = "iPhone";
   std::string productType = "iPhone14,5";
   std::string productVersion = "17.5.1";
@@ -29,14 +29,15 @@ struct SimulatedPhone {
   bool usesTLS = true;
   bool isPluggedIn = true;
 
-  std::chrono::microseconds latency{0};  ///< before each answer to a call on files
-  /// It leaves the cable when so many bytes of files were sent, in the middle of an answer.
+  std::chrono::microseconds latency{0};  ///< before each answer to a file call
+  /// It leaves the cable once it has sent this many bytes of files, in the middle of an answer.
   std::optional<std::uint64_t> vanishesAfterBytes;
-  std::optional<std::chrono::milliseconds> returnsAfter;  ///< and comes back
-  /// It stays on the cable and answers nothing any more when so many bytes of files were sent.
+  std::optional<std::chrono::milliseconds> returnsAfter;  ///< then it comes back
+  /// Once it has sent this many bytes of files, it stays on the cable and answers nothing more.
   std::optional<std::uint64_t> hangsAfterBytes;
   bool hangs = false;  ///< it answers nothing, not even a greeting
-  /// Files whose path ends so answer every read with an error, and folders every listing.
+  /// Files whose path ends with one of these answer every read with an error, and folders every
+  /// listing.
   std::vector<std::string> unreadable;
 
   friend bool operator==(const SimulatedPhone&, const SimulatedPhone&) = default;

@@ -9,12 +9,12 @@
 
 namespace tavrix {
 
-/// What the program is asked to simulate.
+/// The phone and the socket that the command line of the simulator asks for.
 struct SimulatorArguments {
   SimulatedPhone phone;
   std::string socketPath;
 
-  /// Nothing when the words make no sense.
+  /// Parses the words of a command line. Returns nullopt if they are not valid.
   static std::optional<SimulatorArguments> parse(const std::vector<std::string_view>& words);
   static const char* const usage;
 

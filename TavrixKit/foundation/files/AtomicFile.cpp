@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view temporaryEnding = ".part";
 constexpr std::size_t tagDigits = 12;
 
-/// Where the extension begins, its point included; the end where there is none.
+/// Returns the offset of the extension's dot, or the length of the path if there is no extension.
 std::size_t extensionBegin(std::string_view path) {
   const auto point = path.rfind('.');
   const auto slash = path.rfind('/');
@@ -18,7 +18,7 @@ std::size_t extensionBegin(std::string_view path) {
   return isInName ? point : path.size();
 }
 
-/// The extension stays in its place, so that whoever cleans up by it finds the file.
+/// Keeps the target's extension in the name, so that clean-up by extension finds the file.
 std::string temporaryPath(const std::string& path) {
   const std::size_t extension = extensionBegin(path);
   const std::string random = randomUuid().text();
@@ -46,7 +46,7 @@ void writeFileAtomically(Folder& folder, const std::string& path,
     try {
       folder.removeFile(temporary);
     } catch (const FileError&) {
-      // The first failure is the one to tell.
+      // The first failure is the one to report.
     }
     throw;
   }
@@ -66,7 +66,7 @@ bool isTemporaryOf(std::string_view name, std::string_view target) {
 
 void removeLeftOvers(Folder& folder, const std::string& target) noexcept {
   try {
-    // Both times are the volume's own, whatever this computer's clock says.
+    // Both times come from the volume, so this computer's clock does not matter.
     const auto written = folder.status(target);
     if (!written) return;
     for (const std::string& name : folder.names()) {
@@ -76,7 +76,7 @@ void removeLeftOvers(Folder& folder, const std::string& target) noexcept {
       if (isOld && status->type == FileStatus::Type::file) folder.removeFile(name);
     }
   } catch (...) {
-    // What stays takes room and nothing else; the next writer tries again.
+    // A file that remains only takes space; the next writer tries again.
     return;
   }
 }

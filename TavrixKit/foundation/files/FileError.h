@@ -19,8 +19,7 @@ enum class FileOperation {
   list
 };
 
-/// An operation on a file that the system refused: which one, on what, and the system's own code
-/// (errno).
+/// A failed operation on a file: the operation, the path and the system's error code (errno).
 class FileError : public std::exception {
  public:
   FileError(FileOperation operation, std::string path, int code)

@@ -7,7 +7,8 @@
 
 namespace tavrix {
 
-/// Reads a regular file of the disk from its beginning. Throws FileError, also from read().
+/// Opens a regular file of the disk for reading from its beginning. Throws FileError; read() of the
+/// result throws it, too.
 std::unique_ptr<ByteReader> openFileForReading(const std::string& path);
 
 }  // namespace tavrix

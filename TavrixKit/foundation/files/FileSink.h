@@ -5,7 +5,8 @@
 
 namespace tavrix {
 
-/// Hands text to a file as it comes. The file outlives it; write() throws what the file throws.
+/// Appends text to a file immediately. The file must outlive the sink. write() throws the errors of
+/// the file.
 class FileSink : public TextSink {
  public:
   explicit FileSink(WritableFile& file) : file_(file) {}

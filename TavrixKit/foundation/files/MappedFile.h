@@ -6,8 +6,9 @@
 
 namespace tavrix {
 
-/// A regular file of the disk as bytes in memory, read only where they are looked at. For files
-/// that ship with the program: one that another process cuts short meanwhile ends this one.
+/// A regular file of the disk, mapped into memory. The system loads only the pages that are read.
+/// For files that ship with the program: if another process truncates the file, reading it crashes
+/// this process.
 class MappedFile {
  public:
   /// Throws FileError.

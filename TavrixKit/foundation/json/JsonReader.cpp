@@ -19,8 +19,8 @@
 namespace tavrix {
 namespace {
 
-/// Bytes for the parser, buffered. Past the longest value allowed it pretends that the text has
-/// ended.
+/// A buffered stream of bytes for the parser. If a value is longer than allowed, the stream reports
+/// the end of the text.
 class InputStream {
  public:
   using Ch = char;
@@ -39,7 +39,7 @@ class InputStream {
   void skipWhitespace() {
     const char* at = current_;
     for (;;) {
-      // A NUL behind the last byte ends every run of spaces.
+      // The NUL after the last byte of the buffer ends this loop.
       while (*at == ' ' || *at == '\n' || *at == '\r' || *at == '\t') ++at;
       current_ = at;
       if (at != end_) return;
@@ -49,7 +49,7 @@ class InputStream {
   }
   std::size_t Tell() const { return offset_ + static_cast<std::size_t>(current_ - buffer_.data()); }
 
-  // The parser's interface asks for these, for output in place; they are never called.
+  // The parser's stream interface requires these for in-situ parsing; they are never called.
   char* PutBegin() { return nullptr; }
   void Put(char) {}
   void Flush() {}
@@ -57,7 +57,7 @@ class InputStream {
 
   void valueEnded() { valueBegin_ = Tell(); }
   bool valueTooLong() const { return valueTooLong_; }
-  /// True when a NUL in the text made the parser believe that it had ended.
+  /// After parsing: returns true if the parser took a NUL in the text for the end of the text.
   bool hasMore() const { return !ended_; }
 
   JsonPosition position() const {
@@ -118,11 +118,10 @@ bool isWhole(std::string_view number) {
                       [](char c) { return c == '.' || c == 'e' || c == 'E'; });
 }
 
-/// Nothing when it does not fit.
 }  // namespace
 }  // namespace tavrix
 
-/// The parser's own way takes a pretty-printed file's indents a character at a time.
+/// The parser's own version reads the indents of a pretty-printed file one character at a time.
 template <>
 inline void rapidjson::SkipWhitespace(tavrix::InputStream& stream) {
   stream.skipWhitespace();
@@ -131,6 +130,7 @@ inline void rapidjson::SkipWhitespace(tavrix::InputStream& stream) {
 namespace tavrix {
 namespace {
 
+/// Returns nullopt if the number does not fit into T.
 template <std::integral T>
 std::optional<T> wholeNumber(const char* begin, const char* end) {
   T value = 0;
@@ -138,16 +138,16 @@ std::optional<T> wholeNumber(const char* begin, const char* end) {
   return result.ec == std::errc{} && result.ptr == end ? std::optional{value} : std::nullopt;
 }
 
-/// The nearest double; nothing when the number is larger than any.
+/// Returns the nearest double, or nullopt if the number is larger than any double.
 std::optional<double> finiteNumber(const char* begin, const char* end) {
   double value = 0;
   if (std::from_chars(begin, end, value).ec == std::errc{}) return value;
-  // Out of range, which may be too close to zero; only this function tells which.
+  // Out of range can also mean too close to zero; only absl tells the two apart.
   const bool isInRange = absl::from_chars(begin, end, value).ec == std::errc{};
   return isInRange || std::abs(value) < 1 ? std::optional{value} : std::nullopt;
 }
 
-/// Whether an escape put half of a surrogate pair into a text that is UTF-8 otherwise.
+/// Returns true if an escape put half of a surrogate pair into a text that is otherwise UTF-8.
 bool hasLoneSurrogate(std::string_view text) {
   if (isAscii(text)) return false;
   for (auto at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1)) {
@@ -156,7 +156,7 @@ bool hasLoneSurrogate(std::string_view text) {
   return false;
 }
 
-/// Hands the parser's events on, counts the depth and tells the stream where values end.
+/// Passes the parser's events on, counts the depth and notifies the stream at the end of a value.
 class Adapter {
  public:
   Adapter(JsonHandler& handler, InputStream& stream, int maxDepth)
@@ -169,8 +169,8 @@ class Adapter {
   bool Int64(std::int64_t) { return false; }
   bool Uint64(std::uint64_t) { return false; }
   bool Double(double) { return false; }
-  /// The parser has checked the form. Its own conversion reads outside its tables where a number
-  /// has some hundred zeros after the point.
+  /// The parser has already checked the syntax. Its own conversion is not used: it reads outside
+  /// its tables if a number has some hundred zeros after the point.
   bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
     const char* const end = text + length;
     if (isWhole({text, length})) {
@@ -196,7 +196,7 @@ class Adapter {
   bool EndArray(rapidjson::SizeType) { return shallower(handler_.endArray()); }
 
   bool tooDeep() const { return depth_ > maxDepth_; }
-  /// True when a number is too large or a text not UTF-8, which the parser let pass.
+  /// Returns true if a number was too large or a text was not UTF-8, which the parser accepts.
   bool isIllFormed() const { return isIllFormed_; }
 
  private:
@@ -239,7 +239,7 @@ void readJson(ByteReader& source, JsonHandler& handler, const JsonLimits& limits
   Adapter adapter{handler, *stream, limits.maxDepth};
   rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>> reader;
   const rapidjson::ParseResult result = reader.Parse<flags>(*stream, adapter);
-  // Where the stream gave up, the parser may have found what came before to be a whole text.
+  // If the stream gave up, the parser may have accepted the part before that as a whole text.
   if (result.IsError() || stream->valueTooLong()) {
     throw JsonError{kindOf(result, *stream, adapter), stream->position()};
   }

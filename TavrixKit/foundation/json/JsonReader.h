@@ -8,7 +8,7 @@
 
 namespace tavrix {
 
-/// A place in a text, for people: line and column count from 1, in bytes.
+/// A position in a text, for the user: line and column, both from 1. The column is in bytes.
 struct JsonPosition {
   std::uint64_t line = 1;
   std::uint64_t column = 1;
@@ -16,14 +16,14 @@ struct JsonPosition {
   friend bool operator==(const JsonPosition&, const JsonPosition&) = default;
 };
 
-/// Why a JSON text could not be read, and where.
+/// Why reading a JSON text failed, and at which position.
 class JsonError : public std::exception {
  public:
   enum class Kind {
     syntax,        ///< not JSON (RFC 8259), or not UTF-8
     tooDeep,       ///< nested deeper than the limits allow
-    valueTooLong,  ///< one value, or one run of white space, longer than the limits allow
-    rejected,      ///< the handler did not want it
+    valueTooLong,  ///< one value, or one run of white space, is longer than the limits allow
+    rejected,      ///< the handler returned false
   };
 
   JsonError(Kind kind, JsonPosition position) : kind_(kind), position_(position) {}
@@ -36,16 +36,17 @@ class JsonError : public std::exception {
   JsonPosition position_;
 };
 
-/// Where bytes come from. read() fills at most the buffer and gives how many bytes it wrote, 0 at
-/// the end; it may throw, and the reader lets that pass.
+/// A source of bytes. read() writes at most `buffer.size()` bytes and returns their number, 0 at
+/// the end. It may throw; readJson() does not catch the exception.
 class ByteReader {
  public:
   virtual ~ByteReader() = default;
   virtual std::size_t read(std::span<char> buffer) = 0;
 };
 
-/// The events of one JSON text in its order. A handler that gives false ends the reading with
-/// JsonError::Kind::rejected. Texts are valid UTF-8 and valid during the call only.
+/// Receives the events of one JSON text in document order. If a function returns false, reading
+/// ends with JsonError::Kind::rejected. Strings are valid UTF-8; the views are valid only during
+/// the call.
 class JsonHandler {
  public:
   virtual ~JsonHandler() = default;
@@ -62,13 +63,13 @@ class JsonHandler {
   virtual bool endArray() = 0;
 };
 
-/// What a text may ask of the reader; memory and stack stay bounded by these.
+/// Limits for a text; they bound the memory and the stack that reading needs.
 struct JsonLimits {
   int maxDepth = 64;
   std::size_t maxValueBytes = std::size_t{1} << 20U;
 };
 
-/// Reads one JSON text from beginning to end and hands its events to `handler`. Throws JsonError.
+/// Reads one JSON text from beginning to end and passes its events to `handler`. Throws JsonError.
 void readJson(ByteReader& source, JsonHandler& handler, const JsonLimits& limits = {});
 void readJson(std::string_view text, JsonHandler& handler, const JsonLimits& limits = {});
 

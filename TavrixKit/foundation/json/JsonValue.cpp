@@ -5,7 +5,7 @@
 namespace tavrix {
 namespace {
 
-/// Passes the elements of the outermost list on, one by one.
+/// Passes on the elements of the outermost list, one by one.
 class ElementReader : public JsonHandler {
  public:
   explicit ElementReader(const std::function<void(JsonValue)>& take) : take_(take) {}
@@ -66,7 +66,7 @@ bool JsonValueBuilder::key(std::string_view name) {
   return true;
 }
 
-/// Puts a value where the text has it and gives its place.
+/// Stores a value at its position in the document and returns a reference to it.
 JsonValue& JsonValueBuilder::place(JsonValue value) {
   if (open_.empty()) return root_ = std::move(value);
   if (auto* array = std::get_if<JsonValue::Array>(&open_.back()->data)) {

@@ -13,8 +13,8 @@
 
 namespace tavrix {
 
-/// A small JSON document in memory: settings, templates, contexts. Of equal keys the last one
-/// counts.
+/// A small JSON document in memory: settings, templates, contexts. If an object has a key twice,
+/// the last value is kept.
 struct JsonValue {
   using Array = std::vector<JsonValue>;
   using Object = std::map<std::string, JsonValue, std::less<>>;
@@ -24,27 +24,27 @@ struct JsonValue {
       data = nullptr;
 
   bool isNull() const { return std::holds_alternative<std::nullptr_t>(data); }
-  /// The value as a type, or null when it is of another one.
+  /// Return the value, or nullptr if it has another type.
   const bool* asBool() const { return std::get_if<bool>(&data); }
   const std::string* asString() const { return std::get_if<std::string>(&data); }
   const Array* asArray() const { return std::get_if<Array>(&data); }
   const Object* asObject() const { return std::get_if<Object>(&data); }
-  /// Any number, whole or not.
+  /// Returns any number, whole or not. Returns nullopt if the value is not a number.
   std::optional<double> asNumber() const;
-  /// The member of an object; null when this is no object or has no such member.
+  /// Returns a member of an object, or nullptr if this is not an object or has no such member.
   const JsonValue* member(std::string_view key) const;
-  /// A whole number from 0 to 2^64 - 1.
+  /// Returns a whole number from 0 to 2^64 - 1. Returns nullopt for any other value.
   std::optional<std::uint64_t> asUnsigned() const;
 
   friend bool operator==(const JsonValue&, const JsonValue&) = default;
 };
 
-/// Builds a value from the events of a text: of a whole one, or of one value inside a larger text.
+/// Builds a value from the events of a whole text, or of one value inside a larger text.
 class JsonValueBuilder : public JsonHandler {
  public:
-  /// Whether an object or array has begun and not ended yet.
+  /// Returns true if an object or array has begun and not yet ended.
   bool isOpen() const { return !open_.empty(); }
-  /// Hands the value out; the next event begins another one.
+  /// Returns the value. The next event begins a new one.
   JsonValue take();
 
   bool null() override { return add({nullptr}); }
@@ -73,8 +73,8 @@ class JsonValueBuilder : public JsonHandler {
 /// Reads one document. Throws JsonError.
 JsonValue parseJson(std::string_view text, const JsonLimits& limits = {});
 
-/// Reads a document that is one list and hands over its elements as they come. Throws JsonError,
-/// what `take` throws passes.
+/// Reads a document that is one list and passes each element to `take` as soon as it is read.
+/// Throws JsonError; exceptions of `take` are not caught.
 void readJsonElements(ByteReader& source, const std::function<void(JsonValue element)>& take,
                       const JsonLimits& limits = {});
 

@@ -9,7 +9,7 @@
 
 namespace tavrix {
 
-/// Where text goes. write() may throw, and the writer lets that pass.
+/// A destination for text. write() may throw; JsonWriter does not catch the exception.
 class TextSink {
  public:
   virtual ~TextSink() = default;
@@ -25,12 +25,12 @@ class StringSink : public TextSink {
   std::string text_;
 };
 
-/// How a document is laid out: pretty-printed with two spaces an indent, or on one line.
+/// The layout of a document: pretty-printed with indents of two spaces, or on one line.
 enum class JsonLayout { pretty, line };
 
-/// Writes one JSON document, slashes as they are, doubles in their shortest form, ill-formed UTF-8
-/// replaced by U+FFFD. Keys come out in the order of the calls. The calls must form one whole
-/// value; finish() ends the document with a line break.
+/// Writes one JSON document. Does not escape slashes, writes doubles in their shortest form and
+/// replaces ill-formed UTF-8 by U+FFFD. Keys are written in the order of the calls. The calls must
+/// form one complete value; finish() ends the document with a line break.
 class JsonWriter {
  public:
   explicit JsonWriter(TextSink& sink, JsonLayout layout = JsonLayout::pretty)
@@ -46,7 +46,7 @@ class JsonWriter {
   JsonWriter& value(const std::string& text) { return value(std::string_view{text}); }
   JsonWriter& value(const char* text) { return value(std::string_view{text}); }
   JsonWriter& value(bool flag);
-  JsonWriter& value(double number);  ///< null for what is not a finite number
+  JsonWriter& value(double number);  ///< writes null if the number is not finite
   template <std::integral T>
   JsonWriter& value(T number) {
     if constexpr (std::signed_integral<T>) return wholeNumber(static_cast<std::int64_t>(number));
@@ -57,7 +57,7 @@ class JsonWriter {
   JsonWriter& field(std::string_view name, const T& content) {
     return key(name).value(content);
   }
-  /// Leaves the field out when there is no value.
+  /// Omits the field if there is no value.
   template <typename T>
   JsonWriter& field(std::string_view name, const std::optional<T>& content) {
     return content ? key(name).value(*content) : *this;

@@ -6,7 +6,7 @@
 
 namespace tavrix {
 
-/// Text in memory as a source of bytes. The text must outlive it.
+/// A ByteReader of text in memory. The text must outlive the reader.
 class TextReader : public ByteReader {
  public:
   explicit TextReader(std::string_view text) : rest_(text) {}

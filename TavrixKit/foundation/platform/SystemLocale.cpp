@@ -6,7 +6,7 @@
 namespace tavrix {
 namespace {
 
-/// What the program talks on a machine that names no language.
+/// The locale of the program on a machine that names no language.
 constexpr const char* ownLocaleID = "ru_RU";
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "model/CoalescedWork.h"
+#include "foundation/tasks/CoalescedWork.h"
 
 #include <utility>
 
@@ -8,7 +8,7 @@ struct CoalescedWork::State {
   MainLoop& loop;
   Background background;
   bool isRunning = false;
-  Work requested{};  ///< what came while a pass runs
+  Work requested{};  ///< the latest request that came while a pass was running
 };
 
 CoalescedWork::CoalescedWork(MainLoop& loop, Background background)
@@ -26,7 +26,7 @@ void CoalescedWork::request(Work work) {
 
 void CoalescedWork::launch(const std::shared_ptr<State>& state, Work work) {
   state->isRunning = true;
-  // What the work holds and what it gives may be large: both end in the background.
+  // The values that the work holds and its result may be large; both are freed in the background.
   state->background([weak = std::weak_ptr{state}, &loop = state->loop, work = std::move(work)] {
     loop.post([weak, apply = work()]() mutable {
       if (const auto alive = weak.lock()) land(alive, std::move(apply));

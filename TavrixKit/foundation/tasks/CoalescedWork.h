@@ -3,25 +3,25 @@
 #include <functional>
 #include <memory>
 
-#include "model/Background.h"
+#include "foundation/tasks/Background.h"
 
 namespace tavrix {
 
-/// One kind of computation off the main loop, of which only the latest request counts: requests
-/// that come while one is computed are served by one further pass, with the latest of them, and the
-/// result that they outdated is not shown. Used on the main loop alone. Once it is destroyed,
-/// nothing that was under way is applied.
+/// One kind of background computation of which only the latest request matters. Requests that come
+/// during a pass are served by one further pass with the latest of them; the outdated result of the
+/// current pass is not applied. Must be used on the main loop only. After its destruction no
+/// pending result is applied.
 class CoalescedWork {
  public:
-  /// Applies a result; runs on the main loop.
+  /// Applies a result. Runs on the main loop.
   using Apply = std::function<void()>;
-  /// Computes from values that it holds; runs in the background. Must not throw.
+  /// Computes from values that it holds. Runs in the background. Must not throw.
   using Work = std::function<Apply()>;
 
   CoalescedWork(MainLoop& loop, Background background);
 
   void request(Work work);
-  /// Whether a result is still to come.
+  /// Returns true if a result is still pending.
   bool isBusy() const;
 
  private:

@@ -1,9 +1,9 @@
-#include "foundation/MainLoop.h"
+#include "foundation/tasks/MainLoop.h"
 
 namespace tavrix {
 
 void TaskQueue::add(MainLoop::Moment due, MainLoop::Task task) {
-  tasks_.emplace(due, std::move(task));  // after all that are due at the same moment
+  tasks_.emplace(due, std::move(task));  // after all tasks that are due at the same moment
 }
 
 std::optional<MainLoop::Moment> TaskQueue::nextDue() const {
@@ -36,7 +36,7 @@ void StandardMainLoop::runUntil(const std::function<bool()>& isDone) {
     Task task = tasks_.take();
     lock.unlock();
     task();
-    task = nullptr;  // what it holds ends outside the lock, too
+    task = nullptr;  // also destroys the values that it holds without the lock
     lock.lock();
   }
 }

@@ -10,8 +10,8 @@
 
 namespace tavrix {
 
-/// The one thread on which state that is shown to people changes. Other threads work on values and
-/// post what they found; nothing that runs on the loop needs a lock.
+/// The only thread that changes state which is shown to the user. Other threads work on values and
+/// post their results; code on the loop needs no locks.
 class MainLoop {
  public:
   using Moment = std::chrono::steady_clock::time_point;
@@ -20,35 +20,37 @@ class MainLoop {
 
   virtual ~MainLoop() = default;
 
-  /// Hands over a task from any thread. Tasks run one at a time, earlier moments first, and in the
-  /// order in which they were posted where moments are equal. A task must not throw.
+  /// Posts a task; may be called from any thread. Tasks run one at a time, in the order of the
+  /// moments at which they are due. Tasks of the same moment run in the order of the posts. A task
+  /// must not throw.
   void post(Task task) { postAfter(Duration::zero(), std::move(task)); }
-  /// The same, to run not before `delay` has passed.
+  /// As post(), but the task does not run before `delay` has passed.
   virtual void postAfter(Duration delay, Task task) = 0;
-  /// The loop's own time: what `delay` is counted in. Safe to call from any thread.
+  /// Returns the loop's own time, on which `delay` is based. Safe to call from any thread.
   virtual Moment now() const = 0;
 };
 
-/// Tasks by the moment from which they may run. Not safe to share by itself.
+/// Tasks, ordered by the moment from which they may run. Not thread-safe.
 class TaskQueue {
  public:
   void add(MainLoop::Moment due, MainLoop::Task task);
-  /// When the next task may run; nothing when there is none.
+  /// Returns the moment from which the next task may run, or nullopt if there is no task.
   std::optional<MainLoop::Moment> nextDue() const;
-  /// Takes the next task out. The queue must not be empty.
+  /// Removes the next task and returns it. The queue must not be empty.
   MainLoop::Task take();
 
  private:
   std::multimap<MainLoop::Moment, MainLoop::Task> tasks_;
 };
 
-/// A loop that runs on the thread that calls it, in real time.
+/// A loop that runs on the calling thread, in real time.
 class StandardMainLoop : public MainLoop {
  public:
   void postAfter(Duration delay, Task task) override;
   Moment now() const override { return std::chrono::steady_clock::now(); }
 
-  /// Runs tasks, and waits for further ones, until `isDone`, which is asked before each, says so.
+  /// Runs tasks, and waits for further ones, until `isDone()` returns true. Calls `isDone` before
+  /// each task.
   void runUntil(const std::function<bool()>& isDone);
 
  private:

@@ -1,4 +1,4 @@
-#include "device/SerialQueue.h"
+#include "foundation/tasks/SerialQueue.h"
 
 namespace tavrix {
 
@@ -34,7 +34,7 @@ void SerialQueue::run() {
       isBusy_ = true;
       lock.unlock();
       work();
-      // What the work holds goes before anybody is told that it is done.
+      // The work is destroyed before wait() learns that it is done.
     }
     lock.lock();
     isBusy_ = false;

@@ -8,8 +8,8 @@
 
 namespace tavrix {
 
-/// Runs pieces of work one after another, in the order in which they came, on a thread of its own.
-/// The thread begins with the first piece; destroying the queue waits until all are done.
+/// Runs pieces of work one after another, in the order of the posts, on a thread of its own. The
+/// thread starts with the first piece. The destructor waits until all pieces are done.
 class SerialQueue {
  public:
   SerialQueue() = default;
@@ -19,7 +19,7 @@ class SerialQueue {
 
   /// `work` must not throw.
   void post(std::function<void()> work);
-  /// Returns when all that was posted before is done.
+  /// Waits until all work posted so far is done.
   void wait();
 
  private:

@@ -28,7 +28,7 @@ void put(Folder& folder, const std::string& path, std::string_view content) {
   file->close();
 }
 
-/// The code that an operation fails with; 0 when it does not fail.
+/// Returns the error code with which an operation fails, or 0 if it does not fail.
 template <typename Operation>
 int codeOf(Operation operation) {
   try {
@@ -39,7 +39,7 @@ int codeOf(Operation operation) {
   }
 }
 
-/// A folder "inside" with a neighbour "outside" that nothing may reach.
+/// A folder "inside" and its sibling "outside", which no operation may reach.
 class FolderTest : public ::testing::Test {
  protected:
   FolderTest() {
@@ -75,7 +75,7 @@ TEST_F(FolderTest, pathsThatLeadOut_areRefusedByEveryOperation) {
 }
 
 TEST_F(FolderTest, linkedFolderInside_isRefusedToo) {
-  // A listing does not follow it, so what was written through it would be unknown the next time.
+  // visitAll() does not follow the link, so a file written through it would be unknown next time.
   fs::create_directory(temporary / "inside/2026");
   fs::create_directory_symlink("2026", temporary / "inside/latest");
   EXPECT_EQ(codeOf([&] { put(*folder, "latest/a", "1"); }), EXDEV);
@@ -208,7 +208,7 @@ TEST_F(FolderTest, closedFolders_areGivenBack) {
   std::vector<std::string> seen;
   std::vector<UnreadableFolder> unreadable;
   std::thread{[&] {
-    // Root may read everything; to the rest of this thread's life files are another user's.
+    // Root may read everything, so this thread accesses files as another user from here on.
     if (::geteuid() == 0) ::setfsuid(65534);
     unreadable =
         folder->visitAll([&](const std::string& path, const FileStatus&) { seen.push_back(path); });
@@ -289,7 +289,7 @@ TEST_F(FolderTest, atomicWrite_ofSeveralWritersLeavesOneWholeFile) {
   const auto contentOf = [](char letter) { return std::string(300'000, letter); };
   std::atomic<int> working = 2;
   const auto writer = [&](char letter) {
-    // Another process has the folder open for itself.
+    // As another process, which opens the folder itself.
     const auto own = openFolder(temporary / "inside");
     for (int i = 0; i < 60; ++i) writeFileAtomically(*own, "cache.jsonl", contentOf(letter));
     --working;

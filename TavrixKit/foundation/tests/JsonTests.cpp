@@ -14,7 +14,7 @@ std::string nested(int depth) {
   return std::string(std::size_t(depth), '[') + std::string(std::size_t(depth), ']');
 }
 
-/// What reading a text ends in; nothing when it is well formed.
+/// Returns the error of reading a text, or nullopt if the text is well formed.
 std::optional<JsonError> errorOf(const std::string& text) {
   try {
     parseJson(text);
@@ -45,7 +45,7 @@ TEST(JsonReader, badText_isRefusedWithKindAndPlace) {
       {"[nan]", Kind::syntax, {1, 3}},
       {nested(65), Kind::tooDeep, {1, 65}},
       {std::string(100'000, '['), Kind::tooDeep, {1, 65}},
-      // The same places on both sides of the reader's buffer.
+      // The same errors beyond the reader's first buffer.
       {"[" + spaces + "?]", Kind::syntax, {1, 70'002}},
       {"[\n" + spaces + "?]", Kind::syntax, {2, 70'001}},
       {"[" + lines + " ?]", Kind::syntax, {70'001, 2}},
@@ -86,7 +86,7 @@ TEST(JsonReader, lengthAndDepth_areBoundedExactlyEnough) {
     ASSERT_TRUE(error) << text.substr(0, 20);
     EXPECT_EQ(error->kind(), Kind::valueTooLong) << text.substr(0, 20);
   }
-  // Many values of lawful length are no long value.
+  // The limit is per value: many values of allowed length are accepted.
   EXPECT_FALSE(errorOf("[\"" + fits + "\",\"" + fits + "\"]"));
 }
 
@@ -103,7 +103,7 @@ TEST(JsonReader, numbers_keepTheirKindAndValue) {
   EXPECT_EQ(parseJson("{\"a\":1,\"b\":{},\"a\":2}").member("a")->asNumber(), 2);
 }
 
-/// Gives one byte at a time, then fails.
+/// Returns one byte at a time, then throws.
 class DyingReader : public ByteReader {
  public:
   std::size_t read(std::span<char> buffer) override {

@@ -60,7 +60,7 @@ RC_GTEST_PROP(Graphemes, clusters_joinToTheText, (const std::string& text)) {
 
 TEST(WhiteSpace, bothEnds_areTrimmedByUnicode) {
   EXPECT_EQ(trimmedWhiteSpace(" \t\u00A0\u3000Море у дома\u2028\n"), "Море у дома");
-  EXPECT_EQ(trimmedWhiteSpace("\u200Bx"), "\u200Bx");  // zero width, but no white space
+  EXPECT_EQ(trimmedWhiteSpace("\u200Bx"), "\u200Bx");  // zero width, but not white space
   EXPECT_EQ(trimmedWhiteSpace(" \u2003 "), "");
   EXPECT_EQ(trimmedWhiteSpace(""), "");
 }

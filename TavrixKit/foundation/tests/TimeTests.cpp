@@ -97,19 +97,19 @@ struct ClockRow {
 
 TEST(TimeZone, wallClock_isTheMomentThatTheZoneMeans) {
   const ClockRow rows[] = {
-      // A spring change skips an hour: the clock moves on by the gap.
+      // A spring change skips an hour: the time moves forward by the gap.
       {"America/New_York", "2026-03-08T01:59:59Z", "2026-03-08T06:59:59Z"},
       {"America/New_York", "2026-03-08T02:30:00Z", "2026-03-08T07:30:00Z"},
       {"America/New_York", "2026-03-08T03:00:00Z", "2026-03-08T07:00:00Z"},
       {"Europe/Berlin", "2026-03-29T02:00:00Z", "2026-03-29T01:00:00Z"},
       {"Europe/Berlin", "2026-03-29T02:59:59.999Z", "2026-03-29T01:59:59.999Z"},
-      // An autumn change repeats one: the first time counts.
+      // An autumn change repeats an hour: the first occurrence is used.
       {"America/New_York", "2026-11-01T01:30:00Z", "2026-11-01T05:30:00Z"},
       {"Europe/Berlin", "2026-10-25T02:30:00Z", "2026-10-25T00:30:00Z"},
       {"Europe/Berlin", "2026-10-25T03:00:00Z", "2026-10-25T02:00:00Z"},
-      // A whole day that Samoa left out.
+      // Samoa skipped a whole day.
       {"Pacific/Apia", "2011-12-30T12:00:00Z", "2011-12-30T22:00:00Z"},
-      // Local mean time, before zones and before the table; and rules that go on after 2037 and it.
+      // Local mean time, inside and before the table; and rules after 2037, inside and after it.
       {"Europe/Berlin", "1890-01-01T00:53:28Z", "1890-01-01T00:00:00Z"},
       {"Europe/Berlin", "1700-01-01T00:53:28Z", "1700-01-01T00:00:00Z"},
       {"America/New_York", "2050-07-01T12:00:00Z", "2050-07-01T16:00:00Z"},

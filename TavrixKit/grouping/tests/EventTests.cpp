@@ -69,7 +69,7 @@ TEST(Events, distance_splitsBetweenShotsInARowAlone) {
 }
 
 TEST(Events, ids_areOfTheZonesDay_andNumberedWhereverTheDayComesAgain) {
-  // The clocks of St. John's went from 00:00:59 back to 23:01 of the day before.
+  // In St. John's, clocks went back from 00:00:59 to 23:01 of the previous day.
   GroupingSettings settings;
   settings.timeZone = *TimeZone::load("America/St_Johns");
   settings.eventGapHours = 0.01;

@@ -1,4 +1,4 @@
-// What holds for every library, in every mode, whatever the settings.
+// Invariants of grouping for every library, mode and settings.
 
 #include <gtest/gtest.h>
 
@@ -32,7 +32,7 @@ class Random {
   std::uint64_t state_;
 };
 
-/// Places around which people live and travel: near, far, across the 180th meridian, at a pole.
+/// Returns a random place near home, far from it, at the 180th meridian or at a pole.
 GeoPoint somePlace(Random& random) {
   static const std::vector<GeoPoint> centers{{41.9, 12.5}, {42.4, 12.5},   {45, 9},
                                              {0, 179.99},  {0.1, -179.99}, {89.99, 30},
@@ -43,8 +43,8 @@ GeoPoint somePlace(Random& random) {
   return point;
 }
 
-/// Days go on in spells at one place, with pauses; some shots at the same moment, some without
-/// position or date, and not in order.
+/// Returns a random library: runs of shots at one place, with pauses. Some shots have the same
+/// moment, some have no position or date, and they are not in order.
 std::vector<MediaAsset> someLibrary(Random& random) {
   std::vector<MediaAsset> assets;
   Instant moment = parseIso8601("2025-12-28T20:00:00Z").value();
@@ -100,7 +100,8 @@ std::multiset<std::string> idsOf(const std::vector<AssetBundle>& bundles) {
   return ids;
 }
 
-/// Every shot once, unique ids, dates that fit, dated groups in order and the undated last.
+/// Checks that every shot is in one group, ids are unique, dates match, dated groups are in order
+/// and the undated group is last.
 void expectWhole(const std::vector<MediaGroup>& groups, const std::vector<AssetBundle>& kept) {
   std::set<std::string> ids;
   std::vector<AssetBundle> shots;
@@ -127,7 +128,7 @@ void expectOrdered(const std::vector<MediaGroup>& groups) {
   }
 }
 
-/// One reason for each event, and for each shot that is in no trip.
+/// Checks that each event and each shot outside the trips has one reason.
 void expectReasons(const GroupingEngine::Result& result) {
   std::map<std::string, std::size_t> shots;
   for (const MediaGroup& group : result.groups) shots[group.id] = group.bundles.size();
@@ -166,7 +167,7 @@ TEST(Grouping, anyLibraryInAnyModeAndSetting_losesNothingAndIsTheSameAgain) {
   }
 }
 
-/// A merge of some of the groups and of ids that no group has.
+/// Returns a random merge of some of the groups, sometimes with an id that no group has.
 std::vector<std::string> someMerge(Random& random, const std::vector<MediaGroup>& groups) {
   std::vector<std::string> ids;
   for (const MediaGroup& group : groups) {
@@ -213,7 +214,7 @@ TEST(Grouping, laterShot_leavesTheIDsOfGroupsBeforeIt) {
     Random random{seed};
     auto assets = someLibrary(random);
     GroupingSettings settings = someSettings(random);
-    // A home that is found may move with every shot.
+    // A detected home could move with every shot.
     if (!settings.homeOverride) settings.homeOverride = GeoPoint{41.9, 12.5};
     Instant last = parseIso8601("2025-12-28T20:00:00Z").value();
     for (const MediaAsset& asset : assets)
@@ -231,13 +232,13 @@ TEST(Grouping, laterShot_leavesTheIDsOfGroupsBeforeIt) {
       for (const MediaGroup& group : after.groups) now[group.id] = group.bundles;
       const bool isByTrips = std::holds_alternative<Trips>(mode);
       for (const MediaGroup& group : before.groups) {
-        // With the shot an outing may become a trip: then its month may lose shots.
+        // The shot can turn an outing into a trip; then the month loses shots.
         if (isByTrips && group.id.starts_with("month-")) continue;
         ASSERT_TRUE(now.contains(group.id)) << group.id << " seed " << seed;
         auto bundles = now[group.id];
         std::erase_if(bundles,
                       [](const AssetBundle& each) { return each.original().id() == "Later"; });
-        // A stay that goes on takes in the shots without position after its last away shot.
+        // A stay that continues also gets the shots without a position after its last away shot.
         if (isByTrips) continue;
         EXPECT_EQ(bundles, group.bundles) << group.id << " seed " << seed;
       }

@@ -10,10 +10,10 @@ namespace tavrix {
 
 inline constexpr double kmOfDegree = 3.141592653589793 * earthDiameterKm / 360;
 
-/// A place so many kilometres north of Rome.
+/// Returns a point `km` kilometres north of Rome.
 inline GeoPoint north(double km) { return {41.9 + km / kmOfDegree, 12.5}; }
 
-/// A still that is a shot of its own; an empty time means no date.
+/// Returns a still that is a shot of its own. An empty `time` means no date.
 inline MediaAsset still(const std::string& id, const std::string& time,
                         std::optional<GeoPoint> place = {}) {
   return MediaAsset{id,    id + ".jpg", std::nullopt, MediaKind::photo, 100, parseIso8601(time),
@@ -30,7 +30,7 @@ inline GroupingEngine::Result grouped(const std::vector<MediaAsset>& assets, Gro
   return GroupingEngine::group(request);
 }
 
-/// "group: shot shot; group: shot" in the order of the groups.
+/// Returns "group: shot shot; group: shot" in the order of the groups.
 inline std::string shape(const std::vector<MediaGroup>& groups) {
   std::string text;
   for (const MediaGroup& group : groups) {

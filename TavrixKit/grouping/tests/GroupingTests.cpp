@@ -50,8 +50,8 @@ TEST(GroupingEngine, undatedLibrary_isOneGroupWithoutDates) {
 }
 
 TEST(GroupingEngine, dayThatGoesOnAfterTheNextHasBegun_staysOneGroup) {
-  // St. John's put its clocks back at one minute past midnight: 00:00:30, then 23:01 of the day
-  // before.
+  // In St. John's, clocks went back one hour at 00:01: after 00:00:30 comes 23:01 of the previous
+  // day.
   const auto result =
       grouped({still("a", "2010-11-07T02:00:00Z"), still("b", "2010-11-07T02:30:30Z"),
                still("c", "2010-11-07T02:40:00Z"), still("d", "2010-11-07T03:40:00Z")},

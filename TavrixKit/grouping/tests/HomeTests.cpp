@@ -10,7 +10,7 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// Shots at noon of `days` days from the given day of May 2026 on, so many a day.
+/// Adds `shotsADay` shots at noon of each of `days` days, from the given day of May 2026 on.
 void addDays(std::vector<MediaAsset>& shots, const GeoPoint& place, int firstDay, int days,
              int shotsADay = 1) {
   for (int day = firstDay; day < firstDay + days; ++day) {
@@ -61,7 +61,7 @@ TEST(HomeDetection, order_isRecentDaysThenAllDaysThenShotsThenTheEarlier) {
   EXPECT_EQ(places(0), "0:0/9 200:0/2 300:0/2 100:0/2 ");
   EXPECT_EQ(places(-5), places(0));
   EXPECT_EQ(places(1), "300:2/2 0:0/9 200:0/2 100:0/2 ");
-  // The span's first moment belongs to it.
+  // The first moment of the span is inclusive.
   EXPECT_EQ(places(3), "200:2/2 300:2/2 0:0/9 100:0/2 ");
   EXPECT_EQ(places(std::numeric_limits<int>::max()), "0:9/9 200:2/2 300:2/2 100:2/2 ");
 }

@@ -9,7 +9,7 @@ namespace {
 using namespace grouping_mode;
 using testing::ElementsAre;
 
-/// Groups "2026-05-01" to "2026-05-05" of one shot each and the undated one.
+/// Returns the groups "2026-05-01" to "2026-05-05" with one shot each, and the undated group.
 std::vector<MediaGroup> fiveDays() {
   std::vector<MediaAsset> shots{still("none", "")};
   for (const std::string day : {"1", "2", "3", "4", "5"}) {
@@ -109,7 +109,7 @@ TEST(GroupMerging, stored_mergesAreAddedAndTakenAway) {
   EXPECT_EQ(one, (GroupMerges{{"a", "b"}}));
   EXPECT_EQ(unmerging(one, "merge:a+b"), GroupMerges{});
   EXPECT_EQ(unmerging(one, "merge:a"), one);
-  // A merged group that is merged again brings its members along.
+  // If a merged group is merged again, its members join the new merge.
   EXPECT_EQ(merging(one, {"c", "merge:a+b"}), (GroupMerges{{"a", "b", "c"}}));
   EXPECT_EQ(merging({{"a", "b", "x"}, {"y", "z"}}, {"b", "c"}),
             (GroupMerges{{"a", "x"}, {"y", "z"}, {"b", "c"}}));

@@ -40,7 +40,7 @@ TEST(PlaceClustering, centreMoves_soThatOrderMatters) {
   const auto north = [](double km) { return GeoPoint{45 + km / kmOfDegree, 10}; };
   EXPECT_THAT(clusters({north(0), north(1.8), north(2.8)}, 2), SizeIs(1));
   EXPECT_THAT(clusters({north(0), north(2.8), north(1.8)}, 2), SizeIs(2));
-  // Both centres are near enough: the earlier one takes the point.
+  // Both centres are near enough; the point joins the earlier cluster.
   const auto two = clusters({north(0), north(3), north(1.6)}, 2);
   ASSERT_THAT(two, SizeIs(2));
   EXPECT_THAT(two[0].points, ElementsAre(north(0), north(1.6)));
@@ -72,7 +72,7 @@ TEST(UnitVectorSum, vectorsThatCancel_fallBackToTheFirstPoint) {
   EXPECT_NEAR(sum.center({0, 30}).longitude, 60, 1e-9);
 }
 
-/// The same, by looking at every cluster for every point.
+/// Returns the same clusters as clusters(), by comparing every point with every cluster.
 std::vector<PlaceClustering::Cluster> clustersOneByOne(const std::vector<GeoPoint>& points,
                                                        double radiusKm) {
   std::vector<PlaceClustering::Cluster> result;
@@ -112,7 +112,7 @@ TEST(PlaceClustering, grid_findsWhatLookingEverywhereFinds) {
   }
 }
 
-/// Cells of one degree; some have names.
+/// A lookup with cells of one degree, of which those in `known` have names.
 class DegreeLookup : public PlaceLookup {
  public:
   std::string placeKey(const GeoPoint& point) const override {

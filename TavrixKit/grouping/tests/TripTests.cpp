@@ -9,7 +9,8 @@ using grouping_mode::Trips;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// Five days at home in March, three away in a row in April, and one without a date.
+/// Returns shots of five days at home in March, of three consecutive days away in April, and one
+/// without a date.
 std::vector<MediaAsset> libraryOf(double tripKm) {
   return {still("h1", "2026-03-02T12:00:00Z", north(0)),
           still("h2", "2026-03-03T12:00:00Z", north(0)),

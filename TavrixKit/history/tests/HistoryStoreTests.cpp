@@ -109,7 +109,7 @@ TEST_F(HistoryStoreTest, damagedAndNewerRecords_arePassedOverAndLeftAlone) {
   }
   EXPECT_THROW(store.record(idOf(3)), TransferRecord::RecordError);
   EXPECT_EQ(place.read(newerName), newer);
-  // Files of other names, and a record under a number that is not its own.
+  // Files with other names, and a record under an id that is not its own.
   place.write("old-" + idOf(3).text() + ".json", whole);
   place.write("2026-05-24T12-00-00.000Z-" + idOf(5).text() + ".json", whole);
   EXPECT_THAT(listed(), ElementsAre(2, 1));

@@ -10,7 +10,7 @@ namespace {
 using Record = TransferRecord;
 using testing::ElementsAre;
 
-/// A run of shots in folders, of which the plan has some files.
+/// A run of shots in folders; the plan has some of the files.
 struct TestRun {
   std::vector<Record::ShotInput> shots;
   TransferPlan plan;

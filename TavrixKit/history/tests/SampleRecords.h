@@ -13,7 +13,7 @@ inline Uuid idOf(int number) {
   return id;
 }
 
-/// A record that has every field at a value of its own.
+/// Returns a record in which every field has a value of its own.
 inline TransferRecord fullRecord() {
   using Record = TransferRecord;
   Record record;
@@ -66,7 +66,7 @@ inline TransferRecord fullRecord() {
   return record;
 }
 
-/// A small record of a run that copied one shot.
+/// Returns a small record of a run that copied one shot.
 inline TransferRecord smallRecord(int number, const std::string& startedAt,
                                   const std::string& destination = "/photos") {
   TransferRecord record;

@@ -20,7 +20,7 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   return at == std::string::npos ? text : text.replace(at, from.size(), to);
 }
 
-/// The error of a text that must not decode, as "kind field".
+/// Returns the error of a text that must not decode, as "kind field".
 std::string faultOf(const std::string& json) {
   try {
     decode(json);
@@ -141,7 +141,9 @@ TEST(Verdict, everyEnding_isWordedInBothLanguages) {
     return verdictText(Language::russian, status, totals) + "/" +
            verdictText(Language::english, status, totals);
   };
-  EXPECT_EQ(both(Record::Status::completed), "Все снимки на Mac/All snapshots are on the Mac");
+  EXPECT_EQ(both(Record::Status::completed),
+            isMac ? "Все снимки на Mac/All snapshots are on the Mac"
+                  : "Все снимки на компьютере/All snapshots are on this computer");
   EXPECT_EQ(both(Record::Status::completedWithFailures), "Не перенеслось: 22/Not transferred: 22");
   EXPECT_EQ(both(Record::Status::cancelled), "Перенос прерван/Transfer interrupted");
   EXPECT_EQ(both(Record::Status::interrupted), both(Record::Status::cancelled));

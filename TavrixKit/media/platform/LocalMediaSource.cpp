@@ -36,7 +36,7 @@ std::span<std::byte> threadBuffer() {
 void LocalMediaSource::download(const MediaAsset& asset, DownloadDestination& destination) {
   const std::string name{asset.name()};
   if (!isSafePathComponent(name)) throw SourceError{SourceError::Kind::unsafeName, name};
-  // Without O_NONBLOCK a named pipe would keep us waiting for a writer.
+  // Without O_NONBLOCK, opening a named pipe would wait for a writer.
   const FileDescriptor file{
       ::open((baseURL_ + "/" + name).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
   if (!file.isOpen()) {

@@ -14,7 +14,7 @@ using Policy = BundleFilter::EditedPolicy;
 
 const Instant noon = parseIso8601("2026-05-10T12:00:00Z").value();
 
-/// One shot of these files of one press; a name with "~" behind it is a reduced copy.
+/// Returns one shot of the given files. A "~" after a name marks a reduced copy.
 AssetBundle shotOf(std::vector<std::string> names, std::optional<Instant> date = noon,
                    std::optional<GeoPoint> point = {}) {
   std::vector<MediaAsset> assets;
@@ -146,7 +146,7 @@ TEST(BundleFilter, period_isCutByTheDaysOfTheZone) {
   EXPECT_FALSE(with([&](auto& f) { f.to = tenth; }).keeps(undated, {}));
 }
 
-/// Names the northern half Yalta in Russia, and the southern nothing yet.
+/// Names the northern half of the Earth Yalta in "Land"; the southern half has no names yet.
 class TwoPlaces : public PlaceLookup {
  public:
   std::string placeKey(const GeoPoint& point) const override {

@@ -15,7 +15,7 @@ using ::testing::ElementsAre;
 using ::testing::UnorderedElementsAreArray;
 using Role = ResourceDescription::Role;
 
-/// An asset of the path "100APPLE/IMG_0100.HEIC".
+/// Returns an asset from a path such as "100APPLE/IMG_0100.HEIC".
 MediaAsset assetAt(const std::string& path) {
   const auto slash = path.find('/');
   const MediaAsset::Text directory =
@@ -30,7 +30,8 @@ std::vector<MediaAsset> assetsAt(const std::vector<std::string>& paths) {
   return assets;
 }
 
-/// "id: original* other …" with the pictures of the shot in brackets.
+/// Returns "id: original* other …" with the pictures of the shot in brackets, then "live" and
+/// "edited" if they apply.
 std::string shown(const AssetBundle& bundle) {
   std::string text = bundle.id() + ":";
   for (const MediaAsset& asset : bundle.assets()) {

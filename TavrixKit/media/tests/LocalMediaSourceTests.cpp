@@ -12,7 +12,7 @@ namespace {
 
 using Kind = SourceError::Kind;
 
-/// Keeps what arrives, and does something at every piece.
+/// Stores the received bytes and calls `atPiece` for every piece.
 class Receiver : public DownloadDestination {
  public:
   void append(std::span<const std::byte> bytes) override {

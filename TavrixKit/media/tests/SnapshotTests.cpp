@@ -57,7 +57,7 @@ TEST(SnapshotItem, exifDate_isReadInItsOffsetOrTheZone) {
     const char* exifDate;
     std::optional<std::string> offset;
     const char* zone;
-    const char* expected;  // "itemDate" when the date is to be unreadable
+    const char* expected;  // "itemDate" if the EXIF date must be rejected
   };
   const Row rows[] = {
       {"2026:05:20 12:00:00", "+00:00", "Asia/Tokyo", "2026-05-20T12:00:00Z"},
@@ -67,7 +67,7 @@ TEST(SnapshotItem, exifDate_isReadInItsOffsetOrTheZone) {
       {"2026:05:20 12:00:00", "+03:75", "UTC", "2026-05-20T07:45:00Z"},
       {"2024:02:29 23:59:59", "+00:00", "UTC", "2024-02-29T23:59:59Z"},
       {"9999:12:31 23:59:59", "+00:00", "UTC", "9999-12-31T23:59:59Z"},
-      // No usable offset: the clock of the zone.
+      // No usable offset: a local time of the zone.
       {"2026:05:20 12:00:00", std::nullopt, "Asia/Tokyo", "2026-05-20T03:00:00Z"},
       {"2026:05:20 12:00:00", "", "Asia/Tokyo", "2026-05-20T03:00:00Z"},
       {"2026:05:20 12:00:00", "Z", "Asia/Tokyo", "2026-05-20T03:00:00Z"},
@@ -77,7 +77,7 @@ TEST(SnapshotItem, exifDate_isReadInItsOffsetOrTheZone) {
       {"2026:05:20 12:00:00", "03:00 ", "Asia/Tokyo", "2026-05-20T03:00:00Z"},
       {"2026:03:08 02:30:00", std::nullopt, "America/New_York", "2026-03-08T07:30:00Z"},
       {"2026:10:25 02:30:00", std::nullopt, "Europe/Berlin", "2026-10-25T00:30:00Z"},
-      // What no calendar has.
+      // Invalid dates.
       {"0000:05:20 12:00:00", "+00:00", "UTC", "itemDate"},
       {"2026:00:20 12:00:00", "+00:00", "UTC", "itemDate"},
       {"2026:13:20 12:00:00", "+00:00", "UTC", "itemDate"},
@@ -290,7 +290,7 @@ TEST(Snapshot, file_isReplacedWholeOrNotAtAll) {
               ElementsAre(item("a")));
 }
 
-/// The first ```json block of a page.
+/// Returns the first ```json block of a page.
 std::string exampleOf(const std::string& page) {
   const auto source = openFileForReading(TAVRIX_DOCS "/" + page);
   std::string text(100'000, '\0');

@@ -19,11 +19,11 @@ TEST(FolderName, sanitise_makesASafeName) {
       {"a\x01\x1F\x7F\u0080\u009F\nb", "a------b"},
       {std::string{"a\0b", 3}, "a-b"},
       {"a\u00A0b\u00C2c", "a\u00A0b\u00C2c"},            // neighbours of the control characters
-      {"\u200Fa\u00ADb\u200D", "\u200Fa\u00ADb\u200D"},  // format characters stay
+      {"\u200Fa\u00ADb\u200D", "\u200Fa\u00ADb\u200D"},  // format characters are kept
       {"\u00A0\u3000 a b\u2003", "a b"},
-      {"\ta", "-a"},  // a tab is forbidden before it is white space
+      {"\ta", "-a"},  // the tab is replaced before white space is trimmed
       {"..hidden", "hidden"},
-      {". hidden", " hidden"},  // trimmed before the full stop goes
+      {". hidden", " hidden"},  // trimmed before the full stop is removed
       {"name. ", "name"},
       {"name . . ", "name"},
       {"name.\u00A0", "name"},

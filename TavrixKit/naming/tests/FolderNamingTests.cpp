@@ -9,7 +9,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// Cells of one degree; knows names at the cells that it is told, in two languages.
+/// A lookup with cells of one degree that knows the names of one cell, in two languages.
 class FakePlaces : public PlaceLookup {
  public:
   std::string placeKey(const GeoPoint& point) const override {
@@ -105,7 +105,7 @@ TEST(FolderNaming, equalNames_areNumberedUnlessMerged) {
   const std::vector<MediaGroup> groups{group("a", noon), group("b", noon),    group("c", noon),
                                        group("d", noon), group("e", nullptr), group("f", nullptr)};
   const auto result = FolderNaming::resolve(monthly, groups);
-  // A name typed as "2026-05 (2)" is its own base name, met for the first time.
+  // The manual name "2026-05 (2)" is a base name of its own and occurs for the first time.
   EXPECT_THAT(namesOf(result), ElementsAre("2026-05", "2026-05 (2)", "2026-05 (3)", "2026-05 (2)",
                                            "ПРОЧЕЕ", "Прочее"));
   for (std::size_t i = 0; i < groups.size(); ++i) EXPECT_EQ(result.rows[i].group, groups[i]);

@@ -97,7 +97,7 @@ TEST(NameRendering, absentDatum_rendersEmpty) {
 }
 
 TEST(NameRendering, literals_goWithTheValueTheyLeadTo) {
-  // Of the context only the city and the year have a value.
+  // Only the date and the city have a value.
   NameContext context = contextOf("2026-05-06T10:00:00Z", nullptr);
   context.city = "Рим";
   const Literal a{"a"};

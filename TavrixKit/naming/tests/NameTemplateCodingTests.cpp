@@ -11,7 +11,7 @@ namespace {
 using namespace name_token;
 using Kind = NameTemplateError::Kind;
 
-/// The first JSON example of a page of the documentation.
+/// Returns the first JSON example of a page of the documentation.
 std::string documentedExample(const std::string& fileName) {
   std::ifstream file{std::string{TAVRIX_DOCS} + "/" + fileName};
   const std::string page{std::istreambuf_iterator<char>{file}, {}};

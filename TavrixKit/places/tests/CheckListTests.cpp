@@ -1,8 +1,8 @@
-// Points that people photograph, with the names that they would expect; written down from general
-// knowledge and maps, not from the table. check-list.tsv holds, between tabs: what it is, latitude,
-// longitude, the English and the Russian names that are right (empty: not checked), the country,
-// whether the choice among the places was fitted to the point or it was kept aside meanwhile, and,
-// where the table is wrong, what it says instead.
+// Points that people photograph, with the names that they would expect. The list was written from
+// general knowledge and maps, not from the table. The columns of check-list.tsv, separated by tabs:
+// a description, latitude, longitude, the correct English and Russian names (empty if not checked),
+// the country, the group (whether the choice among the places was fitted to the point, or the point
+// was kept aside or written last) and, if the table is wrong, the result of the table.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ struct Place {
   std::string russian;
   std::string country;
   std::string group = "";
-  std::string found = "";  ///< name and country; empty when the table is right
+  std::string found = "";  ///< name and country; empty if the table is right
 };
 
 std::vector<Place> checkList() {
@@ -49,13 +49,13 @@ const Gazetteer& gazetteer() {
   return *opened;
 }
 
-/// "Rome, IT".
+/// Returns the city and the country of a point, such as "Rome, IT".
 std::string nameAt(const GeoPoint& point) {
   const auto place = gazetteer().resolve(point, "en_US");
   return place->city.value_or("") + ", " + place->countryCode.value_or("");
 }
 
-/// Whether a name is one of several between bars.
+/// Returns true if `name` is one of several names separated by bars.
 bool isOneOf(const std::string& names, const std::string& name) {
   return ("|" + names + "|").find("|" + name + "|") != std::string::npos;
 }
@@ -88,7 +88,7 @@ TEST(CheckList, knownPlaces_haveTheirNames) {
   }
 }
 
-/// Far from every town: the region or less is told, never another one.
+/// Far from every town the gazetteer returns the right region or none, never another one.
 TEST(CheckList, wildPlaces_areNotPutIntoAnotherRegionOrCountry) {
   const std::vector<Place> wild{
       {"Old Faithful", {44.4605, -110.8281}, "Wyoming", "Вайоминг", "US"},

@@ -16,12 +16,12 @@ namespace {
 using std::numbers::pi;
 constexpr double kmOfDegree = pi * earthDiameterKm / 360;
 
-/// So many kilometres north and east of a place near the equator.
+/// Returns a point that many kilometres north and east of 10° north 20° east.
 GeoPoint off(double north, double east = 0) {
   return {10 + north / kmOfDegree, 20 + east / (kmOfDegree * std::cos(10 * pi / 180))};
 }
 
-/// A band of land of AA south and one of BB north of a line so many kilometres north of the place.
+/// Returns an area of AA south and one of BB north of a border `north` kilometres north of off(0).
 std::vector<MadeArea> borderAt(double north) {
   const auto land = [&](const char* country, double from, double to) {
     return MadeArea{country, {off(from, -300), off(from, 300), off(to, 300), off(to, -300)}};
@@ -39,7 +39,7 @@ struct Row {
   const char* what;
   std::vector<MadePlace> places;
   GeoPoint point;
-  std::string city;  ///< empty for none
+  std::string city;  ///< empty if no city is expected
   std::string country;
   std::vector<MadeArea> areas{};
 };
@@ -167,7 +167,7 @@ TEST(Gazetteer, region_isToldAloneWhereNoCityReaches) {
     return std::pair{place->region.value_or(""), place->countryCode.value_or("")};
   };
   using Area = std::pair<std::string, std::string>;
-  /// Three villages of a region around a point, and one more place.
+  /// The area at a point that three villages of a region surround, with further places.
   const auto inRegion = [&](std::uint16_t region, std::vector<MadePlace> places = {}) {
     places.push_back({"North", off(30), 1000, "AA", region});
     places.push_back({"East", off(-20, 30), 1000, "AA", region});
@@ -294,14 +294,14 @@ TEST(Gazetteer, exampleOfTheDescription_isATable) {
   EXPECT_TRUE(place.isCapital);
 }
 
-/// The city by looking at every place.
+/// Returns the same city as cityAt(), by checking every place.
 std::optional<CityChoice::Choice> bestOfAll(const GazetteerTable& table, const GeoPoint& point) {
   const auto country = table.borders().countryAt(point);
   std::vector<std::pair<std::size_t, double>> reaching;  ///< city and score
   std::uint16_t region = 0;
   double least = 1e9;
   for (std::size_t i = 0; i < table.size(); ++i) {
-    // Farther in latitude alone than any city reaches.
+    // No city reaches farther than one degree of latitude.
     if (std::abs(table.pointAt(i).latitude - point.latitude) > 1) continue;
     const double distance = haversineDistanceKm(point, table.pointAt(i));
     const std::uint32_t population = table.populationAt(i);

@@ -71,7 +71,7 @@ TEST(GeocodingCache, saving_keepsWhatAnotherProcessHasAddedMeanwhile) {
   const TemporaryFolder place;
   const auto one = openFolder(place.path());
   const auto saved = [&](const GeocodingCache& cache) {
-    // The lock goes with the object.
+    // The lock is released with the folder object.
     EXPECT_TRUE(GeocodingCacheFile::save(*openFolder(place.path()), cache));
     return GeocodingCacheFile::load(*one, "s");
   };

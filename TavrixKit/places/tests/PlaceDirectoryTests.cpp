@@ -8,7 +8,7 @@
 namespace tavrix {
 namespace {
 
-/// Names every point after its latitude; knows nothing of the south. Counts what it is asked.
+/// Names every point after its latitude, but has no answer for the southern half. Counts its calls.
 class CountingGeocoder : public Geocoder {
  public:
   explicit CountingGeocoder(std::atomic<int>& asked, std::latch* gate = nullptr)
@@ -124,7 +124,7 @@ TEST(PlaceDirectory, end_dropsWhatHasNotBegun) {
     for (int i = 0; i < 1000; ++i) keys.push_back(PlaceCells::keyAt({i * 0.01, 0}));
     directory.request(keys, "en");
     while (asked == 0) std::this_thread::yield();
-    // Opens only when the end has been asked for.
+    // The gate opens late enough that the destructor of the directory has begun.
     opener = std::jthread{[&] {
       std::this_thread::sleep_for(std::chrono::milliseconds{200});
       gate.count_down();

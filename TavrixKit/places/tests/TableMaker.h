@@ -11,7 +11,7 @@
 
 namespace tavrix {
 
-/// A place for a table of a test.
+/// A place of a test table.
 struct MadePlace {
   std::string name;
   GeoPoint point;
@@ -21,17 +21,17 @@ struct MadePlace {
   std::uint16_t district = 0;
   bool isCapital = false;
   std::string russianName = "";
-  std::string partOf = "";  ///< the name of the city
+  std::string partOf = "";  ///< the name of the city of which the place is a part
   bool isAstray = false;
 };
 
-/// An area of a country for a table of a test.
+/// An area of a country in a test table.
 struct MadeArea {
   std::string country;
   std::vector<GeoPoint> ring;
 };
 
-/// The names of a region for a table of a test.
+/// The names of a region in a test table.
 struct MadeRegion {
   std::string name;
   std::string russianName = "";
@@ -53,7 +53,7 @@ inline void appendPoint(std::string& bytes, const GeoPoint& point) {
   appendNumber(bytes, std::llround(point.longitude * 100'000), 4);
 }
 
-/// The number of a country, which is added to the codes when it is not there yet.
+/// Returns the number of a country; adds the code to `countries` if it is missing.
 inline std::int64_t countryNumber(std::string& countries, const std::string& code) {
   std::size_t at = 0;
   while (at < countries.size() && countries.substr(at, 2) != code) at += 2;
@@ -61,7 +61,7 @@ inline std::int64_t countryNumber(std::string& countries, const std::string& cod
   return static_cast<std::int64_t>(at / 2);
 }
 
-/// The bands and the sides of areas.
+/// Returns the bands and the sides of areas.
 inline std::pair<std::string, std::string> madeBorders(const std::vector<MadeArea>& areas,
                                                        std::string& countries) {
   std::string starts;
@@ -84,7 +84,7 @@ inline std::pair<std::string, std::string> madeBorders(const std::vector<MadeAre
   return {starts, sides};
 }
 
-/// The bytes of a table; the first region has the number 1.
+/// Returns the bytes of a table. The first region has the number 1.
 inline std::string madeTable(std::vector<MadePlace> places,
                              const std::vector<MadeRegion>& regions = {},
                              const std::vector<MadeArea>& areas = {}) {

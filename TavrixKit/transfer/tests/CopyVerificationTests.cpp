@@ -21,14 +21,14 @@ using testing::Pair;
 
 const Instant day = *parseIso8601("2026-05-20T12:00:00Z");
 
-/// A folder whose records say what the test lets them say.
+/// A folder whose records the test defines.
 struct CopyVerificationTest : testing::Test {
-  /// A file with its bytes on disk and its entry for a phone's record.
+  /// Writes a file to disk and returns its entry for a phone's record.
   FileRecord land(const std::string& path, std::size_t size = 1000) const {
     temporary.write(path, contentOf(path, size));
     return {path, size, sha256Hex(contentOf(path, size)), "100APPLE/" + lastName(path), {}};
   }
-  /// What a run that was killed had said it may write.
+  /// A file that a killed run had announced in the record.
   static FileRecord claim(const std::string& path, const std::string& localID) {
     return {path, 0, std::nullopt, localID, std::nullopt};
   }
@@ -84,7 +84,8 @@ TEST_F(CopyVerificationTest, eachFault_isToldByItsOwnState) {
   EXPECT_EQ(report.files[3].found, FileStatus::Type::link);
   EXPECT_EQ(report.files[4].errorCode, EACCES);
   EXPECT_EQ(report.files[5].size, 1001U);
-  EXPECT_EQ(report.bytesRead, 2 * 1000U + 70'000U);  // what size alone tells is not read
+  EXPECT_EQ(report.bytesRead, 2 * 1000U + 70'000U);  // a file whose size already differs is not
+                                                     // read
   EXPECT_THAT(report.unknown,
               ElementsAre(UnknownFile{"day/target", 1000}, UnknownFile{"elsewhere/away", 1000}));
   EXPECT_TRUE(report.hasLosses());
@@ -122,7 +123,7 @@ TEST_F(CopyVerificationTest, entriesWithoutDigest_neverSayMoreThanIsKnown) {
   std::filesystem::remove(temporary / "gone.HEIC");
   record('a', {same, other, gone, noDigest, claim("never.HEIC", "100APPLE/never.HEIC"),
                claim("claimed.jpg", "100APPLE/claimed.HEIC")});
-  // What was seen there once is missed; what was only meant to come may never have come.
+  // A file that was seen once is missing; a file that was only announced may never have landed.
   EXPECT_THAT(
       states(),
       ElementsAre(Pair("claimed.jpg", "withoutChecksum"), Pair("gone.HEIC", "missing"),

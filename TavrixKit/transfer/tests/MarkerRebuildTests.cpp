@@ -21,7 +21,7 @@ using testing::UnorderedElementsAre;
 const std::string hash(64, 'a');
 const Instant day = *parseIso8601("2026-05-20T12:00:00Z");
 
-/// A source that says what was fetched from it.
+/// A source that records which assets were fetched from it.
 class ListeningSource : public MemorySource {
  public:
   ListeningSource() {
@@ -41,7 +41,7 @@ struct MarkerRebuildTest : testing::Test {
     const TransferPlan plan = TransferPlanner::plan({groupOf("2026-05-20", assets)}, {});
     return recognise(folder, source, {listing, hash, assets, plan, 2}, {}, stop);
   }
-  /// Which asset each recognised file is.
+  /// Returns the asset of each recognised file.
   static std::map<std::string, std::string> owners(const Report& report) {
     std::map<std::string, std::string> result;
     for (const ExaminedFile& file : report.files) {
@@ -115,7 +115,7 @@ TEST_F(MarkerRebuildTest, equalBytes_goByPlaceThenByName) {
   const auto place = [&](const std::string& path) {
     temporary.write(path, "same" + std::string(996, 's'));
   };
-  // By the plan 2/A.HEIC is "2026-05-20/A (2).HEIC".
+  // The plan puts 2/A.HEIC at "2026-05-20/A (2).HEIC".
   place("2026-05-20/A (2).HEIC");
   place("2026-05-20/A.HEIC");
   place("other/VK_B.HEIC");
@@ -129,7 +129,7 @@ TEST_F(MarkerRebuildTest, equalBytes_goByPlaceThenByName) {
   std::set<std::string> all;
   for (const auto& [path, id] : found) all.insert(id);
   EXPECT_EQ(found.size(), 6U);
-  EXPECT_EQ(all.size(), 4U);  // none is left out while others have two copies
+  EXPECT_EQ(all.size(), 4U);  // no asset is left out while another one has two copies
 }
 
 TEST_F(MarkerRebuildTest, longNamesOfEqualBytes_goByWhatTheNumberLeftOfThem) {
@@ -164,7 +164,7 @@ TEST_F(MarkerRebuildTest, twinWhoseCopyIsRecorded_leavesTheMovedCopyToTheOther) 
   std::filesystem::create_directory(temporary / "moved");
   std::filesystem::rename(temporary / "2026-05-20/C.HEIC", temporary / "moved/A.HEIC");
   EXPECT_THAT(owners(run()), ElementsAre(Pair("moved/A.HEIC", "1/C.HEIC")));
-  // Where none is left without a copy the name decides again.
+  // Once every asset has a copy, the name decides again.
   temporary.write("2026-05-20/C.HEIC", same);
   EXPECT_THAT(owners(run()), ElementsAre(Pair("moved/A.HEIC", "1/A.HEIC")));
 }

@@ -19,7 +19,7 @@ struct ConverterUnderTest {
   std::string source;
 };
 
-/// What every MediaConverter keeps to.
+/// The requirements that every MediaConverter meets.
 class MediaConverterContract : public testing::TestWithParam<ConverterUnderTest> {
  protected:
   std::uint64_t convert(std::stop_token stop = {}) {

@@ -16,7 +16,7 @@
 
 namespace tavrix {
 
-/// Bytes that differ from file to file, also among files of one size.
+/// Returns bytes that differ from file to file, also for files of one size.
 inline std::string contentOf(const std::string& name, std::size_t size) {
   std::string content;
   std::uint64_t state = std::hash<std::string>{}(name) | 1U;
@@ -27,7 +27,8 @@ inline std::string contentOf(const std::string& name, std::size_t size) {
   return content;
 }
 
-/// An asset "100APPLE/IMG_0001.HEIC" of a phone; its kind by its name.
+/// Returns an asset of a phone with an id such as "100APPLE/IMG_0001.HEIC"; its name determines its
+/// kind.
 inline MediaAsset assetOf(const std::string& id, std::uint64_t size = 1000,
                           std::optional<std::string> cloudID = {}) {
   const auto slash = id.find('/');
@@ -46,7 +47,7 @@ inline MediaAsset assetOf(const std::string& id, std::uint64_t size = 1000,
                     std::nullopt};
 }
 
-/// A group of the shots that these files form.
+/// Returns a group of the shots that these files form.
 inline TransferPlanner::NamedGroup groupOf(const std::string& folder,
                                            const std::vector<MediaAsset>& assets) {
   MediaGroup group;
@@ -55,7 +56,7 @@ inline TransferPlanner::NamedGroup groupOf(const std::string& folder,
   return {folder, std::move(group)};
 }
 
-/// A plan of `count` stills in one folder.
+/// Returns a plan of `count` stills in one folder.
 inline TransferPlan planOf(std::size_t count, std::uint64_t size,
                            const std::string& folder = "2026-05-20") {
   std::vector<MediaAsset> assets;
@@ -65,8 +66,8 @@ inline TransferPlan planOf(std::size_t count, std::uint64_t size,
   return TransferPlanner::plan({groupOf(folder, assets)}, {});
 }
 
-/// A source in memory that hands out contentOf(id) in pieces; `before` is asked ahead of each
-/// download and may throw, `bytes` may answer other bytes than listed.
+/// An in-memory source that delivers contentOf(id) in pieces. `before` is called before each
+/// download and may throw; `bytes` may replace the content of an id.
 class MemorySource : public MediaSource {
  public:
   std::function<void(const MediaAsset&)> before;
@@ -88,7 +89,7 @@ class MemorySource : public MediaSource {
   int concurrentDownloads() const override { return threads; }
 };
 
-/// The paths of all files below a folder, sorted.
+/// Returns the paths of all files below a folder, sorted.
 inline std::vector<std::string> filesIn(const std::string& path) {
   std::vector<std::string> paths;
   openFolder(path)->visitAll([&](const std::string& found, const FileStatus& status) {

@@ -22,7 +22,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/// A destination with an engine that settles every file at once.
+/// A destination with an engine that commits every file at once.
 class TransferEngineTest : public testing::Test {
  protected:
   TransferReport run(const TransferPlan& plan, std::stop_token stop = {}) {
@@ -44,7 +44,7 @@ class TransferEngineTest : public testing::Test {
   TransferEngine::Progress progress;
 };
 
-/// One plan with a file of this id at this path.
+/// Returns a plan of one file with this id at this path.
 TransferPlan planAt(const std::string& path, std::uint64_t size = 1000,
                     PlannedConversion conversion = {},
                     const std::string& id = "100APPLE/IMG_1.HEIC") {
@@ -163,7 +163,7 @@ TEST_F(TransferEngineTest, nameOfAnotherFile_isNeverOverwritten) {
   EXPECT_EQ(folder.read("d/IMG_1.HEIC"), "somebody's own");
   EXPECT_EQ(folder.read("d/IMG_1 (2).HEIC"), contentOf("other", 1000));
   EXPECT_EQ(folder.read("d/IMG_1 (5).HEIC"), planned(plan, 0));
-  // The same bytes are known again under their number.
+  // The file with the same bytes is recognised under its number.
   EXPECT_EQ(run(plan).files[0].path, "d/IMG_1 (5).HEIC");
   EXPECT_THAT(kindsOf(run(plan)), ElementsAre("alreadyThere"));
 }
@@ -278,7 +278,7 @@ TEST_F(TransferEngineTest, conversion_thatFails_keepsTheOriginalUnderItsName) {
   }
 }
 
-/// Holds each conversion until as many are under way, or one is stopped.
+/// Holds each conversion until `awaited` of them are running, or one is stopped.
 class MeetingConverter : public TextConverter {
  public:
   explicit MeetingConverter(int awaited) : awaited_(awaited) {}
@@ -355,7 +355,7 @@ TEST_F(TransferEngineTest, keptOriginal_besideAPlannedFileOfThatName_takesANumbe
   const auto report = run(plan);
   EXPECT_EQ(report.files[0].path, "d/IMG_1 (2).HEIC");
   EXPECT_EQ(folder.read("d/IMG_1.HEIC"), planned(plan, 1));
-  // A name that differs from the file's own planned one by letter case alone is not another's.
+  // A name that differs from the file's own planned name only in letter case is not another file's.
   auto upper = planAt("e/IMG_2.mp4", 1000, planned_conversion::H264{}, "100APPLE/IMG_2.MP4");
   EXPECT_EQ(run(upper).files[0].path, "e/IMG_2.MP4");
 }

@@ -1,4 +1,4 @@
-// What a run leaves behind when the disk fails, fills up or goes away, and when the process is
+// Tests the state after a run when the disk fails, fills up or goes away, and when the process is
 // killed.
 
 #include <gmock/gmock.h>
@@ -21,7 +21,7 @@ namespace {
 
 using testing::IsEmpty;
 
-/// Every file that has a final name holds exactly its source's bytes.
+/// Expects that every file with a final name has exactly the bytes of its source.
 void expectOnlyWholeFiles(const std::string& path, const TransferPlan& plan) {
   const auto folder = openFolder(path);
   for (const PlannedFile& file : plan.files) {
@@ -32,7 +32,7 @@ void expectOnlyWholeFiles(const std::string& path, const TransferPlan& plan) {
   }
 }
 
-/// And none is missing, and nothing else is there.
+/// Expects in addition that no file is missing and that there is no other file.
 void expectComplete(const std::string& path, const TransferPlan& plan) {
   expectOnlyWholeFiles(path, plan);
   auto paths = pathsOf(plan);
@@ -40,7 +40,7 @@ void expectComplete(const std::string& path, const TransferPlan& plan) {
   EXPECT_EQ(filesIn(path), paths);
 }
 
-/// The report names what is there and nothing else.
+/// Expects that the report names exactly the files that are there.
 void expectTrue(const TransferReport& report, const std::string& path) {
   for (const FileOutcome& outcome : report.files) {
     EXPECT_EQ(outcome.path.has_value(), !outcome.is<FileOutcome::Failed>());
@@ -143,7 +143,7 @@ TEST(TransferFault, destinationThatIsMovedAway_interruptsTheRun) {
 }
 
 TEST(TransferFault, storageThatLostBytes_isNotTrustedWhenItSaysYesAgain) {
-  // The system tells of lost bytes once; the next question is answered as if nothing had been.
+  // The system reports lost bytes only once; the next sync succeeds as if nothing had been lost.
   for (const int threads : {1, 2}) {
     const TemporaryFolder folder;
     FaultyFolder destination{openFolder(folder.path())};
@@ -165,7 +165,7 @@ TEST(TransferFault, storageThatLostBytes_isNotTrustedWhenItSaysYesAgain) {
   }
 }
 
-/// A volume that takes upper and lower case for the same.
+/// A volume that ignores letter case.
 class CaseBlindFolder : public FaultyFolder {
  public:
   using FaultyFolder::FaultyFolder;
@@ -200,7 +200,7 @@ TEST(TransferFault, fileThatDiffersOnlyInCase_isNotTakenForOurs) {
   EXPECT_EQ(report.files[0].path, "2026-05-20/IMG_1000 (2).HEIC");
   EXPECT_EQ(folder.read("2026-05-20/IMG_1000 (2).HEIC"), contentOf("100APPLE/IMG_1000.HEIC", 1000));
   EXPECT_EQ(folder.read("2026-05-20/img_1000.heic"), contentOf("somebody's", 1000));
-  // The right bytes under the other spelling are ours.
+  // A file with the right bytes under the other spelling is ours.
   folder.write("2026-05-20/img_1000.heic", contentOf("100APPLE/IMG_1000.HEIC", 1000));
   EXPECT_EQ(kindsOf(TransferEngine{}.run(plan, source, destination)),
             std::vector<std::string>{"alreadyThere"});
@@ -248,7 +248,7 @@ TEST(TransferFault, realFullDisk_interruptsAndGoesOnWhenThereIsRoom) {
   ::umount(folder.path().c_str());
 }
 
-/// Copies the plan in a process of its own and kills that at a random moment.
+/// Copies the plan in a child process and kills it after `delay`.
 void runAndKill(const TransferPlan& plan, const std::string& path,
                 std::chrono::microseconds delay) {
   const pid_t child = ::fork();
@@ -269,7 +269,7 @@ void runAndKill(const TransferPlan& plan, const std::string& path,
   ::kill(child, SIGKILL);
   int status = 0;
   ::waitpid(child, &status, 0);
-  // Either the kill came in time or the run was through; it never failed by itself.
+  // Either the kill came in time or the run was complete; the run never failed by itself.
   EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0);
 }
 

@@ -144,7 +144,7 @@ TEST(TransferPlanner, names_thatNoVolumeTakes_areMadeToFit) {
   EXPECT_EQ(plan.files[2].relativePath, "d/bad\uFFFD.jpg");
 }
 
-/// What the destination looks like to the phone "me".
+/// Returns the destination as the phone "me" sees it.
 DestinationView view(const Paths& onDisk, const std::vector<FileRecord>& mine = {},
                      const std::vector<FileRecord>& others = {}) {
   FilesOnDisk files;
@@ -266,7 +266,7 @@ TEST(TransferPlanner, claimOfAKilledRun_yieldsToAFileThatLanded) {
   EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, {onDisk, marker, "other"})), IsEmpty());
 }
 
-/// What a plan for one file of 2,000 bytes does where a file is recorded under its id.
+/// A plan for one file of 2,000 bytes where a file is recorded under its id.
 struct SameIDCase {
   const char* name;
   const char* id;
@@ -336,7 +336,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 constexpr Instant taken{std::chrono::seconds{1779364800}};
 
-/// A file whose shot was taken so much after `taken`, by its own clock or by the date of its file.
+/// Returns a file whose shot was taken `later` after `taken`, by its own clock or by its file's
+/// date.
 MediaAsset datedAsset(const std::string& id, std::uint64_t size, std::chrono::milliseconds later,
                       bool isOwn, bool isOptimized = false) {
   const auto date = taken + later;
@@ -353,11 +354,11 @@ MediaAsset datedAsset(const std::string& id, std::uint64_t size, std::chrono::mi
                     isOwn ? std::optional{date} : std::nullopt};
 }
 
-/// What a plan does with a file of 1,000 bytes where one of some size is recorded for its id.
+/// A plan for a file of 1,000 bytes where a file of `recordedSize` is recorded for its id.
 struct MomentCase {
   const char* name;
   std::uint64_t recordedSize;
-  std::optional<bool> isOwnRecorded;  ///< of the recorded date; nothing when none is recorded
+  std::optional<bool> isOwnRecorded;  ///< of the recorded date; nullopt if none is recorded
   bool isOwn;                         ///< of the file's date
   std::chrono::milliseconds later;
   bool isOptimized;
@@ -434,10 +435,10 @@ TEST(TransferPlanner, sidecar_goesByTheDateOfItsShot) {
     return pathsOf(plan);
   };
   EXPECT_THAT(transfer(shot(1000, 50, 0s)), ElementsAre("d/IMG_1.HEIC", "d/IMG_1.AAE"));
-  // Edited again, it does not bring its picture along, and is known from then on.
+  // A sidecar edited again is copied without its picture, and is known from then on.
   EXPECT_THAT(transfer(shot(1000, 61, 0s)), ElementsAre("d/IMG_1 (2).AAE"));
   EXPECT_THAT(transfer(shot(1000, 61, 0s)), IsEmpty());
-  // Another card's sidecar of the same size goes with its own picture.
+  // Another card's sidecar of the same size is copied with its own picture.
   for (const std::uint64_t size : {1000U, 2000U}) {
     const std::string number = size == 1000 ? " (3)" : " (4)";
     const auto other = shot(size, 61, size == 1000 ? 5s : 9s);
@@ -446,7 +447,7 @@ TEST(TransferPlanner, sidecar_goesByTheDateOfItsShot) {
     EXPECT_THAT(transfer(other), IsEmpty());
   }
   EXPECT_THAT(transfer(shot(1000, 50, 0s)), IsEmpty());
-  // Where the original is gone, the edited version has the date.
+  // If the original is missing, the edited version has the date.
   for (const auto later : {0s, 5s}) {
     const std::string number = later == 0s ? "" : " (2)";
     const std::vector assets{datedAsset("A/IMG_E9.HEIC", 3000, later, true),
@@ -500,7 +501,7 @@ TEST(TransferPlanner, keptOriginal_countsOnlyForTheFormatThatItCannotHave) {
     record.keptInsteadOf = std::move(keptInsteadOf);
     return TransferPlanner::plan({group}, options, view({path}, {record}));
   };
-  // A plain copy says nothing of conversions, and neither does what failed as another format.
+  // A plain copy does not mean a failed conversion, and neither does a failure for another format.
   EXPECT_THAT(pathsOf(planWith("d/IMG_1.HEIC", std::nullopt)), ElementsAre("d/IMG_1.jpg"));
   EXPECT_THAT(pathsOf(planWith("d/IMG_1.HEIC", "h264")), ElementsAre("d/IMG_1.jpg"));
   EXPECT_THAT(pathsOf(planWith("e/IMG_1.HEIC", "jpeg")), ElementsAre("d/IMG_1.jpg"));
@@ -509,7 +510,7 @@ TEST(TransferPlanner, keptOriginal_countsOnlyForTheFormatThatItCannotHave) {
     EXPECT_THAT(pathsOf(plan), IsEmpty());
     EXPECT_THAT(plan.knownPaths, ElementsAre(path));
   }
-  // The file is gone, or everything is wanted again.
+  // The file is gone, or everything is to be copied again.
   FileRecord record = recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC");
   record.keptInsteadOf = "jpeg";
   EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, options, view({"d/other"}, {record}))),
@@ -582,7 +583,7 @@ TEST(TransferPlanner, pathsOfAPlan_whateverTheLibrary_areUniqueAndStable) {
       records.push_back(recordOf(file.relativePath, std::string{file.asset.id()}));
     }
     EXPECT_EQ(plan.files.size(), 2 * assets.size());
-    // Once all of it is there, nothing is left to do.
+    // Once all files are there, nothing is left to copy.
     EXPECT_THAT(pathsOf(TransferPlanner::plan(groups, chosen, view(pathsOf(plan)))), IsEmpty());
   }
 }

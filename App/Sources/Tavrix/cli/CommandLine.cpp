@@ -5,60 +5,13 @@
 #include <array>
 #include <map>
 
-#include "cli/CliSentences.h"
-#include "cli/ExitStatus.h"
-#include "cli/StoredSettings.h"
+#include "cli/call/ExitStatus.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sessions/StoredSettings.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
 namespace {
-
-/// A command's words, what it takes and whether a source is the first of that.
-struct Form {
-  Command command;
-  std::string_view group;  ///< the word before, when there is one
-  std::string_view name;
-  std::vector<std::string_view> operands;
-  std::vector<std::string_view> options = {};  ///< of its own, each with a value
-  bool lastIsOptional = false;                 ///< the last operand may be left out
-
-  std::size_t requiredOperands() const { return operands.size() - (lastIsOptional ? 1 : 0); }
-  bool takesSource() const { return !operands.empty() && operands.front() == "SOURCE"; }
-};
-
-const std::vector<Form>& forms() {
-  static const std::vector<Form> all{
-      {Command::catalog, "", "catalog", {"SOURCE"}},
-      {Command::bundles, "", "bundles", {"SOURCE"}},
-      {Command::groups, "", "groups", {"SOURCE"}},
-      {Command::places, "", "places", {"SOURCE"}},
-      {Command::geocacheReset, "geocache", "reset", {}},
-      {Command::plan, "", "plan", {"SOURCE", "DEST"}, {"--device-name"}},
-      {Command::transfer, "", "transfer", {"SOURCE", "DEST"}, {"--device-name"}},
-      {Command::history,
-       "",
-       "history",
-       {"RECORD-ID"},
-       {"--outcome", "--phone", "--dest", "--path", "--asset"},
-       true},
-      {Command::verify, "", "verify", {"DEST"}},
-      {Command::markerRebuild, "marker", "rebuild", {"SOURCE", "DEST"}, {"--device-name"}},
-      {Command::snapshot, "", "snapshot", {"SOURCE", "OUT-DIR"}},
-      {Command::phones, "", "phones", {}},
-      {Command::cacheReset, "cache", "reset", {}},
-      {Command::cache, "", "cache", {}},
-      {Command::templateRender, "template", "render", {}, {"--template", "--context"}},
-      {Command::templatePresets, "template", "presets", {}},
-      {Command::templateSanitize, "template", "sanitize", {"TEXT"}},
-      {Command::settingsSet, "settings", "set", {"KEY", "VALUE"}, {}, true},
-      {Command::settingsReset, "settings", "reset", {"KEY"}, {}, true},
-      {Command::settings, "", "settings", {}},
-      {Command::presetsSave, "presets", "save", {"NAME", "JSON"}},
-      {Command::presetsDelete, "presets", "delete", {"NAME"}},
-      {Command::presets, "", "presets", {}},
-  };
-  return all;
-}
 
 struct Flags {
   bool help = false;
@@ -68,12 +21,13 @@ struct Flags {
 constexpr std::array<std::string_view, 3> commonOptionsWithValue{"--lang", "--state", "--set"};
 
 bool takesValue(std::string_view option) {
-  const auto holds = [option](const auto& options) {
-    return std::find(options.begin(), options.end(), option) != options.end();
+  const auto isIt = [option](const CommandOption& own) {
+    return own.value != nullptr && own.name == option;
   };
-  return holds(commonOptionsWithValue) ||
-         std::any_of(forms().begin(), forms().end(),
-                     [&](const Form& form) { return holds(form.options); });
+  return std::ranges::find(commonOptionsWithValue, option) != commonOptionsWithValue.end() ||
+         std::ranges::any_of(commandTable(), [&](const CommandSpec& command) {
+           return std::ranges::any_of(command.options, isIt);
+         });
 }
 
 /// To the parser "++" ends a command; this stands for it, as no argument of a program holds a zero.
@@ -120,17 +74,16 @@ class Parser {
   Request parse(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
     run(arguments);
     if (flags_.version) return VersionRequest{};
-    const Form* const form = chosenForm();
+    const CommandSpec* const form = chosenForm();
     if (flags_.help) return help(form);
     checkExtras(form);
     if (form == nullptr) fail(say(language_, sentences::commandMissing));
-    call_.command = form->command;
     call_.language = language_;
     takeOptions(*form);
     completeOperands(*form, surroundings.environment);
     checkFolders(*form);
-    checkTemplateOptions(*form);
-    return call_;
+    checkRequiredOptions(*form);
+    return CommandRequest{form, call_};
   }
 
  private:
@@ -154,22 +107,20 @@ class Parser {
   }
 
   void addCommands() {
-    for (const Form& form : forms()) {
+    for (const CommandSpec& form : commandTable()) {
       CLI::App* const command = form.group.empty()
                                     ? group(form.name)
                                     : group(form.group)->add_subcommand(std::string{form.name});
       for (const std::string_view operand : form.operands) {
         command->add_option(std::string{operand}, slot_);
       }
-      for (const std::string_view option : form.options) {
-        addOption(*command, std::string{option});
+      for (const CommandOption& option : form.options) {
+        if (option.flag != nullptr) {
+          command->add_flag(std::string{option.name}, option.flag(call_));
+        } else {
+          addOption(*command, std::string{option.name});
+        }
       }
-      if (form.command == Command::groups) command->add_flag("--explain", call_.explain);
-      if (form.command == Command::history) command->add_flag("--delete", call_.history.deletes);
-      if (form.command == Command::verify) {
-        command->add_flag("--write-checksums", call_.writeChecksums);
-      }
-      if (form.command == Command::settingsReset) command->add_flag("--all", call_.resetsAll);
       commands_.push_back(command);
     }
   }
@@ -197,37 +148,37 @@ class Parser {
     }
   }
 
-  const Form* chosenForm() const {
+  const CommandSpec* chosenForm() const {
     for (std::size_t i = 0; i < commands_.size(); ++i) {
-      if (commands_[i]->parsed()) return &forms()[i];
+      if (commands_[i]->parsed()) return &commandTable()[i];
     }
     return nullptr;
   }
 
-  Request help(const Form* form) const {
-    if (form != nullptr) return HelpRequest{form->command, language_};
+  Request help(const CommandSpec* form) const {
+    if (form != nullptr) return HelpRequest{form, language_};
     // The commands of a group share one text.
-    for (const Form& each : forms()) {
+    for (const CommandSpec& each : commandTable()) {
       const auto group = groups_.find(each.group);
       if (group != groups_.end() && group->second->parsed()) {
-        return HelpRequest{each.command, language_};
+        return HelpRequest{&each, language_};
       }
     }
-    return HelpRequest{std::nullopt, language_};
+    return HelpRequest{nullptr, language_};
   }
 
-  void checkExtras(const Form* form) const {
+  void checkExtras(const CommandSpec* form) const {
     std::vector<std::string> extras = app_.remaining(true);
     std::erase(extras, "--");
     if (extras.empty()) return;
     const std::string first = printable(unmarked(extras.front()));
     if (first.starts_with('-')) fail(say(language_, sentences::unknownOption, first));
     if (form == nullptr) fail(say(language_, sentences::unknownCommand, first));
-    fail(say(language_, sentences::operandTooMany, first, commandText(*form)));
+    fail(say(language_, sentences::operandTooMany, first, form->words()));
   }
 
-  const CLI::App& commandOf(const Form& form) const {
-    return *commands_[static_cast<std::size_t>(&form - forms().data())];
+  const CLI::App& commandOf(const CommandSpec& form) const {
+    return *commands_[static_cast<std::size_t>(&form - commandTable().data())];
   }
 
   /// What an option or operand was given, even if that is empty; nothing when it was not given.
@@ -237,24 +188,19 @@ class Parser {
     return option->results().back();
   }
 
-  void takeOptions(const Form& form) {
+  void takeOptions(const CommandSpec& form) {
     const std::string language = given(app_, "--lang").value_or("ru");
     if (!isLanguageChoice(language)) {
       fail(say(language_, sentences::unknownLanguage, printable(language)));
     }
     call_.stateFolder = given(app_, "--state");
-    call_.deviceName = given(commandOf(form), "--device-name");
-    call_.nameTemplate = given(commandOf(form), "--template");
-    call_.context = given(commandOf(form), "--context");
-    call_.history.outcome = given(commandOf(form), "--outcome");
-    call_.history.phone = given(commandOf(form), "--phone");
-    call_.history.destination = given(commandOf(form), "--dest");
-    call_.history.path = given(commandOf(form), "--path");
-    call_.history.asset = given(commandOf(form), "--asset");
+    for (const CommandOption& option : form.options) {
+      if (option.value != nullptr) option.value(call_) = given(commandOf(form), option.name);
+    }
   }
 
   /// What was given of a command's operands, in their order.
-  std::vector<std::string> givenOperands(const Form& form) const {
+  std::vector<std::string> givenOperands(const CommandSpec& form) const {
     std::vector<std::string> operands;
     for (const std::string_view operand : form.operands) {
       if (const auto text = given(commandOf(form), operand)) operands.push_back(unmarked(*text));
@@ -262,7 +208,7 @@ class Parser {
     return operands;
   }
 
-  void completeOperands(const Form& form, const Environment& environment) {
+  void completeOperands(const CommandSpec& form, const Environment& environment) {
     call_.operands = givenOperands(form);
     const auto demoFolder = variable(environment, "DEMO_DIR");
     const bool isDemo = variable(environment, "DEBUG_SNAPSHOT") == "1" && demoFolder;
@@ -271,41 +217,33 @@ class Parser {
     }
     if (call_.operands.size() < form.requiredOperands()) {
       fail(say(language_, sentences::operandMissing, form.operands[call_.operands.size()],
-               commandText(form)));
+               form.words()));
     }
   }
 
   /// An empty name would stand for the root folder.
-  void checkFolders(const Form& form) const {
+  void checkFolders(const CommandSpec& form) const {
     for (std::size_t i = 0; i < call_.operands.size(); ++i) {
       const std::string_view operand = form.operands[i];
       const bool isFolder = operand == "SOURCE" || operand == "DEST" || operand == "OUT-DIR";
       if (isFolder && call_.operands[i].empty()) {
-        fail(say(language_, sentences::folderEmpty, form.operands[i], commandText(form)));
+        fail(say(language_, sentences::folderEmpty, form.operands[i], form.words()));
       }
     }
     if (form.takesSource() && call_.source() == "phone:") {
-      fail(say(language_, sentences::serialEmpty, commandText(form)));
+      fail(say(language_, sentences::serialEmpty, form.words()));
     }
     if (call_.stateFolder == "") {
-      fail(say(language_, sentences::folderEmpty, "--state", commandText(form)));
+      fail(say(language_, sentences::folderEmpty, "--state", form.words()));
     }
   }
 
-  void checkTemplateOptions(const Form& form) const {
-    if (form.command != Command::templateRender) return;
-    if (!call_.nameTemplate) {
-      fail(say(language_, sentences::operandMissing, "--template", commandText(form)));
+  void checkRequiredOptions(const CommandSpec& form) {
+    for (const CommandOption& option : form.options) {
+      if (option.isRequired && !option.value(call_)) {
+        fail(say(language_, sentences::operandMissing, option.name, form.words()));
+      }
     }
-    if (!call_.context) {
-      fail(say(language_, sentences::operandMissing, "--context", commandText(form)));
-    }
-  }
-
-  static std::string commandText(const Form& form) {
-    std::string text{form.group};
-    if (!text.empty()) text += ' ';
-    return text.append(form.name);
   }
 
   Language language_;

@@ -1,17 +1,18 @@
 #include <algorithm>
 
-#include "PersistedSettings.h"
-#include "SettingKeys.h"
-#include "cli/CliSentences.h"
-#include "cli/Commands.h"
-#include "cli/Failures.h"
-#include "cli/FolderSource.h"
-#include "cli/Help.h"
-#include "cli/JsonPrinter.h"
-#include "cli/PlaceSentences.h"
-#include "cli/StoredSettings.h"
-#include "cli/TextPrinter.h"
+#include "cli/CommandLine.h"
+#include "cli/help/Help.h"
+#include "cli/printing/JsonPrinter.h"
+#include "cli/printing/TerminalLine.h"
+#include "cli/printing/TextPrinter.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sentences/PlaceSentences.h"
+#include "cli/sessions/Failures.h"
+#include "cli/sessions/Source.h"
+#include "cli/sessions/StoredSettings.h"
 #include "model/GroupsDebug.h"
+#include "settings/PersistedSettings.h"
+#include "settings/SettingKeys.h"
 
 namespace tavrix::cli {
 namespace {
@@ -24,7 +25,7 @@ class StandardErrorLog : public Log {
   void write(std::string_view line) override {
     const std::lock_guard lock{mutex_};
     // A progress bar may stand in the line.
-    sink_.write(fmt::format("{}{}\n", isTerminal_ ? "\r\x1b[K" : "", line));
+    sink_.write(fmt::format("{}{}\n", isTerminal_ ? clearLine : "", line));
   }
 
  private:
@@ -80,59 +81,8 @@ Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
   return settings;
 }
 
-ExitStatus execute(const CommandContext& context) {
-  switch (context.call.command) {
-    case Command::catalog:
-      return listCatalog(context);
-    case Command::bundles:
-      return listBundles(context);
-    case Command::groups:
-      return listGroups(context);
-    case Command::places:
-      return listPlaces(context);
-    case Command::geocacheReset:
-      return resetPlaceNames(context);
-    case Command::plan:
-      return showPlan(context);
-    case Command::transfer:
-      return transfer(context);
-    case Command::history:
-      return showHistory(context);
-    case Command::verify:
-      return verify(context);
-    case Command::markerRebuild:
-      return rebuildMarker(context);
-    case Command::snapshot:
-      return writeSnapshot(context);
-    case Command::phones:
-      return listPhones(context);
-    case Command::cacheReset:
-      return resetCache(context);
-    case Command::cache:
-      return showCache(context);
-    case Command::templateRender:
-      return renderTemplate(context);
-    case Command::templatePresets:
-      return listPresets(context);
-    case Command::templateSanitize:
-      return sanitizeText(context);
-    case Command::settings:
-      return listSettings(context);
-    case Command::settingsSet:
-      return setSetting(context);
-    case Command::settingsReset:
-      return resetSettings(context);
-    case Command::presets:
-      return listTemplates(context);
-    case Command::presetsSave:
-      return savePreset(context);
-    case Command::presetsDelete:
-      return deletePreset(context);
-  }
-  return ExitStatus::usage;
-}
-
-ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings) {
+ExitStatus execute(const CommandRequest& request, const Surroundings& surroundings) {
+  const Invocation& call = request.call;
   if (surroundings.defaults != nullptr) {
     PersistedSettings::forgetAtLaunch(*surroundings.defaults, isDemo(surroundings.environment));
   }
@@ -149,17 +99,18 @@ ExitStatus executeCall(const Invocation& call, const Surroundings& surroundings)
   if (state && !keepsGroupsDebug(surroundings.environment)) {
     GroupsDebug::remove(*state, context.log);
   }
-  const ExitStatus status = execute(context);
+  const ExitStatus status = request.command->run(context);
   const bool isPartial = status == ExitStatus::done && source.unreadFolders > 0;
   return isPartial ? ExitStatus::someFailed : status;
 }
 
 ExitStatus answer(const Request& request, const Surroundings& surroundings) {
-  if (const auto* const call = std::get_if<Invocation>(&request)) {
-    return executeCall(*call, surroundings);
+  if (const auto* const call = std::get_if<CommandRequest>(&request)) {
+    return execute(*call, surroundings);
   }
   if (const auto* const help = std::get_if<HelpRequest>(&request)) {
-    surroundings.out.write(helpText(help->language, help->command));
+    surroundings.out.write(
+        helpText(help->language, help->command != nullptr ? help->command->help : nullptr));
   } else {
     surroundings.out.write("Tavrix " TAVRIX_VERSION "\n" + std::string{placesAttribution});
   }
@@ -173,8 +124,8 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments,
   std::string destination;
   try {
     const Request request = parseArguments(arguments, surroundings);
-    if (const auto* const call = std::get_if<Invocation>(&request)) {
-      if (!call->operands.empty()) destination = call->operands.back();
+    if (const auto* const call = std::get_if<CommandRequest>(&request)) {
+      if (!call->call.operands.empty()) destination = call->call.operands.back();
     }
     return answer(request, surroundings);
   } catch (const OutputClosed&) {

@@ -5,13 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "cli/Commands.h"
-#include "cli/Failures.h"
-#include "cli/StoredSettings.h"
+#include "cli/CommandLine.h"
 #include "cli/platform/Interrupts.h"
 #include "cli/platform/Resources.h"
 #include "cli/platform/Terminal.h"
-#include "conversion/ConversionProcess.h"
+#include "cli/sessions/Failures.h"
+#include "cli/sessions/StoredSettings.h"
 #include "foundation/Text.h"
 #include "foundation/TimeZone.h"
 
@@ -50,21 +49,12 @@ class ErrorSink : public TextSink {
   }
 };
 
-Environment heededEnvironment() {
-  Environment environment;
-  for (const std::string_view name : heededVariables) {
-    const char* const value = std::getenv(std::string{name}.c_str());
-    if (value != nullptr) environment.emplace(name, value);
-  }
-  return environment;
-}
-
 int run(const std::vector<std::string>& arguments) {
   Interrupts interrupts;
   const auto phones = Phones::openBrowser();
   StreamSink out{stdout};
   ErrorSink err;
-  const Environment environment = heededEnvironment();
+  const Environment environment = processEnvironment();
   const auto defaults = openDefaults(environment);
   Surroundings surroundings{
       .out = out,
@@ -74,8 +64,7 @@ int run(const std::vector<std::string>& arguments) {
       .systemLocaleID = systemLocaleID(),
       .systemTimeZoneID = systemTimeZoneID(),
       .gazetteerPath = resourcePath("gazetteer.bin"),
-      // This very program, whatever has become of its file meanwhile.
-      .conversionProgram = "/proc/self/exe",
+      .conversionProgram = helperPath("tavrix-convert"),
       .outColumns = terminalColumns(StandardStream::output),
       .errColumns = terminalColumns(StandardStream::error),
       .now =
@@ -105,7 +94,4 @@ int run(const std::vector<std::string>& arguments) {
 }  // namespace
 }  // namespace tavrix::cli
 
-int main(int argc, char** argv) {
-  if (const auto status = tavrix::ConversionProcess::runAsChild(argc, argv)) return *status;
-  return tavrix::cli::run({argv + 1, argv + argc});
-}
+int main(int argc, char** argv) { return tavrix::cli::run({argv + 1, argv + argc}); }

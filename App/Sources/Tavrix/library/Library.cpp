@@ -1,10 +1,10 @@
-#include "Library.h"
+#include "library/Library.h"
 
 #include <utility>
 
-#include "PlaceSpelling.h"
 #include "grouping/GroupMerging.h"
 #include "grouping/PlaceClustering.h"
+#include "library/PlaceSpelling.h"
 #include "media/BundleBuilder.h"
 
 namespace tavrix {
@@ -51,7 +51,7 @@ std::optional<Library::Home> homeOf(const Settings& settings,
                        .recentSpanDays = groupingSettings(settings).homeWindowDays};
 }
 
-/// The groups with the merges that were made in their mode.
+/// Returns the groups with the merges of the current mode applied.
 std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& settings) {
   const auto merges = settings.mergesByMode.find(textOf(settings.uiMode));
   if (merges == settings.mergesByMode.end()) return groups;

@@ -4,33 +4,33 @@
 #include <string>
 #include <vector>
 
-#include "PlaceNaming.h"
-#include "Settings.h"
 #include "grouping/GroupingEngine.h"
+#include "library/PlaceNaming.h"
 #include "media/MediaAsset.h"
 #include "naming/FolderNaming.h"
+#include "settings/Settings.h"
 
 namespace tavrix {
 
-/// What the settings make of a phone's catalogue: shots, and folders with their names.
+/// The catalogue of a phone after the settings are applied: shots, and folders with their names.
 struct Library {
   /// Files of the catalogue that are in no folder.
   struct LeftOut {
     std::uint64_t withoutPicture = 0;    ///< sidecars whose picture is not on the phone
-    std::vector<std::string> unknown{};  ///< names of files of an unknown kind, no part of any shot
-    std::uint64_t bySettings = 0;        ///< of the other shots
+    std::vector<std::string> unknown{};  ///< names of files of unknown kind, in no shot
+    std::uint64_t bySettings = 0;        ///< files of other shots, excluded by the settings
 
     std::uint64_t total() const { return withoutPicture + unknown.size() + bySettings; }
     friend bool operator==(const LeftOut&, const LeftOut&) = default;
   };
 
-  /// From where trips are measured.
+  /// The point from which trips are measured.
   struct Home {
-    std::optional<GeoPoint> point;      ///< nothing when no shot has both date and position
-    bool isManual = false;              ///< chosen by the person
-    std::optional<std::string> name;    ///< that the person gave it
-    std::vector<HomeCandidate> rivals;  ///< what makes a choice by itself ambiguous
-    int recentSpanDays = 0;             ///< of the candidates' recent days; 0 for none
+    std::optional<GeoPoint> point;      ///< nullopt if no shot has both date and position
+    bool isManual = false;              ///< chosen by the user
+    std::optional<std::string> name;    ///< the name given by the user
+    std::vector<HomeCandidate> rivals;  ///< candidates that make the detected home ambiguous
+    int recentSpanDays = 0;             ///< length of the candidates' recent period; 0: none
 
     friend bool operator==(const Home&, const Home&) = default;
   };
@@ -40,28 +40,29 @@ struct Library {
   std::vector<FolderNaming::Row> rows;  ///< in display order
   std::vector<HomeCandidate> homeCandidates;
   bool homeIsAmbiguous = false;
-  std::optional<Home> home;                ///< of trips mode alone
-  std::optional<GroupingReasons> reasons;  ///< when they were wanted; by ids before merging
-  std::size_t optimizedCount = 0;          ///< shots of which the phone holds a reduced copy alone
-  std::uint64_t fileCount = 0;             ///< of the catalogue
+  std::optional<Home> home;                ///< in trips mode only
+  std::optional<GroupingReasons> reasons;  ///< only if requested; keyed by ids before merging
+  std::size_t optimizedCount = 0;          ///< shots of which the phone has only a reduced copy
+  std::uint64_t fileCount = 0;             ///< files in the catalogue
   LeftOut leftOut;
-  std::shared_ptr<const PlaceLookup> places;  ///< that named the rows' places, if any did
+  std::shared_ptr<const PlaceLookup> places;  ///< the lookup that named the rows' places, if any
 
   friend bool operator==(const Library&, const Library&) = default;
 };
 
-/// A pure computation but for the names of places, which `naming` finds; without it folders have
-/// none. Groups come with the merges of their mode applied, and reasons only when they are wanted.
+/// Computes the library. Applies the merges of the current mode, and records reasons only if
+/// `wantsReasons`. Finds the names of places with `naming`, its only side effect; without it
+/// folders get no place names.
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
                     const std::string& systemLocaleID, bool wantsReasons = false,
                     PlaceNaming* naming = nullptr);
 
-/// The same from shots, with the number of files that the catalogue has.
+/// As above, from shots. `fileCount` is the number of files in the catalogue.
 Library makeLibrary(std::vector<AssetBundle> bundles, std::uint64_t fileCount,
                     const Settings& settings, const std::string& systemLocaleID,
                     bool wantsReasons = false, PlaceNaming* naming = nullptr);
 
-/// The folders with their names alone, from shots before any filter.
+/// Computes only the folders with their names, from unfiltered shots.
 NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
                    const std::string& systemLocaleID, PlaceNaming* naming = nullptr);
 
@@ -69,16 +70,16 @@ NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& sett
 struct LibraryPlace {
   GeoPoint center;
   std::vector<AssetBundle> bundles;  ///< in catalogue order
-  /// What it is called, by language such as "ru"; empty while that is not known.
+  /// Its names by language, such as "ru"; empty until they are known.
   std::map<std::string, PlaceNames> names{};
 
   friend bool operator==(const LibraryPlace&, const LibraryPlace&) = default;
 };
 
-/// The places of the located shots, taken in their order; in the order in which places were first
-/// met.
+/// Returns the places of the shots that have a position, in the order of their first shot. Clusters
+/// the shots in the given order.
 std::vector<LibraryPlace> placesOf(const std::vector<AssetBundle>& bundles, double radiusKm);
-/// Gives the places their names in Russian and English, as far as they can be found.
+/// Adds the Russian and English names of the places, as far as they can be found.
 void addNames(std::vector<LibraryPlace>& places, const Settings& settings, PlaceNaming& naming);
 
 }  // namespace tavrix

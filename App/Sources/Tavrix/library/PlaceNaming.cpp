@@ -1,4 +1,4 @@
-#include "PlaceNaming.h"
+#include "library/PlaceNaming.h"
 
 #include "foundation/StringMap.h"
 #include "foundation/files/FileError.h"
@@ -21,8 +21,8 @@ std::vector<GeoPoint> placesOf(const std::vector<MediaGroup>& groups) {
   return points;
 }
 
-/// Every key that a point has, once. A centre moves on while points join, so a point may have ended
-/// up outside its own cell.
+/// Returns the distinct keys of the points. The centre of a cell moves while points join it, so a
+/// point may end up outside the cell that it joined.
 std::vector<std::string> keysOf(const PlaceCells& cells, const std::vector<GeoPoint>& points) {
   StringSet keys;
   for (const GeoPoint& point : points) keys.insert(cells.keyOf(point));

@@ -5,30 +5,30 @@
 #include <string>
 #include <vector>
 
-#include "Settings.h"
 #include "foundation/Log.h"
 #include "foundation/files/Folder.h"
 #include "media/AssetBundle.h"
 #include "places/NamedCells.h"
+#include "settings/Settings.h"
 
 namespace tavrix {
 
-/// Finds the names of a library's places and keeps them in the cache of the state folder.
+/// Finds the names of a library's places and stores them in the cache of the state folder.
 class PlaceNaming {
  public:
-  /// `stateFolder` may be null: nothing is kept then.
+  /// `stateFolder` may be null; then nothing is stored.
   PlaceNaming(std::unique_ptr<const Geocoder> geocoder, std::unique_ptr<Folder> stateFolder,
               Log& log);
 
-  /// The cells of some points by the settings' radius, with the names of all of them in Russian, in
-  /// English and in each of the languages given. Returns when what can be found is found.
+  /// Returns cells of the points, with the radius from the settings and the names of all cells in
+  /// Russian, English and the given languages. Blocks until every name that can be found is found.
   std::shared_ptr<const PlaceLookup> name(const std::vector<GeoPoint>& points,
                                           const Settings& settings,
                                           const std::vector<std::string>& localeIDs);
-  /// Finds names that were not there yet, in the same languages.
+  /// Finds the missing names in the same languages.
   void resolve(const std::vector<std::string>& placeKeys,
                const std::vector<std::string>& localeIDs);
-  /// Writes the cache when anything was learnt. A failure is logged and does no harm.
+  /// Writes the cache if it has new names. Logs a failure and ignores it.
   void save();
 
  private:
@@ -37,22 +37,22 @@ class PlaceNaming {
   std::shared_ptr<PlaceDirectory> directory_;
 };
 
-/// The positions of those shots that have one.
+/// Returns the positions of the shots that have one.
 std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles);
 
-/// The language that chosen places are compared in, besides Russian and English.
+/// Returns the language in which chosen places are compared, in addition to Russian and English.
 std::vector<std::string> languagesOf(const PlaceFilter& places);
-/// The cells of all shots, which a choice of places is tested by; nothing when no places are chosen
-/// or nothing names places (`naming` null, `geocodingEnabled` off).
+/// Returns the cells of all shots, against which chosen places are tested. Returns nullptr if no
+/// places are chosen, or if places are not named (`naming` is null or `geocodingEnabled` is off).
 std::shared_ptr<const PlaceLookup> lookupForFilter(const std::vector<AssetBundle>& bundles,
                                                    const Settings& settings, PlaceNaming* naming);
 
-/// Groups with their names, and the lookup that named their places, if any did.
+/// Groups with their names, and the lookup that named their places, if any.
 struct NamedGroups {
   std::vector<FolderNaming::Row> rows;
   std::shared_ptr<const PlaceLookup> places;
 };
-/// Names groups. Without a `lookup` the cells are those of the groups' places.
+/// Names groups. Without a `lookup`, makes cells from the places of the groups.
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,
                        const std::string& systemLocaleID, PlaceNaming* naming,
                        std::shared_ptr<const PlaceLookup> lookup);

@@ -1,4 +1,4 @@
-#include "PlaceSpelling.h"
+#include "library/PlaceSpelling.h"
 
 #include <algorithm>
 
@@ -10,10 +10,10 @@ namespace {
 
 using Names = std::set<std::string>;
 
-/// Russian names hold Cyrillic letters, which begin with these bytes.
+/// Returns true if the text contains one of the bytes with which Russian letters begin in UTF-8.
 bool isCyrillic(std::string_view text) { return text.find_first_of("\xD0\xD1") != text.npos; }
 
-/// Equal for two spellings of a name.
+/// Returns a key that is equal for all spellings of a name.
 std::string comparable(std::string_view name) {
   std::string text = caseFolded(name);
   constexpr std::string_view withDots = "ё";
@@ -23,14 +23,14 @@ std::string comparable(std::string_view name) {
   return text;
 }
 
-/// The typed names by what they are compared by, and which of them a place bears.
+/// The typed names by their comparable() key, and which of them match a place.
 class TypedNames {
  public:
   explicit TypedNames(const Names& names) {
     for (const std::string& name : names) typed_.emplace(comparable(name), name);
   }
 
-  /// Takes the library's own name for a place that bears a typed one under `name`.
+  /// If a place has a typed name as `name`, stores the library's own name for that place.
   void match(const std::optional<std::string>& name, const std::optional<std::string>& own) {
     if (!name || !own || typed_.empty()) return;
     const auto found = typed_.find(comparable(*name));
@@ -41,8 +41,8 @@ class TypedNames {
 
   bool hasMatched(const std::string& typed) const { return matched_.contains(typed); }
 
-  /// The library's names, and those typed ones that no place bears here or as one of `others`, when
-  /// typed as such, too.
+  /// Returns the library's names, and the typed names that match no place, neither here nor among
+  /// `others`.
   Names spelled(const TypedNames& others) const {
     Names names = own_;
     for (const auto& [compared, typed] : typed_) {

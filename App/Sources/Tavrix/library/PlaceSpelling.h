@@ -2,16 +2,16 @@
 
 #include <vector>
 
-#include "Settings.h"
 #include "media/AssetBundle.h"
 #include "media/PlaceLookup.h"
+#include "settings/Settings.h"
 
 namespace tavrix {
 
-/// The settings with the chosen places as the places of a library are called, so that a filter
-/// finds them. Letter case and the dots of "ё" do not count, and a country may be given by its
-/// code. A name may be Russian or English, unless the settings say in which language the names are.
-/// What no shot was taken at stays as it was typed.
+/// Returns the settings with the chosen places replaced by the names that the library uses, so that
+/// a filter finds them. Ignores letter case and the dots of "ё", and accepts a country code as
+/// well. A name may be Russian or English, unless the settings give the language of the names. A
+/// name without a matching shot stays as typed.
 Settings withPlacesSpelled(const Settings& settings, const std::vector<AssetBundle>& bundles,
                            const PlaceLookup* lookup);
 

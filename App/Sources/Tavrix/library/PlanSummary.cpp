@@ -1,4 +1,4 @@
-#include "PlanSummary.h"
+#include "library/PlanSummary.h"
 
 #include "foundation/StringMap.h"
 
@@ -8,7 +8,7 @@ std::vector<FolderPlan> rowPlans(const std::vector<FolderNaming::Row>& rows,
                                  const TransferPlan& plan) {
   std::vector<FolderPlan> folders;
   folders.reserve(rows.size());
-  // The plan has the files in the rows' order, those that are known left out.
+  // The plan lists the files in row order, without the known ones.
   auto next = plan.files.begin();
   for (const FolderNaming::Row& row : rows) {
     FolderPlan folder{.name = row.name};

@@ -4,43 +4,44 @@
 #include <string>
 #include <vector>
 
-#include "Library.h"
+#include "library/Library.h"
 #include "transfer/TransferPlan.h"
 #include "transfer/TransferReport.h"
 
 namespace tavrix {
 
-/// What a plan means for one folder of the destination.
+/// The part of a plan for one folder of the destination.
 struct FolderPlan {
   std::string name;
   std::uint64_t newFiles = 0;
   std::uint64_t newBytes = 0;
-  std::uint64_t knownFiles = 0;  ///< there already
+  std::uint64_t knownFiles = 0;  ///< already in the destination
 
   friend bool operator==(const FolderPlan&, const FolderPlan&) = default;
 };
 
-/// One entry per row, in their order. The plan must have been made from all the rows.
+/// Returns one entry per row, in row order. The plan must have been made from all these rows.
 std::vector<FolderPlan> rowPlans(const std::vector<FolderNaming::Row>& rows,
                                  const TransferPlan& plan);
-/// One entry per folder name, in display order. The plan must have been made from all the rows.
+/// Returns one entry per folder name, in display order. The plan must have been made from all these
+/// rows.
 std::vector<FolderPlan> folderPlans(const std::vector<FolderNaming::Row>& rows,
                                     const TransferPlan& plan);
 
-/// Where every file of the catalogue stands after a run. The numbers add up:
+/// The fate of every file of the catalogue after a run. The numbers add up:
 /// catalogue = planned + known + leftOut.total(),
 /// planned = copied + alreadyThere + keptOriginal + failed + notReached.
 struct TransferTally {
   std::uint64_t catalogue = 0;
   Library::LeftOut leftOut;
-  std::uint64_t known = 0;  ///< not planned, because they are there
+  std::uint64_t known = 0;  ///< not planned, because already in the destination
   std::uint64_t planned = 0;
   std::uint64_t plannedBytes = 0;
   std::uint64_t copied = 0;
   std::uint64_t alreadyThere = 0;
   std::uint64_t keptOriginal = 0;
   std::uint64_t failed = 0;
-  std::uint64_t notReached = 0;  ///< the run ended before
+  std::uint64_t notReached = 0;  ///< the run ended first
 
   friend bool operator==(const TransferTally&, const TransferTally&) = default;
 };

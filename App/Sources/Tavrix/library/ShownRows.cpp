@@ -1,4 +1,4 @@
-#include "ShownRows.h"
+#include "library/ShownRows.h"
 
 namespace tavrix {
 
@@ -16,7 +16,7 @@ std::vector<std::optional<std::size_t>> ShownRows::of(const MediaGroup& group) c
     const auto before = rows.empty() ? std::nullopt : rows.back();
     rows.push_back(found == rowOf_.end() ? before : std::optional{found->second});
   }
-  // What stands before the first one that is shown.
+  // Shots before the first displayed one get the row of a later shot.
   for (std::size_t i = rows.size(); i-- > 1;) {
     if (!rows[i - 1]) rows[i - 1] = rows[i];
   }

@@ -10,16 +10,16 @@
 
 namespace tavrix {
 
-/// Tells which of the folders that are shown a shot belongs to, also a reduced copy that the
-/// settings leave out. Points into the rows, which must stay.
+/// Finds the displayed folder of a shot, even of a reduced copy that the settings exclude. Refers
+/// to the rows, which must outlive it.
 class ShownRows {
  public:
   explicit ShownRows(const std::vector<FolderNaming::Row>& rows);
 
   bool contains(const AssetBundle& shot) const { return rowOf_.contains(shot.id()); }
-  /// For each shot of a group that was made with all shots: the row that it is in; of a shot that
-  /// is in none, the row of the nearest shot of the group that is in one, an earlier one before a
-  /// later. Nothing when no shot of the group is shown.
+  /// Returns the row of each shot of a group that was made from all shots. A shot in no row gets
+  /// the row of its nearest neighbour in the group that is in one; an earlier neighbour takes
+  /// precedence. All entries are nullopt if no shot of the group is displayed.
   std::vector<std::optional<std::size_t>> of(const MediaGroup& group) const;
 
  private:

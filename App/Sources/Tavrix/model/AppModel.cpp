@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <utility>
 
-#include "PersistedSettings.h"
 #include "foundation/StringMap.h"
 #include "grouping/GroupMerging.h"
 #include "media/BundleBuilder.h"
 #include "model/GroupsDebug.h"
+#include "settings/PersistedSettings.h"
 
 namespace tavrix {
 namespace {
 
-/// The settings with those of another that say only how files are laid out and written: they do not
-/// change which folders there are.
+/// Returns the settings with the layout and format of files taken from `other`. These do not change
+/// which folders there are.
 Settings withLayoutOf(Settings settings, const Settings& other) {
   settings.onlyNew = other.onlyNew;
   settings.photoJPEG = other.photoJPEG;
@@ -28,7 +28,7 @@ Settings withLayoutOf(Settings settings, const Settings& other) {
   return settings;
 }
 
-/// The places of all shots; null when places have no names.
+/// Returns the places of all shots, and nullptr if places have no names.
 std::shared_ptr<const PlaceLookup> lookupOf(const Library& library, const Settings& settings,
                                             const std::string& localeID, PlaceNaming* naming) {
   if (naming == nullptr || !settings.geocodingEnabled) return nullptr;
@@ -83,7 +83,7 @@ void AppModel::change(const std::function<void(AppState&)>& edit) {
   const AppState before = state_;
   edit(state_);
   std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
-  const auto observers = observers_;  // one of them may subscribe another
+  const auto observers = observers_;  // an observer may subscribe another one
   for (const auto& observer : observers) {
     if (const Subscription alive = observer.lock()) (*alive)(before, state_);
   }
@@ -97,7 +97,7 @@ bool AppModel::isSettled() const {
 void AppModel::sourceReady(ConnectedSource source, DataOrigin origin) {
   const bool isTransferring = std::holds_alternative<app_phase::Transferring>(state_.phase);
   if (isTransferring && run_->now().source.phone.hash != source.phone.hash) {
-    // The run goes on with its own phone alone; this one is looked at when the run is over.
+    // The run continues only with its own phone. This one is read after the run.
     writeLog(*services_.log, "other device ready during transfer: left alone");
     return;
   }
@@ -108,7 +108,7 @@ void AppModel::sourceReady(ConnectedSource source, DataOrigin origin) {
     state.origin = std::move(origin);
     state.assets = source_->assets;
   });
-  if (!source_) return;  // whoever was told of it took it away again
+  if (!source_) return;  // an observer has taken it away again
   if (run_) run_->phoneIsBack();
   requestShots();
   if (state_.destination) refreshDestination();
@@ -125,7 +125,7 @@ void AppModel::sourceGone() {
 void AppModel::clearCatalogue() {
   source_.reset();
   const bool isStarting = start_ != Start::none;
-  // What is under way was made from the old catalogue, and lands on nothing.
+  // Pending work was made from the old catalogue, so its results are dropped.
   shots_ = CoalescedWork{services_.loop, services_.background};
   grouping_ = CoalescedWork{services_.loop, services_.background};
   display_ = CoalescedWork{services_.loop, services_.background};
@@ -206,13 +206,14 @@ void AppModel::renameGroup(const std::string& id, const std::string& name) {
 
 void AppModel::requestShots() {
   if (!source_) return;
-  // What is under way was made from other shots.
+  // Pending groupings were made from other shots.
   grouping_ = CoalescedWork{services_.loop, services_.background};
   shots_.request([this, life = std::weak_ptr{life_}, assets = source_->assets, zone = source_->zone,
-                  assetsIn = source_->assetsIn,
+                  files = source_->files,
                   wanted = state_.settings->timeZone]() -> CoalescedWork::Apply {
-    const bool isAnother = assetsIn && zone != wanted;
-    const auto dated = isAnother ? Shared{assetsIn(wanted)} : assets;
+    auto again = zone != wanted ? files->assetsIn(wanted) : std::nullopt;
+    const bool isAnother = again.has_value();
+    const auto dated = isAnother ? Shared{*std::move(again)} : assets;
     const Shared<std::vector<AssetBundle>> bundles{BundleBuilder::makeBundles(*dated)};
     return [=, this] {
       if (!life.lock()) return;
@@ -226,7 +227,7 @@ void AppModel::requestShots() {
 }
 
 void AppModel::requestGrouping() {
-  if (!source_ || shots_.isBusy()) return;  // else when the shots land
+  if (!source_ || shots_.isBusy()) return;  // otherwise, once the shots land
   grouping_.request([this, life = std::weak_ptr{life_}, bundles = allBundles_,
                      fileCount = source_->assets->size(), settings = state_.settings,
                      naming = services_.placeNaming, localeID = localeOf(services_.language),

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "foundation/tasks/CoalescedWork.h"
 #include "model/AppState.h"
-#include "model/CoalescedWork.h"
 #include "model/ConnectedSource.h"
 #include "model/DisplayBuild.h"
 #include "model/ModelServices.h"
@@ -16,94 +16,95 @@
 
 namespace tavrix {
 
-/// All that an interface shows and does: the catalogue of the connected phone, what the person has
-/// chosen, the folders that follow from it, and the run. Everything here is called, and every
-/// observer told, on the main loop; computing and copying take place in the background.
+/// Everything that an interface displays and does: the catalogue of the connected phone, the user's
+/// choices, the resulting folders, and the run. All functions must be called on the main loop, and
+/// observers are called there; computing and copying happen in the background.
 class AppModel {
  public:
   using Services = ModelServices;
   using Observer = std::function<void(const AppState& before, const AppState& after)>;
-  /// Ends with its last copy.
+  /// Ends when its last copy is destroyed.
   using Subscription = std::shared_ptr<const Observer>;
 
-  /// `settings` are those of a first launch; what the person has kept stands above them.
+  /// `settings` are the settings of a first launch; the user's persistent choices override them.
   AppModel(Services services, Settings settings);
-  /// Asks a run to end; what it has landed stays.
+  /// Requests the end of a run; files that have landed stay.
   ~AppModel();
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;
 
   const AppState& state() const { return state_; }
-  /// From the next change on.
+  /// Calls the observer from the next change on.
   [[nodiscard]] Subscription subscribe(Observer observer);
-  /// Whether what is shown follows from what is chosen: no grouping or display is under way.
+  /// Returns true if the display is up to date with the choices: no grouping or display is being
+  /// computed.
   bool isSettled() const;
-  /// What the folders on screen were made of; null before the first.
+  /// Returns the library behind the folders on screen, and nullptr before the first one.
   const std::shared_ptr<const Library>& library() const { return library_; }
-  /// What a transfer of all folders would write, for the display on screen.
+  /// Returns the plan for a transfer of all folders, as of the display on screen.
   const PlanOfAll& plan() const { return planned_; }
-  /// Why nothing is known of the destination that is chosen; null where that is no failure.
+  /// Returns why the chosen destination could not be read, and nullptr if there was no failure.
   const std::exception_ptr& destinationFailure() const { return destinationFailure_; }
 
-  /// Begins with what the person came for; once, however often it is called.
+  /// Starts to follow the phones, except in a demo. Further calls have no effect.
   void start();
 
-  /// A phone has been read, or what stands for one.
+  /// Takes over a source whose catalogue has been read: a phone, a snapshot or a folder.
   void sourceReady(ConnectedSource source, DataOrigin origin);
-  /// It went, its reading was stopped, or it cannot be used for now.
+  /// Called if the source has gone, its reading was stopped, or it cannot be used for now.
   void sourceGone();
-  /// Whether there is a phone to transfer from.
+  /// Returns true if there is a source to transfer from.
   bool hasSource() const { return source_ && isSourcePresent_; }
 
   void changeSettings(Settings settings);
   void changeSavedPresets(std::vector<SavedPreset> presets);
-  /// Groups shown as one from now on, in the present mode; the new folder is highlighted.
+  /// Shows groups as one from now on, in the current mode, and highlights the new folder.
   void mergeGroups(const std::vector<std::string>& ids);
   void unmergeGroup(const std::string& id);
-  /// An empty name gives the folder back its own.
+  /// An empty name restores the folder's own name.
   void renameGroup(const std::string& id, const std::string& name);
 
   void setDestination(std::optional<std::string> destination);
-  /// Looks again at what lies there.
+  /// Reads the content of the destination again.
   void refreshDestination();
 
   void toggleGroup(const std::string& stableKey);
-  /// All or none of the visible groups.
+  /// Check all or none of the visible groups.
   void includeAll();
   void includeNone();
-  /// Of the visible groups.
+  /// Returns how many of the visible groups are checked.
   InclusionState inclusion() const;
   void search(std::string text);
   void navigate(NavSelection selection);
 
-  /// The button: begins a run, or says in the state what stops it. Waits for what is being
-  /// computed, so that what is shown is what is transferred.
+  /// Begins a run, or sets in the state what prevents it. Waits for computations that are under
+  /// way, so that exactly what is shown is transferred.
   void startTransfer();
   /// The answers to the question about reduced copies.
   void transferEverything();
   void skipOptimizedAndTransfer();
   void dismissOptimizedQuestion();
   void dismissBlocker();
-  /// A run with no file to copy is a run, too, with a record; for callers that ask for one.
+  /// If true, a run without files to copy is carried out as well and gets a record.
   void setRunsWithoutFiles(bool runs) { runsWithoutFiles_ = runs; }
-  /// Whether a start asks before it takes reduced copies along; it does unless told otherwise.
+  /// If true, which is the default, a start asks before it transfers reduced copies.
   void setAsksAboutOptimized(bool asks) { asksAboutOptimized_ = asks; }
-  /// Ends the run, or the wait of one that pauses; also a start that is still being prepared.
+  /// Ends the run, even while it is paused, or a start that is still being prepared.
   void cancelTransfer();
-  /// Back from the summary.
+  /// Returns from the summary to browsing.
   void leaveSummary();
 
-  /// The last run from its start on; null before the first.
+  /// Returns the last run, from its start on, and nullptr before the first one.
   const RunInProgress* run() const { return run_ ? &run_->now() : nullptr; }
-  /// Why the last start came to nothing: a destination or source that cannot be opened.
+  /// Returns why the last start failed: a destination or source that cannot be opened.
   const std::exception_ptr& startFailure() const { return startFailure_; }
 
  private:
-  enum class Start { none, asked, answered };  ///< of a run that waits for the display
+  enum class Start { none, asked, answered };  ///< whether a run waits for the display
   struct Prepared;
 
   void change(const std::function<void(AppState&)>& edit);
-  /// Keeps what the person has changed since these.
+  /// Stores the choices that differ from these earlier ones.
   void keepChoices(const Shared<Settings>& settings,
                    const Shared<std::vector<SavedPreset>>& presets);
   void clearCatalogue();

@@ -1,9 +1,9 @@
-// The part of the model that leads from the press of the button to a run.
+// The part of the model from the press of the button to the run.
 
 #include <algorithm>
 #include <utility>
 
-#include "PlanSummary.h"
+#include "library/PlanSummary.h"
 #include "model/AppModel.h"
 
 namespace tavrix {
@@ -16,9 +16,9 @@ bool holdsOptimized(const TransferPlan& plan) {
 
 }  // namespace
 
-/// What a start found at the destination.
+/// The result of preparing a start at the destination.
 struct AppModel::Prepared {
-  // What it was made from.
+  // The choices it was made from.
   DisplayGroups visible;
   Shared<Settings> settings;
   std::string path;
@@ -73,7 +73,7 @@ void AppModel::proceedWithStart() {
   if (isPreparing_) return;
   if (!hasSource()) return block(TransferBlocker::noDevice);
   if (!state_.destination) return block(TransferBlocker::noDestination);
-  if (isSettled()) prepare();  // else when the display lands
+  if (isSettled()) prepare();  // otherwise, once the display lands
 }
 
 void AppModel::prepare() {
@@ -101,7 +101,7 @@ void AppModel::prepare() {
 void AppModel::look(Prepared& prepared, const ConnectedSource& source,
                     const std::optional<Packing>& packing, const ModelServices::OpenFolder& open) {
   try {
-    if (source.checkDestination) source.checkDestination(prepared.path);
+    source.files->checkDestination(prepared.path);
     HeldDestination& destination = prepared.destination;
     destination.folder = open(prepared.path);
     prepared.folder = folderIdentity(prepared.path);
@@ -109,7 +109,7 @@ void AppModel::look(Prepared& prepared, const ConnectedSource& source,
     prepared.plan = std::make_shared<const TransferPlan>(
         planOf(prepared.rows, transferOptions(*prepared.settings, source.deviceName),
                destination.content.view));
-    if (source.checkMedia && !prepared.plan->files.empty()) source.checkMedia();
+    if (!prepared.plan->files.empty()) source.files->checkMedia();
     prepared.findings = findingsOf(*prepared.plan, packing, *destination.folder,
                                    destination.content, source.phone, source.isCard);
   } catch (...) {
@@ -120,20 +120,21 @@ void AppModel::look(Prepared& prepared, const ConnectedSource& source,
 void AppModel::land(Prepared& prepared) {
   isPreparing_ = false;
   const Start start = std::exchange(start_, Start::none);
-  if (start == Start::none) return;  // cancelled meanwhile
+  if (start == Start::none) return;  // cancelled in the meantime
   const bool isOfNow = isSettled() && hasSource() && source_->phone == prepared.phone &&
                        state_.destination == prepared.path &&
                        isSame(state_.settings, prepared.settings) &&
                        isSame(state_.visibleGroups, prepared.visible);
   if (!isOfNow) {
-    // Something was chosen otherwise meanwhile: what is shown now is what is transferred.
+    // The choices have changed in the meantime: prepare again, so that what is shown is
+    // transferred.
     start_ = start;
     prepared.destination.folder.reset();
     return proceedWithStart();
   }
   if (prepared.failure) {
     startFailure_ = prepared.failure;
-    // Observers learn of it by a change that changes nothing they see.
+    // Notifies observers through a change without a visible effect.
     return change([](AppState&) {});
   }
   if (prepared.plan->files.empty() && !runsWithoutFiles_) {

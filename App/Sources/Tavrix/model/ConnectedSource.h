@@ -1,46 +1,60 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <string>
 #include <vector>
 
-#include "Destination.h"
-#include "device/Phones.h"
+#include "device/cable/Phones.h"
 #include "foundation/Shared.h"
 #include "foundation/TimeZone.h"
 #include "media/MediaSource.h"
+#include "runs/Destination.h"
 
 namespace tavrix {
 
-/// Tells that there is no way to the phone, and waits until it is worth trying again; false when it
-/// is not, because the run is to end. Called by a source, in the middle of a file.
+/// Reports that the phone cannot be reached, and waits until another attempt makes sense. Returns
+/// false if the run is to end instead. Called by a source, in the middle of a file.
 using AwaitPhone = std::function<bool(PhoneError::Kind)>;
+
+/// The files behind the catalogue of a source. The model and its runs share it; the functions are
+/// safe to call from any thread unless they say otherwise.
+class SourceFiles {
+ public:
+  virtual ~SourceFiles() = default;
+
+  /// Opens the files for reading. Called in the background. A source that waits for its phone ends
+  /// the wait on `stop`. Throws FileError, SourceError.
+  virtual std::unique_ptr<MediaSource> openMedia(AwaitPhone awaitPhone,
+                                                 std::stop_token stop) const = 0;
+  /// Returns the catalogue with dates without an offset read in `zone`, or nullopt if the source
+  /// does not know it. Called in the background.
+  virtual std::optional<std::vector<MediaAsset>> assetsIn(const TimeZone& /*zone*/) const {
+    return std::nullopt;
+  }
+  /// Throws DestinationError unless the source and `destination` are apart.
+  virtual void checkDestination(const std::string& /*destination*/) const {}
+  /// Throws what prevents every file from being read.
+  virtual void checkMedia() const {}
+  /// Reports, on the main loop, that the phone cannot be reached. Returns true if the source looks
+  /// for the phone itself and reports it ready again; returns false if the caller must try again.
+  virtual bool reportLost() const { return false; }
+};
 
 /// A phone, or what stands for one, whose catalogue has been read.
 struct ConnectedSource {
   std::string deviceName;
   PhoneIdentity phone;
   Shared<std::vector<MediaAsset>> assets;
-  /// In which the assets' dates are read that tell no offset.
-  TimeZone zone = TimeZone::utc();
-  /// The same catalogue in another zone; called in the background. Missing where nobody knows.
-  std::function<std::vector<MediaAsset>(const TimeZone&)> assetsIn{};
-  std::uint64_t unreadFolders = 0;  ///< whose files nobody could list
-  /// A folder, which goes by its place or by a name that was given: the same card may have been
-  /// here under another.
+  TimeZone zone = TimeZone::utc();  ///< in which the assets' dates without an offset were read
+  std::uint64_t unreadFolders = 0;  ///< whose files could not be listed
+  /// True for a folder, which is identified by its path or by a given name: the same card may have
+  /// been transferred under another identity.
   bool isCard = false;
-  /// Opens its files, on a thread other than the main loop's; a source that waits for its phone
-  /// ends that when it is asked to stop. Throws FileError, SourceError.
-  std::function<std::unique_ptr<MediaSource>(AwaitPhone, std::stop_token)> openMedia;
-  /// Throws DestinationError unless a destination and the source lie apart; may be missing.
-  std::function<void(const std::string& destination)> checkDestination{};
-  /// Throws what stands in the way of fetching any file at all; may be missing.
-  std::function<void()> checkMedia{};
-  /// Told on the main loop that there is no way to the phone, so that it is looked for; may be
-  /// missing.
-  std::function<void()> lost{};
+  std::shared_ptr<const SourceFiles> files;
 };
 
 }  // namespace tavrix

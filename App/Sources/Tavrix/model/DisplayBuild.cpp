@@ -1,7 +1,7 @@
 #include "model/DisplayBuild.h"
 
-#include "PlanSummary.h"
 #include "foundation/StringMap.h"
+#include "library/PlanSummary.h"
 #include "model/Narrowing.h"
 #include "transfer/TransferPlanner.h"
 
@@ -13,7 +13,7 @@ const DestinationView& viewOf(const DisplayRequest& request) {
   return request.destination ? request.destination->view : nothing;
 }
 
-/// The plan of all folders; the earlier one when it depends on nothing that has changed.
+/// Returns the plan of all folders. Reuses the earlier one if nothing it depends on has changed.
 PlanOfAll planOfAll(const DisplayRequest& request) {
   const PlanOfAll& earlier = request.planned;
   if (earlier.plan && earlier.library == request.library &&
@@ -42,11 +42,11 @@ DisplayGroup makeGroup(const FolderNaming::Row& row, const GroupFacts& facts,
           .isIncluded = isIncluded};
 }
 
-/// The object that was shown before when it says the same.
+/// Returns the object displayed before if it is equal.
 Shared<DisplayGroup> sharedWith(const StringMap<const Shared<DisplayGroup>*>& shown,
                                 DisplayGroup group) {
   const auto found = shown.find(group.id);
-  // The shots are compared only where they are not the same ones to begin with.
+  // Compares the shots only if they are not the same objects.
   if (found != shown.end() && **found->second == group) return *found->second;
   return group;
 }
@@ -74,9 +74,9 @@ DisplayGroups visibleOf(const DisplayRequest& request, const DisplayGroups& grou
   return visible;
 }
 
-/// The reduced copies in the folders that are visible and checked, whether or not they are skipped.
-/// A folder of nothing but skipped ones is not shown: it counts unless it was unchecked, or all
-/// that is shown is.
+/// Returns the number of reduced copies in the visible, checked folders, whether they are skipped
+/// or not. A folder that consists of skipped copies only is not displayed. It is included unless it
+/// is unchecked or no displayed folder is checked.
 std::uint64_t optimizedIn(const DisplayRequest& request, const Display& display) {
   const LibraryFacts& facts = *request.facts;
   bool isAnyChosen = false;
@@ -137,7 +137,7 @@ DisplayResult buildDisplay(const DisplayRequest& request) {
   if (chosen.size() == request.library->rows.size()) {
     count(display, *result.planned.plan);
   } else {
-    // Names are given over the chosen files, so the plan of a part is made by itself.
+    // File names depend on all files of a plan, so the plan for some folders is made separately.
     count(display, planOf(chosen, request.options, viewOf(request)));
   }
   display.optimizedCount = optimizedIn(request, display);

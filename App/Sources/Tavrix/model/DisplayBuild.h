@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "Destination.h"
 #include "model/AppState.h"
 #include "model/DisplayGroup.h"
 #include "model/GroupFacts.h"
+#include "runs/Destination.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix {
 
-/// The folders as they are shown, and what a transfer of the visible, checked ones would do.
+/// The folders as displayed, and the effect of transferring the visible, checked ones.
 struct Display {
   DisplayGroups groups;
   DisplayGroups visible;
@@ -27,7 +27,7 @@ struct Display {
   friend bool operator==(const Display&, const Display&) = default;
 };
 
-/// A plan with all that it depends on, so that it need not be made again.
+/// A plan with everything it depends on, so that it can be reused.
 struct PlanOfAll {
   std::shared_ptr<const Library> library;
   std::shared_ptr<const Destination::Content> destination;
@@ -35,19 +35,19 @@ struct PlanOfAll {
   std::shared_ptr<const TransferPlan> plan;
 };
 
-/// What a display is made from; values only, so that it can be made on any thread.
+/// The input of a display; values only, so that a display can be made on any thread.
 struct DisplayRequest {
   std::shared_ptr<const Library> library;
   std::shared_ptr<const LibraryFacts> facts;
-  std::shared_ptr<const Destination::Content> destination;  ///< null: nothing is known of it
+  std::shared_ptr<const Destination::Content> destination;  ///< nullptr: content unknown
   TransferOptions options;
   AppState::Keys excludedKeys;
   NavSelection navSelection;
   std::string searchText;
   std::string localeID;
-  DisplayGroups shown;  ///< from the display before; what did not change stays the same object
-  PlanOfAll planned;    ///< made for the display before
-  /// Without counters, outline and narrowing: the folders alone, all of them visible.
+  DisplayGroups shown;  ///< of the previous display; unchanged folders stay the same objects
+  PlanOfAll planned;    ///< made for the previous display
+  /// If true, makes only the folders, all of them visible, without counters, outline and filters.
   bool isBare = false;
 };
 
@@ -58,10 +58,10 @@ struct DisplayResult {
 
 DisplayResult buildDisplay(const DisplayRequest& request);
 
-/// The groups that a transfer takes: visible and checked, with their folder names.
+/// Returns the groups to be transferred, visible and checked, with their folder names.
 std::vector<FolderNaming::Row> chosenRows(const DisplayGroups& visible);
 
-/// The plan of some folders.
+/// Returns the plan for several folders.
 TransferPlan planOf(const std::vector<FolderNaming::Row>& rows, const TransferOptions& options,
                     const DestinationView& destination);
 

@@ -9,16 +9,16 @@
 
 namespace tavrix {
 
-/// A folder as it is shown, with what a transfer would do for it.
+/// A folder as displayed, with the effect of transferring it.
 struct DisplayGroup {
   std::string id;
-  std::string stableKey;  ///< what its check mark is remembered by
+  std::string stableKey;  ///< the key under which its check mark is stored
   std::string folderName;
   Shared<MediaGroup> group;
   std::uint64_t knownCount = 0;  ///< files already at the destination
   std::uint64_t newBytes = 0;
   std::uint64_t newCount = 0;
-  std::uint64_t optimizedCount = 0;  ///< shots of which the phone holds a reduced copy alone
+  std::uint64_t optimizedCount = 0;  ///< shots of which the phone has only a reduced copy
   MediaGroup::MediaCounts counts;
   bool hasLivePhoto = false;
   Shared<std::vector<MediaAsset>> previewAssets;  ///< the first pictures
@@ -28,7 +28,7 @@ struct DisplayGroup {
   friend bool operator==(const DisplayGroup&, const DisplayGroup&) = default;
 };
 
-/// Folders in display order. A folder that did not change between two lists is the same object in
+/// Folders in display order. A folder that is unchanged between two lists is the same object in
 /// both.
 using DisplayGroups = Shared<std::vector<Shared<DisplayGroup>>>;
 

@@ -5,21 +5,21 @@
 #include <algorithm>
 #include <utility>
 
-#include "ShownRows.h"
 #include "foundation/StringMap.h"
 #include "foundation/Text.h"
+#include "library/ShownRows.h"
 
 namespace tavrix {
 namespace {
 
 constexpr std::size_t previewCount = 4;
 
-/// The names of places, each asked for once a cell.
+/// The names of places, looked up once per cell.
 class PlaceNamesOfShots {
  public:
   explicit PlaceNamesOfShots(const FactsContext& context) : context_(context) {}
 
-  /// Empty for a shot without a place, or whose place has no name.
+  /// Returns an empty text for a shot without a place, or whose place has no name.
   const std::string& nameOf(const AssetBundle& bundle) {
     static const std::string none;
     if (!context_.places) return none;
@@ -40,7 +40,7 @@ class PlaceNamesOfShots {
 
 using MonthKey = std::pair<int, int>;  // year and month
 
-/// Counts of files; small, so that sorted maps do.
+/// Counts of files; few enough for sorted maps.
 struct Tally {
   std::map<MonthKey, std::uint64_t> months;
   std::map<std::string, std::uint64_t, std::less<>> places;
@@ -113,13 +113,13 @@ void addPreview(const AssetBundle& bundle, std::vector<MediaAsset>& preview) {
   preview.push_back(bundle.primaryPicture());
 }
 
-/// The group is a part of the library and lives as long as that.
+/// The group is part of the library and shares its ownership.
 std::shared_ptr<const MediaGroup> groupOf(const std::shared_ptr<const Library>& library,
                                           const FolderNaming::Row& row) {
   return {library, &row.group};
 }
 
-/// Ids of the shots whose original is a reduced copy, whatever of them the settings keep.
+/// Ids of the shots whose original is a reduced copy, whether the settings exclude them or not.
 using OptimizedShots = absl::flat_hash_set<std::string_view>;
 
 OptimizedShots optimizedShotsOf(const Library& library) {
@@ -156,7 +156,7 @@ GroupFacts factsOf(const FolderNaming::Row& row, std::shared_ptr<const MediaGrou
   return facts;
 }
 
-/// Counts the reduced copies that the settings leave out where they would be.
+/// Counts the excluded reduced copies in the rows or groups where they would be.
 void addSkipped(const Library& library, const FactsContext& context,
                 const OptimizedShots& optimized, LibraryFacts& facts) {
   if (!context.settings.skipOptimized || optimized.empty()) return;

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "Library.h"
 #include "foundation/Shared.h"
+#include "library/Library.h"
 #include "model/NavOutline.h"
 
 namespace tavrix {
 
-/// What the display needs of a folder and what depends on nothing but its shots.
+/// The facts about a folder that the display needs and that depend on its shots only.
 struct GroupFacts {
   Shared<MediaGroup> group;
   MediaGroup::MediaCounts counts;
@@ -19,42 +19,42 @@ struct GroupFacts {
   std::uint64_t optimizedCount = 0;
   bool hasLivePhoto = false;
   Shared<std::vector<MediaAsset>> previewAssets;
-  std::vector<NavOutline::Month> months;  ///< in which its shots were taken
-  std::vector<NavOutline::Place> places;  ///< where, as far as that has a name
+  std::vector<NavOutline::Month> months;  ///< the months of its shots
+  std::vector<NavOutline::Place> places;  ///< the places of its shots, as far as they have names
   std::uint64_t noPlaceCount = 0;
   std::string searchKey;  ///< folder name, places and months, case-folded
 
   friend bool operator==(const GroupFacts&, const GroupFacts&) = default;
 };
 
-/// The same of a whole library; made once for each grouping, in the background.
+/// The facts about a whole library. Made once per grouping, in the background.
 struct LibraryFacts {
-  std::vector<GroupFacts> groups;  ///< one for each row
+  std::vector<GroupFacts> groups;  ///< one per row
   NavOutline outline;
   using CountsByGroup = std::map<std::string, std::uint64_t, std::less<>>;
-  /// Reduced copies that the settings leave out, by the row that they belong to.
+  /// Reduced copies that the settings exclude, by the row they belong to.
   CountsByGroup skippedOptimized;
-  /// Those that no row is left of, by the group that they would be in.
+  /// Excluded reduced copies without any displayed row, by the group they would be in.
   CountsByGroup hiddenOptimized;
 
   friend bool operator==(const LibraryFacts&, const LibraryFacts&) = default;
 };
 
-/// How the facts are told.
+/// The context in which the facts are made.
 struct FactsContext {
   const Settings& settings;
-  std::string localeID;                       ///< of the names of months and places
-  std::shared_ptr<const PlaceLookup> places;  ///< of all shots; null when places have no names
+  std::string localeID;                       ///< for the names of months and places
+  std::shared_ptr<const PlaceLookup> places;  ///< of all shots; nullptr if places have no names
   std::string systemLocaleID;
 };
 
-/// The groups stay in the library, which the facts share.
+/// Makes the facts. They share the groups with the library.
 LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const FactsContext& context);
 
-/// The groups alone, for a library that nobody is shown.
+/// Makes facts with the groups only, for a library that is not displayed.
 LibraryFacts makeBareFacts(const std::shared_ptr<const Library>& library);
 
-/// "Май 2026", "May 2026".
+/// Returns for example "Май 2026" or "May 2026".
 std::string monthTitle(const NavOutline::Month& month, const std::string& localeID);
 
 }  // namespace tavrix

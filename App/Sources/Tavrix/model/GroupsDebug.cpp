@@ -2,10 +2,10 @@
 
 #include <cerrno>
 
-#include "StateFolder.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/json/JsonWriter.h"
+#include "settings/StateFolder.h"
 
 namespace tavrix {
 namespace {

@@ -2,18 +2,18 @@
 
 #include <string>
 
-#include "Settings.h"
 #include "foundation/Log.h"
 #include "model/DisplayGroup.h"
+#include "settings/Settings.h"
 
 namespace tavrix {
 
 /// "groups-debug.json" in the state folder: the folders on screen with their merges, known counts
-/// and members, for whoever looks for a fault. A failure is logged and does no harm.
+/// and members, for debugging. A failure is logged and otherwise ignored.
 namespace GroupsDebug {
 
 std::string encode(const DisplayGroups& groups, const Settings& settings);
-/// Replaces what is there.
+/// Replaces an existing file.
 void write(const std::string& stateFolder, const DisplayGroups& groups, const Settings& settings,
            Log& log);
 void remove(const std::string& stateFolder, Log& log);

@@ -9,11 +9,11 @@
 
 namespace tavrix {
 
-/// Which folders the search field and the sidebar leave.
+/// The filter of folders by the search field and the sidebar.
 class Narrowing {
  public:
-  /// A folder is found when its name, its places and its months hold every word of the text, letter
-  /// case aside.
+  /// A folder matches if its name, places and months contain every word of the text, ignoring
+  /// letter case.
   Narrowing(NavSelection selection, std::string_view searchText);
 
   bool shows(const GroupFacts& facts) const;
@@ -25,8 +25,8 @@ class Narrowing {
   std::vector<std::string> words_;
 };
 
-/// What the text may be about: places first, then months, then years; those of most files first. No
-/// suggestions for a text without words.
+/// Returns suggestions for the text: places first, then months, then years; within each kind, those
+/// with the most files first. A text without words has no suggestions.
 std::vector<SearchSuggestion> suggestionsFor(std::string_view searchText, const NavOutline& outline,
                                              const std::string& localeID);
 

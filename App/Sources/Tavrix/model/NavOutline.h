@@ -7,7 +7,7 @@
 
 namespace tavrix {
 
-/// What the sidebar lists; every count is of files.
+/// The entries of the sidebar. All counts are files.
 struct NavOutline {
   struct Month {
     int year = 0;
@@ -29,13 +29,13 @@ struct NavOutline {
 
   std::vector<Year> years;         ///< latest first
   std::vector<Place> places;       ///< most files first, then by name
-  std::uint64_t noPlaceCount = 0;  ///< files of shots whose place has no name, or that have none
+  std::uint64_t noPlaceCount = 0;  ///< files of shots without a place or whose place has no name
   std::uint64_t total = 0;
 
   friend bool operator==(const NavOutline&, const NavOutline&) = default;
 };
 
-/// What is chosen in the sidebar. A group is shown when any of its shots belongs to the choice.
+/// The selection in the sidebar. A group is shown if any of its shots belongs to the selection.
 namespace nav_selection {
 struct Year {
   int year = 0;

@@ -6,10 +6,10 @@
 
 namespace tavrix {
 
-/// Where the thread of a run waits for its phone.
+/// Blocks the thread of a run until its phone is back.
 class PhoneGate {
  public:
-  /// Returns when open() is called, from any thread; false when a stop is asked for first.
+  /// Waits until open() is called from any thread. Returns false if a stop is requested first.
   bool wait(const std::stop_token& stop) {
     std::unique_lock lock{mutex_};
     const bool isOpen = changed_.wait(lock, stop, [this] { return isOpen_; });

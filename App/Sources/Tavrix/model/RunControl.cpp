@@ -5,11 +5,11 @@
 #include <mutex>
 #include <utility>
 
-#include "DeviceText.h"
-#include "PlanSummary.h"
-#include "RunSentences.h"
 #include "foundation/Log.h"
-#include "model/ModelSentences.h"
+#include "library/PlanSummary.h"
+#include "text/DeviceText.h"
+#include "text/ModelSentences.h"
+#include "text/RunSentences.h"
 
 namespace tavrix {
 namespace {
@@ -18,7 +18,7 @@ using Stage = RunInProgress::Stage;
 using Status = TransferRecord::Status;
 
 constexpr std::chrono::seconds spacePollInterval{5};
-/// A phone that the system still takes for present is asked again after so long.
+/// The interval for retrying a phone that the system still reports as present.
 constexpr std::chrono::seconds phoneRetryInterval{1};
 
 bool isOutOfSpace(const TransferOutcome& outcome) {
@@ -27,7 +27,7 @@ bool isOutOfSpace(const TransferOutcome& outcome) {
   return code == ENOSPC || code == EDQUOT;
 }
 
-/// Whether another run is at work in the destination.
+/// Returns true if another run is writing to the destination.
 bool isBusy(const std::exception_ptr& failure) {
   try {
     std::rethrow_exception(failure);
@@ -63,7 +63,7 @@ std::vector<TransferFolder> foldersOf(const std::vector<FolderNaming::Row>& rows
   return folders;
 }
 
-/// Progress of a leg as progress of the whole run.
+/// Converts the progress of a leg to progress of the whole run.
 TransferProgressSnapshot ofRun(TransferProgressSnapshot leg, const TransferPlan& plan,
                                const TransferReport& before) {
   leg.filesDone += before.files.size();
@@ -74,7 +74,7 @@ TransferProgressSnapshot ofRun(TransferProgressSnapshot leg, const TransferPlan&
   return leg;
 }
 
-/// Nothing where the destination of the run is not there any more.
+/// Returns nullopt if the destination of the run no longer exists.
 std::optional<std::uint64_t> freeBytesAt(const std::string& path,
                                          const std::optional<FolderIdentity>& identity,
                                          const ModelServices::OpenFolder& open) {
@@ -89,14 +89,14 @@ std::optional<std::uint64_t> freeBytesAt(const std::string& path,
 
 }  // namespace
 
-/// The latest progress of a leg, handed from its thread to the main loop.
+/// The latest progress of a leg, passed from its thread to the main loop.
 struct RunControl::ProgressSlot {
   std::mutex mutex;
   std::optional<TransferProgressSnapshot> latest;
   bool isPosted = false;
 };
 
-/// The destination after a wait, or why it cannot be written to.
+/// The destination after a pause, or the reason why it cannot be written to.
 struct RunControl::Reopened {
   HeldDestination destination;
   std::exception_ptr failure;
@@ -156,7 +156,7 @@ void RunControl::begin(HeldDestination destination) {
     state.transferPausedReason = std::nullopt;
     state.optimizedSkipped = 0;
   });
-  // Should the program not live to the end, the run has its record all the same.
+  // If the program ends before the run does, the run still has a record.
   if (!plan.files.empty()) services_.transferring(recordTask(true));
   startLeg(std::move(destination));
 }
@@ -197,7 +197,7 @@ std::shared_ptr<TransferLeg> RunControl::legOf(HeldDestination destination) {
   leg->language = services_.language;
   leg->whole = run_.plan;
   leg->plan = remainingPlan(*run_.plan, run_.outcome.report);
-  leg->openMedia = run_.source.openMedia;
+  leg->files = run_.source.files;
   leg->destination = std::move(destination);
   leg->zone = run_.settings.timeZone;
   leg->packing = packingOf(run_.settings, run_.source.deviceName, leg->zone.dateAt(run_.startedAt));
@@ -207,7 +207,7 @@ std::shared_ptr<TransferLeg> RunControl::legOf(HeldDestination destination) {
 void RunControl::followLeg(TransferLeg& leg) {
   const auto slot = std::make_shared<ProgressSlot>();
   progressSlot_ = slot;
-  // What a leg tells after its end belongs to nobody.
+  // Ignores what a leg posts after its end.
   const auto post = [this, life = std::weak_ptr{life_}, slot,
                      &loop = services_.loop](std::function<void()> task) {
     loop.post([this, life, slot, task = std::move(task)] {
@@ -272,10 +272,11 @@ void RunControl::pauseForPhone(PhoneError::Kind kind) {
   writeLog(*services_.log, "transfer paused: phone gone");
   tellPause(
       waitingText(services_.language, lossText(services_.language, run_.source.deviceName, kind)));
-  if (run_.stage != Stage::pausedForPhone) return;  // somebody told of it has cancelled
-  // It is read anew, and then the run goes on.
-  if (run_.source.lost) return run_.source.lost();
-  // The watcher may be slower to notice than the reads were, or faster: then it is back already.
+  if (run_.stage != Stage::pausedForPhone) return;  // an observer has cancelled
+  // The phone will be read again, and then the run continues.
+  if (run_.source.files->reportLost()) return;
+  // The watcher may notice the loss later than the reads, or earlier; then the phone is already
+  // back.
   postIfStill(Stage::pausedForPhone, phoneRetryInterval, [this] {
     if (!isPhoneBack_ && surroundings_.isPhoneThere()) resume();
   });
@@ -297,7 +298,8 @@ void RunControl::meetFullDisk(std::size_t filesBefore) {
   constexpr int mostRefusals = 3;
   const TransferOutcome& outcome = run_.outcome;
   refusals_ = outcome.report.files.size() > filesBefore ? 0 : refusals_ + 1;
-  // Packing has waited by itself. And what is no lack of bytes is not mended by more of them.
+  // Packing waits for space itself. If writes keep failing despite free space, waiting does not
+  // help.
   if (outcome.isPacked || refusals_ > mostRefusals) return conclude();
   pauseForSpace();
 }
@@ -351,7 +353,7 @@ void RunControl::resume() {
 void RunControl::landReopened(Reopened& reopened) {
   if (!reopened.failure) {
     tellPause(std::nullopt);
-    if (run_.stage != Stage::resuming) return;  // somebody told of it has cancelled
+    if (run_.stage != Stage::resuming) return;  // an observer has cancelled
     return startLeg(std::move(reopened.destination));
   }
   if (isBusy(reopened.failure)) {

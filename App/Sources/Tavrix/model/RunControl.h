@@ -13,33 +13,34 @@
 
 namespace tavrix {
 
-/// Carries out one run, from its first byte to its record: leg after leg, with the waits between
-/// them for the phone and for room at the destination. Called on the main loop alone; copying takes
-/// place in the background.
+/// Carries out one run, from its first byte to its record: leg after leg, with pauses between them
+/// for the phone and for space at the destination. All functions must be called on the main loop;
+/// copying happens in the background.
 class RunControl {
  public:
-  /// What a run needs of the model that it is a part of, which outlives it.
+  /// The functions of the model that a run needs. The model outlives the run.
   struct Surroundings {
     const ModelServices& services;
-    /// Changes the state and tells those who watch it.
+    /// Changes the state and notifies its observers.
     std::function<void(const std::function<void(AppState&)>&)> change;
-    /// Whether the phone can be read.
+    /// Returns true if the phone can be read.
     std::function<bool()> isPhoneThere;
-    /// Told last of all, when the record is written and the state tells of the end.
+    /// Called last, after the record is written and the state shows the end.
     std::function<void()> ended;
   };
 
   RunControl(Surroundings surroundings, RunInProgress run);
-  /// Asks the copying to end; what has landed stays.
+  /// Requests the end of copying; files that have landed stay.
   ~RunControl();
   RunControl(const RunControl&) = delete;
   RunControl& operator=(const RunControl&) = delete;
 
-  /// To be called once.
+  /// Starts the run; call it once.
   void begin(HeldDestination destination);
-  /// Ends the copying, or the wait.
+  /// Ends the copying, or the pause.
   void cancel();
-  /// The phone that the run waits for is back: it goes on when the folders are back, too.
+  /// The phone that the run waits for is back. The run continues once the folders are displayed
+  /// again, which displayIsSettled() reports.
   void phoneIsBack();
   void displayIsSettled();
 
@@ -63,20 +64,21 @@ class RunControl {
   static std::shared_ptr<Reopened> reopen(const ModelServices::OpenFolder& open,
                                           const RunInProgress& run);
   void landReopened(Reopened& reopened);
-  /// Nothing when the run does not wait any more.
+  /// Sets the reason for the pause; nullopt if the run is no longer paused.
   void tellPause(std::optional<std::string> reason);
 
   void concludeCancelled();
   void concludeFailed(const std::exception_ptr& failure);
   void conclude();
   void finish(bool hasRecord);
-  /// Writes the run as it stands now into the history; to be called in the background.
+  /// Returns a task that writes the current state of the run to the history; run it in the
+  /// background.
   std::function<bool()> recordTask(bool isUnderWay) const;
 
   void change(const std::function<void(AppState&)>& edit) { surroundings_.change(edit); }
-  /// Wraps a task for the loop so that nothing happens when the run is gone.
+  /// Wraps a task for the loop so that it does nothing if the run is gone.
   MainLoop::Task ifAlive(std::function<void()> task) const;
-  /// The same after a while, where the run is still in a stage.
+  /// Runs the task after a delay, if the run is still in the stage.
   void postIfStill(RunInProgress::Stage stage, std::chrono::milliseconds delay,
                    std::function<void()> task);
 
@@ -84,13 +86,13 @@ class RunControl {
   const ModelServices& services_ = surroundings_.services;
   std::shared_ptr<const bool> life_ = std::make_shared<bool>(true);
   RunInProgress run_;
-  std::shared_ptr<TransferLeg> leg_;  ///< in the hands of the transfer thread
-  /// Where the leg waits for its phone.
+  std::shared_ptr<TransferLeg> leg_;  ///< used by the transfer thread
+  /// The gate at which the leg waits for its phone.
   std::shared_ptr<PhoneGate> gate_ = std::make_shared<PhoneGate>();
   std::shared_ptr<ProgressSlot> progressSlot_;
   std::optional<std::string> pausedReason_;
   bool isPhoneBack_ = false;
-  /// How often the disk took nothing more although it had room, since a file landed.
+  /// The number of failures for lack of space, despite free space, since a file last landed.
   int refusals_ = 0;
 };
 

@@ -7,23 +7,23 @@
 #include <string>
 #include <vector>
 
-#include "Library.h"
-#include "Mounts.h"
-#include "RunFindings.h"
-#include "SavedPreset.h"
-#include "TransferOutcome.h"
 #include "foundation/Shared.h"
+#include "library/Library.h"
 #include "model/ConnectedSource.h"
+#include "runs/Mounts.h"
+#include "runs/RunFindings.h"
+#include "runs/TransferOutcome.h"
+#include "settings/SavedPreset.h"
 
 namespace tavrix {
 
-/// What a run was frozen with when it began, and what has come of it so far.
+/// The fixed input of a run, and its result so far.
 struct RunInProgress {
   enum class Stage {
     running,
     pausedForPhone,  ///< until the phone is back
     pausedForSpace,  ///< until the volume has room
-    resuming,        ///< the destination is being opened anew
+    resuming,        ///< the destination is being opened again
     ending,          ///< the record is being written
     ended
   };
@@ -33,19 +33,19 @@ struct RunInProgress {
   Instant finishedAt;
   ConnectedSource source;
   std::string destination;
-  std::optional<FolderIdentity> folder;    ///< which one that is, so that no other is written to
-  std::shared_ptr<const Library> library;  ///< with the chosen folders alone
+  std::optional<FolderIdentity> folder;    ///< which folder that is; no other is written to
+  std::shared_ptr<const Library> library;  ///< with the chosen folders only
   std::shared_ptr<const Library> shown;    ///< with all folders
   Settings settings;
   Shared<std::vector<SavedPreset>> savedPresets;
-  std::set<std::string, std::less<>> unchecked;  ///< ids of groups that the person left out
+  std::set<std::string, std::less<>> unchecked;  ///< ids of groups that the user left out
   std::shared_ptr<const TransferPlan> plan;
-  RunFindings findings;  ///< of the destination, before the first byte
+  RunFindings findings;  ///< about the destination, before the first byte
   std::uint64_t optimizedSkipped = 0;
   TransferOutcome outcome;  ///< of all legs
   Stage stage = Stage::running;
   bool isCancelled = false;
-  std::exception_ptr failure;  ///< what ended the run where the outcome does not tell
+  std::exception_ptr failure;  ///< what ended the run, unless the outcome says it
 };
 
 }  // namespace tavrix

@@ -2,13 +2,13 @@
 
 #include <mutex>
 
-#include "Staging.h"
 #include "foundation/StringMap.h"
+#include "runs/Staging.h"
 
 namespace tavrix {
 namespace {
 
-/// Ends the run when the phone is gone, instead of failing every file that is left.
+/// Ends the run when the phone is lost, instead of failing every remaining file.
 class WatchedSource : public MediaSource {
  public:
   WatchedSource(MediaSource& inner, std::stop_source stop)
@@ -40,7 +40,7 @@ class WatchedSource : public MediaSource {
   StringSet interrupted_;
 };
 
-/// Counts of a report follow from its files but for bytes fetched and mismatches.
+/// Recomputes the lists of failures and kept originals from the files of the report.
 void recount(TransferReport& report) {
   report.failures.clear();
   report.conversionFallbacks.clear();
@@ -58,7 +58,7 @@ StringSet idsOf(const TransferReport& report) {
   return ids;
 }
 
-/// What a source is that nothing is asked of.
+/// A source without files, for a plan that needs none.
 struct NoMedia : MediaSource {
   void download(const MediaAsset& asset, DownloadDestination&) override {
     throw SourceError{SourceError::Kind::notFound, std::string{asset.name()}};
@@ -97,10 +97,11 @@ LegEnd carryOut(TransferLeg& leg) {
   LegEnd end;
   try {
     // Without files there is nothing to open.
-    const auto inner =
-        leg.plan.files.empty() ? nullptr : leg.openMedia(leg.awaitPhone, leg.stop.get_token());
+    const auto inner = leg.plan.files.empty()
+                           ? nullptr
+                           : leg.files->openMedia(leg.awaitPhone, leg.stop.get_token());
     NoMedia none;
-    // Its own stop, so that a lost phone is not taken for a cancel.
+    // A separate stop source, so that a lost phone is not mistaken for a cancel.
     std::stop_source stop;
     const std::stop_callback forward{leg.stop.get_token(), [&] { stop.request_stop(); }};
     WatchedSource source{inner ? *inner : static_cast<MediaSource&>(none), stop};
@@ -116,7 +117,7 @@ LegEnd carryOut(TransferLeg& leg) {
   } catch (...) {
     end.failure = std::current_exception();
   }
-  leg.destination.folder.reset();  // free for others while the run waits
+  leg.destination.folder.reset();  // released for other runs during the pause
   return end;
 }
 

@@ -6,53 +6,53 @@
 #include <stop_token>
 #include <string>
 
-#include "PackedTransfer.h"
-#include "TransferJob.h"
 #include "model/ConnectedSource.h"
+#include "runs/PackedTransfer.h"
+#include "runs/TransferJob.h"
 
 namespace tavrix {
 
-/// A destination that is held for a run, as it lay there when it was taken.
+/// A destination locked for a run, with its content at that time.
 struct HeldDestination {
   std::unique_ptr<Folder> folder;
   Destination::Content content;
 };
 
-/// A part of a run: from its start, or from where it paused, to its end or the next pause. Carried
-/// out on the transfer thread; nobody else uses it meanwhile.
+/// A part of a run: from its start, or from a pause, to its end or the next pause. Carried out on
+/// the transfer thread, which has exclusive use of it.
 struct TransferLeg {
   TransferJob::Setup setup;
-  std::shared_ptr<const TransferPlan> whole;  ///< of the run
-  TransferPlan plan;                          ///< what of it is still to be written
-  std::optional<Packing> packing{};           ///< nothing for plain folders
-  Language language = Language::russian;      ///< of what is told while the run waits
-  TimeZone zone = TimeZone::utc();            ///< of the wall-clock times in archives
-  /// Told while the packing waits for space, and that it goes on (nothing).
+  std::shared_ptr<const TransferPlan> whole;  ///< the plan of the run
+  TransferPlan plan;                          ///< the part of it still to be written
+  std::optional<Packing> packing{};           ///< nullopt for plain folders
+  Language language = Language::russian;      ///< of the reasons given to `paused`
+  TimeZone zone = TimeZone::utc();            ///< for the wall-clock times in archives
+  /// Called with the reason when packing waits for space, and with nullopt when it continues.
   std::function<void(const std::optional<std::string>& reason)> paused{};
-  std::function<std::unique_ptr<MediaSource>(AwaitPhone, std::stop_token)> openMedia;
+  std::shared_ptr<const SourceFiles> files;
   AwaitPhone awaitPhone;
   HeldDestination destination;
   TransferEngine::Progress progress;
   std::stop_source stop;
 };
 
-/// How a leg ended.
+/// The result of a leg.
 struct LegEnd {
   TransferOutcome outcome;
   bool isPhoneLost = false;
-  /// The source could not be opened at all.
+  /// Set if the source could not be opened at all.
   std::exception_ptr failure;
 };
 
-/// A lost phone ends the leg as soon as it is noticed; files that failed for that are not in the
-/// report. Never throws.
+/// Carries out a leg. If the phone is lost, the leg ends as soon as that is noticed, and the files
+/// that failed for this reason are not in the report. Never throws.
 LegEnd carryOut(TransferLeg& leg);
 
-/// What is left of a plan when the files of a report have landed or failed for good.
+/// Returns the plan without the files of a report, which have landed or failed for good.
 TransferPlan remainingPlan(const TransferPlan& plan, const TransferReport& report);
-/// The reports of two legs of one run as one; the files in the plan's order.
+/// Returns the reports of two legs of one run as one, with the files in plan order.
 TransferReport joined(TransferReport first, const TransferReport& second, const TransferPlan& plan);
-/// The same of outcomes: the later one tells how the run stands.
+/// Returns the outcomes of two legs as one. The later one determines the state of the run.
 TransferOutcome joined(TransferOutcome first, TransferOutcome second, const TransferPlan& plan);
 
 }  // namespace tavrix

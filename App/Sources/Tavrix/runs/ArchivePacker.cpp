@@ -1,11 +1,11 @@
-#include "ArchivePacker.h"
+#include "runs/ArchivePacker.h"
 
 #include <future>
 
-#include "Staging.h"
 #include "archives/ZipVerification.h"
 #include "archives/ZipWriter.h"
 #include "foundation/files/FileError.h"
+#include "runs/Staging.h"
 #include "transfer/FileDigester.h"
 #include "transfer/FileNames.h"
 
@@ -36,7 +36,7 @@ DestinationMarker::FileRecord ArchivePacker::pack(const std::string& name,
     try {
       destination_.removeFile(part);
     } catch (const FileError&) {
-      // It goes with the staging folder.
+      // It is removed with the staging folder.
     }
     throw;
   }
@@ -56,7 +56,7 @@ void ArchivePacker::pack(const std::string& name, const std::string& part,
   std::uint64_t begun = 0;
   const auto written = [&](std::uint64_t bytes) {
     step(bytes);
-    // The disk begins to work while there is still something to pack.
+    // Lets the disk start writing while packing continues.
     if (writer.bytesWritten() - begun < writebackBytes) return;
     begun = writer.bytesWritten();
     file->startWriteback();
@@ -67,7 +67,7 @@ void ArchivePacker::pack(const std::string& name, const std::string& part,
     writer.add(content.entries[i], *staged, written);
   }
   writer.finish();
-  // While the disk takes the bytes, the digest of the whole and the check of the parts read them.
+  // While the data is being written to disk, the digest and the verification read it.
   auto synced = std::async(std::launch::async, [&] { file->sync(); });
   auto digest = std::async(std::launch::async,
                            [&] { return FileDigester{stop_}.digest(destination_, part); });

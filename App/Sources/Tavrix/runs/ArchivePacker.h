@@ -13,29 +13,30 @@
 
 namespace tavrix {
 
-/// The files of one archive, with where each is now.
+/// The files of one archive and their current locations.
 struct ArchiveContent {
   std::vector<ZipEntry> entries;
-  std::vector<std::string> paths;  ///< in the destination, one for each entry
+  std::vector<std::string> paths;  ///< in the destination, one per entry
 
-  /// Of the finished archive.
+  /// Returns the size of the finished archive.
   std::uint64_t archiveBytes() const;
 };
 
-/// Makes archives in a destination. An archive has its name only when it was read back whole and is
-/// on stable storage; until then it is a ".part" file in the staging folder.
+/// Creates archives in a destination. An archive gets its name only after it was read back
+/// completely and is on stable storage. Until then it is a ".part" file in the staging folder.
 class ArchivePacker {
  public:
-  /// Thrown when the run is to stop.
+  /// Thrown if a stop was requested.
   struct Stopped {};
-  /// Told of each piece that was packed or read back: every archive's content counts twice.
+  /// Called for each piece that was packed or read back, so each archive's content is reported
+  /// twice.
   using Processed = std::function<void(std::uint64_t bytes)>;
 
   ArchivePacker(Folder& destination, TimeZone zone, std::stop_token stop);
 
-  /// Packs files into the archive of that name, or the first number of it that is free. Gives what
-  /// the destination is to remember of it. On failure nothing is left of it. Throws FileError,
-  /// ZipError and Stopped.
+  /// Packs files into an archive of that name, or of the first numbered variant that is free.
+  /// Returns the record for the destination marker. Leaves nothing behind on failure. Throws
+  /// FileError, ZipError and Stopped.
   DestinationMarker::FileRecord pack(const std::string& name, const ArchiveContent& content,
                                      const Processed& processed);
 

@@ -1,4 +1,4 @@
-#include "ArchivePlan.h"
+#include "runs/ArchivePlan.h"
 
 #include <algorithm>
 #include <numeric>
@@ -14,7 +14,7 @@ namespace {
 
 std::string archiveName(const std::string& name) { return fittingName(name + ".zip"); }
 
-/// Some programs take a backslash for the end of a folder's name.
+/// Also rejects backslashes: some programs treat them as path separators.
 bool isKeptAsItIs(std::string_view path) {
   return isSafeEntryName(path) && path.find('\\') == std::string_view::npos;
 }

@@ -1,19 +1,20 @@
-#include "Destination.h"
+#include "runs/Destination.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
 
-#include "Mounts.h"
 #include "foundation/Digest.h"
 #include "foundation/files/FileError.h"
+#include "runs/Mounts.h"
 
 namespace tavrix {
 namespace {
 
 namespace fs = std::filesystem;
 
-/// The full path with links resolved as far as it exists; as it stands where that fails.
+/// Returns the absolute path with links resolved as far as it exists. If that fails, returns it
+/// normalised lexically.
 fs::path resolved(const std::string& path) {
   std::error_code error;
   const fs::path absolute = fs::absolute(path, error);
@@ -28,8 +29,8 @@ bool isInside(const fs::path& inner, const fs::path& outer) {
   return end == outer.end();
 }
 
-/// Whether the folder, or one above it, is the same on the disk as another: the disk may hold a
-/// folder under several paths.
+/// Returns true if `inner` or one of its parents is the same folder on disk as `outer`; a folder
+/// may have several paths.
 bool isBelow(const fs::path& inner, const fs::path& outer) {
   for (fs::path path = inner;; path = path.parent_path()) {
     std::error_code error;
@@ -82,7 +83,7 @@ void Destination::checkApart(const std::string& source, const std::string& desti
 void Destination::checkApartFromFolder(const std::string& source,
                                        const std::string& catalogueFolder,
                                        const std::string& destination) {
-  // A folder that is both holds the source, which says more.
+  // If the destination is both, reports that it contains the source, which is more specific.
   checkHoldsNot(source, destination);
   checkHoldsNot(catalogueFolder, destination);
   if (liesIn(destination, source) || liesIn(destination, catalogueFolder)) {

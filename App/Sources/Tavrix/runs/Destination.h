@@ -10,16 +10,16 @@
 
 namespace tavrix {
 
-/// Why a folder cannot be the destination.
+/// The reason why a folder cannot be the destination.
 class DestinationError : public std::exception {
  public:
   enum class Kind {
-    missing,        ///< there is no such folder, and none is to be made
-    parentMissing,  ///< neither it nor the folder above it exists
-    notFolder,      ///< something else stands there
-    insideMedia,    ///< it lies in the folder of the phone's media, or is it
-    holdsSource,    ///< the phone's folder lies in it, or is it
-    busy,           ///< another run is at work there
+    missing,        ///< the folder does not exist and must not be created
+    parentMissing,  ///< neither the folder nor its parent exists
+    notFolder,      ///< the path leads to something other than a folder
+    insideMedia,    ///< it is, or is inside, the folder of the phone's media
+    holdsSource,    ///< it is, or contains, the phone's folder
+    busy,           ///< another run is writing to it
   };
 
   DestinationError(Kind kind, std::string path) : kind_(kind), path_(std::move(path)) {}
@@ -32,50 +32,51 @@ class DestinationError : public std::exception {
   std::string path_;
 };
 
-/// The phone that a run copies from, as the destination remembers it.
+/// The identity of the phone that a run copies from, as stored in the destination.
 struct PhoneIdentity {
   std::string hash;  ///< SHA-256 in hexadecimal
   std::string label;
   std::string model;
-  bool hasSerialNumber = false;  ///< so that its ids are those of its own files alone
+  bool hasSerialNumber = false;  ///< if true, ids are unique to this phone's files
 
   friend bool operator==(const PhoneIdentity&, const PhoneIdentity&) = default;
 };
 
-/// The phone that a snapshot stands for; it has no serial number, so its name tells it apart.
+/// Returns the identity of the phone in a snapshot. It has no serial number, so its name identifies
+/// it.
 PhoneIdentity snapshotPhone(const std::string& deviceName);
-/// The phone that a folder stands for, when nobody has said whose it is: told apart by its place,
-/// so that two phones' files are never taken for each other.
+/// Returns the identity of the phone in a folder if the user has not named it. The path identifies
+/// it, so that files of two phones are never confused.
 PhoneIdentity folderPhone(const std::string& folder, const std::string& deviceName);
 
-/// Folders that a run reads and writes. Each function throws DestinationError and FileError.
+/// The folders that a run reads and writes. Every function throws DestinationError and FileError.
 namespace Destination {
 
-/// Throws unless the destination and the source (a folder with snapshot and media) lie apart: what
-/// is copied must not become part of what is copied from.
+/// Throws if the destination and the source (a folder with snapshot and media) overlap: copies must
+/// not become part of the source.
 void checkApart(const std::string& source, const std::string& destination);
-/// The same for a source that is nothing but media; `catalogueFolder` is what is read of it, which
-/// links may lead to.
+/// As checkApart(), for a source that consists of media only. `catalogueFolder` is the part that is
+/// read, possibly through links.
 void checkApartFromFolder(const std::string& source, const std::string& catalogueFolder,
                           const std::string& destination);
-/// Whether a path is that of a folder or leads into it, by whatever links, mounts and spellings.
-/// Where neither exists, their names decide.
+/// Returns true if the path is the folder or inside it, through any links, mounts and spellings. If
+/// neither exists, compares their names.
 bool liesIn(const std::string& path, const std::string& folder);
 
-/// The folder as it is; null when there is nothing of that name.
+/// Opens the folder. Returns nullptr if it does not exist.
 std::unique_ptr<Folder> openExisting(const std::string& path);
-/// The folder, created when only its last part is missing.
+/// Opens the folder. Creates it if only its last path component is missing.
 std::unique_ptr<Folder> openOrCreate(const std::string& path);
-/// The same, held against other runs until the object goes.
+/// As openOrCreate(), and locks the folder against other runs while the object lives.
 std::unique_ptr<Folder> openForWriting(const std::string& path);
-/// The folder as it is, which must be there.
+/// Opens the folder, which must exist.
 std::unique_ptr<Folder> openRequired(const std::string& path);
-/// The same, held against other runs until the object goes.
+/// As openRequired(), and locks the folder against other runs while the object lives.
 std::unique_ptr<Folder> openRequiredForWriting(const std::string& path);
-/// Whether a run is at work in the folder at this moment.
+/// Returns true if a run is currently writing to the folder.
 bool isBusy(const std::string& path);
 
-/// What lies in a destination and whose it is. Throws MarkerError too.
+/// Returns the files of a destination and the phones they come from. Also throws MarkerError.
 using Content = DestinationContent;
 Content read(const Folder& destination, const PhoneIdentity& phone);
 

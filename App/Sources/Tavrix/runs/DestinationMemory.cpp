@@ -1,4 +1,4 @@
-#include "DestinationMemory.h"
+#include "runs/DestinationMemory.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -9,11 +9,8 @@
 namespace tavrix {
 namespace {
 
-std::optional<std::string> owned(MediaAsset::Text text) {
-  return text ? std::optional<std::string>{*text} : std::nullopt;
-}
-
-/// The format that a kept original cannot be brought into; nothing when another run may manage it.
+/// Returns the format to which a kept original cannot be converted. Returns nullopt if another run
+/// may succeed.
 std::optional<std::string> keptFormat(const LandedFile& file) {
   const auto* const kept = std::get_if<FileOutcome::KeptOriginal>(&file.outcome.kind);
   if (kept == nullptr || !isLasting(kept->reason)) return std::nullopt;
@@ -22,8 +19,8 @@ std::optional<std::string> keptFormat(const LandedFile& file) {
 
 constexpr std::chrono::seconds shortestSaveInterval{1};
 
-/// Where a planned file may land, numbers aside: at its path, or unconverted under its own
-/// extension.
+/// Returns the paths where a planned file may land, apart from numbered ones: its own path, and the
+/// unconverted path with the original extension.
 std::vector<std::string> possiblePaths(const PlannedFile& file) {
   std::vector<std::string> paths{file.relativePath};
   if (isConverted(file.conversion)) {
@@ -39,7 +36,7 @@ bool claimsPath(const PlannedFile& file, const std::string& path) {
   return std::find(paths.begin(), paths.end(), path) != paths.end();
 }
 
-/// Why the marker could not be saved; nothing when it was.
+/// Returns the error if the marker could not be saved.
 std::optional<FileError> failureOf(const std::function<void()>& save) {
   try {
     save();
@@ -71,8 +68,8 @@ void DestinationMemory::settleClaims(DestinationMarker::PhoneRecord& record) {
 }
 
 bool DestinationMemory::isClaimed(const PlannedFile& file, const std::string& path) const {
-  // What is recorded already says more than a claim; and in a folder that may not be read the claim
-  // would replace what is known of a file there.
+  // A record says more than a claim. In an unreadable folder a claim would replace the record of a
+  // file there.
   return !content_.view.holds(path, file.wanted()) && !content_.view.isUnreadable(path);
 }
 
@@ -84,14 +81,14 @@ void DestinationMemory::landed(const LandedFile& file) {
   const FileOutcome& outcome = file.outcome;
   const MediaAsset& asset = file.planned.asset;
   const auto* const known = content_.view.knownAssets().record(asset);
-  // An earlier entry of the same file knows its digest.
+  // An earlier record of the same file already has its digest.
   const bool isRemembered = outcome.is<FileOutcome::AlreadyThere>() && !file.sha256 &&
                             known != nullptr && known->path == outcome.path &&
                             known->size == outcome.bytesOnDisk;
   if (isRemembered || !outcome.path) return;
   landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
                      owned(asset.cloudID()), keptFormat(file), dateOf(file.planned)});
-  // A file under a number that nobody could foresee is not claimed yet.
+  // A file under an unexpected number has no claim yet, so it is saved sooner.
   const auto interval =
       claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)
           ? setup_.saveInterval
@@ -147,7 +144,8 @@ void DestinationMemory::saveQuietly(std::vector<DestinationMarker::FileRecord> f
   try {
     save(std::move(files));
   } catch (const FileError& error) {
-    // The run itself meets the same disk and tells; the end of the run saves again.
+    // The run hits the same disk error and reports it. The marker is saved again at the end of the
+    // run.
     writeLog(log, "marker not saved: {}", PrivateField{error.path()});
   } catch (const DestinationMarker::MarkerError& error) {
     writeLog(log, "marker not saved: {}", PrivateField{error.fileName()});
@@ -169,13 +167,14 @@ void DestinationMemory::landed(DestinationMarker::FileRecord file) {
 
 std::optional<FileError> DestinationMemory::settle() {
   auto failure = failureOf([this] { saveFinal(); });
-  // Where nothing landed nothing is forgotten; claims that stay count for nothing at the next run.
+  // If nothing landed, nothing is lost: the next run ignores remaining claims.
   return landed_.empty() ? std::nullopt : std::move(failure);
 }
 
 std::optional<FileError> DestinationMemory::settleWithoutFiles() {
   if (!hasOldClaims_) return std::nullopt;
-  // What a killed run left open is answered: what it landed is there, the rest nobody wants now.
+  // The claims of the killed run are settled: files that landed are on disk, the others are no
+  // longer wanted.
   DestinationMarker::PhoneRecord record = *content_.marker.record(setup_.phone.hash);
   std::erase_if(record.files, [this](const DestinationMarker::FileRecord& file) {
     const bool mayBeThere =

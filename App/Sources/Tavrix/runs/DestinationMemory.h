@@ -6,54 +6,54 @@
 #include <string>
 #include <vector>
 
-#include "Destination.h"
 #include "foundation/Log.h"
 #include "foundation/files/FileError.h"
+#include "runs/Destination.h"
 #include "transfer/TransferEngine.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix {
 
-/// What a destination remembers of one phone, kept up while a run is at work: so a run that is
-/// killed forgets little, and at its end, however it ends, all that landed is remembered.
+/// Updates what a destination remembers of one phone. It saves during a run, so that a killed run
+/// loses little, and at the end of a run, whatever its outcome.
 class DestinationMemory {
  public:
   struct Setup {
     PhoneIdentity phone;
-    Log* log = nullptr;  ///< silent without one
+    Log* log = nullptr;  ///< nullptr: no logging
     std::function<Instant()> now;
-    std::chrono::seconds saveInterval{20};  ///< between two savings of what landed
+    std::chrono::seconds saveInterval{20};  ///< between two saves of the landed files
   };
 
-  /// The destination's folder must be open for writing and stay so. `content` is what lay in it
-  /// when the plan was made.
+  /// The folder of the destination must be open for writing and outlive this object. `content` is
+  /// its content at planning time.
   DestinationMemory(Setup setup, Folder& destination, Destination::Content content);
 
-  /// A run begins. What it may land is claimed: no other phone's picture of the same name is then
-  /// taken for it, should the run be killed. Without a plan nothing is claimed.
+  /// Starts a run. Claims the paths where its files may land: if the run is killed, no picture of
+  /// another phone with the same name is taken for them. Without a plan it claims nothing.
   void begin(const TransferPlan* claimed);
-  /// A file that has just got its final name.
+  /// Records a file that has just received its final name.
   void landed(const LandedFile& file);
-  /// Something else that landed and was not claimed.
+  /// Records a file that landed without a claim.
   void landed(DestinationMarker::FileRecord file);
 
-  /// Replaces the claims by what landed; where nothing did, the marker is again as it was. Gives
-  /// why what landed could not be saved; nothing when it was.
+  /// Replaces the claims by the landed files. If none landed, restores the earlier marker. Returns
+  /// the error if the landed files could not be saved, and nullopt otherwise.
   std::optional<FileError> settle();
-  /// The same for a run without files, which leaves the marker alone but for what a killed run
-  /// meant to write and nobody wants any more.
+  /// As settle(), for a run without files. It changes the marker only to remove claims of a killed
+  /// run that are no longer wanted.
   std::optional<FileError> settleWithoutFiles();
 
   const DestinationView& view() const { return content_.view; }
   Instant startedAt() const { return startedAt_; }
 
  private:
-  /// What an earlier run was killed over and is there counts from now on as seen.
+  /// Treats claims of a killed run whose files exist as seen from now on.
   void settleClaims(DestinationMarker::PhoneRecord& record);
-  /// Whether a planned file's claim to a path says more than the marker does already.
+  /// Returns true if a claim of the planned file to a path adds information to the marker.
   bool isClaimed(const PlannedFile& file, const std::string& path) const;
   std::optional<ShotDate> dateOf(const PlannedFile& file) const;
-  /// What the run may still land, and what it has landed.
+  /// Returns the files that the run may still land, and those that have landed.
   std::vector<DestinationMarker::FileRecord> claims() const;
   void save(std::vector<DestinationMarker::FileRecord> files);
   void saveQuietly(std::vector<DestinationMarker::FileRecord> files);
@@ -63,8 +63,8 @@ class DestinationMemory {
   Folder& destination_;
   Destination::Content content_;
   std::vector<DestinationMarker::FileRecord> landed_;
-  bool hasOldClaims_ = false;  ///< an earlier run was killed, and its record shall not stay so
-  const TransferPlan* claimed_ = nullptr;  ///< of the run that is under way
+  bool hasOldClaims_ = false;              ///< a killed run has left claims that must be settled
+  const TransferPlan* claimed_ = nullptr;  ///< the plan of the current run
   Instant startedAt_;
   Instant savedAt_;
 };

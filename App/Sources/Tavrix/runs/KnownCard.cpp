@@ -1,4 +1,4 @@
-#include "KnownCard.h"
+#include "runs/KnownCard.h"
 
 #include <absl/container/flat_hash_set.h>
 

@@ -1,4 +1,4 @@
-#include "Mounts.h"
+#include "runs/Mounts.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A field with its escapes undone: a backslash and three octal digits.
+/// Decodes the escapes of a field: a backslash and three octal digits.
 std::string unescaped(std::string_view field) {
   const auto isOctal = [](char c) { return c >= '0' && c <= '7'; };
   std::string text;
@@ -29,7 +29,7 @@ std::string unescaped(std::string_view field) {
 }
 
 std::optional<Mount> mountOf(std::string_view line) {
-  // Number, parent's number, disk, folder on it, mount point, and more.
+  // Mount id, parent id, device, folder on it, mount point, and others.
   std::array<std::string_view, 5> fields;
   for (std::string_view& field : fields) {
     const std::size_t end = std::min(line.find(' '), line.size());
@@ -41,7 +41,7 @@ std::optional<Mount> mountOf(std::string_view line) {
   return Mount{unescaped(fields[4]), std::string{fields[2]} + unescaped(fields[3])};
 }
 
-/// What remains of a path below a folder; nothing when it does not lie there.
+/// Returns the rest of a path below a folder. Returns nullopt if the path is not in the folder.
 std::optional<fs::path> below(const fs::path& path, const fs::path& folder) {
   auto at = path.begin();
   for (const fs::path& part : folder) {
@@ -54,7 +54,8 @@ std::optional<fs::path> below(const fs::path& path, const fs::path& folder) {
   return rest;
 }
 
-/// Where on a disk a path lies: by the deepest mount above it, of several the last.
+/// Returns where a path is on disk. Uses the deepest mount above it; if several are equal, the last
+/// one.
 std::optional<fs::path> placeOf(const fs::path& path, const std::vector<Mount>& mounts) {
   std::optional<fs::path> place;
   std::size_t length = 0;

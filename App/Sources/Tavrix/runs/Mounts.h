@@ -8,34 +8,34 @@
 
 namespace tavrix {
 
-/// What a folder is told apart by, whatever leads to it: another volume at the same path is
-/// another.
+/// Identifies a folder independently of the path to it. Another volume mounted at the same path has
+/// another identity.
 struct FolderIdentity {
   std::uint64_t volume = 0;
   std::uint64_t folder = 0;
 
   friend bool operator==(const FolderIdentity&, const FolderIdentity&) = default;
 };
-/// Nothing where there is no folder, or nobody tells.
+/// Returns nullopt if the path is not a folder or the system does not report one.
 std::optional<FolderIdentity> folderIdentity(const std::string& path);
 
-/// A file system, or a folder of one, at a path of this computer.
+/// A file system, or a folder of one, mounted at a path of this computer.
 struct Mount {
-  std::string point;  ///< the path
-  std::string place;  ///< the disk's number and the folder's path on it: "8:1/home"
+  std::string point;  ///< the mount point
+  std::string place;  ///< device number and the path on that device: "8:1/home"
 
   friend bool operator==(const Mount&, const Mount&) = default;
 };
 
-/// The mounts of this process in the order in which they were made; none where nobody tells.
+/// Returns the mounts of this process in the order of mounting. Returns none if the system does not
+/// report them.
 std::vector<Mount> readMounts();
-/// Reads the list of the system's form, one line each (proc(5), /proc/pid/mountinfo). What is none
-/// is passed over.
+/// Parses the format of /proc/pid/mountinfo, one mount per line (proc(5)). Skips malformed lines.
 std::vector<Mount> parseMounts(std::string_view mountinfo);
 
-/// Whether a folder is another one or lies in it on the disk, whatever mounts lead there: a folder
-/// inside the other may be mounted elsewhere, or stand inside it by a mount. Both are full paths
-/// without links.
+/// Returns true if, on disk, `path` is `folder` or inside it, through any mounts: a subfolder of
+/// `folder` may be mounted elsewhere, or another folder may be mounted inside it. Both paths must
+/// be absolute and free of links.
 bool liesInByMounts(const std::string& path, const std::string& folder,
                     const std::vector<Mount>& mounts);
 

@@ -1,19 +1,19 @@
-#include "PackedTransfer.h"
+#include "runs/PackedTransfer.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <utility>
 
-#include "RunSentences.h"
-#include "Staging.h"
 #include "archives/ZipError.h"
 #include "foundation/Sentences.h"
 #include "foundation/files/FileError.h"
+#include "runs/Staging.h"
+#include "text/RunSentences.h"
 
 namespace tavrix {
 namespace {
 
-/// How often a disk that says it has room may prove to have none.
+/// The most attempts when the disk reports free space but a write fails for lack of it.
 constexpr int mostAttempts = 3;
 
 std::uint64_t bytesOf(const TransferPlan& plan) {
@@ -226,7 +226,7 @@ void PackedTransfer::removeStaged(const PlannedArchive& archive) {
   try {
     if (archive.group) destination_.removeAll(Staging::stagedPath(*archive.group));
   } catch (const FileError&) {
-    // They go with the staging folder.
+    // They are removed with the staging folder.
   }
 }
 

@@ -5,58 +5,61 @@
 #include <stop_token>
 #include <string>
 
-#include "ArchivePacker.h"
-#include "ArchivePlan.h"
-#include "DestinationMemory.h"
-#include "SpaceWait.h"
-#include "StagedFiles.h"
-#include "TransferOutcome.h"
 #include "foundation/TimeZone.h"
 #include "media/MediaSource.h"
+#include "runs/ArchivePacker.h"
+#include "runs/ArchivePlan.h"
+#include "runs/DestinationMemory.h"
+#include "runs/SpaceWait.h"
+#include "runs/StagedFiles.h"
+#include "runs/TransferOutcome.h"
 #include "transfer/MediaConverter.h"
 #include "transfer/TransferEngine.h"
 
 namespace tavrix {
 
-/// One run whose files end in archives. They are fetched into the staging folder first; then one
-/// archive after another is made of them, read back and given its name, and its files go. A folder
-/// that cannot be packed becomes a plain one. While the disk is full the run waits.
+/// One run that stores its files in archives. It first fetches them into the staging folder. Then
+/// it creates one archive after another: it packs the files, reads the archive back, renames it to
+/// its final name, and removes the staged files. A folder that cannot be packed stays a plain
+/// folder. While the disk is full, the run waits.
 ///
-/// The outcome speaks of where the files are at the end: a file in an archive has the path
-/// "archive.zip/path in it", and one that was only staged when the run ended was not reached.
+/// The outcome reports where the files are at the end: a file in an archive has the path
+/// "archive.zip/path in it". A file that was only staged when the run ended was not reached.
 class PackedTransfer {
  public:
   struct Setup {
     PhoneIdentity phone;
     Packing packing;
-    TimeZone zone = TimeZone::utc();        ///< of the wall-clock times in archives
-    MediaConverter* converter = nullptr;    ///< without one, files are kept as they are
-    Language language = Language::russian;  ///< of the reasons in the outcome
-    Log* log = nullptr;                     ///< silent without one
+    TimeZone zone = TimeZone::utc();        ///< for the wall-clock times in archives
+    MediaConverter* converter = nullptr;    ///< nullptr: files are not converted
+    Language language = Language::russian;  ///< for the reasons in the outcome
+    Log* log = nullptr;                     ///< nullptr: no logging
     std::function<Instant()> now;
     SpaceWait::Setup spaceWait;
   };
 
-  /// As TransferJob's.
+  /// As for TransferJob.
   PackedTransfer(Setup setup, Folder& destination, Destination::Content content);
 
-  /// Carries out a plan, once. Never throws what TransferEngine throws: that is in the outcome.
+  /// Carries out a plan; call it once. Reports the errors of TransferEngine in the outcome and does
+  /// not throw them.
   TransferOutcome run(const TransferPlan& plan, MediaSource& source,
                       const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
 
  private:
-  /// Fetches all files; false when the run ended before.
+  /// Fetches all files. Returns false if the run ended early.
   bool stage(MediaSource& source, const TransferEngine::Progress& progress);
-  /// One attempt at it. Throws what the engine throws.
+  /// Makes one attempt to fetch all files. Throws the errors of the engine.
   void runEngine(const TransferPlan& plan, MediaSource& source,
                  const TransferEngine::Progress& progress);
   void keep(const TransferReport& report);
 
   void packAll(const TransferEngine::Progress& progress);
-  /// Packs, or leaves in a plain folder what cannot be packed. Throws ArchivePacker::Stopped, and
-  /// FileError when not even that is possible.
+  /// Packs the files. If that is impossible, moves them to a plain folder. Throws
+  /// ArchivePacker::Stopped, and FileError if moving fails too.
   void settle(const PlannedArchive& archive, const ArchiveContent& content);
-  /// Nothing when it was packed; else why it cannot be. Throws ArchivePacker::Stopped.
+  /// Returns nullopt if the archive was packed, otherwise the reason for people. Throws
+  /// ArchivePacker::Stopped.
   std::optional<std::string> tryToPack(const PlannedArchive& archive,
                                        const ArchiveContent& content);
   void awaitSpace(const PlannedArchive& archive, std::uint64_t needed, bool wasFull);
@@ -77,7 +80,7 @@ class PackedTransfer {
   TransferOutcome outcome_;
   TransferProgressSnapshot snapshot_;
   const TransferEngine::Progress* progress_ = nullptr;
-  std::uint64_t packingBytes_ = 0;  ///< of the archive in hand, written and read back
+  std::uint64_t packingBytes_ = 0;  ///< of the current archive, written and read back
   std::uint64_t packingTotal_ = 0;
 };
 

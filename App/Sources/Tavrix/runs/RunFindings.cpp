@@ -1,4 +1,4 @@
-#include "RunFindings.h"
+#include "runs/RunFindings.h"
 
 #include <algorithm>
 

@@ -4,28 +4,28 @@
 #include <optional>
 #include <vector>
 
-#include "ArchivePlan.h"
-#include "Destination.h"
-#include "KnownCard.h"
+#include "runs/ArchivePlan.h"
+#include "runs/Destination.h"
+#include "runs/KnownCard.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix {
 
-/// What a person should know of a destination before the first byte is written.
+/// Facts for the user about a destination before the first byte is written.
 struct RunFindings {
-  std::vector<UnreadableFolder> unreadableFolders;  ///< neither known nor written to
+  std::vector<UnreadableFolder> unreadableFolders;  ///< not known, and never written to
   std::optional<KnownCard> knownCard;
-  std::uint64_t neededBytes = 0;  ///< that it must take at most at one time
-  std::uint64_t freeBytes = 0;    ///< that it can take
+  std::uint64_t neededBytes = 0;  ///< the most space needed at any one time
+  std::uint64_t freeBytes = 0;    ///< the space available
 };
 
-/// `isCard` as in ConnectedSource.
+/// Collects the findings. For `isCard` see ConnectedSource.
 RunFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
                        const Folder& destination, const Destination::Content& content,
                        const PhoneIdentity& phone, bool isCard);
 
-/// Bytes that a run writes at most at one time: files that are to be packed lie beside the archive
-/// that is being made of them.
+/// Returns the most bytes that a run needs at any one time. Staged files exist at the same time as
+/// the archive made from them.
 std::uint64_t neededBytes(const TransferPlan& plan, const std::optional<Packing>& packing);
 
 }  // namespace tavrix

@@ -1,13 +1,13 @@
-#include "RunRecording.h"
+#include "runs/RunRecording.h"
 
 #include <absl/container/flat_hash_map.h>
 
-#include "ConversionSentences.h"
-#include "RunSentences.h"
-#include "ShownRows.h"
 #include "foundation/Sentences.h"
 #include "foundation/StringMap.h"
 #include "foundation/Text.h"
+#include "library/ShownRows.h"
+#include "text/ConversionSentences.h"
+#include "text/RunSentences.h"
 
 namespace tavrix {
 namespace {
@@ -25,15 +25,15 @@ std::string templateName(const NameTemplate& nameTemplate, const std::vector<Sav
   return say(Language::russian, sentences::ownTemplate);
 }
 
-/// The city, else the region, else the country.
+/// Adds the city, otherwise the region, otherwise the country.
 void addName(TransferRecord::Place& place, const std::string& language, const PlaceNames& names) {
   const auto& name = names.cityOrRegion() ? names.cityOrRegion() : names.countryName;
   if (name) place.names.emplace(language, *name);
   place.countryCode = names.countryCode;
 }
 
-/// As it was typed; where the home was found by itself, the name of its place as far as it is
-/// known.
+/// Returns the name that the user typed. If the home was detected, returns the name of its place,
+/// if known.
 std::optional<std::string> homeName(const RunToRecord& run) {
   if (run.settings.homeOverride) return run.settings.homeOverrideName;
   const auto& home = run.library.home;
@@ -59,7 +59,7 @@ std::optional<TransferRecord::Place> placeOf(const MediaGroup& group, const Plac
   return place;
 }
 
-/// Where the run puts its shots, by shot.
+/// The folder of the run that contains a shot.
 struct ShotFolder {
   std::string name;
   std::optional<TransferRecord::Place> place;
@@ -84,8 +84,8 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
     }
     return shots;
   }
-  // With the copies that were skipped, every shot stands where it would without the skipping, in
-  // the folder of the run that it, or its neighbour, is in.
+  // Groups all shots, including the skipped copies. Each shot is recorded in the folder of the run
+  // that contains it or its nearest neighbour.
   StringMap<ShotFolder> folders;
   for (const FolderNaming::Row& row : run.library.rows) {
     folders.emplace(row.group.id, folderOf(row, places));
@@ -103,7 +103,7 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
       if (!shown.contains(bundle) && !bundle.original().isOptimized()) continue;
       const auto own =
           shownRows[i] ? folders.find(run.shownRows[*shownRows[i]].group.id) : folders.end();
-      // A folder that was left out is no part of the run, and neither is what belongs to it.
+      // Shots of a folder that was left out are not part of the run.
       const bool isLeftOut =
           shownRows[i] ? own == folders.end() : run.unchecked.contains(row.group.id);
       if (isLeftOut) continue;
@@ -151,7 +151,7 @@ std::vector<std::string> notesOf(const RunToRecord& run) {
   return notes;
 }
 
-/// Gives every file that was kept unconverted its reason.
+/// Adds the reason to every file that was kept unconverted.
 void tellWhyKept(TransferRecord& record, const TransferReport& report, Language language) {
   StringMap<ConversionFailure> reasons;
   for (const FileOutcome& file : report.files) {

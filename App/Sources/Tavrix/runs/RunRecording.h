@@ -4,17 +4,17 @@
 #include <string>
 #include <vector>
 
-#include "Library.h"
-#include "SavedPreset.h"
-#include "TransferJob.h"
 #include "history/RecordBuilding.h"
+#include "library/Library.h"
+#include "runs/TransferJob.h"
+#include "settings/SavedPreset.h"
 
 namespace tavrix {
 
-/// What a finished run was made of and what came of it.
+/// The input and the result of a run.
 struct RunToRecord {
-  const Library& library;                           ///< with the folders of the run alone
-  const std::vector<FolderNaming::Row>& shownRows;  ///< all that the person could choose from
+  const Library& library;                           ///< only the folders of the run
+  const std::vector<FolderNaming::Row>& shownRows;  ///< all rows that the user could choose from
   const Settings& settings;
   const std::vector<SavedPreset>& savedPresets;
   const TransferPlan& plan;
@@ -22,28 +22,29 @@ struct RunToRecord {
   PhoneIdentity phone;
   std::string destinationPath;  ///< absolute
   std::string systemLocaleID;
-  Language language = Language::russian;  ///< of the notes
+  Language language = Language::russian;  ///< for the notes
   Uuid id;
   Instant startedAt;
   Instant finishedAt;
-  PlaceNaming* placeNaming = nullptr;  ///< names the places of folders that the run left out
-  /// Groups that the person left out, by id, whether they are shown or not.
+  PlaceNaming* placeNaming = nullptr;  ///< names the places of folders not in the run
+  /// The ids of the groups that the user left out, whether displayed or not.
   std::set<std::string, std::less<>> unchecked{};
-  /// The record is written ahead, in case the program does not live to the end of the run.
+  /// The record is written in advance, in case the program ends before the run does.
   bool isUnderWay = false;
 };
 
-/// The record of a run: the shots of all folders, whatever of them was there before, and those that
-/// were left out as reduced copies, in the folders of the shots that they would have been with.
+/// Returns the record of a run. It has the shots of all its folders, including those that were
+/// already in the destination, and the shots skipped as reduced copies. A skipped shot is in the
+/// folder of the shots that it would have been grouped with.
 TransferRecord recordOf(const RunToRecord& run);
 
-/// What a person should know of files that no run takes; nothing when there are none.
+/// Returns a note about files that no run copies. Returns nullopt if there are none.
 std::optional<std::string> unknownKindNote(Language language, const Library& library);
 
-/// What a person should know of the packing, one sentence each; none when all went as planned.
+/// Returns notes about the packing, one sentence each. Returns none if all went as planned.
 std::vector<std::string> packingNotes(Language language, const TransferOutcome& outcome);
 
-/// The settings as a record keeps them.
+/// Returns the settings as stored in a record.
 TransferRecord::Options recordOptions(const RunToRecord& run);
 
 }  // namespace tavrix

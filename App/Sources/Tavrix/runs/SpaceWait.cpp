@@ -1,9 +1,9 @@
-#include "SpaceWait.h"
+#include "runs/SpaceWait.h"
 
 #include <condition_variable>
 #include <mutex>
 
-#include "RunSentences.h"
+#include "text/RunSentences.h"
 
 namespace tavrix {
 namespace {

@@ -13,28 +13,28 @@
 
 namespace tavrix {
 
-/// Waits, in the middle of a run, until a destination has room for what is next.
+/// Pauses a run until the destination has enough space to continue.
 class SpaceWait {
  public:
   struct Setup {
-    Log* log = nullptr;                     ///< silent without one
-    Language language = Language::russian;  ///< of what the person is told
-    /// Tells the person why the run waits, once for each wait, and that it goes on (nothing).
+    Log* log = nullptr;                     ///< nullptr: no logging
+    Language language = Language::russian;  ///< for the reasons given to `paused`
+    /// Called with the reason when a wait begins, and with nullopt when the run continues.
     std::function<void(const std::optional<std::string>& reason)> paused = nullptr;
-    /// Returns after the time, or earlier when asked to stop. The real clock without one.
+    /// Returns after the time, or earlier if a stop is requested. By default it waits in real time.
     std::function<void(std::chrono::milliseconds time, const std::stop_token& stop)> sleep =
         nullptr;
   };
-  /// Writes the line of the log that says how much is needed and free.
+  /// Writes the log line with the needed and the free bytes.
   using LogLine = std::function<void(Log& log, std::uint64_t needed, std::uint64_t free)>;
 
   static constexpr std::chrono::seconds interval{5};
 
   SpaceWait(Setup setup, const Folder& destination, std::stop_token stop);
 
-  /// Returns when `needed` bytes are free: at once, unless `wasFull`, because something just found
-  /// no room whatever the volume says; then after one interval at least. False when it was asked to
-  /// stop before. Throws FileError.
+  /// Returns true once `needed` bytes are free. Returns at once if they are free already, unless
+  /// `wasFull`: then a write has just failed for lack of space, whatever the volume reports, so it
+  /// waits for at least one interval. Returns false if a stop is requested first. Throws FileError.
   bool await(std::uint64_t needed, bool wasFull, const LogLine& logLine);
 
  private:

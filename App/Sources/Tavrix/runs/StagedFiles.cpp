@@ -1,31 +1,27 @@
-#include "StagedFiles.h"
+#include "runs/StagedFiles.h"
 
-#include "RunSentences.h"
-#include "Staging.h"
 #include "foundation/StringMap.h"
 #include "foundation/files/AtomicFile.h"
+#include "runs/Staging.h"
+#include "text/RunSentences.h"
 
 namespace tavrix {
 namespace {
 
-/// What a desktop leaves in folders that it shows; never part of an archive.
+/// A file that a desktop creates in folders it displays; never archived.
 constexpr std::string_view desktopFile = ".DS_Store";
-
-std::optional<std::string> owned(MediaAsset::Text text) {
-  return text ? std::optional<std::string>{*text} : std::nullopt;
-}
 
 }  // namespace
 
 void StagedFiles::staged(std::size_t index, const LandedFile& landed) {
   File& file = files_[index];
   const bool wasThere = landed.outcome.is<FileOutcome::AlreadyThere>();
-  // Found again after a pause, it has no digest, and is known already.
+  // A file found again after a pause has no digest and is already recorded.
   if (file.outcome && wasThere) return;
   file.outcome = landed.outcome;
   file.sha256 = landed.sha256;
   file.isSettled = false;
-  // Nothing but this run's files is in the staging folder.
+  // The staging folder contains only files of this run.
   if (wasThere) file.outcome->kind = FileOutcome::Copied{};
 }
 
@@ -110,7 +106,7 @@ void StagedFiles::moveOut(const PlannedArchive& archive, Folder& destination,
 TransferReport StagedFiles::report(TransferReport report) const {
   for (std::size_t i = 0; i < files_.size(); ++i) {
     const File& file = files_[i];
-    // What was only staged is gone again.
+    // Files that were only staged have been removed.
     if (!file.outcome || isUnsettled(file)) continue;
     const FileOutcome& outcome = report.files.emplace_back(*file.outcome);
     if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {

@@ -1,4 +1,4 @@
-#include "Staging.h"
+#include "runs/Staging.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -20,14 +20,14 @@ bool hasBytes(const Folder& destination, const std::string& path, std::uint64_t 
   return digest && digest->sha256 == sha256;
 }
 
-/// Says of a killed run's files whether the phone has them still.
+/// Checks whether the phone still has the files of a killed run.
 class PhoneFiles {
  public:
   explicit PhoneFiles(const TransferPlan& plan) {
     for (const PlannedFile& file : plan.files) {
       add(file.asset);
       if (!isConverted(file.conversion)) continue;
-      // What was converted has other bytes, and is known by its place.
+      // A converted file has different bytes, so its path identifies it.
       const std::string folder = parentPath(file.relativePath);
       paths_.insert(file.relativePath);
       paths_.insert((folder.empty() ? "" : folder + "/") + TransferEngine::fallbackName(file));
@@ -39,7 +39,7 @@ class PhoneFiles {
     if (paths_.contains(unnumberedName(path)) || paths_.contains(path)) return true;
     const auto found = namesBySize_.find(size);
     if (found == namesBySize_.end()) return false;
-    // A prefix stands before the phone's name, a number behind it.
+    // The name on the phone may have a prefix before it and a number after it.
     const std::string name = unnumberedName(lastPathComponent(path));
     return std::any_of(found->second.begin(), found->second.end(), [&](std::string_view each) {
       return name.ends_with(each) || path.ends_with(each);
@@ -100,7 +100,7 @@ StagingLeftOvers Staging::settleLeftOvers(Folder& destination, const FilesOnDisk
   for (const auto& [path, onDisk] : listed) {
     if (!isStaged(path)) continue;
     if (!phone) phone.emplace(plan);
-    // Nobody can tell what a half-fetched file or archive would have become.
+    // A partial file or archive cannot be completed.
     if (path.ends_with(".part") || phone->hold(finalPath(path), onDisk.size)) {
       ++leftOvers.removed;
     } else {

@@ -3,38 +3,37 @@
 #include <optional>
 #include <string>
 
-#include "TransferOutcome.h"
 #include "foundation/files/Folder.h"
+#include "runs/TransferOutcome.h"
 #include "transfer/KnownAssets.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix {
 
-/// The hidden folder in a destination that holds the files of a run until they are packed. All in
-/// it are copies of what the phone holds: it goes with the run, and what a killed run left of it
-/// with the next one.
+/// The hidden folder in a destination that contains the files of a run until they are packed. All
+/// of them are copies of files on the phone. The run removes the folder at its end; after a killed
+/// run the next run removes it.
 namespace Staging {
 
-/// A path of the destination within the staging folder, and back.
+/// Convert a path in the destination to the staged path, and back.
 std::string stagedPath(const std::string& path);
 std::string finalPath(const std::string& staged);
 
-/// The plan with all its files in the staging folder.
+/// Returns the plan with all files moved to the staging folder.
 TransferPlan staged(const TransferPlan& plan);
 
-/// Gives a staged file its place in the destination, under the first number that is free. Where a
-/// file with the same bytes lies already, the staged one goes and that one is the place. Gives the
-/// path. `sha256` is that of the staged file. Throws FileError.
+/// Moves a staged file to its place in the destination, under the first free number. If a file with
+/// the same bytes is already there, removes the staged file instead. Returns the path. `sha256` is
+/// the digest of the staged file. Throws FileError.
 std::string moveOut(Folder& destination, const std::string& staged,
                     const std::optional<std::string>& sha256);
 
-/// Removes the folder; what cannot be removed is left to the next run.
+/// Removes the folder. Leaves to the next run what it cannot remove.
 void removeQuietly(Folder& destination);
 
-/// Clears away what a killed run left. Should this phone not hold one of its files, as far as the
-/// plan knows (by name and size, or by its planned path), the file is moved out instead of being
-/// removed. `listed` are the files that lay in the destination when the plan was made. Throws
-/// FileError.
+/// Removes the remains of a killed run. A file that this phone does not have, as far as the plan
+/// shows (by name and size, or by planned path), is moved out instead. `listed` are the files in
+/// the destination at planning time. Throws FileError.
 StagingLeftOvers settleLeftOvers(Folder& destination, const FilesOnDisk& listed,
                                  const TransferPlan& plan);
 

@@ -1,4 +1,4 @@
-#include "TransferJob.h"
+#include "runs/TransferJob.h"
 
 #include <utility>
 

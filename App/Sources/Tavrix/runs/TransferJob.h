@@ -4,39 +4,38 @@
 #include <functional>
 #include <stop_token>
 
-#include "Destination.h"
-#include "DestinationMemory.h"
-#include "TransferOutcome.h"
 #include "foundation/Log.h"
 #include "foundation/Sentence.h"
 #include "media/MediaSource.h"
+#include "runs/Destination.h"
+#include "runs/DestinationMemory.h"
+#include "runs/TransferOutcome.h"
 #include "transfer/MediaConverter.h"
 #include "transfer/TransferEngine.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix {
 
-/// One run into one destination, with the destination's memory of it: what lands is remembered
-/// while the run goes on, so that a run that is killed forgets little, and at its end, however it
-/// ends.
+/// One run into one destination. It updates the destination marker during the run, so that a killed
+/// run loses little, and at the end, whatever the outcome.
 class TransferJob {
  public:
   struct Setup {
     PhoneIdentity phone;
-    MediaConverter* converter = nullptr;    ///< without one, files are kept as they are
-    Language language = Language::russian;  ///< of the reasons in the report
-    Log* log = nullptr;                     ///< silent without one
+    MediaConverter* converter = nullptr;    ///< nullptr: files are not converted
+    Language language = Language::russian;  ///< for the reasons in the report
+    Log* log = nullptr;                     ///< nullptr: no logging
     std::function<Instant()> now;
-    std::chrono::seconds saveInterval{20};  ///< between two savings of what landed
+    std::chrono::seconds saveInterval{20};  ///< between two saves of the landed files
   };
 
-  /// The destination's folder must be open for writing and stay so. `content` is what lay in it
-  /// when the plan was made.
+  /// The folder of the destination must be open for writing and outlive this object. `content` is
+  /// its content at planning time.
   TransferJob(Setup setup, Folder& destination, Destination::Content content);
 
-  /// Carries out a plan. A plan without files leaves the destination as it is, except that it drops
-  /// what a killed run meant to write and nobody wants any more. Never throws what
-  /// TransferEngine throws: that is in the outcome.
+  /// Carries out a plan. For a plan without files, changes the destination only to remove claims of
+  /// a killed run that are no longer wanted. Reports the errors of TransferEngine in the outcome
+  /// and does not throw them.
   TransferOutcome run(const TransferPlan& plan, MediaSource& source,
                       const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
 

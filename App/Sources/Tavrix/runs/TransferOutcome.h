@@ -12,42 +12,42 @@
 
 namespace tavrix {
 
-/// What a run that was killed over its packing had left in the staging folder.
+/// The remains in the staging folder after a run was killed while packing.
 struct StagingLeftOvers {
-  /// Files that the phone of the next run does not hold: where they lie now, in plain folders.
+  /// The new paths, in plain folders, of files that the phone of the next run does not have.
   std::vector<std::string> rescued;
-  std::uint64_t removed = 0;  ///< copies, half-fetched ones and unfinished archives among them
+  std::uint64_t removed = 0;  ///< files removed, including partial copies and archives
 
   friend bool operator==(const StagingLeftOvers&, const StagingLeftOvers&) = default;
 };
 
-/// How one run into one destination ended, and what it did.
+/// The result of one run into one destination.
 struct TransferOutcome {
-  /// A folder that was to become an archive and stayed a folder.
+  /// A folder that could not be packed and stayed a plain folder.
   struct UnpackedFolder {
-    std::optional<std::string> group;  ///< nothing when it is the combined archive of all
+    std::optional<std::string> group;  ///< nullopt for the combined archive of all files
     std::string reason;                ///< for people
   };
 
   TransferRecord::Status status = TransferRecord::Status::completed;
-  /// Folders of the source whose files nobody could list.
+  /// The number of source folders that could not be listed.
   std::uint64_t unreadFolders = 0;
-  /// How often the run waited for a phone that was out of reach.
+  /// The number of times the run waited for an unreachable phone.
   std::uint64_t phoneWaits = 0;
-  TransferReport report;  ///< of what got through, however the run ended
-  /// What ended an `interrupted` run.
+  TransferReport report;  ///< of what was copied, whatever ended the run
+  /// The error that ended an `interrupted` run.
   std::optional<FileError> interruption;
-  /// The same in words, where it is no failure of a file.
+  /// The reason in words, if the run was not ended by a file error.
   std::optional<std::string> stopReason;
-  bool isPacked = false;  ///< the files were to lie in archives
+  bool isPacked = false;  ///< the run was meant to store its files in archives
   std::vector<UnpackedFolder> unpackedFolders;
-  StagingLeftOvers leftOvers;  ///< of a killed run, cleared away before this one
-  /// The destination could not be told what landed: the next run goes by the files alone.
+  StagingLeftOvers leftOvers;  ///< of a killed run, cleared before this one
+  /// Set if the marker could not be saved; the next run then knows only the files themselves.
   std::optional<FileError> markerFailure;
 };
 
-/// What stopped a run, for people: a fault of the whole volume names the destination, not the
-/// temporary file that met it.
+/// Returns the error to show to the user. An error of the whole volume refers to the destination,
+/// not to the temporary file on which it occurred.
 FileError interruptionOf(const FileError& error, const Folder& destination);
 
 }  // namespace tavrix

@@ -34,8 +34,8 @@ struct Rational {
   std::uint32_t denominator;
 };
 
-/// One image file directory (TIFF 6.0) under construction: entries of 12 bytes, and behind them the
-/// values that are longer than 4. Entries must be added in the order of their tags.
+/// One image file directory (TIFF 6.0) being built: entries of 12 bytes, followed by the values
+/// longer than 4 bytes. Entries must be added in tag order.
 class Directory {
  public:
   void add(std::uint16_t tag, FieldType type, std::size_t count, std::string value) {
@@ -62,7 +62,7 @@ class Directory {
     add(tag, FieldType::rational, values.size(), bytes);
   }
 
-  /// The bytes of the directory when it begins at `offset` of the TIFF block.
+  /// Returns the bytes of a directory that begins at `offset` in the TIFF block.
   std::string bytesAt(std::size_t offset) const {
     std::string table = bigEndian(static_cast<std::uint32_t>(entries_.size()), 2);
     std::string values;

@@ -9,7 +9,7 @@
 
 namespace tavrix {
 
-/// What a camera writes into a picture about its capture.
+/// The capture data that a camera writes into a picture.
 struct ExifData {
   LocalTime taken;                    ///< DateTimeOriginal
   std::chrono::minutes utcOffset{0};  ///< OffsetTimeOriginal
@@ -20,14 +20,14 @@ struct ExifData {
   friend bool operator==(const ExifData&, const ExifData&) = default;
 };
 
-/// "2026:05:20 12:00:00" and "+03:00": a time and an offset as EXIF writes them.
+/// Return a time and an offset as EXIF text: "2026:05:20 12:00:00" and "+03:00".
 std::string exifDateText(LocalTime time);
 std::string exifOffsetText(std::chrono::minutes utcOffset);
-/// The point as EXIF can hold it here: in hundredths of an arc second.
+/// Returns the point rounded to the precision stored here: hundredths of an arc second.
 GeoPoint exifRounded(const GeoPoint& point);
 
-/// The content of a JPEG file's APP1 segment: an Exif 2.32 block with date, exposure, lens, pixel
-/// size and, with a place, GPS position.
+/// Returns the content of a JPEG file's APP1 segment: an Exif 2.32 block with date, pixel size and,
+/// if there is a place, GPS position.
 std::string exifSegment(const ExifData& data);
 
 }  // namespace tavrix

@@ -1,7 +1,7 @@
 #include "sample/JpegFile.h"
 
 #include <cstdio>
-// jpeglib.h needs <cstdio> before it.
+// jpeglib.h requires <cstdio> first.
 #include <jpeglib.h>
 
 #include <cstdlib>
@@ -12,8 +12,8 @@ namespace {
 
 constexpr int quality = 88;
 
-/// One compression into memory; libjpeg ends the program when memory is short, the only way to fail
-/// here.
+/// Compresses into memory. The only possible failure is lack of memory; libjpeg then ends the
+/// program.
 class Compression {
  public:
   Compression(int width, int height) {

@@ -7,11 +7,11 @@
 
 namespace tavrix {
 
-/// Fills one row of a picture: 3 bytes a pixel, red, green, blue.
+/// Fills one row of a picture: 3 bytes per pixel, in the order red, green, blue.
 using RowSource = std::function<void(int y, std::span<std::uint8_t> pixels)>;
 
-/// The bytes of a baseline JPEG file of the given size in pixels. `exif` is the content of its APP1
-/// segment; with an empty one the file begins with a JFIF header instead.
+/// Returns a baseline JPEG file of the given size in pixels. `exif` is the content of its APP1
+/// segment; if it is empty, the file begins with a JFIF header instead.
 std::string encodeJpeg(int width, int height, const RowSource& rows, const std::string& exif);
 
 }  // namespace tavrix

@@ -19,7 +19,7 @@ Color shaded(const Color& color, double factor) {
   return {color.red * factor, color.green * factor, color.blue * factor};
 }
 
-/// The sky at some hour: at its highest point and at the horizon.
+/// The colours of the sky at an hour, at the zenith and at the horizon.
 struct Sky {
   double hour;
   Color zenith;
@@ -43,12 +43,13 @@ Sky skyOf(double hour) {
           mixed(before.horizon, after->horizon, share)};
 }
 
-/// How bright the ground is, from 0.25 at night to 1 in the middle of the day.
+/// Returns the brightness of the ground, from 0.25 at night to 1 in the middle of the day.
 double daylight(double hour) {
   return 0.25 + 0.75 * std::max(0.0, std::sin((hour - 4.5) / 17 * std::numbers::pi));
 }
 
-/// A ridge line: a few sine waves around `level`, heights as shares of the picture's.
+/// Returns a ridge line: a few sine waves around `level`. Heights are fractions of the picture's
+/// height.
 std::vector<int> ridge(int width, int height, double level, double swing, SampleRandom& random) {
   std::vector<int> top(static_cast<std::size_t>(width));
   std::array<double, 3> phase{};
@@ -62,7 +63,7 @@ std::vector<int> ridge(int width, int height, double level, double swing, Sample
   return top;
 }
 
-/// A row of houses of random widths and heights that stand up to `level`.
+/// Returns a row of houses of random widths and heights, with their tops at or above `level`.
 std::vector<int> skyline(int width, int height, double level, double swing, SampleRandom& random) {
   std::vector<int> top;
   while (std::ssize(top) < width) {
@@ -140,7 +141,7 @@ Color Landscape::layerColor(const Layer& layer, int x, int y) const {
   const bool isPane = x % cell > cell / 3 && y % cell > cell / 3;
   const auto window =
       seed_ + static_cast<std::uint64_t>(y / cell) * 1000 + static_cast<std::uint64_t>(x / cell);
-  const bool isLit = window * 0x9E3779B97F4A7C15ULL >> 62U == 0;  // Fibonacci hashing, one in four
+  const bool isLit = window * 0x9E3779B97F4A7C15ULL >> 62U == 0;  // Fibonacci hashing: one in four
   if (!isPane) return layer.color;
   return isLit && daylight(hour_) < 0.6 ? Color{250, 214, 130} : shaded(layer.color, 0.75);
 }

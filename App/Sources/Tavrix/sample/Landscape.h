@@ -17,20 +17,20 @@ struct Color {
   friend bool operator==(const Color&, const Color&) = default;
 };
 
-/// A made-up view: sky by the hour of the day, sun or moon, and the scene before it. Equal
-/// arguments give equal pixels; every seed gives another view.
+/// A synthetic view: a sky for the time of day, sun or moon, and the scene in front. Equal
+/// arguments give equal pixels; each seed gives a different view.
 class Landscape {
  public:
-  /// `hour` is the time of day from 0 to below 24; the size is in pixels.
+  /// `hour` is the time of day, from 0 to less than 24. The size is in pixels.
   Landscape(Scene scene, double hour, std::uint64_t seed, int width, int height);
 
   int width() const { return width_; }
   int height() const { return height_; }
-  /// Fills `pixels` (3 · width bytes: red, green, blue) with the row `y`, 0 being the top.
+  /// Fills `pixels` (3 · width bytes: red, green, blue) with row `y`, where 0 is the top.
   void drawRow(int y, std::span<std::uint8_t> pixels) const;
 
  private:
-  /// A silhouette: everything from top[x] downward, nearer ones over farther ones.
+  /// A silhouette that covers everything from top[x] downward. Nearer layers cover farther ones.
   struct Layer {
     Color color;
     std::vector<int> top;

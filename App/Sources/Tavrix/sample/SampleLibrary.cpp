@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t motionPartBytes = 600'000;
 constexpr std::size_t videoBytes = 4'000'000;
 
-/// Makes the files of one shot after another.
+/// Generates the files of one shot after another.
 class ShotFiles {
  public:
   ShotFiles(const SampleOptions& options, const std::function<void(SampleFile)>& receiver)
@@ -61,7 +61,7 @@ class ShotFiles {
     receiver_({std::move(item), std::move(bytes)});
   }
 
-  /// `warmth` multiplies red and divides blue, as an edit would.
+  /// `warmth` multiplies red and divides blue, as an edit could.
   std::string picture(const SampleShot& shot, int width, int height, double warmth,
                       const std::string& exif) const {
     const auto midnight = std::chrono::floor<std::chrono::days>(shot.taken);
@@ -80,7 +80,7 @@ class ShotFiles {
     return encodeJpeg(width, height, rows, exif);
   }
 
-  /// Without what a camera writes of its optics, so that no picture passes for a reduced copy.
+  /// Omits the optics data of a camera, so that no picture is taken for a reduced copy.
   void still(const SampleShot& shot, std::string name, double warmth = 1) const {
     const int longSide = options_.longSide;
     const int shortSide = longSide * 3 / 4;
@@ -96,8 +96,7 @@ class ShotFiles {
     handOn(std::move(entry), picture(shot, longSide, shortSide, warmth, exifSegment(exif)));
   }
 
-  /// A placeholder film knows neither its date nor its place; the phone still lists the file's own
-  /// date.
+  /// A placeholder film contains neither date nor place, but the phone lists the date of the file.
   void movie(const SampleShot& shot, std::size_t mediaBytes) const {
     const std::string name = shot.fileName("MOV");
     handOn(item(shot, name, "video"), placeholderMovie(name, mediaBytes));

@@ -9,7 +9,7 @@
 
 namespace tavrix {
 
-/// One file of the sample phone; the item tells what the bytes hold.
+/// One file of the sample phone; the item describes the bytes.
 struct SampleFile {
   SnapshotItem item;
   std::string bytes;
@@ -22,14 +22,14 @@ struct SampleOptions {
   int longSide = 2688;  ///< of a full-size still, in pixels
 };
 
-/// A made-up phone library: equal options give equal files, byte for byte.
+/// A synthetic phone library. Equal options give identical files.
 namespace SampleLibrary {
 
-/// Makes the files one by one in the order of the phone's catalogue.
+/// Generates the files one by one, in the order of the phone's catalogue.
 void makeEach(const SampleOptions& options, const std::function<void(SampleFile)>& receiver);
 
-/// Writes media/ and then snapshot.json, so that a folder with a snapshot is whole. Files of the
-/// same names are replaced. Gives the number of media files. Throws FileError.
+/// Writes media/ and then snapshot.json, so a folder with a snapshot is always complete. Replaces
+/// files of the same names. Returns the number of media files. Throws FileError.
 std::size_t write(const SampleOptions& options, Folder& folder);
 
 }  // namespace SampleLibrary

@@ -11,10 +11,10 @@ namespace {
 using namespace std::chrono_literals;
 using Kind = SampleShot::Kind;
 
-/// Some shots at one place, one after another.
+/// Several shots at one place, one after another.
 struct Occasion {
   CivilDate day;
-  std::chrono::minutes startOfDay;  ///< the first shot's time on the clock
+  std::chrono::minutes startOfDay;  ///< the first shot's time of day
   std::chrono::minutes utcOffset;
   GeoPoint place;
   Scene scene;

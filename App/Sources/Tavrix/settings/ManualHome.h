@@ -5,7 +5,7 @@
 
 namespace tavrix {
 
-/// A home that the person has set: degrees, and the name that was typed for it.
+/// The home that the user has set: degrees, and the name that the user typed for it.
 struct ManualHome {
   double latitude = 0;
   double longitude = 0;

@@ -1,21 +1,21 @@
-#include "PersistedSettings.h"
+#include "settings/PersistedSettings.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 
-#include "SettingKeys.h"
 #include "naming/NameTemplateCoding.h"
+#include "settings/SettingKeys.h"
 
 namespace tavrix::PersistedSettings {
 namespace {
 
-/// How one key is kept. `load` gives false, and leaves the values as they were, for an object that
-/// it does not take.
+/// How one key is stored. If `load` rejects an object, it returns false and leaves the values
+/// unchanged.
 struct Key {
   std::string_view name;
-  std::string_view setting;  ///< the name of the setting; empty for what is none
+  std::string_view setting;  ///< the name of the setting; empty if it is not a setting
   std::optional<JsonValue> (*store)(const Values&);
   bool (*load)(Values&, const JsonValue&);
 };
@@ -38,7 +38,7 @@ std::optional<JsonValue> storeCount(const Values& values) {
   return JsonValue{static_cast<double>(values.settings.*field)};
 }
 
-/// Of a number with a fraction the whole part counts.
+/// Ignores the fraction of the number.
 template <int Settings::* field>
 bool loadCount(Values& values, const JsonValue& object) {
   using Limits = std::numeric_limits<int>;
@@ -48,7 +48,7 @@ bool loadCount(Values& values, const JsonValue& object) {
   return true;
 }
 
-/// A switch is kept as the number 0 or 1; other numbers are on, too.
+/// A switch is stored as the number 0 or 1; any other number also means on.
 template <bool Settings::* field>
 std::optional<JsonValue> storeFlag(const Values& values) {
   return JsonValue{values.settings.*field ? 1.0 : 0.0};
@@ -71,7 +71,8 @@ std::optional<JsonValue> storeHome(const Values& values) {
   return JsonValue{std::move(object)};
 }
 
-/// The number of a member; nothing when it is none or lies beyond the bound on either side.
+/// Returns a member that is a number. Returns nullopt if it is not, or if its absolute value
+/// exceeds the bound.
 std::optional<double> degreesOf(const JsonValue& object, std::string_view key, double bound) {
   const JsonValue* const member = object.member(key);
   const auto number = member == nullptr ? std::nullopt : member->asNumber();
@@ -91,7 +92,7 @@ bool loadHome(Values& values, const JsonValue& object) {
   return true;
 }
 
-/// A template as the object that its text reads as, whatever its length.
+/// Returns the template parsed from its text form, whatever its length.
 JsonValue templateObject(const NameTemplate& nameTemplate) {
   JsonLimits limits;
   limits.maxValueBytes = std::numeric_limits<std::size_t>::max() / 2;
@@ -171,7 +172,7 @@ std::optional<JsonValue> storeMerges(const Values& values) {
   return JsonValue{std::move(object)};
 }
 
-/// A merge of one mode; false when it is no list of texts.
+/// Adds a merge of one mode. Returns false if the object is not a list of texts.
 bool addMerge(GroupMerges& merges, const JsonValue& object) {
   if (object.asArray() == nullptr) return false;
   auto& ids = merges.emplace_back();

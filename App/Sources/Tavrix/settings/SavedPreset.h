@@ -6,7 +6,7 @@
 
 namespace tavrix {
 
-/// A template that the person has saved under a title.
+/// A template that the user has saved under a title.
 struct SavedPreset {
   std::string name;
   NameTemplate nameTemplate;

@@ -1,4 +1,4 @@
-#include "SettingKeys.h"
+#include "settings/SettingKeys.h"
 
 #include <algorithm>
 #include <array>
@@ -10,14 +10,14 @@
 namespace tavrix {
 namespace {
 
-/// Sets a field from a text; false when the text is not of the key's form.
+/// Sets a field from a text. Returns false if the text does not have the form of the key.
 using Setter = bool (*)(Settings&, std::string_view);
 
 struct Key {
   std::string_view name;
   SettingForm form;
   Setter set;
-  std::string_view choices = {};  ///< with a space between
+  std::string_view choices = {};  ///< separated by spaces
 };
 
 template <typename Number>
@@ -105,7 +105,7 @@ bool setHome(Settings& settings, std::string_view text) {
     return false;
   }
   const GeoPoint home{*latitude, *longitude};
-  // A name is that of one place.
+  // The name belongs to the previous place only.
   if (settings.homeOverride != home) settings.homeOverrideName.reset();
   settings.homeOverride = home;
   return true;
@@ -169,7 +169,7 @@ bool setMerges(Settings& settings, std::string_view text) {
   return true;
 }
 
-/// "Италия, Рим": each name may be that of a country or of a city.
+/// Parses "Италия, Рим": each name may be a country or a city.
 PlaceFilter placesByName(std::string_view text) {
   PlaceFilter places;
   while (!text.empty()) {

@@ -6,15 +6,15 @@
 #include <variant>
 #include <vector>
 
-#include "Settings.h"
 #include "naming/NameTemplateCoding.h"
+#include "settings/Settings.h"
 
 namespace tavrix {
 
-/// The greatest value of a setting that counts days or months.
+/// The largest value of a setting in days or months.
 inline constexpr int largestSettingCount = 10000;
 
-/// What texts a setting takes.
+/// The texts that a setting accepts.
 enum class SettingForm {
   boolean,       ///< true or false
   choice,        ///< one of a few words
@@ -31,25 +31,25 @@ enum class SettingForm {
   merges,        ///< a JSON object whose values are lists of lists of texts
 };
 
-/// Why "KEY=VALUE" set nothing.
+/// Why "KEY=VALUE" was rejected.
 struct SettingError {
   enum class Kind { notAssignment, unknownKey, badValue };
 
   Kind kind = Kind::badValue;
-  std::string key;  ///< the whole text for `notAssignment`
+  std::string key;  ///< the whole text if the kind is `notAssignment`
   std::string value{};
-  SettingForm form = SettingForm::text;          ///< of the key, for `badValue`
+  SettingForm form = SettingForm::text;          ///< the form of the key, for `badValue`
   std::vector<std::string_view> choices{};       ///< the words of a `choice`
   std::optional<NameTemplateError> template_{};  ///< what is wrong with a template
 };
 
-/// Every key in the order in which they are listed for people.
+/// Returns all keys in the order in which they are listed for the user.
 std::vector<std::string_view> settingKeys();
 
-/// The form of a key; nothing when there is no such key.
+/// Returns the form of a key. Returns nullopt if there is no such key.
 std::optional<SettingForm> settingForm(std::string_view key);
 
-/// The settings with one of them set by a text "KEY=VALUE".
+/// Returns the settings changed by a text "KEY=VALUE", or the reason for rejecting it.
 std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment);
 
 }  // namespace tavrix

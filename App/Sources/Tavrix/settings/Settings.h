@@ -20,20 +20,20 @@ namespace tavrix {
 enum class UIGroupingMode { byDate, events, trips, flat };
 enum class UIGranularity { day, month, year };
 
-/// "byDate", "events", "trips", "flat".
+/// Returns "byDate", "events", "trips" or "flat".
 std::string_view textOf(UIGroupingMode mode);
-/// "day", "month", "year".
+/// Returns "day", "month" or "year".
 std::string_view textOf(UIGranularity granularity);
-/// The cases of a text form; nothing for any other text.
+/// Return the value that has this text form. Return nullopt for any other text.
 std::optional<UIGroupingMode> uiGroupingModeOf(std::string_view text);
 std::optional<UIGranularity> uiGranularityOf(std::string_view text);
 
-/// Everything that a person can choose, with its initial values; in the order of meaning.
+/// All choices of the user with their initial values, grouped by purpose.
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): there is one at a time.
 struct Settings {
   using Merges = std::map<std::string, GroupMerges, std::less<>>;
 
-  // What is transferred.
+  // Selection of the files to transfer.
   bool includePhotos = true;
   bool includeLive = true;
   bool liveOnlyPhoto = false;
@@ -44,13 +44,13 @@ struct Settings {
   bool onlyNew = true;
   std::optional<CivilDate> periodFrom;  ///< first day, inclusive
   std::optional<CivilDate> periodTo;    ///< last day, inclusive
-  std::optional<PlaceFilter> places;    ///< everywhere when there is none; names in
-                                        ///< Russian or English when it has no localeID
+  std::optional<PlaceFilter> places;    ///< nullopt: everywhere; the names are in
+                                        ///< Russian or English if it has no localeID
 
-  // How shots are gathered into folders.
+  // Grouping of shots into folders.
   UIGroupingMode uiMode = UIGroupingMode::events;
   UIGranularity granularity = UIGranularity::day;
-  TimeZone timeZone = TimeZone::utc();  ///< in which days are cut
+  TimeZone timeZone = TimeZone::utc();  ///< the zone in which days begin and end
   double eventGapHours = 4.0;
   double eventGapKm = 30.0;
   bool splitByDistance = true;
@@ -62,9 +62,9 @@ struct Settings {
   int homeWindowMonths = 6;
   double homeRadiusKm = 20.0;
   std::optional<GeoPoint> homeOverride;
-  std::optional<std::string> homeOverrideName;  ///< as typed; that of `homeOverride`
+  std::optional<std::string> homeOverrideName;  ///< as typed; belongs to `homeOverride`
 
-  // How files are laid out and written.
+  // Layout and format of the files.
   bool photoJPEG = false;
   double jpegQuality = 0.85;  ///< 0 to 1
   bool videoH264 = false;
@@ -75,7 +75,7 @@ struct Settings {
   bool packAsZip = false;
   bool packPerGroup = false;
 
-  // How folders are named.
+  // Naming of folders.
   NameTemplate nameTemplate = NamePresets::defaultTemplate();
   bool geocodingEnabled = true;
   bool mergeDistricts = false;
@@ -83,16 +83,16 @@ struct Settings {
   std::string datelessName = FolderNaming::initialDatelessName(Language::russian);
   bool nameByGroupID = false;
   std::map<std::string, std::string, std::less<>> nameOverrides;  ///< by group id
-  Merges mergesByMode;  ///< groups shown as one, by the mode's text form
+  Merges mergesByMode;  ///< merged groups by the text form of the mode
 
   friend bool operator==(const Settings&, const Settings&) = default;
 };
 
-/// The initial values on a machine: days are cut in its time zone, and groups without a date are
-/// named in its language.
+/// Returns the initial values on a machine: its time zone separates the days, and its language
+/// names the groups without a date.
 Settings initialSettings(const TimeZone& zone, const std::string& systemLocaleID);
 
-/// What the settings mean to each part of the core.
+/// Translate the settings for each part of the core.
 BundleFilter bundleFilter(const Settings& settings);
 GroupingMode groupingMode(const Settings& settings);
 GroupingSettings groupingSettings(const Settings& settings);

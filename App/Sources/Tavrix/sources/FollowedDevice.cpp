@@ -1,8 +1,6 @@
-#include "model/FollowedDevice.h"
+#include "sources/FollowedDevice.h"
 
-#include "device/CameraMediaSource.h"
-#include "foundation/Digest.h"
-#include "media/Snapshot.h"
+#include "sources/PhoneSource.h"
 
 namespace tavrix {
 
@@ -36,26 +34,13 @@ ConnectedSource FollowedDevice::sourceOf(const DeviceState::Ready& ready) const 
   source.phone = identityOf(ready.phone, source.deviceName);
   source.assets = ready.assets;
   source.zone = setup_.watcher.zone();
-  source.assetsIn = [catalogue = ready.catalogue](const TimeZone& zone) {
-    return Snapshot::assetsOf(catalogue->items, zone);
-  };
   source.unreadFolders = ready.catalogue->unreadFolders();
-  source.openMedia = [&browser = setup_.browser, deviceID = ready.phone.deviceID,
-                      catalogue = ready.catalogue](AwaitPhone awaitPhone, std::stop_token stop) {
-    return std::make_unique<CameraMediaSource>(CameraMediaSource::Setup{
-        browser, deviceID, std::move(awaitPhone), std::move(stop), catalogue->oddPaths});
-  };
-  source.lost = [&watcher = setup_.watcher] { watcher.phoneLost(); };
+  source.files = filesOfPhone(setup_.browser, ready.phone, ready.catalogue, &setup_.watcher);
   return source;
 }
 
 void FollowedDevice::keepToRun(bool isTransferring) {
   setup_.watcher.setWanted(isTransferring ? deviceID_ : wanted_);
-}
-
-PhoneIdentity identityOf(const PhoneOnCable& phone, const std::string& name) {
-  return {sha256Hex(phone.serialNumber.value_or(phone.deviceID)), name,
-          phone.model.value_or("iPhone"), true};
 }
 
 }  // namespace tavrix

@@ -1,20 +1,20 @@
 #pragma once
 
-#include "device/DeviceWatcher.h"
+#include "device/cable/DeviceWatcher.h"
 #include "model/AppModel.h"
 
 namespace tavrix {
 
-/// Lets a model follow the phone that a watcher reads, from its making until it goes, and keeps the
-/// watcher to the phone of a run while there is one. Both outlive it; the watcher and the browser
-/// outlive every run that it began.
+/// Connects a device watcher to a model: the model gets the phone that the watcher has read, and
+/// learns when it leaves. During a run the watcher reads only the phone of that run. Model and
+/// watcher outlive this object; the watcher and the browser outlive every run.
 class FollowedDevice {
  public:
   struct Setup {
     AppModel& model;
     DeviceWatcher& watcher;
     PhoneBrowser& browser;
-    /// What the phone is called instead of its own name.
+    /// The name of the phone in place of its own.
     std::optional<std::string> deviceName{};
   };
 
@@ -26,14 +26,10 @@ class FollowedDevice {
   void keepToRun(bool isTransferring);
 
   Setup setup_;
-  std::string wanted_;    ///< by the watcher, where no run is under way
+  std::string wanted_;    ///< phone that the watcher wants while no run is in progress
   std::string deviceID_;  ///< of the phone that was ready last
   DeviceWatcher::Subscription watcherSubscription_;
   AppModel::Subscription modelSubscription_;
 };
-
-/// A phone as destinations remember it: by its serial number, or its identifier where it tells
-/// none.
-PhoneIdentity identityOf(const PhoneOnCable& phone, const std::string& name);
 
 }  // namespace tavrix

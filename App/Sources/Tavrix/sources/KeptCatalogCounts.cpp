@@ -1,4 +1,4 @@
-#include "KeptCatalogCounts.h"
+#include "sources/KeptCatalogCounts.h"
 
 #include <cmath>
 

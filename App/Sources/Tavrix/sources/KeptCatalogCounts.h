@@ -1,8 +1,8 @@
 #pragma once
 
-#include "defaults/UserDefaults.h"
-#include "device/CatalogCounts.h"
-#include "device/SerialQueue.h"
+#include "device/cable/CatalogCounts.h"
+#include "foundation/tasks/SerialQueue.h"
+#include "settings/defaults/UserDefaults.h"
 
 namespace tavrix {
 

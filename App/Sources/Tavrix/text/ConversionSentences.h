@@ -5,7 +5,8 @@
 #include "foundation/Sentence.h"
 #include "transfer/ConversionFailure.h"
 
-/// Why a file was kept unconverted, in both languages side by side.
+/// The reasons why a file was kept unconverted, in both languages side by side. Records contain
+/// them.
 namespace tavrix::sentences {
 
 inline constexpr Sentence<> keptUnsupported{"такой формат не преобразуется",
@@ -33,7 +34,7 @@ inline constexpr Sentence<> keptFailed{
     "преобразование не состоялось; следующий перенос попробует снова",
     "the conversion did not take place; the next transfer tries again"};
 
-/// The sentence for a reason.
+/// Returns the sentence for a reason.
 inline std::string conversionFailureText(Language language, ConversionFailure failure) {
   switch (failure) {
     case ConversionFailure::unsupported:

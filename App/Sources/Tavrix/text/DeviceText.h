@@ -2,24 +2,26 @@
 
 #include <string>
 
-#include "device/DeviceState.h"
+#include "device/cable/DeviceState.h"
 #include "foundation/Sentence.h"
 
 namespace tavrix {
 
-/// What the person is told of the phone on the cable: how far it is, or what is in the way and what
-/// to do about it. A phone that is ready needs no words.
+/// Returns the sentence for the state of the phone on the cable: its progress, or the obstacle and
+/// what to do about it. Returns an empty text for a phone that is ready.
 std::string deviceText(Language language, const DeviceState& state);
 
-/// What is in the way to a phone of that name and what to do about it, as the beginning of a
-/// sentence; nothing for one that is ready.
+/// Returns the obstacle on the way to the phone and what to do about it, as the beginning of a
+/// sentence. Returns an empty text for a phone that is ready.
 std::string obstacleText(Language language, const std::string& deviceName, PhoneState state);
-/// The same of a phone to which the way was lost.
+/// As above, for the state of the watcher. Returns an empty text if the state is no obstacle.
+std::string obstacleText(Language language, const DeviceState& state);
+/// As obstacleText(), for a phone to which the connection was lost.
 std::string lossText(Language language, const std::string& deviceName, PhoneError::Kind kind);
-/// The sentence, with the promise to carry on.
+/// Returns the sentence that begins with `obstacle` and ends with the promise to carry on.
 std::string waitingText(Language language, const std::string& obstacle);
 
-/// What is told, instead of waiting in silence, of a phone that is on the cable but unseen.
+/// Returns the sentence for a phone that is on the bus, but that the system does not pass on.
 std::string unseenPhoneText(Language language);
 
 }  // namespace tavrix

@@ -2,7 +2,7 @@
 
 #include "foundation/Sentence.h"
 
-/// What the application model tells people, in both languages side by side.
+/// The sentences of the application model for the user, in both languages side by side.
 namespace tavrix::sentences {
 
 inline constexpr Sentence<> noDevice{

@@ -5,30 +5,29 @@
 
 #include "foundation/Sentence.h"
 
-/// What the command line tells of phones on the cable. Each of the first says what is in the way
-/// and what to do, and is followed by one of the two ends.
-namespace tavrix::cli::sentences {
+/// The sentences about phones on the cable, in both languages side by side. Each of the first group
+/// states the obstacle and what to do about it; carryOnByMyself or tryAgain completes it.
+namespace tavrix::sentences {
 
 inline constexpr Sentence<> noPhone{"iPhone не подключён. Подключите его кабелем и разблокируйте",
                                     "No iPhone is connected. Connect it by cable and unlock it"};
 inline constexpr Sentence<> phoneGone{"iPhone отключён. Подключите кабель",
                                       "The iPhone is disconnected. Plug the cable in"};
-/// What the bus tells of a phone.
+/// The value is the text of unseenPhoneText().
 inline constexpr Sentence<std::string> phoneUnseen{
     "{}. Отключите кабель и подключите его снова; если это не поможет, перезагрузите iPhone",
     "{}. Unplug the cable and plug it in again; if that does not help, restart the iPhone"};
 inline constexpr Sentence<std::string> phoneNotThere{
     "iPhone {} не подключён. Подключите его кабелем и разблокируйте",
     "The iPhone {} is not connected. Connect it by cable and unlock it"};
-/// Another one's name, and the number of the one that is wanted.
+/// The name of the connected phone, and the serial number of the phone that is needed.
 inline constexpr Sentence<std::string, std::string> anotherPhone{
-    "На кабеле другой iPhone — «{}», а нужен {}. Подключите его кабелем и разблокируйте",
-    "Another iPhone is on the cable, “{}”; the one needed is {}. Connect it by cable and unlock "
-    "it"};
+    "Подключён другой iPhone — «{}», а нужен {}. Подключите его кабелем и разблокируйте",
+    "Another iPhone, “{}”, is connected, but {} is needed. Connect it by cable and unlock it"};
 inline constexpr Sentence<> phoneServiceMissing{
     "Служба usbmuxd, через которую виден iPhone, не отвечает. Установите пакет usbmuxd, запустите "
     "службу и подключите iPhone кабелем",
-    "The service usbmuxd, through which an iPhone is seen, does not answer. Install the package "
+    "The usbmuxd service, which connects to the iPhone, does not respond. Install the package "
     "usbmuxd, start the service and connect the iPhone by cable"};
 inline constexpr Sentence<std::string> phoneLocked{"iPhone «{}» заблокирован. Разблокируйте его",
                                                    "The iPhone “{}” is locked. Unlock it"};
@@ -43,13 +42,12 @@ inline constexpr Sentence<std::string> phoneTrustDenied{
     "on the iPhone"};
 inline constexpr Sentence<std::string> phoneUnreachable{
     "iPhone «{}» не отвечает. Отключите кабель, подключите его снова и разблокируйте iPhone",
-    "The iPhone “{}” does not answer. Unplug the cable, plug it in again and unlock the iPhone"};
+    "The iPhone “{}” does not respond. Unplug the cable, plug it in again and unlock the iPhone"};
 
 inline constexpr Sentence<std::string> phoneSilent{
-    "iPhone «{}» на кабеле, но ответа от него нет. Отключите кабель и подключите его снова; если "
-    "это не поможет, перезагрузите iPhone",
-    "The iPhone “{}” is on the cable but gives no answer. Unplug the cable and plug it in again; "
-    "if "
+    "iPhone «{}» подключён, но не отвечает. Отключите кабель и подключите его снова; если это не "
+    "поможет, перезагрузите iPhone",
+    "The iPhone “{}” is connected but does not respond. Unplug the cable and plug it in again; if "
     "that does not help, restart the iPhone"};
 
 inline constexpr Sentence<std::string> phoneFolderRefused{
@@ -69,20 +67,18 @@ inline constexpr Sentence<> waitingStopped{
     "Waiting for the iPhone was stopped. Nothing was copied; run the command again when it is "
     "ready."};
 inline constexpr Sentence<std::string, std::string> otherPhones{
-    "Взят iPhone «{}». На кабеле есть и другие: {}; чтобы взять другой, укажите его: phone:НОМЕР.",
-    "The iPhone “{}” is taken. There are others on the cable: {}; to take another one, name it: "
-    "phone:SERIAL."};
+    "Выбран iPhone «{}». Подключены и другие: {}; чтобы выбрать другой, укажите его: phone:НОМЕР.",
+    "Using the iPhone “{}”. Others are connected: {}; to use another one, name it: phone:SERIAL."};
 
-// What of a phone is not in its catalogue: how many, and their beginning.
+// The entries of a phone that are not in its catalogue: the number and the first names.
 inline constexpr Sentence<std::string, std::string> phoneFoldersRefused{
     "iPhone не показывает папки ({}): {}; подключите его заново и повторите.",
     "The iPhone does not show folders ({}): {}; plug it in again and try again."};
 inline constexpr Sentence<std::string, std::string> phoneFilesRefused{
     "iPhone не отдаёт файлы ({}): {}; в каталоге они без даты съёмки и места. Подключите его "
-    "заново "
-    "и повторите.",
-    "The iPhone does not hand over files ({}): {}; the catalogue lacks their capture date and "
-    "place. Plug it in again and try again."};
+    "заново и повторите.",
+    "The iPhone does not provide files ({}): {}; the catalogue has no capture date and place for "
+    "them. Plug it in again and try again."};
 
 // The list of phones.
 inline constexpr Sentence<> stateReady{"готов", "ready"};
@@ -94,10 +90,10 @@ inline constexpr Sentence<> stateTrustDenied{
     "не доверяет этому компьютеру: подключите его заново и нажмите «Доверять»",
     "does not trust this computer: plug it in again and tap Trust"};
 inline constexpr Sentence<> stateUnreachable{"не отвечает: подключите его заново",
-                                             "does not answer: plug it in again"};
-inline constexpr Sentence<> noPhonesListed{"На кабеле нет ни одного айфона.",
-                                           "There is no iPhone on the cable."};
-inline constexpr Sentence<> stateSilent{"на вопросы ответа нет: подключите его заново",
-                                        "gives no answer: plug it in again"};
+                                             "does not respond: plug it in again"};
+inline constexpr Sentence<> noPhonesListed{"Не подключён ни один iPhone.",
+                                           "No iPhone is connected."};
+inline constexpr Sentence<> stateSilent{"подключён, но не отвечает: подключите его заново",
+                                        "connected but does not respond: plug it in again"};
 
-}  // namespace tavrix::cli::sentences
+}  // namespace tavrix::sentences

@@ -4,7 +4,8 @@
 
 #include "foundation/Sentence.h"
 
-/// What the application writes into the record of a run, in both languages side by side.
+/// The sentences that the application writes into the record of a run, in both languages side by
+/// side.
 namespace tavrix::sentences {
 
 inline constexpr Sentence<> ownTemplate{"Свой шаблон", "Own template"};
@@ -21,35 +22,37 @@ inline constexpr Sentence<> notePackingUnderWay{
 inline constexpr Sentence<> noteCancelled{"Перенос отменён.", "The transfer was cancelled."};
 inline constexpr Sentence<std::string> noteInterrupted{"Перенос остановлен: {}",
                                                        "The transfer was stopped: {}"};
-inline constexpr Sentence<> noteKeptOriginals{
-    "Перевести не удалось — на Mac лежит оригинал под своим именем.",
-    "The conversion failed — the Mac holds the original under its own name."};
+inline constexpr Sentence<> noteKeptOriginals = onPlatform(
+    Sentence<>{"Перевести не удалось — на Mac лежит оригинал под своим именем.",
+               "The conversion failed — the Mac holds the original under its own name."},
+    Sentence<>{"Перевести не удалось — на компьютере лежит оригинал под своим именем.",
+               "The conversion failed — this computer holds the original under its own name."});
 inline constexpr Sentence<std::string> noteMarkerNotSaved{
     "Папка назначения не запомнила, что в неё перенесено: {}",
     "The destination folder could not note what was transferred: {}"};
-/// A folder's name, and why.
+/// The name of the folder and the reason.
 inline constexpr Sentence<std::string, std::string> noteGroupUnpacked{
     "Группа «{}» осталась обычной папкой: {}", "The group “{}” stayed an ordinary folder: {}"};
 inline constexpr Sentence<std::string> noteWholeUnpacked{
     "Общий архив не получился, группы остались обычными папками: {}",
     "The combined archive did not work out, the groups stayed ordinary folders: {}"};
-/// How many files.
+/// The number of files.
 inline constexpr Sentence<std::string> noteRescued{
     "От прерванной упаковки остались файлы, которых на этом телефоне нет: {}; они лежат в обычных "
     "папках.",
     "An interrupted packing had left files that this phone does not hold: {}; they lie in ordinary "
     "folders."};
-/// How many files.
+/// The number of files.
 inline constexpr Sentence<std::string> noteStagingCleared{
     "От прерванной упаковки оставались временные копии ({}); они убраны.",
     "An interrupted packing had left temporary copies ({}); they are removed."};
-/// How much more is needed, and how much is free.
+/// The size that is still needed and the free space.
 inline constexpr Sentence<std::string, std::string> diskFull{
     "На диске нет места: нужно ещё {} (свободно {}). Освободите место — продолжу сам.",
     "There is no space on the disk: {} more is needed ({} free). Free some space — I will carry on "
     "by myself."};
 
-// Why files were not packed.
+// The reasons why files were not packed.
 inline constexpr Sentence<std::string> zipUnsafeName{"имя «{}» не годится для архива",
                                                      "the name “{}” cannot stand in an archive"};
 inline constexpr Sentence<std::string> zipDuplicateName{"два файла называются «{}»",
@@ -61,17 +64,17 @@ inline constexpr Sentence<> zipNotReadBack{"готовый архив не пр�
 inline constexpr Sentence<> notForArchives{"такие файлы в архив не входят",
                                            "such files do not go into archives"};
 
-/// How many files, and names of some.
+/// The number of files and the names of some of them.
 inline constexpr Sentence<std::string, std::string> noteUnknownKind{
     "Не перенесено, потому что вид файла программе не знаком: {} ({}).",
     "Not transferred, because the program does not know the kind of file: {} ({})."};
-/// How many folders.
+/// The number of folders.
 inline constexpr Sentence<std::string> noteUnreadFolders{
     "В источнике прочитано не целиком: {}; непрочитанное не перенесено.",
     "Not read in full in the source: {}; what was not read was not transferred."};
 
 inline constexpr CountedNoun times{"раз", "раза", "раз", "time", "times"};
-/// How many times.
+/// The number of interruptions.
 inline constexpr Sentence<std::string> notePhoneWaits{
     "Во время переноса связь с iPhone пропадала {}; перенос её ждал.",
     "During the transfer the iPhone was out of reach {}; the transfer waited for it."};

@@ -4,42 +4,45 @@
 
 #include "foundation/Sentence.h"
 
-/// What the command line tells of folders that stand for a phone and of the metadata cache.
-namespace tavrix::cli::sentences {
+/// The sentences about folders that stand for a phone and about the metadata cache, in both
+/// languages side by side.
+namespace tavrix::sentences {
 
-// What of a folder is not in its catalogue: how many, and their beginning.
+// The entries of a folder that are not in its catalogue: the number and the first names.
 inline constexpr Sentence<std::string, std::string> leftOutHidden{
-    "Скрытые файлы и папки не вошли ({}): {}.", "Hidden files and folders are left out ({}): {}."};
+    "Пропущены скрытые файлы и папки ({}): {}.", "Skipped hidden files and folders ({}): {}."};
 inline constexpr Sentence<std::string, std::string> leftOutPlaceholder{
-    "Не вошли файлы, которые есть только в облаке ({}): {}; скачайте их и повторите.",
-    "Files that are only in a cloud are left out ({}): {}; download them and try again."};
+    "Пропущены файлы, которые есть только в облаке ({}): {}; скачайте их и повторите.",
+    "Skipped files that are only in a cloud ({}): {}; download them and try again."};
 inline constexpr Sentence<std::string, std::string> leftOutLink{
-    "Не вошли ссылки ({}): {}; если нужно, положите на их место сами файлы.",
-    "Links are left out ({}): {}; if they are wanted, put the files themselves in their place."};
+    "Пропущены ссылки ({}): {}; если нужно, положите на их место сами файлы.",
+    "Skipped links ({}): {}; if you need them, replace the links with the files themselves."};
 inline constexpr Sentence<std::string, std::string> leftOutSpecial{
-    "Не вошло то, что не хранит данных: каналы, сокеты, устройства ({}): {}.",
-    "What holds no data is left out, such as pipes, sockets and devices ({}): {}."};
+    "Пропущены каналы, сокеты и устройства, в которых нет данных ({}): {}.",
+    "Skipped pipes, sockets and devices, which hold no data ({}): {}."};
 inline constexpr Sentence<std::string, std::string> leftOutUnreadableFolder{
-    "Не открываются папки ({}): {}; проверьте права на них и диск.",
-    "Folders cannot be opened ({}): {}; check their permissions and the disk."};
+    "Не удалось открыть папки ({}): {}; проверьте права доступа и диск.",
+    "Cannot open folders ({}): {}; check their permissions and the disk."};
 inline constexpr Sentence<std::string, std::string> leftOutUnreadableFile{
-    "Не вошли файлы, о которых система ничего не сообщает ({}): {}; проверьте права и диск.",
-    "Files of which the system tells nothing are left out ({}): {}; check permissions and the "
+    "Пропущены файлы, о которых система ничего не сообщает ({}): {}; проверьте права доступа и "
+    "диск.",
+    "Skipped files about which the system reports nothing ({}): {}; check the permissions and the "
     "disk."};
 inline constexpr Sentence<std::string, std::string> leftOutTooDeep{
-    "Не вошли слишком глубоко вложенные папки ({}): {}; перенесите их выше.",
-    "Folders nested too deep are left out ({}): {}; move them further up."};
+    "Пропущены слишком глубоко вложенные папки ({}): {}; перенесите их выше.",
+    "Skipped folders that are nested too deep ({}): {}; move them further up."};
 inline constexpr Sentence<std::string, std::string> leftOutVanished{
     "Файлы исчезли, пока шло чтение ({}): {}; повторите, если они должны там быть.",
-    "Files vanished while they were being read ({}): {}; try again if they should be there."};
+    "Files disappeared while they were being read ({}): {}; try again if they should be there."};
 inline constexpr Sentence<std::string, std::string> unreadableFiles{
-    "Файлы не читаются ({}): {}; в каталоге они без даты съёмки и места. Проверьте права и диск.",
-    "Files cannot be read ({}): {}; the catalogue lacks their capture date and place. Check "
+    "Не удалось прочитать файлы ({}): {}; в каталоге они без даты съёмки и места. Проверьте права "
+    "доступа и диск.",
+    "Cannot read files ({}): {}; the catalogue has no capture date and place for them. Check the "
     "permissions and the disk."};
-/// The folder, and the one that is the source.
+/// The skipped folder, and the folder that is the source.
 inline constexpr Sentence<std::string_view, std::string_view> otherMediaFolder{
-    "Папка «{}» не вошла, потому что источник — «{}»; для неё нужен отдельный вызов.",
-    "The folder “{}” is left out, for the source is “{}”; it takes a call of its own."};
+    "Папка «{}» пропущена, потому что источник — «{}»; для неё нужен отдельный вызов.",
+    "The folder “{}” was skipped, because the source is “{}”; it needs a separate call."};
 inline constexpr Sentence<> andOthers{"и другие", "and others"};
 
 // Reading.
@@ -48,52 +51,49 @@ inline constexpr Sentence<> readingStopped{
     "Reading was stopped. What was read is in the cache and will not have to be read again."};
 inline constexpr Sentence<> readingStoppedUnkept{
     "Чтение остановлено, а сохранить прочитанное не удалось; укажите папку состояния: --state DIR.",
-    "Reading was stopped, and what was read could not be kept; name a state folder: --state DIR."};
+    "Reading was stopped, and what was read could not be saved; name a state folder: --state DIR."};
 inline constexpr Sentence<std::string, std::string> readingCounts{"Чтение: {} / {}",
                                                                   "Reading: {} / {}"};
 inline constexpr Sentence<std::string> readingSpeed{"{}/с", "{}/s"};
 inline constexpr Sentence<std::string> readingHits{"из кэша: {}", "from the cache: {}"};
 inline constexpr Sentence<std::string_view> catalogueInSource{
-    "Папка «{}» лежит в самом источнике; выберите для каталога другую.",
-    "The folder “{}” lies in the source itself; choose another one for the catalogue."};
+    "Папка «{}» находится внутри источника; выберите для каталога другую.",
+    "The folder “{}” is inside the source; choose another one for the catalogue."};
 inline constexpr Sentence<std::string_view> stateInSource{
-    "Папка состояния «{}» лежит в самом источнике; укажите другую: --state DIR.",
-    "The state folder “{}” lies in the source itself; name another one: --state DIR."};
-/// Of the folders that could not be read, or not wholly: how many.
+    "Папка состояния «{}» находится внутри источника; укажите другую: --state DIR.",
+    "The state folder “{}” is inside the source; name another one: --state DIR."};
+/// The number of folders that were not read, or only in part.
 inline constexpr Sentence<std::string> runWithUnreadFolders{
-    "В источнике прочитано не целиком: {}. Непрочитанное не перенесено; проверьте источник и "
+    "В источнике прочитано не полностью: {}. Непрочитанное не перенесено; проверьте источник и "
     "повторите.",
     "Not read in full in the source: {}. What was not read was not transferred; check the source "
     "and run it again."};
 
-// A card that the destination seems to know. How many files agree, of how many.
+// A card that was probably transferred before: its name, the number of matching files, of all.
 inline constexpr Sentence<std::string_view, std::string, std::string> cardKnownByName{
     "Похоже, эта карта уже переносилась сюда под именем «{0}»: совпадают {1} из {2}. Если это она, "
-    "назовите её так же: --device-name '{0}'; иначе они копируются ещё раз.",
-    "This card seems to have been transferred here before as “{0}”: {1} of {2} agree. If it is "
-    "that "
-    "card, name it the same: --device-name '{0}'; otherwise they are copied again."};
+    "назовите её так же: --device-name '{0}'; иначе файлы скопируются ещё раз.",
+    "This card seems to have been transferred here before as “{0}”: {1} of {2} match. If it is the "
+    "same card, give it the same name: --device-name '{0}'; otherwise the files are copied again."};
 inline constexpr Sentence<std::string, std::string> cardKnownElsewhere{
-    "Похоже, эта карта уже переносилась сюда, но с другого пути или под другим именем: "
-    "совпадают {} из {}. Карта узнаётся по пути или имени, поэтому они копируются ещё раз; если "
-    "это "
-    "лишнее, подключите и назовите её как раньше.",
+    "Похоже, эта карта уже переносилась сюда, но с другого пути или под другим именем: совпадают "
+    "{} из {}. Карта узнаётся по пути или имени, поэтому файлы скопируются ещё раз; чтобы этого не "
+    "было, подключите и назовите её как раньше.",
     "This card seems to have been transferred here before, from another path or under another "
-    "name: {} of {} agree. A card is known by its path or name, so they are copied again; if that "
-    "is "
-    "not wanted, mount and name it as before."};
+    "name: {} of {} match. A card is recognised by its path or name, so the files are copied "
+    "again; to avoid that, mount and name it as before."};
 
 // The cache.
 inline constexpr Sentence<> noStateFolder{
     "Неизвестно, где папка состояния программы; укажите её: --state DIR.",
-    "It is not known where the program's state folder is; name it: --state DIR."};
-inline constexpr Sentence<std::string, std::string> cacheHolds{"В кэше {}, папка «{}».",
-                                                               "The cache holds {}, folder “{}”."};
+    "Cannot find the program's state folder; name it: --state DIR."};
+inline constexpr Sentence<std::string, std::string> cacheHolds{
+    "В кэше {}, папка «{}».", "The cache holds {} in the folder “{}”."};
 inline constexpr Sentence<std::string> cacheReset{"Кэш сброшен, удалено: {}.",
-                                                  "The cache is reset, removed: {}."};
-inline constexpr Sentence<> cacheWasEmpty{"Кэш и так пуст.", "The cache is empty already."};
+                                                  "The cache was reset, removed: {}."};
+inline constexpr Sentence<> cacheWasEmpty{"Кэш и так пуст.", "The cache is already empty."};
 inline constexpr Sentence<std::string, std::string> cacheNotReset{
     "Не удалось удалить из кэша: {}, папка «{}»; проверьте права и повторите.",
     "Not removed from the cache: {}, folder “{}”; check the permissions and try again."};
 
-}  // namespace tavrix::cli::sentences
+}  // namespace tavrix::sentences

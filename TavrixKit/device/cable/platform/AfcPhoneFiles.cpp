@@ -1,4 +1,4 @@
-#include "device/platform/AfcPhoneFiles.h"
+#include "device/cable/platform/AfcPhoneFiles.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -7,13 +7,14 @@
 #include <cstring>
 #include <map>
 
-#include "device/PatientThread.h"
+#include "device/cable/PatientThread.h"
 #include "foundation/files/FileError.h"
 
 namespace tavrix {
 namespace {
 
-/// The system's code for what a phone answers; nothing when the answer is no phone's.
+/// Returns the system's error code for an error of the phone. Returns nullopt if the error does not
+/// come from the phone.
 std::optional<int> codeOf(afc_error_t error) {
   switch (error) {
     case AFC_E_OBJECT_NOT_FOUND:
@@ -39,8 +40,8 @@ std::optional<int> codeOf(afc_error_t error) {
   }
 }
 
-/// Whether the phone still answers. When it leaves in the middle of an answer, the library may make
-/// anything of what is there: a success, an error of the phone's, nothing.
+/// Returns true if the phone still answers. If it leaves in the middle of an answer, the library
+/// may report anything: a success, an error of the phone, nothing.
 bool isThere(afc_client_t client) {
   char** raw = nullptr;
   const afc_error_t error = afc_get_device_info(client, &raw);
@@ -72,8 +73,8 @@ Instant instantOf(std::int64_t nanoseconds) {
       std::chrono::sys_time<std::chrono::nanoseconds>{std::chrono::nanoseconds{nanoseconds}});
 }
 
-/// The way to one phone: the library waits as long as it likes, on a thread of its own, while we
-/// wait only so long.
+/// The connection to one phone. The library may wait without a limit on a thread of its own, while
+/// the caller waits for a limited time.
 class Line {
  public:
   Line(std::shared_ptr<afc_client_private> client, std::chrono::milliseconds patience,
@@ -85,7 +86,7 @@ class Line {
   Line(const Line&) = delete;
   Line& operator=(const Line&) = delete;
 
-  /// Makes calls of the library with the connection. What `work` uses must belong to it.
+  /// Makes calls of the library with the connection. `work` must own everything that it uses.
   template <typename Work>
   auto call(Work work) {
     auto answer = thread_.ask(
@@ -107,12 +108,13 @@ class Line {
   std::stop_token stop_;
 };
 
-/// For calls without a result.
+/// The result of calls that return nothing.
 struct Done {};
 
 constexpr std::size_t largestRead = 1024 * 1024;
 
-/// Reads up to a number of bytes, in pieces; `place` is where the phone reads from now.
+/// Reads up to `wanted` bytes from `offset` on, in pieces. `place` is the current position of the
+/// phone in the file.
 struct Piece {
   std::shared_ptr<std::vector<char>> bytes;
   std::uint64_t handle = 0;
@@ -122,7 +124,7 @@ struct Piece {
   std::uint64_t offset = 0;
   std::size_t wanted = 0;
 
-  /// Gives how many bytes there were.
+  /// Returns the number of bytes that were read.
   std::size_t read(afc_client_t client) const {
     if (offset != place) {
       check(client, afc_file_seek(client, handle, static_cast<std::int64_t>(offset), SEEK_SET),
@@ -139,7 +141,7 @@ struct Piece {
             FileOperation::read, path);
       if (count == 0 || count > size) break;
       done += count;
-      // Asking again at the end of the file would cost a call for nothing.
+      // Another call at the end of the file would be wasted.
       if (offset + done >= fileSize) break;
     }
     return done;
@@ -147,7 +149,7 @@ struct Piece {
 };
 
 class AfcFile : public PhoneFile {
-  /// With the phone, its file is closed.
+  /// Makes a call. If the phone is gone, its file is closed.
   template <typename Work>
   auto ask(Work work) {
     try {
@@ -173,7 +175,7 @@ class AfcFile : public PhoneFile {
         return Done{};
       });
     } catch (const PhoneError&) {
-      // With the phone, the file is closed.
+      // If the phone is gone, the file is closed.
       isOpen_ = false;
     }
   }
@@ -213,7 +215,7 @@ class AfcFile : public PhoneFile {
   }
 
  private:
-  /// Pictures have what is looked for in their first tens of kilobytes.
+  /// Pictures have their metadata in the first tens of kilobytes.
   static constexpr std::uint64_t aheadBytes = 64 * 1024;
 
   std::size_t readDirectly(std::uint64_t offset, std::span<char> buffer) {
@@ -242,7 +244,7 @@ FileStatus::Type typeOf(const std::string& text) {
   return text == "S_IFLNK" ? FileStatus::Type::link : FileStatus::Type::other;
 }
 
-/// Names and values in turn.
+/// Returns the fields of a file by name. The library gives names and values in turn.
 std::map<std::string, std::string> infoOf(afc_client_t client, const std::string& path) {
   char** raw = nullptr;
   const afc_error_t error = afc_get_file_info(client, path.c_str(), &raw);

@@ -10,8 +10,9 @@
 
 namespace tavrix {
 
-/// While it lives, a write to a phone that has left fails instead of ending the program: the
-/// library writes to encrypted connections without asking for that.
+/// Blocks SIGPIPE on this thread while it exists, so that a write to a phone that has left fails
+/// instead of ending the program. The library does not prevent the signal itself when it writes to
+/// encrypted connections.
 class BrokenPipeGuard {
  public:
   BrokenPipeGuard() {
@@ -39,8 +40,8 @@ class BrokenPipeGuard {
   bool wasPending_ = false;
 };
 
-/// The library's objects, each freed in its way, which may tell the phone. It gives null where it
-/// has nothing.
+/// Frees an object of the library with `release`, which may write to the phone. The library returns
+/// null if it has no object.
 template <typename Object, auto release>
 struct ReleaseHandle {
   void operator()(Object* object) const {

@@ -2,10 +2,10 @@
 #include <map>
 #include <mutex>
 
-#include "device/PatientThread.h"
-#include "device/Phones.h"
-#include "device/platform/AfcPhoneFiles.h"
-#include "device/platform/PhoneLibrary.h"
+#include "device/cable/PatientThread.h"
+#include "device/cable/Phones.h"
+#include "device/cable/platform/AfcPhoneFiles.h"
+#include "device/cable/platform/PhoneLibrary.h"
 #include "foundation/Text.h"
 
 namespace tavrix {
@@ -42,7 +42,7 @@ PhoneError::Kind errorOf(PhoneState state) {
   }
 }
 
-/// One conversation with a phone about itself.
+/// A conversation with a phone about its state and properties.
 class Conversation {
  public:
   explicit Conversation(const std::string& deviceID) {
@@ -88,7 +88,7 @@ class Conversation {
     }
   }
 
-  /// The phone has forgotten this computer.
+  /// Asks a phone that has forgotten this computer to trust it.
   void askForTrust() {
     beginWithoutSession();
     if (client_ == nullptr) return;
@@ -173,8 +173,8 @@ class UsbPhoneBrowser : public PhoneBrowser {
   }
 
  private:
-  /// Nothing when no answer came. While an earlier question of the same kind stands unanswered, no
-  /// other is asked: a phone that is silent for long costs one thread.
+  /// Returns nullopt if no answer came. While an earlier question of the same kind is unanswered,
+  /// no other is asked, so that a phone that stays silent costs one thread.
   template <typename Work>
   auto ask(const std::string& question, const std::stop_token& stop, Work work)
       -> std::optional<decltype(work())> {

@@ -4,9 +4,9 @@
 #include <chrono>
 #include <thread>
 
-#include "device/CameraMediaSource.h"
-#include "device/PhoneCatalogue.h"
-#include "device/tests/support/SimulatedCable.h"
+#include "device/cable/CameraMediaSource.h"
+#include "device/cable/PhoneCatalogue.h"
+#include "device/cable/tests/support/SimulatedCable.h"
 #include "foundation/files/FileError.h"
 #include "media/SnapshotItem.h"
 
@@ -19,7 +19,7 @@ using Trust = SimulatedPhone::Trust;
 
 constexpr std::size_t mebibyte = 1024 * 1024;
 
-/// Bytes that differ from place to place.
+/// Returns pseudo-random bytes, which differ from position to position.
 std::string bytesOf(std::size_t count) {
   std::string bytes(count, '\0');
   std::uint32_t state = 1;
@@ -30,7 +30,7 @@ std::string bytesOf(std::size_t count) {
   return bytes;
 }
 
-/// Takes what comes, up to a number of bytes at which it wants no more.
+/// Keeps the bytes that arrive, and refuses more after a given number of bytes.
 struct Received : DownloadDestination {
   struct Enough {};
 
@@ -247,7 +247,7 @@ TEST_P(CameraSourceTest, stopWhileThePhoneHangs_endsEveryCallAtOnce) {
         file->read(0, buffer);
       }};
   for (std::size_t i = 0; i < calls.size(); ++i) {
-    // With a browser of its own: no question of the call before stands open.
+    // Each call has a browser of its own, so that no question of the previous call is unanswered.
     cable.setPatience(std::chrono::hours{1});
     plugIn([](SimulatedPhone& phone) { phone.hangs = true; });
     std::stop_source stop;

@@ -1,4 +1,4 @@
-#include "device/DeviceWatch.h"
+#include "device/cable/DeviceWatch.h"
 
 #include <gmock/gmock.h>
 
@@ -14,7 +14,7 @@ PhoneOnCable phone(const std::string& id, PhoneState state = PhoneState::ready) 
   return {id, state, "Phone " + id, "S" + id, "iPhone14,5"};
 }
 
-/// Takes events one after another and keeps what came of them.
+/// Applies events one after another and keeps the results.
 struct DeviceWatchTest : testing::Test {
   void take(Watch::Event event) {
     auto next = Watch::after(std::move(watch), std::move(event), wanted, 7);

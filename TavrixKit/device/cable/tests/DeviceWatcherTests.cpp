@@ -1,4 +1,4 @@
-#include "device/DeviceWatcher.h"
+#include "device/cable/DeviceWatcher.h"
 
 #include <gmock/gmock.h>
 
@@ -6,8 +6,8 @@
 #include <map>
 #include <set>
 
-#include "device/tests/support/SampleFiles.h"
-#include "device/tests/support/SimulatedCable.h"
+#include "device/cable/tests/support/SimulatedCable.h"
+#include "device/metadata/tests/support/SampleFiles.h"
 #include "foundation/files/FileError.h"
 #include "foundation/tests/support/ManualMainLoop.h"
 
@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 using State = DeviceState;
 using testing::ElementsAre;
 
-/// A bus with a phone or without.
+/// A bus with or without a phone.
 struct FakeBus : USBPhonePresence {
   void start(std::function<void()> onChange) override { changed = std::move(onChange); }
   bool isPhoneOnBus() const override { return hasPhone; }
@@ -41,7 +41,7 @@ struct FakeCounts : CatalogCounts {
   mutable std::set<std::string> asked;
 };
 
-/// A watcher over the simulated cable, and all that it told, state by name.
+/// A watcher of the simulated cable, and everything that it reported, states by name.
 struct DeviceWatcherTest : testing::Test {
   DeviceWatcherTest() {
     for (int i = 0; i < 6; ++i) addPicture("100APPLE/" + std::to_string(i) + ".JPG");
@@ -71,7 +71,7 @@ struct DeviceWatcherTest : testing::Test {
     if (told.empty() || told.back() != name) told.push_back(name);
     if (duringState) duringState(each);
   }
-  /// Runs the loop, with a look at the cable whenever nothing else is due.
+  /// Runs the loop until `isDone()` returns true, and scans the cable whenever nothing else is due.
   template <typename Condition>
   [[nodiscard]] bool runUntil(Condition isDone) {
     for (int i = 0; i < 600; ++i) {
@@ -120,7 +120,7 @@ TEST_F(DeviceWatcherTest, phone_isReadAsItsCatalogueAndCounted) {
   EXPECT_EQ(counts.counts, (std::map<std::string, std::uint64_t>{
                                {"lastCatalogCount", 6}, {"lastCatalogCount-SIMULATED1", 6}}));
   EXPECT_THAT(counts.asked, ElementsAre("lastCatalogCount-SIMULATED1"));
-  // Plugged in again, nothing is read twice.
+  // When the phone is plugged in again, nothing is read twice.
   cable.plugInAll({});
   ASSERT_TRUE(reach<State::Waiting>());
   cable.plugIn();
@@ -196,7 +196,7 @@ TEST_F(DeviceWatcherTest, readingThatIsStopped_endsSoonAndGoesOnFromTheCache) {
   ASSERT_TRUE(reach<State::Stopped>());
   EXPECT_EQ(watcher->state().as<State::Stopped>()->reason, State::Stopped::Reason::asked);
   EXPECT_GE(watcher->state().as<State::Stopped>()->status.read, 2U);
-  // The reading ends meanwhile, and the cable is looked at; nothing of that is told.
+  // The reading ends meanwhile, and the cable is scanned; neither is reported.
   for (int i = 0; i < 20; ++i) {
     std::this_thread::sleep_for(5ms);
     loop.advance(500ms);

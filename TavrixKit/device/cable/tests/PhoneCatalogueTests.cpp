@@ -1,9 +1,9 @@
-#include "device/PhoneCatalogue.h"
+#include "device/cable/PhoneCatalogue.h"
 
 #include <gmock/gmock.h>
 
-#include "device/tests/support/SampleFiles.h"
-#include "device/tests/support/SimulatedCable.h"
+#include "device/cable/tests/support/SimulatedCable.h"
+#include "device/metadata/tests/support/SampleFiles.h"
 
 namespace tavrix {
 namespace {
@@ -24,7 +24,7 @@ struct PhoneCatalogueTest : testing::Test {
   TemporaryFolder state;
 };
 
-/// What a folder on the disk tells of the same files.
+/// Returns the catalogue of the same files read as a folder on the disk.
 FolderCatalogue onDisk(const SimulatedCable& cable) {
   return FolderCatalogue::read(
       cable.root() + "/DCIM",
@@ -48,20 +48,20 @@ TEST_F(PhoneCatalogueTest, phone_tellsTheSameAsItsFilesInAFolder) {
 
 TEST_F(PhoneCatalogueTest, reading_costsFourCallsAFileAndTheSecondTimeOne) {
   for (const auto& sample : testbytes::sampleFiles()) {
-    // What lies further in costs a seek and a second range.
+    // Data further inside a file costs a seek and a second range.
     if (sample.bytes.size() > 64 * 1024) continue;
     cable.write("100APPLE/" + sample.name, sample.bytes);
   }
   auto& simulator = cable.plugIn();
   const FolderCatalogue first = read();
-  // The status, opening, one range, closing.
+  // The calls for a file are status, open, one range, close.
   ASSERT_GT(first.items.size(), 10U);
   EXPECT_LE(simulator.fileCalls(), 4 * first.items.size() + 8);
   const auto before = simulator.fileCalls();
   const FolderCatalogue second = read();
   EXPECT_EQ(second.items, first.items);
   EXPECT_EQ(second.progress.hits, second.items.size());
-  // One call a file, and a few for the listings of DCIM and its folder.
+  // One call per file, and a few for the listings of DCIM and its folder.
   EXPECT_LE(simulator.fileCalls() - before, second.items.size() + 8);
 }
 

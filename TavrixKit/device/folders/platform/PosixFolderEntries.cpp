@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "device/SourceFolder.h"
+#include "device/folders/SourceFolder.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/platform/FileDescriptor.h"
 #include "foundation/files/platform/PosixStatus.h"
@@ -13,23 +13,22 @@
 namespace tavrix {
 namespace {
 
-/// What a listing alone tells of an entry.
+/// Returns the type of an entry as far as the listing alone shows it.
 FileStatus::Type typeOf(const struct dirent& entry) {
-  using Type = FileStatus::Type;
   switch (entry.d_type) {
     case DT_REG:
     case DT_UNKNOWN:
-      return Type::file;
+      return FileStatus::Type::file;
     case DT_DIR:
-      return Type::folder;
+      return FileStatus::Type::folder;
     case DT_LNK:
-      return Type::link;
+      return FileStatus::Type::link;
     default:
-      return Type::other;
+      return FileStatus::Type::other;
   }
 }
 
-/// Nothing for what is gone since the listing: it was not there.
+/// Returns nullopt for an entry that is gone since the listing: it is treated as absent.
 std::optional<FolderEntry> entryOf(int folder, const struct dirent& entry) {
   struct stat raw{};
   if (::fstatat(folder, entry.d_name, &raw, AT_SYMLINK_NOFOLLOW) == 0) {
@@ -39,7 +38,7 @@ std::optional<FolderEntry> entryOf(int folder, const struct dirent& entry) {
   return FolderEntry{entry.d_name, {typeOf(entry), 0, {}}, errno};
 }
 
-/// Whether the folder tells the names of what is in it and nothing more.
+/// Returns true if the folder gives the names of its entries and nothing more.
 bool keepsEntriesClosed(const std::vector<FolderEntry>& entries) {
   return !entries.empty() &&
          std::all_of(entries.begin(), entries.end(),
@@ -67,7 +66,7 @@ std::vector<FolderEntry> folderEntries(const std::string& path, bool followsLink
     }
     errno = 0;
   }
-  // Half a listing would make files that are there look missing.
+  // A partial listing would make existing files look missing.
   if (errno != 0) throw FileError{FileOperation::list, path, errno};
   if (keepsEntriesClosed(result)) throw FileError{FileOperation::list, path, EACCES};
   std::sort(result.begin(), result.end(),

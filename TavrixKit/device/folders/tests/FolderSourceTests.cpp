@@ -8,9 +8,9 @@
 #include <functional>
 #include <thread>
 
-#include "device/FolderCatalogue.h"
-#include "device/FolderMediaSource.h"
-#include "device/tests/support/SampleFiles.h"
+#include "device/folders/FolderCatalogue.h"
+#include "device/folders/FolderMediaSource.h"
+#include "device/metadata/tests/support/SampleFiles.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "media/Snapshot.h"
 
@@ -98,7 +98,7 @@ TEST_F(FolderSourceTest, catalogue_isInStableOrderWithAllThatFilesTell) {
   }
   EXPECT_THAT(catalogue.leftOut, ElementsAre());
   EXPECT_EQ(read().items, catalogue.items);
-  // Of pictures that tell no size nothing is remembered.
+  // The two pictures without a size are not remembered.
   EXPECT_EQ(read().progress.hits, ids.size() - 2);
 }
 
@@ -128,7 +128,7 @@ TEST_F(FolderSourceTest, treeOfManyFolders_isListedInOneOrder) {
 }
 
 TEST_F(FolderSourceTest, listingThatIsStopped_endsAtOnce) {
-  // A tree without an end.
+  // An endless tree.
   std::stop_source stop;
   int looks = 0;
   const auto entries = [&](const std::string&) {
@@ -223,7 +223,7 @@ TEST_F(FolderSourceTest, folderThatTellsNamesAlone_isUnreadable) {
     fs::permissions(folder / closed, namesAlone);
     std::exception_ptr failure;
     std::thread{[&] {
-      // Root may read everything; to the rest of this thread's life files are another user's.
+      // Root may read everything, so this thread accesses files as another user until it ends.
       if (::geteuid() == 0) ::setfsuid(65534);
       try {
         listing = SourceFolder::list(folder / "DCIM");
@@ -283,7 +283,7 @@ TEST_F(FolderSourceTest, fileThatBecomesALink_isKeptAsUnreadable) {
   EXPECT_EQ(catalogue.items.size(), 2U);
 }
 
-/// Keeps what arrives, and does something at every piece.
+/// Keeps the bytes that arrive and calls `atPiece` after each piece.
 class Receiver : public DownloadDestination {
  public:
   void append(std::span<const std::byte> bytes) override {
@@ -314,7 +314,7 @@ struct FolderMediaSourceTest : FolderSourceTest {
 };
 
 TEST_F(FolderMediaSourceTest, everyFileOfTheCatalogue_arrivesWithItsOwnBytes) {
-  // Two names that are no UTF-8 and one that is what they are shown as.
+  // Two names that are not UTF-8, and one that is equal to their displayed form.
   for (const char* const name : {"a.JPG", "b#2.JPG", "\xFF.JPG", "\x80.JPG", "\xEF\xBF\xBD.JPG"}) {
     folder.write(std::string{"DCIM/100APPLE/"} + name, std::string{"bytes of "} + name);
   }

@@ -3,7 +3,7 @@
 
 #include <cerrno>
 
-#include "device/RangedReader.h"
+#include "device/metadata/RangedReader.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/platform/FileDescriptor.h"
 
@@ -39,13 +39,13 @@ class PosixRangedReader : public RangedReader {
 }  // namespace
 
 std::unique_ptr<RangedReader> openForRangedReading(const std::string& path) {
-  // Without O_NONBLOCK a named pipe would keep us waiting for a writer.
+  // Without O_NONBLOCK, opening a named pipe would block until it has a writer.
   FileDescriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW)};
   if (!file.isOpen()) throw FileError{FileOperation::open, path, errno};
   struct stat status{};
   if (::fstat(file.number(), &status) != 0) throw FileError{FileOperation::status, path, errno};
   if (!S_ISREG(status.st_mode)) throw FileError{FileOperation::open, path, EINVAL};
-  // The system would fetch far more of the file than is wanted of it.
+  // By default the system reads ahead far more of the file than is needed.
   ::posix_fadvise(file.number(), 0, 0, POSIX_FADV_RANDOM);
   return std::make_unique<PosixRangedReader>(std::move(file), path,
                                              static_cast<std::uint64_t>(status.st_size));

@@ -1,15 +1,15 @@
-#include "device/MetadataCache.h"
+#include "device/metadata/MetadataCache.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <atomic>
 
-#include "device/Checkpoint.h"
-#include "device/SerialQueue.h"
+#include "device/metadata/Checkpoint.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/Folder.h"
 #include "foundation/json/TextReader.h"
+#include "foundation/tasks/SerialQueue.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
 namespace tavrix {
@@ -67,7 +67,7 @@ TEST_F(MetadataCacheTest, key_isNameSizeAndDateInShortestForm) {
 TEST_F(MetadataCacheTest, whatWasSaved_isLoadedEqual) {
   std::vector<SnapshotItem> items;
   for (int i = 0; i < 1000; ++i) items.push_back(photo(fmt::format("IMG_{:04}.HEIC", i), 10, i));
-  // Same name and size, another date: another file.
+  // The same name and size with another date is another file.
   items.push_back(photo("IMG_0001.HEIC", 10, 1.5));
   items.back().exifDate = "2026:05:20 12:00:00";
   items.back().lat = 41.123456789012345;
@@ -168,7 +168,7 @@ TEST_F(MetadataCacheTest, recordsOfOneKey_areKnownByTheirFolders) {
     EXPECT_NE(MetadataCache::find(records, key, "4", false), nullptr);
     MetadataCache::save(records, "P", state);
     EXPECT_EQ(MetadataCache::countCachedRecords(state), 3U);
-    // Whoever knows one record of a key alone gets the last line's.
+    // A lookup by key alone returns the record of the last line.
     EXPECT_EQ(load().at(key).dir, "3");
     if (i > 0) {
       EXPECT_EQ(folder.read("state/metadata-P.jsonl"), bytes);
@@ -243,7 +243,7 @@ TEST_F(MetadataCacheTest, legacyRecord_isReadAsALineOfIt) {
 
 TEST_F(MetadataCacheTest, migrationThatFails_keepsTheLegacyFile) {
   writeLegacy(fmt::format(R"("a":{})", sidecarLine));
-  // A folder stands where the lines are to go.
+  // A folder occupies the name of the new file.
   folder.write("state/metadata-P.jsonl/x", "");
   EXPECT_THROW(MetadataCache::migrate("P", state), FileError);
   EXPECT_TRUE(MetadataCache::legacyExists("P", state));

@@ -1,4 +1,4 @@
-#include "device/MetadataPass.h"
+#include "device/metadata/MetadataPass.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -33,7 +33,7 @@ SnapshotItem item(const std::string& directory, const std::string& name, double 
   return item;
 }
 
-/// A phone of items, and a clock that each reading moves on.
+/// A phone with items, and a clock that advances by `step` with each file that is read.
 struct MetadataPassTest : testing::Test {
   MetadataPass::Result run(std::stop_token stop = {}) {
     MetadataPass pass{{.phoneKey = "P",
@@ -83,7 +83,7 @@ TEST_F(MetadataPassTest, secondPass_fetchesOnlyWhatIsNew) {
   EXPECT_THAT(fetched, ElementsAre());
   EXPECT_EQ(completed, first);
 
-  items.push_back(item("1", "a.HEIC", 1.5));  // another date, another file
+  items.push_back(item("1", "a.HEIC", 1.5));  // another date makes it another file
   items[2].size = 11;
   run();
   EXPECT_THAT(fetched, ElementsAre(2, 4));
@@ -101,7 +101,7 @@ TEST_F(MetadataPassTest, filesOfOneKey_neverTakeEachOthersMetadata) {
     }
     EXPECT_EQ(fetched.size(), reads);
   }
-  // A copy more is read, and the others stay known.
+  // One more copy is read; the others stay known.
   items.insert(items.begin(), item("0", "a.JPG", 1));
   run();
   EXPECT_THAT(fetched, testing::ElementsAre(0));
@@ -175,7 +175,7 @@ TEST_F(MetadataPassTest, longPass_savesEveryTwentySeconds) {
   step = std::chrono::seconds{1};
   std::vector<std::uint64_t> seen;
   atFetch = [&](std::size_t index) {
-    // A crash here must find what was read 20 seconds ago; the writing itself takes a moment.
+    // After a crash here, the cache must have what was read 20 seconds ago. Writing takes a moment.
     if (index % 20 != 10 || index < 20) return;
     const std::uint64_t least = index - 20;
     for (int wait = 0; wait < 500 && cached() < least; ++wait) {

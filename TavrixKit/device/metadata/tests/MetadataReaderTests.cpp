@@ -1,4 +1,4 @@
-#include "device/MetadataReader.h"
+#include "device/metadata/MetadataReader.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -8,10 +8,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "device/FileBytes.h"
-#include "device/Iso6709.h"
-#include "device/tests/support/MemoryReader.h"
-#include "device/tests/support/SampleFiles.h"
+#include "device/metadata/FileBytes.h"
+#include "device/metadata/Iso6709.h"
+#include "device/metadata/tests/support/CountingReader.h"
+#include "device/metadata/tests/support/SampleFiles.h"
 #include "foundation/files/FileError.h"
 #include "foundation/json/JsonValue.h"
 #include "foundation/tests/support/TemporaryFolder.h"
@@ -32,7 +32,7 @@ namespace {
 using testbytes::SampleFile;
 
 MediaMetadata read(std::string_view bytes) {
-  MemoryReader file{bytes};
+  CountingReader file{bytes};
   return MetadataReader::read(file);
 }
 
@@ -40,14 +40,14 @@ TEST(MetadataReader, everyKindOfFile_tellsAllInFewRanges) {
   auto samples = testbytes::sampleFiles();
   for (const SampleFile& sample : testbytes::unusualFiles()) samples.push_back(sample);
   for (const SampleFile& sample : samples) {
-    MemoryReader file{sample.bytes};
+    CountingReader file{sample.bytes};
     EXPECT_EQ(MetadataReader::read(file), sample.expected) << sample.name;
     EXPECT_LE(file.ranges(), 3U) << sample.name;
     EXPECT_LE(file.bytesRead(), 3 * FileBytes::rangeBytes) << sample.name;
   }
 }
 
-/// It prints 15 digits.
+/// Rounds the position, because exiftool prints 15 digits.
 MediaMetadata rounded(MediaMetadata metadata) {
   for (auto* const value : {&metadata.lat, &metadata.lon}) {
     if (*value) *value = std::round(**value * 1e10) / 1e10;
@@ -70,7 +70,7 @@ TEST(MetadataReader, zeroOfThePosition_hasNoSign) {
   EXPECT_FALSE(std::signbit(metadata.lon.value()));
 }
 
-/// What exiftool tells of every file of a folder, by its name.
+/// Returns the output of exiftool for every file of a folder, by file name.
 std::map<std::string, JsonValue> toldByExiftool(const std::string& folder) {
   const std::string command = "exiftool -json -n -q -q '" + folder + "'";
   std::FILE* const pipe = ::popen(command.c_str(), "r");
@@ -88,7 +88,7 @@ std::map<std::string, JsonValue> toldByExiftool(const std::string& folder) {
   return result;
 }
 
-/// The same fields out of what exiftool tells.
+/// Returns the metadata in the output of exiftool for one file.
 MediaMetadata metadataOf(const JsonValue& told, bool isFilm) {
   const auto text = [&](const char* name) -> std::optional<std::string> {
     const JsonValue* const value = told.member(name);
@@ -169,11 +169,11 @@ TEST(MetadataReader, jpegOfManySegments_tellsWhatItsBudgetReaches) {
                          Row{exif + segments(40, 65'000) + frame(4032, 3024), true, true},
                          Row{segments(40, 65'000) + exif + frame(4032, 3024), true, true},
                          Row{segments(160, 65'000) + exif + frame(4032, 3024), true, true},
-                         // More than a file may cost: what came before counts.
+                         // Over the limits for one file: only what comes before them is found.
                          Row{exif + segments(1100, 90) + frame(4032, 3024), true, false},
                          Row{segments(1100, 90) + exif + frame(4032, 3024), false, false}}) {
     const std::string bytes = jpeg(row.segments);
-    MemoryReader reader{bytes};
+    CountingReader reader{bytes};
     const MediaMetadata metadata = MetadataReader::read(reader);
     EXPECT_EQ(metadata.exifDate.has_value(), row.hasDate);
     EXPECT_EQ(metadata.px.has_value(), row.hasPixels);
@@ -183,7 +183,7 @@ TEST(MetadataReader, jpegOfManySegments_tellsWhatItsBudgetReaches) {
   }
 }
 
-/// Real files: TAVRIX_PHONE_FILES names a folder of them.
+/// Uses real files: TAVRIX_PHONE_FILES names their folder.
 TEST(MetadataReader, filesOfAPhone_areAsExiftoolReadsThem) {
   const char* const folder = std::getenv("TAVRIX_PHONE_FILES");
   if (folder == nullptr || !hasExiftool()) GTEST_SKIP() << "TAVRIX_PHONE_FILES is not set";
@@ -191,7 +191,7 @@ TEST(MetadataReader, filesOfAPhone_areAsExiftoolReadsThem) {
   for (const auto& entry : std::filesystem::directory_iterator{folder}) {
     std::ifstream stream{entry.path(), std::ios::binary};
     const std::string bytes{std::istreambuf_iterator<char>{stream}, {}};
-    MemoryReader file{bytes};
+    CountingReader file{bytes};
     MetadataReader::read(file);
     EXPECT_LE(file.ranges(), 4U) << entry.path();
     EXPECT_LE(file.bytesRead(), 4 * FileBytes::rangeBytes) << entry.path();
@@ -206,7 +206,7 @@ TEST(MetadataReader, offsetOfAFilm_isReadInEveryForm) {
   for (const auto& [ending, offset] : rows) {
     const std::string bytes = testbytes::film(
         {.width = 640, .height = 480, .creationDate = "2026-05-20T12:00:00" + ending});
-    MemoryReader file{bytes};
+    CountingReader file{bytes};
     const MediaMetadata metadata = MetadataReader::read(file);
     EXPECT_EQ(metadata.exifDate, "2026:05:20 12:00:00") << ending;
     EXPECT_EQ(metadata.exifOffset, offset) << ending;
@@ -218,11 +218,11 @@ TEST(MetadataReader, brokenExifSegment_doesNotHideAGoodOne) {
   const std::string broken = segment(0xE1, std::string{"Exif\0\0", 6} + "no directory at all");
   const std::string good = exifSegment(capture("2026:05:20 12:00:00", "+02:00"));
   const std::string bytes = jpeg(broken + good + frame(10, 20));
-  MemoryReader file{bytes};
+  CountingReader file{bytes};
   EXPECT_EQ(MetadataReader::read(file).exifDate, "2026:05:20 12:00:00");
 }
 
-/// What ends while it is read, lies about its sizes or leads in circles.
+/// Files that end early, have false sizes or refer in circles.
 TEST(MetadataReader, hostileFile_endsSoonWithWhatItHas) {
   using namespace testbytes;
   const std::string head = std::string{"II\x2A\0", 4};
@@ -257,7 +257,7 @@ TEST(MetadataReader, hostileFile_endsSoonWithWhatItHas) {
       {"chunks", png(1, 1, chunks)},
   };
   for (const auto& [what, bytes] : files) {
-    MemoryReader file{bytes};
+    CountingReader file{bytes};
     MetadataReader::read(file);
     EXPECT_LE(file.ranges(), FileBytes::maxRanges) << what;
     EXPECT_LE(file.bytesRead(), FileBytes::maxBytes) << what;
@@ -272,7 +272,7 @@ RC_GTEST_PROP(MetadataReader, damagedFile_costsNoMoreThanASound, ()) {
     bytes[*rc::gen::inRange<std::size_t>(0, places)] = *rc::gen::arbitrary<char>();
   }
   bytes.resize(*rc::gen::inRange<std::size_t>(0, bytes.size()));
-  MemoryReader file{bytes};
+  CountingReader file{bytes};
   const MediaMetadata metadata = MetadataReader::read(file);
   RC_ASSERT(file.bytesRead() <= FileBytes::maxBytes);
   RC_ASSERT(metadata.lat.has_value() == metadata.lon.has_value());

@@ -13,7 +13,7 @@ SimulatedPhone Bench::phone(std::size_t index) const {
 }
 
 PhoneKeys& Bench::keys() {
-  // Making them takes a while: one pair serves all simulators of a program.
+  // Generating keys takes a while, so all simulators of a program share one pair.
   static PhoneKeys keys;
   return keys;
 }

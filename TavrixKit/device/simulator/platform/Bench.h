@@ -19,12 +19,12 @@ namespace tavrix::simulator {
 
 inline constexpr const char* systemID = "00000000-0000-0000-0000-00000000B01D";
 
-/// The phones and what all connections share. Safe to use from several threads.
+/// The phones and the data that all connections share. Safe to use from several threads.
 class Bench {
  public:
   explicit Bench(std::vector<SimulatedPhone> phones) : phones_(std::move(phones)) {}
   ~Bench();
-  /// Nobody waits for a phone any more: it neither comes back nor speaks again.
+  /// Ends all waiting for phones: they neither come back nor answer again.
   void close();
 
   std::size_t count() const { return phones_.size(); }
@@ -32,24 +32,28 @@ class Bench {
   void change(std::size_t index, const std::function<void(SimulatedPhone&)>& change);
   static PhoneKeys& keys();
 
-  /// What computers have stored of each phone, by the phone's name on the bus.
+  /// Returns the record that computers have stored of the phone with an identifier on the bus, or
+  /// nullopt if there is none.
   std::optional<std::string> pairRecord(const std::string& deviceID);
+  /// Replaces the record of a phone; nullopt deletes it.
   void savePairRecord(const std::string& deviceID, std::optional<std::string> record);
 
-  /// A connection of a phone ends when the phone leaves; false when it has left.
+  /// Registers a connection of a phone, which ends when the phone leaves. Returns false if the
+  /// phone has already left.
   bool attach(std::size_t index, Stream& stream);
   void detach(std::size_t index, Stream& stream);
-  /// A stream that is told of phones that come and go; every message has its tag.
+  /// Registers a stream for messages about phones that come and go; every message has the tag
+  /// `tag`.
   void listen(Stream& stream, std::uint32_t tag);
   void endListening(Stream& stream);
 
-  /// To be called before `bytes` of a file are sent: how many of them get through. When it is not
-  /// all, the phone is to vanish.
+  /// Returns how many of `bytes` of a file get through; must be called before they are sent. If not
+  /// all do, the phone must vanish.
   std::uint64_t allowance(std::size_t index, std::uint64_t bytes);
-  /// To be called before an answer is sent: waits as long as the phone hangs; false when it has
-  /// left meanwhile. `bytes` of a file are about to be sent.
+  /// Waits as long as the phone hangs; must be called before an answer is sent. `bytes` is the
+  /// number of bytes of a file in the answer. Returns false if the phone has left meanwhile.
   bool awaitSpeech(std::size_t index, std::uint64_t bytes = 0);
-  /// Takes the phone from the cable, and puts it back when it is to return.
+  /// Unplugs the phone, and plugs it in again later if `returnsAfter` is set.
   void vanish(std::size_t index);
 
   std::atomic<std::uint64_t> fileCalls{0};
@@ -70,15 +74,16 @@ class Bench {
   std::vector<std::thread> returns_;
 };
 
-/// A message of the daemon that hands phones over.
+/// Writes a message of the daemon that provides phones. Returns false if that fails.
 bool writeMuxMessage(Stream& stream, std::uint32_t tag, const PropertyList& message);
 PropertyList attachedMessage(std::size_t index, const SimulatedPhone& phone);
 
-/// Serve one connection until it ends.
+/// Serves one connection to the lockdown service of a phone until it ends.
 void serveLockdown(Bench& bench, std::size_t phone, Stream& stream);
+/// Serves one connection to the file service of a phone until it ends.
 void serveFiles(Bench& bench, std::size_t phone, Stream& stream);
 
-/// Where a phone's services listen.
+/// The ports of a phone's services.
 inline constexpr std::uint16_t lockdownPort = 62078;
 inline constexpr std::uint16_t filesPort = 49152;
 

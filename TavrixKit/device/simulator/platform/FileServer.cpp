@@ -13,11 +13,11 @@
 namespace tavrix::simulator {
 namespace {
 
-/// A packet's head; its numbers are of eight bytes, the lowest first.
+/// The header of a packet; its numbers have eight bytes, least significant byte first.
 struct Head {
   std::array<char, 8> magic{'C', 'F', 'A', '6', 'L', 'P', 'A', 'A'};
-  std::uint64_t entireLength = 0;  ///< with what follows the parameters
-  std::uint64_t thisLength = 0;    ///< head and parameters
+  std::uint64_t entireLength = 0;  ///< including the data after the parameters
+  std::uint64_t thisLength = 0;    ///< header and parameters
   std::uint64_t number = 0;
   std::uint64_t operation = 0;
 };
@@ -69,7 +69,7 @@ class Files {
       if (latency.count() > 0) std::this_thread::sleep_for(latency);
       if (!bench_.awaitSpeech(index_)) return;
       number_ = request.number;
-      // Counted before it is answered: who has the answer finds it counted.
+      // Counted before it is answered, so that a client that has the answer finds it counted.
       ++bench_.fileCalls;
       if (!answer(request.operation, parameters)) return;
     }
@@ -133,10 +133,10 @@ class Files {
     return result;
   }
 
-  /// The path on the disk; nothing for one that would lead out of the phone.
+  /// Returns the path on the disk, or nullopt if it would lead out of the phone.
   std::optional<std::string> pathIn(const std::string& parameters, std::size_t begin) const {
     const std::string path{
-        parameters.substr(std::min(begin, parameters.size())).c_str()};  // up to the zero
+        parameters.substr(std::min(begin, parameters.size())).c_str()};  // up to the NUL
     const std::filesystem::path parts{path};
     const bool leadsOut =
         std::any_of(parts.begin(), parts.end(), [](const auto& part) { return part == ".."; });

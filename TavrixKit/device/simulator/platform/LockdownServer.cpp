@@ -5,7 +5,7 @@ namespace {
 
 using Trust = SimulatedPhone::Trust;
 
-/// One conversation with the service that knows the phone and opens its other services.
+/// A conversation with the service that describes the phone and starts its other services.
 class Lockdown {
  public:
   Lockdown(Bench& bench, std::size_t phone, Stream& stream)
@@ -55,7 +55,7 @@ class Lockdown {
     return true;
   }
 
-  /// Who is not trusted learns little of a phone.
+  /// Returns the values of the phone. A computer that is not trusted does not get all of them.
   PropertyList values() {
     const SimulatedPhone phone = bench_.phone(index_);
     PropertyList values;

@@ -31,7 +31,7 @@ constexpr std::uint32_t largestMessage = 1 << 20;
 constexpr std::uint64_t refused = 3;
 constexpr std::uint64_t badDevice = 2;
 
-/// A stream of bytes is none of the phone's when the program that reads it is gone.
+/// Blocks SIGPIPE on this thread, so that writing fails if the program that reads is gone.
 void ignoreBrokenPipes() {
   sigset_t set;
   sigemptyset(&set);
@@ -39,7 +39,7 @@ void ignoreBrokenPipes() {
   ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
 }
 
-/// One connection of a program with the daemon, which may become one with a phone.
+/// A connection of a program to the daemon, which may become one to a phone.
 class MuxConnection {
  public:
   MuxConnection(Bench& bench, Stream& stream) : bench_(bench), stream_(stream) {}
@@ -94,7 +94,7 @@ class MuxConnection {
     return list;
   }
 
-  /// Gives false: when the phone has been served, the connection is over.
+  /// Returns false, because the connection is over once the phone has been served.
   bool connect(const PropertyList& request) {
     const std::size_t index = request.number("DeviceID") - 1;
     if (index >= bench_.count() || !bench_.attach(index, stream_)) {
@@ -161,7 +161,7 @@ class PhoneSimulator::Server {
       : bench(std::move(phones)),
         socket_(simulator::listeningSocket(path)),
         wake_(::eventfd(0, EFD_CLOEXEC)) {
-    // Made before anybody waits for an answer.
+    // Generates the keys before any program waits for an answer.
     simulator::Bench::keys();
     acceptor_ = std::thread{[this] { accept(); }};
   }

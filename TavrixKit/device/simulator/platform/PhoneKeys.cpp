@@ -61,14 +61,14 @@ PhoneKeys::PhoneKeys() : context_(SSL_CTX_new(TLS_server_method())) {
   SSL_CTX_use_PrivateKey(context_.get(), key.get());
 }
 
-PropertyList PhoneKeys::pairRecord(const std::string& systemID) const {
+PropertyList PhoneKeys::pairRecord(const std::string& hostID) const {
   PropertyList record;
   for (const char* const name : {"DeviceCertificate", "HostCertificate", "RootCertificate"}) {
     record.setData(name, certificate_);
   }
   record.setData("HostPrivateKey", privateKey_).setData("RootPrivateKey", privateKey_);
   record.set("HostID", "00000000-0000-0000-0000-000000000001");
-  record.set("SystemBUID", systemID).set("WiFiMACAddress", "00:00:00:00:00:01");
+  record.set("SystemBUID", hostID).set("WiFiMACAddress", "00:00:00:00:00:01");
   return record;
 }
 

@@ -10,17 +10,17 @@
 
 namespace tavrix::simulator {
 
-/// The keys of a simulated phone, made anew for each program: one key serves the phone and the
-/// computers that it trusts.
+/// The keys of a simulated phone, generated in every run of a program. One key serves the phone and
+/// the computers that it trusts.
 class PhoneKeys {
  public:
   PhoneKeys();
 
-  /// In PEM, as a phone hands it out.
+  /// Returns the public key in PEM, as a phone provides it.
   const std::string& publicKey() const { return publicKey_; }
   SSL_CTX* context() const { return context_.get(); }
-  /// What a trusted computer keeps of a phone.
-  PropertyList pairRecord(const std::string& systemID) const;
+  /// Returns the record that a trusted computer keeps of a phone.
+  PropertyList pairRecord(const std::string& hostID) const;
 
  private:
   std::string publicKey_;

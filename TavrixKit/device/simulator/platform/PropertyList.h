@@ -9,11 +9,11 @@
 
 namespace tavrix::simulator {
 
-/// A dictionary in the form that phones exchange.
+/// A dictionary in the format that phones exchange.
 class PropertyList {
  public:
   PropertyList() : node_(plist_new_dict()) {}
-  /// An empty one when the text is none.
+  /// Returns the dictionary in a text; empty if the text is not a dictionary.
   static PropertyList parse(const std::string& text) {
     plist_t node = nullptr;
     plist_from_memory(text.data(), static_cast<std::uint32_t>(text.size()), &node);
@@ -42,13 +42,13 @@ class PropertyList {
   PropertyList& set(const char* key, const PropertyList& inner) {
     return set(key, plist_copy(inner.node_.get()));
   }
-  /// Takes the node over.
+  /// Takes ownership of the node.
   PropertyList& set(const char* key, plist_t node) {
     plist_dict_set_item(node_.get(), key, node);
     return *this;
   }
 
-  /// Empty when there is none.
+  /// Returns the text of a key; empty if there is none.
   std::string text(const char* key) const {
     const plist_t node = plist_dict_get_item(node_.get(), key);
     if (node == nullptr || plist_get_node_type(node) != PLIST_STRING) return {};

@@ -10,7 +10,7 @@
 namespace tavrix::simulator {
 namespace {
 
-constexpr std::uint32_t largestMessage = 4 << 20;
+constexpr std::uint32_t largestPropertyList = 4 << 20;
 
 }  // namespace
 
@@ -40,7 +40,7 @@ bool Stream::readSized(std::string& bytes) {
   std::uint32_t size = 0;
   if (!read({reinterpret_cast<char*>(&size), sizeof size})) return false;
   size = ntohl(size);
-  if (size > largestMessage) return false;
+  if (size > largestPropertyList) return false;
   bytes.resize(size);
   return read(bytes);
 }

@@ -16,16 +16,17 @@ struct SSLFree {
   void operator()(SSL_CTX* context) const { SSL_CTX_free(context); }
 };
 
-/// One connection; plain, or encrypted from secure() to unsecure(). All calls but hangUp() belong
-/// to one thread.
+/// A connection; plain, or encrypted from secure() to unsecure(). All functions except hangUp()
+/// must be called on one thread.
 class Stream {
  public:
   explicit Stream(FileDescriptor socket) : socket_(std::move(socket)) {}
 
-  /// Fills the buffer; false when the other side is gone.
+  /// Fills the buffer. Returns false if the other side is gone.
   bool read(std::span<char> buffer);
   bool write(std::span<const char> bytes);
-  /// A number of four bytes, then that many; not more than `limit`.
+  /// Reads a number of four bytes, most significant byte first, and then that many bytes. Returns
+  /// false if there are more than 4 MiB, or if the other side is gone.
   bool readSized(std::string& bytes);
   bool writeSized(const std::string& bytes);
 

@@ -15,7 +15,7 @@ int simulate(const tavrix::SimulatorArguments& arguments) {
   sigemptyset(&ends);
   sigaddset(&ends, SIGINT);
   sigaddset(&ends, SIGTERM);
-  // Before any other thread begins, so that none of them is ended by these.
+  // Blocked before any other thread starts, so that these signals end none of them.
   ::pthread_sigmask(SIG_BLOCK, &ends, nullptr);
   const tavrix::PhoneSimulator simulator{arguments.socketPath, {arguments.phone}};
   std::printf("USBMUXD_SOCKET_ADDRESS=%s\n", simulator.address().c_str());

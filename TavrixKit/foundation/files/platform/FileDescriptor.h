@@ -23,7 +23,7 @@ class FileDescriptor {
 
   int number() const { return number_; }
   bool isOpen() const { return number_ >= 0; }
-  /// Gives the descriptor away, for a close whose result matters.
+  /// Gives up ownership of the descriptor, for a caller that needs the result of close.
   int release() { return std::exchange(number_, -1); }
 
  private:

@@ -14,7 +14,7 @@ void writeAll(int descriptor, std::span<const std::byte> bytes, const std::strin
     const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) throw FileError{FileOperation::write, path, errno};
-    // A volume that takes nothing and names no error would keep us here for ever.
+    // A volume that writes nothing and reports no error would make this loop endless.
     if (count == 0) throw FileError{FileOperation::write, path, ENOSPC};
     bytes = bytes.subspan(static_cast<std::size_t>(count));
   }
@@ -29,7 +29,7 @@ std::size_t readSome(int descriptor, std::span<char> buffer, const std::string& 
 }
 
 std::unique_ptr<ByteReader> openFileForReading(const std::string& path) {
-  // Without O_NONBLOCK a named pipe would keep us waiting for a writer.
+  // Without O_NONBLOCK, opening a named pipe would wait for a writer.
   FileDescriptor descriptor{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
   if (!descriptor.isOpen()) throw FileError{FileOperation::open, path, errno};
   struct stat status{};
@@ -68,7 +68,7 @@ void PosixWritableFile::setModificationTime(Instant time) {
 }
 
 void PosixWritableFile::startWriteback() {
-  // A hint; where the volume does not take it, sync() does the whole work.
+  // Only a hint: if the volume ignores it, sync() does all the work.
   ::sync_file_range(descriptor_.number(), 0, 0, SYNC_FILE_RANGE_WRITE);
 }
 

@@ -12,7 +12,7 @@
 namespace tavrix {
 
 void writeAll(int descriptor, std::span<const std::byte> bytes, const std::string& path);
-/// 0 at the end of the file.
+/// Returns the number of bytes read; 0 at the end of the file.
 std::size_t readSome(int descriptor, std::span<char> buffer, const std::string& path);
 
 class PosixFileReader : public ByteReader {
@@ -29,7 +29,8 @@ class PosixFileReader : public ByteReader {
   std::string path_;
 };
 
-/// A modification time for the calls of the utimens family; the access time stays.
+/// Returns the arguments that make the utimens functions set the modification time and keep the
+/// access time.
 std::array<struct timespec, 2> modificationTimes(Instant time);
 
 class PosixWritableFile : public WritableFile {

@@ -31,13 +31,13 @@ constexpr std::chrono::milliseconds lockPause{10};
 
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-/// Whether the system keeps a folder closed to this process.
+/// Returns true if the error means that this process may not open the folder.
 bool isRefusal(int code) { return code == EACCES || code == EPERM || code == ELOOP; }
 
-/// A second descriptor with a place in the listing of its own; negative on failure.
+/// Returns a second descriptor of a folder, with its own listing position. Negative on failure.
 int openAgain(int folder) { return ::openat(folder, ".", folderFlags); }
 
-/// Opens a folder part by part, refusing every link: for kernels without openat2.
+/// Opens a folder part by part and refuses every link. For kernels without openat2.
 int openWithoutLinks(int root, const std::string& path) {
   FileDescriptor current{::openat(root, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
   for (std::size_t begin = 0; begin <= path.size() && current.isOpen();) {
@@ -53,7 +53,7 @@ int openWithoutLinks(int root, const std::string& path) {
   return current.release();
 }
 
-/// Whether an open folder is what a path leads to.
+/// Returns true if the path still leads to the open folder.
 bool isAt(int root, const char* path, const FileDescriptor& folder) {
   struct stat there{};
   struct stat here{};
@@ -67,7 +67,7 @@ int openFolderBeneath(int root, const std::string& path) {
   how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS;
   long number = -1;
   do {
-    // EAGAIN: something was renamed while the path was being walked.
+    // EAGAIN: a rename interfered with the resolution of the path.
     number = ::syscall(SYS_openat2, root, path.c_str(), &how, sizeof how);
   } while (number < 0 && (errno == EAGAIN || errno == EINTR));
   if (number < 0 && errno == ELOOP) errno = EXDEV;
@@ -100,25 +100,27 @@ class PosixFolder : public Folder {
   bool lock() override;
 
  private:
-  /// The open folder that holds the last part of a path.
+  /// Returns the open folder that contains the last part of a path.
   SharedDescriptor parentOf(const std::string& path, FileOperation operation) const {
     checkPath(path, operation);
     return openRemembered(parentPath(path), operation);
   }
-  /// The same, and null when there is no such folder.
+  /// As parentOf(), but returns nullptr if there is no such folder.
   SharedDescriptor parentIfAny(const std::string& path, FileOperation operation) const;
   void checkPath(const std::string& path, FileOperation operation) const;
   SharedDescriptor openRemembered(const std::string& folder, FileOperation operation) const;
   void visitFolder(const FileDescriptor& folder, const std::string& path, const Visitor& visitor,
                    std::vector<UnreadableFolder>& unreadable) const;
-  /// The names in a folder below this one; none, and it is noted, when it may not be read.
+  /// Returns the names in this folder or in one below it. If one below may not be read, adds it to
+  /// `unreadable` and returns no names.
   std::vector<std::string> readableNames(const FileDescriptor& folder, const std::string& path,
                                          std::vector<UnreadableFolder>& unreadable) const;
-  /// The names in an open folder, in no order; closes it.
+  /// Returns the names in an open folder, in no particular order. Closes the descriptor.
   std::vector<std::string> namesOf(int folder, const std::string& path) const;
-  /// Removes an entry of an open folder with all below it; gives the first failure's code, or 0.
+  /// Removes an entry of an open folder with everything below it. Returns the error code of the
+  /// first failure, or 0.
   static int removeEntry(int folder, const std::string& name);
-  /// False when something has the new name already.
+  /// Moves a file where RENAME_NOREPLACE is not supported. Returns false if the new name is taken.
   bool moveByLink(int fromFolder, const std::string& from, int toFolder,
                   const std::string& to) const;
   [[noreturn]] void fail(FileOperation operation, const std::string& path, int code) const {
@@ -151,7 +153,7 @@ SharedDescriptor PosixFolder::openRemembered(const std::string& folder,
   if (folder.empty()) return root_;
   const std::lock_guard lock{mutex_};
   if (const auto found = remembered_.find(folder); found != remembered_.end()) {
-    // A folder that was removed or moved away meanwhile is not at its path any more.
+    // The folder may have been removed or moved away since it was opened.
     if (isAt(root_->number(), folder.c_str(), *found->second)) return found->second;
     remembered_.erase(found);
   }
@@ -227,7 +229,7 @@ void PosixFolder::makeFolders(const std::string& path) {
   if (::mkdirat(parent->number(), lastPathComponent(path).c_str(), 0777) != 0 && errno != EEXIST) {
     fail(FileOperation::makeFolder, path, errno);
   }
-  // Also tells when what exists there is no folder, or a link that leads out.
+  // Fails if the existing entry is not a folder, or is a link.
   openRemembered(path, FileOperation::makeFolder);
 }
 
@@ -238,7 +240,7 @@ bool PosixFolder::moveByLink(int fromFolder, const std::string& from, int toFold
     return true;
   }
   if (errno == EEXIST) return false;
-  // Volumes without hard links: nobody else writes here while the folder is locked.
+  // The volume has no hard links. Check, then rename: no other process writes to a locked folder.
   struct stat raw{};
   if (::fstatat(toFolder, to.c_str(), &raw, AT_SYMLINK_NOFOLLOW) == 0) return false;
   if (::renameat(fromFolder, from.c_str(), toFolder, to.c_str()) == 0) return true;
@@ -311,7 +313,7 @@ void PosixFolder::removeAll(const std::string& path) {
 
 void PosixFolder::syncEntries(const std::string& folder) {
   const auto opened = openRemembered(folder, FileOperation::sync);
-  // Some volumes cannot sync a folder and say so with EINVAL; there is nothing more to ask of them.
+  // Some volumes cannot sync a folder and report EINVAL; there is no other way to sync it there.
   if (::fsync(opened->number()) != 0 && errno != EINVAL) fail(FileOperation::sync, folder, errno);
 }
 
@@ -327,7 +329,7 @@ std::vector<std::string> PosixFolder::namesOf(int folder, const std::string& pat
   errno = 0;
   while (const struct dirent* const entry = ::readdir(entries.get()))
     result.emplace_back(entry->d_name);
-  // Half a listing would make files that are there look missing.
+  // With an incomplete listing, existing files would look missing.
   if (errno != 0 && errno != ENOENT) fail(FileOperation::list, path, errno);
   std::erase_if(result, [](const std::string& name) { return name == "." || name == ".."; });
   return result;
@@ -362,7 +364,7 @@ void PosixFolder::visitFolder(const FileDescriptor& folder, const std::string& p
     inner += name;
     struct stat raw{};
     if (::fstatat(folder.number(), name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) != 0) {
-      // What is gone between the listing and here was not there.
+      // An entry that disappeared after the listing is omitted.
       if (errno != ENOENT) unreadable.push_back({inner, errno});
       continue;
     }
@@ -394,7 +396,7 @@ std::uint64_t PosixFolder::freeBytes() const {
 }
 
 bool PosixFolder::lock() {
-  // Who only asks whether somebody is at work holds the lock for a moment.
+  // A process that only checks whether the folder is in use holds the lock for a moment.
   for (int attempt = 1;; ++attempt) {
     if (::flock(root_->number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
     if (attempt == lockAttempts) return false;

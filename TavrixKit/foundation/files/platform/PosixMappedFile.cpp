@@ -19,7 +19,7 @@ MappedFile::MappedFile(const std::string& path) {
   }
   if (!S_ISREG(status.st_mode)) throw FileError{FileOperation::open, path, EINVAL};
   const auto size = static_cast<std::size_t>(status.st_size);
-  // An empty mapping is refused by the system.
+  // The system refuses an empty mapping.
   if (size == 0) return;
   void* const start = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor.number(), 0);
   if (start == MAP_FAILED) throw FileError{FileOperation::read, path, errno};
@@ -27,7 +27,7 @@ MappedFile::MappedFile(const std::string& path) {
 }
 
 MappedFile::~MappedFile() {
-  // The span gives the bytes as constant, the system wants them back as they came.
+  // The span is const, but munmap takes the non-const pointer that mmap returned.
   if (!bytes_.empty()) ::munmap(const_cast<std::byte*>(bytes_.data()), bytes_.size());
 }
 

@@ -13,48 +13,53 @@
 
 namespace tavrix {
 
-/// Thrown by a rule to let the first `bytes` bytes of one append through before it fails with
-/// `code`.
+/// Thrown by a rule to make one append write its first `bytes` bytes and then fail with `code`.
 struct ShortWrite {
   std::size_t bytes;
   int code;
 };
 
-/// Asked before every operation of a FaultyFolder and of the files made by it: the rule may look,
-/// wait, change the disk, or throw, and then the operation does not take place. Paths are those of
-/// the call:
+/// A rule that is called before every operation of a FaultyFolder and of the files that it creates.
+/// It may only observe, wait or change the disk. If it throws, the operation does not take place.
+/// Operation and path of each call:
 ///
-///     createFile            create, the file        append, overwrite    write, the file
-///     readFile              read, the file          setModificationTime  status, the file
-///     renames               rename, the new name    sync                 sync, the file
-///     removeFile, removeAll remove, the path        close                close, the file
-///     makeFolders           makeFolder, the folder  syncEntries          sync, the folder ("" for
-///     the root) status                status, the file        syncVolume           sync, "/"
-///     visitAll              list, "" and each folder below; a folder that fails is unreadable
-///     names                 list, ""
+///     createFile             create, the file
+///     readFile, openFile     read, the file
+///     renames                rename, the new name
+///     removeFile, removeAll  remove, the path
+///     makeFolders            makeFolder, the folder
+///     status                 status, the file
+///     append, overwrite      write, the file
+///     setModificationTime    status, the file
+///     sync                   sync, the file
+///     close                  close, the file
+///     syncEntries            sync, the folder ("" for the root)
+///     syncVolume             sync, "/"
+///     visitAll               list, "" and each folder below; a folder that fails is unreadable
+///     names                  list, ""
 ///
-/// Calls come from whatever thread uses the folder.
+/// It is called on the thread that uses the folder.
 using FaultRule = std::function<void(FileOperation operation, const std::string& path)>;
 
-/// A rule that fails one kind of operation on one path with `code`, every time.
+/// Returns a rule that always fails one kind of operation on one path with `code`.
 inline FaultRule failing(FileOperation operation, const std::string& path, int code) {
   return [=](FileOperation asked, const std::string& askedPath) {
     if (asked == operation && askedPath == path) throw FileError{operation, path, code};
   };
 }
-/// The same for every path.
+/// As above, for every path.
 inline FaultRule failing(FileOperation operation, int code) {
   return [=](FileOperation asked, const std::string& path) {
     if (asked == operation) throw FileError{operation, path, code};
   };
 }
 
-/// What a FaultyFolder does otherwise than the folder behind it. Set it before the folder is used.
+/// The differences of a FaultyFolder from the folder behind it. Set them before the folder is used.
 struct FolderFaults {
   FaultRule rule;
-  std::function<bool()> exists;              ///< answers exists()
-  std::function<std::uint64_t()> freeBytes;  ///< answers freeBytes()
-  std::optional<bool> lock;                  ///< answers lock(), and nothing is locked
+  std::function<bool()> exists;              ///< replaces exists()
+  std::function<std::uint64_t()> freeBytes;  ///< replaces freeBytes()
+  std::optional<bool> lock;                  ///< the result of lock(); nothing is locked
 };
 
 class FaultyFile : public WritableFile {
@@ -100,7 +105,7 @@ class FaultyFile : public WritableFile {
   std::string path_;
 };
 
-/// A folder that fails when the test says so, and is else the folder behind it:
+/// A folder that fails when the test demands it and otherwise forwards to the folder behind it:
 ///
 ///     FaultyFolder folder{openFolder(temporary.path())};
 ///     folder.faults().rule = failing(FileOperation::rename, "index.json", EIO);

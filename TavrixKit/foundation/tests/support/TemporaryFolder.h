@@ -11,7 +11,7 @@
 
 namespace tavrix {
 
-/// A new empty folder for one test, removed with all that it holds when the object goes.
+/// A new empty folder for one test. The destructor removes it with its content.
 class TemporaryFolder {
  public:
   TemporaryFolder() : path_(::testing::TempDir() + "tavrix-XXXXXX") {
@@ -25,23 +25,23 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   const std::string& path() const { return path_; }
-  /// The full path of something in the folder.
+  /// Returns the full path of an entry of the folder.
   std::string operator/(const std::string& name) const { return path_ + "/" + name; }
 
-  /// Writes a file, with the folders above it.
+  /// Writes a file and creates the folders above it.
   void write(const std::string& name, const std::string& content) const {
     std::filesystem::create_directories(std::filesystem::path{*this / name}.parent_path());
     std::ofstream file{*this / name, std::ios::binary};
     file << content;
     if (!file.flush()) throw std::runtime_error{"cannot write " + name};
   }
-  /// The bytes of a file; throws when there is none.
+  /// Returns the bytes of a file. Throws if it does not exist.
   std::string read(const std::string& name) const {
     std::ifstream file{*this / name, std::ios::binary};
     if (!file) throw std::runtime_error{"cannot read " + name};
     return {std::istreambuf_iterator<char>{file}, {}};
   }
-  /// Whether anything has the name, a dangling link too.
+  /// Returns true if an entry has the name, even a dangling link.
   bool has(const std::string& name) const {
     return std::filesystem::symlink_status(*this / name).type() !=
            std::filesystem::file_type::not_found;

@@ -1,20 +1,16 @@
 // The commands that show and remove what is remembered of the phones' files.
 
-#include "cli/CliSentences.h"
-#include "cli/Commands.h"
-#include "cli/FolderSource.h"
-#include "cli/SourceSentences.h"
-#include "device/MetadataCache.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/Source.h"
+#include "device/metadata/MetadataCache.h"
 #include "foundation/Text.h"
+#include "text/SourceSentences.h"
 
 namespace tavrix::cli {
 namespace {
-
-std::string requiredStateFolder(const CommandContext& context) {
-  const auto folder = stateFolder(context);
-  if (folder) return *folder;
-  throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::noStateFolder)};
-}
 
 void printLine(const CommandContext& context, const std::string& line) {
   context.surroundings.out.write(line + '\n');
@@ -28,7 +24,7 @@ std::string resetText(Language language, const MetadataCache::Removal& removal) 
 }  // namespace
 
 ExitStatus showCache(const CommandContext& context) {
-  const std::string folder = requiredStateFolder(context);
+  const std::string folder = requiredStateFolder(context, ExitStatus::usage);
   const std::uint64_t records = MetadataCache::countCachedRecords(folder);
   if (context.call.json) {
     JsonWriter json{context.surroundings.out};
@@ -42,7 +38,7 @@ ExitStatus showCache(const CommandContext& context) {
 }
 
 ExitStatus resetCache(const CommandContext& context) {
-  const std::string folder = requiredStateFolder(context);
+  const std::string folder = requiredStateFolder(context, ExitStatus::usage);
   const auto removal = MetadataCache::reset(folder);
   writeLog(context.log, "metadata cache reset");
   const Language language = context.language();

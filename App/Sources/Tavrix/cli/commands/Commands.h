@@ -1,44 +1,13 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
-#include <string>
-
-#include "Settings.h"
-#include "cli/CommandLine.h"
-#include "cli/ExitStatus.h"
-#include "cli/ResultPrinter.h"
-#include "cli/Surroundings.h"
-#include "device/OddPaths.h"
-#include "device/Phones.h"
-#include "foundation/Log.h"
-#include "media/MediaAsset.h"
+#include "cli/call/ExitStatus.h"
 
 namespace tavrix::cli {
 
-/// What a call has found out about its source.
-struct SourceFindings {
-  /// The folder that stands for a phone, or that there is none; empty until somebody has looked. A
-  /// source that is unplugged meanwhile stays what it was.
-  std::optional<std::optional<std::string>> cameraFolder;
-  std::uint64_t unreadFolders = 0;    ///< whose files are missing from the catalogue
-  std::optional<PhoneOnCable> phone;  ///< of a source on the cable, once it was looked for
-  OddPaths oddPaths;                  ///< of its catalogue, once it was read
-};
+struct CommandContext;
 
-/// What every command works with.
-struct CommandContext {
-  const Invocation& call;
-  const Surroundings& surroundings;
-  const Settings& settings;
-  ResultPrinter& printer;
-  Log& log;
-  SourceFindings& source;
-
-  Language language() const { return call.language; }
-};
-
-/// The commands. Each prints its result and throws what stops it.
+/// The commands. Each prints its result and returns the exit status. Each throws CommandFailure, or
+/// an error that failureOf() turns into one, when it cannot go on.
 
 ExitStatus listCatalog(const CommandContext& context);
 ExitStatus listBundles(const CommandContext& context);
@@ -63,10 +32,5 @@ ExitStatus resetSettings(const CommandContext& context);
 ExitStatus listTemplates(const CommandContext& context);
 ExitStatus savePreset(const CommandContext& context);
 ExitStatus deletePreset(const CommandContext& context);
-
-/// Runs the command line that the arguments (without the program's own name) ask for, errors told
-/// included.
-ExitStatus runCommandLine(const std::vector<std::string>& arguments,
-                          const Surroundings& surroundings);
 
 }  // namespace tavrix::cli

@@ -1,28 +1,21 @@
 // The commands that show past runs.
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
 
-#include "StateFolder.h"
-#include "cli/Failures.h"
-#include "cli/FolderSource.h"
-#include "cli/History.h"
-#include "cli/HistorySentences.h"
-#include "cli/Quotes.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sentences/HistorySentences.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/Failures.h"
+#include "cli/sessions/Source.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 #include "history/Verdict.h"
+#include "services/HistoryFolder.h"
+#include "text/SentenceParts.h"
 
 namespace tavrix::cli {
 namespace {
-
-constexpr const char* folderName = "history";
-
-std::string statePath(const CommandContext& context) {
-  if (auto path = stateFolder(context)) return *std::move(path);
-  throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::stateFolderUnknown)};
-}
 
 TransferRecord::OutcomeFilter outcomeFilter(const CommandContext& context) {
   const auto& text = context.call.history.outcome;
@@ -125,30 +118,10 @@ void checkOptions(const CommandContext& context) {
 
 }  // namespace
 
-std::string absolutePath(const std::string& path) {
-  std::error_code error;
-  const auto absolute = std::filesystem::weakly_canonical(path, error);
-  return error ? std::filesystem::absolute(path).lexically_normal().string() : absolute.string();
-}
-
-History History::create(const CommandContext& context) {
-  return {context, openStateFolder(statePath(context), folderName)};
-}
-
-std::optional<History> History::open(const CommandContext& context) {
-  const std::string path = statePath(context) + "/" + folderName;
-  try {
-    return History{context, openFolder(path)};
-  } catch (const FileError& error) {
-    if (error.code() == ENOENT || error.code() == ENOTDIR) return std::nullopt;
-    throw;
-  }
-}
-
 ExitStatus showHistory(const CommandContext& context) {
   checkOptions(context);
   const auto filter = outcomeFilter(context);
-  auto history = History::open(context);
+  auto history = HistoryFolder::open(requiredStateFolder(context), context.log);
   if (!history) {
     if (!context.call.operands.empty()) {
       throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::noRuns)};
@@ -161,23 +134,6 @@ ExitStatus showHistory(const CommandContext& context) {
   if (context.call.history.deletes) return deleteRun(context, history->store(), id);
   context.printer.record(filtered(readRecord(context, history->store(), id), filter));
   return ExitStatus::done;
-}
-
-std::optional<std::string> writeRecord(const CommandContext& context,
-                                       const TransferRecord& record) {
-  const auto fail = [&](const std::string& sentence) {
-    writeLog(context.log, "history: the record was not written: {}", PrivateField{sentence});
-    return sentence;
-  };
-  try {
-    History::create(context).store().add(record);
-    return std::nullopt;
-  } catch (const FileError& error) {
-    return fail(say(context.language(), sentences::historyNotWritten, printable(error.path()),
-                    tavrix::sentences::systemErrorText(context.language(), error.code())));
-  } catch (const CommandFailure& failure) {
-    return fail(failure.sentence());
-  }
 }
 
 }  // namespace tavrix::cli

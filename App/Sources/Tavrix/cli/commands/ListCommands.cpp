@@ -1,11 +1,12 @@
 // The commands that show what is on the phone.
 
-#include "cli/Commands.h"
-#include "cli/FolderSource.h"
-#include "cli/PlaceNames.h"
-#include "cli/Quotes.h"
-#include "cli/Source.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/PlaceNames.h"
+#include "cli/sessions/Source.h"
 #include "media/BundleBuilder.h"
+#include "text/SentenceParts.h"
 
 namespace tavrix::cli {
 ExitStatus listCatalog(const CommandContext& context) {

@@ -1,11 +1,13 @@
 // The command that recognises what was copied where the destination's record of it is lost.
 
-#include "Destination.h"
-#include "cli/Commands.h"
-#include "cli/PlaceNames.h"
-#include "cli/ReadingProgress.h"
-#include "cli/Source.h"
-#include "cli/VerifySentences.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sentences/VerifySentences.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/PlaceNames.h"
+#include "cli/sessions/ReadingProgress.h"
+#include "cli/sessions/Source.h"
+#include "runs/Destination.h"
 #include "transfer/FileDigester.h"
 #include "transfer/MarkerRebuild.h"
 #include "transfer/TransferPlanner.h"
@@ -13,7 +15,7 @@
 namespace tavrix::cli {
 namespace {
 
-using MarkerRebuild::State;
+using Recognition = MarkerRebuild::State;
 
 /// Where the phone's files would go, were the destination empty.
 TransferPlan planIntoNothing(const CommandContext& context, const Library& library) {
@@ -37,7 +39,7 @@ std::vector<MediaAsset> assetsOf(const Library& library) {
 void save(const CommandContext& context, Folder& folder, const DestinationMarker::Marker& marker,
           const PhoneIdentity& phone, const MarkerRebuild::Report& report,
           const std::vector<AssetBundle>& bundles) {
-  if (report.count(State::recognised) == 0) return;
+  if (report.count(Recognition::recognised) == 0) return;
   DestinationMarker::PhoneRecord record;
   record.phoneHash = phone.hash;
   record.label = phone.label;
@@ -56,10 +58,10 @@ ExitStatus statusOf(const MarkerRebuild::Report& report) {
 
 void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& report) {
   const std::uint64_t total = report.files.size();
-  const bool isSaved = report.count(State::recognised) > 0;
+  const bool isSaved = report.count(Recognition::recognised) > 0;
   const std::string sentence = say(
       context.language(), isSaved ? sentences::rebuildCancelled : sentences::rebuildCancelledEarly,
-      numberText(context.language(), total - report.count(State::notReached)),
+      numberText(context.language(), total - report.count(Recognition::notReached)),
       counted(context.language(), total, sentences::outOfFiles));
   context.surroundings.err.write("tavrix: " + sentence + '\n');
 }
@@ -71,14 +73,15 @@ ExitStatus rebuildMarker(const CommandContext& context) {
   checkApart(context, path);
   const auto naming = placeNaming(context);
   const Library library = readLibrary(context, naming.get());
-  checkMedia(context);
+  const auto files = sourceOf(context).files();
+  files->checkMedia();
   const auto folder = Destination::openRequiredForWriting(path);
   const DestinationListing listing = listDestination(*folder);
   const PhoneIdentity phone = phoneOf(context);
   const TransferPlan plan = planIntoNothing(context, library);
   const std::vector<MediaAsset> assets = assetsOf(library);
-  const auto source = openMedia(context);
   const std::stop_token stop = context.surroundings.catchInterrupts();
+  const auto source = files->openMedia({}, stop);
   const MarkerRebuild::Report report = [&] {
     ReadingProgress progress{context};
     return MarkerRebuild::recognise(*folder, *source,
@@ -87,7 +90,7 @@ ExitStatus rebuildMarker(const CommandContext& context) {
   }();
   save(context, *folder, listing.marker, phone, report, library.bundles);
   writeLog(context.log, "marker rebuilt: files={}, recognised={}, bytes={}, stopped={}",
-           report.files.size(), report.count(State::recognised), report.bytesRead,
+           report.files.size(), report.count(Recognition::recognised), report.bytesRead,
            report.isStopped);
   if (report.isStopped) tellCancelled(context, report);
   try {

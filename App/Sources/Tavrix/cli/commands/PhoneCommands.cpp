@@ -1,10 +1,12 @@
 // The command that lists the phones on the cable.
 
-#include "cli/Commands.h"
-#include "cli/PhoneSentences.h"
-#include "cli/PhoneSource.h"
-#include "cli/Quotes.h"
-#include "device/Phones.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/Source.h"
+#include "device/cable/Phones.h"
+#include "text/PhoneSentences.h"
+#include "text/SentenceParts.h"
 
 namespace tavrix::cli {
 namespace {
@@ -51,9 +53,9 @@ void printJson(TextSink& out, const std::vector<PhoneOnCable>& phones) {
 }
 
 std::string lineOf(Language language, const PhoneOnCable& phone) {
-  std::string line = quoted(phone.name.value_or("iPhone"));
-  if (phone.model) line += " (" + quoted(*phone.model) + ")";
-  line += ", " + quoted(phone.serialNumber.value_or(phone.deviceID)) + " — ";
+  std::string line = forSentence(phone.name.value_or("iPhone"));
+  if (phone.model) line += " (" + forSentence(*phone.model) + ")";
+  line += ", " + forSentence(phone.serialNumber.value_or(phone.deviceID)) + " — ";
   return line + say(language, sentenceOf(phone.state)) + '\n';
 }
 

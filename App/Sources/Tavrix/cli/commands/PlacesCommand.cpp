@@ -1,70 +1,24 @@
-// The commands on places, and what names the places of every command.
+// The commands on places.
 
-#include "PlaceSpelling.h"
-#include "StateFolder.h"
-#include "cli/ChosenPlaces.h"
-#include "cli/Commands.h"
-#include "cli/Failures.h"
-#include "cli/FolderSource.h"
-#include "cli/PlaceNames.h"
-#include "cli/PlaceSentences.h"
-#include "cli/Source.h"
-#include "cli/SourceSentences.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sentences/PlaceSentences.h"
+#include "cli/sessions/ChosenPlaces.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/Failures.h"
+#include "cli/sessions/PlaceNames.h"
+#include "cli/sessions/Source.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
+#include "library/PlaceSpelling.h"
 #include "media/BundleBuilder.h"
-#include "places/Gazetteer.h"
+#include "settings/StateFolder.h"
+#include "text/SourceSentences.h"
 
 namespace tavrix::cli {
 namespace {
 
-std::string reasonOf(Language language, const GazetteerError& error) {
-  using Kind = GazetteerError::Kind;
-  switch (error.kind()) {
-    case Kind::notGazetteer:
-      return say(language, sentences::gazetteerNotOne, error.offset());
-    case Kind::otherVersion:
-      return say(language, sentences::gazetteerOtherVersion, error.offset());
-    case Kind::wrongSize:
-      return say(language, sentences::gazetteerWrongSize, error.offset());
-    case Kind::wrongOrder:
-      return say(language, sentences::gazetteerWrongOrder, error.offset());
-  }
-  return {};
-}
-
-/// Null, and told, when the table cannot be opened.
-std::unique_ptr<const Geocoder> openGazetteer(const CommandContext& context,
-                                              const std::string& path) {
-  const Language language = context.language();
-  std::string reason;
-  try {
-    return Gazetteer::open(path);
-  } catch (const FileError& error) {
-    reason = tavrix::sentences::systemErrorText(language, error.code());
-  } catch (const GazetteerError& error) {
-    reason = reasonOf(language, error);
-  }
-  context.surroundings.err.write(
-      "tavrix: " + say(language, sentences::gazetteerUnreadable, printable(path), reason) + '\n');
-  return nullptr;
-}
-
-/// Where the cache lies; null when there is no such folder and none can be made.
-std::unique_ptr<Folder> cacheFolder(const CommandContext& context) {
-  checkStateFolder(context);
-  const auto path = stateFolder(context);
-  if (!path) return nullptr;
-  try {
-    return openStateFolder(*path, "");
-  } catch (const FileError& error) {
-    writeLog(context.log, "place names not kept: path={}, code={}", PrivateField{error.path()},
-             error.code());
-    return nullptr;
-  }
-}
-
-/// The lookup of all positions, also when no places are chosen.
+/// Looks up all positions, even if no places are chosen.
 std::shared_ptr<const PlaceLookup> lookupOf(const CommandContext& context,
                                             const std::vector<AssetBundle>& bundles,
                                             PlaceNaming* naming) {
@@ -75,16 +29,6 @@ std::shared_ptr<const PlaceLookup> lookupOf(const CommandContext& context,
 }
 
 }  // namespace
-
-std::unique_ptr<PlaceNaming> placeNaming(const CommandContext& context) {
-  const auto& path = context.surroundings.gazetteerPath;
-  if (!path || !context.settings.geocodingEnabled) return nullptr;
-  auto gazetteer = openGazetteer(context, *path);
-  if (!gazetteer) return nullptr;
-  // A plan writes nothing at all.
-  auto folder = context.call.command == Command::plan ? nullptr : cacheFolder(context);
-  return std::make_unique<PlaceNaming>(std::move(gazetteer), std::move(folder), context.log);
-}
 
 ExitStatus listPlaces(const CommandContext& context) {
   const Settings& settings = context.settings;
@@ -106,11 +50,8 @@ ExitStatus listPlaces(const CommandContext& context) {
 }
 
 ExitStatus resetPlaceNames(const CommandContext& context) {
-  const auto path = stateFolder(context);
-  if (!path) {
-    throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::noStateFolder)};
-  }
-  context.printer.placeNamesReset(GeocodingCacheFile::reset(*openStateFolder(*path, "")));
+  const auto folder = openStateFolder(requiredStateFolder(context), "");
+  context.printer.placeNamesReset(GeocodingCacheFile::reset(*folder));
   return ExitStatus::done;
 }
 

@@ -2,23 +2,22 @@
 
 #include <algorithm>
 
-#include "PersistedSettings.h"
-#include "cli/Quotes.h"
-#include "cli/SettingsSentences.h"
-#include "cli/StoredSettings.h"
-#include "cli/TemplateFaults.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sentences/SettingsSentences.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/StoredSettings.h"
+#include "cli/sessions/TemplateFaults.h"
 #include "foundation/Text.h"
 #include "naming/NamePresets.h"
+#include "settings/PersistedSettings.h"
+#include "text/SentenceParts.h"
 
 namespace tavrix::cli {
 namespace {
 
 using PersistedSettings::savedPresetsKey;
 using Presets = std::vector<SavedPreset>;
-
-[[noreturn]] void fail(const std::string& sentence) {
-  throw CommandFailure{ExitStatus::usage, sentence};
-}
 
 Presets savedPresets(const UserDefaults* defaults) {
   if (defaults == nullptr) return {};
@@ -70,9 +69,9 @@ ExitStatus listTemplates(const CommandContext& context) {
 ExitStatus savePreset(const CommandContext& context) {
   const Language language = context.language();
   const SavedPreset preset{nameOf(context), readTemplate(language, context.call.operands.at(1))};
-  if (preset.name.empty()) fail(say(language, sentences::presetNameEmpty));
+  if (preset.name.empty()) failUsage(say(language, sentences::presetNameEmpty));
   if (isBuiltin(preset.name)) {
-    fail(say(language, sentences::presetNameTaken, quoted(preset.name)));
+    failUsage(say(language, sentences::presetNameTaken, forSentence(preset.name)));
   }
   Presets presets = changeablePresets(context);
   if (const auto found = find(presets, preset.name); found != presets.end()) {
@@ -90,9 +89,9 @@ ExitStatus deletePreset(const CommandContext& context) {
   Presets presets = changeablePresets(context);
   const auto found = find(presets, name);
   if (found == presets.end()) {
-    fail(say(context.language(),
-             isBuiltin(name) ? sentences::presetIsBuiltin : sentences::presetUnknown,
-             quoted(name)));
+    failUsage(say(context.language(),
+                  isBuiltin(name) ? sentences::presetIsBuiltin : sentences::presetUnknown,
+                  forSentence(name)));
   }
   presets.erase(found);
   keepPresets(context, std::move(presets));

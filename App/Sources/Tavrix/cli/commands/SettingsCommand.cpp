@@ -2,13 +2,16 @@
 
 #include <algorithm>
 
-#include "PersistedSettings.h"
-#include "SettingKeys.h"
-#include "cli/Failures.h"
-#include "cli/Quotes.h"
-#include "cli/SettingsSentences.h"
-#include "cli/StoredSettings.h"
-#include "defaults/MemoryDefaults.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sentences/SettingsSentences.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/Failures.h"
+#include "cli/sessions/StoredSettings.h"
+#include "settings/PersistedSettings.h"
+#include "settings/SettingKeys.h"
+#include "settings/defaults/MemoryDefaults.h"
+#include "text/SentenceParts.h"
 
 namespace tavrix::cli {
 namespace {
@@ -16,10 +19,6 @@ namespace {
 using PersistedSettings::savedPresetsKey;
 
 constexpr std::string_view homeName = "homeOverrideName";
-
-[[noreturn]] void fail(const std::string& sentence) {
-  throw CommandFailure{ExitStatus::usage, sentence};
-}
 
 /// The names of the settings that are kept, in the order of the list.
 std::vector<std::string_view> keptSettings() {
@@ -77,8 +76,8 @@ void print(const CommandContext& context, const std::vector<std::string_view>& n
 void checkIsKept(Language language, const std::string& name) {
   const auto kept = keptSettings();
   if (std::find(kept.begin(), kept.end(), name) != kept.end()) return;
-  if (settingForm(name)) fail(say(language, sentences::countsForOneCall, name));
-  fail(say(language, sentences::keptUnknownKey, quoted(name), joined(kept)));
+  if (settingForm(name)) failUsage(say(language, sentences::countsForOneCall, name));
+  failUsage(say(language, sentences::keptUnknownKey, forSentence(name), joined(kept)));
 }
 
 struct Assignment {
@@ -93,7 +92,7 @@ Assignment assignmentOf(const CommandContext& context) {
   const auto equals = operands[0].find('=');
   if (equals == std::string::npos) {
     checkIsKept(context.language(), operands[0]);
-    fail(say(context.language(), sentences::keptNotAssignment, quoted(operands[0])));
+    failUsage(say(context.language(), sentences::keptNotAssignment, forSentence(operands[0])));
   }
   return {operands[0].substr(0, equals), operands[0].substr(equals + 1)};
 }
@@ -109,7 +108,7 @@ DefaultsChanges changeTo(const CommandContext& context, const UserDefaults& defa
   }
   values.settings = std::get<Settings>(std::move(changed));
   if (assignment.name == homeName && !values.settings.homeOverride) {
-    fail(say(language, sentences::homeNameWithoutHome));
+    failUsage(say(language, sentences::homeNameWithoutHome));
   }
   const auto key = *PersistedSettings::keyOf(assignment.name);
   return {{std::string{key}, PersistedSettings::objectOf(key, values)}};
@@ -117,8 +116,8 @@ DefaultsChanges changeTo(const CommandContext& context, const UserDefaults& defa
 
 DefaultsChanges languageChange(const CommandContext& context, const std::string& value) {
   if (!isLanguageChoice(value)) {
-    fail(say(context.language(), sentences::settingBadValue, languageKey, quoted(value),
-             "ru, en, system"));
+    failUsage(say(context.language(), sentences::settingBadValue, languageKey, forSentence(value),
+                  "ru, en, system"));
   }
   return {{std::string{languageKey}, JsonValue{value}}};
 }
@@ -138,9 +137,9 @@ std::vector<std::string_view> resetNames(const CommandContext& context) {
   const auto& operands = context.call.operands;
   if (context.call.resetsAll) {
     if (operands.empty()) return keptSettings();
-    fail(say(context.language(), sentences::resetNamesBoth, quoted(operands[0])));
+    failUsage(say(context.language(), sentences::resetNamesBoth, forSentence(operands[0])));
   }
-  if (operands.empty()) fail(say(context.language(), sentences::resetNamesNothing));
+  if (operands.empty()) failUsage(say(context.language(), sentences::resetNamesNothing));
   if (operands[0] != savedPresetsKey) checkIsKept(context.language(), operands[0]);
   return {operands[0]};
 }
@@ -155,7 +154,8 @@ ExitStatus listSettings(const CommandContext& context) {
 ExitStatus setSetting(const CommandContext& context) {
   const Assignment assignment = assignmentOf(context);
   const Language language = context.language();
-  if (assignment.name == savedPresetsKey) fail(say(language, sentences::savedPresetsElsewhere));
+  if (assignment.name == savedPresetsKey)
+    failUsage(say(language, sentences::savedPresetsElsewhere));
   checkIsKept(language, assignment.name);
   UserDefaults& defaults = changeableDefaults(context);
   keep(context, assignment.name == languageKey ? languageChange(context, assignment.value)

@@ -2,39 +2,31 @@
 
 #include <algorithm>
 
-#include "cli/CliSentences.h"
-#include "cli/Commands.h"
-#include "cli/Failures.h"
-#include "cli/FindingsText.h"
-#include "cli/FolderSource.h"
-#include "cli/ModelSession.h"
-#include "cli/PhoneSentences.h"
-#include "cli/PhoneSession.h"
-#include "cli/PhoneSource.h"
-#include "cli/PlaceNames.h"
-#include "cli/ProgressBar.h"
-#include "cli/Source.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ProgressBar.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/Failures.h"
+#include "cli/sessions/FindingsText.h"
+#include "cli/sessions/ModelSession.h"
+#include "cli/sessions/PhoneSession.h"
+#include "cli/sessions/PlaceNames.h"
+#include "cli/sessions/Source.h"
 #include "foundation/Log.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
+#include "text/PhoneSentences.h"
 
 namespace tavrix::cli {
 namespace {
-
-const std::string& destinationPath(const CommandContext& context) {
-  return context.call.operands.at(1);
-}
-
-void warn(const CommandContext& context, const std::string& sentence) {
-  context.surroundings.err.write("tavrix: " + sentence + '\n');
-}
 
 bool isTransferring(const AppState& state) {
   return std::holds_alternative<app_phase::Transferring>(state.phase);
 }
 
 void tellLoaded(const CommandContext& context, const Library& library, const TransferPlan& plan) {
-  if (isPhone(context.call.source()) || cameraFolder(context)) return;
+  if (sourceOf(context).kind() != PictureSource::Kind::snapshot) return;
   writeLog(context.log, "snapshot loaded: assets={}, groups={}, new={}", library.fileCount,
            library.rows.size(), plan.files.size());
 }
@@ -160,29 +152,30 @@ void tellEnd(const CommandContext& context, const RunInProgress& run) {
   const Language language = context.language();
   const TransferOutcome& outcome = run.outcome;
   if (outcome.status == TransferRecord::Status::cancelled) {
-    warn(context,
-         say(language, outcome.isPacked ? sentences::packingCancelled : sentences::runCancelled));
+    context.warn(
+        say(language, outcome.isPacked ? sentences::packingCancelled : sentences::runCancelled));
   }
   if (run.failure) {
-    warn(context, failureOf(language, destinationPath(context), run.failure).sentence());
+    context.warn(failureOf(language, context.call.destination(), run.failure).sentence());
   }
   if (outcome.interruption) {
-    warn(context,
-         say(language, outcome.isPacked ? sentences::packingInterrupted : sentences::runInterrupted,
-             tavrix::sentences::systemErrorText(language, outcome.interruption->code()),
-             printable(outcome.interruption->path())));
+    context.warn(say(language,
+                     outcome.isPacked ? sentences::packingInterrupted : sentences::runInterrupted,
+                     tavrix::sentences::systemErrorText(language, outcome.interruption->code()),
+                     printable(outcome.interruption->path())));
   }
   if (outcome.markerFailure) {
-    warn(context, say(language, sentences::markerNotSaved, printable(outcome.markerFailure->path()),
-                      tavrix::sentences::systemErrorText(language, outcome.markerFailure->code())));
+    context.warn(say(language, sentences::markerNotSaved, printable(outcome.markerFailure->path()),
+                     tavrix::sentences::systemErrorText(language, outcome.markerFailure->code())));
   }
 }
 
 }  // namespace
 
 ExitStatus showPlan(const CommandContext& context) {
-  checkApart(context, destinationPath(context));
-  const auto naming = placeNaming(context);
+  checkApart(context, context.call.destination());
+  // A plan writes nothing at all.
+  const auto naming = placeNaming(context, false);
   ModelSession session{context, naming.get(), true};
   session.open();
   const AppModel& model = session.model();
@@ -192,30 +185,30 @@ ExitStatus showPlan(const CommandContext& context) {
   const auto packing = packingOf(context.settings, deviceName(context),
                                  context.settings.timeZone.dateAt(context.surroundings.now()));
   std::optional<std::uint64_t> freeBytes;
-  const auto folder = Destination::openExisting(destinationPath(context));
+  const auto folder = Destination::openExisting(context.call.destination());
   const auto& content = model.plan().destination;
   if (folder && content) {
-    const RunFindings findings =
-        findingsOf(plan, packing, *folder, *content, phoneOf(context), isCard(context));
+    const RunFindings findings = findingsOf(plan, packing, *folder, *content, phoneOf(context),
+                                            sourceOf(context).kind() == PictureSource::Kind::card);
     tellFindings(context, findings);
     freeBytes = findings.freeBytes;
   }
   const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
-  context.printer.plan({*model.library(), plan, destinationPath(context), isFlat, freeBytes,
+  context.printer.plan({*model.library(), plan, context.call.destination(), isFlat, freeBytes,
                         neededBytes(plan, packing)});
   return ExitStatus::done;
 }
 
 ExitStatus transfer(const CommandContext& context) {
-  checkApart(context, destinationPath(context));
+  checkApart(context, context.call.destination());
   const auto naming = placeNaming(context);
   TransferSession session{context, naming.get()};
   const RunInProgress& run = session.carryOut();
   tellEnd(context, run);
-  if (const auto& failure = session.recordFailure()) warn(context, *failure);
+  if (const auto& failure = session.recordFailure()) context.warn(*failure);
   if (naming) naming->save();
   try {
-    context.printer.transfer({*run.library, *run.plan, destinationPath(context), run.outcome,
+    context.printer.transfer({*run.library, *run.plan, context.call.destination(), run.outcome,
                               session.model().state().lastRecordID});
   } catch (const OutputClosed&) {
     // The run is over, and its status stands, whoever reads of it.

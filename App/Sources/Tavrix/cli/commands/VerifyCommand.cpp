@@ -2,14 +2,17 @@
 
 #include <algorithm>
 
-#include "Destination.h"
-#include "cli/Commands.h"
-#include "cli/Quotes.h"
-#include "cli/ReadingProgress.h"
-#include "cli/Source.h"
-#include "cli/VerifySentences.h"
+#include "cli/commands/Commands.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/sentences/VerifySentences.h"
+#include "cli/sessions/CommandContext.h"
+#include "cli/sessions/ReadingProgress.h"
+#include "cli/sessions/Source.h"
 #include "foundation/Sentences.h"
 #include "foundation/files/FileError.h"
+#include "runs/Destination.h"
+#include "sources/SnapshotSource.h"
+#include "text/SentenceParts.h"
 #include "transfer/ChecksumMerge.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/FileDigester.h"
@@ -18,46 +21,38 @@ namespace tavrix::cli {
 namespace {
 
 using CopyVerification::CheckedFile;
-using CopyVerification::State;
-
-const std::string& destinationPath(const CommandContext& context) {
-  return context.call.operands.at(0);
-}
+using Check = CopyVerification::State;
 
 std::string checksumPath(const CommandContext& context) {
-  return pathIn(destinationPath(context), ChecksumFile::name);
-}
-
-void warn(const CommandContext& context, const std::string& sentence) {
-  context.surroundings.err.write("tavrix: " + sentence + '\n');
+  return pathIn(context.call.destination(), ChecksumFile::name);
 }
 
 std::unique_ptr<Folder> open(const CommandContext& context) {
   // Two lists of checksums must not be written at once, nor while files are still landing.
   if (context.call.writeChecksums) {
-    return Destination::openRequiredForWriting(destinationPath(context));
+    return Destination::openRequiredForWriting(context.call.destination());
   }
-  auto folder = Destination::openRequired(destinationPath(context));
-  if (Destination::isBusy(destinationPath(context))) {
-    warn(context,
-         say(context.language(), sentences::transferAtWork, quoted(destinationPath(context))));
+  auto folder = Destination::openRequired(context.call.destination());
+  if (Destination::isBusy(context.call.destination())) {
+    context.warn(say(context.language(), sentences::transferAtWork,
+                     forSentence(context.call.destination())));
   }
   return folder;
 }
 
 void checkRecords(const CommandContext& context, const DestinationMarker::Marker& marker) {
   const Language language = context.language();
-  const std::string folder = quoted(destinationPath(context));
+  const std::string folder = forSentence(context.call.destination());
   if (!marker.records.empty()) {
     for (const std::string& name : marker.damaged) {
-      warn(context, say(language, sentences::recordDamaged, quoted(name), quoted(name)));
+      context.warn(say(language, sentences::recordDamaged, forSentence(name), forSentence(name)));
     }
     return;
   }
   throw CommandFailure{ExitStatus::stopped, marker.damaged.empty()
                                                 ? say(language, sentences::recordsMissing, folder)
                                                 : say(language, sentences::recordsDamaged, folder,
-                                                      quoted(marker.damaged.front()))};
+                                                      forSentence(marker.damaged.front()))};
 }
 
 /// The list that stands there. What has its name must be a list, and not a file that came from a
@@ -71,14 +66,14 @@ std::vector<ChecksumFile::Entry> readChecksums(const CommandContext& context, co
   }
   if (!isForeign) return *std::move(list);
   throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::checksumsForeign,
-                                                quoted(checksumPath(context)))};
+                                                forSentence(checksumPath(context)))};
 }
 
 /// Files whose digest in a new list is of now, with nothing to compare it with.
 std::uint64_t newDigests(const CopyVerification::Report& report) {
   return static_cast<std::uint64_t>(
       std::count_if(report.files.begin(), report.files.end(), [](const CheckedFile& file) {
-        return file.state == State::withoutChecksum && file.sha256 && !file.listedSha256;
+        return file.state == Check::withoutChecksum && file.sha256 && !file.listedSha256;
       }));
 }
 
@@ -89,9 +84,9 @@ ExitStatus statusOf(const CopyVerification::Report& report) {
 
 void tellCancelled(const CommandContext& context, const CopyVerification::Report& report) {
   const std::uint64_t total = report.files.size();
-  warn(context, say(context.language(), sentences::checkCancelled,
-                    numberText(context.language(), total - report.count(State::notReached)),
-                    counted(context.language(), total, sentences::outOfFiles)));
+  context.warn(say(context.language(), sentences::checkCancelled,
+                   numberText(context.language(), total - report.count(Check::notReached)),
+                   counted(context.language(), total, sentences::outOfFiles)));
 }
 
 }  // namespace
@@ -115,7 +110,7 @@ ExitStatus verify(const CommandContext& context) {
   writeLog(context.log, "verify finish: files={}, bytes={}, losses={}, stopped={}",
            report.files.size(), report.bytesRead, report.hasLosses(), report.isStopped);
   ExitStatus status = statusOf(report);
-  VerificationResult result{report, destinationPath(context), std::nullopt};
+  VerificationResult result{report, context.call.destination(), std::nullopt};
   if (report.isStopped) {
     tellCancelled(context, report);
   } else if (writesChecksums) {
@@ -124,8 +119,9 @@ ExitStatus verify(const CommandContext& context) {
       ChecksumFile::write(*folder, entries);
       result.checksums = {checksumPath(context), entries.size(), newDigests(report)};
     } catch (const FileError& error) {
-      warn(context, say(context.language(), sentences::checksumsNotWritten, quoted(error.path()),
-                        tavrix::sentences::systemErrorText(context.language(), error.code())));
+      context.warn(say(context.language(), sentences::checksumsNotWritten,
+                       forSentence(error.path()),
+                       tavrix::sentences::systemErrorText(context.language(), error.code())));
       status = ExitStatus::stopped;
     }
   }

@@ -1,13 +1,16 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "cli/CommandLine.h"
+#include "foundation/Sentence.h"
 
 namespace tavrix::cli {
+namespace help {
+struct HelpText;
+}
 
-/// The help text of one command, or of the program.
-std::string helpText(Language language, std::optional<Command> command);
+/// Returns the help of a command followed by the options of every command. A null `command` means
+/// the program itself.
+std::string helpText(Language language, const help::HelpText* command);
 
 }  // namespace tavrix::cli

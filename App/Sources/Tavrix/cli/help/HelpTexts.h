@@ -17,27 +17,29 @@ inline constexpr HelpText program{
 
   catalog SOURCE          файлы телефона: вид, дата и место съёмки
   bundles SOURCE          снимки: какие файлы составляют один кадр
-  groups SOURCE           папки, в которые лягут снимки, с их именами
+  groups SOURCE           папки, в которые попадут снимки, с их именами
   places SOURCE           места съёмки по странам и городам
-  geocache reset          забыть запомненные названия мест
-  plan SOURCE DEST        что перенеслось бы; ничего не пишет
+  geocache reset          забывает запомненные названия мест
+  plan SOURCE DEST        показывает, что будет перенесено; ничего не записывает
   transfer SOURCE DEST    переносит; повтор переносит только недостающее
   history [RECORD-ID]     прошлые переносы и что стало с каждым файлом
   verify DEST             сверяет скопированное с записями: что цело, изменилось, пропало
   marker rebuild SOURCE DEST
-                          узнаёт скопированное, если записи в DEST потеряны
+                          опознаёт скопированное, если записи в DEST потеряны
   snapshot SOURCE OUT-DIR записывает каталог телефона в OUT-DIR/snapshot.json
-  phones                  айфоны на кабеле и их состояние
+  phones                  подключённые айфоны и их состояние
   cache, cache reset      сколько прочитанного помнит программа; забыть всё это
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
-  template sanitize TEXT  имя, которое годится для папки
+  template sanitize TEXT  имя, допустимое для папки
   settings                запомненные настройки; settings set KEY VALUE, settings reset KEY
   presets                 все шаблоны имён; presets save NAME JSON, presets delete NAME
 
-SOURCE — айфон на кабеле: phone или phone:НОМЕР; смонтированный телефон, карта памяти или копия
-DCIM: папка, в которой лежит DCIM или папки вида 100APPLE; либо папка, в которой лежат
-snapshot.json и media. DEST — папка для фотографий.
+SOURCE — одно из трёх:
+  подключённый айфон: phone или phone:НОМЕР;
+  смонтированный телефон, карта памяти или копия DCIM: папка с DCIM или с папками вида 100APPLE;
+  папка, в которой лежат snapshot.json и media.
+DEST — папка для фотографий.
 
 Примеры:
   tavrix groups ТЕЛЕФОН --set uiMode=trips --explain
@@ -50,27 +52,30 @@ Usage: tavrix COMMAND ARGUMENTS…
 
   catalog SOURCE          the phone's files: kind, date and place of each
   bundles SOURCE          the shots: which files make up one picture
-  groups SOURCE           the folders that shots will lie in, with their names
+  groups SOURCE           the folders for the shots, with their names
   places SOURCE           the places where shots were taken, by country and city
-  geocache reset          forget the place names found so far
-  plan SOURCE DEST        what would be transferred; writes nothing
-  transfer SOURCE DEST    transfers; run again, it transfers only what is missing
-  history [RECORD-ID]     past transfers and what became of every file
-  verify DEST             compares what was copied with the records: intact, changed, missing
+  geocache reset          deletes the saved place names
+  plan SOURCE DEST        shows what would be transferred; writes nothing
+  transfer SOURCE DEST    transfers; a second run transfers only what is missing
+  history [RECORD-ID]     past transfers, and the outcome of every file
+  verify DEST             compares the copies with the records: intact, changed, missing
   marker rebuild SOURCE DEST
-                          recognises what was copied where the records of DEST are lost
-  snapshot SOURCE OUT-DIR writes the phone's catalogue as OUT-DIR/snapshot.json
-  phones                  the iPhones on the cable and their state
-  cache, cache reset      how much of what it read the program keeps; forget all of it
+                          recognises the copies if the records in DEST are lost
+  snapshot SOURCE OUT-DIR writes the phone's catalogue to OUT-DIR/snapshot.json
+  phones                  the connected iPhones and their state
+  cache, cache reset      how much of what it read the program keeps; deletes all of it
   template render         a folder name from a template
-  template presets        the templates that come with the program
-  template sanitize TEXT  a name that a folder can have
-  settings                the settings that are kept; settings set KEY VALUE, settings reset KEY
-  presets                 all templates of names; presets save NAME JSON, presets delete NAME
+  template presets        the built-in templates
+  template sanitize TEXT  a valid folder name
+  settings                the saved settings; settings set KEY VALUE, settings reset KEY
+  presets                 all name templates; presets save NAME JSON, presets delete NAME
 
-SOURCE is an iPhone on the cable, phone or phone:SERIAL; a mounted phone, a memory card or a copy
-of DCIM: a folder that holds DCIM or folders such as 100APPLE; or a folder that holds snapshot.json
-and media. DEST is the folder for the photos.
+SOURCE is one of these:
+  a connected iPhone: phone or phone:SERIAL;
+  a mounted phone, a memory card or a copy of DCIM: a folder with DCIM or with folders such as
+  100APPLE;
+  a folder with snapshot.json and media.
+DEST is the folder for the photos.
 
 Examples:
   tavrix groups PHONE --set uiMode=trips --explain
@@ -89,21 +94,20 @@ inline constexpr HelpText commonOptions{
   --help              эта справка
   --version           версия программы
 
-Завершение: 0 — всё сделано, 1 — часть файлов не удалась или часть источника не прочитана,
+Завершение: 0 — всё сделано, 1 — часть файлов не перенесена или часть источника не прочитана,
 2 — ошибка в вызове, 3 — не удалось начать или остановлено, 130 — прервано.
 )",
     R"(
 Options of every command:
   --json              the result for programs
-  --lang ru|en|system language of what people read (by default uiLanguage of tavrix settings,
-                      else ru)
-  --set KEY=VALUE     one setting for this call; may be repeated; to keep one: tavrix settings
+  --lang ru|en|system language of the messages (default: uiLanguage of tavrix settings, else ru)
+  --set KEY=VALUE     one setting for this call; can be repeated; to save one: tavrix settings
   --state DIR         the program's state folder
   --verbose           log lines on standard error
   --help              this help
   --version           the program's version
 
-Exit status: 0 all done, 1 some files failed or a part of the source was not read, 2 wrong call,
+Exit status: 0 all done, 1 some files failed or a part of the source was not read, 2 usage error,
 3 could not start or was stopped, 130 interrupted.
 )"};
 
@@ -131,7 +135,7 @@ inline constexpr HelpText bundles{
   tavrix bundles ТЕЛЕФОН
   tavrix bundles ТЕЛЕФОН --json | jq '.[] | select(.isLivePhoto)'
 )",
-    R"(tavrix bundles SOURCE — the shots: the original and the files that go with it.
+    R"(tavrix bundles SOURCE — the shots: each original and the files that belong to it.
 
 Examples:
   tavrix bundles PHONE
@@ -139,7 +143,7 @@ Examples:
 )"};
 
 inline constexpr HelpText groups{
-    R"(tavrix groups SOURCE — папки, в которые лягут снимки, с именами и счётом.
+    R"(tavrix groups SOURCE — папки, в которые попадут снимки, с именами и числом файлов.
 
   --explain           почему папки разделены именно здесь и почему снимок не в поездке
 
@@ -147,11 +151,11 @@ inline constexpr HelpText groups{
   events  события: новое начинается после паузы дольше eventGapHours часов или переезда дальше
           eventGapKm километров; так по умолчанию
   trips   поездки: от tripMinDays дней в одном городе дальше tripDistanceKm от дома; остальное
-          по месяцам. Дом находится сам, указать другой: homeOverride=ШИРОТА,ДОЛГОТА
+          по месяцам. Дом определяется сам, указать другой: homeOverride=ШИРОТА,ДОЛГОТА
   byDate  по дням, месяцам или годам: granularity=day, month или year
   flat    всё в одной папке
 
-Склейка и свои имена ссылаются на группы по id, который печатает --json.
+Чтобы склеить группы или назвать их по-своему, укажите их id: его печатает --json.
 
 Примеры:
   tavrix groups ТЕЛЕФОН --explain
@@ -162,20 +166,20 @@ inline constexpr HelpText groups{
   tavrix groups ТЕЛЕФОН --set timeZoneID=Europe/Moscow --set includeVideos=false
   tavrix groups ТЕЛЕФОН --set periodFrom=2026-05-01 --set periodTo=2026-05-31
 )",
-    R"(tavrix groups SOURCE — the folders that shots will lie in, with names and counts.
+    R"(tavrix groups SOURCE — the folders for the shots, with names and counts.
 
-  --explain           why folders are split where they are, and why a shot is in no trip
+  --explain           why folders are split where they are, and why a shot is not in a trip
 
-The mode is --set uiMode=…:
+The mode is set by --set uiMode=…:
   events  a new event begins after a pause of more than eventGapHours hours or a jump of more
-          than eventGapKm kilometres; this is the initial mode
-  trips   tripMinDays days or more in one city farther than tripDistanceKm from home are a trip;
-          the rest goes by months. Home is found; to choose another:
+          than eventGapKm kilometres; this is the default
+  trips   tripMinDays days or more in one city, farther than tripDistanceKm from home, are a trip;
+          the rest goes into month folders. Home is detected; to choose another one:
           homeOverride=LATITUDE,LONGITUDE
   byDate  by days, months or years: granularity=day, month or year
-  flat    all in one folder
+  flat    everything in one folder
 
-Merges and manual names refer to groups by the id that --json prints.
+To merge groups or to name them yourself, use the ids that --json prints.
 
 Examples:
   tavrix groups PHONE --explain
@@ -188,7 +192,7 @@ Examples:
 )"};
 
 inline constexpr HelpText plan{
-    R"(tavrix plan SOURCE DEST — что перенеслось бы в DEST; ничего не пишет.
+    R"(tavrix plan SOURCE DEST — показывает, что будет перенесено в DEST; ничего не записывает.
 
   --device-name NAME  имя телефона (по умолчанию iPhone)
 
@@ -197,9 +201,9 @@ inline constexpr HelpText plan{
   tavrix plan ТЕЛЕФОН ФОТОГРАФИИ --set separatePhotoVideo=true
   tavrix plan ТЕЛЕФОН ФОТОГРАФИИ --json | jq -r '.files[].relativePath'
 )",
-    R"(tavrix plan SOURCE DEST — what would be transferred into DEST; writes nothing.
+    R"(tavrix plan SOURCE DEST — shows what would be transferred into DEST; writes nothing.
 
-  --device-name NAME  the phone's name (iPhone by default)
+  --device-name NAME  the phone's name (default: iPhone)
 
 Examples:
   tavrix plan PHONE PHOTOS
@@ -210,17 +214,17 @@ Examples:
 inline constexpr HelpText transfer{
     R"(tavrix transfer SOURCE DEST — переносит снимки в папку DEST.
 
-DEST создаётся, если есть папка, в которой ей лежать. Повтор переносит только то, чего в DEST
-ещё нет. Пока iPhone отключён или на диске нет места, перенос ждёт, а потом продолжает сам.
+DEST создаётся, если есть папка уровнем выше. Повтор переносит только то, чего в DEST ещё нет.
+Пока iPhone отключён или на диске нет места, перенос ждёт, а потом продолжает сам.
 Ctrl-C останавливает перенос; всё, что успело скопироваться, остаётся.
 
-С --set packAsZip=true файлы складываются в один архив zip, а с --set packPerGroup=true ещё и
-каждая папка в свой. Архив получает имя, когда прочитан обратно и сверен. В архивы переносится
-всё, и повтор делает новые рядом со старыми. На время упаковки нужно вдвое больше места; если его
-нет, перенос ждёт.
+С --set packAsZip=true все файлы складываются в один архив zip, а если добавить
+--set packPerGroup=true — каждая папка в свой. Архив получает имя, когда прочитан обратно и
+сверен. В архивы переносится всё, и повтор делает новые рядом со старыми. На время упаковки нужно
+вдвое больше места; если его нет, перенос ждёт.
 
   --device-name NAME  имя телефона (по умолчанию iPhone)
-                      с ним карта узнаётся, куда бы её ни подключили,
+                      по нему карта узнаётся, куда бы её ни подключили,
                       и скопированное не копируется снова
 
 Примеры:
@@ -231,17 +235,17 @@ Ctrl-C останавливает перенос; всё, что успело с
 )",
     R"(tavrix transfer SOURCE DEST — transfers the shots into the folder DEST.
 
-DEST is created when the folder above it exists. Run again, it transfers only what is not in DEST
-yet. While the iPhone is disconnected, or the disk full, the transfer waits and then carries on by
-itself. Ctrl-C stops the transfer; all that was copied by then stays.
+DEST is created if the folder above it exists. A second run transfers only what is not yet in
+DEST. While the iPhone is disconnected or the disk is full, the transfer waits, and then carries on
+by itself. Ctrl-C stops the transfer; everything copied by then stays.
 
-With --set packAsZip=true the files go into one zip archive, with --set packPerGroup=true as well
-each folder into its own. An archive gets its name when it was read back and compared. Archives
-take everything, and running again makes new ones beside the old. Packing needs twice the space
-for a while; when there is too little, the transfer waits.
+With --set packAsZip=true all files go into one zip archive; with --set packPerGroup=true as well,
+each folder goes into its own archive. An archive gets its name after it was read back and
+compared. Everything goes into the archives, and a second run makes new ones beside the old ones.
+Packing needs twice the space for a while; if there is too little, the transfer waits.
 
-  --device-name NAME  the phone's name (iPhone by default)
-                      with it a card is known again wherever it is mounted,
+  --device-name NAME  the phone's name (default: iPhone)
+                      by this name a card is recognised wherever it is mounted,
                       and what was copied is not copied again
 
 Examples:
@@ -255,14 +259,14 @@ inline constexpr HelpText history{
     R"(tavrix history — список переносов, новые сверху.
 tavrix history RECORD-ID — один перенос: папки, снимки и файлы, с причиной каждой неудачи.
 
-RECORD-ID — номер записи, его начало или last (последняя). Истории место в папке состояния.
+RECORD-ID — номер записи, его начало или last (последняя). История хранится в папке состояния.
 
   --outcome ЧТО   только такие снимки (в списке — переносы, где они есть): all, onMac,
                   alreadyThere, failed, optimized
   --phone NAME    переносы с этого телефона
   --dest DIR      переносы в эту папку
-  --path FILE     что переносы делали с этим файлом
-  --asset ID      что переносы делали с этим файлом телефона (номер из tavrix catalog)
+  --path FILE     что переносы сделали с этим файлом
+  --asset ID      что переносы сделали с этим файлом телефона (id из tavrix catalog)
   --delete        удалить запись; перенесённые файлы остаются
 
 Примеры:
@@ -274,15 +278,15 @@ RECORD-ID — номер записи, его начало или last (посл
 tavrix history RECORD-ID — one transfer: folders, snapshots and files, with the reason of every
 failure.
 
-RECORD-ID is a record's number, its beginning, or last. The history is kept in the state folder.
+RECORD-ID is the number of a record, its beginning, or last. The history is in the state folder.
 
-  --outcome WHAT  only such snapshots (in the list: transfers that have any): all, onMac,
-                  alreadyThere, failed, optimized
+  --outcome WHAT  only snapshots with this outcome (in the list: transfers that have any): all,
+                  onMac, alreadyThere, failed, optimized
   --phone NAME    transfers from this phone
   --dest DIR      transfers into this folder
   --path FILE     what transfers did with this file
   --asset ID      what transfers did with this file of the phone (its id in tavrix catalog)
-  --delete        delete the record; what was transferred stays
+  --delete        delete the record; the transferred files stay
 
 Examples:
   tavrix history
@@ -293,31 +297,31 @@ Examples:
 inline constexpr HelpText snapshot{
     R"(tavrix snapshot SOURCE OUT-DIR — записывает каталог телефона в OUT-DIR/snapshot.json.
 
-OUT-DIR создаётся, если есть папка, в которой ей лежать; прежний snapshot.json заменяется.
+OUT-DIR создаётся, если есть папка уровнем выше; прежний snapshot.json заменяется.
 
 Пример:
   tavrix snapshot ТЕЛЕФОН КАТАЛОГ
 )",
-    R"(tavrix snapshot SOURCE OUT-DIR — writes the phone's catalogue as OUT-DIR/snapshot.json.
+    R"(tavrix snapshot SOURCE OUT-DIR — writes the phone's catalogue to OUT-DIR/snapshot.json.
 
-OUT-DIR is created when the folder above it exists; an earlier snapshot.json is replaced.
+OUT-DIR is created if the folder above it exists; an earlier snapshot.json is replaced.
 
 Example:
   tavrix snapshot PHONE CATALOGUE
 )"};
 
 inline constexpr HelpText phones{
-    R"(tavrix phones — айфоны на кабеле: имя, модель, номер и готов ли каждый отдать файлы.
+    R"(tavrix phones — подключённые айфоны: имя, модель, номер и готов ли каждый отдать файлы.
 
-Первый из них — источник phone, любой — источник phone:НОМЕР.
+Первый из них — источник phone, любой другой — источник phone:НОМЕР.
 
 Примеры:
   tavrix phones
   tavrix transfer phone ФОТОГРАФИИ
 )",
-    R"(tavrix phones — the iPhones on the cable: name, model, number and whether each is ready.
+    R"(tavrix phones — the connected iPhones: name, model, number and whether each is ready.
 
-The first one is the source phone, any is the source phone:SERIAL.
+The first one is the source phone, any other one is the source phone:SERIAL.
 
 Examples:
   tavrix phones
@@ -326,14 +330,14 @@ Examples:
 
 inline constexpr HelpText cache{
     R"(tavrix cache — сколько прочитанных дат, мест и размеров помнит программа и где они лежат.
-tavrix cache reset — забыть их; в следующий раз файлы прочитаются заново.
+tavrix cache reset — забывает их; в следующий раз файлы прочитаются заново.
 
 Примеры:
   tavrix cache
   tavrix cache reset
 )",
-    R"(tavrix cache — how many dates, places and sizes the program keeps, and where they lie.
-tavrix cache reset — forgets them; the next time, files are read again.
+    R"(tavrix cache — how many dates, places and sizes the program keeps, and where.
+tavrix cache reset — deletes them; the next time, files are read again.
 
 Examples:
   tavrix cache
@@ -343,7 +347,7 @@ Examples:
 inline constexpr HelpText templates{
     R"(tavrix template render --template JSON --context JSON — имя папки по шаблону.
 tavrix template presets — готовые шаблоны имён.
-tavrix template sanitize TEXT — имя, которое годится для папки.
+tavrix template sanitize TEXT — имя, допустимое для папки.
 
 Поля --context: dateStart, dateEnd (вида 2026-05-20T12:00:00Z), timeZone, city, countryName,
 countryCode, eventName; любое можно опустить.
@@ -356,11 +360,11 @@ countryCode, eventName; любое можно опустить.
     --context '{"dateStart":"2026-05-20T12:00:00Z","city":"Москва"}'
 )",
     R"(tavrix template render --template JSON --context JSON — a folder name from a template.
-tavrix template presets — the templates that come with the program.
-tavrix template sanitize TEXT — a name that a folder can have.
+tavrix template presets — the built-in templates.
+tavrix template sanitize TEXT — a valid folder name.
 
 Fields of --context: dateStart, dateEnd (such as 2026-05-20T12:00:00Z), timeZone, city,
-countryName, countryCode, eventName; any may be left out.
+countryName, countryCode, eventName; all are optional.
 
 Examples:
   tavrix template presets

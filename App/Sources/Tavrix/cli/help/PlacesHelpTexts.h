@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/HelpTexts.h"
+#include "cli/help/HelpTexts.h"
 
 /// The help of the commands on places, in both languages side by side.
 namespace tavrix::cli::help {
@@ -14,7 +14,7 @@ inline constexpr HelpText places{
   --set placeRadiusKm=KM        насколько близкие точки считаются одним местом
   --set mergeDistricts=true     части большого города — под именем города
   --set geocodingEnabled=false  без названий
-  --set places=НАЗВАНИЯ         только эти страны, города, регионы (годится для всех команд);
+  --set places=НАЗВАНИЯ         только эти страны, города, регионы (действует во всех командах);
                                 по-русски или по-английски, страны и кодом: IT
 
 Примеры:
@@ -23,16 +23,16 @@ inline constexpr HelpText places{
   tavrix groups ТЕЛЕФОН --set 'places=Италия, Вена'
   tavrix groups ТЕЛЕФОН --set 'places={"cities":["Рим"],"includeUnplaced":true}'
 )",
-    R"(tavrix places SOURCE — the places of the shots; points close together count as one.
+    R"(tavrix places SOURCE — the places of the shots; nearby points are treated as one place.
 
-Cities and countries come from a table that ships with the program; nothing is asked of the network.
-Far from every city a place goes by its region, or has no name.
+Cities and countries come from a table that ships with the program; the network is not used.
+Far from every city, a place has the name of its region or no name.
 
-  --set placeRadiusKm=KM        how close points count as one place
-  --set mergeDistricts=true     the parts of a great city go by its name
+  --set placeRadiusKm=KM        how near points must be to be one place
+  --set mergeDistricts=true     use the city's name for the parts of a large city
   --set geocodingEnabled=false  no names
-  --set places=NAMES            only these countries, cities, regions (for every command), in
-                                Russian or English, a country also by its code: IT
+  --set places=NAMES            only these countries, cities, regions (works in every command), in
+                                Russian or English; countries also by their code: IT
 
 Examples:
   tavrix places PHONE
@@ -49,9 +49,9 @@ inline constexpr HelpText geocache{
 Пример:
   tavrix geocache reset
 )",
-    R"(tavrix geocache reset — forgets the place names found so far (geocache.json in the state folder).
+    R"(tavrix geocache reset — deletes the saved place names (geocache.json in the state folder).
 
-They will be found again when needed; folders with photos do not change.
+They will be looked up again when needed; folders with photos do not change.
 
 Example:
   tavrix geocache reset

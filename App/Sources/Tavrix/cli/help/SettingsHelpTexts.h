@@ -1,8 +1,8 @@
 #pragma once
 
-#include "cli/HelpTexts.h"
+#include "cli/help/HelpTexts.h"
 
-/// The help of the commands on kept settings and templates, in both languages side by side.
+/// The help of the commands for saved settings and templates, in both languages side by side.
 namespace tavrix::cli::help {
 
 inline constexpr HelpText settings{
@@ -16,8 +16,8 @@ tavrix settings reset KEY — возвращает исходное значен
   geocodingEnabled nameOverrides mergesByMode
   uiLanguage  язык сообщений, когда нет --lang: ru, en или system
 
-Остальные настройки действуют на один вызов: --set КЛЮЧ=ЗНАЧЕНИЕ; она же на один вызов
-перекрывает и то, что запомнено.
+Остальные настройки действуют на один вызов: --set КЛЮЧ=ЗНАЧЕНИЕ; так же на один вызов можно
+заменить и запомненную.
 
 Примеры:
   tavrix settings
@@ -26,18 +26,18 @@ tavrix settings reset KEY — возвращает исходное значен
   tavrix settings set homeOverrideName=Дача
   tavrix settings reset eventGapHours
 )",
-    R"(tavrix settings — the settings that the program keeps, and which of them are the initial ones.
-tavrix settings set KEY VALUE or KEY=VALUE — keeps a setting for all calls from now on.
-tavrix settings reset KEY — back to the initial value; reset --all does so for all settings.
+    R"(tavrix settings — the saved settings, and which of them have their initial values.
+tavrix settings set KEY VALUE or KEY=VALUE — saves a setting for all following calls.
+tavrix settings reset KEY — restores the initial value; reset --all does so for all settings.
 
-Kept are:
+These settings can be saved:
   skipOptimized eventGapHours eventGapKm splitByDistance placeRadiusKm tripDistanceKm tripMinDays
   tripCityKm tripMaxGapHours homeWindowMonths homeOverride homeOverrideName nameTemplate
   geocodingEnabled nameOverrides mergesByMode
-  uiLanguage  language of what people read where there is no --lang: ru, en or system
+  uiLanguage  language of the messages without --lang: ru, en or system
 
-All other settings count for one call: --set KEY=VALUE, which for one call also overrides what is
-kept.
+All other settings apply to one call: --set KEY=VALUE. It also overrides a saved setting for that
+call.
 
 Examples:
   tavrix settings
@@ -60,11 +60,11 @@ tavrix presets delete NAME — удаляет сохранённый шабло�
     '{"tokens":[{"year":{"_0":"full"}},{"literal":{"_0":" "}},{"city":{"_0":"asIs"}}],"language":"russian"}'
   tavrix presets delete 'Год и город'
 )",
-    R"(tavrix presets — templates of folder names: those built in and those saved.
+    R"(tavrix presets — templates of folder names: the built-in and the saved ones.
 tavrix presets save NAME JSON — saves a template; an earlier one of the same name is replaced.
 tavrix presets delete NAME — deletes a saved template.
 
-To have folders named by a template: tavrix settings set nameTemplate JSON.
+To name folders by a template: tavrix settings set nameTemplate JSON.
 
 Examples:
   tavrix presets

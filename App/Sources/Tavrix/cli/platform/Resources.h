@@ -4,8 +4,12 @@
 
 namespace tavrix::cli {
 
-/// Where a file that ships with the program lies: in "Resources" beside the program, or, as it is
-/// installed, in "../share/tavrix". The first of these when it lies in neither.
+/// Returns the path of a data file that ships with the program: in "Resources" beside the program,
+/// or in "../share/tavrix" when it is only there.
 std::string resourcePath(const std::string& name);
+
+/// Returns the path of a program that this one starts: beside it, or in "../libexec/tavrix" when it
+/// is only there.
+std::string helperPath(const std::string& name);
 
 }  // namespace tavrix::cli

@@ -1,12 +1,12 @@
-// What TextPrinter tells of home and of merged folders.
+// TextPrinter: home and merged folders.
 
-#include "cli/GroupText.h"
+#include "cli/printing/GroupText.h"
 
 #include <algorithm>
 
-#include "cli/GroupSentences.h"
-#include "cli/Measures.h"
-#include "cli/TextPrinter.h"
+#include "cli/printing/Measures.h"
+#include "cli/printing/TextPrinter.h"
+#include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {

@@ -3,16 +3,17 @@
 #include <map>
 #include <string>
 
-#include "Library.h"
 #include "foundation/Sentence.h"
+#include "library/Library.h"
 
 namespace tavrix::cli {
 
-/// How a folder that was merged from others is marked; empty for any other.
+/// Returns the note for a folder that was merged from others, and an empty text for any other
+/// folder.
 std::string mergedNote(Language language, const MediaGroup& group);
 
-/// The groups of a library as they were before merging, by their ids, with the names of the folders
-/// that they are in. Refers to the library.
+/// The groups of a library before merging, by id, with the names of the folders that contain them.
+/// Refers to the library.
 class GroupIndex {
  public:
   struct Entry {

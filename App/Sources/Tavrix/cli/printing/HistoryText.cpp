@@ -1,9 +1,10 @@
-// What TextPrinter tells of past runs.
+// TextPrinter: past runs.
 
-#include "cli/CliSentences.h"
-#include "cli/HistorySentences.h"
-#include "cli/TextPrinter.h"
-#include "cli/VerifySentences.h"
+#include "cli/printing/FailureReason.h"
+#include "cli/printing/TextPrinter.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sentences/HistorySentences.h"
+#include "cli/sentences/VerifySentences.h"
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
 #include "history/Verdict.h"
@@ -19,7 +20,7 @@ std::uint64_t filesIn(const Record::Folder& folder) {
   return count;
 }
 
-/// The files of a folder one after another, as a table asks for them twice and in order.
+/// Iterates over the files of a folder. A table reads them twice, in order.
 class FileCursor {
  public:
   explicit FileCursor(const Record::Folder& folder) : folder_(folder) {}
@@ -74,7 +75,7 @@ void TextPrinter::fileRuns(const std::vector<HistoryStore::FileRun>& runs) {
          {title(sentences::titleBegun)},
          {title(sentences::titlePhone), false, true},
          {title(sentences::titleFile), false, true},
-         {title(sentences::titleState)},
+         {title(sentences::titleOutcomeState)},
          {title(sentences::titlePathOrReason), false, true}})
       .write(sink_, runs.size(), [&](std::size_t row) -> Table::Cells {
         const auto& [run, file] = runs[row];
@@ -91,9 +92,11 @@ std::string TextPrinter::stateOf(const Record::File& file) const {
 }
 
 std::string TextPrinter::pathOrReason(const Record::File& file) const {
-  if (file.reason && file.path)
+  if (!file.reason) return printable(file.path.value_or(""));
+  if (file.path) {
     return printable(say(language_, sentences::fileAndReason, *file.path, *file.reason));
-  return printable(file.reason ? *file.reason : file.path.value_or(""));
+  }
+  return printable(reasonBesideName(language_, *file.reason));
 }
 
 void TextPrinter::runFields(const Record& record) {
@@ -144,7 +147,7 @@ void TextPrinter::recordedFolder(const Record::Folder& folder) {
   FileCursor files{folder};
   table({{say(language_, sentences::titleFile), false, true},
          {say(language_, sentences::titleSize), true},
-         {say(language_, sentences::titleState)},
+         {say(language_, sentences::titleOutcomeState)},
          {say(language_, sentences::titlePathOrReason), false, true}})
       .write(sink_, filesIn(folder), [&](std::size_t row) -> Table::Cells {
         const Record::File& file = files.at(row);

@@ -1,6 +1,6 @@
-#include "cli/JsonPrinter.h"
+#include "cli/printing/JsonPrinter.h"
 
-#include "cli/ReasonsJson.h"
+#include "cli/printing/ReasonsJson.h"
 #include "naming/NameTemplateCoding.h"
 
 namespace tavrix::cli {

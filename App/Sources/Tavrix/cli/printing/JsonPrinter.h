@@ -1,11 +1,11 @@
 #pragma once
 
-#include "cli/ResultPrinter.h"
+#include "cli/printing/ResultPrinter.h"
 #include "foundation/json/JsonWriter.h"
 
 namespace tavrix::cli {
 
-/// One JSON document for each result, the same in every language; absent values are left out.
+/// Prints one JSON document per result, identical in every language. Omits absent values.
 class JsonPrinter : public ResultPrinter {
  public:
   explicit JsonPrinter(TextSink& sink) : sink_(sink) {}

@@ -1,4 +1,4 @@
-#include "cli/Measures.h"
+#include "cli/printing/Measures.h"
 
 #include <array>
 #include <cmath>
@@ -23,10 +23,10 @@ constexpr std::size_t minutes = 2;
 constexpr std::int64_t longestInHours = 100;
 
 constexpr int mostDecimals = 9;
-/// Up to here a double is a whole number that its text shows digit by digit.
+/// Up to this value a whole double is printed digit by digit.
 constexpr double largestPlain = 1e15;
 
-/// A number written by fmt as a language writes it.
+/// Converts a number printed by fmt to the notation of a language.
 std::string localised(Language language, const std::string& number) {
   const auto point = number.find('.');
   const std::string whole = number.substr(0, point);
@@ -42,13 +42,13 @@ std::string withUnit(Language language, const std::string& number, std::string_v
                      language == Language::russian ? russian : english);
 }
 
-/// A setting as it was given.
+/// Returns a setting as the user typed it.
 std::string plain(double number) {
   const bool isWhole = number < largestPlain && number == std::floor(number);
   return isWhole ? fmt::format("{:.0f}", number) : fmt::format("{}", number);
 }
 
-/// With the fewest decimals that leave it on its side of a limit.
+/// Uses the fewest decimals that keep the value on its side of the limit.
 std::string roundedApart(double value, double limit) {
   for (int decimals = 0; decimals < mostDecimals; ++decimals) {
     const std::string text = fmt::format("{:.{}f}", value, decimals);
@@ -79,7 +79,7 @@ std::string hoursText(Language language, double count) {
   return timeText(language, static_cast<std::int64_t>(milliseconds), hours);
 }
 
-/// Two units of a time, or as many more as show that it is longer than a number of hours.
+/// Returns a time in two units, or in as many more as needed to show that it exceeds `limitHours`.
 std::string timeApart(Language language, std::int64_t milliseconds, double limitHours) {
   const bool isLong = milliseconds >= longestInHours * timeUnits[hours].milliseconds;
   const std::size_t first = isLong ? days : hours;
@@ -111,7 +111,7 @@ std::string distanceText(Language language, double km) {
 }
 
 std::string pointText(const GeoPoint& point) {
-  // Adding a zero makes a "-0.00" of what is rounded away unsigned.
+  // Adding zero removes the sign of "-0.00" after rounding.
   const auto rounded = [](double degrees) { return std::round(degrees * 100) / 100 + 0.0; };
   return fmt::format("{:.2f}, {:.2f}", rounded(point.latitude), rounded(point.longitude));
 }

@@ -8,22 +8,22 @@
 
 namespace tavrix::cli {
 
-/// A measured value and the setting that it was held against, such as "5 ч 12 мин" and "4 ч". The
-/// setting is exact; the value is as precise as it takes for the two to read as they compare.
+/// A measured value and the setting it was compared with, such as "5 ч 12 мин" and "4 ч". The
+/// setting is exact; the value is just precise enough for the texts to compare as the numbers do.
 struct Compared {
   std::string value;
   std::string limit;
 };
 
-/// Kilometres: "61 km" and "30 km"; "100.04 km" and "100 km".
+/// Compares kilometres: "61 km" and "30 km"; "100.04 km" and "100 km".
 Compared comparedDistances(Language language, double km, double limitKm);
-/// Hours and smaller units, or days and hours from a hundred hours on.
+/// Compares times in hours and smaller units, or in days and hours from a hundred hours on.
 Compared comparedPauses(Language language, Instant::duration gap, double limitHours);
 
-/// Whole kilometres.
+/// Returns a distance in whole kilometres.
 std::string distanceText(Language language, double km);
 
-/// "55.75, 37.62"; the same in every language, as it is typed.
+/// Returns "55.75, 37.62", the same in every language, as the user types it.
 std::string pointText(const GeoPoint& point);
 
 }  // namespace tavrix::cli

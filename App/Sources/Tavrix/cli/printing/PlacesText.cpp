@@ -1,14 +1,15 @@
-// What TextPrinter tells of places.
+// TextPrinter: places.
 
-#include "cli/CliSentences.h"
-#include "cli/PlaceSentences.h"
-#include "cli/TextPrinter.h"
+#include "cli/printing/TextPrinter.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sentences/PlaceSentences.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
 namespace {
 
-std::string pointText(const GeoPoint& point) {
+/// Returns a position to about a metre.
+std::string exactPointText(const GeoPoint& point) {
   return fmt::format("{:.5f}, {:.5f}", point.latitude, point.longitude);
 }
 
@@ -16,7 +17,7 @@ std::string textOr(const std::optional<std::string>& text, std::string_view othe
   return text ? printable(*text) : std::string{other};
 }
 
-/// City, or region, and country of a place.
+/// Returns the city, or otherwise the region, and the country of a place.
 std::pair<std::string, std::string> namesOf(const LibraryPlace& place, Language language) {
   const auto found = place.names.find(language == Language::russian ? "ru" : "en");
   if (found == place.names.end()) return {say(language, sentences::cityNotYet), "—"};
@@ -35,7 +36,7 @@ void TextPrinter::places(const PlacesResult& result) {
   }
   columns.push_back({say(language_, sentences::titleShots), true});
   table(std::move(columns)).write(sink_, places.size(), [&](std::size_t row) -> Table::Cells {
-    Table::Cells cells{pointText(places[row].center)};
+    Table::Cells cells{exactPointText(places[row].center)};
     if (result.tree) {
       const auto [city, country] = namesOf(places[row], language_);
       cells.insert(cells.end(), {city, country});

@@ -1,22 +1,21 @@
-#include "cli/ProgressBar.h"
+#include "cli/printing/ProgressBar.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "cli/CliSentences.h"
-#include "cli/Table.h"
+#include "cli/printing/Table.h"
+#include "cli/printing/TerminalLine.h"
+#include "cli/sentences/CliSentences.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
 namespace {
 
-constexpr std::chrono::milliseconds drawInterval{100};
 constexpr std::chrono::milliseconds measureInterval{500};
-/// How much the newest measurement counts against those before.
+/// The weight of the newest measurement relative to the earlier ones.
 constexpr double newestShare = 0.3;
 constexpr int barColumns = 20;
 constexpr int narrowestName = 8;
-constexpr std::string_view clearLine = "\r\x1b[K";
 
 }  // namespace
 
@@ -42,7 +41,7 @@ ProgressBar::~ProgressBar() {
   try {
     clear();
   } catch (const std::exception&) {
-    // A terminal that is gone needs no clearing.
+    // If the terminal is gone, there is nothing to clear.
     isShown_ = false;
   }
 }

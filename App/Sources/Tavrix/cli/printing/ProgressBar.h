@@ -11,7 +11,7 @@
 
 namespace tavrix::cli {
 
-/// One line of a terminal that tells how far a run is, drawn again about ten times a second.
+/// A terminal line with the progress of a run, redrawn about ten times a second.
 class ProgressBar {
  public:
   ProgressBar(TextSink& terminal, int columns, Language language)
@@ -20,17 +20,17 @@ class ProgressBar {
   ProgressBar& operator=(const ProgressBar&) = delete;
   ~ProgressBar();
 
-  /// `now` is the moment of the snapshot and never goes back.
+  /// `now` is the time of the snapshot and must never decrease.
   void show(const TransferProgressSnapshot& progress, std::chrono::steady_clock::time_point now);
-  /// Takes the line away.
+  /// Removes the line.
   void clear();
 
-  /// The line's text without the terminal's control characters, at most `columns` wide.
+  /// Returns the line without terminal control characters, at most `columns` wide.
   std::string text(const TransferProgressSnapshot& progress) const;
 
  private:
   std::string packingText(const TransferProgressSnapshot& progress) const;
-  /// The line with the name of the file in hand, as far as there is room.
+  /// Appends the name of the current file if there is room.
   std::string withName(std::string line, const TransferProgressSnapshot& progress) const;
   void measureSpeed(std::uint64_t bytesDone, std::chrono::steady_clock::time_point now);
 
@@ -41,12 +41,12 @@ class ProgressBar {
   std::optional<std::chrono::steady_clock::time_point> drawnAt_;
   std::optional<std::chrono::steady_clock::time_point> measuredAt_;
   std::uint64_t measuredBytes_ = 0;
-  double bytesPerSecond_ = 0;  ///< 0 while it is not known
+  double bytesPerSecond_ = 0;  ///< 0 while unknown
 };
 
-/// A bar of 20 columns, filled as far as the work is done.
+/// Returns a bar of 20 columns, filled in proportion to the work done.
 std::string barText(std::uint64_t done, std::uint64_t total);
-/// "0:35", "12:05", "1:02:03".
+/// Returns for example "0:35", "12:05" or "1:02:03".
 std::string durationText(std::chrono::seconds duration);
 
 }  // namespace tavrix::cli

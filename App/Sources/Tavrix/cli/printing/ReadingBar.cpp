@@ -1,20 +1,19 @@
-#include "cli/ReadingBar.h"
+#include "cli/printing/ReadingBar.h"
 
 #include <cmath>
 #include <vector>
 
-#include "cli/CliSentences.h"
-#include "cli/ProgressBar.h"
-#include "cli/SourceSentences.h"
-#include "cli/Table.h"
+#include "cli/printing/ProgressBar.h"
+#include "cli/printing/Table.h"
+#include "cli/printing/TerminalLine.h"
+#include "cli/sentences/CliSentences.h"
 #include "foundation/Text.h"
+#include "text/SourceSentences.h"
 
 namespace tavrix::cli {
 namespace {
 
-constexpr std::chrono::milliseconds drawInterval{100};
-constexpr std::string_view clearLine = "\r\x1b[K";
-/// Before that a speed says nothing.
+/// The speed is not meaningful before this time.
 constexpr std::chrono::duration<double> measureTime{1};
 
 }  // namespace
@@ -24,7 +23,7 @@ ReadingBar::~ReadingBar() {
   try {
     terminal_.write(clearLine);
   } catch (const std::exception&) {
-    // A terminal that is gone needs no clearing.
+    // If the terminal is gone, there is nothing to clear.
     isShown_ = false;
   }
 }
@@ -48,7 +47,7 @@ std::string ReadingBar::text(const MetadataPass::Progress& progress,
     parts.push_back(say(language_, sentences::readingHits, numberText(language_, progress.hits)));
   }
   std::string line = barText(progress.done(), progress.total) + " " + counts;
-  // Half a number would be another number: what has no room is left out whole.
+  // A truncated number would be wrong, so parts that do not fit are omitted.
   if (displayWidth(line) > columns_) line = counts;
   for (const std::string& part : parts) {
     if (displayWidth(line) + displayWidth(part) + 3 > columns_) break;

@@ -4,14 +4,13 @@
 #include <optional>
 #include <string>
 
-#include "device/MetadataPass.h"
+#include "device/metadata/MetadataPass.h"
 #include "foundation/Sentence.h"
 #include "foundation/json/JsonWriter.h"
 
 namespace tavrix::cli {
 
-/// One line of a terminal that tells how far the reading of a catalogue is, drawn again about ten
-/// times a second.
+/// A terminal line with the progress of reading a catalogue, redrawn about ten times a second.
 class ReadingBar {
  public:
   ReadingBar(TextSink& terminal, int columns, Language language)
@@ -20,9 +19,9 @@ class ReadingBar {
   ReadingBar& operator=(const ReadingBar&) = delete;
   ~ReadingBar();
 
-  /// `now` never goes back. A reading that has nothing to do shows nothing.
+  /// `now` must never decrease. Shows nothing if there is nothing to read.
   void show(const MetadataPass::Progress& progress, std::chrono::steady_clock::time_point now);
-  /// The line's text without the terminal's control characters, `elapsed` after the first file.
+  /// Returns the line without terminal control characters, `elapsed` after the first file.
   std::string text(const MetadataPass::Progress& progress,
                    std::chrono::duration<double> elapsed) const;
 

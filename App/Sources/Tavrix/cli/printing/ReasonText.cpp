@@ -1,10 +1,10 @@
-// What TextPrinter tells of why folders are cut where they are.
+// TextPrinter: the reasons for the boundaries of folders.
 
-#include "cli/CliSentences.h"
-#include "cli/GroupSentences.h"
-#include "cli/GroupText.h"
-#include "cli/Measures.h"
-#include "cli/TextPrinter.h"
+#include "cli/printing/GroupText.h"
+#include "cli/printing/Measures.h"
+#include "cli/printing/TextPrinter.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
@@ -12,7 +12,7 @@ namespace {
 
 using namespace grouping_reason;
 
-/// A reason of any kind in words.
+/// Describes a reason of any kind in words.
 class ReasonWords {
  public:
   ReasonWords(Language language, const TimeZone& zone, const std::vector<TripReasons::Stay>& stays)
@@ -41,12 +41,13 @@ class ReasonWords {
     return say(language_, sentences::outing, span(stay), dayCount(stay), stay.minDays);
   }
 
-  /// Of a stay's beginning: shots without a place may lie in what ends or begins a stay.
+  /// Describes the begin of a stay. Shots without a place may belong to the stay before or after a
+  /// pause.
   std::string beginText(const StayBegin& begin) const {
     const auto* const pause = std::get_if<Pause>(&begin);
     return pause != nullptr ? pauseBetweenPlaces(*pause) : std::visit(*this, begin);
   }
-  /// Of a stay's end; the same as a beginning it would say what comes after.
+  /// Describes the end of a stay. The words for a begin would describe what comes after it.
   std::string endText(const StayEnd& end) const {
     if (const auto* const pause = std::get_if<Pause>(&end)) return pauseBetweenPlaces(*pause);
     if (const auto* const home = std::get_if<NearHome>(&end)) {
@@ -58,7 +59,7 @@ class ReasonWords {
     return std::visit(*this, end);
   }
 
-  /// The first and the last day.
+  /// Returns the first and the last day.
   std::string span(const TripReasons::Stay& stay) const {
     const std::string first = dayText(zone_.dateAt(stay.dateStart));
     const std::string last = dayText(zone_.dateAt(stay.dateEnd));
@@ -98,7 +99,7 @@ std::string calendarText(Language language, DateGranularity granularity, const s
   return {};
 }
 
-/// A folder, or one of those that it was merged from, in the order of display.
+/// A folder, or one of those it was merged from, in display order.
 struct FolderLine {
   std::string name;
   const MediaGroup* group;
@@ -113,11 +114,11 @@ std::vector<FolderLine> folderLines(const Library& library) {
   return lines;
 }
 
-/// A shot that is in no trip, and why.
+/// A shot outside all trips, and the reason.
 struct ShotLine {
   const std::string* folderName;
   const AssetBundle* bundle;
-  const MonthReason* reason;  ///< none for a shot without a date
+  const MonthReason* reason;  ///< nullptr for a shot without a date
 };
 
 std::vector<ShotLine> shotLines(const Library& library, const TripReasons& reasons) {

@@ -1,6 +1,6 @@
-#include "cli/ReasonsJson.h"
+#include "cli/printing/ReasonsJson.h"
 
-#include "cli/GroupText.h"
+#include "cli/printing/GroupText.h"
 
 namespace tavrix::cli {
 namespace {
@@ -24,7 +24,7 @@ std::string_view textOf(DateGranularity granularity) {
   return {};
 }
 
-/// The fields of one reason, in an open object.
+/// Writes the fields of one reason into an open object.
 class ReasonFields {
  public:
   explicit ReasonFields(JsonWriter& json) : json_(json) {}
@@ -85,7 +85,7 @@ void writeMonth(JsonWriter& json, const MediaGroup& group, const TripReasons::Mo
   json.endArray().endObject();
 }
 
-/// The fields of the explanation, in an open object.
+/// Writes the fields of the explanation into an open object.
 class Explanation {
  public:
   Explanation(JsonWriter& json, const Library& library) : json_(json), library_(library) {}

@@ -1,6 +1,6 @@
-#include "cli/JsonPrinter.h"
-#include "defaults/DefaultsFile.h"
+#include "cli/printing/JsonPrinter.h"
 #include "naming/NameTemplateCoding.h"
+#include "settings/defaults/DefaultsFile.h"
 
 namespace tavrix::cli {
 namespace {

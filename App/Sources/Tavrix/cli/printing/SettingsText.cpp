@@ -1,10 +1,10 @@
 #include <fmt/format.h>
 
-#include "cli/SettingsSentences.h"
-#include "cli/TextPrinter.h"
-#include "defaults/DefaultsFile.h"
+#include "cli/printing/TextPrinter.h"
+#include "cli/sentences/SettingsSentences.h"
 #include "foundation/Text.h"
 #include "naming/NameTemplateCoding.h"
+#include "settings/defaults/DefaultsFile.h"
 
 namespace tavrix::cli {
 namespace {
@@ -21,7 +21,7 @@ std::string inOneLine(const JsonValue& value) {
   return text;
 }
 
-/// As `settings set` takes it.
+/// Returns the value in the form that `settings set` accepts.
 std::string valueText(const KeptSetting& setting) {
   if (!setting.value) return absent;
   const JsonValue& value = *setting.value;

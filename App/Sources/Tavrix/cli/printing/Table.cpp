@@ -1,4 +1,4 @@
-#include "cli/Table.h"
+#include "cli/printing/Table.h"
 
 #include <algorithm>
 #include <string_view>
@@ -11,7 +11,7 @@ namespace {
 constexpr int gap = 2;
 constexpr int narrowestColumn = 8;
 
-/// Clusters from the beginning, or from the end, that fit into some columns.
+/// Returns the leading, or the trailing, clusters that fit into the given number of columns.
 std::string fitting(const std::vector<std::string_view>& clusters, int columns, bool fromEnd) {
   std::string result;
   for (std::size_t i = 0; i < clusters.size(); ++i) {
@@ -32,7 +32,7 @@ std::string fitting(const std::vector<std::string_view>& clusters, int columns, 
 std::string shortened(const std::string& text, int columns) {
   if (displayWidth(text) <= columns) return text;
   if (columns <= 1) return columns == 1 ? "…" : "";
-  // The end tells more than the middle: numbers and extensions stand there.
+  // The end is more informative than the middle: it has numbers and extensions.
   const int tail = (columns - 1) / 2;
   const auto clusters = graphemeClusters(text);
   return fitting(clusters, columns - 1 - tail, false) + "…" + fitting(clusters, tail, true);

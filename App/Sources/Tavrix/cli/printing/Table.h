@@ -10,13 +10,13 @@
 
 namespace tavrix::cli {
 
-/// Rows of text in aligned columns. Widths are those of a terminal: a wide character counts two.
+/// Rows of text in aligned columns. Widths are terminal columns: a wide character has width 2.
 class Table {
  public:
   struct Column {
     std::string title;
-    bool isNumber = false;   ///< aligned to the right
-    bool mayShrink = false;  ///< shortened where the terminal is too narrow
+    bool isNumber = false;   ///< right-aligned
+    bool mayShrink = false;  ///< shortened if the terminal is too narrow
   };
   using Cells = std::vector<std::string>;
 
@@ -24,8 +24,8 @@ class Table {
   Table(std::vector<Column> columns, std::optional<int> terminalColumns)
       : columns_(std::move(columns)), terminalColumns_(terminalColumns) {}
 
-  /// Writes titles and rows. `cellsOf` is asked twice for each row, first to measure, then to
-  /// write, so that a long table is never in memory.
+  /// Writes titles and rows. Calls `cellsOf` twice per row, first to measure and then to write, so
+  /// that a long table is never held in memory.
   void write(TextSink& sink, std::size_t rowCount,
              const std::function<Cells(std::size_t row)>& cellsOf) const;
 
@@ -39,9 +39,10 @@ class Table {
   std::optional<int> terminalColumns_;
 };
 
-/// The text in at most `columns` columns, with "…" in place of what had to go from its middle.
+/// Returns the text shortened to at most `columns` columns, with "…" in place of its middle.
 std::string shortened(const std::string& text, int columns);
-/// The text with spaces to a width, on its left or on its right.
+/// Returns the text padded with spaces to a width, on its left if `toTheRight` and on its right
+/// otherwise.
 std::string padded(const std::string& text, int columns, bool toTheRight);
 
 }  // namespace tavrix::cli

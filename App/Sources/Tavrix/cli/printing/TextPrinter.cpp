@@ -1,10 +1,10 @@
-#include "cli/TextPrinter.h"
+#include "cli/printing/TextPrinter.h"
 
 #include <algorithm>
 #include <chrono>
 
-#include "cli/CliSentences.h"
-#include "cli/GroupText.h"
+#include "cli/printing/GroupText.h"
+#include "cli/sentences/CliSentences.h"
 #include "foundation/Text.h"
 #include "naming/NameTemplateCoding.h"
 

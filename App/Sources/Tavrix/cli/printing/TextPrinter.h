@@ -4,17 +4,17 @@
 #include <optional>
 #include <string>
 
-#include "cli/ResultPrinter.h"
-#include "cli/Table.h"
+#include "cli/printing/ResultPrinter.h"
+#include "cli/printing/Table.h"
 #include "foundation/Sentence.h"
 #include "foundation/TimeZone.h"
 
 namespace tavrix::cli {
 
-/// Enough of a record's number to name it by.
+/// Returns the part of a record's id that is enough to refer to it.
 inline std::string shortID(const Uuid& id) { return id.text().substr(0, 8); }
 
-/// Tables and sentences for people. Dates are those of the zone in which days are cut.
+/// Prints tables and sentences for people. Dates are in the zone in which days begin and end.
 class TextPrinter : public ResultPrinter {
  public:
   TextPrinter(TextSink& sink, Language language, TimeZone zone, std::optional<int> columns)
@@ -57,7 +57,7 @@ class TextPrinter : public ResultPrinter {
   std::string dateText(const std::optional<Instant>& date) const;
   std::string dayTextOf(const std::optional<Instant>& date) const;
 
-  /// A line of a summary; one of depth 1 tells a part of the line of depth 0 above it.
+  /// A line of a summary; a line of depth 1 is a part of the line of depth 0 above it.
   struct TallyRow {
     int depth;
     std::string label;
@@ -65,7 +65,7 @@ class TextPrinter : public ResultPrinter {
     bool isShownWhenZero = false;
   };
   void tallyRows(std::vector<TallyRow> rows);
-  /// At most `most` lines, and how many more there are.
+  /// Prints the first lines of a long list and how many more there are.
   void shortList(const std::string& title, const std::vector<std::string>& lines);
   void findings(const CopyVerification::Report& report);
   std::string reasonOf(const CopyVerification::CheckedFile& file) const;

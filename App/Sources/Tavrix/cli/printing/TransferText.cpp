@@ -1,14 +1,15 @@
-// What TextPrinter tells of plans and runs.
+// TextPrinter: plans and runs.
 
-#include "ConversionSentences.h"
-#include "RunRecording.h"
-#include "cli/CliSentences.h"
-#include "cli/HistorySentences.h"
-#include "cli/SourceSentences.h"
-#include "cli/TextPrinter.h"
-#include "cli/VerifySentences.h"
+#include "cli/printing/FailureReason.h"
+#include "cli/printing/TextPrinter.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sentences/HistorySentences.h"
+#include "cli/sentences/VerifySentences.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
+#include "runs/RunRecording.h"
+#include "text/ConversionSentences.h"
+#include "text/SourceSentences.h"
 
 namespace tavrix::cli {
 
@@ -63,7 +64,18 @@ void TextPrinter::tallyRows(std::vector<TallyRow> rows) {
 
 namespace {
 
-/// Each with the reason.
+/// Returns the failed files, each with its reason.
+std::vector<std::string> failures(Language language, const TransferReport& report) {
+  std::vector<std::string> lines;
+  for (const FileOutcome& outcome : report.files) {
+    const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind);
+    if (failed == nullptr) continue;
+    lines.push_back(outcome.name + ": " + reasonBesideName(language, failed->reason));
+  }
+  return lines;
+}
+
+/// Returns the files that were kept unconverted, each with its reason.
 std::vector<std::string> keptOriginals(Language language, const TransferReport& report) {
   std::vector<std::string> lines;
   for (const FileOutcome& outcome : report.files) {
@@ -112,7 +124,7 @@ void TextPrinter::headline(const TransferResult& result) {
     case TransferRecord::Status::completed:
       return line(say(language_, sentences::runCompleted, bytes(outcome.report.bytesWritten)));
     case TransferRecord::Status::completedWithFailures:
-      // Then the source was read in part, which the closing lines say.
+      // No file failed: the source was only partly readable, which the closing lines report.
       if (outcome.report.failures.empty()) break;
       return line(say(language_,
                       outcome.isPacked ? sentences::packingCompletedWithFailures
@@ -120,7 +132,7 @@ void TextPrinter::headline(const TransferResult& result) {
                       count(outcome.report.failures.size(), sentences::files)));
     case TransferRecord::Status::cancelled:
     case TransferRecord::Status::interrupted:
-      // The error itself says why the run ended.
+      // The error message states why the run ended.
       return;
   }
   line(say(language_, sentences::runPartlyCompleted, bytes(outcome.report.bytesWritten)));
@@ -154,7 +166,7 @@ void TextPrinter::transfer(const TransferResult& result) {
   tally(tallyOf(result.library, result.plan, report), true);
   home(result.library);
   list(say(language_, sentences::keptOriginalsTitle), keptOriginals(language_, report));
-  list(say(language_, sentences::failuresTitle), report.failures);
+  list(say(language_, sentences::failuresTitle), failures(language_, report));
   unreadFolders(result.outcome);
   if (const auto note = unknownKindNote(language_, result.library)) {
     line("");

@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "cli/VerifySentences.h"
+#include "cli/sentences/VerifySentences.h"
 #include "foundation/Sentences.h"
 #include "foundation/files/Folder.h"
 
 namespace tavrix::cli {
 
-/// Why something in a destination cannot be read, by the system's code (errno).
+/// Returns why something in a destination cannot be read, given the error code (errno).
 inline std::string unreadableReason(Language language, int code) {
   return code == EXDEV ? say(language, sentences::pathLeadsOut)
                        : tavrix::sentences::systemErrorText(language, code);

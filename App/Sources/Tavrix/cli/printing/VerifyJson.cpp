@@ -1,7 +1,7 @@
-// What JsonPrinter tells of checks of a destination and of recognising copies.
+// JsonPrinter: checks of a destination, and recognised copies.
 
-#include "cli/JsonPrinter.h"
-#include "cli/UnreadableReason.h"
+#include "cli/printing/JsonPrinter.h"
+#include "cli/printing/UnreadableReason.h"
 
 namespace tavrix::cli {
 namespace {
@@ -9,7 +9,7 @@ namespace {
 using CopyVerification::CheckedFile;
 using MarkerRebuild::ExaminedFile;
 
-/// Nothing for an ordinary file.
+/// Returns nullopt for an ordinary file.
 std::optional<std::string> foundText(FileStatus::Type type) {
   switch (type) {
     case FileStatus::Type::file:
@@ -24,7 +24,7 @@ std::optional<std::string> foundText(FileStatus::Type type) {
   return std::nullopt;
 }
 
-/// The same in every language.
+/// Always in Russian, so that the document does not depend on the language.
 std::optional<std::string> reasonText(int errorCode) {
   if (errorCode == 0) return std::nullopt;
   return unreadableReason(Language::russian, errorCode);

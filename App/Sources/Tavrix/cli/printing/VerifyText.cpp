@@ -1,14 +1,14 @@
-// What TextPrinter tells of checks of a destination and of recognising copies.
+// TextPrinter: checks of a destination, and recognised copies.
 
-#include "cli/CliSentences.h"
-#include "cli/TextPrinter.h"
-#include "cli/UnreadableReason.h"
+#include "cli/printing/TextPrinter.h"
+#include "cli/printing/UnreadableReason.h"
+#include "cli/sentences/CliSentences.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
 namespace {
 
-/// Of a long list that is no cause for alarm.
+/// The most lines shown of a long list that is not a warning.
 constexpr std::size_t shownLines = 20;
 
 std::vector<std::string> linesOf(Language language, const std::vector<UnreadableFolder>& folders) {
@@ -21,7 +21,7 @@ std::vector<std::string> linesOf(Language language, const std::vector<Unreadable
   return lines;
 }
 
-/// What of a destination could not be read besides files: "1 запись, 2 папки".
+/// Returns the counts of unreadable entries and folders, without files: "1 запись, 2 папки".
 std::string unreadThings(Language language, const CopyVerification::Report& report) {
   std::string text;
   const auto add = [&](std::size_t count, const CountedNoun& noun) {

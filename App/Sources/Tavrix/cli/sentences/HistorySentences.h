@@ -2,46 +2,45 @@
 
 #include <string_view>
 
+#include "cli/call/Invocation.h"
 #include "foundation/Sentence.h"
 
-/// What the command line tells of past runs, in both languages side by side.
+/// The sentences of the command line about past runs, in both languages side by side.
 namespace tavrix::cli::sentences {
 
 inline constexpr CountedNoun runs{"перенос", "переноса", "переносов", "transfer", "transfers"};
 
 inline constexpr Sentence<std::string_view> badRecordID{
     "«{}» не похоже на номер записи; номера показывает tavrix history, последняя запись — last.",
-    "“{}” is no record's number; tavrix history shows them, and the newest one is last."};
+    "“{}” is not a record's number; tavrix history shows the numbers, and last is the newest "
+    "record."};
 inline constexpr Sentence<std::string_view> noSuchRecord{
     "Записи «{}» нет; список записей: tavrix history.",
-    "There is no record “{}”; for the list of records: tavrix history."};
+    "There is no record “{}”; for the list of records, run tavrix history."};
 inline constexpr Sentence<std::string_view> ambiguousRecordID{
-    "На «{}» начинается не одна запись; допишите номер, список: tavrix history.",
-    "More than one record begins with “{}”; write more of the number, the list: tavrix history."};
+    "С «{}» начинается несколько номеров; допишите номер, список: tavrix history.",
+    "Several record numbers begin with “{}”; copy more of the number from tavrix history."};
 inline constexpr Sentence<std::string_view> badOutcome{
     "--outcome не принимает «{}»; можно: all, onMac, alreadyThere, failed, optimized.",
-    "--outcome does not take “{}”; allowed: all, onMac, alreadyThere, failed, optimized."};
+    "--outcome does not accept “{}”; allowed: all, onMac, alreadyThere, failed, optimized."};
 inline constexpr Sentence<> deleteWithoutRecord{
-    "Непонятно, какую запись удалить; пример: tavrix history НОМЕР --delete.",
-    "It is not clear which record to delete; for example: tavrix history ID --delete."};
+    "Укажите, какую запись удалить; пример: tavrix history НОМЕР --delete.",
+    "Name the record to delete; for example: tavrix history ID --delete."};
 inline constexpr Sentence<> listOptionsWithRecord{
     "--phone, --dest, --path и --asset выбирают записи из списка; уберите их или номер записи.",
-    "--phone, --dest, --path and --asset choose records of the list; leave out them or the "
-    "record's number."};
+    "--phone, --dest, --path and --asset choose records from the list; remove them or the record's "
+    "number."};
 inline constexpr Sentence<> pathAndAsset{
-    "--path и --asset вместе не спрашивают; оставьте одно.",
-    "--path and --asset are not asked together; leave out one."};
-inline constexpr Sentence<> stateFolderUnknown{
-    "Неизвестно, где хранить историю: ни HOME, ни XDG_STATE_HOME не заданы; укажите --state DIR.",
-    "There is no place for the history: neither HOME nor XDG_STATE_HOME is set; give --state DIR."};
+    "--path и --asset нельзя указать вместе; оставьте одно.",
+    "--path and --asset cannot be used together; remove one of them."};
 inline constexpr Sentence<std::string_view, std::string_view> historyNotWritten{
-    "Перенос закончился, но запись о нём в историю не попала: «{}», {}; укажите другую папку: "
+    "Перенос завершён, но запись о нём в историю не попала: «{}», {}; укажите другую папку: "
     "--state DIR.",
-    "The transfer has ended, but the history has no record of it: “{}”, {}; name another folder: "
-    "--state DIR."};
+    "The transfer has ended, but its record could not be added to the history: “{}”, {}; name "
+    "another folder with --state DIR."};
 inline constexpr Sentence<std::string_view, std::int64_t> recordNewer{
     "Запись {} сделана более новой версией программы (формат {}); обновите Tavrix.",
-    "The record {} is by a newer version of the program (format {}); update Tavrix."};
+    "The record {} was written by a newer version of the program (format {}); update Tavrix."};
 inline constexpr Sentence<std::string_view, std::string_view> recordUnreadable{
     "Запись {0} повреждена ({1}); удалите её: tavrix history {0} --delete.",
     "The record {0} is damaged ({1}); delete it: tavrix history {0} --delete."};
@@ -54,10 +53,9 @@ inline constexpr Sentence<> titleBegun{"Начат", "Started"};
 inline constexpr Sentence<> titlePhone{"Телефон", "Phone"};
 inline constexpr Sentence<> titleDestination{"Куда", "Into"};
 inline constexpr Sentence<> titleWritten{"Записано", "Written"};
-inline constexpr Sentence<> titleVerdict{"Итог", "Verdict"};
-inline constexpr Sentence<> titleState{"Состояние", "State"};
-inline constexpr Sentence<> titlePathOrReason{"Где лежит или почему нет",
-                                              "Where it lies or why not"};
+inline constexpr Sentence<> titleVerdict{"Итог", "Result"};
+inline constexpr Sentence<> titleOutcomeState{"Состояние", "State"};
+inline constexpr Sentence<> titlePathOrReason{"Путь или причина", "Path or reason"};
 inline constexpr Sentence<> noRuns{"Переносов ещё не было.", "There have been no transfers yet."};
 inline constexpr Sentence<> noSuchRuns{"Таких переносов нет.", "There are no such transfers."};
 inline constexpr Sentence<> noSuchShots{"Таких снимков в этом переносе нет.",
@@ -75,7 +73,7 @@ inline constexpr Sentence<> rowPhone{"Телефон", "Phone"};
 inline constexpr Sentence<> rowDestination{"Папка", "Folder"};
 inline constexpr Sentence<> rowTemplate{"Имена папок", "Folder names"};
 inline constexpr Sentence<> rowWritten{"Записано", "Written"};
-inline constexpr Sentence<> rowVerdict{"Итог", "Verdict"};
+inline constexpr Sentence<> rowVerdict{"Итог", "Result"};
 inline constexpr Sentence<> rowNote{"Примечание", "Note"};
 inline constexpr Sentence<std::string_view, std::string_view> folderHeading{"{} — {}", "{} — {}"};
 inline constexpr Sentence<std::string_view> keptOriginalState{"{}, без преобразования",

@@ -1,19 +1,17 @@
-#include "cli/ModelSession.h"
+#include "cli/sessions/ModelSession.h"
 
-#include "PersistedSettings.h"
-#include "cli/ChosenPlaces.h"
-#include "cli/Failures.h"
-#include "cli/FolderSource.h"
-#include "cli/History.h"
-#include "cli/Source.h"
-#include "cli/StoredSettings.h"
+#include "cli/printing/TerminalLine.h"
+#include "cli/sessions/ChosenPlaces.h"
+#include "cli/sessions/Failures.h"
+#include "cli/sessions/RunHistory.h"
+#include "cli/sessions/Source.h"
+#include "services/HistoryFolder.h"
+#include "settings/PersistedSettings.h"
 
 namespace tavrix::cli {
 
 ModelSession::ModelSession(const CommandContext& context, PlaceNaming* naming, bool showsFolders)
-    : context_(context) {
-  const auto& program = context.surroundings.conversionProgram;
-  if (program) converter_.emplace(*program);
+    : context_(context), host_(context.surroundings.conversionProgram) {
   model_.emplace(services(naming, showsFolders), context.settings);
   if (const auto* const defaults = context.surroundings.defaults) {
     model_->changeSavedPresets(PersistedSettings::read(*defaults, {}).savedPresets);
@@ -24,12 +22,8 @@ ModelSession::ModelSession(const CommandContext& context, PlaceNaming* naming, b
 }
 
 AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders) {
-  AppModel::Services services{
-      .loop = loop_,
-      .background = [this](std::function<void()> work) { background_.post(std::move(work)); },
-      .transferring = [this](std::function<void()> work) { transferring_.post(std::move(work)); },
-      .now = context_.surroundings.now,
-      .newID = context_.surroundings.newID};
+  AppModel::Services services =
+      host_.services(loop_, context_.surroundings.now, context_.surroundings.newID);
   services.log = &context_.log;
   services.language = context_.language();
   // What programs read is the same in every language.
@@ -37,7 +31,6 @@ AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders
   services.writtenLanguage = written;
   services.systemLocaleID = context_.surroundings.systemLocaleID;
   services.placeNaming = naming;
-  services.converter = converter_ ? &*converter_ : nullptr;
   services.keepsGroupsDebug = keepsGroupsDebug(context_.surroundings.environment);
   services.showsFolders = showsFolders || services.keepsGroupsDebug;
   services.stateFolder = stateFolder(context_);
@@ -53,7 +46,7 @@ AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders
 }
 
 void ModelSession::open() {
-  model_->sourceReady(connectedSource(context_), data_origin::Snapshot{});
+  model_->sourceReady(readSource(context_), data_origin::Snapshot{});
   openDestination();
 }
 
@@ -69,7 +62,8 @@ void ModelSession::tell(const std::string& sentence) {
   if (sentence == told_) return;
   told_ = sentence;
   const bool mayHaveBar = context_.surroundings.errColumns.has_value();
-  context_.surroundings.err.write((mayHaveBar ? "\r\x1b[Ktavrix: " : "tavrix: ") + sentence + '\n');
+  context_.surroundings.err.write(std::string{mayHaveBar ? clearLine : ""} + "tavrix: " + sentence +
+                                  '\n');
 }
 
 }  // namespace tavrix::cli

@@ -4,11 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "cli/Commands.h"
-#include "conversion/ProcessConverter.h"
-#include "device/SerialQueue.h"
-#include "foundation/MainLoop.h"
+#include "cli/sessions/CommandContext.h"
+#include "foundation/tasks/MainLoop.h"
 #include "model/AppModel.h"
+#include "services/ModelHost.h"
 
 namespace tavrix::cli {
 
@@ -43,11 +42,9 @@ class ModelSession {
 
   const CommandContext& context_;
   StandardMainLoop loop_;
-  std::optional<ProcessConverter> converter_;
   std::optional<std::string> recordFailure_;
   std::string told_;
-  SerialQueue background_;
-  SerialQueue transferring_;
+  ModelHost host_;
   std::optional<AppModel> model_;
 };
 

@@ -1,17 +1,16 @@
-#include "cli/PhoneSession.h"
+#include "cli/sessions/PhoneSession.h"
 
 #include <chrono>
 
-#include "DeviceText.h"
-#include "KeptCatalogCounts.h"
-#include "cli/FolderSource.h"
-#include "cli/PhoneSentences.h"
-#include "cli/PhoneSource.h"
-#include "cli/Quotes.h"
-#include "cli/Source.h"
-#include "cli/SourceSentences.h"
-#include "cli/StoredSettings.h"
-#include "device/DeviceWatch.h"
+#include "cli/sessions/ReadingReport.h"
+#include "cli/sessions/Source.h"
+#include "cli/sessions/StoredSettings.h"
+#include "device/cable/DeviceWatch.h"
+#include "sources/KeptCatalogCounts.h"
+#include "text/DeviceText.h"
+#include "text/PhoneSentences.h"
+#include "text/SentenceParts.h"
+#include "text/SourceSentences.h"
 
 namespace tavrix::cli {
 namespace {
@@ -40,7 +39,7 @@ DeviceWatcher::Setup setupOf(ModelSession& session, USBPhonePresence* bus, Catal
           .zone = context.settings.timeZone,
           .now = context.surroundings.now,
           .log = &context.log,
-          .wanted = wantedNumber(context)};
+          .wanted = wantedNumber(context.call.source())};
 }
 
 /// Whether nothing goes on until somebody does something about it.
@@ -89,10 +88,10 @@ void PhoneSession::failWaiting() const {
 }
 
 std::string PhoneSession::textOf(const DeviceState& state) const {
-  const std::string number = wantedNumber(context_);
+  const std::string number = wantedNumber(context_.call.source());
   const Language language = context_.language();
   if (!state.is<DeviceState::Waiting>() || number.empty()) return deviceText(language, state);
-  return waitingText(language, say(language, sentences::phoneNotThere, quoted(number)));
+  return waitingText(language, say(language, sentences::phoneNotThere, forSentence(number)));
 }
 
 void PhoneSession::follow(const DeviceState& state) {
@@ -123,7 +122,7 @@ void PhoneSession::tellOtherPhones() const {
   const bool isAwaited = run != nullptr && run->stage == RunInProgress::Stage::pausedForPhone;
   if (!isAwaited || others.empty()) return;
   session_.tell(say(context_.language(), sentences::otherPhoneCame,
-                    quoted(deviceNameOf(others.back())), quoted(run->source.deviceName)));
+                    forSentence(deviceNameOf(others.back())), forSentence(run->source.deviceName)));
 }
 
 void PhoneSession::followReading(const MetadataPass::Progress& progress) {

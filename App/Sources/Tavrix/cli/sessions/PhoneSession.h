@@ -5,10 +5,10 @@
 #include <stop_token>
 #include <string>
 
-#include "cli/ModelSession.h"
-#include "cli/ReadingBar.h"
-#include "device/DeviceWatcher.h"
-#include "model/FollowedDevice.h"
+#include "cli/printing/ReadingBar.h"
+#include "cli/sessions/ModelSession.h"
+#include "device/cable/DeviceWatcher.h"
+#include "sources/FollowedDevice.h"
 
 namespace tavrix::cli {
 

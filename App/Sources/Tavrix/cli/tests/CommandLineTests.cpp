@@ -1,8 +1,8 @@
 #include "cli/CommandLine.h"
 
-#include "cli/Help.h"
+#include "cli/help/Help.h"
+#include "cli/tests/CommandTester.h"
 #include "foundation/Text.h"
-#include "tests/CommandTester.h"
 
 namespace tavrix::cli {
 namespace {
@@ -17,14 +17,14 @@ using testing::StartsWith;
 Invocation parsed(const std::vector<std::string>& arguments, const Environment& environment = {}) {
   StringSink sink;
   const Surroundings surroundings{.out = sink, .err = sink, .environment = environment};
-  return std::get<Invocation>(parseArguments(arguments, surroundings));
+  return std::get<CommandRequest>(parseArguments(arguments, surroundings)).call;
 }
 
 TEST(CommandLine, optionsAnywhere_areRead) {
   const Invocation call =
       parsed({"--json", "plan", "A", "--set", "x=[1,2]", "B", "--set=y=z", "--lang", "en",
               "--state", "S", "--device-name", "Анна", "--verbose"});
-  EXPECT_EQ(call.command, Command::plan);
+
   EXPECT_THAT(call.operands, ElementsAre("A", "B"));
   EXPECT_THAT(call.settings, ElementsAre("x=[1,2]", "y=z"));
   EXPECT_EQ(call.language, Language::english);
@@ -84,49 +84,53 @@ TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
     std::string english;
   };
   const std::vector<Row> rows{
-      {{}, "Не названа команда", "No command is named"},
-      {{"copy"}, "«copy»", "“copy”"},
-      {{"template"}, "Не названа команда", "No command is named"},
+      {{}, "Не указана команда", "No command is given"},
+      {{"copy"}, "Команды «copy» нет", "There is no command “copy”"},
+      {{"template"}, "Не указана команда", "No command is given"},
       {{"template", "bake"}, "«bake»", "“bake”"},
       {{"catalog"}, "Не хватает SOURCE", "SOURCE is missing"},
       {{"transfer", "phone"}, "Не хватает DEST", "DEST is missing"},
       {{"snapshot", "phone"}, "Не хватает OUT-DIR", "OUT-DIR is missing"},
-      {{"catalog", "phone", "x\ny"}, "«x\uFFFDy» здесь лишнее", "“x\uFFFDy” is one too many"},
+      {{"catalog", "phone", "x\ny"},
+       "Лишний параметр «x\uFFFDy»",
+       "Unexpected argument “x\uFFFDy”"},
       {{"catalog", "phone", "--fast"}, "«--fast»", "“--fast”"},
       {{"catalog", "phone", "--device-name", "A"}, "«--device-name»", "“--device-name”"},
-      {{"catalog", "phone", "--set"}, "После «--set»", "after “--set”"},
+      {{"catalog", "phone", "--set"},
+       "Не указано значение параметра «--set»",
+       "option “--set” needs a value"},
       {{"template", "render", "--context", "{}"}, "--template", "--template is missing"},
       {{"groups", "phone", "--set", "x=1"},
        "«x» (значение «1») нет; есть такие: includePhotos",
-       "no setting “x” (value “1”); there are: includePhotos"},
+       "no setting “x” (value “1”); the settings are: includePhotos"},
       {{"groups", "phone", "--set", "onlyNew=no"},
        "«onlyNew» не принимает значение «no»; можно: true",
-       "“onlyNew” does not take the value “no”; allowed: true or false"},
+       "“onlyNew” does not accept the value “no”; allowed: true or false"},
       {{"groups", "phone", "--set", "editedPolicy=x"},
        "both, editedOnly, originalsOnly",
        "both, editedOnly, originalsOnly"},
       {{"groups", "phone", "--set", "onlyNew"}, "КЛЮЧ=ЗНАЧЕНИЕ", "KEY=VALUE"},
       {{"groups", "phone", "--set", R"(nameTemplate={"tokens":[{"no":{}}],"language":"english"})"},
-       "в элементе 1 поля «no» не бывает, можно: year, month",
+       "в элементе 1 поля «no» нет, можно: year, month",
        "in token 1 there is no field “no”, allowed: year, month"},
       {{"groups", "phone", "--set", R"(nameTemplate={"tokens":[{}],"language":"english"})"},
        "(в элементе 1 должно быть ровно одно поле)",
        "(in token 1 there must be exactly one field)"},
       {{"groups", "phone", "--set", R"(nameTemplate={"tokens":["year"],"language":"english"})"},
        "(элемент 1 — не объект JSON)",
-       "(token 1 is no JSON object)"},
+       "(token 1 is not a JSON object)"},
       {{"groups", "phone", "--set", R"(nameTemplate={"tokens":[],"language":"fr"})"},
        "языка «fr» нет, можно: system, russian, english",
        "no language “fr”, allowed: system, russian, english"},
       {{"catalog", ""}, "SOURCE — пустая строка", "SOURCE is empty"},
-      {{"catalog", "phone:"}, "нужен серийный номер", "takes a serial number"},
+      {{"catalog", "phone:"}, "нужен серийный номер", "needs a serial number"},
       {{"plan", "phone", ""}, "DEST — пустая строка", "DEST is empty"},
       {{"transfer", "", "photos"}, "SOURCE — пустая строка", "SOURCE is empty"},
       {{"snapshot", "phone", ""}, "OUT-DIR — пустая строка", "OUT-DIR is empty"},
       {{"catalog", "phone", "--state="}, "--state — пустая строка", "--state is empty"},
-      {{"catalog", "phone", "++"}, "«++» здесь лишнее", "“++” is one too many"},
+      {{"catalog", "phone", "++"}, "Лишний параметр «++»", "Unexpected argument “++”"},
       {{"plan", "phone", "photos", "--explain"}, "Параметра «--explain» нет", "option “--explain”"},
-      {{"transfer", "phone", "phone"}, "лежит сам источник", "holds the source itself"},
+      {{"transfer", "phone", "phone"}, "содержит сам источник", "contains the source itself"},
   };
   CommandTester tester;
   tester.addPhone(smallSnapshot, smallMedia);
@@ -146,9 +150,9 @@ TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
 
 TEST(CommandLine, language_isRussianUnlessAskedOtherwise) {
   CommandTester tester;
-  EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("It is not clear"));
+  EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("There is no command “x”"));
   tester.localeID = "ru_RU";
-  EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("Непонятно"));
+  EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("Команды «x» нет"));
   EXPECT_THAT(tester.run({"catalog", "x", "--lang", "fr"}).err, HasSubstr("«fr»"));
   EXPECT_THAT(tester.run({"--lang=", "catalog", "x"}).err, HasSubstr("Язык «» неизвестен"));
 }

@@ -8,39 +8,39 @@
 #include <thread>
 #include <vector>
 
-#include "cli/Commands.h"
-#include "cli/StoredSettings.h"
+#include "cli/CommandLine.h"
+#include "cli/sessions/StoredSettings.h"
 #include "foundation/json/JsonValue.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
 namespace tavrix::cli {
 
-/// What a command left.
+/// The result of a command.
 struct CommandResult {
   ExitStatus status;
   std::string out;
   std::string err;
 
-  /// The output as a document; throws when it is none.
+  /// Returns the output parsed as JSON. Throws if it is not JSON.
   JsonValue json() const { return parseJson(out); }
 };
 
-/// Runs command lines in a small world of their own.
+/// Runs command lines in an isolated environment.
 struct CommandTester {
   TemporaryFolder folder;
   Environment environment{};
   std::string localeID = "en_US";
-  std::optional<std::string> gazetteerPath{};      ///< places have no names without one
-  std::optional<std::string> conversionProgram{};  ///< nothing is converted without one
+  std::optional<std::string> gazetteerPath{};      ///< without it, places have no names
+  std::optional<std::string> conversionProgram{};  ///< without it, nothing is converted
   std::optional<int> outColumns{};
   std::optional<int> errColumns{};
   Instant time{std::chrono::seconds{1779364800}};  // 2026-05-21T12:00:00Z
-  bool isInterrupted = false;                      ///< as soon as a run begins
-  PhoneBrowser* phones = nullptr;                  ///< no phones without it
-  /// Called whenever the command asks for the time, which it does for each file that it reads.
+  bool isInterrupted = false;                      ///< interrupt as soon as a run begins
+  PhoneBrowser* phones = nullptr;                  ///< nullptr: no phones
+  /// Called whenever the command reads the clock, which it does for each file it reads.
   std::function<void(std::stop_source&)> atClock{};
 
-  /// Folder "phone" with a snapshot; its media hold each named file with `content`.
+  /// Creates the folder "phone" with a snapshot. Every file in `media` gets the content `content`.
   void addPhone(const std::string& snapshot, const std::vector<std::string>& media = {},
                 const std::string& content = "0123456789") const {
     folder.write("phone/snapshot.json", snapshot);
@@ -48,7 +48,7 @@ struct CommandTester {
     for (const std::string& name : media) folder.write("phone/media/" + name, content);
   }
 
-  /// The number of a record that is made at `time`.
+  /// Returns the id of a record created at `time`.
   Uuid recordID() const {
     Uuid id;
     auto seconds = std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
@@ -58,7 +58,8 @@ struct CommandTester {
     return id;
   }
 
-  /// Arguments "phone", "photos" and "other" stand for those folders.
+  /// Runs a command line. The arguments "phone", "photos…" and "other" are replaced by the paths of
+  /// those folders.
   CommandResult run(std::vector<std::string> arguments) const {
     for (std::string& argument : arguments) {
       if (argument == "phone" || argument.starts_with("photos") || argument == "other") {
@@ -98,8 +99,8 @@ struct CommandTester {
     return {status, out.text(), err.text()};
   }
 
-  /// The same with the rights of an ordinary user, whom a folder of the tester's keeps out
-  /// meanwhile.
+  /// As run(), with the rights of an ordinary user who has no access to the folder `closed` in the
+  /// meantime.
   CommandResult runKeptOutOf(const std::string& closed,
                              const std::vector<std::string>& arguments) const {
     namespace fs = std::filesystem;
@@ -113,7 +114,7 @@ struct CommandTester {
     }
     fs::permissions(folder / closed, fs::perms::none);
     std::optional<CommandResult> result;
-    // The rights are those of a thread and of the threads that it makes.
+    // A thread has its own file system rights, inherited by the threads that it starts.
     std::thread{[&] {
       if (::geteuid() == 0) ::setfsuid(nobody);
       result = run(arguments);
@@ -123,8 +124,8 @@ struct CommandTester {
   }
 };
 
-/// Ten bytes each: a Live Photo with an edit and its sidecar, a still and a film of the next day,
-/// an undated picture, and a sidecar whose picture is gone.
+/// Files of ten bytes: a Live Photo with an edit and its sidecar, a still and a film of the next
+/// day, an undated picture, and a sidecar without its picture.
 inline const std::string smallSnapshot = R"([
   {"name":"IMG_0001.HEIC","dir":"100APPLE","kind":"photo","size":10,"exifDate":"2026:05:20 12:00:00","exifOffset":"+00:00","lat":41.9,"lon":12.5},
   {"name":"IMG_0001.MOV","dir":"100APPLE","kind":"video","size":10,"exifDate":"2026:05:20 12:00:00","exifOffset":"+00:00"},

@@ -2,11 +2,11 @@
 
 #include <regex>
 
-#include "StateFolder.h"
-#include "cli/ReadingBar.h"
-#include "device/SourceFolder.h"
-#include "device/tests/support/MediaBytes.h"
-#include "tests/CommandTester.h"
+#include "cli/printing/ReadingBar.h"
+#include "cli/tests/CommandTester.h"
+#include "device/folders/SourceFolder.h"
+#include "device/metadata/tests/support/MediaBytes.h"
+#include "settings/StateFolder.h"
 
 namespace tavrix::cli {
 namespace {
@@ -29,7 +29,7 @@ std::string contentOf(const std::filesystem::path& path) {
   return std::string{std::istreambuf_iterator<char>{file}, {}};
 }
 
-/// A card: a shot with its sidecar, a film of the next day, a picture without a date.
+/// A card: a shot with its sidecar, a film of the next day, and a picture without a date.
 struct FolderCommandsTest : testing::Test {
   FolderCommandsTest() {
     tester.folder.write("phone/DCIM/100APPLE/IMG_0001.JPG", still("2026:05:20 12:00:00"));
@@ -43,7 +43,7 @@ struct FolderCommandsTest : testing::Test {
     tester.environment["DEMO_STATE_DIR"] = tester.folder / "state";
   }
 
-  /// 2026-05-23T10:00:00Z.
+  /// Sets the modification time to 2026-05-23T10:00:00Z.
   void setDate(const std::string& name) const {
     const std::filesystem::file_time_type time{std::chrono::file_clock::from_sys(
         std::chrono::sys_seconds{std::chrono::seconds{1779530400}})};
@@ -122,7 +122,7 @@ TEST_F(FolderCommandsTest, foldersOfTwoPhones_neverTakeEachOthersFiles) {
     if (name.starts_with("IMG_0001") && name.ends_with(".JPG")) ++copies;
   }
   EXPECT_EQ(copies, 2U);
-  // Nor twice its own.
+  // Nor does a phone copy its own files twice.
   EXPECT_THAT(run({"transfer", "other", "photos"}).out, HasSubstr("nothing to do"));
   EXPECT_THAT(run({"transfer", "phone", "photos"}).out, HasSubstr("nothing to do"));
 }
@@ -148,12 +148,12 @@ TEST_F(FolderCommandsTest, anotherCardInThePlaceOfTheFirst_losesNoPicture) {
     tester.folder.write(picture, shot.picture);
     tester.folder.write("phone/DCIM/100APPLE/IMG_0001.AAE", shot.sidecar);
   };
-  // Cards count alike, and uncompressed pictures are all of one size.
+  // Different cards use the same numbers, and uncompressed pictures have the same size.
   const Shot first{tester.folder.read(picture), "edit"};
   const Shot second{still("2026:05:20 13:07:31"), "EDIT"};
   ASSERT_EQ(first.picture.size(), second.picture.size());
   EXPECT_EQ(run({"transfer", "phone", "photos"}).status, ExitStatus::done);
-  // A record that was made again tells them apart as one of a run does.
+  // A rebuilt record distinguishes them just as the record of a run does.
   std::filesystem::remove(
       tester.folder.path() + "/photos/" +
       DestinationMarker::fileName(folderPhone(tester.folder / "phone", "").hash));
@@ -166,7 +166,7 @@ TEST_F(FolderCommandsTest, anotherCardInThePlaceOfTheFirst_losesNoPicture) {
                                     testing::Pair("IMG_0001 (2).JPG", second.picture),
                                     testing::Pair("IMG_0001.AAE", first.sidecar),
                                     testing::Pair("IMG_0001.JPG", first.picture)));
-  // Both are remembered, each with its digest.
+  // The marker has both, each with its digest.
   EXPECT_EQ(run({"verify", "photos"}).status, ExitStatus::done);
   for (const Shot& shot : {first, second}) {
     insert(shot);
@@ -184,8 +184,8 @@ TEST_F(FolderCommandsTest, secondLook_readsNothing) {
               HasSubstr("metadata: cache hits 4, fetching 0\n"));
   EXPECT_THAT(run({"cache"}).out, HasSubstr("holds 4 entries"));
   EXPECT_EQ(run({"cache", "--json"}).json().member("records")->asNumber(), 4);
-  EXPECT_EQ(run({"cache", "reset"}).out, "The cache is reset, removed: 1 file.\n");
-  EXPECT_EQ(run({"cache", "reset"}).out, "The cache is empty already.\n");
+  EXPECT_EQ(run({"cache", "reset"}).out, "The cache was reset, removed: 1 file.\n");
+  EXPECT_EQ(run({"cache", "reset"}).out, "The cache is already empty.\n");
   EXPECT_THAT(run({"catalog", "phone", "--verbose"}).err, HasSubstr("fetching 4\n"));
 }
 
@@ -211,7 +211,7 @@ TEST_F(FolderCommandsTest, interruptWhileFilesAreRead_keepsThoseThatWere) {
   EXPECT_EQ(stopped.status, ExitStatus::cancelled);
   EXPECT_EQ(stopped.out, "");
   EXPECT_THAT(stopped.err, HasSubstr("Reading: 0 / 64 files"));
-  // The bar is wiped before anything else is said.
+  // The bar is erased before any other output.
   EXPECT_THAT(stopped.err, HasSubstr("\r\x1b[Ktavrix: Reading was stopped. What was read"));
   EXPECT_THAT(stopped.err, HasSubstr("cache hits 0, fetching 64\n"));
   tester.atClock = nullptr;
@@ -223,7 +223,7 @@ TEST_F(FolderCommandsTest, interruptWhileFilesAreRead_keepsThoseThatWere) {
   EXPECT_GE(std::stoi(counts[1]), 25);
   EXPECT_LE(std::stoi(counts[1]), 30);
   EXPECT_EQ(std::stoi(counts[1]) + std::stoi(counts[2]), 64);
-  // What is known already needs no bar.
+  // This call reads no file, so it shows no bar.
   EXPECT_THAT(run({"catalog", "phone"}).err, Not(HasSubstr("Reading:")));
 }
 
@@ -235,11 +235,11 @@ TEST_F(FolderCommandsTest, whatIsLeftOut_isToldOnStandardError) {
   std::filesystem::create_symlink("/", tester.folder / "phone/DCIM/loop");
   const auto result = tester.run({"catalog", "phone"});
   EXPECT_EQ(result.err,
-            "tavrix: Скрытые файлы и папки не вошли (5): 100APPLE/._IMG_0.JPG, "
+            "tavrix: Пропущены скрытые файлы и папки (5): 100APPLE/._IMG_0.JPG, "
             "100APPLE/._IMG_1.JPG, 100APPLE/._IMG_2.JPG и другие.\n"
-            "tavrix: Не вошли файлы, которые есть только в облаке (1): "
+            "tavrix: Пропущены файлы, которые есть только в облаке (1): "
             "100APPLE/.IMG_9.HEIC.icloud; скачайте их и повторите.\n"
-            "tavrix: Не вошли ссылки (1): loop; если нужно, положите на их место сами файлы.\n");
+            "tavrix: Пропущены ссылки (1): loop; если нужно, положите на их место сами файлы.\n");
 }
 
 TEST_F(FolderCommandsTest, placesThatHoldEachOther_areRefused) {
@@ -302,13 +302,13 @@ TEST_F(FolderCommandsTest, folderThatCannotBeOpened_isToldByEveryStatus) {
   const auto copied =
       tester.runKeptOutOf("phone/DCIM/101APPLE", {"transfer", "phone", "photos", "--lang", "en"});
   EXPECT_EQ(copied.status, ExitStatus::someFailed);
-  EXPECT_THAT(copied.err, HasSubstr("Folders cannot be opened (1): 101APPLE; check"));
+  EXPECT_THAT(copied.err, HasSubstr("Cannot open folders (1): 101APPLE; check"));
   EXPECT_THAT(copied.out, HasSubstr("Not read in full in the source: 1 folder."));
   const auto listed =
       tester.runKeptOutOf("phone/DCIM/101APPLE", {"catalog", "phone", "--json", "--lang", "en"});
   EXPECT_EQ(listed.status, ExitStatus::someFailed);
   EXPECT_EQ(listed.json().asArray()->size(), 2U);
-  // Opened again, the rest comes after.
+  // Once the folder can be opened, the remaining files are copied.
   EXPECT_EQ(run({"transfer", "phone", "photos"}).status, ExitStatus::done);
   EXPECT_THAT(run({"verify", "photos"}).out, HasSubstr("4"));
 }
@@ -318,7 +318,7 @@ TEST_F(FolderCommandsTest, mediaFoldersThatDifferByCase_areNotTakenForOne) {
   const auto result = run({"catalog", "phone", "--json"});
   EXPECT_EQ(result.status, ExitStatus::done);
   EXPECT_EQ(result.json().asArray()->size(), 4U);
-  EXPECT_THAT(result.err, HasSubstr("/phone/dcim” is left out, for the source is"));
+  EXPECT_THAT(result.err, HasSubstr("/phone/dcim” was skipped, because the source is"));
   const auto other = run({"catalog", tester.folder / "phone/dcim", "--json"});
   EXPECT_EQ(other.json().asArray()->size(), 1U);
   EXPECT_EQ(other.err, "");
@@ -332,10 +332,10 @@ TEST_F(FolderCommandsTest, cardThatTheDestinationKnows_isSaidBeforeItIsCopiedAga
   setDate("other/DCIM/101APPLE/IMG_0002.PNG");
   for (const char* const command : {"plan", "transfer"}) {
     EXPECT_THAT(run({command, "other", "photos"}).err,
-                HasSubstr("or under another name: 4 of 4 files agree"))
+                HasSubstr("or under another name: 4 of 4 files match"))
         << command;
   }
-  // By now it is known by its own path.
+  // Now the destination knows it by its own path.
   EXPECT_EQ(run({"transfer", "other", "photos"}).err, "");
 
   run({"transfer", "phone", "photos-2", "--device-name", "Card"});
@@ -343,7 +343,7 @@ TEST_F(FolderCommandsTest, cardThatTheDestinationKnows_isSaidBeforeItIsCopiedAga
   const auto named = run({"transfer", "other", "photos-2", "--device-name", "Card"});
   EXPECT_EQ(named.err, "");
   EXPECT_THAT(named.out, HasSubstr("nothing to do"));
-  // A card of which less than half is there is another one.
+  // If less than half of the files are known, it is treated as a different card.
   for (int i = 0; i < 5; ++i) {
     tester.folder.write(fmt::format("other/DCIM/102APPLE/IMG_{}.JPG", i), "x");
   }

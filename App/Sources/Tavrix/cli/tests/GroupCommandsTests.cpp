@@ -2,7 +2,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "tests/CommandTester.h"
+#include "cli/tests/CommandTester.h"
 
 namespace tavrix::cli {
 namespace {
@@ -11,7 +11,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-/// One still of ten bytes; `place` is empty or `"lat":…,"lon":…`.
+/// Returns a still of ten bytes; `place` is empty or `"lat":…,"lon":…`.
 std::string entry(const std::string& name, const std::string& time, const std::string& place) {
   return R"({"name":")" + name + R"(","kind":"photo","size":10)" +
          (time.empty() ? "" : R"(,"exifDate":")" + time + R"(","exifOffset":"+00:00")") +
@@ -48,7 +48,7 @@ struct GroupCommands : testing::Test {
     return result;
   }
 
-  /// "id folder: asset asset; …".
+  /// Returns the groups as "id folder: asset asset; …".
   std::string shape(const std::vector<std::string>& settings) const {
     std::string text;
     const JsonValue json = groups(settings, {"--json"}).json();
@@ -117,21 +117,22 @@ TEST_F(GroupCommands, home_isToldWithItsRivals) {
   EXPECT_THAT(
       russian,
       HasSubstr("\nДом: 55.75, 37.62 — дней: 4 (недавних: 4)\n"
-                "Домом считается место, где снимали в большее число недавних дней (последние "
-                "180 дней до самого нового снимка с местом); при равенстве решают все дни, "
-                "потом число снимков, потом, где начали снимать раньше.\n"
+                "Дом — место, где снимали больше всего дней из недавних (последние 180 дней до "
+                "самого нового снимка с местом); при равенстве решают все дни, затем число "
+                "снимков, затем, где начали снимать раньше.\n"
                 "Несколько вариантов дома — проверьте выбор\n"
                 "  55.75, 37.62 — дней: 4 (недавних: 4)\n"
                 "  41.90, 12.50 — дней: 3 (недавних: 3)\n"
                 "Указать другой дом: --set homeOverride=41.90000,12.50000\n"));
   EXPECT_THAT(groups({"uiMode=trips", "homeWindowMonths=0"}, {"--lang", "en"}).out,
               AllOf(HasSubstr("Home: 55.75, 37.62 — days: 4 (recent: 0)\n"),
-                    HasSubstr("Home is the place with shots on the most days;"),
+                    HasSubstr("Home is the place with shots on the largest number of days;"),
                     HasSubstr("Next by this count: 41.90, 12.50"), Not(HasSubstr("Several"))));
-  EXPECT_THAT(groups({"uiMode=trips", "homeOverride=41.9,12.5", "homeOverrideName=Вилла"}).out,
-              AllOf(HasSubstr("Дом указан вручную: Вилла (41.90, 12.50)\n"
-                              "Сам нашёлся бы: 55.75, 37.62 — дней: 4 (недавних: 4)\n"),
-                    Not(HasSubstr("Несколько"))));
+  EXPECT_THAT(
+      groups({"uiMode=trips", "homeOverride=41.9,12.5", "homeOverrideName=Вилла"}).out,
+      AllOf(HasSubstr("Дом указан вручную: Вилла (41.90, 12.50)\n"
+                      "Автоматически выбран был бы: 55.75, 37.62 — дней: 4 (недавних: 4)\n"),
+            Not(HasSubstr("Несколько"))));
   EXPECT_THAT(groups({}).out, Not(HasSubstr("Дом")));
   EXPECT_THAT(tester.run({"plan", "phone", "photos", "--set", "uiMode=trips"}).out,
               HasSubstr("Несколько вариантов дома — проверьте выбор"));
@@ -189,14 +190,14 @@ TEST_F(GroupCommands, explainOfTrips_tellsOfStaysAndOfEveryShotOutside) {
           "  закончилось: дальше новый город: 188\u00A0км от центра этого пребывания > 50\u00A0км\n"
           "2026-05-12, возле 40.85, 14.27 (2\u00A0372\u00A0км от дома), 1 снимок\n"
           "  вылазка, её снимки лежат в папке месяца: 1 день < 2\n"
-          "  началось: новый город: 188\u00A0км от центра прежнего пребывания > 50\u00A0км\n"
+          "  началось: новый город: 188\u00A0км от центра предыдущего пребывания > 50\u00A0км\n"
           "  закончилось: дальше нет снимков с местом\n"));
   const std::string english = groups({"uiMode=trips"}, {"--explain", "--lang", "en"}).out;
   for (const std::string line : {
            "H1.JPG  2026-04-01 12:00:00  not away from home: 0\u00A0km ≤ 100\u00A0km\n",
            "N1.JPG  2026-05-12 15:00:00  outing of 2026-05-12: 1 day < 2\n",
-           "X2.JPG  2026-05-15 12:00:00  the shot does not tell its place\n",
-           "U.JPG   —                    the capture date is not known\n",
+           "X2.JPG  2026-05-15 12:00:00  the shot has no place\n",
+           "U.JPG   —                    the capture date is unknown\n",
            "  trip “2026-05-10”: 3 days ≥ 2\n",
        }) {
     EXPECT_THAT(english, HasSubstr(line));
@@ -222,7 +223,7 @@ TEST_F(GroupCommands, explainOfOtherModes_tellsOfEveryFolder) {
             HasSubstr("\n  event-2026-04-10  2026-04-10 12:00:00  пауза 9\u00A0дн. > 4\u00A0ч\n")));
 }
 
-/// What stands in docs/grouping.md between a fence and the next one.
+/// Returns the text in docs/grouping.md between a fence and the next one.
 std::string documentedExample(const std::string& fence) {
   std::ifstream file{std::string{TAVRIX_DOCS} + "/grouping.md"};
   const std::string text{std::istreambuf_iterator<char>{file}, {}};
@@ -230,7 +231,7 @@ std::string documentedExample(const std::string& fence) {
   return text.substr(begin, text.find("```", begin) - begin);
 }
 
-/// With every number rounded to thousandths.
+/// Scales every number by 1000 and rounds it.
 JsonValue rounded(JsonValue json) {
   if (const auto number = json.asNumber()) return {std::round(*number * 1000)};
   if (auto* const array = std::get_if<JsonValue::Array>(&json.data)) {

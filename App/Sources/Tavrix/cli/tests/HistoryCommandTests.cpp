@@ -2,10 +2,10 @@
 
 #include <filesystem>
 
-#include "RunRecording.h"
-#include "StateFolder.h"
+#include "cli/tests/CommandTester.h"
 #include "history/TransferRecordCoding.h"
-#include "tests/CommandTester.h"
+#include "runs/RunRecording.h"
+#include "settings/StateFolder.h"
 
 namespace tavrix::cli {
 namespace {
@@ -18,7 +18,7 @@ using testing::SizeIs;
 struct HistoryCommand : testing::Test {
   HistoryCommand() { tester.addPhone(smallSnapshot, smallMedia); }
 
-  /// Transfers and gives the record's number.
+  /// Runs a transfer and returns the id of its record.
   std::string transfer(std::vector<std::string> more = {}) {
     tester.time += std::chrono::seconds{1};
     std::vector<std::string> call{"transfer", "phone", "photos", "--json"};
@@ -63,7 +63,8 @@ TEST_F(HistoryCommand, failedFile_isToldTheSameEverywhere) {
   EXPECT_EQ(mended.status, TransferRecord::Status::completed);
   EXPECT_EQ(mended.totals, (TransferRecord::Totals{4, 1, 3, 0, 0, 10}));
   EXPECT_THAT(history({"last"}).out,
-              AllOf(HasSubstr("Все снимки на Mac"), HasSubstr("уже были на месте")));
+              AllOf(HasSubstr(isMac ? "Все снимки на Mac" : "Все снимки на компьютере"),
+                    HasSubstr("уже были на месте")));
 }
 
 TEST_F(HistoryCommand, record_holdsPhonePlacesPathsAndSettings) {
@@ -140,7 +141,7 @@ TEST_F(HistoryCommand, cancelledRun_isRecordedWithWhatItDidNotReach) {
 }
 
 TEST_F(HistoryCommand, programThatIsKilled_leavesARecordThatSaysSo) {
-  // The disk as it is when the first file is about to be fetched.
+  // A copy of the disk just before the first file is fetched.
   const std::string copy = tester.folder / "copy";
   const std::string records = "Tavrix/state/history";
   tester.atClock = [&](std::stop_source&) {

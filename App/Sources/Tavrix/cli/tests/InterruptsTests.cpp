@@ -36,7 +36,7 @@ TEST(Interrupts, firstSignal_asksToStop) {
 
 TEST(Interrupts, threadsOfAnyAge_leaveSignalsToTheWatcher) {
   Interrupts interrupts;
-  // Started before anybody asks for the token, as by what reads the catalogue.
+  // Started before the token is requested, like the threads that read the catalogue.
   const std::jthread early{[](const std::stop_token& stop) {
     while (!stop.stop_requested()) std::this_thread::sleep_for(1ms);
   }};

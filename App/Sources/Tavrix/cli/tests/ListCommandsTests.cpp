@@ -1,6 +1,6 @@
+#include "cli/tests/CommandTester.h"
 #include "foundation/files/FileReader.h"
 #include "media/Snapshot.h"
-#include "tests/CommandTester.h"
 
 namespace tavrix::cli {
 namespace {
@@ -11,7 +11,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-/// The member that a path such as "groups/0/id" leads to.
+/// Returns the member at a path such as "groups/0/id".
 const JsonValue& at(const JsonValue& json, const std::string& path) {
   const JsonValue* value = &json;
   for (std::size_t begin = 0; begin <= path.size();) {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "cli/Measures.h"
+#include "cli/printing/Measures.h"
 
 namespace tavrix::cli {
 namespace {

@@ -1,8 +1,8 @@
 #include <thread>
 
-#include "device/tests/support/MediaBytes.h"
-#include "device/tests/support/SimulatedCable.h"
-#include "tests/CommandTester.h"
+#include "cli/tests/CommandTester.h"
+#include "device/cable/tests/support/SimulatedCable.h"
+#include "device/metadata/tests/support/MediaBytes.h"
 
 namespace tavrix::cli {
 namespace {
@@ -27,7 +27,7 @@ struct PhoneCommandsTest : testing::Test {
   }
 
   CommandResult run(std::vector<std::string> arguments, const std::string& language = "en") const {
-    // The tester takes "phone" for a folder.
+    // The tester would replace "phone" by a folder.
     for (std::string& argument : arguments) {
       if (argument == "cable") argument = "phone:" + SimulatedPhone{}.serialNumber;
     }
@@ -68,7 +68,7 @@ TEST_F(PhoneCommandsTest, phones_areListedWithTheirState) {
   EXPECT_EQ(*(*phones.asArray())[0].member("serialNumber")->asString(), "SIMULATED1");
   EXPECT_EQ(*(*phones.asArray())[1].member("state")->asString(), "trustPending");
   cable.plugInAll({});
-  EXPECT_EQ(run({"phones"}).out, "There is no iPhone on the cable.\n");
+  EXPECT_EQ(run({"phones"}).out, "No iPhone is connected.\n");
 }
 
 TEST_F(PhoneCommandsTest, catalogue_isThatOfTheFilesAndReadOnce) {
@@ -96,7 +96,7 @@ TEST_F(PhoneCommandsTest, phoneThatCannotBeRead_isOneSentenceWithTheRemedy) {
       {[](SimulatedPhone& phone) { phone.isLocked = true; },
        "tavrix: iPhone «iPhone» заблокирован. Разблокируйте его, затем повторите команду.\n"},
       {[](SimulatedPhone& phone) { phone.serialNumber = "ANOTHER"; },
-       "tavrix: На кабеле другой iPhone — «iPhone», а нужен SIMULATED1. Подключите его кабелем и "
+       "tavrix: Подключён другой iPhone — «iPhone», а нужен SIMULATED1. Подключите его кабелем и "
        "разблокируйте, затем повторите команду.\n"},
       {[](SimulatedPhone& phone) { phone.unreadable = {"/DCIM"}; },
        "tavrix: iPhone «iPhone» не показывает свои снимки. Разблокируйте его и подключите кабель "
@@ -130,8 +130,8 @@ TEST_F(PhoneCommandsTest, whatThePhoneRefuses_isToldWithTheRemedyOfACable) {
   EXPECT_EQ(result.err,
             "tavrix: The iPhone does not show folders (1): 101APPLE; plug it in again and try "
             "again.\n"
-            "tavrix: The iPhone does not hand over files (1): 100APPLE/IMG_0001.JPG; the catalogue "
-            "lacks their capture date and place. Plug it in again and try again.\n");
+            "tavrix: The iPhone does not provide files (1): 100APPLE/IMG_0001.JPG; the catalogue "
+            "has no capture date and place for them. Plug it in again and try again.\n");
 }
 
 TEST_F(PhoneCommandsTest, transfer_bringsEveryByteAndTheSecondNothingNew) {
@@ -145,7 +145,7 @@ TEST_F(PhoneCommandsTest, transfer_bringsEveryByteAndTheSecondNothingNew) {
 }
 
 TEST_F(PhoneCommandsTest, phonePulledInMidFile_isWaitedForAndNothingIsLost) {
-  // In the middle of reading, and in the middle of copying.
+  // While reading, and while copying.
   for (const std::uint64_t place : {30'000U, 1'500'000U, 2'900'000U}) {
     cable.plugIn([&](SimulatedPhone& phone) {
       phone.vanishesAfterBytes = place;
@@ -193,13 +193,13 @@ TEST_F(PhoneCommandsTest, phoneThatHangs_isOneSentenceOrIsWaitedFor) {
   cable.setPatience(std::chrono::seconds{3});
   tester.phones = &cable.browser();
   const std::string silent =
-      "tavrix: iPhone «iPhone» на кабеле, но ответа от него нет. Отключите кабель и подключите его "
+      "tavrix: iPhone «iPhone» подключён, но не отвечает. Отключите кабель и подключите его "
       "снова; если это не поможет, перезагрузите iPhone";
   cable.plugIn([](SimulatedPhone& phone) { phone.hangsAfterBytes = 10; });
   const auto catalogue = run({"catalog", "cable"}, "ru");
   EXPECT_EQ(catalogue.status, ExitStatus::stopped);
   EXPECT_EQ(catalogue.err, silent + ", затем повторите команду.\n");
-  EXPECT_THAT(run({"phones"}).out, HasSubstr("gives no answer"));
+  EXPECT_THAT(run({"phones"}).out, HasSubstr("connected but does not respond"));
 
   auto& simulator = cable.plugIn([](SimulatedPhone& phone) { phone.hangsAfterBytes = 1'500'000; });
   std::jthread person{[&](const std::stop_token& stop) {

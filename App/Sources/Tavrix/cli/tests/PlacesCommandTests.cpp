@@ -1,7 +1,7 @@
 #include <filesystem>
 
-#include "cli/Commands.h"
-#include "tests/CommandTester.h"
+#include "cli/commands/Commands.h"
+#include "cli/tests/CommandTester.h"
 
 namespace tavrix::cli {
 namespace {
@@ -12,7 +12,8 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-/// A day in Rome, one in Brooklyn, one in Sergiyev Posad, one on the open sea, one nowhere.
+/// A day each in Rome, in Brooklyn, in Sergiyev Posad and on the open sea, and one without a
+/// position.
 const std::string travels = R"([
   {"name":"R1.JPG","kind":"photo","size":10,"exifDate":"2026:05:01 12:00:00","exifOffset":"+00:00","lat":41.8902,"lon":12.4922},
   {"name":"R2.JPG","kind":"photo","size":10,"exifDate":"2026:05:01 13:00:00","exifOffset":"+00:00","lat":41.8905,"lon":12.4925},

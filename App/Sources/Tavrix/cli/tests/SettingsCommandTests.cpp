@@ -1,6 +1,6 @@
-#include "cli/SettingsHelpTexts.h"
+#include "cli/help/SettingsHelpTexts.h"
+#include "cli/tests/CommandTester.h"
 #include "foundation/Text.h"
-#include "tests/CommandTester.h"
 
 namespace tavrix::cli {
 namespace {
@@ -27,7 +27,7 @@ class SettingsCommandTest : public testing::Test {
     tester.folder.write("config/Tavrix/defaults.json", text);
   }
   bool hasStored() const { return tester.folder.has("config/Tavrix/defaults.json"); }
-  /// The entry of a key in the list for programs.
+  /// Returns the entry of a key in the JSON list.
   JsonValue listed(const std::string& key) const {
     const JsonValue list = settings({"--json"}).json();
     for (const JsonValue& entry : *list.asArray()) {
@@ -125,7 +125,7 @@ TEST_F(SettingsCommandTest, wrongCall_isOneSentenceAndKeepsNothing) {
       {{"set", "periodFrom"}, "не запоминается"},
       {{"set", "colour=red"}, "Настройки «colour» нет; запоминаются: skipOptimized,"},
       {{"set", "manualHome={}"}, "Настройки «manualHome» нет"},
-      {{"set", "eventGapHours"}, "не дано значение"},
+      {{"set", "eventGapHours"}, "Не указано значение настройки «eventGapHours»"},
       {{"set", "eventGapHours", "-1"}, "«eventGapHours» не принимает значение «-1»"},
       {{"set", "tripMinDays=2.5"}, "целое число от 0 до 10000"},
       {{"set", "nameTemplate", "{}"}, "нет поля «tokens»"},
@@ -133,11 +133,11 @@ TEST_F(SettingsCommandTest, wrongCall_isOneSentenceAndKeepsNothing) {
       {{"set", "homeOverrideName=Дача"}, "сначала укажите его"},
       {{"set", "savedPresets=[]"}, "tavrix presets save"},
       {{"set"}, "Не хватает KEY"},
-      {{"reset"}, "добавьте --all"},
+      {{"reset"}, "Укажите настройку, которую нужно сбросить, или --all"},
       {{"reset", "eventGapHours", "--all"}, "оставьте что-то одно"},
       {{"reset", "uiMode"}, "не запоминается"},
       {{"reset", "colour"}, "Настройки «colour» нет"},
-      {{"forget"}, "«forget» здесь лишнее"},
+      {{"forget"}, "Лишний параметр «forget»"},
   };
   for (const Row& row : rows) {
     const CommandResult result = settings(row.arguments);
@@ -176,7 +176,7 @@ TEST_F(SettingsCommandTest, runBySettings_givesThePlanOfARunBySet) {
   }
   for (const std::string& assignment : assignments) settings({"set", assignment});
   EXPECT_EQ(plan({}), plan(assignments));
-  // A call's own settings come last.
+  // The settings of the call override the stored ones.
   const std::string year =
       R"(nameTemplate={"tokens":[{"year":{"_0":"full"}}],"language":"system"})";
   const std::string overridden =
@@ -207,7 +207,7 @@ TEST_F(SettingsCommandTest, keptLanguage_countsWhereNoneIsNamed) {
     EXPECT_THAT(settings(row.arguments).out, StartsWith(row.title)) << row.defaults;
   }
   put(R"({"uiLanguage":"en"})");
-  EXPECT_THAT(tester.run({"copy"}).err, HasSubstr("It is not clear"));
+  EXPECT_THAT(tester.run({"copy"}).err, HasSubstr("There is no command “copy”"));
 }
 
 TEST_F(SettingsCommandTest, demo_changesNothing) {
@@ -239,7 +239,7 @@ TEST_F(SettingsCommandTest, damagedFile_isToldByEveryCommandAndKeptByAChange) {
   const CommandResult change = settings({"set", "eventGapHours=3", "--lang", "en"});
   EXPECT_EQ(change.status, ExitStatus::done);
   EXPECT_THAT(change.err,
-              HasSubstr("is kept as “" + tester.folder / "config/Tavrix/defaults.json.damaged"));
+              HasSubstr("was kept as “" + tester.folder / "config/Tavrix/defaults.json.damaged"));
   EXPECT_EQ(tester.folder.read("config/Tavrix/defaults.json.damaged"), damaged);
   EXPECT_THAT(settings({}).err, IsEmpty());
   EXPECT_EQ(listed("eventGapHours").member("value")->asNumber(), 3);

@@ -1,8 +1,8 @@
-#include "cli/Table.h"
+#include "cli/printing/Table.h"
 
 #include <gmock/gmock.h>
 
-#include "cli/ProgressBar.h"
+#include "cli/printing/ProgressBar.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
@@ -30,7 +30,7 @@ TEST(Table, cellsOfAnyScript_areAligned) {
 TEST(Table, narrowTerminal_shortensTheLongColumnAlone) {
   const std::vector<Table::Cells> rows{{"IMG_0001_a_very_long_name.HEIC", "123", "note"}};
   EXPECT_EQ(tableText(rows, 24), "Имя              N  Note\nIMG_00…e.HEIC  123  note\n");
-  // No narrower than can be read, and never when it fits.
+  // A column is never narrower than readable, and never shortened if it fits.
   EXPECT_EQ(tableText(rows, 5), "Имя         N  Note\nIMG_…EIC  123  note\n");
   EXPECT_EQ(tableText(rows, 41), tableText(rows, std::nullopt));
 }

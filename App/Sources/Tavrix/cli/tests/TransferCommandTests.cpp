@@ -1,6 +1,6 @@
-#include "Destination.h"
+#include "cli/tests/CommandTester.h"
 #include "foundation/files/Folder.h"
-#include "tests/CommandTester.h"
+#include "runs/Destination.h"
 
 namespace tavrix::cli {
 namespace {
@@ -19,7 +19,7 @@ std::vector<std::string> textsAt(const JsonValue& list, std::string_view field) 
   return texts;
 }
 
-/// The numbers of a summary by their labels.
+/// Returns the numbers of a summary by their labels.
 std::map<std::string, int> tallyOf(const std::string& out) {
   std::map<std::string, int> tally;
   std::istringstream lines{out};
@@ -62,10 +62,10 @@ TEST_F(TransferCommand, run_thenAgain_thenAfterARemoval) {
   EXPECT_EQ(first.out,
             "Перенос завершён, записано 70\u00A0Б.\n"
             "\n"
-            "В каталоге                             8\n"
-            "  не вошли: их снимка нет на телефоне  1\n"
-            "  к переносу                           7\n"
-            "    скопированы                        7\n"
+            "В каталоге                              8\n"
+            "  пропущены: их снимка нет на телефоне  1\n"
+            "  к переносу                            7\n"
+            "    скопированы                         7\n"
             "\n"
             "Подробности: tavrix history 6a0ef3c0\n");
   EXPECT_EQ(tester.folder.read("photos/2026-05-20/IMG_E0001.HEIC"), "0123456789");
@@ -76,7 +76,7 @@ TEST_F(TransferCommand, run_thenAgain_thenAfterARemoval) {
   const CommandResult second = transfer({"--lang", "en"});
   EXPECT_EQ(second.status, ExitStatus::done);
   EXPECT_THAT(second.out, AllOf(StartsWith("There is nothing to do"),
-                                HasSubstr("in the folder already                        7\n")));
+                                HasSubstr("already in the folder                       7\n")));
   EXPECT_EQ(marker(), markerAfterFirst);
 
   std::filesystem::remove(tester.folder / "photos/2026-05-21/IMG_0003.MOV");
@@ -113,10 +113,10 @@ TEST_F(TransferCommand, plan_showsFoldersAndWritesNothing) {
   transfer();
   std::filesystem::remove(tester.folder / "photos/2026-05-21/IMG_0003.MOV");
   const CommandResult after = tester.run({"plan", "phone", "photos", "--lang", "en"});
-  EXPECT_THAT(after.out, AllOf(StartsWith("Folder      New  Size  There\n"
-                                          "2026-05-20    0   0\u00A0B      4\n"
-                                          "2026-05-21    1  10\u00A0B      1\n"
-                                          "No date       0   0\u00A0B      1\n"),
+  EXPECT_THAT(after.out, AllOf(StartsWith("Folder      New  Size  Already there\n"
+                                          "2026-05-20    0   0\u00A0B              4\n"
+                                          "2026-05-21    1  10\u00A0B              1\n"
+                                          "No date       0   0\u00A0B              1\n"),
                                HasSubstr("To transfer: 1 file, 10\u00A0B into")));
   EXPECT_FALSE(tester.folder.has("photos/2026-05-21/IMG_0003.MOV"));
   const JsonValue json = tester.run({"plan", "phone", "photos", "--json"}).json();
@@ -131,7 +131,8 @@ TEST_F(TransferCommand, plan_showsFoldersAndWritesNothing) {
 }
 
 TEST_F(TransferCommand, summary_addsUpHoweverTheRunGoes) {
-  // One file is missing, one cannot be converted, one film is left out, one file is there already.
+  // One file is missing, one cannot be converted, one film is excluded, and one file already
+  // exists.
   transfer({"--set", "includePhotos=false", "--set", "includeLive=false"});
   std::filesystem::remove(tester.folder / "phone/media/IMG_0002.JPG");
   const CommandResult result =
@@ -139,9 +140,9 @@ TEST_F(TransferCommand, summary_addsUpHoweverTheRunGoes) {
   EXPECT_EQ(result.status, ExitStatus::someFailed);
   const auto tally = tallyOf(result.out);
   const std::map<std::string, int> expected{{"In the catalogue", 8},
-                                            {"left out: their picture is not on the phone", 1},
-                                            {"left out by the settings", 1},
-                                            {"in the folder already", 1},
+                                            {"skipped: their picture is not on the phone", 1},
+                                            {"skipped by the settings", 1},
+                                            {"already in the folder", 1},
                                             {"to transfer", 5},
                                             {"copied", 1},
                                             {"kept unconverted", 3},
@@ -151,7 +152,18 @@ TEST_F(TransferCommand, summary_addsUpHoweverTheRunGoes) {
               AllOf(HasSubstr("Not transferred:\n  IMG_0002.jpg"),
                     HasSubstr("the file is not in the source"),
                     HasSubstr("unconverted:\n  IMG_0001.HEIC — the conversion did not take place"),
-                    HasSubstr("failed for 1 file;")));
+                    HasSubstr("Finished; 1 file could not be transferred.")));
+}
+
+TEST_F(TransferCommand, failedVerification_namesTheFileOnce) {
+  tester.folder.write("phone/media/IMG_0002.JPG", "short");
+  const CommandResult result = transfer();
+  EXPECT_EQ(result.status, ExitStatus::someFailed);
+  const std::string detail = "ожидалось 10 байт, получено 5";
+  EXPECT_THAT(result.out, HasSubstr("  IMG_0002.JPG: сверка не прошла — " + detail + "\n"));
+  EXPECT_THAT(tester.run({"history", "last"}).out, HasSubstr("  сверка не прошла — " + detail));
+  EXPECT_THAT(tester.run({"history", "last", "--json"}).out,
+              HasSubstr("Сверка не прошла: IMG_0002.JPG — " + detail));
 }
 
 TEST_F(TransferCommand, failureInJson_isTheSameInEveryLanguage) {
@@ -201,9 +213,9 @@ TEST_F(TransferCommand, unusableDestination_isOneSentenceAndNothingChanges) {
     ExitStatus status = ExitStatus::stopped;
   };
   const std::vector<Row> rows{{"photosNewer", "newer version of the program (format 2)"},
-                              {"photosFile", "is no folder"},
-                              {"photosBusy", "Another transfer is at work"},
-                              {"photosNone/x", "does not exist; create that first"}};
+                              {"photosFile", "is not a folder"},
+                              {"photosBusy", "Another transfer into the folder"},
+                              {"photosNone/x", "create the folder above it first"}};
   for (const Row& row : rows) {
     const CommandResult result = tester.run({"transfer", "phone", row.destination, "--lang", "en"});
     EXPECT_EQ(result.status, row.status) << row.destination;
@@ -241,14 +253,14 @@ TEST_F(TransferCommand, settingsThatLeaveNothing_areSaidSo) {
   const CommandResult result = transfer({"--set", "periodFrom=2030-01-01"});
   EXPECT_EQ(result.status, ExitStatus::done);
   EXPECT_THAT(result.out, AllOf(StartsWith("Переносить нечего: настройки"),
-                                HasSubstr("не вошли по настройкам               7\n")));
+                                HasSubstr("пропущены по настройкам               7\n")));
 }
 
 TEST_F(TransferCommand, emptyCatalogue_isNotBlamedOnTheSettings) {
   tester.addPhone("[]");
   EXPECT_THAT(transfer().out, StartsWith("Переносить нечего: в каталоге телефона нет"));
   EXPECT_THAT(tester.run({"plan", "phone", "photos", "--lang", "en"}).out,
-              StartsWith("There is nothing to do: the phone's catalogue holds no file."));
+              StartsWith("There is nothing to do: the phone's catalogue is empty."));
 }
 
 TEST_F(TransferCommand, oneFailure_isCountedAsOne) {
@@ -287,7 +299,7 @@ TEST_F(TransferCommand, archives_takeEverythingAtEveryRun) {
   EXPECT_EQ(*record.member("totals"), parseJson(R"({"alreadyThere":0,"bytesWritten":70,"failed":0,
       "onMac":4,"optimized":0,"shots":4})"));
   EXPECT_THAT(tester.run({"history", "last"}).out, HasSubstr("2026-05-21.zip/2026-05-21/"));
-  // Loose files and archives are one memory, which all commands read.
+  // All commands see loose files and archives as one set.
   const CommandResult verified = tester.run({"verify", "photos", "--json"});
   EXPECT_EQ(*verified.json().member("counts")->member("intact"), parseJson("12"));
   EXPECT_EQ(*verified.json().member("counts")->member("unknown"), parseJson("0"));
@@ -297,7 +309,7 @@ TEST_F(TransferCommand, archives_takeEverythingAtEveryRun) {
 }
 
 TEST_F(TransferCommand, recordOfAKilledRun_tellsWhereItsFilesAre) {
-  // The record as a run has it before its end.
+  // The record of a run before it ends.
   std::string note;
   bool isLooking = false;
   tester.atClock = [&](std::stop_source&) {
@@ -318,7 +330,7 @@ TEST_F(TransferCommand, recordOfAKilledRun_tellsWhereItsFilesAre) {
 }
 
 TEST_F(TransferCommand, conversions_areMadeOnceAndWhatCannotBeIsKeptWithItsReason) {
-  // A red square of four by four pixels.
+  // A red square of 4 × 4 pixels.
   const std::string png{
       "\211\120\116\107\015\012\032\012\000\000\000\015\111\110\104\122\000\000\000\004\000\000\000"
       "\004"
@@ -334,7 +346,7 @@ TEST_F(TransferCommand, conversions_areMadeOnceAndWhatCannotBeIsKeptWithItsReaso
                   {"IMG_1.PNG", "IMG_2.GIF", "IMG_3.MP4"}, png);
   tester.folder.write("phone/media/IMG_2.GIF", "GIF89a" + std::string(67, 'x'));
   tester.folder.write("phone/media/IMG_3.MP4", std::string(73, 'x'));
-  tester.conversionProgram = "/proc/self/exe";
+  tester.conversionProgram = TAVRIX_CONVERT_PROGRAM;
   const std::vector<std::string> converting{"--set", "photoJPEG=true", "--set", "videoH264=true"};
   EXPECT_THAT(copiedPaths(converting),
               ElementsAre("No date/IMG_1.jpg", "No date/IMG_2.GIF", "No date/IMG_3.MP4"));

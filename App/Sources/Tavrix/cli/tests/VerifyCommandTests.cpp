@@ -1,9 +1,9 @@
 #include <map>
 
-#include "Destination.h"
+#include "cli/tests/CommandTester.h"
 #include "foundation/Digest.h"
 #include "foundation/files/Folder.h"
-#include "tests/CommandTester.h"
+#include "runs/Destination.h"
 
 namespace tavrix::cli {
 namespace {
@@ -16,7 +16,7 @@ using testing::Not;
 using testing::Pair;
 using testing::StartsWith;
 
-/// Seven files of ten bytes each, all different, transferred.
+/// Seven copied files of ten bytes each, all different.
 struct VerifyCommand : testing::Test {
   VerifyCommand() {
     tester.addPhone(smallSnapshot, smallMedia);
@@ -82,7 +82,7 @@ TEST_F(VerifyCommand, losses_areListedWithTheirReason) {
   const CommandResult result = verify();
   EXPECT_EQ(result.status, ExitStatus::someFailed);
   EXPECT_EQ(result.out,
-            "The check is complete: 3 files are not in order; 50\u00A0B read.\n"
+            "The check is complete: 3 files are not intact; 50\u00A0B read.\n"
             "\n"
             "In the records  7\n"
             "  intact        4\n"
@@ -91,7 +91,7 @@ TEST_F(VerifyCommand, losses_areListedWithTheirReason) {
             "In no record    1\n"
             "\n"
             "Changed:\n"
-            "  2026-05-20/IMG_0001.HEIC — the size is the same, the content is not\n"
+            "  2026-05-20/IMG_0001.HEIC — same size, different content\n"
             "  2026-05-20/IMG_0001.MOV — expected 10 bytes, got 5\n"
             "\n"
             "Missing:\n"
@@ -131,10 +131,10 @@ TEST_F(VerifyCommand, whatCannotBeCompared_isOneSentenceWithTheRemedy) {
     std::string sentence;
   };
   const std::vector<Row> rows{{"photos", newer, "newer version of the program (format 2)"},
-                              {"photos", marker.substr(9), "is damaged or cannot be read"},
-                              {"photos", "", "by tavrix marker rebuild SOURCE DEST"},
+                              {"photos", marker.substr(9), "is damaged or unreadable"},
+                              {"photos", "", "with tavrix marker rebuild SOURCE DEST"},
                               {"photosNone", marker, "There is no folder"},
-                              {"phone/snapshot.json", marker, "is no folder"}};
+                              {"phone/snapshot.json", marker, "is not a folder"}};
   for (const Row& row : rows) {
     tester.folder.write("photos/" + markerName, row.markerContent);
     if (row.markerContent.empty()) std::filesystem::remove(inPhotos(markerName));
@@ -165,7 +165,7 @@ TEST_F(VerifyCommand, otherRunAtWork_isToldAndHindersOnlyWriting) {
   ASSERT_TRUE(otherRun->lock());
   const CommandResult reading = verify();
   EXPECT_EQ(reading.status, ExitStatus::done);
-  EXPECT_THAT(reading.err, HasSubstr("A transfer is at work in the folder"));
+  EXPECT_THAT(reading.err, HasSubstr("A transfer into the folder"));
   EXPECT_EQ(verify({"--write-checksums"}).status, ExitStatus::stopped);
   EXPECT_EQ(rebuild().status, ExitStatus::stopped);
 }
@@ -179,14 +179,14 @@ TEST_F(VerifyCommand, checksums_areAcceptedBySha256sum) {
   const CommandResult result = verify({"--write-checksums"});
   EXPECT_EQ(result.status, ExitStatus::someFailed) << result.out << result.err;
   EXPECT_THAT(result.out, AllOf(HasSubstr("/photos/SHA256SUMS”: 14 files.\n"),
-                                HasSubstr("1 file had no checksum in the records: theirs was")));
+                                HasSubstr("1 file had no checksum in the records: it was")));
   const std::string sums = tester.folder.read("photos/SHA256SUMS");
   EXPECT_EQ(std::count(sums.begin(), sums.end(), '\n'), 14);
   EXPECT_THAT(sums, AllOf(HasSubstr("  2026-05-21/IMG_0002.JPG\n"),
                           HasSubstr(sha256Hex("content 11") + "  2026-05-20/IMG_0001.MOV\n")));
   EXPECT_EQ(verify({"--write-checksums"}).status, ExitStatus::someFailed);
   EXPECT_EQ(tester.folder.read("photos/SHA256SUMS"), sums);
-  // What verify finds changed the list does not vouch for.
+  // The list does not confirm a file that verify reports as changed.
   EXPECT_FALSE(sha256sumAccepts());
   tester.folder.write("photos/2026-05-20/IMG_0001.MOV", "content 11");
   EXPECT_TRUE(sha256sumAccepts()) << tester.folder.read("photos/checked.log");
@@ -204,7 +204,7 @@ TEST_F(VerifyCommand, earlierChecksums_areNeverTakenForTheBytesOfNow) {
   std::filesystem::remove(inPhotos("2026-05-21/IMG_0003.MOV"));
   const CommandResult result = verify({"--write-checksums"});
   EXPECT_EQ(result.status, ExitStatus::someFailed);
-  EXPECT_THAT(result.out, AllOf(HasSubstr("IMG_0002.JPG — the content is not that of SHA256SUMS\n"),
+  EXPECT_THAT(result.out, AllOf(HasSubstr("IMG_0002.JPG — the content does not match SHA256SUMS\n"),
                                 Not(HasSubstr("compared with nothing"))));
   EXPECT_EQ(tester.folder.read("photos/SHA256SUMS"), sums);
 }
@@ -214,10 +214,11 @@ TEST_F(VerifyCommand, damagedRecordOfOnePhone_isNoLossAmongTheOthersAndHasARemed
   tester.folder.write("photos/phone-0123abcd.json", "{ broken");
   const CommandResult result = verify();
   EXPECT_EQ(result.status, ExitStatus::someFailed);
-  EXPECT_THAT(result.out, AllOf(StartsWith("Not everything could be checked, unreadable: 1 record; "
-                                           "no loss among what was checked, 70\u00A0B read.\n"),
-                                HasSubstr("\nUnreadable records  1\n"),
-                                HasSubstr("unreadable:\n  phone-0123abcd.json\n")));
+  EXPECT_THAT(result.out,
+              AllOf(StartsWith("Not everything could be checked, unreadable: 1 record; "
+                               "there are no losses among what was checked, 70\u00A0B read.\n"),
+                    HasSubstr("\nUnreadable records  1\n"),
+                    HasSubstr("unreadable records:\n  phone-0123abcd.json\n")));
   EXPECT_THAT(result.err, HasSubstr("rename the record to “phone-0123abcd.json.damaged”"));
   EXPECT_THAT(tester.run({"verify", "photos"}).out,
               StartsWith("Проверено не всё, не читаются: 1 запись; среди проверенного потерь нет"));
@@ -235,7 +236,7 @@ TEST_F(VerifyCommand, pathOverALink_hasOneReasonInBothForms) {
   EXPECT_THAT(verify({"--json"}).out, HasSubstr("\"reason\": \"" + reason + "\""));
 }
 
-/// With the rights of an ordinary user, whom a closed folder keeps out.
+/// Runs as an ordinary user who has no access to a closed folder.
 struct ClosedFolder : VerifyCommand {
   CommandResult asUser(const std::vector<std::string>& arguments) const {
     return tester.runKeptOutOf("photos/2026-05-20", arguments);
@@ -250,8 +251,8 @@ TEST_F(ClosedFolder, transferMeanwhile_losesNothingAndSaysWhichItIs) {
   const CommandResult result = asUser({"transfer", "phone", "photos", "--lang", "en"});
   EXPECT_EQ(result.status, ExitStatus::someFailed);
   EXPECT_THAT(result.err, HasSubstr("/photos/2026-05-20” cannot be read (permission denied)"));
-  EXPECT_THAT(result.out, AllOf(HasSubstr("copied                                     1\n"),
-                                HasSubstr("failed                                     4\n"),
+  EXPECT_THAT(result.out, AllOf(HasSubstr("copied                                    1\n"),
+                                HasSubstr("failed                                    4\n"),
                                 HasSubstr("IMG_0001.HEIC")));
   const auto after = DestinationMarker::load(*folder).records;
   ASSERT_EQ(after.size(), 1U);
@@ -264,8 +265,9 @@ TEST_F(ClosedFolder, checks_nameItAndFail) {
   transfer();
   const CommandResult text = asUser({"verify", "photos", "--lang", "en"});
   EXPECT_EQ(text.status, ExitStatus::someFailed);
-  EXPECT_THAT(text.out, AllOf(HasSubstr("4 files are not in order"),
-                              HasSubstr("lies in them:\n  2026-05-20 — permission denied\n")));
+  EXPECT_THAT(text.out,
+              AllOf(HasSubstr("4 files are not intact"),
+                    HasSubstr("content is unknown:\n  2026-05-20 — permission denied\n")));
   std::filesystem::remove(inPhotos(markerName));
   const std::vector<std::string> rebuild{"marker", "rebuild", "phone", "photos", "--lang", "en"};
   const CommandResult rebuilt = asUser(rebuild);
@@ -302,14 +304,14 @@ TEST_F(VerifyCommand, foreignChecksumFile_staysAsItIs) {
   tester.folder.write("photos/SHA256SUMS", "my own notes\n");
   const CommandResult result = verify({"--write-checksums"});
   EXPECT_EQ(result.status, ExitStatus::stopped);
-  EXPECT_THAT(result.err, HasSubstr("is no list of checksums and stays as it is; rename it"));
+  EXPECT_THAT(result.err, HasSubstr("is not a list of checksums and stays as it is; rename it"));
   EXPECT_THAT(result.out, IsEmpty());
   EXPECT_EQ(tester.folder.read("photos/SHA256SUMS"), "my own notes\n");
   EXPECT_EQ(verify().status, ExitStatus::done);
 }
 
 TEST_F(VerifyCommand, lostMarker_isRebuiltSoThatNothingIsCopiedAgain) {
-  // Two runs with prefixes leave files that only the marker tells from new ones.
+  // After two runs with prefixes, only the marker distinguishes these files from new ones.
   const std::vector<std::string> prefixed{"--set", "fileNamePrefixMode=phone"};
   transfer(prefixed);
   tester.folder.write("photos/2026-05-20/iPhone IMG_0001.MOV", "changed");
@@ -322,11 +324,11 @@ TEST_F(VerifyCommand, lostMarker_isRebuiltSoThatNothingIsCopiedAgain) {
   const CommandResult result = rebuild(prefixed);
   EXPECT_EQ(result.status, ExitStatus::done) << result.err;
   EXPECT_EQ(result.out,
-            "The record of the phone “iPhone” is saved; recognised anew: 6 files.\n"
+            "The record of the phone “iPhone” was saved; newly recognised: 6 files.\n"
             "\n"
             "Files in the folder             7\n"
             "  recognised                    6\n"
-            "    recognised anew             6\n"
+            "    newly recognised            6\n"
             "  not recognised                1\n"
             "    the phone has no such file  1\n"
             "\n"
@@ -335,7 +337,7 @@ TEST_F(VerifyCommand, lostMarker_isRebuiltSoThatNothingIsCopiedAgain) {
   EXPECT_EQ(plannedFiles(prefixed), 0U);
   EXPECT_EQ(verify().status, ExitStatus::done);
   const std::string marker = tester.folder.read("photos/" + markerName);
-  EXPECT_THAT(rebuild(prefixed).out, HasSubstr("in the record before        6\n"));
+  EXPECT_THAT(rebuild(prefixed).out, HasSubstr("already in the record       6\n"));
   EXPECT_EQ(tester.folder.read("photos/" + markerName), marker);
 }
 
@@ -346,7 +348,7 @@ TEST_F(VerifyCommand, rebuild_addsToWhatIsThereAndKeepsTheDamaged) {
   std::filesystem::remove(inPhotos("2026-05-21/IMG_0003.MOV"));
   std::filesystem::copy_file(inPhotos("2026-05-21/IMG_0002.JPG"), inPhotos("copy.JPG"));
   EXPECT_EQ(rebuild().status, ExitStatus::done);
-  // What was recorded stays recorded, gone or not.
+  // Recorded files stay recorded, even if they are missing.
   EXPECT_THAT(statesOf(verify({"--json"})),
               AllOf(testing::Contains(Pair("2026-05-21/IMG_0003.MOV", "missing")),
                     testing::Contains(Pair("copy.JPG", "intact")), testing::SizeIs(7 + 7 + 1)));
@@ -364,9 +366,8 @@ TEST_F(VerifyCommand, rebuildWithTheWrongPhone_saysThatThereIsNoRecord) {
     tester.folder.write("phone/media/" + smallMedia[i], "another " + std::to_string(10 + i));
   }
   std::filesystem::remove(inPhotos(markerName));
-  EXPECT_THAT(
-      rebuild({"--device-name", "Wrong"}).out,
-      StartsWith("No file was recognised; the folder holds no record of the phone “Wrong”."));
+  EXPECT_THAT(rebuild({"--device-name", "Wrong"}).out,
+              StartsWith("No file was recognised; the folder has no record of the phone “Wrong”."));
   EXPECT_FALSE(
       tester.folder.has("photos/" + DestinationMarker::fileName(snapshotPhone("Wrong").hash)));
 }
@@ -385,7 +386,7 @@ TEST_F(VerifyCommand, rebuildThatFails_tellsAndChangesNothing) {
   tester.isInterrupted = true;
   const CommandResult cancelled = rebuild();
   EXPECT_EQ(cancelled.status, ExitStatus::cancelled);
-  EXPECT_THAT(cancelled.err, HasSubstr("after 0 of 7 files; nothing was recognised anew"));
+  EXPECT_THAT(cancelled.err, HasSubstr("after 0 of 7 files; no new file was recognised"));
   EXPECT_FALSE(tester.folder.has("photos/" + markerName));
   tester.isInterrupted = false;
   std::filesystem::remove_all(tester.folder / "phone/media");

@@ -1,9 +1,9 @@
-// What a model begins with, and what of it outlives the program.
+// The initial state of a model, and its state that outlives the program.
 
-#include "defaults/FileDefaults.h"
-#include "defaults/MemoryDefaults.h"
 #include "foundation/json/JsonValue.h"
-#include "tests/support/ModelHarness.h"
+#include "model/tests/support/ModelHarness.h"
+#include "settings/defaults/FileDefaults.h"
+#include "settings/defaults/MemoryDefaults.h"
 
 namespace tavrix {
 namespace {

@@ -1,6 +1,6 @@
-// The model's runs: what stops them, what they pause for, how they end.
+// The runs of a model: what prevents them, what they pause for, and how they end.
 
-#include "tests/support/ModelHarness.h"
+#include "model/tests/support/ModelHarness.h"
 
 namespace tavrix {
 namespace {
@@ -51,7 +51,7 @@ TEST_F(AppModelRunTest, run_copiesWhatIsShownAndCheckedAlone) {
   makeReady();
   model->navigate(nav_selection::Month{2026, 5});
   model->toggleGroup("2026-05-20");
-  transfer();  // the press waits for the display
+  transfer();  // the start waits for the display
   EXPECT_EQ(report().copied, 9);
   checkWhole(9);
   EXPECT_EQ(record().status, TransferRecord::Status::completed);
@@ -228,7 +228,7 @@ TEST_F(AppModelRunTest, folderThatIsAnotherAfterThePause_isNotWrittenTo) {
   writesUntilFull = 6;
   transfer();
   ASSERT_TRUE(state().transferPausedReason.has_value());
-  // As where a volume was mounted.
+  // As if another volume had been mounted there.
   const std::string away = destination.path() + ".away";
   std::filesystem::rename(destination.path(), away);
   std::filesystem::create_directories(destination.path());
@@ -256,7 +256,7 @@ TEST_F(AppModelRunTest, whatChangesWhileAStartIsPrepared_isWhatIsTransferred) {
     EXPECT_THAT(path, testing::StartsWith("2026-05-20/")) << "the one folder on screen";
   }
 
-  // A phone that goes, and another one in its place.
+  // A phone leaves, and another one is plugged in instead.
   model->leaveSummary();
   std::filesystem::remove_all(destination / "2026-05-20");
   model->refreshDestination();
@@ -364,7 +364,8 @@ TEST_F(AppModelRunTest, questionAboutReducedCopies_isAskedAtEveryPress) {
 }
 
 TEST_F(AppModelRunTest, reducedCopiesThatAreSkipped_goWithTheShotsOfTheirEvents) {
-  // Each event begins on the day before the day that names its folder when they are skipped.
+  // Each event begins on the evening before the day that names its folder when these copies are
+  // skipped.
   phone.addFile(20, true, 24 * 10 + 23);
   phone.addFile(21, false, 24 * 11 + 1);
   phone.addFile(22, true, 24 * 20 + 23);

@@ -1,6 +1,6 @@
-// What the model shows and how it follows what is chosen.
+// The display of the model and how it follows the choices.
 
-#include "tests/support/ModelHarness.h"
+#include "model/tests/support/ModelHarness.h"
 
 namespace tavrix {
 namespace {
@@ -63,8 +63,7 @@ TEST_F(AppModelTest, snapshot_staysWhateverPhonesDo) {
 }
 
 TEST_F(AppModelTest, zone_datesAnewWhatTellsNoOffset) {
-  ConnectedSource source = phone.source();
-  source.assetsIn = [this](const TimeZone& zone) {
+  phone.assetsIn = [this](const TimeZone& zone) {
     std::vector<MediaAsset> assets;
     for (const MediaAsset& asset : phone.assets()) {
       const LocalTime wallClock = TimeZone::utc().toLocal(*asset.captureDate());
@@ -74,7 +73,7 @@ TEST_F(AppModelTest, zone_datesAnewWhatTellsNoOffset) {
     }
     return assets;
   };
-  model->sourceReady(source, data_origin::Device{"iPhone"});
+  model->sourceReady(phone.source(), data_origin::Device{"iPhone"});
   settle();
   const auto before = idsOf(state().displayGroups);
   Settings settings = *state().settings;
@@ -83,12 +82,12 @@ TEST_F(AppModelTest, zone_datesAnewWhatTellsNoOffset) {
   EXPECT_FALSE(model->isSettled());
   settle();
   EXPECT_EQ(idsOf(state().displayGroups), before) << "the wall clock told the day";
-  EXPECT_NE(*state().assets, *source.assets);
+  EXPECT_NE(*state().assets, phone.assets());
   settings.timeZone = TimeZone::utc();
   model->changeSettings(settings);
   settle();
   EXPECT_EQ(idsOf(state().displayGroups), before);
-  EXPECT_EQ(state().assets->front().captureDate(), source.assets->front().captureDate());
+  EXPECT_EQ(state().assets->front().captureDate(), phone.assets().front().captureDate());
 }
 
 TEST_F(AppModelTest, check_takesTheFolderOutOfThePlanAndBackIn) {

@@ -1,9 +1,9 @@
-// Long random walks over everything that can be done with a model and can happen to it.
+// Long random walks over everything that a caller can do with a model and that can happen to it.
 
 #include <cstdlib>
 #include <random>
 
-#include "tests/support/ModelHarness.h"
+#include "model/tests/support/ModelHarness.h"
 
 namespace tavrix {
 namespace {
@@ -26,7 +26,7 @@ class Walk : public ModelHarness {
     check();
   }
 
-  /// Whatever happened: with everything in order again, the model comes to rest.
+  /// Whatever happened before, the model settles once everything works again.
   void comeToRest() {
     writesUntilFull = -1;
     phone.isPlugged = true;
@@ -132,7 +132,7 @@ class Walk : public ModelHarness {
     if (phone.assets().size() < 40) phone.addFile(static_cast<int>(phone.assets().size()));
     if (phone.isPlugged) plug();
   }
-  /// Somebody deletes pictures at the destination.
+  /// The user deletes pictures at the destination.
   void lose() {
     for (const auto& [path, content] : filesOnDisk()) {
       if (coin()) std::filesystem::remove(destination / path);

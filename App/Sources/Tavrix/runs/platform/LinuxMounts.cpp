@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "Mounts.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/FileReader.h"
+#include "runs/Mounts.h"
 
 namespace tavrix {
 

@@ -1,4 +1,4 @@
-#include "Mounts.h"
+#include "runs/Mounts.h"
 
 #include <gtest/gtest.h>
 
@@ -32,7 +32,7 @@ TEST(Mounts, foldersOfTheDisk_areFoundByWhateverMountLeadsThere) {
         Row{"/media/card/DCIM/100APPLE/x", "/mnt/bound", true},
         Row{"/media/card/DCIM", "/mnt/bound", false},
         Row{"/mnt/bound", "/media/card/DCIM/101 A", false},
-        // A folder that stands inside the source by a mount.
+        // A folder that is mounted inside the source.
         Row{"/home/me/photos", "/media/card", true},
         Row{"/home/me/photos/2026", "/media/card/DCIM/999APPLE", true},
         Row{"/home/me", "/media/card", false}, Row{"/home/me/photos-2", "/media/card", false},

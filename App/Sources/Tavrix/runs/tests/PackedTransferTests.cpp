@@ -1,4 +1,4 @@
-#include "PackedTransfer.h"
+#include "runs/PackedTransfer.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -10,12 +10,12 @@
 #include <cstdlib>
 #include <map>
 
-#include "PlanSummary.h"
-#include "RunRecording.h"
-#include "Staging.h"
 #include "foundation/Sentences.h"
 #include "foundation/tests/support/FaultyFolder.h"
 #include "foundation/tests/support/TemporaryFolder.h"
+#include "library/PlanSummary.h"
+#include "runs/RunRecording.h"
+#include "runs/Staging.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/TransferPlanner.h"
 
@@ -29,7 +29,7 @@ using Status = TransferRecord::Status;
 
 class NameSource : public MediaSource {
  public:
-  /// Every file holds its own name, so that nobody takes one for another.
+  /// The content of every file is its own name, so that files cannot be confused.
   void download(const MediaAsset& asset, DownloadDestination& destination) override {
     if (asset.name() == missing) throw SourceError{SourceError::Kind::notFound, missing};
     destination.append(std::as_bytes(std::span{asset.name()}));
@@ -56,7 +56,7 @@ class LineLog : public Log {
   std::vector<std::string> lines;
 };
 
-/// A run of six stills of three days into archives, in a folder that can be made to fail.
+/// Runs that pack six stills of three days, in a folder that can inject errors.
 struct PackedTransferTest : testing::Test {
   TransferPlan planOf(const Library& library, const DestinationView& view) const {
     std::vector<TransferPlanner::NamedGroup> groups;
@@ -89,8 +89,8 @@ struct PackedTransferTest : testing::Test {
     outcome.leftOvers = std::move(leftOvers);
     return outcome;
   }
-  /// All files below the destination but the marker's, with what each holds; an archive's files by
-  /// their names in it.
+  /// Returns the content of all files in the destination, except the marker's. Files in an archive
+  /// are listed by their names in it.
   std::map<std::string, std::string> files() const {
     std::map<std::string, std::string> files;
     openFolder(temporary.path())->visitAll([&](const std::string& path, const FileStatus& status) {
@@ -116,7 +116,7 @@ struct PackedTransferTest : testing::Test {
     }
     return files;
   }
-  /// The report and the disk say the same.
+  /// Checks that the report agrees with the disk.
   void expectTruth(const TransferOutcome& outcome) const {
     const auto onDisk = files();
     std::map<std::string, std::string> told;
@@ -157,7 +157,7 @@ struct PackedTransferTest : testing::Test {
 TEST(ArchivePlan, everyFile_isInOneArchive) {
   const Library library = makeLibrary(assetsOf(5), {}, "en_US");
   std::vector<TransferPlanner::NamedGroup> groups;
-  // The same folder twice, with another between.
+  // The same folder name twice, with another one between.
   for (const std::size_t row : {0U, 1U, 2U}) {
     groups.push_back({row == 1 ? "Rome" : "1970", library.rows[row].group});
   }
@@ -202,7 +202,7 @@ TEST_F(PackedTransferTest, run_packsEachFolderAndRemembersTheArchives) {
   EXPECT_EQ(snapshots.back().packedGroups, 3U);
   EXPECT_EQ(snapshots.back().packGroupsTotal, 3U);
   EXPECT_EQ(snapshots.back().stageFraction, 1.0);
-  // A byte of a picture in an archive goes bad.
+  // Corrupts a byte of a picture in an archive.
   std::string bytes = temporary.read("1970-01-02.zip");
   bytes.replace(bytes.find("IMG_0003.HEICPK"), 3, "IMH");
   temporary.write("1970-01-02.zip", bytes);
@@ -270,7 +270,7 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
     EXPECT_THAT(packingNotes(Language::russian, outcome),
                 ElementsAre("Группа «1970-01-02» осталась обычной папкой: " + reason));
     EXPECT_THAT(linesWith("fallback"), ElementsAre("pack fallback 1970-01-02: " + reason));
-    // Two archives and two files, all with their digests.
+    // Two archives and two files, all with digests.
     EXPECT_EQ(count(CopyVerification::State::intact), 4U);
   }
   isPerGroup = false;
@@ -368,8 +368,8 @@ TEST_F(PackedTransferTest, diskThatGoes_interruptsAndTellsWhatGotThrough) {
   expectTruth(outcome);
 }
 
-/// Runs a whole run in a process of its own that dies at its `step`th operation on the disk; false
-/// when it came to its end.
+/// Performs a run in a child process that dies at its `step`th disk operation. Returns false if the
+/// run finished first.
 bool dies(PackedTransferTest& test, int step) {
   const pid_t child = ::fork();
   if (child == 0) {
@@ -398,7 +398,7 @@ TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
     if (!dies(*this, step)) break;
     EXPECT_EQ(temporary.read("1970-01-01.zip"), "the person's own");
     std::filesystem::remove(temporary / "1970-01-01.zip");
-    // Whatever has an archive's name is whole.
+    // Every file with the name of an archive is complete.
     for (const auto& [path, content] : files()) {
       if (path.find(".zip/") != std::string::npos) {
         EXPECT_TRUE(path.ends_with(content)) << step;

@@ -1,12 +1,12 @@
-#include "TransferJob.h"
+#include "runs/TransferJob.h"
 
 #include <gmock/gmock.h>
 
 #include <cerrno>
 
-#include "PlanSummary.h"
 #include "foundation/tests/support/FaultyFolder.h"
 #include "foundation/tests/support/TemporaryFolder.h"
+#include "library/PlanSummary.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/TransferPlanner.h"
 
@@ -32,7 +32,7 @@ std::vector<MediaAsset> assetsOf(int count) {
   return assets;
 }
 
-/// A run of six stills of three days into a folder that can be made to fail.
+/// Runs that copy six stills of three days, in a folder that can inject errors.
 struct TransferJobTest : testing::Test {
   TransferOutcome run(std::chrono::seconds step = std::chrono::seconds{0}) {
     const Library library = makeLibrary(assetsOf(assets), {}, "en_US");
@@ -51,7 +51,7 @@ struct TransferJobTest : testing::Test {
     tally = tallyOf(library, plan, outcome.report);
     return outcome;
   }
-  /// From the given landing on nothing gets through any more, the last saving included.
+  /// Makes every rename after the given number of landings fail, including that of the final save.
   void killAfter(int landings) {
     int renames = 0;
     folder.faults().rule = [=](FileOperation operation, const std::string& path) mutable {
@@ -101,7 +101,7 @@ TEST_F(TransferJobTest, longRun_remembersOnItsWay) {
   savings = 0;
   std::filesystem::remove_all(temporary / "1970-01-01");
   run(std::chrono::seconds{1});
-  EXPECT_EQ(savings, 2);  // what it may land before, what it has landed after
+  EXPECT_EQ(savings, 2);  // the claims before the run, the landed files after it
 }
 
 TEST_F(TransferJobTest, runThatIsKilled_leavesNoFileThatAnotherPhoneTakesForItsOwn) {
@@ -117,7 +117,7 @@ TEST_F(TransferJobTest, runThatIsKilled_leavesNoFileThatAnotherPhoneTakesForItsO
 TEST_F(TransferJobTest, runAfterAKilledOne_knowsWhatItFoundFromWhatNeverCame) {
   killAfter(3);
   EXPECT_EQ(claims(), 6U);
-  // One that had landed goes before anybody looked, one after.
+  // Deletes one landed file before the next run and one after it.
   std::filesystem::remove(temporary / "1970-01-01/IMG_0000.HEIC");
   EXPECT_EQ(run().report.copied, 4U);
   EXPECT_EQ(claims(), 0U);
@@ -165,7 +165,7 @@ TEST_F(TransferJobTest, closedFolder_keepsItsEntriesAndFailsItsFiles) {
     EXPECT_THAT(record().files, testing::Contains(file)) << file.path;
   }
   EXPECT_EQ(run().report.files.size(), 0U);
-  // A run that is killed meanwhile takes nothing from them either.
+  // A killed run must not lose them either.
   int savings = 0;
   folder.faults().rule = [&](FileOperation operation, const std::string& path) {
     if (path.starts_with("1970-01-02")) throw FileError{operation, path, EACCES};
@@ -189,7 +189,7 @@ TEST_F(TransferJobTest, runThatLandsNothing_leavesTheMarkerAsItWas) {
   run(std::chrono::seconds{5});
   EXPECT_EQ(temporary.read(markerName), before);
 
-  // A volume that has become one for reading alone: nothing landed of which it forgets anything.
+  // A volume that has become read-only: nothing landed, so nothing is lost.
   folder.faults().rule = [](FileOperation operation, const std::string& path) {
     if (operation == FileOperation::create || operation == FileOperation::makeFolder)
       throw FileError{operation, path, EROFS};
@@ -210,7 +210,7 @@ TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
   EXPECT_EQ(outcome.status, TransferRecord::Status::interrupted);
   ASSERT_TRUE(outcome.interruption.has_value());
   EXPECT_EQ(outcome.interruption->code(), ENOSPC);
-  // No temporary file's path: a person is to make room in the folder.
+  // The path is not that of a temporary file: the user must free space in the folder.
   EXPECT_EQ(outcome.interruption->path(), folder.path());
   EXPECT_EQ(rememberedFiles(), tally.copied);
   EXPECT_GT(tally.notReached, 0U);

@@ -7,24 +7,24 @@
 
 namespace tavrix {
 
-/// Reads fields of an Exif block for tests; out of range access throws std::out_of_range.
+/// Reads fields of an Exif block for tests. Throws std::out_of_range for an access out of range.
 class ExifReader {
  public:
   explicit ExifReader(const std::string& segment) : tiff_(segment.substr(6)) {}
 
   std::uint32_t mainDirectory() const { return number(4, 4); }
-  /// Where the directory begins that the main one points to by `tag`.
+  /// Returns the offset of the directory to which `tag` in the main directory points.
   std::optional<std::uint32_t> subdirectory(std::uint16_t tag) const {
     const auto entry = find(mainDirectory(), tag);
     return entry ? std::optional{number(*entry + 8, 4)} : std::nullopt;
   }
-  /// The text of an ASCII field without its closing NUL.
+  /// Returns the text of an ASCII field without its terminating NUL.
   std::string text(std::uint32_t directory, std::uint16_t tag) const {
     const std::uint32_t entry = find(directory, tag).value();
     const std::uint32_t count = number(entry + 4, 4);
     return tiff_.substr(count <= 4 ? entry + 8 : number(entry + 8, 4), count - 1);
   }
-  /// Degrees of three rationals: degrees, minutes, seconds.
+  /// Returns degrees computed from three rationals: degrees, minutes, seconds.
   double degrees(std::uint32_t directory, std::uint16_t tag) const {
     const std::uint32_t at = number(find(directory, tag).value() + 8, 4);
     const auto rational = [&](std::uint32_t from) {
@@ -32,7 +32,7 @@ class ExifReader {
     };
     return rational(at) + rational(at + 8) / 60 + rational(at + 16) / 3600;
   }
-  /// The tags of a directory in their order.
+  /// Returns the tags of a directory in stored order.
   std::vector<std::uint32_t> tags(std::uint32_t directory) const {
     std::vector<std::uint32_t> tags;
     tags.reserve(number(directory, 2));

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdio>
-// jpeglib.h needs <cstdio> before it.
+// jpeglib.h requires <cstdio> first.
 #include <jpeglib.h>
 
 #include <map>
@@ -23,7 +23,7 @@ std::vector<SampleFile> smallLibrary(std::uint64_t seed) {
 
 bool isPicture(const SampleFile& file) { return file.item.kind == "photo"; }
 
-/// Decodes the whole file; gives width, height and the content of its APP1 segment.
+/// The size of a picture and the content of its APP1 segment.
 struct DecodedJpeg {
   int width = 0;
   int height = 0;

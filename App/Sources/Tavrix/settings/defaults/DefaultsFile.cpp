@@ -1,4 +1,4 @@
-#include "defaults/DefaultsFile.h"
+#include "settings/defaults/DefaultsFile.h"
 
 #include <limits>
 #include <type_traits>

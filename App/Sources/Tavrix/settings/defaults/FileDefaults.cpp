@@ -1,4 +1,4 @@
-#include "defaults/FileDefaults.h"
+#include "settings/defaults/FileDefaults.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -8,9 +8,9 @@
 #include <thread>
 #include <utility>
 
-#include "defaults/DefaultsFile.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
+#include "settings/defaults/DefaultsFile.h"
 
 namespace tavrix {
 namespace {
@@ -34,9 +34,9 @@ std::unique_ptr<Folder> openOrCreate(const std::string& directory, bool createsI
   }
 }
 
-/// False when others hold the folder for longer than any change takes.
+/// Returns false if other processes hold the lock for longer than any change takes.
 bool lockPatiently(Folder& folder) {
-  // Each waits for a moment itself: some seconds in all.
+  // Each attempt also waits for a moment: some seconds in all.
   constexpr int attempts = 25;
   constexpr std::chrono::milliseconds pause{1};
   for (int attempt = 0; attempt < attempts; ++attempt) {
@@ -46,20 +46,20 @@ bool lockPatiently(Folder& folder) {
   return false;
 }
 
-/// Nothing when there is no file. Throws FileError, and JsonError for a damaged file.
+/// Returns nullopt if there is no file. Throws FileError, and JsonError if the file is damaged.
 std::optional<DefaultsObjects> readIn(const Folder& folder) {
   if (!folder.status(fileName)) return std::nullopt;
   try {
     return DefaultsFile::decode(folder.readFile(fileName, DefaultsFile::largestBytes));
   } catch (const FileError& error) {
     if (error.code() == EFBIG) throw JsonError{JsonError::Kind::rejected, {}};
-    // Somebody has removed it meanwhile.
+    // Another process has removed the file in the meantime.
     if (error.code() == ENOENT) return std::nullopt;
     throw;
   }
 }
 
-/// Whether what is encoded will decode.
+/// Returns true if the encoded text can be decoded again.
 bool isReadable(const std::string& text) {
   if (text.size() > DefaultsFile::largestBytes) return false;
   try {
@@ -109,7 +109,8 @@ std::vector<std::string> FileDefaults::keys() const {
   return keys;
 }
 
-/// Removing what is not there touches no disk, so that a program that only looks writes nothing.
+/// Returns true if there is nothing to write. Removing an absent key does not touch the disk, so a
+/// program that only reads never writes.
 bool FileDefaults::changesNothing(const DefaultsChanges& changes) const {
   return unstored_.empty() && std::all_of(changes.begin(), changes.end(), [&](const auto& change) {
            return !change.second && !objects_.contains(change.first);
@@ -134,7 +135,7 @@ void FileDefaults::store() {
     if (!lockPatiently(*folder)) return report({.kind = Kind::busy, .path = path_});
     storeIn(*folder);
   } catch (const FileError& error) {
-    // What cannot be read may hold choices of the person and is not replaced.
+    // An unreadable file may contain the user's choices, so it is not replaced.
     const bool isReading = error.operation() == FileOperation::open ||
                            error.operation() == FileOperation::read ||
                            error.operation() == FileOperation::status;
@@ -149,7 +150,7 @@ void FileDefaults::storeIn(Folder& folder) {
   DefaultsObjects changed = withChanges(stored, unstored_);
   const std::string text = DefaultsFile::encode(changed);
   if (!isReadable(text)) {
-    // Later changes are not to fail for this one's sake.
+    // This change must not make later changes fail.
     unstorable_.merge(unstored_);
     unstored_.clear();
     return report({.kind = Kind::tooLarge, .path = path_});
@@ -162,7 +163,7 @@ void FileDefaults::storeIn(Folder& folder) {
   unstored_.clear();
 }
 
-/// What the file holds; a damaged one is set aside.
+/// Returns the content of the file. A damaged file is set aside.
 DefaultsObjects FileDefaults::storedIn(Folder& folder) {
   try {
     return readIn(folder).value_or(DefaultsObjects{});

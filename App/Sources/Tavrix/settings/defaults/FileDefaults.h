@@ -7,29 +7,28 @@
 #include <string>
 #include <vector>
 
-#include "defaults/UserDefaults.h"
 #include "foundation/files/Folder.h"
+#include "settings/defaults/UserDefaults.h"
 
 namespace tavrix {
 
-/// User defaults in the file "defaults.json" of a folder, in the form of docs/defaults.md.
+/// User defaults in the file "defaults.json" of a folder, in the format of docs/defaults.md.
 ///
-/// The file is read once, at construction, and again under a lock with every change, which puts
-/// this process's changes alone into what the file holds by then: changes of other processes are
-/// never lost, and their values are known here from then on. It is replaced in one step, so that
-/// whoever reads it meets one whole version. A change waits for the disk, and for some seconds
-/// where another process holds the file.
+/// The file is read at construction. For each change it is locked, read again, and replaced in one
+/// step with only this process's changes added. So changes of other processes are never lost, their
+/// values become known here, and a reader always sees one complete version. A change blocks until
+/// the data is on disk, and for some seconds while another process holds the lock.
 ///
-/// A damaged file stays as it is until the first change and is then kept beside the new one with
-/// ".damaged" appended (".damaged-2", … where that is taken). What cannot be stored counts for this
-/// process, and is tried again with the next change unless it was too large.
+/// The first change renames a damaged file by appending ".damaged" (".damaged-2", … if that name is
+/// taken) and starts a new one. A change that cannot be stored still applies to this process. It is
+/// tried again with the next change, unless it was too large.
 class FileDefaults : public UserDefaults {
  public:
-  /// Opens the folder of the file, creating it where it is missing if that is asked; null where it
-  /// is missing otherwise. Throws FileError.
+  /// Opens the folder of the file. If it is missing, creates it when `createsIt` is true and
+  /// returns nullptr otherwise. Throws FileError.
   using FolderOpener = std::function<std::unique_ptr<Folder>(bool createsIt)>;
 
-  /// Nothing is created before the first change.
+  /// Creates nothing on disk before the first change.
   explicit FileDefaults(const std::string& directory);
   FileDefaults(const std::string& directory, FolderOpener open);
 
@@ -50,14 +49,15 @@ class FileDefaults : public UserDefaults {
   std::string path_;
   FolderOpener open_;
   mutable std::mutex mutex_;
-  DefaultsObjects objects_;     ///< what was read last, with the changes of this process
-  DefaultsChanges unstored_;    ///< changes of this process that the file does not hold yet
-  DefaultsChanges unstorable_;  ///< those that no file can hold
+  DefaultsObjects objects_;     ///< the last version read, with the changes of this process
+  DefaultsChanges unstored_;    ///< changes of this process that are not in the file yet
+  DefaultsChanges unstorable_;  ///< changes that are too large for the file
   std::vector<DefaultsFault> faults_;
 };
 
-/// The folder of the defaults: "Tavrix" below XDG_CONFIG_HOME, else below ".config" of HOME (as XDG
-/// base directories go, a path that is not absolute is passed over). Nothing when neither is there.
+/// Returns the folder of the defaults: "Tavrix" in XDG_CONFIG_HOME, otherwise in ".config" of HOME.
+/// According to the XDG base directory rules a path that is not absolute is ignored. Returns
+/// nullopt if neither is set.
 std::optional<std::string> defaultsFolderPath(const std::optional<std::string>& configHome,
                                               const std::optional<std::string>& home);
 

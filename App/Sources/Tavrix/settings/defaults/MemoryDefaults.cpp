@@ -1,4 +1,4 @@
-#include "defaults/MemoryDefaults.h"
+#include "settings/defaults/MemoryDefaults.h"
 
 #include <algorithm>
 #include <iterator>

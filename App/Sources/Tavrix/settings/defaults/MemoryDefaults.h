@@ -2,11 +2,11 @@
 
 #include <mutex>
 
-#include "defaults/UserDefaults.h"
+#include "settings/defaults/UserDefaults.h"
 
 namespace tavrix {
 
-/// User defaults that end with the object: for tests, and where there is no place to keep any.
+/// User defaults that live as long as the object: for tests, and where no storage is available.
 class MemoryDefaults : public UserDefaults {
  public:
   explicit MemoryDefaults(DefaultsObjects objects = {}) : objects_(std::move(objects)) {}

@@ -1,4 +1,4 @@
-#include "defaults/UserDefaults.h"
+#include "settings/defaults/UserDefaults.h"
 
 namespace tavrix {
 

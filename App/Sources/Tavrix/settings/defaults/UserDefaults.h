@@ -6,36 +6,35 @@
 #include <string_view>
 #include <vector>
 
-#include "defaults/DefaultsFault.h"
 #include "foundation/json/JsonValue.h"
+#include "settings/defaults/DefaultsFault.h"
 
 namespace tavrix {
 
-/// The objects of user defaults by key: numbers, texts, and data, which is a JSON list or object.
+/// The objects of user defaults by key: numbers, texts, and data (a JSON list or object).
 using DefaultsObjects = JsonValue::Object;
-/// The new object of each key that changes; nothing for a key that is removed.
+/// The new object of each changed key; nullopt if the key is removed.
 using DefaultsChanges = std::map<std::string, std::optional<JsonValue>, std::less<>>;
 
-/// The objects with the changes made.
+/// Returns the objects with the changes applied.
 DefaultsObjects withChanges(DefaultsObjects objects, const DefaultsChanges& changes);
 
-/// A person's choices by key, which outlive the program. Nothing here knows what a key means: a
-/// reader checks the type of what it gets. No member throws; what went wrong with the storage is
-/// asked for by takeFaults(). Safe to call from several threads.
+/// The user's persistent choices by key. This class does not know what a key means; the reader
+/// checks the type. No member throws; takeFaults() reports faults of the storage. Thread-safe.
 class UserDefaults {
  public:
   virtual ~UserDefaults() = default;
 
-  /// The object of a key, as this process knows it; nothing when there is none.
+  /// Returns the object of a key, as this process knows it. Returns nullopt if there is none.
   virtual std::optional<JsonValue> object(std::string_view key) const = 0;
-  /// All keys, sorted.
+  /// Returns all keys, sorted.
   virtual std::vector<std::string> keys() const = 0;
-  /// Makes all changes in one step, stored when this returns.
+  /// Applies all changes in one step. They are stored when this returns.
   virtual void apply(const DefaultsChanges& changes) = 0;
-  /// What went wrong since this was asked last, each thing once, in its order.
+  /// Returns the faults since the last call, each once, in order of occurrence.
   virtual std::vector<DefaultsFault> takeFaults() = 0;
 
-  /// The object as a type; nothing when it is of another one.
+  /// Return the object as this type. Return nullopt if it has another type.
   std::optional<double> number(std::string_view key) const;
   std::optional<std::string> text(std::string_view key) const;
 

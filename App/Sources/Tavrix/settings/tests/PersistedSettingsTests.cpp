@@ -1,13 +1,13 @@
-#include "PersistedSettings.h"
+#include "settings/PersistedSettings.h"
 
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>
 
 #include <fstream>
 
-#include "SettingKeys.h"
-#include "defaults/DefaultsFile.h"
-#include "defaults/MemoryDefaults.h"
+#include "settings/SettingKeys.h"
+#include "settings/defaults/DefaultsFile.h"
+#include "settings/defaults/MemoryDefaults.h"
 
 namespace tavrix {
 namespace {
@@ -115,7 +115,7 @@ TEST(PersistedSettings, change_writesItsKeyAlone) {
       {R"(mergesByMode={"trips":[["a","b"]]})", R"({"mergesByMode":{"trips":[["a","b"]]}})"},
       {R"(nameTemplate={"tokens":[],"language":"english"})",
        R"({"nameTemplate":{"language":"english","tokens":[]}})"},
-      // What every launch begins afresh.
+      // Reset at every launch, so not stored.
       {"uiMode=trips", "{}"},
       {"photoJPEG=true", "{}"},
       {"mergeDistricts=true", "{}"},
@@ -239,7 +239,7 @@ RC_GTEST_PROP(PersistedSettings, anyValues_areTheSameAfterARestart, ()) {
   RC_ASSERT(PersistedSettings::changes(after, after).empty());
 }
 
-/// An object that may be one of some key, or nearly.
+/// Returns an object that is valid, or nearly valid, for some key.
 JsonValue anyObject(int depth) {
   const std::string name = *rc::gen::element<std::string>(
       "latitude", "longitude", "name", "template", "tokens", "language", "year", "_0", "events");

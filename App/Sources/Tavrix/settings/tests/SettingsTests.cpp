@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "SettingKeys.h"
+#include "settings/SettingKeys.h"
 
 namespace tavrix {
 namespace {

@@ -1,11 +1,11 @@
 // The model, its watcher and a phone on a simulated cable, with threads of their own.
 
-#include "model/FollowedDevice.h"
+#include "sources/FollowedDevice.h"
 
 #include <gmock/gmock.h>
 
-#include "device/tests/support/SampleFiles.h"
-#include "device/tests/support/SimulatedCable.h"
+#include "device/cable/tests/support/SimulatedCable.h"
+#include "device/metadata/tests/support/SampleFiles.h"
 #include "foundation/tests/support/ManualMainLoop.h"
 
 namespace tavrix {

@@ -1,4 +1,4 @@
-#include "DeviceText.h"
+#include "text/DeviceText.h"
 
 #include <gmock/gmock.h>
 
@@ -40,6 +40,9 @@ TEST(DeviceText, everyStateHasItsOwnSentence) {
   EXPECT_EQ(russian(kinds[6]), "Читаю сведения о файлах iPhone «Аня»: 22 / 40");
   EXPECT_EQ(russian(kinds[8]), "iPhone отключён. Подключите кабель — продолжу сам.");
   EXPECT_EQ(russian(State::Locked{"a\nb"}).find('\n'), std::string::npos);
+  EXPECT_EQ(unseenPhoneText(Language::russian),
+            isMac ? "iPhone подключён, но macOS его не передаёт"
+                  : "iPhone подключён, но система его не передаёт");
 }
 
 }  // namespace

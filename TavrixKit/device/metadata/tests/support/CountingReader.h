@@ -3,14 +3,14 @@
 #include <string>
 #include <string_view>
 
-#include "device/RangedReader.h"
+#include "device/metadata/RangedReader.h"
 
 namespace tavrix {
 
-/// A file in memory that counts what is read of it.
-class MemoryReader : public RangedReader {
+/// A file in memory that counts the ranges and bytes that are read.
+class CountingReader : public RangedReader {
  public:
-  explicit MemoryReader(std::string_view bytes) : bytes_(bytes) {}
+  explicit CountingReader(std::string_view bytes) : bytes_(bytes) {}
 
   std::uint64_t size() const override { return bytes_.size(); }
   std::size_t read(std::uint64_t offset, std::span<char> buffer) override {

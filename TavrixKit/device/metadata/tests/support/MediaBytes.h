@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-/// Builds the bytes of small files of every kind, for tests: each as a camera would write it, with
-/// what the test asks for and nothing else.
+/// Builds the bytes of small files of every format, for tests. Each file is built as a camera would
+/// write it, with the content that the test asks for and nothing else.
 namespace tavrix::testbytes {
 
 inline std::string number(std::uint64_t value, int bytes) {
@@ -35,21 +35,21 @@ inline TiffField text(std::uint64_t tag, const std::string& content) {
   return field;
 }
 inline TiffField whole(std::uint64_t tag, std::uint64_t value) { return {tag, 4, 4, {value}}; }
-/// Numerators and denominators in turns.
+/// Returns a field of fractions; `parts` has numerators and denominators in turn.
 inline TiffField rationals(std::uint64_t tag, std::vector<std::uint64_t> parts) {
   return {tag, 5, 4, std::move(parts)};
 }
 
 using TiffFields = std::vector<TiffField>;
 
-/// Directories one behind the other in one byte order, each at a place that is known beforehand.
+/// Builds consecutive directories in one byte order, each at an offset that is known in advance.
 class TiffBuilder {
  public:
   explicit TiffBuilder(bool isLittleEndian = false) : isLittleEndian_(isLittleEndian) {
     bytes_ = (isLittleEndian ? "II" : "MM") + ordered(42, 2) + ordered(8, 4);
   }
 
-  /// Where the next directory will begin.
+  /// Returns the offset at which the next directory will begin.
   std::uint64_t offset() const { return bytes_.size(); }
   static std::uint64_t sizeOf(const TiffFields& fields) {
     std::uint64_t size = 6 + fields.size() * 12;
@@ -94,7 +94,7 @@ class TiffBuilder {
   std::string bytes_;
 };
 
-/// What an Exif block is to hold.
+/// The fields of an Exif block to build.
 struct Exif {
   TiffFields main{};
   TiffFields exif{};
@@ -113,7 +113,8 @@ inline TiffFields position(const std::string& north, std::vector<std::uint64_t> 
           rationals(4, std::move(longitude))};
 }
 
-/// A TIFF structure with an Exif and a GPS directory, as far as they have fields.
+/// Returns a TIFF structure with an Exif directory and, if `exif` has fields for it, a GPS
+/// directory.
 inline std::string tiff(const Exif& exif) {
   TiffBuilder builder{exif.isLittleEndian};
   TiffFields main = exif.main;
@@ -140,7 +141,7 @@ inline std::string frame(std::uint64_t width, std::uint64_t height, int marker =
   return segment(marker, "\x08" + number(height, 2) + number(width, 2) + "\x01\x01\x11" +
                              std::string(1, '\0'));
 }
-/// A JPEG file of the segments given, without a picture.
+/// Returns a JPEG file with the given segments and without a picture.
 inline std::string jpeg(const std::string& segments) {
   return "\xFF\xD8" + segments + segment(0xDA, std::string{"\x01\x01\0\0\x3F\0", 6}) + "\xFF\xD9";
 }
@@ -175,7 +176,7 @@ inline std::string webp(const Exif& exif, std::uint64_t width, std::uint64_t hei
   return "RIFF" + reversed(number(parts.size(), 4)) + parts;
 }
 
-/// With its rows from the top.
+/// Returns a bitmap whose rows are stored from the top.
 inline std::string bitmap(std::uint64_t width, std::uint64_t height) {
   return "BM" + std::string(8, '\0') + reversed(number(54, 4)) + reversed(number(40, 4)) +
          reversed(number(width, 4)) + reversed(number(~height + 1, 4)) +
@@ -185,7 +186,7 @@ inline std::string bitmap(std::uint64_t width, std::uint64_t height) {
 inline std::string box(const std::string& type, const std::string& content) {
   return number(8 + content.size(), 4) + type + content;
 }
-/// The same with its size in 64 bits.
+/// As box(), with a 64-bit size.
 inline std::string largeBox(const std::string& type, const std::string& content) {
   return number(1, 4) + type + number(16 + content.size(), 8) + content;
 }
@@ -194,17 +195,18 @@ inline std::string fullBox(const std::string& type, int version, const std::stri
   return box(type, number(static_cast<std::uint64_t>(version), 1) + number(flags, 3) + content);
 }
 
-/// How a HEIF file is to be laid out.
+/// The content and layout of a HEIF file to build.
 struct Heif {
   std::uint64_t width = 0;
   std::uint64_t height = 0;
   std::optional<Exif> exif{};
-  bool isWide = false;        ///< with the boxes' later versions: items of 32 bits, large indexes
-  bool exifInMeta = false;    ///< the Exif item lies in the box "idat"
+  bool isWide = false;        ///< later versions of the boxes: 32-bit items, large indexes
+  bool exifInMeta = false;    ///< the Exif item is in the box "idat"
   bool hasOtherExif = false;  ///< an Exif item of another picture comes first
 };
 
-/// Items: 1 a tile, 2 the primary picture, 3 its Exif block, 4 the Exif block of the tile.
+/// Returns a HEIF file. Items: 1 a tile, 2 the primary picture, 3 its Exif block, 4 the Exif block
+/// of the tile.
 inline std::string heif(const Heif& heif, const std::string& brand = "heic") {
   const int idBytes = heif.isWide ? 4 : 2;
   const int infe = heif.isWide ? 3 : 2;
@@ -263,18 +265,18 @@ inline std::string heif(const Heif& heif, const std::string& brand = "heic") {
   return type + meta(mediaAt) + box("mdat", other + (heif.exifInMeta ? "" : exif));
 }
 
-/// How a film is to be laid out.
+/// The content and layout of a film to build.
 struct Movie {
   std::uint64_t width = 0;
   std::uint64_t height = 0;
-  std::string creationDate{};    ///< of the key; none when empty
-  std::string location{};        ///< of the key; none when empty
-  std::string userLocation{};    ///< of the user data; none when empty
-  std::string userData{};        ///< further boxes of it
+  std::string creationDate{};    ///< value of the key; no key if empty
+  std::string location{};        ///< value of the key; no key if empty
+  std::string userLocation{};    ///< position in the user data; none if empty
+  std::string userData{};        ///< further boxes of the user data
   std::uint64_t headerDate = 0;  ///< seconds since 1904
-  bool isWide = false;           ///< dates of 64 bits
-  bool isFirst = false;          ///< the film's header before its media
-  bool isMp4 = false;            ///< "meta" in the user data, with version and flags
+  bool isWide = false;           ///< 64-bit dates
+  bool isFirst = false;          ///< the film's header comes before its media
+  bool isMp4 = false;            ///< "meta" is in the user data, with version and flags
 };
 
 inline std::string moov(const Movie& movie) {

@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "device/MediaMetadata.h"
-#include "device/tests/support/MediaBytes.h"
+#include "device/metadata/MediaMetadata.h"
+#include "device/metadata/tests/support/MediaBytes.h"
 
 namespace tavrix::testbytes {
 
-/// A file with what a reader is to find in it.
+/// A file and the metadata that a reader must find in it.
 struct SampleFile {
   std::string name;
   std::string bytes;
@@ -82,7 +82,8 @@ inline std::vector<SampleFile> stills() {
   };
 }
 
-/// A DNG file: a preview, and the full picture below it or beside it.
+/// Returns a DNG file with a preview. The full picture is below it (a subdirectory) or beside it
+/// (the next directory).
 inline std::string dng(bool isBelow) {
   const auto picture = [](std::uint64_t width, std::uint64_t height, std::uint64_t subfile) {
     return TiffFields{whole(0xFE, subfile), whole(0x100, width), whole(0x101, height)};
@@ -142,7 +143,7 @@ inline std::vector<SampleFile> rawsAndFilms() {
   };
 }
 
-/// Well-formed, and seldom seen; some cost more ranges than a usual file.
+/// Returns well-formed files of rare forms; some cost more ranges than a usual file.
 inline std::vector<SampleFile> rareFiles() {
   const auto inRome = metadata("2026:05:20 12:00:00", "+03:00", romeLat, romeLon, 4032, 3024, true);
   Exif smallSides = rome();
@@ -172,7 +173,7 @@ inline std::vector<SampleFile> rareFiles() {
   };
 }
 
-/// Well-formed, and more than exiftool understands.
+/// Returns well-formed files with content that exiftool does not understand.
 inline std::vector<SampleFile> unusualFiles() {
   const auto degrees = [](double value) {
     return number(static_cast<std::uint32_t>(static_cast<std::int32_t>(value * 0x10000)), 4);

@@ -15,7 +15,7 @@
 
 namespace tavrix {
 
-/// A queue of work whose progress the test decides.
+/// A queue of tasks that the test runs one by one.
 class ManualWorker {
  public:
   Background background() {
@@ -34,15 +34,16 @@ class ManualWorker {
   std::deque<std::function<void()>> waiting_;
 };
 
-/// A phone whose files hold bytes of their own, and that can be unplugged.
+/// A phone whose files have distinct content, and that can be unplugged.
 class FakePhone {
  public:
-  /// `count` files of ten bytes, three a day from 2026-05-20 on; every fourth is a video.
+  /// Creates `count` files of ten bytes, three a day from 2026-05-20 on; every fourth is a video.
   explicit FakePhone(int count, std::string name = "iPhone") : name_(std::move(name)) {
     for (int i = 0; i < count; ++i) addFile(i);
   }
 
-  /// Taken so many hours after the first day began, or at the hour that its number gives.
+  /// `hour` is the hour of capture, counted from the beginning of the first day; by default it
+  /// follows from the number.
   void addFile(int number, bool isOptimized = false, std::optional<int> hour = std::nullopt) {
     add(number, fmt::format("IMG_{:04}", number), isOptimized, hour);
   }
@@ -57,21 +58,19 @@ class FakePhone {
     return {.deviceName = name_,
             .phone = snapshotPhone(name_),
             .assets = assets_,
-            .openMedia = [this](const AwaitPhone&,
-                                const std::stop_token&) -> std::unique_ptr<MediaSource> {
-              if (!isPlugged) throw SourceError{SourceError::Kind::disconnected, "DCIM"};
-              return std::make_unique<Media>(*this);
-            }};
+            .files = std::make_shared<Files>(*this)};
   }
   const std::vector<MediaAsset>& assets() const { return assets_; }
 
   bool isPlugged = true;
-  /// How many more files are delivered before the phone leaves in the middle of one; negative: all.
+  /// The number of files to deliver before the phone leaves during the next one; negative: all.
   int filesUntilUnplugged = -1;
   /// The names of files that cannot be read.
   std::set<std::string> broken{};
   /// Called before each file.
   std::function<void()> beforeFile{};
+  /// The catalogue read in another zone; the phone does not know it without this function.
+  std::function<std::vector<MediaAsset>(const TimeZone&)> assetsIn{};
 
  private:
   void add(int number, const std::string& stem, bool isOptimized,
@@ -84,6 +83,18 @@ class FakePhone {
                          Instant{std::chrono::hours{hours}}, GeoPoint{55.75 + number / 30, 37.62},
                          isOptimized, MediaAsset::Text{}, MediaAsset::Text{});
   }
+  struct Files : SourceFiles {
+    explicit Files(FakePhone& owner) : phone(owner) {}
+    std::unique_ptr<MediaSource> openMedia(AwaitPhone, std::stop_token) const override {
+      if (!phone.isPlugged) throw SourceError{SourceError::Kind::disconnected, "DCIM"};
+      return std::make_unique<Media>(phone);
+    }
+    std::optional<std::vector<MediaAsset>> assetsIn(const TimeZone& zone) const override {
+      if (!phone.assetsIn) return std::nullopt;
+      return phone.assetsIn(zone);
+    }
+    FakePhone& phone;
+  };
   struct Media : MediaSource {
     explicit Media(FakePhone& owner) : phone(owner) {}
     void download(const MediaAsset& asset, DownloadDestination& destination) override {
@@ -108,7 +119,7 @@ class FakePhone {
   std::vector<MediaAsset> assets_;
 };
 
-/// A model with everything around it in the test's hands.
+/// A model whose surroundings are controlled by the test.
 struct ModelHarness {
   explicit ModelHarness(Settings settings = dailySettings()) : initial(std::move(settings)) {
     launch();
@@ -119,7 +130,7 @@ struct ModelHarness {
     return settings;
   }
 
-  /// A model in place of the one that is there, on the same folders.
+  /// Replaces the model by a new one on the same folders.
   void launch() {
     model = nullptr;
     AppModel::Services services{.loop = loop,
@@ -165,12 +176,12 @@ struct ModelHarness {
   }
 
   void plug() { model->sourceReady(phone.source(), data_origin::Device{"iPhone"}); }
-  /// Lets everything run that needs no time to pass.
+  /// Runs everything that needs no time to pass.
   void settle() {
     while (loop.runOne() || background.runOne() || transferring.runOne() || storing.runOne()) {
     }
   }
-  /// Plugged, with a destination, and all of it computed.
+  /// Plugs in the phone, sets the destination and computes everything.
   void makeReady() {
     plug();
     model->setDestination(destination.path());
@@ -185,7 +196,7 @@ struct ModelHarness {
   const TransferReport& report() const { return *std::get<app_phase::Done>(state().phase).report; }
   const TransferRecord& record() const { return records.at(state().lastRecordID.value()); }
 
-  /// The pictures at the destination by path; fails for one whose bytes are not those of its phone.
+  /// Returns the content of the pictures at the destination by path.
   std::map<std::string, std::string> filesOnDisk() const {
     std::map<std::string, std::string> files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator{destination.path()}) {
@@ -224,7 +235,7 @@ struct ModelHarness {
   Instant clock{std::chrono::hours{24 * 20700}};
   std::map<Uuid, TransferRecord> records;
   bool keepsRecords = true;
-  int writesUntilFull = -1;  ///< negative: there is room for everything
+  int writesUntilFull = -1;  ///< negative: unlimited space
   std::uint64_t freeWhenFull = 3;
   std::unique_ptr<AppModel> model;
 };

@@ -1,4 +1,4 @@
-#include "defaults/DefaultsFile.h"
+#include "settings/defaults/DefaultsFile.h"
 
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>

@@ -1,14 +1,14 @@
-#include "defaults/FileDefaults.h"
+#include "settings/defaults/FileDefaults.h"
 
 #include <gmock/gmock.h>
 
 #include <cerrno>
 
-#include "defaults/DefaultsFile.h"
-#include "defaults/MemoryDefaults.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/tests/support/FaultyFolder.h"
 #include "foundation/tests/support/TemporaryFolder.h"
+#include "settings/defaults/DefaultsFile.h"
+#include "settings/defaults/MemoryDefaults.h"
 
 namespace tavrix {
 namespace {
@@ -25,7 +25,7 @@ class FileDefaultsTest : public testing::Test {
   std::string path(const std::string& name = "defaults.json") const {
     return directory() + "/" + name;
   }
-  /// Defaults whose folder goes by a rule.
+  /// Returns defaults whose folder fails according to a rule.
   FileDefaults faulty(const FaultRule& rule) const {
     return {directory(), [rule, directory = directory()](bool) {
               std::filesystem::create_directories(directory);
@@ -38,7 +38,7 @@ class FileDefaultsTest : public testing::Test {
   TemporaryFolder home;
 };
 
-/// What holds of every kind of user defaults.
+/// Checks the behaviour common to all kinds of user defaults.
 void expectToKeepObjects(UserDefaults& defaults) {
   EXPECT_THAT(defaults.keys(), IsEmpty());
   defaults.set("b", {2.5});
@@ -152,7 +152,7 @@ TEST_F(FileDefaultsTest, refusedWrite_leavesTheWholeEarlierFileAndIsTriedAgain) 
   struct Row {
     FileOperation operation;
     int code;
-    bool isTemporary = true;  ///< whether it is of the file that is written first
+    bool isTemporary = true;  ///< the rule applies to the temporary file that is written first
   };
   const std::vector<Row> rows{{FileOperation::create, EROFS},
                               {FileOperation::write, ENOSPC},

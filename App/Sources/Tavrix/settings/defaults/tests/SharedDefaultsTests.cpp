@@ -1,5 +1,5 @@
-// One file of user defaults under several writers, in threads and in processes, some of them
-// killed.
+// Several writers, threads and processes, some of which are killed, share one file of user
+// defaults.
 
 #include <gmock/gmock.h>
 #include <signal.h>
@@ -9,8 +9,8 @@
 #include <chrono>
 #include <thread>
 
-#include "defaults/FileDefaults.h"
 #include "foundation/tests/support/TemporaryFolder.h"
+#include "settings/defaults/FileDefaults.h"
 
 namespace tavrix {
 namespace {
@@ -24,7 +24,8 @@ std::string keyOf(int writer, int change) {
   return "writer" + std::to_string(writer) + "-" + std::to_string(change);
 }
 
-/// Adds keys of its own, and counts with one that all writers change. True when nothing failed.
+/// Adds keys of this writer and overwrites one that all writers share. Returns true if nothing
+/// failed.
 bool writeAll(const std::string& directory, int writer) {
   FileDefaults defaults{directory};
   for (int change = 0; change < changesEach; ++change) {
@@ -45,7 +46,7 @@ void expectEveryChange(const std::string& directory) {
   }
 }
 
-/// Runs `child` in a process of its own, which ends with status 0 when that gives true.
+/// Runs `child` in a forked process, which exits with status 0 if `child` returns true.
 pid_t inProcess(const std::function<bool()>& child) {
   const pid_t process = ::fork();
   if (process == 0) ::_exit(child() ? 0 : 1);
@@ -112,7 +113,7 @@ TEST(SharedDefaults, writerKilledAtAnyMoment_leavesOneWholeVersion) {
       }
       return true;
     });
-    // Also reads while the other writes.
+    // Also reads while the writer is running.
     const auto end = std::chrono::steady_clock::now() + std::chrono::microseconds{800 * round};
     do {
       FileDefaults reading{directory};

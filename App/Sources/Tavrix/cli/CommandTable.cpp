@@ -1,0 +1,92 @@
+#include "cli/CommandTable.h"
+
+#include "cli/commands/Commands.h"
+#include "cli/help/HelpTexts.h"
+#include "cli/help/PlacesHelpTexts.h"
+#include "cli/help/SettingsHelpTexts.h"
+#include "cli/help/VerifyHelpTexts.h"
+
+namespace tavrix::cli {
+namespace {
+
+using Text = std::optional<std::string>;
+
+const CommandOption deviceName{"--device-name",
+                               [](Invocation& call) -> Text& { return call.deviceName; }};
+
+std::vector<CommandSpec> makeTable() {
+  return {
+      {"", "catalog", {"SOURCE"}, listCatalog, &help::catalog},
+      {"", "bundles", {"SOURCE"}, listBundles, &help::bundles},
+      {"",
+       "groups",
+       {"SOURCE"},
+       listGroups,
+       &help::groups,
+       {{"--explain", nullptr, [](Invocation& call) -> bool& { return call.explain; }}}},
+      {"", "places", {"SOURCE"}, listPlaces, &help::places},
+      {"geocache", "reset", {}, resetPlaceNames, &help::geocache},
+      {"", "plan", {"SOURCE", "DEST"}, showPlan, &help::plan, {deviceName}},
+      {"", "transfer", {"SOURCE", "DEST"}, transfer, &help::transfer, {deviceName}},
+      {"",
+       "history",
+       {"RECORD-ID"},
+       showHistory,
+       &help::history,
+       {{"--outcome", [](Invocation& call) -> Text& { return call.history.outcome; }},
+        {"--phone", [](Invocation& call) -> Text& { return call.history.phone; }},
+        {"--dest", [](Invocation& call) -> Text& { return call.history.destination; }},
+        {"--path", [](Invocation& call) -> Text& { return call.history.path; }},
+        {"--asset", [](Invocation& call) -> Text& { return call.history.asset; }},
+        {"--delete", nullptr, [](Invocation& call) -> bool& { return call.history.deletes; }}},
+       true},
+      {"",
+       "verify",
+       {"DEST"},
+       verify,
+       &help::verify,
+       {{"--write-checksums", nullptr,
+         [](Invocation& call) -> bool& { return call.writeChecksums; }}}},
+      {"marker", "rebuild", {"SOURCE", "DEST"}, rebuildMarker, &help::marker, {deviceName}},
+      {"", "snapshot", {"SOURCE", "OUT-DIR"}, writeSnapshot, &help::snapshot},
+      {"", "phones", {}, listPhones, &help::phones},
+      {"cache", "reset", {}, resetCache, &help::cache},
+      {"", "cache", {}, showCache, &help::cache},
+      {"template",
+       "render",
+       {},
+       renderTemplate,
+       &help::templates,
+       {{"--template", [](Invocation& call) -> Text& { return call.nameTemplate; }, nullptr, true},
+        {"--context", [](Invocation& call) -> Text& { return call.context; }, nullptr, true}}},
+      {"template", "presets", {}, listPresets, &help::templates},
+      {"template", "sanitize", {"TEXT"}, sanitizeText, &help::templates},
+      {"settings", "set", {"KEY", "VALUE"}, setSetting, &help::settings, {}, true},
+      {"settings",
+       "reset",
+       {"KEY"},
+       resetSettings,
+       &help::settings,
+       {{"--all", nullptr, [](Invocation& call) -> bool& { return call.resetsAll; }}},
+       true},
+      {"", "settings", {}, listSettings, &help::settings},
+      {"presets", "save", {"NAME", "JSON"}, savePreset, &help::presets},
+      {"presets", "delete", {"NAME"}, deletePreset, &help::presets},
+      {"", "presets", {}, listTemplates, &help::presets},
+  };
+}
+
+}  // namespace
+
+std::string CommandSpec::words() const {
+  std::string text{group};
+  if (!text.empty()) text += ' ';
+  return text.append(name);
+}
+
+std::span<const CommandSpec> commandTable() {
+  static const std::vector<CommandSpec> table = makeTable();
+  return table;
+}
+
+}  // namespace tavrix::cli

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/call/ExitStatus.h"
+#include "cli/call/Invocation.h"
+
+namespace tavrix::cli {
+
+struct CommandContext;
+namespace help {
+struct HelpText;
+}
+
+/// An option that belongs to one command. Exactly one of `value` and `flag` is set.
+struct CommandOption {
+  std::string_view name;  ///< with its dashes
+  /// Returns where the option's value is stored.
+  std::optional<std::string>& (*value)(Invocation&) = nullptr;
+  /// Returns what the option sets to true.
+  bool& (*flag)(Invocation&) = nullptr;
+  bool isRequired = false;
+};
+
+/// One command of the program: its words, its arguments, its action and its help.
+struct CommandSpec {
+  std::string_view group;  ///< the word before `name`; empty when there is none
+  std::string_view name;
+  std::vector<std::string_view> operands;
+  ExitStatus (*run)(const CommandContext&) = nullptr;
+  const help::HelpText* help = nullptr;  ///< commands of one group share one text
+  std::vector<CommandOption> options{};
+  bool lastIsOptional = false;  ///< the last operand may be left out
+
+  std::size_t requiredOperands() const { return operands.size() - (lastIsOptional ? 1 : 0); }
+  bool takesSource() const { return !operands.empty() && operands.front() == "SOURCE"; }
+  /// Returns the words that call the command, such as "marker rebuild".
+  std::string words() const;
+};
+
+/// Returns all commands. A new command is one row here.
+std::span<const CommandSpec> commandTable();
+
+}  // namespace tavrix::cli

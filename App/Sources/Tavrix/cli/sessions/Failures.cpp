@@ -1,0 +1,164 @@
+#include "cli/sessions/Failures.h"
+
+#include <cerrno>
+#include <new>
+
+#include "cli/call/Surroundings.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sentences/VerifySentences.h"
+#include "cli/sessions/TemplateFaults.h"
+#include "foundation/Sentences.h"
+#include "foundation/Text.h"
+#include "runs/Destination.h"
+#include "sources/SnapshotSource.h"
+#include "text/SentenceParts.h"
+
+namespace tavrix::cli {
+namespace {
+
+std::string allowedText(Language language, const SettingError& error) {
+  const auto text = [&](const Sentence<>& sentence) { return say(language, sentence); };
+  switch (error.form) {
+    case SettingForm::boolean:
+      return text(sentences::allowedBoolean);
+    case SettingForm::choice:
+      return joined(error.choices);
+    case SettingForm::atLeastZero:
+      return text(sentences::allowedAtLeastZero);
+    case SettingForm::fraction:
+      return text(sentences::allowedFraction);
+    case SettingForm::count:
+      return text(sentences::allowedCount);
+    case SettingForm::day:
+      return text(sentences::allowedDay);
+    case SettingForm::timeZone:
+      return text(sentences::allowedTimeZone);
+    case SettingForm::point:
+      return text(sentences::allowedPoint);
+    case SettingForm::text:
+      return text(sentences::allowedText);
+    case SettingForm::nameTemplate:
+      return say(language, sentences::allowedTemplate,
+                 error.template_ ? templateFaultText(language, *error.template_, error.value) : "");
+    case SettingForm::textMap:
+      return text(sentences::allowedTextMap);
+    case SettingForm::places:
+      return text(sentences::allowedPlaces);
+    case SettingForm::merges:
+      return text(sentences::allowedMerges);
+  }
+  return {};
+}
+
+std::string snapshotFaultText(Language language, const SnapshotError& error) {
+  using Kind = SnapshotError::Kind;
+  const std::string field = forSentence(error.field());
+  switch (error.kind()) {
+    case Kind::notJson:
+      return say(language, sentences::snapshotNotJson);
+    case Kind::tooLarge:
+      return say(language, sentences::snapshotTooLarge);
+    case Kind::notAList:
+      return say(language, sentences::snapshotNotList);
+    case Kind::missingField:
+      return say(language, sentences::snapshotMissingField, error.item(), field);
+    case Kind::wrongType:
+      return say(language, sentences::snapshotWrongType, error.item(), field);
+    case Kind::outOfRange:
+      return say(language, sentences::snapshotOutOfRange, error.item(), field);
+  }
+  return {};
+}
+
+std::string destinationText(Language language, const DestinationError& error) {
+  using Kind = DestinationError::Kind;
+  const std::string path = forSentence(error.path());
+  switch (error.kind()) {
+    case Kind::missing:
+      return say(language, sentences::destinationMissing, path);
+    case Kind::parentMissing:
+      return say(language, sentences::destinationParentMissing, path);
+    case Kind::notFolder:
+      return say(language, sentences::destinationNotFolder, path);
+    case Kind::insideMedia:
+      return say(language, sentences::destinationInsideMedia, path);
+    case Kind::holdsSource:
+      return say(language, sentences::destinationHoldsSource, path);
+    case Kind::busy:
+      return say(language, sentences::destinationBusy, path);
+  }
+  return {};
+}
+
+ExitStatus statusOf(const DestinationError& error) {
+  using Kind = DestinationError::Kind;
+  const bool isMisplaced = error.kind() == Kind::insideMedia || error.kind() == Kind::holdsSource;
+  return isMisplaced ? ExitStatus::usage : ExitStatus::stopped;
+}
+
+}  // namespace
+
+CommandFailure snapshotFailure(Language language, const std::string& path,
+                               const SnapshotError& error) {
+  return {ExitStatus::stopped,
+          say(language, sentences::snapshotWrong, printable(path), error.position().line,
+              error.position().column, snapshotFaultText(language, error))};
+}
+
+CommandFailure snapshotFailure(Language language, const std::string& path, const FileError& error) {
+  if (error.code() == ENOENT || error.code() == ENOTDIR) {
+    return {ExitStatus::stopped, say(language, sentences::snapshotMissing, printable(path))};
+  }
+  return {ExitStatus::stopped, say(language, sentences::snapshotUnreadable, printable(path),
+                                   tavrix::sentences::systemErrorText(language, error.code()))};
+}
+
+CommandFailure settingFailure(Language language, const SettingError& error) {
+  const std::string key = forSentence(error.key);
+  switch (error.kind) {
+    case SettingError::Kind::notAssignment:
+      return {ExitStatus::usage, say(language, sentences::settingNotAssignment, key)};
+    case SettingError::Kind::unknownKey:
+      return {ExitStatus::usage, say(language, sentences::settingUnknownKey, key,
+                                     forSentence(error.value), joined(settingKeys()))};
+    case SettingError::Kind::badValue:
+      break;
+  }
+  return {ExitStatus::usage, say(language, sentences::settingBadValue, key,
+                                 forSentence(error.value), allowedText(language, error))};
+}
+
+CommandFailure variableFailure(Language language, std::string_view variable,
+                               const SettingError& error) {
+  return {ExitStatus::usage, say(language, sentences::variableBadValue, variable,
+                                 forSentence(error.value), allowedText(language, error))};
+}
+
+CommandFailure failureOf(Language language, const std::string& destination,
+                         const std::exception_ptr& error) {
+  try {
+    std::rethrow_exception(error);
+  } catch (const CommandFailure& failure) {
+    return failure;
+  } catch (const DestinationError& fault) {
+    return {statusOf(fault), destinationText(language, fault)};
+  } catch (const DestinationMarker::MarkerError& fault) {
+    return {ExitStatus::stopped,
+            say(language, sentences::destinationNewer, forSentence(destination),
+                forSentence(fault.fileName()), fault.version())};
+  } catch (const MediaMissing& fault) {
+    return {ExitStatus::stopped, say(language, sentences::mediaMissing, printable(fault.path()))};
+  } catch (const FileError& fault) {
+    return {ExitStatus::stopped, say(language, sentences::fileRefused, forSentence(fault.path()),
+                                     tavrix::sentences::systemErrorText(language, fault.code()))};
+  } catch (const OutputError& fault) {
+    return {ExitStatus::stopped, say(language, sentences::outputRefused,
+                                     tavrix::sentences::systemErrorText(language, fault.code()))};
+  } catch (const std::bad_alloc&) {
+    return {ExitStatus::stopped, say(language, sentences::outOfMemory)};
+  } catch (...) {
+    return {ExitStatus::stopped, say(language, sentences::internalFault)};
+  }
+}
+
+}  // namespace tavrix::cli

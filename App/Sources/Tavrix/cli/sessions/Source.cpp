@@ -1,0 +1,215 @@
+#include "cli/sessions/Source.h"
+
+#include <chrono>
+
+#include "cli/printing/ReadingBar.h"
+#include "cli/sentences/CliSentences.h"
+#include "cli/sessions/ChosenPlaces.h"
+#include "cli/sessions/Failures.h"
+#include "cli/sessions/ReadingReport.h"
+#include "device/cable/DeviceWatch.h"
+#include "media/Snapshot.h"
+#include "sources/CardSource.h"
+#include "sources/PhoneSource.h"
+#include "sources/SnapshotSource.h"
+#include "text/DeviceText.h"
+#include "text/PhoneSentences.h"
+#include "text/SentenceParts.h"
+#include "text/SourceSentences.h"
+
+namespace tavrix::cli {
+namespace {
+
+using SourceKind = PictureSource::Kind;
+
+const CardSource& cardOf(const CommandContext& context) {
+  return static_cast<const CardSource&>(sourceOf(context));
+}
+
+/// Reads the snapshot with `read`; its errors become those of the command.
+template <typename Read>
+auto readSnapshot(const CommandContext& context, Read read) {
+  auto& source = static_cast<SnapshotSource&>(sourceOf(context));
+  try {
+    auto entries = read(source);
+    writeLog(context.log, "snapshot read: items={}, source={}", entries.size(),
+             PrivateField{context.call.source()});
+    return entries;
+  } catch (const SnapshotError& error) {
+    throw snapshotFailure(context.language(), source.snapshotPath(), error);
+  } catch (const FileError& error) {
+    throw snapshotFailure(context.language(), source.snapshotPath(), error);
+  }
+}
+
+[[noreturn]] void failStopped(const CommandContext& context, bool isKept) {
+  throw CommandFailure{ExitStatus::cancelled,
+                       say(context.language(),
+                           isKept ? sentences::readingStopped : sentences::readingStoppedUnkept)};
+}
+
+[[noreturn]] void failNotReady(const CommandContext& context, const PhoneNotReady& reason) {
+  const Language language = context.language();
+  const std::string wanted = wantedNumber(context.call.source());
+  std::string obstacle = obstacleText(language, reason.state());
+  if (reason.state().is<DeviceState::Waiting>() && !wanted.empty()) {
+    const auto& others = reason.others();
+    obstacle = others.empty() ? say(language, sentences::phoneNotThere, forSentence(wanted))
+                              : say(language, sentences::anotherPhone,
+                                    forSentence(deviceNameOf(others.front())), forSentence(wanted));
+  }
+  throw CommandFailure{ExitStatus::stopped, obstacle + say(language, sentences::tryAgain)};
+}
+
+/// Reads a card or a phone, with a progress bar on a terminal.
+FolderCatalogue readWithBar(const CommandContext& context) {
+  const Surroundings& surroundings = context.surroundings;
+  ReadingSetup reading{.zone = context.settings.timeZone,
+                       .cacheDirectory = stateFolder(context),
+                       .now = surroundings.now,
+                       .log = &context.log,
+                       .stop = surroundings.catchInterrupts()};
+  std::optional<ReadingBar> bar;
+  if (surroundings.errColumns) {
+    bar.emplace(surroundings.err, *surroundings.errColumns, context.language());
+    reading.progress = [&](const MetadataPass::Progress& progress) {
+      bar->show(progress, std::chrono::steady_clock::now());
+    };
+  }
+  try {
+    return sourceOf(context).readCatalogue(reading);
+  } catch (const PhoneNotReady& reason) {
+    bar.reset();
+    if (reading.stop.stop_requested()) failStopped(context, reading.cacheDirectory.has_value());
+    failNotReady(context, reason);
+  }
+}
+
+std::vector<SnapshotItem> readCardOrPhone(const CommandContext& context) {
+  std::string place = context.call.source();
+  if (sourceOf(context).kind() == SourceKind::card) {
+    checkStateFolder(context);
+    place = cardOf(context).cameraFolder();
+    tellOtherMediaFolders(context, place);
+  }
+  FolderCatalogue catalogue = readWithBar(context);
+  if (!catalogue.isComplete) failStopped(context, catalogue.isKept);
+  if (sourceOf(context).kind() == SourceKind::phone) {
+    const auto& phone = static_cast<const PhoneSource&>(sourceOf(context));
+    place = phone.phone().deviceID;
+    tellOthers(context, phone.phone(), phone.others());
+  }
+  tellReading(context, catalogue, place);
+  return std::move(catalogue.items);
+}
+
+}  // namespace
+
+PictureSource& sourceOf(const CommandContext& context) {
+  auto& opened = context.source.source;
+  if (!opened) opened = openPictureSource(context.call.source(), context.surroundings.phones);
+  return *opened;
+}
+
+PhoneBrowser& browserOf(const CommandContext& context) {
+  if (context.surroundings.phones == nullptr) throw PhoneError{PhoneError::Kind::noService};
+  return *context.surroundings.phones;
+}
+
+std::optional<std::string> stateFolder(const CommandContext& context) {
+  return stateFolderOf(context.surroundings.environment, context.call.stateFolder);
+}
+
+std::string requiredStateFolder(const CommandContext& context, ExitStatus status) {
+  if (auto path = stateFolder(context)) return *std::move(path);
+  throw CommandFailure{status, say(context.language(), sentences::noStateFolder)};
+}
+
+std::optional<std::string> givenDeviceName(const CommandContext& context) {
+  if (context.call.deviceName) return context.call.deviceName;
+  return variable(context.surroundings.environment, "DEMO_DEVICE_NAME");
+}
+
+std::string deviceName(const CommandContext& context) {
+  return sourceOf(context).nameOr(givenDeviceName(context));
+}
+
+PhoneIdentity phoneOf(const CommandContext& context) {
+  return sourceOf(context).identity(givenDeviceName(context));
+}
+
+std::vector<SnapshotItem> readItems(const CommandContext& context) {
+  if (sourceOf(context).kind() != SourceKind::snapshot) return readCardOrPhone(context);
+  return readSnapshot(context,
+                      [](SnapshotSource& source) { return source.readCatalogue({}).items; });
+}
+
+std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
+  const auto snapshotOut = variable(context.surroundings.environment, "SNAPSHOT_OUT");
+  if (snapshotOut) checkCatalogueFolder(context, *snapshotOut);
+  const TimeZone& zone = context.settings.timeZone;
+  if (sourceOf(context).kind() != SourceKind::snapshot) {
+    const auto items = readItems(context);
+    keepSnapshot(context, items);
+    return Snapshot::assetsOf(items, zone);
+  }
+  auto assets = readSnapshot(
+      context, [&](const SnapshotSource& source) { return source.readAssets({.zone = zone}); });
+  if (snapshotOut) keepSnapshot(context, readItems(context));
+  return assets;
+}
+
+Library readLibrary(const CommandContext& context, PlaceNaming* naming) {
+  Library library = makeLibrary(readCatalogue(context), context.settings,
+                                context.surroundings.systemLocaleID, context.call.explain, naming);
+  tellUnknownPlaces(context, library.bundles, library.places.get());
+  return library;
+}
+
+ConnectedSource readSource(const CommandContext& context) {
+  auto assets = readCatalogue(context);
+  return connectedSource(sourceOf(context), std::move(assets), context.settings.timeZone,
+                         context.source.unreadFolders, givenDeviceName(context));
+}
+
+void checkApart(const CommandContext& context, const std::string& destination) {
+  // A phone has no files before it was read, and is apart from every folder.
+  if (isPhone(context.call.source())) return;
+  sourceOf(context).files()->checkDestination(destination);
+}
+
+void checkCatalogueFolder(const CommandContext& context, const std::string& folder) {
+  if (sourceOf(context).kind() != SourceKind::card) return;
+  const bool isInside = Destination::liesIn(folder, context.call.source()) ||
+                        Destination::liesIn(folder, cardOf(context).cameraFolder());
+  if (!isInside) return;
+  throw CommandFailure{ExitStatus::usage,
+                       say(context.language(), sentences::catalogueInSource, forSentence(folder))};
+}
+
+void checkStateFolder(const CommandContext& context) {
+  if (isPhone(context.call.source()) || sourceOf(context).kind() != SourceKind::card) return;
+  const auto state = stateFolder(context);
+  if (!state) return;
+  const bool isInside =
+      Destination::liesIn(*state, cardOf(context).cameraFolder()) ||
+      // If a home folder is read as a source, the default state folder is inside it.
+      (context.call.stateFolder && Destination::liesIn(*state, context.call.source()));
+  if (!isInside) return;
+  throw CommandFailure{ExitStatus::usage,
+                       say(context.language(), sentences::stateInSource, forSentence(*state))};
+}
+
+void keepSnapshot(const CommandContext& context, const std::vector<SnapshotItem>& items) {
+  const auto folder = variable(context.surroundings.environment, "SNAPSHOT_OUT");
+  if (folder) writeItems(items, *folder);
+}
+
+std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder) {
+  constexpr std::string_view snapshotName = "snapshot.json";
+  const auto opened = Destination::openOrCreate(folder);
+  Snapshot::write(items, *opened, std::string{snapshotName});
+  return pathIn(folder, snapshotName);
+}
+
+}  // namespace tavrix::cli

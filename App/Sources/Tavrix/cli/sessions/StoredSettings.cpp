@@ -1,0 +1,85 @@
+#include "cli/sessions/StoredSettings.h"
+
+#include "cli/sentences/SettingsSentences.h"
+#include "foundation/Sentences.h"
+#include "text/SentenceParts.h"
+
+namespace tavrix::cli {
+namespace {
+
+/// Of a file whose content does not count.
+std::string damageText(Language language, const DefaultsFault& fault) {
+  const std::string path = forSentence(fault.path);
+  if (!fault.position) return say(language, sentences::defaultsNoObject, path);
+  return say(language, sentences::defaultsDamaged, path, fault.position->line,
+             fault.position->column);
+}
+
+std::string faultText(Language language, const DefaultsFault& fault) {
+  switch (fault.kind) {
+    case DefaultsFault::Kind::damaged:
+      return damageText(language, fault);
+    case DefaultsFault::Kind::setAside:
+      return say(language, sentences::defaultsSetAside, forSentence(fault.keptAs));
+    case DefaultsFault::Kind::unreadable:
+      return say(language, sentences::defaultsUnreadable, forSentence(fault.path),
+                 tavrix::sentences::systemErrorText(language, fault.code));
+    case DefaultsFault::Kind::unwritable:
+      return say(language, sentences::defaultsNotSaved, forSentence(fault.path),
+                 tavrix::sentences::systemErrorText(language, fault.code));
+    case DefaultsFault::Kind::busy:
+      return say(language, sentences::defaultsBusy, forSentence(fault.path));
+    case DefaultsFault::Kind::tooLarge:
+      return say(language, sentences::defaultsTooLarge, forSentence(fault.path));
+  }
+  return {};
+}
+
+void tell(Language language, const Surroundings& surroundings, const DefaultsFault& fault) {
+  surroundings.err.write("tavrix: " + faultText(language, fault) + '\n');
+}
+
+}  // namespace
+
+bool isLanguageChoice(std::string_view text) {
+  return text == "ru" || text == "en" || text == "system";
+}
+
+std::optional<std::string> keptLanguage(const Surroundings& surroundings) {
+  if (surroundings.defaults == nullptr) return std::nullopt;
+  auto language = surroundings.defaults->text(languageKey);
+  if (language && !isLanguageChoice(*language)) return std::nullopt;
+  return language;
+}
+
+void tellDefaultsFaults(Language language, const Surroundings& surroundings) {
+  if (surroundings.defaults == nullptr) return;
+  for (const DefaultsFault& fault : surroundings.defaults->takeFaults()) {
+    tell(language, surroundings, fault);
+  }
+}
+
+UserDefaults& changeableDefaults(const CommandContext& context) {
+  const Surroundings& surroundings = context.surroundings;
+  const auto fail = [&](const Sentence<>& sentence) {
+    throw CommandFailure{ExitStatus::stopped, say(context.language(), sentence)};
+  };
+  if (isDemo(surroundings.environment)) fail(sentences::demoKeepsNothing);
+  if (surroundings.defaults == nullptr) fail(sentences::defaultsPlaceUnknown);
+  return *surroundings.defaults;
+}
+
+void keep(const CommandContext& context, const DefaultsChanges& changes) {
+  UserDefaults& defaults = changeableDefaults(context);
+  defaults.apply(changes);
+  for (DefaultsFault fault : defaults.takeFaults()) {
+    // A file that cannot be read takes no change either.
+    if (fault.kind == DefaultsFault::Kind::unreadable) fault.kind = DefaultsFault::Kind::unwritable;
+    if (losesChange(fault)) {
+      throw CommandFailure{ExitStatus::stopped, faultText(context.language(), fault)};
+    }
+    tell(context.language(), context.surroundings, fault);
+  }
+}
+
+}  // namespace tavrix::cli
