@@ -1,5 +1,5 @@
 // Measures the program against yardsticks on the same machine, alternately within one run: shared
-// machines are noisy, but ratios are stable. The arguments select benchmarks: pipeline grouping
+// machines are noisy, but ratios are stable. The arguments select benchmarks: start pipeline grouping
 // only-new copying packing verify history metadata phone places stills videos.
 
 #include <fmt/format.h>
@@ -22,6 +22,7 @@ int main(int count, char** values) {
   std::filesystem::create_directories(folder);
   fmt::print("{:<76} {:>12} {:>12} {:>8} {:>8}\n", "ours : theirs", "ours", "theirs", "ratio",
              "at most");
+  if (isChosen("start")) tavrix::bench::benchStart(folder + "/start");
   if (isChosen("pipeline")) tavrix::bench::benchPipeline(folder);
   if (isChosen("grouping")) tavrix::bench::benchGrouping();
   if (isChosen("model")) tavrix::bench::benchModel();

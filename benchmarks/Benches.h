@@ -6,6 +6,7 @@
 /// is an empty folder on a real disk for the files it needs.
 namespace tavrix::bench {
 
+void benchStart(const std::string& folder);
 void benchPipeline(const std::string& folder);
 void benchGrouping();
 void benchModel();
