@@ -4,20 +4,14 @@
 
 #include <vector>
 
+#include "foundation/tests/support/RecordingLog.h"
+
 namespace tavrix {
 namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-class LineLog : public Log {
- public:
-  bool showsPrivateFields() const override { return true; }
-  void write(std::string_view line) override { lines.emplace_back(line); }
-
-  std::vector<std::string> lines;
-};
 
 /// Drives a check with a clock of its own, and calls it again when the check requested that.
 struct UnseenPhoneCheckTest : testing::Test {
@@ -49,7 +43,7 @@ struct UnseenPhoneCheckTest : testing::Test {
   bool isPhoneOnBus = false;
   bool browserHasDevice = false;
   int checks = 0;
-  LineLog log;
+  RecordingLog log{true};
 };
 
 TEST_F(UnseenPhoneCheckTest, unseenPhone_isToldFromTwelveSecondsOn) {
@@ -74,7 +68,7 @@ TEST_F(UnseenPhoneCheckTest, check_isScheduledOnceAndTellsOnce) {
   tell(true, false);
   pass(60s);
   EXPECT_EQ(checks, 1);
-  EXPECT_THAT(log.lines,
+  EXPECT_THAT(log.lines(),
               ElementsAre("usb: iPhone on the bus for 12.1 s, nothing from the browser"));
 }
 
@@ -83,13 +77,13 @@ TEST_F(UnseenPhoneCheckTest, phoneThatLeavesOrIsHandedOver_endsTheWait) {
     for (const auto wait : {11000ms, 13000ms}) {
       check = {};
       dueAt.reset();
-      log.lines.clear();
+      log.clear();
       tell(true, false);
       pass(wait);
       tell(isHandedOver, isHandedOver);
       EXPECT_FALSE(check.phoneOnCableButUnseen);
       EXPECT_FALSE(check.unseenSince);
-      EXPECT_EQ(log.lines.back(), "usb: hand-over wait over");
+      EXPECT_EQ(log.lines().back(), "usb: hand-over wait over");
       pass(20s);
       EXPECT_FALSE(check.phoneOnCableButUnseen);
     }
@@ -118,7 +112,7 @@ TEST_F(UnseenPhoneCheckTest, nothingOnTheBus_waitsForNothing) {
   tell(true, true);
   EXPECT_EQ(check, UnseenPhoneCheck{});
   EXPECT_FALSE(dueAt);
-  EXPECT_THAT(log.lines, IsEmpty());
+  EXPECT_THAT(log.lines(), IsEmpty());
 }
 
 }  // namespace

@@ -1,12 +1,13 @@
 #include "foundation/Sentence.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <numbers>
 
 #include "foundation/Digest.h"
 #include "foundation/GeoPoint.h"
 #include "foundation/Log.h"
+#include "foundation/tests/support/RecordingLog.h"
 
 namespace tavrix {
 namespace {
@@ -88,25 +89,15 @@ TEST(Distance, points_areMeasuredOnTheSphere) {
   EXPECT_NEAR(haversineDistanceKm({10, 20}, {-10, -160}), 6371.0 * std::numbers::pi, 1e-3);
 }
 
-class RecordingLog : public Log {
- public:
-  explicit RecordingLog(bool showsPrivate) : showsPrivate_(showsPrivate) {}
-  bool showsPrivateFields() const override { return showsPrivate_; }
-  void write(std::string_view line) override { lines += std::string{line} + "\n"; }
-  std::string lines;
-
- private:
-  bool showsPrivate_;
-};
-
 TEST(Log, privateField_isHiddenOrMadeHarmless) {
   RecordingLog shut{false};
   RecordingLog open{true};
   for (RecordingLog* log : {&shut, &open}) {
     writeLog(*log, "start: files={}, dest={}", 3, PrivateField{"/home/anna\nstart: files=9"});
   }
-  EXPECT_EQ(shut.lines, "start: files=3, dest=<private>\n");
-  EXPECT_EQ(open.lines, "start: files=3, dest=/home/anna\uFFFDstart: files=9\n");
+  EXPECT_THAT(shut.lines(), testing::ElementsAre("start: files=3, dest=<private>"));
+  EXPECT_THAT(open.lines(),
+              testing::ElementsAre("start: files=3, dest=/home/anna\uFFFDstart: files=9"));
 }
 
 }  // namespace

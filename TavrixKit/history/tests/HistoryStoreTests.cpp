@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/RecordingLog.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "history/HistoryIndex.h"
 #include "history/tests/SampleRecords.h"
@@ -17,17 +18,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-class LineLog : public Log {
- public:
-  std::vector<std::string> lines;
-  bool showsPrivateFields() const override { return false; }
-  void write(std::string_view line) override { lines.emplace_back(line); }
-};
-
 struct HistoryStoreTest : testing::Test {
   TemporaryFolder place;
   std::unique_ptr<Folder> folder = openFolder(place.path());
-  LineLog log;
+  RecordingLog log;
   HistoryStore store{*folder, log};
 
   static std::vector<int> numbersOf(const std::vector<RunSummary>& runs) {
@@ -40,7 +34,7 @@ struct HistoryStoreTest : testing::Test {
 
 TEST_F(HistoryStoreTest, record_readByANewStore_isTheSame) {
   store.add(fullRecord());
-  LineLog other;
+  RecordingLog other;
   HistoryStore reopened{*folder, other};
   EXPECT_EQ(reopened.record(fullRecord().id), fullRecord());
   EXPECT_THAT(reopened.runs(), ElementsAre(summaryOf(fullRecord())));
@@ -103,9 +97,9 @@ TEST_F(HistoryStoreTest, damagedAndNewerRecords_arePassedOverAndLeftAlone) {
                                           "history: a record could not be read: <private>",
                                           "history: a record could not be read: <private>");
   for (int look = 0; look < 2; ++look) {
-    log.lines.clear();
+    log.clear();
     EXPECT_THAT(listed(), ElementsAre(2, 1));
-    EXPECT_THAT(log.lines, lines) << "look " << look;
+    EXPECT_THAT(log.lines(), lines) << "look " << look;
   }
   EXPECT_THROW(store.record(idOf(3)), TransferRecord::RecordError);
   EXPECT_EQ(place.read(newerName), newer);
@@ -176,7 +170,7 @@ TEST_F(HistoryStoreTest, severalWritersAtOnce_loseNothing) {
   constexpr int each = 25;
   const auto work = [&](int first) {
     const auto own = openFolder(place.path());
-    LineLog quiet;
+    RecordingLog quiet;
     HistoryStore writer{*own, quiet};
     for (int i = first; i < first + each; ++i) {
       writer.add(smallRecord(i, "2026-05-20T12:00:00Z"));
@@ -188,7 +182,7 @@ TEST_F(HistoryStoreTest, severalWritersAtOnce_loseNothing) {
   first.join();
   second.join();
   EXPECT_EQ(listed().size(), 2U * each);
-  EXPECT_THAT(log.lines, IsEmpty());
+  EXPECT_THAT(log.lines(), IsEmpty());
 }
 
 }  // namespace

@@ -3,85 +3,53 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <functional>
-
 #include "foundation/tests/support/TemporaryFolder.h"
+#include "media/tests/MediaSourceContract.h"
 
 namespace tavrix {
 namespace {
 
-using Kind = SourceError::Kind;
-
-/// Stores the received bytes and calls `atPiece` for every piece.
-class Receiver : public DownloadDestination {
+class LocalFiles : public StoredSource {
  public:
-  void append(std::span<const std::byte> bytes) override {
-    content.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    if (atPiece) atPiece();
-  }
-  std::string content;
-  std::function<void()> atPiece;
+  MediaSource& source() override { return source_; }
+  std::string root() const override { return folder_.path(); }
+
+ private:
+  TemporaryFolder folder_;
+  LocalMediaSource source_{folder_ / "DCIM/100APPLE"};
 };
 
-class LocalMediaSourceTest : public ::testing::Test {
- protected:
-  std::optional<Kind> failureOf(const std::string& name) {
-    try {
-      source.download(asset(name), receiver);
-      return std::nullopt;
-    } catch (const SourceError& error) {
-      EXPECT_EQ(error.name(), name);
-      return error.kind();
-    }
-  }
-  static MediaAsset asset(const std::string& name) {
-    return {"100APPLE/" + name, name, "100APPLE", MediaKind::photo, 3, {}, {}, false, {}, {}};
-  }
+std::unique_ptr<StoredSource> makeLocalFiles() { return std::make_unique<LocalFiles>(); }
 
-  TemporaryFolder folder;
-  LocalMediaSource source{folder / "media"};
-  Receiver receiver;
-};
+INSTANTIATE_TEST_SUITE_P(LocalMediaSource, MediaSourceContract,
+                         testing::Values(MediaSourceContract::ParamType{"files", makeLocalFiles}));
+INSTANTIATE_TEST_SUITE_P(LocalMediaSource, StoredSourceContract,
+                         testing::Values(StoredSourceContract::ParamType{"files", makeLocalFiles}));
 
-TEST_F(LocalMediaSourceTest, file_arrivesByteForByte) {
-  std::string content;
-  for (int i = 0; i < 1'500'000; ++i) content += static_cast<char>(i * 31 + i / 256);
-  folder.write("media/IMG_1.HEIC", content);
-  folder.write("media/empty", "");
-  EXPECT_FALSE(failureOf("empty"));
-  EXPECT_EQ(receiver.content, "");
-  EXPECT_FALSE(failureOf("IMG_1.HEIC"));
-  EXPECT_TRUE(receiver.content == content);
-}
-
-TEST_F(LocalMediaSourceTest, whatIsNoFileOfTheFolder_failsOnlyItself) {
-  folder.write("secret", "secret");
+TEST(LocalMediaSource, nameThatIsNoRegularFile_isRefused) {
+  using Kind = SourceError::Kind;
+  const TemporaryFolder folder;
+  folder.write("media/secret", "secret");
   folder.write("media/folder/x", "x");
   ASSERT_EQ(::mkfifo((folder / "media/pipe").c_str(), 0600), 0);
-  EXPECT_EQ(failureOf("none.HEIC"), Kind::notFound);
-  EXPECT_EQ(failureOf("folder"), Kind::unreadable);
-  EXPECT_EQ(failureOf("pipe"), Kind::unreadable);
-  for (const std::string& name :
-       {std::string{"../secret"}, std::string{"folder/x"}, std::string{".."}, std::string{"."},
-        std::string{}, std::string{"secret\0", 7}}) {
-    EXPECT_EQ(failureOf(name), Kind::unsafeName) << name;
+  LocalMediaSource source{folder / "media"};
+  for (const auto& [name, kind] : {std::pair{std::string{"pipe"}, Kind::unreadable},
+                                   {"folder/x", Kind::unsafeName},
+                                   {"../secret", Kind::unsafeName},
+                                   {"..", Kind::unsafeName},
+                                   {".", Kind::unsafeName},
+                                   {"", Kind::unsafeName},
+                                   {std::string{"secret\0x", 8}, Kind::unsafeName}}) {
+    const MediaAsset asset{name, name, {}, MediaKind::photo, 3, {}, {}, false, {}, {}};
+    ReceivedBytes received;
+    try {
+      source.download(asset, received);
+      ADD_FAILURE() << name;
+    } catch (const SourceError& error) {
+      EXPECT_EQ(error.kind(), kind) << name;
+    }
+    EXPECT_EQ(received.text, "") << name;
   }
-  EXPECT_EQ(receiver.content, "");
-}
-
-TEST_F(LocalMediaSourceTest, fileThatGrowsWhileRead_isAnError) {
-  folder.write("media/a", "abc");
-  receiver.atPiece = [&] {
-    receiver.atPiece = nullptr;
-    folder.write("media/a", "abcdef");
-  };
-  EXPECT_EQ(failureOf("a"), Kind::changedWhileRead);
-}
-
-TEST_F(LocalMediaSourceTest, failureOfTheReceiver_passesThrough) {
-  folder.write("media/a", "abc");
-  receiver.atPiece = [] { throw std::runtime_error{"disk full"}; };
-  EXPECT_THROW(source.download(asset("a"), receiver), std::runtime_error);
 }
 
 }  // namespace

@@ -221,9 +221,7 @@ TEST_F(MarkerRebuildTest, failures_areOfTheirFilesAlone) {
   copy("C.MOV", "1/C.MOV", 2000);
   copy("D.HEIC", "1/D.HEIC", 3000);
   source.bytes["1/C.MOV"] = contentOf("1/C.MOV", 2001);
-  source.before = [](const MediaAsset& asset) {
-    if (asset.id() == "1/D.HEIC") throw SourceError{SourceError::Kind::notFound, "D.HEIC"};
-  };
+  source.failing["1/D.HEIC"] = SourceError::Kind::notFound;
   folder.faults().rule = failing(FileOperation::read, "B.HEIC", EIO);
   const Report report = run();
   EXPECT_THAT(owners(report), ElementsAre(Pair("A.HEIC", "1/A.HEIC")));

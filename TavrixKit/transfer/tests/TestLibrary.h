@@ -67,20 +67,25 @@ inline TransferPlan planOf(std::size_t count, std::uint64_t size,
 }
 
 /// An in-memory source that delivers contentOf(id) in pieces. `before` is called before each
-/// download and may throw; `bytes` may replace the content of an id.
+/// download and may throw; `bytes` may replace the content of an id; the download of an id in
+/// `failing` throws SourceError.
 class MemorySource : public MediaSource {
  public:
   std::function<void(const MediaAsset&)> before;
   std::map<std::string, std::string> bytes;
+  std::map<std::string, SourceError::Kind> failing;
   std::size_t pieceBytes = 256 * 1024;
   int threads = 1;
 
   void download(const MediaAsset& asset, DownloadDestination& destination) override {
     if (before) before(asset);
-    const auto found = bytes.find(std::string{asset.id()});
-    const std::string content = found != bytes.end()
-                                    ? found->second
-                                    : contentOf(std::string{asset.id()}, asset.sizeBytes());
+    const std::string id{asset.id()};
+    if (const auto failure = failing.find(id); failure != failing.end()) {
+      throw SourceError{failure->second, std::string{asset.name()}};
+    }
+    const auto found = bytes.find(id);
+    const std::string content =
+        found != bytes.end() ? found->second : contentOf(id, asset.sizeBytes());
     for (std::size_t at = 0; at < content.size(); at += pieceBytes) {
       const std::string piece = content.substr(at, pieceBytes);
       destination.append(std::as_bytes(std::span{piece}));

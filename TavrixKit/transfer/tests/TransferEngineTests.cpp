@@ -11,6 +11,8 @@
 #include <thread>
 
 #include "foundation/Digest.h"
+#include "foundation/tests/support/RecordingLog.h"
+#include "media/tests/MediaSourceContract.h"
 #include "transfer/tests/TestLibrary.h"
 
 namespace tavrix {
@@ -21,6 +23,29 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+
+class MemoryFiles : public SourceUnderTest {
+ public:
+  MediaSource& source() override { return source_; }
+  void write(const MediaAsset& asset, const std::string& content) override {
+    source_.bytes[std::string{asset.id()}] = content;
+  }
+  void remove(const MediaAsset& asset) override {
+    source_.failing[std::string{asset.id()}] = SourceError::Kind::notFound;
+  }
+  void makeUnreadable(const MediaAsset& asset) override {
+    source_.failing[std::string{asset.id()}] = SourceError::Kind::unreadable;
+  }
+
+ private:
+  MemorySource source_;
+};
+
+INSTANTIATE_TEST_SUITE_P(MemorySource, MediaSourceContract,
+                         testing::Values(MediaSourceContract::ParamType{
+                             "files", [] { return std::make_unique<MemoryFiles>(); }}));
+// A MemorySource has no files on the disk.
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(StoredSourceContract);
 
 /// A destination with an engine that commits every file at once.
 class TransferEngineTest : public testing::Test {
@@ -99,9 +124,8 @@ TEST_F(TransferEngineTest, wrongSizes_failTheirFileAlone) {
   source.bytes["100APPLE/IMG_1000.HEIC"] = "short";
   source.bytes["100APPLE/IMG_1001.HEIC"] = std::string(5000, 'x');
   source.bytes["100APPLE/IMG_1002.HEIC"] = "";
+  source.failing["100APPLE/IMG_1003.HEIC"] = SourceError::Kind::notFound;
   source.before = [](const MediaAsset& asset) {
-    if (asset.name() == "IMG_1003.HEIC")
-      throw SourceError{SourceError::Kind::notFound, "IMG_1003.HEIC", ENOENT};
     if (asset.name() == "IMG_1004.HEIC") throw std::runtime_error{"unexpected"};
   };
   const auto plan = planOf(6, 1000);
@@ -361,16 +385,11 @@ TEST_F(TransferEngineTest, keptOriginal_besideAPlannedFileOfThatName_takesANumbe
 }
 
 TEST_F(TransferEngineTest, logLines_tellFailuresAndTheEnd) {
-  class Lines : public Log {
-   public:
-    bool showsPrivateFields() const override { return false; }
-    void write(std::string_view line) override { lines.emplace_back(line); }
-    std::vector<std::string> lines;
-  } log;
+  RecordingLog log;
   setup.log = &log;
   source.bytes["100APPLE/IMG_1000.HEIC"] = "short";
   run(planOf(2, 1000));
-  EXPECT_THAT(log.lines,
+  EXPECT_THAT(log.lines(),
               ElementsAre("FAIL <private>: ожидалось 1000 байт, получено 5",
                           "transfer finish: copied=1, resumed=0, bytes=1005, failures=1<private>"));
 }

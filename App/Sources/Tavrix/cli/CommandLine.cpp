@@ -30,7 +30,8 @@ bool takesValue(std::string_view option) {
          });
 }
 
-/// To the parser "++" ends a command; this stands for it, as no argument of a program holds a zero.
+/// The parser ends a command at "++", so a mark replaces it. The mark contains a zero byte, which
+/// no argument of a program can contain.
 constexpr std::string_view plusPlus = "++";
 constexpr std::string_view plusPlusMark{"++\0", 3};
 
@@ -38,8 +39,8 @@ std::string unmarked(const std::string& argument) {
   return argument == plusPlusMark ? std::string{plusPlus} : argument;
 }
 
-/// The arguments as the parser reads them rightly: "--x=" alone would take the next one for its
-/// value.
+/// Returns the arguments in a form that the parser reads correctly. For "--x=" the parser would
+/// take the next argument as the value, so an empty value is added.
 std::vector<std::string> forParser(const std::vector<std::string>& arguments) {
   std::vector<std::string> result;
   bool isValue = false;
@@ -58,8 +59,8 @@ std::vector<std::string> forParser(const std::vector<std::string>& arguments) {
   return result;
 }
 
-/// One parse of the arguments. The parser's own checks and texts are switched off: ours are in the
-/// language of the call.
+/// One parse of the arguments. The checks and texts of the library are switched off; those here are
+/// in the language of the call.
 class Parser {
  public:
   explicit Parser(Language language) : language_(language) {
@@ -101,7 +102,7 @@ class Parser {
     app_.add_option("--set", call_.settings)->expected(1)->allow_extra_args(false)->take_all();
   }
 
-  /// Given twice, the last one counts.
+  /// Adds an option with a value. If it is given twice, the last value is used.
   void addOption(CLI::App& command, const std::string& name) {
     command.add_option(name, slot_)->take_last();
   }
@@ -125,7 +126,7 @@ class Parser {
     }
   }
 
-  /// The first word of commands, which may be one itself.
+  /// Returns the command for a first word; it may have further words and may be a command itself.
   CLI::App* group(std::string_view name) {
     CLI::App*& command = groups_[name];
     if (command == nullptr) {
@@ -157,7 +158,7 @@ class Parser {
 
   Request help(const CommandSpec* form) const {
     if (form != nullptr) return HelpRequest{form, language_};
-    // The commands of a group share one text.
+    // Only the group was given; its commands share one text.
     for (const CommandSpec& each : commandTable()) {
       const auto group = groups_.find(each.group);
       if (group != groups_.end() && group->second->parsed()) {
@@ -181,7 +182,8 @@ class Parser {
     return *commands_[static_cast<std::size_t>(&form - commandTable().data())];
   }
 
-  /// What an option or operand was given, even if that is empty; nothing when it was not given.
+  /// Returns the value of an option or operand, which may be empty. Returns nullopt if it was not
+  /// given.
   static std::optional<std::string> given(const CLI::App& command, std::string_view name) {
     const CLI::Option* const option = command.get_option_no_throw(std::string{name});
     if (option == nullptr || option->count() == 0) return std::nullopt;
@@ -199,7 +201,7 @@ class Parser {
     }
   }
 
-  /// What was given of a command's operands, in their order.
+  /// Returns the given operands of a command, in the order of the command.
   std::vector<std::string> givenOperands(const CommandSpec& form) const {
     std::vector<std::string> operands;
     for (const std::string_view operand : form.operands) {
@@ -221,7 +223,7 @@ class Parser {
     }
   }
 
-  /// An empty name would stand for the root folder.
+  /// Throws CommandFailure for an empty folder name, which would mean the root folder.
   void checkFolders(const CommandSpec& form) const {
     for (std::size_t i = 0; i < call_.operands.size(); ++i) {
       const std::string_view operand = form.operands[i];
@@ -249,7 +251,7 @@ class Parser {
   Language language_;
   CLI::App app_;
   Flags flags_;
-  std::string slot_;  ///< unused: the parser's own copies are read
+  std::string slot_;  ///< unused: the values are read from the parser
   Invocation call_;
   std::vector<CLI::App*> commands_;
   std::map<std::string_view, CLI::App*> groups_;

@@ -16,7 +16,7 @@ struct CommandRequest {
   Invocation call;
 };
 
-/// A call for the help of one command, or of the program when `command` is null.
+/// A call for the help of one command, or of the program if `command` is null.
 struct HelpRequest {
   const CommandSpec* command = nullptr;
   Language language = Language::russian;
@@ -30,7 +30,7 @@ using Request = std::variant<CommandRequest, HelpRequest, VersionRequest>;
 /// user keeps, else Russian. Ignores every other fault in the arguments.
 Language languageOf(const std::vector<std::string>& arguments, const Surroundings& surroundings);
 
-/// Parses the arguments, without the program's own name. Where the environment names a demo folder,
+/// Parses the arguments, without the program's own name. If the environment names a demo folder,
 /// the source may be left out. Throws CommandFailure.
 Request parseArguments(const std::vector<std::string>& arguments, const Surroundings& surroundings);
 

@@ -28,11 +28,11 @@ struct CommandOption {
 
 /// One command of the program: its words, its arguments, its action and its help.
 struct CommandSpec {
-  std::string_view group;  ///< the word before `name`; empty when there is none
+  std::string_view group;  ///< the word before `name`; empty if there is none
   std::string_view name;
   std::vector<std::string_view> operands;
   ExitStatus (*run)(const CommandContext&) = nullptr;
-  const help::HelpText* help = nullptr;  ///< commands of one group share one text
+  const help::HelpText* help = nullptr;  ///< the commands of a group share one text
   std::vector<CommandOption> options{};
   bool lastIsOptional = false;  ///< the last operand may be left out
 

@@ -17,14 +17,14 @@
 namespace tavrix::cli {
 namespace {
 
-/// Writes lines for whoever watches the program at work, who may know the person's paths.
+/// Writes log lines for the user who runs the program; the user may see private fields.
 class StandardErrorLog : public Log {
  public:
   StandardErrorLog(TextSink& sink, bool isTerminal) : sink_(sink), isTerminal_(isTerminal) {}
   bool showsPrivateFields() const override { return true; }
   void write(std::string_view line) override {
     const std::lock_guard lock{mutex_};
-    // A progress bar may stand in the line.
+    // Erases a progress bar on the current line.
     sink_.write(fmt::format("{}{}\n", isTerminal_ ? clearLine : "", line));
   }
 
@@ -34,7 +34,7 @@ class StandardErrorLog : public Log {
   std::mutex mutex_;
 };
 
-/// A variable of the environment that stands for a setting.
+/// A variable of the environment and the setting that it sets.
 struct SettingVariable {
   std::string_view variable;
   std::string_view key;
@@ -48,7 +48,7 @@ bool sets(const Invocation& call, std::string_view key) {
   });
 }
 
-/// A variable that the call sets otherwise is not looked at.
+/// Applies the variables. A variable is ignored if the call sets the same setting.
 Settings settingsFromVariables(Settings settings, const Invocation& call,
                                const Surroundings& surroundings) {
   for (const SettingVariable& each : settingVariables) {
@@ -63,7 +63,8 @@ Settings settingsFromVariables(Settings settings, const Invocation& call,
   return settings;
 }
 
-/// Initial values, then those that the person keeps, then the environment's, then the call's.
+/// Returns the settings of a call: initial values, overridden by those that the user keeps, then by
+/// those of the environment, then by those of the call.
 Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
   const TimeZone zone = TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc());
   Settings settings = initialSettings(zone, surroundings.systemLocaleID);

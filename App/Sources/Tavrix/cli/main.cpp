@@ -17,8 +17,8 @@
 namespace tavrix::cli {
 namespace {
 
-/// Writes to a stream of the program. A reader that has gone throws OutputClosed, other failures
-/// OutputError.
+/// Writes to a stream of the program. Throws OutputClosed if the reader has closed it, OutputError
+/// for any other failure.
 class StreamSink : public TextSink {
  public:
   explicit StreamSink(std::FILE* stream) : stream_(stream) {}
@@ -40,7 +40,7 @@ class StreamSink : public TextSink {
   std::FILE* stream_;
 };
 
-/// Standard error has nobody to be told of its own failures.
+/// Writes to standard error. Ignores failures, because there is nowhere left to report them.
 class ErrorSink : public TextSink {
  public:
   void write(std::string_view text) override {
@@ -80,7 +80,7 @@ int run(const std::vector<std::string>& arguments) {
   try {
     out.flush();
   } catch (const OutputClosed&) {
-    // As when the reader goes earlier.
+    // The status is the same if the reader closes the output earlier.
     return static_cast<int>(status);
   } catch (const OutputError&) {
     const auto failure =

@@ -23,7 +23,7 @@ void FollowedDevice::follow(const DeviceState& state) {
     auto origin = data_origin::Device{source.deviceName};
     setup_.model.sourceReady(std::move(source), std::move(origin));
   } else {
-    // Also when another phone is on its way already.
+    // Also if another phone is being connected already.
     setup_.model.sourceGone();
   }
 }

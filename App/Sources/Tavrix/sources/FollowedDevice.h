@@ -14,7 +14,7 @@ class FollowedDevice {
     AppModel& model;
     DeviceWatcher& watcher;
     PhoneBrowser& browser;
-    /// The name of the phone in place of its own.
+    /// The name to use in place of the phone's own.
     std::optional<std::string> deviceName{};
   };
 

@@ -6,7 +6,7 @@ namespace tavrix {
 
 std::optional<std::uint64_t> KeptCatalogCounts::count(const std::string& key) const {
   constexpr double largestWhole =
-      9007199254740992;  // 2^53: from there on not every one is a number
+      9007199254740992;  // 2^53: above it, a double cannot hold every integer
   const auto number = defaults_.number(key);
   if (!number || !(*number >= 0 && *number <= largestWhole)) return std::nullopt;
   if (*number != std::floor(*number)) return std::nullopt;

@@ -6,14 +6,14 @@
 
 namespace tavrix {
 
-/// The sizes of the phones' catalogues in the user defaults. They are written on a thread of their
-/// own, since that waits for the disk, and in a demo not at all.
+/// The sizes of the phones' catalogues, kept in the user defaults. They are written on a thread of
+/// their own, because writing waits for the disk. In a demo they are not written.
 class KeptCatalogCounts : public CatalogCounts {
  public:
-  /// The defaults outlive it.
+  /// `defaults` must outlive this object.
   KeptCatalogCounts(UserDefaults& defaults, bool isDemo) : defaults_(defaults), isDemo_(isDemo) {}
 
-  /// Nothing for what is no whole number of files.
+  /// Returns nullopt if the stored value is not a whole number of files.
   std::optional<std::uint64_t> count(const std::string& key) const override;
   void setCount(const std::string& key, std::uint64_t count) override;
 

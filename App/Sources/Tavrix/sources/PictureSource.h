@@ -15,19 +15,19 @@
 
 namespace tavrix {
 
-/// What reading a catalogue needs from outside.
+/// The settings and services that reading a catalogue uses.
 struct ReadingSetup {
   TimeZone zone = TimeZone::utc();  ///< for dates without an offset
   std::optional<std::string>
       cacheDirectory{};  ///< of the metadata cache; if absent, nothing is kept
   std::function<Instant()> now{};
-  Log* log = nullptr;  ///< nothing is logged if null
-  /// Called while metadata is read, on the thread that reads.
+  Log* log = nullptr;  ///< if null, nothing is logged
+  /// Called while metadata is read, on the reading thread.
   std::function<void(const MetadataPass::Progress&)> progress{};
   std::stop_token stop{};
 };
 
-/// Where pictures come from, as the user named it: a folder with a snapshot, a folder that stands
+/// The source of pictures that the user named: a folder with a snapshot, a folder that stands
 /// in for a phone ("card"), or a phone on the cable. Its catalogue is read once; its files are
 /// opened after that. Used by one thread.
 class PictureSource {
@@ -61,7 +61,8 @@ std::string wantedNumber(std::string_view source);
 /// treated as a snapshot that is missing. `browser` may be null; it must outlive the source.
 std::unique_ptr<PictureSource> openPictureSource(const std::string& source, PhoneBrowser* browser);
 
-/// Returns the source as the model takes it, once its catalogue was read.
+/// Returns the source in the form that the model takes. Must be called after its catalogue was
+/// read.
 ConnectedSource connectedSource(const PictureSource& source, std::vector<MediaAsset> assets,
                                 const TimeZone& zone, std::uint64_t unreadFolders,
                                 const std::optional<std::string>& givenName);

@@ -13,6 +13,7 @@
 #include "device/metadata/tests/support/SampleFiles.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "media/Snapshot.h"
+#include "media/tests/MediaSourceContract.h"
 
 namespace tavrix {
 namespace {
@@ -283,34 +284,43 @@ TEST_F(FolderSourceTest, fileThatBecomesALink_isKeptAsUnreadable) {
   EXPECT_EQ(catalogue.items.size(), 2U);
 }
 
-/// Keeps the bytes that arrive and calls `atPiece` after each piece.
-class Receiver : public DownloadDestination {
+class FolderFiles : public StoredSource {
  public:
-  void append(std::span<const std::byte> bytes) override {
-    content.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    if (atPiece) atPiece();
+  MediaSource& source() override { return *source_; }
+  std::string root() const override { return folder_.path(); }
+
+ private:
+  std::unique_ptr<MediaSource> open() const {
+    std::filesystem::create_directory(folder_ / "DCIM");
+    return std::make_unique<FolderMediaSource>(folder_ / "DCIM");
   }
-  std::string content;
-  std::function<void()> atPiece;
+
+  TemporaryFolder folder_;
+  std::unique_ptr<MediaSource> source_ = open();
 };
+
+std::unique_ptr<StoredSource> makeFolderFiles() { return std::make_unique<FolderFiles>(); }
+
+INSTANTIATE_TEST_SUITE_P(FolderMediaSource, MediaSourceContract,
+                         testing::Values(MediaSourceContract::ParamType{"files", makeFolderFiles}));
+INSTANTIATE_TEST_SUITE_P(FolderMediaSource, StoredSourceContract,
+                         testing::Values(StoredSourceContract::ParamType{"files",
+                                                                         makeFolderFiles}));
 
 struct FolderMediaSourceTest : FolderSourceTest {
   std::optional<SourceError::Kind> failureOf(const MediaAsset& asset,
                                              const OddPaths& oddPaths = {}) {
     FolderMediaSource source{folder / "DCIM", oddPaths};
-    receiver.content.clear();
+    received.text.clear();
     try {
-      source.download(asset, receiver);
+      source.download(asset, received);
       return std::nullopt;
     } catch (const SourceError& error) {
       return error.kind();
     }
   }
-  static MediaAsset asset(const std::string& id) {
-    return {id, id.substr(id.rfind('/') + 1), {}, MediaKind::photo, 3, {}, {}, false, {}, {}};
-  }
 
-  Receiver receiver;
+  ReceivedBytes received;
 };
 
 TEST_F(FolderMediaSourceTest, everyFileOfTheCatalogue_arrivesWithItsOwnBytes) {
@@ -330,38 +340,28 @@ TEST_F(FolderMediaSourceTest, everyFileOfTheCatalogue_arrivesWithItsOwnBytes) {
     ASSERT_EQ(assets.size(), names.size());
     for (std::size_t i = 0; i < assets.size(); ++i) {
       EXPECT_EQ(failureOf(assets[i], catalogue.oddPaths), std::nullopt) << assets[i].id();
-      EXPECT_EQ(receiver.content, "bytes of " + names[i]) << assets[i].id();
+      EXPECT_EQ(received.text, "bytes of " + names[i]) << assets[i].id();
     }
   }
 }
 
-TEST_F(FolderMediaSourceTest, whatIsNoFileOfTheFolder_failsOnlyItself) {
+TEST_F(FolderMediaSourceTest, pathThatIsNoRegularFile_isRefused) {
   using Kind = SourceError::Kind;
-  folder.write("secret", "secret");
+  folder.write("DCIM/secret", "secret");
   folder.write("DCIM/100APPLE/a.JPG", "abc");
-  std::filesystem::create_symlink("../../secret", folder / "DCIM/100APPLE/link.JPG");
-  EXPECT_EQ(failureOf(asset("100APPLE/none.JPG")), Kind::notFound);
-  EXPECT_EQ(failureOf(asset("none/a.JPG")), Kind::notFound);
-  for (const char* const id : {"../secret", "100APPLE/../../secret", "100APPLE",
-                               "100APPLE/link.JPG", "/etc/passwd", "..", ""}) {
-    EXPECT_TRUE(failureOf(asset(id)).has_value()) << id;
+  std::filesystem::create_symlink("../secret", folder / "DCIM/100APPLE/link.JPG");
+  std::filesystem::create_directory_symlink("100APPLE", folder / "DCIM/101APPLE");
+  ASSERT_EQ(::mkfifo((folder / "DCIM/100APPLE/pipe.JPG").c_str(), 0600), 0);
+  for (const auto& [id, kind] : {std::pair{std::string{"none/a.JPG"}, Kind::notFound},
+                                 {"100APPLE/a.JPG/b.JPG", Kind::notFound},
+                                 {"100APPLE/link.JPG", Kind::unreadable},
+                                 {"101APPLE/a.JPG", Kind::unreadable},
+                                 {"100APPLE/pipe.JPG", Kind::unreadable},
+                                 {"100APPLE/../../DCIM/secret", Kind::unreadable},
+                                 {std::string{"100APPLE/a.JPG\0x", 16}, Kind::unreadable}}) {
+    EXPECT_EQ(failureOf(assetWithID(id)), kind) << id;
+    EXPECT_EQ(received.text, "") << id;
   }
-  EXPECT_EQ(receiver.content, "");
-}
-
-TEST_F(FolderMediaSourceTest, fileThatGrowsWhileRead_isAnError) {
-  folder.write("DCIM/a.JPG", "abc");
-  receiver.atPiece = [&] {
-    receiver.atPiece = nullptr;
-    folder.write("DCIM/a.JPG", "abcdef");
-  };
-  EXPECT_EQ(failureOf(asset("a.JPG")), SourceError::Kind::changedWhileRead);
-}
-
-TEST_F(FolderMediaSourceTest, failureOfTheReceiver_passesThrough) {
-  folder.write("DCIM/a.JPG", "abc");
-  receiver.atPiece = [] { throw FileError{FileOperation::write, "x", 28}; };
-  EXPECT_THROW(failureOf(asset("a.JPG")), FileError);
 }
 
 }  // namespace

@@ -5,23 +5,11 @@
 
 #include <cerrno>
 
+#include "foundation/tests/support/RecordingLog.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
 namespace tavrix {
 namespace {
-
-class LinesLog : public Log {
- public:
-  bool showsPrivateFields() const override { return true; }
-  void write(std::string_view line) override {
-    const std::lock_guard lock{mutex_};
-    lines.emplace_back(line);
-  }
-  std::vector<std::string> lines;
-
- private:
-  std::mutex mutex_;
-};
 
 SnapshotItem item(const std::string& directory, const std::string& name, double date) {
   SnapshotItem item;
@@ -57,7 +45,7 @@ struct MetadataPassTest : testing::Test {
   std::uint64_t cached() const { return MetadataCache::countCachedRecords(folder / "state"); }
 
   TemporaryFolder folder;
-  LinesLog log;
+  RecordingLog log{true};
   Instant time{std::chrono::seconds{1779364800}};
   std::chrono::seconds step{0};
   bool hasPixels = true;
@@ -87,9 +75,9 @@ TEST_F(MetadataPassTest, secondPass_fetchesOnlyWhatIsNew) {
   items[2].size = 11;
   run();
   EXPECT_THAT(fetched, ElementsAre(2, 4));
-  EXPECT_THAT(log.lines, ElementsAre("metadata: cache hits 0, fetching 4",
-                                     "metadata: cache hits 4, fetching 0",
-                                     "metadata: cache hits 3, fetching 2"));
+  EXPECT_THAT(log.lines(), ElementsAre("metadata: cache hits 0, fetching 4",
+                                       "metadata: cache hits 4, fetching 0",
+                                       "metadata: cache hits 3, fetching 2"));
 }
 
 TEST_F(MetadataPassTest, filesOfOneKey_neverTakeEachOthersMetadata) {
@@ -209,7 +197,7 @@ TEST_F(MetadataPassTest, stateFolderThatCannotBeWritten_costsTheCacheAlone) {
   const auto result = run();
   EXPECT_TRUE(result.isComplete);
   EXPECT_EQ(completed[3].px, 103);
-  EXPECT_THAT(log.lines, testing::Contains(testing::HasSubstr("metadata cache not saved")));
+  EXPECT_THAT(log.lines(), testing::Contains(testing::HasSubstr("metadata cache not saved")));
 }
 
 TEST_F(MetadataPassTest, legacyRecords_areHitsAndBecomeLines) {

@@ -6,9 +6,9 @@
 
 namespace tavrix::cli {
 
-/// How the program ends.
+/// The exit status of the program.
 enum class ExitStatus {
-  done = 0,         ///< all done, also when there was nothing to do
+  done = 0,         ///< everything was done, or there was nothing to do
   someFailed = 1,   ///< the run ended and some files failed
   usage = 2,        ///< the call was wrong; nothing was done
   stopped = 3,      ///< the run could not start, or was stopped

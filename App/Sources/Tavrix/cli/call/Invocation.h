@@ -10,7 +10,7 @@ namespace tavrix::sentences {}
 
 namespace tavrix::cli {
 
-/// Sentences that every front end says are found under the same name as those of the command line.
+/// Makes the sentences of every front end visible beside those of the command line.
 namespace sentences {
 using namespace tavrix::sentences;
 }
@@ -28,10 +28,10 @@ struct HistoryOptions {
 /// The arguments of one call, after the parser has checked their form.
 struct Invocation {
   std::vector<std::string>
-      operands;  ///< in the command's order; trailing optional ones may be missing
+      operands;  ///< in the order of the command; the last may be missing if it is optional
   bool json = false;
   bool verbose = false;
-  bool explain = false;  ///< why folders were cut where they were
+  bool explain = false;  ///< prints why folders were split where they are
   Language language = Language::russian;
   std::optional<std::string> stateFolder;
   std::vector<std::string> settings;  ///< "KEY=VALUE", in the order given

@@ -16,44 +16,46 @@
 
 namespace tavrix::cli {
 
-/// All that a command line knows of the world around it; `main` makes the real one, tests their
-/// own.
+/// Everything outside the program that a command line uses. `main` passes the real surroundings,
+/// tests pass their own.
 struct Surroundings {
-  TextSink& out;  ///< the result alone; may throw OutputClosed and OutputError
+  TextSink& out;  ///< only the result; may throw OutputClosed and OutputError
   TextSink& err;  ///< progress, log lines, errors
   Environment environment{};
-  /// The person's choices; null where there is no place to keep any.
+  /// The saved settings of the user; null if there is no place to keep them.
   UserDefaults* defaults = nullptr;
   std::string systemLocaleID = "en_US_POSIX";
   std::string systemTimeZoneID = "UTC";
-  /// The table of places; places have no names without one.
+  /// The path of the table of places; without it, places have no names.
   std::optional<std::string> gazetteerPath{};
-  /// The program that converts one file when it is started so; nothing is converted without one.
+  /// The path of the program that converts one file each time it is started; without it, nothing is
+  /// converted.
   std::optional<std::string> conversionProgram{};
-  /// Columns of the terminal behind `out` and `err`; nothing when that is no terminal.
+  /// The columns of the terminal behind `out` and `err`; nullopt if it is not a terminal.
   std::optional<int> outColumns{};
   std::optional<int> errColumns{};
   std::function<Instant()> now{};
   std::function<Uuid()> newID{};
-  /// From this call on an interrupt asks the token to stop instead of ending the program.
+  /// After the first call, an interrupt requests a stop through the token instead of ending the
+  /// program.
   std::function<std::stop_token()> catchInterrupts{};
-  /// The phones on the cable; there are none without it.
+  /// The phones on the cable; if null, there are none.
   PhoneBrowser* phones = nullptr;
-  /// Opens the USB bus, on which a phone may be that the system does not hand over; may be missing.
+  /// Opens the USB bus, which also shows phones that the system does not hand over. May be empty.
   std::function<std::unique_ptr<USBPhonePresence>()> openBus{};
 };
 
-/// Nobody reads the output any more: what is left of it is not worth writing.
+/// The reader of the output has closed it, so the rest need not be written.
 class OutputClosed : public std::exception {
  public:
   const char* what() const noexcept override { return "OutputClosed"; }
 };
 
-/// The output does not take the result.
+/// The result could not be written to the output.
 class OutputError : public std::exception {
  public:
   explicit OutputError(int code) : code_(code) {}
-  /// The system's own code (errno).
+  /// Returns the error code of the system (errno).
   int code() const { return code_; }
   const char* what() const noexcept override { return "OutputError"; }
 

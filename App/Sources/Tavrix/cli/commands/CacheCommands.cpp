@@ -1,4 +1,4 @@
-// The commands that show and remove what is remembered of the phones' files.
+// The commands that show and reset the metadata cache.
 
 #include "cli/commands/Commands.h"
 #include "cli/printing/ResultPrinter.h"

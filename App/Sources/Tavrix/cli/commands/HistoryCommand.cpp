@@ -35,13 +35,14 @@ HistoryQuery queryOf(const CommandContext& context) {
   return query;
 }
 
-/// The run that the text stands for: its number, the beginning of it, or "last".
+/// Returns the id of the run that `text` names: the whole id, its beginning, or "last". Throws
+/// CommandFailure if there is no such run, or more than one.
 Uuid chosenRun(const CommandContext& context, HistoryStore& store, const std::string& text) {
   const Language language = context.language();
   const auto fail = [&](const Sentence<std::string_view>& sentence) -> CommandFailure {
     return {ExitStatus::usage, say(language, sentence, printable(text))};
   };
-  // A whole number also names a record that no list shows, such as a damaged one.
+  // A whole id also names a record that is not listed, such as a damaged one.
   if (const auto id = Uuid::parse(text)) return *id;
   const std::vector<RunSummary> runs = store.runs();
   if (runs.empty()) throw CommandFailure{ExitStatus::usage, say(language, sentences::noRuns)};

@@ -1,4 +1,4 @@
-// The command that recognises what was copied where the destination's record of it is lost.
+// The command that recognises earlier copies in a destination that has lost its record of them.
 
 #include "cli/commands/Commands.h"
 #include "cli/printing/ResultPrinter.h"
@@ -17,7 +17,7 @@ namespace {
 
 using Recognition = MarkerRebuild::State;
 
-/// Where the phone's files would go, were the destination empty.
+/// Returns the plan of a transfer into an empty destination.
 TransferPlan planIntoNothing(const CommandContext& context, const Library& library) {
   std::vector<TransferPlanner::NamedGroup> groups;
   groups.reserve(library.rows.size());
@@ -34,8 +34,8 @@ std::vector<MediaAsset> assetsOf(const Library& library) {
   return assets;
 }
 
-/// Adds what was recognised to the phone's record. Nothing that it holds already is dropped: a file
-/// that is gone stays known as missing.
+/// Adds the recognised files to the record of the phone. Keeps all its earlier entries, so a file
+/// that was deleted since is still known as missing.
 void save(const CommandContext& context, Folder& folder, const DestinationMarker::Marker& marker,
           const PhoneIdentity& phone, const MarkerRebuild::Report& report,
           const std::vector<AssetBundle>& bundles) {
@@ -96,7 +96,7 @@ ExitStatus rebuildMarker(const CommandContext& context) {
   try {
     context.printer.rebuilt({report, phone.label, listing.marker.record(phone.hash) != nullptr});
   } catch (const OutputClosed&) {
-    // What was recognised is recorded, whoever reads of it.
+    // The files are recorded, even if the reader has closed the output.
     return statusOf(report);
   }
   return statusOf(report);

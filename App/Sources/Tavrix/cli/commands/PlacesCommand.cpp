@@ -1,4 +1,4 @@
-// The commands on places.
+// The commands for places.
 
 #include "cli/commands/Commands.h"
 #include "cli/printing/ResultPrinter.h"

@@ -1,4 +1,4 @@
-// The commands on templates of folder names that come with the program or were saved.
+// The commands for templates of folder names, built-in and saved.
 
 #include <algorithm>
 
@@ -24,7 +24,8 @@ Presets savedPresets(const UserDefaults* defaults) {
   return PersistedSettings::read(*defaults, {}).savedPresets;
 }
 
-/// The presets as they are about to change. Saved ones that do not read would be lost by that.
+/// Returns the saved presets for a change. Throws CommandFailure if they cannot be read, since
+/// writing the change would lose them.
 Presets changeablePresets(const CommandContext& context) {
   const UserDefaults& defaults = changeableDefaults(context);
   const auto object = defaults.object(savedPresetsKey);
@@ -54,7 +55,7 @@ Presets::iterator find(Presets& presets, const std::string& name) {
                       [&](const SavedPreset& preset) { return preset.name == name; });
 }
 
-/// The name as it will be read again.
+/// Returns the name of the preset in the form in which it will be read back.
 std::string nameOf(const CommandContext& context) {
   return replacingInvalidUtf8(trimmedWhiteSpace(context.call.operands.at(0)));
 }

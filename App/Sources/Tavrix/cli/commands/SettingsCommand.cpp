@@ -1,4 +1,4 @@
-// The commands that show, keep and reset a person's settings.
+// The commands that show, change and reset the saved settings.
 
 #include <algorithm>
 
@@ -20,7 +20,7 @@ using PersistedSettings::savedPresetsKey;
 
 constexpr std::string_view homeName = "homeOverrideName";
 
-/// The names of the settings that are kept, in the order of the list.
+/// Returns the names of the settings that can be saved, in the order of the list.
 std::vector<std::string_view> keptSettings() {
   std::vector<std::string_view> names = settingKeys();
   std::erase_if(names, [](std::string_view name) { return !PersistedSettings::keyOf(name); });
@@ -28,7 +28,8 @@ std::vector<std::string_view> keptSettings() {
   return names;
 }
 
-/// The value of a setting in the form in which the settings hold it.
+/// Returns the value of a setting in the form in which it is listed: true or false instead of 1 or
+/// 0, and the home and its name apart. Returns nullopt if it has no value.
 std::optional<JsonValue> valueOf(std::string_view name, const PersistedSettings::Values& values) {
   auto object = PersistedSettings::objectOf(PersistedSettings::keyOf(name).value_or(""), values);
   if (!object) return std::nullopt;
@@ -42,7 +43,7 @@ std::optional<JsonValue> valueOf(std::string_view name, const PersistedSettings:
   return object;
 }
 
-/// Whether the defaults hold a value that counts.
+/// Returns true if the defaults hold a valid value for the setting.
 bool isSet(const UserDefaults& defaults, std::string_view name) {
   const auto key = PersistedSettings::keyOf(name).value_or("");
   const auto object = defaults.object(key);
@@ -72,7 +73,7 @@ void print(const CommandContext& context, const std::vector<std::string_view>& n
   context.printer.settings(settings);
 }
 
-/// Throws CommandFailure for what is no setting that is kept.
+/// Throws CommandFailure if `name` is not a setting that can be saved.
 void checkIsKept(Language language, const std::string& name) {
   const auto kept = keptSettings();
   if (std::find(kept.begin(), kept.end(), name) != kept.end()) return;
@@ -85,7 +86,7 @@ struct Assignment {
   std::string value;
 };
 
-/// "KEY VALUE" or "KEY=VALUE".
+/// Returns the assignment in the operands, "KEY VALUE" or "KEY=VALUE". Throws CommandFailure.
 Assignment assignmentOf(const CommandContext& context) {
   const auto& operands = context.call.operands;
   if (operands.size() == 2) return {operands[0], operands[1]};
@@ -97,7 +98,7 @@ Assignment assignmentOf(const CommandContext& context) {
   return {operands[0].substr(0, equals), operands[0].substr(equals + 1)};
 }
 
-/// The object to keep for a new value.
+/// Returns the change that stores a new value. Throws CommandFailure if the value is wrong.
 DefaultsChanges changeTo(const CommandContext& context, const UserDefaults& defaults,
                          const Assignment& assignment) {
   const Language language = context.language();
@@ -132,7 +133,7 @@ DefaultsChanges removal(const UserDefaults& defaults, std::string_view name) {
   return {{std::string{PersistedSettings::keyOf(name).value_or(name)}, std::nullopt}};
 }
 
-/// What has to be reset; the names of the settings.
+/// Returns the names of the settings to reset. Throws CommandFailure.
 std::vector<std::string_view> resetNames(const CommandContext& context) {
   const auto& operands = context.call.operands;
   if (context.call.resetsAll) {
@@ -169,7 +170,7 @@ ExitStatus resetSettings(const CommandContext& context) {
   UserDefaults& defaults = changeableDefaults(context);
   DefaultsChanges changes;
   for (const std::string_view name : names) {
-    // A home that is reset takes its name along.
+    // Resetting the home also resets its name.
     if (names.size() > 1 && name == homeName) continue;
     changes.merge(removal(defaults, name));
   }

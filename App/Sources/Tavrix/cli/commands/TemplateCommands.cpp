@@ -12,7 +12,7 @@
 namespace tavrix::cli {
 namespace {
 
-/// Reads the fields of a context; one that is missing or null is unknown.
+/// Reads the fields of a context. A field that is missing or null is unknown.
 class ContextReader {
  public:
   ContextReader(Language language, const std::string& json) : language_(language) {

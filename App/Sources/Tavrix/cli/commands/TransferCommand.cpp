@@ -31,7 +31,7 @@ void tellLoaded(const CommandContext& context, const Library& library, const Tra
            library.rows.size(), plan.files.size());
 }
 
-/// A transfer by the model, told on standard error while it goes on.
+/// A transfer by the model, with its progress reported on standard error.
 class TransferSession {
  public:
   TransferSession(const CommandContext& context, PlaceNaming* naming)
@@ -43,13 +43,13 @@ class TransferSession {
   AppModel& model() { return session_.model(); }
   const std::optional<std::string>& recordFailure() const { return session_.recordFailure(); }
 
-  /// Returns when the run has ended. Throws what stops it before its first byte.
+  /// Returns when the run has ended. Throws the error that stopped it before its first byte.
   const RunInProgress& carryOut() {
     if (isPhone(context_.call.source())) {
       heedInterrupts();
       phone_.emplace(session_);
     }
-    // A phone that goes before anything began is waited for again.
+    // If the phone leaves before the run begins, wait for it again.
     do {
       open();
       model().startTransfer();
@@ -70,7 +70,7 @@ class TransferSession {
     phone_->connect(stop_);
     session_.openDestination();
   }
-  /// The run, or the attempt to begin one.
+  /// Returns true if the run, or the attempt to start one, has ended.
   bool hasEnded() {
     const RunInProgress* const run = model().run();
     if (run != nullptr) return run->stage == RunInProgress::Stage::ended;
@@ -128,7 +128,7 @@ class TransferSession {
   std::optional<PhoneSession> phone_;
   std::optional<ProgressBar> bar_;
   AppModel::Subscription subscription_;
-  bool isGivenUp_ = false;  ///< before anything began
+  bool isGivenUp_ = false;  ///< the user stopped the call before the run began
   std::stop_token stop_;
   std::optional<std::stop_callback<std::function<void()>>> onStop_;
 };
@@ -147,7 +147,8 @@ ExitStatus statusOf(const TransferOutcome& outcome) {
   return ExitStatus::stopped;
 }
 
-/// Tells on standard error how a run ended that did not end by itself.
+/// Reports on standard error the ends of a run that are not regular: cancellation, interruption,
+/// and failures.
 void tellEnd(const CommandContext& context, const RunInProgress& run) {
   const Language language = context.language();
   const TransferOutcome& outcome = run.outcome;
@@ -211,7 +212,7 @@ ExitStatus transfer(const CommandContext& context) {
     context.printer.transfer({*run.library, *run.plan, context.call.destination(), run.outcome,
                               session.model().state().lastRecordID});
   } catch (const OutputClosed&) {
-    // The run is over, and its status stands, whoever reads of it.
+    // The status of the run does not depend on whether the output is read.
     return statusOf(run.outcome);
   }
   return statusOf(run.outcome);

@@ -28,7 +28,7 @@ std::string checksumPath(const CommandContext& context) {
 }
 
 std::unique_ptr<Folder> open(const CommandContext& context) {
-  // Two lists of checksums must not be written at once, nor while files are still landing.
+  // Only one process may write the list, and no transfer may write files meanwhile.
   if (context.call.writeChecksums) {
     return Destination::openRequiredForWriting(context.call.destination());
   }
@@ -55,8 +55,8 @@ void checkRecords(const CommandContext& context, const DestinationMarker::Marker
                                                       forSentence(marker.damaged.front()))};
 }
 
-/// The list that stands there. What has its name must be a list, and not a file that came from a
-/// phone.
+/// Returns the existing list. Throws CommandFailure if the file of that name is not a list, or was
+/// copied from a phone.
 std::vector<ChecksumFile::Entry> readChecksums(const CommandContext& context, const Folder& folder,
                                                const DestinationMarker::Marker& marker) {
   auto list = ChecksumFile::read(folder);
@@ -69,7 +69,8 @@ std::vector<ChecksumFile::Entry> readChecksums(const CommandContext& context, co
                                                 forSentence(checksumPath(context)))};
 }
 
-/// Files whose digest in a new list is of now, with nothing to compare it with.
+/// Returns the number of files whose digest was computed now and could not be compared
+/// with an earlier one.
 std::uint64_t newDigests(const CopyVerification::Report& report) {
   return static_cast<std::uint64_t>(
       std::count_if(report.files.begin(), report.files.end(), [](const CheckedFile& file) {
@@ -128,7 +129,7 @@ ExitStatus verify(const CommandContext& context) {
   try {
     context.printer.verification(result);
   } catch (const OutputClosed&) {
-    // The check is over, and its status stands, whoever reads of it.
+    // The status of the check does not depend on whether the output is read.
     return status;
   }
   return status;

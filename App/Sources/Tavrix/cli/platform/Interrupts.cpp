@@ -17,7 +17,7 @@ sigset_t watchedSignals() {
   return set;
 }
 
-/// Lets a signal do what it does to any program.
+/// Raises a signal with its usual effect.
 void endAsUsual(int number) {
   sigset_t set;
   sigemptyset(&set);
@@ -30,7 +30,7 @@ void endAsUsual(int number) {
 
 Interrupts::Interrupts() {
   ::signal(SIGPIPE, SIG_IGN);
-  // Threads started from now on leave these signals to the watcher.
+  // Threads inherit the mask, so only the watcher receives these signals.
   const sigset_t set = watchedSignals();
   ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
   watcher_ = std::thread{[this] { watch(); }};
@@ -40,7 +40,7 @@ Interrupts::~Interrupts() {
   ::pthread_kill(watcher_.native_handle(), endSignal);
   watcher_.join();
   if (isHeeded_) return;
-  // What came too late for the watcher ends the program as usual, too.
+  // A signal that came too late for the watcher also ends the program as usual.
   const sigset_t set = watchedSignals();
   ::pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
 }

@@ -6,12 +6,12 @@
 
 namespace tavrix::cli {
 
-/// Turns SIGINT, SIGTERM and SIGHUP into a request to stop, from the first call of token() on;
-/// until then they end the program as usual. A second one ends it at once with status 130. One
-/// object for a program, made before any other thread is started.
+/// Turns SIGINT, SIGTERM and SIGHUP into a request to stop, from the first call of token() on.
+/// Until then they end the program as usual. A second signal ends the program at once with status
+/// 130. A program has one object, created before it starts any other thread.
 class Interrupts {
  public:
-  /// A write to a pipe that nobody reads fails instead of ending the program.
+  /// Also ignores SIGPIPE, so that a write to a closed pipe fails instead of ending the program.
   Interrupts();
   ~Interrupts();
   Interrupts(const Interrupts&) = delete;

@@ -13,7 +13,7 @@ fs::path programFolder() {
   return fs::read_symlink("/proc/self/exe", error).parent_path();
 }
 
-/// Returns `built`, or `installed` when only that exists.
+/// Returns `built`, or `installed` if only that exists.
 std::string whichever(const fs::path& built, const fs::path& installed) {
   std::error_code error;
   const bool isInstalled = !fs::exists(built, error) && fs::exists(installed, error);

@@ -6,8 +6,8 @@ namespace tavrix::cli {
 
 enum class StandardStream { output, error };
 
-/// The columns of the terminal behind a stream; nothing when it goes somewhere else. A terminal
-/// that does not tell its width has 80.
+/// Returns the columns of the terminal behind a stream, or 80 if the terminal does not report its
+/// width. Returns nullopt if the stream is not a terminal.
 std::optional<int> terminalColumns(StandardStream stream);
 
 }  // namespace tavrix::cli

@@ -26,7 +26,7 @@ bool isKnown(const PlaceFilter& chosen, const PlaceTree& tree, const std::string
                      });
 }
 
-/// "Rome, Florence, …".
+/// Returns the cities of a country: "Rome, Florence, …".
 std::string citiesOf(const PlaceTree::Country& country) {
   std::vector<std::string_view> names;
   for (const PlaceTree::City& city : country.cities) {
@@ -37,7 +37,7 @@ std::string citiesOf(const PlaceTree::Country& country) {
   return joined(names);
 }
 
-/// "Italy (Rome, Florence, …), Russia".
+/// Returns the places of a tree: "Italy (Rome, Florence, …), Russia".
 std::string placesIn(const PlaceTree& tree) {
   std::vector<std::string> texts;
   for (const PlaceTree::Country& country : tree.countries) {

@@ -9,11 +9,12 @@
 
 namespace tavrix::cli {
 
-/// The chosen names that no place of a library bears, in alphabetical order.
+/// Returns the chosen names that no place in the tree has, in alphabetical order.
 std::vector<std::string> unknownPlaces(const PlaceFilter& chosen, const PlaceTree& tree);
 
-/// Tells on standard error of chosen places (`--set places=…`) that none of the shots, which are
-/// those before any filter, was taken at, and what places there are. A null `lookup` names none.
+/// Reports on standard error the chosen places (`--set places=…`) at which no shot was taken, and
+/// the places that exist. `bundles` are the shots before any filter. A null `lookup` means that
+/// places have no names.
 void tellUnknownPlaces(const CommandContext& context, const std::vector<AssetBundle>& bundles,
                        const PlaceLookup* lookup);
 

@@ -15,14 +15,14 @@ namespace tavrix::cli {
 
 class ResultPrinter;
 
-/// The source of a call and what reading it found.
+/// The source of a call and the findings of reading it.
 struct SourceFindings {
-  /// Opened by the first use, so that a source that is unplugged later stays what it was.
+  /// Opened on first use and kept, so that its kind stays the same if it is unplugged later.
   std::unique_ptr<PictureSource> source;
-  std::uint64_t unreadFolders = 0;  ///< whose files are missing from the catalogue
+  std::uint64_t unreadFolders = 0;  ///< folders whose files are missing from the catalogue
 };
 
-/// What every command works with.
+/// The call, its settings and everything else that a command works with.
 struct CommandContext {
   const Invocation& call;
   const Surroundings& surroundings;

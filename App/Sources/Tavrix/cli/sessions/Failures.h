@@ -11,19 +11,20 @@
 
 namespace tavrix::cli {
 
-/// Typed errors as one sentence for people, each with the status that it ends the program with.
+/// These functions turn a typed error into one sentence for people and an exit status.
 
-/// A folder's snapshot file that does not read; `path` is the file's.
+/// Returns the failure for a snapshot file that cannot be read; `path` is the path of the file.
 CommandFailure snapshotFailure(Language language, const std::string& path,
                                const SnapshotError& error);
 CommandFailure snapshotFailure(Language language, const std::string& path, const FileError& error);
 
 CommandFailure settingFailure(Language language, const SettingError& error);
-/// A value of an environment variable that stands for a setting.
+/// Returns the failure for a wrong value of an environment variable that sets a setting.
 CommandFailure variableFailure(Language language, std::string_view variable,
                                const SettingError& error);
 
-/// Any error that a command let through. `destination` is the folder that it worked on, if any.
+/// Returns the failure for any error that a command did not handle. `destination` is the folder
+/// that the command worked on, or empty.
 CommandFailure failureOf(Language language, const std::string& destination,
                          const std::exception_ptr& error);
 

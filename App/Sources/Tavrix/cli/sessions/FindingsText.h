@@ -5,10 +5,10 @@
 
 namespace tavrix::cli {
 
-/// Tells on standard error of folders of the destination that cannot be read, and that the source
-/// seems to be a card that was transferred there before, under another identity.
+/// Reports on standard error the folders of the destination that cannot be read, and whether the
+/// source seems to be a card that was transferred there before under another identity.
 void tellFindings(const CommandContext& context, const RunFindings& findings);
-/// Tells on standard error when there is not room enough.
+/// Reports on standard error if the destination has too little free space.
 void tellSpace(const CommandContext& context, const RunFindings& findings);
 
 }  // namespace tavrix::cli

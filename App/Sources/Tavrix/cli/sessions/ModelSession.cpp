@@ -16,7 +16,7 @@ ModelSession::ModelSession(const CommandContext& context, PlaceNaming* naming, b
   if (const auto* const defaults = context.surroundings.defaults) {
     model_->changeSavedPresets(PersistedSettings::read(*defaults, {}).savedPresets);
   }
-  // A call is answered without questions, and has a record even when it finds nothing to do.
+  // A command asks no questions, and leaves a record even if there is nothing to copy.
   model_->setRunsWithoutFiles(true);
   model_->setAsksAboutOptimized(false);
 }
@@ -26,7 +26,7 @@ AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders
       host_.services(loop_, context_.surroundings.now, context_.surroundings.newID);
   services.log = &context_.log;
   services.language = context_.language();
-  // What programs read is the same in every language.
+  // Output for programs does not depend on the language.
   const Language written = context_.call.json ? Language::russian : context_.language();
   services.writtenLanguage = written;
   services.systemLocaleID = context_.surroundings.systemLocaleID;

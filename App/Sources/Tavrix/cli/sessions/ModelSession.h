@@ -11,10 +11,11 @@
 
 namespace tavrix::cli {
 
-/// The application model at work for one call, with the loop and the threads that it runs on.
+/// The application model of one call, with the loop and the threads that it runs on.
 class ModelSession {
  public:
-  /// `naming` may be null. Both outlive the session. `showsFolders` as the model takes it.
+  /// `naming` may be null. It and `context` must outlive the session. `showsFolders` is passed to
+  /// the model as ModelServices::showsFolders.
   ModelSession(const CommandContext& context, PlaceNaming* naming, bool showsFolders);
   ModelSession(const ModelSession&) = delete;
   ModelSession& operator=(const ModelSession&) = delete;
@@ -22,19 +23,20 @@ class ModelSession {
   const CommandContext& context() const { return context_; }
   AppModel& model() { return *model_; }
   MainLoop& loop() { return loop_; }
-  /// Runs the loop until something is so.
+  /// Runs the loop until `isDone()` returns true.
   void runUntil(const std::function<bool()>& isDone) { loop_.runUntil(isDone); }
 
-  /// Gives the model the call's source and destination, and returns when the folders are known, and
-  /// what is to be written into them where they are shown. Throws what readCatalogue() throws.
+  /// Gives the model the source and the destination of the call. Returns when the folders are known
+  /// and, if they are shown, also what would be written into them. Throws as readCatalogue().
   void open();
-  /// The same of a source that the model has, or will have, by itself.
+  /// As open(), for a model that gets its source in another way.
   void openDestination();
 
-  /// Writes a sentence on a line of its own on standard error, where a bar may stand; not twice
-  /// running.
+  /// Writes a sentence on a line of its own to standard error, after erasing a progress bar. Does
+  /// nothing if the previous sentence was the same.
   void tell(const std::string& sentence);
-  /// Why the record of the run is missing from the history. For when the run has ended.
+  /// Returns the reason why the record of the run could not be written, or nullopt if it was
+  /// written. Valid after the run has ended.
   const std::optional<std::string>& recordFailure() const { return recordFailure_; }
 
  private:

@@ -42,7 +42,7 @@ DeviceWatcher::Setup setupOf(ModelSession& session, USBPhonePresence* bus, Catal
           .wanted = wantedNumber(context.call.source())};
 }
 
-/// Whether nothing goes on until somebody does something about it.
+/// Returns true if nothing continues until the user acts.
 bool needsPerson(const DeviceState& state) {
   if (const auto* const connecting = state.as<DeviceState::Connecting>()) {
     return connecting->awaitsTrust;
@@ -103,7 +103,7 @@ void PhoneSession::follow(const DeviceState& state) {
   if (!needsPerson(state) || !watcher_.hasLooked()) return;
   const bool isTransferring =
       std::holds_alternative<app_phase::Transferring>(session_.model().state().phase);
-  // That the phone went is what the run says by itself.
+  // The run itself reports that the phone left.
   if (isTransferring && isAway(state)) return;
   session_.tell(textOf(state));
   wasLost_ = wasLost_ || isReading_;
@@ -138,7 +138,7 @@ void PhoneSession::followReady(const DeviceState::Ready& ready) {
   if (std::exchange(wasLost_, false)) {
     session_.tell(say(context_.language(), sentences::phoneIsBack));
   }
-  // When it comes back there is nothing new to tell.
+  // All of this was reported when the phone was ready for the first time.
   if (std::exchange(wasRead_, true)) return;
   tellOthers(context_, ready.phone, watcher_.others());
   tellReading(context_, *ready.catalogue, ready.phone.deviceID);

@@ -12,21 +12,21 @@
 
 namespace tavrix::cli {
 
-/// The phone of a call that waits for its phone: leads it to the model, as often as it comes back,
-/// and tells on standard error what is in the way and how far reading is.
+/// The phone of a command that waits for its phone. Gives the phone to the model each time it is
+/// connected, and reports on standard error the obstacles and the progress of reading.
 class PhoneSession {
  public:
-  /// The session outlives it.
+  /// `session` must outlive this object.
   explicit PhoneSession(ModelSession& session);
   PhoneSession(const PhoneSession&) = delete;
   PhoneSession& operator=(const PhoneSession&) = delete;
 
-  /// Returns when the model has a phone to transfer from. Throws CommandFailure when a stop is
-  /// asked for first; `interrupted()` has to be called then.
+  /// Returns when the model has a phone to transfer from. Throws CommandFailure if a stop is
+  /// requested first; on such a request the caller must also call interrupted().
   void connect(const std::stop_token& stop);
-  /// Tells of other phones on the cable while a run waits for its own.
+  /// While a run waits for its phone, reports the last of the other phones on the cable.
   void tellOtherPhones() const;
-  /// A stop was asked for.
+  /// Stops reading after a stop was requested.
   void interrupted() { watcher_.stopReading(); }
 
  private:
@@ -42,9 +42,9 @@ class PhoneSession {
   std::unique_ptr<CatalogCounts> counts_;
   std::unique_ptr<USBPhonePresence> bus_;
   DeviceWatcher watcher_;
-  bool isReading_ = false;  ///< the phone is being read, or was when it left
-  bool wasLost_ = false;    ///< and that was told
-  bool wasRead_ = false;    ///< it was ready before
+  bool isReading_ = false;  ///< the phone is being read, or left while it was
+  bool wasLost_ = false;    ///< that loss was reported
+  bool wasRead_ = false;    ///< the phone was ready before
   std::optional<ReadingBar> bar_;
   DeviceWatcher::Subscription subscription_;
   FollowedDevice followed_;

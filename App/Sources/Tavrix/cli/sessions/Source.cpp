@@ -26,7 +26,7 @@ const CardSource& cardOf(const CommandContext& context) {
   return static_cast<const CardSource&>(sourceOf(context));
 }
 
-/// Reads the snapshot with `read`; its errors become those of the command.
+/// Reads the snapshot with `read`. Throws CommandFailure in place of its errors.
 template <typename Read>
 auto readSnapshot(const CommandContext& context, Read read) {
   auto& source = static_cast<SnapshotSource&>(sourceOf(context));

@@ -7,7 +7,7 @@
 namespace tavrix::cli {
 namespace {
 
-/// Of a file whose content does not count.
+/// Returns the sentence for a file whose content is ignored.
 std::string damageText(Language language, const DefaultsFault& fault) {
   const std::string path = forSentence(fault.path);
   if (!fault.position) return say(language, sentences::defaultsNoObject, path);

@@ -11,19 +11,21 @@
 
 namespace tavrix::cli {
 
-/// The key of the language in the user defaults, and what it may hold.
+/// The key of the language in the user defaults.
 inline constexpr std::string_view languageKey = "uiLanguage";
+/// Returns true if `text` is a value of that key: "ru", "en" or "system".
 bool isLanguageChoice(std::string_view text);
-/// The language that the person keeps: "ru", "en" or "system"; nothing when none is kept.
+/// Returns the language that the user keeps: "ru", "en" or "system". Returns nullopt if none is
+/// kept or its value is invalid.
 std::optional<std::string> keptLanguage(const Surroundings& surroundings);
 
-/// Tells on standard error what went wrong with the user defaults so far.
+/// Reports on standard error the faults of the user defaults since the last report.
 void tellDefaultsFaults(Language language, const Surroundings& surroundings);
 
-/// The defaults of a command that changes them. Throws CommandFailure where there are none or the
-/// call is a demo.
+/// Returns the defaults for a command that changes them. Throws CommandFailure if there are none or
+/// the call is a demo.
 UserDefaults& changeableDefaults(const CommandContext& context);
-/// Makes the changes. Throws CommandFailure when they were not stored.
+/// Makes the changes. Throws CommandFailure if they could not be stored.
 void keep(const CommandContext& context, const DefaultsChanges& changes);
 
 }  // namespace tavrix::cli

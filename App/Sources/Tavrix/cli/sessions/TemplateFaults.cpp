@@ -16,7 +16,7 @@ constexpr std::string_view allowedTokens =
     "year, month, day, city, country, event, literal, period";
 constexpr std::string_view allowedCases = "asIs, lower, upper, capital";
 
-/// The values that a field of a kind of token takes.
+/// The values that one field of one kind of token may have.
 struct AllowedStyles {
   std::string_view token;
   std::string_view field;
@@ -32,7 +32,7 @@ constexpr std::array<AllowedStyles, 7> allowedStyles{{
     {"event", "_0", allowedCases},
 }};
 
-/// A token of a template that read as JSON; nothing where there is none.
+/// Returns a token of a template that was parsed as JSON, or nullptr if it has no such token.
 const JsonValue* tokenAt(const JsonValue& json, std::size_t index) {
   const JsonValue* const tokens = json.member("tokens");
   if (tokens == nullptr || tokens->asArray() == nullptr) return nullptr;
@@ -56,7 +56,7 @@ std::string tooLargeText(Language language, const Details& details) {
                             : say(language, sentences::templateTooLarge);
 }
 
-/// The fault without the token that it is in.
+/// Returns the fault without the number of its token.
 std::string faultText(Language language, const NameTemplateError& error,
                       std::string_view nameTemplate) {
   const Details& details = error.details();
@@ -105,7 +105,7 @@ std::string templateFaultText(Language language, const NameTemplateError& error,
   const Details& details = error.details();
   if (!details.tokenIndex) return faultText(language, error, nameTemplate);
   const std::uint64_t number = *details.tokenIndex + 1;
-  // Of a token, "tokens" is what is wrong only when the token itself is no object.
+  // For a fault in a token, the key is "tokens" only if the token itself is not an object.
   if (error.kind() == NameTemplateError::Kind::wrongType && details.key == "tokens") {
     return say(language, sentences::templateTokenNotObject, number);
   }

@@ -11,7 +11,8 @@ namespace tavrix::cli {
 /// Reads the JSON text of a template that was given in a call. Throws CommandFailure.
 NameTemplate readTemplate(Language language, const std::string& json);
 
-/// What is wrong with a template, for inside a sentence; `nameTemplate` is the text that was read.
+/// Returns the fault of a template as a part of a sentence. `nameTemplate` is the text that was
+/// read.
 std::string templateFaultText(Language language, const NameTemplateError& error,
                               std::string_view nameTemplate);
 

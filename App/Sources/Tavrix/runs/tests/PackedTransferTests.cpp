@@ -12,6 +12,7 @@
 
 #include "foundation/Sentences.h"
 #include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/RecordingLog.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "library/PlanSummary.h"
 #include "runs/RunRecording.h"
@@ -48,13 +49,6 @@ std::vector<MediaAsset> assetsOf(int count, const std::string& firstName = {}) {
   }
   return assets;
 }
-
-class LineLog : public Log {
- public:
-  bool showsPrivateFields() const override { return true; }
-  void write(std::string_view line) override { lines.emplace_back(line); }
-  std::vector<std::string> lines;
-};
 
 /// Runs that pack six stills of three days, in a folder that can inject errors.
 struct PackedTransferTest : testing::Test {
@@ -132,7 +126,7 @@ struct PackedTransferTest : testing::Test {
   }
   std::vector<std::string> linesWith(const std::string& text) const {
     std::vector<std::string> lines;
-    for (const std::string& line : log.lines) {
+    for (const std::string& line : log.lines()) {
       if (line.find(text) != std::string::npos) lines.push_back(line);
     }
     return lines;
@@ -143,7 +137,7 @@ struct PackedTransferTest : testing::Test {
   PhoneIdentity phone = snapshotPhone("iPhone");
   Instant time{std::chrono::seconds{1779364800}};
   NameSource source;
-  LineLog log;
+  RecordingLog log{true};
   std::vector<std::string> pauses;
   std::function<void()> slept;
   std::stop_source stop;
@@ -257,7 +251,7 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
     std::filesystem::create_directories(temporary.path());
     FaultyFolder fresh{openFolder(temporary.path())};
     folder = std::move(fresh);
-    log.lines.clear();
+    log.clear();
     folder.faults().rule = failing(row.operation, row.path, row.code);
     const TransferOutcome outcome = run();
     EXPECT_EQ(outcome.status, Status::completed);

@@ -1,4 +1,4 @@
-// The model, its watcher and a phone on a simulated cable, with threads of their own.
+// The model, its watcher and a phone on a simulated cable, on real threads.
 
 #include "sources/FollowedDevice.h"
 
@@ -34,7 +34,7 @@ struct FollowedDeviceTest : testing::Test {
     }
     return false;
   }
-  /// The phone leaves in the middle of a file.
+  /// Transfers until the phone leaves in the middle of a file.
   void transferUntilThePhoneGoes() {
     cable.plugIn([](SimulatedPhone& phone) { phone.vanishesAfterBytes = 700'000; });
     watcher.start();
@@ -94,7 +94,7 @@ TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
 
 TEST_F(FollowedDeviceTest, cancelWhileThePhoneIsAway_endsTheRunWithWhatIsThere) {
   ASSERT_NO_FATAL_FAILURE(transferUntilThePhoneGoes());
-  // Another phone that comes meanwhile is not read for this run.
+  // Another phone that is connected meanwhile is not read during this run.
   SimulatedPhone other;
   other.deviceID = "00008110-0000000000000002";
   other.serialNumber = "OTHER";
@@ -114,7 +114,7 @@ TEST_F(FollowedDeviceTest, cancelWhileThePhoneIsAway_endsTheRunWithWhatIsThere) 
     if (content.contains(entry.path().filename().string())) ++onDisk;
   }
   EXPECT_EQ(onDisk, report.copied);
-  // The other one's turn comes when the run is over.
+  // The other phone is read when the run is over.
   model.leaveSummary();
   ASSERT_TRUE(runUntil([&] { return watcher.state().is<DeviceState::Ready>(); }));
 }

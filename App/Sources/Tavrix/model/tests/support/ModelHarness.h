@@ -10,6 +10,7 @@
 
 #include "foundation/tests/support/FaultyFolder.h"
 #include "foundation/tests/support/ManualMainLoop.h"
+#include "foundation/tests/support/RecordingLog.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "model/AppModel.h"
 
@@ -207,19 +208,6 @@ struct ModelHarness {
     return files;
   }
 
-  struct Lines : Log {
-    bool showsPrivateFields() const override { return false; }
-    void write(std::string_view line) override {
-      const std::lock_guard lock{mutex};
-      lines.emplace_back(line);
-    }
-    bool has(std::string_view line) const {
-      return std::find(lines.begin(), lines.end(), line) != lines.end();
-    }
-    std::mutex mutex;
-    std::vector<std::string> lines;
-  };
-
   Settings initial;
   TemporaryFolder destination;
   FakePhone phone{12};
@@ -231,7 +219,7 @@ struct ModelHarness {
   bool isDemo = false;
   std::optional<std::string> stateFolder{};
   bool keepsGroupsDebug = false;
-  Lines log;
+  RecordingLog log;
   Instant clock{std::chrono::hours{24 * 20700}};
   std::map<Uuid, TransferRecord> records;
   bool keepsRecords = true;
