@@ -70,7 +70,7 @@ function(tavrix_share_headers target kind)
   endif()
 endfunction()
 
-# Tells those of the test sources, which read files of the project, where these lie; the others are
+# Defines the folders of the project for those test sources that read files from them; the others are
 # the same for the compiler wherever the project is.
 function(tavrix_tell_folders)
   foreach(source IN LISTS ARGN)
