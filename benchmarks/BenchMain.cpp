@@ -1,6 +1,6 @@
 // Measures the program against yardsticks on the same machine, alternately within one run: shared
-// machines are noisy, but ratios are stable. The arguments select benchmarks: start pipeline grouping
-// model only-new copying packing verify history metadata phone places stills videos.
+// machines are noisy, but ratios are stable. The arguments select benchmarks: start pipeline
+// grouping model only-new copying packing verify history metadata phone places stills videos.
 
 #include <fmt/format.h>
 

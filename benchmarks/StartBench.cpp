@@ -1,8 +1,8 @@
 // Starting the program, beside a program that does nothing. TAVRIX_PHONE names a folder with a
 // snapshot of a phone, whose folders are listed as well.
 
-#include <fmt/format.h>
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,7 +29,8 @@ void run(std::vector<std::string> words) {
   posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
   pid_t id = 0;
   int status = 0;
-  const int error = posix_spawn(&id, words[0].c_str(), &actions, nullptr, arguments.data(), environ);
+  const int error =
+      posix_spawn(&id, words[0].c_str(), &actions, nullptr, arguments.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   if (error != 0 || waitpid(id, &status, 0) != id || status != 0)
     throw std::runtime_error{words[0] + " failed"};
