@@ -20,6 +20,12 @@ bool PatientThread::isBusy() const {
   return shared_->isBusy;
 }
 
+bool PatientThread::awaitIdle(const std::stop_token& stop) {
+  if (shared_ == nullptr) return true;
+  std::unique_lock lock{shared_->mutex};
+  return shared_->changed.wait_for(lock, stop, patience_, [this] { return !shared_->isBusy; });
+}
+
 void PatientThread::begin() {
   if (shared_ != nullptr) return;
   shared_ = std::make_shared<Shared>();

@@ -32,6 +32,9 @@ class PatientThread {
 
   /// Returns true if a call that was given up is still running.
   bool isBusy() const;
+  /// Waits for a call that was given up, as long as the patience allows. Returns true if no call is
+  /// running.
+  bool awaitIdle(const std::stop_token& stop);
   /// Runs `work` on the thread and waits for it as long as the patience allows.
   Outcome run(std::function<void()> work, const std::stop_token& stop);
   /// Starts a last call without waiting for it. Does nothing if an earlier call is still running.

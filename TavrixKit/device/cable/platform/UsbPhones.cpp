@@ -173,12 +173,21 @@ class UsbPhoneBrowser : public PhoneBrowser {
   }
 
  private:
+  /// A question whose caller no longer waits for the answer.
+  struct Unanswered {
+    std::unique_ptr<PatientThread> thread;
+    bool isLate = false;  ///< the answer did not come within the patience
+  };
+
   /// Returns nullopt if no answer came. While an earlier question of the same kind is unanswered,
   /// no other is asked, so that a phone that stays silent costs one thread.
   template <typename Work>
   auto ask(const std::string& question, const std::stop_token& stop, Work work)
       -> std::optional<decltype(work())> {
-    if (isUnanswered(question)) return std::nullopt;
+    if (isUnanswered(question, stop)) {
+      if (stop.stop_requested()) throw PhoneError{PhoneError::Kind::stopped};
+      return std::nullopt;
+    }
     auto thread = std::make_unique<PatientThread>(patience_);
     auto answer = thread->ask(
         [work = std::move(work)] {
@@ -186,27 +195,37 @@ class UsbPhoneBrowser : public PhoneBrowser {
           return work();
         },
         stop);
+    const bool isStopped = answer.outcome == PatientThread::Outcome::stopped;
     if (answer.outcome != PatientThread::Outcome::done) {
-      const std::lock_guard lock{mutex_};
-      unanswered_[question] = std::move(thread);
+      remember(question, {std::move(thread), !isStopped});
     }
-    if (answer.outcome == PatientThread::Outcome::stopped) {
-      throw PhoneError{PhoneError::Kind::stopped};
-    }
+    if (isStopped) throw PhoneError{PhoneError::Kind::stopped};
     return std::move(answer.result);
   }
-  bool isUnanswered(const std::string& question) {
+  /// Waits for the answer to a question that was stopped, because it may be about to come.
+  bool isUnanswered(const std::string& question, const std::stop_token& stop) {
+    Unanswered earlier;
+    {
+      const std::lock_guard lock{mutex_};
+      const auto found = unanswered_.find(question);
+      if (found == unanswered_.end()) return false;
+      if (found->second.isLate && found->second.thread->isBusy()) return true;
+      earlier = std::move(found->second);
+      unanswered_.erase(found);
+    }
+    if (earlier.thread->awaitIdle(stop)) return false;
+    earlier.isLate = !stop.stop_requested();
+    remember(question, std::move(earlier));
+    return true;
+  }
+  void remember(const std::string& question, Unanswered unanswered) {
     const std::lock_guard lock{mutex_};
-    const auto found = unanswered_.find(question);
-    if (found == unanswered_.end()) return false;
-    if (found->second->isBusy()) return true;
-    unanswered_.erase(found);
-    return false;
+    unanswered_[question] = std::move(unanswered);
   }
 
   std::chrono::milliseconds patience_;
   std::mutex mutex_;
-  std::map<std::string, std::unique_ptr<PatientThread>> unanswered_;
+  std::map<std::string, Unanswered> unanswered_;
 };
 
 }  // namespace

@@ -229,6 +229,20 @@ TEST_P(CameraSourceTest, phoneThatHangs_isGivenUpAndGoneOnWithWhenItSpeaks) {
   EXPECT_THAT(waits, testing::Contains(PhoneError::Kind::silent));
 }
 
+TEST_P(CameraSourceTest, questionAfterAStoppedOne_waitsForThePhone) {
+  cable.setPatience(std::chrono::minutes{1});
+  auto& simulator = plugIn([](SimulatedPhone& phone) { phone.hangs = true; });
+  std::stop_source stop;
+  std::jthread person{[&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds{50});
+    stop.request_stop();
+    std::this_thread::sleep_for(std::chrono::milliseconds{50});
+    simulator.change(0, [](SimulatedPhone& phone) { phone.hangs = false; });
+  }};
+  EXPECT_THROW(Phones::list(cable.browser(), stop.get_token()), PhoneError);
+  EXPECT_EQ(Phones::list(cable.browser()).at(0).state, PhoneState::ready);
+}
+
 TEST_P(CameraSourceTest, stopWhileThePhoneHangs_endsEveryCallAtOnce) {
   cable.write("100APPLE/long", bytesOf(2 * mebibyte));
   const std::vector<std::function<void(const std::stop_token&)>> calls{

@@ -199,7 +199,8 @@ TEST_F(PhoneCommandsTest, phoneThatHangs_isOneSentenceOrIsWaitedFor) {
   const auto catalogue = run({"catalog", "cable"}, "ru");
   EXPECT_EQ(catalogue.status, ExitStatus::stopped);
   EXPECT_EQ(catalogue.err, silent + ", затем повторите команду.\n");
-  EXPECT_THAT(run({"phones"}).out, HasSubstr("connected but does not respond"));
+  const auto phones = run({"phones"});
+  EXPECT_THAT(phones.out, HasSubstr("connected but does not respond")) << phones.err;
 
   auto& simulator = cable.plugIn([](SimulatedPhone& phone) { phone.hangsAfterBytes = 1'500'000; });
   std::jthread person{[&](const std::stop_token& stop) {
