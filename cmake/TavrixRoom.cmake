@@ -44,6 +44,10 @@ if(TAVRIX_FAST_BUILD)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # The first is for ccache; the second, as an anonymous namespace may be included here.
     add_compile_options(-fpch-preprocess -Wno-subobject-linkage)
+  else()
+    # clang takes a member for the shadow of a name in the anonymous namespace of a source joined
+    # before it.
+    target_compile_options(tavrix_flags INTERFACE -Wno-shadow)
   endif()
   set(common_headers <algorithm> <array> <chrono> <condition_variable> <cstdint> <deque> <filesystem>
     <functional> <future> <map> <memory> <mutex> <optional> <ranges> <set> <span> <stop_token>
