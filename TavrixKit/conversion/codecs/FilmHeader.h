@@ -2,14 +2,16 @@
 
 #include <string_view>
 
-#include "device/metadata/RangedReader.h"
-
 namespace tavrix {
 
-/// Replaces the user data of an MP4 file: writes the box "udta" at the end of its "moov", extending
-/// that into the free box behind it if necessary. Nothing else in the file moves. `file` must read
-/// the file that `descriptor` writes. Throws ConversionError if the file has another layout or the
-/// room is too small, and FileError if it cannot be written.
+class RangedReader;
+
+/// Replaces the user data of an MP4 file in place. `box` is a complete "udta" box, header included.
+/// It becomes the last box in "moov", instead of a "udta" that was last. "moov" grows or shrinks
+/// against the "free" box that must directly follow it; nothing else in the file moves. `file` and
+/// `descriptor` refer to the same file, and the caller keeps both. Throws ConversionError if "moov"
+/// or "free" is missing or "free" is too small (at least its 8-byte header must remain), FileError
+/// if writing fails, and what `file` throws.
 void setUserData(RangedReader& file, int descriptor, std::string_view box);
 
 }  // namespace tavrix

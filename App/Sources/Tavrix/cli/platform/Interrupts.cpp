@@ -1,7 +1,6 @@
 #include "cli/platform/Interrupts.h"
 
 #include <pthread.h>
-#include <signal.h>
 #include <unistd.h>
 
 namespace tavrix::cli {
@@ -10,10 +9,20 @@ namespace {
 constexpr int endSignal = SIGUSR1;
 constexpr int statusOfInterrupt = 130;
 
+bool isIgnored(int number) {
+  struct sigaction current{};
+  return ::sigaction(number, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
+}
+
+/// Returns the signals that the watcher waits for. Omits signals that are ignored: if they were
+/// blocked, sigwait() would return them nevertheless.
 sigset_t watchedSignals() {
   sigset_t set;
   sigemptyset(&set);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP, endSignal}) sigaddset(&set, number);
+  sigaddset(&set, endSignal);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    if (!isIgnored(number)) sigaddset(&set, number);
+  }
   return set;
 }
 
@@ -28,32 +37,29 @@ void endAsUsual(int number) {
 
 }  // namespace
 
-Interrupts::Interrupts() {
+Interrupts::Interrupts() : watched_(watchedSignals()) {
   ::signal(SIGPIPE, SIG_IGN);
   // Threads inherit the mask, so only the watcher receives these signals.
-  const sigset_t set = watchedSignals();
-  ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
+  ::pthread_sigmask(SIG_BLOCK, &watched_, nullptr);
   watcher_ = std::thread{[this] { watch(); }};
 }
 
 Interrupts::~Interrupts() {
   ::pthread_kill(watcher_.native_handle(), endSignal);
   watcher_.join();
-  if (isHeeded_) return;
+  if (isTokenTaken_) return;
   // A signal that came too late for the watcher also ends the program as usual.
-  const sigset_t set = watchedSignals();
-  ::pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+  ::pthread_sigmask(SIG_UNBLOCK, &watched_, nullptr);
 }
 
 std::stop_token Interrupts::token() {
-  isHeeded_ = true;
+  isTokenTaken_ = true;
   return source_.get_token();
 }
 
 void Interrupts::watch() {
-  const sigset_t set = watchedSignals();
-  for (int number = 0; ::sigwait(&set, &number) == 0 && number != endSignal;) {
-    if (!isHeeded_) endAsUsual(number);
+  for (int number = 0; ::sigwait(&watched_, &number) == 0 && number != endSignal;) {
+    if (!isTokenTaken_) endAsUsual(number);
     if (!source_.request_stop()) ::_exit(statusOfInterrupt);
   }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <signal.h>
+
 #include <atomic>
 #include <stop_token>
 #include <thread>
@@ -7,8 +9,9 @@
 namespace tavrix::cli {
 
 /// Turns SIGINT, SIGTERM and SIGHUP into a request to stop, from the first call of token() on.
-/// Until then they end the program as usual. A second signal ends the program at once with status
-/// 130. A program has one object, created before it starts any other thread.
+/// Before that call they end the program as usual. A second signal ends the program at once with
+/// status 130, without running destructors. Signals that the parent process ignores (nohup) stay
+/// ignored. Reserves SIGUSR1. Create only one object, before the program starts any other thread.
 class Interrupts {
  public:
   /// Also ignores SIGPIPE, so that a write to a closed pipe fails instead of ending the program.
@@ -17,12 +20,14 @@ class Interrupts {
   Interrupts(const Interrupts&) = delete;
   Interrupts& operator=(const Interrupts&) = delete;
 
+  /// Returns the token of the request. May be called from any thread and more than once.
   std::stop_token token();
 
  private:
   void watch();
 
-  std::atomic<bool> isHeeded_ = false;
+  sigset_t watched_;
+  std::atomic<bool> isTokenTaken_ = false;
   std::stop_source source_;
   std::thread watcher_;
 };

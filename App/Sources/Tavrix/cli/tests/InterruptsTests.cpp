@@ -17,6 +17,8 @@ bool waitForStop(const std::stop_token& token) {
 }
 
 void interruptTwice() {
+  // A script that runs the tests in the background ignores SIGINT.
+  ::signal(SIGINT, SIG_DFL);
   Interrupts interrupts;
   const std::stop_token token = interrupts.token();
   ::kill(::getpid(), SIGINT);
@@ -24,6 +26,16 @@ void interruptTwice() {
   ::kill(::getpid(), SIGTERM);
   std::this_thread::sleep_for(5s);
   ::_exit(2);
+}
+
+/// Ends with status 0 if a SIGHUP that was ignored from the start requests no stop.
+void hangUpIgnored() {
+  ::signal(SIGHUP, SIG_IGN);
+  Interrupts interrupts;
+  const std::stop_token token = interrupts.token();
+  ::kill(::getpid(), SIGHUP);
+  std::this_thread::sleep_for(200ms);
+  ::_exit(token.stop_requested() ? 1 : 0);
 }
 
 TEST(Interrupts, firstSignal_asksToStop) {
@@ -50,10 +62,16 @@ TEST(InterruptsDeathTest, secondSignal_endsAtOnce) {
   EXPECT_EXIT(interruptTwice(), testing::ExitedWithCode(130), "");
 }
 
+TEST(InterruptsDeathTest, ignoredSignal_staysIgnored) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(hangUpIgnored(), testing::ExitedWithCode(0), "");
+}
+
 TEST(InterruptsDeathTest, beforeTheRun_signalEndsTheProgramAsUsual) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(
       {
+        ::signal(SIGINT, SIG_DFL);
         const Interrupts interrupts;
         ::kill(::getpid(), SIGINT);
       },
