@@ -41,13 +41,15 @@ TransferPlan planOfTree(const Tree& tree) {
     assets.emplace_back(name, name, std::nullopt, MediaKind::photo, tree.bytes, date, std::nullopt,
                         false, std::nullopt, std::nullopt);
   }
-  std::vector<TransferPlanner::NamedGroup> groups;
+  std::vector<std::pair<std::string, MediaGroup>> groups;
   for (const AssetBundle& bundle : BundleBuilder::makeBundles(assets)) {
     const std::string day = iso8601(*bundle.captureDate()).substr(0, 10);
-    if (groups.empty() || groups.back().folderName != day) groups.push_back({day, {}});
-    groups.back().group.bundles.push_back(bundle);
+    if (groups.empty() || groups.back().first != day) groups.push_back({day, {}});
+    groups.back().second.bundles.push_back(bundle);
   }
-  return TransferPlanner::plan(groups, {});
+  std::vector<TransferPlanner::NamedGroup> named;
+  for (auto& [name, group] : groups) named.push_back({name, std::move(group)});
+  return TransferPlanner::plan(named, {});
 }
 
 void copyAsOthersDo(const std::string& sources, const std::string& copies) {

@@ -106,7 +106,7 @@ void benchLibrary(std::size_t shots) {
   double ours = 1e9;
   double longest = 0;
   for (const double hours : {6.0, 4.0, 5.0}) {
-    ours = std::min(ours, launched.change([&](Settings& s) { s.eventGapHours = hours; }));
+    ours = std::min(ours, launched.change([&](Settings& s) { s.gathering.eventGapHours = hours; }));
     longest = std::max(longest, launched.longestTask());
   }
   print({fmt::format("setting to display, {} events of {} shots : grouping alone",

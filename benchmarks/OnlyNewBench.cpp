@@ -27,14 +27,16 @@ std::uint64_t bytesRead() {
 }
 
 std::vector<TransferPlanner::NamedGroup> groupsOf(const TransferPlan& plan) {
-  std::vector<TransferPlanner::NamedGroup> groups;
+  std::vector<std::pair<std::string, MediaGroup>> groups;
   for (const PlannedFile& file : plan.files) {
     const std::string name = file.relativePath.substr(0, file.relativePath.find('/'));
-    if (groups.empty() || groups.back().folderName != name) groups.push_back({name, {}});
-    auto& bundles = groups.back().group.bundles;
+    if (groups.empty() || groups.back().first != name) groups.push_back({name, {}});
+    auto& bundles = groups.back().second.bundles;
     if (bundles.empty() || bundles.back().id() != file.bundleID()) bundles.push_back(file.bundle);
   }
-  return groups;
+  std::vector<TransferPlanner::NamedGroup> named;
+  for (auto& [name, group] : groups) named.push_back({name, std::move(group)});
+  return named;
 }
 
 /// Writes every planned file, truncated to one byte, and the marker that records it.

@@ -184,9 +184,9 @@ TransferPlan planOf(const std::vector<MediaAsset>& assets) {
   FolderNaming::Settings naming;
   naming.nameTemplate = NamePresets::defaultTemplate();
   naming.timeZone = request.settings.timeZone;
-  FolderNaming::Result named = FolderNaming::resolve(naming, std::move(grouped.groups));
+  const auto named = FolderNaming::resolve(naming, {grouped.groups.begin(), grouped.groups.end()});
   std::vector<TransferPlanner::NamedGroup> groups;
-  for (FolderNaming::Row& row : named.rows) groups.push_back({row.name, std::move(row.group)});
+  for (const FolderNaming::Row& row : named.rows) groups.push_back({row.name, row.group});
   return TransferPlanner::plan(groups, {});
 }
 

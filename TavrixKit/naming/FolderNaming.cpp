@@ -83,19 +83,19 @@ std::string nameGroup(const Settings& settings, const MediaGroup& group) {
   return nameAt(settings, group, placeOf(settings, group));
 }
 
-Result resolve(const Settings& settings, std::vector<MediaGroup> groups) {
+Result resolve(const Settings& settings, const std::vector<Shared<MediaGroup>>& groups) {
   Result result;
   result.rows.reserve(groups.size());
   NameCounter counter;
   std::unordered_set<std::string> unresolvedKeys;
-  for (MediaGroup& group : groups) {
-    const auto place = placeOf(settings, group);
+  for (const Shared<MediaGroup>& group : groups) {
+    const auto place = placeOf(settings, *group);
     if (place && !place->names && unresolvedKeys.insert(place->key).second) {
-      result.unresolvedPlaces.push_back(*group.place);
+      result.unresolvedPlaces.push_back(*group->place);
     }
-    std::string name = nameAt(settings, group, place);
+    std::string name = nameAt(settings, *group, place);
     if (!settings.mergeSameNames) name = counter.numbered(std::move(name));
-    result.rows.push_back({std::move(name), std::move(group)});
+    result.rows.push_back({std::move(name), group});
   }
   return result;
 }

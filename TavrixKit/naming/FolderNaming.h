@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "foundation/Sentence.h"
+#include "foundation/Shared.h"
 #include "foundation/TimeZone.h"
 #include "grouping/MediaGroup.h"
 #include "media/PlaceLookup.h"
@@ -29,16 +30,16 @@ struct Settings {
   std::shared_ptr<const PlaceLookup> places;  ///< if null, names contain no place names
   bool nameByGroupID = false;                 ///< the group's id instead of the template
   bool mergeSameNames = false;                ///< groups of equal names share one folder
-  double placeRadiusKm = 2.0;                 ///< radius of one place and of the lookup's cells
   std::string datelessName = initialDatelessName(Language::russian);
   std::string systemLocaleID = "ru_RU";  ///< the locale for language `system` of the template
 
   friend bool operator==(const Settings&, const Settings&) = default;
 };
 
+/// A group with its folder name.
 struct Row {
   std::string name;  ///< safe as a folder name
-  MediaGroup group;
+  Shared<MediaGroup> group;
 
   friend bool operator==(const Row&, const Row&) = default;
 };
@@ -46,8 +47,7 @@ struct Row {
 struct Result {
   /// One row per group, in the order of the groups.
   std::vector<Row> rows;
-  /// The places of groups whose names the lookup does not know yet, in the order of the groups, one
-  /// for each cell of the lookup.
+  /// The group places that the lookup cannot name yet, in the order of the groups, one per cell.
   std::vector<GeoPoint> unresolvedPlaces;
 
   friend bool operator==(const Result&, const Result&) = default;
@@ -59,10 +59,11 @@ struct Result {
 /// `datelessName` if the group has no date.
 std::string nameGroup(const Settings& settings, const MediaGroup& group);
 
-/// Names all groups. " (2)" is appended for the second group of a name, " (3)" for the third. Names
-/// are compared exactly, and a name with an appended number is not itself counted. With
-/// `mergeSameNames` equal names are kept.
-Result resolve(const Settings& settings, std::vector<MediaGroup> groups);
+/// Names all groups, in their order. The second group of a name gets " (2)" appended, the third
+/// " (3)". Names are compared byte by byte, and numbered names are not compared again, so two rows
+/// can still have equal names or names that differ only in letter case. With `mergeSameNames`
+/// nothing is appended.
+Result resolve(const Settings& settings, const std::vector<Shared<MediaGroup>>& groups);
 
 }  // namespace FolderNaming
 

@@ -60,6 +60,8 @@ class DestinationView {
   /// phone has a better claim to it.
   bool isStillOurs(const std::string& path) const;
 
+  friend bool operator==(const DestinationView&, const DestinationView&) = default;
+
  private:
   struct Owner {
     std::string localID;  ///< empty for an asset of another phone, so that no id of this phone
@@ -75,6 +77,7 @@ class DestinationView {
     bool outranks(const Owner& other) const {
       return std::pair{hasDigest, recorded} > std::pair{other.hasDigest, other.recorded};
     }
+    friend bool operator==(const Owner&, const Owner&) = default;
   };
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
@@ -107,6 +110,8 @@ DestinationListing listDestination(const Folder& destination);
 struct DestinationContent {
   DestinationMarker::Marker marker;
   DestinationView view;
+
+  friend bool operator==(const DestinationContent&, const DestinationContent&) = default;
 };
 /// Throws FileError and MarkerError.
 DestinationContent readDestination(const Folder& destination, const std::string& phoneHash);

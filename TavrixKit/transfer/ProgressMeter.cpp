@@ -9,7 +9,7 @@ namespace tavrix {
 ProgressMeter::ProgressMeter(const TransferPlan& plan, Receiver receiver)
     : receiver_(std::move(receiver)) {
   snapshot_.filesTotal = plan.files.size();
-  for (const PlannedFile& file : plan.files) snapshot_.bytesTotal += file.asset.sizeBytes();
+  snapshot_.bytesTotal = plan.totalBytes();
 }
 
 template <typename Change>

@@ -24,6 +24,12 @@ std::string_view textOf(TransferOptions::Container container) {
   return {};
 }
 
+std::uint64_t TransferPlan::totalBytes() const {
+  std::uint64_t bytes = 0;
+  for (const PlannedFile& file : files) bytes += file.asset.sizeBytes();
+  return bytes;
+}
+
 std::string_view textOf(const PlannedConversion& conversion) {
   if (std::holds_alternative<planned_conversion::Jpeg>(conversion)) return "jpeg";
   return std::holds_alternative<planned_conversion::H264>(conversion) ? "h264" : "none";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -59,6 +60,9 @@ struct TransferPlan {
   std::vector<MediaAsset> skippedKnown;  ///< already in the destination, in plan order
   std::vector<std::string> knownPaths;   ///< the destination path of each of `skippedKnown`
   bool onlyNew = true;
+
+  /// Returns the sum of the sizes of `files` on the phone.
+  std::uint64_t totalBytes() const;
 
   friend bool operator==(const TransferPlan&, const TransferPlan&) = default;
 };

@@ -137,19 +137,19 @@ class Layout {
 
   Directories directoriesOf(const NamedGroup& named) const {
     const bool matters = options_.separatePhotoVideo && options_.flattenSingleKind;
-    return directories(named.folderName, matters && isMixed(named.group), options_);
+    return directories(named.folderName, matters && isMixed(*named.group), options_);
   }
 
   void nameAll(const std::vector<NamedGroup>& groups) {
     std::size_t count = 0;
     for (const NamedGroup& named : groups) {
-      for (const AssetBundle& bundle : named.group.bundles) count += bundle.assets().size();
+      for (const AssetBundle& bundle : named.group->bundles) count += bundle.assets().size();
     }
     files_.reserve(count);
     given_.reserve(count);
     for (const NamedGroup& named : groups) {
       const Directories places = directoriesOf(named);
-      for (const AssetBundle& bundle : named.group.bundles) name(bundle, places);
+      for (const AssetBundle& bundle : named.group->bundles) name(bundle, places);
     }
   }
 
@@ -186,7 +186,7 @@ class Layout {
     std::size_t next = 0;
     for (const NamedGroup& named : groups) {
       const Directories places = directoriesOf(named);
-      for (const AssetBundle& bundle : named.group.bundles) {
+      for (const AssetBundle& bundle : named.group->bundles) {
         sift(bundle, places, std::span{files_}.subspan(next, bundle.assets().size()), result);
         next += bundle.assets().size();
       }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/Shared.h"
 #include "grouping/MediaGroup.h"
 #include "transfer/DestinationView.h"
 #include "transfer/TransferOptions.h"
@@ -13,7 +14,7 @@ namespace tavrix::TransferPlanner {
 /// A chosen group with its final folder name.
 struct NamedGroup {
   std::string folderName;
-  MediaGroup group;
+  Shared<MediaGroup> group;
 };
 
 /// Plans every file of the groups in display order, bundles and files in their own order. Files

@@ -54,7 +54,7 @@ struct DeviceState {
   };
   struct Ready {
     std::string deviceName;
-    std::vector<MediaAsset> assets;
+    Shared<std::vector<MediaAsset>> assets;
     PhoneOnCable phone;
     /// The catalogue from whose items the assets were made, in the same order.
     Shared<FolderCatalogue> catalogue;

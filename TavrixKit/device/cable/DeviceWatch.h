@@ -36,7 +36,7 @@ struct DeviceWatch {
   };
   struct ReadingDone {
     std::uint64_t reading = 0;
-    std::vector<MediaAsset> assets;
+    Shared<std::vector<MediaAsset>> assets;
     Shared<FolderCatalogue> catalogue;
   };
   /// The phone refused to list its folder of pictures.

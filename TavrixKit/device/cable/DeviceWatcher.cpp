@@ -178,12 +178,12 @@ std::optional<std::uint64_t> DeviceWatcher::expectedCount() const {
 }
 
 void DeviceWatcher::remember(const DeviceState::Ready& ready) {
-  writeLog(log(), "device watcher: catalogue read, assets={}", ready.assets.size());
+  writeLog(log(), "device watcher: catalogue read, assets={}", ready.assets->size());
   if (setup_.counts == nullptr) return;
-  setup_.counts->setCount(CatalogCounts::keyOfLast(), ready.assets.size());
+  setup_.counts->setCount(CatalogCounts::keyOfLast(), ready.assets->size());
   const auto& serialNumber = ready.phone.serialNumber;
   if (!serialNumber) return;
-  setup_.counts->setCount(CatalogCounts::keyOf(*serialNumber), ready.assets.size());
+  setup_.counts->setCount(CatalogCounts::keyOf(*serialNumber), ready.assets->size());
 }
 
 void DeviceWatcher::look() {

@@ -102,8 +102,9 @@ TEST(FolderNaming, equalNames_areNumberedUnlessMerged) {
   auto monthly = settings();
   monthly.nameTemplate = NamePresets::builtins()[1].nameTemplate;
   monthly.overrides = {{"d", "2026-05 (2)"}, {"e", "ПРОЧЕЕ"}, {"f", "Прочее"}};
-  const std::vector<MediaGroup> groups{group("a", noon), group("b", noon),    group("c", noon),
-                                       group("d", noon), group("e", nullptr), group("f", nullptr)};
+  const std::vector<Shared<MediaGroup>> groups{group("a", noon),    group("b", noon),
+                                               group("c", noon),    group("d", noon),
+                                               group("e", nullptr), group("f", nullptr)};
   const auto result = FolderNaming::resolve(monthly, groups);
   // The manual name "2026-05 (2)" is a base name of its own and occurs for the first time.
   EXPECT_THAT(namesOf(result), ElementsAre("2026-05", "2026-05 (2)", "2026-05 (3)", "2026-05 (2)",
@@ -120,9 +121,9 @@ TEST(FolderNaming, unresolvedPlaces_areCollectedOnceACell) {
   const GeoPoint bergen{60.4, 5.3};
   auto named = settings();
   named.overrides = {{"c", "Берген"}};
-  const std::vector<MediaGroup> groups{group("a", noon, oslo), group("b", noon, rome),
-                                       group("c", noon, bergen), group("d", noon, osloCentre),
-                                       group("e", noon)};
+  const std::vector<Shared<MediaGroup>> groups{group("a", noon, oslo), group("b", noon, rome),
+                                               group("c", noon, bergen),
+                                               group("d", noon, osloCentre), group("e", noon)};
   EXPECT_THAT(FolderNaming::resolve(named, groups).unresolvedPlaces, ElementsAre(oslo, bergen));
   named.geocodingEnabled = false;
   EXPECT_THAT(FolderNaming::resolve(named, groups).unresolvedPlaces, ElementsAre());

@@ -176,7 +176,7 @@ TEST_P(OnlyNewTest, plan_ofOneLivePhoto_leavesOutWhatIsThere) {
   std::vector<std::string> known;
   for (const MediaAsset& asset : plan.skippedKnown) known.emplace_back(asset.id());
   EXPECT_EQ(known, GetParam().known);
-  EXPECT_EQ(TransferPlanner::newBundles(group.group, "d", {}, GetParam().destination).empty(),
+  EXPECT_EQ(TransferPlanner::newBundles(*group.group, "d", {}, GetParam().destination).empty(),
             plan.files.empty());
 }
 

@@ -90,7 +90,8 @@ ExitStatus execute(const CommandRequest& request, const Surroundings& surroundin
   tellDefaultsFaults(call.language, surroundings);
   const Settings settings = settingsOf(call, surroundings);
   StandardErrorLog log{surroundings.err, surroundings.errColumns.has_value()};
-  TextPrinter text{surroundings.out, call.language, settings.timeZone, surroundings.outColumns};
+  TextPrinter text{surroundings.out, call.language, settings.gathering.timeZone,
+                   surroundings.outColumns};
   JsonPrinter json{surroundings.out};
   ResultPrinter& printer = call.json ? static_cast<ResultPrinter&>(json) : text;
   SourceFindings source;

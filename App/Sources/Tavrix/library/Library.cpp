@@ -37,24 +37,25 @@ GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const S
                                 const std::shared_ptr<const PlaceLookup>& lookup,
                                 bool wantsReasons) {
   return GroupingEngine::group({bundles, bundleFilter(settings), groupingMode(settings),
-                                groupingSettings(settings), settings.homeOverride, lookup,
+                                groupingSettings(settings), settings.gathering.homeOverride, lookup,
                                 wantsReasons});
 }
 
 std::optional<Library::Home> homeOf(const Settings& settings,
                                     const std::vector<HomeCandidate>& candidates) {
-  if (settings.uiMode != UIGroupingMode::trips) return std::nullopt;
-  return Library::Home{.point = HomeDetection::home(settings.homeOverride, candidates),
-                       .isManual = settings.homeOverride.has_value(),
-                       .name = settings.homeOverride ? settings.homeOverrideName : std::nullopt,
-                       .rivals = HomeDetection::rivals(candidates, settings.tripDistanceKm),
-                       .recentSpanDays = groupingSettings(settings).homeWindowDays};
+  if (settings.gathering.uiMode != UIGroupingMode::trips) return std::nullopt;
+  return Library::Home{
+      .point = HomeDetection::home(settings.gathering.homeOverride, candidates),
+      .isManual = settings.gathering.homeOverride.has_value(),
+      .name = settings.gathering.homeOverride ? settings.gathering.homeOverrideName : std::nullopt,
+      .rivals = HomeDetection::rivals(candidates, settings.gathering.tripDistanceKm),
+      .recentSpanDays = groupingSettings(settings).homeWindowDays};
 }
 
 /// Returns the groups with the merges of the current mode applied.
 std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& settings) {
-  const auto merges = settings.mergesByMode.find(textOf(settings.uiMode));
-  if (merges == settings.mergesByMode.end()) return groups;
+  const auto merges = settings.gathering.mergesByMode.find(textOf(settings.gathering.uiMode));
+  if (merges == settings.gathering.mergesByMode.end()) return groups;
   return GroupMerging::apply(std::move(groups), merges->second);
 }
 
@@ -74,19 +75,19 @@ Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& setti
                      wantsReasons, naming);
 }
 
-Library makeLibrary(std::vector<AssetBundle> bundles, std::uint64_t fileCount,
+Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t fileCount,
                     const Settings& settings, const std::string& systemLocaleID, bool wantsReasons,
                     PlaceNaming* naming) {
   Library library;
   library.fileCount = fileCount;
   library.bundles = std::move(bundles);
 
-  const auto lookup = lookupForFilter(library.bundles, settings, naming);
-  const Settings spelled = withPlacesSpelled(settings, library.bundles, lookup.get());
-  auto grouped = groupsOf(library.bundles, spelled, lookup, wantsReasons);
-  library.optimizedCount = OptimizedCopy::count(library.bundles, bundleFilter(spelled),
-                                                {settings.timeZone, lookup.get()});
-  library.leftOut = leftOutOf(library.bundles, grouped.filteredBundles);
+  const auto lookup = lookupForFilter(*library.bundles, settings, naming);
+  const Settings spelled = withPlacesSpelled(settings, *library.bundles, lookup.get());
+  auto grouped = groupsOf(*library.bundles, spelled, lookup, wantsReasons);
+  library.optimizedCount = OptimizedCopy::count(*library.bundles, bundleFilter(spelled),
+                                                {settings.gathering.timeZone, lookup.get()});
+  library.leftOut = leftOutOf(*library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
   library.home = homeOf(settings, grouped.homeCandidates);
   library.homeCandidates = std::move(grouped.homeCandidates);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/Shared.h"
 #include "grouping/GroupingEngine.h"
 #include "library/PlaceNaming.h"
 #include "media/MediaAsset.h"
@@ -35,8 +36,8 @@ struct Library {
     friend bool operator==(const Home&, const Home&) = default;
   };
 
-  std::vector<AssetBundle> bundles;  ///< all of them, in catalogue order
-  std::vector<AssetBundle> filteredBundles;
+  Shared<std::vector<AssetBundle>> bundles;  ///< all of them, in catalogue order
+  Shared<std::vector<AssetBundle>> filteredBundles;
   std::vector<FolderNaming::Row> rows;  ///< in display order
   std::vector<HomeCandidate> homeCandidates;
   bool homeIsAmbiguous = false;
@@ -58,7 +59,7 @@ Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& setti
                     PlaceNaming* naming = nullptr);
 
 /// As above, from shots. `fileCount` is the number of files in the catalogue.
-Library makeLibrary(std::vector<AssetBundle> bundles, std::uint64_t fileCount,
+Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t fileCount,
                     const Settings& settings, const std::string& systemLocaleID,
                     bool wantsReasons = false, PlaceNaming* naming = nullptr);
 

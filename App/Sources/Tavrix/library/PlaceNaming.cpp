@@ -3,6 +3,7 @@
 #include "foundation/StringMap.h"
 #include "foundation/files/FileError.h"
 #include "naming/NameRendering.h"
+#include "places/NamedCells.h"
 
 namespace tavrix {
 namespace {
@@ -29,13 +30,6 @@ std::vector<std::string> keysOf(const PlaceCells& cells, const std::vector<GeoPo
   return {keys.begin(), keys.end()};
 }
 
-std::vector<MediaGroup> groupsIn(std::vector<FolderNaming::Row> rows) {
-  std::vector<MediaGroup> groups;
-  groups.reserve(rows.size());
-  for (FolderNaming::Row& row : rows) groups.push_back(std::move(row.group));
-  return groups;
-}
-
 }  // namespace
 
 PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
@@ -48,9 +42,9 @@ PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
 std::shared_ptr<const PlaceLookup> PlaceNaming::name(const std::vector<GeoPoint>& points,
                                                      const Settings& settings,
                                                      const std::vector<std::string>& localeIDs) {
-  PlaceCells cells{points, settings.placeRadiusKm, directory_->borders()};
+  PlaceCells cells{points, settings.gathering.placeRadiusKm, directory_->borders()};
   resolve(keysOf(cells, points), localeIDs);
-  return std::make_shared<NamedCells>(std::move(cells), directory_, settings.mergeDistricts);
+  return std::make_shared<NamedCells>(std::move(cells), directory_, settings.naming.mergeDistricts);
 }
 
 void PlaceNaming::resolve(const std::vector<std::string>& placeKeys,
@@ -87,25 +81,28 @@ std::vector<std::string> languagesOf(const PlaceFilter& places) {
 
 std::shared_ptr<const PlaceLookup> lookupForFilter(const std::vector<AssetBundle>& bundles,
                                                    const Settings& settings, PlaceNaming* naming) {
-  if (!settings.places || naming == nullptr || !settings.geocodingEnabled) return nullptr;
-  return naming->name(positionsOf(bundles), settings, languagesOf(*settings.places));
+  if (!settings.content.places || naming == nullptr || !settings.naming.geocodingEnabled)
+    return nullptr;
+  return naming->name(positionsOf(bundles), settings, languagesOf(*settings.content.places));
 }
 
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,
                        const std::string& systemLocaleID, PlaceNaming* naming,
                        std::shared_ptr<const PlaceLookup> lookup) {
   FolderNaming::Settings how = namingSettings(settings, systemLocaleID);
-  const bool isNaming = naming != nullptr && settings.geocodingEnabled;
+  const bool isNaming = naming != nullptr && settings.naming.geocodingEnabled;
   const std::vector<std::string> localeIDs{
-      NameRendering::localeID(settings.nameTemplate.language, systemLocaleID)};
+      NameRendering::localeID(settings.naming.nameTemplate.language, systemLocaleID)};
   if (isNaming && !lookup) lookup = naming->name(placesOf(groups), settings, localeIDs);
   how.places = lookup;
-  auto result = FolderNaming::resolve(how, std::move(groups));
+  const std::vector<Shared<MediaGroup>> shared{std::make_move_iterator(groups.begin()),
+                                               std::make_move_iterator(groups.end())};
+  auto result = FolderNaming::resolve(how, shared);
   if (isNaming && !result.unresolvedPlaces.empty()) {
     std::vector<std::string> keys;
     for (const GeoPoint& point : result.unresolvedPlaces) keys.push_back(lookup->placeKey(point));
     naming->resolve(keys, localeIDs);
-    result = FolderNaming::resolve(how, groupsIn(std::move(result.rows)));
+    result = FolderNaming::resolve(how, shared);
   }
   return {std::move(result.rows), std::move(lookup)};
 }

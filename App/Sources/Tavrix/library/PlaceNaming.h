@@ -8,24 +8,31 @@
 #include "foundation/Log.h"
 #include "foundation/files/Folder.h"
 #include "media/AssetBundle.h"
-#include "places/NamedCells.h"
 #include "settings/Settings.h"
 
 namespace tavrix {
 
+class Geocoder;
+class PlaceDirectory;
+class PlaceLookup;
+
 /// Finds the names of a library's places and stores them in the cache of the state folder.
 class PlaceNaming {
  public:
-  /// `stateFolder` may be null; then nothing is stored.
+  /// `stateFolder` may be null; then nothing is stored. `log` must outlive this object.
   PlaceNaming(std::unique_ptr<const Geocoder> geocoder, std::unique_ptr<Folder> stateFolder,
               Log& log);
 
-  /// Returns cells of the points, with the radius from the settings and the names of all cells in
-  /// Russian, English and the given languages. Blocks until every name that can be found is found.
+  /// Divides the points into cells with the radius from `settings`, and finds the names of the
+  /// cells in Russian, English and the languages of `localeIDs` ("de_DE"). Blocks until the
+  /// geocoder has answered. A cell that it cannot name has no names. The result may outlive this
+  /// object.
   std::shared_ptr<const PlaceLookup> name(const std::vector<GeoPoint>& points,
                                           const Settings& settings,
                                           const std::vector<std::string>& localeIDs);
-  /// Finds the missing names in the same languages.
+  /// Finds the missing names of the cells with these keys (see PlaceLookup::placeKey()), in
+  /// Russian, English and the languages of `localeIDs`. Blocks. Lookups that name() returned before
+  /// have the new names, too.
   void resolve(const std::vector<std::string>& placeKeys,
                const std::vector<std::string>& localeIDs);
   /// Writes the cache if it has new names. Logs a failure and ignores it.
@@ -40,7 +47,8 @@ class PlaceNaming {
 /// Returns the positions of the shots that have one.
 std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles);
 
-/// Returns the language in which chosen places are compared, in addition to Russian and English.
+/// Returns the locale of the chosen places as the list that name() takes; empty if the settings
+/// give no locale.
 std::vector<std::string> languagesOf(const PlaceFilter& places);
 /// Returns the cells of all shots, against which chosen places are tested. Returns nullptr if no
 /// places are chosen, or if places are not named (`naming` is null or `geocodingEnabled` is off).
@@ -52,7 +60,8 @@ struct NamedGroups {
   std::vector<FolderNaming::Row> rows;
   std::shared_ptr<const PlaceLookup> places;
 };
-/// Names groups. Without a `lookup`, makes cells from the places of the groups.
+/// Names the groups, in their order. If `lookup` is null, it is made from the places of the groups.
+/// If `naming` is null or `geocodingEnabled` is off, no names are looked up.
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,
                        const std::string& systemLocaleID, PlaceNaming* naming,
                        std::shared_ptr<const PlaceLookup> lookup);

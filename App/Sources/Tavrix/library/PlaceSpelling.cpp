@@ -98,8 +98,8 @@ PlaceFilter spelled(const PlaceFilter& typed, const std::vector<AssetBundle>& bu
 Settings withPlacesSpelled(const Settings& settings, const std::vector<AssetBundle>& bundles,
                            const PlaceLookup* lookup) {
   Settings result = settings;
-  if (result.places && lookup != nullptr) {
-    result.places = spelled(*settings.places, bundles, *lookup);
+  if (result.content.places && lookup != nullptr) {
+    result.content.places = spelled(*settings.content.places, bundles, *lookup);
   }
   return result;
 }

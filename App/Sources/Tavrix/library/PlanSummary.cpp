@@ -12,7 +12,7 @@ std::vector<FolderPlan> rowPlans(const std::vector<FolderNaming::Row>& rows,
   auto next = plan.files.begin();
   for (const FolderNaming::Row& row : rows) {
     FolderPlan folder{.name = row.name};
-    for (const AssetBundle& bundle : row.group.bundles) {
+    for (const AssetBundle& bundle : row.group->bundles) {
       for (const MediaAsset& asset : bundle.assets()) {
         if (next == plan.files.end() || next->asset.id() != asset.id()) {
           ++folder.knownFiles;
@@ -53,7 +53,7 @@ TransferTally tallyOf(const Library& library, const TransferPlan& plan,
   tally.leftOut = library.leftOut;
   tally.known = plan.skippedKnown.size();
   tally.planned = plan.files.size();
-  for (const PlannedFile& file : plan.files) tally.plannedBytes += file.asset.sizeBytes();
+  tally.plannedBytes = plan.totalBytes();
   for (const FileOutcome& outcome : report.files) {
     if (outcome.is<FileOutcome::Copied>()) ++tally.copied;
     if (outcome.is<FileOutcome::AlreadyThere>()) ++tally.alreadyThere;

@@ -4,7 +4,7 @@ namespace tavrix {
 
 ShownRows::ShownRows(const std::vector<FolderNaming::Row>& rows) {
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    for (const AssetBundle& bundle : rows[i].group.bundles) rowOf_.emplace(bundle.id(), i);
+    for (const AssetBundle& bundle : rows[i].group->bundles) rowOf_.emplace(bundle.id(), i);
   }
 }
 

@@ -5,13 +5,14 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "foundation/tasks/CoalescedWork.h"
-#include "model/AppState.h"
 #include "model/ConnectedSource.h"
 #include "model/DisplayBuild.h"
 #include "model/ModelServices.h"
+#include "model/PublishedState.h"
 #include "model/RunControl.h"
 
 namespace tavrix {
@@ -22,9 +23,8 @@ namespace tavrix {
 class AppModel {
  public:
   using Services = ModelServices;
-  using Observer = std::function<void(const AppState& before, const AppState& after)>;
-  /// Ends when its last copy is destroyed.
-  using Subscription = std::shared_ptr<const Observer>;
+  using Observer = PublishedState::Observer;
+  using Subscription = PublishedState::Subscription;
 
   /// `settings` are the settings of a first launch; the user's persistent choices override them.
   AppModel(Services services, Settings settings);
@@ -33,28 +33,32 @@ class AppModel {
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;
 
-  const AppState& state() const { return state_; }
-  /// Calls the observer from the next change on.
+  const AppState& state() const { return *state_; }
+  /// Subscribes an observer to all changes from the next one on. It is called once per turn of the
+  /// loop.
   [[nodiscard]] Subscription subscribe(Observer observer);
-  /// Returns true if the display is up to date with the choices: no grouping or display is being
-  /// computed.
+  /// Returns true if the display is up to date with the choices: no grouping, display or counters
+  /// are being computed.
   bool isSettled() const;
   /// Returns the library behind the folders on screen, and nullptr before the first one.
   const std::shared_ptr<const Library>& library() const { return library_; }
   /// Returns the plan for a transfer of all folders, as of the display on screen.
   const PlanOfAll& plan() const { return planned_; }
-  /// Returns why the chosen destination could not be read, and nullptr if there was no failure.
-  const std::exception_ptr& destinationFailure() const { return destinationFailure_; }
 
   /// Starts to follow the phones, except in a demo. Further calls have no effect.
   void start();
+  /// Sets the function that is called directly, before any observer, when a run begins (true) and
+  /// when it has ended and its summary is shown (false). It steers what a run depends on.
+  void steerWith(std::function<void(bool isTransferring)> steer) { steer_ = std::move(steer); }
 
   /// Takes over a source whose catalogue has been read: a phone, a snapshot or a folder.
   void sourceReady(ConnectedSource source, DataOrigin origin);
   /// Called if the source has gone, its reading was stopped, or it cannot be used for now.
   void sourceGone();
   /// Returns true if there is a source to transfer from.
-  bool hasSource() const { return source_ && isSourcePresent_; }
+  bool hasSource() const { return std::holds_alternative<Present>(source_); }
+  /// Takes over what is known about the phones on the cable, for display.
+  void deviceChanged(DeviceFacts device);
 
   void changeSettings(Settings settings);
   void changeSavedPresets(std::vector<SavedPreset> presets);
@@ -72,10 +76,16 @@ class AppModel {
   /// Check all or none of the visible groups.
   void includeAll();
   void includeNone();
-  /// Returns how many of the visible groups are checked.
-  InclusionState inclusion() const;
+  /// Return the keys of the groups that the user has checked or unchecked explicitly.
+  std::vector<std::string> selectedKeys() const;
+  std::vector<std::string> excludedKeys() const;
   void search(std::string text);
   void navigate(NavSelection selection);
+
+  void openTemplateEditor() { open(overlay::TemplateEditor{}); }
+  void openOptimizedInfo() { open(overlay::OptimizedInfo{}); }
+  /// Closes what lies over the screen, if anything. Closing a question answers it with no.
+  void closeOverlay();
 
   /// Begins a run, or sets in the state what prevents it. Waits for computations that are under
   /// way, so that exactly what is shown is transferred.
@@ -83,8 +93,6 @@ class AppModel {
   /// The answers to the question about reduced copies.
   void transferEverything();
   void skipOptimizedAndTransfer();
-  void dismissOptimizedQuestion();
-  void dismissBlocker();
   /// If true, a run without files to copy is carried out as well and gets a record.
   void setRunsWithoutFiles(bool runs) { runsWithoutFiles_ = runs; }
   /// If true, which is the default, a start asks before it transfers reduced copies.
@@ -95,15 +103,42 @@ class AppModel {
   void leaveSummary();
 
   /// Returns the last run, from its start on, and nullptr before the first one.
-  const RunInProgress* run() const { return run_ ? &run_->now() : nullptr; }
-  /// Returns why the last start failed: a destination or source that cannot be opened.
-  const std::exception_ptr& startFailure() const { return startFailure_; }
+  const Run* run() const { return run_ ? &run_->now() : nullptr; }
 
  private:
-  enum class Start { none, asked, answered };  ///< whether a run waits for the display
-  struct Prepared;
+  /// The source can be read.
+  struct Present {
+    ConnectedSource source;
+  };
+  /// It has gone; its folders stay on screen during a run and its summary.
+  struct Away {
+    ConnectedSource source;
+  };
+  using Source = std::variant<std::monostate, Present, Away>;
 
-  void change(const std::function<void(AppState&)>& edit);
+  /// No run is wanted.
+  struct NotStarting {};
+  /// The user has pressed «Transfer»; the display is awaited.
+  struct Awaiting {
+    bool isAnswered = false;  ///< the question about reduced copies has been answered
+  };
+  /// The destination is being opened and the plan is being made. Without `wanted` the user has
+  /// cancelled in the meantime.
+  struct Preparing {
+    std::optional<Awaiting> wanted;
+  };
+  using Start = std::variant<NotStarting, Awaiting, Preparing>;
+
+  struct Prepared;
+  struct DestinationLook;
+
+  EventNumber nextEvent() { return ++lastEvent_; }
+  void open(Overlay::Kind kind);
+  /// Returns the source, present or away, and nullptr if there is none.
+  ConnectedSource* source();
+  const ConnectedSource* source() const { return const_cast<AppModel*>(this)->source(); }
+  /// Publishes whether anything is being computed.
+  void publishActivity();
   /// Stores the choices that differ from these earlier ones.
   void keepChoices(const Shared<Settings>& settings,
                    const Shared<std::vector<SavedPreset>>& presets);
@@ -111,43 +146,54 @@ class AppModel {
   void requestShots();
   void requestGrouping();
   void requestDisplay();
+  DisplayRequest displayRequest() const;
   void landLibrary(std::shared_ptr<const Library> library,
                    std::shared_ptr<const LibraryFacts> facts);
-  void landDisplay(DisplayResult result);
-  void setIncluded(const std::function<bool(const DisplayGroup&)>& isIncluded);
+  void landDisplay(DisplayResult result, const Shared<CheckMarks>& checks);
+  void settled();
+  void landDestination(DestinationLook& look);
+  void publishDestination(DestinationState state);
 
+  void setIncluded(bool isIncluded);
+  void changeChecks(CheckMarks checks);
+  /// Counts by folder, and has the exact counters made if they may differ.
+  void recount();
+  void publishCounters(const PlanCounters& counters, bool areExact);
+
+  bool isStarting() const;
   void proceedWithStart();
   void block(TransferBlocker blocker);
-  void prepare();
+  void prepare(Awaiting awaiting);
   static void look(Prepared& prepared, const ConnectedSource& source,
-                   const std::optional<Packing>& packing, const ModelServices::OpenFolder& open);
+                   const ModelServices::OpenFolder& open);
   void land(Prepared& prepared);
   void beginRun(Prepared& prepared);
+  void runEnded();
 
   Services services_;
   std::shared_ptr<const bool> life_ = std::make_shared<bool>(true);
-  AppState state_;
-  std::vector<std::weak_ptr<const Observer>> observers_;
+  PublishedState state_;
+  EventNumber lastEvent_ = 0;
+  std::function<void(bool)> steer_;
+  bool isFollowing_ = false;  ///< start() was called
 
-  std::optional<ConnectedSource> source_;
-  bool isSourcePresent_ = false;
+  Source source_;
   Shared<std::vector<AssetBundle>> allBundles_;
   std::shared_ptr<const Library> library_;
   std::shared_ptr<const LibraryFacts> facts_;
   std::shared_ptr<const Destination::Content> destination_;
-  std::exception_ptr destinationFailure_;
-  bool isStarted_ = false;
+  std::shared_ptr<FolderKeys> keys_ = std::make_shared<FolderKeys>();
   PlanOfAll planned_;
+  Shared<FolderTotals> totals_;
   CoalescedWork shots_;
   CoalescedWork grouping_;
   CoalescedWork display_;
+  CoalescedWork counters_;
   CoalescedWork destinationIndex_;
 
-  Start start_ = Start::none;
-  bool isPreparing_ = false;
+  Start start_;
   bool runsWithoutFiles_ = false;
   bool asksAboutOptimized_ = true;
-  std::exception_ptr startFailure_;
   std::unique_ptr<RunControl> run_;
 };
 

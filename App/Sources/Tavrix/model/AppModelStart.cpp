@@ -20,169 +20,210 @@ bool holdsOptimized(const TransferPlan& plan) {
 struct AppModel::Prepared {
   // The choices it was made from.
   DisplayGroups visible;
+  Shared<CheckMarks> checks;
   Shared<Settings> settings;
   std::string path;
   PhoneIdentity phone;
+  std::shared_ptr<const Library> shown;
+  std::vector<std::string> excludedKeys;
+  std::optional<Packing> packing;
 
-  std::vector<FolderNaming::Row> rows;
+  std::shared_ptr<const Library> library;  ///< with the chosen folders only
   HeldDestination destination;
   std::shared_ptr<const TransferPlan> plan;
+  bool holdsOptimized = false;
+  RunTotals totals;
   RunFindings findings;
+  Shared<Run::GroupIDs> unchecked;
   std::optional<FolderIdentity> folder;
   std::exception_ptr failure;
 };
 
+bool AppModel::isStarting() const {
+  if (std::holds_alternative<Awaiting>(start_)) return true;
+  const auto* const preparing = std::get_if<Preparing>(&start_);
+  return preparing != nullptr && preparing->wanted;
+}
+
 void AppModel::startTransfer() {
-  if (!std::holds_alternative<app_phase::Browse>(state_.phase)) return;
-  start_ = Start::asked;
-  startFailure_ = nullptr;
-  change([](AppState& state) { state.transferBlocker = std::nullopt; });
+  if (!std::holds_alternative<app_phase::Browse>(state_->phase)) return;
+  closeOverlay();
+  if (auto* const preparing = std::get_if<Preparing>(&start_)) {
+    preparing->wanted = Awaiting{};
+  } else {
+    start_ = Awaiting{};
+  }
   proceedWithStart();
 }
 
 void AppModel::transferEverything() {
-  if (!state_.optimizedConfirmPresented) return;
-  dismissOptimizedQuestion();
-  startTransfer();
-  start_ = start_ == Start::asked ? Start::answered : start_;
+  if (!state_->overlay.is<overlay::OptimizedQuestion>()) return;
+  closeOverlay();
+  if (!std::holds_alternative<app_phase::Browse>(state_->phase)) return;
+  if (auto* const preparing = std::get_if<Preparing>(&start_)) {
+    preparing->wanted = Awaiting{.isAnswered = true};
+  } else {
+    start_ = Awaiting{.isAnswered = true};
+  }
+  proceedWithStart();
 }
 
 void AppModel::skipOptimizedAndTransfer() {
-  if (!state_.optimizedConfirmPresented) return;
-  dismissOptimizedQuestion();
-  Settings settings = *state_.settings;
-  settings.skipOptimized = true;
+  if (!state_->overlay.is<overlay::OptimizedQuestion>()) return;
+  closeOverlay();
+  Settings settings = *state_->settings;
+  settings.content.skipOptimized = true;
   changeSettings(std::move(settings));
   startTransfer();
 }
 
-void AppModel::dismissOptimizedQuestion() {
-  change([](AppState& state) { state.optimizedConfirmPresented = false; });
-}
-
-void AppModel::dismissBlocker() {
-  change([](AppState& state) { state.transferBlocker = std::nullopt; });
-}
-
 void AppModel::block(TransferBlocker blocker) {
-  start_ = Start::none;
-  change([&](AppState& state) { state.transferBlocker = blocker; });
+  if (auto* const preparing = std::get_if<Preparing>(&start_)) {
+    preparing->wanted = std::nullopt;
+  } else {
+    start_ = NotStarting{};
+  }
+  open(overlay::Blocker{blocker});
 }
 
 void AppModel::proceedWithStart() {
-  if (isPreparing_) return;
+  if (std::holds_alternative<Preparing>(start_)) return;  // otherwise, once that lands
   if (!hasSource()) return block(TransferBlocker::noDevice);
-  if (!state_.destination) return block(TransferBlocker::noDestination);
-  if (isSettled()) prepare();  // otherwise, once the display lands
+  if (!state_->destination) return block(TransferBlocker::noDestination);
+  if (isSettled()) prepare(std::get<Awaiting>(start_));  // otherwise, once the display lands
 }
 
-void AppModel::prepare() {
+void AppModel::prepare(Awaiting awaiting) {
+  const bool isNoneChosen = inclusion(*state_) == InclusionState::none;
+  if (isNoneChosen && !runsWithoutFiles_) return block(TransferBlocker::nothingSelected);
   auto prepared = std::make_shared<Prepared>();
-  prepared->visible = state_.visibleGroups;
-  prepared->settings = state_.settings;
-  prepared->path = *state_.destination;
-  prepared->phone = source_->phone;
-  prepared->rows = chosenRows(state_.visibleGroups);
-  if (prepared->rows.empty() && !runsWithoutFiles_) {
-    return block(TransferBlocker::nothingSelected);
-  }
-  isPreparing_ = true;
+  prepared->visible = state_->visibleGroups;
+  prepared->checks = state_->checks;
+  prepared->settings = state_->settings;
+  prepared->path = *state_->destination;
+  prepared->phone = source()->phone;
+  prepared->shown = library_;
+  prepared->packing = packingOf(*state_->settings, source()->deviceName,
+                                state_->settings->gathering.timeZone.dateAt(services_.now()));
+  start_ = Preparing{awaiting};
   computeThen(
       services_.transferring, services_.loop, life_,
-      [prepared, source = *source_, open = services_.openForWriting,
-       packing = packingOf(*state_.settings, source_->deviceName,
-                           state_.settings->timeZone.dateAt(services_.now()))] {
-        look(*prepared, source, packing, open);
+      [prepared, keys = keys_, source = *source(), open = services_.openForWriting] {
+        Run::GroupIDs unchecked;
+        for (const std::uint32_t key : prepared->checks->excluded()) {
+          unchecked.insert(keys->keyOf(key));
+        }
+        prepared->unchecked = std::move(unchecked);
+        look(*prepared, source, open);
         return prepared;
       },
-      [this](const std::shared_ptr<Prepared>& done) { land(*done); });
+      [this](std::shared_ptr<Prepared> done) {
+        land(*done);
+        // The rest of the preparation is destroyed in the background.
+        services_.background([done = std::move(done)] {});
+      });
 }
 
 void AppModel::look(Prepared& prepared, const ConnectedSource& source,
-                    const std::optional<Packing>& packing, const ModelServices::OpenFolder& open) {
+                    const ModelServices::OpenFolder& open) {
   try {
     source.files->checkDestination(prepared.path);
     HeldDestination& destination = prepared.destination;
     destination.folder = open(prepared.path);
     prepared.folder = folderIdentity(prepared.path);
     destination.content = Destination::read(*destination.folder, source.phone);
+    Library chosen = *prepared.shown;
+    chosen.rows = chosenRows(prepared.visible, *prepared.checks);
     prepared.plan = std::make_shared<const TransferPlan>(
-        planOf(prepared.rows, transferOptions(*prepared.settings, source.deviceName),
+        planOf(chosen.rows, transferOptions(*prepared.settings, source.deviceName),
                destination.content.view));
     if (!prepared.plan->files.empty()) source.files->checkMedia();
-    prepared.findings = findingsOf(*prepared.plan, packing, *destination.folder,
+    prepared.holdsOptimized = tavrix::holdsOptimized(*prepared.plan);
+    prepared.totals = totalsOf(chosen.rows, *prepared.plan);
+    prepared.findings = findingsOf(*prepared.plan, prepared.packing, *destination.folder,
                                    destination.content, source.phone, source.isCard);
+    prepared.library = std::make_shared<const Library>(std::move(chosen));
   } catch (...) {
     prepared.failure = std::current_exception();
   }
 }
 
 void AppModel::land(Prepared& prepared) {
-  isPreparing_ = false;
-  const Start start = std::exchange(start_, Start::none);
-  if (start == Start::none) return;  // cancelled in the meantime
-  const bool isOfNow = isSettled() && hasSource() && source_->phone == prepared.phone &&
-                       state_.destination == prepared.path &&
-                       isSame(state_.settings, prepared.settings) &&
-                       isSame(state_.visibleGroups, prepared.visible);
+  const auto wanted = std::get<Preparing>(start_).wanted;
+  start_ = NotStarting{};
+  if (!wanted) return prepared.destination.folder.reset();  // cancelled in the meantime
+  const bool isOfNow =
+      isSettled() && hasSource() && source()->phone == prepared.phone &&
+      state_->destination == prepared.path && isSame(state_->settings, prepared.settings) &&
+      isSame(state_->checks, prepared.checks) && isSame(state_->visibleGroups, prepared.visible);
   if (!isOfNow) {
     // The choices have changed in the meantime: prepare again, so that what is shown is
     // transferred.
-    start_ = start;
+    start_ = *wanted;
     prepared.destination.folder.reset();
     return proceedWithStart();
   }
   if (prepared.failure) {
-    startFailure_ = prepared.failure;
-    // Notifies observers through a change without a visible effect.
-    return change([](AppState&) {});
+    prepared.destination.folder.reset();
+    return open(overlay::StartFailure{prepared.failure});
   }
-  if (prepared.plan->files.empty() && !runsWithoutFiles_) {
-    return block(TransferBlocker::nothingSelected);
-  }
-  const bool asks = start == Start::asked && !state_.settings->skipOptimized &&
-                    holdsOptimized(*prepared.plan) && asksAboutOptimized_;
-  if (asks) {
-    return change([](AppState& state) { state.optimizedConfirmPresented = true; });
-  }
+  const bool asks = !wanted->isAnswered && !state_->settings->content.skipOptimized &&
+                    prepared.holdsOptimized && asksAboutOptimized_;
+  const bool isEmpty = prepared.plan->files.empty() && !runsWithoutFiles_;
+  if (isEmpty || asks) prepared.destination.folder.reset();
+  if (isEmpty) return block(TransferBlocker::nothingSelected);
+  if (asks) return open(overlay::OptimizedQuestion{});
   beginRun(prepared);
 }
 
 void AppModel::beginRun(Prepared& prepared) {
-  RunInProgress run;
+  Run run;
   run.id = services_.newID();
   run.startedAt = run.finishedAt = services_.now();
-  run.source = *source_;
+  run.source = *source();
   run.destination = prepared.path;
   run.folder = prepared.folder;
-  run.settings = *state_.settings;
-  run.savedPresets = state_.savedPresets;
-  run.unchecked.insert(state_.excludedKeys->begin(), state_.excludedKeys->end());
+  run.settings = state_->settings;
+  run.savedPresets = state_->savedPresets;
+  run.unchecked = prepared.unchecked;
   run.plan = prepared.plan;
+  run.totals = prepared.totals;
   run.findings = std::move(prepared.findings);
-  run.optimizedSkipped = state_.settings->skipOptimized ? state_.optimizedCount : 0;
-  run.shown = library_;
-  Library chosen = *library_;
-  chosen.rows = std::move(prepared.rows);
-  run.library = std::make_shared<const Library>(std::move(chosen));
+  run.optimizedSkipped = state_->settings->content.skipOptimized ? state_->optimizedCount : 0;
+  run.shown = prepared.shown;
+  run.library = prepared.library;
   RunControl::Surroundings surroundings{.services = services_,
-                                        .change = [this](const auto& edit) { change(edit); },
-                                        .isPhoneThere = [this] { return isSourcePresent_; },
-                                        .ended = [this] { refreshDestination(); }};
+                                        .state = state_,
+                                        .isPhoneThere = [this] { return hasSource(); },
+                                        .nextEvent = [this] { return nextEvent(); },
+                                        .ended = [this] { runEnded(); }};
+  // An earlier run is destroyed in the background: its report may be large.
+  if (run_) services_.background([earlier = run_->now()] {});
   run_ = std::make_unique<RunControl>(std::move(surroundings), std::move(run));
+  if (steer_) steer_(true);
   run_->begin(std::move(prepared.destination));
 }
 
+void AppModel::runEnded() {
+  if (steer_) steer_(false);
+  refreshDestination();
+}
+
 void AppModel::cancelTransfer() {
-  start_ = Start::none;
-  if (run_ && std::holds_alternative<app_phase::Transferring>(state_.phase)) run_->cancel();
+  if (auto* const preparing = std::get_if<Preparing>(&start_)) {
+    preparing->wanted = std::nullopt;
+  } else {
+    start_ = NotStarting{};
+  }
+  if (run_ && std::holds_alternative<app_phase::Transferring>(state_->phase)) run_->cancel();
 }
 
 void AppModel::leaveSummary() {
-  if (!std::holds_alternative<app_phase::Done>(state_.phase)) return;
-  change([](AppState& state) { state.phase = app_phase::Browse{}; });
-  const bool isDevice = std::holds_alternative<data_origin::Device>(state_.origin);
-  if (!isDevice || isSourcePresent_) return;
+  if (!std::holds_alternative<app_phase::Done>(state_->phase)) return;
+  services_.background([phase = state_->phase] {});
+  state_.change([](AppState& state) { state.phase = app_phase::Browse{}; });
+  const bool isDevice = std::holds_alternative<data_origin::Device>(state_->origin);
+  if (!isDevice || hasSource()) return;
   clearCatalogue();
   writeLog(*services_.log, "device gone during transfer screen: cleared catalog");
 }

@@ -1,6 +1,9 @@
 #include "model/DisplayBuild.h"
 
+#include <algorithm>
+
 #include "foundation/StringMap.h"
+#include "foundation/Text.h"
 #include "library/PlanSummary.h"
 #include "model/Narrowing.h"
 #include "transfer/TransferPlanner.h"
@@ -26,11 +29,12 @@ PlanOfAll planOfAll(const DisplayRequest& request) {
 }
 
 DisplayGroup makeGroup(const FolderNaming::Row& row, const GroupFacts& facts,
-                       const FolderPlan& plan, bool isIncluded) {
-  return {.id = row.group.id,
-          .stableKey = row.group.id,
+                       const FolderPlan& plan, FolderKeys& keys) {
+  return {.id = row.group->id,
+          .stableKey = row.group->id,
+          .key = keys.numberOf(row.group->id),
           .folderName = row.name,
-          .group = facts.group,
+          .group = row.group,
           .knownCount = plan.knownFiles,
           .newBytes = plan.newBytes,
           .newCount = plan.newFiles,
@@ -38,31 +42,35 @@ DisplayGroup makeGroup(const FolderNaming::Row& row, const GroupFacts& facts,
           .counts = facts.counts,
           .hasLivePhoto = facts.hasLivePhoto,
           .previewAssets = facts.previewAssets,
-          .pictureCount = facts.pictureCount,
-          .isIncluded = isIncluded};
+          .pictureCount = facts.pictureCount};
 }
 
-/// Returns the object displayed before if it is equal.
-Shared<DisplayGroup> sharedWith(const StringMap<const Shared<DisplayGroup>*>& shown,
-                                DisplayGroup group) {
-  const auto found = shown.find(group.id);
-  // Compares the shots only if they are not the same objects.
-  if (found != shown.end() && **found->second == group) return *found->second;
-  return group;
+/// Returns the previous value if the next one is equal, so that it stays the same object.
+template <typename Value>
+Shared<Value> keeping(const Shared<Value>& previous, Value next) {
+  return *previous == next ? previous : Shared<Value>{std::move(next)};
+}
+
+/// As keeping(), for lists of folders that are the same objects if they are equal.
+DisplayGroups keepingList(const DisplayGroups& previous, std::vector<Shared<DisplayGroup>> next) {
+  const bool isSameList = std::equal(previous->begin(), previous->end(), next.begin(), next.end(),
+                                     [](const auto& a, const auto& b) { return isSame(a, b); });
+  return isSameList ? previous : DisplayGroups{std::move(next)};
 }
 
 DisplayGroups groupsOf(const DisplayRequest& request, const std::vector<FolderPlan>& plans) {
   StringMap<const Shared<DisplayGroup>*> shown;
-  for (const auto& group : *request.shown) shown.emplace(group->id, &group);
+  for (const auto& group : *request.shown.groups) shown.emplace(group->id, &group);
   std::vector<Shared<DisplayGroup>> groups;
   groups.reserve(plans.size());
   for (std::size_t i = 0; i < plans.size(); ++i) {
     const FolderNaming::Row& row = request.library->rows[i];
-    const bool isIncluded = !request.excludedKeys->contains(row.group.id);
-    groups.push_back(
-        sharedWith(shown, makeGroup(row, request.facts->groups[i], plans[i], isIncluded)));
+    DisplayGroup group = makeGroup(row, request.facts->groups[i], plans[i], *request.keys);
+    const auto found = shown.find(group.id);
+    groups.push_back(found == shown.end() ? Shared{std::move(group)}
+                                          : keeping(*found->second, std::move(group)));
   }
-  return groups;
+  return keepingList(request.shown.groups, std::move(groups));
 }
 
 DisplayGroups visibleOf(const DisplayRequest& request, const DisplayGroups& groups) {
@@ -71,42 +79,60 @@ DisplayGroups visibleOf(const DisplayRequest& request, const DisplayGroups& grou
   for (std::size_t i = 0; i < groups->size(); ++i) {
     if (narrowing.shows(request.facts->groups[i])) visible.push_back((*groups)[i]);
   }
-  return visible;
+  if (visible.size() == groups->size()) return groups;
+  return keepingList(request.shown.visible, std::move(visible));
 }
 
-/// Returns the number of reduced copies in the visible, checked folders, whether they are skipped
-/// or not. A folder that consists of skipped copies only is not displayed. It is included unless it
-/// is unchecked or no displayed folder is checked.
-std::uint64_t optimizedIn(const DisplayRequest& request, const Display& display) {
+/// Returns true if no two folders can have files with the same path: each is a folder of its own,
+/// also without regard to letter case.
+bool areApart(const std::vector<FolderNaming::Row>& rows, const TransferOptions& options) {
+  if (options.flatLayout) return rows.size() <= 1;
+  StringSet names;
+  return std::all_of(rows.begin(), rows.end(), [&](const FolderNaming::Row& row) {
+    return names.insert(caseFolded(replacingInvalidUtf8(row.name))).second;
+  });
+}
+
+FolderTotals totalsOf(const DisplayRequest& request, const Display& display) {
   const LibraryFacts& facts = *request.facts;
-  bool isAnyChosen = false;
-  std::uint64_t count = 0;
+  FolderTotals totals;
+  totals.hasFolders = !display.groups->empty();
+  totals.areApart = areApart(request.library->rows, request.options);
+  totals.visible.reserve(display.visible->size());
   for (const auto& group : *display.visible) {
-    if (!group->isIncluded) continue;
-    isAnyChosen = true;
-    count += group->optimizedCount;
     const auto skipped = facts.skippedOptimized.find(group->id);
-    if (skipped != facts.skippedOptimized.end()) count += skipped->second;
+    const std::uint64_t more = skipped == facts.skippedOptimized.end() ? 0 : skipped->second;
+    totals.visible.push_back({group->key,
+                              {.newFilesCount = group->newCount,
+                               .newBytes = group->newBytes,
+                               .knownFilesCount = group->knownCount,
+                               .optimizedCount = group->optimizedCount + more}});
   }
-  if (!isAnyChosen && !display.groups->empty()) return count;
   for (const auto& [id, hidden] : facts.hiddenOptimized) {
-    if (!request.excludedKeys->contains(id)) count += hidden;
+    totals.hidden.push_back({request.keys->numberOf(id), {.optimizedCount = hidden}});
   }
-  return count;
+  return totals;
 }
 
-void count(Display& display, const TransferPlan& plan) {
-  display.newFilesCount = plan.files.size();
-  display.knownFilesCount = plan.skippedKnown.size();
-  for (const PlannedFile& file : plan.files) display.newBytes += file.asset.sizeBytes();
+/// File names depend on all files of a plan, so if folders share paths, the plan for some of them
+/// is made separately.
+PlanCounters exactCounters(const DisplayRequest& request, const Display& display,
+                           const TransferPlan& planOfAll) {
+  PlanCounters sums = countersOf(*display.totals, *request.checks);
+  if (display.totals->areApart) return sums;
+  const auto chosen = chosenRows(display.visible, *request.checks);
+  if (chosen.size() == request.library->rows.size()) {
+    return countersOf(planOfAll, sums.optimizedCount);
+  }
+  return countersOf(planOf(chosen, request.options, viewOf(request)), sums.optimizedCount);
 }
 
 }  // namespace
 
-std::vector<FolderNaming::Row> chosenRows(const DisplayGroups& visible) {
+std::vector<FolderNaming::Row> chosenRows(const DisplayGroups& visible, const CheckMarks& checks) {
   std::vector<FolderNaming::Row> rows;
   for (const auto& group : *visible) {
-    if (group->isIncluded) rows.push_back({group->folderName, *group->group});
+    if (checks.isIncluded(group->key)) rows.push_back({group->folderName, group->group});
   }
   return rows;
 }
@@ -119,6 +145,13 @@ TransferPlan planOf(const std::vector<FolderNaming::Row>& rows, const TransferOp
   return TransferPlanner::plan(groups, options, destination);
 }
 
+PlanCounters countersOf(const TransferPlan& plan, std::uint64_t optimizedCount) {
+  return {.newFilesCount = plan.files.size(),
+          .newBytes = plan.totalBytes(),
+          .knownFilesCount = plan.skippedKnown.size(),
+          .optimizedCount = optimizedCount};
+}
+
 DisplayResult buildDisplay(const DisplayRequest& request) {
   if (request.isBare) {
     DisplayResult bare;
@@ -128,19 +161,15 @@ DisplayResult buildDisplay(const DisplayRequest& request) {
   }
   DisplayResult result{{}, planOfAll(request)};
   Display& display = result.display;
+  const Display& shown = request.shown;
   display.groups = groupsOf(request, rowPlans(request.library->rows, *result.planned.plan));
   display.visible = visibleOf(request, display.groups);
-  display.outline = request.facts->outline;
+  display.outline = keeping(shown.outline, request.facts->outline);
   display.suggestions =
-      suggestionsFor(request.searchText, request.facts->outline, request.localeID);
-  const auto chosen = chosenRows(display.visible);
-  if (chosen.size() == request.library->rows.size()) {
-    count(display, *result.planned.plan);
-  } else {
-    // File names depend on all files of a plan, so the plan for some folders is made separately.
-    count(display, planOf(chosen, request.options, viewOf(request)));
-  }
-  display.optimizedCount = optimizedIn(request, display);
+      keeping(shown.suggestions,
+              suggestionsFor(request.searchText, request.facts->outline, request.localeID));
+  display.totals = keeping(shown.totals, totalsOf(request, display));
+  display.counters = exactCounters(request, display, *result.planned.plan);
   return result;
 }
 

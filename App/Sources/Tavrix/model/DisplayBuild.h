@@ -1,12 +1,13 @@
 #pragma once
 
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "model/AppState.h"
 #include "model/DisplayGroup.h"
+#include "model/FolderKeys.h"
+#include "model/FolderTotals.h"
 #include "model/GroupFacts.h"
 #include "runs/Destination.h"
 #include "transfer/TransferPlan.h"
@@ -18,11 +19,11 @@ struct Display {
   DisplayGroups groups;
   DisplayGroups visible;
   Shared<NavOutline> outline;
-  std::vector<SearchSuggestion> suggestions;
-  std::uint64_t newFilesCount = 0;
-  std::uint64_t newBytes = 0;
-  std::uint64_t knownFilesCount = 0;
-  std::uint64_t optimizedCount = 0;
+  Shared<std::vector<SearchSuggestion>> suggestions;
+  Shared<FolderTotals> totals;
+  /// Counted by a plan, for the check marks of the request. Equal to the sum of `totals` if the
+  /// folders are apart.
+  PlanCounters counters;
 
   friend bool operator==(const Display&, const Display&) = default;
 };
@@ -41,12 +42,13 @@ struct DisplayRequest {
   std::shared_ptr<const LibraryFacts> facts;
   std::shared_ptr<const Destination::Content> destination;  ///< nullptr: content unknown
   TransferOptions options;
-  AppState::Keys excludedKeys;
+  Shared<CheckMarks> checks;
   NavSelection navSelection;
   std::string searchText;
   std::string localeID;
-  DisplayGroups shown;  ///< of the previous display; unchanged folders stay the same objects
-  PlanOfAll planned;    ///< made for the previous display
+  std::shared_ptr<FolderKeys> keys;
+  Display shown;      ///< the previous display; what is unchanged stays the same object
+  PlanOfAll planned;  ///< made for the previous display
   /// If true, makes only the folders, all of them visible, without counters, outline and filters.
   bool isBare = false;
 };
@@ -59,10 +61,13 @@ struct DisplayResult {
 DisplayResult buildDisplay(const DisplayRequest& request);
 
 /// Returns the groups to be transferred, visible and checked, with their folder names.
-std::vector<FolderNaming::Row> chosenRows(const DisplayGroups& visible);
+std::vector<FolderNaming::Row> chosenRows(const DisplayGroups& visible, const CheckMarks& checks);
 
 /// Returns the plan for several folders.
 TransferPlan planOf(const std::vector<FolderNaming::Row>& rows, const TransferOptions& options,
                     const DestinationView& destination);
+
+/// Returns the counters of a plan, and the given number of reduced copies.
+PlanCounters countersOf(const TransferPlan& plan, std::uint64_t optimizedCount);
 
 }  // namespace tavrix

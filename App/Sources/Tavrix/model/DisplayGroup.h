@@ -9,10 +9,12 @@
 
 namespace tavrix {
 
-/// A folder as displayed, with the effect of transferring it.
+/// A folder as displayed, with the effect of transferring it. Its check mark is apart from it, in
+/// AppState::checks.
 struct DisplayGroup {
   std::string id;
   std::string stableKey;  ///< the key under which its check mark is stored
+  std::uint32_t key = 0;  ///< the number of `stableKey`, see FolderKeys
   std::string folderName;
   Shared<MediaGroup> group;
   std::uint64_t knownCount = 0;  ///< files already at the destination
@@ -23,7 +25,6 @@ struct DisplayGroup {
   bool hasLivePhoto = false;
   Shared<std::vector<MediaAsset>> previewAssets;  ///< the first pictures
   std::uint64_t pictureCount = 0;                 ///< a Live Photo counts once
-  bool isIncluded = true;
 
   friend bool operator==(const DisplayGroup&, const DisplayGroup&) = default;
 };

@@ -113,40 +113,33 @@ void addPreview(const AssetBundle& bundle, std::vector<MediaAsset>& preview) {
   preview.push_back(bundle.primaryPicture());
 }
 
-/// The group is part of the library and shares its ownership.
-std::shared_ptr<const MediaGroup> groupOf(const std::shared_ptr<const Library>& library,
-                                          const FolderNaming::Row& row) {
-  return {library, &row.group};
-}
-
 /// Ids of the shots whose original is a reduced copy, whether the settings exclude them or not.
 using OptimizedShots = absl::flat_hash_set<std::string_view>;
 
 OptimizedShots optimizedShotsOf(const Library& library) {
   OptimizedShots ids;
   if (library.optimizedCount == 0) return ids;
-  for (const AssetBundle& bundle : library.bundles) {
+  for (const AssetBundle& bundle : *library.bundles) {
     if (bundle.original().isOptimized()) ids.insert(bundle.id());
   }
   return ids;
 }
 
-GroupFacts factsOf(const FolderNaming::Row& row, std::shared_ptr<const MediaGroup> group,
-                   const FactsContext& context, const OptimizedShots& optimized,
-                   PlaceNamesOfShots& names, Tally& total) {
+GroupFacts factsOf(const FolderNaming::Row& row, const FactsContext& context,
+                   const OptimizedShots& optimized, PlaceNamesOfShots& names, Tally& total) {
   GroupFacts facts;
   Tally tally;
   std::vector<MediaAsset> preview;
-  for (const AssetBundle& bundle : row.group.bundles) {
-    tally.add(monthOf(bundle, context.settings.timeZone), names.nameOf(bundle),
+  for (const AssetBundle& bundle : row.group->bundles) {
+    tally.add(monthOf(bundle, context.settings.gathering.timeZone), names.nameOf(bundle),
               bundle.assets().size());
     facts.pictureCount += bundle.pictureCount();
     facts.hasLivePhoto = facts.hasLivePhoto || bundle.isLivePhoto();
     if (optimized.contains(bundle.id())) ++facts.optimizedCount;
     addPreview(bundle, preview);
   }
-  facts.counts = row.group.counts();
-  facts.group = Shared<MediaGroup>{std::move(group)};
+  facts.counts = row.group->counts();
+  facts.group = row.group;
   facts.previewAssets = std::move(preview);
   facts.months = monthsOf(tally);
   facts.places = placesOf(tally);
@@ -159,16 +152,16 @@ GroupFacts factsOf(const FolderNaming::Row& row, std::shared_ptr<const MediaGrou
 /// Counts the excluded reduced copies in the rows or groups where they would be.
 void addSkipped(const Library& library, const FactsContext& context,
                 const OptimizedShots& optimized, LibraryFacts& facts) {
-  if (!context.settings.skipOptimized || optimized.empty()) return;
+  if (!context.settings.content.skipOptimized || optimized.empty()) return;
   Settings settings = context.settings;
-  settings.skipOptimized = false;
+  settings.content.skipOptimized = false;
   const ShownRows shown{library.rows};
-  for (const auto& row : rowsOf(library.bundles, settings, context.systemLocaleID).rows) {
-    const auto rows = shown.of(row.group);
+  for (const auto& row : rowsOf(*library.bundles, settings, context.systemLocaleID).rows) {
+    const auto rows = shown.of(*row.group);
     for (std::size_t i = 0; i < rows.size(); ++i) {
-      if (!optimized.contains(row.group.bundles[i].id())) continue;
-      ++(rows[i] ? facts.skippedOptimized[library.rows[*rows[i]].group.id]
-                 : facts.hiddenOptimized[row.group.id]);
+      if (!optimized.contains(row.group->bundles[i].id())) continue;
+      ++(rows[i] ? facts.skippedOptimized[library.rows[*rows[i]].group->id]
+                 : facts.hiddenOptimized[row.group->id]);
     }
   }
 }
@@ -187,7 +180,7 @@ LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const Fact
   const OptimizedShots optimized = optimizedShotsOf(*library);
   facts.groups.reserve(library->rows.size());
   for (const FolderNaming::Row& row : library->rows) {
-    facts.groups.push_back(factsOf(row, groupOf(library, row), context, optimized, names, total));
+    facts.groups.push_back(factsOf(row, context, optimized, names, total));
   }
   facts.outline = outlineOf(total);
   addSkipped(*library, context, optimized, facts);
@@ -198,7 +191,7 @@ LibraryFacts makeBareFacts(const std::shared_ptr<const Library>& library) {
   LibraryFacts facts;
   facts.groups.resize(library->rows.size());
   for (std::size_t i = 0; i < facts.groups.size(); ++i) {
-    facts.groups[i].group = Shared<MediaGroup>{groupOf(library, library->rows[i])};
+    facts.groups[i].group = library->rows[i].group;
   }
   return facts;
 }

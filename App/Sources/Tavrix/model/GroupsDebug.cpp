@@ -18,7 +18,7 @@ void writeTexts(JsonWriter& json, std::string_view key, const std::vector<std::s
   json.endArray();
 }
 
-void writeGroup(JsonWriter& json, const DisplayGroup& group) {
+void writeGroup(JsonWriter& json, const DisplayGroup& group, bool isIncluded) {
   std::vector<std::string> children;
   for (const MediaGroup& child : group.group->children) children.push_back(child.id);
   std::vector<std::string> members;
@@ -29,7 +29,7 @@ void writeGroup(JsonWriter& json, const DisplayGroup& group) {
   writeTexts(json, "children", children);
   json.field("folderName", group.folderName)
       .field("id", group.id)
-      .field("isIncluded", group.isIncluded)
+      .field("isIncluded", isIncluded)
       .field("knownCount", group.knownCount);
   writeTexts(json, "members", members);
   json.field("newCount", group.newCount).endObject();
@@ -41,16 +41,17 @@ void logFailure(Log& log, const FileError& error) {
 
 }  // namespace
 
-std::string GroupsDebug::encode(const DisplayGroups& groups, const Settings& settings) {
+std::string GroupsDebug::encode(const DisplayGroups& groups, const CheckMarks& checks,
+                                const Settings& settings) {
   StringSink sink;
   JsonWriter json{sink};
   json.beginObject();
   json.key("groups").beginArray();
-  for (const auto& group : *groups) writeGroup(json, *group);
+  for (const auto& group : *groups) writeGroup(json, *group, checks.isIncluded(group->key));
   json.endArray();
   json.key("merges").beginArray();
-  const auto merges = settings.mergesByMode.find(textOf(settings.uiMode));
-  if (merges != settings.mergesByMode.end()) {
+  const auto merges = settings.gathering.mergesByMode.find(textOf(settings.gathering.uiMode));
+  if (merges != settings.gathering.mergesByMode.end()) {
     for (const auto& ids : merges->second) {
       json.beginObject();
       writeTexts(json, "groups", ids);
@@ -63,9 +64,10 @@ std::string GroupsDebug::encode(const DisplayGroups& groups, const Settings& set
 }
 
 void GroupsDebug::write(const std::string& stateFolder, const DisplayGroups& groups,
-                        const Settings& settings, Log& log) {
+                        const CheckMarks& checks, const Settings& settings, Log& log) {
   try {
-    writeFileAtomically(*openStateFolder(stateFolder, ""), fileName, encode(groups, settings));
+    writeFileAtomically(*openStateFolder(stateFolder, ""), fileName,
+                        encode(groups, checks, settings));
   } catch (const FileError& error) {
     logFailure(log, error);
   }

@@ -7,19 +7,17 @@
 
 #include "foundation/Log.h"
 #include "library/PlanSummary.h"
-#include "text/DeviceText.h"
-#include "text/ModelSentences.h"
-#include "text/RunSentences.h"
 
 namespace tavrix {
 namespace {
 
-using Stage = RunInProgress::Stage;
 using Status = TransferRecord::Status;
 
 constexpr std::chrono::seconds spacePollInterval{5};
 /// The interval for retrying a phone that the system still reports as present.
 constexpr std::chrono::seconds phoneRetryInterval{1};
+/// The shortest time between two published states of progress.
+constexpr std::chrono::milliseconds progressInterval{50};
 
 bool isOutOfSpace(const TransferOutcome& outcome) {
   if (!outcome.interruption) return false;
@@ -42,36 +40,14 @@ bool hasEndedByItself(const TransferOutcome& outcome) {
   return outcome.status == Status::completed || outcome.status == Status::completedWithFailures;
 }
 
-std::uint64_t bytesOf(const TransferPlan& plan) {
-  std::uint64_t bytes = 0;
-  for (const PlannedFile& file : plan.files) bytes += file.asset.sizeBytes();
-  return bytes;
-}
-
-std::uint64_t conversionsOf(const TransferPlan& plan) {
-  return static_cast<std::uint64_t>(
-      std::count_if(plan.files.begin(), plan.files.end(),
-                    [](const PlannedFile& file) { return isConverted(file.conversion); }));
-}
-
-std::vector<TransferFolder> foldersOf(const std::vector<FolderNaming::Row>& rows,
-                                      const TransferPlan& plan) {
-  std::vector<TransferFolder> folders;
-  for (const FolderPlan& folder : folderPlans(rows, plan)) {
-    if (folder.newFiles > 0) folders.push_back({folder.name, folder.newFiles});
-  }
-  return folders;
-}
-
-/// Converts the progress of a leg to progress of the whole run.
-TransferProgressSnapshot ofRun(TransferProgressSnapshot leg, const TransferPlan& plan,
-                               const TransferReport& before) {
-  leg.filesDone += before.files.size();
-  leg.filesTotal = plan.files.size();
-  const std::uint64_t total = bytesOf(plan);
-  leg.bytesDone += total - std::min(total, leg.bytesTotal);
-  leg.bytesTotal = total;
-  return leg;
+/// Converts the progress of an attempt to progress of the whole run.
+TransferProgressSnapshot ofRun(TransferProgressSnapshot attempt, const Run& run) {
+  attempt.filesDone += run.outcome.report->files.size();
+  attempt.filesTotal = run.plan->files.size();
+  const std::uint64_t total = run.totals.bytes;
+  attempt.bytesDone += total - std::min(total, attempt.bytesTotal);
+  attempt.bytesTotal = total;
+  return attempt;
 }
 
 /// Returns nullopt if the destination of the run no longer exists.
@@ -89,11 +65,28 @@ std::optional<std::uint64_t> freeBytesAt(const std::string& path,
 
 }  // namespace
 
-/// The latest progress of a leg, passed from its thread to the main loop.
+RunTotals totalsOf(const std::vector<FolderNaming::Row>& rows, const TransferPlan& plan) {
+  std::vector<TransferFolder> folders;
+  for (const FolderPlan& folder : folderPlans(rows, plan)) {
+    if (folder.newFiles > 0) folders.push_back({folder.name, folder.newFiles});
+  }
+  const auto conversions =
+      std::count_if(plan.files.begin(), plan.files.end(),
+                    [](const PlannedFile& file) { return isConverted(file.conversion); });
+  return {plan.totalBytes(), static_cast<std::uint64_t>(conversions), std::move(folders)};
+}
+
+/// The latest progress of an attempt, passed from its thread to the main loop.
 struct RunControl::ProgressSlot {
   std::mutex mutex;
   std::optional<TransferProgressSnapshot> latest;
+  std::optional<MainLoop::Moment> shown;  ///< when progress was last published
   bool isPosted = false;
+
+  MainLoop::Duration delayAt(MainLoop::Moment now) const {
+    const auto due = shown ? *shown + progressInterval : now;
+    return std::max(MainLoop::Duration::zero(), due - now);
+  }
 };
 
 /// The destination after a pause, or the reason why it cannot be written to.
@@ -103,7 +96,7 @@ struct RunControl::Reopened {
 };
 
 std::shared_ptr<RunControl::Reopened> RunControl::reopen(const ModelServices::OpenFolder& open,
-                                                         const RunInProgress& run) {
+                                                         const Run& run) {
   auto reopened = std::make_shared<Reopened>();
   try {
     if (folderIdentity(run.destination) != run.folder) {
@@ -118,11 +111,11 @@ std::shared_ptr<RunControl::Reopened> RunControl::reopen(const ModelServices::Op
   return reopened;
 }
 
-RunControl::RunControl(Surroundings surroundings, RunInProgress run)
+RunControl::RunControl(Surroundings surroundings, Run run)
     : surroundings_(std::move(surroundings)), run_(std::move(run)) {}
 
 RunControl::~RunControl() {
-  if (leg_) leg_->stop.request_stop();
+  if (attempt_) attempt_->stop.request_stop();
 }
 
 MainLoop::Task RunControl::ifAlive(std::function<void()> task) const {
@@ -131,46 +124,44 @@ MainLoop::Task RunControl::ifAlive(std::function<void()> task) const {
   };
 }
 
-void RunControl::postIfStill(Stage stage, std::chrono::milliseconds delay,
-                             std::function<void()> task) {
-  services_.loop.postAfter(delay, ifAlive([this, stage, task = std::move(task)] {
-                             if (run_.stage == stage) task();
+template <typename Stage>
+void RunControl::postIfStill(std::chrono::milliseconds delay, std::function<void()> task) {
+  services_.loop.postAfter(delay, ifAlive([this, task = std::move(task)] {
+                             if (run_.is<Stage>()) task();
                            }));
 }
 
-void RunControl::tellPause(std::optional<std::string> reason) {
-  if (reason == pausedReason_) return;
-  pausedReason_ = std::move(reason);
-  change([&](AppState& state) { state.transferPausedReason = pausedReason_; });
+void RunControl::publishPause(std::optional<RunPause> pause) {
+  if (pause == surroundings_.state->pause) return;
+  surroundings_.state.change([&](AppState& state) { state.pause = std::move(pause); });
 }
 
 void RunControl::begin(HeldDestination destination) {
-  const TransferPlan& plan = *run_.plan;
-  change([&](AppState& state) {
+  surroundings_.state.change([&](AppState& state) {
     state.phase = app_phase::Transferring{};
-    state.transferFolders = foldersOf(run_.library->rows, plan);
-    state.plannedConversions = conversionsOf(plan);
+    state.transferFolders = run_.totals.folders;
+    state.plannedConversions = run_.totals.conversions;
     TransferProgressSnapshot nothingYet;
-    nothingYet.bytesTotal = bytesOf(plan);
-    state.progress = ofRun(std::move(nothingYet), plan, {});
-    state.transferPausedReason = std::nullopt;
+    nothingYet.bytesTotal = run_.totals.bytes;
+    state.progress = ofRun(std::move(nothingYet), run_);
+    state.pause = std::nullopt;
     state.optimizedSkipped = 0;
   });
   // If the program ends before the run does, the run still has a record.
-  if (!plan.files.empty()) services_.transferring(recordTask(true));
-  startLeg(std::move(destination));
+  if (!run_.plan->files.empty()) services_.transferring(recordTask(true));
+  startAttempt(std::move(destination));
 }
 
 std::function<bool()> RunControl::recordTask(bool isUnderWay) const {
   if (!services_.keepRecord) return [] { return false; };
-  auto run = std::make_shared<RunInProgress>(run_);
+  auto run = std::make_shared<Run>(run_);
   if (isUnderWay) run->outcome.status = Status::interrupted;
   return [keep = services_.keepRecord, naming = services_.placeNaming,
           localeID = services_.systemLocaleID, language = services_.writtenLanguage,
-          run = std::shared_ptr<const RunInProgress>{std::move(run)}, isUnderWay] {
+          run = std::shared_ptr<const Run>{std::move(run)}, isUnderWay] {
     return keep(recordOf({.library = *run->library,
                           .shownRows = run->shown->rows,
-                          .settings = run->settings,
+                          .settings = *run->settings,
                           .savedPresets = *run->savedPresets,
                           .plan = *run->plan,
                           .outcome = run->outcome,
@@ -182,60 +173,64 @@ std::function<bool()> RunControl::recordTask(bool isUnderWay) const {
                           .startedAt = run->startedAt,
                           .finishedAt = run->finishedAt,
                           .placeNaming = naming,
-                          .unchecked = run->unchecked,
+                          .unchecked = *run->unchecked,
                           .isUnderWay = isUnderWay}));
   };
 }
 
-std::shared_ptr<TransferLeg> RunControl::legOf(HeldDestination destination) {
-  auto leg = std::make_shared<TransferLeg>();
-  leg->setup.phone = run_.source.phone;
-  leg->setup.converter = services_.converter;
-  leg->setup.language = services_.writtenLanguage;
-  leg->setup.log = services_.log;
-  leg->setup.now = services_.now;
-  leg->language = services_.language;
-  leg->whole = run_.plan;
-  leg->plan = remainingPlan(*run_.plan, run_.outcome.report);
-  leg->files = run_.source.files;
-  leg->destination = std::move(destination);
-  leg->zone = run_.settings.timeZone;
-  leg->packing = packingOf(run_.settings, run_.source.deviceName, leg->zone.dateAt(run_.startedAt));
-  return leg;
+std::shared_ptr<RunAttempt> RunControl::attemptOn(HeldDestination destination) {
+  auto attempt = std::make_shared<RunAttempt>();
+  attempt->setup.phone = run_.source.phone;
+  attempt->setup.converter = services_.converter;
+  attempt->setup.language = services_.writtenLanguage;
+  attempt->setup.log = services_.log;
+  attempt->setup.now = services_.now;
+  attempt->plan = run_.plan;
+  attempt->before = run_.outcome;
+  attempt->files = run_.source.files;
+  attempt->destination = std::move(destination);
+  attempt->zone = run_.settings->gathering.timeZone;
+  attempt->packing =
+      packingOf(*run_.settings, run_.source.deviceName, attempt->zone.dateAt(run_.startedAt));
+  return attempt;
 }
 
-void RunControl::followLeg(TransferLeg& leg) {
+void RunControl::follow(RunAttempt& attempt) {
   const auto slot = std::make_shared<ProgressSlot>();
   progressSlot_ = slot;
-  // Ignores what a leg posts after its end.
-  const auto post = [this, life = std::weak_ptr{life_}, slot,
-                     &loop = services_.loop](std::function<void()> task) {
-    loop.post([this, life, slot, task = std::move(task)] {
+  // Ignores what an attempt posts after its end.
+  const auto post = [this, life = std::weak_ptr{life_}, slot, &loop = services_.loop](
+                        MainLoop::Duration delay, std::function<void()> task) {
+    loop.postAfter(delay, [this, life, slot, task = std::move(task)] {
       if (life.lock() && slot == progressSlot_) task();
     });
   };
-  leg.awaitPhone = [this, post, gate = gate_, stop = leg.stop.get_token()](PhoneError::Kind kind) {
-    post([this, kind] { pauseForPhone(kind); });
+  constexpr auto atOnce = MainLoop::Duration::zero();
+  attempt.awaitPhone = [this, post, gate = gate_,
+                        stop = attempt.stop.get_token()](PhoneError::Kind kind) {
+    post(atOnce, [this, kind] { pauseForPhone(kind); });
     return gate->wait(stop);
   };
-  leg.paused = [this, post](const std::optional<std::string>& reason) {
-    post([this, reason] { tellPause(reason); });
+  attempt.paused = [this, post](const std::optional<run_pause::DiskFull>& shortage) {
+    post(atOnce, [this, shortage] { publishPause(shortage); });
   };
-  leg.progress = [this, post, slot](const TransferProgressSnapshot& progress) {
+  attempt.progress = [this, post, slot,
+                      &loop = services_.loop](const TransferProgressSnapshot& progress) {
     const std::lock_guard lock{slot->mutex};
     slot->latest = progress;
-    if (!std::exchange(slot->isPosted, true)) post([this] { showProgress(); });
+    if (std::exchange(slot->isPosted, true)) return;
+    post(slot->delayAt(loop.now()), [this] { showProgress(); });
   };
 }
 
-void RunControl::startLeg(HeldDestination destination) {
-  run_.stage = Stage::running;
-  leg_ = legOf(std::move(destination));
-  followLeg(*leg_);
-  if (run_.isCancelled) leg_->stop.request_stop();
+void RunControl::startAttempt(HeldDestination destination) {
+  run_.stage = run_stage::Copying{};
+  attempt_ = attemptOn(std::move(destination));
+  follow(*attempt_);
   computeThen(
-      services_.transferring, services_.loop, life_, [leg = leg_] { return carryOut(*leg); },
-      [this](LegEnd end) { landLeg(std::move(end)); });
+      services_.transferring, services_.loop, life_,
+      [attempt = attempt_] { return std::make_shared<AttemptEnd>(carryOut(*attempt)); },
+      [this](const std::shared_ptr<AttemptEnd>& end) { land(std::move(*end)); });
 }
 
 void RunControl::showProgress() {
@@ -244,131 +239,132 @@ void RunControl::showProgress() {
     const std::lock_guard lock{progressSlot_->mutex};
     latest = std::exchange(progressSlot_->latest, std::nullopt);
     progressSlot_->isPosted = false;
+    progressSlot_->shown = services_.loop.now();
   }
   if (!latest) return;
-  change([&](AppState& state) {
-    state.progress = ofRun(*std::move(latest), *run_.plan, run_.outcome.report);
-  });
+  surroundings_.state.change(
+      [&](AppState& state) { state.progress = ofRun(*std::move(latest), run_); });
 }
 
-void RunControl::landLeg(LegEnd end) {
-  leg_.reset();
+void RunControl::land(AttemptEnd end) {
+  // Old plans and reports are destroyed in the background.
+  services_.background(
+      [attempt = std::exchange(attempt_, nullptr), report = run_.outcome.report] {});
   progressSlot_.reset();
-  TransferOutcome& outcome = run_.outcome;
-  const std::size_t filesBefore = outcome.report.files.size();
-  outcome = joined(std::move(outcome), std::move(end.outcome), *run_.plan);
-  const bool isWhole = !end.failure && !end.isPhoneLost && hasEndedByItself(outcome);
-  if (run_.isCancelled && !isWhole) return concludeCancelled();
+  run_.outcome = std::move(end.outcome);
+  run_.outcome.phoneWaits = phoneWaits_;
+  remainingBytes_ = end.remainingBytes;
+  const bool isWhole = !end.failure && !end.isPhoneLost && hasEndedByItself(run_.outcome);
+  if (run_.is<run_stage::Cancelling>() && !isWhole) return concludeCancelled();
   if (end.isPhoneLost) return pauseForPhone(PhoneError::Kind::gone);
-  if (isOutOfSpace(outcome)) return meetFullDisk(filesBefore);
+  if (isOutOfSpace(run_.outcome)) return meetFullDisk(end.hasLanded);
   if (end.failure) return concludeFailed(end.failure);
   conclude();
 }
 
 void RunControl::pauseForPhone(PhoneError::Kind kind) {
-  if (run_.isCancelled) return;
-  run_.stage = Stage::pausedForPhone;
-  ++run_.outcome.phoneWaits;
+  if (run_.is<run_stage::Cancelling>()) return;
+  run_.stage = run_stage::AwaitingPhone{};
+  run_.outcome.phoneWaits = ++phoneWaits_;
   writeLog(*services_.log, "transfer paused: phone gone");
-  tellPause(
-      waitingText(services_.language, lossText(services_.language, run_.source.deviceName, kind)));
-  if (run_.stage != Stage::pausedForPhone) return;  // an observer has cancelled
+  publishPause(run_pause::Phone{run_.source.deviceName, kind});
   // The phone will be read again, and then the run continues.
   if (run_.source.files->reportLost()) return;
   // The watcher may notice the loss later than the reads, or earlier; then the phone is already
   // back.
-  postIfStill(Stage::pausedForPhone, phoneRetryInterval, [this] {
-    if (!isPhoneBack_ && surroundings_.isPhoneThere()) resume();
+  postIfStill<run_stage::AwaitingPhone>(phoneRetryInterval, [this] {
+    if (!std::get<run_stage::AwaitingPhone>(run_.stage).isBack && surroundings_.isPhoneThere()) {
+      resume();
+    }
   });
 }
 
 void RunControl::phoneIsBack() {
-  if (run_.stage != Stage::pausedForPhone) return;
-  isPhoneBack_ = true;
-  tellPause(std::nullopt);
+  auto* const waiting = std::get_if<run_stage::AwaitingPhone>(&run_.stage);
+  if (waiting == nullptr) return;
+  waiting->isBack = true;
+  publishPause(std::nullopt);
 }
 
 void RunControl::displayIsSettled() {
-  if (!std::exchange(isPhoneBack_, false) || run_.stage != Stage::pausedForPhone) return;
+  const auto* const waiting = std::get_if<run_stage::AwaitingPhone>(&run_.stage);
+  if (waiting == nullptr || !waiting->isBack) return;
   writeLog(*services_.log, "transfer: groups are back — resuming");
   resume();
 }
 
-void RunControl::meetFullDisk(std::size_t filesBefore) {
+void RunControl::meetFullDisk(bool hasLanded) {
   constexpr int mostRefusals = 3;
-  const TransferOutcome& outcome = run_.outcome;
-  refusals_ = outcome.report.files.size() > filesBefore ? 0 : refusals_ + 1;
+  refusals_ = hasLanded ? 0 : refusals_ + 1;
   // Packing waits for space itself. If writes keep failing despite free space, waiting does not
   // help.
-  if (outcome.isPacked || refusals_ > mostRefusals) return conclude();
+  if (run_.outcome.isPacked || refusals_ > mostRefusals) return conclude();
   pauseForSpace();
 }
 
 void RunControl::pauseForSpace() {
-  run_.stage = Stage::pausedForSpace;
-  const std::uint64_t needed = bytesOf(remainingPlan(*run_.plan, run_.outcome.report));
+  run_.stage = run_stage::AwaitingSpace{};
   computeThen(
       services_.transferring, services_.loop, life_,
       [open = services_.openExisting, path = run_.destination, identity = run_.folder] {
         return freeBytesAt(path, identity, open);
       },
-      [this, needed](std::optional<std::uint64_t> free) {
-        if (run_.stage == Stage::pausedForSpace) landSpace(free, needed);
+      [this](std::optional<std::uint64_t> free) {
+        if (run_.is<run_stage::AwaitingSpace>()) landSpace(free);
       });
 }
 
-void RunControl::landSpace(std::optional<std::uint64_t> free, std::uint64_t needed) {
+void RunControl::landSpace(std::optional<std::uint64_t> free) {
   if (!free) {
     run_.outcome.interruption = FileError{FileOperation::open, run_.destination, ENOENT};
     return conclude();
   }
-  const bool isTold = pausedReason_.has_value();
-  if (*free < needed) {
-    if (!isTold) writeLog(*services_.log, "transfer paused: disk full (free {})", *free);
-    tellPause(say(services_.language, sentences::diskFull,
-                  bytesText(services_.language, needed - *free),
-                  bytesText(services_.language, *free)));
-    return postIfStill(Stage::pausedForSpace, spacePollInterval, [this] { pauseForSpace(); });
+  const bool isPublished = surroundings_.state->pause.has_value();
+  if (*free < remainingBytes_) {
+    if (!isPublished) writeLog(*services_.log, "transfer paused: disk full (free {})", *free);
+    publishPause(run_pause::DiskFull{remainingBytes_ - *free, *free});
+    return postIfStill<run_stage::AwaitingSpace>(spacePollInterval, [this] { pauseForSpace(); });
   }
-  if (!isTold) return postIfStill(Stage::pausedForSpace, spacePollInterval, [this] { resume(); });
+  if (!isPublished) {
+    return postIfStill<run_stage::AwaitingSpace>(spacePollInterval, [this] { resume(); });
+  }
   writeLog(*services_.log, "transfer: space freed — continuing");
   resume();
 }
 
 void RunControl::resume() {
-  if (leg_) {
-    run_.stage = Stage::running;
-    tellPause(std::nullopt);
+  if (attempt_) {
+    run_.stage = run_stage::Copying{};
+    publishPause(std::nullopt);
     return gate_->open();
   }
-  run_.stage = Stage::resuming;
+  run_.stage = run_stage::Reopening{};
   computeThen(
       services_.transferring, services_.loop, life_,
       [open = services_.openForWriting, run = run_] { return reopen(open, run); },
       [this](const std::shared_ptr<Reopened>& destination) {
-        if (run_.stage == Stage::resuming) landReopened(*destination);
+        if (run_.is<run_stage::Reopening>()) landReopened(*destination);
       });
 }
 
 void RunControl::landReopened(Reopened& reopened) {
   if (!reopened.failure) {
-    tellPause(std::nullopt);
-    if (run_.stage != Stage::resuming) return;  // an observer has cancelled
-    return startLeg(std::move(reopened.destination));
+    publishPause(std::nullopt);
+    return startAttempt(std::move(reopened.destination));
   }
   if (isBusy(reopened.failure)) {
-    return postIfStill(Stage::resuming, spacePollInterval, [this] { resume(); });
+    publishPause(run_pause::Busy{});
+    return postIfStill<run_stage::Reopening>(spacePollInterval, [this] { resume(); });
   }
   concludeFailed(reopened.failure);
 }
 
 void RunControl::cancel() {
-  run_.isCancelled = true;
-  const bool isBetweenLegs = run_.stage == Stage::pausedForPhone ||
-                             run_.stage == Stage::pausedForSpace || run_.stage == Stage::resuming;
-  if (leg_) {
-    leg_->stop.request_stop();
-  } else if (isBetweenLegs) {
+  const bool isOver = run_.is<run_stage::Recording>() || run_.is<run_stage::Ended>();
+  if (attempt_) {
+    run_.stage = run_stage::Cancelling{};
+    attempt_->stop.request_stop();
+  } else if (!isOver) {
     concludeCancelled();
   }
 }
@@ -391,7 +387,7 @@ void RunControl::concludeFailed(const std::exception_ptr& failure) {
 }
 
 void RunControl::conclude() {
-  run_.stage = Stage::ending;
+  run_.stage = run_stage::Recording{};
   run_.finishedAt = services_.now();
   TransferOutcome& outcome = run_.outcome;
   if (outcome.interruption) {
@@ -399,7 +395,7 @@ void RunControl::conclude() {
              PrivateField{outcome.interruption->path()});
   }
   outcome.unreadFolders = run_.source.unreadFolders;
-  const bool isIncomplete = outcome.unreadFolders > 0 || !outcome.report.failures.empty();
+  const bool isIncomplete = outcome.unreadFolders > 0 || !outcome.report->failures.empty();
   if (outcome.status == Status::completed && isIncomplete) {
     outcome.status = Status::completedWithFailures;
   }
@@ -408,13 +404,13 @@ void RunControl::conclude() {
 }
 
 void RunControl::finish(bool hasRecord) {
-  run_.stage = Stage::ended;
-  change([&](AppState& state) {
-    state.transferPausedReason = std::nullopt;
+  run_.stage = run_stage::Ended{};
+  surroundings_.state.change([&](AppState& state) {
+    state.pause = std::nullopt;
     state.progress = std::nullopt;
     state.optimizedSkipped = run_.optimizedSkipped;
     state.lastRecordID = hasRecord ? std::optional{run_.id} : std::nullopt;
-    state.phase = app_phase::Done{run_.outcome.report};
+    state.phase = app_phase::Done{surroundings_.nextEvent(), run_.outcome.report};
   });
   surroundings_.ended();
 }

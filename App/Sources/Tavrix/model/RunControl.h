@@ -3,33 +3,33 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 
-#include "model/AppState.h"
 #include "model/ModelServices.h"
 #include "model/PhoneGate.h"
-#include "model/RunInProgress.h"
-#include "model/TransferLeg.h"
+#include "model/PublishedState.h"
+#include "model/Run.h"
+#include "model/RunAttempt.h"
 
 namespace tavrix {
 
-/// Carries out one run, from its first byte to its record: leg after leg, with pauses between them
-/// for the phone and for space at the destination. All functions must be called on the main loop;
-/// copying happens in the background.
+/// Carries out one run, from its first byte to its record: attempt after attempt, with pauses
+/// between them for the phone and for space at the destination. All functions must be called on the
+/// main loop; copying happens in the background.
 class RunControl {
  public:
-  /// The functions of the model that a run needs. The model outlives the run.
+  /// The parts of the model that a run needs. The model outlives the run.
   struct Surroundings {
     const ModelServices& services;
-    /// Changes the state and notifies its observers.
-    std::function<void(const std::function<void(AppState&)>&)> change;
+    PublishedState& state;
     /// Returns true if the phone can be read.
     std::function<bool()> isPhoneThere;
+    /// Returns the number of the next event.
+    std::function<EventNumber()> nextEvent;
     /// Called last, after the record is written and the state shows the end.
     std::function<void()> ended;
   };
 
-  RunControl(Surroundings surroundings, RunInProgress run);
+  RunControl(Surroundings surroundings, Run run);
   /// Requests the end of copying; files that have landed stay.
   ~RunControl();
   RunControl(const RunControl&) = delete;
@@ -44,28 +44,27 @@ class RunControl {
   void phoneIsBack();
   void displayIsSettled();
 
-  const RunInProgress& now() const { return run_; }
+  const Run& now() const { return run_; }
 
  private:
   struct Reopened;
   struct ProgressSlot;
 
-  void startLeg(HeldDestination destination);
-  std::shared_ptr<TransferLeg> legOf(HeldDestination destination);
-  void followLeg(TransferLeg& leg);
+  void startAttempt(HeldDestination destination);
+  std::shared_ptr<RunAttempt> attemptOn(HeldDestination destination);
+  void follow(RunAttempt& attempt);
   void showProgress();
-  void landLeg(LegEnd end);
+  void land(AttemptEnd end);
 
   void pauseForPhone(PhoneError::Kind kind);
-  void meetFullDisk(std::size_t filesBefore);
+  void meetFullDisk(bool hasLanded);
   void pauseForSpace();
-  void landSpace(std::optional<std::uint64_t> free, std::uint64_t needed);
+  void landSpace(std::optional<std::uint64_t> free);
   void resume();
-  static std::shared_ptr<Reopened> reopen(const ModelServices::OpenFolder& open,
-                                          const RunInProgress& run);
+  static std::shared_ptr<Reopened> reopen(const ModelServices::OpenFolder& open, const Run& run);
   void landReopened(Reopened& reopened);
-  /// Sets the reason for the pause; nullopt if the run is no longer paused.
-  void tellPause(std::optional<std::string> reason);
+  /// Publishes why the run waits; nullopt if it does not.
+  void publishPause(std::optional<RunPause> pause);
 
   void concludeCancelled();
   void concludeFailed(const std::exception_ptr& failure);
@@ -75,23 +74,22 @@ class RunControl {
   /// background.
   std::function<bool()> recordTask(bool isUnderWay) const;
 
-  void change(const std::function<void(AppState&)>& edit) { surroundings_.change(edit); }
   /// Wraps a task for the loop so that it does nothing if the run is gone.
   MainLoop::Task ifAlive(std::function<void()> task) const;
-  /// Runs the task after a delay, if the run is still in the stage.
-  void postIfStill(RunInProgress::Stage stage, std::chrono::milliseconds delay,
-                   std::function<void()> task);
+  /// Runs the task after a delay, if the run has remained in the stage.
+  template <typename Stage>
+  void postIfStill(std::chrono::milliseconds delay, std::function<void()> task);
 
   Surroundings surroundings_;
   const ModelServices& services_ = surroundings_.services;
   std::shared_ptr<const bool> life_ = std::make_shared<bool>(true);
-  RunInProgress run_;
-  std::shared_ptr<TransferLeg> leg_;  ///< used by the transfer thread
-  /// The gate at which the leg waits for its phone.
+  Run run_;
+  std::shared_ptr<RunAttempt> attempt_;  ///< used by the transfer thread
+  /// The gate at which the attempt waits for its phone.
   std::shared_ptr<PhoneGate> gate_ = std::make_shared<PhoneGate>();
   std::shared_ptr<ProgressSlot> progressSlot_;
-  std::optional<std::string> pausedReason_;
-  bool isPhoneBack_ = false;
+  std::uint64_t remainingBytes_ = 0;  ///< needed to complete the run, after an attempt
+  std::uint64_t phoneWaits_ = 0;
   /// The number of failures for lack of space, despite free space, since a file last landed.
   int refusals_ = 0;
 };

@@ -38,7 +38,7 @@ std::optional<Packing> packingOf(const Settings& settings, const std::string& de
   if (container == TransferOptions::Container::folder) return std::nullopt;
   Packing packing;
   packing.isPerGroup = container == TransferOptions::Container::zipPerGroup;
-  packing.isFlat = settings.uiMode == UIGroupingMode::flat;
+  packing.isFlat = settings.gathering.uiMode == UIGroupingMode::flat;
   packing.wholeName = FolderName::sanitise(deviceName + " " + dayText(today));
   return packing;
 }

@@ -16,12 +16,6 @@ namespace {
 /// The most attempts when the disk reports free space but a write fails for lack of it.
 constexpr int mostAttempts = 3;
 
-std::uint64_t bytesOf(const TransferPlan& plan) {
-  std::uint64_t bytes = 0;
-  for (const PlannedFile& file : plan.files) bytes += file.asset.sizeBytes();
-  return bytes;
-}
-
 std::string reasonOf(const ZipError& error, Language language) {
   switch (error.kind()) {
     case ZipError::Kind::unsafeName:
@@ -60,7 +54,7 @@ TransferOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& sourc
   files_.emplace(plan, setup_.language);
   memory_.begin(nullptr);
   writeLog(log(), "transfer start: files={}, bytes={}, dest={}, zip={}", plan.files.size(),
-           bytesOf(plan), PrivateField{destination_.path()}, true);
+           plan.totalBytes(), PrivateField{destination_.path()}, true);
   try {
     if (stage(source, progress)) packAll(progress);
   } catch (const ArchivePacker::Stopped&) {
@@ -69,8 +63,8 @@ TransferOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& sourc
     interrupt(error);
   }
   Staging::removeQuietly(destination_);
-  outcome_.report = files_->report(std::move(outcome_.report));
-  if (outcome_.status == TransferRecord::Status::completed && !outcome_.report.failures.empty())
+  outcome_.report = files_->report(std::move(report_));
+  if (outcome_.status == TransferRecord::Status::completed && !outcome_.report->failures.empty())
     outcome_.status = TransferRecord::Status::completedWithFailures;
   outcome_.markerFailure = memory_.settle();
   return std::move(outcome_);
@@ -130,8 +124,8 @@ void PackedTransfer::runEngine(const TransferPlan& plan, MediaSource& source,
 }
 
 void PackedTransfer::keep(const TransferReport& report) {
-  outcome_.report.bytesCopied += report.bytesCopied;
-  outcome_.report.convertedSizeMismatches += report.convertedSizeMismatches;
+  report_.bytesCopied += report.bytesCopied;
+  report_.convertedSizeMismatches += report.convertedSizeMismatches;
   files_->takeFailures(report);
 }
 

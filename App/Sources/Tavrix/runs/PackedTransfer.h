@@ -78,6 +78,7 @@ class PackedTransfer {
   std::optional<SpaceWait> spaceWait_;
   std::optional<StagedFiles> files_;
   TransferOutcome outcome_;
+  TransferReport report_;  ///< what is counted while files are fetched
   TransferProgressSnapshot snapshot_;
   const TransferEngine::Progress* progress_ = nullptr;
   std::uint64_t packingBytes_ = 0;  ///< of the current archive, written and read back

@@ -5,8 +5,7 @@
 namespace tavrix {
 
 std::uint64_t neededBytes(const TransferPlan& plan, const std::optional<Packing>& packing) {
-  std::uint64_t all = 0;
-  for (const PlannedFile& file : plan.files) all += file.asset.sizeBytes();
+  const std::uint64_t all = plan.totalBytes();
   if (!packing) return all;
   std::uint64_t largest = 0;
   for (const PlannedArchive& archive : plannedArchives(plan, *packing)) {

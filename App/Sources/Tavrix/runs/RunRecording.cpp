@@ -35,7 +35,7 @@ void addName(TransferRecord::Place& place, const std::string& language, const Pl
 /// Returns the name that the user typed. If the home was detected, returns the name of its place,
 /// if known.
 std::optional<std::string> homeName(const RunToRecord& run) {
-  if (run.settings.homeOverride) return run.settings.homeOverrideName;
+  if (run.settings.gathering.homeOverride) return run.settings.gathering.homeOverrideName;
   const auto& home = run.library.home;
   const auto& places = run.library.places;
   if (!home || !home->point || !places) return std::nullopt;
@@ -67,18 +67,18 @@ struct ShotFolder {
 
 std::vector<ShotInput> shotsOf(const RunToRecord& run) {
   absl::flat_hash_map<std::string_view, const AssetBundle*> whole;
-  whole.reserve(run.library.bundles.size());
-  for (const AssetBundle& bundle : run.library.bundles) whole.emplace(bundle.id(), &bundle);
-  const bool isFlat = run.settings.uiMode == UIGroupingMode::flat;
+  whole.reserve(run.library.bundles->size());
+  for (const AssetBundle& bundle : *run.library.bundles) whole.emplace(bundle.id(), &bundle);
+  const bool isFlat = run.settings.gathering.uiMode == UIGroupingMode::flat;
   const auto folderOf = [&](const FolderNaming::Row& row, const PlaceLookup* lookup) {
-    return ShotFolder{isFlat ? std::string{} : row.name, placeOf(row.group, lookup)};
+    return ShotFolder{isFlat ? std::string{} : row.name, placeOf(*row.group, lookup)};
   };
   const PlaceLookup* const places = run.library.places.get();
   std::vector<ShotInput> shots;
-  if (!run.settings.skipOptimized || run.library.optimizedCount == 0) {
+  if (!run.settings.content.skipOptimized || run.library.optimizedCount == 0) {
     for (const FolderNaming::Row& row : run.library.rows) {
       const ShotFolder folder = folderOf(row, places);
-      for (const AssetBundle& bundle : row.group.bundles) {
+      for (const AssetBundle& bundle : row.group->bundles) {
         shots.push_back({*whole.at(bundle.id()), folder.name, folder.place});
       }
     }
@@ -88,24 +88,24 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
   // that contains it or its nearest neighbour.
   StringMap<ShotFolder> folders;
   for (const FolderNaming::Row& row : run.library.rows) {
-    folders.emplace(row.group.id, folderOf(row, places));
+    folders.emplace(row.group->id, folderOf(row, places));
   }
   const ShownRows shown{run.shownRows};
   Settings settings = run.settings;
-  settings.skipOptimized = false;
+  settings.content.skipOptimized = false;
   const NamedGroups named =
-      rowsOf(run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
+      rowsOf(*run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
   for (const FolderNaming::Row& row : named.rows) {
     const ShotFolder other = folderOf(row, named.places.get());
-    const auto shownRows = shown.of(row.group);
+    const auto shownRows = shown.of(*row.group);
     for (std::size_t i = 0; i < shownRows.size(); ++i) {
-      const AssetBundle& bundle = *whole.at(row.group.bundles[i].id());
+      const AssetBundle& bundle = *whole.at(row.group->bundles[i].id());
       if (!shown.contains(bundle) && !bundle.original().isOptimized()) continue;
       const auto own =
-          shownRows[i] ? folders.find(run.shownRows[*shownRows[i]].group.id) : folders.end();
+          shownRows[i] ? folders.find(run.shownRows[*shownRows[i]].group->id) : folders.end();
       // Shots of a folder that was left out are not part of the run.
       const bool isLeftOut =
-          shownRows[i] ? own == folders.end() : run.unchecked.contains(row.group.id);
+          shownRows[i] ? own == folders.end() : run.unchecked.contains(row.group->id);
       if (isLeftOut) continue;
       const ShotFolder& folder = own == folders.end() ? other : own->second;
       shots.push_back({bundle, folder.name, folder.place});
@@ -141,7 +141,7 @@ std::vector<std::string> notesOf(const RunToRecord& run) {
     notes.push_back(say(language, sentences::noteUnreadFolders,
                         counted(language, outcome.unreadFolders, sentences::folders)));
   }
-  if (!outcome.report.conversionFallbacks.empty()) {
+  if (!outcome.report->conversionFallbacks.empty()) {
     notes.push_back(say(language, sentences::noteKeptOriginals));
   }
   if (outcome.markerFailure) {
@@ -208,30 +208,30 @@ TransferRecord::Options recordOptions(const RunToRecord& run) {
   const Settings& settings = run.settings;
   const TransferOptions transfer = transferOptions(settings, run.phone.label);
   TransferRecord::Options options;
-  options.includePhotos = settings.includePhotos;
-  options.includeLive = settings.includeLive;
-  options.liveOnlyPhoto = settings.liveOnlyPhoto;
-  options.includeVideos = settings.includeVideos;
-  options.includeAAE = settings.includeAAE;
-  options.editedPolicy = textOf(settings.editedPolicy);
-  options.onlyNew = settings.onlyNew;
-  options.skipOptimized = settings.skipOptimized;
-  options.mode = textOf(settings.uiMode);
-  options.granularity = textOf(settings.granularity);
-  options.eventGapHours = settings.eventGapHours;
-  options.eventGapKm = settings.eventGapKm;
-  if (settings.uiMode == UIGroupingMode::trips) {
+  options.includePhotos = settings.content.includePhotos;
+  options.includeLive = settings.content.includeLive;
+  options.liveOnlyPhoto = settings.content.liveOnlyPhoto;
+  options.includeVideos = settings.content.includeVideos;
+  options.includeAAE = settings.content.includeAAE;
+  options.editedPolicy = textOf(settings.content.editedPolicy);
+  options.onlyNew = settings.layout.onlyNew;
+  options.skipOptimized = settings.content.skipOptimized;
+  options.mode = textOf(settings.gathering.uiMode);
+  options.granularity = textOf(settings.gathering.granularity);
+  options.eventGapHours = settings.gathering.eventGapHours;
+  options.eventGapKm = settings.gathering.eventGapKm;
+  if (settings.gathering.uiMode == UIGroupingMode::trips) {
     options.homeName = homeName(run);
-    options.tripDistanceKm = settings.tripDistanceKm;
-    options.tripCityKm = settings.tripCityKm;
+    options.tripDistanceKm = settings.gathering.tripDistanceKm;
+    options.tripCityKm = settings.gathering.tripCityKm;
   }
-  options.templateName = templateName(settings.nameTemplate, run.savedPresets);
+  options.templateName = templateName(settings.naming.nameTemplate, run.savedPresets);
   options.photoFormat = textOf(transfer.photoFormat);
-  options.jpegQuality = settings.jpegQuality;
+  options.jpegQuality = settings.layout.jpegQuality;
   options.videoFormat = textOf(transfer.videoFormat);
   options.container = textOf(transfer.container);
-  options.separatePhotoVideo = settings.separatePhotoVideo;
-  options.flattenSingleKind = settings.flattenSingleKind;
+  options.separatePhotoVideo = settings.layout.separatePhotoVideo;
+  options.flattenSingleKind = settings.layout.flattenSingleKind;
   options.fileNamePrefix = transfer.fileNamePrefix;
   return options;
 }
@@ -239,7 +239,7 @@ TransferRecord::Options recordOptions(const RunToRecord& run) {
 TransferRecord recordOf(const RunToRecord& run) {
   TransferRecord record = makeRecord({.shots = shotsOf(run),
                                       .plan = run.plan,
-                                      .report = run.outcome.report,
+                                      .report = *run.outcome.report,
                                       .status = run.outcome.status,
                                       .id = run.id,
                                       .startedAt = run.startedAt,
@@ -249,7 +249,7 @@ TransferRecord recordOf(const RunToRecord& run) {
                                       .destinationPath = run.destinationPath,
                                       .options = recordOptions(run),
                                       .notes = notesOf(run)});
-  tellWhyKept(record, run.outcome.report, run.language);
+  tellWhyKept(record, *run.outcome.report, run.language);
   return record;
 }
 

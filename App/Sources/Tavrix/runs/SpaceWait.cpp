@@ -3,8 +3,6 @@
 #include <condition_variable>
 #include <mutex>
 
-#include "text/RunSentences.h"
-
 namespace tavrix {
 namespace {
 
@@ -28,9 +26,7 @@ bool SpaceWait::await(std::uint64_t needed, bool wasFull, const LogLine& logLine
   Log& log = setup_.log == nullptr ? silentLog() : *setup_.log;
   logLine(log, needed, free);
   if (setup_.paused) {
-    const std::uint64_t missing = needed > free ? needed - free : needed;
-    setup_.paused(say(setup_.language, sentences::diskFull, bytesText(setup_.language, missing),
-                      bytesText(setup_.language, free)));
+    setup_.paused(run_pause::DiskFull{needed > free ? needed - free : needed, free});
   }
   do {
     setup_.sleep(interval, stop_);

@@ -5,11 +5,10 @@
 #include <functional>
 #include <optional>
 #include <stop_token>
-#include <string>
 
 #include "foundation/Log.h"
-#include "foundation/Sentence.h"
 #include "foundation/files/Folder.h"
+#include "runs/RunPause.h"
 
 namespace tavrix {
 
@@ -17,10 +16,9 @@ namespace tavrix {
 class SpaceWait {
  public:
   struct Setup {
-    Log* log = nullptr;                     ///< nullptr: no logging
-    Language language = Language::russian;  ///< for the reasons given to `paused`
-    /// Called with the reason when a wait begins, and with nullopt when the run continues.
-    std::function<void(const std::optional<std::string>& reason)> paused = nullptr;
+    Log* log = nullptr;  ///< nullptr: no logging
+    /// Called with the shortage when a wait begins, and with nullopt when the run continues.
+    std::function<void(const std::optional<run_pause::DiskFull>& shortage)> paused = nullptr;
     /// Returns after the time, or earlier if a stop is requested. By default it waits in real time.
     std::function<void(std::chrono::milliseconds time, const std::stop_token& stop)> sleep =
         nullptr;

@@ -5,16 +5,6 @@
 #include "transfer/TransferRun.h"
 
 namespace tavrix {
-namespace {
-
-std::uint64_t bytesOf(const TransferPlan& plan) {
-  std::uint64_t bytes = 0;
-  for (const PlannedFile& file : plan.files) bytes += file.asset.sizeBytes();
-  return bytes;
-}
-
-}  // namespace
-
 FileError interruptionOf(const FileError& error, const Folder& destination) {
   if (!stopsRun(error, destination)) return error;
   return {error.operation(), destination.path(), error.code()};
@@ -38,7 +28,7 @@ TransferOutcome TransferJob::execute(const TransferPlan& plan, MediaSource& sour
   try {
     outcome.report =
         TransferEngine{setup}.run(plan, source, destination_, progress, std::move(stop));
-    if (!outcome.report.failures.empty())
+    if (!outcome.report->failures.empty())
       outcome.status = TransferRecord::Status::completedWithFailures;
   } catch (const TransferEngine::Cancelled& cancelled) {
     outcome.status = TransferRecord::Status::cancelled;
@@ -60,7 +50,7 @@ TransferOutcome TransferJob::run(const TransferPlan& plan, MediaSource& source,
   }
   memory_.begin(&plan);
   writeLog(log(), "transfer start: files={}, bytes={}, dest={}, zip={}", plan.files.size(),
-           bytesOf(plan), PrivateField{destination_.path()}, false);
+           plan.totalBytes(), PrivateField{destination_.path()}, false);
   outcome = execute(plan, source, progress, std::move(stop));
   outcome.markerFailure = memory_.settle();
   return outcome;

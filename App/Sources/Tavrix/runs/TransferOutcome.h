@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/Shared.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/Folder.h"
 #include "history/TransferRecord.h"
@@ -34,7 +35,7 @@ struct TransferOutcome {
   std::uint64_t unreadFolders = 0;
   /// The number of times the run waited for an unreachable phone.
   std::uint64_t phoneWaits = 0;
-  TransferReport report;  ///< of what was copied, whatever ended the run
+  Shared<TransferReport> report;  ///< of what was copied, whatever ended the run
   /// The error that ended an `interrupted` run.
   std::optional<FileError> interruption;
   /// The reason in words, if the run was not ended by a file error.

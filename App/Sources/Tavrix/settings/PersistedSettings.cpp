@@ -20,46 +20,46 @@ struct Key {
   bool (*load)(Values&, const JsonValue&);
 };
 
-template <double Settings::* field>
+template <auto field>
 std::optional<JsonValue> storeNumber(const Values& values) {
-  return JsonValue{values.settings.*field};
+  return JsonValue{at(values.settings, field)};
 }
 
-template <double Settings::* field>
+template <auto field>
 bool loadNumber(Values& values, const JsonValue& object) {
   const auto number = object.asNumber();
   if (!number || !std::isfinite(*number)) return false;
-  values.settings.*field = *number;
+  at(values.settings, field) = *number;
   return true;
 }
 
-template <int Settings::* field>
+template <auto field>
 std::optional<JsonValue> storeCount(const Values& values) {
-  return JsonValue{static_cast<double>(values.settings.*field)};
+  return JsonValue{static_cast<double>(at(values.settings, field))};
 }
 
 /// Ignores the fraction of the number.
-template <int Settings::* field>
+template <auto field>
 bool loadCount(Values& values, const JsonValue& object) {
   using Limits = std::numeric_limits<int>;
   const auto number = object.asNumber();
   if (!number || !(*number >= Limits::min() && *number <= Limits::max())) return false;
-  values.settings.*field = static_cast<int>(*number);
+  at(values.settings, field) = static_cast<int>(*number);
   return true;
 }
 
 /// A switch is stored as the number 0 or 1; any other number also means on.
-template <bool Settings::* field>
+template <auto field>
 std::optional<JsonValue> storeFlag(const Values& values) {
-  return JsonValue{values.settings.*field ? 1.0 : 0.0};
+  return JsonValue{at(values.settings, field) ? 1.0 : 0.0};
 }
 
-template <bool Settings::* field>
+template <auto field>
 bool loadFlag(Values& values, const JsonValue& object) {
   const bool* const flag = object.asBool();
   const auto number = flag != nullptr ? (*flag ? 1.0 : 0.0) : object.asNumber();
   if (!number) return false;
-  values.settings.*field = *number != 0;
+  at(values.settings, field) = *number != 0;
   return true;
 }
 
@@ -108,12 +108,12 @@ std::optional<NameTemplate> templateOf(const JsonValue& object) {
 }
 
 std::optional<JsonValue> storeTemplate(const Values& values) {
-  return templateObject(values.settings.nameTemplate);
+  return templateObject(values.settings.naming.nameTemplate);
 }
 
 bool loadTemplate(Values& values, const JsonValue& object) {
   auto nameTemplate = templateOf(object);
-  if (nameTemplate) values.settings.nameTemplate = *std::move(nameTemplate);
+  if (nameTemplate) values.settings.naming.nameTemplate = *std::move(nameTemplate);
   return nameTemplate.has_value();
 }
 
@@ -143,24 +143,25 @@ bool loadPresets(Values& values, const JsonValue& object) {
 
 std::optional<JsonValue> storeOverrides(const Values& values) {
   JsonValue::Object object;
-  for (const auto& [id, name] : values.settings.nameOverrides) object.emplace(id, JsonValue{name});
+  for (const auto& [id, name] : values.settings.naming.nameOverrides)
+    object.emplace(id, JsonValue{name});
   return JsonValue{std::move(object)};
 }
 
 bool loadOverrides(Values& values, const JsonValue& object) {
   if (object.asObject() == nullptr) return false;
-  decltype(Settings::nameOverrides) overrides;
+  decltype(Settings::Naming::nameOverrides) overrides;
   for (const auto& [id, name] : *object.asObject()) {
     if (name.asString() == nullptr) return false;
     overrides.emplace(id, *name.asString());
   }
-  values.settings.nameOverrides = std::move(overrides);
+  values.settings.naming.nameOverrides = std::move(overrides);
   return true;
 }
 
 std::optional<JsonValue> storeMerges(const Values& values) {
   JsonValue::Object object;
-  for (const auto& [mode, merges] : values.settings.mergesByMode) {
+  for (const auto& [mode, merges] : values.settings.gathering.mergesByMode) {
     JsonValue::Array lists;
     for (const auto& merge : merges) {
       JsonValue::Array ids;
@@ -185,7 +186,7 @@ bool addMerge(GroupMerges& merges, const JsonValue& object) {
 
 bool loadMerges(Values& values, const JsonValue& object) {
   if (object.asObject() == nullptr) return false;
-  Settings::Merges mergesByMode;
+  Settings::Gathering::Merges mergesByMode;
   for (const auto& [mode, lists] : *object.asObject()) {
     if (lists.asArray() == nullptr) return false;
     GroupMerges& merges = mergesByMode[mode];
@@ -193,7 +194,7 @@ bool loadMerges(Values& values, const JsonValue& object) {
       if (!addMerge(merges, merge)) return false;
     }
   }
-  values.settings.mergesByMode = std::move(mergesByMode);
+  values.settings.gathering.mergesByMode = std::move(mergesByMode);
   return true;
 }
 
@@ -201,32 +202,32 @@ using S = Settings;
 
 constexpr std::string_view homeKey = "manualHome";
 
-template <double Settings::* field>
+template <auto field>
 constexpr Key numberKey(std::string_view name) {
   return {name, name, storeNumber<field>, loadNumber<field>};
 }
-template <int Settings::* field>
+template <auto field>
 constexpr Key countKey(std::string_view name) {
   return {name, name, storeCount<field>, loadCount<field>};
 }
-template <bool Settings::* field>
+template <auto field>
 constexpr Key flagKey(std::string_view name) {
   return {name, name, storeFlag<field>, loadFlag<field>};
 }
 
 constexpr std::array table{
-    numberKey<&S::eventGapHours>("eventGapHours"),
-    numberKey<&S::eventGapKm>("eventGapKm"),
-    flagKey<&S::splitByDistance>("splitByDistance"),
-    numberKey<&S::placeRadiusKm>("placeRadiusKm"),
-    numberKey<&S::tripDistanceKm>("tripDistanceKm"),
-    countKey<&S::tripMinDays>("tripMinDays"),
-    numberKey<&S::tripCityKm>("tripCityKm"),
-    numberKey<&S::tripMaxGapHours>("tripMaxGapHours"),
-    countKey<&S::homeWindowMonths>("homeWindowMonths"),
+    numberKey<&S::Gathering::eventGapHours>("eventGapHours"),
+    numberKey<&S::Gathering::eventGapKm>("eventGapKm"),
+    flagKey<&S::Gathering::splitByDistance>("splitByDistance"),
+    numberKey<&S::Gathering::placeRadiusKm>("placeRadiusKm"),
+    numberKey<&S::Gathering::tripDistanceKm>("tripDistanceKm"),
+    countKey<&S::Gathering::tripMinDays>("tripMinDays"),
+    numberKey<&S::Gathering::tripCityKm>("tripCityKm"),
+    numberKey<&S::Gathering::tripMaxGapHours>("tripMaxGapHours"),
+    countKey<&S::Gathering::homeWindowMonths>("homeWindowMonths"),
     Key{homeKey, "homeOverride", storeHome, loadHome},
-    flagKey<&S::geocodingEnabled>("geocodingEnabled"),
-    flagKey<&S::skipOptimized>("skipOptimized"),
+    flagKey<&S::Naming::geocodingEnabled>("geocodingEnabled"),
+    flagKey<&S::Content::skipOptimized>("skipOptimized"),
     Key{"nameTemplate", "nameTemplate", storeTemplate, loadTemplate},
     Key{savedPresetsKey, "", storePresets, loadPresets},
     Key{"nameOverrides", "nameOverrides", storeOverrides, loadOverrides},
@@ -311,17 +312,18 @@ void forgetAtLaunch(UserDefaults& defaults, bool isDemo) {
 }
 
 std::optional<ManualHome> manualHome(const Settings& settings) {
-  if (!settings.homeOverride) return std::nullopt;
-  return ManualHome{settings.homeOverride->latitude, settings.homeOverride->longitude,
-                    settings.homeOverrideName};
+  if (!settings.gathering.homeOverride) return std::nullopt;
+  return ManualHome{settings.gathering.homeOverride->latitude,
+                    settings.gathering.homeOverride->longitude,
+                    settings.gathering.homeOverrideName};
 }
 
 Settings withManualHome(Settings settings, const std::optional<ManualHome>& home) {
-  settings.homeOverride.reset();
-  settings.homeOverrideName.reset();
+  settings.gathering.homeOverride.reset();
+  settings.gathering.homeOverrideName.reset();
   if (home) {
-    settings.homeOverride = GeoPoint{home->latitude, home->longitude};
-    settings.homeOverrideName = home->name;
+    settings.gathering.homeOverride = GeoPoint{home->latitude, home->longitude};
+    settings.gathering.homeOverrideName = home->name;
   }
   return settings;
 }

@@ -39,62 +39,63 @@ bool store(const std::optional<Value>& value, Field& field) {
   return value.has_value();
 }
 
-template <bool Settings::* field>
+template <auto field>
 bool setBoolean(Settings& settings, std::string_view text) {
-  settings.*field = text == "true";
+  at(settings, field) = text == "true";
   return text == "true" || text == "false";
 }
 
-template <double Settings::* field>
+template <auto field>
 bool setAtLeastZero(Settings& settings, std::string_view text) {
   const auto number = parseFinite(text);
-  return number && *number >= 0 && store(number, settings.*field);
+  return number && *number >= 0 && store(number, at(settings, field));
 }
 
 bool setJpegQuality(Settings& settings, std::string_view text) {
   const auto number = parseFinite(text);
-  return number && *number >= 0 && *number <= 1 && store(number, settings.jpegQuality);
+  return number && *number >= 0 && *number <= 1 && store(number, settings.layout.jpegQuality);
 }
 
-template <int Settings::* field>
+template <auto field>
 bool setCount(Settings& settings, std::string_view text) {
   const auto number = parseNumber<int>(text);
-  return number && *number >= 0 && *number <= largestSettingCount && store(number, settings.*field);
+  return number && *number >= 0 && *number <= largestSettingCount &&
+         store(number, at(settings, field));
 }
 
-template <std::optional<CivilDate> Settings::* field>
+template <auto field>
 bool setDay(Settings& settings, std::string_view text) {
-  return store(parseDay(text), settings.*field);
+  return store(parseDay(text), at(settings, field));
 }
 
-template <std::string Settings::* field>
+template <auto field>
 bool setText(Settings& settings, std::string_view text) {
-  settings.*field = text;
+  at(settings, field) = text;
   return true;
 }
 
 bool setEditedPolicy(Settings& settings, std::string_view text) {
   using enum BundleFilter::EditedPolicy;
   for (const auto policy : {both, editedOnly, originalsOnly}) {
-    if (text == textOf(policy)) return settings.editedPolicy = policy, true;
+    if (text == textOf(policy)) return settings.content.editedPolicy = policy, true;
   }
   return false;
 }
 
 bool setMode(Settings& settings, std::string_view text) {
-  return store(uiGroupingModeOf(text), settings.uiMode);
+  return store(uiGroupingModeOf(text), settings.gathering.uiMode);
 }
 
 bool setGranularity(Settings& settings, std::string_view text) {
-  return store(uiGranularityOf(text), settings.granularity);
+  return store(uiGranularityOf(text), settings.gathering.granularity);
 }
 
 bool setPrefixMode(Settings& settings, std::string_view text) {
-  return store(fileNamePrefixModeOf(text), settings.fileNamePrefixMode);
+  return store(fileNamePrefixModeOf(text), settings.layout.fileNamePrefixMode);
 }
 
 bool setTimeZone(Settings& settings, std::string_view text) {
-  return store(TimeZone::load(text), settings.timeZone);
+  return store(TimeZone::load(text), settings.gathering.timeZone);
 }
 
 bool setHome(Settings& settings, std::string_view text) {
@@ -106,19 +107,19 @@ bool setHome(Settings& settings, std::string_view text) {
   }
   const GeoPoint home{*latitude, *longitude};
   // The name belongs to the previous place only.
-  if (settings.homeOverride != home) settings.homeOverrideName.reset();
-  settings.homeOverride = home;
+  if (settings.gathering.homeOverride != home) settings.gathering.homeOverrideName.reset();
+  settings.gathering.homeOverride = home;
   return true;
 }
 
 bool setHomeName(Settings& settings, std::string_view text) {
-  settings.homeOverrideName.reset();
-  if (!text.empty()) settings.homeOverrideName = text;
+  settings.gathering.homeOverrideName.reset();
+  if (!text.empty()) settings.gathering.homeOverrideName = text;
   return true;
 }
 
 bool setTemplate(Settings& settings, std::string_view text) {
-  settings.nameTemplate = NameTemplateCoding::decodeText(text);
+  settings.naming.nameTemplate = NameTemplateCoding::decodeText(text);
   return true;
 }
 
@@ -135,10 +136,10 @@ std::optional<JsonValue::Object> parseObject(std::string_view text) {
 bool setNameOverrides(Settings& settings, std::string_view text) {
   const auto object = parseObject(text);
   if (!object) return false;
-  settings.nameOverrides.clear();
+  settings.naming.nameOverrides.clear();
   for (const auto& [id, name] : *object) {
     if (name.asString() == nullptr) return false;
-    settings.nameOverrides.emplace(id, *name.asString());
+    settings.naming.nameOverrides.emplace(id, *name.asString());
   }
   return true;
 }
@@ -156,10 +157,10 @@ std::optional<std::vector<std::string>> textsOf(const JsonValue& json) {
 bool setMerges(Settings& settings, std::string_view text) {
   const auto object = parseObject(text);
   if (!object) return false;
-  settings.mergesByMode.clear();
+  settings.gathering.mergesByMode.clear();
   for (const auto& [mode, merges] : *object) {
     if (merges.asArray() == nullptr || !uiGroupingModeOf(mode)) return false;
-    auto& stored = settings.mergesByMode[mode];
+    auto& stored = settings.gathering.mergesByMode[mode];
     for (const JsonValue& merge : *merges.asArray()) {
       auto ids = textsOf(merge);
       if (!ids) return false;
@@ -211,57 +212,57 @@ std::optional<PlaceFilter> placesByFields(const JsonValue::Object& object) {
 bool setPlaces(Settings& settings, std::string_view text) {
   if (trimmedWhiteSpace(text).starts_with('{')) {
     const auto object = parseObject(text);
-    return object && store(placesByFields(*object), settings.places);
+    return object && store(placesByFields(*object), settings.content.places);
   }
-  settings.places = placesByName(text);
-  return !settings.places->cities.empty();
+  settings.content.places = placesByName(text);
+  return !settings.content.places->cities.empty();
 }
 
 using S = Settings;
 using enum SettingForm;
 
 constexpr std::array keys{
-    Key{"includePhotos", boolean, setBoolean<&S::includePhotos>},
-    Key{"includeLive", boolean, setBoolean<&S::includeLive>},
-    Key{"liveOnlyPhoto", boolean, setBoolean<&S::liveOnlyPhoto>},
-    Key{"includeVideos", boolean, setBoolean<&S::includeVideos>},
-    Key{"includeAAE", boolean, setBoolean<&S::includeAAE>},
+    Key{"includePhotos", boolean, setBoolean<&S::Content::includePhotos>},
+    Key{"includeLive", boolean, setBoolean<&S::Content::includeLive>},
+    Key{"liveOnlyPhoto", boolean, setBoolean<&S::Content::liveOnlyPhoto>},
+    Key{"includeVideos", boolean, setBoolean<&S::Content::includeVideos>},
+    Key{"includeAAE", boolean, setBoolean<&S::Content::includeAAE>},
     Key{"editedPolicy", choice, setEditedPolicy, "both editedOnly originalsOnly"},
-    Key{"skipOptimized", boolean, setBoolean<&S::skipOptimized>},
-    Key{"onlyNew", boolean, setBoolean<&S::onlyNew>},
-    Key{"periodFrom", day, setDay<&S::periodFrom>},
-    Key{"periodTo", day, setDay<&S::periodTo>},
+    Key{"skipOptimized", boolean, setBoolean<&S::Content::skipOptimized>},
+    Key{"onlyNew", boolean, setBoolean<&S::Layout::onlyNew>},
+    Key{"periodFrom", day, setDay<&S::Content::periodFrom>},
+    Key{"periodTo", day, setDay<&S::Content::periodTo>},
     Key{"places", places, setPlaces},
     Key{"uiMode", choice, setMode, "byDate events trips flat"},
     Key{"granularity", choice, setGranularity, "day month year"},
     Key{"timeZoneID", timeZone, setTimeZone},
-    Key{"eventGapHours", atLeastZero, setAtLeastZero<&S::eventGapHours>},
-    Key{"eventGapKm", atLeastZero, setAtLeastZero<&S::eventGapKm>},
-    Key{"splitByDistance", boolean, setBoolean<&S::splitByDistance>},
-    Key{"placeRadiusKm", atLeastZero, setAtLeastZero<&S::placeRadiusKm>},
-    Key{"tripDistanceKm", atLeastZero, setAtLeastZero<&S::tripDistanceKm>},
-    Key{"tripMinDays", count, setCount<&S::tripMinDays>},
-    Key{"tripCityKm", atLeastZero, setAtLeastZero<&S::tripCityKm>},
-    Key{"tripMaxGapHours", atLeastZero, setAtLeastZero<&S::tripMaxGapHours>},
-    Key{"homeWindowMonths", count, setCount<&S::homeWindowMonths>},
-    Key{"homeRadiusKm", atLeastZero, setAtLeastZero<&S::homeRadiusKm>},
+    Key{"eventGapHours", atLeastZero, setAtLeastZero<&S::Gathering::eventGapHours>},
+    Key{"eventGapKm", atLeastZero, setAtLeastZero<&S::Gathering::eventGapKm>},
+    Key{"splitByDistance", boolean, setBoolean<&S::Gathering::splitByDistance>},
+    Key{"placeRadiusKm", atLeastZero, setAtLeastZero<&S::Gathering::placeRadiusKm>},
+    Key{"tripDistanceKm", atLeastZero, setAtLeastZero<&S::Gathering::tripDistanceKm>},
+    Key{"tripMinDays", count, setCount<&S::Gathering::tripMinDays>},
+    Key{"tripCityKm", atLeastZero, setAtLeastZero<&S::Gathering::tripCityKm>},
+    Key{"tripMaxGapHours", atLeastZero, setAtLeastZero<&S::Gathering::tripMaxGapHours>},
+    Key{"homeWindowMonths", count, setCount<&S::Gathering::homeWindowMonths>},
+    Key{"homeRadiusKm", atLeastZero, setAtLeastZero<&S::Gathering::homeRadiusKm>},
     Key{"homeOverride", point, setHome},
     Key{"homeOverrideName", text, setHomeName},
-    Key{"photoJPEG", boolean, setBoolean<&S::photoJPEG>},
+    Key{"photoJPEG", boolean, setBoolean<&S::Layout::photoJPEG>},
     Key{"jpegQuality", fraction, setJpegQuality},
-    Key{"videoH264", boolean, setBoolean<&S::videoH264>},
-    Key{"separatePhotoVideo", boolean, setBoolean<&S::separatePhotoVideo>},
-    Key{"flattenSingleKind", boolean, setBoolean<&S::flattenSingleKind>},
+    Key{"videoH264", boolean, setBoolean<&S::Layout::videoH264>},
+    Key{"separatePhotoVideo", boolean, setBoolean<&S::Layout::separatePhotoVideo>},
+    Key{"flattenSingleKind", boolean, setBoolean<&S::Layout::flattenSingleKind>},
     Key{"fileNamePrefixMode", choice, setPrefixMode, "none phone custom"},
-    Key{"customFileNamePrefix", text, setText<&S::customFileNamePrefix>},
-    Key{"packAsZip", boolean, setBoolean<&S::packAsZip>},
-    Key{"packPerGroup", boolean, setBoolean<&S::packPerGroup>},
+    Key{"customFileNamePrefix", text, setText<&S::Layout::customFileNamePrefix>},
+    Key{"packAsZip", boolean, setBoolean<&S::Layout::packAsZip>},
+    Key{"packPerGroup", boolean, setBoolean<&S::Layout::packPerGroup>},
     Key{"nameTemplate", nameTemplate, setTemplate},
-    Key{"geocodingEnabled", boolean, setBoolean<&S::geocodingEnabled>},
-    Key{"mergeDistricts", boolean, setBoolean<&S::mergeDistricts>},
-    Key{"mergeSameNames", boolean, setBoolean<&S::mergeSameNames>},
-    Key{"datelessName", text, setText<&S::datelessName>},
-    Key{"nameByGroupID", boolean, setBoolean<&S::nameByGroupID>},
+    Key{"geocodingEnabled", boolean, setBoolean<&S::Naming::geocodingEnabled>},
+    Key{"mergeDistricts", boolean, setBoolean<&S::Naming::mergeDistricts>},
+    Key{"mergeSameNames", boolean, setBoolean<&S::Naming::mergeSameNames>},
+    Key{"datelessName", text, setText<&S::Naming::datelessName>},
+    Key{"nameByGroupID", boolean, setBoolean<&S::Naming::nameByGroupID>},
     Key{"nameOverrides", textMap, setNameOverrides},
     Key{"mergesByMode", merges, setMerges},
 };

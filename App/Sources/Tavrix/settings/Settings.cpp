@@ -35,8 +35,8 @@ DateGranularity dateGranularity(UIGranularity granularity) {
 
 TransferOptions::Container container(const Settings& settings) {
   using enum TransferOptions::Container;
-  if (!settings.packAsZip) return folder;
-  return settings.packPerGroup ? zipPerGroup : zipWhole;
+  if (!settings.layout.packAsZip) return folder;
+  return settings.layout.packPerGroup ? zipPerGroup : zipWhole;
 }
 
 }  // namespace
@@ -59,30 +59,31 @@ std::optional<UIGranularity> uiGranularityOf(std::string_view text) {
 
 Settings initialSettings(const TimeZone& zone, const std::string& systemLocaleID) {
   Settings settings;
-  settings.timeZone = zone;
-  settings.datelessName = FolderNaming::initialDatelessName(languageOfLocale(systemLocaleID));
+  settings.gathering.timeZone = zone;
+  settings.naming.datelessName =
+      FolderNaming::initialDatelessName(languageOfLocale(systemLocaleID));
   return settings;
 }
 
 BundleFilter bundleFilter(const Settings& settings) {
   BundleFilter filter;
-  filter.includePhotos = settings.includePhotos;
-  filter.includeLive = settings.includeLive;
-  filter.liveOnlyPhoto = settings.liveOnlyPhoto;
-  filter.includeVideos = settings.includeVideos;
-  filter.includeAAE = settings.includeAAE;
-  filter.editedPolicy = settings.editedPolicy;
-  filter.skipOptimized = settings.skipOptimized;
-  filter.from = settings.periodFrom;
-  filter.to = settings.periodTo;
-  filter.places = settings.places;
+  filter.includePhotos = settings.content.includePhotos;
+  filter.includeLive = settings.content.includeLive;
+  filter.liveOnlyPhoto = settings.content.liveOnlyPhoto;
+  filter.includeVideos = settings.content.includeVideos;
+  filter.includeAAE = settings.content.includeAAE;
+  filter.editedPolicy = settings.content.editedPolicy;
+  filter.skipOptimized = settings.content.skipOptimized;
+  filter.from = settings.content.periodFrom;
+  filter.to = settings.content.periodTo;
+  filter.places = settings.content.places;
   return filter;
 }
 
 GroupingMode groupingMode(const Settings& settings) {
-  switch (settings.uiMode) {
+  switch (settings.gathering.uiMode) {
     case UIGroupingMode::byDate:
-      return grouping_mode::ByDate{dateGranularity(settings.granularity)};
+      return grouping_mode::ByDate{dateGranularity(settings.gathering.granularity)};
     case UIGroupingMode::events:
       return grouping_mode::Events{};
     case UIGroupingMode::trips:
@@ -95,50 +96,51 @@ GroupingMode groupingMode(const Settings& settings) {
 
 GroupingSettings groupingSettings(const Settings& settings) {
   GroupingSettings grouping;
-  grouping.timeZone = settings.timeZone;
-  grouping.eventGapHours = settings.eventGapHours;
-  grouping.eventGapKm = settings.eventGapKm;
-  grouping.splitByDistance = settings.splitByDistance;
-  grouping.placeRadiusKm = settings.placeRadiusKm;
-  grouping.tripDistanceKm = settings.tripDistanceKm;
-  grouping.tripMinDays = settings.tripMinDays;
-  grouping.tripCityKm = settings.tripCityKm;
-  grouping.homeRadiusKm = settings.homeRadiusKm;
+  grouping.timeZone = settings.gathering.timeZone;
+  grouping.eventGapHours = settings.gathering.eventGapHours;
+  grouping.eventGapKm = settings.gathering.eventGapKm;
+  grouping.splitByDistance = settings.gathering.splitByDistance;
+  grouping.placeRadiusKm = settings.gathering.placeRadiusKm;
+  grouping.tripDistanceKm = settings.gathering.tripDistanceKm;
+  grouping.tripMinDays = settings.gathering.tripMinDays;
+  grouping.tripCityKm = settings.gathering.tripCityKm;
+  grouping.homeRadiusKm = settings.gathering.homeRadiusKm;
   using Days = std::numeric_limits<int>;
   grouping.homeWindowDays =
-      static_cast<int>(std::clamp(std::int64_t{settings.homeWindowMonths} * daysOfMonth,
+      static_cast<int>(std::clamp(std::int64_t{settings.gathering.homeWindowMonths} * daysOfMonth,
                                   std::int64_t{0}, std::int64_t{Days::max()}));
-  grouping.homeOverride = settings.homeOverride;
-  grouping.tripMaxGapHours = settings.tripMaxGapHours;
+  grouping.homeOverride = settings.gathering.homeOverride;
+  grouping.tripMaxGapHours = settings.gathering.tripMaxGapHours;
   return grouping;
 }
 
 FolderNaming::Settings namingSettings(const Settings& settings, const std::string& systemLocaleID) {
   FolderNaming::Settings naming;
-  naming.nameTemplate = settings.nameTemplate;
-  naming.overrides = settings.nameOverrides;
-  naming.timeZone = settings.timeZone;
-  naming.geocodingEnabled = settings.geocodingEnabled;
-  naming.nameByGroupID = settings.nameByGroupID;
-  naming.mergeSameNames = settings.mergeSameNames;
-  naming.placeRadiusKm = settings.placeRadiusKm;
-  naming.datelessName = settings.datelessName;
+  naming.nameTemplate = settings.naming.nameTemplate;
+  naming.overrides = settings.naming.nameOverrides;
+  naming.timeZone = settings.gathering.timeZone;
+  naming.geocodingEnabled = settings.naming.geocodingEnabled;
+  naming.nameByGroupID = settings.naming.nameByGroupID;
+  naming.mergeSameNames = settings.naming.mergeSameNames;
+  naming.datelessName = settings.naming.datelessName;
   naming.systemLocaleID = systemLocaleID;
   return naming;
 }
 
 TransferOptions transferOptions(const Settings& settings, std::string_view deviceName) {
   TransferOptions options;
-  options.separatePhotoVideo = settings.separatePhotoVideo;
-  options.flattenSingleKind = settings.flattenSingleKind;
-  options.onlyNew = settings.onlyNew;
-  options.photoFormat = settings.photoJPEG ? PhotoOutputFormat::jpeg : PhotoOutputFormat::original;
-  options.jpegQuality = settings.jpegQuality;
-  options.videoFormat = settings.videoH264 ? VideoOutputFormat::h264 : VideoOutputFormat::original;
+  options.separatePhotoVideo = settings.layout.separatePhotoVideo;
+  options.flattenSingleKind = settings.layout.flattenSingleKind;
+  options.onlyNew = settings.layout.onlyNew;
+  options.photoFormat =
+      settings.layout.photoJPEG ? PhotoOutputFormat::jpeg : PhotoOutputFormat::original;
+  options.jpegQuality = settings.layout.jpegQuality;
+  options.videoFormat =
+      settings.layout.videoH264 ? VideoOutputFormat::h264 : VideoOutputFormat::original;
   options.container = container(settings);
-  options.flatLayout = settings.uiMode == UIGroupingMode::flat;
-  std::string prefix =
-      fileNamePrefix(settings.fileNamePrefixMode, settings.customFileNamePrefix, deviceName);
+  options.flatLayout = settings.gathering.uiMode == UIGroupingMode::flat;
+  std::string prefix = fileNamePrefix(settings.layout.fileNamePrefixMode,
+                                      settings.layout.customFileNamePrefix, deviceName);
   if (!prefix.empty()) options.fileNamePrefix = std::move(prefix);
   return options;
 }

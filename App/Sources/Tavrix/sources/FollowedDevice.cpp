@@ -6,17 +6,23 @@ namespace tavrix {
 
 FollowedDevice::FollowedDevice(Setup setup)
     : setup_(std::move(setup)), wanted_(setup_.watcher.wanted()) {
-  watcherSubscription_ = setup_.watcher.subscribe(
-      {.stateChanged = [this](const DeviceState& state) { follow(state); }});
-  modelSubscription_ =
-      setup_.model.subscribe([this](const AppState& before, const AppState& after) {
-        const bool isTransferring = std::holds_alternative<app_phase::Transferring>(after.phase);
-        if (before.phase.index() != after.phase.index()) keepToRun(isTransferring);
-      });
+  watcherSubscription_ =
+      setup_.watcher.subscribe({.stateChanged = [this](const DeviceState& state) { follow(state); },
+                                .unseenChanged = [this](bool) { publishDevice(); },
+                                .othersChanged = [this](const auto&) { publishDevice(); }});
+  setup_.model.steerWith([this](bool isTransferring) { keepToRun(isTransferring); });
   follow(setup_.watcher.state());
 }
 
+FollowedDevice::~FollowedDevice() { setup_.model.steerWith({}); }
+
+void FollowedDevice::publishDevice() {
+  const DeviceWatcher& watcher = setup_.watcher;
+  setup_.model.deviceChanged({watcher.state(), watcher.phoneOnCableButUnseen(), watcher.others()});
+}
+
 void FollowedDevice::follow(const DeviceState& state) {
+  publishDevice();
   if (const auto* const ready = state.as<DeviceState::Ready>()) {
     deviceID_ = ready->phone.deviceID;
     ConnectedSource source = sourceOf(*ready);

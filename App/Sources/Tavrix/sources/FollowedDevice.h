@@ -5,9 +5,10 @@
 
 namespace tavrix {
 
-/// Connects a device watcher to a model: the model gets the phone that the watcher has read, and
-/// learns when it leaves. During a run the watcher reads only the phone of that run. Model and
-/// watcher outlive this object; the watcher and the browser outlive every run.
+/// Connects a device watcher to a model: the model gets the phone that the watcher has read, learns
+/// when it leaves, and displays the state of all phones. During a run the watcher reads only the
+/// phone of that run. Model and watcher outlive this object; the watcher and the browser outlive
+/// every run. A model is connected to at most one watcher.
 class FollowedDevice {
  public:
   struct Setup {
@@ -19,9 +20,13 @@ class FollowedDevice {
   };
 
   explicit FollowedDevice(Setup setup);
+  ~FollowedDevice();
+  FollowedDevice(const FollowedDevice&) = delete;
+  FollowedDevice& operator=(const FollowedDevice&) = delete;
 
  private:
   void follow(const DeviceState& state);
+  void publishDevice();
   ConnectedSource sourceOf(const DeviceState::Ready& ready) const;
   void keepToRun(bool isTransferring);
 
@@ -29,7 +34,6 @@ class FollowedDevice {
   std::string wanted_;    ///< phone that the watcher wants while no run is in progress
   std::string deviceID_;  ///< of the phone that was ready last
   DeviceWatcher::Subscription watcherSubscription_;
-  AppModel::Subscription modelSubscription_;
 };
 
 }  // namespace tavrix

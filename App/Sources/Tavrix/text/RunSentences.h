@@ -52,6 +52,10 @@ inline constexpr Sentence<std::string, std::string> diskFull{
     "There is no space on the disk: {} more is needed ({} free). Free some space — I will carry on "
     "by myself."};
 
+inline constexpr Sentence<> destinationInUse{
+    "В эту папку сейчас пишет другой перенос. Когда он закончится — продолжу сам.",
+    "Another transfer is writing to this folder. When it has ended, I will carry on by myself."};
+
 // The reasons why files were not packed.
 inline constexpr Sentence<std::string> zipUnsafeName{"имя «{}» не годится для архива",
                                                      "the name “{}” cannot stand in an archive"};

@@ -112,8 +112,8 @@ TEST_F(DeviceWatcherTest, phone_isReadAsItsCatalogueAndCounted) {
   start();
   ASSERT_TRUE(reach<State::Ready>());
   EXPECT_EQ(ready().deviceName, "Аня");
-  EXPECT_EQ(ready().assets.size(), 6U);
-  EXPECT_EQ(ready().assets.front().id(), "100APPLE/0.JPG");
+  EXPECT_EQ(ready().assets->size(), 6U);
+  EXPECT_EQ(ready().assets->front().id(), "100APPLE/0.JPG");
   EXPECT_EQ(ready().catalogue->progress.read, 6U);
   EXPECT_EQ(told.front(), "connecting");
   EXPECT_EQ(told.back(), "ready");
@@ -160,7 +160,7 @@ TEST_F(DeviceWatcherTest, phoneThatLeavesWhileRead_isReadToItsEndWhenItIsBack) {
     start();
     ASSERT_TRUE(reach<State::Ready>()) << place;
     EXPECT_THAT(told, testing::Contains("stopped")) << place;
-    EXPECT_EQ(ready().assets.size(), 6U);
+    EXPECT_EQ(ready().assets->size(), 6U);
     EXPECT_EQ(ready().catalogue->progress.hits, place / size) << place;
     watcher.reset();
   }
@@ -181,7 +181,7 @@ TEST_F(DeviceWatcherTest, phoneThatComesBackAsAnother_isReadAsTheOther) {
   start();
   ASSERT_TRUE(reach<State::Ready>());
   EXPECT_EQ(ready().deviceName, "Other");
-  EXPECT_EQ(ready().assets.size(), 1U);
+  EXPECT_EQ(ready().assets->size(), 1U);
   EXPECT_TRUE(counts.counts.contains("lastCatalogCount-SIMULATED2"));
   EXPECT_FALSE(counts.counts.contains("lastCatalogCount-SIMULATED1"));
 }
@@ -206,7 +206,7 @@ TEST_F(DeviceWatcherTest, readingThatIsStopped_endsSoonAndGoesOnFromTheCache) {
   watcher->start();
   ASSERT_TRUE(reach<State::Ready>());
   EXPECT_GE(ready().catalogue->progress.hits, 2U);
-  EXPECT_EQ(ready().assets.size(), 6U);
+  EXPECT_EQ(ready().assets->size(), 6U);
 }
 
 TEST_F(DeviceWatcherTest, watcherThatGoesWhileReading_leavesTheLoopNothingToDo) {
@@ -265,7 +265,7 @@ TEST_F(DeviceWatcherTest, phoneThatHangs_failsAndIsReadWhenItSpeaksAgain) {
   EXPECT_EQ(watcher->state().as<State::Failed>()->deviceName, "iPhone");
   simulator.change(0, [](SimulatedPhone& phone) { phone.hangs = false; });
   ASSERT_TRUE(reach<State::Ready>());
-  EXPECT_EQ(ready().assets.size(), 6U);
+  EXPECT_EQ(ready().assets->size(), 6U);
 }
 
 TEST_F(DeviceWatcherTest, serviceThatIsMissing_isToldAndWaitedFor) {

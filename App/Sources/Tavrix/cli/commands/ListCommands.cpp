@@ -3,7 +3,7 @@
 #include "cli/commands/Commands.h"
 #include "cli/printing/ResultPrinter.h"
 #include "cli/sessions/CommandContext.h"
-#include "cli/sessions/PlaceNames.h"
+#include "cli/sessions/OpenPlaceNaming.h"
 #include "cli/sessions/Source.h"
 #include "media/BundleBuilder.h"
 #include "text/SentenceParts.h"
@@ -20,7 +20,7 @@ ExitStatus listBundles(const CommandContext& context) {
 }
 
 ExitStatus listGroups(const CommandContext& context) {
-  const auto naming = placeNaming(context);
+  const auto naming = openPlaceNaming(context);
   const Library library = readLibrary(context, naming.get());
   if (naming) naming->save();
   context.printer.groups(library);
@@ -28,7 +28,7 @@ ExitStatus listGroups(const CommandContext& context) {
 }
 
 ExitStatus writeSnapshot(const CommandContext& context) {
-  checkCatalogueFolder(context, context.call.operands.at(1));
+  checkSnapshotFolder(context, context.call.operands.at(1));
   const auto items = readItems(context);
   const std::string path = writeItems(items, context.call.operands.at(1));
   context.printer.snapshotWritten(path, items.size());

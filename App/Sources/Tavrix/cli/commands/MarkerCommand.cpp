@@ -4,7 +4,7 @@
 #include "cli/printing/ResultPrinter.h"
 #include "cli/sentences/VerifySentences.h"
 #include "cli/sessions/CommandContext.h"
-#include "cli/sessions/PlaceNames.h"
+#include "cli/sessions/OpenPlaceNaming.h"
 #include "cli/sessions/ReadingProgress.h"
 #include "cli/sessions/Source.h"
 #include "runs/Destination.h"
@@ -28,7 +28,7 @@ TransferPlan planIntoNothing(const CommandContext& context, const Library& libra
 std::vector<MediaAsset> assetsOf(const Library& library) {
   std::vector<MediaAsset> assets;
   assets.reserve(library.fileCount);
-  for (const AssetBundle& bundle : library.bundles) {
+  for (const AssetBundle& bundle : *library.bundles) {
     assets.insert(assets.end(), bundle.assets().begin(), bundle.assets().end());
   }
   return assets;
@@ -71,7 +71,7 @@ void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& r
 ExitStatus rebuildMarker(const CommandContext& context) {
   const std::string& path = context.call.operands.at(1);
   checkApart(context, path);
-  const auto naming = placeNaming(context);
+  const auto naming = openPlaceNaming(context);
   const Library library = readLibrary(context, naming.get());
   const auto files = sourceOf(context).files();
   files->checkMedia();
@@ -88,7 +88,7 @@ ExitStatus rebuildMarker(const CommandContext& context) {
                                     {listing, phone.hash, assets, plan, workerCount()},
                                     progress.receiver(), stop);
   }();
-  save(context, *folder, listing.marker, phone, report, library.bundles);
+  save(context, *folder, listing.marker, phone, report, *library.bundles);
   writeLog(context.log, "marker rebuilt: files={}, recognised={}, bytes={}, stopped={}",
            report.files.size(), report.count(Recognition::recognised), report.bytesRead,
            report.isStopped);

@@ -6,12 +6,13 @@
 #include "cli/sessions/ChosenPlaces.h"
 #include "cli/sessions/CommandContext.h"
 #include "cli/sessions/Failures.h"
-#include "cli/sessions/PlaceNames.h"
+#include "cli/sessions/OpenPlaceNaming.h"
 #include "cli/sessions/Source.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 #include "library/PlaceSpelling.h"
 #include "media/BundleBuilder.h"
+#include "places/GeocodingCache.h"
 #include "settings/StateFolder.h"
 #include "text/SourceSentences.h"
 
@@ -24,7 +25,7 @@ std::shared_ptr<const PlaceLookup> lookupOf(const CommandContext& context,
                                             PlaceNaming* naming) {
   if (naming == nullptr) return nullptr;
   std::vector<std::string> localeIDs;
-  if (context.settings.places) localeIDs = languagesOf(*context.settings.places);
+  if (context.settings.content.places) localeIDs = languagesOf(*context.settings.content.places);
   return naming->name(positionsOf(bundles), context.settings, localeIDs);
 }
 
@@ -33,12 +34,13 @@ std::shared_ptr<const PlaceLookup> lookupOf(const CommandContext& context,
 ExitStatus listPlaces(const CommandContext& context) {
   const Settings& settings = context.settings;
   const auto bundles = BundleBuilder::makeBundles(readCatalogue(context));
-  const auto naming = placeNaming(context);
+  const auto naming = openPlaceNaming(context);
   const auto lookup = lookupOf(context, bundles, naming.get());
   const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
-  const auto kept = filtered(bundles, bundleFilter(spelled), {settings.timeZone, lookup.get()});
+  const auto kept =
+      filtered(bundles, bundleFilter(spelled), {settings.gathering.timeZone, lookup.get()});
   tellUnknownPlaces(context, bundles, lookup.get());
-  PlacesResult result{placesOf(kept, settings.placeRadiusKm), std::nullopt};
+  PlacesResult result{placesOf(kept, settings.gathering.placeRadiusKm), std::nullopt};
   if (lookup) {
     addNames(result.places, settings, *naming);
     result.tree =

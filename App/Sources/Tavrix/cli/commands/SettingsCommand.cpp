@@ -108,7 +108,7 @@ DefaultsChanges changeTo(const CommandContext& context, const UserDefaults& defa
     throw settingFailure(language, *error);
   }
   values.settings = std::get<Settings>(std::move(changed));
-  if (assignment.name == homeName && !values.settings.homeOverride) {
+  if (assignment.name == homeName && !values.settings.gathering.homeOverride) {
     failUsage(say(language, sentences::homeNameWithoutHome));
   }
   const auto key = *PersistedSettings::keyOf(assignment.name);
@@ -126,7 +126,7 @@ DefaultsChanges languageChange(const CommandContext& context, const std::string&
 DefaultsChanges removal(const UserDefaults& defaults, std::string_view name) {
   if (name == homeName) {
     auto values = PersistedSettings::read(defaults, {});
-    values.settings.homeOverrideName.reset();
+    values.settings.gathering.homeOverrideName.reset();
     const auto key = *PersistedSettings::keyOf(name);
     return {{std::string{key}, PersistedSettings::objectOf(key, values)}};
   }

@@ -66,7 +66,7 @@ ExitStatus renderTemplate(const CommandContext& context) {
   NameContext known;
   known.dateStart = reader.instant("dateStart");
   known.dateEnd = reader.instant("dateEnd");
-  known.timeZone = reader.zone("timeZone", context.settings.timeZone);
+  known.timeZone = reader.zone("timeZone", context.settings.gathering.timeZone);
   known.city = reader.text("city");
   known.countryName = reader.text("countryName");
   known.countryCode = reader.text("countryCode");

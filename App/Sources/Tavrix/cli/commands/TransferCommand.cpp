@@ -10,8 +10,8 @@
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/FindingsText.h"
 #include "cli/sessions/ModelSession.h"
+#include "cli/sessions/OpenPlaceNaming.h"
 #include "cli/sessions/PhoneSession.h"
-#include "cli/sessions/PlaceNames.h"
 #include "cli/sessions/Source.h"
 #include "foundation/Log.h"
 #include "foundation/Sentences.h"
@@ -36,15 +36,14 @@ class TransferSession {
  public:
   TransferSession(const CommandContext& context, PlaceNaming* naming)
       : context_(context), session_(context, naming, false) {
-    subscription_ = model().subscribe(
-        [this](const AppState& before, const AppState& after) { follow(before, after); });
+    subscription_ = model().subscribe([this](const StateChange& change) { follow(change); });
   }
 
   AppModel& model() { return session_.model(); }
   const std::optional<std::string>& recordFailure() const { return session_.recordFailure(); }
 
   /// Returns when the run has ended. Throws the error that stopped it before its first byte.
-  const RunInProgress& carryOut() {
+  const Run& carryOut() {
     if (isPhone(context_.call.source())) {
       heedInterrupts();
       phone_.emplace(session_);
@@ -54,7 +53,7 @@ class TransferSession {
       open();
       model().startTransfer();
       session_.runUntil([this] { return hasEnded(); });
-      if (const auto& failure = model().startFailure()) std::rethrow_exception(failure);
+      if (const auto* const failure = startFailure()) std::rethrow_exception(failure->error);
       if (isGivenUp_) {
         throw CommandFailure{ExitStatus::cancelled,
                              say(context_.language(), sentences::runCancelled)};
@@ -70,11 +69,14 @@ class TransferSession {
     phone_->connect(stop_);
     session_.openDestination();
   }
+  const overlay::StartFailure* startFailure() {
+    return model().state().overlay.as<overlay::StartFailure>();
+  }
   /// Returns true if the run, or the attempt to start one, has ended.
   bool hasEnded() {
-    const RunInProgress* const run = model().run();
-    if (run != nullptr) return run->stage == RunInProgress::Stage::ended;
-    return model().startFailure() || model().state().transferBlocker || isGivenUp_;
+    const Run* const run = model().run();
+    if (run != nullptr) return run->is<run_stage::Ended>();
+    return startFailure() != nullptr || transferBlocker(model().state()) || isGivenUp_;
   }
 
   void heedInterrupts() {
@@ -89,14 +91,14 @@ class TransferSession {
     });
   }
 
-  void follow(const AppState& before, const AppState& after) {
-    if (!isTransferring(before) && isTransferring(after)) begin();
-    if (before.transferPausedReason != after.transferPausedReason) followPause(after);
-    if (after.progress && before.progress != after.progress) show(*after.progress);
+  void follow(const StateChange& change) {
+    if (!isTransferring(change.before) && isTransferring(change.after)) begin();
+    if (change.before.pause != change.after.pause) followPause(change.before, change.after);
+    if (change.after.progress && change.has(StateTopic::progress)) show(*change.after.progress);
   }
 
   void begin() {
-    const RunInProgress& run = *model().run();
+    const Run& run = *model().run();
     tellLoaded(context_, *run.library, *run.plan);
     tellFindings(context_, run.findings);
     tellSpace(context_, run.findings);
@@ -106,17 +108,17 @@ class TransferSession {
     if (stop_.stop_requested()) model().cancelTransfer();
   }
 
-  void followPause(const AppState& state) {
-    if (state.transferPausedReason) {
-      session_.tell(*state.transferPausedReason);
+  void followPause(const AppState& before, const AppState& after) {
+    if (after.pause) {
+      session_.tell(pauseText(context_.language(), *after.pause));
       if (phone_) phone_->tellOtherPhones();
       return;
     }
     // The pause may have ended with the run.
-    if (!isTransferring(state) || model().run()->isCancelled) return;
-    const bool wasPhone = model().run()->stage == RunInProgress::Stage::pausedForPhone;
+    if (!isTransferring(after) || !before.pause) return;
+    const bool wasFull = std::holds_alternative<run_pause::DiskFull>(*before.pause);
     session_.tell(
-        say(context_.language(), wasPhone ? sentences::phoneIsBack : sentences::spaceIsFree));
+        say(context_.language(), wasFull ? sentences::spaceIsFree : sentences::phoneIsBack));
   }
 
   void show(const TransferProgressSnapshot& progress) {
@@ -149,7 +151,7 @@ ExitStatus statusOf(const TransferOutcome& outcome) {
 
 /// Reports on standard error the ends of a run that are not regular: cancellation, interruption,
 /// and failures.
-void tellEnd(const CommandContext& context, const RunInProgress& run) {
+void tellEnd(const CommandContext& context, const Run& run) {
   const Language language = context.language();
   const TransferOutcome& outcome = run.outcome;
   if (outcome.status == TransferRecord::Status::cancelled) {
@@ -176,15 +178,19 @@ void tellEnd(const CommandContext& context, const RunInProgress& run) {
 ExitStatus showPlan(const CommandContext& context) {
   checkApart(context, context.call.destination());
   // A plan writes nothing at all.
-  const auto naming = placeNaming(context, false);
+  const auto naming = openPlaceNaming(context, false);
   ModelSession session{context, naming.get(), true};
   session.open();
   const AppModel& model = session.model();
-  if (const auto& failure = model.destinationFailure()) std::rethrow_exception(failure);
+  if (const auto* const refused =
+          std::get_if<destination_state::Refused>(&model.state().destinationState)) {
+    std::rethrow_exception(refused->error);
+  }
   const TransferPlan& plan = *model.plan().plan;
   tellLoaded(context, *model.library(), plan);
-  const auto packing = packingOf(context.settings, deviceName(context),
-                                 context.settings.timeZone.dateAt(context.surroundings.now()));
+  const auto packing =
+      packingOf(context.settings, deviceName(context),
+                context.settings.gathering.timeZone.dateAt(context.surroundings.now()));
   std::optional<std::uint64_t> freeBytes;
   const auto folder = Destination::openExisting(context.call.destination());
   const auto& content = model.plan().destination;
@@ -194,7 +200,7 @@ ExitStatus showPlan(const CommandContext& context) {
     tellFindings(context, findings);
     freeBytes = findings.freeBytes;
   }
-  const bool isFlat = context.settings.uiMode == UIGroupingMode::flat;
+  const bool isFlat = context.settings.gathering.uiMode == UIGroupingMode::flat;
   context.printer.plan({*model.library(), plan, context.call.destination(), isFlat, freeBytes,
                         neededBytes(plan, packing)});
   return ExitStatus::done;
@@ -202,9 +208,9 @@ ExitStatus showPlan(const CommandContext& context) {
 
 ExitStatus transfer(const CommandContext& context) {
   checkApart(context, context.call.destination());
-  const auto naming = placeNaming(context);
+  const auto naming = openPlaceNaming(context);
   TransferSession session{context, naming.get()};
-  const RunInProgress& run = session.carryOut();
+  const Run& run = session.carryOut();
   tellEnd(context, run);
   if (const auto& failure = session.recordFailure()) context.warn(*failure);
   if (naming) naming->save();

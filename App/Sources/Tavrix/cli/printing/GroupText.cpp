@@ -39,13 +39,13 @@ std::string mergedNote(Language language, const MediaGroup& group) {
 
 GroupIndex::GroupIndex(const Library& library) {
   for (const FolderNaming::Row& row : library.rows) {
-    entries_[row.group.id] = {&row.group, &row.name};
-    for (const MediaGroup& child : row.group.children) entries_[child.id] = {&child, &row.name};
+    entries_[row.group->id] = {&*row.group, &row.name};
+    for (const MediaGroup& child : row.group->children) entries_[child.id] = {&child, &row.name};
   }
 }
 
 void TextPrinter::home(const Library& library) {
-  if (!library.home || library.filteredBundles.empty()) return;
+  if (!library.home || library.filteredBundles->empty()) return;
   const auto text = [&](const HomeCandidate& each) { return candidateText(language_, each); };
   const auto& [point, isManual, name, rivals, recentSpanDays] = *library.home;
   line("");

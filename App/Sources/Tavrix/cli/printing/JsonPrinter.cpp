@@ -54,7 +54,7 @@ void writeCounts(JsonWriter& json, const MediaGroup::MediaCounts& counts) {
 }
 
 void writeGroup(JsonWriter& json, const FolderNaming::Row& row) {
-  const MediaGroup& group = row.group;
+  const MediaGroup& group = *row.group;
   json.beginObject().field("id", group.id).field("folderName", row.name);
   writeInstant(json, "dateStart", group.dateStart);
   writeInstant(json, "dateEnd", group.dateEnd);
@@ -160,7 +160,7 @@ void JsonPrinter::groups(const Library& library) {
     writeHomeCandidate(json, candidate);
   }
   json.endArray().field("homeIsAmbiguous", library.homeIsAmbiguous);
-  json.field("filteredBundles", library.filteredBundles.size());
+  json.field("filteredBundles", library.filteredBundles->size());
   json.field("optimizedCount", library.optimizedCount);
   writeReasons(json, library);
   json.endObject().finish();
@@ -192,7 +192,7 @@ void JsonPrinter::plan(const PlanResult& result) {
 void JsonPrinter::transfer(const TransferResult& result) {
   JsonWriter json{sink_};
   json.beginObject().field("status", textOf(result.outcome.status)).key("report");
-  writeReport(json, result.outcome.report);
+  writeReport(json, *result.outcome.report);
   if (result.recordID) json.field("recordID", result.recordID->text());
   json.endObject().finish();
 }

@@ -5,7 +5,9 @@
 
 namespace tavrix::cli {
 
-/// Prints one JSON document per result, identical in every language. Omits absent values.
+/// Prints one JSON document per result. The language of the call changes neither keys nor values:
+/// sentences are in Russian, except in history records, which keep the language of their run. Omits
+/// absent values. The sink must outlive this object and may throw.
 class JsonPrinter : public ResultPrinter {
  public:
   explicit JsonPrinter(TextSink& sink) : sink_(sink) {}

@@ -108,8 +108,8 @@ struct FolderLine {
 std::vector<FolderLine> folderLines(const Library& library) {
   std::vector<FolderLine> lines;
   for (const FolderNaming::Row& row : library.rows) {
-    lines.push_back({row.name, &row.group});
-    for (const MediaGroup& child : row.group.children) lines.push_back({"  " + child.id, &child});
+    lines.push_back({row.name, &*row.group});
+    for (const MediaGroup& child : row.group->children) lines.push_back({"  " + child.id, &child});
   }
   return lines;
 }

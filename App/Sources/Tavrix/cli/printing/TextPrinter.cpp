@@ -135,10 +135,10 @@ void TextPrinter::groups(const Library& library) {
                                      {say(language_, sentences::titleFrom)},
                                      {say(language_, sentences::titleTo)}};
   const bool hasMerged = std::any_of(library.rows.begin(), library.rows.end(),
-                                     [](const auto& row) { return !row.group.children.empty(); });
+                                     [](const auto& row) { return !row.group->children.empty(); });
   if (hasMerged) columns.push_back({say(language_, sentences::titleNotes)});
   table(std::move(columns)).write(sink_, library.rows.size(), [&](std::size_t row) -> Table::Cells {
-    const MediaGroup& group = library.rows[row].group;
+    const MediaGroup& group = *library.rows[row].group;
     const MediaGroup::MediaCounts counts = group.counts();
     Table::Cells cells{library.rows[row].name,
                        number(group.bundles.size()),
@@ -152,7 +152,7 @@ void TextPrinter::groups(const Library& library) {
     return cells;
   });
   for (const FolderNaming::Row& row : library.rows) {
-    const MediaGroup::MediaCounts counts = row.group.counts();
+    const MediaGroup::MediaCounts counts = row.group->counts();
     total.totalBytes += counts.totalBytes;
     fileCount += counts.photos + counts.videos + counts.sidecars + counts.others;
   }

@@ -122,20 +122,20 @@ void TextPrinter::headline(const TransferResult& result) {
   const TransferOutcome& outcome = result.outcome;
   switch (outcome.status) {
     case TransferRecord::Status::completed:
-      return line(say(language_, sentences::runCompleted, bytes(outcome.report.bytesWritten)));
+      return line(say(language_, sentences::runCompleted, bytes(outcome.report->bytesWritten)));
     case TransferRecord::Status::completedWithFailures:
       // No file failed: the source was only partly readable, which the closing lines report.
-      if (outcome.report.failures.empty()) break;
+      if (outcome.report->failures.empty()) break;
       return line(say(language_,
                       outcome.isPacked ? sentences::packingCompletedWithFailures
                                        : sentences::runCompletedWithFailures,
-                      count(outcome.report.failures.size(), sentences::files)));
+                      count(outcome.report->failures.size(), sentences::files)));
     case TransferRecord::Status::cancelled:
     case TransferRecord::Status::interrupted:
       // The error message states why the run ended.
       return;
   }
-  line(say(language_, sentences::runPartlyCompleted, bytes(outcome.report.bytesWritten)));
+  line(say(language_, sentences::runPartlyCompleted, bytes(outcome.report->bytesWritten)));
 }
 
 void TextPrinter::unreadFolders(const TransferOutcome& outcome) {
@@ -153,7 +153,7 @@ void TextPrinter::list(const std::string& title, const std::vector<std::string>&
 }
 
 void TextPrinter::transfer(const TransferResult& result) {
-  const TransferReport& report = result.outcome.report;
+  const TransferReport& report = *result.outcome.report;
   if (result.plan.files.empty()) {
     nothing(result.library, result.destination);
     tally(tallyOf(result.library, result.plan, report), false);

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "cli/sentences/PlaceSentences.h"
+#include "grouping/PlaceTree.h"
 #include "library/PlaceSpelling.h"
 #include "text/SentenceParts.h"
 
@@ -53,8 +54,7 @@ std::string placesIn(const PlaceTree& tree) {
   return printable(joined({texts.begin(), texts.end()}));
 }
 
-}  // namespace
-
+/// Returns the chosen names that no place in the tree has, in alphabetical order.
 std::vector<std::string> unknownPlaces(const PlaceFilter& chosen, const PlaceTree& tree) {
   std::set<std::string> names = chosen.countries;
   names.insert(chosen.cities.begin(), chosen.cities.end());
@@ -62,10 +62,12 @@ std::vector<std::string> unknownPlaces(const PlaceFilter& chosen, const PlaceTre
   return {names.begin(), names.end()};
 }
 
+}  // namespace
+
 void tellUnknownPlaces(const CommandContext& context, const std::vector<AssetBundle>& bundles,
                        const PlaceLookup* lookup) {
   const PlaceFilter chosen =
-      withPlacesSpelled(context.settings, bundles, lookup).places.value_or(PlaceFilter{});
+      withPlacesSpelled(context.settings, bundles, lookup).content.places.value_or(PlaceFilter{});
   if (chosen.countries.empty() && chosen.cities.empty()) return;
   const Language language = context.language();
   const auto tell = [&](const std::string& sentence) {

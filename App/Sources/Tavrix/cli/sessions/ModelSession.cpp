@@ -55,7 +55,7 @@ void ModelSession::openDestination() {
   runUntil([this] { return model_->isSettled(); });
   const auto& library = model_->library();
   if (!library) return;
-  tellUnknownPlaces(context_, library->bundles, library->places.get());
+  tellUnknownPlaces(context_, *library->bundles, library->places.get());
 }
 
 void ModelSession::tell(const std::string& sentence) {

@@ -36,7 +36,7 @@ DeviceWatcher::Setup setupOf(ModelSession& session, USBPhonePresence* bus, Catal
           .bus = bus,
           .counts = counts,
           .cacheDirectory = stateFolder(context),
-          .zone = context.settings.timeZone,
+          .zone = context.settings.gathering.timeZone,
           .now = context.surroundings.now,
           .log = &context.log,
           .wanted = wantedNumber(context.call.source())};
@@ -118,8 +118,8 @@ void PhoneSession::tellUnseen(bool isUnseen) const {
 
 void PhoneSession::tellOtherPhones() const {
   const auto& others = watcher_.others();
-  const RunInProgress* const run = session_.model().run();
-  const bool isAwaited = run != nullptr && run->stage == RunInProgress::Stage::pausedForPhone;
+  const Run* const run = session_.model().run();
+  const bool isAwaited = run != nullptr && run->is<run_stage::AwaitingPhone>();
   if (!isAwaited || others.empty()) return;
   session_.tell(say(context_.language(), sentences::otherPhoneCame,
                     forSentence(deviceNameOf(others.back())), forSentence(run->source.deviceName)));
@@ -140,9 +140,9 @@ void PhoneSession::followReady(const DeviceState::Ready& ready) {
   }
   // All of this was reported when the phone was ready for the first time.
   if (std::exchange(wasRead_, true)) return;
-  tellOthers(context_, ready.phone, watcher_.others());
-  tellReading(context_, *ready.catalogue, ready.phone.deviceID);
-  keepSnapshot(context_, ready.catalogue->items);
+  reportOtherPhones(context_, ready.phone, watcher_.others());
+  reportReading(context_, *ready.catalogue, ready.phone.deviceID);
+  writeRequestedSnapshot(context_, ready.catalogue->items);
 }
 
 }  // namespace tavrix::cli

@@ -67,7 +67,7 @@ void tellLeftOut(const CommandContext& context, const FolderCatalogue& catalogue
 
 }  // namespace
 
-void tellOtherMediaFolders(const CommandContext& context, const std::string& folder) {
+void reportOtherMediaFolders(const CommandContext& context, const std::string& folder) {
   const Language language = context.language();
   const std::string& source = context.call.source();
   if (folder == source) return;
@@ -78,16 +78,16 @@ void tellOtherMediaFolders(const CommandContext& context, const std::string& fol
   }
 }
 
-void tellReading(const CommandContext& context, const FolderCatalogue& catalogue,
-                 const std::string& place) {
+void reportReading(const CommandContext& context, const FolderCatalogue& catalogue,
+                   const std::string& sourceName) {
   tellLeftOut(context, catalogue);
   context.source.unreadFolders = catalogue.unreadFolders();
   writeLog(context.log, "folder read: items={}, left out={}, source={}", catalogue.items.size(),
-           catalogue.leftOut.size(), PrivateField{place});
+           catalogue.leftOut.size(), PrivateField{sourceName});
 }
 
-void tellOthers(const CommandContext& context, const PhoneOnCable& phone,
-                const std::vector<PhoneOnCable>& others) {
+void reportOtherPhones(const CommandContext& context, const PhoneOnCable& phone,
+                       const std::vector<PhoneOnCable>& others) {
   if (others.empty() || !wantedNumber(context.call.source()).empty()) return;
   std::string list;
   for (const PhoneOnCable& other : others) {

@@ -64,7 +64,7 @@ auto readSnapshot(const CommandContext& context, Read read) {
 /// Reads a card or a phone, with a progress bar on a terminal.
 FolderCatalogue readWithBar(const CommandContext& context) {
   const Surroundings& surroundings = context.surroundings;
-  ReadingSetup reading{.zone = context.settings.timeZone,
+  ReadingSetup reading{.zone = context.settings.gathering.timeZone,
                        .cacheDirectory = stateFolder(context),
                        .now = surroundings.now,
                        .log = &context.log,
@@ -86,20 +86,20 @@ FolderCatalogue readWithBar(const CommandContext& context) {
 }
 
 std::vector<SnapshotItem> readCardOrPhone(const CommandContext& context) {
-  std::string place = context.call.source();
+  std::string sourceName = context.call.source();
   if (sourceOf(context).kind() == SourceKind::card) {
     checkStateFolder(context);
-    place = cardOf(context).cameraFolder();
-    tellOtherMediaFolders(context, place);
+    sourceName = cardOf(context).cameraFolder();
+    reportOtherMediaFolders(context, sourceName);
   }
   FolderCatalogue catalogue = readWithBar(context);
   if (!catalogue.isComplete) failStopped(context, catalogue.isKept);
   if (sourceOf(context).kind() == SourceKind::phone) {
     const auto& phone = static_cast<const PhoneSource&>(sourceOf(context));
-    place = phone.phone().deviceID;
-    tellOthers(context, phone.phone(), phone.others());
+    sourceName = phone.phone().deviceID;
+    reportOtherPhones(context, phone.phone(), phone.others());
   }
-  tellReading(context, catalogue, place);
+  reportReading(context, catalogue, sourceName);
   return std::move(catalogue.items);
 }
 
@@ -146,29 +146,29 @@ std::vector<SnapshotItem> readItems(const CommandContext& context) {
 
 std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   const auto snapshotOut = variable(context.surroundings.environment, "SNAPSHOT_OUT");
-  if (snapshotOut) checkCatalogueFolder(context, *snapshotOut);
-  const TimeZone& zone = context.settings.timeZone;
+  if (snapshotOut) checkSnapshotFolder(context, *snapshotOut);
+  const TimeZone& zone = context.settings.gathering.timeZone;
   if (sourceOf(context).kind() != SourceKind::snapshot) {
     const auto items = readItems(context);
-    keepSnapshot(context, items);
+    writeRequestedSnapshot(context, items);
     return Snapshot::assetsOf(items, zone);
   }
   auto assets = readSnapshot(
       context, [&](const SnapshotSource& source) { return source.readAssets({.zone = zone}); });
-  if (snapshotOut) keepSnapshot(context, readItems(context));
+  if (snapshotOut) writeRequestedSnapshot(context, readItems(context));
   return assets;
 }
 
 Library readLibrary(const CommandContext& context, PlaceNaming* naming) {
   Library library = makeLibrary(readCatalogue(context), context.settings,
                                 context.surroundings.systemLocaleID, context.call.explain, naming);
-  tellUnknownPlaces(context, library.bundles, library.places.get());
+  tellUnknownPlaces(context, *library.bundles, library.places.get());
   return library;
 }
 
 ConnectedSource readSource(const CommandContext& context) {
   auto assets = readCatalogue(context);
-  return connectedSource(sourceOf(context), std::move(assets), context.settings.timeZone,
+  return connectedSource(sourceOf(context), std::move(assets), context.settings.gathering.timeZone,
                          context.source.unreadFolders, givenDeviceName(context));
 }
 
@@ -178,7 +178,7 @@ void checkApart(const CommandContext& context, const std::string& destination) {
   sourceOf(context).files()->checkDestination(destination);
 }
 
-void checkCatalogueFolder(const CommandContext& context, const std::string& folder) {
+void checkSnapshotFolder(const CommandContext& context, const std::string& folder) {
   if (sourceOf(context).kind() != SourceKind::card) return;
   const bool isInside = Destination::liesIn(folder, context.call.source()) ||
                         Destination::liesIn(folder, cardOf(context).cameraFolder());
@@ -200,7 +200,7 @@ void checkStateFolder(const CommandContext& context) {
                        say(context.language(), sentences::stateInSource, forSentence(*state))};
 }
 
-void keepSnapshot(const CommandContext& context, const std::vector<SnapshotItem>& items) {
+void writeRequestedSnapshot(const CommandContext& context, const std::vector<SnapshotItem>& items) {
   const auto folder = variable(context.surroundings.environment, "SNAPSHOT_OUT");
   if (folder) writeItems(items, *folder);
 }

@@ -26,7 +26,7 @@ TEST_F(AppModelLaunchTest, settingsOfWrongTypes_leaveInitialValuesAndTheRest) {
                            .asObject()};
   launchWith(kept);
   Settings expected = initial;
-  expected.eventGapKm = 12.5;
+  expected.gathering.eventGapKm = 12.5;
   EXPECT_EQ(*state().settings, expected);
   EXPECT_TRUE(state().savedPresets->empty());
   EXPECT_EQ(kept.object("packAsZip"), std::nullopt) << "never carried over";
@@ -35,8 +35,8 @@ TEST_F(AppModelLaunchTest, settingsOfWrongTypes_leaveInitialValuesAndTheRest) {
 TEST_F(AppModelLaunchTest, choices_areWrittenAsideAndBackAfterARestart) {
   MemoryDefaults kept;
   launchWith(kept);
-  change([](Settings& settings) { settings.eventGapHours = 7; });
-  change([](Settings& settings) { settings.photoJPEG = true; });
+  change([](Settings& settings) { settings.gathering.eventGapHours = 7; });
+  change([](Settings& settings) { settings.layout.photoJPEG = true; });
   model->changeSavedPresets({{"Мой", NameTemplate{}}});
   EXPECT_EQ(kept.object("eventGapHours"), std::nullopt) << "the loop waits for no disk";
   settle();
@@ -44,15 +44,15 @@ TEST_F(AppModelLaunchTest, choices_areWrittenAsideAndBackAfterARestart) {
   EXPECT_EQ(kept.keys().size(), 2) << "exactly what was chosen and is kept";
   const Settings chosen = *state().settings;
   launch();
-  EXPECT_EQ(state().settings->eventGapHours, 7);
-  EXPECT_FALSE(state().settings->photoJPEG);
+  EXPECT_EQ(state().settings->gathering.eventGapHours, 7);
+  EXPECT_FALSE(state().settings->layout.photoJPEG);
   EXPECT_EQ(state().savedPresets->front().name, "Мой");
 
   isDemo = true;
   launch();
-  change([](Settings& settings) { settings.eventGapHours = 9; });
+  change([](Settings& settings) { settings.gathering.eventGapHours = 9; });
   settle();
-  EXPECT_EQ(state().settings->eventGapHours, 9);
+  EXPECT_EQ(state().settings->gathering.eventGapHours, 9);
   EXPECT_EQ(kept.number("eventGapHours"), 7) << "a demo leaves a person's choices alone";
 }
 
@@ -64,16 +64,16 @@ TEST_F(AppModelLaunchTest, twoModelsOnOneFolder_loseNoChoiceOfEither) {
   ModelHarness other;
   other.defaults = &others;
   other.launch();
-  change([](Settings& settings) { settings.eventGapHours = 5; });
+  change([](Settings& settings) { settings.gathering.eventGapHours = 5; });
   Settings settings = *other.state().settings;
-  settings.tripMinDays = 4;
+  settings.gathering.tripMinDays = 4;
   other.model->changeSettings(settings);
   other.settle();
   settle();
   FileDefaults later{folder.path()};
   launchWith(later);
-  EXPECT_EQ(state().settings->eventGapHours, 5);
-  EXPECT_EQ(state().settings->tripMinDays, 4);
+  EXPECT_EQ(state().settings->gathering.eventGapHours, 5);
+  EXPECT_EQ(state().settings->gathering.tripMinDays, 4);
   EXPECT_TRUE(later.takeFaults().empty());
 }
 

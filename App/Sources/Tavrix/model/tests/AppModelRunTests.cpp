@@ -28,20 +28,20 @@ struct AppModelRunTest : testing::Test, ModelHarness {
 
 TEST_F(AppModelRunTest, blockers_startNothing) {
   transfer();
-  EXPECT_EQ(state().transferBlocker, TransferBlocker::noDevice);
+  EXPECT_EQ(transferBlocker(state()), TransferBlocker::noDevice);
   plug();
   settle();
   transfer();
-  EXPECT_EQ(state().transferBlocker, TransferBlocker::noDestination);
+  EXPECT_EQ(transferBlocker(state()), TransferBlocker::noDestination);
   model->setDestination(destination.path());
-  EXPECT_EQ(state().transferBlocker, std::nullopt);
+  EXPECT_EQ(transferBlocker(state()), std::nullopt);
   model->includeNone();
   transfer();
-  EXPECT_EQ(state().transferBlocker, TransferBlocker::nothingSelected);
-  model->dismissBlocker();
+  EXPECT_EQ(transferBlocker(state()), TransferBlocker::nothingSelected);
+  model->closeOverlay();
   model->sourceGone();
   transfer();
-  EXPECT_EQ(state().transferBlocker, TransferBlocker::noDevice);
+  EXPECT_EQ(transferBlocker(state()), TransferBlocker::noDevice);
   EXPECT_TRUE(isBrowsing());
   EXPECT_THAT(filesOnDisk(), IsEmpty());
   EXPECT_THAT(records, IsEmpty());
@@ -63,7 +63,7 @@ TEST_F(AppModelRunTest, run_copiesWhatIsShownAndCheckedAlone) {
   model->leaveSummary();
   EXPECT_TRUE(isBrowsing());
   transfer();
-  EXPECT_EQ(state().transferBlocker, TransferBlocker::nothingSelected);
+  EXPECT_EQ(transferBlocker(state()), TransferBlocker::nothingSelected);
   model->includeAll();
   transfer();
   EXPECT_EQ(report().copied, 3);
@@ -101,7 +101,8 @@ TEST_F(AppModelRunTest, phoneUnplugged_pausesAndGoesOnByItself) {
   phone.filesUntilUnplugged = 5;
   transfer();
   ASSERT_TRUE(isTransferring());
-  EXPECT_EQ(state().transferPausedReason, "iPhone отключён. Подключите кабель — продолжу сам.");
+  EXPECT_EQ(transferPausedReason(state(), Language::russian),
+            "iPhone отключён. Подключите кабель — продолжу сам.");
   checkWhole(5);
   model->sourceGone();
   loop.advance(seconds{60});
@@ -112,7 +113,7 @@ TEST_F(AppModelRunTest, phoneUnplugged_pausesAndGoesOnByItself) {
   phone.isPlugged = true;
   phone.filesUntilUnplugged = -1;
   plug();
-  EXPECT_EQ(state().transferPausedReason, std::nullopt);
+  EXPECT_EQ(transferPausedReason(state(), Language::russian), std::nullopt);
   settle();
   EXPECT_EQ(report().copied, 12);
   EXPECT_THAT(report().failures, IsEmpty());
@@ -166,9 +167,9 @@ TEST_F(AppModelRunTest, fullDisk_waitsForSpaceAndGoesOnByItself) {
   writesUntilFull = 4;
   transfer();
   ASSERT_TRUE(isTransferring());
-  ASSERT_TRUE(state().transferPausedReason);
+  ASSERT_TRUE(transferPausedReason(state(), Language::russian));
   EXPECT_EQ(
-      *state().transferPausedReason,
+      *transferPausedReason(state(), Language::russian),
       "На диске нет места: нужно ещё 77\u00a0Б (свободно 3\u00a0Б). Освободите место — продолжу "
       "сам.");
   checkWhole(4);
@@ -194,7 +195,8 @@ TEST_F(AppModelRunTest, diskThatIsFullOfOtherThanBytes_endsTheRunAfterAFewTries)
   writesUntilFull = 6;
   transfer();
   for (int i = 0; i < 10 && isTransferring(); ++i) {
-    EXPECT_EQ(state().transferPausedReason, std::nullopt) << "there is nothing to free";
+    EXPECT_EQ(transferPausedReason(state(), Language::russian), std::nullopt)
+        << "there is nothing to free";
     loop.advance(seconds{5});
     settle();
   }
@@ -208,7 +210,7 @@ TEST_F(AppModelRunTest, destinationThatCannotBeReopened_isTheReasonInTheRecord) 
   makeReady();
   writesUntilFull = 6;
   transfer();
-  ASSERT_TRUE(state().transferPausedReason.has_value());
+  ASSERT_TRUE(transferPausedReason(state(), Language::russian).has_value());
   EXPECT_FALSE(log.has("transfer failed (local fs): <private>")) << "a full disk is waited for";
   const auto marker = "phone-" + phone.source().phone.hash.substr(0, 8) + ".json";
   std::string content = destination.read(marker);
@@ -227,7 +229,7 @@ TEST_F(AppModelRunTest, folderThatIsAnotherAfterThePause_isNotWrittenTo) {
   makeReady();
   writesUntilFull = 6;
   transfer();
-  ASSERT_TRUE(state().transferPausedReason.has_value());
+  ASSERT_TRUE(transferPausedReason(state(), Language::russian).has_value());
   // As if another volume had been mounted there.
   const std::string away = destination.path() + ".away";
   std::filesystem::rename(destination.path(), away);
@@ -246,7 +248,7 @@ TEST_F(AppModelRunTest, whatChangesWhileAStartIsPrepared_isWhatIsTransferred) {
   makeReady();
   model->startTransfer();
   Settings settings = *state().settings;
-  settings.granularity = UIGranularity::month;
+  settings.gathering.granularity = UIGranularity::month;
   model->changeSettings(settings);
   while (loop.runOne() || background.runOne()) {
   }
@@ -263,7 +265,7 @@ TEST_F(AppModelRunTest, whatChangesWhileAStartIsPrepared_isWhatIsTransferred) {
   settle();
   model->startTransfer();
   model->sourceGone();
-  EXPECT_EQ(state().transferBlocker, TransferBlocker::noDevice);
+  EXPECT_EQ(transferBlocker(state()), TransferBlocker::noDevice);
   FakePhone other{3, "Second"};
   model->sourceReady(other.source(), data_origin::Device{"Second"});
   while (loop.runOne() || background.runOne()) {
@@ -340,11 +342,11 @@ TEST_F(AppModelRunTest, questionAboutReducedCopies_isAskedAtEveryPress) {
   phone.addFile(12, true);
   makeReady();
   transfer();
-  EXPECT_TRUE(state().optimizedConfirmPresented);
+  EXPECT_TRUE(optimizedConfirmPresented(state()));
   EXPECT_TRUE(isBrowsing());
-  model->dismissOptimizedQuestion();
+  model->closeOverlay();
   transfer();
-  EXPECT_TRUE(state().optimizedConfirmPresented);
+  EXPECT_TRUE(optimizedConfirmPresented(state()));
   model->skipOptimizedAndTransfer();
   settle();
   EXPECT_EQ(report().copied, 12);
@@ -353,7 +355,7 @@ TEST_F(AppModelRunTest, questionAboutReducedCopies_isAskedAtEveryPress) {
 
   model->leaveSummary();
   Settings settings = *state().settings;
-  settings.skipOptimized = false;
+  settings.content.skipOptimized = false;
   model->changeSettings(settings);
   transfer();
   model->transferEverything();
@@ -372,8 +374,8 @@ TEST_F(AppModelRunTest, reducedCopiesThatAreSkipped_goWithTheShotsOfTheirEvents)
   phone.addFile(24, false, 24 * 21 + 1);
   makeReady();
   Settings settings = *state().settings;
-  settings.uiMode = UIGroupingMode::events;
-  settings.skipOptimized = true;
+  settings.gathering.uiMode = UIGroupingMode::events;
+  settings.content.skipOptimized = true;
   model->changeSettings(settings);
   settle();
   EXPECT_EQ(state().optimizedCount, 2);
@@ -398,7 +400,9 @@ TEST_F(AppModelRunTest, destinationThatCannotBeOpened_isToldAndNothingStarts) {
   settle();
   transfer();
   EXPECT_TRUE(isBrowsing());
-  EXPECT_THROW(std::rethrow_exception(model->startFailure()), DestinationError);
+  const auto* const failure = state().overlay.as<overlay::StartFailure>();
+  ASSERT_NE(failure, nullptr);
+  EXPECT_THROW(std::rethrow_exception(failure->error), DestinationError);
 }
 
 TEST_F(AppModelRunTest, recordThatCannotBeWritten_failsNothing) {
@@ -414,7 +418,7 @@ TEST_F(AppModelRunTest, changesDuringARun_doNotTouchIt) {
   phone.beforeFile = [this, count = 0]() mutable {
     if (++count != 3) return;
     Settings settings = *state().settings;
-    settings.granularity = UIGranularity::year;
+    settings.gathering.granularity = UIGranularity::year;
     model->changeSettings(settings);
     model->includeNone();
   };
@@ -428,13 +432,14 @@ TEST_F(AppModelRunTest, changesDuringARun_doNotTouchIt) {
 
 TEST_F(AppModelRunTest, packing_endsWithArchivesAndNothingElse) {
   Settings settings = *state().settings;
-  settings.packAsZip = true;
-  settings.packPerGroup = true;
+  settings.layout.packAsZip = true;
+  settings.layout.packPerGroup = true;
   model->changeSettings(settings);
   makeReady();
   bool hasPacked = false;
-  const auto subscription = model->subscribe([&](const AppState&, const AppState& after) {
-    hasPacked = hasPacked || (after.progress && after.progress->stage == TransferStage::packing);
+  const auto subscription = model->subscribe([&](const StateChange& change) {
+    const auto& progress = change.after.progress;
+    hasPacked = hasPacked || (progress && progress->stage == TransferStage::packing);
   });
   transfer();
   EXPECT_EQ(report().copied, 12);

@@ -38,7 +38,7 @@ class Walk : public ModelHarness {
     loop.advance(std::chrono::seconds{10});
     settle();
     EXPECT_FALSE(isTransferring());
-    if (state().optimizedConfirmPresented) model->dismissOptimizedQuestion();
+    model->closeOverlay();
     model->leaveSummary();
     settle();
     EXPECT_TRUE(isBrowsing());
@@ -82,23 +82,23 @@ class Walk : public ModelHarness {
     Settings settings = *state().settings;
     switch (pick(4)) {
       case 0:
-        settings.uiMode = static_cast<UIGroupingMode>(pick(4));
+        settings.gathering.uiMode = static_cast<UIGroupingMode>(pick(4));
         break;
       case 1:
-        settings.granularity = static_cast<UIGranularity>(pick(3));
+        settings.gathering.granularity = static_cast<UIGranularity>(pick(3));
         break;
       case 2:
-        settings.includeVideos = !settings.includeVideos;
+        settings.content.includeVideos = !settings.content.includeVideos;
         break;
       default:
-        settings.skipOptimized = !settings.skipOptimized;
+        settings.content.skipOptimized = !settings.content.skipOptimized;
     }
     model->changeSettings(settings);
   }
   void layOut() {
     Settings settings = *state().settings;
-    settings.separatePhotoVideo = coin();
-    settings.onlyNew = coin();
+    settings.layout.separatePhotoVideo = coin();
+    settings.layout.onlyNew = coin();
     model->changeSettings(settings);
   }
   void merge() {
@@ -148,7 +148,7 @@ class Walk : public ModelHarness {
       checkDone(*done->report);
     }
     if (isTransferring()) return;
-    EXPECT_EQ(state().transferPausedReason, std::nullopt);
+    EXPECT_EQ(state().pause, std::nullopt);
   }
   void checkDisk() {
     for (const auto& [path, content] : filesOnDisk()) {
@@ -159,8 +159,10 @@ class Walk : public ModelHarness {
   }
   void checkShown() {
     if (model->isSettled()) {
+      const auto excluded = model->excludedKeys();
       for (const auto& group : *state().displayGroups) {
-        EXPECT_EQ(group->isIncluded, !state().excludedKeys->contains(group->stableKey));
+        EXPECT_NE(isIncluded(state(), *group),
+                  std::count(excluded.begin(), excluded.end(), group->stableKey) > 0);
       }
     }
     const bool isQuiet = model->isSettled() && transferring.waiting() == 0 && isBrowsing() &&
@@ -168,7 +170,7 @@ class Walk : public ModelHarness {
     if (!isQuiet) return;
     const auto folder = openFolder(destination.path());
     const auto view = Destination::read(*folder, phone.source().phone).view;
-    const auto plan = planOf(chosenRows(state().visibleGroups),
+    const auto plan = planOf(chosenRows(state().visibleGroups, *state().checks),
                              transferOptions(*state().settings, "iPhone"), view);
     EXPECT_EQ(state().newFilesCount, plan.files.size()) << "what is shown is what is planned";
     EXPECT_EQ(state().knownFilesCount, plan.skippedKnown.size());

@@ -69,7 +69,7 @@ struct PackedTransferTest : testing::Test {
     setup.packing = {isPerGroup, false, "iPhone 2026-05-21"};
     setup.log = &log;
     setup.now = [&] { return time; };
-    setup.spaceWait.paused = [&](const auto& reason) { pauses.push_back(reason.value_or("")); };
+    setup.spaceWait.paused = [&](const auto& shortage) { pauses.push_back(shortage); };
     setup.spaceWait.sleep = [&](auto, const auto&) {
       if (slept) slept();
     };
@@ -77,9 +77,9 @@ struct PackedTransferTest : testing::Test {
     TransferOutcome outcome = job.run(
         plan, source, [&](const auto& snapshot) { snapshots.push_back(snapshot); },
         stop.get_token());
-    tally = tallyOf(library, plan, outcome.report);
+    tally = tallyOf(library, plan, *outcome.report);
     EXPECT_EQ(tally.planned, tally.copied + tally.keptOriginal + tally.failed + tally.notReached);
-    EXPECT_EQ(outcome.report.copied, tally.copied);
+    EXPECT_EQ(outcome.report->copied, tally.copied);
     outcome.leftOvers = std::move(leftOvers);
     return outcome;
   }
@@ -114,7 +114,7 @@ struct PackedTransferTest : testing::Test {
   void expectTruth(const TransferOutcome& outcome) const {
     const auto onDisk = files();
     std::map<std::string, std::string> told;
-    for (const FileOutcome& file : outcome.report.files) {
+    for (const FileOutcome& file : outcome.report->files) {
       if (file.path) told[*file.path] = file.assetID;
     }
     EXPECT_EQ(onDisk, told);
@@ -138,7 +138,7 @@ struct PackedTransferTest : testing::Test {
   Instant time{std::chrono::seconds{1779364800}};
   NameSource source;
   RecordingLog log{true};
-  std::vector<std::string> pauses;
+  std::vector<std::optional<run_pause::DiskFull>> pauses;
   std::function<void()> slept;
   std::stop_source stop;
   std::vector<TransferProgressSnapshot> snapshots;
@@ -178,7 +178,7 @@ TEST_F(PackedTransferTest, nameThatCouldLeadElsewhere_isMadeSafeInItsArchive) {
   const TransferOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completed);
   EXPECT_THAT(outcome.unpackedFolders, IsEmpty());
-  EXPECT_EQ(outcome.report.files[0].path, "1970-01-01.zip/1970-01-01/..-IMG-.HEIC");
+  EXPECT_EQ(outcome.report->files[0].path, "1970-01-01.zip/1970-01-01/..-IMG-.HEIC");
   expectTruth(outcome);
 }
 
@@ -186,9 +186,9 @@ TEST_F(PackedTransferTest, run_packsEachFolderAndRemembersTheArchives) {
   const TransferOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completed);
   EXPECT_EQ(tally.copied, 6U);
-  EXPECT_EQ(outcome.report.bytesWritten, 6U * 13);
+  EXPECT_EQ(outcome.report->bytesWritten, 6U * 13);
   expectTruth(outcome);
-  EXPECT_EQ(outcome.report.files[3].path, "1970-01-02.zip/1970-01-02/IMG_0003.HEIC");
+  EXPECT_EQ(outcome.report->files[3].path, "1970-01-02.zip/1970-01-02/IMG_0003.HEIC");
   EXPECT_EQ(count(CopyVerification::State::intact), 3U);
   EXPECT_THAT(linesWith("pack"), ElementsAre("pack: 1970-01-01.zip — files=2, bytes=26",
                                              "pack: 1970-01-02.zip — files=2, bytes=26",
@@ -209,7 +209,7 @@ TEST_F(PackedTransferTest, secondRun_writesNewArchivesBesideTheOldOnes) {
   assets = 7;
   const TransferOutcome outcome = run();
   EXPECT_EQ(tally.copied, 7U);
-  EXPECT_EQ(outcome.report.files[0].path, "1970-01-01 (2).zip/1970-01-01/IMG_0000.HEIC");
+  EXPECT_EQ(outcome.report->files[0].path, "1970-01-01 (2).zip/1970-01-01/IMG_0000.HEIC");
   const auto both = files();
   EXPECT_EQ(both.size(), 13U);
   for (const auto& file : first) EXPECT_THAT(both, testing::Contains(file));
@@ -220,7 +220,7 @@ TEST_F(PackedTransferTest, wholeArchive_holdsAllFolders) {
   isPerGroup = false;
   const TransferOutcome outcome = run();
   expectTruth(outcome);
-  EXPECT_EQ(outcome.report.files[5].path, "iPhone 2026-05-21.zip/1970-01-03/IMG_0005.HEIC");
+  EXPECT_EQ(outcome.report->files[5].path, "iPhone 2026-05-21.zip/1970-01-03/IMG_0005.HEIC");
 }
 
 TEST_F(PackedTransferTest, fileThatFails_isMissingFromItsArchiveAlone) {
@@ -228,7 +228,7 @@ TEST_F(PackedTransferTest, fileThatFails_isMissingFromItsArchiveAlone) {
   const TransferOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completedWithFailures);
   EXPECT_EQ(tally.copied, 5U);
-  EXPECT_EQ(outcome.report.failures.size(), 1U);
+  EXPECT_EQ(outcome.report->failures.size(), 1U);
   expectTruth(outcome);
 }
 
@@ -257,7 +257,7 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
     EXPECT_EQ(outcome.status, Status::completed);
     EXPECT_EQ(tally.copied, 6U);
     expectTruth(outcome);
-    EXPECT_EQ(outcome.report.files[2].path, "1970-01-02/IMG_0002.HEIC");
+    EXPECT_EQ(outcome.report->files[2].path, "1970-01-02/IMG_0002.HEIC");
     ASSERT_EQ(outcome.unpackedFolders.size(), 1U);
     const std::string reason = sentences::systemErrorText(Language::russian, row.code);
     EXPECT_EQ(outcome.unpackedFolders[0].reason, reason);
@@ -276,8 +276,8 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
   EXPECT_THAT(
       packingNotes(Language::russian, outcome),
       ElementsAre(HasSubstr("Общий архив не получился, группы остались обычными папками: ")));
-  EXPECT_EQ(outcome.report.files[0].path, "1970-01-01/IMG_0000 (2).HEIC");
-  EXPECT_EQ(outcome.report.files[1].path, "1970-01-01/IMG_0001.HEIC");
+  EXPECT_EQ(outcome.report->files[0].path, "1970-01-01/IMG_0000 (2).HEIC");
+  EXPECT_EQ(outcome.report->files[1].path, "1970-01-01/IMG_0001.HEIC");
   EXPECT_EQ(temporary.read("1970-01-01/IMG_0000.HEIC"), "another");
 }
 
@@ -289,10 +289,8 @@ TEST_F(PackedTransferTest, fullDiskInPacking_waitsAndGoesOn) {
   EXPECT_EQ(outcome.status, Status::completed);
   expectTruth(outcome);
   ASSERT_EQ(pauses.size(), 2U);
-  EXPECT_EQ(pauses[0],
-            "На диске нет места: нужно ещё 232\u00A0Б (свободно 100\u00A0Б). Освободите место — "
-            "продолжу сам.");
-  EXPECT_EQ(pauses[1], "");
+  EXPECT_EQ(pauses[0], (run_pause::DiskFull{232, 100}));
+  EXPECT_EQ(pauses[1], std::nullopt);
   EXPECT_THAT(linesWith("paused"),
               ElementsAre("pack paused: not enough space for 1970-01-01 (needed 332, free 100)"));
   EXPECT_THAT(linesWith("space freed"), ElementsAre("transfer: space freed — continuing"));
@@ -319,7 +317,7 @@ TEST_F(PackedTransferTest, fullDiskInCopying_waitsAndFetchesOnlyTheRest) {
   const TransferOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completed);
   EXPECT_EQ(tally.copied, 6U);
-  EXPECT_EQ(outcome.report.bytesCopied, 6U * 13);
+  EXPECT_EQ(outcome.report->bytesCopied, 6U * 13);
   EXPECT_EQ(linesWith("transfer paused: disk full (free ").size(), 1U);
   expectTruth(outcome);
 }
@@ -404,7 +402,7 @@ TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
     EXPECT_THAT(outcome.leftOvers.rescued, IsEmpty()) << step;
     EXPECT_FALSE(temporary.has(".Tavrix-staging")) << step;
     const auto after = files();
-    for (const FileOutcome& file : outcome.report.files) {
+    for (const FileOutcome& file : outcome.report->files) {
       EXPECT_EQ(after.at(*file.path), file.assetID) << step;
     }
     for (const auto& [path, content] : after) EXPECT_FALSE(path.ends_with(".part")) << path;

@@ -48,7 +48,7 @@ struct TransferJobTest : testing::Test {
     TransferJob job{setup, folder, std::move(content)};
     TenByteSource source;
     TransferOutcome outcome = job.run(plan, source);
-    tally = tallyOf(library, plan, outcome.report);
+    tally = tallyOf(library, plan, *outcome.report);
     return outcome;
   }
   /// Makes every rename after the given number of landings fail, including that of the final save.
@@ -59,7 +59,7 @@ struct TransferJobTest : testing::Test {
       if (!path.starts_with("phone-")) ++renames;
       if (renames > landings) throw FileError{operation, path, EIO};
     };
-    EXPECT_EQ(run().report.copied, static_cast<std::uint64_t>(landings));
+    EXPECT_EQ(run().report->copied, static_cast<std::uint64_t>(landings));
     folder.faults().rule = {};
   }
   DestinationMarker::PhoneRecord record() const {
@@ -108,9 +108,9 @@ TEST_F(TransferJobTest, runThatIsKilled_leavesNoFileThatAnotherPhoneTakesForItsO
   killAfter(3);
   const PhoneIdentity first = phone;
   phone = snapshotPhone("another");
-  EXPECT_EQ(run().report.copied, 6U);
+  EXPECT_EQ(run().report->copied, 6U);
   phone = first;
-  EXPECT_EQ(run().report.copied, 3U);
+  EXPECT_EQ(run().report->copied, 3U);
   EXPECT_EQ(rememberedFiles(), 6U);
 }
 
@@ -119,7 +119,7 @@ TEST_F(TransferJobTest, runAfterAKilledOne_knowsWhatItFoundFromWhatNeverCame) {
   EXPECT_EQ(claims(), 6U);
   // Deletes one landed file before the next run and one after it.
   std::filesystem::remove(temporary / "1970-01-01/IMG_0000.HEIC");
-  EXPECT_EQ(run().report.copied, 4U);
+  EXPECT_EQ(run().report->copied, 4U);
   EXPECT_EQ(claims(), 0U);
   EXPECT_EQ(rememberedFiles(), 6U);
   std::filesystem::remove(temporary / "1970-01-01/IMG_0001.HEIC");
@@ -129,7 +129,7 @@ TEST_F(TransferJobTest, runAfterAKilledOne_knowsWhatItFoundFromWhatNeverCame) {
 TEST_F(TransferJobTest, planWithoutFiles_dropsWhatNeverCame) {
   killAfter(3);
   assets = 3;
-  EXPECT_EQ(run().report.copied, 0U);
+  EXPECT_EQ(run().report->copied, 0U);
   EXPECT_EQ(claims(), 0U);
   EXPECT_EQ(rememberedFiles(), 3U);
   const std::string settled = temporary.read(markerName);
@@ -154,17 +154,17 @@ TEST_F(TransferJobTest, closedFolder_keepsItsEntriesAndFailsItsFiles) {
     if (path.starts_with("1970-01-02")) throw FileError{operation, path, EACCES};
   };
   assets = 8;
-  EXPECT_EQ(run().report.failures.size(), 2U);
+  EXPECT_EQ(run().report->failures.size(), 2U);
   EXPECT_EQ(tally.copied, 2U);
   std::filesystem::remove(temporary / "1970-01-03/IMG_0004.HEIC");
-  EXPECT_EQ(run().report.copied, 1U);
+  EXPECT_EQ(run().report->copied, 1U);
   folder.faults().rule = {};
   EXPECT_EQ(missingFiles(), 0U);
   EXPECT_EQ(rememberedFiles(), 8U);
   for (const auto& file : before.files) {
     EXPECT_THAT(record().files, testing::Contains(file)) << file.path;
   }
-  EXPECT_EQ(run().report.files.size(), 0U);
+  EXPECT_EQ(run().report->files.size(), 0U);
   // A killed run must not lose them either.
   int savings = 0;
   folder.faults().rule = [&](FileOperation operation, const std::string& path) {
@@ -179,7 +179,7 @@ TEST_F(TransferJobTest, closedFolder_keepsItsEntriesAndFailsItsFiles) {
 
 TEST_F(TransferJobTest, runThatLandsNothing_leavesTheMarkerAsItWas) {
   folder.faults().rule = failing(FileOperation::makeFolder, EACCES);
-  EXPECT_EQ(run().report.failures.size(), 6U);
+  EXPECT_EQ(run().report->failures.size(), 6U);
   EXPECT_FALSE(temporary.has(markerName));
   folder.faults().rule = {};
   run();
@@ -243,9 +243,9 @@ TEST_F(TransferJobTest, fileFoundInPlace_keepsTheDigestOfItsRecord) {
 
 TEST(PlanSummary, foldersOfOneName_areCountedTogether) {
   Settings settings;
-  settings.datelessName = "x";
-  settings.nameTemplate = {{name_token::Year{}}, NameLanguage::english};
-  settings.mergeSameNames = true;
+  settings.naming.datelessName = "x";
+  settings.naming.nameTemplate = {{name_token::Year{}}, NameLanguage::english};
+  settings.naming.mergeSameNames = true;
   const Library library = makeLibrary(assetsOf(6), settings, "en_US");
   ASSERT_EQ(library.rows.size(), 3U);
   std::vector<TransferPlanner::NamedGroup> groups;

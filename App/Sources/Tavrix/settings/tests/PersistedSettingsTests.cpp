@@ -90,9 +90,9 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
 TEST(PersistedSettings, formsThatAPersonMayWrite_areRead) {
   Values expected = afterSetting(
       {"splitByDistance=false", "skipOptimized=true", "tripMinDays=3", "homeOverride=-90,180"});
-  expected.settings.mergesByMode = {{"later", {{}}}};
-  expected.settings.eventGapHours = -1;
-  expected.settings.homeWindowMonths = 2147483647;
+  expected.settings.gathering.mergesByMode = {{"later", {{}}}};
+  expected.settings.gathering.eventGapHours = -1;
+  expected.settings.gathering.homeWindowMonths = 2147483647;
   const Values values = readText(R"({"splitByDistance":false,"skipOptimized":2,"tripMinDays":3.9,
                    "eventGapHours":-1,"homeWindowMonths":2147483647,
                    "manualHome":{"latitude":-90,"longitude":180,"name":null,"more":1},
@@ -137,8 +137,8 @@ TEST(PersistedSettings, homeThatIsGivenUp_isRemovedAndAnEmptiedMapIsNot) {
   const Values before = PersistedSettings::read(defaults, {});
   PersistedSettings::write(defaults, before, {}, false);
   EXPECT_THAT(defaults.keys(), ElementsAre("nameOverrides", "other"));
-  EXPECT_EQ(PersistedSettings::read(defaults, before).settings.nameOverrides,
-            Settings{}.nameOverrides);
+  EXPECT_EQ(PersistedSettings::read(defaults, before).settings.naming.nameOverrides,
+            Settings{}.naming.nameOverrides);
 }
 
 TEST(PersistedSettings, demo_leavesThePersonsChoicesAlone) {
@@ -171,7 +171,7 @@ TEST(PersistedSettings, settings_knowTheirKey) {
 
 TEST(PersistedSettings, templateBeyondAllBounds_isHandedOverAndDoesNotRead) {
   Values values;
-  values.settings.nameTemplate.tokens = {name_token::Literal{std::string(2U << 20U, 'x')}};
+  values.settings.naming.nameTemplate.tokens = {name_token::Literal{std::string(2U << 20U, 'x')}};
   const auto object = PersistedSettings::objectOf("nameTemplate", values);
   ASSERT_TRUE(object);
   EXPECT_FALSE(PersistedSettings::isTaken("nameTemplate", *object));
@@ -202,26 +202,26 @@ NameTemplate anyTemplate() {
 Values anyValues() {
   Values values;
   Settings& s = values.settings;
-  s.eventGapHours = anyMeasure();
-  s.eventGapKm = anyMeasure();
-  s.placeRadiusKm = anyMeasure();
-  s.tripDistanceKm = anyMeasure();
-  s.tripCityKm = anyMeasure();
-  s.tripMaxGapHours = anyMeasure();
-  s.tripMinDays = *rc::gen::inRange(0, largestSettingCount + 1);
-  s.homeWindowMonths = *rc::gen::inRange(0, largestSettingCount + 1);
-  s.splitByDistance = *rc::gen::arbitrary<bool>();
-  s.geocodingEnabled = *rc::gen::arbitrary<bool>();
-  s.skipOptimized = *rc::gen::arbitrary<bool>();
+  s.gathering.eventGapHours = anyMeasure();
+  s.gathering.eventGapKm = anyMeasure();
+  s.gathering.placeRadiusKm = anyMeasure();
+  s.gathering.tripDistanceKm = anyMeasure();
+  s.gathering.tripCityKm = anyMeasure();
+  s.gathering.tripMaxGapHours = anyMeasure();
+  s.gathering.tripMinDays = *rc::gen::inRange(0, largestSettingCount + 1);
+  s.gathering.homeWindowMonths = *rc::gen::inRange(0, largestSettingCount + 1);
+  s.gathering.splitByDistance = *rc::gen::arbitrary<bool>();
+  s.naming.geocodingEnabled = *rc::gen::arbitrary<bool>();
+  s.content.skipOptimized = *rc::gen::arbitrary<bool>();
   if (*rc::gen::arbitrary<bool>()) {
-    s.homeOverride =
+    s.gathering.homeOverride =
         GeoPoint{*rc::gen::inRange(-90, 91) + 0.0, *rc::gen::inRange(-1800, 1801) / 10.0};
-    if (*rc::gen::arbitrary<bool>()) s.homeOverrideName = anyName();
+    if (*rc::gen::arbitrary<bool>()) s.gathering.homeOverrideName = anyName();
   }
-  s.nameTemplate = anyTemplate();
+  s.naming.nameTemplate = anyTemplate();
   for (int count = *rc::gen::inRange(0, 3); count > 0; --count) {
-    s.nameOverrides[anyName()] = anyName();
-    s.mergesByMode[anyName()].push_back({anyName(), anyName()});
+    s.naming.nameOverrides[anyName()] = anyName();
+    s.gathering.mergesByMode[anyName()].push_back({anyName(), anyName()});
     values.savedPresets.push_back({anyName(), anyTemplate()});
   }
   return values;
@@ -272,7 +272,8 @@ RC_GTEST_PROP(PersistedSettings, anyObjects_leaveValuesThatKeepTheirMeaning, ())
   PersistedSettings::write(again, {}, values, false);
   RC_ASSERT(PersistedSettings::read(again, {}) == values);
   RC_ASSERT(groupingSettings(values.settings).homeWindowDays >= 0);
-  RC_ASSERT(!values.settings.homeOverride || isOnEarth(*values.settings.homeOverride));
+  RC_ASSERT(!values.settings.gathering.homeOverride ||
+            isOnEarth(*values.settings.gathering.homeOverride));
 }
 
 }  // namespace

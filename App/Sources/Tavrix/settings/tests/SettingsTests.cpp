@@ -31,57 +31,59 @@ struct Assignment {
 
 TEST(SettingKeys, everyKey_setsItsField) {
   const std::vector<Assignment> rows{
-      {"includePhotos=false", [](Settings& s) { s.includePhotos = false; }},
-      {"includeLive=false", [](Settings& s) { s.includeLive = false; }},
-      {"liveOnlyPhoto=true", [](Settings& s) { s.liveOnlyPhoto = true; }},
-      {"includeVideos=false", [](Settings& s) { s.includeVideos = false; }},
-      {"includeAAE=false", [](Settings& s) { s.includeAAE = false; }},
+      {"includePhotos=false", [](Settings& s) { s.content.includePhotos = false; }},
+      {"includeLive=false", [](Settings& s) { s.content.includeLive = false; }},
+      {"liveOnlyPhoto=true", [](Settings& s) { s.content.liveOnlyPhoto = true; }},
+      {"includeVideos=false", [](Settings& s) { s.content.includeVideos = false; }},
+      {"includeAAE=false", [](Settings& s) { s.content.includeAAE = false; }},
       {"editedPolicy=originalsOnly",
-       [](Settings& s) { s.editedPolicy = BundleFilter::EditedPolicy::originalsOnly; }},
-      {"skipOptimized=true", [](Settings& s) { s.skipOptimized = true; }},
-      {"onlyNew=false", [](Settings& s) { s.onlyNew = false; }},
-      {"periodFrom=2026-05-20", [](Settings& s) { s.periodFrom = parseDay("2026-05-20"); }},
-      {"periodTo=2026-05-21", [](Settings& s) { s.periodTo = parseDay("2026-05-21"); }},
+       [](Settings& s) { s.content.editedPolicy = BundleFilter::EditedPolicy::originalsOnly; }},
+      {"skipOptimized=true", [](Settings& s) { s.content.skipOptimized = true; }},
+      {"onlyNew=false", [](Settings& s) { s.layout.onlyNew = false; }},
+      {"periodFrom=2026-05-20", [](Settings& s) { s.content.periodFrom = parseDay("2026-05-20"); }},
+      {"periodTo=2026-05-21", [](Settings& s) { s.content.periodTo = parseDay("2026-05-21"); }},
       {"places=Italy, Rome",
        [](Settings& s) {
-         s.places = PlaceFilter{{"Italy", "Rome"}, {"Italy", "Rome"}, false, false, ""};
+         s.content.places = PlaceFilter{{"Italy", "Rome"}, {"Italy", "Rome"}, false, false, ""};
        }},
-      {"uiMode=trips", [](Settings& s) { s.uiMode = UIGroupingMode::trips; }},
-      {"granularity=year", [](Settings& s) { s.granularity = UIGranularity::year; }},
-      {"timeZoneID=Asia/Tokyo", [](Settings& s) { s.timeZone = *TimeZone::load("Asia/Tokyo"); }},
-      {"eventGapHours=0", [](Settings& s) { s.eventGapHours = 0; }},
-      {"eventGapKm=1.5", [](Settings& s) { s.eventGapKm = 1.5; }},
-      {"splitByDistance=false", [](Settings& s) { s.splitByDistance = false; }},
-      {"placeRadiusKm=25", [](Settings& s) { s.placeRadiusKm = 25; }},
-      {"tripDistanceKm=1e3", [](Settings& s) { s.tripDistanceKm = 1000; }},
-      {"tripMinDays=10000", [](Settings& s) { s.tripMinDays = 10000; }},
-      {"tripCityKm=7", [](Settings& s) { s.tripCityKm = 7; }},
-      {"tripMaxGapHours=8", [](Settings& s) { s.tripMaxGapHours = 8; }},
-      {"homeWindowMonths=0", [](Settings& s) { s.homeWindowMonths = 0; }},
-      {"homeRadiusKm=3", [](Settings& s) { s.homeRadiusKm = 3; }},
-      {"homeOverride=-55.75,37.62", [](Settings& s) { s.homeOverride = GeoPoint{-55.75, 37.62}; }},
-      {"homeOverrideName=Дача", [](Settings& s) { s.homeOverrideName = "Дача"; }},
-      {"photoJPEG=true", [](Settings& s) { s.photoJPEG = true; }},
-      {"jpegQuality=1", [](Settings& s) { s.jpegQuality = 1; }},
-      {"videoH264=true", [](Settings& s) { s.videoH264 = true; }},
-      {"separatePhotoVideo=true", [](Settings& s) { s.separatePhotoVideo = true; }},
-      {"flattenSingleKind=true", [](Settings& s) { s.flattenSingleKind = true; }},
+      {"uiMode=trips", [](Settings& s) { s.gathering.uiMode = UIGroupingMode::trips; }},
+      {"granularity=year", [](Settings& s) { s.gathering.granularity = UIGranularity::year; }},
+      {"timeZoneID=Asia/Tokyo",
+       [](Settings& s) { s.gathering.timeZone = *TimeZone::load("Asia/Tokyo"); }},
+      {"eventGapHours=0", [](Settings& s) { s.gathering.eventGapHours = 0; }},
+      {"eventGapKm=1.5", [](Settings& s) { s.gathering.eventGapKm = 1.5; }},
+      {"splitByDistance=false", [](Settings& s) { s.gathering.splitByDistance = false; }},
+      {"placeRadiusKm=25", [](Settings& s) { s.gathering.placeRadiusKm = 25; }},
+      {"tripDistanceKm=1e3", [](Settings& s) { s.gathering.tripDistanceKm = 1000; }},
+      {"tripMinDays=10000", [](Settings& s) { s.gathering.tripMinDays = 10000; }},
+      {"tripCityKm=7", [](Settings& s) { s.gathering.tripCityKm = 7; }},
+      {"tripMaxGapHours=8", [](Settings& s) { s.gathering.tripMaxGapHours = 8; }},
+      {"homeWindowMonths=0", [](Settings& s) { s.gathering.homeWindowMonths = 0; }},
+      {"homeRadiusKm=3", [](Settings& s) { s.gathering.homeRadiusKm = 3; }},
+      {"homeOverride=-55.75,37.62",
+       [](Settings& s) { s.gathering.homeOverride = GeoPoint{-55.75, 37.62}; }},
+      {"homeOverrideName=Дача", [](Settings& s) { s.gathering.homeOverrideName = "Дача"; }},
+      {"photoJPEG=true", [](Settings& s) { s.layout.photoJPEG = true; }},
+      {"jpegQuality=1", [](Settings& s) { s.layout.jpegQuality = 1; }},
+      {"videoH264=true", [](Settings& s) { s.layout.videoH264 = true; }},
+      {"separatePhotoVideo=true", [](Settings& s) { s.layout.separatePhotoVideo = true; }},
+      {"flattenSingleKind=true", [](Settings& s) { s.layout.flattenSingleKind = true; }},
       {"fileNamePrefixMode=custom",
-       [](Settings& s) { s.fileNamePrefixMode = FileNamePrefixMode::custom; }},
-      {"customFileNamePrefix=a=b", [](Settings& s) { s.customFileNamePrefix = "a=b"; }},
-      {"packAsZip=true", [](Settings& s) { s.packAsZip = true; }},
-      {"packPerGroup=true", [](Settings& s) { s.packPerGroup = true; }},
+       [](Settings& s) { s.layout.fileNamePrefixMode = FileNamePrefixMode::custom; }},
+      {"customFileNamePrefix=a=b", [](Settings& s) { s.layout.customFileNamePrefix = "a=b"; }},
+      {"packAsZip=true", [](Settings& s) { s.layout.packAsZip = true; }},
+      {"packPerGroup=true", [](Settings& s) { s.layout.packPerGroup = true; }},
       {R"(nameTemplate={"tokens":[],"language":"english"})",
-       [](Settings& s) { s.nameTemplate = NameTemplate{{}, NameLanguage::english}; }},
-      {"geocodingEnabled=false", [](Settings& s) { s.geocodingEnabled = false; }},
-      {"mergeDistricts=true", [](Settings& s) { s.mergeDistricts = true; }},
-      {"mergeSameNames=true", [](Settings& s) { s.mergeSameNames = true; }},
-      {"datelessName=", [](Settings& s) { s.datelessName = ""; }},
-      {"nameByGroupID=true", [](Settings& s) { s.nameByGroupID = true; }},
+       [](Settings& s) { s.naming.nameTemplate = NameTemplate{{}, NameLanguage::english}; }},
+      {"geocodingEnabled=false", [](Settings& s) { s.naming.geocodingEnabled = false; }},
+      {"mergeDistricts=true", [](Settings& s) { s.naming.mergeDistricts = true; }},
+      {"mergeSameNames=true", [](Settings& s) { s.naming.mergeSameNames = true; }},
+      {"datelessName=", [](Settings& s) { s.naming.datelessName = ""; }},
+      {"nameByGroupID=true", [](Settings& s) { s.naming.nameByGroupID = true; }},
       {R"(nameOverrides={"2026-05-20":"Дача"})",
-       [](Settings& s) { s.nameOverrides = {{"2026-05-20", "Дача"}}; }},
+       [](Settings& s) { s.naming.nameOverrides = {{"2026-05-20", "Дача"}}; }},
       {R"(mergesByMode={"byDate":[["a","b"],[]]})",
-       [](Settings& s) { s.mergesByMode = {{"byDate", {{"a", "b"}, {}}}}; }},
+       [](Settings& s) { s.gathering.mergesByMode = {{"byDate", {{"a", "b"}, {}}}}; }},
   };
   EXPECT_EQ(rows.size(), settingKeys().size());
   for (const Assignment& row : rows) {
@@ -131,8 +133,8 @@ TEST(SettingKeys, badValue_namesKeyValueAndForm) {
 TEST(SettingKeys, anotherHome_hasNoNameYet) {
   const Settings named = set("homeOverrideName=Дача", set("homeOverride=55.75,37.62"));
   EXPECT_EQ(set("homeOverride=55.75,37.62", named), named);
-  EXPECT_EQ(set("homeOverride=1,2", named).homeOverrideName, std::nullopt);
-  EXPECT_EQ(set("homeOverrideName=", named).homeOverrideName, std::nullopt);
+  EXPECT_EQ(set("homeOverride=1,2", named).gathering.homeOverrideName, std::nullopt);
+  EXPECT_EQ(set("homeOverrideName=", named).gathering.homeOverrideName, std::nullopt);
 }
 
 TEST(SettingKeys, otherText_isUnknownKeyOrNoAssignment) {
@@ -144,9 +146,9 @@ TEST(SettingKeys, otherText_isUnknownKeyOrNoAssignment) {
 
 TEST(Settings, onAMachine_takeItsZoneAndNameTheDatelessInItsLanguage) {
   const TimeZone tokyo = *TimeZone::load("Asia/Tokyo");
-  EXPECT_EQ(initialSettings(tokyo, "en_US").datelessName, "No date");
-  EXPECT_EQ(initialSettings(tokyo, "ru_RU").datelessName, "Без даты");
-  EXPECT_EQ(initialSettings(tokyo, "de_DE").datelessName, "Без даты");
+  EXPECT_EQ(initialSettings(tokyo, "en_US").naming.datelessName, "No date");
+  EXPECT_EQ(initialSettings(tokyo, "ru_RU").naming.datelessName, "Без даты");
+  EXPECT_EQ(initialSettings(tokyo, "de_DE").naming.datelessName, "Без даты");
   EXPECT_EQ(groupingSettings(initialSettings(tokyo, "en_US")).timeZone, tokyo);
 }
 

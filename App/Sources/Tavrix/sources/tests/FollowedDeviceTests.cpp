@@ -41,7 +41,7 @@ struct FollowedDeviceTest : testing::Test {
     model.setDestination(destination.path());
     ASSERT_TRUE(runUntil([&] { return model.state().newFilesCount == 8; }));
     model.startTransfer();
-    ASSERT_TRUE(runUntil([&] { return model.state().transferPausedReason.has_value(); }));
+    ASSERT_TRUE(runUntil([&] { return model.state().pause.has_value(); }));
   }
   bool isDone() const { return std::holds_alternative<app_phase::Done>(model.state().phase); }
 
@@ -101,7 +101,7 @@ TEST_F(FollowedDeviceTest, cancelWhileThePhoneIsAway_endsTheRunWithWhatIsThere) 
   other.root = cable.root();
   cable.plugInAll({other});
   ASSERT_TRUE(runUntil([&] { return watcher.others().size() == 1; }));
-  EXPECT_TRUE(model.state().transferPausedReason.has_value());
+  EXPECT_TRUE(model.state().pause.has_value());
   model.cancelTransfer();
   ASSERT_TRUE(runUntil([&] { return isDone(); }));
   EXPECT_EQ(model.run()->outcome.status, TransferRecord::Status::cancelled);

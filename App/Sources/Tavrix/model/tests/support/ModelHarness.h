@@ -127,7 +127,7 @@ struct ModelHarness {
   }
   static Settings dailySettings() {
     Settings settings;
-    settings.uiMode = UIGroupingMode::byDate;
+    settings.gathering.uiMode = UIGroupingMode::byDate;
     return settings;
   }
 

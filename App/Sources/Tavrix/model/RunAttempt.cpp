@@ -1,6 +1,7 @@
-#include "model/TransferLeg.h"
+#include "model/RunAttempt.h"
 
 #include <mutex>
+#include <optional>
 
 #include "foundation/StringMap.h"
 #include "runs/Staging.h"
@@ -65,59 +66,83 @@ struct NoMedia : MediaSource {
   }
 };
 
-TransferOutcome runJob(TransferLeg& leg, MediaSource& source, const std::stop_token& stop) {
-  Folder& folder = *leg.destination.folder;
-  Destination::Content& content = leg.destination.content;
-  auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), *leg.whole);
+TransferOutcome runTransfer(RunAttempt& attempt, const TransferPlan& plan, MediaSource& source,
+                            const std::stop_token& stop) {
+  Folder& folder = *attempt.destination.folder;
+  Destination::Content& content = attempt.destination.content;
+  auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), *attempt.plan);
   TransferOutcome outcome;
-  if (leg.packing) {
+  if (attempt.packing) {
     PackedTransfer::Setup setup;
-    setup.phone = leg.setup.phone;
-    setup.packing = *leg.packing;
-    setup.zone = leg.zone;
-    setup.converter = leg.setup.converter;
-    setup.language = leg.setup.language;
-    setup.log = leg.setup.log;
-    setup.now = leg.setup.now;
-    setup.spaceWait.language = leg.language;
-    setup.spaceWait.paused = leg.paused;
-    PackedTransfer job{std::move(setup), folder, std::move(content)};
-    outcome = job.run(leg.plan, source, leg.progress, stop);
+    setup.phone = attempt.setup.phone;
+    setup.packing = *attempt.packing;
+    setup.zone = attempt.zone;
+    setup.converter = attempt.setup.converter;
+    setup.language = attempt.setup.language;
+    setup.log = attempt.setup.log;
+    setup.now = attempt.setup.now;
+    setup.spaceWait.paused = attempt.paused;
+    PackedTransfer transfer{std::move(setup), folder, std::move(content)};
+    outcome = transfer.run(plan, source, attempt.progress, stop);
   } else {
-    TransferJob job{leg.setup, folder, std::move(content)};
-    outcome = job.run(leg.plan, source, leg.progress, stop);
+    TransferJob transfer{attempt.setup, folder, std::move(content)};
+    outcome = transfer.run(plan, source, attempt.progress, stop);
   }
   outcome.leftOvers = std::move(leftOvers);
   return outcome;
 }
 
-}  // namespace
+/// Returns the report without the files during which the phone was lost.
+TransferReport withoutInterrupted(TransferReport report, const WatchedSource& source) {
+  std::erase_if(report.files, [&](const FileOutcome& file) {
+    return file.is<FileOutcome::Failed>() && source.wasInterrupted(file.assetID);
+  });
+  recount(report);
+  return report;
+}
 
-LegEnd carryOut(TransferLeg& leg) {
-  LegEnd end;
+/// Carries out the rest of the plan.
+AttemptEnd carryOutRest(RunAttempt& attempt, const TransferPlan& plan) {
+  AttemptEnd end;
   try {
     // Without files there is nothing to open.
-    const auto inner = leg.plan.files.empty()
+    const auto inner = plan.files.empty()
                            ? nullptr
-                           : leg.files->openMedia(leg.awaitPhone, leg.stop.get_token());
+                           : attempt.files->openMedia(attempt.awaitPhone, attempt.stop.get_token());
     NoMedia none;
     // A separate stop source, so that a lost phone is not mistaken for a cancel.
     std::stop_source stop;
-    const std::stop_callback forward{leg.stop.get_token(), [&] { stop.request_stop(); }};
+    const std::stop_callback forward{attempt.stop.get_token(), [&] { stop.request_stop(); }};
     WatchedSource source{inner ? *inner : static_cast<MediaSource&>(none), stop};
-    end.outcome = runJob(leg, source, stop.get_token());
-    end.isPhoneLost = source.isLost() && !leg.stop.stop_requested();
-    std::erase_if(end.outcome.report.files, [&](const FileOutcome& file) {
-      return file.is<FileOutcome::Failed>() && source.wasInterrupted(file.assetID);
-    });
-    recount(end.outcome.report);
+    end.outcome = runTransfer(attempt, plan, source, stop.get_token());
+    end.isPhoneLost = source.isLost() && !attempt.stop.stop_requested();
+    if (source.isLost()) {
+      end.outcome.report = withoutInterrupted(*end.outcome.report, source);
+    }
   } catch (const SourceError& error) {
     end.isPhoneLost = error.kind() == SourceError::Kind::disconnected;
     if (!end.isPhoneLost) end.failure = std::current_exception();
   } catch (...) {
     end.failure = std::current_exception();
   }
-  leg.destination.folder.reset();  // released for other runs during the pause
+  attempt.destination.folder.reset();  // released for other runs during the pause
+  return end;
+}
+
+}  // namespace
+
+AttemptEnd carryOut(RunAttempt& attempt) {
+  const std::size_t filesBefore = attempt.before.report->files.size();
+  std::optional<TransferPlan> rest;
+  if (filesBefore > 0) rest = remainingPlan(*attempt.plan, *attempt.before.report);
+  const TransferPlan& plan = rest ? *rest : *attempt.plan;
+  AttemptEnd end = carryOutRest(attempt, plan);
+  const TransferReport& report = *end.outcome.report;
+  end.hasLanded = !report.files.empty();
+  if (report.files.size() < plan.files.size()) {
+    end.remainingBytes = remainingPlan(plan, report).totalBytes();
+  }
+  end.outcome = joined(attempt.before, std::move(end.outcome), *attempt.plan);
   return end;
 }
 
@@ -151,9 +176,11 @@ TransferReport joined(TransferReport first, const TransferReport& second,
   return first;
 }
 
-TransferOutcome joined(TransferOutcome first, TransferOutcome second, const TransferPlan& plan) {
-  second.report = joined(std::move(first.report), second.report, plan);
-  second.phoneWaits += first.phoneWaits;
+TransferOutcome joined(const TransferOutcome& first, TransferOutcome second,
+                       const TransferPlan& plan) {
+  if (!isSame(first.report, Shared<TransferReport>{})) {
+    second.report = joined(*first.report, *second.report, plan);
+  }
   second.unpackedFolders.insert(second.unpackedFolders.begin(), first.unpackedFolders.begin(),
                                 first.unpackedFolders.end());
   auto& rescued = second.leftOvers.rescued;

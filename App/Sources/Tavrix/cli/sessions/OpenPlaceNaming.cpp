@@ -1,4 +1,4 @@
-#include "cli/sessions/PlaceNames.h"
+#include "cli/sessions/OpenPlaceNaming.h"
 
 #include "cli/sentences/PlaceSentences.h"
 #include "cli/sessions/Source.h"
@@ -59,12 +59,12 @@ std::unique_ptr<Folder> cacheFolder(const CommandContext& context) {
 
 }  // namespace
 
-std::unique_ptr<PlaceNaming> placeNaming(const CommandContext& context, bool keepsNames) {
+std::unique_ptr<PlaceNaming> openPlaceNaming(const CommandContext& context, bool usesCache) {
   const auto& path = context.surroundings.gazetteerPath;
-  if (!path || !context.settings.geocodingEnabled) return nullptr;
+  if (!path || !context.settings.naming.geocodingEnabled) return nullptr;
   auto gazetteer = openGazetteer(context, *path);
   if (!gazetteer) return nullptr;
-  auto folder = keepsNames ? cacheFolder(context) : nullptr;
+  auto folder = usesCache ? cacheFolder(context) : nullptr;
   return std::make_unique<PlaceNaming>(std::move(gazetteer), std::move(folder), context.log);
 }
 
