@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Benches.h"
+#include "Measure.h"
 
 int main(int count, char** values) {
   const std::vector<std::string> chosen{values + 1, values + count};
@@ -25,7 +26,7 @@ int main(int count, char** values) {
   if (isChosen("start")) tavrix::bench::benchStart(folder + "/start");
   if (isChosen("pipeline")) tavrix::bench::benchPipeline(folder);
   if (isChosen("grouping")) tavrix::bench::benchGrouping();
-  if (isChosen("model")) tavrix::bench::benchModel();
+  if (isChosen("model")) tavrix::bench::benchModel(folder + "/model");
   if (isChosen("only-new")) tavrix::bench::benchOnlyNew(folder);
   if (isChosen("copying")) tavrix::bench::benchCopying(folder + "/copying");
   if (isChosen("packing")) tavrix::bench::benchPacking(folder + "/packing");
@@ -37,5 +38,7 @@ int main(int count, char** values) {
   if (isChosen("phone")) tavrix::bench::benchPhone(folder + "/phone");
   if (isChosen("videos")) tavrix::bench::benchVideos(folder + "/videos");
   std::filesystem::remove_all(folder);
-  return 0;
+  const int missed = tavrix::bench::missedRows();
+  if (missed > 0) fmt::print("{} rows missed their target.\n", missed);
+  return missed > 0 ? 1 : 0;
 }

@@ -9,7 +9,7 @@ namespace tavrix::bench {
 void benchStart(const std::string& folder);
 void benchPipeline(const std::string& folder);
 void benchGrouping();
-void benchModel();
+void benchModel(const std::string& folder);
 void benchOnlyNew(const std::string& folder);
 void benchHistory(const std::string& folder);
 void benchCopying(const std::string& folder);

@@ -79,7 +79,7 @@ void benchWriting(const std::string& folder, HistoryStore& store) {
          time(ours), time(theirs), ours / theirs, 2.0});
 }
 
-void expectAll(const std::vector<RunSummary>& runs) {
+void expectAll(const std::vector<RecordSummary>& runs) {
   if (runs.size() != static_cast<std::size_t>(recordCount)) std::abort();
 }
 

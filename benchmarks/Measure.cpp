@@ -58,8 +58,15 @@ void shell(const std::string& command) {
 
 std::string time(double value) { return fmt::format("{:.3f} s", value); }
 
+namespace {
+int missed = 0;
+}  // namespace
+
+int missedRows() { return missed; }
+
 void print(const Row& row) {
   const bool isMet = row.ratio <= row.target;
+  if (!isMet) ++missed;
   fmt::print("{:<76} {:>12} {:>12} {:>8.2f} {:>8.2f}  {}\n", row.what, row.ours, row.theirs,
              row.ratio, row.target, isMet ? "met" : "MISSED");
   std::fflush(stdout);

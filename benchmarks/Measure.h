@@ -34,6 +34,8 @@ struct Row {
 };
 /// Prints the row with its verdict.
 void print(const Row& row);
+/// Returns the number of printed rows that missed their target.
+int missedRows();
 std::string time(double seconds);
 
 }  // namespace tavrix::bench

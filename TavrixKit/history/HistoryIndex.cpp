@@ -11,7 +11,7 @@ namespace {
 using State = HistoryIndexEntry::State;
 constexpr std::array<std::string_view, 3> stateNames{"readable", "newerSchema", "unreadable"};
 
-void writeRun(const RunSummary& run, JsonWriter& json) {
+void writeRun(const RecordSummary& run, JsonWriter& json) {
   json.beginObject().field("destinationPath", run.destinationPath);
   json.field("finishedAt", iso8601(run.finishedAt)).field("id", run.id.text());
   json.field("phoneHash", run.phoneHash).field("phoneName", run.phoneName);
@@ -21,8 +21,8 @@ void writeRun(const RunSummary& run, JsonWriter& json) {
   json.endObject();
 }
 
-RunSummary runFrom(const RecordFields& fields) {
-  RunSummary run;
+RecordSummary runFrom(const RecordFields& fields) {
+  RecordSummary run;
   run.id = fields.required("id", Uuid::parse(fields.text("id")));
   run.startedAt = fields.date("startedAt");
   run.finishedAt = fields.date("finishedAt");

@@ -6,7 +6,7 @@
 
 #include "foundation/files/Folder.h"
 #include "foundation/json/JsonWriter.h"
-#include "history/RunSummary.h"
+#include "history/RecordSummary.h"
 
 namespace tavrix {
 
@@ -19,7 +19,7 @@ struct HistoryIndexEntry {
   std::uint64_t size = 0;  ///< bytes
   Instant modified;
   State state = State::unreadable;
-  std::optional<RunSummary> run;  ///< set if the record is readable
+  std::optional<RecordSummary> run;  ///< set if the record is readable
 
   friend bool operator==(const HistoryIndexEntry&, const HistoryIndexEntry&) = default;
 };

@@ -166,12 +166,12 @@ std::optional<std::string_view> pathBelow(std::string_view folder, std::string_v
 
 }  // namespace
 
-RunSummary summaryOf(const TransferRecord& record) {
+RecordSummary summaryOf(const TransferRecord& record) {
   return {record.id,        record.startedAt, record.finishedAt,      record.status,
           record.phoneName, record.phoneHash, record.destinationPath, record.totals};
 }
 
-bool HistoryQuery::matches(const RunSummary& run) const {
+bool HistoryQuery::matches(const RecordSummary& run) const {
   using Filter = TransferRecord::OutcomeFilter;
   if (phone && run.phoneName != *phone && run.phoneHash != phone) return false;
   if (destinationPath && run.destinationPath != *destinationPath) return false;
@@ -195,7 +195,7 @@ void HistoryStore::add(const TransferRecord& record) {
   write(recordFileName(record), record);
 }
 
-std::vector<RunSummary> HistoryStore::runs(const HistoryQuery& query) {
+std::vector<RecordSummary> HistoryStore::runs(const HistoryQuery& query) {
   IndexUpdate update{folder_, log_};
   const std::vector<HistoryIndexEntry> entries = update.run();
   if (update.hasChanged()) {
@@ -205,7 +205,7 @@ std::vector<RunSummary> HistoryStore::runs(const HistoryQuery& query) {
       writeLog(log_, "history: the index was not saved: {}", PrivateField{error.path()});
     }
   }
-  std::vector<RunSummary> runs;
+  std::vector<RecordSummary> runs;
   for (const HistoryIndexEntry& entry : entries) {
     if (entry.run && query.matches(*entry.run)) runs.push_back(*entry.run);
   }
@@ -221,8 +221,8 @@ std::vector<HistoryStore::FileRun> HistoryStore::runsTouching(const std::string&
                                                               const HistoryQuery& query) {
   return runsWith(
       query,
-      [&](const RunSummary& run) { return pathBelow(run.destinationPath, path).has_value(); },
-      [&](const RunSummary& run, const TransferRecord::File& file) {
+      [&](const RecordSummary& run) { return pathBelow(run.destinationPath, path).has_value(); },
+      [&](const RecordSummary& run, const TransferRecord::File& file) {
         return file.path && *file.path == pathBelow(run.destinationPath, path);
       });
 }
@@ -230,15 +230,17 @@ std::vector<HistoryStore::FileRun> HistoryStore::runsTouching(const std::string&
 std::vector<HistoryStore::FileRun> HistoryStore::runsOfAsset(const std::string& assetID,
                                                              const HistoryQuery& query) {
   return runsWith(
-      query, [](const RunSummary&) { return true; },
-      [&](const RunSummary&, const TransferRecord::File& file) { return file.assetID == assetID; });
+      query, [](const RecordSummary&) { return true; },
+      [&](const RecordSummary&, const TransferRecord::File& file) {
+        return file.assetID == assetID;
+      });
 }
 
 std::vector<HistoryStore::FileRun> HistoryStore::runsWith(
-    const HistoryQuery& query, const std::function<bool(const RunSummary&)>& isCandidate,
-    const std::function<bool(const RunSummary&, const TransferRecord::File&)>& isWanted) {
+    const HistoryQuery& query, const std::function<bool(const RecordSummary&)>& isCandidate,
+    const std::function<bool(const RecordSummary&, const TransferRecord::File&)>& isWanted) {
   std::vector<FileRun> found;
-  for (const RunSummary& run : runs(query)) {
+  for (const RecordSummary& run : runs(query)) {
     if (!isCandidate(run)) continue;
     std::optional<TransferRecord> whole;
     try {

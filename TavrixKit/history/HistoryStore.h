@@ -8,7 +8,7 @@
 
 #include "foundation/Log.h"
 #include "foundation/files/Folder.h"
-#include "history/RunSummary.h"
+#include "history/RecordSummary.h"
 #include "history/TransferRecordCoding.h"
 
 namespace tavrix {
@@ -20,7 +20,7 @@ struct HistoryQuery {
   /// Runs with at least one such shot; `all` selects every run.
   TransferRecord::OutcomeFilter outcome = TransferRecord::OutcomeFilter::all;
 
-  bool matches(const RunSummary& run) const;
+  bool matches(const RecordSummary& run) const;
   friend bool operator==(const HistoryQuery&, const HistoryQuery&) = default;
 };
 
@@ -37,14 +37,14 @@ class HistoryStore {
   void add(const TransferRecord& record);
 
   /// Returns the selected runs, newest first.
-  std::vector<RunSummary> runs(const HistoryQuery& query = {});
+  std::vector<RecordSummary> runs(const HistoryQuery& query = {});
   /// Returns the record of a run, or nullopt if there is none. Throws TransferRecord::RecordError
   /// if it cannot be read.
   std::optional<TransferRecord> record(const Uuid& id) const;
 
   /// A run and its result for one file.
   struct FileRun {
-    RunSummary run;
+    RecordSummary run;
     TransferRecord::File file;
 
     friend bool operator==(const FileRun&, const FileRun&) = default;
@@ -68,8 +68,8 @@ class HistoryStore {
   TransferRecord read(const std::string& fileName) const;
   void write(const std::string& fileName, const TransferRecord& record);
   std::vector<FileRun> runsWith(
-      const HistoryQuery& query, const std::function<bool(const RunSummary&)>& isCandidate,
-      const std::function<bool(const RunSummary&, const TransferRecord::File&)>& isWanted);
+      const HistoryQuery& query, const std::function<bool(const RecordSummary&)>& isCandidate,
+      const std::function<bool(const RecordSummary&, const TransferRecord::File&)>& isWanted);
   /// Returns the folder, locked against other processes; nullptr if the lock was not available in
   /// time.
   std::unique_ptr<Folder> lockedFolder() const;

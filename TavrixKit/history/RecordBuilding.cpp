@@ -42,6 +42,7 @@ class Fates {
     if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {
       file.state = Record::PartState::failed;
       file.reason = failed->reason;
+      if (!failed->code.code.empty()) file.reasonCode = failed->code;
       return;
     }
     file.state = outcome.is<FileOutcome::AlreadyThere>() ? Record::PartState::alreadyThere

@@ -27,6 +27,17 @@ Record::Place placeFrom(const RecordFields& fields) {
   return place;
 }
 
+ReasonCode reasonCodeFrom(const RecordFields& fields) {
+  ReasonCode reason;
+  reason.code = fields.text("code");
+  if (fields.find("systemError") != nullptr) {
+    reason.systemError = static_cast<int>(fields.number("systemError"));
+  }
+  if (fields.find("expectedBytes") != nullptr) reason.expectedBytes = fields.count("expectedBytes");
+  if (fields.find("receivedBytes") != nullptr) reason.receivedBytes = fields.count("receivedBytes");
+  return reason;
+}
+
 Record::File fileFrom(const RecordFields& fields) {
   Record::File file;
   file.assetID = fields.text("assetID");
@@ -37,6 +48,9 @@ Record::File fileFrom(const RecordFields& fields) {
   file.bytes = fields.count("bytes");
   file.state = fields.caseAt<Record::PartState>("state");
   file.reason = fields.optionalText("reason");
+  if (fields.find("reasonCode") != nullptr) {
+    file.reasonCode = reasonCodeFrom(fields.object("reasonCode"));
+  }
   file.keptOriginal = fields.flag("keptOriginal", false);
   return file;
 }

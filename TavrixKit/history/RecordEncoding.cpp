@@ -62,6 +62,10 @@ void encode(const Record::File& file, JsonWriter& json) {
   json.beginObject().field("assetID", file.assetID).field("bytes", file.bytes);
   json.field("keptOriginal", file.keptOriginal).field("name", file.name);
   json.field("path", file.path).field("reason", file.reason);
+  if (file.reasonCode) {
+    json.key("reasonCode");
+    encode(*file.reasonCode, json);
+  }
   json.field("role", textOf(file.role)).field("savedName", file.savedName);
   json.field("state", textOf(file.state)).endObject();
 }

@@ -10,6 +10,7 @@
 #include "foundation/Time.h"
 #include "foundation/Uuid.h"
 #include "media/AssetBundle.h"
+#include "transfer/ReasonCode.h"
 
 namespace tavrix {
 
@@ -88,8 +89,9 @@ struct TransferRecord {
     std::uint64_t bytes = 0;  ///< size on the Mac if it was written or checked in this run, else on
                               ///< the phone
     PartState state = PartState::notReached;
-    std::optional<std::string> reason;  ///< why it failed
-    bool keptOriginal = false;          ///< the conversion failed and the original was kept
+    std::optional<std::string> reason;       ///< why it failed, or why it was not converted
+    bool keptOriginal = false;               ///< the conversion failed and the original was kept
+    std::optional<ReasonCode> reasonCode{};  ///< `reason` for programs; absent in older records
 
     friend bool operator==(const File&, const File&) = default;
   };

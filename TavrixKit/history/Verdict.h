@@ -3,7 +3,7 @@
 #include <string>
 
 #include "foundation/Sentence.h"
-#include "history/RunSummary.h"
+#include "history/RecordSummary.h"
 
 namespace tavrix {
 

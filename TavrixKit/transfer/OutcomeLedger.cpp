@@ -19,15 +19,15 @@ void OutcomeLedger::sizeMismatched() {
   ++counters_.convertedSizeMismatches;
 }
 
-void OutcomeLedger::failed(std::size_t index, std::string reason) {
+void OutcomeLedger::failed(std::size_t index, FileOutcome::Failed failure) {
   const PlannedFile& file = plan_.files[index];
   const std::lock_guard lock{mutex_};
   // A file whose name is unsafe is reported under its name on the phone.
   const std::string name = isSafePathComponent(file.asset.name())
                                ? lastPathComponent(file.relativePath)
                                : std::string{file.asset.name()};
-  outcomes_[index] = FileOutcome{std::string{file.asset.id()}, name, std::nullopt, 0,
-                                 FileOutcome::Failed{std::move(reason)}};
+  outcomes_[index] =
+      FileOutcome{std::string{file.asset.id()}, name, std::nullopt, 0, std::move(failure)};
   ++settled_;
 }
 

@@ -17,7 +17,7 @@ class OutcomeLedger {
   void fetched(std::uint64_t bytes);
   void sizeMismatched();
 
-  void failed(std::size_t index, std::string reason);
+  void failed(std::size_t index, FileOutcome::Failed failure);
   /// Records that the file is complete at `path`, found there or landed as `kind`; `bytesWritten`
   /// of its bytes are new.
   void landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "transfer/ConversionFailure.h"
+#include "transfer/ReasonCode.h"
 
 namespace tavrix {
 
@@ -34,6 +35,7 @@ struct TransferProgressSnapshot {
 struct FileOutcome {
   struct Failed {
     std::string reason;  ///< one sentence for the user
+    ReasonCode code{};   ///< the same for programs
     friend bool operator==(const Failed&, const Failed&) = default;
   };
   struct Copied {

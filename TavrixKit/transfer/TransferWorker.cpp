@@ -91,26 +91,40 @@ bool isComplete(const FileStatus& status, const PlannedFile& file) {
   return isConverted(file.conversion) ? status.size > 0 : status.size == file.asset.sizeBytes();
 }
 
-std::string reasonOf(const SourceError& error, Language language) {
+std::optional<int> systemErrorOf(int code) {
+  return code == 0 ? std::nullopt : std::optional{code};
+}
+
+FileOutcome::Failed leavesDestination(Language language) {
+  return {say(language, sentences::pathOutsideDestination), {.code = "outsideDestination"}};
+}
+
+FileOutcome::Failed hasUnsafeName(Language language) {
+  return {say(language, sentences::unsafeName), {.code = "unsafeName"}};
+}
+
+FileOutcome::Failed failureOf(const SourceError& error, Language language) {
   using namespace sentences;
   switch (error.kind()) {
     case SourceError::Kind::notFound:
-      return say(language, notInSource);
+      return {say(language, notInSource), {.code = "notInSource"}};
     case SourceError::Kind::unreadable:
-      return say(language, unreadableInSource, systemErrorText(language, error.code()));
+      return {say(language, unreadableInSource, systemErrorText(language, error.code())),
+              {.code = "unreadable", .systemError = systemErrorOf(error.code())}};
     case SourceError::Kind::changedWhileRead:
-      return say(language, changedWhileRead);
+      return {say(language, changedWhileRead), {.code = "changedWhileRead"}};
     case SourceError::Kind::unsafeName:
-      return say(language, unsafeName);
+      return hasUnsafeName(language);
     case SourceError::Kind::disconnected:
-      return say(language, phoneDisconnected);
+      return {say(language, phoneDisconnected), {.code = "disconnected"}};
   }
-  return say(language, sourceFailed);
+  return {say(language, sourceFailed), {.code = "sourceFailed"}};
 }
 
-std::string reasonOf(const FileError& error, Language language) {
-  if (error.code() == EXDEV) return say(language, sentences::pathOutsideDestination);
-  return say(language, sentences::unwritable, sentences::systemErrorText(language, error.code()));
+FileOutcome::Failed failureOf(const FileError& error, Language language) {
+  if (error.code() == EXDEV) return leavesDestination(language);
+  return {say(language, sentences::unwritable, sentences::systemErrorText(language, error.code())),
+          {.code = "unwritable", .systemError = systemErrorOf(error.code())}};
 }
 
 }  // namespace
@@ -146,14 +160,14 @@ void TransferWorker::handle(std::size_t index) {
   } catch (const DownloadStopped&) {
     // The run ends; the file has no outcome.
   } catch (const SourceError& error) {
-    fail(index, reasonOf(error, language));
+    fail(index, failureOf(error, language));
   } catch (const FileError& error) {
     if (stopsRun(error, run_.destination_)) throw;
-    fail(index, reasonOf(error, language));
+    fail(index, failureOf(error, language));
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception&) {
-    fail(index, say(language, sentences::sourceFailed));
+    fail(index, {say(language, sentences::sourceFailed), {.code = "sourceFailed"}});
   }
 }
 
@@ -162,12 +176,11 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
   const Language language = run_.setup_.language;
   if (!isSafePathComponent(file.asset.name())) {
     const bool leadsOut = isAscending(file.asset.name()) && !staysInside(file.relativePath);
-    fail(index, leadsOut ? say(language, sentences::pathOutsideDestination)
-                         : say(language, sentences::unsafeName));
+    fail(index, leadsOut ? leavesDestination(language) : hasUnsafeName(language));
     return true;
   }
   if (!staysInside(file.relativePath)) {
-    fail(index, say(language, sentences::pathOutsideDestination));
+    fail(index, leavesDestination(language));
     return true;
   }
   const auto status = run_.destination_.status(file.relativePath);
@@ -218,7 +231,8 @@ bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
     const Language language = run_.setup_.language;
     const std::string detail = say(language, sentences::sizesDiffer, expected, received_);
     writeLog(run_.log_, "FAIL {}: {}", PrivateField{file.asset.name()}, detail);
-    fail(index, say(language, sentences::verificationFailed, file.asset.name(), detail));
+    fail(index, {say(language, sentences::verificationFailed, file.asset.name(), detail),
+                 {.code = "sizesDiffer", .expectedBytes = expected, .receivedBytes = received_}});
     return false;
   }
   if (const auto date = file.asset.captureDate()) setDate(*part, *date);
@@ -331,7 +345,7 @@ void TransferWorker::land(const ReadyFile& ready) {
   } catch (const FileError& error) {
     removeQuietly(ready.part);
     if (stopsRun(error, run_.destination_)) throw;
-    run_.ledger_.failed(ready.index, reasonOf(error, run_.setup_.language));
+    run_.ledger_.failed(ready.index, failureOf(error, run_.setup_.language));
     run_.meter_.finished(file, file.asset.sizeBytes());
   }
 }
@@ -380,8 +394,8 @@ void TransferWorker::removeQuietly(const std::string& path) noexcept {
   }
 }
 
-void TransferWorker::fail(std::size_t index, std::string reason) {
-  run_.ledger_.failed(index, std::move(reason));
+void TransferWorker::fail(std::size_t index, FileOutcome::Failed failure) {
+  run_.ledger_.failed(index, std::move(failure));
   run_.meter_.finished(planned(index), received_);
 }
 

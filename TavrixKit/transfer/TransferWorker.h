@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "foundation/Digest.h"
-#include "transfer/TransferRun.h"
+#include "transfer/PlanExecution.h"
 
 namespace tavrix {
 
@@ -12,7 +12,7 @@ namespace tavrix {
 /// batches.
 class TransferWorker {
  public:
-  explicit TransferWorker(TransferRun& run) : run_(run) {}
+  explicit TransferWorker(PlanExecution& run) : run_(run) {}
 
   /// Works until no file is left or the run ends. Never throws: an error halts the run.
   void work() noexcept;
@@ -42,11 +42,11 @@ class TransferWorker {
   std::string digestOf(const std::string& path);
   void discardBatch() noexcept;
   void removeQuietly(const std::string& path) noexcept;
-  void fail(std::size_t index, std::string reason);
+  void fail(std::size_t index, FileOutcome::Failed failure);
 
   const PlannedFile& planned(std::size_t index) const { return run_.plan_.files[index]; }
 
-  TransferRun& run_;
+  PlanExecution& run_;
   Sha256 digest_;
   std::uint64_t received_ = 0;  ///< bytes of the current file
   std::vector<ReadyFile> batch_;

@@ -82,11 +82,10 @@ MainLoop::Task DeviceWatcher::ifAlive(std::function<void()> task) const {
 }
 
 void DeviceWatcher::start() {
-  if (isStarted_) {
+  if (!std::holds_alternative<NotStarted>(looking_)) {
     take(DeviceWatch::StartAsked{});
     return;
   }
-  isStarted_ = true;
   if (setup_.bus != nullptr) {
     setup_.bus->start([&loop = setup_.loop, changed = ifAlive([this] {
                                               // A scan may take long, and the time without the
@@ -187,8 +186,9 @@ void DeviceWatcher::remember(const DeviceState::Ready& ready) {
 }
 
 void DeviceWatcher::look() {
-  isLooking_ = true;
-  looks_.post([&browser = setup_.browser, &loop = setup_.loop, known = cable_,
+  looking_ = Scanning{};
+  ++scan_;
+  looks_.post([&browser = setup_.browser, &loop = setup_.loop, known = cable_.value_or(CableView{}),
                stop = ending_.get_token(),
                seen = std::make_shared<std::function<void(CableView)>>(
                    [this](CableView cable) { this->seen(std::move(cable)); }),
@@ -201,32 +201,27 @@ void DeviceWatcher::look() {
 }
 
 void DeviceWatcher::lookAnew() {
-  cable_.phones.clear();
-  if (isLooking_) {
-    isLookStale_ = true;
+  if (cable_) cable_->phones.clear();
+  if (auto* const scanning = std::get_if<Scanning>(&looking_)) {
+    scanning->isStale = true;
   } else {
     look();
   }
 }
 
 void DeviceWatcher::seen(CableView cable) {
-  isLooking_ = false;
-  if (std::exchange(isLookStale_, false)) {
-    look();
-    return;
-  }
+  if (std::get<Scanning>(looking_).isStale) return look();
+  looking_ = Resting{};
   cable_ = cable;
-  hasLooked_ = true;
   take(DeviceWatch::CableSeen{std::move(cable)});
   checkUnseen(false);
   lookLater();
 }
 
 void DeviceWatcher::lookLater() {
-  if (std::exchange(isLookDue_, true)) return;
-  setup_.loop.postAfter(setup_.lookInterval, ifAlive([this] {
-                          isLookDue_ = false;
-                          if (!isLooking_) look();
+  setup_.loop.postAfter(setup_.lookInterval, ifAlive([this, scan = scan_] {
+                          const bool isNext = scan == scan_;  // no other scan came first
+                          if (isNext && std::holds_alternative<Resting>(looking_)) look();
                         }));
 }
 

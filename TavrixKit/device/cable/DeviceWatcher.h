@@ -6,6 +6,7 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "USBPhonePresence/USBPhonePresence.h"
@@ -70,7 +71,7 @@ class DeviceWatcher {
 
   const DeviceState& state() const { return watch_.state; }
   /// Returns true if the state describes what is on the cable, that is, after the first scan of it.
-  bool hasLooked() const { return hasLooked_; }
+  bool hasLooked() const { return cable_.has_value(); }
   /// Returns true if a phone has been on the bus for 12 s and the system does not provide it.
   bool phoneOnCableButUnseen() const { return unseen_.phoneOnCableButUnseen; }
   /// Returns the phones on the cable except the one that the state describes.
@@ -81,6 +82,15 @@ class DeviceWatcher {
 
  private:
   struct Reports;
+
+  struct NotStarted {};
+  /// A scan of the cable is in progress.
+  struct Scanning {
+    bool isStale = false;  ///< its result is out of date
+  };
+  /// The next scan is posted to the loop.
+  struct Resting {};
+  using Looking = std::variant<NotStarted, Scanning, Resting>;
 
   void take(DeviceWatch::Event event);
   void carryOut(const DeviceWatch::Orders& orders);
@@ -105,16 +115,12 @@ class DeviceWatcher {
   Setup setup_;
   std::shared_ptr<const bool> life_ = std::make_shared<bool>(true);
   std::vector<std::weak_ptr<const Observer>> observers_;
-  bool isStarted_ = false;
-  bool hasLooked_ = false;
-
   DeviceWatch watch_;
   UnseenPhoneCheck unseen_;
 
-  CableView cable_;           ///< as last seen, without the phones to be asked again
-  bool isLooking_ = false;    ///< a scan is in progress
-  bool isLookStale_ = false;  ///< and its result is out of date
-  bool isLookDue_ = false;    ///< a scan is posted to the loop
+  Looking looking_;
+  std::uint64_t scan_ = 0;          ///< the number of the last scan
+  std::optional<CableView> cable_;  ///< as last seen, without the phones to be asked again
 
   std::stop_source ending_;
   std::stop_source readingStop_;

@@ -24,9 +24,9 @@ struct HistoryStoreTest : testing::Test {
   RecordingLog log;
   HistoryStore store{*folder, log};
 
-  static std::vector<int> numbersOf(const std::vector<RunSummary>& runs) {
+  static std::vector<int> numbersOf(const std::vector<RecordSummary>& runs) {
     std::vector<int> numbers;
-    for (const RunSummary& run : runs) numbers.push_back(run.id.bytes[0]);
+    for (const RecordSummary& run : runs) numbers.push_back(run.id.bytes[0]);
     return numbers;
   }
   std::vector<int> listed(const HistoryQuery& query = {}) { return numbersOf(store.runs(query)); }

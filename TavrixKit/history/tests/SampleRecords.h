@@ -52,8 +52,16 @@ inline TransferRecord fullRecord() {
       "1/A.HEIC", Record::Role::original,   "A.HEIC",     "VK_A.jpg", "d/A.jpg",
       1000,       Record::PartState::onMac, std::nullopt, true};
   const Record::File failed{
-      "1/A.MOV", Record::Role::liveVideo,   "A.MOV",     std::nullopt, std::nullopt,
-      5,         Record::PartState::failed, "нет файла", false};
+      "1/A.MOV",
+      Record::Role::liveVideo,
+      "A.MOV",
+      std::nullopt,
+      std::nullopt,
+      5,
+      Record::PartState::failed,
+      "нет файла",
+      false,
+      ReasonCode{.code = "sizesDiffer", .systemError = 5, .expectedBytes = 9, .receivedBytes = 7}};
   const Record::Shot live{
       "1/A.HEIC", "A.HEIC",         Record::ShotKind::livePhoto, record.startedAt, 41.9,
       12.5,       {copied, failed}, Record::Outcome::failed};

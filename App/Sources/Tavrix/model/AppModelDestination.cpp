@@ -44,7 +44,7 @@ void AppModel::refreshDestination() {
       if (folder) {
         auto content =
             std::make_shared<const Destination::Content>(Destination::read(*folder, phone));
-        // What is unchanged stays the same object, so that plans made from it stay valid.
+        // An unchanged content stays the same object, so that plans made from it stay valid.
         look->content = shown && *shown == *content ? shown : std::move(content);
         look->state = destination_state::Ready{folder->freeBytes()};
         if (!isOwn && !folder->lock()) look->state = destination_state::Busy{folder->freeBytes()};

@@ -33,7 +33,7 @@ struct AppModel::Prepared {
   std::shared_ptr<const TransferPlan> plan;
   bool holdsOptimized = false;
   RunTotals totals;
-  RunFindings findings;
+  DestinationFindings findings;
   Shared<Run::GroupIDs> unchecked;
   std::optional<FolderIdentity> folder;
   std::exception_ptr failure;

@@ -33,9 +33,10 @@ struct FolderListDifference {
   friend bool operator==(const FolderListDifference&, const FolderListDifference&) = default;
 };
 
-/// Returns the difference with the fewest moves. Returns a reset if more than a third of the folders
-/// of the longer list are removed, moved, inserted or changed. A folder is unchanged if it is the
-/// same object in both lists; the display keeps the objects of folders whose values stay equal.
+/// Returns the difference with the fewest moves. Returns a reset if more than a third of the
+/// folders of the longer list are removed, moved, inserted or changed. A folder is unchanged if it
+/// is the same object in both lists; the display keeps the objects of folders whose values stay
+/// equal.
 FolderListDifference differenceOf(const DisplayGroups& before, const DisplayGroups& after);
 
 }  // namespace tavrix

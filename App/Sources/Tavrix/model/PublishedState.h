@@ -10,8 +10,8 @@
 
 namespace tavrix {
 
-/// The argument of an observer: the last state that it has seen, the present one, and in which topics
-/// they differ.
+/// The argument of an observer: the last state that it has seen, the present one, and in which
+/// topics they differ.
 struct StateChange {
   const AppState& before;
   const AppState& after;
@@ -20,9 +20,9 @@ struct StateChange {
   bool has(StateTopic topic) const { return topics.has(topic); }
 };
 
-/// The state of a model with its observers. They are told once per turn of the main loop, however
-/// many changes there were in the turn before. All observers of a turn are told of the same state:
-/// what one of them changes is told in the next turn. Must be used on the main loop only.
+/// The state of a model with its observers. Each is called once per turn of the main loop, however
+/// many changes there were in the turn before. All observers of a turn get the same state: changes
+/// that one of them makes are published in the next turn. Must be used on the main loop only.
 class PublishedState {
  public:
   using Observer = std::function<void(const StateChange&)>;
@@ -40,7 +40,7 @@ class PublishedState {
     edit(now_);
     announce();
   }
-  /// Tells the observer of every change from the next one on.
+  /// Subscribes an observer to all changes from the next one on.
   [[nodiscard]] Subscription subscribe(Observer observer);
 
  private:

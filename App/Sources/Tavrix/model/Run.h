@@ -12,9 +12,9 @@
 #include "library/Library.h"
 #include "model/AppState.h"
 #include "model/ConnectedSource.h"
+#include "runs/DestinationFindings.h"
 #include "runs/Mounts.h"
-#include "runs/RunFindings.h"
-#include "runs/TransferOutcome.h"
+#include "runs/RunOutcome.h"
 #include "settings/SavedPreset.h"
 
 namespace tavrix {
@@ -67,9 +67,9 @@ struct Run {
   Shared<GroupIDs> unchecked;  ///< groups that the user left out
   std::shared_ptr<const TransferPlan> plan;
   RunTotals totals;
-  RunFindings findings;  ///< about the destination, before the first byte
+  DestinationFindings findings;  ///< about the destination, before the first byte
   std::uint64_t optimizedSkipped = 0;
-  TransferOutcome outcome;  ///< of all attempts
+  RunOutcome outcome;  ///< of all attempts
   RunStage stage;
   std::exception_ptr failure;  ///< what ended the run, unless the outcome says it
 

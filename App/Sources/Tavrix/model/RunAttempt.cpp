@@ -66,12 +66,12 @@ struct NoMedia : MediaSource {
   }
 };
 
-TransferOutcome runTransfer(RunAttempt& attempt, const TransferPlan& plan, MediaSource& source,
-                            const std::stop_token& stop) {
+RunOutcome runTransfer(RunAttempt& attempt, const TransferPlan& plan, MediaSource& source,
+                       const std::stop_token& stop) {
   Folder& folder = *attempt.destination.folder;
   Destination::Content& content = attempt.destination.content;
   auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), *attempt.plan);
-  TransferOutcome outcome;
+  RunOutcome outcome;
   if (attempt.packing) {
     PackedTransfer::Setup setup;
     setup.phone = attempt.setup.phone;
@@ -85,7 +85,7 @@ TransferOutcome runTransfer(RunAttempt& attempt, const TransferPlan& plan, Media
     PackedTransfer transfer{std::move(setup), folder, std::move(content)};
     outcome = transfer.run(plan, source, attempt.progress, stop);
   } else {
-    TransferJob transfer{attempt.setup, folder, std::move(content)};
+    FolderTransfer transfer{attempt.setup, folder, std::move(content)};
     outcome = transfer.run(plan, source, attempt.progress, stop);
   }
   outcome.leftOvers = std::move(leftOvers);
@@ -176,8 +176,7 @@ TransferReport joined(TransferReport first, const TransferReport& second,
   return first;
 }
 
-TransferOutcome joined(const TransferOutcome& first, TransferOutcome second,
-                       const TransferPlan& plan) {
+RunOutcome joined(const RunOutcome& first, RunOutcome second, const TransferPlan& plan) {
   if (!isSame(first.report, Shared<TransferReport>{})) {
     second.report = joined(*first.report, *second.report, plan);
   }

@@ -7,8 +7,8 @@
 #include <stop_token>
 
 #include "model/ConnectedSource.h"
+#include "runs/FolderTransfer.h"
 #include "runs/PackedTransfer.h"
-#include "runs/TransferJob.h"
 
 namespace tavrix {
 
@@ -21,9 +21,9 @@ struct HeldDestination {
 /// A part of a run: from its start, or from a pause, to its end or the next pause. Carried out on
 /// the transfer thread, which has exclusive use of it.
 struct RunAttempt {
-  TransferJob::Setup setup;
+  FolderTransfer::Setup setup;
   std::shared_ptr<const TransferPlan> plan;  ///< of the whole run
-  TransferOutcome before;                    ///< of the earlier attempts; their files are done
+  RunOutcome before;                         ///< of the earlier attempts; their files are done
   std::optional<Packing> packing{};          ///< nullopt for plain folders
   TimeZone zone = TimeZone::utc();           ///< for the wall-clock times in archives
   /// Called with the shortage when packing waits for space, and with nullopt when it continues.
@@ -37,7 +37,7 @@ struct RunAttempt {
 
 /// The result of an attempt.
 struct AttemptEnd {
-  TransferOutcome outcome;           ///< of all attempts so far
+  RunOutcome outcome;                ///< of all attempts so far
   bool hasLanded = false;            ///< this attempt has settled at least one file
   std::uint64_t remainingBytes = 0;  ///< of the files that are not settled
   bool isPhoneLost = false;
@@ -54,7 +54,6 @@ TransferPlan remainingPlan(const TransferPlan& plan, const TransferReport& repor
 /// Returns the reports of two attempts of one run as one, with the files in plan order.
 TransferReport joined(TransferReport first, const TransferReport& second, const TransferPlan& plan);
 /// Returns the outcomes of two attempts as one. The later one determines the state of the run.
-TransferOutcome joined(const TransferOutcome& first, TransferOutcome second,
-                       const TransferPlan& plan);
+RunOutcome joined(const RunOutcome& first, RunOutcome second, const TransferPlan& plan);
 
 }  // namespace tavrix

@@ -19,7 +19,7 @@ constexpr std::chrono::seconds phoneRetryInterval{1};
 /// The shortest time between two published states of progress.
 constexpr std::chrono::milliseconds progressInterval{50};
 
-bool isOutOfSpace(const TransferOutcome& outcome) {
+bool isOutOfSpace(const RunOutcome& outcome) {
   if (!outcome.interruption) return false;
   const int code = outcome.interruption->code();
   return code == ENOSPC || code == EDQUOT;
@@ -36,7 +36,7 @@ bool isBusy(const std::exception_ptr& failure) {
   }
 }
 
-bool hasEndedByItself(const TransferOutcome& outcome) {
+bool hasEndedByItself(const RunOutcome& outcome) {
   return outcome.status == Status::completed || outcome.status == Status::completedWithFailures;
 }
 
@@ -205,14 +205,13 @@ void RunControl::follow(RunAttempt& attempt) {
       if (life.lock() && slot == progressSlot_) task();
     });
   };
-  constexpr auto atOnce = MainLoop::Duration::zero();
   attempt.awaitPhone = [this, post, gate = gate_,
                         stop = attempt.stop.get_token()](PhoneError::Kind kind) {
-    post(atOnce, [this, kind] { pauseForPhone(kind); });
+    post(MainLoop::Duration::zero(), [this, kind] { pauseForPhone(kind); });
     return gate->wait(stop);
   };
   attempt.paused = [this, post](const std::optional<run_pause::DiskFull>& shortage) {
-    post(atOnce, [this, shortage] { publishPause(shortage); });
+    post(MainLoop::Duration::zero(), [this, shortage] { publishPause(shortage); });
   };
   attempt.progress = [this, post, slot,
                       &loop = services_.loop](const TransferProgressSnapshot& progress) {
@@ -377,7 +376,7 @@ void RunControl::concludeCancelled() {
 
 void RunControl::concludeFailed(const std::exception_ptr& failure) {
   run_.failure = failure;
-  TransferOutcome& outcome = run_.outcome;
+  RunOutcome& outcome = run_.outcome;
   outcome.interruption = std::nullopt;
   outcome.status = Status::interrupted;
   if (services_.failureText) outcome.stopReason = services_.failureText(failure);
@@ -389,7 +388,7 @@ void RunControl::concludeFailed(const std::exception_ptr& failure) {
 void RunControl::conclude() {
   run_.stage = run_stage::Recording{};
   run_.finishedAt = services_.now();
-  TransferOutcome& outcome = run_.outcome;
+  RunOutcome& outcome = run_.outcome;
   if (outcome.interruption) {
     writeLog(*services_.log, "transfer failed (local fs): {}",
              PrivateField{outcome.interruption->path()});

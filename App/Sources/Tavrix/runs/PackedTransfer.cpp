@@ -40,9 +40,8 @@ PackedTransfer::PackedTransfer(Setup setup, Folder& destination, Destination::Co
   setup_.spaceWait.log = setup_.log;
 }
 
-TransferOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& source,
-                                    const TransferEngine::Progress& progress,
-                                    std::stop_token stop) {
+RunOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& source,
+                               const TransferEngine::Progress& progress, std::stop_token stop) {
   outcome_.isPacked = true;
   if (plan.files.empty()) {
     outcome_.markerFailure = memory_.settleWithoutFiles();

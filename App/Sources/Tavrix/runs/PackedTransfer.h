@@ -10,9 +10,9 @@
 #include "runs/ArchivePacker.h"
 #include "runs/ArchivePlan.h"
 #include "runs/DestinationMemory.h"
+#include "runs/RunOutcome.h"
 #include "runs/SpaceWait.h"
 #include "runs/StagedFiles.h"
-#include "runs/TransferOutcome.h"
 #include "transfer/MediaConverter.h"
 #include "transfer/TransferEngine.h"
 
@@ -38,13 +38,13 @@ class PackedTransfer {
     SpaceWait::Setup spaceWait;
   };
 
-  /// As for TransferJob.
+  /// As for FolderTransfer.
   PackedTransfer(Setup setup, Folder& destination, Destination::Content content);
 
   /// Carries out a plan; call it once. Reports the errors of TransferEngine in the outcome and does
   /// not throw them.
-  TransferOutcome run(const TransferPlan& plan, MediaSource& source,
-                      const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
+  RunOutcome run(const TransferPlan& plan, MediaSource& source,
+                 const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
 
  private:
   /// Fetches all files. Returns false if the run ended early.
@@ -77,7 +77,7 @@ class PackedTransfer {
   std::stop_token stop_;
   std::optional<SpaceWait> spaceWait_;
   std::optional<StagedFiles> files_;
-  TransferOutcome outcome_;
+  RunOutcome outcome_;
   TransferReport report_;  ///< what is counted while files are fetched
   TransferProgressSnapshot snapshot_;
   const TransferEngine::Progress* progress_ = nullptr;

@@ -34,7 +34,7 @@ void addName(TransferRecord::Place& place, const std::string& language, const Pl
 
 /// Returns the name that the user typed. If the home was detected, returns the name of its place,
 /// if known.
-std::optional<std::string> homeName(const RunToRecord& run) {
+std::optional<std::string> homeName(const RunRecordInput& run) {
   if (run.settings.gathering.homeOverride) return run.settings.gathering.homeOverrideName;
   const auto& home = run.library.home;
   const auto& places = run.library.places;
@@ -65,7 +65,7 @@ struct ShotFolder {
   std::optional<TransferRecord::Place> place;
 };
 
-std::vector<ShotInput> shotsOf(const RunToRecord& run) {
+std::vector<ShotInput> shotsOf(const RunRecordInput& run) {
   absl::flat_hash_map<std::string_view, const AssetBundle*> whole;
   whole.reserve(run.library.bundles->size());
   for (const AssetBundle& bundle : *run.library.bundles) whole.emplace(bundle.id(), &bundle);
@@ -114,9 +114,9 @@ std::vector<ShotInput> shotsOf(const RunToRecord& run) {
   return shots;
 }
 
-std::vector<std::string> notesOf(const RunToRecord& run) {
+std::vector<std::string> notesOf(const RunRecordInput& run) {
   const Language language = run.language;
-  const TransferOutcome& outcome = run.outcome;
+  const RunOutcome& outcome = run.outcome;
   if (run.isUnderWay) {
     const bool isPacked = transferOptions(run.settings, {}).container != Container::folder;
     return {say(language, isPacked ? sentences::notePackingUnderWay : sentences::noteUnderWay)};
@@ -163,8 +163,9 @@ void tellWhyKept(TransferRecord& record, const TransferReport& report, Language 
     for (TransferRecord::Shot& shot : folder.shots) {
       for (TransferRecord::File& file : shot.files) {
         const auto found = reasons.find(file.assetID);
-        if (found != reasons.end())
-          file.reason = sentences::conversionFailureText(language, found->second);
+        if (found == reasons.end()) continue;
+        file.reason = sentences::conversionFailureText(language, found->second);
+        file.reasonCode = ReasonCode{.code = std::string{textOf(found->second)}};
       }
     }
   }
@@ -172,9 +173,9 @@ void tellWhyKept(TransferRecord& record, const TransferReport& report, Language 
 
 }  // namespace
 
-std::vector<std::string> packingNotes(Language language, const TransferOutcome& outcome) {
+std::vector<std::string> packingNotes(Language language, const RunOutcome& outcome) {
   std::vector<std::string> notes;
-  for (const TransferOutcome::UnpackedFolder& folder : outcome.unpackedFolders) {
+  for (const RunOutcome::UnpackedFolder& folder : outcome.unpackedFolders) {
     notes.push_back(folder.group
                         ? say(language, sentences::noteGroupUnpacked, *folder.group, folder.reason)
                         : say(language, sentences::noteWholeUnpacked, folder.reason));
@@ -204,7 +205,7 @@ std::optional<std::string> unknownKindNote(Language language, const Library& lib
              counted(language, names.size(), sentences::files), list);
 }
 
-TransferRecord::Options recordOptions(const RunToRecord& run) {
+TransferRecord::Options recordOptions(const RunRecordInput& run) {
   const Settings& settings = run.settings;
   const TransferOptions transfer = transferOptions(settings, run.phone.label);
   TransferRecord::Options options;
@@ -236,7 +237,7 @@ TransferRecord::Options recordOptions(const RunToRecord& run) {
   return options;
 }
 
-TransferRecord recordOf(const RunToRecord& run) {
+TransferRecord recordOf(const RunRecordInput& run) {
   TransferRecord record = makeRecord({.shots = shotsOf(run),
                                       .plan = run.plan,
                                       .report = *run.outcome.report,

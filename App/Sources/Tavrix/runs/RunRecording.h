@@ -6,19 +6,19 @@
 
 #include "history/RecordBuilding.h"
 #include "library/Library.h"
-#include "runs/TransferJob.h"
+#include "runs/FolderTransfer.h"
 #include "settings/SavedPreset.h"
 
 namespace tavrix {
 
 /// The input and the result of a run.
-struct RunToRecord {
+struct RunRecordInput {
   const Library& library;                           ///< only the folders of the run
   const std::vector<FolderNaming::Row>& shownRows;  ///< all rows that the user could choose from
   const Settings& settings;
   const std::vector<SavedPreset>& savedPresets;
   const TransferPlan& plan;
-  TransferOutcome outcome;
+  RunOutcome outcome;
   PhoneIdentity phone;
   std::string destinationPath;  ///< absolute
   std::string systemLocaleID;
@@ -36,15 +36,15 @@ struct RunToRecord {
 /// Returns the record of a run. It has the shots of all its folders, including those that were
 /// already in the destination, and the shots skipped as reduced copies. A skipped shot is in the
 /// folder of the shots that it would have been grouped with.
-TransferRecord recordOf(const RunToRecord& run);
+TransferRecord recordOf(const RunRecordInput& run);
 
 /// Returns a note about files that no run copies. Returns nullopt if there are none.
 std::optional<std::string> unknownKindNote(Language language, const Library& library);
 
 /// Returns notes about the packing, one sentence each. Returns none if all went as planned.
-std::vector<std::string> packingNotes(Language language, const TransferOutcome& outcome);
+std::vector<std::string> packingNotes(Language language, const RunOutcome& outcome);
 
 /// Returns the settings as stored in a record.
-TransferRecord::Options recordOptions(const RunToRecord& run);
+TransferRecord::Options recordOptions(const RunRecordInput& run);
 
 }  // namespace tavrix

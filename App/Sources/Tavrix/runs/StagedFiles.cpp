@@ -47,7 +47,8 @@ std::uint64_t StagedFiles::bytesToStage() const {
 }
 
 void StagedFiles::refuse(File& file) const {
-  file.outcome->kind = FileOutcome::Failed{say(language_, sentences::notForArchives)};
+  file.outcome->kind =
+      FileOutcome::Failed{say(language_, sentences::notForArchives), {.code = "notForArchives"}};
   file.outcome->path.reset();
   file.outcome->bytesOnDisk = 0;
 }

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "foundation/files/Folder.h"
-#include "runs/TransferOutcome.h"
+#include "runs/RunOutcome.h"
 #include "transfer/KnownAssets.h"
 #include "transfer/TransferPlan.h"
 

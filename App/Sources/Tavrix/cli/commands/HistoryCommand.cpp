@@ -44,14 +44,14 @@ Uuid chosenRun(const CommandContext& context, HistoryStore& store, const std::st
   };
   // A whole id also names a record that is not listed, such as a damaged one.
   if (const auto id = Uuid::parse(text)) return *id;
-  const std::vector<RunSummary> runs = store.runs();
+  const std::vector<RecordSummary> runs = store.runs();
   if (runs.empty()) throw CommandFailure{ExitStatus::usage, say(language, sentences::noRuns)};
   if (text == "last") return runs.front().id;
   const std::string start = lowerCased(text);
   if (start.empty() || start.find_first_not_of("0123456789abcdef-") != std::string::npos) {
     throw fail(sentences::badRecordID);
   }
-  const auto isMeant = [&](const RunSummary& run) { return run.id.text().starts_with(start); };
+  const auto isMeant = [&](const RecordSummary& run) { return run.id.text().starts_with(start); };
   const auto found = std::find_if(runs.begin(), runs.end(), isMeant);
   if (found == runs.end()) throw fail(sentences::noSuchRecord);
   if (std::find_if(std::next(found), runs.end(), isMeant) != runs.end()) {

@@ -135,7 +135,7 @@ class TransferSession {
   std::optional<std::stop_callback<std::function<void()>>> onStop_;
 };
 
-ExitStatus statusOf(const TransferOutcome& outcome) {
+ExitStatus statusOf(const RunOutcome& outcome) {
   switch (outcome.status) {
     case TransferRecord::Status::completed:
       return ExitStatus::done;
@@ -153,7 +153,7 @@ ExitStatus statusOf(const TransferOutcome& outcome) {
 /// and failures.
 void tellEnd(const CommandContext& context, const Run& run) {
   const Language language = context.language();
-  const TransferOutcome& outcome = run.outcome;
+  const RunOutcome& outcome = run.outcome;
   if (outcome.status == TransferRecord::Status::cancelled) {
     context.warn(
         say(language, outcome.isPacked ? sentences::packingCancelled : sentences::runCancelled));
@@ -195,8 +195,9 @@ ExitStatus showPlan(const CommandContext& context) {
   const auto folder = Destination::openExisting(context.call.destination());
   const auto& content = model.plan().destination;
   if (folder && content) {
-    const RunFindings findings = findingsOf(plan, packing, *folder, *content, phoneOf(context),
-                                            sourceOf(context).kind() == PictureSource::Kind::card);
+    const DestinationFindings findings =
+        findingsOf(plan, packing, *folder, *content, phoneOf(context),
+                   sourceOf(context).kind() == PictureSource::Kind::card);
     tellFindings(context, findings);
     freeBytes = findings.freeBytes;
   }

@@ -42,7 +42,7 @@ class FileCursor {
 
 }  // namespace
 
-void TextPrinter::runs(const std::vector<RunSummary>& runs, bool isWhole) {
+void TextPrinter::runs(const std::vector<RecordSummary>& runs, bool isWhole) {
   if (runs.empty()) {
     return line(say(language_, isWhole ? sentences::noRuns : sentences::noSuchRuns));
   }
@@ -55,7 +55,7 @@ void TextPrinter::runs(const std::vector<RunSummary>& runs, bool isWhole) {
          {title(sentences::titleVerdict)},
          {title(sentences::titleDestination), false, true}})
       .write(sink_, runs.size(), [&](std::size_t row) -> Table::Cells {
-        const RunSummary& run = runs[row];
+        const RecordSummary& run = runs[row];
         return {shortID(run.id),
                 dateText(run.startedAt),
                 printable(run.phoneName),

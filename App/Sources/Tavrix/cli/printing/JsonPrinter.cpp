@@ -106,10 +106,12 @@ void writeOutcome(JsonWriter& json, const FileOutcome& outcome) {
   json.field("path", outcome.path).field("bytesOnDisk", outcome.bytesOnDisk);
   json.field("kind", textOf(outcome.kind));
   if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {
-    json.field("reason", failed->reason);
+    json.field("reason", failed->reason).key("reasonCode");
+    encode(failed->code, json);
   }
   if (const auto* const kept = std::get_if<FileOutcome::KeptOriginal>(&outcome.kind)) {
-    json.field("reason", textOf(kept->reason));
+    json.field("reason", textOf(kept->reason)).key("reasonCode");
+    encode(ReasonCode{.code = std::string{textOf(kept->reason)}}, json);
   }
   json.endObject();
 }
@@ -127,7 +129,7 @@ void writeReport(JsonWriter& json, const TransferReport& report) {
   json.endArray().endObject();
 }
 
-void writeRun(JsonWriter& json, const RunSummary& run) {
+void writeRun(JsonWriter& json, const RecordSummary& run) {
   json.field("id", run.id.text()).field("startedAt", iso8601(run.startedAt));
   json.field("finishedAt", iso8601(run.finishedAt)).field("status", textOf(run.status));
   json.field("phoneName", run.phoneName).field("destinationPath", run.destinationPath);
@@ -197,10 +199,10 @@ void JsonPrinter::transfer(const TransferResult& result) {
   json.endObject().finish();
 }
 
-void JsonPrinter::runs(const std::vector<RunSummary>& runs, bool) {
+void JsonPrinter::runs(const std::vector<RecordSummary>& runs, bool) {
   JsonWriter json{sink_};
   json.beginArray();
-  for (const RunSummary& run : runs) {
+  for (const RecordSummary& run : runs) {
     json.beginObject();
     writeRun(json, run);
     json.endObject();

@@ -18,7 +18,7 @@ class JsonPrinter : public ResultPrinter {
   void places(const PlacesResult& result) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;
-  void runs(const std::vector<RunSummary>& runs, bool isWhole) override;
+  void runs(const std::vector<RecordSummary>& runs, bool isWhole) override;
   void fileRuns(const std::vector<HistoryStore::FileRun>& runs) override;
   void record(const TransferRecord& record) override;
   void recordDeleted(const Uuid& id) override;

@@ -10,7 +10,7 @@
 #include "library/Library.h"
 #include "library/PlanSummary.h"
 #include "naming/NamePresets.h"
-#include "runs/TransferJob.h"
+#include "runs/FolderTransfer.h"
 #include "settings/SavedPreset.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/MarkerRebuild.h"
@@ -40,7 +40,7 @@ struct TransferResult {
   const Library& library;
   const TransferPlan& plan;
   std::string destination;
-  const TransferOutcome& outcome;
+  const RunOutcome& outcome;
   std::optional<Uuid> recordID{};  ///< of the record in the history
 };
 
@@ -83,7 +83,7 @@ class ResultPrinter {
   virtual void plan(const PlanResult& result) = 0;
   virtual void transfer(const TransferResult& result) = 0;
   /// Prints runs, newest first. `isWhole` is true if the user did not restrict them.
-  virtual void runs(const std::vector<RunSummary>& runs, bool isWhole) = 0;
+  virtual void runs(const std::vector<RecordSummary>& runs, bool isWhole) = 0;
   /// Prints what each run did with one file.
   virtual void fileRuns(const std::vector<HistoryStore::FileRun>& runs) = 0;
   virtual void record(const TransferRecord& record) = 0;

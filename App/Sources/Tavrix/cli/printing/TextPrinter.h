@@ -26,7 +26,7 @@ class TextPrinter : public ResultPrinter {
   void places(const PlacesResult& result) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;
-  void runs(const std::vector<RunSummary>& runs, bool isWhole) override;
+  void runs(const std::vector<RecordSummary>& runs, bool isWhole) override;
   void fileRuns(const std::vector<HistoryStore::FileRun>& runs) override;
   void record(const TransferRecord& record) override;
   void recordDeleted(const Uuid& id) override;
@@ -75,7 +75,7 @@ class TextPrinter : public ResultPrinter {
   void tally(const TransferTally& tally, bool hasRun);
   void nothing(const Library& library, const std::string& destination);
   void headline(const TransferResult& result);
-  void unreadFolders(const TransferOutcome& outcome);
+  void unreadFolders(const RunOutcome& outcome);
   std::string stateOf(const TransferRecord::File& file) const;
   std::string pathOrReason(const TransferRecord::File& file) const;
   std::string templateTitle(const std::string& name) const;

@@ -119,7 +119,7 @@ void TextPrinter::plan(const PlanResult& result) {
 }
 
 void TextPrinter::headline(const TransferResult& result) {
-  const TransferOutcome& outcome = result.outcome;
+  const RunOutcome& outcome = result.outcome;
   switch (outcome.status) {
     case TransferRecord::Status::completed:
       return line(say(language_, sentences::runCompleted, bytes(outcome.report->bytesWritten)));
@@ -138,7 +138,7 @@ void TextPrinter::headline(const TransferResult& result) {
   line(say(language_, sentences::runPartlyCompleted, bytes(outcome.report->bytesWritten)));
 }
 
-void TextPrinter::unreadFolders(const TransferOutcome& outcome) {
+void TextPrinter::unreadFolders(const RunOutcome& outcome) {
   if (outcome.unreadFolders == 0) return;
   line("");
   line(say(language_, sentences::runWithUnreadFolders,

@@ -35,12 +35,12 @@ void tellKnownCard(const CommandContext& context, const KnownCard& card) {
 
 }  // namespace
 
-void tellFindings(const CommandContext& context, const RunFindings& findings) {
+void tellFindings(const CommandContext& context, const DestinationFindings& findings) {
   tellUnreadable(context, findings.unreadableFolders);
   if (findings.knownCard) tellKnownCard(context, *findings.knownCard);
 }
 
-void tellSpace(const CommandContext& context, const RunFindings& findings) {
+void tellSpace(const CommandContext& context, const DestinationFindings& findings) {
   if (findings.neededBytes <= findings.freeBytes) return;
   const Language language = context.language();
   context.warn(say(language, sentences::spaceHint, bytesText(language, findings.neededBytes),

@@ -84,7 +84,7 @@ void PhoneSession::failWaiting() const {
   const bool isKept = stateFolder(context_).has_value();
   const Sentence<>& reading = isKept ? sentences::readingStopped : sentences::readingStoppedUnkept;
   throw CommandFailure{ExitStatus::cancelled,
-                       say(context_.language(), isReading_ ? reading : sentences::waitingStopped)};
+                       say(context_.language(), reading_ ? reading : sentences::waitingStopped)};
 }
 
 std::string PhoneSession::textOf(const DeviceState& state) const {
@@ -106,7 +106,7 @@ void PhoneSession::follow(const DeviceState& state) {
   // The run itself reports that the phone left.
   if (isTransferring && isAway(state)) return;
   session_.tell(textOf(state));
-  wasLost_ = wasLost_ || isReading_;
+  if (reading_) reading_->isLossReported = true;
 }
 
 void PhoneSession::tellUnseen(bool isUnseen) const {
@@ -126,7 +126,7 @@ void PhoneSession::tellOtherPhones() const {
 }
 
 void PhoneSession::followReading(const MetadataPass::Progress& progress) {
-  isReading_ = true;
+  if (!reading_) reading_ = Reading{};
   const Surroundings& surroundings = context_.surroundings;
   if (!surroundings.errColumns || wasRead_) return;
   if (!bar_) bar_.emplace(surroundings.err, *surroundings.errColumns, context_.language());
@@ -134,10 +134,10 @@ void PhoneSession::followReading(const MetadataPass::Progress& progress) {
 }
 
 void PhoneSession::followReady(const DeviceState::Ready& ready) {
-  isReading_ = false;
-  if (std::exchange(wasLost_, false)) {
+  if (reading_ && reading_->isLossReported) {
     session_.tell(say(context_.language(), sentences::phoneIsBack));
   }
+  reading_.reset();
   // All of this was reported when the phone was ready for the first time.
   if (std::exchange(wasRead_, true)) return;
   reportOtherPhones(context_, ready.phone, watcher_.others());

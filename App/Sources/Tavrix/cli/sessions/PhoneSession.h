@@ -42,9 +42,12 @@ class PhoneSession {
   std::unique_ptr<CatalogCounts> counts_;
   std::unique_ptr<USBPhonePresence> bus_;
   DeviceWatcher watcher_;
-  bool isReading_ = false;  ///< the phone is being read, or left while it was
-  bool wasLost_ = false;    ///< that loss was reported
-  bool wasRead_ = false;    ///< the phone was ready before
+  /// A reading that has not ended: the phone is being read, or left while it was.
+  struct Reading {
+    bool isLossReported = false;
+  };
+  std::optional<Reading> reading_;
+  bool wasRead_ = false;  ///< the phone was ready before
   std::optional<ReadingBar> bar_;
   DeviceWatcher::Subscription subscription_;
   FollowedDevice followed_;

@@ -175,7 +175,8 @@ TEST_F(TransferCommand, failureInJson_isTheSameInEveryLanguage) {
   const JsonValue& report = *json.member("report");
   EXPECT_EQ(report.member("files")->asArray()->at(4),
             parseJson(R"({"assetID":"100APPLE/IMG_0002.JPG",
-      "name":"IMG_0002.JPG","bytesOnDisk":0,"kind":"failed","reason":"файла нет в источнике"})"));
+      "name":"IMG_0002.JPG","bytesOnDisk":0,"kind":"failed","reason":"файла нет в источнике",
+      "reasonCode":{"code":"notInSource"}})"));
   EXPECT_EQ(*report.member("copiedPictures"), parseJson("4"));
   EXPECT_EQ(*report.member("bytesWritten"), parseJson("60"));
   std::filesystem::remove_all(tester.folder / "photos");

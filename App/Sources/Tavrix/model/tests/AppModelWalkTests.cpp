@@ -13,6 +13,11 @@ class Walk : public ModelHarness {
   explicit Walk(unsigned seed) : random_(seed) {
     phone.addFile(45, true);
     makeReady();
+    for (int i = 0; i < 2; ++i) {
+      meddlers_.push_back(model->subscribe([this](const StateChange& change) { meddle(change); }));
+    }
+    mirrored_ = state();
+    mirror_ = model->subscribe([this](const StateChange& change) { follow(change); });
   }
 
   void step() {
@@ -28,6 +33,7 @@ class Walk : public ModelHarness {
 
   /// Whatever happened before, the model settles once everything works again.
   void comeToRest() {
+    isMeddling_ = false;
     writesUntilFull = -1;
     phone.isPlugged = true;
     phone.filesUntilUnplugged = -1;
@@ -42,6 +48,7 @@ class Walk : public ModelHarness {
     model->leaveSummary();
     settle();
     EXPECT_TRUE(isBrowsing());
+    EXPECT_EQ(mirrored_, state()) << "observers have seen everything";
     check();
   }
 
@@ -139,6 +146,22 @@ class Walk : public ModelHarness {
     }
     model->refreshDestination();
   }
+  /// An observer that calls the model back now and then.
+  void meddle(const StateChange& change) {
+    if (!isMeddling_ || pick(16) != 0) return;
+    if (change.has(StateTopic::questions)) model->closeOverlay();
+    if (change.has(StateTopic::rows)) chooseAll();
+    if (change.has(StateTopic::checks)) narrow();
+    if (change.has(StateTopic::progress)) cancel();
+    if (change.has(StateTopic::phase)) leave();
+  }
+  /// An observer that keeps the folders by the differences alone.
+  void follow(const StateChange& change) {
+    EXPECT_EQ(change.before, mirrored_) << "no change is left out";
+    EXPECT_FALSE(change.topics.isEmpty());
+    EXPECT_GE(change.after.overlay.number, mirrored_.overlay.number);
+    mirrored_ = change.after;
+  }
   void wait() { loop.advance(std::chrono::seconds{pick(10)}); }
 
   void check() {
@@ -191,6 +214,10 @@ class Walk : public ModelHarness {
   }
 
   std::mt19937 random_;
+  bool isMeddling_ = true;
+  AppState mirrored_;
+  std::vector<AppModel::Subscription> meddlers_;
+  AppModel::Subscription mirror_;
   std::optional<Uuid> checked_;
   int runs_ = 0;
 };

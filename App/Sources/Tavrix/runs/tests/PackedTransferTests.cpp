@@ -59,7 +59,7 @@ struct PackedTransferTest : testing::Test {
     options.container = TransferOptions::Container::zipPerGroup;
     return TransferPlanner::plan(groups, options, view);
   }
-  TransferOutcome run() {
+  RunOutcome run() {
     const Library library = makeLibrary(assetsOf(assets, firstName), {}, "en_US");
     auto content = Destination::read(folder, phone);
     const TransferPlan plan = planOf(library, content.view);
@@ -74,7 +74,7 @@ struct PackedTransferTest : testing::Test {
       if (slept) slept();
     };
     PackedTransfer job{std::move(setup), folder, std::move(content)};
-    TransferOutcome outcome = job.run(
+    RunOutcome outcome = job.run(
         plan, source, [&](const auto& snapshot) { snapshots.push_back(snapshot); },
         stop.get_token());
     tally = tallyOf(library, plan, *outcome.report);
@@ -111,7 +111,7 @@ struct PackedTransferTest : testing::Test {
     return files;
   }
   /// Checks that the report agrees with the disk.
-  void expectTruth(const TransferOutcome& outcome) const {
+  void expectTruth(const RunOutcome& outcome) const {
     const auto onDisk = files();
     std::map<std::string, std::string> told;
     for (const FileOutcome& file : outcome.report->files) {
@@ -175,7 +175,7 @@ TEST(ArchivePlan, namesThatCouldLeadElsewhere_areMadeSafeAndStayDifferent) {
 
 TEST_F(PackedTransferTest, nameThatCouldLeadElsewhere_isMadeSafeInItsArchive) {
   firstName = "..\\IMG\n.HEIC";
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completed);
   EXPECT_THAT(outcome.unpackedFolders, IsEmpty());
   EXPECT_EQ(outcome.report->files[0].path, "1970-01-01.zip/1970-01-01/..-IMG-.HEIC");
@@ -183,7 +183,7 @@ TEST_F(PackedTransferTest, nameThatCouldLeadElsewhere_isMadeSafeInItsArchive) {
 }
 
 TEST_F(PackedTransferTest, run_packsEachFolderAndRemembersTheArchives) {
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completed);
   EXPECT_EQ(tally.copied, 6U);
   EXPECT_EQ(outcome.report->bytesWritten, 6U * 13);
@@ -207,7 +207,7 @@ TEST_F(PackedTransferTest, secondRun_writesNewArchivesBesideTheOldOnes) {
   run();
   const auto first = files();
   assets = 7;
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(tally.copied, 7U);
   EXPECT_EQ(outcome.report->files[0].path, "1970-01-01 (2).zip/1970-01-01/IMG_0000.HEIC");
   const auto both = files();
@@ -218,14 +218,14 @@ TEST_F(PackedTransferTest, secondRun_writesNewArchivesBesideTheOldOnes) {
 
 TEST_F(PackedTransferTest, wholeArchive_holdsAllFolders) {
   isPerGroup = false;
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   expectTruth(outcome);
   EXPECT_EQ(outcome.report->files[5].path, "iPhone 2026-05-21.zip/1970-01-03/IMG_0005.HEIC");
 }
 
 TEST_F(PackedTransferTest, fileThatFails_isMissingFromItsArchiveAlone) {
   source.missing = "IMG_0002.HEIC";
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completedWithFailures);
   EXPECT_EQ(tally.copied, 5U);
   EXPECT_EQ(outcome.report->failures.size(), 1U);
@@ -253,7 +253,7 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
     folder = std::move(fresh);
     log.clear();
     folder.faults().rule = failing(row.operation, row.path, row.code);
-    const TransferOutcome outcome = run();
+    const RunOutcome outcome = run();
     EXPECT_EQ(outcome.status, Status::completed);
     EXPECT_EQ(tally.copied, 6U);
     expectTruth(outcome);
@@ -272,7 +272,7 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
       failing(FileOperation::create, ".Tavrix-staging/iPhone 2026-05-21.zip.part", EACCES);
   temporary.write("1970-01-01/IMG_0000.HEIC", "another");
   temporary.write("1970-01-01/IMG_0001.HEIC", "IMG_0001.HEIC");
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_THAT(
       packingNotes(Language::russian, outcome),
       ElementsAre(HasSubstr("Общий архив не получился, группы остались обычными папками: ")));
@@ -285,7 +285,7 @@ TEST_F(PackedTransferTest, fullDiskInPacking_waitsAndGoesOn) {
   std::uint64_t free = 100;
   folder.faults().freeBytes = [&] { return free; };
   slept = [&] { free += 400; };
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completed);
   expectTruth(outcome);
   ASSERT_EQ(pauses.size(), 2U);
@@ -299,7 +299,7 @@ TEST_F(PackedTransferTest, fullDiskInPacking_waitsAndGoesOn) {
 TEST_F(PackedTransferTest, diskThatSaysItHasRoomAndHasNone_isNotAskedForEver) {
   folder.faults().rule =
       failing(FileOperation::write, ".Tavrix-staging/1970-01-02.zip.part", ENOSPC);
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completed);
   EXPECT_EQ(outcome.unpackedFolders.size(), 1U);
   EXPECT_EQ(linesWith("pack paused").size(), 2U);
@@ -314,7 +314,7 @@ TEST_F(PackedTransferTest, fullDiskInCopying_waitsAndFetchesOnlyTheRest) {
       throw FileError{operation, path, ENOSPC};
   };
   slept = [&] { isFull = false; };
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::completed);
   EXPECT_EQ(tally.copied, 6U);
   EXPECT_EQ(outcome.report->bytesCopied, 6U * 13);
@@ -333,7 +333,7 @@ TEST_F(PackedTransferTest, cancel_keepsFinishedArchivesAlone) {
       if (whileWaiting) throw FileError{operation, path, ENOSPC};
     };
     slept = [&] { stop.request_stop(); };
-    const TransferOutcome outcome = run();
+    const RunOutcome outcome = run();
     EXPECT_EQ(outcome.status, Status::cancelled);
     EXPECT_EQ(tally.copied, 2U);
     EXPECT_EQ(tally.notReached, 4U);
@@ -353,7 +353,7 @@ TEST_F(PackedTransferTest, diskThatGoes_interruptsAndTellsWhatGotThrough) {
     if (operation == FileOperation::rename && path.starts_with("1970-01-02"))
       throw FileError{operation, path, EIO};
   };
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, Status::interrupted);
   ASSERT_TRUE(outcome.interruption.has_value());
   EXPECT_EQ(tally.copied, 2U);
@@ -397,7 +397,7 @@ TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
       }
     }
     DestinationMarker::removeLeftOvers(folder);  // as opening for writing does
-    const TransferOutcome outcome = run();
+    const RunOutcome outcome = run();
     EXPECT_EQ(outcome.status, Status::completed) << step;
     EXPECT_THAT(outcome.leftOvers.rescued, IsEmpty()) << step;
     EXPECT_FALSE(temporary.has(".Tavrix-staging")) << step;
@@ -418,7 +418,7 @@ TEST_F(PackedTransferTest, leftOvers_goUnlessThePhoneHasThemNoMore) {
   temporary.write(staging + "IMG_0900.HEIC", "IMG_0900.HEIC");
   temporary.write(staging + "IMG_0901.HEIC.part", "half");
   temporary.write("1970-01-01/IMG_0900.HEIC", "other");
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_THAT(outcome.leftOvers.rescued,
               ElementsAre("1970-01-01/IMG_0002.HEIC", "1970-01-01/IMG_0900 (2).HEIC"));
   EXPECT_EQ(temporary.read("1970-01-01/IMG_0900 (2).HEIC"), "IMG_0900.HEIC");
@@ -433,7 +433,7 @@ TEST_F(PackedTransferTest, stagingThatIsALink_isNotFollowed) {
   const TemporaryFolder outside;
   outside.write("IMG_0900.HEIC", "theirs");
   std::filesystem::create_directory_symlink(outside.path(), temporary / ".Tavrix-staging");
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outside.read("IMG_0900.HEIC"), "theirs");
   EXPECT_EQ(outcome.status, Status::completed);
   expectTruth(outcome);

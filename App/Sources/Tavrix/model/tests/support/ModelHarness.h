@@ -48,6 +48,10 @@ class FakePhone {
   void addFile(int number, bool isOptimized = false, std::optional<int> hour = std::nullopt) {
     add(number, fmt::format("IMG_{:04}", number), isOptimized, hour);
   }
+  /// Adds a file with the name of another one, in another folder of the phone.
+  void addNamesake(int number, int hour) {
+    add(number, fmt::format("IMG_{:04}", number), false, hour, "101APPLE");
+  }
   void addEditedVersion(int number) { add(number, fmt::format("IMG_E{:04}", number), false); }
   static std::string contentOf(const MediaAsset& asset) {
     std::string content{asset.name()};
@@ -75,11 +79,11 @@ class FakePhone {
 
  private:
   void add(int number, const std::string& stem, bool isOptimized,
-           std::optional<int> hour = std::nullopt) {
+           std::optional<int> hour = std::nullopt, const std::string& folder = "100APPLE") {
     const bool isVideo = number % 4 == 3;
     const std::string name = stem + (isVideo ? ".MOV" : ".HEIC");
     const int hours = 24 * 20593 + hour.value_or(24 * (number / 3) + number % 3);
-    assets_.emplace_back("100APPLE/" + name, name, MediaAsset::Text{"100APPLE"},
+    assets_.emplace_back(folder + "/" + name, name, MediaAsset::Text{folder},
                          isVideo ? MediaKind::video : MediaKind::photo, 10U,
                          Instant{std::chrono::hours{hours}}, GeoPoint{55.75 + number / 30, 37.62},
                          isOptimized, MediaAsset::Text{}, MediaAsset::Text{});

@@ -12,7 +12,7 @@
 namespace tavrix {
 
 /// Facts for the user about a destination before the first byte is written.
-struct RunFindings {
+struct DestinationFindings {
   std::vector<UnreadableFolder> unreadableFolders;  ///< not known, and never written to
   std::optional<KnownCard> knownCard;
   std::uint64_t neededBytes = 0;  ///< the most space needed at any one time
@@ -20,9 +20,9 @@ struct RunFindings {
 };
 
 /// Collects the findings. For `isCard` see ConnectedSource.
-RunFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
-                       const Folder& destination, const Destination::Content& content,
-                       const PhoneIdentity& phone, bool isCard);
+DestinationFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
+                               const Folder& destination, const Destination::Content& content,
+                               const PhoneIdentity& phone, bool isCard);
 
 /// Returns the most bytes that a run needs at any one time. Staged files exist at the same time as
 /// the archive made from them.

@@ -25,10 +25,11 @@ struct ReadyFile {
 };
 
 /// One execution of a plan: the state that its workers share.
-class TransferRun {
+class PlanExecution {
  public:
-  TransferRun(const TransferEngine::Setup& setup, const TransferPlan& plan, MediaSource& source,
-              Folder& destination, const TransferEngine::Progress& progress, std::stop_token stop);
+  PlanExecution(const TransferEngine::Setup& setup, const TransferPlan& plan, MediaSource& source,
+                Folder& destination, const TransferEngine::Progress& progress,
+                std::stop_token stop);
 
   TransferReport execute();
 

@@ -5,7 +5,7 @@
 namespace tavrix {
 
 /// The data of a run that a list of runs shows.
-struct RunSummary {
+struct RecordSummary {
   Uuid id;
   Instant startedAt;
   Instant finishedAt;
@@ -15,9 +15,9 @@ struct RunSummary {
   std::string destinationPath;
   TransferRecord::Totals totals;
 
-  friend bool operator==(const RunSummary&, const RunSummary&) = default;
+  friend bool operator==(const RecordSummary&, const RecordSummary&) = default;
 };
 
-RunSummary summaryOf(const TransferRecord& record);
+RecordSummary summaryOf(const TransferRecord& record);
 
 }  // namespace tavrix

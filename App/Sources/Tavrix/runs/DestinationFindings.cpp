@@ -1,4 +1,4 @@
-#include "runs/RunFindings.h"
+#include "runs/DestinationFindings.h"
 
 #include <algorithm>
 
@@ -16,9 +16,9 @@ std::uint64_t neededBytes(const TransferPlan& plan, const std::optional<Packing>
   return all + largest;
 }
 
-RunFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
-                       const Folder& destination, const Destination::Content& content,
-                       const PhoneIdentity& phone, bool isCard) {
+DestinationFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
+                               const Folder& destination, const Destination::Content& content,
+                               const PhoneIdentity& phone, bool isCard) {
   return {.unreadableFolders = content.view.unreadableFolders(),
           .knownCard = isCard ? findKnownCard(content.marker, phone.hash, plan) : std::nullopt,
           .neededBytes = neededBytes(plan, packing),

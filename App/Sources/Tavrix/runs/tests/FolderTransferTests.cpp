@@ -1,4 +1,4 @@
-#include "runs/TransferJob.h"
+#include "runs/FolderTransfer.h"
 
 #include <gmock/gmock.h>
 
@@ -33,8 +33,8 @@ std::vector<MediaAsset> assetsOf(int count) {
 }
 
 /// Runs that copy six stills of three days, in a folder that can inject errors.
-struct TransferJobTest : testing::Test {
-  TransferOutcome run(std::chrono::seconds step = std::chrono::seconds{0}) {
+struct FolderTransferTest : testing::Test {
+  RunOutcome run(std::chrono::seconds step = std::chrono::seconds{0}) {
     const Library library = makeLibrary(assetsOf(assets), {}, "en_US");
     std::vector<TransferPlanner::NamedGroup> groups;
     for (const auto& row : library.rows) groups.push_back({row.name, row.group});
@@ -42,12 +42,12 @@ struct TransferJobTest : testing::Test {
     options.onlyNew = onlyNew;
     auto content = Destination::read(folder, phone);
     const TransferPlan plan = TransferPlanner::plan(groups, options, content.view);
-    TransferJob::Setup setup;
+    FolderTransfer::Setup setup;
     setup.phone = phone;
     setup.now = [&] { return time += step; };
-    TransferJob job{setup, folder, std::move(content)};
+    FolderTransfer job{setup, folder, std::move(content)};
     TenByteSource source;
-    TransferOutcome outcome = job.run(plan, source);
+    RunOutcome outcome = job.run(plan, source);
     tally = tallyOf(library, plan, *outcome.report);
     return outcome;
   }
@@ -91,7 +91,7 @@ struct TransferJobTest : testing::Test {
   TransferTally tally;
 };
 
-TEST_F(TransferJobTest, longRun_remembersOnItsWay) {
+TEST_F(FolderTransferTest, longRun_remembersOnItsWay) {
   int savings = 0;
   folder.faults().rule = [&](FileOperation operation, const std::string& path) {
     if (operation == FileOperation::rename && path == markerName) ++savings;
@@ -104,7 +104,7 @@ TEST_F(TransferJobTest, longRun_remembersOnItsWay) {
   EXPECT_EQ(savings, 2);  // the claims before the run, the landed files after it
 }
 
-TEST_F(TransferJobTest, runThatIsKilled_leavesNoFileThatAnotherPhoneTakesForItsOwn) {
+TEST_F(FolderTransferTest, runThatIsKilled_leavesNoFileThatAnotherPhoneTakesForItsOwn) {
   killAfter(3);
   const PhoneIdentity first = phone;
   phone = snapshotPhone("another");
@@ -114,7 +114,7 @@ TEST_F(TransferJobTest, runThatIsKilled_leavesNoFileThatAnotherPhoneTakesForItsO
   EXPECT_EQ(rememberedFiles(), 6U);
 }
 
-TEST_F(TransferJobTest, runAfterAKilledOne_knowsWhatItFoundFromWhatNeverCame) {
+TEST_F(FolderTransferTest, runAfterAKilledOne_knowsWhatItFoundFromWhatNeverCame) {
   killAfter(3);
   EXPECT_EQ(claims(), 6U);
   // Deletes one landed file before the next run and one after it.
@@ -126,7 +126,7 @@ TEST_F(TransferJobTest, runAfterAKilledOne_knowsWhatItFoundFromWhatNeverCame) {
   EXPECT_EQ(missingFiles(), 1U);
 }
 
-TEST_F(TransferJobTest, planWithoutFiles_dropsWhatNeverCame) {
+TEST_F(FolderTransferTest, planWithoutFiles_dropsWhatNeverCame) {
   killAfter(3);
   assets = 3;
   EXPECT_EQ(run().report->copied, 0U);
@@ -137,7 +137,7 @@ TEST_F(TransferJobTest, planWithoutFiles_dropsWhatNeverCame) {
   EXPECT_EQ(temporary.read(markerName), settled);
 }
 
-TEST_F(TransferJobTest, killedRun_keepsTheDigestsOfWhatItFound) {
+TEST_F(FolderTransferTest, killedRun_keepsTheDigestsOfWhatItFound) {
   run();
   onlyNew = false;
   assets = 8;
@@ -147,7 +147,7 @@ TEST_F(TransferJobTest, killedRun_keepsTheDigestsOfWhatItFound) {
   EXPECT_EQ(missingFiles(), 1U);
 }
 
-TEST_F(TransferJobTest, closedFolder_keepsItsEntriesAndFailsItsFiles) {
+TEST_F(FolderTransferTest, closedFolder_keepsItsEntriesAndFailsItsFiles) {
   run();
   const auto before = record();
   folder.faults().rule = [](FileOperation operation, const std::string& path) {
@@ -177,7 +177,7 @@ TEST_F(TransferJobTest, closedFolder_keepsItsEntriesAndFailsItsFiles) {
   for (const auto& file : before.files) EXPECT_THAT(record().files, testing::Contains(file));
 }
 
-TEST_F(TransferJobTest, runThatLandsNothing_leavesTheMarkerAsItWas) {
+TEST_F(FolderTransferTest, runThatLandsNothing_leavesTheMarkerAsItWas) {
   folder.faults().rule = failing(FileOperation::makeFolder, EACCES);
   EXPECT_EQ(run().report->failures.size(), 6U);
   EXPECT_FALSE(temporary.has(markerName));
@@ -194,19 +194,19 @@ TEST_F(TransferJobTest, runThatLandsNothing_leavesTheMarkerAsItWas) {
     if (operation == FileOperation::create || operation == FileOperation::makeFolder)
       throw FileError{operation, path, EROFS};
   };
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, TransferRecord::Status::interrupted);
   EXPECT_FALSE(outcome.markerFailure.has_value());
 }
 
-TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
+TEST_F(FolderTransferTest, fullDisk_interruptsAndRemembersWhatLanded) {
   int files = 0;
   folder.faults().rule = [&](FileOperation operation, const std::string& path) {
     if (operation == FileOperation::create && path.ends_with(".HEIC.part") && ++files > 4) {
       throw FileError{operation, path, ENOSPC};
     }
   };
-  const TransferOutcome outcome = run();
+  const RunOutcome outcome = run();
   EXPECT_EQ(outcome.status, TransferRecord::Status::interrupted);
   ASSERT_TRUE(outcome.interruption.has_value());
   EXPECT_EQ(outcome.interruption->code(), ENOSPC);
@@ -222,16 +222,16 @@ TEST_F(TransferJobTest, fullDisk_interruptsAndRemembersWhatLanded) {
   EXPECT_EQ(rememberedFiles(), 6U);
 }
 
-TEST_F(TransferJobTest, recordThatCannotBeWritten_isToldWithTheReport) {
+TEST_F(FolderTransferTest, recordThatCannotBeWritten_isToldWithTheReport) {
   folder.faults().rule = failing(FileOperation::rename, markerName, EACCES);
-  const TransferOutcome outcome = run(std::chrono::seconds{30});
+  const RunOutcome outcome = run(std::chrono::seconds{30});
   EXPECT_EQ(outcome.status, TransferRecord::Status::completed);
   EXPECT_EQ(tally.copied, 6U);
   ASSERT_TRUE(outcome.markerFailure.has_value());
   EXPECT_EQ(outcome.markerFailure->code(), EACCES);
 }
 
-TEST_F(TransferJobTest, fileFoundInPlace_keepsTheDigestOfItsRecord) {
+TEST_F(FolderTransferTest, fileFoundInPlace_keepsTheDigestOfItsRecord) {
   run();
   const std::string digests = temporary.read(markerName);
   onlyNew = false;

@@ -1,8 +1,8 @@
-#include "runs/TransferJob.h"
+#include "runs/FolderTransfer.h"
 
 #include <utility>
 
-#include "transfer/TransferRun.h"
+#include "transfer/PlanExecution.h"
 
 namespace tavrix {
 FileError interruptionOf(const FileError& error, const Folder& destination) {
@@ -10,21 +10,20 @@ FileError interruptionOf(const FileError& error, const Folder& destination) {
   return {error.operation(), destination.path(), error.code()};
 }
 
-TransferJob::TransferJob(Setup setup, Folder& destination, Destination::Content content)
+FolderTransfer::FolderTransfer(Setup setup, Folder& destination, Destination::Content content)
     : setup_(std::move(setup)),
       destination_(destination),
       memory_({setup_.phone, setup_.log, setup_.now, setup_.saveInterval}, destination,
               std::move(content)) {}
 
-TransferOutcome TransferJob::execute(const TransferPlan& plan, MediaSource& source,
-                                     const TransferEngine::Progress& progress,
-                                     std::stop_token stop) {
+RunOutcome FolderTransfer::execute(const TransferPlan& plan, MediaSource& source,
+                                   const TransferEngine::Progress& progress, std::stop_token stop) {
   TransferEngine::Setup setup;
   setup.converter = setup_.converter;
   setup.log = setup_.log;
   setup.language = setup_.language;
   setup.landed = [this](const LandedFile& file) { memory_.landed(file); };
-  TransferOutcome outcome;
+  RunOutcome outcome;
   try {
     outcome.report =
         TransferEngine{setup}.run(plan, source, destination_, progress, std::move(stop));
@@ -41,9 +40,9 @@ TransferOutcome TransferJob::execute(const TransferPlan& plan, MediaSource& sour
   return outcome;
 }
 
-TransferOutcome TransferJob::run(const TransferPlan& plan, MediaSource& source,
-                                 const TransferEngine::Progress& progress, std::stop_token stop) {
-  TransferOutcome outcome;
+RunOutcome FolderTransfer::run(const TransferPlan& plan, MediaSource& source,
+                               const TransferEngine::Progress& progress, std::stop_token stop) {
+  RunOutcome outcome;
   if (plan.files.empty()) {
     outcome.markerFailure = memory_.settleWithoutFiles();
     return outcome;

@@ -1,4 +1,4 @@
-#include "transfer/TransferRun.h"
+#include "transfer/PlanExecution.h"
 
 #include <algorithm>
 #include <array>
@@ -15,9 +15,9 @@ bool stopsRun(const FileError& error, const Folder& destination) {
          !destination.exists();
 }
 
-TransferRun::TransferRun(const TransferEngine::Setup& setup, const TransferPlan& plan,
-                         MediaSource& source, Folder& destination,
-                         const TransferEngine::Progress& progress, std::stop_token stop)
+PlanExecution::PlanExecution(const TransferEngine::Setup& setup, const TransferPlan& plan,
+                             MediaSource& source, Folder& destination,
+                             const TransferEngine::Progress& progress, std::stop_token stop)
     : setup_(setup),
       plan_(plan),
       source_(source),
@@ -29,9 +29,9 @@ TransferRun::TransferRun(const TransferEngine::Setup& setup, const TransferPlan&
       meter_(plan, progress),
       ledger_(plan, setup) {}
 
-int TransferRun::downloadCount() const { return std::clamp(source_.concurrentDownloads(), 1, 8); }
+int PlanExecution::downloadCount() const { return std::clamp(source_.concurrentDownloads(), 1, 8); }
 
-int TransferRun::conversionCount() const {
+int PlanExecution::conversionCount() const {
   const bool converts =
       setup_.converter != nullptr &&
       std::any_of(plan_.files.begin(), plan_.files.end(),
@@ -39,7 +39,7 @@ int TransferRun::conversionCount() const {
   return converts ? std::clamp(setup_.limits.conversions, 1, 8) : 0;
 }
 
-TransferReport TransferRun::execute() {
+TransferReport PlanExecution::execute() {
   {
     const std::stop_callback onStop{stop_, [this] { conversionStop_.request_stop(); }};
     const int count = downloadCount() + conversionCount();
@@ -53,20 +53,20 @@ TransferReport TransferRun::execute() {
   return report;
 }
 
-std::optional<std::size_t> TransferRun::nextIndex() {
+std::optional<std::size_t> PlanExecution::nextIndex() {
   if (isHalted_ || stop_.stop_requested()) return std::nullopt;
   const std::size_t index = next_++;
   return index < plan_.files.size() ? std::optional{index} : std::nullopt;
 }
 
-void TransferRun::halt(std::exception_ptr cause) {
+void PlanExecution::halt(std::exception_ptr cause) {
   const std::lock_guard lock{mutex_};
   if (!cause_) cause_ = std::move(cause);
   isHalted_ = true;
   conversionStop_.request_stop();
 }
 
-bool TransferRun::isPlanned(const std::string& path) {
+bool PlanExecution::isPlanned(const std::string& path) {
   const std::lock_guard lock{mutex_};
   if (!plannedPaths_) {
     plannedPaths_.emplace();
@@ -75,7 +75,7 @@ bool TransferRun::isPlanned(const std::string& path) {
   return plannedPaths_->contains(path);
 }
 
-void TransferRun::syncVolume() {
+void PlanExecution::syncVolume() {
   const std::lock_guard lock{syncMutex_};
   if (syncFailure_) throw FileError{*syncFailure_};
   try {
@@ -86,7 +86,7 @@ void TransferRun::syncVolume() {
   }
 }
 
-void TransferRun::finish() {
+void PlanExecution::finish() {
   try {
     // The data were synced before the renames; this syncs the new names.
     syncVolume();
@@ -106,7 +106,7 @@ void TransferRun::finish() {
   throw TransferEngine::Cancelled{ledger_.report()};
 }
 
-void TransferRun::writeFinishLog(const TransferReport& report) const {
+void PlanExecution::writeFinishLog(const TransferReport& report) const {
   std::string list;
   for (const std::string& failure : report.failures) list += " " + failure + ";";
   writeLog(log_, "transfer finish: copied={}, resumed={}, bytes={}, failures={}{}", report.copied,
@@ -116,7 +116,7 @@ void TransferRun::writeFinishLog(const TransferReport& report) const {
 TransferReport TransferEngine::run(const TransferPlan& plan, MediaSource& source,
                                    Folder& destination, const Progress& progress,
                                    std::stop_token stop) const {
-  return TransferRun{setup_, plan, source, destination, progress, std::move(stop)}.execute();
+  return PlanExecution{setup_, plan, source, destination, progress, std::move(stop)}.execute();
 }
 
 }  // namespace tavrix

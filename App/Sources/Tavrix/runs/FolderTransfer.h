@@ -9,7 +9,7 @@
 #include "media/MediaSource.h"
 #include "runs/Destination.h"
 #include "runs/DestinationMemory.h"
-#include "runs/TransferOutcome.h"
+#include "runs/RunOutcome.h"
 #include "transfer/MediaConverter.h"
 #include "transfer/TransferEngine.h"
 #include "transfer/TransferPlan.h"
@@ -18,7 +18,7 @@ namespace tavrix {
 
 /// One run into one destination. It updates the destination marker during the run, so that a killed
 /// run loses little, and at the end, whatever the outcome.
-class TransferJob {
+class FolderTransfer {
  public:
   struct Setup {
     PhoneIdentity phone;
@@ -31,17 +31,17 @@ class TransferJob {
 
   /// The folder of the destination must be open for writing and outlive this object. `content` is
   /// its content at planning time.
-  TransferJob(Setup setup, Folder& destination, Destination::Content content);
+  FolderTransfer(Setup setup, Folder& destination, Destination::Content content);
 
   /// Carries out a plan. For a plan without files, changes the destination only to remove claims of
   /// a killed run that are no longer wanted. Reports the errors of TransferEngine in the outcome
   /// and does not throw them.
-  TransferOutcome run(const TransferPlan& plan, MediaSource& source,
-                      const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
+  RunOutcome run(const TransferPlan& plan, MediaSource& source,
+                 const TransferEngine::Progress& progress = {}, std::stop_token stop = {});
 
  private:
-  TransferOutcome execute(const TransferPlan& plan, MediaSource& source,
-                          const TransferEngine::Progress& progress, std::stop_token stop);
+  RunOutcome execute(const TransferPlan& plan, MediaSource& source,
+                     const TransferEngine::Progress& progress, std::stop_token stop);
   Log& log() const { return setup_.log == nullptr ? silentLog() : *setup_.log; }
 
   Setup setup_;

@@ -23,7 +23,7 @@ struct StagingLeftOvers {
 };
 
 /// The result of one run into one destination.
-struct TransferOutcome {
+struct RunOutcome {
   /// A folder that could not be packed and stayed a plain folder.
   struct UnpackedFolder {
     std::optional<std::string> group;  ///< nullopt for the combined archive of all files
