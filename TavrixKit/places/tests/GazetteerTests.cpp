@@ -5,6 +5,7 @@
 #include <random>
 #include <sstream>
 
+#include "foundation/Sanitizers.h"
 #include "foundation/files/FileError.h"
 #include "places/CityChoice.h"
 #include "places/PlaceCells.h"
@@ -320,9 +321,9 @@ std::optional<CityChoice::Choice> bestOfAll(const GazetteerTable& table, const G
 }
 
 TEST(Gazetteer, search_findsWhatLookingAtEveryPlaceFinds) {
-#ifdef __SANITIZE_THREAD__
-  GTEST_SKIP() << "Many looks at every place take minutes here, and no thread is in it.";
-#endif
+  if (hasThreadSanitizer) {
+    GTEST_SKIP() << "Many looks at every place take minutes here, and no thread is in it.";
+  }
   const auto gazetteer = Gazetteer::open(TAVRIX_RESOURCES "/gazetteer.bin");
   const GazetteerTable& table = gazetteer->table();
   std::mt19937 random{20261121};

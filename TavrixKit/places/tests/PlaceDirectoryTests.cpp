@@ -3,6 +3,7 @@
 #include <atomic>
 #include <latch>
 
+#include "foundation/Sanitizers.h"
 #include "places/NamedCells.h"
 
 namespace tavrix {
@@ -88,9 +89,9 @@ TEST(PlaceDirectory, cache_sparesTheGeocoderWhileTheSourceIsTheSame) {
 }
 
 TEST(PlaceDirectory, moreCellsThanAreKept_areAllKnownInTheRun) {
-#ifdef __SANITIZE_THREAD__
-  GTEST_SKIP() << "So many cells take minutes here, and few of them take the same locks.";
-#endif
+  if (hasThreadSanitizer) {
+    GTEST_SKIP() << "So many cells take minutes here, and few of them take the same locks.";
+  }
   std::vector<std::string> keys;
   for (std::size_t i = 0; i <= GeocodingCache::largestCellCount; ++i) {
     keys.push_back(PlaceCells::keyAt({static_cast<double>(i) * 0.0005, 0}));

@@ -15,20 +15,10 @@
 #include <cstddef>
 #include <vector>
 
+#include "foundation/Sanitizers.h"
+
 namespace tavrix {
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool hasShadowMemory = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool hasShadowMemory = true;
-#else
-constexpr bool hasShadowMemory = false;
-#endif
-#else
-constexpr bool hasShadowMemory = false;
-#endif
 
 #if defined(__x86_64__)
 constexpr unsigned architecture = AUDIT_ARCH_X86_64;

@@ -148,7 +148,7 @@ class Walk : public ModelHarness {
   }
   /// An observer that calls the model back now and then.
   void meddle(const StateChange& change) {
-    if (!isMeddling_ || pick(16) != 0) return;
+    if (!isMeddling_ || pick(40) != 0) return;
     if (change.has(StateTopic::questions)) model->closeOverlay();
     if (change.has(StateTopic::rows)) chooseAll();
     if (change.has(StateTopic::checks)) narrow();
