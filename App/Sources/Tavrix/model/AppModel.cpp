@@ -234,7 +234,7 @@ void AppModel::requestShots() {
       if (!life.lock()) return;
       source()->assets = dated;
       source()->zone = isAnother ? wanted : zone;
-      allBundles_ = bundles;
+      services_.background([old = std::exchange(allBundles_, bundles)] {});
       if (isAnother) state_.change([&](AppState& state) { state.assets = dated; });
       requestGrouping();
     };
@@ -325,13 +325,16 @@ void AppModel::landDisplay(DisplayResult result, const Shared<CheckMarks>& check
       recount();
     }
   }
-  if (services_.stateFolder && services_.keepsGroupsDebug && services_.showsFolders) {
-    services_.background(
-        [folder = *services_.stateFolder, groups = state_->displayGroups, checks = state_->checks,
-         settings = state_->settings,
-         &log = *services_.log] { GroupsDebug::write(folder, groups, *checks, *settings, log); });
-  }
+  writeGroupsDebug();
   settled();
+}
+
+void AppModel::writeGroupsDebug() {
+  if (!services_.stateFolder || !services_.keepsGroupsDebug || !services_.showsFolders) return;
+  services_.background(
+      [folder = *services_.stateFolder, groups = state_->displayGroups, checks = state_->checks,
+       settings = state_->settings,
+       &log = *services_.log] { GroupsDebug::write(folder, groups, *checks, *settings, log); });
 }
 
 void AppModel::settled() {
@@ -376,6 +379,7 @@ void AppModel::recount() {
 void AppModel::changeChecks(CheckMarks checks) {
   if (checks == *state_->checks) return;
   state_.change([&](AppState& state) { state.checks = std::move(checks); });
+  writeGroupsDebug();
   recount();
 }
 

@@ -151,6 +151,7 @@ class AppModel {
                    std::shared_ptr<const LibraryFacts> facts);
   void landDisplay(DisplayResult result, const Shared<CheckMarks>& checks);
   void settled();
+  void writeGroupsDebug();
   void landDestination(DestinationLook& look);
   void publishDestination(DestinationState state);
 

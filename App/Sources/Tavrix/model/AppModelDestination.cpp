@@ -31,8 +31,10 @@ void AppModel::refreshDestination() {
   const bool isUnknown =
       std::holds_alternative<destination_state::Unknown>(state_->destinationState);
   if (state_->destination && isUnknown) publishDestination(destination_state::Reading{});
-  // This model's own run does not make the folder busy.
-  const bool isOwn = std::holds_alternative<app_phase::Transferring>(state_->phase);
+  // This model's own run, or its preparation, does not make the folder busy.
+  const bool isRunning = std::holds_alternative<app_phase::Transferring>(state_->phase) &&
+                         state_->destination == run_->now().destination;
+  const bool isOwn = isRunning || std::holds_alternative<Preparing>(start_);
   const PhoneIdentity phone = source() != nullptr ? source()->phone : PhoneIdentity{};
   destinationIndex_.request([this, life = std::weak_ptr{life_}, path = state_->destination, phone,
                              shown = destination_, isOwn,

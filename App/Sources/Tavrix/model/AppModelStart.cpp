@@ -198,8 +198,10 @@ void AppModel::beginRun(Prepared& prepared) {
                                         .nextEvent = [this] { return nextEvent(); },
                                         .ended = [this] { runEnded(); }};
   // An earlier run is destroyed in the background: its report may be large.
-  if (run_) services_.background([earlier = run_->now()] {});
+  std::optional<Run> earlier;
+  if (run_) earlier = run_->now();
   run_ = std::make_unique<RunControl>(std::move(surroundings), std::move(run));
+  services_.background([earlier = std::move(earlier)] {});
   if (steer_) steer_(true);
   run_->begin(std::move(prepared.destination));
 }

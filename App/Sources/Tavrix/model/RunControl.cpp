@@ -149,7 +149,11 @@ void RunControl::begin(HeldDestination destination) {
   });
   // If the program ends before the run does, the run still has a record.
   if (!run_.plan->files.empty()) services_.transferring(recordTask(true));
-  startAttempt(std::move(destination));
+  run_.outcome.isPacked = run_.settings->layout.packAsZip;
+  // Observers are told first: nothing is copied before an interface can cancel.
+  const auto held = std::make_shared<HeldDestination>(std::move(destination));
+  postIfStill<run_stage::Copying>(std::chrono::milliseconds{0},
+                                  [this, held] { startAttempt(std::move(*held)); });
 }
 
 std::function<bool()> RunControl::recordTask(bool isUnderWay) const {
@@ -246,11 +250,11 @@ void RunControl::showProgress() {
 }
 
 void RunControl::land(AttemptEnd end) {
-  // Old plans and reports are destroyed in the background.
-  services_.background(
-      [attempt = std::exchange(attempt_, nullptr), report = run_.outcome.report] {});
+  showProgress();
   progressSlot_.reset();
-  run_.outcome = std::move(end.outcome);
+  // The old report is destroyed in the background.
+  services_.background([attempt = std::exchange(attempt_, nullptr),
+                        old = std::exchange(run_.outcome, std::move(end.outcome))] {});
   run_.outcome.phoneWaits = phoneWaits_;
   remainingBytes_ = end.remainingBytes;
   const bool isWhole = !end.failure && !end.isPhoneLost && hasEndedByItself(run_.outcome);
@@ -341,8 +345,9 @@ void RunControl::resume() {
   computeThen(
       services_.transferring, services_.loop, life_,
       [open = services_.openForWriting, run = run_] { return reopen(open, run); },
-      [this](const std::shared_ptr<Reopened>& destination) {
+      [this](std::shared_ptr<Reopened> destination) {
         if (run_.is<run_stage::Reopening>()) landReopened(*destination);
+        services_.background([destination = std::move(destination)] {});
       });
 }
 

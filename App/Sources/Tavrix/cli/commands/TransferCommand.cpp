@@ -31,6 +31,13 @@ void tellLoaded(const CommandContext& context, const Library& library, const Tra
            library.rows.size(), plan.files.size());
 }
 
+/// Returns the sentence for the end of a pause.
+const Sentence<>& endOf(const RunPause& pause) {
+  if (std::holds_alternative<run_pause::DiskFull>(pause)) return sentences::spaceIsFree;
+  const bool wasBusy = std::holds_alternative<run_pause::Busy>(pause);
+  return wasBusy ? sentences::folderIsFree : sentences::phoneIsBack;
+}
+
 /// A transfer by the model, with its progress reported on standard error.
 class TransferSession {
  public:
@@ -116,9 +123,7 @@ class TransferSession {
     }
     // The pause may have ended with the run.
     if (!isTransferring(after) || !before.pause) return;
-    const bool wasFull = std::holds_alternative<run_pause::DiskFull>(*before.pause);
-    session_.tell(
-        say(context_.language(), wasFull ? sentences::spaceIsFree : sentences::phoneIsBack));
+    session_.tell(say(context_.language(), endOf(*before.pause)));
   }
 
   void show(const TransferProgressSnapshot& progress) {

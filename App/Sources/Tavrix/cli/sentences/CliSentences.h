@@ -278,6 +278,8 @@ inline constexpr Sentence<Text, Text> runInterrupted{
     "The transfer was stopped: {} (“{}”); fix the problem and run it again to transfer the rest."};
 inline constexpr Sentence<> spaceIsFree{"Место появилось — продолжаю.",
                                         "There is free space again — carrying on."};
+inline constexpr Sentence<> folderIsFree{"Другой перенос закончился — продолжаю.",
+                                         "The other transfer has ended — carrying on."};
 inline constexpr Sentence<> rowCatalogue{"В каталоге", "In the catalogue"};
 inline constexpr Sentence<> rowWithoutPicture{"пропущены: их снимка нет на телефоне",
                                               "skipped: their picture is not on the phone"};

@@ -92,6 +92,14 @@ TEST_F(AppModelLaunchTest, groupsOnScreen_areDumpedWhereThatIsWantedAndGoneAtThe
   EXPECT_EQ(*merged.member("children"), parseJson(R"(["2026-05-20","2026-05-21"])"));
   EXPECT_EQ(*merged.member("knownCount"), parseJson("0"));
   EXPECT_EQ(merged.member("members")->asArray()->size(), 6U);
+  model->includeNone();
+  settle();
+  EXPECT_EQ(*parseJson(folder.read("groups-debug.json"))
+                 .member("groups")
+                 ->asArray()
+                 ->front()
+                 .member("isIncluded"),
+            parseJson("false"));
   keepsGroupsDebug = false;
   launch();
   EXPECT_FALSE(folder.has("groups-debug.json"));

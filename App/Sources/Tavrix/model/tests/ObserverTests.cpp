@@ -146,6 +146,19 @@ TEST_F(ObserverTest, destination_isToldAsItIs) {
   EXPECT_TRUE(shows<destination_state::Refused>());
 }
 
+TEST_F(ObserverTest, runThatIsCancelledWhenItIsFirstSeen_copiesNothing) {
+  makeReady();
+  const auto interface = model->subscribe([&](const StateChange& change) {
+    if (change.has(StateTopic::phase)) model->cancelTransfer();
+  });
+  model->refreshDestination();
+  model->startTransfer();
+  settle();
+  EXPECT_EQ(record().status, TransferRecord::Status::cancelled);
+  EXPECT_THAT(filesOnDisk(), IsEmpty());
+  EXPECT_TRUE(shows<destination_state::Ready>()) << "its own preparation does not make it busy";
+}
+
 TEST_F(ObserverTest, destinationLookedAtAgain_changesNothing) {
   makeReady();
   const AppState before = state();
