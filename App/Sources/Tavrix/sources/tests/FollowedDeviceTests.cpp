@@ -43,6 +43,14 @@ struct FollowedDeviceTest : testing::Test {
     model.startTransfer();
     ASSERT_TRUE(runUntil([&] { return model.state().pause.has_value(); }));
   }
+  /// The states of the phone that an observer of the model saw, one after another.
+  std::vector<std::size_t> seenStates;
+  AppModel::Subscription observe() {
+    return model.subscribe([this](const StateChange& change) {
+      const std::size_t state = change.after.device->state.kind.index();
+      if (seenStates.empty() || seenStates.back() != state) seenStates.push_back(state);
+    });
+  }
   bool isDone() const { return std::holds_alternative<app_phase::Done>(model.state().phase); }
 
   SimulatedCable cable;
@@ -92,6 +100,25 @@ TEST_F(FollowedDeviceTest, phonePulledAndPutBack_endsWithEveryPictureWhole) {
   }));
 }
 
+TEST_F(FollowedDeviceTest, phone_isDisplayedInEveryState) {
+  const auto subscription = observe();
+  cable.plugIn([](SimulatedPhone& phone) { phone.isLocked = true; });
+  watcher.start();
+  ASSERT_TRUE(runUntil([&] { return watcher.state().is<DeviceState::Locked>(); }));
+  cable.plugIn();
+  ASSERT_TRUE(runUntil([&] { return !model.state().displayGroups->empty(); }));
+  cable.plugInAll({});
+  ASSERT_TRUE(runUntil([&] { return watcher.state().is<DeviceState::Waiting>(); }));
+  ASSERT_TRUE(runUntil([&] { return model.state().device->state == watcher.state(); }));
+  loop.runDue();
+  const auto indexOf = [](DeviceState::Kind kind) { return kind.index(); };
+  for (const DeviceState::Kind& kind :
+       {DeviceState::Kind{DeviceState::Locked{}}, DeviceState::Kind{DeviceState::Ready{}},
+        DeviceState::Kind{DeviceState::Waiting{}}}) {
+    EXPECT_THAT(seenStates, testing::Contains(indexOf(kind)));
+  }
+}
+
 TEST_F(FollowedDeviceTest, cancelWhileThePhoneIsAway_endsTheRunWithWhatIsThere) {
   ASSERT_NO_FATAL_FAILURE(transferUntilThePhoneGoes());
   // Another phone that is connected meanwhile is not read during this run.
@@ -102,6 +129,7 @@ TEST_F(FollowedDeviceTest, cancelWhileThePhoneIsAway_endsTheRunWithWhatIsThere) 
   cable.plugInAll({other});
   ASSERT_TRUE(runUntil([&] { return watcher.others().size() == 1; }));
   EXPECT_TRUE(model.state().pause.has_value());
+  EXPECT_EQ(model.state().device->others, watcher.others());
   model.cancelTransfer();
   ASSERT_TRUE(runUntil([&] { return isDone(); }));
   EXPECT_EQ(model.run()->outcome.status, TransferRecord::Status::cancelled);
