@@ -111,11 +111,10 @@ TEST_F(FollowedDeviceTest, phone_isDisplayedInEveryState) {
   ASSERT_TRUE(runUntil([&] { return watcher.state().is<DeviceState::Waiting>(); }));
   ASSERT_TRUE(runUntil([&] { return model.state().device->state == watcher.state(); }));
   loop.runDue();
-  const auto indexOf = [](DeviceState::Kind kind) { return kind.index(); };
   for (const DeviceState::Kind& kind :
        {DeviceState::Kind{DeviceState::Locked{}}, DeviceState::Kind{DeviceState::Ready{}},
         DeviceState::Kind{DeviceState::Waiting{}}}) {
-    EXPECT_THAT(seenStates, testing::Contains(indexOf(kind)));
+    EXPECT_THAT(seenStates, testing::Contains(kind.index()));
   }
 }
 
