@@ -19,6 +19,9 @@ struct StringHash {
 
 template <typename Value>
 using StringMap = absl::flat_hash_map<std::string, Value, StringHash, std::equal_to<>>;
+/// Its keys refer to texts that are kept elsewhere.
+template <typename Value>
+using StringViewMap = absl::flat_hash_map<std::string_view, Value>;
 using StringSet = absl::flat_hash_set<std::string, StringHash, std::equal_to<>>;
 
 }  // namespace tavrix

@@ -29,11 +29,11 @@ class Verification {
       : destination_(destination), listing_(listing), options_(options) {}
 
   Report run(const ReadingMeter::Receiver& progress, const std::stop_token& stop) {
-    const Claims claims = DestinationMarker::claims(listing_.marker);
+    const Claims claims = DestinationMarker::claims(*listing_.marker);
     checkWithoutReading(claims);
     listOthers(claims);
     readAll(progress, stop);
-    report_.damagedRecords = listing_.marker.damaged;
+    report_.damagedRecords = listing_.marker->damaged;
     report_.unreadableFolders = listing_.unreadableFolders;
     report_.isStopped = report_.count(State::notReached) > 0;
     return std::move(report_);

@@ -105,9 +105,11 @@ KnownAssets Marker::knownAssets(const std::string& phoneHash) const {
   if (phone == nullptr) return known;
   known.byLocalID.reserve(phone->files.size());
   for (const FileRecord& file : phone->files) {
-    const KnownAssets::Record entry{file.path, file.size, file.date};
-    if (file.localID) known.byLocalID.insert_or_assign(*file.localID, entry);
+    const KnownAssets::Record entry{&file.path, file.size, file.date};
     if (file.cloudID) known.byCloudID.insert_or_assign(*file.cloudID, entry);
+    if (!file.localID) continue;
+    const auto [last, isNew] = known.byLocalID.try_emplace(*file.localID, entry);
+    if (!isNew) known.earlier[*file.localID].push_back(std::exchange(last->second, entry));
   }
   return known;
 }

@@ -64,7 +64,8 @@ struct Marker {
   /// Returns the records of all other phones.
   std::vector<PhoneRecord> others(const std::string& phoneHash) const;
   std::set<std::string> labels() const;
-  /// Returns the assets in one phone's record; empty if the phone has none.
+  /// Returns the assets in one phone's record; empty if the phone has none. The marker must outlive
+  /// the result.
   KnownAssets knownAssets(const std::string& phoneHash) const;
 
   friend bool operator==(const Marker&, const Marker&) = default;

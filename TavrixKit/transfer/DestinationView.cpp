@@ -25,47 +25,42 @@ bool isAnotherShot(const std::optional<ShotDate>& date, const std::optional<Shot
 
 }  // namespace
 
-DestinationView::DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
-                                 const std::string& phoneHash,
-                                 std::vector<UnreadableFolder> unreadableFolders)
-    : filesOnDisk_(std::move(filesOnDisk)), unreadableFolders_(std::move(unreadableFolders)) {
-  owners_.reserve(filesOnDisk_.size());
-  for (const auto& record : marker.records) {
-    const bool isThisPhone = record.phoneHash == phoneHash;
+RecordedFiles::RecordedFiles(Shared<DestinationMarker::Marker> marker, std::string phoneHash)
+    : marker_(std::move(marker)),
+      phoneHash_(std::move(phoneHash)),
+      knownAssets_(marker_->knownAssets(phoneHash_)) {
+  std::size_t count = 0;
+  for (const auto& record : marker_->records) count += record.files.size();
+  owners_.reserve(count);
+  for (const auto& record : marker_->records) {
+    const bool isThisPhone = record.phoneHash == phoneHash_;
     for (const auto& file : record.files) {
+      if (isThisPhone && file.keptInsteadOf)
+        keptInsteadOf_.try_emplace(file.path, &*file.keptInsteadOf);
       if (!file.localID && !file.cloudID) continue;
-      Owner owner{isThisPhone ? file.localID.value_or("") : "",
-                  file.cloudID.value_or(""),
-                  file.size,
-                  file.date,
-                  isThisPhone,
-                  file.sha256.has_value(),
-                  record.lastTransfer};
+      const Owner owner{&file, isThisPhone, record.lastTransfer};
       // A claim without a digest may come from a run that was killed before it reached the file.
       const auto [found, isNew] = owners_.try_emplace(file.path, owner);
-      if (!isNew && owner.outranks(found->second)) found->second = std::move(owner);
+      if (!isNew && owner.outranks(found->second)) found->second = owner;
     }
   }
-  knownAssets_ = marker.knownAssets(phoneHash);
-  const auto isLost = [&](const auto& entry) {
-    const auto found = owners_.find(entry.second.path);
-    return found != owners_.end() && !found->second.isThisPhone;
-  };
-  absl::erase_if(knownAssets_.byLocalID, isLost);
-  if (const auto* const own = marker.record(phoneHash)) rememberEarlier(*own);
 }
 
-void DestinationView::rememberEarlier(const DestinationMarker::PhoneRecord& record) {
-  for (const auto& file : record.files) {
-    if (file.keptInsteadOf) keptInsteadOf_.emplace(file.path, *file.keptInsteadOf);
-    if (!file.localID) continue;
-    const auto last = knownAssets_.byLocalID.find(*file.localID);
-    const bool isLast = last != knownAssets_.byLocalID.end() && last->second.path == file.path;
-    if (!isLast && isStillOurs(file.path)) {
-      earlier_[*file.localID].push_back({file.path, file.size, file.date});
-    }
-  }
+const RecordedFiles::Owner* RecordedFiles::owner(std::string_view path) const {
+  const auto found = owners_.find(path);
+  return found == owners_.end() ? nullptr : &found->second;
 }
+
+const std::string* RecordedFiles::keptInsteadOf(std::string_view path) const {
+  const auto found = keptInsteadOf_.find(path);
+  return found == keptInsteadOf_.end() ? nullptr : found->second;
+}
+
+DestinationView::DestinationView(FilesOnDisk filesOnDisk, Shared<RecordedFiles> recorded,
+                                 std::vector<UnreadableFolder> unreadableFolders)
+    : filesOnDisk_(std::move(filesOnDisk)),
+      unreadableFolders_(std::move(unreadableFolders)),
+      recorded_(std::move(recorded)) {}
 
 const std::string* DestinationView::landedPath(const WantedFile& file,
                                                const std::string& base) const {
@@ -74,19 +69,22 @@ const std::string* DestinationView::landedPath(const WantedFile& file,
     return isOnDisk(path) && isNumberedForm(path, base);
   };
   const auto counts = [&](const KnownAssets::Record& record) {
-    return lies(record.path) && fits(file, record.path, record.size, record.date);
+    const auto* const owner = recorded_->owner(*record.path);
+    return owner->isThisPhone && lies(*record.path) &&
+           fits(file, *record.path, record.size, record.date);
   };
-  const auto last = knownAssets_.byLocalID.find(asset.id());
-  if (last != knownAssets_.byLocalID.end() && counts(last->second)) return &last->second.path;
-  const auto earlier = earlier_.find(asset.id());
-  if (earlier != earlier_.end()) {
+  const KnownAssets& known = recorded_->knownAssets();
+  const auto last = known.byLocalID.find(asset.id());
+  if (last != known.byLocalID.end() && counts(last->second)) return last->second.path;
+  const auto earlier = known.earlier.find(asset.id());
+  if (earlier != known.earlier.end()) {
     const auto found = std::find_if(earlier->second.begin(), earlier->second.end(), counts);
-    if (found != earlier->second.end()) return &found->path;
+    if (found != earlier->second.end()) return found->path;
   }
   if (!asset.cloudID()) return nullptr;
-  const auto shot = knownAssets_.byCloudID.find(*asset.cloudID());
-  const bool isThere = shot != knownAssets_.byCloudID.end() && lies(shot->second.path);
-  return isThere ? &shot->second.path : nullptr;
+  const auto shot = known.byCloudID.find(*asset.cloudID());
+  const bool isThere = shot != known.byCloudID.end() && lies(*shot->second.path);
+  return isThere ? shot->second.path : nullptr;
 }
 
 bool DestinationView::fits(const WantedFile& file, const std::string& path, std::uint64_t size,
@@ -108,21 +106,21 @@ bool DestinationView::fits(const WantedFile& file, const std::string& path, std:
 const std::string* DestinationView::keptPath(const WantedFile& file, const std::string& base,
                                              std::string_view format) const {
   const std::string* const path = landedPath(file, base);
-  const auto found = path == nullptr ? keptInsteadOf_.end() : keptInsteadOf_.find(*path);
-  return found != keptInsteadOf_.end() && found->second == format ? path : nullptr;
+  const std::string* const kept = path == nullptr ? nullptr : recorded_->keptInsteadOf(*path);
+  return kept != nullptr && *kept == format ? path : nullptr;
 }
 
 DestinationView::Holding DestinationView::holding(const std::string& path,
                                                   const WantedFile& file) const {
   if (!isOnDisk(path)) return Holding::nothing;
-  const auto found = owners_.find(path);
-  if (found == owners_.end()) return Holding::unrecorded;
-  const Owner& owner = found->second;
+  const auto* const owner = recorded_->owner(path);
+  if (owner == nullptr) return Holding::unrecorded;
+  const DestinationMarker::FileRecord& there = *owner->file;
   const MediaAsset& asset = file.asset;
   const bool isSame =
-      (!owner.localID.empty() && owner.localID == asset.id() &&
-       fits(file, path, owner.size, owner.date)) ||
-      (!owner.cloudID.empty() && asset.cloudID() && owner.cloudID == *asset.cloudID());
+      (owner->isThisPhone && there.localID == asset.id() &&
+       fits(file, path, there.size, there.date)) ||
+      (there.cloudID && !there.cloudID->empty() && there.cloudID == asset.cloudID());
   return isSame ? Holding::thisAsset : Holding::anotherAsset;
 }
 
@@ -130,14 +128,20 @@ bool DestinationView::holds(const std::string& path, const WantedFile& file) con
   return holding(path, file) == Holding::thisAsset;
 }
 
+bool DestinationView::isOnlyRecord(const std::string& path, const WantedFile& file) const {
+  if (!recorded_->knownAssets().earlier.empty() || !isOnDisk(path)) return false;
+  const auto* const owner = recorded_->owner(path);
+  return owner != nullptr && owner->isThisPhone && owner->file->localID == file.asset.id() &&
+         fits(file, path, owner->file->size, owner->file->date);
+}
+
 bool DestinationView::holdsAnother(const std::string& path, const WantedFile& file) const {
   return holding(path, file) == Holding::anotherAsset;
 }
 
 bool DestinationView::isStillOurs(const std::string& path) const {
-  const auto found = owners_.find(path);
-  return (isOnDisk(path) || isUnreadable(path)) &&
-         (found == owners_.end() || found->second.isThisPhone);
+  const auto* const owner = recorded_->owner(path);
+  return (isOnDisk(path) || isUnreadable(path)) && (owner == nullptr || owner->isThisPhone);
 }
 
 ListedFiles listFiles(const Folder& destination) {
@@ -152,18 +156,18 @@ ListedFiles listFiles(const Folder& destination) {
 
 DestinationListing listDestination(const Folder& destination) {
   auto listing = std::async(std::launch::async, [&] { return listFiles(destination); });
-  DestinationMarker::Marker marker = DestinationMarker::load(destination);
+  Shared<DestinationMarker::Marker> marker = DestinationMarker::load(destination);
   ListedFiles listed = listing.get();
   return {std::move(marker), std::move(listed.files), std::move(listed.unreadableFolders)};
 }
 
 DestinationContent readDestination(const Folder& destination, const std::string& phoneHash) {
-  DestinationListing listing = listDestination(destination);
-  DestinationContent content;
-  content.marker = std::move(listing.marker);
-  content.view = DestinationView{std::move(listing.files), content.marker, phoneHash,
-                                 std::move(listing.unreadableFolders)};
-  return content;
+  auto listing = std::async(std::launch::async, [&] { return listFiles(destination); });
+  Shared<DestinationMarker::Marker> marker = DestinationMarker::load(destination);
+  RecordedFiles recorded{marker, phoneHash};
+  ListedFiles listed = listing.get();
+  return {std::move(marker), DestinationView{std::move(listed.files), std::move(recorded),
+                                             std::move(listed.unreadableFolders)}};
 }
 
 }  // namespace tavrix

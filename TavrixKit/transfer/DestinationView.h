@@ -1,9 +1,11 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "foundation/Shared.h"
 #include "foundation/files/Folder.h"
 #include "transfer/DestinationMarker.h"
 #include "transfer/KnownAssets.h"
@@ -19,18 +21,56 @@ struct ListedFiles {
 /// Lists the files without following links or opening files. Throws FileError.
 ListedFiles listFiles(const Folder& destination);
 
+/// The records of a marker as one phone sees them: by path and by the ids of its assets. Made once;
+/// refers to the texts of the marker, which it keeps.
+class RecordedFiles {
+ public:
+  RecordedFiles() = default;
+  RecordedFiles(Shared<DestinationMarker::Marker> marker, std::string phoneHash);
+
+  /// The record with the best claim to a path.
+  struct Owner {
+    const DestinationMarker::FileRecord* file = nullptr;
+    bool isThisPhone = false;
+    Instant recorded;  ///< the phone's last transfer
+
+    /// A claim with a digest outranks one without; ties are settled by the later date.
+    bool outranks(const Owner& other) const {
+      return std::pair{file->sha256.has_value(), recorded} >
+             std::pair{other.file->sha256.has_value(), other.recorded};
+    }
+  };
+  /// Returns nullptr if no phone has recorded an asset at the path.
+  const Owner* owner(std::string_view path) const;
+  const KnownAssets& knownAssets() const { return knownAssets_; }
+  /// Returns the format to which the original at this path could not be converted; nullptr if there
+  /// is none.
+  const std::string* keptInsteadOf(std::string_view path) const;
+
+  /// Compares the markers and the phones.
+  friend bool operator==(const RecordedFiles& a, const RecordedFiles& b) {
+    return a.phoneHash_ == b.phoneHash_ && a.marker_ == b.marker_;
+  }
+
+ private:
+  Shared<DestinationMarker::Marker> marker_;
+  std::string phoneHash_;
+  KnownAssets knownAssets_;
+  StringViewMap<Owner> owners_;
+  StringViewMap<const std::string*> keptInsteadOf_;
+};
+
 /// The planner's view of a destination: the files in it and whose they are. A value, made once
 /// before planning.
 class DestinationView {
  public:
   DestinationView() = default;
-  /// Creates the view of the phone with `phoneHash`; `unreadableFolders` must be sorted by path.
-  DestinationView(FilesOnDisk filesOnDisk, const DestinationMarker::Marker& marker,
-                  const std::string& phoneHash,
+  /// `unreadableFolders` must be sorted by path.
+  DestinationView(FilesOnDisk filesOnDisk, Shared<RecordedFiles> recorded,
                   std::vector<UnreadableFolder> unreadableFolders = {});
 
   const FilesOnDisk& filesOnDisk() const { return filesOnDisk_; }
-  const KnownAssets& knownAssets() const { return knownAssets_; }
+  const KnownAssets& knownAssets() const { return recorded_->knownAssets(); }
   bool isEmpty() const { return filesOnDisk_.empty(); }
 
   bool isOnDisk(const std::string& path) const { return filesOnDisk_.contains(path); }
@@ -46,6 +86,9 @@ class DestinationView {
 
   /// Returns true if the file at the path is on disk and recorded for this asset.
   bool holds(const std::string& path, const WantedFile& file) const;
+  /// Returns true if the phone has recorded no asset twice and the file at the path is on disk and
+  /// recorded for this asset's id. So landedPath() for this path would return it.
+  bool isOnlyRecord(const std::string& path, const WantedFile& file) const;
   /// Returns true if the file at the path is on disk and recorded for an asset, but not for this
   /// one.
   bool holdsAnother(const std::string& path, const WantedFile& file) const;
@@ -63,25 +106,8 @@ class DestinationView {
   friend bool operator==(const DestinationView&, const DestinationView&) = default;
 
  private:
-  struct Owner {
-    std::string localID;  ///< empty for an asset of another phone, so that no id of this phone
-                          ///< equals it
-    std::string cloudID;
-    std::uint64_t size = 0;  ///< as recorded; 0 if the file was never seen on disk
-    std::optional<ShotDate> date;
-    bool isThisPhone = false;
-    bool hasDigest = false;
-    Instant recorded;
-
-    /// A claim with a digest outranks one without; ties are settled by the later date.
-    bool outranks(const Owner& other) const {
-      return std::pair{hasDigest, recorded} > std::pair{other.hasDigest, other.recorded};
-    }
-    friend bool operator==(const Owner&, const Owner&) = default;
-  };
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
-  void rememberEarlier(const DestinationMarker::PhoneRecord& record);
   Holding holding(const std::string& path, const WantedFile& file) const;
   /// Returns true if the file recorded at a path on disk, under the id of `file`, may be that
   /// asset.
@@ -90,16 +116,12 @@ class DestinationView {
 
   FilesOnDisk filesOnDisk_;
   std::vector<UnreadableFolder> unreadableFolders_;
-  KnownAssets knownAssets_;
-  StringMap<Owner> owners_;
-  /// For ids copied under several names or into several folders: all records except the last.
-  StringMap<std::vector<KnownAssets::Record>> earlier_;
-  StringMap<std::string> keptInsteadOf_;  ///< by path, of this phone
+  Shared<RecordedFiles> recorded_;
 };
 
 /// The files of a destination and the records of its phones.
 struct DestinationListing {
-  DestinationMarker::Marker marker;
+  Shared<DestinationMarker::Marker> marker;
   FilesOnDisk files;
   std::vector<UnreadableFolder> unreadableFolders{};  ///< by path
 };
@@ -108,12 +130,12 @@ DestinationListing listDestination(const Folder& destination);
 
 /// The marker of a destination and the view for planning.
 struct DestinationContent {
-  DestinationMarker::Marker marker;
+  Shared<DestinationMarker::Marker> marker;
   DestinationView view;
 
   friend bool operator==(const DestinationContent&, const DestinationContent&) = default;
 };
-/// Throws FileError and MarkerError.
+/// Reads what the phone with `phoneHash` finds. Throws FileError and MarkerError.
 DestinationContent readDestination(const Folder& destination, const std::string& phoneHash);
 
 }  // namespace tavrix

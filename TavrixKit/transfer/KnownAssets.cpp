@@ -37,8 +37,4 @@ const KnownAssets::Record* KnownAssets::record(const MediaAsset& asset) const {
   return found == byCloudID.end() ? nullptr : &found->second;
 }
 
-bool isOnDisk(const KnownAssets::Record& record, const FilesOnDisk& filesOnDisk) {
-  return filesOnDisk.contains(record.path);
-}
-
 }  // namespace tavrix

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "foundation/StringMap.h"
 #include "media/AssetBundle.h"
@@ -42,27 +43,22 @@ std::optional<ShotDate> shotDate(const MediaAsset& asset, const MediaAsset& lead
 std::optional<ShotDate> recordedDate(const MediaAsset& asset, const MediaAsset& lead,
                                      bool hasSerialNumber);
 
-/// The paths of one phone's assets in a destination, as its record names them.
+/// The paths of one phone's assets in a destination, as its record names them. The texts are those
+/// of the marker, which must outlive it.
 struct KnownAssets {
   struct Record {
-    std::string path;  ///< relative to the destination
-    std::uint64_t size = 0;
-    std::optional<ShotDate> date{};  ///< if it was recorded
-
-    friend bool operator==(const Record&, const Record&) = default;
+    const std::string* path = nullptr;  ///< relative to the destination
+    std::uint64_t size = 0;             ///< bytes on disk; 0 if the file was never seen there
+    std::optional<ShotDate> date{};     ///< if it was recorded
   };
 
-  StringMap<Record> byLocalID;
-  StringMap<Record> byCloudID;
+  StringViewMap<Record> byLocalID;  ///< the last record of each id
+  StringViewMap<Record> byCloudID;
+  /// For ids copied under several names or into several folders: all records except the last.
+  StringViewMap<std::vector<Record>> earlier;
 
   /// Returns the record with the asset's id, or else with its cloud id; nullptr if there is none.
   const Record* record(const MediaAsset& asset) const;
-
-  friend bool operator==(const KnownAssets&, const KnownAssets&) = default;
 };
-
-/// Returns true if the recorded path is on disk. The folder is the truth: other records are
-/// ignored.
-bool isOnDisk(const KnownAssets::Record& record, const FilesOnDisk& filesOnDisk);
 
 }  // namespace tavrix

@@ -187,11 +187,29 @@ class Layout {
     for (const NamedGroup& named : groups) {
       const Directories places = directoriesOf(named);
       for (const AssetBundle& bundle : named.group->bundles) {
-        sift(bundle, places, std::span{files_}.subspan(next, bundle.assets().size()), result);
-        next += bundle.assets().size();
+        const auto files = std::span{files_}.subspan(next, bundle.assets().size());
+        if (!skipRecorded(files, result)) sift(bundle, places, files, result);
+        next += files.size();
       }
     }
     result.files.shrink_to_fit();
+  }
+
+  /// The common case, which costs half of sift(): every file of a bundle is where it was recorded.
+  /// Returns false, and changes nothing, if that is not so.
+  bool skipRecorded(std::span<PlannedFile> files, TransferPlan& result) const {
+    const auto isRecorded = [&](const PlannedFile& file) {
+      return !isConverted(file.conversion) &&
+             destination_.isOnlyRecord(file.relativePath, file.wanted());
+    };
+    if (!options_.onlyNew || !std::all_of(files.begin(), files.end(), isRecorded)) return false;
+    for (PlannedFile& file : files) skip(file, std::move(file.relativePath), result);
+    return true;
+  }
+
+  static void skip(PlannedFile& file, std::string path, TransferPlan& result) {
+    result.knownPaths.push_back(std::move(path));
+    result.skippedKnown.push_back(std::move(file.asset));
   }
 
   /// Moves one bundle's files to the plan or to the files that are already there.
@@ -208,14 +226,12 @@ class Layout {
       const std::string* const own = destination_.landedPath(file.wanted(), base);
       if (const std::string* const kept = keptPath(file, base);
           options_.onlyNew && kept != nullptr) {
-        result.knownPaths.push_back(*kept);
-        result.skippedKnown.push_back(std::move(file.asset));
+        skip(file, *kept, result);
         continue;
       }
       if (options_.onlyNew &&
           (own != nullptr || isAlreadyThere(file.wanted(), file.relativePath, destination_))) {
-        result.knownPaths.push_back(own != nullptr ? *own : std::move(file.relativePath));
-        result.skippedKnown.push_back(std::move(file.asset));
+        skip(file, own != nullptr ? *own : std::move(file.relativePath), result);
         continue;
       }
       if (own != nullptr) file.relativePath = *own;

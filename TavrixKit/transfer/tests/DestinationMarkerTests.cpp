@@ -10,6 +10,7 @@ namespace tavrix::DestinationMarker {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 const Instant day = *parseIso8601("2026-05-20T12:00:00Z");
 const Instant nextDay = *parseIso8601("2026-05-21T08:30:00.250Z");
@@ -37,6 +38,32 @@ TEST(DestinationMarker, record_writtenAndRead_isTheSame) {
   PhoneRecord empty = sample();
   empty.files.clear();
   EXPECT_EQ(decode(encode(empty)), empty);
+}
+
+/// Returns what decode() returns, or the version that it refuses.
+std::pair<std::optional<PhoneRecord>, std::int64_t> decoded(const std::string& text) {
+  try {
+    return {decode(text), 0};
+  } catch (const MarkerError& error) {
+    return {std::nullopt, error.version()};
+  }
+}
+
+TEST(DestinationMarker, ownForm_isReadAsAnyOtherForm) {
+  PhoneRecord record = sample();
+  record.files.erase(record.files.begin() + 1);  // Its name needs an escape.
+  const std::string own = encode(record);
+  // With a space in front of it the text goes to the general reader.
+  ASSERT_EQ(decode(" " + own), record);
+  ASSERT_EQ(decode(own), record);
+  for (std::size_t at = 0; at < own.size(); ++at) {
+    for (const char c : {'"', '\\', '\n', '0', '9', '-', 'Z', '}', '\x01', '\xff'}) {
+      std::string changed = own;
+      changed[at] = c;
+      ASSERT_EQ(decoded(changed), decoded(" " + changed)) << c << " at " << at;
+    }
+    ASSERT_EQ(decoded(own.substr(0, at)), decoded(" " + own.substr(0, at))) << at;
+  }
 }
 
 TEST(DestinationMarker, example_ofTheDocumentation_isRead) {
@@ -172,10 +199,10 @@ TEST(DestinationMarker, questions_areAnsweredByPhone) {
   EXPECT_THAT(marker.others(hash), ElementsAre(other));
   EXPECT_THAT(marker.labels(), ElementsAre("iPad", "iPhone «Маши»"));
   const KnownAssets known = marker.knownAssets(hash);
-  EXPECT_EQ(known.record(assetOf("100APPLE/IMG_1.HEIC"))->path, "2026-05-20/IMG_1.HEIC");
-  EXPECT_EQ(known.record(assetOf("9/9.HEIC", 1, "cloud/1"))->path, "2026-05-20/IMG_1.HEIC");
+  EXPECT_EQ(*known.record(assetOf("100APPLE/IMG_1.HEIC"))->path, "2026-05-20/IMG_1.HEIC");
+  EXPECT_EQ(*known.record(assetOf("9/9.HEIC", 1, "cloud/1"))->path, "2026-05-20/IMG_1.HEIC");
   EXPECT_EQ(known.record(assetOf("9/9.HEIC")), nullptr);
-  EXPECT_EQ(marker.knownAssets("none"), KnownAssets{});
+  EXPECT_THAT(marker.knownAssets("none").byLocalID, IsEmpty());
 }
 
 }  // namespace

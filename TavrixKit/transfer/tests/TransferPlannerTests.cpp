@@ -152,7 +152,7 @@ DestinationView view(const Paths& onDisk, const std::vector<FileRecord>& mine = 
   DestinationMarker::Marker marker;
   marker.records.push_back({1, "me", "", "", {}, {}, mine});
   marker.records.push_back({1, "other", "", "", {}, {}, others});
-  return {files, marker, "me"};
+  return {files, RecordedFiles{marker, "me"}};
 }
 
 FileRecord recordOf(const std::string& path, const std::string& id,
@@ -259,11 +259,12 @@ TEST(TransferPlanner, claimOfAKilledRun_yieldsToAFileThatLanded) {
                                            Instant{std::chrono::seconds{9}},
                                            {recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC")}},
                                           {1, "other", "", "", {}, {}, {landed}}}};
-  const DestinationView mine{onDisk, marker, "me"};
+  const DestinationView mine{onDisk, RecordedFiles{marker, "me"}};
   const auto group = groupOf("d", {assetOf("A/IMG_1.HEIC")});
   EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, mine)), ElementsAre("d/IMG_1 (2).HEIC"));
   EXPECT_FALSE(mine.isStillOurs("d/IMG_1.HEIC"));
-  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, {onDisk, marker, "other"})), IsEmpty());
+  EXPECT_THAT(pathsOf(TransferPlanner::plan({group}, {}, {onDisk, RecordedFiles{marker, "other"}})),
+              IsEmpty());
 }
 
 /// A plan for one file of 2,000 bytes where a file is recorded under its id.
@@ -281,7 +282,7 @@ class SameIDTest : public testing::TestWithParam<SameIDCase> {};
 TEST_P(SameIDTest, fileOfAnotherSize_isAnotherPicture) {
   const SameIDCase& row = GetParam();
   DestinationMarker::Marker marker{{{1, "me", "", "", {}, {}, {row.record}}}};
-  const DestinationView destination{{{row.record.path, {1000, {}}}}, marker, "me"};
+  const DestinationView destination{{{row.record.path, {1000, {}}}}, RecordedFiles{marker, "me"}};
   const auto group = groupOf("d", {assetOf(row.id, row.size)});
   EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, row.options, destination)), row.planned);
 }
@@ -467,8 +468,8 @@ TEST(TransferPlanner, picturesOfSeveralCardsWithOneID_areEachKnownWhereTheyLie) 
                                            {},
                                            {recordOfSize("d/1.HEIC", "A/1.HEIC", 1000),
                                             recordOfSize("d/1 (2).HEIC", "A/1.HEIC", 2000)}}}};
-  const DestinationView destination{
-      {{"d/1.HEIC", {1000, {}}}, {"d/1 (2).HEIC", {2000, {}}}}, marker, "me"};
+  const DestinationView destination{{{"d/1.HEIC", {1000, {}}}, {"d/1 (2).HEIC", {2000, {}}}},
+                                    RecordedFiles{marker, "me"}};
   const auto planFor = [&](std::uint64_t size, bool onlyNew) {
     return TransferPlanner::plan({groupOf("d", {assetOf("A/1.HEIC", size)})},
                                  options([&](auto& o) { o.onlyNew = onlyNew; }), destination);

@@ -255,7 +255,7 @@ void AppModel::requestGrouping() {
     const auto lookup = showsFolders ? lookupOf(*library, *settings, localeID, naming) : nullptr;
     const auto facts = std::make_shared<const LibraryFacts>(
         showsFolders ? makeFacts(library, {*settings, localeID, lookup, systemLocaleID})
-                     : makeBareFacts(library));
+                     : LibraryFacts{.groups = std::vector<GroupFacts>(library->rows.size())});
     return [=, this] {
       if (life.lock()) landLibrary(library, facts);
     };

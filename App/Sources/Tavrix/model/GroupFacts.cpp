@@ -139,7 +139,6 @@ GroupFacts factsOf(const FolderNaming::Row& row, const FactsContext& context,
     addPreview(bundle, preview);
   }
   facts.counts = row.group->counts();
-  facts.group = row.group;
   facts.previewAssets = std::move(preview);
   facts.months = monthsOf(tally);
   facts.places = placesOf(tally);
@@ -184,15 +183,6 @@ LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const Fact
   }
   facts.outline = outlineOf(total);
   addSkipped(*library, context, optimized, facts);
-  return facts;
-}
-
-LibraryFacts makeBareFacts(const std::shared_ptr<const Library>& library) {
-  LibraryFacts facts;
-  facts.groups.resize(library->rows.size());
-  for (std::size_t i = 0; i < facts.groups.size(); ++i) {
-    facts.groups[i].group = library->rows[i].group;
-  }
   return facts;
 }
 

@@ -13,7 +13,6 @@ namespace tavrix {
 
 /// The facts about a folder that the display needs and that depend on its shots only.
 struct GroupFacts {
-  Shared<MediaGroup> group;
   MediaGroup::MediaCounts counts;
   std::uint64_t pictureCount = 0;
   std::uint64_t optimizedCount = 0;
@@ -30,12 +29,12 @@ struct GroupFacts {
 /// The facts about a whole library. Made once per grouping, in the background.
 struct LibraryFacts {
   std::vector<GroupFacts> groups;  ///< one per row
-  NavOutline outline;
+  NavOutline outline{};
   using CountsByGroup = std::map<std::string, std::uint64_t, std::less<>>;
   /// Reduced copies that the settings exclude, by the row they belong to.
-  CountsByGroup skippedOptimized;
+  CountsByGroup skippedOptimized{};
   /// Excluded reduced copies without any displayed row, by the group they would be in.
-  CountsByGroup hiddenOptimized;
+  CountsByGroup hiddenOptimized{};
 
   friend bool operator==(const LibraryFacts&, const LibraryFacts&) = default;
 };
@@ -48,11 +47,8 @@ struct FactsContext {
   std::string systemLocaleID;
 };
 
-/// Makes the facts. They share the groups with the library.
+/// Makes the facts. They share the pictures with the library.
 LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const FactsContext& context);
-
-/// Makes facts with the groups only, for a library that is not displayed.
-LibraryFacts makeBareFacts(const std::shared_ptr<const Library>& library);
 
 /// Returns for example "Май 2026" or "May 2026".
 std::string monthTitle(const NavOutline::Month& month, const std::string& localeID);

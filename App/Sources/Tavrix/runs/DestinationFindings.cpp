@@ -20,7 +20,7 @@ DestinationFindings findingsOf(const TransferPlan& plan, const std::optional<Pac
                                const Folder& destination, const Destination::Content& content,
                                const PhoneIdentity& phone, bool isCard) {
   return {.unreadableFolders = content.view.unreadableFolders(),
-          .knownCard = isCard ? findKnownCard(content.marker, phone.hash, plan) : std::nullopt,
+          .knownCard = isCard ? findKnownCard(*content.marker, phone.hash, plan) : std::nullopt,
           .neededBytes = neededBytes(plan, packing),
           .freeBytes = destination.freeBytes()};
 }

@@ -52,12 +52,14 @@ std::optional<FileError> failureOf(const std::function<void()>& save) {
 
 DestinationMemory::DestinationMemory(Setup setup, Folder& destination, Destination::Content content)
     : setup_(std::move(setup)), destination_(destination), content_(std::move(content)) {
-  for (auto& record : content_.marker.records) {
-    if (record.phoneHash == setup_.phone.hash) settleClaims(record);
-  }
+  const auto* const record = content_.marker->record(setup_.phone.hash);
+  const auto isClaim = [](const DestinationMarker::FileRecord& file) { return file.isClaim(); };
+  const bool hasClaims =
+      record != nullptr && std::any_of(record->files.begin(), record->files.end(), isClaim);
+  if (hasClaims) settled_ = settled(*record);
 }
 
-void DestinationMemory::settleClaims(DestinationMarker::PhoneRecord& record) {
+DestinationMarker::PhoneRecord DestinationMemory::settled(DestinationMarker::PhoneRecord record) {
   const FilesOnDisk& files = content_.view.filesOnDisk();
   for (DestinationMarker::FileRecord& file : record.files) {
     if (!file.isClaim() || content_.view.isUnreadable(file.path)) continue;
@@ -65,6 +67,11 @@ void DestinationMemory::settleClaims(DestinationMarker::PhoneRecord& record) {
     hasOldClaims_ = hasOldClaims_ || found == files.end() || found->second.size > 0;
     if (found != files.end()) file.size = found->second.size;
   }
+  return record;
+}
+
+const DestinationMarker::PhoneRecord* DestinationMemory::earlier() const {
+  return settled_ ? &*settled_ : content_.marker->record(setup_.phone.hash);
 }
 
 bool DestinationMemory::isClaimed(const PlannedFile& file, const std::string& path) const {
@@ -83,7 +90,7 @@ void DestinationMemory::landed(const LandedFile& file) {
   const auto* const known = content_.view.knownAssets().record(asset);
   // An earlier record of the same file already has its digest.
   const bool isRemembered = outcome.is<FileOutcome::AlreadyThere>() && !file.sha256 &&
-                            known != nullptr && known->path == outcome.path &&
+                            known != nullptr && *known->path == outcome.path &&
                             known->size == outcome.bytesOnDisk;
   if (isRemembered || !outcome.path) return;
   landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
@@ -105,20 +112,18 @@ void DestinationMemory::save(std::vector<DestinationMarker::FileRecord> files) {
   record.firstTransfer = startedAt_;
   record.lastTransfer = savedAt_;
   record.files = std::move(files);
-  const auto* const earlier = content_.marker.record(setup_.phone.hash);
   const auto isStillOurs = [this](const std::string& path) {
     return content_.view.isStillOurs(path);
   };
   DestinationMarker::save(destination_,
-                          DestinationMarker::updated(earlier, std::move(record), isStillOurs));
+                          DestinationMarker::updated(earlier(), std::move(record), isStillOurs));
 }
 
 void DestinationMemory::saveFinal() {
-  const auto* const earlier = content_.marker.record(setup_.phone.hash);
   if (!landed_.empty()) {
     save(landed_);
-  } else if (earlier != nullptr) {
-    DestinationMarker::save(destination_, *earlier);
+  } else if (earlier() != nullptr) {
+    DestinationMarker::save(destination_, *earlier());
   } else {
     destination_.removeFile(DestinationMarker::fileName(setup_.phone.hash));
   }
@@ -175,7 +180,7 @@ std::optional<FileError> DestinationMemory::settleWithoutFiles() {
   if (!hasOldClaims_) return std::nullopt;
   // The claims of the killed run are settled: files that landed are on disk, the others are no
   // longer wanted.
-  DestinationMarker::PhoneRecord record = *content_.marker.record(setup_.phone.hash);
+  DestinationMarker::PhoneRecord record = *earlier();
   std::erase_if(record.files, [this](const DestinationMarker::FileRecord& file) {
     const bool mayBeThere =
         content_.view.isOnDisk(file.path) || content_.view.isUnreadable(file.path);

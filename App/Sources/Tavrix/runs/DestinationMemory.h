@@ -48,8 +48,11 @@ class DestinationMemory {
   Instant startedAt() const { return startedAt_; }
 
  private:
-  /// Treats claims of a killed run whose files exist as seen from now on.
-  void settleClaims(DestinationMarker::PhoneRecord& record);
+  /// Returns the record with the claims of a killed run whose files exist turned into files that
+  /// were seen.
+  DestinationMarker::PhoneRecord settled(DestinationMarker::PhoneRecord record);
+  /// Returns this phone's record from before the run, with claims settled; nullptr if it has none.
+  const DestinationMarker::PhoneRecord* earlier() const;
   /// Returns true if a claim of the planned file to a path adds information to the marker.
   bool isClaimed(const PlannedFile& file, const std::string& path) const;
   std::optional<ShotDate> dateOf(const PlannedFile& file) const;
@@ -63,6 +66,7 @@ class DestinationMemory {
   Folder& destination_;
   Destination::Content content_;
   std::vector<DestinationMarker::FileRecord> landed_;
+  std::optional<DestinationMarker::PhoneRecord> settled_;  ///< nullopt: there were no claims
   bool hasOldClaims_ = false;              ///< a killed run has left claims that must be settled
   const TransferPlan* claimed_ = nullptr;  ///< the plan of the current run
   Instant startedAt_;

@@ -56,7 +56,9 @@ class PhoneFiles {
 }  // namespace
 
 std::string Staging::stagedPath(const std::string& path) {
-  return std::string{stagingFolder} + "/" + path;
+  std::string staged{stagingFolder};
+  staged += '/';
+  return staged += path;
 }
 
 std::string Staging::finalPath(const std::string& staged) {

@@ -88,13 +88,13 @@ ExitStatus rebuildMarker(const CommandContext& context) {
                                     {listing, phone.hash, assets, plan, workerCount()},
                                     progress.receiver(), stop);
   }();
-  save(context, *folder, listing.marker, phone, report, *library.bundles);
+  save(context, *folder, *listing.marker, phone, report, *library.bundles);
   writeLog(context.log, "marker rebuilt: files={}, recognised={}, bytes={}, stopped={}",
            report.files.size(), report.count(Recognition::recognised), report.bytesRead,
            report.isStopped);
   if (report.isStopped) tellCancelled(context, report);
   try {
-    context.printer.rebuilt({report, phone.label, listing.marker.record(phone.hash) != nullptr});
+    context.printer.rebuilt({report, phone.label, listing.marker->record(phone.hash) != nullptr});
   } catch (const OutputClosed&) {
     // The files are recorded, even if the reader has closed the output.
     return statusOf(report);

@@ -96,11 +96,11 @@ ExitStatus verify(const CommandContext& context) {
   const bool writesChecksums = context.call.writeChecksums;
   const auto folder = open(context);
   const DestinationListing listing = listDestination(*folder);
-  checkRecords(context, listing.marker);
+  checkRecords(context, *listing.marker);
   CopyVerification::Options options{workerCount(), writesChecksums};
   std::vector<ChecksumFile::Entry> earlier;
   if (writesChecksums) {
-    earlier = readChecksums(context, *folder, listing.marker);
+    earlier = readChecksums(context, *folder, *listing.marker);
     options.listed = ChecksumMerge::digests(earlier);
   }
   const std::stop_token stop = context.surroundings.catchInterrupts();
