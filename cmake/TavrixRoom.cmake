@@ -19,7 +19,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(tavrix_flags INTERFACE
     -Wno-maybe-uninitialized -Wno-restrict -Wno-dangling-reference)
   if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    target_compile_options(tavrix_flags INTERFACE -Wno-error=stringop-overflow -Wno-array-bounds)
+    target_compile_options(tavrix_flags INTERFACE -Wno-error=stringop-overflow -Wno-stringop-overread -Wno-array-bounds)
   endif()
 else()
   # The stable sort of g++ 12's standard library calls a function that the library itself marks as

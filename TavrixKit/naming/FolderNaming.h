@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,8 @@ struct Settings {
 struct Row {
   std::string name;  ///< safe as a folder name
   Shared<MediaGroup> group;
+  /// The name by the settings, if the group continues a folder that has another name.
+  std::optional<std::string> templateName{};
 
   friend bool operator==(const Row&, const Row&) = default;
 };

@@ -60,12 +60,12 @@ class Verification {
     } else if (const auto found = options_.listed.find(file.path); found != options_.listed.end()) {
       file.listedSha256 = found->second;
     }
-    const auto listed = listing_.files.find(file.path);
-    if (listed == listing_.files.end()) {
+    const auto* const listed = listing_.files->find(file.path);
+    if (listed == nullptr) {
       lookAgain(file);
       return file;
     }
-    file.size = listed->second.size;
+    file.size = listed->size;
     if (file.size != file.expectedSize && !claim.file->isClaim()) {
       file.state = State::changed;
     } else if (!file.expectedSha256 && !options_.digestsAll) {
@@ -101,13 +101,13 @@ class Verification {
   }
 
   void listOthers(const Claims& claims) {
-    for (const auto& [path, onDisk] : listing_.files) {
+    for (const auto& [path, onDisk] : *listing_.files) {
       if (claims.contains(path) || DestinationMarker::isOwnFile(path)) continue;
       if (path == ChecksumFile::name) continue;
       if (path.ends_with(leftOverEnding) || isStaged(path)) {
-        report_.leftOvers.push_back(path);
+        report_.leftOvers.emplace_back(path);
       } else {
-        report_.unknown.push_back({path, onDisk.size});
+        report_.unknown.push_back({std::string{path}, onDisk.size});
       }
     }
     std::sort(report_.leftOvers.begin(), report_.leftOvers.end());

@@ -77,7 +77,28 @@ void keepDigests(std::vector<FileRecord>& landed, const PhoneRecord& earlier) {
   }
 }
 
+/// Returns the notes of both, by name, for the folders that have files. Those of `now` win.
+std::vector<FolderNote> mergedNotes(const std::vector<FolderNote>& earlier,
+                                    std::vector<FolderNote> now,
+                                    const std::vector<FileRecord>& files) {
+  absl::flat_hash_set<std::string_view> folders;
+  for (const FileRecord& file : files) folders.insert(folderOf(file.path));
+  now.insert(now.end(), earlier.begin(), earlier.end());
+  std::stable_sort(now.begin(), now.end(),
+                   [](const auto& a, const auto& b) { return a.name < b.name; });
+  now.erase(std::unique(now.begin(), now.end(),
+                        [](const auto& a, const auto& b) { return a.name == b.name; }),
+            now.end());
+  std::erase_if(now, [&](const FolderNote& note) { return !folders.contains(note.name); });
+  return now;
+}
+
 }  // namespace
+
+std::string_view folderOf(std::string_view path) {
+  const auto slash = path.find('/');
+  return slash == std::string_view::npos ? std::string_view{} : path.substr(0, slash);
+}
 
 const PhoneRecord* Marker::record(const std::string& phoneHash) const {
   const auto found = std::find_if(records.begin(), records.end(), [&](const PhoneRecord& record) {
@@ -180,6 +201,8 @@ PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now,
   }
   now.files.insert(now.files.end(), std::make_move_iterator(landed.begin()),
                    std::make_move_iterator(landed.end()));
+  now.folders = mergedNotes(earlier == nullptr ? std::vector<FolderNote>{} : earlier->folders,
+                            std::move(now.folders), now.files);
   return now;
 }
 

@@ -3,12 +3,14 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "foundation/Shared.h"
 #include "foundation/files/Folder.h"
 #include "transfer/KnownAssets.h"
 
@@ -39,6 +41,18 @@ struct FileRecord {
   friend bool operator==(const FileRecord&, const FileRecord&) = default;
 };
 
+/// How the names of folders were made: the settings in effect by their names, as texts. A later run
+/// with an equal value gives its folders names that may differ only because there are other shots.
+using FolderMaking = std::map<std::string, std::string, std::less<>>;
+
+/// How the name of a folder was made.
+struct FolderNote {
+  std::string name;  ///< of the folder, directly in the destination
+  Shared<FolderMaking> making;
+
+  friend bool operator==(const FolderNote&, const FolderNote&) = default;
+};
+
 /// One phone's record.
 struct PhoneRecord {
   std::int64_t schemaVersion = DestinationMarker::schemaVersion;
@@ -48,6 +62,7 @@ struct PhoneRecord {
   Instant firstTransfer;
   Instant lastTransfer;
   std::vector<FileRecord> files;
+  std::vector<FolderNote> folders{};  ///< by name; none for folders of earlier versions
 
   friend bool operator==(const PhoneRecord&, const PhoneRecord&) = default;
 };
@@ -85,6 +100,9 @@ class MarkerError : public std::exception {
   std::int64_t version_;
 };
 
+/// Returns the folder of the destination that contains a path; empty if it is not in a folder.
+std::string_view folderOf(std::string_view path);
+
 /// Returns "phone-", the first eight characters of the hash and ".json".
 std::string fileName(const std::string& phoneHash);
 
@@ -106,7 +124,8 @@ void removeLeftOvers(Folder& destination);
 
 /// Returns the record after a run. Files that landed now replace earlier entries of the same path;
 /// earlier entries whose files are gone are dropped. The date of the first transfer is kept, and so
-/// is the digest of a file that was found unchanged.
+/// is the digest of a file that was found unchanged. The notes of now replace earlier ones of the
+/// same folder; notes of folders without files are dropped.
 PhoneRecord updated(const PhoneRecord* earlier, PhoneRecord now,
                     const std::function<bool(const std::string& path)>& isStillThere);
 

@@ -34,6 +34,9 @@ RecordedFiles::RecordedFiles(Shared<DestinationMarker::Marker> marker, std::stri
   owners_.reserve(count);
   for (const auto& record : marker_->records) {
     const bool isThisPhone = record.phoneHash == phoneHash_;
+    if (isThisPhone) {
+      for (const auto& folder : record.folders) makings_.emplace(folder.name, &folder.making);
+    }
     for (const auto& file : record.files) {
       if (isThisPhone && file.keptInsteadOf)
         keptInsteadOf_.try_emplace(file.path, &*file.keptInsteadOf);
@@ -56,7 +59,13 @@ const std::string* RecordedFiles::keptInsteadOf(std::string_view path) const {
   return found == keptInsteadOf_.end() ? nullptr : found->second;
 }
 
-DestinationView::DestinationView(FilesOnDisk filesOnDisk, Shared<RecordedFiles> recorded,
+const Shared<DestinationMarker::FolderMaking>* RecordedFiles::making(
+    std::string_view folder) const {
+  const auto found = makings_.find(folder);
+  return found == makings_.end() ? nullptr : found->second;
+}
+
+DestinationView::DestinationView(Shared<FilesOnDisk> filesOnDisk, Shared<RecordedFiles> recorded,
                                  std::vector<UnreadableFolder> unreadableFolders)
     : filesOnDisk_(std::move(filesOnDisk)),
       unreadableFolders_(std::move(unreadableFolders)),
@@ -64,10 +73,19 @@ DestinationView::DestinationView(FilesOnDisk filesOnDisk, Shared<RecordedFiles> 
 
 const std::string* DestinationView::landedPath(const WantedFile& file,
                                                const std::string& base) const {
+  return pathWhere(file, [&](const std::string& path) { return isNumberedForm(path, base); });
+}
+
+const std::string* DestinationView::recordedPath(const WantedFile& file) const {
+  return pathWhere(file, [](const std::string&) { return true; });
+}
+
+/// Returns the path of a file that is on disk, recorded for this asset, and wanted.
+template <typename IsWanted>
+const std::string* DestinationView::pathWhere(const WantedFile& file,
+                                              const IsWanted& isWanted) const {
   const MediaAsset& asset = file.asset;
-  const auto lies = [&](const std::string& path) {
-    return isOnDisk(path) && isNumberedForm(path, base);
-  };
+  const auto lies = [&](const std::string& path) { return isOnDisk(path) && isWanted(path); };
   const auto counts = [&](const KnownAssets::Record& record) {
     const auto* const owner = recorded_->owner(*record.path);
     return owner->isThisPhone && lies(*record.path) &&
@@ -98,8 +116,8 @@ bool DestinationView::fits(const WantedFile& file, const std::string& path, std:
   const bool isOfThatDate = recorded && date == recorded;
   if (asset.isOptimized() && isOfThatDate && size > 0) return true;
   // A claim of a killed run has no size; the size on disk is used instead.
-  const auto onDisk = filesOnDisk_.find(path);
-  if (size == 0 && onDisk != filesOnDisk_.end()) size = onDisk->second.size;
+  const auto* const onDisk = size == 0 ? filesOnDisk_->find(path) : nullptr;
+  if (onDisk != nullptr) size = onDisk->size;
   return size == 0 || size == asset.sizeBytes();
 }
 
@@ -149,7 +167,7 @@ ListedFiles listFiles(const Folder& destination) {
   listed.unreadableFolders =
       destination.visitAll([&](const std::string& path, const FileStatus& status) {
         if (status.type == FileStatus::Type::file)
-          listed.files.emplace(path, FileOnDisk{status.size, status.modified});
+          listed.files.add(path, {status.size, status.modified});
       });
   return listed;
 }

@@ -8,6 +8,7 @@
 #include "foundation/Shared.h"
 #include "foundation/files/Folder.h"
 #include "transfer/DestinationMarker.h"
+#include "transfer/FilesOnDisk.h"
 #include "transfer/KnownAssets.h"
 #include "transfer/TransferPlan.h"
 
@@ -46,6 +47,8 @@ class RecordedFiles {
   /// Returns the format to which the original at this path could not be converted; nullptr if there
   /// is none.
   const std::string* keptInsteadOf(std::string_view path) const;
+  /// Returns how this phone's folder got its name; nullptr if that was not recorded.
+  const Shared<DestinationMarker::FolderMaking>* making(std::string_view folder) const;
 
   /// Compares the markers and the phones.
   friend bool operator==(const RecordedFiles& a, const RecordedFiles& b) {
@@ -58,6 +61,7 @@ class RecordedFiles {
   KnownAssets knownAssets_;
   StringViewMap<Owner> owners_;
   StringViewMap<const std::string*> keptInsteadOf_;
+  StringViewMap<const Shared<DestinationMarker::FolderMaking>*> makings_;
 };
 
 /// The planner's view of a destination: the files in it and whose they are. A value, made once
@@ -66,14 +70,14 @@ class DestinationView {
  public:
   DestinationView() = default;
   /// `unreadableFolders` must be sorted by path.
-  DestinationView(FilesOnDisk filesOnDisk, Shared<RecordedFiles> recorded,
+  DestinationView(Shared<FilesOnDisk> filesOnDisk, Shared<RecordedFiles> recorded,
                   std::vector<UnreadableFolder> unreadableFolders = {});
 
-  const FilesOnDisk& filesOnDisk() const { return filesOnDisk_; }
+  const FilesOnDisk& filesOnDisk() const { return *filesOnDisk_; }
   const KnownAssets& knownAssets() const { return recorded_->knownAssets(); }
-  bool isEmpty() const { return filesOnDisk_.empty(); }
+  bool isEmpty() const { return filesOnDisk_->empty(); }
 
-  bool isOnDisk(const std::string& path) const { return filesOnDisk_.contains(path); }
+  bool isOnDisk(const std::string& path) const { return filesOnDisk_->contains(path); }
   /// By path; the files in these folders are not in filesOnDisk().
   const std::vector<UnreadableFolder>& unreadableFolders() const { return unreadableFolders_; }
   /// Returns true if the path is in a folder that cannot be read, so that its existence is unknown.
@@ -95,9 +99,16 @@ class DestinationView {
   /// Returns the path of a file that is on disk, is recorded for this asset, and has the path
   /// `base` or a numbered form of it; nullptr if there is none.
   const std::string* landedPath(const WantedFile& file, const std::string& base) const;
+  /// As landedPath(), wherever in the destination the file is.
+  const std::string* recordedPath(const WantedFile& file) const;
   /// As landedPath(), for an original that was kept because it cannot be converted to `format`.
   const std::string* keptPath(const WantedFile& file, const std::string& base,
                               std::string_view format) const;
+
+  /// Returns how this phone's folder got its name; nullptr if that was not recorded.
+  const Shared<DestinationMarker::FolderMaking>* making(std::string_view folder) const {
+    return recorded_->making(folder);
+  }
 
   /// Returns true if a file is on disk at the path, or may be in an unreadable folder, and no other
   /// phone has a better claim to it.
@@ -106,6 +117,8 @@ class DestinationView {
   friend bool operator==(const DestinationView&, const DestinationView&) = default;
 
  private:
+  template <typename IsWanted>
+  const std::string* pathWhere(const WantedFile& file, const IsWanted& isWanted) const;
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
   Holding holding(const std::string& path, const WantedFile& file) const;
@@ -114,7 +127,7 @@ class DestinationView {
   bool fits(const WantedFile& file, const std::string& path, std::uint64_t size,
             const std::optional<ShotDate>& date) const;
 
-  FilesOnDisk filesOnDisk_;
+  Shared<FilesOnDisk> filesOnDisk_;
   std::vector<UnreadableFolder> unreadableFolders_;
   Shared<RecordedFiles> recorded_;
 };
@@ -122,7 +135,7 @@ class DestinationView {
 /// The files of a destination and the records of its phones.
 struct DestinationListing {
   Shared<DestinationMarker::Marker> marker;
-  FilesOnDisk files;
+  Shared<FilesOnDisk> files;
   std::vector<UnreadableFolder> unreadableFolders{};  ///< by path
 };
 /// Lists the files in parallel with reading the marker. Throws FileError and MarkerError.

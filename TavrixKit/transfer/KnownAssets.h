@@ -11,16 +11,6 @@
 
 namespace tavrix {
 
-struct FileOnDisk {
-  std::uint64_t size = 0;  ///< bytes
-  Instant modified;
-
-  friend bool operator==(const FileOnDisk&, const FileOnDisk&) = default;
-};
-
-/// The regular files of a destination by relative path.
-using FilesOnDisk = StringMap<FileOnDisk>;
-
 /// The date of a shot, as far as its files have one.
 struct ShotDate {
   Instant at;

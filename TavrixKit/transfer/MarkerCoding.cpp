@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "foundation/json/JsonReader.h"
 #include "foundation/json/JsonWriter.h"
 #include "foundation/json/PlainJson.h"
@@ -22,6 +24,20 @@ void setModified(FileRecord& file, std::string_view value) {
   setDate(file, parseIso8601(value), false);
 }
 
+/// Gives each folder the making of its number. A folder with a number that is none has no note.
+void assignMakings(std::vector<FolderNote>& folders, const std::vector<std::uint64_t>& numbers,
+                   std::vector<FolderMaking> makings) {
+  const std::vector<Shared<FolderMaking>> shared{std::make_move_iterator(makings.begin()),
+                                                 std::make_move_iterator(makings.end())};
+  std::vector<FolderNote> noted;
+  for (std::size_t i = 0; i < folders.size(); ++i) {
+    if (numbers[i] < shared.size()) {
+      noted.push_back({std::move(folders[i].name), shared[numbers[i]]});
+    }
+  }
+  folders = std::move(noted);
+}
+
 /// Reads a record in the exact form that encode() writes, which takes a fraction of the time.
 /// Returns nullopt for any other text.
 class PlainRecord {
@@ -30,21 +46,27 @@ class PlainRecord {
 
   std::optional<PhoneRecord> take() {
     std::optional<PhoneRecord> record{std::in_place};
-    const bool isPlain = json_.take("{\n  \"files\": [") && takeFiles(record->files) &&
-                         json_.take("\n  ],\n  \"firstTransfer\": ") &&
-                         takeDate(record->firstTransfer) && json_.take(",\n  \"label\": ") &&
-                         json_.take(record->label) && json_.take(",\n  \"lastTransfer\": ") &&
-                         takeDate(record->lastTransfer) && json_.take(",\n  \"model\": ") &&
-                         json_.take(record->model) && json_.take(",\n  \"phoneHash\": ") &&
-                         json_.take(record->phoneHash) && json_.take(",\n  \"schemaVersion\": ") &&
-                         json_.take(record->schemaVersion) && json_.take("\n}\n") &&
-                         json_.isAtEnd() && record->schemaVersion <= schemaVersion;
+    std::vector<std::uint64_t> makingOfFolder;
+    const bool isPlain =
+        json_.take("{\n  \"files\": [") && takeFiles(record->files) &&
+        json_.take("\n  ],\n  \"firstTransfer\": ") && takeDate(record->firstTransfer) &&
+        takeFolders(record->folders, makingOfFolder) && json_.take(",\n  \"label\": ") &&
+        json_.take(record->label) && json_.take(",\n  \"lastTransfer\": ") &&
+        takeDate(record->lastTransfer) && takeMakings(record->folders, makingOfFolder) &&
+        json_.take(",\n  \"model\": ") && json_.take(record->model) &&
+        json_.take(",\n  \"phoneHash\": ") && json_.take(record->phoneHash) &&
+        json_.take(",\n  \"schemaVersion\": ") && json_.take(record->schemaVersion) &&
+        json_.take("\n}\n") && json_.isAtEnd() && record->schemaVersion <= schemaVersion;
     if (!isPlain) record.reset();
     return record;
   }
 
  private:
+  /// The fewest bytes of a file with a digest.
+  static constexpr std::size_t bytesOfAFile = 200;
+
   bool takeFiles(std::vector<FileRecord>& files) {
+    files.reserve(json_.size() / bytesOfAFile);
     do {
       if (!takeFile(files.emplace_back())) return false;
     } while (json_.take(","));
@@ -64,6 +86,39 @@ class PlainRecord {
     if (captured) setCaptured(file, *captured);
     if (modified) setModified(file, *modified);
     return isPlain;
+  }
+  /// Takes the folders with the numbers of their makings, if any are listed.
+  bool takeFolders(std::vector<FolderNote>& folders, std::vector<std::uint64_t>& makings) {
+    if (!json_.take(",\n  \"folders\": [")) return true;
+    do {
+      const bool isPlain = json_.take("\n    {") && takeKey("making") &&
+                           json_.take(makings.emplace_back()) && json_.take(",") &&
+                           takeKey("name") && json_.take(folders.emplace_back().name) &&
+                           !folders.back().name.empty() && json_.take("\n    }");
+      if (!isPlain) return false;
+    } while (json_.take(","));
+    return json_.take("\n  ]");
+  }
+  bool takeMakings(std::vector<FolderNote>& folders, const std::vector<std::uint64_t>& numbers) {
+    std::vector<FolderMaking> makings;
+    if (json_.take(",\n  \"makings\": [")) {
+      do {
+        if (!takeMaking(makings.emplace_back())) return false;
+      } while (json_.take(","));
+      if (!json_.take("\n  ]")) return false;
+    }
+    assignMakings(folders, numbers, std::move(makings));
+    return true;
+  }
+  bool takeMaking(FolderMaking& making) {
+    if (!json_.take("\n    {")) return false;
+    do {
+      std::string key;
+      const bool isPlain =
+          json_.take("\n      ") && json_.take(key) && json_.take(": ") && json_.take(making[key]);
+      if (!isPlain) return false;
+    } while (json_.take(","));
+    return json_.take("\n    }");
   }
   bool takeKey(std::string_view name) {
     return json_.take("\n      \"") && json_.take(name) && json_.take("\": ");
@@ -92,7 +147,9 @@ class RecordBuilder : public JsonHandler {
   std::optional<PhoneRecord> take() {
     const bool isWhole =
         hasVersion_ && hasHash_ && hasLabel_ && hasModel_ && hasFirst_ && hasLast_ && hasFiles_;
-    return isWhole ? std::optional{std::move(record_)} : std::nullopt;
+    if (!isWhole) return std::nullopt;
+    assignMakings(record_.folders, makingOfFolder_, std::move(makings_));
+    return std::move(record_);
   }
   bool hasVersion() const { return hasVersion_; }
   std::int64_t version() const { return record_.schemaVersion; }
@@ -108,43 +165,56 @@ class RecordBuilder : public JsonHandler {
     if (isUnknown()) return true;
     if (depth_ == 1 && key_ == "schemaVersion")
       return value <= INT64_MAX && setVersion(static_cast<std::int64_t>(value));
-    if (depth_ != 3 || key_ != "size") return false;
+    if (depth_ != 3) return false;
+    if (list_ == List::folders && key_ == "making") {
+      makingOfFolder_.back() = value;
+      return true;
+    }
+    if (list_ != List::files || key_ != "size") return false;
     file_.size = value;
     return hasSize_ = true;
   }
   bool string(std::string_view value) override {
     if (isUnknown()) return true;
-    return depth_ == 1 ? setText(value) : depth_ == 3 && setFileText(value);
+    if (depth_ == 1) return setText(value);
+    if (depth_ != 3) return false;
+    if (list_ == List::makings) {
+      makings_.back()[key_] = value;
+      return true;
+    }
+    return list_ == List::folders ? setFolderText(value) : setFileText(value);
   }
   bool key(std::string_view name) override {
     if (unknownDepth_ == 0) {
       key_ = name;
-      isUnknownKey_ = !(depth_ == 1 ? isRecordKey(name) : isFileKey(name));
+      isUnknownKey_ = !(depth_ == 1 ? isRecordKey(name) : isKeyOfList(name));
     }
     return true;
   }
   bool startObject() override {
     if (enterUnknown()) return true;
     ++depth_;
-    if (depth_ == 3) {
-      file_ = {};
-      hasPath_ = hasSize_ = false;
-    }
+    if (depth_ == 3) beginElement();
     return depth_ == 1 || depth_ == 3;
   }
   bool endObject() override {
     if (leaveUnknown()) return true;
     if (depth_-- != 3) return true;
+    if (list_ == List::folders) return !record_.folders.back().name.empty();
+    if (list_ == List::makings) return true;
     if (!hasPath_ || !hasSize_) return false;
     record_.files.push_back(std::move(file_));
     return true;
   }
   bool startArray() override {
     if (enterUnknown()) return true;
-    if (depth_ != 1 || key_ != "files") return false;
+    if (depth_ != 1) return false;
     depth_ = 2;
+    if (key_ == "folders") return beginFolders();
+    if (key_ == "makings") return beginMakings();
+    list_ = List::files;
     record_.files.clear();
-    return hasFiles_ = true;
+    return key_ == "files" && (hasFiles_ = true);
   }
   bool endArray() override {
     if (leaveUnknown()) return true;
@@ -153,15 +223,49 @@ class RecordBuilder : public JsonHandler {
   }
 
  private:
+  /// The list of the record that is being read.
+  enum class List { files, folders, makings };
+
   static bool isRecordKey(std::string_view name) {
     return name == "schemaVersion" || name == "phoneHash" || name == "label" || name == "model" ||
-           name == "firstTransfer" || name == "lastTransfer" || name == "files";
+           name == "firstTransfer" || name == "lastTransfer" || name == "files" ||
+           name == "folders" || name == "makings";
+  }
+  bool isKeyOfList(std::string_view name) const {
+    if (list_ == List::folders) return name == "making" || name == "name";
+    return list_ == List::makings || isFileKey(name);
   }
   static bool isFileKey(std::string_view name) {
     return name == "path" || name == "size" || name == "sha256" || name == "localID" ||
            name == "cloudID" || name == "keptInsteadOf" || name == "captured" || name == "modified";
   }
-  bool isOptionalFileField() const { return key_ != "path" && key_ != "size"; }
+  bool isOptionalFileField() const {
+    return list_ == List::files && key_ != "path" && key_ != "size";
+  }
+  bool beginFolders() {
+    list_ = List::folders;
+    record_.folders.clear();
+    makingOfFolder_.clear();
+    return true;
+  }
+  bool beginMakings() {
+    list_ = List::makings;
+    makings_.clear();
+    return true;
+  }
+  void beginElement() {
+    file_ = {};
+    hasPath_ = hasSize_ = false;
+    if (list_ == List::folders) {
+      record_.folders.emplace_back();
+      makingOfFolder_.push_back(noMaking);
+    }
+    if (list_ == List::makings) makings_.emplace_back();
+  }
+  bool setFolderText(std::string_view value) {
+    record_.folders.back().name = value;
+    return key_ == "name";
+  }
   /// Returns true if the current value belongs to an unknown key.
   bool isUnknown() const {
     return unknownDepth_ > 0 || ((depth_ == 1 || depth_ == 3) && isUnknownKey_);
@@ -208,10 +312,15 @@ class RecordBuilder : public JsonHandler {
     return has = true;
   }
 
+  static constexpr std::uint64_t noMaking = UINT64_MAX;
+
   PhoneRecord record_;
   FileRecord file_;
+  std::vector<std::uint64_t> makingOfFolder_;
+  std::vector<FolderMaking> makings_;
+  List list_ = List::files;
   std::string key_;
-  int depth_ = 0;  ///< 1 in the record, 2 in its list of files, 3 in a file
+  int depth_ = 0;  ///< 1 in the record, 2 in one of its lists, 3 in an element of the list
   int unknownDepth_ = 0;
   bool isUnknownKey_ = false;
   bool hasVersion_ = false;
@@ -234,6 +343,48 @@ std::optional<std::string> dateText(const std::optional<ShotDate>& date, bool is
   return text;
 }
 
+/// The distinct makings of the folders, in the order of their first folder, and the number of each
+/// folder's making among them.
+struct NumberedMakings {
+  std::vector<Shared<FolderMaking>> makings;
+  std::vector<std::uint64_t> ofFolder;
+};
+
+NumberedMakings numbered(const std::vector<FolderNote>& folders) {
+  NumberedMakings result;
+  for (const FolderNote& folder : folders) {
+    auto& makings = result.makings;
+    const auto found = std::find(makings.begin(), makings.end(), folder.making);
+    result.ofFolder.push_back(static_cast<std::uint64_t>(found - makings.begin()));
+    if (found == makings.end()) makings.push_back(folder.making);
+  }
+  return result;
+}
+
+void encodeFolders(JsonWriter& json, const std::vector<FolderNote>& folders,
+                   const NumberedMakings& numbers) {
+  if (folders.empty()) return;
+  json.key("folders").beginArray();
+  for (std::size_t i = 0; i < folders.size(); ++i) {
+    json.beginObject()
+        .field("making", numbers.ofFolder[i])
+        .field("name", folders[i].name)
+        .endObject();
+  }
+  json.endArray();
+}
+
+void encodeMakings(JsonWriter& json, const NumberedMakings& numbers) {
+  if (numbers.makings.empty()) return;
+  json.key("makings").beginArray();
+  for (const auto& making : numbers.makings) {
+    json.beginObject();
+    for (const auto& [key, value] : *making) json.field(key, value);
+    json.endObject();
+  }
+  json.endArray();
+}
+
 }  // namespace
 
 std::string encode(const PhoneRecord& record) {
@@ -252,11 +403,12 @@ std::string encode(const PhoneRecord& record) {
         .field("size", file.size)
         .endObject();
   }
-  json.endArray()
-      .field("firstTransfer", iso8601(record.firstTransfer))
-      .field("label", record.label)
-      .field("lastTransfer", iso8601(record.lastTransfer))
-      .field("model", record.model)
+  const NumberedMakings makings = numbered(record.folders);
+  json.endArray().field("firstTransfer", iso8601(record.firstTransfer));
+  encodeFolders(json, record.folders, makings);
+  json.field("label", record.label).field("lastTransfer", iso8601(record.lastTransfer));
+  encodeMakings(json, makings);
+  json.field("model", record.model)
       .field("phoneHash", record.phoneHash)
       .field("schemaVersion", record.schemaVersion)
       .endObject();

@@ -64,7 +64,7 @@ class Recognition {
  private:
   void listFiles() {
     const auto claims = DestinationMarker::claims(*request_.listing.marker);
-    for (const auto& [path, onDisk] : request_.listing.files) {
+    for (const auto& [path, onDisk] : *request_.listing.files) {
       const auto claim = claims.find(path);
       const bool isOurs = DestinationMarker::isOwnFile(path) || path == ChecksumFile::name;
       if ((isOurs && claim == claims.end()) || path.ends_with(".part")) continue;

@@ -188,7 +188,9 @@ class Layout {
       const Directories places = directoriesOf(named);
       for (const AssetBundle& bundle : named.group->bundles) {
         const auto files = std::span{files_}.subspan(next, bundle.assets().size());
-        if (!skipRecorded(files, result)) sift(bundle, places, files, result);
+        if (!skipRecorded(files, result) && !skipElsewhere(named, bundle, files, result)) {
+          sift(bundle, places, files, result);
+        }
         next += files.size();
       }
     }
@@ -205,6 +207,28 @@ class Layout {
     if (!options_.onlyNew || !std::all_of(files.begin(), files.end(), isRecorded)) return false;
     for (PlannedFile& file : files) skip(file, std::move(file.relativePath), result);
     return true;
+  }
+
+  /// Returns false, and changes nothing, unless all files of the bundle are in one of the other
+  /// folders of its group.
+  bool skipElsewhere(const NamedGroup& named, const AssetBundle& bundle,
+                     std::span<PlannedFile> files, TransferPlan& result) const {
+    if (!options_.onlyNew) return false;
+    for (const std::string& folder : named.alsoIn) {
+      const Directories places = directoriesOf({folder, named.group});
+      std::vector<const std::string*> paths;
+      for (const PlannedFile& file : files) {
+        const std::string& place =
+            places.of(file.asset, bundle.isLivePhoto(), isInVideoBundle(bundle));
+        paths.push_back(
+            destination_.landedPath(file.wanted(), place + outputName(file.asset, options_)));
+        if (paths.back() == nullptr) break;
+      }
+      if (paths.back() == nullptr) continue;
+      for (std::size_t i = 0; i < files.size(); ++i) skip(files[i], *paths[i], result);
+      return true;
+    }
+    return false;
   }
 
   static void skip(PlannedFile& file, std::string path, TransferPlan& result) {

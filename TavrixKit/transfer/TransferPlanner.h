@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,10 @@ namespace tavrix::TransferPlanner {
 struct NamedGroup {
   std::string folderName;
   Shared<MediaGroup> group;
+  /// The name by the settings, if the group continues a folder that has another name.
+  std::optional<std::string> templateName{};
+  /// Other folders. With `onlyNew`, a shot whose files are all in one of them is already there.
+  std::vector<std::string> alsoIn{};
 };
 
 /// Plans every file of the groups in display order, bundles and files in their own order. Files

@@ -26,6 +26,25 @@ bool PlainJson::take(std::string& value) {
   if (end > longestString || !isWellFormed(text)) return false;
   value = text;
   rest_.remove_prefix(end);
+  return take("\"") || takeEscaped(value);
+}
+
+/// Takes the rest of a string from its first escape, and appends it.
+bool PlainJson::takeEscaped(std::string& value) {
+  static constexpr std::string_view letters = "\"\\nrt";
+  static constexpr std::string_view meanings = "\"\\\n\r\t";
+  while (take("\\")) {
+    const auto letter = rest_.empty() ? std::string_view::npos : letters.find(rest_.front());
+    if (letter == std::string_view::npos) return false;
+    value += meanings[letter];
+    rest_.remove_prefix(1);
+    std::size_t end = 0;
+    while (end < rest_.size() && isPlain(rest_[end])) ++end;
+    const std::string_view text = rest_.substr(0, end);
+    value += text;
+    if (value.size() > longestString || !isWellFormed(text)) return false;
+    rest_.remove_prefix(end);
+  }
   return take("\"");
 }
 

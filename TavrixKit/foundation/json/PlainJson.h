@@ -17,13 +17,15 @@ class PlainJson {
   explicit PlainJson(std::string_view text) : rest_(text) {}
 
   bool isAtEnd() const { return rest_.empty(); }
+  /// Returns the number of bytes that are left.
+  std::size_t size() const { return rest_.size(); }
   /// Takes these exact bytes.
   bool take(std::string_view text) {
     if (!rest_.starts_with(text)) return false;
     rest_.remove_prefix(text.size());
     return true;
   }
-  /// Takes a string without escapes.
+  /// Takes a string whose only escapes are those that JsonWriter prefers to \\u.
   bool take(std::string& value);
   bool take(bool& value);
   /// Takes a whole number from 0 on.
@@ -39,6 +41,7 @@ class PlainJson {
   }
 
  private:
+  bool takeEscaped(std::string& value);
   template <typename Number>
   bool takeWhole(Number& value) {
     return beginsAsNumber(rest_) &&

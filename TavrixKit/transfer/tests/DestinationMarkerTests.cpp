@@ -30,7 +30,10 @@ PhoneRecord sample() {
            {"2026-05-20/IMG_3.HEIC", 1, std::nullopt, "3", std::nullopt, "jpeg",
             ShotDate{nextDay, false}},
            {"2026-05-20/IMG_4.HEIC", 1, std::nullopt, "4", std::nullopt, std::nullopt,
-            ShotDate{nextDay, true, true}}}};
+            ShotDate{nextDay, true, true}}},
+          {{"2026-05-20", FolderMaking{{"locale", "ru_RU"}, {"uiMode", "events"}}},
+           {"2026-05-20 — Рим", FolderMaking{{"locale", "en_US"}, {"uiMode", "events"}}},
+           {"2026-05-21", FolderMaking{{"locale", "ru_RU"}, {"uiMode", "events"}}}}};
 }
 
 TEST(DestinationMarker, record_writtenAndRead_isTheSame) {
@@ -50,14 +53,13 @@ std::pair<std::optional<PhoneRecord>, std::int64_t> decoded(const std::string& t
 }
 
 TEST(DestinationMarker, ownForm_isReadAsAnyOtherForm) {
-  PhoneRecord record = sample();
-  record.files.erase(record.files.begin() + 1);  // Its name needs an escape.
+  const PhoneRecord record = sample();
   const std::string own = encode(record);
   // With a space in front of it the text goes to the general reader.
   ASSERT_EQ(decode(" " + own), record);
   ASSERT_EQ(decode(own), record);
   for (std::size_t at = 0; at < own.size(); ++at) {
-    for (const char c : {'"', '\\', '\n', '0', '9', '-', 'Z', '}', '\x01', '\xff'}) {
+    for (const char c : {'"', '\\', '\n', '0', '9', '-', 'Z', '}', 'n', '\x01', '\xff'}) {
       std::string changed = own;
       changed[at] = c;
       ASSERT_EQ(decoded(changed), decoded(" " + changed)) << c << " at " << at;
@@ -179,6 +181,8 @@ TEST(DestinationMarker, update_keepsWhatIsThere_andReplacesByPath) {
   PhoneRecord now = sample();
   now.firstTransfer = now.lastTransfer = nextDay;
   now.files = {{"c", 5, {}, "5", {}}, {"b", 2, {}, "4", {}}, {"c", 6, {}, "6", {}}};
+  earlier.folders.clear();
+  now.folders.clear();
   const auto onDisk = [](const std::string& path) { return path != "gone"; };
   const PhoneRecord result = updated(&earlier, now, onDisk);
   EXPECT_EQ(result.firstTransfer, day);
@@ -187,6 +191,20 @@ TEST(DestinationMarker, update_keepsWhatIsThere_andReplacesByPath) {
               ElementsAre(FileRecord{"a", 1, {}, "1", {}}, FileRecord{"b", 2, {}, "4", {}},
                           FileRecord{"c", 6, {}, "6", {}}));
   EXPECT_EQ(updated(nullptr, now, onDisk).firstTransfer, nextDay);
+}
+
+TEST(DestinationMarker, notesOfFolders_stayAsLongAsTheirFiles) {
+  const FolderMaking byDay{{"uiMode", "byDate"}};
+  const FolderMaking byEvent{{"uiMode", "events"}};
+  PhoneRecord earlier = sample();
+  earlier.files = {{"a/1", 1, {}, "1", {}}, {"b/gone", 1, {}, "2", {}}, {"c/3", 1, {}, "3", {}}};
+  earlier.folders = {{"a", byDay}, {"b", byDay}, {"c", byDay}};
+  PhoneRecord now = sample();
+  now.files = {{"c/4", 1, {}, "4", {}}, {"5", 1, {}, "5", {}}};
+  now.folders = {{"d", byEvent}, {"c", byEvent}};
+  const auto onDisk = [](const std::string& path) { return path != "b/gone"; };
+  EXPECT_THAT(updated(&earlier, now, onDisk).folders,
+              ElementsAre(FolderNote{"a", byDay}, FolderNote{"c", byEvent}));
 }
 
 TEST(DestinationMarker, questions_areAnsweredByPhone) {

@@ -148,11 +148,11 @@ TEST(TransferPlanner, names_thatNoVolumeTakes_areMadeToFit) {
 DestinationView view(const Paths& onDisk, const std::vector<FileRecord>& mine = {},
                      const std::vector<FileRecord>& others = {}) {
   FilesOnDisk files;
-  for (const std::string& path : onDisk) files[path] = {1000, {}};
+  for (const std::string& path : onDisk) files.add(path, {1000, {}});
   DestinationMarker::Marker marker;
   marker.records.push_back({1, "me", "", "", {}, {}, mine});
   marker.records.push_back({1, "other", "", "", {}, {}, others});
-  return {files, RecordedFiles{marker, "me"}};
+  return {std::move(files), RecordedFiles{marker, "me"}};
 }
 
 FileRecord recordOf(const std::string& path, const std::string& id,
@@ -248,7 +248,7 @@ TEST(TransferPlanner, prefix_isNoPartOfTheNameWhoseExtensionIsReplaced) {
 
 TEST(TransferPlanner, claimOfAKilledRun_yieldsToAFileThatLanded) {
   // This phone's run was killed before it got to the file, and another phone's file landed there.
-  FilesOnDisk onDisk{{"d/IMG_1.HEIC", {1000, {}}}};
+  const Shared<FilesOnDisk> onDisk = FilesOnDisk{{"d/IMG_1.HEIC", {1000, {}}}};
   FileRecord landed = recordOf("d/IMG_1.HEIC", "A/IMG_1.HEIC");
   landed.sha256 = std::string(64, 'a');
   const DestinationMarker::Marker marker{{{1,
@@ -282,7 +282,8 @@ class SameIDTest : public testing::TestWithParam<SameIDCase> {};
 TEST_P(SameIDTest, fileOfAnotherSize_isAnotherPicture) {
   const SameIDCase& row = GetParam();
   DestinationMarker::Marker marker{{{1, "me", "", "", {}, {}, {row.record}}}};
-  const DestinationView destination{{{row.record.path, {1000, {}}}}, RecordedFiles{marker, "me"}};
+  const DestinationView destination{FilesOnDisk{{row.record.path, {1000, {}}}},
+                                    RecordedFiles{marker, "me"}};
   const auto group = groupOf("d", {assetOf(row.id, row.size)});
   EXPECT_EQ(pathsOf(TransferPlanner::plan({group}, row.options, destination)), row.planned);
 }
@@ -468,8 +469,9 @@ TEST(TransferPlanner, picturesOfSeveralCardsWithOneID_areEachKnownWhereTheyLie) 
                                            {},
                                            {recordOfSize("d/1.HEIC", "A/1.HEIC", 1000),
                                             recordOfSize("d/1 (2).HEIC", "A/1.HEIC", 2000)}}}};
-  const DestinationView destination{{{"d/1.HEIC", {1000, {}}}, {"d/1 (2).HEIC", {2000, {}}}},
-                                    RecordedFiles{marker, "me"}};
+  const DestinationView destination{
+      FilesOnDisk{{"d/1.HEIC", {1000, {}}}, {"d/1 (2).HEIC", {2000, {}}}},
+      RecordedFiles{marker, "me"}};
   const auto planFor = [&](std::uint64_t size, bool onlyNew) {
     return TransferPlanner::plan({groupOf("d", {assetOf("A/1.HEIC", size)})},
                                  options([&](auto& o) { o.onlyNew = onlyNew; }), destination);

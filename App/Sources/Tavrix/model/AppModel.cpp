@@ -270,11 +270,18 @@ void AppModel::landLibrary(std::shared_ptr<const Library> library,
   requestDisplay();
 }
 
+ContinuationContext AppModel::continuationContext() const {
+  return {.settings = state_->settings,
+          .options = transferOptions(*state_->settings, source()->deviceName),
+          .systemLocaleID = services_.systemLocaleID,
+          .naming = services_.placeNaming};
+}
+
 DisplayRequest AppModel::displayRequest() const {
   return {.library = library_,
           .facts = facts_,
           .destination = destination_,
-          .options = transferOptions(*state_->settings, source()->deviceName),
+          .naming = continuationContext(),
           .checks = state_->checks,
           .navSelection = state_->navSelection,
           .searchText = state_->searchText,
@@ -360,12 +367,9 @@ void AppModel::recount() {
   // A display that is being made lands with other check marks, and then counts again.
   if (display_.isBusy() || grouping_.isBusy() || shots_.isBusy()) return;
   counters_.request([this, life = std::weak_ptr{life_}, visible = state_->visibleGroups,
-                     checks = state_->checks, destination = destination_,
-                     options = transferOptions(*state_->settings, source()->deviceName),
+                     checks = state_->checks, planned = planned_,
                      optimized = sums.optimizedCount]() -> CoalescedWork::Apply {
-    static const DestinationView nothing;
-    const auto plan =
-        planOf(chosenRows(visible, *checks), options, destination ? destination->view : nothing);
+    const auto plan = planOf(planned, visible, *checks);
     return [this, life, visible, checks, counters = countersOf(plan, optimized)] {
       if (!life.lock()) return;
       const bool isOfNow = isSame(checks, state_->checks) && isSame(visible, state_->visibleGroups);

@@ -146,6 +146,7 @@ class AppModel {
   void requestShots();
   void requestGrouping();
   void requestDisplay();
+  ContinuationContext continuationContext() const;
   DisplayRequest displayRequest() const;
   void landLibrary(std::shared_ptr<const Library> library,
                    std::shared_ptr<const LibraryFacts> facts);

@@ -5,6 +5,7 @@
 
 #include "library/PlanSummary.h"
 #include "model/AppModel.h"
+#include "settings/FolderMaking.h"
 
 namespace tavrix {
 namespace {
@@ -27,10 +28,12 @@ struct AppModel::Prepared {
   std::shared_ptr<const Library> shown;
   std::vector<std::string> excludedKeys;
   std::optional<Packing> packing;
+  ContinuationContext naming;
 
   std::shared_ptr<const Library> library;  ///< with the chosen folders only
   HeldDestination destination;
   std::shared_ptr<const TransferPlan> plan;
+  Shared<std::vector<DestinationMarker::FolderNote>> notes;
   bool holdsOptimized = false;
   RunTotals totals;
   DestinationFindings findings;
@@ -105,6 +108,7 @@ void AppModel::prepare(Awaiting awaiting) {
   prepared->shown = library_;
   prepared->packing = packingOf(*state_->settings, source()->deviceName,
                                 state_->settings->gathering.timeZone.dateAt(services_.now()));
+  prepared->naming = continuationContext();
   start_ = Preparing{awaiting};
   computeThen(
       services_.transferring, services_.loop, life_,
@@ -133,15 +137,21 @@ void AppModel::look(Prepared& prepared, const ConnectedSource& source,
     prepared.folder = folderIdentity(prepared.path);
     destination.content = Destination::read(*destination.folder, source.phone);
     Library chosen = *prepared.shown;
-    chosen.rows = chosenRows(prepared.visible, *prepared.checks);
+    const DestinationView& view = destination.content.view;
+    const auto folders =
+        chosenFolders(continuedFolders(prepared.shown->rows, prepared.naming, view),
+                      prepared.visible, *prepared.checks);
+    chosen.rows = rowsOf(folders);
+    prepared.notes = notesOf(folders, prepared.naming);
     prepared.plan = std::make_shared<const TransferPlan>(
-        planOf(chosen.rows, transferOptions(*prepared.settings, source.deviceName),
-               destination.content.view));
+        TransferPlanner::plan(folders, prepared.naming.options, view));
     if (!prepared.plan->files.empty()) source.files->checkMedia();
     prepared.holdsOptimized = tavrix::holdsOptimized(*prepared.plan);
     prepared.totals = totalsOf(chosen.rows, *prepared.plan);
-    prepared.findings = findingsOf(*prepared.plan, prepared.packing, *destination.folder,
-                                   destination.content, source.phone, source.isCard);
+    prepared.findings =
+        findingsOf(*prepared.plan, prepared.packing,
+                   folderMaking(*prepared.settings, prepared.naming.systemLocaleID),
+                   *destination.folder, destination.content, source.phone, source.isCard);
     prepared.library = std::make_shared<const Library>(std::move(chosen));
   } catch (...) {
     prepared.failure = std::current_exception();
@@ -187,6 +197,7 @@ void AppModel::beginRun(Prepared& prepared) {
   run.savedPresets = state_->savedPresets;
   run.unchecked = prepared.unchecked;
   run.plan = prepared.plan;
+  run.notes = prepared.notes;
   run.totals = prepared.totals;
   run.findings = std::move(prepared.findings);
   run.optimizedSkipped = state_->settings->content.skipOptimized ? state_->optimizedCount : 0;

@@ -6,26 +6,30 @@
 #include "foundation/Text.h"
 #include "library/PlanSummary.h"
 #include "model/Narrowing.h"
-#include "transfer/TransferPlanner.h"
 
 namespace tavrix {
 namespace {
 
-const DestinationView& viewOf(const DisplayRequest& request) {
+const DestinationView& viewOf(const std::shared_ptr<const Destination::Content>& destination) {
   static const DestinationView nothing;
-  return request.destination ? request.destination->view : nothing;
+  return destination ? destination->view : nothing;
 }
 
 /// Returns the plan of all folders. Reuses the earlier one if nothing it depends on has changed.
 PlanOfAll planOfAll(const DisplayRequest& request) {
   const PlanOfAll& earlier = request.planned;
+  const ContinuationContext& naming = request.naming;
   if (earlier.plan && earlier.library == request.library &&
-      earlier.destination == request.destination && earlier.options == request.options) {
+      earlier.destination == request.destination && earlier.settings == naming.settings &&
+      earlier.options == naming.options) {
     return earlier;
   }
-  auto plan = planOf(request.library->rows, request.options, viewOf(request));
-  return {request.library, request.destination, request.options,
-          std::make_shared<const TransferPlan>(std::move(plan))};
+  const DestinationView& destination = viewOf(request.destination);
+  auto folders = continuedFolders(request.library->rows, naming, destination);
+  auto plan = TransferPlanner::plan(folders, naming.options, destination);
+  return {request.library,    request.destination,
+          naming.settings,    naming.options,
+          std::move(folders), std::make_shared<const TransferPlan>(std::move(plan))};
 }
 
 DisplayGroup makeGroup(const FolderNaming::Row& row, const GroupFacts& facts,
@@ -34,6 +38,7 @@ DisplayGroup makeGroup(const FolderNaming::Row& row, const GroupFacts& facts,
           .stableKey = row.group->id,
           .key = keys.numberOf(row.group->id),
           .folderName = row.name,
+          .templateName = row.templateName,
           .group = row.group,
           .knownCount = plan.knownFiles,
           .newBytes = plan.newBytes,
@@ -58,13 +63,14 @@ DisplayGroups keepingList(const DisplayGroups& previous, std::vector<Shared<Disp
   return isSameList ? previous : DisplayGroups{std::move(next)};
 }
 
-DisplayGroups groupsOf(const DisplayRequest& request, const std::vector<FolderPlan>& plans) {
+DisplayGroups groupsOf(const DisplayRequest& request, const std::vector<FolderNaming::Row>& rows,
+                       const std::vector<FolderPlan>& plans) {
   StringMap<const Shared<DisplayGroup>*> shown;
   for (const auto& group : *request.shown.groups) shown.emplace(group->id, &group);
   std::vector<Shared<DisplayGroup>> groups;
   groups.reserve(plans.size());
   for (std::size_t i = 0; i < plans.size(); ++i) {
-    const FolderNaming::Row& row = request.library->rows[i];
+    const FolderNaming::Row& row = rows[i];
     DisplayGroup group = makeGroup(row, request.facts->groups[i], plans[i], *request.keys);
     const auto found = shown.find(group.id);
     groups.push_back(found == shown.end() ? Shared{std::move(group)}
@@ -93,11 +99,12 @@ bool areApart(const std::vector<FolderNaming::Row>& rows, const TransferOptions&
   });
 }
 
-FolderTotals totalsOf(const DisplayRequest& request, const Display& display) {
+FolderTotals totalsOf(const DisplayRequest& request, const std::vector<FolderNaming::Row>& rows,
+                      const Display& display) {
   const LibraryFacts& facts = *request.facts;
   FolderTotals totals;
   totals.hasFolders = !display.groups->empty();
-  totals.areApart = areApart(request.library->rows, request.options);
+  totals.areApart = areApart(rows, request.naming.options);
   totals.visible.reserve(display.visible->size());
   for (const auto& group : *display.visible) {
     const auto skipped = facts.skippedOptimized.find(group->id);
@@ -117,32 +124,32 @@ FolderTotals totalsOf(const DisplayRequest& request, const Display& display) {
 /// File names depend on all files of a plan, so if folders share paths, the plan for some of them
 /// is made separately.
 PlanCounters exactCounters(const DisplayRequest& request, const Display& display,
-                           const TransferPlan& planOfAll) {
+                           const PlanOfAll& planned) {
   PlanCounters sums = countersOf(*display.totals, *request.checks);
   if (display.totals->areApart) return sums;
-  const auto chosen = chosenRows(display.visible, *request.checks);
-  if (chosen.size() == request.library->rows.size()) {
-    return countersOf(planOfAll, sums.optimizedCount);
-  }
-  return countersOf(planOf(chosen, request.options, viewOf(request)), sums.optimizedCount);
+  return countersOf(planOf(planned, display.visible, *request.checks), sums.optimizedCount);
 }
 
 }  // namespace
 
-std::vector<FolderNaming::Row> chosenRows(const DisplayGroups& visible, const CheckMarks& checks) {
-  std::vector<FolderNaming::Row> rows;
+std::vector<TransferPlanner::NamedGroup> chosenFolders(
+    const std::vector<TransferPlanner::NamedGroup>& folders, const DisplayGroups& visible,
+    const CheckMarks& checks) {
+  absl::flat_hash_set<std::string_view> chosen;
   for (const auto& group : *visible) {
-    if (checks.isIncluded(group->key)) rows.push_back({group->folderName, group->group});
+    if (checks.isIncluded(group->key)) chosen.insert(group->id);
   }
-  return rows;
+  std::vector<TransferPlanner::NamedGroup> result;
+  result.reserve(chosen.size());
+  std::copy_if(folders.begin(), folders.end(), std::back_inserter(result),
+               [&](const auto& folder) { return chosen.contains(folder.group->id); });
+  return result;
 }
 
-TransferPlan planOf(const std::vector<FolderNaming::Row>& rows, const TransferOptions& options,
-                    const DestinationView& destination) {
-  std::vector<TransferPlanner::NamedGroup> groups;
-  groups.reserve(rows.size());
-  for (const FolderNaming::Row& row : rows) groups.push_back({row.name, row.group});
-  return TransferPlanner::plan(groups, options, destination);
+TransferPlan planOf(const PlanOfAll& all, const DisplayGroups& visible, const CheckMarks& checks) {
+  const auto chosen = chosenFolders(*all.folders, visible, checks);
+  if (chosen.size() == all.folders->size()) return *all.plan;
+  return TransferPlanner::plan(chosen, all.options, viewOf(all.destination));
 }
 
 PlanCounters countersOf(const TransferPlan& plan, std::uint64_t optimizedCount) {
@@ -155,21 +162,22 @@ PlanCounters countersOf(const TransferPlan& plan, std::uint64_t optimizedCount) 
 DisplayResult buildDisplay(const DisplayRequest& request) {
   if (request.isBare) {
     DisplayResult bare;
-    bare.display.groups = bare.display.visible =
-        groupsOf(request, std::vector<FolderPlan>(request.library->rows.size()));
+    bare.display.groups = bare.display.visible = groupsOf(
+        request, request.library->rows, std::vector<FolderPlan>(request.library->rows.size()));
     return bare;
   }
   DisplayResult result{{}, planOfAll(request)};
   Display& display = result.display;
   const Display& shown = request.shown;
-  display.groups = groupsOf(request, rowPlans(request.library->rows, *result.planned.plan));
+  const auto rows = rowsOf(*result.planned.folders);
+  display.groups = groupsOf(request, rows, rowPlans(rows, *result.planned.plan));
   display.visible = visibleOf(request, display.groups);
   display.outline = keeping(shown.outline, request.facts->outline);
   display.suggestions =
       keeping(shown.suggestions,
               suggestionsFor(request.searchText, request.facts->outline, request.localeID));
-  display.totals = keeping(shown.totals, totalsOf(request, display));
-  display.counters = exactCounters(request, display, *result.planned.plan);
+  display.totals = keeping(shown.totals, totalsOf(request, rows, display));
+  display.counters = exactCounters(request, display, result.planned);
   return result;
 }
 

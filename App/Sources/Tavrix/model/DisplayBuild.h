@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "library/ContinuedFolders.h"
 #include "model/AppState.h"
 #include "model/DisplayGroup.h"
 #include "model/FolderKeys.h"
@@ -11,6 +12,7 @@
 #include "model/GroupFacts.h"
 #include "runs/Destination.h"
 #include "transfer/TransferPlan.h"
+#include "transfer/TransferPlanner.h"
 
 namespace tavrix {
 
@@ -32,7 +34,10 @@ struct Display {
 struct PlanOfAll {
   std::shared_ptr<const Library> library;
   std::shared_ptr<const Destination::Content> destination;
+  Shared<Settings> settings;
   TransferOptions options;
+  /// The rows of the library as they are transferred.
+  Shared<std::vector<TransferPlanner::NamedGroup>> folders;
   std::shared_ptr<const TransferPlan> plan;
 };
 
@@ -41,7 +46,7 @@ struct DisplayRequest {
   std::shared_ptr<const Library> library;
   std::shared_ptr<const LibraryFacts> facts;
   std::shared_ptr<const Destination::Content> destination;  ///< nullptr: content unknown
-  TransferOptions options;
+  ContinuationContext naming;                               ///< with the options of the plan
   Shared<CheckMarks> checks;
   NavSelection navSelection;
   std::string searchText;
@@ -60,12 +65,15 @@ struct DisplayResult {
 
 DisplayResult buildDisplay(const DisplayRequest& request);
 
-/// Returns the groups to be transferred, visible and checked, with their folder names.
-std::vector<FolderNaming::Row> chosenRows(const DisplayGroups& visible, const CheckMarks& checks);
+/// Returns the folders of the groups to be transferred, which are visible and checked. `folders`
+/// are those of all groups.
+std::vector<TransferPlanner::NamedGroup> chosenFolders(
+    const std::vector<TransferPlanner::NamedGroup>& folders, const DisplayGroups& visible,
+    const CheckMarks& checks);
 
-/// Returns the plan for several folders.
-TransferPlan planOf(const std::vector<FolderNaming::Row>& rows, const TransferOptions& options,
-                    const DestinationView& destination);
+/// Returns the plan for the groups that are visible and checked. `all` must have been made for the
+/// same groups.
+TransferPlan planOf(const PlanOfAll& all, const DisplayGroups& visible, const CheckMarks& checks);
 
 /// Returns the counters of a plan, and the given number of reduced copies.
 PlanCounters countersOf(const TransferPlan& plan, std::uint64_t optimizedCount);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct DisplayGroup {
   std::string stableKey;  ///< the key under which its check mark is stored
   std::uint32_t key = 0;  ///< the number of `stableKey`, see FolderKeys
   std::string folderName;
+  /// The name by the settings, if the group continues a folder that has another name.
+  std::optional<std::string> templateName{};
   Shared<MediaGroup> group;
   std::uint64_t knownCount = 0;  ///< files already at the destination
   std::uint64_t newBytes = 0;

@@ -66,6 +66,7 @@ struct Run {
   Shared<std::vector<SavedPreset>> savedPresets;
   Shared<GroupIDs> unchecked;  ///< groups that the user left out
   std::shared_ptr<const TransferPlan> plan;
+  Shared<std::vector<DestinationMarker::FolderNote>> notes;  ///< how its folders got their names
   RunTotals totals;
   DestinationFindings findings;  ///< about the destination, before the first byte
   std::uint64_t optimizedSkipped = 0;

@@ -189,6 +189,7 @@ std::shared_ptr<RunAttempt> RunControl::attemptOn(HeldDestination destination) {
   attempt->setup.language = services_.writtenLanguage;
   attempt->setup.log = services_.log;
   attempt->setup.now = services_.now;
+  attempt->setup.notes = run_.notes;
   attempt->plan = run_.plan;
   attempt->before = run_.outcome;
   attempt->files = run_.source.files;

@@ -17,10 +17,12 @@ std::uint64_t neededBytes(const TransferPlan& plan, const std::optional<Packing>
 }
 
 DestinationFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
+                               const DestinationMarker::FolderMaking& making,
                                const Folder& destination, const Destination::Content& content,
                                const PhoneIdentity& phone, bool isCard) {
   return {.unreadableFolders = content.view.unreadableFolders(),
           .knownCard = isCard ? findKnownCard(*content.marker, phone.hash, plan) : std::nullopt,
+          .again = packing ? CopiesAgain{} : copiesAgain(plan, making, content.view),
           .neededBytes = neededBytes(plan, packing),
           .freeBytes = destination.freeBytes()};
 }

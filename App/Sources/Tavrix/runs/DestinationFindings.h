@@ -7,6 +7,7 @@
 #include "runs/ArchivePlan.h"
 #include "runs/Destination.h"
 #include "runs/KnownCard.h"
+#include "transfer/CopiesAgain.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix {
@@ -15,12 +16,15 @@ namespace tavrix {
 struct DestinationFindings {
   std::vector<UnreadableFolder> unreadableFolders;  ///< not known, and never written to
   std::optional<KnownCard> knownCard;
+  CopiesAgain again;
   std::uint64_t neededBytes = 0;  ///< the most space needed at any one time
   std::uint64_t freeBytes = 0;    ///< the space available
 };
 
-/// Collects the findings. For `isCard` see ConnectedSource.
+/// Collects the findings. `making` is how the names of the plan were made. For `isCard` see
+/// ConnectedSource.
 DestinationFindings findingsOf(const TransferPlan& plan, const std::optional<Packing>& packing,
+                               const DestinationMarker::FolderMaking& making,
                                const Folder& destination, const Destination::Content& content,
                                const PhoneIdentity& phone, bool isCard);
 

@@ -63,9 +63,9 @@ DestinationMarker::PhoneRecord DestinationMemory::settled(DestinationMarker::Pho
   const FilesOnDisk& files = content_.view.filesOnDisk();
   for (DestinationMarker::FileRecord& file : record.files) {
     if (!file.isClaim() || content_.view.isUnreadable(file.path)) continue;
-    const auto found = files.find(file.path);
-    hasOldClaims_ = hasOldClaims_ || found == files.end() || found->second.size > 0;
-    if (found != files.end()) file.size = found->second.size;
+    const auto* const onDisk = files.find(file.path);
+    hasOldClaims_ = hasOldClaims_ || onDisk == nullptr || onDisk->size > 0;
+    if (onDisk != nullptr) file.size = onDisk->size;
   }
   return record;
 }
@@ -112,6 +112,7 @@ void DestinationMemory::save(std::vector<DestinationMarker::FileRecord> files) {
   record.firstTransfer = startedAt_;
   record.lastTransfer = savedAt_;
   record.files = std::move(files);
+  record.folders = *setup_.notes;
   const auto isStillOurs = [this](const std::string& path) {
     return content_.view.isStillOurs(path);
   };

@@ -22,6 +22,8 @@ class DestinationMemory {
     PhoneIdentity phone;
     Log* log = nullptr;  ///< nullptr: no logging
     std::function<Instant()> now;
+    /// How the folders of the run got their names; recorded for those that get files.
+    Shared<std::vector<DestinationMarker::FolderNote>> notes{};
     std::chrono::seconds saveInterval{20};  ///< between two saves of the landed files
   };
 

@@ -13,8 +13,8 @@ FileError interruptionOf(const FileError& error, const Folder& destination) {
 FolderTransfer::FolderTransfer(Setup setup, Folder& destination, Destination::Content content)
     : setup_(std::move(setup)),
       destination_(destination),
-      memory_({setup_.phone, setup_.log, setup_.now, setup_.saveInterval}, destination,
-              std::move(content)) {}
+      memory_({setup_.phone, setup_.log, setup_.now, setup_.notes, setup_.saveInterval},
+              destination, std::move(content)) {}
 
 RunOutcome FolderTransfer::execute(const TransferPlan& plan, MediaSource& source,
                                    const TransferEngine::Progress& progress, std::stop_token stop) {

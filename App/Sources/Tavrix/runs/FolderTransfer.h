@@ -26,6 +26,7 @@ class FolderTransfer {
     Language language = Language::russian;  ///< for the reasons in the report
     Log* log = nullptr;                     ///< nullptr: no logging
     std::function<Instant()> now;
+    Shared<std::vector<DestinationMarker::FolderNote>> notes{};  ///< see DestinationMemory
     std::chrono::seconds saveInterval{20};  ///< between two saves of the landed files
   };
 

@@ -103,10 +103,10 @@ StagingLeftOvers Staging::settleLeftOvers(Folder& destination, const FilesOnDisk
     if (!isStaged(path)) continue;
     if (!phone) phone.emplace(plan);
     // A partial file or archive cannot be completed.
-    if (path.ends_with(".part") || phone->hold(finalPath(path), onDisk.size)) {
+    if (path.ends_with(".part") || phone->hold(finalPath(std::string{path}), onDisk.size)) {
       ++leftOvers.removed;
     } else {
-      leftOvers.rescued.push_back(moveOut(destination, path, std::nullopt));
+      leftOvers.rescued.push_back(moveOut(destination, std::string{path}, std::nullopt));
     }
   }
   if (!leftOvers.rescued.empty()) destination.syncVolume();

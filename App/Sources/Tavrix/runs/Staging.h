@@ -5,7 +5,7 @@
 
 #include "foundation/files/Folder.h"
 #include "runs/RunOutcome.h"
-#include "transfer/KnownAssets.h"
+#include "transfer/FilesOnDisk.h"
 #include "transfer/TransferPlan.h"
 
 namespace tavrix {

@@ -228,6 +228,7 @@ constexpr std::array table{
     Key{homeKey, "homeOverride", storeHome, loadHome},
     flagKey<&S::Naming::geocodingEnabled>("geocodingEnabled"),
     flagKey<&S::Content::skipOptimized>("skipOptimized"),
+    flagKey<&S::Layout::continueFolders>("continueFolders"),
     Key{"nameTemplate", "nameTemplate", storeTemplate, loadTemplate},
     Key{savedPresetsKey, "", storePresets, loadPresets},
     Key{"nameOverrides", "nameOverrides", storeOverrides, loadOverrides},

@@ -230,6 +230,7 @@ constexpr std::array keys{
     Key{"editedPolicy", choice, setEditedPolicy, "both editedOnly originalsOnly"},
     Key{"skipOptimized", boolean, setBoolean<&S::Content::skipOptimized>},
     Key{"onlyNew", boolean, setBoolean<&S::Layout::onlyNew>},
+    Key{"continueFolders", boolean, setBoolean<&S::Layout::continueFolders>},
     Key{"periodFrom", day, setDay<&S::Content::periodFrom>},
     Key{"periodTo", day, setDay<&S::Content::periodTo>},
     Key{"places", places, setPlaces},

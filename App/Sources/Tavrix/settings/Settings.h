@@ -75,6 +75,7 @@ struct Settings {
   /// Places and formats of the files in their folders. It does not affect which folders there are.
   struct Layout {
     bool onlyNew = true;
+    bool continueFolders = true;  ///< a folder that got more shots keeps its name
     bool photoJPEG = false;
     double jpegQuality = 0.85;  ///< 0 to 1
     bool videoH264 = false;

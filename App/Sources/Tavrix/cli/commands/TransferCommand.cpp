@@ -16,6 +16,7 @@
 #include "foundation/Log.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
+#include "settings/FolderMaking.h"
 #include "text/PhoneSentences.h"
 
 namespace tavrix::cli {
@@ -192,7 +193,9 @@ ExitStatus showPlan(const CommandContext& context) {
     std::rethrow_exception(refused->error);
   }
   const TransferPlan& plan = *model.plan().plan;
-  tellLoaded(context, *model.library(), plan);
+  Library library = *model.library();
+  library.rows = rowsOf(*model.plan().folders);
+  tellLoaded(context, library, plan);
   const auto packing =
       packingOf(context.settings, deviceName(context),
                 context.settings.gathering.timeZone.dateAt(context.surroundings.now()));
@@ -200,15 +203,15 @@ ExitStatus showPlan(const CommandContext& context) {
   const auto folder = Destination::openExisting(context.call.destination());
   const auto& content = model.plan().destination;
   if (folder && content) {
-    const DestinationFindings findings =
-        findingsOf(plan, packing, *folder, *content, phoneOf(context),
-                   sourceOf(context).kind() == PictureSource::Kind::card);
+    const DestinationFindings findings = findingsOf(
+        plan, packing, folderMaking(context.settings, context.surroundings.systemLocaleID), *folder,
+        *content, phoneOf(context), sourceOf(context).kind() == PictureSource::Kind::card);
     tellFindings(context, findings);
     freeBytes = findings.freeBytes;
   }
   const bool isFlat = context.settings.gathering.uiMode == UIGroupingMode::flat;
-  context.printer.plan({*model.library(), plan, context.call.destination(), isFlat, freeBytes,
-                        neededBytes(plan, packing)});
+  context.printer.plan(
+      {library, plan, context.call.destination(), isFlat, freeBytes, neededBytes(plan, packing)});
   return ExitStatus::done;
 }
 

@@ -218,6 +218,10 @@ DEST создаётся, если есть папка уровнем выше. �
 Пока iPhone отключён или на диске нет места, перенос ждёт, а потом продолжает сам.
 Ctrl-C останавливает перенос; всё, что успело скопироваться, остаётся.
 
+Папка, в которую добавились снимки, сохраняет своё имя, даже если шаблон дал бы теперь другое.
+Если изменить настройки имён, язык или часовой пояс, снимки скопируются ещё раз под новыми
+именами; об этом говорится заранее. --set continueFolders=false — имена только по шаблону.
+
 С --set packAsZip=true все файлы складываются в один архив zip, а если добавить
 --set packPerGroup=true — каждая папка в свой. Архив получает имя, когда прочитан обратно и
 сверен. В архивы переносится всё, и повтор делает новые рядом со старыми. На время упаковки нужно
@@ -238,6 +242,10 @@ Ctrl-C останавливает перенос; всё, что успело с
 DEST is created if the folder above it exists. A second run transfers only what is not yet in
 DEST. While the iPhone is disconnected or the disk is full, the transfer waits, and then carries on
 by itself. Ctrl-C stops the transfer; everything copied by then stays.
+
+A folder that gets more shots keeps its name, even if the template would now give another one.
+If you change how names are made, the language or the time zone, shots are copied again under the
+new names; you are told so before. --set continueFolders=false names by the template alone.
 
 With --set packAsZip=true all files go into one zip archive; with --set packPerGroup=true as well,
 each folder goes into its own archive. An archive gets its name after it was read back and

@@ -13,7 +13,7 @@ tavrix settings reset KEY — возвращает исходное значен
 Запоминаются:
   skipOptimized eventGapHours eventGapKm splitByDistance placeRadiusKm tripDistanceKm tripMinDays
   tripCityKm tripMaxGapHours homeWindowMonths homeOverride homeOverrideName nameTemplate
-  geocodingEnabled nameOverrides mergesByMode
+  geocodingEnabled nameOverrides mergesByMode continueFolders
   uiLanguage  язык сообщений, когда нет --lang: ru, en или system
 
 Остальные настройки действуют на один вызов: --set КЛЮЧ=ЗНАЧЕНИЕ; так же на один вызов можно
@@ -33,7 +33,7 @@ tavrix settings reset KEY — restores the initial value; reset --all does so fo
 These settings can be saved:
   skipOptimized eventGapHours eventGapKm splitByDistance placeRadiusKm tripDistanceKm tripMinDays
   tripCityKm tripMaxGapHours homeWindowMonths homeOverride homeOverrideName nameTemplate
-  geocodingEnabled nameOverrides mergesByMode
+  geocodingEnabled nameOverrides mergesByMode continueFolders
   uiLanguage  language of the messages without --lang: ru, en or system
 
 All other settings apply to one call: --set KEY=VALUE. It also overrides a saved setting for that

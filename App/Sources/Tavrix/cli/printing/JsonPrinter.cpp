@@ -182,19 +182,39 @@ void JsonPrinter::places(const PlacesResult& result) {
   json.endArray().finish();
 }
 
+namespace {
+
+/// Writes the folders that groups continue under names that the template would not give.
+void writeContinued(JsonWriter& json, const std::vector<FolderNaming::Row>& rows) {
+  json.key("continues").beginArray();
+  for (const FolderNaming::Row& row : rows) {
+    if (!row.templateName) continue;
+    json.beginObject()
+        .field("folder", row.name)
+        .field("templateName", *row.templateName)
+        .endObject();
+  }
+  json.endArray();
+}
+
+}  // namespace
+
 void JsonPrinter::plan(const PlanResult& result) {
   JsonWriter json{sink_};
   json.beginObject().key("files").beginArray();
   for (const PlannedFile& file : result.plan.files) writePlannedFile(json, file);
   json.endArray().key("skippedKnown").beginArray();
   writeAssetIDs(json, result.plan.skippedKnown);
-  json.endArray().field("onlyNew", result.plan.onlyNew).endObject().finish();
+  json.endArray().field("onlyNew", result.plan.onlyNew);
+  writeContinued(json, result.library.rows);
+  json.endObject().finish();
 }
 
 void JsonPrinter::transfer(const TransferResult& result) {
   JsonWriter json{sink_};
   json.beginObject().field("status", textOf(result.outcome.status)).key("report");
   writeReport(json, *result.outcome.report);
+  writeContinued(json, result.library.rows);
   if (result.recordID) json.field("recordID", result.recordID->text());
   json.endObject().finish();
 }

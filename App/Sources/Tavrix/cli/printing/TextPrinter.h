@@ -72,6 +72,8 @@ class TextPrinter : public ResultPrinter {
 
   void placeTree(const PlaceTree& tree);
   void folders(const PlanResult& result);
+  /// Lists the folders that get files under names that the template would not give.
+  void continued(const Library& library, const TransferPlan& plan);
   void tally(const TransferTally& tally, bool hasRun);
   void nothing(const Library& library, const std::string& destination);
   void headline(const TransferResult& result);

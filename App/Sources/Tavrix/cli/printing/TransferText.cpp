@@ -25,6 +25,23 @@ void TextPrinter::folders(const PlanResult& result) {
                 number(folder.newFiles), bytes(folder.newBytes), number(folder.knownFiles)};
       });
   line("");
+  continued(result.library, result.plan);
+}
+
+void TextPrinter::continued(const Library& library, const TransferPlan& plan) {
+  constexpr std::size_t longestList = 10;
+  const std::vector<FolderPlan> plans = rowPlans(library.rows, plan);
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < plans.size(); ++i) {
+    const FolderNaming::Row& row = library.rows[i];
+    if (!row.templateName || plans[i].newFiles == 0 || ++count > longestList) continue;
+    line(say(language_, sentences::continuesFolder, printable(row.name),
+             printable(*row.templateName)));
+  }
+  if (count > longestList) {
+    line(say(language_, sentences::moreContinueFolders, number(count - longestList)));
+  }
+  if (count > 0) line("");
 }
 
 void TextPrinter::tally(const TransferTally& tally, bool hasRun) {
@@ -163,6 +180,7 @@ void TextPrinter::transfer(const TransferResult& result) {
   }
   headline(result);
   line("");
+  continued(result.library, result.plan);
   tally(tallyOf(result.library, result.plan, report), true);
   home(result.library);
   list(say(language_, sentences::keptOriginalsTitle), keptOriginals(language_, report));

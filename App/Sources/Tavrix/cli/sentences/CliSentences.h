@@ -178,6 +178,26 @@ inline constexpr Sentence<Text, Text, std::int64_t> destinationNewer{
 inline constexpr Sentence<Text, Text> fileRefused{
     "Не удалось обратиться к «{}»: {}; проверьте путь, права доступа и диск.",
     "Cannot access “{}”: {}; check the path, the permissions and the disk."};
+inline constexpr Sentence<Text> copiesAgain{
+    "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}.",
+    "What is already here will be copied again under new names: {}."};
+inline constexpr Sentence<Text, Text> copiesAgainFrom{
+    "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}. Сейчас это лежит "
+    "в «{}» и, возможно, рядом: состав папок изменился, или имена заданы вручную.",
+    "What is already here will be copied again under new names: {}. It is now in “{}” and perhaps "
+    "beside it: the folders have other shots than before, or names given by hand."};
+inline constexpr Sentence<Text, Text> copiesAgainChanged{
+    "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}. С прошлого переноса "
+    "изменились настройки: {}.",
+    "What is already here will be copied again under new names: {}. Settings that have changed "
+    "since the last transfer: {}."};
+inline constexpr Sentence<Text> copiesAgainRemedy{"Чтобы имена остались прежними: {}",
+                                                  "To keep the names as they were: {}"};
+inline constexpr Sentence<Text, Text> continuesFolder{
+    "«{}» продолжает папку (по шаблону — «{}»).",
+    "“{}” continues its folder (the template gives “{}”)."};
+inline constexpr Sentence<Text> moreContinueFolders{"И ещё продолжают свои папки: {}.",
+                                                    "Others that continue their folders: {}."};
 inline constexpr Sentence<Text, Text> spaceHint{
     "Нужно {}, а свободно {}: когда место кончится, перенос подождёт.",
     "{} needed, but only {} free: when the space runs out, the transfer will wait."};

@@ -33,11 +33,54 @@ void tellKnownCard(const CommandContext& context, const KnownCard& card) {
                    : say(language, sentences::cardKnownElsewhere, count, all));
 }
 
+/// Returns the argument that brings back the value of a setting.
+std::string argumentOf(const CopiesAgain::Change& change) {
+  const bool isPlain = change.before.find_first_of(" '\"") == std::string::npos;
+  const std::string assignment = change.key + "=" + change.before;
+  return " --set " + (isPlain ? assignment : "'" + assignment + "'");
+}
+
+/// Returns the command that keeps the names. Returns nullopt if that is too long for a sentence.
+std::optional<std::string> remedyOf(const CopiesAgain& again) {
+  std::string language;
+  std::string arguments;
+  for (const CopiesAgain::Change& change : again.changes) {
+    if (change.before.empty() || change.key == "nameTemplate") return std::nullopt;
+    if (change.key == "locale") {
+      language = "LC_ALL=" + change.before + ".UTF-8 ";
+    } else {
+      arguments += argumentOf(change);
+    }
+  }
+  return language + "tavrix transfer …" + arguments;
+}
+
+void tellCopiesAgain(const CommandContext& context, const CopiesAgain& again) {
+  if (again.files == 0) return;
+  const Language language = context.language();
+  const std::string files = counted(language, again.files, tavrix::sentences::files);
+  if (again.changes.empty()) {
+    const std::string first = again.folders.empty() ? "" : forSentence(again.folders.front());
+    context.warn(first.empty() ? say(language, sentences::copiesAgain, files)
+                               : say(language, sentences::copiesAgainFrom, files, first));
+    return;
+  }
+  std::string keys;
+  for (const CopiesAgain::Change& change : again.changes) {
+    keys += (keys.empty() ? "" : ", ") + change.key;
+  }
+  context.warn(say(language, sentences::copiesAgainChanged, files, keys));
+  if (const auto remedy = remedyOf(again)) {
+    context.warn(say(language, sentences::copiesAgainRemedy, *remedy));
+  }
+}
+
 }  // namespace
 
 void tellFindings(const CommandContext& context, const DestinationFindings& findings) {
   tellUnreadable(context, findings.unreadableFolders);
   if (findings.knownCard) tellKnownCard(context, *findings.knownCard);
+  tellCopiesAgain(context, findings.again);
 }
 
 void tellSpace(const CommandContext& context, const DestinationFindings& findings) {

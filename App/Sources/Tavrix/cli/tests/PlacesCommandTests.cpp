@@ -61,6 +61,48 @@ TEST_F(PlacesCommand, folders_areNamedAfterCitiesInTheTemplatesLanguage) {
   EXPECT_EQ(folders({"--set", withCountry})[0], "РИМ, Италия IT");
 }
 
+/// Returns the catalogue of an event: the first three shots in the Vatican, the others in Rome.
+std::string eventOf(int shots) {
+  std::string json = "[";
+  for (int i = 1; i <= shots; ++i) {
+    const std::string place =
+        i <= 3 ? R"("lat":41.9022,"lon":12.4533)" : R"("lat":41.89,"lon":12.49)";
+    json += (i > 1 ? "," : "") + (R"({"name":"E)" + std::to_string(i)) +
+            R"(.JPG","kind":"photo","size":10,"exifDate":"2026:05:09 10:)" +
+            std::to_string(10 + i) + R"(:00",)" + place + "}";
+  }
+  return json + "]";
+}
+
+TEST_F(PlacesCommand, eventThatGrows_keepsItsFolderUntilItsNamesAreMadeAnotherWay) {
+  tester.localeID = "en_US";
+  std::vector<std::string> media;
+  for (int i = 1; i <= 11; ++i) media.push_back("E" + std::to_string(i) + ".JPG");
+  tester.addPhone(eventOf(3), media);
+  tester.run({"transfer", "phone", "photos"});
+  tester.addPhone(eventOf(11), media);
+
+  const std::vector<std::string> plan{"plan", "phone", "photos", "--lang", "en"};
+  EXPECT_THAT(tester.run(plan).out,
+              AllOf(StartsWith("Folder                     New  Size  Already there\n"
+                               "2026-05-09 — Vatican City    8"),
+                    HasSubstr("“2026-05-09 — Vatican City” continues its folder (the template "
+                              "gives “2026-05-09 — Rome”).")));
+  auto call = plan;
+  call.insert(call.end(), {"--set", "eventGapHours=5"});
+  EXPECT_THAT(
+      tester.run(call).err,
+      AllOf(HasSubstr("copied again under new names: 3 files."),
+            HasSubstr("since the last transfer: eventGapHours."),
+            HasSubstr("To keep the names as they were: tavrix transfer … --set eventGapHours=4")));
+  call.back() = "continueFolders=false";
+  EXPECT_THAT(tester.run(call).out, HasSubstr("2026-05-09 — Rome   11"));
+
+  EXPECT_THAT(tester.run({"transfer", "phone", "photos"}).err, IsEmpty());
+  EXPECT_TRUE(tester.folder.has("photos/2026-05-09 — Vatican City/E11.JPG"));
+  EXPECT_FALSE(tester.folder.has("photos/2026-05-09 — Rome"));
+}
+
 TEST_F(PlacesCommand, placesSetting_keepsTheChosenCountriesAndCities) {
   struct Row {
     std::string value;

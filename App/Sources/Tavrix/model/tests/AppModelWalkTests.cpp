@@ -193,8 +193,12 @@ class Walk : public ModelHarness {
     if (!isQuiet) return;
     const auto folder = openFolder(destination.path());
     const auto view = Destination::read(*folder, phone.source().phone).view;
-    const auto plan = planOf(chosenRows(state().visibleGroups, *state().checks),
-                             transferOptions(*state().settings, "iPhone"), view);
+    const ContinuationContext naming{state().settings, transferOptions(*state().settings, "iPhone"),
+                                     "ru_RU"};
+    const auto plan =
+        TransferPlanner::plan(chosenFolders(continuedFolders(model->library()->rows, naming, view),
+                                            state().visibleGroups, *state().checks),
+                              naming.options, view);
     EXPECT_EQ(state().newFilesCount, plan.files.size()) << "what is shown is what is planned";
     EXPECT_EQ(state().knownFilesCount, plan.skippedKnown.size());
   }

@@ -64,6 +64,7 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
         R"({"latitude":55,"longitude":37,"name":5})"}},
       {"geocodingEnabled", {R"("no")"}},
       {"skipOptimized", {"{}"}},
+      {"continueFolders", {"{}"}},
       {"nameTemplate",
        {"5", R"("{}")", "[]", "{}", R"({"tokens":[],"language":"french"})",
         R"({"tokens":[{"year":{"_0":"full"},"day":{"_0":"pad2"}}],"language":"system"})",

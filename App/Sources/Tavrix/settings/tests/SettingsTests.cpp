@@ -39,6 +39,7 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"editedPolicy=originalsOnly",
        [](Settings& s) { s.content.editedPolicy = BundleFilter::EditedPolicy::originalsOnly; }},
       {"skipOptimized=true", [](Settings& s) { s.content.skipOptimized = true; }},
+      {"continueFolders=false", [](Settings& s) { s.layout.continueFolders = false; }},
       {"onlyNew=false", [](Settings& s) { s.layout.onlyNew = false; }},
       {"periodFrom=2026-05-20", [](Settings& s) { s.content.periodFrom = parseDay("2026-05-20"); }},
       {"periodTo=2026-05-21", [](Settings& s) { s.content.periodTo = parseDay("2026-05-21"); }},

@@ -1,0 +1,96 @@
+#include "settings/FolderMaking.h"
+
+#include <fmt/format.h>
+
+#include "foundation/json/JsonWriter.h"
+#include "naming/NameRendering.h"
+#include "naming/NameTemplateCoding.h"
+
+namespace tavrix {
+namespace {
+
+using DestinationMarker::FolderMaking;
+
+std::string textOf(bool flag) { return flag ? "true" : "false"; }
+std::string textOf(double number) { return fmt::format("{}", number); }
+std::string textOf(int number) { return fmt::format("{}", number); }
+using tavrix::textOf;
+
+/// Returns the persisted form on one line.
+std::string templateText(const NameTemplate& nameTemplate) {
+  StringSink sink;
+  JsonWriter json{sink, JsonLayout::line};
+  NameTemplateCoding::encode(nameTemplate, json);
+  json.finish();
+  std::string text = sink.text();
+  text.pop_back();
+  return text;
+}
+
+void addEvents(FolderMaking& making, const Settings::Gathering& gathering) {
+  making["eventGapHours"] = textOf(gathering.eventGapHours);
+  making["splitByDistance"] = textOf(gathering.splitByDistance);
+  if (gathering.splitByDistance) making["eventGapKm"] = textOf(gathering.eventGapKm);
+}
+
+void addTrips(FolderMaking& making, const Settings::Gathering& gathering) {
+  making["tripDistanceKm"] = textOf(gathering.tripDistanceKm);
+  making["tripMinDays"] = textOf(gathering.tripMinDays);
+  making["tripCityKm"] = textOf(gathering.tripCityKm);
+  making["tripMaxGapHours"] = textOf(gathering.tripMaxGapHours);
+  if (gathering.homeOverride) {
+    making["homeOverride"] =
+        fmt::format("{},{}", gathering.homeOverride->latitude, gathering.homeOverride->longitude);
+    return;
+  }
+  making["homeWindowMonths"] = textOf(gathering.homeWindowMonths);
+  making["homeRadiusKm"] = textOf(gathering.homeRadiusKm);
+}
+
+void addGathering(FolderMaking& making, const Settings::Gathering& gathering) {
+  making["uiMode"] = textOf(gathering.uiMode);
+  making["timeZoneID"] = gathering.timeZone.id();
+  if (gathering.uiMode == UIGroupingMode::byDate) {
+    making["granularity"] = textOf(gathering.granularity);
+  }
+  if (gathering.uiMode == UIGroupingMode::events) addEvents(making, gathering);
+  if (gathering.uiMode == UIGroupingMode::trips) addTrips(making, gathering);
+}
+
+void addNaming(FolderMaking& making, const Settings::Naming& naming,
+               const std::string& systemLocaleID) {
+  making["nameByGroupID"] = textOf(naming.nameByGroupID);
+  if (naming.nameByGroupID) return;
+  making["nameTemplate"] = templateText(naming.nameTemplate);
+  making["locale"] = NameRendering::localeID(naming.nameTemplate.language, systemLocaleID);
+  const Language language = languageOfLocale(systemLocaleID);
+  if (naming.datelessName != FolderNaming::initialDatelessName(language)) {
+    making["datelessName"] = naming.datelessName;
+  }
+  making["geocodingEnabled"] = textOf(naming.geocodingEnabled);
+  if (naming.geocodingEnabled) making["mergeDistricts"] = textOf(naming.mergeDistricts);
+  making["mergeSameNames"] = textOf(naming.mergeSameNames);
+}
+
+void addLayout(FolderMaking& making, const Settings::Layout& layout) {
+  making["photoJPEG"] = textOf(layout.photoJPEG);
+  making["videoH264"] = textOf(layout.videoH264);
+  making["separatePhotoVideo"] = textOf(layout.separatePhotoVideo);
+  if (layout.separatePhotoVideo) making["flattenSingleKind"] = textOf(layout.flattenSingleKind);
+  making["fileNamePrefixMode"] = textOf(layout.fileNamePrefixMode);
+  if (layout.fileNamePrefixMode == FileNamePrefixMode::custom) {
+    making["customFileNamePrefix"] = layout.customFileNamePrefix;
+  }
+}
+
+}  // namespace
+
+FolderMaking folderMaking(const Settings& settings, const std::string& systemLocaleID) {
+  FolderMaking making;
+  addGathering(making, settings.gathering);
+  addNaming(making, settings.naming, systemLocaleID);
+  addLayout(making, settings.layout);
+  return making;
+}
+
+}  // namespace tavrix
