@@ -70,5 +70,7 @@ std::optional<std::string> countryName(std::string_view code, const std::string&
 /// Returns the locale of the machine from LC_ALL, LC_TIME or LANG, such as "en_US". If they name no
 /// language ("C", "POSIX" or unset), returns the program's own locale, "ru_RU".
 std::string systemLocaleID();
+/// As systemLocaleID(), for the messages of programs: from LC_ALL, LC_MESSAGES or LANG.
+std::string systemMessagesLocaleID();
 
 }  // namespace tavrix

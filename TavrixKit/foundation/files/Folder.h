@@ -98,6 +98,10 @@ class Folder {
   /// Returns the names directly in this folder, sorted.
   virtual std::vector<std::string> names() const = 0;
 
+  /// Throws FileError for `create` if no file can be created in this folder: the permissions do not
+  /// allow it, or the volume is read-only.
+  virtual void checkWritable() const = 0;
+
   /// Returns false if the folder was removed or moved away, or its volume is gone. Never throws.
   virtual bool exists() const = 0;
   /// Returns the number of bytes that can still be written.

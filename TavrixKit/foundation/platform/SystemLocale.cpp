@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
 
 #include "foundation/Text.h"
 
@@ -9,10 +10,9 @@ namespace {
 /// The locale of the program on a machine that names no language.
 constexpr const char* ownLocaleID = "ru_RU";
 
-}  // namespace
-
-std::string systemLocaleID() {
-  for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
+/// Returns the locale that the first of the variables names that is set.
+std::string localeOf(std::initializer_list<const char*> variables) {
+  for (const char* const variable : variables) {
     const char* const value = std::getenv(variable);
     if (value == nullptr || *value == '\0') continue;
     std::string id{value};
@@ -21,5 +21,11 @@ std::string systemLocaleID() {
   }
   return ownLocaleID;
 }
+
+}  // namespace
+
+std::string systemLocaleID() { return localeOf({"LC_ALL", "LC_TIME", "LANG"}); }
+
+std::string systemMessagesLocaleID() { return localeOf({"LC_ALL", "LC_MESSAGES", "LANG"}); }
 
 }  // namespace tavrix

@@ -5,7 +5,9 @@
 #include <array>
 #include <map>
 
+#include "cli/CommandTable.h"
 #include "cli/call/ExitStatus.h"
+#include "cli/call/Nearest.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sessions/StoredSettings.h"
 #include "foundation/Text.h"
@@ -173,9 +175,34 @@ class Parser {
     std::erase(extras, "--");
     if (extras.empty()) return;
     const std::string first = printable(unmarked(extras.front()));
-    if (first.starts_with('-')) fail(say(language_, sentences::unknownOption, first));
-    if (form == nullptr) fail(say(language_, sentences::unknownCommand, first));
+    if (first.starts_with('-')) {
+      const auto meant = nearest(first.substr(0, first.find('=')), optionsOf(form));
+      fail(meant ? say(language_, sentences::unknownOptionLike, first, *meant)
+                 : say(language_, sentences::unknownOption, first));
+    }
+    if (form == nullptr) {
+      const auto meant =
+          first == "help" ? std::optional<std::string>{"--help"} : nearest(first, commandWords());
+      fail(meant ? say(language_, sentences::unknownCommandLike, first, *meant)
+                 : say(language_, sentences::unknownCommand, first));
+    }
     fail(say(language_, sentences::operandTooMany, first, form->words()));
+  }
+
+  static std::vector<std::string_view> commandWords() {
+    std::vector<std::string_view> words;
+    for (const CommandSpec& each : commandTable()) {
+      words.push_back(each.group.empty() ? each.name : each.group);
+    }
+    return words;
+  }
+
+  static std::vector<std::string_view> optionsOf(const CommandSpec* form) {
+    std::vector<std::string_view> options{"--json", "--lang",    "--set",    "--state",
+                                          "--help", "--verbose", "--version"};
+    if (form == nullptr) return options;
+    for (const CommandOption& option : form->options) options.push_back(option.name);
+    return options;
   }
 
   const CLI::App& commandOf(const CommandSpec& form) const {
@@ -192,6 +219,9 @@ class Parser {
 
   void takeOptions(const CommandSpec& form) {
     const std::string language = given(app_, "--lang").value_or("ru");
+    if (app_.get_option("--lang")->count() > 1) {
+      fail(say(language_, sentences::optionTwice, "--lang"));
+    }
     if (!isLanguageChoice(language)) {
       fail(say(language_, sentences::unknownLanguage, printable(language)));
     }
@@ -260,7 +290,7 @@ class Parser {
 }  // namespace
 
 Language languageOf(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
-  std::string chosen = keptLanguage(surroundings).value_or("ru");
+  std::string chosen = keptLanguage(surroundings).value_or("system");
   for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
     constexpr std::string_view option = "--lang";
     if (arguments[i] == option && i + 1 < arguments.size()) chosen = arguments[i + 1];
@@ -269,7 +299,7 @@ Language languageOf(const std::vector<std::string>& arguments, const Surrounding
     }
   }
   if (chosen == "en") return Language::english;
-  return chosen == "system" ? languageOfLocale(surroundings.systemLocaleID) : Language::russian;
+  return chosen == "system" ? languageOfLocale(surroundings.messagesLocaleID) : Language::russian;
 }
 
 Request parseArguments(const std::vector<std::string>& arguments,

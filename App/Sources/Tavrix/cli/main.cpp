@@ -62,6 +62,7 @@ int run(const std::vector<std::string>& arguments) {
       .environment = environment,
       .defaults = defaults.get(),
       .systemLocaleID = systemLocaleID(),
+      .messagesLocaleID = systemMessagesLocaleID(),
       .systemTimeZoneID = systemTimeZoneID(),
       .gazetteerPath = resourcePath("gazetteer.bin"),
       .conversionProgram = helperPath("tavrix-convert"),

@@ -45,19 +45,24 @@ void checkHoldsNot(const std::string& source, const std::string& destination) {
   }
 }
 
-void create(const std::string& path) {
-  const fs::path full = resolved(path);
+/// Opens the folder in which a destination can be created.
+std::unique_ptr<Folder> parentOf(const std::string& path) {
   try {
-    const auto parent = openFolder(full.parent_path().string());
-    parent->makeFolders(full.filename().string());
-    parent->syncEntries("");
+    return openFolder(resolved(path).parent_path().string());
   } catch (const FileError& error) {
     if (error.operation() != FileOperation::open || error.code() != ENOENT) throw;
     throw DestinationError{DestinationError::Kind::parentMissing, path};
   }
 }
 
+void create(const std::string& path) {
+  const auto parent = parentOf(path);
+  parent->makeFolders(resolved(path).filename().string());
+  parent->syncEntries("");
+}
+
 std::unique_ptr<Folder> held(std::unique_ptr<Folder> folder) {
+  folder->checkWritable();
   if (!folder->lock()) throw DestinationError{DestinationError::Kind::busy, folder->path()};
   DestinationMarker::removeLeftOvers(*folder);
   return folder;
@@ -116,6 +121,11 @@ std::unique_ptr<Folder> Destination::openOrCreate(const std::string& path) {
 
 std::unique_ptr<Folder> Destination::openForWriting(const std::string& path) {
   return held(openOrCreate(path));
+}
+
+void Destination::checkWritable(const std::string& path) {
+  const auto folder = openExisting(path);
+  (folder ? *folder : *parentOf(path)).checkWritable();
 }
 
 std::unique_ptr<Folder> Destination::openRequired(const std::string& path) {

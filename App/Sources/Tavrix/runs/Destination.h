@@ -69,6 +69,9 @@ std::unique_ptr<Folder> openExisting(const std::string& path);
 std::unique_ptr<Folder> openOrCreate(const std::string& path);
 /// As openOrCreate(), and locks the folder against other runs while the object lives.
 std::unique_ptr<Folder> openForWriting(const std::string& path);
+/// Throws what openForWriting() would throw, unless the folder is only in use by another run.
+/// Creates nothing.
+void checkWritable(const std::string& path);
 /// Opens the folder, which must exist.
 std::unique_ptr<Folder> openRequired(const std::string& path);
 /// As openRequired(), and locks the folder against other runs while the object lives.

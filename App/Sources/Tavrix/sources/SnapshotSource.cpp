@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "foundation/files/FileError.h"
 #include "foundation/files/FileReader.h"
 #include "media/LocalMediaSource.h"
 #include "media/Snapshot.h"
@@ -23,6 +24,10 @@ class SnapshotFiles : public SourceFiles {
   void checkMedia() const override {
     std::error_code error;
     if (!std::filesystem::is_directory(media_, error)) throw MediaMissing{media_};
+    // Without these rights each file would fail on its own.
+    const std::filesystem::directory_iterator entries{media_, error};
+    const bool isOpen = !error && std::filesystem::is_directory(media_ + "/.", error);
+    if (!isOpen) throw FileError{FileOperation::list, media_, error.value()};
   }
 
  private:

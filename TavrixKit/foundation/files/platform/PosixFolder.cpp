@@ -95,6 +95,7 @@ class PosixFolder : public Folder {
   void syncVolume() override;
   std::vector<UnreadableFolder> visitAll(const Visitor& visitor) const override;
   std::vector<std::string> names() const override;
+  void checkWritable() const override;
   bool exists() const override;
   std::uint64_t freeBytes() const override;
   bool lock() override;
@@ -124,7 +125,7 @@ class PosixFolder : public Folder {
   bool moveByLink(int fromFolder, const std::string& from, int toFolder,
                   const std::string& to) const;
   [[noreturn]] void fail(FileOperation operation, const std::string& path, int code) const {
-    throw FileError{operation, path_ + "/" + path, code};
+    throw FileError{operation, path.empty() ? path_ : path_ + "/" + path, code};
   }
 
   SharedDescriptor root_;
@@ -385,6 +386,12 @@ std::vector<std::string> PosixFolder::names() const {
   auto result = namesOf(openAgain(root_->number()), "");
   std::sort(result.begin(), result.end());
   return result;
+}
+
+void PosixFolder::checkWritable() const {
+  if (::faccessat(root_->number(), ".", W_OK | X_OK, AT_EACCESS) != 0) {
+    fail(FileOperation::create, "", errno);
+  }
 }
 
 bool PosixFolder::exists() const { return isAt(AT_FDCWD, path_.c_str(), *root_); }

@@ -189,6 +189,7 @@ class FaultyFolder : public Folder {
     ask(FileOperation::list, "");
     return inner_->names();
   }
+  void checkWritable() const override { inner_->checkWritable(); }
   bool exists() const override { return faults_->exists ? faults_->exists() : inner_->exists(); }
   std::uint64_t freeBytes() const override {
     return faults_->freeBytes ? faults_->freeBytes() : inner_->freeBytes();

@@ -24,7 +24,8 @@ struct Surroundings {
   Environment environment{};
   /// The saved settings of the user; null if there is no place to keep them.
   UserDefaults* defaults = nullptr;
-  std::string systemLocaleID = "en_US_POSIX";
+  std::string systemLocaleID = "en_US_POSIX";  ///< for dates and places in names
+  std::string messagesLocaleID = "ru_RU";      ///< for messages
   std::string systemTimeZoneID = "UTC";
   /// The path of the table of places; without it, places have no names.
   std::optional<std::string> gazetteerPath{};

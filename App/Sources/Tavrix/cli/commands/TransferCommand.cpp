@@ -183,6 +183,7 @@ void tellEnd(const CommandContext& context, const Run& run) {
 
 ExitStatus showPlan(const CommandContext& context) {
   checkApart(context, context.call.destination());
+  Destination::checkWritable(context.call.destination());
   // A plan writes nothing at all.
   const auto naming = openPlaceNaming(context, false);
   ModelSession session{context, naming.get(), true};

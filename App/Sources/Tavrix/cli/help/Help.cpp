@@ -29,7 +29,8 @@ std::string helpText(Language language, const help::HelpText* command) {
     return std::string{language == Language::russian ? text.russian : text.english};
   };
   return in(command != nullptr ? *command : help::program) + in(help::commonOptions) +
-         in(help::settingKeysTitle) + settingKeysText();
+         in(help::settingKeysTitle) + settingKeysText() +
+         (command == nullptr ? in(help::otherLanguage) : "");
 }
 
 }  // namespace tavrix::cli

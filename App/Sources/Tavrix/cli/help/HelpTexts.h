@@ -87,7 +87,9 @@ inline constexpr HelpText commonOptions{
     R"(
 Параметры всех команд:
   --json              результат для программ
-  --lang ru|en|system язык сообщений (по умолчанию uiLanguage из tavrix settings, иначе ru)
+  --lang ru|en|system язык сообщений; без него — запомненный, а если его нет — язык системы.
+                      Запомнить: tavrix settings set uiLanguage ru. Имена папок — на языке
+                      шаблона ("language" в nameTemplate), обычно это язык дат системы (LC_TIME)
   --set КЛЮЧ=ЗНАЧЕНИЕ одна настройка на этот вызов; можно повторять, запомнить: tavrix settings
   --state DIR         папка состояния программы
   --verbose           строки журнала в поток ошибок
@@ -100,7 +102,10 @@ inline constexpr HelpText commonOptions{
     R"(
 Options of every command:
   --json              the result for programs
-  --lang ru|en|system language of the messages (default: uiLanguage of tavrix settings, else ru)
+  --lang ru|en|system language of the messages; without it the saved one, else the system's.
+                      To save it: tavrix settings set uiLanguage en. Folders are named in the
+                      template's language ("language" in nameTemplate), which is at first that
+                      of the system's dates (LC_TIME)
   --set KEY=VALUE     one setting for this call; can be repeated; to save one: tavrix settings
   --state DIR         the program's state folder
   --verbose           log lines on standard error
@@ -110,6 +115,10 @@ Options of every command:
 Exit status: 0 all done, 1 some files failed or a part of the source was not read, 2 usage error,
 3 could not start or was stopped, 130 interrupted.
 )"};
+
+/// Ends the help of the program, each in the other language.
+inline constexpr HelpText otherLanguage{"\nIn English: tavrix --help --lang en\n",
+                                        "\nПо-русски: tavrix --help --lang ru\n"};
 
 /// Introduces the list of keys of --set.
 inline constexpr HelpText settingKeysTitle{"\nКлючи --set:\n", "\nKeys of --set:\n"};

@@ -24,6 +24,15 @@ inline constexpr Sentence<> commandMissing{
 inline constexpr Sentence<Text> unknownCommand{
     "Команды «{}» нет; список команд: tavrix --help.",
     "There is no command “{}”; for the list of commands, run tavrix --help."};
+inline constexpr Sentence<Text, Text> unknownCommandLike{
+    "Команды «{0}» нет. Может быть, tavrix {1}? Список команд: tavrix --help.",
+    "There is no command “{0}”. Did you mean tavrix {1}? For the list of commands, run tavrix "
+    "--help."};
+inline constexpr Sentence<Text, Text> unknownOptionLike{
+    "Параметра «{0}» нет. Может быть, {1}? Список параметров: tavrix --help.",
+    "There is no option “{0}”. Did you mean {1}? For the list of options, run tavrix --help."};
+inline constexpr Sentence<Text> optionTwice{"Параметр {} указан дважды; оставьте один.",
+                                            "The option {} is given twice; keep one of them."};
 inline constexpr Sentence<Text> unknownOption{
     "Параметра «{}» нет; список параметров: tavrix --help.",
     "There is no option “{}”; for the list of options, run tavrix --help."};
@@ -58,6 +67,9 @@ inline constexpr Sentence<Text> settingNotAssignment{
 inline constexpr Sentence<Text, Text, Text> settingUnknownKey{
     "Настройки «{}» (значение «{}») нет; есть такие: {}.",
     "There is no setting “{}” (value “{}”); the settings are: {}."};
+inline constexpr Sentence<Text, Text, Text> settingUnknownKeyLike{
+    "Настройки «{}» (значение «{}») нет. Может быть, {}? Все настройки: tavrix --help.",
+    "There is no setting “{}” (value “{}”). Did you mean {}? For all settings, run tavrix --help."};
 inline constexpr Sentence<Text, Text, Text> settingBadValue{
     "Настройка «{}» не принимает значение «{}»; можно: {}.",
     "The setting “{}” does not accept the value “{}”; allowed: {}."};

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <new>
 
+#include "cli/call/Nearest.h"
 #include "cli/call/Surroundings.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/VerifySentences.h"
@@ -119,6 +120,10 @@ CommandFailure settingFailure(Language language, const SettingError& error) {
     case SettingError::Kind::notAssignment:
       return {ExitStatus::usage, say(language, sentences::settingNotAssignment, key)};
     case SettingError::Kind::unknownKey:
+      if (const auto meant = nearest(error.key, settingKeys())) {
+        return {ExitStatus::usage, say(language, sentences::settingUnknownKeyLike, key,
+                                       forSentence(error.value), *meant)};
+      }
       return {ExitStatus::usage, say(language, sentences::settingUnknownKey, key,
                                      forSentence(error.value), joined(settingKeys()))};
     case SettingError::Kind::badValue:

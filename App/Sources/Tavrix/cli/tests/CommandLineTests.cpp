@@ -61,9 +61,8 @@ TEST(CommandLine, emptyValue_isAValueAndTakesNoOtherArgument) {
 }
 
 TEST(CommandLine, optionGivenTwice_lastOneCounts) {
-  const Invocation call = parsed({"plan", "A", "B", "--lang", "en", "--lang=ru", "--device-name",
-                                  "X", "--device-name", "Y", "--state=S", "--state", "T"});
-  EXPECT_EQ(call.language, Language::russian);
+  const Invocation call = parsed(
+      {"plan", "A", "B", "--device-name", "X", "--device-name", "Y", "--state=S", "--state", "T"});
   EXPECT_EQ(call.deviceName, "Y");
   EXPECT_EQ(call.stateFolder, "T");
 }
@@ -148,13 +147,40 @@ TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
   EXPECT_FALSE(tester.folder.has("photos"));
 }
 
-TEST(CommandLine, language_isRussianUnlessAskedOtherwise) {
+TEST(CommandLine, language_isThatOfTheSystemUnlessAskedOtherwise) {
   CommandTester tester;
+  tester.messagesLocaleID = "en_GB";
+  EXPECT_THAT(tester.run({"x"}).err, HasSubstr("There is no command “x”"));
   EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("There is no command “x”"));
-  tester.localeID = "ru_RU";
-  EXPECT_THAT(tester.run({"x", "--lang", "system"}).err, HasSubstr("Команды «x» нет"));
+  EXPECT_THAT(tester.run({"x", "--lang", "ru"}).err, HasSubstr("Команды «x» нет"));
+  EXPECT_THAT(tester.run({"--help"}).out, HasSubstr("По-русски: tavrix --help --lang ru"));
+  tester.messagesLocaleID = "de_DE";
+  EXPECT_THAT(tester.run({"x"}).err, HasSubstr("Команды «x» нет"));
+  EXPECT_THAT(tester.run({"catalog", "x", "--lang", "en", "--lang", "ru"}).err,
+              HasSubstr("указан дважды"));
   EXPECT_THAT(tester.run({"catalog", "x", "--lang", "fr"}).err, HasSubstr("«fr»"));
   EXPECT_THAT(tester.run({"--lang=", "catalog", "x"}).err, HasSubstr("Язык «» неизвестен"));
+}
+
+TEST(CommandLine, typo_isMetWithWhatWasProbablyMeant) {
+  const CommandTester tester;
+  struct Row {
+    std::vector<std::string> arguments;
+    std::string meant;
+  };
+  for (const Row& row :
+       {Row{{"transfr", "phone", "photos"}, "Did you mean tavrix transfer?"},
+        Row{{"help"}, "Did you mean tavrix --help?"},
+        Row{{"groups", "phone", "--jsno"}, "Did you mean --json?"},
+        Row{{"verify", "photos", "--write-checksum"}, "Did you mean --write-checksums?"},
+        Row{{"groups", "phone", "--set", "uimode=trips"}, "Did you mean uiMode?"},
+        Row{{"frobnicate"}, "There is no command “frobnicate”; for the list"}}) {
+    auto arguments = row.arguments;
+    arguments.insert(arguments.end(), {"--lang", "en"});
+    const CommandResult result = tester.run(arguments);
+    EXPECT_EQ(result.status, ExitStatus::usage);
+    EXPECT_THAT(result.err, HasSubstr(row.meant));
+  }
 }
 
 TEST(CommandLine, wrongVariable_isNamed) {

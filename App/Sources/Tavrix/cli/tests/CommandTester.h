@@ -30,6 +30,7 @@ struct CommandTester {
   TemporaryFolder folder;
   Environment environment{};
   std::string localeID = "en_US";
+  std::string messagesLocaleID = "ru_RU";
   std::optional<std::string> gazetteerPath{};      ///< without it, places have no names
   std::optional<std::string> conversionProgram{};  ///< without it, nothing is converted
   std::optional<int> outColumns{};
@@ -78,6 +79,7 @@ struct CommandTester {
                                     .environment = surrounding,
                                     .defaults = defaults.get(),
                                     .systemLocaleID = localeID,
+                                    .messagesLocaleID = messagesLocaleID,
                                     .systemTimeZoneID = "UTC",
                                     .gazetteerPath = gazetteerPath,
                                     .conversionProgram = conversionProgram,
@@ -99,10 +101,10 @@ struct CommandTester {
     return {status, out.text(), err.text()};
   }
 
-  /// As run(), with the rights of an ordinary user who has no access to the folder `closed` in the
-  /// meantime.
-  CommandResult runKeptOutOf(const std::string& closed,
-                             const std::vector<std::string>& arguments) const {
+  /// As run(), with the rights of an ordinary user who has only the rights `left` to the folder
+  /// `closed` in the meantime.
+  CommandResult runKeptOutOf(const std::string& closed, const std::vector<std::string>& arguments,
+                             std::filesystem::perms left = std::filesystem::perms::none) const {
     namespace fs = std::filesystem;
     constexpr unsigned nobody = 65534;
     const auto give = [](const std::string& path) {
@@ -112,7 +114,7 @@ struct CommandTester {
     for (const auto& entry : fs::recursive_directory_iterator{folder.path()}) {
       give(entry.path().string());
     }
-    fs::permissions(folder / closed, fs::perms::none);
+    fs::permissions(folder / closed, left);
     std::optional<CommandResult> result;
     // A thread has its own file system rights, inherited by the threads that it starts.
     std::thread{[&] {

@@ -193,17 +193,18 @@ TEST_F(SettingsCommandTest, keptLanguage_countsWhereNoneIsNamed) {
     std::string title;
   };
   const std::vector<Row> rows{
-      {"{}", "en_US", {}, "Настройка"},
+      {"{}", "en_US", {}, "Setting"},
+      {"{}", "ru_RU", {}, "Настройка"},
       {R"({"uiLanguage":"en"})", "ru_RU", {}, "Setting"},
       {R"({"uiLanguage":"en"})", "ru_RU", {"--lang", "ru"}, "Настройка"},
       {R"({"uiLanguage":"system"})", "en_US", {}, "Setting"},
       {R"({"uiLanguage":"system"})", "ru_RU", {}, "Настройка"},
-      {R"({"uiLanguage":"french"})", "en_US", {}, "Настройка"},
-      {R"({"uiLanguage":1})", "en_US", {}, "Настройка"},
+      {R"({"uiLanguage":"french"})", "en_US", {}, "Setting"},
+      {R"({"uiLanguage":1})", "ru_RU", {}, "Настройка"},
   };
   for (const Row& row : rows) {
     put(row.defaults);
-    tester.localeID = row.locale;
+    tester.messagesLocaleID = row.locale;
     EXPECT_THAT(settings(row.arguments).out, StartsWith(row.title)) << row.defaults;
   }
   put(R"({"uiLanguage":"en"})");

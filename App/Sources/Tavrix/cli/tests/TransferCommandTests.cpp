@@ -85,6 +85,24 @@ TEST_F(TransferCommand, run_thenAgain_thenAfterARemoval) {
                               HasSubstr(R"("lastTransfer": "2026-05-21T13:00:00Z")")));
 }
 
+TEST_F(TransferCommand, folderWithoutRights_isOneSentenceBeforeAnythingStarts) {
+  std::filesystem::create_directories(tester.folder / "photos");
+  const auto readOnly = std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec;
+  for (const char* const command : {"plan", "transfer"}) {
+    const CommandResult result =
+        tester.runKeptOutOf("photos", {command, "phone", "photos", "--lang", "en"}, readOnly);
+    EXPECT_EQ(result.status, ExitStatus::stopped);
+    EXPECT_EQ(result.err, "tavrix: Cannot access “" + (tester.folder / "photos") +
+                              "”: permission denied; check the path, the permissions and the "
+                              "disk.\n");
+  }
+  const CommandResult unreadable =
+      tester.runKeptOutOf("phone/media", {"transfer", "phone", "photos", "--lang", "en"});
+  EXPECT_EQ(unreadable.status, ExitStatus::stopped);
+  EXPECT_THAT(unreadable.err, HasSubstr("/phone/media”: permission denied"));
+  EXPECT_TRUE(std::filesystem::is_empty(tester.folder / "photos"));
+}
+
 TEST_F(TransferCommand, prefix_isKnownOnTheSecondLook) {
   const std::vector<std::string> prefixed{"--set", "fileNamePrefixMode=phone"};
   transfer();
