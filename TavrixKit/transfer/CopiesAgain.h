@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,19 +12,9 @@ namespace tavrix {
 
 /// The planned files that are complete in the destination under other names, and why.
 struct CopiesAgain {
-  /// A setting that had another value when the folders got their names.
-  struct Change {
-    std::string key;     ///< as in DestinationMarker::FolderMaking
-    std::string before;  ///< empty if the setting was not in effect
-    std::string now;     ///< empty if the setting is not in effect
-
-    friend bool operator==(const Change&, const Change&) = default;
-  };
-
   std::uint64_t files = 0;
-  /// Since the folder that holds most of them was named, by key. Settings that were in effect only
-  /// before or only now are listed only if no other has changed.
-  std::vector<Change> changes;
+  /// How the folder that holds most of them was named, if that differs from now.
+  std::optional<DestinationMarker::FolderMaking> before;
   /// The folders that hold the files and whose names were made as now, or in an unknown way; by
   /// name.
   std::vector<std::string> folders;

@@ -73,23 +73,9 @@ DestinationView::DestinationView(Shared<FilesOnDisk> filesOnDisk, Shared<Recorde
 
 const std::string* DestinationView::landedPath(const WantedFile& file,
                                                const std::string& base) const {
-  return pathWhere(file, [&](const std::string& path) { return isNumberedForm(path, base); });
-}
-
-const std::string* DestinationView::recordedPath(const WantedFile& file) const {
-  return pathWhere(file, [](const std::string&) { return true; });
-}
-
-/// Returns the path of a file that is on disk, recorded for this asset, and wanted.
-template <typename IsWanted>
-const std::string* DestinationView::pathWhere(const WantedFile& file,
-                                              const IsWanted& isWanted) const {
   const MediaAsset& asset = file.asset;
-  const auto lies = [&](const std::string& path) { return isOnDisk(path) && isWanted(path); };
   const auto counts = [&](const KnownAssets::Record& record) {
-    const auto* const owner = recorded_->owner(*record.path);
-    return owner->isThisPhone && lies(*record.path) &&
-           fits(file, *record.path, record.size, record.date);
+    return isNumberedForm(*record.path, base) && holdsRecord(file, record);
   };
   const KnownAssets& known = recorded_->knownAssets();
   const auto last = known.byLocalID.find(asset.id());
@@ -101,8 +87,30 @@ const std::string* DestinationView::pathWhere(const WantedFile& file,
   }
   if (!asset.cloudID()) return nullptr;
   const auto shot = known.byCloudID.find(*asset.cloudID());
-  const bool isThere = shot != known.byCloudID.end() && lies(*shot->second.path);
+  const bool isThere = shot != known.byCloudID.end() && isOnDisk(*shot->second.path) &&
+                       isNumberedForm(*shot->second.path, base);
   return isThere ? shot->second.path : nullptr;
+}
+
+std::vector<const std::string*> DestinationView::recordedPaths(const WantedFile& file) const {
+  std::vector<const std::string*> paths;
+  const auto add = [&](const KnownAssets::Record& record) {
+    if (holdsRecord(file, record)) paths.push_back(record.path);
+  };
+  const KnownAssets& known = recorded_->knownAssets();
+  const auto last = known.byLocalID.find(file.asset.id());
+  if (last == known.byLocalID.end()) return paths;
+  add(last->second);
+  if (const auto earlier = known.earlier.find(file.asset.id()); earlier != known.earlier.end()) {
+    std::for_each(earlier->second.rbegin(), earlier->second.rend(), add);
+  }
+  return paths;
+}
+
+bool DestinationView::holdsRecord(const WantedFile& file, const KnownAssets::Record& record) const {
+  const auto* const owner = recorded_->owner(*record.path);
+  return owner->isThisPhone && isOnDisk(*record.path) &&
+         fits(file, *record.path, record.size, record.date);
 }
 
 bool DestinationView::fits(const WantedFile& file, const std::string& path, std::uint64_t size,

@@ -99,8 +99,9 @@ class DestinationView {
   /// Returns the path of a file that is on disk, is recorded for this asset, and has the path
   /// `base` or a numbered form of it; nullptr if there is none.
   const std::string* landedPath(const WantedFile& file, const std::string& base) const;
-  /// As landedPath(), wherever in the destination the file is.
-  const std::string* recordedPath(const WantedFile& file) const;
+  /// Returns the paths of all files that are on disk and recorded for this asset's id, the one that
+  /// was recorded last first.
+  std::vector<const std::string*> recordedPaths(const WantedFile& file) const;
   /// As landedPath(), for an original that was kept because it cannot be converted to `format`.
   const std::string* keptPath(const WantedFile& file, const std::string& base,
                               std::string_view format) const;
@@ -117,8 +118,8 @@ class DestinationView {
   friend bool operator==(const DestinationView&, const DestinationView&) = default;
 
  private:
-  template <typename IsWanted>
-  const std::string* pathWhere(const WantedFile& file, const IsWanted& isWanted) const;
+  /// Returns true if the recorded file is on disk, this phone's, and may be that asset.
+  bool holdsRecord(const WantedFile& file, const KnownAssets::Record& record) const;
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
   Holding holding(const std::string& path, const WantedFile& file) const;

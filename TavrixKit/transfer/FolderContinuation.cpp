@@ -8,7 +8,6 @@
 #include "foundation/StringMap.h"
 #include "foundation/Text.h"
 #include "grouping/GroupBuilder.h"
-#include "transfer/FileNames.h"
 
 namespace tavrix::FolderContinuation {
 namespace {
@@ -33,6 +32,16 @@ MediaGroup groupOf(const std::string& id, const std::vector<const AssetBundle*>&
   for (const DatedShot& shot : byDate.dated) builder.add(shot);
   for (const AssetBundle* const shot : byDate.undated) builder.addUndated(*shot);
   return std::move(builder).finish();
+}
+
+/// Returns the name of a folder without the number that FolderNaming appends.
+std::string_view withoutNumber(std::string_view name) {
+  const auto open = name.rfind(" (");
+  if (open == std::string_view::npos || !name.ends_with(')')) return name;
+  const std::string_view number = name.substr(open + 2, name.size() - open - 3);
+  const bool isNumber =
+      !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
+  return isNumber ? name.substr(0, open) : name;
 }
 
 /// Finds the folders for a list of rows.
@@ -62,11 +71,14 @@ class Continuation {
     ShotsByFolder shots;
     for (const AssetBundle& bundle : group.bundles) {
       const MediaAsset& asset = bundle.original();
-      const auto* const path = destination_.recordedPath(
-          {asset, leadOf(bundle), TransferPlanner::conversion(asset, options_)});
-      const std::string_view folder =
-          path == nullptr ? std::string_view{} : DestinationMarker::folderOf(*path);
-      if (!folder.empty()) shots[folder].push_back(&bundle);
+      for (const std::string* const path : destination_.recordedPaths(
+               {asset, leadOf(bundle), TransferPlanner::conversion(asset, options_)})) {
+        const std::string_view folder = DestinationMarker::folderOf(*path);
+        if (folder.empty()) continue;
+        auto& inFolder = shots[folder];
+        // A folder may hold two copies of a shot.
+        if (inFolder.empty() || inFolder.back() != &bundle) inFolder.push_back(&bundle);
+      }
     }
     return shots;
   }
@@ -74,20 +86,26 @@ class Continuation {
   bool isOfSameMaking(std::string_view folder, const MediaGroup& group,
                       const std::vector<const AssetBundle*>& shots) const {
     if (const auto* const making = destination_.making(folder)) return *making == names_.making;
-    return isNumberedForm(folder, names_.nameOf(groupOf(group.id, shots)));
+    const std::string name = names_.nameOf(groupOf(group.id, shots));
+    return folder == name || withoutNumber(folder) == name;
   }
 
   /// Returns the folder that the row could continue, and lists all of its folders in the row.
   std::optional<Candidate> examine(NamedGroup& row) const {
     std::optional<Candidate> candidate;
     const ShotsByFolder found = shotsByFolder(*row.group);
-    std::size_t total = 0;
-    for (const auto& [folder, shots] : found) total += shots.size();
+    absl::flat_hash_set<const AssetBundle*> all;
+    for (const auto& [folder, shots] : found) all.insert(shots.begin(), shots.end());
     for (const auto& [folder, shots] : found) {
       const bool isOwn = folder == row.folderName;
       if (!isOwn && !isOfSameMaking(folder, *row.group, shots)) continue;
-      if (2 * shots.size() > total) candidate = {folder, shots.size()};
       row.alsoIn.emplace_back(folder);
+      if (2 * shots.size() <= all.size()) continue;
+      // Copies of the shots may be in several folders.
+      const bool isBetter =
+          !candidate || isOwn ||
+          (candidate->folder != row.folderName && shots.size() > candidate->shots);
+      if (isBetter) candidate = {folder, shots.size()};
     }
     return candidate;
   }
@@ -101,13 +119,23 @@ class Continuation {
       const bool hasMore = candidates[i]->shots > candidates[winner->second]->shots;
       if (!isFirst && hasMore) winner->second = i;
     }
+    const StringSet byHand = namesByHand(rows);
     for (std::size_t i = 0; i < rows.size(); ++i) {
       if (!candidates[i]) continue;
       const std::string_view folder = candidates[i]->folder;
       const bool isWinner = names_.isShared || winners.at(folder) == i;
-      if (!isWinner || folder == rows[i].folderName) continue;
+      if (!isWinner || folder == rows[i].folderName || byHand.contains(caseFolded(folder)))
+        continue;
       rows[i].templateName = std::exchange(rows[i].folderName, std::string{folder});
     }
+  }
+
+  StringSet namesByHand(const std::vector<NamedGroup>& rows) const {
+    StringSet result;
+    for (const NamedGroup& row : rows) {
+      if (names_.isByHand(*row.group)) result.insert(caseFolded(row.folderName));
+    }
+    return result;
   }
 
   /// Numbers the names of rows that continue nothing but have a name that a continued folder has.
@@ -122,7 +150,7 @@ class Continuation {
     if (continued.empty()) return;
     for (NamedGroup& row : rows) {
       if (row.templateName || !continued.contains(caseFolded(row.folderName))) continue;
-      const std::string name = row.folderName;
+      const std::string name{withoutNumber(row.folderName)};
       for (std::uint64_t number = 2; !taken.insert(caseFolded(row.folderName)).second; ++number) {
         row.folderName = name + " (" + std::to_string(number) + ")";
       }

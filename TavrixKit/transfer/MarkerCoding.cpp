@@ -143,6 +143,9 @@ class PlainRecord {
 /// Builds a record from JSON events. Skips unknown keys with their values.
 class RecordBuilder : public JsonHandler {
  public:
+  /// Without `readsNotes`, the notes of folders are skipped, whatever they are.
+  explicit RecordBuilder(bool readsNotes) : readsNotes_(readsNotes) {}
+
   /// Returns nullopt if a required field was missing.
   std::optional<PhoneRecord> take() {
     const bool isWhole =
@@ -226,10 +229,10 @@ class RecordBuilder : public JsonHandler {
   /// The list of the record that is being read.
   enum class List { files, folders, makings };
 
-  static bool isRecordKey(std::string_view name) {
+  bool isRecordKey(std::string_view name) const {
     return name == "schemaVersion" || name == "phoneHash" || name == "label" || name == "model" ||
            name == "firstTransfer" || name == "lastTransfer" || name == "files" ||
-           name == "folders" || name == "makings";
+           (readsNotes_ && (name == "folders" || name == "makings"));
   }
   bool isKeyOfList(std::string_view name) const {
     if (list_ == List::folders) return name == "making" || name == "name";
@@ -314,6 +317,7 @@ class RecordBuilder : public JsonHandler {
 
   static constexpr std::uint64_t noMaking = UINT64_MAX;
 
+  bool readsNotes_;
   PhoneRecord record_;
   FileRecord file_;
   std::vector<std::uint64_t> makingOfFolder_;
@@ -385,6 +389,22 @@ void encodeMakings(JsonWriter& json, const NumberedMakings& numbers) {
   json.endArray();
 }
 
+/// Returns nullopt if `json` is not a record. Throws as decode().
+std::optional<PhoneRecord> read(std::string_view json, bool readsNotes) {
+  RecordBuilder builder{readsNotes};
+  bool isRead = true;
+  try {
+    readJson(json, builder);
+  } catch (const JsonError&) {
+    isRead = false;
+  }
+  // A newer version may have other fields; its number alone shows that the record must not be
+  // changed.
+  if (builder.hasVersion() && builder.version() > schemaVersion)
+    throw MarkerError{"", builder.version()};
+  return isRead ? builder.take() : std::nullopt;
+}
+
 }  // namespace
 
 std::string encode(const PhoneRecord& record) {
@@ -418,18 +438,9 @@ std::string encode(const PhoneRecord& record) {
 
 std::optional<PhoneRecord> decode(std::string_view json) {
   if (auto record = PlainRecord{json}.take()) return record;
-  RecordBuilder builder;
-  bool isRead = true;
-  try {
-    readJson(json, builder);
-  } catch (const JsonError&) {
-    isRead = false;
-  }
-  // A newer version may have other fields; its number alone shows that the record must not be
-  // changed.
-  if (builder.hasVersion() && builder.version() > schemaVersion)
-    throw MarkerError{"", builder.version()};
-  return isRead ? builder.take() : std::nullopt;
+  // Notes that are wrong are left out; the record itself stays good.
+  auto record = read(json, true);
+  return record ? std::move(record) : read(json, false);
 }
 
 }  // namespace tavrix::DestinationMarker

@@ -207,6 +207,18 @@ TEST(DestinationMarker, notesOfFolders_stayAsLongAsTheirFiles) {
               ElementsAre(FolderNote{"a", byDay}, FolderNote{"c", byEvent}));
 }
 
+TEST(DestinationMarker, oddNotes_costTheNotesAlone) {
+  PhoneRecord plain = sample();
+  plain.folders.clear();
+  const std::string own = encode(plain);
+  for (const char* const notes :
+       {R"("folders": null)", R"("folders": ["a"])", R"("folders": [{"making": "0", "name": "a"}])",
+        R"("folders": [{"making": 0}])", R"("makings": [1])", R"("makings": {})",
+        R"("folders": [{"making": 7, "name": "a"}])"}) {
+    EXPECT_EQ(decode(std::string{"{"} + notes + "," + own.substr(1)), plain) << notes;
+  }
+}
+
 TEST(DestinationMarker, questions_areAnsweredByPhone) {
   PhoneRecord other = sample();
   other.phoneHash = std::string(64, 'b');

@@ -112,7 +112,7 @@ void DestinationMemory::save(std::vector<DestinationMarker::FileRecord> files) {
   record.firstTransfer = startedAt_;
   record.lastTransfer = savedAt_;
   record.files = std::move(files);
-  record.folders = *setup_.notes;
+  record.folders = notes_;
   const auto isStillOurs = [this](const std::string& path) {
     return content_.view.isStillOurs(path);
   };
@@ -158,11 +158,25 @@ void DestinationMemory::saveQuietly(std::vector<DestinationMarker::FileRecord> f
   }
 }
 
+std::vector<DestinationMarker::FolderNote> DestinationMemory::notesFor(
+    const TransferPlan* plan) const {
+  std::vector<DestinationMarker::FolderNote> notes;
+  if (plan == nullptr) return notes;
+  absl::flat_hash_set<std::string_view> folders;
+  for (const PlannedFile& file : plan->files) {
+    folders.insert(DestinationMarker::folderOf(file.relativePath));
+  }
+  std::copy_if(setup_.notes->begin(), setup_.notes->end(), std::back_inserter(notes),
+               [&](const auto& note) { return folders.contains(note.name); });
+  return notes;
+}
+
 void DestinationMemory::begin(const TransferPlan* claimed) {
   startedAt_ = setup_.now();
   savedAt_ = startedAt_;
   landed_.clear();
   claimed_ = claimed;
+  notes_ = notesFor(claimed);
   if (claimed_ != nullptr) saveQuietly(claims());
 }
 

@@ -60,6 +60,8 @@ class DestinationMemory {
   std::optional<ShotDate> dateOf(const PlannedFile& file) const;
   /// Returns the files that the run may still land, and those that have landed.
   std::vector<DestinationMarker::FileRecord> claims() const;
+  /// Returns the notes of the folders that the plan writes into. The notes of the others stay.
+  std::vector<DestinationMarker::FolderNote> notesFor(const TransferPlan* plan) const;
   void save(std::vector<DestinationMarker::FileRecord> files);
   void saveQuietly(std::vector<DestinationMarker::FileRecord> files);
   void saveFinal();
@@ -69,8 +71,9 @@ class DestinationMemory {
   Destination::Content content_;
   std::vector<DestinationMarker::FileRecord> landed_;
   std::optional<DestinationMarker::PhoneRecord> settled_;  ///< nullopt: there were no claims
-  bool hasOldClaims_ = false;              ///< a killed run has left claims that must be settled
-  const TransferPlan* claimed_ = nullptr;  ///< the plan of the current run
+  bool hasOldClaims_ = false;  ///< a killed run has left claims that must be settled
+  std::vector<DestinationMarker::FolderNote> notes_;  ///< of the folders that get files
+  const TransferPlan* claimed_ = nullptr;             ///< the plan of the current run
   Instant startedAt_;
   Instant savedAt_;
 };

@@ -5,6 +5,7 @@
 #include "foundation/json/JsonWriter.h"
 #include "naming/NameRendering.h"
 #include "naming/NameTemplateCoding.h"
+#include "settings/SettingKeys.h"
 
 namespace tavrix {
 namespace {
@@ -91,6 +92,31 @@ FolderMaking folderMaking(const Settings& settings, const std::string& systemLoc
   addNaming(making, settings.naming, systemLocaleID);
   addLayout(making, settings.layout);
   return making;
+}
+
+WayBack wayBack(Settings settings, const std::string& systemLocaleID, const FolderMaking& before) {
+  WayBack way;
+  FolderMaking now = folderMaking(settings, systemLocaleID);
+  // Another mode has other settings, so the modes come first.
+  for (const bool isMode : {true, false}) {
+    for (const auto& [key, value] : before) {
+      const auto found = now.find(key);
+      const bool differs = found == now.end() || found->second != value;
+      if (!differs || isMode != (key == "uiMode" || key == "fileNamePrefixMode")) continue;
+      way.keys.push_back(key);
+      if (key == "locale") {
+        way.locale = value;
+        continue;
+      }
+      auto changed = withSetting(settings, key + "=" + value);
+      if (!std::holds_alternative<Settings>(changed)) continue;
+      settings = std::get<Settings>(std::move(changed));
+      now = folderMaking(settings, systemLocaleID);
+      way.assignments.push_back(key + "=" + value);
+    }
+  }
+  way.isComplete = folderMaking(settings, way.locale.value_or(systemLocaleID)) == before;
+  return way;
 }
 
 }  // namespace tavrix

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "settings/Settings.h"
 #include "transfer/DestinationMarker.h"
@@ -12,5 +14,17 @@ namespace tavrix {
 /// settingKeys(), with values that withSetting() accepts; and "locale", the locale of the names.
 DestinationMarker::FolderMaking folderMaking(const Settings& settings,
                                              const std::string& systemLocaleID);
+
+/// What leads back to names of an earlier making.
+struct WayBack {
+  std::vector<std::string> keys;         ///< settings that differ, as in a making
+  std::vector<std::string> assignments;  ///< "KEY=VALUE" for withSetting()
+  std::optional<std::string> locale;     ///< the locale to set, if that differs
+  /// The assignments and the locale give the earlier making again.
+  bool isComplete = false;
+};
+/// Returns how `settings` must change so that folderMaking() returns `before`.
+WayBack wayBack(Settings settings, const std::string& systemLocaleID,
+                const DestinationMarker::FolderMaking& before);
 
 }  // namespace tavrix

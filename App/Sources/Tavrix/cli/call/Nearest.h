@@ -22,8 +22,8 @@ inline std::size_t typingDistance(std::string_view a, std::string_view b) {
         continue;
       }
       const std::size_t change = lower(a[i - 1]) == lower(b[j - 1]) ? 0 : 1;
-      distance[i][j] = std::min({distance[i - 1][j] + 1, distance[i][j - 1] + 1,
-                                 distance[i - 1][j - 1] + change});
+      distance[i][j] = std::min(
+          {distance[i - 1][j] + 1, distance[i][j - 1] + 1, distance[i - 1][j - 1] + change});
       const bool isSwapped = i > 1 && j > 1 && lower(a[i - 1]) == lower(b[j - 2]) &&
                              lower(a[i - 2]) == lower(b[j - 1]);
       if (isSwapped) distance[i][j] = std::min(distance[i][j], distance[i - 2][j - 2] + 1);

@@ -195,19 +195,20 @@ inline constexpr Sentence<Text> copiesAgain{
     "What is already here will be copied again under new names: {}."};
 inline constexpr Sentence<Text, Text> copiesAgainFrom{
     "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}. Сейчас это лежит "
-    "в «{}» и, возможно, рядом: состав папок изменился, или имена заданы вручную.",
+    "в «{}» и, возможно, рядом: состав или устройство папок изменились, или имена заданы вручную.",
     "What is already here will be copied again under new names: {}. It is now in “{}” and perhaps "
-    "beside it: the folders have other shots than before, or names given by hand."};
+    "beside it: the folders have other shots or another layout than before, or names given by "
+    "hand."};
 inline constexpr Sentence<Text, Text> copiesAgainChanged{
-    "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}. С прошлого переноса "
-    "изменились настройки: {}.",
+    "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}. С тех пор как эти "
+    "папки получили имена, изменились настройки: {}.",
     "What is already here will be copied again under new names: {}. Settings that have changed "
-    "since the last transfer: {}."};
+    "since these folders were named: {}."};
 inline constexpr Sentence<Text> copiesAgainRemedy{"Чтобы имена остались прежними: {}",
                                                   "To keep the names as they were: {}"};
 inline constexpr Sentence<Text, Text> continuesFolder{
-    "«{}» продолжает папку (по шаблону — «{}»).",
-    "“{}” continues its folder (the template gives “{}”)."};
+    "Продолжает папку: «{}» (по шаблону — «{}»).",
+    "Continues a folder: “{}” (the template gives “{}”)."};
 inline constexpr Sentence<Text> moreContinueFolders{"И ещё продолжают свои папки: {}.",
                                                     "Others that continue their folders: {}."};
 inline constexpr Sentence<Text, Text> spaceHint{

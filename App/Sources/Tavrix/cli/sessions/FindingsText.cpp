@@ -4,6 +4,8 @@
 #include "cli/sentences/CliSentences.h"
 #include "cli/sessions/Source.h"
 #include "foundation/Sentences.h"
+#include "foundation/Text.h"
+#include "settings/FolderMaking.h"
 #include "sources/SnapshotSource.h"
 #include "text/SentenceParts.h"
 #include "text/SourceSentences.h"
@@ -33,45 +35,42 @@ void tellKnownCard(const CommandContext& context, const KnownCard& card) {
                    : say(language, sentences::cardKnownElsewhere, count, all));
 }
 
-/// Returns the argument that brings back the value of a setting.
-std::string argumentOf(const CopiesAgain::Change& change) {
-  const bool isPlain = change.before.find_first_of(" '\"") == std::string::npos;
-  const std::string assignment = change.key + "=" + change.before;
-  return " --set " + (isPlain ? assignment : "'" + assignment + "'");
+/// Returns a word of a shell that has this text.
+std::string shellWord(const std::string& text) {
+  constexpr std::string_view plain =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_=.,:/+-";
+  if (text.find_first_not_of(plain) == std::string::npos) return text;
+  std::string word = "'";
+  for (const char c : text) word += c == '\'' ? std::string{"'\\''"} : std::string{c};
+  return word + "'";
 }
 
-/// Returns the command that keeps the names. Returns nullopt if that is too long for a sentence.
-std::optional<std::string> remedyOf(const CopiesAgain& again) {
-  std::string language;
-  std::string arguments;
-  for (const CopiesAgain::Change& change : again.changes) {
-    if (change.before.empty() || change.key == "nameTemplate") return std::nullopt;
-    if (change.key == "locale") {
-      language = "LC_ALL=" + change.before + ".UTF-8 ";
-    } else {
-      arguments += argumentOf(change);
-    }
-  }
-  return language + "tavrix transfer …" + arguments;
+/// Returns the command that gives the earlier names again. Returns nullopt if there is none, or if
+/// it is too long for a sentence.
+std::optional<std::string> commandOf(const WayBack& way) {
+  constexpr std::size_t longest = 300;
+  std::string command = way.locale ? "LC_ALL=" + shellWord(*way.locale) + ".UTF-8 " : "";
+  command += "tavrix transfer …";
+  for (const std::string& each : way.assignments) command += " --set " + shellWord(each);
+  return way.isComplete && command.size() <= longest ? std::optional{command} : std::nullopt;
 }
 
 void tellCopiesAgain(const CommandContext& context, const CopiesAgain& again) {
   if (again.files == 0) return;
   const Language language = context.language();
   const std::string files = counted(language, again.files, tavrix::sentences::files);
-  if (again.changes.empty()) {
+  if (!again.before) {
     const std::string first = again.folders.empty() ? "" : forSentence(again.folders.front());
     context.warn(first.empty() ? say(language, sentences::copiesAgain, files)
                                : say(language, sentences::copiesAgainFrom, files, first));
     return;
   }
+  const WayBack way = wayBack(context.settings, context.surroundings.systemLocaleID, *again.before);
   std::string keys;
-  for (const CopiesAgain::Change& change : again.changes) {
-    keys += (keys.empty() ? "" : ", ") + change.key;
-  }
+  for (const std::string& key : way.keys) keys += (keys.empty() ? "" : ", ") + forSentence(key);
   context.warn(say(language, sentences::copiesAgainChanged, files, keys));
-  if (const auto remedy = remedyOf(again)) {
-    context.warn(say(language, sentences::copiesAgainRemedy, *remedy));
+  if (const auto command = commandOf(way)) {
+    context.warn(say(language, sentences::copiesAgainRemedy, printable(*command)));
   }
 }
 

@@ -86,14 +86,14 @@ TEST_F(PlacesCommand, eventThatGrows_keepsItsFolderUntilItsNamesAreMadeAnotherWa
   EXPECT_THAT(tester.run(plan).out,
               AllOf(StartsWith("Folder                     New  Size  Already there\n"
                                "2026-05-09 — Vatican City    8"),
-                    HasSubstr("“2026-05-09 — Vatican City” continues its folder (the template "
+                    HasSubstr("Continues a folder: “2026-05-09 — Vatican City” (the template "
                               "gives “2026-05-09 — Rome”).")));
   auto call = plan;
   call.insert(call.end(), {"--set", "eventGapHours=5"});
   EXPECT_THAT(
       tester.run(call).err,
       AllOf(HasSubstr("copied again under new names: 3 files."),
-            HasSubstr("since the last transfer: eventGapHours."),
+            HasSubstr("since these folders were named: eventGapHours."),
             HasSubstr("To keep the names as they were: tavrix transfer … --set eventGapHours=4")));
   call.back() = "continueFolders=false";
   EXPECT_THAT(tester.run(call).out, HasSubstr("2026-05-09 — Rome   11"));
