@@ -108,11 +108,12 @@ WayBack wayBack(Settings settings, const std::string& systemLocaleID, const Fold
         way.locale = value;
         continue;
       }
-      auto changed = withSetting(settings, key + "=" + value);
+      const std::string assignment = fmt::format("{}={}", key, value);
+      auto changed = withSetting(settings, assignment);
       if (!std::holds_alternative<Settings>(changed)) continue;
       settings = std::get<Settings>(std::move(changed));
       now = folderMaking(settings, systemLocaleID);
-      way.assignments.push_back(key + "=" + value);
+      way.assignments.push_back(assignment);
     }
   }
   way.isComplete = folderMaking(settings, way.locale.value_or(systemLocaleID)) == before;

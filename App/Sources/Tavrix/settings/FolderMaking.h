@@ -15,7 +15,7 @@ namespace tavrix {
 DestinationMarker::FolderMaking folderMaking(const Settings& settings,
                                              const std::string& systemLocaleID);
 
-/// What leads back to names of an earlier making.
+/// The way back to names of an earlier making.
 struct WayBack {
   std::vector<std::string> keys;         ///< settings that differ, as in a making
   std::vector<std::string> assignments;  ///< "KEY=VALUE" for withSetting()

@@ -25,10 +25,10 @@ inline constexpr Sentence<std::string, std::string> anotherPhone{
     "Подключён другой iPhone — «{}», а нужен {}. Подключите его кабелем и разблокируйте",
     "Another iPhone, “{}”, is connected, but {} is needed. Connect it by cable and unlock it"};
 inline constexpr Sentence<> phoneServiceMissing{
-    "Служба usbmuxd, через которую виден iPhone, не отвечает. Установите пакет usbmuxd, запустите "
-    "службу и подключите iPhone кабелем",
-    "The usbmuxd service, which connects to the iPhone, does not respond. Install the package "
-    "usbmuxd, start the service and connect the iPhone by cable"};
+    "Подключите iPhone кабелем и разблокируйте. Если он подключён, но не виден, установите службу "
+    "usbmuxd, через которую система с ним говорит: sudo apt install usbmuxd",
+    "Connect the iPhone by cable and unlock it. If it is connected and still not seen, install the "
+    "service usbmuxd, through which the system talks to it: sudo apt install usbmuxd"};
 inline constexpr Sentence<std::string> phoneLocked{"iPhone «{}» заблокирован. Разблокируйте его",
                                                    "The iPhone “{}” is locked. Unlock it"};
 inline constexpr Sentence<std::string> phoneTrustPending{
