@@ -11,7 +11,7 @@ namespace tavrix {
 /// Reads a JSON text whose exact form is known in advance, from its start: the program's own
 /// output, which is read several times faster this way than by readJson(). If a member function
 /// returns false, the text has another form and the caller must pass the whole text to readJson().
-/// What a member function accepts, readJson() would read as the same value.
+/// readJson() would read everything that a member function accepts as the same value.
 class PlainJson {
  public:
   explicit PlainJson(std::string_view text) : rest_(text) {}

@@ -369,8 +369,8 @@ void AppModel::recount() {
   counters_.request([this, life = std::weak_ptr{life_}, visible = state_->visibleGroups,
                      checks = state_->checks, planned = planned_,
                      optimized = sums.optimizedCount]() -> CoalescedWork::Apply {
-    const auto plan = planOf(planned, visible, *checks);
-    return [this, life, visible, checks, counters = countersOf(plan, optimized)] {
+    const PlanCounters counted = countersOf(planned, visible, *checks, optimized);
+    return [this, life, visible, checks, counters = counted] {
       if (!life.lock()) return;
       const bool isOfNow = isSame(checks, state_->checks) && isSame(visible, state_->visibleGroups);
       if (isOfNow) publishCounters(counters, true);

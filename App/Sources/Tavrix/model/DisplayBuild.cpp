@@ -127,7 +127,7 @@ PlanCounters exactCounters(const DisplayRequest& request, const Display& display
                            const PlanOfAll& planned) {
   PlanCounters sums = countersOf(*display.totals, *request.checks);
   if (display.totals->areApart) return sums;
-  return countersOf(planOf(planned, display.visible, *request.checks), sums.optimizedCount);
+  return countersOf(planned, display.visible, *request.checks, sums.optimizedCount);
 }
 
 }  // namespace
@@ -146,10 +146,12 @@ std::vector<TransferPlanner::NamedGroup> chosenFolders(
   return result;
 }
 
-TransferPlan planOf(const PlanOfAll& all, const DisplayGroups& visible, const CheckMarks& checks) {
+PlanCounters countersOf(const PlanOfAll& all, const DisplayGroups& visible,
+                        const CheckMarks& checks, std::uint64_t optimizedCount) {
   const auto chosen = chosenFolders(*all.folders, visible, checks);
-  if (chosen.size() == all.folders->size()) return *all.plan;
-  return TransferPlanner::plan(chosen, all.options, viewOf(all.destination));
+  if (chosen.size() == all.folders->size()) return countersOf(*all.plan, optimizedCount);
+  return countersOf(TransferPlanner::plan(chosen, all.options, viewOf(all.destination)),
+                    optimizedCount);
 }
 
 PlanCounters countersOf(const TransferPlan& plan, std::uint64_t optimizedCount) {

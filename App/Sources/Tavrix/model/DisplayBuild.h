@@ -71,9 +71,10 @@ std::vector<TransferPlanner::NamedGroup> chosenFolders(
     const std::vector<TransferPlanner::NamedGroup>& folders, const DisplayGroups& visible,
     const CheckMarks& checks);
 
-/// Returns the plan for the groups that are visible and checked. `all` must have been made for the
-/// same groups.
-TransferPlan planOf(const PlanOfAll& all, const DisplayGroups& visible, const CheckMarks& checks);
+/// Returns the counters of the plan for the groups that are visible and checked, and the given
+/// number of reduced copies. `all` must have been made for the same groups.
+PlanCounters countersOf(const PlanOfAll& all, const DisplayGroups& visible,
+                        const CheckMarks& checks, std::uint64_t optimizedCount);
 
 /// Returns the counters of a plan, and the given number of reduced copies.
 PlanCounters countersOf(const TransferPlan& plan, std::uint64_t optimizedCount);
