@@ -63,18 +63,25 @@ DisplayGroups keepingList(const DisplayGroups& previous, std::vector<Shared<Disp
   return isSameList ? previous : DisplayGroups{std::move(next)};
 }
 
+/// The shown folders by id.
+using ShownGroups = StringMap<const Shared<DisplayGroup>*>;
+
+/// Returns the shown folder of the same id if it is equal, else a new object.
+Shared<DisplayGroup> keepingShown(const ShownGroups& shown, DisplayGroup next) {
+  const auto found = shown.find(next.id);
+  if (found == shown.end()) return Shared{std::move(next)};
+  return keeping(*found->second, std::move(next));
+}
+
 DisplayGroups groupsOf(const DisplayRequest& request, const std::vector<FolderNaming::Row>& rows,
                        const std::vector<FolderPlan>& plans) {
-  StringMap<const Shared<DisplayGroup>*> shown;
+  ShownGroups shown;
   for (const auto& group : *request.shown.groups) shown.emplace(group->id, &group);
   std::vector<Shared<DisplayGroup>> groups;
   groups.reserve(plans.size());
   for (std::size_t i = 0; i < plans.size(); ++i) {
-    const FolderNaming::Row& row = rows[i];
-    DisplayGroup group = makeGroup(row, request.facts->groups[i], plans[i], *request.keys);
-    const auto found = shown.find(group.id);
-    groups.push_back(found == shown.end() ? Shared{std::move(group)}
-                                          : keeping(*found->second, std::move(group)));
+    groups.push_back(
+        keepingShown(shown, makeGroup(rows[i], request.facts->groups[i], plans[i], *request.keys)));
   }
   return keepingList(request.shown.groups, std::move(groups));
 }
