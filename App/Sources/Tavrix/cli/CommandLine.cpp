@@ -20,7 +20,8 @@ struct Flags {
   bool version = false;
 };
 
-constexpr std::array<std::string_view, 3> commonOptionsWithValue{"--lang", "--state", "--set"};
+constexpr std::array<std::string_view, 4> commonOptionsWithValue{"--lang", "--state", "--set",
+                                                                 "--progress"};
 
 bool takesValue(std::string_view option) {
   const auto isIt = [option](const CommandOption& own) {
@@ -99,6 +100,8 @@ class Parser {
     app_.add_flag("--version", flags_.version);
     app_.add_flag("--json", call_.json);
     app_.add_flag("--verbose", call_.verbose);
+    app_.add_flag("--quiet", call_.isQuiet);
+    addOption(app_, "--progress");
     addOption(app_, "--lang");
     addOption(app_, "--state");
     app_.add_option("--set", call_.settings)->expected(1)->allow_extra_args(false)->take_all();
@@ -198,8 +201,9 @@ class Parser {
   }
 
   static std::vector<std::string_view> optionsOf(const CommandSpec* form) {
-    std::vector<std::string_view> options{"--json", "--lang",    "--set",    "--state",
-                                          "--help", "--verbose", "--version"};
+    std::vector<std::string_view> options{"--json",  "--lang",     "--set",
+                                          "--state", "--help",     "--verbose",
+                                          "--quiet", "--progress", "--version"};
     if (form == nullptr) return options;
     for (const CommandOption& option : form->options) options.push_back(option.name);
     return options;
@@ -225,6 +229,10 @@ class Parser {
     if (!isLanguageChoice(language)) {
       fail(say(language_, sentences::unknownLanguage, printable(language)));
     }
+    const std::string progress = given(app_, "--progress").value_or("bar");
+    const auto progressForm = progressFormOf(progress);
+    if (!progressForm) fail(say(language_, sentences::unknownProgress, printable(progress)));
+    call_.progress = *progressForm;
     call_.stateFolder = given(app_, "--state");
     for (const CommandOption& option : form.options) {
       if (option.value != nullptr) option.value(call_) = given(commandOf(form), option.name);
@@ -300,6 +308,21 @@ Language languageOf(const std::vector<std::string>& arguments, const Surrounding
   }
   if (chosen == "en") return Language::english;
   return chosen == "system" ? languageOfLocale(surroundings.messagesLocaleID) : Language::russian;
+}
+
+Messages::Form messagesForm(const std::vector<std::string>& arguments,
+                            const Surroundings& surroundings) {
+  Messages::Form form{.columns = surroundings.errColumns,
+                      .language = languageOf(arguments, surroundings)};
+  for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
+    constexpr std::string_view option = "--progress";
+    std::optional<std::string> chosen;
+    if (arguments[i] == option && i + 1 < arguments.size()) chosen = arguments[i + 1];
+    if (arguments[i].starts_with("--progress=")) chosen = arguments[i].substr(option.size() + 1);
+    if (chosen) form.progress = progressFormOf(*chosen).value_or(form.progress);
+    form.isQuiet = form.isQuiet || arguments[i] == "--quiet";
+  }
+  return form;
 }
 
 Request parseArguments(const std::vector<std::string>& arguments,

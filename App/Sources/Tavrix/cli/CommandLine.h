@@ -7,6 +7,7 @@
 #include "cli/CommandTable.h"
 #include "cli/call/Invocation.h"
 #include "cli/call/Surroundings.h"
+#include "cli/printing/Messages.h"
 
 namespace tavrix::cli {
 
@@ -29,6 +30,10 @@ using Request = std::variant<CommandRequest, HelpRequest, VersionRequest>;
 /// Returns the language of messages: the last `--lang` among the arguments, else the one that the
 /// user keeps, else Russian. Ignores every other fault in the arguments.
 Language languageOf(const std::vector<std::string>& arguments, const Surroundings& surroundings);
+
+/// Returns the form of standard error, also for arguments that cannot be parsed.
+Messages::Form messagesForm(const std::vector<std::string>& arguments,
+                            const Surroundings& surroundings);
 
 /// Parses the arguments, without the program's own name. If the environment names a demo folder,
 /// the source may be left out. Throws CommandFailure.

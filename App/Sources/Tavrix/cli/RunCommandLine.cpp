@@ -3,11 +3,11 @@
 #include "cli/CommandLine.h"
 #include "cli/help/Help.h"
 #include "cli/printing/JsonPrinter.h"
-#include "cli/printing/TerminalLine.h"
 #include "cli/printing/TextPrinter.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/PlaceSentences.h"
 #include "cli/sessions/Failures.h"
+#include "cli/sessions/OpenPlaceNaming.h"
 #include "cli/sessions/Source.h"
 #include "cli/sessions/StoredSettings.h"
 #include "model/GroupsDebug.h"
@@ -20,18 +20,12 @@ namespace {
 /// Writes log lines for the user who runs the program; the user may see private fields.
 class StandardErrorLog : public Log {
  public:
-  StandardErrorLog(TextSink& sink, bool isTerminal) : sink_(sink), isTerminal_(isTerminal) {}
+  explicit StandardErrorLog(const Messages& messages) : messages_(messages) {}
   bool showsPrivateFields() const override { return true; }
-  void write(std::string_view line) override {
-    const std::lock_guard lock{mutex_};
-    // Erases a progress bar on the current line.
-    sink_.write(fmt::format("{}{}\n", isTerminal_ ? clearLine : "", line));
-  }
+  void write(std::string_view line) override { messages_.logLine(line); }
 
  private:
-  TextSink& sink_;
-  bool isTerminal_;
-  std::mutex mutex_;
+  const Messages& messages_;
 };
 
 /// A variable of the environment and the setting that it sets.
@@ -82,33 +76,36 @@ Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
   return settings;
 }
 
-ExitStatus execute(const CommandRequest& request, const Surroundings& surroundings) {
+ExitStatus execute(const CommandRequest& request, const Surroundings& surroundings,
+                   const Messages& messages) {
   const Invocation& call = request.call;
   if (surroundings.defaults != nullptr) {
     PersistedSettings::forgetAtLaunch(*surroundings.defaults, isDemo(surroundings.environment));
   }
-  tellDefaultsFaults(call.language, surroundings);
+  tellDefaultsFaults(surroundings, messages);
   const Settings settings = settingsOf(call, surroundings);
-  StandardErrorLog log{surroundings.err, surroundings.errColumns.has_value()};
+  StandardErrorLog log{messages};
   TextPrinter text{surroundings.out, call.language, settings.gathering.timeZone,
                    surroundings.outColumns};
   JsonPrinter json{surroundings.out};
   ResultPrinter& printer = call.json ? static_cast<ResultPrinter&>(json) : text;
   SourceFindings source;
   const CommandContext context{
-      call, surroundings, settings, printer, call.verbose ? log : silentLog(), source};
+      call, surroundings, settings, printer, call.verbose ? log : silentLog(), source, messages};
   const auto state = stateFolder(context);
   if (state && !keepsGroupsDebug(surroundings.environment)) {
     GroupsDebug::remove(*state, context.log);
   }
   const ExitStatus status = request.command->run(context);
+  tellPlacesFault(context);
   const bool isPartial = status == ExitStatus::done && source.unreadFolders > 0;
   return isPartial ? ExitStatus::someFailed : status;
 }
 
-ExitStatus answer(const Request& request, const Surroundings& surroundings) {
+ExitStatus answer(const Request& request, const Surroundings& surroundings,
+                  const Messages& messages) {
   if (const auto* const call = std::get_if<CommandRequest>(&request)) {
-    return execute(*call, surroundings);
+    return execute(*call, surroundings, messages);
   }
   if (const auto* const help = std::get_if<HelpRequest>(&request)) {
     surroundings.out.write(
@@ -124,18 +121,19 @@ ExitStatus answer(const Request& request, const Surroundings& surroundings) {
 ExitStatus runCommandLine(const std::vector<std::string>& arguments,
                           const Surroundings& surroundings) {
   std::string destination;
+  const Messages messages{surroundings.err, messagesForm(arguments, surroundings)};
   try {
     const Request request = parseArguments(arguments, surroundings);
     if (const auto* const call = std::get_if<CommandRequest>(&request)) {
       if (!call->call.operands.empty()) destination = call->call.operands.back();
     }
-    return answer(request, surroundings);
+    return answer(request, surroundings, messages);
   } catch (const OutputClosed&) {
     return ExitStatus::done;
   } catch (...) {
     const CommandFailure failure =
-        failureOf(languageOf(arguments, surroundings), destination, std::current_exception());
-    surroundings.err.write("tavrix: " + failure.sentence() + '\n');
+        failureOf(messages.form().language, destination, std::current_exception());
+    messages.error(failure.sentence());
     return failure.status();
   }
 }

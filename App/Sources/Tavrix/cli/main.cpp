@@ -1,3 +1,4 @@
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -9,6 +10,7 @@
 #include "cli/platform/Interrupts.h"
 #include "cli/platform/Resources.h"
 #include "cli/platform/Terminal.h"
+#include "cli/printing/TerminalLine.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/StoredSettings.h"
 #include "foundation/Text.h"
@@ -44,16 +46,30 @@ class StreamSink : public TextSink {
 class ErrorSink : public TextSink {
  public:
   void write(std::string_view text) override {
+    hasOpenLine_ = !text.ends_with('\n') && !text.ends_with(clearLine);
     std::fwrite(text.data(), 1, text.size(), stderr);
     std::fflush(stderr);
   }
+  /// Erases a line that was not ended, such as a progress bar. May be called on any thread.
+  void eraseOpenLine() {
+    if (hasOpenLine_) write(clearLine);
+  }
+
+ private:
+  std::atomic<bool> hasOpenLine_ = false;
 };
 
+/// Returns the columns behind standard error; nullopt if it cannot show a line that is redrawn.
+std::optional<int> columnsForProgress(const Environment& environment) {
+  if (variable(environment, "TERM") == "dumb") return std::nullopt;
+  return terminalColumns(StandardStream::error);
+}
+
 int run(const std::vector<std::string>& arguments) {
-  Interrupts interrupts;
+  ErrorSink err;
+  Interrupts interrupts{[&] { err.eraseOpenLine(); }};
   const auto phones = Phones::openBrowser();
   StreamSink out{stdout};
-  ErrorSink err;
   const Environment environment = processEnvironment();
   const auto defaults = openDefaults(environment);
   Surroundings surroundings{
@@ -67,7 +83,7 @@ int run(const std::vector<std::string>& arguments) {
       .gazetteerPath = resourcePath("gazetteer.bin"),
       .conversionProgram = helperPath("tavrix-convert"),
       .outColumns = terminalColumns(StandardStream::output),
-      .errColumns = terminalColumns(StandardStream::error),
+      .errColumns = columnsForProgress(environment),
       .now =
           [] {
             return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
@@ -86,7 +102,7 @@ int run(const std::vector<std::string>& arguments) {
   } catch (const OutputError&) {
     const auto failure =
         failureOf(languageOf(arguments, surroundings), "", std::current_exception());
-    err.write("tavrix: " + failure.sentence() + '\n');
+    Messages{err, messagesForm(arguments, surroundings)}.error(failure.sentence());
     status = failure.status();
   }
   return static_cast<int>(status);

@@ -15,9 +15,18 @@ using Environment = std::map<std::string, std::string, std::less<>>;
 
 /// The names of those variables.
 inline constexpr std::string_view usedVariables[] = {
-    "DEMO_DIR",       "DEMO_STATE_DIR",    "DEMO_TIME_ZONE", "DEMO_MODE",      "DEMO_DEVICE_NAME",
-    "DEBUG_SNAPSHOT", "UI_SNAPSHOT_VIEWS", "SNAPSHOT_OUT",   "XDG_STATE_HOME", "XDG_CONFIG_HOME",
+    "DEMO_DIR",
+    "DEMO_STATE_DIR",
+    "DEMO_TIME_ZONE",
+    "DEMO_MODE",
+    "DEMO_DEVICE_NAME",
+    "DEBUG_SNAPSHOT",
+    "UI_SNAPSHOT_VIEWS",
+    "SNAPSHOT_OUT",
+    "XDG_STATE_HOME",
+    "XDG_CONFIG_HOME",
     "HOME",
+    "TERM",
 };
 
 /// Returns the used variables of the process that are set.

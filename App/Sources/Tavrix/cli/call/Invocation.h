@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/call/ProgressForm.h"
 #include "foundation/Sentence.h"
 
 namespace tavrix::sentences {}
@@ -31,11 +32,15 @@ struct Invocation {
       operands;  ///< in the order of the command; the last may be missing if it is optional
   bool json = false;
   bool verbose = false;
+  bool isQuiet = false;  ///< without notes and progress
+  ProgressForm progress = ProgressForm::bar;
   bool explain = false;  ///< prints why folders were split where they are
   Language language = Language::russian;
   std::optional<std::string> stateFolder;
   std::vector<std::string> settings;  ///< "KEY=VALUE", in the order given
   std::optional<std::string> deviceName;
+  bool isRehearsal = false;  ///< the transfer is planned only
+  bool listsFiles = false;   ///< the plan names every file
   bool writeChecksums = false;
   bool resetsAll = false;                   ///< resets every setting
   std::optional<std::string> nameTemplate;  ///< JSON

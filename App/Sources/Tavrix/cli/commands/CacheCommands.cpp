@@ -24,7 +24,7 @@ std::string resetText(Language language, const MetadataCache::Removal& removal) 
 }  // namespace
 
 ExitStatus showCache(const CommandContext& context) {
-  const std::string folder = requiredStateFolder(context, ExitStatus::usage);
+  const std::string folder = requiredStateFolder(context);
   const std::uint64_t records = MetadataCache::countCachedRecords(folder);
   if (context.call.json) {
     JsonWriter json{context.surroundings.out};
@@ -38,16 +38,13 @@ ExitStatus showCache(const CommandContext& context) {
 }
 
 ExitStatus resetCache(const CommandContext& context) {
-  const std::string folder = requiredStateFolder(context, ExitStatus::usage);
+  const std::string folder = requiredStateFolder(context);
   const auto removal = MetadataCache::reset(folder);
   writeLog(context.log, "metadata cache reset");
   const Language language = context.language();
   if (removal.failed > 0) {
-    context.surroundings.err.write("tavrix: " +
-                                   say(language, sentences::cacheNotReset,
-                                       counted(language, removal.failed, sentences::files),
-                                       printable(folder)) +
-                                   '\n');
+    context.warn(say(language, sentences::cacheNotReset,
+                     counted(language, removal.failed, sentences::files), printable(folder)));
   }
   if (context.call.json) {
     JsonWriter json{context.surroundings.out};

@@ -63,7 +63,7 @@ void tellCancelled(const CommandContext& context, const MarkerRebuild::Report& r
       context.language(), isSaved ? sentences::rebuildCancelled : sentences::rebuildCancelledEarly,
       numberText(context.language(), total - report.count(Recognition::notReached)),
       counted(context.language(), total, sentences::outOfFiles));
-  context.surroundings.err.write("tavrix: " + sentence + '\n');
+  context.warn(sentence);
 }
 
 }  // namespace

@@ -108,10 +108,10 @@ class TransferSession {
   void begin() {
     const Run& run = *model().run();
     tellLoaded(context_, *run.library, *run.plan);
+    tellPlacesFault(context_);
     tellFindings(context_, run.findings);
     tellSpace(context_, run.findings);
-    const auto& columns = context_.surroundings.errColumns;
-    if (columns) bar_.emplace(context_.surroundings.err, *columns, context_.language());
+    bar_.emplace(context_.messages);
     heedInterrupts();
     if (stop_.stop_requested()) model().cancelTransfer();
   }
@@ -211,12 +211,15 @@ ExitStatus showPlan(const CommandContext& context) {
     freeBytes = findings.freeBytes;
   }
   const bool isFlat = context.settings.gathering.uiMode == UIGroupingMode::flat;
-  context.printer.plan(
-      {library, plan, context.call.destination(), isFlat, freeBytes, neededBytes(plan, packing)});
+  context.printer.plan({library, plan, context.call.destination(), isFlat, freeBytes,
+                        neededBytes(plan, packing),
+                        packing ? plannedArchives(plan, *packing) : std::vector<PlannedArchive>{},
+                        context.call.listsFiles});
   return ExitStatus::done;
 }
 
 ExitStatus transfer(const CommandContext& context) {
+  if (context.call.isRehearsal) return showPlan(context);
   checkApart(context, context.call.destination());
   const auto naming = openPlaceNaming(context);
   TransferSession session{context, naming.get()};

@@ -92,6 +92,10 @@ inline constexpr HelpText commonOptions{
                       шаблона ("language" в nameTemplate), обычно это язык дат системы (LC_TIME)
   --set КЛЮЧ=ЗНАЧЕНИЕ одна настройка на этот вызов; можно повторять, запомнить: tavrix settings
   --state DIR         папка состояния программы
+  --progress=bar|json|none
+                      ход работы в потоке ошибок: строка на терминале (так по умолчанию),
+                      объекты JSON по одному в строке для программ, ничего
+  --quiet             только результат, предупреждения и ошибки
   --verbose           строки журнала в поток ошибок
   --help              эта справка
   --version           версия программы
@@ -108,6 +112,10 @@ Options of every command:
                       of the system's dates (LC_TIME)
   --set KEY=VALUE     one setting for this call; can be repeated; to save one: tavrix settings
   --state DIR         the program's state folder
+  --progress=bar|json|none
+                      progress on standard error: a line on a terminal (the default),
+                      JSON objects, one a line, for programs, or nothing
+  --quiet             only the result, warnings and errors
   --verbose           log lines on standard error
   --help              this help
   --version           the program's version
@@ -203,6 +211,7 @@ Examples:
 inline constexpr HelpText plan{
     R"(tavrix plan SOURCE DEST — показывает, что будет перенесено в DEST; ничего не записывает.
 
+  --files             назвать каждый файл, а не только папки
   --device-name NAME  имя телефона (по умолчанию iPhone)
 
 Примеры:
@@ -212,6 +221,7 @@ inline constexpr HelpText plan{
 )",
     R"(tavrix plan SOURCE DEST — shows what would be transferred into DEST; writes nothing.
 
+  --files             name every file, not only the folders
   --device-name NAME  the phone's name (default: iPhone)
 
 Examples:
@@ -236,6 +246,7 @@ Ctrl-C останавливает перенос; всё, что успело с
 сверен. В архивы переносится всё, и повтор делает новые рядом со старыми. На время упаковки нужно
 вдвое больше места; если его нет, перенос ждёт.
 
+  --dry-run           только показать, что будет сделано; то же, что tavrix plan
   --device-name NAME  имя телефона (по умолчанию iPhone)
                       по нему карта узнаётся, куда бы её ни подключили,
                       и скопированное не копируется снова
@@ -261,6 +272,7 @@ each folder goes into its own archive. An archive gets its name after it was rea
 compared. Everything goes into the archives, and a second run makes new ones beside the old ones.
 Packing needs twice the space for a while; if there is too little, the transfer waits.
 
+  --dry-run           only show what would be done; the same as tavrix plan
   --device-name NAME  the phone's name (default: iPhone)
                       by this name a card is recognised wherever it is mounted,
                       and what was copied is not copied again

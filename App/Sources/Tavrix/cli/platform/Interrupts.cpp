@@ -37,7 +37,8 @@ void endAsUsual(int number) {
 
 }  // namespace
 
-Interrupts::Interrupts() : watched_(watchedSignals()) {
+Interrupts::Interrupts(std::function<void()> atEnd)
+    : atEnd_(std::move(atEnd)), watched_(watchedSignals()) {
   ::signal(SIGPIPE, SIG_IGN);
   // Threads inherit the mask, so only the watcher receives these signals.
   ::pthread_sigmask(SIG_BLOCK, &watched_, nullptr);
@@ -59,8 +60,11 @@ std::stop_token Interrupts::token() {
 
 void Interrupts::watch() {
   for (int number = 0; ::sigwait(&watched_, &number) == 0 && number != endSignal;) {
-    if (!isTokenTaken_) endAsUsual(number);
-    if (!source_.request_stop()) ::_exit(statusOfInterrupt);
+    const bool isSecond = isTokenTaken_ && !source_.request_stop();
+    if (isTokenTaken_ && !isSecond) continue;
+    atEnd_();
+    if (isSecond) ::_exit(statusOfInterrupt);
+    endAsUsual(number);
   }
 }
 

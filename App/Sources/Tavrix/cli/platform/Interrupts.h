@@ -3,6 +3,7 @@
 #include <signal.h>
 
 #include <atomic>
+#include <functional>
 #include <stop_token>
 #include <thread>
 
@@ -15,7 +16,8 @@ namespace tavrix::cli {
 class Interrupts {
  public:
   /// Also ignores SIGPIPE, so that a write to a closed pipe fails instead of ending the program.
-  Interrupts();
+  /// Calls `atEnd`, on a thread of its own, when a signal ends the program.
+  explicit Interrupts(std::function<void()> atEnd = [] {});
   ~Interrupts();
   Interrupts(const Interrupts&) = delete;
   Interrupts& operator=(const Interrupts&) = delete;
@@ -26,6 +28,7 @@ class Interrupts {
  private:
   void watch();
 
+  std::function<void()> atEnd_;
   sigset_t watched_;
   std::atomic<bool> isTokenTaken_ = false;
   std::stop_source source_;

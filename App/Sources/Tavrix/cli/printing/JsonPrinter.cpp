@@ -137,6 +137,17 @@ void writeRun(JsonWriter& json, const RecordSummary& run) {
   TransferRecordCoding::encode(run.totals, json);
 }
 
+/// Writes the archives of a run that packs its files; otherwise nothing.
+void writeArchives(JsonWriter& json, const PlanResult& result) {
+  if (result.archives.empty()) return;
+  json.key("archives").beginArray();
+  for (const PlannedArchive& archive : result.archives) {
+    json.beginObject().field("name", archive.name).field("files", archive.files.size());
+    json.endObject();
+  }
+  json.endArray();
+}
+
 }  // namespace
 
 void JsonPrinter::catalog(const std::vector<MediaAsset>& assets) {
@@ -207,6 +218,7 @@ void JsonPrinter::plan(const PlanResult& result) {
   writeAssetIDs(json, result.plan.skippedKnown);
   json.endArray().field("onlyNew", result.plan.onlyNew);
   writeContinued(json, result.library.rows);
+  writeArchives(json, result);
   json.endObject().finish();
 }
 

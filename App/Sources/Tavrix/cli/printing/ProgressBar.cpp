@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "cli/printing/Table.h"
-#include "cli/printing/TerminalLine.h"
 #include "cli/sentences/CliSentences.h"
 #include "foundation/Text.h"
 
@@ -14,37 +13,26 @@ namespace {
 constexpr std::chrono::milliseconds measureInterval{500};
 /// The weight of the newest measurement relative to the earlier ones.
 constexpr double newestShare = 0.3;
-constexpr int barColumns = 20;
-constexpr int narrowestName = 8;
+constexpr int longestName = 40;
+
+/// The ranks of the parts: the name of the file stays longest.
+enum Rank { nameRank, leftRank, speedRank, sizeRank };
+
+std::string_view textOf(TransferStage stage) {
+  switch (stage) {
+    case TransferStage::copying:
+      return "copying";
+    case TransferStage::verifying:
+      return "verifying";
+    case TransferStage::converting:
+      return "converting";
+    case TransferStage::packing:
+      return "packing";
+  }
+  return {};
+}
 
 }  // namespace
-
-std::string barText(std::uint64_t done, std::uint64_t total) {
-  const double share =
-      total == 0 ? 0 : std::min(1.0, static_cast<double>(done) / static_cast<double>(total));
-  const int full = static_cast<int>(std::floor(share * barColumns));
-  std::string bar;
-  for (int i = 0; i < barColumns; ++i) bar += i < full ? "█" : "░";
-  return bar;
-}
-
-std::string durationText(std::chrono::seconds duration) {
-  const std::chrono::hh_mm_ss time{duration};
-  if (time.hours().count() == 0) {
-    return fmt::format("{}:{:02}", time.minutes().count(), time.seconds().count());
-  }
-  return fmt::format("{}:{:02}:{:02}", time.hours().count(), time.minutes().count(),
-                     time.seconds().count());
-}
-
-ProgressBar::~ProgressBar() {
-  try {
-    clear();
-  } catch (const std::exception&) {
-    // If the terminal is gone, there is nothing to clear.
-    isShown_ = false;
-  }
-}
 
 void ProgressBar::measureSpeed(std::uint64_t bytesDone, std::chrono::steady_clock::time_point now) {
   if (!measuredAt_) {
@@ -62,62 +50,78 @@ void ProgressBar::measureSpeed(std::uint64_t bytesDone, std::chrono::steady_cloc
   measuredBytes_ = bytesDone;
 }
 
-std::string ProgressBar::packingText(const TransferProgressSnapshot& progress) const {
-  constexpr double scale = 1'000'000;
-  const double share = progress.stageFraction.value_or(0);
-  std::string line = barText(static_cast<std::uint64_t>(share * scale), std::uint64_t{1'000'000});
-  line +=
-      " " + say(language_, sentences::progressPacking, numberText(language_, progress.packedGroups),
-                counted(language_, progress.packGroupsTotal, sentences::groupsOfTotal));
-  return withName(std::move(line), progress);
+std::optional<std::chrono::seconds> ProgressBar::timeLeft(
+    const TransferProgressSnapshot& progress) const {
+  if (bytesPerSecond_ < 1) return std::nullopt;
+  const std::uint64_t left =
+      progress.bytesTotal - std::min(progress.bytesTotal, progress.bytesDone);
+  return std::chrono::seconds{
+      static_cast<std::int64_t>(std::ceil(static_cast<double>(left) / bytesPerSecond_))};
 }
 
-std::string ProgressBar::withName(std::string line,
-                                  const TransferProgressSnapshot& progress) const {
-  const int room = columns_ - displayWidth(line) - 3;
-  if (progress.currentFileName && room >= narrowestName) {
-    const std::string name = printable(*progress.currentFileName);
-    const bool isConverting = progress.stage == TransferStage::converting;
-    const int hundredths = static_cast<int>(progress.stageFraction.value_or(0) * 100);
-    line += " · " + shortened(isConverting
-                                  ? say(language_, sentences::progressConverting, name, hundredths)
-                                  : name,
-                              room);
-  }
-  return shortened(line, columns_);
+std::string ProgressBar::nameText(const TransferProgressSnapshot& progress) const {
+  if (!progress.currentFileName) return {};
+  const std::string name = shortened(printable(*progress.currentFileName), longestName);
+  if (progress.stage != TransferStage::converting) return name;
+  const int hundredths = static_cast<int>(progress.stageFraction.value_or(0) * 100);
+  return say(line_.form().language, sentences::progressConverting, name, hundredths);
+}
+
+std::string ProgressBar::packingText(const TransferProgressSnapshot& progress) const {
+  const Language language = line_.form().language;
+  const std::string counts =
+      say(language, sentences::progressPacking, numberText(language, progress.packedGroups),
+          counted(language, progress.packGroupsTotal, sentences::groupsOfTotal));
+  std::vector<ProgressPart> parts;
+  if (progress.currentFileName) parts.push_back({nameText(progress), nameRank});
+  return progressLine(line_.columns(), progress.stageFraction.value_or(0), counts, parts);
 }
 
 std::string ProgressBar::text(const TransferProgressSnapshot& progress) const {
   if (progress.stage == TransferStage::packing) return packingText(progress);
-  std::string line = barText(progress.bytesDone, progress.bytesTotal) + " ";
-  line += say(language_, sentences::progressCounts, numberText(language_, progress.filesDone),
-              counted(language_, progress.filesTotal, sentences::filesOfTotal),
-              bytesText(language_, progress.bytesDone), bytesText(language_, progress.bytesTotal));
-  if (bytesPerSecond_ >= 1) {
-    const std::uint64_t left =
-        progress.bytesTotal - std::min(progress.bytesTotal, progress.bytesDone);
-    const std::chrono::seconds duration{
-        static_cast<std::int64_t>(std::ceil(static_cast<double>(left) / bytesPerSecond_))};
-    line += " · " + say(language_, sentences::progressSpeed,
-                        bytesText(language_, static_cast<std::uint64_t>(bytesPerSecond_)));
-    line += " · " + say(language_, sentences::progressLeft, durationText(duration));
+  const Language language = line_.form().language;
+  const std::string counts =
+      say(language, sentences::progressCounts, numberText(language, progress.filesDone),
+          counted(language, progress.filesTotal, sentences::filesOfTotal));
+  std::vector<ProgressPart> parts{
+      {say(language, sentences::progressCounts, bytesText(language, progress.bytesDone),
+           bytesText(language, progress.bytesTotal)),
+       sizeRank}};
+  if (const auto left = timeLeft(progress)) {
+    parts.push_back({say(language, sentences::progressSpeed,
+                         bytesText(language, static_cast<std::uint64_t>(bytesPerSecond_))),
+                     speedRank});
+    parts.push_back({say(language, sentences::progressLeft, durationText(*left)), leftRank});
   }
-  return withName(std::move(line), progress);
+  if (progress.currentFileName) parts.push_back({nameText(progress), nameRank});
+  return progressLine(line_.columns(), shareOf(progress.bytesDone, progress.bytesTotal), counts,
+                      parts);
+}
+
+void ProgressBar::addFields(JsonWriter& json, const TransferProgressSnapshot& progress) const {
+  json.field("stage", textOf(progress.stage));
+  json.field("filesDone", progress.filesDone).field("filesTotal", progress.filesTotal);
+  json.field("bytesDone", progress.bytesDone).field("bytesTotal", progress.bytesTotal);
+  if (progress.stage == TransferStage::packing) {
+    json.field("archivesDone", progress.packedGroups);
+    json.field("archivesTotal", progress.packGroupsTotal);
+  }
+  json.field("stageFraction", progress.stageFraction);
+  json.field("currentFile", progress.currentFileName);
+  if (const auto left = timeLeft(progress)) {
+    json.field("bytesPerSecond", static_cast<std::uint64_t>(bytesPerSecond_));
+    json.field("secondsLeft", left->count());
+  }
 }
 
 void ProgressBar::show(const TransferProgressSnapshot& progress,
                        std::chrono::steady_clock::time_point now) {
   measureSpeed(progress.bytesDone, now);
-  if (drawnAt_ && now - *drawnAt_ < drawInterval) return;
-  drawnAt_ = now;
-  isShown_ = true;
-  terminal_.write(std::string{clearLine} + text(progress));
-}
-
-void ProgressBar::clear() {
-  if (!isShown_) return;
-  isShown_ = false;
-  terminal_.write(clearLine);
+  // A program waits for the last object.
+  const bool isLast = progress.filesTotal > 0 && progress.filesDone == progress.filesTotal;
+  if (!line_.isDue(now) && !line_.isDueAtEnd(isLast)) return;
+  line_.write([&] { return text(progress); }, "progress",
+              [&](JsonWriter& json) { addFields(json, progress); });
 }
 
 }  // namespace tavrix::cli

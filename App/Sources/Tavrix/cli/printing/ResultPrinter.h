@@ -10,6 +10,7 @@
 #include "library/Library.h"
 #include "library/PlanSummary.h"
 #include "naming/NamePresets.h"
+#include "runs/ArchivePlan.h"
 #include "runs/FolderTransfer.h"
 #include "settings/SavedPreset.h"
 #include "transfer/CopyVerification.h"
@@ -32,7 +33,9 @@ struct PlanResult {
   bool isFlat = false;  ///< the files are directly in the destination
   /// Bytes available in the destination; nullopt if it does not exist yet.
   std::optional<std::uint64_t> freeBytes;
-  std::uint64_t neededBytes = 0;  ///< the most needed at any one time
+  std::uint64_t neededBytes = 0;           ///< the most needed at any one time
+  std::vector<PlannedArchive> archives{};  ///< empty if the run packs nothing
+  bool listsFiles = false;                 ///< every file is listed, not the folders alone
 };
 
 /// A run, with its library and plan.

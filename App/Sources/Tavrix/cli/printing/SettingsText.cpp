@@ -9,7 +9,7 @@
 namespace tavrix::cli {
 namespace {
 
-constexpr const char* absent = "—";
+constexpr const char* noValue = "—";
 
 std::string inOneLine(const JsonValue& value) {
   StringSink sink;
@@ -23,7 +23,7 @@ std::string inOneLine(const JsonValue& value) {
 
 /// Returns the value in the form that `settings set` accepts.
 std::string valueText(const KeptSetting& setting) {
-  if (!setting.value) return absent;
+  if (!setting.value) return noValue;
   const JsonValue& value = *setting.value;
   if (value.asString() != nullptr) return printable(*value.asString());
   const JsonValue* const latitude = value.member("latitude");

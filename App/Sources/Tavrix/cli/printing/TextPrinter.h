@@ -67,11 +67,15 @@ class TextPrinter : public ResultPrinter {
   void tallyRows(std::vector<TallyRow> rows);
   /// Prints the first lines of a long list and how many more there are.
   void shortList(const std::string& title, const std::vector<std::string>& lines);
+  /// Prints on a terminal the first failures and how many more there are, else all.
+  void failures(const TransferResult& result);
   void findings(const CopyVerification::Report& report);
   std::string reasonOf(const CopyVerification::CheckedFile& file) const;
 
   void placeTree(const PlaceTree& tree);
   void folders(const PlanResult& result);
+  void plannedFiles(const TransferPlan& plan);
+  void archives(const PlanResult& result);
   /// Lists the folders that get files under names that the template would not give.
   void continued(const Library& library, const TransferPlan& plan);
   void tally(const TransferTally& tally, bool hasRun);

@@ -6,6 +6,7 @@
 #include "cli/sentences/HistorySentences.h"
 #include "cli/sentences/VerifySentences.h"
 #include "foundation/Sentences.h"
+#include "foundation/StringMap.h"
 #include "foundation/Text.h"
 #include "runs/RunRecording.h"
 #include "text/ConversionSentences.h"
@@ -81,13 +82,30 @@ void TextPrinter::tallyRows(std::vector<TallyRow> rows) {
 
 namespace {
 
-/// Returns the failed files, each with its reason.
-std::vector<std::string> failures(Language language, const TransferReport& report) {
+/// Returns the folders of the planned files, relative to the destination and with a slash at the
+/// end, by asset id.
+StringMap<std::string> plannedFolders(const TransferPlan& plan) {
+  StringMap<std::string> folders;
+  for (const PlannedFile& file : plan.files) {
+    const auto slash = file.relativePath.rfind('/');
+    if (slash == std::string::npos) continue;
+    folders.emplace(file.asset.id(), file.relativePath.substr(0, slash + 1));
+  }
+  return folders;
+}
+
+/// Returns the failed files, each with its folder and its reason.
+std::vector<std::string> failureLines(Language language, const TransferReport& report,
+                                      const TransferPlan& plan) {
   std::vector<std::string> lines;
+  if (report.failures.empty()) return lines;
+  const StringMap<std::string> folders = plannedFolders(plan);
   for (const FileOutcome& outcome : report.files) {
     const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind);
     if (failed == nullptr) continue;
-    lines.push_back(outcome.name + ": " + reasonBesideName(language, failed->reason));
+    const auto folder = folders.find(outcome.assetID);
+    lines.push_back((folder == folders.end() ? "" : folder->second) + outcome.name + ": " +
+                    reasonBesideName(language, failed->reason));
   }
   return lines;
 }
@@ -117,9 +135,41 @@ void TextPrinter::nothing(const Library& library, const std::string& destination
   line("");
 }
 
+void TextPrinter::plannedFiles(const TransferPlan& plan) {
+  if (plan.files.empty()) return;
+  const auto conversionText = [&](const PlannedFile& file) -> std::string {
+    if (!isConverted(file.conversion)) return {};
+    const bool isStill = std::holds_alternative<planned_conversion::Jpeg>(file.conversion);
+    return say(language_, isStill ? sentences::toJPEG : sentences::toH264);
+  };
+  table({{say(language_, sentences::titleFile), false, true},
+         {say(language_, sentences::titleSize), true},
+         {say(language_, sentences::titleNotes)}})
+      .write(sink_, plan.files.size(), [&](std::size_t row) -> Table::Cells {
+        const PlannedFile& file = plan.files[row];
+        return {file.relativePath, bytes(file.asset.sizeBytes()), conversionText(file)};
+      });
+  line("");
+}
+
+void TextPrinter::archives(const PlanResult& result) {
+  if (result.archives.empty()) return;
+  std::vector<std::string> lines;
+  for (const PlannedArchive& archive : result.archives) {
+    std::uint64_t total = 0;
+    for (const std::size_t i : archive.files) total += result.plan.files[i].asset.sizeBytes();
+    lines.push_back(say(language_, sentences::archiveRow, archive.name,
+                        count(archive.files.size(), sentences::files), bytes(total)));
+  }
+  line(say(language_, sentences::archivesTitle));
+  for (const std::string& each : lines) line("  " + printable(each));
+  line("");
+}
+
 void TextPrinter::plan(const PlanResult& result) {
   const TransferTally counts = tallyOf(result.library, result.plan, {});
   if (!result.library.rows.empty()) folders(result);
+  if (result.listsFiles) plannedFiles(result.plan);
   if (result.plan.files.empty()) {
     nothing(result.library, result.destination);
   } else {
@@ -130,6 +180,7 @@ void TextPrinter::plan(const PlanResult& result) {
                bytes(*result.freeBytes)));
     }
     line("");
+    archives(result);
   }
   tally(counts, false);
   home(result.library);
@@ -169,6 +220,16 @@ void TextPrinter::list(const std::string& title, const std::vector<std::string>&
   for (const std::string& each : lines) line("  " + printable(each));
 }
 
+void TextPrinter::failures(const TransferResult& result) {
+  constexpr std::size_t shown = 20;
+  auto lines = failureLines(language_, *result.outcome.report, result.plan);
+  const std::size_t all = lines.size();
+  const bool isCapped = columns_ && all > shown;
+  if (isCapped) lines.resize(shown);
+  list(say(language_, sentences::failuresTitle), lines);
+  if (isCapped) line("  " + say(language_, sentences::moreFailures, number(all - shown)));
+}
+
 void TextPrinter::transfer(const TransferResult& result) {
   const TransferReport& report = *result.outcome.report;
   if (result.plan.files.empty()) {
@@ -184,7 +245,7 @@ void TextPrinter::transfer(const TransferResult& result) {
   tally(tallyOf(result.library, result.plan, report), true);
   home(result.library);
   list(say(language_, sentences::keptOriginalsTitle), keptOriginals(language_, report));
-  list(say(language_, sentences::failuresTitle), failures(language_, report));
+  failures(result);
   unreadFolders(result.outcome);
   if (const auto note = unknownKindNote(language_, result.library)) {
     line("");

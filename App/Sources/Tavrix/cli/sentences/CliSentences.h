@@ -56,6 +56,11 @@ inline constexpr Sentence<Text> serialEmpty{
     "подключённый iPhone. Примеры: tavrix {} --help.",
     "“phone:” needs a serial number, as shown by tavrix phones; plain phone is the first connected "
     "iPhone. For examples, run tavrix {} --help."};
+inline constexpr Sentence<Text> unknownProgress{
+    "Такого вида хода работы, как «{}», нет; можно: --progress=bar, --progress=json или "
+    "--progress=none.",
+    "There is no form of progress “{}”; choose --progress=bar, --progress=json or "
+    "--progress=none."};
 inline constexpr Sentence<Text> unknownLanguage{
     "Язык «{}» неизвестен; можно: --lang ru, --lang en или --lang system.",
     "The language “{}” is unknown; choose --lang ru, --lang en or --lang system."};
@@ -141,6 +146,15 @@ inline constexpr Sentence<Text> snapshotMissing{
     "вида 100APPLE.",
     "There is no file “{}”; name a folder that contains snapshot.json and media, a DCIM folder, or "
     "folders such as 100APPLE."};
+inline constexpr Sentence<Text> sourceMissing{
+    "По пути «{}» ничего нет; проверьте, верно ли он набран и подключён ли диск.",
+    "There is nothing at “{}”; check the spelling, and that the disk is connected."};
+inline constexpr Sentence<Text> sourceIsFile{
+    "«{}» — файл, а нужна папка: смонтированный телефон, карта памяти или копия DCIM.",
+    "“{}” is a file; name a folder: a mounted phone, a memory card or a copy of DCIM."};
+inline constexpr Sentence<Text, Text> sourceIsCatalogue{
+    "«{}» — сам каталог; укажите папку, в которой он лежит: «{}».",
+    "“{}” is the catalogue itself; name the folder that contains it: “{}”."};
 inline constexpr Sentence<Text, Text> snapshotUnreadable{
     "Не удалось прочитать файл «{}»: {}; проверьте права доступа и диск.",
     "Cannot read the file “{}”: {}; check its permissions and the disk."};
@@ -220,6 +234,12 @@ inline constexpr Sentence<Text, Text> markerNotSaved{
 inline constexpr Sentence<Text> outputRefused{
     "Не удалось вывести результат: {}; освободите место и повторите.",
     "Cannot write the result: {}; free some space and try again."};
+inline constexpr Sentence<> outputClosed{
+    "Не удалось вывести результат: стандартный вывод закрыт; запустите команду без >&-.",
+    "Cannot write the result: standard output is closed; run the command without >&-."};
+inline constexpr Sentence<Text> outputFailed{
+    "Не удалось вывести результат: {}; проверьте, куда он направлен, и повторите.",
+    "Cannot write the result: {}; check where it is directed and try again."};
 inline constexpr Sentence<> outOfMemory{"Не хватает памяти; закройте другие программы и повторите.",
                                         "Not enough memory; close other programs and try again."};
 inline constexpr Sentence<> internalFault{
@@ -329,6 +349,11 @@ inline constexpr Sentence<> rowNotReached{"не дошла очередь", "not
 /// The detail of a failed verification, in a line that already names the file.
 inline constexpr Sentence<Text> verificationFailed{"сверка не прошла — {}",
                                                    "verification failed — {}"};
+inline constexpr Sentence<Text> moreFailures{"… и ещё {}", "… and {} more"};
+inline constexpr Sentence<> archivesTitle{"Файлы лягут в архивы:", "The files go into archives:"};
+inline constexpr Sentence<Text, Text, Text> archiveRow{"{} — {}, {}", "{} — {}, {}"};
+inline constexpr Sentence<> toJPEG{"в JPEG", "to JPEG"};
+inline constexpr Sentence<> toH264{"в H.264", "to H.264"};
 inline constexpr Sentence<> failuresTitle{"Не удалось перенести:", "Not transferred:"};
 inline constexpr Sentence<> keptOriginalsTitle{"Перенесены без преобразования, под своим именем:",
                                                "Kept under their own name, unconverted:"};
@@ -336,8 +361,7 @@ inline constexpr Sentence<> keptOriginalsTitle{"Перенесены без пр
 // Progress.
 // Russian has one form for every total: "3 / 21 файлов".
 inline constexpr CountedNoun filesOfTotal{"файлов", "файлов", "файлов", "file", "files"};
-inline constexpr Sentence<Text, Text, Text, Text> progressCounts{"{} / {} · {} / {}",
-                                                                 "{} / {} · {} / {}"};
+inline constexpr Sentence<Text, Text> progressCounts{"{} / {}", "{} / {}"};
 inline constexpr CountedNoun groupsOfTotal{"групп", "групп", "групп", "group", "groups"};
 inline constexpr Sentence<Text, Text> progressPacking{"4 · Архивация · {} / {}",
                                                       "4 · Packing · {} / {}"};

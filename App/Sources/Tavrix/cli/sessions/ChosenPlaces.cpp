@@ -70,17 +70,14 @@ void tellUnknownPlaces(const CommandContext& context, const std::vector<AssetBun
       withPlacesSpelled(context.settings, bundles, lookup).content.places.value_or(PlaceFilter{});
   if (chosen.countries.empty() && chosen.cities.empty()) return;
   const Language language = context.language();
-  const auto tell = [&](const std::string& sentence) {
-    context.surroundings.err.write("tavrix: " + sentence + '\n');
-  };
-  if (lookup == nullptr) return tell(say(language, sentences::chosenPlacesWithoutNames));
+  if (lookup == nullptr) return context.warn(say(language, sentences::chosenPlacesWithoutNames));
   const PlaceTree tree = placeTree(bundles, lookup, chosen.localeID);
   const std::vector<std::string> unknown = unknownPlaces(chosen, tree);
   if (unknown.empty()) return;
   const std::string names = forSentence(joined({unknown.begin(), unknown.end()}));
   const std::string there = placesIn(tree);
-  tell(there.empty() ? say(language, sentences::chosenPlacesNone, names)
-                     : say(language, sentences::chosenPlacesUnknown, names, there));
+  context.warn(there.empty() ? say(language, sentences::chosenPlacesNone, names)
+                             : say(language, sentences::chosenPlacesUnknown, names, there));
 }
 
 }  // namespace tavrix::cli

@@ -7,6 +7,7 @@
 #include "cli/call/ExitStatus.h"
 #include "cli/call/Invocation.h"
 #include "cli/call/Surroundings.h"
+#include "cli/printing/Messages.h"
 #include "foundation/Log.h"
 #include "settings/Settings.h"
 #include "sources/PictureSource.h"
@@ -20,6 +21,8 @@ struct SourceFindings {
   /// Opened on first use and kept, so that its kind stays the same if it is unplugged later.
   std::unique_ptr<PictureSource> source;
   std::uint64_t unreadFolders = 0;  ///< folders whose files are missing from the catalogue
+  /// Why places have no names, until the user is told. An error that ends the command stands alone.
+  std::optional<std::string> placesFault{};
 };
 
 /// The call, its settings and everything else that a command works with.
@@ -30,12 +33,11 @@ struct CommandContext {
   ResultPrinter& printer;
   Log& log;
   SourceFindings& source;
+  const Messages& messages;  ///< standard error of the call
 
   Language language() const { return call.language; }
-  /// Writes a sentence on a line of its own to standard error.
-  void warn(const std::string& sentence) const {
-    surroundings.err.write("tavrix: " + sentence + '\n');
-  }
+  void warn(const std::string& sentence) const { messages.warn(sentence); }
+  void note(const std::string& sentence) const { messages.note(sentence); }
 };
 
 }  // namespace tavrix::cli

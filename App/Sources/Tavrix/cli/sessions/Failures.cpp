@@ -97,6 +97,14 @@ ExitStatus statusOf(const DestinationError& error) {
   return isMisplaced ? ExitStatus::usage : ExitStatus::stopped;
 }
 
+/// Returns the sentence for a result that could not be written.
+std::string outputText(Language language, int code) {
+  if (code == EBADF) return say(language, sentences::outputClosed);
+  const bool isFull = code == ENOSPC || code == EDQUOT || code == EFBIG;
+  return say(language, isFull ? sentences::outputRefused : sentences::outputFailed,
+             tavrix::sentences::systemErrorText(language, code));
+}
+
 }  // namespace
 
 CommandFailure snapshotFailure(Language language, const std::string& path,
@@ -157,8 +165,7 @@ CommandFailure failureOf(Language language, const std::string& destination,
     return {ExitStatus::stopped, say(language, sentences::fileRefused, forSentence(fault.path()),
                                      tavrix::sentences::systemErrorText(language, fault.code()))};
   } catch (const OutputError& fault) {
-    return {ExitStatus::stopped, say(language, sentences::outputRefused,
-                                     tavrix::sentences::systemErrorText(language, fault.code()))};
+    return {ExitStatus::stopped, outputText(language, fault.code())};
   } catch (const std::bad_alloc&) {
     return {ExitStatus::stopped, say(language, sentences::outOfMemory)};
   } catch (...) {

@@ -30,7 +30,7 @@ void tellKnownCard(const CommandContext& context, const KnownCard& card) {
   const std::string count = numberText(language, card.known);
   const std::string all = counted(language, card.planned, sentences::filesOfTotal);
   const bool isByName = card.phoneHash == snapshotPhone(card.label).hash;
-  context.warn(isByName
+  context.note(isByName
                    ? say(language, sentences::cardKnownByName, forSentence(card.label), count, all)
                    : say(language, sentences::cardKnownElsewhere, count, all));
 }

@@ -1,6 +1,5 @@
 #include "cli/sessions/ModelSession.h"
 
-#include "cli/printing/TerminalLine.h"
 #include "cli/sessions/ChosenPlaces.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/RunHistory.h"
@@ -61,9 +60,7 @@ void ModelSession::openDestination() {
 void ModelSession::tell(const std::string& sentence) {
   if (sentence == told_) return;
   told_ = sentence;
-  const bool mayHaveBar = context_.surroundings.errColumns.has_value();
-  context_.surroundings.err.write(std::string{mayHaveBar ? clearLine : ""} + "tavrix: " + sentence +
-                                  '\n');
+  context_.warn(sentence);
 }
 
 }  // namespace tavrix::cli

@@ -26,7 +26,7 @@ std::string reasonOf(Language language, const GazetteerError& error) {
   return {};
 }
 
-/// Opens the table of places. If that fails, reports it on standard error and returns nullptr.
+/// Opens the table of places. If that fails, keeps the reason for the user and returns nullptr.
 std::unique_ptr<const Geocoder> openGazetteer(const CommandContext& context,
                                               const std::string& path) {
   const Language language = context.language();
@@ -38,8 +38,8 @@ std::unique_ptr<const Geocoder> openGazetteer(const CommandContext& context,
   } catch (const GazetteerError& error) {
     reason = reasonOf(language, error);
   }
-  context.surroundings.err.write(
-      "tavrix: " + say(language, sentences::gazetteerUnreadable, printable(path), reason) + '\n');
+  context.source.placesFault =
+      say(language, sentences::gazetteerUnreadable, printable(path), reason);
   return nullptr;
 }
 
@@ -66,6 +66,11 @@ std::unique_ptr<PlaceNaming> openPlaceNaming(const CommandContext& context, bool
   if (!gazetteer) return nullptr;
   auto folder = usesCache ? cacheFolder(context) : nullptr;
   return std::make_unique<PlaceNaming>(std::move(gazetteer), std::move(folder), context.log);
+}
+
+void tellPlacesFault(const CommandContext& context) {
+  const auto fault = std::exchange(context.source.placesFault, std::nullopt);
+  if (fault) context.warn(*fault);
 }
 
 }  // namespace tavrix::cli

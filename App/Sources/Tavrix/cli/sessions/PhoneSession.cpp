@@ -127,9 +127,8 @@ void PhoneSession::tellOtherPhones() const {
 
 void PhoneSession::followReading(const MetadataPass::Progress& progress) {
   if (!reading_) reading_ = Reading{};
-  const Surroundings& surroundings = context_.surroundings;
-  if (!surroundings.errColumns || wasRead_) return;
-  if (!bar_) bar_.emplace(surroundings.err, *surroundings.errColumns, context_.language());
+  if (wasRead_) return;
+  if (!bar_) bar_.emplace(context_.messages);
   bar_->show(progress, std::chrono::steady_clock::now());
 }
 

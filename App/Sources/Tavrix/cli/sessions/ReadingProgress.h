@@ -9,12 +9,11 @@
 
 namespace tavrix::cli {
 
-/// A progress bar for a command that reads many files, where there is a terminal to draw it on.
+/// The progress of a command that reads many files, if the call shows any.
 class ReadingProgress {
  public:
   explicit ReadingProgress(const CommandContext& context) {
-    const Surroundings& around = context.surroundings;
-    if (around.errColumns) bar_.emplace(around.err, *around.errColumns, context.language());
+    if (context.messages.showsProgress()) bar_.emplace(context.messages);
   }
 
   /// Of no use once this object is gone.

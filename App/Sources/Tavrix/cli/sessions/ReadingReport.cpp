@@ -45,10 +45,8 @@ void tell(const CommandContext& context, const ListSentence& sentence,
           const std::vector<std::string>& paths) {
   if (paths.empty()) return;
   const Language language = context.language();
-  context.surroundings.err.write(
-      "tavrix: " +
-      say(language, sentence, numberText(language, paths.size()), beginningOf(language, paths)) +
-      '\n');
+  context.warn(
+      say(language, sentence, numberText(language, paths.size()), beginningOf(language, paths)));
 }
 
 void tellLeftOut(const CommandContext& context, const FolderCatalogue& catalogue) {
@@ -72,9 +70,8 @@ void reportOtherMediaFolders(const CommandContext& context, const std::string& f
   const std::string& source = context.call.source();
   if (folder == source) return;
   for (const std::string& other : SourceFolder::otherCatalogueFolders(source)) {
-    context.surroundings.err.write(
-        "tavrix: " +
-        say(language, sentences::otherMediaFolder, forSentence(other), forSentence(folder)) + '\n');
+    context.note(
+        say(language, sentences::otherMediaFolder, forSentence(other), forSentence(folder)));
   }
 }
 
@@ -93,10 +90,8 @@ void reportOtherPhones(const CommandContext& context, const PhoneOnCable& phone,
   for (const PhoneOnCable& other : others) {
     list.append(list.empty() ? "" : ", ").append(other.deviceID);
   }
-  context.surroundings.err.write(
-      "tavrix: " +
-      say(context.language(), sentences::otherPhones, forSentence(deviceNameOf(phone)), list) +
-      '\n');
+  context.note(
+      say(context.language(), sentences::otherPhones, forSentence(deviceNameOf(phone)), list));
 }
 
 }  // namespace tavrix::cli

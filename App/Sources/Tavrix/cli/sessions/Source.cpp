@@ -1,6 +1,7 @@
 #include "cli/sessions/Source.h"
 
 #include <chrono>
+#include <filesystem>
 
 #include "cli/printing/ReadingBar.h"
 #include "cli/sentences/CliSentences.h"
@@ -8,6 +9,7 @@
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/ReadingReport.h"
 #include "device/cable/DeviceWatch.h"
+#include "foundation/Text.h"
 #include "media/Snapshot.h"
 #include "sources/CardSource.h"
 #include "sources/PhoneSource.h"
@@ -26,6 +28,30 @@ const CardSource& cardOf(const CommandContext& context) {
   return static_cast<const CardSource&>(sourceOf(context));
 }
 
+/// Returns the failure for a source without a readable catalogue. Names first what the user can
+/// see: that there is nothing at the path, or no folder.
+CommandFailure sourceFailure(const CommandContext& context, const std::string& snapshotPath,
+                             const FileError& error) {
+  const Language language = context.language();
+  const std::filesystem::path source{context.call.source()};
+  std::error_code fault;
+  const auto status = std::filesystem::status(source, fault);
+  if (status.type() == std::filesystem::file_type::not_found) {
+    return {ExitStatus::stopped,
+            say(language, sentences::sourceMissing, printable(source.string()))};
+  }
+  if (!std::filesystem::exists(status) || std::filesystem::is_directory(status)) {
+    return snapshotFailure(language, snapshotPath, error);
+  }
+  const bool isCatalogue = source.filename() == "snapshot.json";
+  const std::string folder =
+      isCatalogue && !source.has_parent_path() ? "." : source.parent_path().string();
+  return {ExitStatus::stopped,
+          isCatalogue ? say(language, sentences::sourceIsCatalogue, printable(source.string()),
+                            printable(folder))
+                      : say(language, sentences::sourceIsFile, printable(source.string()))};
+}
+
 /// Reads the snapshot with `read`. Throws CommandFailure in place of its errors.
 template <typename Read>
 auto readSnapshot(const CommandContext& context, Read read) {
@@ -38,7 +64,7 @@ auto readSnapshot(const CommandContext& context, Read read) {
   } catch (const SnapshotError& error) {
     throw snapshotFailure(context.language(), source.snapshotPath(), error);
   } catch (const FileError& error) {
-    throw snapshotFailure(context.language(), source.snapshotPath(), error);
+    throw sourceFailure(context, source.snapshotPath(), error);
   }
 }
 
@@ -70,8 +96,8 @@ FolderCatalogue readWithBar(const CommandContext& context) {
                        .log = &context.log,
                        .stop = surroundings.catchInterrupts()};
   std::optional<ReadingBar> bar;
-  if (surroundings.errColumns) {
-    bar.emplace(surroundings.err, *surroundings.errColumns, context.language());
+  if (context.messages.showsProgress()) {
+    bar.emplace(context.messages);
     reading.progress = [&](const MetadataPass::Progress& progress) {
       bar->show(progress, std::chrono::steady_clock::now());
     };
@@ -120,9 +146,9 @@ std::optional<std::string> stateFolder(const CommandContext& context) {
   return stateFolderOf(context.surroundings.environment, context.call.stateFolder);
 }
 
-std::string requiredStateFolder(const CommandContext& context, ExitStatus status) {
+std::string requiredStateFolder(const CommandContext& context) {
   if (auto path = stateFolder(context)) return *std::move(path);
-  throw CommandFailure{status, say(context.language(), sentences::noStateFolder)};
+  throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::noStateFolder)};
 }
 
 std::optional<std::string> givenDeviceName(const CommandContext& context) {

@@ -58,9 +58,8 @@ PhoneBrowser& browserOf(const CommandContext& context);
 /// Returns the state folder that the call or the environment gives, or nullopt if neither gives
 /// one.
 std::optional<std::string> stateFolder(const CommandContext& context);
-/// As stateFolder(). Throws CommandFailure with `status` if neither gives one.
-std::string requiredStateFolder(const CommandContext& context,
-                                ExitStatus status = ExitStatus::stopped);
+/// As stateFolder(). Throws CommandFailure if neither gives one.
+std::string requiredStateFolder(const CommandContext& context);
 
 /// Writes the entries as "snapshot.json" into a folder, which is created if only its last part is
 /// missing. Returns the path of the file. Throws DestinationError, FileError.

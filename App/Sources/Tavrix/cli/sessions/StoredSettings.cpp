@@ -35,10 +35,6 @@ std::string faultText(Language language, const DefaultsFault& fault) {
   return {};
 }
 
-void tell(Language language, const Surroundings& surroundings, const DefaultsFault& fault) {
-  surroundings.err.write("tavrix: " + faultText(language, fault) + '\n');
-}
-
 }  // namespace
 
 bool isLanguageChoice(std::string_view text) {
@@ -52,10 +48,10 @@ std::optional<std::string> keptLanguage(const Surroundings& surroundings) {
   return language;
 }
 
-void tellDefaultsFaults(Language language, const Surroundings& surroundings) {
+void tellDefaultsFaults(const Surroundings& surroundings, const Messages& messages) {
   if (surroundings.defaults == nullptr) return;
   for (const DefaultsFault& fault : surroundings.defaults->takeFaults()) {
-    tell(language, surroundings, fault);
+    messages.warn(faultText(messages.form().language, fault));
   }
 }
 
@@ -78,7 +74,7 @@ void keep(const CommandContext& context, const DefaultsChanges& changes) {
     if (losesChange(fault)) {
       throw CommandFailure{ExitStatus::stopped, faultText(context.language(), fault)};
     }
-    tell(context.language(), context.surroundings, fault);
+    context.warn(faultText(context.language(), fault));
   }
 }
 

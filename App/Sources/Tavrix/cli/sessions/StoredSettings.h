@@ -20,7 +20,7 @@ bool isLanguageChoice(std::string_view text);
 std::optional<std::string> keptLanguage(const Surroundings& surroundings);
 
 /// Reports on standard error the faults of the user defaults since the last report.
-void tellDefaultsFaults(Language language, const Surroundings& surroundings);
+void tellDefaultsFaults(const Surroundings& surroundings, const Messages& messages);
 
 /// Returns the defaults for a command that changes them. Throws CommandFailure if there are none or
 /// the call is a demo.

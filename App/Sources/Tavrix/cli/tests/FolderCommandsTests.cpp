@@ -352,10 +352,16 @@ TEST_F(FolderCommandsTest, cardThatTheDestinationKnows_isSaidBeforeItIsCopiedAga
 
 TEST_F(FolderCommandsTest, folderThatIsNoSource_isSaidWithTheRemedy) {
   tester.folder.write("other/Wedding/a.JPG", "x");
-  for (const std::string& folder : {tester.folder / "other", tester.folder / "missing"}) {
-    const auto result = run({"catalog", folder});
+  tester.folder.write("card/snapshot.json", "[]");
+  const std::map<std::string, std::string> rows{
+      {"other", "a DCIM folder"},
+      {"missing", "There is nothing at “"},
+      {"other/Wedding/a.JPG", "is a file; name a folder"},
+      {"card/snapshot.json", "name the folder that contains it: “" + tester.folder / "card" + "”"}};
+  for (const auto& [source, sentence] : rows) {
+    const auto result = run({"catalog", tester.folder / source});
     EXPECT_EQ(result.status, ExitStatus::stopped);
-    EXPECT_THAT(result.err, HasSubstr("DCIM"));
+    EXPECT_THAT(result.err, HasSubstr(sentence));
   }
 }
 
@@ -364,7 +370,7 @@ TEST_F(FolderCommandsTest, withoutStateFolder_everythingWorksButTheCache) {
   tester.environment["XDG_STATE_HOME"] = "";
   EXPECT_EQ(run({"catalog", "phone"}).status, ExitStatus::done);
   EXPECT_THAT(run({"catalog", "phone", "--verbose"}).err, HasSubstr("fetching 4\n"));
-  EXPECT_EQ(run({"cache"}).status, ExitStatus::usage);
+  EXPECT_EQ(run({"cache"}).status, ExitStatus::stopped);
   run({"catalog", "phone", "--state", tester.folder / "a/b"});
   EXPECT_THAT(run({"cache", "--state", tester.folder / "a/b"}).out, HasSubstr("4 entries"));
 }
@@ -373,13 +379,14 @@ TEST_F(FolderCommandsTest, readingBar_showsCountsSpeedAndHits) {
   StringSink terminal;
   const std::chrono::steady_clock::time_point start{};
   {
-    ReadingBar bar{terminal, 100, Language::russian};
+    const Messages wide{terminal, {.columns = 100}};
+    ReadingBar bar{wide};
     EXPECT_THAT(
         bar.text({50'000, 12'000, 1'400}, std::chrono::seconds{4}),
         EndsWith("Чтение: 13\u00A0400 / 50\u00A0000 файлов · 350 файлов/с · осталось 1:45 · "
                  "из кэша: 12\u00A0000"));
-    ReadingBar narrow{terminal, 40, Language::english};
-    EXPECT_EQ(narrow.text({1'234'567, 12'000, 59'090}, std::chrono::seconds{4}),
+    const Messages narrow{terminal, {.columns = 40, .language = Language::english}};
+    EXPECT_EQ(ReadingBar{narrow}.text({1'234'567, 12'000, 59'090}, std::chrono::seconds{4}),
               "Reading: 71,090 / 1,234,567 files");
     EXPECT_THAT(bar.text({1, 0, 0}, {}), EndsWith("Чтение: 0 / 1 файлов"));
     bar.show({10, 10, 0}, start);

@@ -19,7 +19,7 @@ bool waitForStop(const std::stop_token& token) {
 void interruptTwice() {
   // A script that runs the tests in the background ignores SIGINT.
   ::signal(SIGINT, SIG_DFL);
-  Interrupts interrupts;
+  Interrupts interrupts{[] { std::fputs("line erased", stderr); }};
   const std::stop_token token = interrupts.token();
   ::kill(::getpid(), SIGINT);
   if (!waitForStop(token)) ::_exit(1);
@@ -59,7 +59,7 @@ TEST(Interrupts, threadsOfAnyAge_leaveSignalsToTheWatcher) {
 
 TEST(InterruptsDeathTest, secondSignal_endsAtOnce) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
-  EXPECT_EXIT(interruptTwice(), testing::ExitedWithCode(130), "");
+  EXPECT_EXIT(interruptTwice(), testing::ExitedWithCode(130), "^line erased$");
 }
 
 TEST(InterruptsDeathTest, ignoredSignal_staysIgnored) {

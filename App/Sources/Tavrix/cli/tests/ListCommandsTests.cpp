@@ -219,7 +219,7 @@ TEST_F(ListCommands, badSnapshot_isNamedWithItsPlace) {
   for (const std::string command : {"catalog", "bundles", "groups", "places"}) {
     const CommandResult result = tester.run({command, "other"});
     EXPECT_EQ(result.status, ExitStatus::stopped);
-    EXPECT_THAT(result.err, HasSubstr("Нет файла"));
+    EXPECT_THAT(result.err, HasSubstr("ничего нет"));
   }
 }
 

@@ -62,23 +62,29 @@ TransferProgressSnapshot progressOf(std::uint64_t files, std::uint64_t bytes) {
   return progress;
 }
 
+std::string barText(int columns, Language language, const TransferProgressSnapshot& progress) {
+  StringSink terminal;
+  const Messages messages{terminal, {.columns = columns, .language = language}};
+  return ProgressBar{messages}.text(progress);
+}
+
 TEST(ProgressBar, text_tellsFilesBytesSpeedTimeAndName) {
   StringSink terminal;
-  ProgressBar bar{terminal, 120, Language::english};
+  const Messages messages{terminal, {.columns = 120, .language = Language::english}};
+  std::optional<ProgressBar> bar{std::in_place, messages};
   const std::chrono::steady_clock::time_point begin{};
-  bar.show(progressOf(0, 0), begin);
+  bar->show(progressOf(0, 0), begin);
   EXPECT_THAT(terminal.text(),
               HasSubstr("░░░░ 0 / 200 files · 0\u00A0B / 100.0\u00A0MB · IMG_0001.HEIC"));
-  bar.show(progressOf(50, 25'000'000), begin + 1s);
+  bar->show(progressOf(50, 25'000'000), begin + 1s);
   EXPECT_THAT(terminal.text(),
               HasSubstr("█████░░░░░░░░░░░░░░░ 50 / 200 files · 25.0\u00A0MB / 100.0\u00A0MB · "
                         "25.0\u00A0MB/s · 0:03 left · IMG_0001.HEIC"));
-  bar.clear();
+  bar.reset();
   EXPECT_THAT(terminal.text(), EndsWith("\r\x1b[K"));
 }
 
 TEST(ProgressBar, noun_goesWithTheTotal) {
-  StringSink terminal;
   struct Row {
     std::uint64_t total;
     std::string russian;
@@ -89,31 +95,29 @@ TEST(ProgressBar, noun_goesWithTheTotal) {
         Row{5, "0 / 5 файлов ·", "0 / 5 files ·"}}) {
     TransferProgressSnapshot progress = progressOf(0, 0);
     progress.filesTotal = row.total;
-    EXPECT_THAT((ProgressBar{terminal, 120, Language::russian}.text(progress)),
-                HasSubstr(row.russian));
-    EXPECT_THAT((ProgressBar{terminal, 120, Language::english}.text(progress)),
-                HasSubstr(row.english));
+    EXPECT_THAT(barText(120, Language::russian, progress), HasSubstr(row.russian));
+    EXPECT_THAT(barText(120, Language::english, progress), HasSubstr(row.english));
   }
 }
 
 TEST(ProgressBar, packing_tellsArchivesAndTheOneInHand) {
-  StringSink terminal;
   TransferProgressSnapshot progress;
   progress.stage = TransferStage::packing;
   progress.packedGroups = 2;
   progress.packGroupsTotal = 5;
   progress.stageFraction = 0.5;
   progress.currentFileName = "2026-05-20.zip";
-  EXPECT_EQ((ProgressBar{terminal, 120, Language::russian}.text(progress)),
+  EXPECT_EQ(barText(120, Language::russian, progress),
             "██████████░░░░░░░░░░ 4 · Архивация · 2 / 5 групп · 2026-05-20.zip");
   progress.packGroupsTotal = 1;
-  EXPECT_THAT((ProgressBar{terminal, 120, Language::english}.text(progress)),
+  EXPECT_THAT(barText(120, Language::english, progress),
               testing::HasSubstr("4 · Packing · 2 / 1 group · "));
 }
 
 TEST(ProgressBar, manySteps_areDrawnTenTimesASecond) {
   StringSink terminal;
-  ProgressBar bar{terminal, 60, Language::russian};
+  const Messages messages{terminal, {.columns = 60}};
+  ProgressBar bar{messages};
   for (int i = 0; i < 1000; ++i) {
     bar.show(progressOf(1, static_cast<std::uint64_t>(i)),
              std::chrono::steady_clock::time_point{i * 1ms});
@@ -122,12 +126,37 @@ TEST(ProgressBar, manySteps_areDrawnTenTimesASecond) {
   EXPECT_EQ(std::count(text.begin(), text.end(), '\r'), 10);
 }
 
-TEST(ProgressBar, anyWidth_isNotExceeded) {
+TEST(ProgressBar, narrowTerminal_losesWholeParts) {
   StringSink terminal;
-  for (const int columns : {1, 10, 40, 60, 80, 200}) {
-    const ProgressBar bar{terminal, columns, Language::russian};
-    EXPECT_LE(displayWidth(bar.text(progressOf(100, 5'000'000))), columns);
+  for (int columns = 1; columns <= 130; ++columns) {
+    const Messages messages{terminal, {.columns = columns}};
+    ProgressBar bar{messages};
+    bar.show(progressOf(0, 0), {});
+    bar.show(progressOf(50, 25'000'000), std::chrono::steady_clock::time_point{1s});
+    const std::string text = bar.text(progressOf(50, 25'000'000));
+    EXPECT_LE(displayWidth(text), columns);
+    const bool hasName = text.ends_with(" · IMG_0001.HEIC");
+    EXPECT_EQ(hasName, columns >= 42) << columns << ": " << text;
+    EXPECT_EQ((text.find("осталось 0:03 · IMG") != std::string::npos), columns >= 58)
+        << columns << ": " << text;
+    EXPECT_EQ((text.find(" · 25,0\u00A0МБ/с · осталось") != std::string::npos), columns >= 70)
+        << columns << ": " << text;
   }
+}
+
+TEST(ProgressBar, programs_getOneObjectALine) {
+  StringSink sink;
+  const Messages messages{sink, {.progress = ProgressForm::json, .columns = 80}};
+  ProgressBar bar{messages};
+  bar.show(progressOf(50, 25'000'000), {});
+  messages.warn("half");
+  messages.logLine("line");
+  EXPECT_EQ(sink.text(),
+            R"({"type":"progress","stage":"copying","filesDone":50,"filesTotal":200,)"
+            R"("bytesDone":25000000,"bytesTotal":100000000,"currentFile":"IMG_0001.HEIC"}
+{"type":"message","level":"warning","text":"half"}
+{"type":"log","text":"line"}
+)");
 }
 
 TEST(ProgressBar, duration_hasHoursOnlyWhenThereAreSome) {

@@ -148,6 +148,50 @@ TEST_F(TransferCommand, plan_showsFoldersAndWritesNothing) {
   EXPECT_EQ(*json.member("onlyNew"), parseJson("true"));
 }
 
+TEST_F(TransferCommand, rehearsal_isThePlanAndWritesNothing) {
+  const std::string plan = tester.run({"plan", "phone", "photos"}).out;
+  EXPECT_EQ(transfer({"--dry-run"}).out, plan);
+  EXPECT_FALSE(std::filesystem::exists(tester.folder / "photos"));
+  const auto files = tester.run({"plan", "phone", "photos", "--files", "--lang", "en"}).out;
+  EXPECT_THAT(files, HasSubstr("\n2026-05-21/IMG_0003.MOV"));
+  const std::vector<std::string> packing{"--dry-run", "--lang", "en", "--set", "packAsZip=true"};
+  EXPECT_THAT(transfer(packing).out, HasSubstr("\n  iPhone 2026-05-21.zip — 7 files, 70"));
+}
+
+TEST_F(TransferCommand, failuresOnATerminal_areTheFirstAndACount) {
+  std::string entries;
+  for (int i = 0; i < 30; ++i) {
+    entries += fmt::format(R"({}{{"name":"IMG_{}.JPG","kind":"photo","size":10}})",
+                           i == 0 ? "" : ",", 1000 + i);
+  }
+  tester.addPhone("[" + entries + "]");
+  EXPECT_THAT(transfer().out, HasSubstr("/IMG_1029.JPG: "));
+  tester.outColumns = 80;
+  EXPECT_THAT(transfer().out,
+              AllOf(HasSubstr("/IMG_1019.JPG: "), testing::Not(HasSubstr("IMG_1020.JPG")),
+                    HasSubstr("\n  … и ещё 10\n")));
+}
+
+TEST_F(TransferCommand, programs_readProgressAndMessagesAsObjects) {
+  for (const std::string form : {"--progress=json", "--progress json"}) {
+    std::vector<std::string> options{form};
+    if (const auto space = form.find(' '); space != std::string::npos) {
+      options = {form.substr(0, space), form.substr(space + 1)};
+    }
+    const std::string err = transfer(options).err;
+    const bool isFirst = !form.ends_with(" json");
+    if (isFirst) EXPECT_THAT(err, HasSubstr(R"("filesDone":7,"filesTotal":7,)"));
+    std::istringstream lines{err};
+    for (std::string line; std::getline(lines, line);) {
+      EXPECT_TRUE(parseJson(line).member("type") != nullptr) << line;
+    }
+  }
+  const auto wrong = tester.run({"verify", "photos", "--progress=jsn"});
+  EXPECT_EQ(wrong.status, ExitStatus::usage);
+  EXPECT_THAT(tester.run({"verify", "photos-2", "--progress=json"}).err,
+              StartsWith(R"({"type":"message","level":"error","text":")"));
+}
+
 TEST_F(TransferCommand, summary_addsUpHoweverTheRunGoes) {
   // One file is missing, one cannot be converted, one film is excluded, and one file already
   // exists.
@@ -167,7 +211,7 @@ TEST_F(TransferCommand, summary_addsUpHoweverTheRunGoes) {
                                             {"failed", 1}};
   EXPECT_EQ(tally, expected) << result.out;
   EXPECT_THAT(result.out,
-              AllOf(HasSubstr("Not transferred:\n  IMG_0002.jpg"),
+              AllOf(HasSubstr("Not transferred:\n  2026-05-21/IMG_0002.jpg"),
                     HasSubstr("the file is not in the source"),
                     HasSubstr("unconverted:\n  IMG_0001.HEIC — the conversion did not take place"),
                     HasSubstr("Finished; 1 file could not be transferred.")));
@@ -178,7 +222,8 @@ TEST_F(TransferCommand, failedVerification_namesTheFileOnce) {
   const CommandResult result = transfer();
   EXPECT_EQ(result.status, ExitStatus::someFailed);
   const std::string detail = "ожидалось 10 байт, получено 5";
-  EXPECT_THAT(result.out, HasSubstr("  IMG_0002.JPG: сверка не прошла — " + detail + "\n"));
+  EXPECT_THAT(result.out,
+              HasSubstr("  2026-05-21/IMG_0002.JPG: сверка не прошла — " + detail + "\n"));
   EXPECT_THAT(tester.run({"history", "last"}).out, HasSubstr("  сверка не прошла — " + detail));
   EXPECT_THAT(tester.run({"history", "last", "--json"}).out,
               HasSubstr("Сверка не прошла: IMG_0002.JPG — " + detail));
