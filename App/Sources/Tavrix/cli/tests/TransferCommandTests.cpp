@@ -179,8 +179,9 @@ TEST_F(TransferCommand, programs_readProgressAndMessagesAsObjects) {
       options = {form.substr(0, space), form.substr(space + 1)};
     }
     const std::string err = transfer(options).err;
-    const bool isFirst = !form.ends_with(" json");
-    if (isFirst) EXPECT_THAT(err, HasSubstr(R"("filesDone":7,"filesTotal":7,)"));
+    const bool tellsTheEnd = err.find(R"("filesDone":7,"filesTotal":7,)") != std::string::npos;
+    // The second run has nothing to copy.
+    EXPECT_EQ(tellsTheEnd, !form.ends_with(" json")) << err;
     std::istringstream lines{err};
     for (std::string line; std::getline(lines, line);) {
       EXPECT_TRUE(parseJson(line).member("type") != nullptr) << line;
