@@ -61,7 +61,7 @@ std::optional<std::chrono::seconds> ProgressBar::timeLeft(
 
 std::string ProgressBar::nameText(const TransferProgressSnapshot& progress) const {
   if (!progress.currentFileName) return {};
-  const std::string name = shortened(printable(*progress.currentFileName), longestName);
+  std::string name = shortened(printable(*progress.currentFileName), longestName);
   if (progress.stage != TransferStage::converting) return name;
   const int hundredths = static_cast<int>(progress.stageFraction.value_or(0) * 100);
   return say(line_.form().language, sentences::progressConverting, name, hundredths);

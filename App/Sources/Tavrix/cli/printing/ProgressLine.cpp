@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "cli/printing/Table.h"
 #include "cli/printing/TerminalLine.h"
+#include "foundation/Text.h"
 
 namespace tavrix::cli {
 namespace {
