@@ -27,6 +27,11 @@ class PhoneSimulator {
   /// Changes a phone. Reports to listening programs that it was plugged in or unplugged; unplugging
   /// also ends its connections.
   void change(std::size_t phone, const std::function<void(SimulatedPhone&)>& change);
+  /// Sets whether the service ends every new connection at once, as a service does that is about to
+  /// start or end. Connections that exist stay.
+  void rejectConnections(bool isRejecting);
+  /// Returns the number of connections that were ended in this way.
+  std::uint64_t rejections() const;
   /// Returns the current properties of a phone.
   SimulatedPhone phone(std::size_t phone) const;
   /// Returns the number of file calls answered so far by all phones; each is a round trip over the

@@ -5,6 +5,7 @@
 namespace tavrix {
 namespace {
 
+using Fault = SimulatedPhone::Fault;
 using Trust = SimulatedPhone::Trust;
 
 std::optional<std::int64_t> parseNumber(std::string_view text) {
@@ -28,17 +29,27 @@ bool setTrust(SimulatedPhone& phone, std::string_view text) {
   return false;
 }
 
+std::optional<Fault::Kind> faultOf(std::string_view option) {
+  if (option == "--leave-at-call") return Fault::Kind::leaves;
+  if (option == "--stall-at-call") return Fault::Kind::stalls;
+  if (option == "--lose-answer-at-call") return Fault::Kind::losesAnswer;
+  return std::nullopt;
+}
+
 bool setNumber(SimulatedPhone& phone, std::string_view option, std::string_view text) {
   const auto number = parseNumber(text);
   if (!number) return false;
+  const auto count = static_cast<std::uint64_t>(*number);
   if (option == "--latency-us") {
     phone.latency = std::chrono::microseconds{*number};
   } else if (option == "--vanish-after") {
-    phone.vanishesAfterBytes = static_cast<std::uint64_t>(*number);
+    phone.vanishesAfterBytes = count;
   } else if (option == "--hang-after") {
-    phone.hangsAfterBytes = static_cast<std::uint64_t>(*number);
+    phone.hangsAfterBytes = count;
   } else if (option == "--return-after-ms") {
     phone.returnsAfter = std::chrono::milliseconds{*number};
+  } else if (const auto fault = faultOf(option)) {
+    phone.fault = {*fault, count};
   } else {
     return false;
   }
@@ -74,9 +85,14 @@ const char* const SimulatorArguments::usage =
     "  --no-tls                                speaks unencrypted\n"
     "  --latency-us N                          microseconds before each answer on files\n"
     "  --vanish-after BYTES                    leaves the cable when it sent so much of files\n"
-    "  --return-after-ms N                     and comes back so many milliseconds later\n"
     "  --hang-after BYTES                      answers nothing any more when it sent so much of\n"
     "                                          files, or ever with 0, and stays on the cable\n"
+    "  --leave-at-call N                       leaves the cable after N calls, before an answer\n"
+    "  --stall-at-call N                       answers nothing any more after N calls\n"
+    "  --lose-answer-at-call N                 ends the connection instead of an answer after N "
+    "calls\n"
+    "  --return-after-ms N                     comes back, or answers again, so many milliseconds\n"
+    "                                          later\n"
     "  --unreadable ENDING                     files and folders so named cannot be read; "
     "repeatable\n";
 

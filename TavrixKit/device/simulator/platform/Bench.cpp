@@ -1,5 +1,8 @@
 #include "device/simulator/platform/Bench.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace tavrix::simulator {
 
 Bench::~Bench() {
@@ -87,6 +90,30 @@ void Bench::endListening(Stream& stream) {
   listeners_.erase(&stream);
 }
 
+std::optional<SimulatedPhone::Fault::Kind> Bench::strike(std::size_t index) {
+  const std::lock_guard lock{mutex_};
+  auto& fault = phones_.at(index).fault;
+  if (!fault) return std::nullopt;
+  if (fault->callsBefore-- > 0) return std::nullopt;
+  return std::exchange(fault, std::nullopt)->kind;
+}
+
+std::optional<AnswerPart> Bench::beginCall(std::size_t index) {
+  using Kind = SimulatedPhone::Fault::Kind;
+  const auto fault = strike(index);
+  if (fault == Kind::leaves) {
+    vanish(index);
+    return std::nullopt;
+  }
+  if (fault == Kind::stalls) {
+    change(index, [](SimulatedPhone& phone) { phone.hangs = true; });
+    returnLater(index, phone(index).returnsAfter);
+  }
+  if (!awaitSpeech(index)) return std::nullopt;
+  if (fault == Kind::leavesHalf) return AnswerPart::half;
+  return fault == Kind::losesAnswer ? AnswerPart::none : AnswerPart::whole;
+}
+
 std::uint64_t Bench::allowance(std::size_t index, std::uint64_t bytes) {
   const std::lock_guard lock{mutex_};
   auto& rest = phones_.at(index).vanishesAfterBytes;
@@ -122,18 +149,21 @@ void Bench::vanish(std::size_t index) {
     phone.vanishesAfterBytes.reset();
     delay = phone.returnsAfter;
   });
-  if (delay) returnLater(index, *delay);
+  returnLater(index, delay);
 }
 
-void Bench::returnLater(std::size_t index, std::chrono::milliseconds delay) {
+void Bench::returnLater(std::size_t index, std::optional<std::chrono::milliseconds> delay) {
   const std::lock_guard lock{mutex_};
-  if (isClosed_) return;
+  if (isClosed_ || !delay) return;
   returns_.emplace_back([this, index, delay] {
     {
       std::unique_lock inner{mutex_};
-      if (closing_.wait_for(inner, delay, [this] { return isClosed_; })) return;
+      if (closing_.wait_for(inner, *delay, [this] { return isClosed_; })) return;
     }
-    change(index, [](SimulatedPhone& phone) { phone.isPluggedIn = true; });
+    change(index, [](SimulatedPhone& phone) {
+      phone.isPluggedIn = true;
+      phone.hangs = false;
+    });
   });
 }
 

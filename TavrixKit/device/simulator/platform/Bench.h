@@ -19,6 +19,9 @@ namespace tavrix::simulator {
 
 inline constexpr const char* systemID = "00000000-0000-0000-0000-00000000B01D";
 
+/// The part of an answer that arrives.
+enum class AnswerPart { whole, half, none };
+
 /// The phones and the data that all connections share. Safe to use from several threads.
 class Bench {
  public:
@@ -47,6 +50,10 @@ class Bench {
   void listen(Stream& stream, std::uint32_t tag);
   void endListening(Stream& stream);
 
+  /// Counts a call for the fault of the phone, which may strike; must be called before the answer
+  /// is made. Waits as long as the phone hangs. Returns the part of the answer to be sent, or
+  /// nullopt if the phone has left. After half an answer, the phone must vanish.
+  std::optional<AnswerPart> beginCall(std::size_t index);
   /// Returns how many of `bytes` of a file get through; must be called before they are sent. If not
   /// all do, the phone must vanish.
   std::uint64_t allowance(std::size_t index, std::uint64_t bytes);
@@ -60,7 +67,9 @@ class Bench {
   std::atomic<std::uint64_t> refusals{0};
 
  private:
-  void returnLater(std::size_t index, std::chrono::milliseconds delay);
+  /// Returns the fault that strikes at this call; nullopt if none does.
+  std::optional<SimulatedPhone::Fault::Kind> strike(std::size_t index);
+  void returnLater(std::size_t index, std::optional<std::chrono::milliseconds> delay);
   void tellPresence(std::size_t index, bool isPluggedIn);
 
   mutable std::mutex mutex_;

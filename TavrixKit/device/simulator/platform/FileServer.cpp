@@ -67,7 +67,9 @@ class Files {
       if (!stream_.read(parameters)) return;
       const auto latency = bench_.phone(index_).latency;
       if (latency.count() > 0) std::this_thread::sleep_for(latency);
-      if (!bench_.awaitSpeech(index_)) return;
+      const auto part = bench_.beginCall(index_);
+      if (!part) return;
+      part_ = *part;
       number_ = request.number;
       // Counted before it is answered, so that a client that has the answer finds it counted.
       ++bench_.fileCalls;
@@ -113,7 +115,14 @@ class Files {
     head.operation = operation;
     std::string packet{reinterpret_cast<const char*>(&head), sizeof head};
     packet += parameters;
+    if (part_ == AnswerPart::none) return false;
+    if (part_ == AnswerPart::half) return sendHalf(packet.append(rest));
     return stream_.write(packet) && stream_.write(rest.substr(0, cut.value_or(rest.size())));
+  }
+  bool sendHalf(std::string_view packet) {
+    stream_.write(packet.substr(0, packet.size() / 2));
+    bench_.vanish(index_);
+    return false;
   }
   bool sendStatus(std::uint64_t code) { return send(status, bytesOf(code), ""); }
 
@@ -135,8 +144,8 @@ class Files {
 
   /// Returns the path on the disk, or nullopt if it would lead out of the phone.
   std::optional<std::string> pathIn(const std::string& parameters, std::size_t begin) const {
-    const std::string path{
-        parameters.substr(std::min(begin, parameters.size())).c_str()};  // up to the NUL
+    const std::string rest = parameters.substr(std::min(begin, parameters.size()));
+    const std::string path = rest.substr(0, rest.find('\0'));
     const std::filesystem::path parts{path};
     const bool leadsOut =
         std::any_of(parts.begin(), parts.end(), [](const auto& part) { return part == ".."; });
@@ -228,6 +237,7 @@ class Files {
   Bench& bench_;
   std::size_t index_;
   Stream& stream_;
+  AnswerPart part_ = AnswerPart::whole;  ///< of the answer to the current call
   std::uint64_t number_ = 0;
   std::uint64_t lastHandle_ = 0;
   std::map<std::uint64_t, OpenFile> files_;

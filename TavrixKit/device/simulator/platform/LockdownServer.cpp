@@ -13,19 +13,28 @@ class Lockdown {
 
   void serve() {
     for (std::string text; stream_.readSized(text);) {
-      if (!bench_.awaitSpeech(index_)) return;
+      const auto part = bench_.beginCall(index_);
+      if (!part) return;
       const PropertyList request = PropertyList::parse(text);
       const std::string name = request.text("Request");
       PropertyList answer;
       answer.set("Request", name);
       fill(answer, name, request);
       if (name != "GetValue" && !answer.text("Error").empty()) ++bench_.refusals;
-      if (!stream_.writeSized(answer.xml()) || name == "Goodbye") return;
+      if (!send(answer.xml(), *part) || name == "Goodbye") return;
       if (!changeSession(answer, name)) return;
     }
   }
 
  private:
+  bool send(const std::string& answer, AnswerPart part) {
+    if (part == AnswerPart::none) return false;
+    if (part == AnswerPart::whole) return stream_.writeSized(answer);
+    stream_.writeSized(answer, answer.size() / 2);
+    bench_.vanish(index_);
+    return false;
+  }
+
   void fill(PropertyList& answer, const std::string& name, const PropertyList& request) {
     if (name == "QueryType") {
       answer.set("Type", "com.apple.mobile.lockdown");

@@ -177,6 +177,8 @@ class PhoneSimulator::Server {
   }
 
   simulator::Bench bench;
+  std::atomic<bool> isRejecting{false};
+  std::atomic<std::uint64_t> rejections{0};
 
  private:
   struct Connection {
@@ -193,7 +195,12 @@ class PhoneSimulator::Server {
       if ((waited[1].revents & POLLIN) != 0) return;
       FileDescriptor socket{::accept4(socket_.number(), nullptr, nullptr, SOCK_CLOEXEC)};
       forgetOver();
-      if (socket.isOpen()) begin(std::move(socket));
+      if (!socket.isOpen()) continue;
+      if (isRejecting) {
+        ++rejections;
+      } else {
+        begin(std::move(socket));
+      }
     }
   }
 
@@ -239,6 +246,10 @@ SimulatedPhone PhoneSimulator::phone(std::size_t phone) const {
 }
 
 std::uint64_t PhoneSimulator::fileCalls() const { return server_->bench.fileCalls; }
+
+void PhoneSimulator::rejectConnections(bool isRejecting) { server_->isRejecting = isRejecting; }
+
+std::uint64_t PhoneSimulator::rejections() const { return server_->rejections; }
 
 std::uint64_t PhoneSimulator::refusals() const { return server_->bench.refusals; }
 

@@ -45,11 +45,11 @@ bool Stream::readSized(std::string& bytes) {
   return read(bytes);
 }
 
-bool Stream::writeSized(const std::string& bytes) {
+bool Stream::writeSized(const std::string& bytes, std::size_t cut) {
   const std::uint32_t size = htonl(static_cast<std::uint32_t>(bytes.size()));
   std::string message(sizeof size, '\0');
   std::memcpy(message.data(), &size, sizeof size);
-  return write(message + bytes);
+  return write(message.append(bytes, 0, cut));
 }
 
 bool Stream::secure(SSL_CTX* context) {

@@ -28,7 +28,8 @@ class Stream {
   /// Reads a number of four bytes, most significant byte first, and then that many bytes. Returns
   /// false if there are more than 4 MiB, or if the other side is gone.
   bool readSized(std::string& bytes);
-  bool writeSized(const std::string& bytes);
+  /// Writes in the same form. With `cut`, writes the size of all `bytes` and only the first `cut`.
+  bool writeSized(const std::string& bytes, std::size_t cut = std::string::npos);
 
   bool secure(SSL_CTX* context);
   void unsecure();

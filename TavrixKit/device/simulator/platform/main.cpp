@@ -1,5 +1,6 @@
 #include <signal.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <system_error>
@@ -28,8 +29,12 @@ int simulate(const tavrix::SimulatorArguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto arguments =
-      tavrix::SimulatorArguments::parse(std::vector<std::string_view>(argv + 1, argv + argc));
+  const std::vector<std::string_view> words(argv + 1, argv + argc);
+  if (std::find(words.begin(), words.end(), "--help") != words.end()) {
+    std::fputs(tavrix::SimulatorArguments::usage, stdout);
+    return 0;
+  }
+  const auto arguments = tavrix::SimulatorArguments::parse(words);
   if (!arguments) {
     std::fputs(tavrix::SimulatorArguments::usage, stderr);
     return 2;
