@@ -52,21 +52,29 @@ void CameraMediaSource::deliver(PhoneFile& file, Progress& progress,
   if (!held.empty()) release();
 }
 
-void CameraMediaSource::goOn(Progress& progress, DownloadDestination& destination) {
+FileStatus CameraMediaSource::expectedStatus(const Progress& progress) {
   const std::string& name = progress.name;
+  const FileStatus status = asSource(name, [&] { return files_->status(progress.path); });
+  const bool isExpected =
+      progress.status ? status == *progress.status : status.type == FileStatus::Type::file;
+  if (isExpected) return status;
+  // A status that the phone broke off may look like another one.
+  files_->confirmPresence();
+  if (progress.status) throw SourceError{SourceError::Kind::changedWhileRead, name};
+  const bool isFolder = status.type == FileStatus::Type::folder;
+  throw SourceError{SourceError::Kind::unreadable, name, isFolder ? EISDIR : EINVAL};
+}
+
+void CameraMediaSource::goOn(Progress& progress, DownloadDestination& destination) {
   if (files_ == nullptr) files_ = setup_.browser.openFiles(setup_.deviceID, setup_.stop);
-  const auto status = asSource(name, [&] { return files_->status(progress.path); });
-  if (!progress.status) progress.status = status;
-  if (*progress.status != status) throw SourceError{SourceError::Kind::changedWhileRead, name};
-  if (status.type != FileStatus::Type::file) {
-    const bool isFolder = status.type == FileStatus::Type::folder;
-    throw SourceError{SourceError::Kind::unreadable, name, isFolder ? EISDIR : EINVAL};
-  }
-  const auto file = asSource(name, [&] { return files_->open(progress.path, status.size, false); });
+  const FileStatus status = expectedStatus(progress);
+  // The phone may have left after the last byte; then nothing is left to read.
+  if (progress.status && progress.delivered == status.size) return;
+  const auto file =
+      asSource(progress.name, [&] { return files_->open(progress.path, status.size, false); });
+  progress.status = status;  // valid, because the phone has answered a further call
   deliver(*file, progress, destination);
-  if (asSource(name, [&] { return files_->status(progress.path); }) != status) {
-    throw SourceError{SourceError::Kind::changedWhileRead, name};
-  }
+  expectedStatus(progress);
 }
 
 void CameraMediaSource::download(const MediaAsset& asset, DownloadDestination& destination) {

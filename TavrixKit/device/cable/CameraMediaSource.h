@@ -37,9 +37,11 @@ class CameraMediaSource : public MediaSource {
   struct Progress {
     std::string path;
     std::string name;
-    std::optional<FileStatus> status;  ///< as the phone first reported it
+    std::optional<FileStatus> status;  ///< as the phone first reported it, once it was opened
     std::uint64_t delivered = 0;       ///< bytes
   };
+  /// Returns the status of the file. Throws SourceError if it is not a file or has changed.
+  FileStatus expectedStatus(const Progress& progress);
   void goOn(Progress& progress, DownloadDestination& destination);
   void deliver(PhoneFile& file, Progress& progress, DownloadDestination& destination);
 

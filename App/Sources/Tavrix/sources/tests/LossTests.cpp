@@ -1,0 +1,71 @@
+// Every loss of the way to the phone is a wait: runs that lose it at every single call.
+
+#include "device/metadata/tests/support/SampleFiles.h"
+#include "sources/tests/CableSession.h"
+
+namespace tavrix {
+namespace {
+
+using namespace std::chrono_literals;
+using Fault = SimulatedPhone::Fault;
+
+struct LossTest : testing::Test {
+  LossTest() {
+    content["IMG_0001.JPG"] = testbytes::sampleFiles().front().bytes;
+    content["IMG_0002.MOV"] = std::string(1'500'000, 'x');  // more than one read
+    content["IMG_0001.AAE"] = "";
+    for (const auto& [name, bytes] : content) cable.write("100APPLE/" + name, bytes);
+  }
+
+  SimulatedCable cable;
+  std::map<std::string, std::string> content;
+};
+
+struct CallLossTest : LossTest, testing::WithParamInterface<Fault::Kind> {};
+
+INSTANTIATE_TEST_SUITE_P(faults, CallLossTest,
+                         testing::Values(Fault::Kind::leaves, Fault::Kind::leavesHalf,
+                                         Fault::Kind::stalls, Fault::Kind::losesAnswer));
+
+TEST_P(CallLossTest, atAnyCallOfARun_isWaitedForAndEveryFileIsWhole) {
+  const bool isLate = GetParam() == Fault::Kind::stalls;
+  if (isLate) cable.setPatience(250ms);
+  for (std::uint64_t call = 0;; ++call) {
+    SCOPED_TRACE(call);
+    auto& simulator = cable.plugIn([&](SimulatedPhone& phone) {
+      phone.fault = {GetParam(), call};
+      phone.usesTLS = false;  // the library is slower with it
+      phone.returnsAfter = isLate ? 300ms : 20ms;
+    });
+    CableSession session{cable};
+    ASSERT_NO_FATAL_FAILURE(session.startTransfer(content.size()));
+    ASSERT_TRUE(session.runUntil([&] { return session.isDone(); }));
+    EXPECT_THAT(std::get<app_phase::Done>(session.model.state().phase).report->failures,
+                testing::IsEmpty());
+    EXPECT_EQ(session.records, 1);
+    EXPECT_TRUE(session.copiesOf(content) == content);
+    if (simulator.phone(0).fault) {
+      EXPECT_GT(call, 40U);
+      break;  // the run ended before the fault struck
+    }
+  }
+}
+
+TEST_F(LossTest, serviceThatEndsEveryConnectionForAWhile_isOutlasted) {
+  auto& simulator = cable.plugIn([](SimulatedPhone& phone) {
+    phone.vanishesAfterBytes = 1'000'000;
+    phone.returnsAfter = 20ms;
+  });
+  CableSession session{cable};
+  ASSERT_NO_FATAL_FAILURE(session.startTransfer(content.size()));
+  simulator.rejectConnections(true);
+  ASSERT_TRUE(session.runUntil(
+      [&] { return simulator.rejections() > 10 && session.model.state().pause.has_value(); }));
+  simulator.rejectConnections(false);
+  ASSERT_TRUE(session.runUntil([&] { return session.isDone(); }));
+  EXPECT_EQ(session.records, 1);
+  EXPECT_TRUE(session.copiesOf(content) == content);
+}
+
+}  // namespace
+}  // namespace tavrix
