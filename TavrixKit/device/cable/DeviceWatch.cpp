@@ -8,6 +8,16 @@ namespace {
 
 using State = DeviceState;
 
+/// Returns a number of a phone in the one form in which numbers are compared. The bus and the
+/// service write the same number with and without a hyphen, in capitals and in small letters.
+std::string comparable(std::string number) {
+  std::erase(number, '-');
+  for (char& each : number) {
+    if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
+  }
+  return number;
+}
+
 /// Applies one event.
 class Step {
  public:
@@ -53,7 +63,9 @@ class Step {
   }
 
   bool isWanted(const PhoneOnCable& phone) const {
-    return wanted_.empty() || phone.deviceID == wanted_ || phone.serialNumber == wanted_;
+    const std::string wanted = comparable(wanted_);
+    return wanted.empty() || comparable(phone.deviceID) == wanted ||
+           comparable(phone.serialNumber.value_or("")) == wanted;
   }
   /// Returns the phone that stays, or the first that may take its place; nullptr if there is none.
   const PhoneOnCable* choose(const std::vector<PhoneOnCable>& phones) {

@@ -73,8 +73,8 @@ struct DeviceWatch {
   bool isReading = false;
 
   /// Returns the watch after an event, and what to do. `wanted` is the identifier or serial number
-  /// of the only phone to read, empty for any phone. `expected` is the expected size of the phone's
-  /// catalogue, if known.
+  /// of the only phone to read, in any case and with or without hyphens; empty for any phone.
+  /// `expected` is the expected size of the phone's catalogue, if known.
   static Next after(DeviceWatch watch, Event event, const std::string& wanted = {},
                     std::optional<std::uint64_t> expected = std::nullopt);
 

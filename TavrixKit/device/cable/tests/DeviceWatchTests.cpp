@@ -205,7 +205,7 @@ TEST_F(DeviceWatchTest, severalPhones_theFirstStaysAndTheOthersAreListed) {
 }
 
 TEST_F(DeviceWatchTest, wantedPhone_isTheOnlyOneRead) {
-  for (const std::string name : {"B", "SB"}) {
+  for (const std::string name : {"B", "SB", "s-b"}) {
     watch = {};
     wanted = name;
     see({phone("A")});

@@ -55,7 +55,8 @@ void printJson(TextSink& out, const std::vector<PhoneOnCable>& phones) {
 std::string lineOf(Language language, const PhoneOnCable& phone) {
   std::string line = forSentence(phone.name.value_or("iPhone"));
   if (phone.model) line += " (" + forSentence(*phone.model) + ")";
-  line += ", " + forSentence(phone.serialNumber.value_or(phone.deviceID)) + " — ";
+  // Only this number is known in every state.
+  line += ", " + forSentence(phone.deviceID) + " — ";
   return line + say(language, sentenceOf(phone.state)) + '\n';
 }
 

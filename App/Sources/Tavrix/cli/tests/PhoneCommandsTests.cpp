@@ -61,7 +61,7 @@ TEST_F(PhoneCommandsTest, phones_areListedWithTheirState) {
   second.trust = Trust::pending;
   cable.plugInAll({first, second});
   EXPECT_EQ(run({"phones"}, "ru").out,
-            "Аня (iPhone14,5), SIMULATED1 — готов\n"
+            "Аня (iPhone14,5), 00008110-0000000000000001 — готов\n"
             "iPhone (iPhone14,5), 00008110-0000000000000002 — спрашивает, доверять ли этому "
             "компьютеру: нажмите на нём «Доверять»\n");
   const auto phones = run({"phones", "--json"}).json();
