@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
@@ -62,7 +63,7 @@ int makeLibrary(const Arguments& arguments) {
 
 int main(int argc, char** argv) {
   const std::vector<std::string_view> words(argv + 1, argv + argc);
-  if (words.size() == 1 && words[0] == "--help") {
+  if (std::find(words.begin(), words.end(), "--help") != words.end()) {
     std::fputs(usage, stdout);
     return 0;
   }
