@@ -183,9 +183,9 @@ class Verification {
 }  // namespace
 
 std::string_view textOf(State state) {
-  constexpr std::array<std::string_view, 7> texts{"intact",     "changed",         "missing",
+  constexpr std::array<std::string_view, 8> texts{"intact",     "changed",         "missing",
                                                   "unreadable", "withoutChecksum", "neverConfirmed",
-                                                  "notReached"};
+                                                  "notReached", "beingWritten"};
   return texts.at(static_cast<std::size_t>(state));
 }
 

@@ -25,6 +25,7 @@ enum class State {
   neverConfirmed,   ///< absent; a killed run meant to write it, and it may never have landed or may
                     ///< be lost
   notReached,       ///< the check was stopped before it
+  beingWritten,     ///< left out: a transfer that is running writes it, see RunningTransfer
 };
 /// Returns the name of the enumerator.
 std::string_view textOf(State state);
@@ -61,6 +62,10 @@ struct Report {
   std::vector<UnreadableFolder> unreadableFolders{};  ///< by path; their files were not checked
   std::uint64_t bytesRead = 0;
   bool isStopped = false;
+  bool isTransferRunning = false;  ///< another process wrote into the folder during the check
+  /// Files of that transfer that are in neither `unknown` nor `leftOvers`: ".part" files, staged
+  /// files, and files recorded after the marker was read; by path.
+  std::vector<std::string> ofRunningTransfer{};
 
   std::uint64_t count(State state) const;
   /// Returns the number of recorded files that have changed, are missing, or cannot be confirmed.

@@ -6,24 +6,6 @@
 #include "transfer/FileNames.h"
 
 namespace tavrix {
-namespace {
-
-/// Returns true if a shot was taken at another moment than the recorded one. The date of a camera's
-/// clock never changes. A file's modification date can shift by whole quarters of an hour if the
-/// volume stores local time, and so can an instant that was derived from clock time. Dates of
-/// different kinds are not compared: a picture that could once not be read has only its file's
-/// date.
-bool isAnotherShot(const std::optional<ShotDate>& date, const std::optional<ShotDate>& recorded) {
-  using namespace std::chrono_literals;
-  constexpr auto largestShift = 26h;
-  if (!date || !recorded) return false;
-  if (!recorded->isOfEarlierForm && date->isOwn != recorded->isOwn) return false;
-  const auto distance = std::chrono::abs(date->at - recorded->at);
-  const bool isExact = date->isOwn && !recorded->isOfEarlierForm;
-  return isExact ? distance != 0ms : distance > largestShift || distance % 15min != 0ms;
-}
-
-}  // namespace
 
 RecordedFiles::RecordedFiles(Shared<DestinationMarker::Marker> marker, std::string phoneHash)
     : marker_(std::move(marker)),

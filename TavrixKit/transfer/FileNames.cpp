@@ -43,6 +43,15 @@ std::string numberedPath(std::string_view path, std::uint64_t number) {
   return std::string{folder} + numberedName(path.substr(folder.size()), number);
 }
 
+std::string damagedPath(std::string_view path, std::uint64_t number) {
+  const std::string_view folder = folderOf(path);
+  const std::string_view name = path.substr(folder.size());
+  std::string ending = " (damaged)";
+  if (number > 1) ending += " (" + std::to_string(number) + ")";
+  ending += dottedExtension(name);
+  return std::string{folder} + joined(splitFileName(name).stem, ending);
+}
+
 bool isNumberedForm(std::string_view path, std::string_view base) {
   if (path == base) return true;
   const std::string_view extension = dottedExtension(base.substr(folderOf(base).size()));

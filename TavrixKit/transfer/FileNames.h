@@ -21,6 +21,10 @@ bool isNumberedForm(std::string_view path, std::string_view base);
 /// name unchanged. Also accepts paths.
 std::string unnumberedName(std::string_view name);
 
+/// Returns the path to which a damaged file is renamed: "100/IMG_1 (damaged).HEIC" for
+/// "100/IMG_1.HEIC" and 1, "100/IMG_1 (damaged) (2).HEIC" for 2. Shortened like numberedName().
+std::string damagedPath(std::string_view path, std::uint64_t number);
+
 /// Returns the name with its extension replaced by another one ("jpg").
 std::string withExtension(std::string_view name, std::string_view extension);
 /// Returns the name with the extension of `other`, or without an extension if `other` has none.

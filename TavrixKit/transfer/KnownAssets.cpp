@@ -28,6 +28,16 @@ std::optional<ShotDate> recordedDate(const MediaAsset& asset, const MediaAsset& 
   return date && hasSerialNumber && !date->isOwn ? std::nullopt : date;
 }
 
+bool isAnotherShot(const std::optional<ShotDate>& date, const std::optional<ShotDate>& recorded) {
+  using namespace std::chrono_literals;
+  constexpr auto largestShift = 26h;
+  if (!date || !recorded) return false;
+  if (!recorded->isOfEarlierForm && date->isOwn != recorded->isOwn) return false;
+  const auto distance = std::chrono::abs(date->at - recorded->at);
+  const bool isExact = date->isOwn && !recorded->isOfEarlierForm;
+  return isExact ? distance != 0ms : distance > largestShift || distance % 15min != 0ms;
+}
+
 const KnownAssets::Record* KnownAssets::record(const MediaAsset& asset) const {
   if (const auto found = byLocalID.find(asset.id()); found != byLocalID.end())
     return &found->second;

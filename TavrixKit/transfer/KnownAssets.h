@@ -33,6 +33,13 @@ std::optional<ShotDate> shotDate(const MediaAsset& asset, const MediaAsset& lead
 std::optional<ShotDate> recordedDate(const MediaAsset& asset, const MediaAsset& lead,
                                      bool hasSerialNumber);
 
+/// Returns true if a shot was taken at another moment than the recorded one. The date of a camera's
+/// clock never changes. A file's modification date can shift by whole quarters of an hour if the
+/// volume stores local time, and so can an instant that was derived from clock time. Dates of
+/// different kinds are not compared: a picture that could once not be read has only its file's
+/// date.
+bool isAnotherShot(const std::optional<ShotDate>& date, const std::optional<ShotDate>& recorded);
+
 /// The paths of one phone's assets in a destination, as its record names them. The texts are those
 /// of the marker, which must outlive it.
 struct KnownAssets {

@@ -29,7 +29,8 @@ struct LandedFile {
 /// Writes a plan into a destination so that a final name never holds incomplete bytes. Each file is
 /// fetched into a ".part" file beside its final path; its size is checked, its bytes are synced to
 /// stable storage, and the file is then renamed. Files that are ready at the same time share one
-/// sync. Existing files are never overwritten. An engine keeps no state between runs.
+/// sync. Existing files are never overwritten, and renamed only in a run with Setup::replacement.
+/// An engine keeps no state between runs.
 class TransferEngine {
  public:
   /// The limits at which the files that are ready are synced together.
@@ -40,6 +41,18 @@ class TransferEngine {
     int conversions = 2;  ///< files that are converted at once, while others are fetched
   };
 
+  /// The rules of a run that puts lost copies back at their recorded paths. Every file is fetched,
+  /// whatever is at its path, and lands exactly there or fails. A file that is in the way is
+  /// renamed beside it once the fetched bytes are accepted and on stable storage. Called from
+  /// several threads.
+  struct Replacement {
+    /// Returns why the fetched bytes must not take the path; nullopt if they may.
+    std::function<std::optional<FileOutcome::Failed>(const PlannedFile&, const std::string& sha256)>
+        refusal;
+    /// Called after a file in the way was renamed to `aside`.
+    std::function<void(const PlannedFile&, const std::string& aside)> setAside;
+  };
+
   struct Setup {
     MediaConverter* converter = nullptr;    ///< if nullptr, conversions end as keptOriginal
     Log* log = nullptr;                     ///< nullptr for no log
@@ -47,6 +60,7 @@ class TransferEngine {
     /// Called for each file that has its final name, one call at a time. Must not throw.
     std::function<void(const LandedFile&)> landed = nullptr;
     CommitLimits limits = {};
+    std::optional<Replacement> replacement{};  ///< nullopt: files that exist are never touched
   };
 
   /// Thrown if the run was cancelled; the report has the outcomes up to then.

@@ -183,6 +183,7 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
     fail(index, leavesDestination(language));
     return true;
   }
+  if (run_.setup_.replacement) return false;
   const auto status = run_.destination_.status(file.relativePath);
   if (!status || !isComplete(*status, file) || mayBeAnothers(file, *status)) return false;
   run_.ledger_.landed(index, FileOutcome::AlreadyThere{}, file.relativePath, status->size, 0,
@@ -240,6 +241,12 @@ bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
   part->close();
   ready.sha256 = digest_.finish();
   ready.size = expected;
+  if (const auto& replacement = run_.setup_.replacement) {
+    if (auto refusal = replacement->refusal(file, ready.sha256)) {
+      fail(index, *std::move(refusal));
+      return false;
+    }
+  }
   run_.meter_.verified();
   return true;
 }
@@ -351,6 +358,11 @@ void TransferWorker::land(const ReadyFile& ready) {
 }
 
 bool TransferWorker::giveName(const ReadyFile& ready, std::string& path) {
+  if (run_.setup_.replacement) {
+    path = ready.target;
+    takePlace(ready);
+    return false;
+  }
   // The name of a kept original may differ from its planned name only in letter case.
   const bool isPlannedTarget =
       caseFolded(ready.target) == caseFolded(planned(ready.index).relativePath);
@@ -362,6 +374,42 @@ bool TransferWorker::giveName(const ReadyFile& ready, std::string& path) {
     if (!hasSameBytes(path, ready)) continue;
     removeQuietly(ready.part);
     return true;
+  }
+}
+
+void TransferWorker::takePlace(const ReadyFile& ready) {
+  Folder& destination = run_.destination_;
+  if (destination.renameWithoutReplacing(ready.part, ready.target)) return;
+  const auto status = destination.status(ready.target);
+  if (status && status->type != FileStatus::Type::file) {
+    throw FileError{FileOperation::rename, ready.target, EEXIST};
+  }
+  const std::string aside = setAside(ready.target);
+  try {
+    if (!destination.renameWithoutReplacing(ready.part, ready.target)) {
+      throw FileError{FileOperation::rename, ready.target, EEXIST};
+    }
+  } catch (...) {
+    renameBackQuietly(aside, ready.target);
+    throw;
+  }
+  run_.setup_.replacement->setAside(planned(ready.index), aside);
+}
+
+std::string TransferWorker::setAside(const std::string& path) {
+  for (std::uint64_t number = 1;; ++number) {
+    std::string aside = damagedPath(path, number);
+    // A name that the record may give to another file of this run stays free for it.
+    if (run_.isPlanned(aside)) continue;
+    if (run_.destination_.renameWithoutReplacing(path, aside)) return aside;
+  }
+}
+
+void TransferWorker::renameBackQuietly(const std::string& aside, const std::string& path) noexcept {
+  try {
+    run_.destination_.renameWithoutReplacing(aside, path);
+  } catch (...) {
+    // Its bytes stay under the other name.
   }
 }
 

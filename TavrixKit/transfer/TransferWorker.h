@@ -38,6 +38,12 @@ class TransferWorker {
   /// Renames to the first free name. Returns true if a file with the same bytes already has that
   /// name.
   bool giveName(const ReadyFile& ready, std::string& path);
+  /// Renames to the planned path exactly, after setting aside a file that is in the way. If that
+  /// fails, the file that was set aside gets its name back. Throws FileError.
+  void takePlace(const ReadyFile& ready);
+  /// Renames a file to the first free name for damaged files. Returns that name.
+  std::string setAside(const std::string& path);
+  void renameBackQuietly(const std::string& aside, const std::string& path) noexcept;
   bool hasSameBytes(const std::string& path, const ReadyFile& ready);
   std::string digestOf(const std::string& path);
   void discardBatch() noexcept;

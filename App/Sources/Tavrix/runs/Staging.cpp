@@ -21,9 +21,9 @@ bool hasBytes(const Folder& destination, const std::string& path, std::uint64_t 
 }
 
 /// Checks whether the phone still has the files of a killed run.
-class PhoneFiles {
+class FilesOfPlan {
  public:
-  explicit PhoneFiles(const TransferPlan& plan) {
+  explicit FilesOfPlan(const TransferPlan& plan) {
     for (const PlannedFile& file : plan.files) {
       add(file.asset);
       if (!isConverted(file.conversion)) continue;
@@ -98,7 +98,7 @@ StagingLeftOvers Staging::settleLeftOvers(Folder& destination, const FilesOnDisk
                                           const TransferPlan& plan) {
   StagingLeftOvers leftOvers;
   if (!destination.status(std::string{stagingFolder})) return leftOvers;
-  std::optional<PhoneFiles> phone;
+  std::optional<FilesOfPlan> phone;
   for (const auto& [path, onDisk] : listed) {
     if (!isStaged(path)) continue;
     if (!phone) phone.emplace(plan);
