@@ -3,6 +3,7 @@
 #include "cli/commands/Commands.h"
 #include "cli/help/HelpTexts.h"
 #include "cli/help/PlacesHelpTexts.h"
+#include "cli/help/RepairHelpTexts.h"
 #include "cli/help/SettingsHelpTexts.h"
 #include "cli/help/VerifyHelpTexts.h"
 
@@ -59,6 +60,7 @@ std::vector<CommandSpec> makeTable() {
        &help::verify,
        {{"--write-checksums", nullptr,
          [](Invocation& call) -> bool& { return call.writeChecksums; }}}},
+      {"", "repair", {"SOURCE", "DEST"}, repair, &help::repair, {deviceName}},
       {"marker", "rebuild", {"SOURCE", "DEST"}, rebuildMarker, &help::marker, {deviceName}},
       {"", "snapshot", {"SOURCE", "OUT-DIR"}, writeSnapshot, &help::snapshot},
       {"", "phones", {}, listPhones, &help::phones},

@@ -21,6 +21,7 @@ DestinationFindings findingsOf(const TransferPlan& plan, const std::optional<Pac
                                const Folder& destination, const Destination::Content& content,
                                const PhoneIdentity& phone, bool isCard) {
   return {.unreadableFolders = content.view.unreadableFolders(),
+          .damagedRecords = content.marker->damaged,
           .knownCard = isCard ? findKnownCard(*content.marker, phone.hash, plan) : std::nullopt,
           .again = packing ? CopiesAgain{} : copiesAgain(plan, making, content.view),
           .neededBytes = neededBytes(plan, packing),

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "runs/ArchivePlan.h"
@@ -15,6 +16,7 @@ namespace tavrix {
 /// Facts for the user about a destination before the first byte is written.
 struct DestinationFindings {
   std::vector<UnreadableFolder> unreadableFolders;  ///< not known, and never written to
+  std::vector<std::string> damagedRecords;          ///< names of records that recognise nothing
   std::optional<KnownCard> knownCard;
   CopiesAgain again;
   std::uint64_t neededBytes = 0;  ///< the most space needed at any one time

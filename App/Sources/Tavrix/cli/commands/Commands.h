@@ -18,6 +18,7 @@ ExitStatus showPlan(const CommandContext& context);
 ExitStatus transfer(const CommandContext& context);
 ExitStatus showHistory(const CommandContext& context);
 ExitStatus verify(const CommandContext& context);
+ExitStatus repair(const CommandContext& context);
 ExitStatus rebuildMarker(const CommandContext& context);
 ExitStatus writeSnapshot(const CommandContext& context);
 ExitStatus listPhones(const CommandContext& context);

@@ -6,6 +6,7 @@
 #include "cli/printing/ProgressBar.h"
 #include "cli/printing/ResultPrinter.h"
 #include "cli/sentences/CliSentences.h"
+#include "cli/sentences/RepairSentences.h"
 #include "cli/sessions/CommandContext.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/FindingsText.h"
@@ -155,14 +156,22 @@ ExitStatus statusOf(const RunOutcome& outcome) {
   return ExitStatus::stopped;
 }
 
+/// Returns true if at least one file is in a finished archive.
+bool hasArchive(const TransferReport& report) {
+  return std::any_of(report.files.begin(), report.files.end(), [](const FileOutcome& file) {
+    return file.path && file.path->find(".zip/") != std::string::npos;
+  });
+}
+
 /// Reports on standard error the ends of a run that are not regular: cancellation, interruption,
 /// and failures.
 void tellEnd(const CommandContext& context, const Run& run) {
   const Language language = context.language();
   const RunOutcome& outcome = run.outcome;
   if (outcome.status == TransferRecord::Status::cancelled) {
-    context.warn(
-        say(language, outcome.isPacked ? sentences::packingCancelled : sentences::runCancelled));
+    const Sentence<>& packing = hasArchive(*outcome.report) ? sentences::packingCancelled
+                                                            : sentences::packingCancelledEarly;
+    context.warn(say(language, outcome.isPacked ? packing : sentences::runCancelled));
   }
   if (run.failure) {
     context.warn(failureOf(language, context.call.destination(), run.failure).sentence());

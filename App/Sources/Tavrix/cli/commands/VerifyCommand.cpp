@@ -16,6 +16,7 @@
 #include "transfer/ChecksumMerge.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/FileDigester.h"
+#include "transfer/RunningTransfer.h"
 
 namespace tavrix::cli {
 namespace {
@@ -32,13 +33,29 @@ std::unique_ptr<Folder> open(const CommandContext& context) {
   if (context.call.writeChecksums) {
     return Destination::openRequiredForWriting(context.call.destination());
   }
-  auto folder = Destination::openRequired(context.call.destination());
-  if (Destination::isBusy(context.call.destination())) {
-    context.warn(say(context.language(), sentences::transferAtWork,
-                     forSentence(context.call.destination())));
-  }
-  return folder;
+  return Destination::openRequired(context.call.destination());
 }
+
+/// Notices a transfer that writes into the folder during the check.
+class TransferWatch {
+ public:
+  explicit TransferWatch(const CommandContext& context) : context_(context) {}
+
+  /// Looks whether a transfer is at work. Reports it once on standard error.
+  void look() {
+    // This command holds the lock itself if it writes the list.
+    if (isRunning_ || context_.call.writeChecksums) return;
+    const std::string& folder = context_.call.destination();
+    isRunning_ = Destination::isBusy(folder);
+    if (!isRunning_) return;
+    context_.warn(say(context_.language(), sentences::transferAtWork, forSentence(folder)));
+  }
+  bool isRunning() const { return isRunning_; }
+
+ private:
+  const CommandContext& context_;
+  bool isRunning_ = false;
+};
 
 void checkRecords(const CommandContext& context, const DestinationMarker::Marker& marker) {
   const Language language = context.language();
@@ -95,7 +112,10 @@ void tellCancelled(const CommandContext& context, const CopyVerification::Report
 ExitStatus verify(const CommandContext& context) {
   const bool writesChecksums = context.call.writeChecksums;
   const auto folder = open(context);
+  TransferWatch watch{context};
+  watch.look();
   const DestinationListing listing = listDestination(*folder);
+  watch.look();
   checkRecords(context, *listing.marker);
   CopyVerification::Options options{workerCount(), writesChecksums};
   std::vector<ChecksumFile::Entry> earlier;
@@ -104,10 +124,14 @@ ExitStatus verify(const CommandContext& context) {
     options.listed = ChecksumMerge::digests(earlier);
   }
   const std::stop_token stop = context.surroundings.catchInterrupts();
-  const CopyVerification::Report report = [&] {
+  CopyVerification::Report report = [&] {
     ReadingProgress progress{context};
     return CopyVerification::verify(*folder, listing, options, progress.receiver(), stop);
   }();
+  watch.look();
+  if (watch.isRunning()) {
+    RunningTransfer::leaveOut(report, *listing.marker, DestinationMarker::load(*folder));
+  }
   writeLog(context.log, "verify finish: files={}, bytes={}, losses={}, stopped={}",
            report.files.size(), report.bytesRead, report.hasLosses(), report.isStopped);
   ExitStatus status = statusOf(report);

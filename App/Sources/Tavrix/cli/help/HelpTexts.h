@@ -24,6 +24,7 @@ inline constexpr HelpText program{
   transfer SOURCE DEST    переносит; повтор переносит только недостающее
   history [RECORD-ID]     прошлые переносы и что стало с каждым файлом
   verify DEST             сверяет скопированное с записями: что цело, изменилось, пропало
+  repair SOURCE DEST      снова копирует то, что изменилось или пропало
   marker rebuild SOURCE DEST
                           опознаёт скопированное, если записи в DEST потеряны
   snapshot SOURCE OUT-DIR записывает каталог телефона в OUT-DIR/snapshot.json
@@ -59,6 +60,7 @@ Usage: tavrix COMMAND ARGUMENTS…
   transfer SOURCE DEST    transfers; a second run transfers only what is missing
   history [RECORD-ID]     past transfers, and the outcome of every file
   verify DEST             compares the copies with the records: intact, changed, missing
+  repair SOURCE DEST      copies again what has changed or is missing
   marker rebuild SOURCE DEST
                           recognises the copies if the records in DEST are lost
   snapshot SOURCE OUT-DIR writes the phone's catalogue to OUT-DIR/snapshot.json

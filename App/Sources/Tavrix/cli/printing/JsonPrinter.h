@@ -23,6 +23,7 @@ class JsonPrinter : public ResultPrinter {
   void record(const TransferRecord& record) override;
   void recordDeleted(const Uuid& id) override;
   void verification(const VerificationResult& result) override;
+  void repaired(const RepairOutcome& outcome) override;
   void rebuilt(const RebuildResult& result) override;
   void placeNamesReset(bool hadAny) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;

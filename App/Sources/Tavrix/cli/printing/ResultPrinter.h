@@ -12,6 +12,7 @@
 #include "naming/NamePresets.h"
 #include "runs/ArchivePlan.h"
 #include "runs/FolderTransfer.h"
+#include "runs/RepairRun.h"
 #include "settings/SavedPreset.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/MarkerRebuild.h"
@@ -92,6 +93,7 @@ class ResultPrinter {
   virtual void record(const TransferRecord& record) = 0;
   virtual void recordDeleted(const Uuid& id) = 0;
   virtual void verification(const VerificationResult& result) = 0;
+  virtual void repaired(const RepairOutcome& outcome) = 0;
   virtual void rebuilt(const RebuildResult& result) = 0;
   /// `hadAny` is true if names of places were stored before.
   virtual void placeNamesReset(bool hadAny) = 0;

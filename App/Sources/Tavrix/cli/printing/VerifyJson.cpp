@@ -48,11 +48,13 @@ void writeFolders(JsonWriter& json, const std::vector<UnreadableFolder>& folders
 void writeCounts(JsonWriter& json, const CopyVerification::Report& report) {
   using CopyVerification::State;
   json.key("counts").beginObject().field("recorded", report.files.size());
-  for (const State state : {State::intact, State::changed, State::missing, State::unreadable,
-                            State::withoutChecksum, State::neverConfirmed, State::notReached}) {
+  for (const State state :
+       {State::intact, State::changed, State::missing, State::unreadable, State::withoutChecksum,
+        State::neverConfirmed, State::notReached, State::beingWritten}) {
     json.field(textOf(state), report.count(state));
   }
   json.field("unknown", report.unknown.size()).field("leftOvers", report.leftOvers.size());
+  json.field("ofRunningTransfer", report.ofRunningTransfer.size());
   json.field("damagedRecords", report.damagedRecords.size());
   json.field("unreadableFolders", report.unreadableFolders.size()).endObject();
 }
@@ -79,6 +81,7 @@ void JsonPrinter::verification(const VerificationResult& result) {
   const CopyVerification::Report& report = result.report;
   JsonWriter json{sink_};
   json.beginObject().field("status", report.isStopped ? "cancelled" : "completed");
+  json.field("isTransferRunning", report.isTransferRunning);
   writeCounts(json, report);
   json.field("bytesRead", report.bytesRead).key("files").beginArray();
   for (const CheckedFile& file : report.files) writeFile(json, file);
@@ -88,6 +91,7 @@ void JsonPrinter::verification(const VerificationResult& result) {
   }
   json.endArray();
   writeTexts(json, "leftOvers", report.leftOvers);
+  writeTexts(json, "ofRunningTransfer", report.ofRunningTransfer);
   writeTexts(json, "damagedRecords", report.damagedRecords);
   writeFolders(json, report.unreadableFolders);
   if (result.checksums) {

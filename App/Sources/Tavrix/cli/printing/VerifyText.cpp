@@ -1,7 +1,8 @@
 // TextPrinter: checks of a destination, and recognised copies.
 
+#include "cli/printing/KeptReasonText.h"
+#include "cli/printing/ShellWord.h"
 #include "cli/printing/TextPrinter.h"
-#include "cli/printing/UnreadableReason.h"
 #include "cli/sentences/CliSentences.h"
 #include "foundation/Text.h"
 
@@ -44,16 +45,7 @@ void TextPrinter::shortList(const std::string& title, const std::vector<std::str
 }
 
 std::string TextPrinter::reasonOf(const CopyVerification::CheckedFile& file) const {
-  switch (file.found) {
-    case FileStatus::Type::link:
-      return say(language_, sentences::linkInPlace);
-    case FileStatus::Type::folder:
-      return say(language_, sentences::folderInPlace);
-    case FileStatus::Type::other:
-      return say(language_, sentences::otherInPlace);
-    case FileStatus::Type::file:
-      break;
-  }
+  if (file.found != FileStatus::Type::file) return inPlaceText(language_, file.found);
   if (file.errorCode != 0) return unreadableReason(language_, file.errorCode);
   if (file.listedSha256 && file.sha256) return say(language_, sentences::listDiffers);
   const std::uint64_t size = file.size.value_or(0);
@@ -103,7 +95,10 @@ void TextPrinter::verification(const VerificationResult& result) {
     line(say(language_, sentences::checkEmpty));
   } else if (!report.isStopped) {
     const bool isAll = report.count(State::intact) == report.files.size();
-    line(say(language_, isAll ? sentences::checkAllIntact : sentences::checkNoLosses, read));
+    const Sentence<std::string_view>& incomplete = report.count(State::beingWritten) > 0
+                                                       ? sentences::checkWhileRunning
+                                                       : sentences::checkNoLosses;
+    line(say(language_, isAll ? sentences::checkAllIntact : incomplete, read));
   }
   if (!report.isStopped) line("");
   const auto row = [&](int depth, const Sentence<>& label, std::uint64_t number,
@@ -118,11 +113,18 @@ void TextPrinter::verification(const VerificationResult& result) {
              row(1, sentences::rowNeverConfirmed, report.count(State::neverConfirmed)),
              row(1, sentences::rowWithoutChecksum, report.count(State::withoutChecksum)),
              row(1, sentences::rowNotReached, report.count(State::notReached)),
+             row(1, sentences::rowBeingWritten, report.count(State::beingWritten)),
              row(0, sentences::rowUnreadableFolders, report.unreadableFolders.size()),
              row(0, sentences::rowDamagedRecords, report.damagedRecords.size()),
              row(0, sentences::rowUnknown, report.unknown.size()),
-             row(0, sentences::rowLeftOvers, report.leftOvers.size())});
+             row(0, sentences::rowLeftOvers, report.leftOvers.size()),
+             row(0, sentences::rowOfRunningTransfer, report.ofRunningTransfer.size())});
   findings(report);
+  if (report.count(State::changed) + report.count(State::missing) > 0) {
+    line("");
+    line(say(language_, sentences::repairHint,
+             "tavrix repair SOURCE " + printable(shellPath(result.destination))));
+  }
   if (!result.checksums) return;
   line("");
   line(say(language_, sentences::checksumsWritten, printable(result.checksums->path),

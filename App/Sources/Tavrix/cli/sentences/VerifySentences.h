@@ -46,9 +46,10 @@ inline constexpr Sentence<std::string_view, std::string_view, std::string_view> 
     "{} cannot be read, the first one is “{}” ({}), so their content is unknown; grant access to "
     "them and try again."};
 inline constexpr Sentence<std::string_view> transferAtWork{
-    "В папку «{}» сейчас идёт перенос: то, что он ещё пишет, проверится в следующий раз.",
-    "A transfer into the folder “{}” is running: files that it is still writing will be checked "
-    "next time."};
+    "В папку «{}» сейчас идёт перенос: то, что он пишет, не проверяется и потерей не считается; "
+    "повторите проверку после него.",
+    "A transfer into the folder “{}” is running: files that it is writing are not checked and do "
+    "not count as losses; check again after it."};
 inline constexpr Sentence<std::string_view> checksumsForeign{
     "Файл «{}» — не список контрольных сумм, и он останется как есть; переименуйте его и "
     "повторите.",
@@ -64,6 +65,11 @@ inline constexpr Sentence<std::string_view> checkAllIntact{
 inline constexpr Sentence<std::string_view> checkNoLosses{
     "Проверка завершена, потерь нет, но сверить удалось не всё; прочитано {}.",
     "The check is complete and found no losses, but not everything could be compared; {} read."};
+inline constexpr Sentence<std::string_view> checkWhileRunning{
+    "Проверка завершена, потерь нет; то, что пишет идущий сейчас перенос, не проверено; прочитано "
+    "{}.",
+    "The check is complete and found no losses; files that the running transfer is writing were "
+    "not checked; {} read."};
 inline constexpr Sentence<std::string_view, std::string_view> checkLosses{
     "Проверка завершена; не в порядке {}, прочитано {}.",
     "The check is complete: {} not intact; {} read."};
@@ -86,6 +92,10 @@ inline constexpr Sentence<> rowWithoutChecksum{"на месте, но контр
                                                "in place, but without a checksum in the record"};
 inline constexpr Sentence<> rowNeverConfirmed{"их нет; возможно, их и не копировали",
                                               "absent, perhaps never copied"};
+inline constexpr Sentence<> rowBeingWritten{"пишет идущий перенос",
+                                            "being written by the running transfer"};
+inline constexpr Sentence<> rowOfRunningTransfer{"Файлы идущего переноса, без записи",
+                                                 "Files of the running transfer, not recorded"};
 inline constexpr Sentence<> rowUnknown{"Нет ни в одной записи", "In no record"};
 inline constexpr Sentence<> rowLeftOvers{"Остатки прерванных переносов (.part)",
                                          "Remnants of interrupted transfers (.part)"};

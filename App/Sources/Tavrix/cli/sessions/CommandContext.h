@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -23,6 +24,9 @@ struct SourceFindings {
   std::uint64_t unreadFolders = 0;  ///< folders whose files are missing from the catalogue
   /// Why places have no names, until the user is told. An error that ends the command stands alone.
   std::optional<std::string> placesFault{};
+  /// Called with the obstacle if the phone is not ready. Returns true to read again; returns false
+  /// if a stop was requested. If empty, the reading fails instead.
+  std::function<bool(const std::string& obstacle)> awaitPhone{};
 };
 
 /// The call, its settings and everything else that a command works with.

@@ -1,7 +1,9 @@
 #include "cli/sessions/FindingsText.h"
 
+#include "cli/printing/ShellWord.h"
 #include "cli/printing/UnreadableReason.h"
 #include "cli/sentences/CliSentences.h"
+#include "cli/sentences/RepairSentences.h"
 #include "cli/sessions/Source.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
@@ -33,16 +35,6 @@ void tellKnownCard(const CommandContext& context, const KnownCard& card) {
   context.note(isByName
                    ? say(language, sentences::cardKnownByName, forSentence(card.label), count, all)
                    : say(language, sentences::cardKnownElsewhere, count, all));
-}
-
-/// Returns a word of a shell that has this text.
-std::string shellWord(const std::string& text) {
-  constexpr std::string_view plain =
-      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_=.,:/+-";
-  if (text.find_first_not_of(plain) == std::string::npos) return text;
-  std::string word = "'";
-  for (const char c : text) word += c == '\'' ? std::string{"'\\''"} : std::string{c};
-  return word + "'";
 }
 
 /// Returns the command that gives the earlier names again. Returns nullopt if there is none, or if
@@ -78,6 +70,9 @@ void tellCopiesAgain(const CommandContext& context, const CopiesAgain& again) {
 
 void tellFindings(const CommandContext& context, const DestinationFindings& findings) {
   tellUnreadable(context, findings.unreadableFolders);
+  for (const std::string& name : findings.damagedRecords) {
+    context.warn(say(context.language(), sentences::recordDamagedTransfer, forSentence(name)));
+  }
   if (findings.knownCard) tellKnownCard(context, *findings.knownCard);
   tellCopiesAgain(context, findings.again);
 }

@@ -74,7 +74,7 @@ auto readSnapshot(const CommandContext& context, Read read) {
                            isKept ? sentences::readingStopped : sentences::readingStoppedUnkept)};
 }
 
-[[noreturn]] void failNotReady(const CommandContext& context, const PhoneNotReady& reason) {
+std::string obstacleOf(const CommandContext& context, const PhoneNotReady& reason) {
   const Language language = context.language();
   const std::string wanted = wantedNumber(context.call.source());
   std::string obstacle = obstacleText(language, reason.state());
@@ -84,7 +84,7 @@ auto readSnapshot(const CommandContext& context, Read read) {
                               : say(language, sentences::anotherPhone,
                                     forSentence(deviceNameOf(others.front())), forSentence(wanted));
   }
-  throw CommandFailure{ExitStatus::stopped, obstacle + say(language, sentences::tryAgain)};
+  return obstacle;
 }
 
 /// Reads a card or a phone, with a progress bar on a terminal.
@@ -102,12 +102,22 @@ FolderCatalogue readWithBar(const CommandContext& context) {
       bar->show(progress, std::chrono::steady_clock::now());
     };
   }
-  try {
-    return sourceOf(context).readCatalogue(reading);
-  } catch (const PhoneNotReady& reason) {
-    bar.reset();
-    if (reading.stop.stop_requested()) failStopped(context, reading.cacheDirectory.has_value());
-    failNotReady(context, reason);
+  const auto& awaitPhone = context.source.awaitPhone;
+  for (;;) {
+    try {
+      return sourceOf(context).readCatalogue(reading);
+    } catch (const PhoneNotReady& reason) {
+      const std::string obstacle = obstacleOf(context, reason);
+      if (!reading.stop.stop_requested() && !awaitPhone) {
+        bar.reset();
+        throw CommandFailure{ExitStatus::stopped,
+                             obstacle + say(context.language(), sentences::tryAgain)};
+      }
+      if (reading.stop.stop_requested() || !awaitPhone(obstacle)) {
+        bar.reset();
+        failStopped(context, reading.cacheDirectory.has_value());
+      }
+    }
   }
 }
 

@@ -81,24 +81,29 @@ TEST_F(VerifyCommand, losses_areListedWithTheirReason) {
   const std::string marker = tester.folder.read("photos/" + markerName);
   const CommandResult result = verify();
   EXPECT_EQ(result.status, ExitStatus::someFailed);
-  EXPECT_EQ(result.out,
-            "The check is complete: 3 files are not intact; 50\u00A0B read.\n"
-            "\n"
-            "In the records  7\n"
-            "  intact        4\n"
-            "  changed       2\n"
-            "  missing       1\n"
-            "In no record    1\n"
-            "\n"
-            "Changed:\n"
-            "  2026-05-20/IMG_0001.HEIC — same size, different content\n"
-            "  2026-05-20/IMG_0001.MOV — expected 10 bytes, got 5\n"
-            "\n"
-            "Missing:\n"
-            "  2026-05-21/IMG_0003.MOV\n"
-            "\n"
-            "In no record:\n"
-            "  2026-05-21/mine.jpg\n");
+  EXPECT_EQ(
+      result.out,
+      "The check is complete: 3 files are not intact; 50\u00A0B read.\n"
+      "\n"
+      "In the records  7\n"
+      "  intact        4\n"
+      "  changed       2\n"
+      "  missing       1\n"
+      "In no record    1\n"
+      "\n"
+      "Changed:\n"
+      "  2026-05-20/IMG_0001.HEIC — same size, different content\n"
+      "  2026-05-20/IMG_0001.MOV — expected 10 bytes, got 5\n"
+      "\n"
+      "Missing:\n"
+      "  2026-05-21/IMG_0003.MOV\n"
+      "\n"
+      "In no record:\n"
+      "  2026-05-21/mine.jpg\n"
+      "\n"
+      "To bring back what changed or is missing (SOURCE is where it came from): tavrix repair "
+      "SOURCE " +
+          (tester.folder / "photos") + "\n");
   EXPECT_EQ(tester.folder.read("photos/" + markerName), marker);
   const CommandResult json = verify({"--json"});
   EXPECT_EQ(json.status, ExitStatus::someFailed);
@@ -108,8 +113,8 @@ TEST_F(VerifyCommand, losses_areListedWithTheirReason) {
                 "size":10,"expectedSha256":")" +
                 sha256Hex("content 10") + R"(","sha256":")" + sha256Hex("Content 10") + R"("})"));
   EXPECT_EQ(*json.json().member("counts"), parseJson(R"({"recorded":7,"intact":4,"changed":2,
-      "missing":1,"unreadable":0,"withoutChecksum":0,"neverConfirmed":0,"notReached":0,"unknown":1,
-      "leftOvers":0,"damagedRecords":0,"unreadableFolders":0})"));
+      "missing":1,"unreadable":0,"withoutChecksum":0,"neverConfirmed":0,"notReached":0,
+      "beingWritten":0,"unknown":1,"leftOvers":0,"ofRunningTransfer":0,"damagedRecords":0,"unreadableFolders":0})"));
 }
 
 TEST_F(VerifyCommand, longListOfStrangers_isShortened) {
