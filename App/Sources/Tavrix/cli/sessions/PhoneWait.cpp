@@ -4,7 +4,6 @@
 #include <condition_variable>
 #include <utility>
 
-#include "cli/printing/TerminalLine.h"
 #include "text/DeviceText.h"
 #include "text/PhoneSentences.h"
 
@@ -19,7 +18,7 @@ bool PhoneWait::await(const std::string& obstacle) {
   std::condition_variable_any wakes;
   std::unique_lock lock{mutex_};
   if (std::exchange(told_, obstacle) != obstacle) {
-    tell(waitingText(context_.language(), obstacle));
+    context_.warn(waitingText(context_.language(), obstacle));
   }
   wakes.wait_for(lock, stop_, interval, [] { return false; });
   return !stop_.stop_requested();
@@ -32,13 +31,7 @@ bool PhoneWait::await(const std::string& deviceName, PhoneError::Kind kind) {
 void PhoneWait::phoneAnswered() {
   const std::lock_guard lock{mutex_};
   if (std::exchange(told_, {}).empty()) return;
-  tell(say(context_.language(), sentences::phoneIsBack));
-}
-
-void PhoneWait::tell(const std::string& sentence) const {
-  const bool mayHaveBar = context_.surroundings.errColumns.has_value();
-  context_.surroundings.err.write(std::string{mayHaveBar ? clearLine : ""} + "tavrix: " + sentence +
-                                  '\n');
+  context_.note(say(context_.language(), sentences::phoneIsBack));
 }
 
 }  // namespace tavrix::cli

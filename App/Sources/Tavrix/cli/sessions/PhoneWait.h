@@ -26,8 +26,6 @@ class PhoneWait {
   void phoneAnswered();
 
  private:
-  void tell(const std::string& sentence) const;
-
   const CommandContext& context_;
   std::stop_token stop_;
   std::mutex mutex_;
