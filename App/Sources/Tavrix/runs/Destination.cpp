@@ -79,10 +79,11 @@ PhoneIdentity folderPhone(const std::string& folder, const std::string& deviceNa
 }
 
 void Destination::checkApart(const std::string& source, const std::string& destination) {
-  if (liesIn(destination, source + "/media")) {
+  checkHoldsNot(source, destination);
+  // The media may be elsewhere, behind a link.
+  if (liesIn(destination, source) || liesIn(destination, source + "/media")) {
     throw DestinationError{DestinationError::Kind::insideMedia, destination};
   }
-  checkHoldsNot(source, destination);
 }
 
 void Destination::checkApartFromFolder(const std::string& source,

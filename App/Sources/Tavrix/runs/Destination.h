@@ -17,7 +17,7 @@ class DestinationError : public std::exception {
     missing,        ///< the folder does not exist and must not be created
     parentMissing,  ///< neither the folder nor its parent exists
     notFolder,      ///< the path leads to something other than a folder
-    insideMedia,    ///< it is, or is inside, the folder of the phone's media
+    insideMedia,    ///< it is inside the source, or is or is inside the folder of its media
     holdsSource,    ///< it is, or contains, the phone's folder
     busy,           ///< another run is writing to it
   };

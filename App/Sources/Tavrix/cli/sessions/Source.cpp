@@ -24,6 +24,8 @@ namespace {
 
 using SourceKind = PictureSource::Kind;
 
+constexpr std::string_view snapshotName = "snapshot.json";
+
 const CardSource& cardOf(const CommandContext& context) {
   return static_cast<const CardSource&>(sourceOf(context));
 }
@@ -139,6 +141,23 @@ std::vector<SnapshotItem> readCardOrPhone(const CommandContext& context) {
   return std::move(catalogue.items);
 }
 
+/// Returns true if a catalogue in `folder` would be inside the source, or would be the catalogue
+/// that the source has.
+bool isInSource(const CommandContext& context, const std::string& folder) {
+  const auto liesIn = [&](const std::string& outer) { return Destination::liesIn(folder, outer); };
+  switch (sourceOf(context).kind()) {
+    case SourceKind::phone:
+      return false;
+    case SourceKind::card:
+      return liesIn(context.call.source()) || liesIn(cardOf(context).cameraFolder());
+    case SourceKind::snapshot:
+      break;
+  }
+  const auto& snapshot = static_cast<const SnapshotSource&>(sourceOf(context));
+  return liesIn(context.call.source()) || liesIn(snapshot.mediaFolder()) ||
+         Destination::liesIn(pathIn(folder, snapshotName), snapshot.snapshotPath());
+}
+
 }  // namespace
 
 PictureSource& sourceOf(const CommandContext& context) {
@@ -215,10 +234,7 @@ void checkApart(const CommandContext& context, const std::string& destination) {
 }
 
 void checkSnapshotFolder(const CommandContext& context, const std::string& folder) {
-  if (sourceOf(context).kind() != SourceKind::card) return;
-  const bool isInside = Destination::liesIn(folder, context.call.source()) ||
-                        Destination::liesIn(folder, cardOf(context).cameraFolder());
-  if (!isInside) return;
+  if (!isInSource(context, folder)) return;
   throw CommandFailure{ExitStatus::usage,
                        say(context.language(), sentences::catalogueInSource, forSentence(folder))};
 }
@@ -242,7 +258,6 @@ void writeRequestedSnapshot(const CommandContext& context, const std::vector<Sna
 }
 
 std::string writeItems(const std::vector<SnapshotItem>& items, const std::string& folder) {
-  constexpr std::string_view snapshotName = "snapshot.json";
   const auto opened = Destination::openOrCreate(folder);
   Snapshot::write(items, *opened, std::string{snapshotName});
   return pathIn(folder, snapshotName);

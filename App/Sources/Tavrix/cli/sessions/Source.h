@@ -34,7 +34,8 @@ ConnectedSource readSource(const CommandContext& context);
 /// Throws DestinationError if copies would become part of the source (see
 /// Destination::checkApart()), and FileError. Accepts every destination for a phone.
 void checkApart(const CommandContext& context, const std::string& destination);
-/// Throws CommandFailure if `folder`, into which a snapshot is to be written, is inside a card.
+/// Throws CommandFailure if `folder`, into which a snapshot is to be written, is inside the source
+/// or leads to the catalogue of the source.
 void checkSnapshotFolder(const CommandContext& context, const std::string& folder);
 /// Throws CommandFailure if the state folder is inside the camera folder (DCIM) of a card, or if it
 /// was chosen with --state and is anywhere inside the card. The caller must call this before it

@@ -130,10 +130,10 @@ TEST_F(ListCommands, machineLanguage_namesFoldersWhateverTheCallSpeaks) {
 
 TEST_F(ListCommands, text_isATableWithATotal) {
   EXPECT_EQ(tester.run({"groups", "phone"}).out,
-            "Папка       Снимков  Фото  Видео  Прочих  Размер  С           По\n"
-            "2026-05-20        1     2      1       1    40\u00A0Б  2026-05-20  2026-05-20\n"
-            "2026-05-21        2     1      1       0    20\u00A0Б  2026-05-21  2026-05-21\n"
-            "No date           1     1      0       0    10\u00A0Б  —           —\n"
+            "Папка       Снимков  Фото  Видео  Прочих  Размер  Даты\n"
+            "2026-05-20        1     2      1       1    40\u00A0Б  2026-05-20\n"
+            "2026-05-21        2     1      1       0    20\u00A0Б  2026-05-21\n"
+            "No date           1     1      0       0    10\u00A0Б  —\n"
             "\n"
             "3 папки: 7 файлов, 70\u00A0Б\n"
             "Уменьшенные копии вместо оригиналов, которые лежат в облаке: 1.\n");
@@ -230,6 +230,26 @@ TEST_F(ListCommands, snapshot_writesTheEntriesAsRead) {
   };
   EXPECT_EQ(items("other/snapshot.json"), items("phone/snapshot.json"));
   EXPECT_EQ(tester.run({"snapshot", "phone", "photos/x/y"}).status, ExitStatus::stopped);
+}
+
+TEST_F(ListCommands, snapshotOverItsOwnSource_leavesTheCatalogueAlone) {
+  const std::string written =
+      R"([{"name":"IMG_0001.JPG","kind":"photo","size":10,"ownField":"kept"}])";
+  tester.folder.write("phone/snapshot.json", written);
+  // A source whose catalogue is a link to that of another folder.
+  std::filesystem::create_directories(tester.folder / "other");
+  std::filesystem::create_symlink("../phone/snapshot.json", tester.folder / "other/snapshot.json");
+  const std::vector<std::pair<std::string, std::string>> calls{
+      {"phone", "phone"}, {"other", "other"}, {"other", tester.folder / "phone"}};
+  for (const auto& [source, folder] : calls) {
+    const CommandResult result = tester.run({"snapshot", source, folder, "--lang", "en"});
+    EXPECT_EQ(result.status, ExitStatus::usage);
+    EXPECT_THAT(result.err, HasSubstr("is inside the source; choose another one"));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+  }
+  tester.environment = {{"SNAPSHOT_OUT", tester.folder / "phone"}};
+  EXPECT_EQ(tester.run({"groups", "phone"}).status, ExitStatus::usage);
+  EXPECT_EQ(tester.folder.read("phone/snapshot.json"), written);
 }
 
 TEST_F(ListCommands, snapshotOut_getsTheCatalogueOfEveryReading) {

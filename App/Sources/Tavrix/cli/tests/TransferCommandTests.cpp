@@ -295,15 +295,19 @@ TEST_F(TransferCommand, unusableDestination_isOneSentenceAndNothingChanges) {
   EXPECT_EQ(tester.run({"plan", "phone", "photosBusy"}).status, ExitStatus::done);
 }
 
-TEST_F(TransferCommand, destinationInsideTheMedia_isRefusedByAnyName) {
+TEST_F(TransferCommand, destinationInsideTheSource_isRefusedByAnyName) {
   std::filesystem::create_directory_symlink(tester.folder / "phone/media",
                                             tester.folder / "photosLink");
-  for (const std::string destination : {"photosLink", "photosLink/new", "photos/../phone/media/"}) {
-    EXPECT_EQ(tester.run({"transfer", "phone", destination}).status, ExitStatus::usage)
-        << destination;
-    EXPECT_EQ(tester.run({"plan", "phone", destination}).status, ExitStatus::usage) << destination;
+  std::filesystem::create_directory_symlink(tester.folder / "phone", tester.folder / "photosRoot");
+  for (const std::string destination :
+       {"photosLink", "photosLink/new", "photos/../phone/media/", "photosRoot/new"}) {
+    for (const std::string command : {"transfer", "plan", "snapshot"}) {
+      EXPECT_EQ(tester.run({command, "phone", destination}).status, ExitStatus::usage)
+          << command << " " << destination;
+    }
   }
-  EXPECT_EQ(tester.run({"plan", "phone", tester.folder / "phone/media2"}).status, ExitStatus::done);
+  EXPECT_FALSE(tester.folder.has("phone/new"));
+  EXPECT_EQ(tester.run({"plan", "phone", tester.folder / "phone2"}).status, ExitStatus::done);
 }
 
 TEST_F(TransferCommand, sourceWithoutMedia_stopsBeforeTheFirstFile) {

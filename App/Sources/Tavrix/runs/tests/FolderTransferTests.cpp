@@ -266,12 +266,12 @@ TEST(Destination, paths_areApartOnlyWhenNeitherHoldsTheOther) {
   };
   using enum DestinationError::Kind;
   const std::vector<Row> rows{{"phone", "photos", std::nullopt},
-                              {"phone", "phone/out", std::nullopt},
-                              {"phone", "phone/media2", std::nullopt},
+                              {"phone", "phone2", std::nullopt},
                               {"phone", "phon", std::nullopt},
                               {"phone/", "phone/media", insideMedia},
                               {"phone", "phone/media/x/y", insideMedia},
                               {"phone", "phone/./out/../media/", insideMedia},
+                              {"phone", "phone/out", insideMedia},
                               {"phone", "phone", holdsSource},
                               {"phone", ".", holdsSource}};
   for (const Row& row : rows) {
