@@ -25,7 +25,7 @@ constexpr std::array<std::string_view, 4> commonOptionsWithValue{"--lang", "--st
 
 bool takesValue(std::string_view option) {
   const auto isIt = [option](const CommandOption& own) {
-    return own.value != nullptr && own.name == option;
+    return own.flag == nullptr && own.name == option;
   };
   return std::ranges::find(commonOptionsWithValue, option) != commonOptionsWithValue.end() ||
          std::ranges::any_of(commandTable(), [&](const CommandSpec& command) {
@@ -104,7 +104,13 @@ class Parser {
     addOption(app_, "--progress");
     addOption(app_, "--lang");
     addOption(app_, "--state");
-    app_.add_option("--set", call_.settings)->expected(1)->allow_extra_args(false)->take_all();
+    addRepeated(app_, "--set", call_.settings);
+  }
+
+  /// Adds an option with a value that can be given several times.
+  static void addRepeated(CLI::App& command, const std::string& name,
+                          std::vector<std::string>& values) {
+    command.add_option(name, values)->expected(1)->allow_extra_args(false)->take_all();
   }
 
   /// Adds an option with a value. If it is given twice, the last value is used.
@@ -123,6 +129,8 @@ class Parser {
       for (const CommandOption& option : form.options) {
         if (option.flag != nullptr) {
           command->add_flag(std::string{option.name}, option.flag(call_));
+        } else if (option.values != nullptr) {
+          addRepeated(*command, std::string{option.name}, option.values(call_));
         } else {
           addOption(*command, std::string{option.name});
         }

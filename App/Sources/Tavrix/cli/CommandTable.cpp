@@ -15,6 +15,20 @@ using Text = std::optional<std::string>;
 const CommandOption deviceName{"--device-name",
                                [](Invocation& call) -> Text& { return call.deviceName; }};
 
+/// Returns the options of a command that works on a choice of shots, with those of its own.
+std::vector<CommandOption> withChoice(std::vector<CommandOption> own = {}) {
+  own.insert(
+      own.end(),
+      {deviceName,
+       {.name = "--only", .values = [](Invocation& call) -> auto& { return call.choice.only; }},
+       {.name = "--last", .value = [](Invocation& call) -> Text& { return call.choice.last; }},
+       {.name = "--since-last",
+        .flag = [](Invocation& call) -> bool& { return call.choice.sinceLast; }},
+       {.name = "--exclude",
+        .values = [](Invocation& call) -> auto& { return call.choice.exclude; }}});
+  return own;
+}
+
 std::vector<CommandSpec> makeTable() {
   return {
       {"", "catalog", {"SOURCE"}, listCatalog, &help::catalog},
@@ -24,7 +38,8 @@ std::vector<CommandSpec> makeTable() {
        {"SOURCE"},
        listGroups,
        &help::groups,
-       {{"--explain", nullptr, [](Invocation& call) -> bool& { return call.explain; }}}},
+       withChoice(
+           {{"--explain", nullptr, [](Invocation& call) -> bool& { return call.explain; }}})},
       {"", "places", {"SOURCE"}, listPlaces, &help::places},
       {"geocache", "reset", {}, resetPlaceNames, &help::geocache},
       {"",
@@ -32,15 +47,13 @@ std::vector<CommandSpec> makeTable() {
        {"SOURCE", "DEST"},
        showPlan,
        &help::plan,
-       {deviceName,
-        {"--files", nullptr, [](Invocation& call) -> bool& { return call.listsFiles; }}}},
+       withChoice({{"--files", nullptr, [](Invocation& call) -> bool& { return call.listsFiles; }}})},
       {"",
        "transfer",
        {"SOURCE", "DEST"},
        transfer,
        &help::transfer,
-       {deviceName,
-        {"--dry-run", nullptr, [](Invocation& call) -> bool& { return call.isRehearsal; }}}},
+       withChoice({{"--dry-run", nullptr, [](Invocation& call) -> bool& { return call.isRehearsal; }}})},
       {"",
        "history",
        {"RECORD-ID"},

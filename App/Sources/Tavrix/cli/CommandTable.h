@@ -16,7 +16,8 @@ namespace help {
 struct HelpText;
 }
 
-/// An option that belongs to one command. Exactly one of `value` and `flag` is set.
+/// An option that belongs to one command. Exactly one of `value`, `flag` and
+/// `values` is set.
 struct CommandOption {
   std::string_view name;  ///< with its dashes
   /// Returns where the option's value is stored.
@@ -24,6 +25,8 @@ struct CommandOption {
   /// Returns what the option sets to true.
   bool& (*flag)(Invocation&) = nullptr;
   bool isRequired = false;
+  /// Returns where the values of an option that can be repeated are stored.
+  std::vector<std::string>& (*values)(Invocation&) = nullptr;
 };
 
 /// One command of the program: its words, its arguments, its action and its help.

@@ -52,6 +52,22 @@ std::optional<Library::Home> homeOf(const Settings& settings,
       .recentSpanDays = groupingSettings(settings).homeWindowDays};
 }
 
+/// Returns the points that people see: the home, the candidates next to it, and the stays.
+std::vector<GeoPoint> landmarkPoints(const Library& library) {
+  std::vector<GeoPoint> points;
+  if (library.home->point) points.push_back(*library.home->point);
+  const auto& candidates = library.homeCandidates;
+  for (std::size_t i = 0; i < candidates.size() && i < 2; ++i) {
+    points.push_back(candidates[i].center);
+  }
+  for (const HomeCandidate& rival : library.home->rivals) points.push_back(rival.center);
+  if (!library.reasons) return points;
+  if (const auto* const trips = std::get_if<TripReasons>(&*library.reasons)) {
+    for (const TripReasons::Stay& stay : trips->stays) points.push_back(stay.center);
+  }
+  return points;
+}
+
 /// Returns the groups with the merges of the current mode applied.
 std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& settings) {
   const auto merges = settings.gathering.mergesByMode.find(textOf(settings.gathering.uiMode));
@@ -97,6 +113,9 @@ Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t file
                           naming, lookup);
   library.rows = std::move(named.rows);
   library.places = std::move(named.places);
+  if (library.home && naming != nullptr && settings.naming.geocodingEnabled) {
+    library.landmarks = naming->name(landmarkPoints(library), settings, {});
+  }
   return library;
 }
 

@@ -20,8 +20,12 @@ struct Library {
     std::uint64_t withoutPicture = 0;    ///< sidecars whose picture is not on the phone
     std::vector<std::string> unknown{};  ///< names of files of unknown kind, in no shot
     std::uint64_t bySettings = 0;        ///< files of other shots, excluded by the settings
+    /// Files of folders and shots that were not chosen; nullopt without a choice.
+    std::optional<std::uint64_t> byChoice{};
 
-    std::uint64_t total() const { return withoutPicture + unknown.size() + bySettings; }
+    std::uint64_t total() const {
+      return withoutPicture + unknown.size() + bySettings + byChoice.value_or(0);
+    }
     friend bool operator==(const LeftOut&, const LeftOut&) = default;
   };
 
@@ -47,6 +51,9 @@ struct Library {
   std::uint64_t fileCount = 0;             ///< files in the catalogue
   LeftOut leftOut;
   std::shared_ptr<const PlaceLookup> places;  ///< the lookup that named the rows' places, if any
+  /// Names the home candidates that people see and the stays of `reasons`; nullptr if places have
+  /// no names.
+  std::shared_ptr<const PlaceLookup> landmarks;
 
   friend bool operator==(const Library&, const Library&) = default;
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "foundation/tasks/CoalescedWork.h"
+#include "library/Choice.h"
 #include "model/ConnectedSource.h"
 #include "model/DisplayBuild.h"
 #include "model/ModelServices.h"
@@ -97,6 +98,8 @@ class AppModel {
   void setRunsWithoutFiles(bool runs) { runsWithoutFiles_ = runs; }
   /// If true, which is the default, a start asks before it transfers reduced copies.
   void setAsksAboutOptimized(bool asks) { asksAboutOptimized_ = asks; }
+  /// Restricts the next runs to a part of the checked folders.
+  void choose(Choice choice) { choice_ = std::move(choice); }
   /// Ends the run, even while it is paused, or a start that is still being prepared.
   void cancelTransfer();
   /// Returns from the summary to browsing.
@@ -166,8 +169,11 @@ class AppModel {
   void proceedWithStart();
   void block(TransferBlocker blocker);
   void prepare(Awaiting awaiting);
+  static std::shared_ptr<const Choosing> choosingFor(const Prepared& prepared,
+                                                     const ConnectedSource& source,
+                                                     const ModelServices& services);
   static void look(Prepared& prepared, const ConnectedSource& source,
-                   const ModelServices::OpenFolder& open);
+                   const ModelServices& services);
   void land(Prepared& prepared);
   void beginRun(Prepared& prepared);
   void runEnded();
@@ -196,6 +202,7 @@ class AppModel {
   Start start_;
   bool runsWithoutFiles_ = false;
   bool asksAboutOptimized_ = true;
+  Choice choice_;
   std::unique_ptr<RunControl> run_;
 };
 

@@ -29,8 +29,10 @@ struct AppModel::Prepared {
   std::vector<std::string> excludedKeys;
   std::optional<Packing> packing;
   ContinuationContext naming;
+  Choice choice;
 
-  std::shared_ptr<const Library> library;  ///< with the chosen folders only
+  std::shared_ptr<const Choosing> choosing;  ///< nullptr if the choice is everything
+  std::shared_ptr<const Library> library;    ///< with the chosen folders only
   HeldDestination destination;
   std::shared_ptr<const TransferPlan> plan;
   Shared<std::vector<DestinationMarker::FolderNote>> notes;
@@ -109,16 +111,17 @@ void AppModel::prepare(Awaiting awaiting) {
   prepared->packing = packingOf(*state_->settings, source()->deviceName,
                                 state_->settings->gathering.timeZone.dateAt(services_.now()));
   prepared->naming = continuationContext();
+  prepared->choice = choice_;
   start_ = Preparing{awaiting};
   computeThen(
       services_.transferring, services_.loop, life_,
-      [prepared, keys = keys_, source = *source(), open = services_.openForWriting] {
+      [prepared, keys = keys_, source = *source(), services = services_] {
         Run::GroupIDs unchecked;
         for (const std::uint32_t key : prepared->checks->excluded()) {
           unchecked.insert(keys->keyOf(key));
         }
         prepared->unchecked = std::move(unchecked);
-        look(*prepared, source, open);
+        look(*prepared, source, services);
         return prepared;
       },
       [this](std::shared_ptr<Prepared> done) {
@@ -128,23 +131,49 @@ void AppModel::prepare(Awaiting awaiting) {
       });
 }
 
+std::shared_ptr<const Choosing> AppModel::choosingFor(const Prepared& prepared,
+                                                      const ConnectedSource& source,
+                                                      const ModelServices& services) {
+  const Choice& choice = prepared.choice;
+  if (choice.isEverything()) return nullptr;
+  StringSet recorded;
+  if (choice.isSinceLast && services.recordedFiles) {
+    recorded = services.recordedFiles(source.phone, *prepared.shown->bundles);
+  }
+  auto choosing = std::make_shared<const Choosing>(choice, prepared.settings->gathering.timeZone,
+                                                   std::move(recorded));
+  if (choosing->knowsAll(foldersOf(prepared.shown->rows))) return choosing;
+  // The missing name may be one that a folder has only in the destination.
+  const auto folder = services.openExisting(prepared.path);
+  const auto content = folder ? Destination::read(*folder, source.phone) : Destination::Content{};
+  choosing->check(continuedFolders(prepared.shown->rows, prepared.naming, content.view));
+  return choosing;
+}
+
 void AppModel::look(Prepared& prepared, const ConnectedSource& source,
-                    const ModelServices::OpenFolder& open) {
+                    const ModelServices& services) {
   try {
     source.files->checkDestination(prepared.path);
+    // A wrong choice is reported before anything is written.
+    prepared.choosing = choosingFor(prepared, source, services);
     HeldDestination& destination = prepared.destination;
-    destination.folder = open(prepared.path);
+    destination.folder = services.openForWriting(prepared.path);
     prepared.folder = folderIdentity(prepared.path);
     destination.content = Destination::read(*destination.folder, source.phone);
     Library chosen = *prepared.shown;
     const DestinationView& view = destination.content.view;
-    const auto folders =
-        chosenFolders(continuedFolders(prepared.shown->rows, prepared.naming, view),
-                      prepared.visible, *prepared.checks);
-    chosen.rows = rowsOf(folders);
+    auto folders = chosenFolders(continuedFolders(prepared.shown->rows, prepared.naming, view),
+                                 prepared.visible, *prepared.checks);
+    TransferPlan plan = TransferPlanner::plan(folders, prepared.naming.options, view);
+    if (prepared.choosing) {
+      folders = prepared.choosing->partOf(folders);
+      plan = partOf(plan, folders);
+      chosen = partOf(std::move(chosen), rowsOf(folders));
+    } else {
+      chosen.rows = rowsOf(folders);
+    }
     prepared.notes = notesOf(folders, prepared.naming);
-    prepared.plan = std::make_shared<const TransferPlan>(
-        TransferPlanner::plan(folders, prepared.naming.options, view));
+    prepared.plan = std::make_shared<const TransferPlan>(std::move(plan));
     if (!prepared.plan->files.empty()) source.files->checkMedia();
     prepared.holdsOptimized = tavrix::holdsOptimized(*prepared.plan);
     prepared.totals = totalsOf(chosen.rows, *prepared.plan);
@@ -196,6 +225,7 @@ void AppModel::beginRun(Prepared& prepared) {
   run.settings = state_->settings;
   run.savedPresets = state_->savedPresets;
   run.unchecked = prepared.unchecked;
+  run.choosing = prepared.choosing;
   run.plan = prepared.plan;
   run.notes = prepared.notes;
   run.totals = prepared.totals;

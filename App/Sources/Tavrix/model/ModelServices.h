@@ -5,8 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "foundation/Log.h"
+#include "foundation/StringMap.h"
 #include "foundation/tasks/Background.h"
 #include "runs/Destination.h"
 #include "runs/RunRecording.h"
@@ -36,6 +38,9 @@ struct ModelServices {
   /// Writes a record to the history. Returns true if the record is stored. Called in the
   /// background. Without it nothing is recorded.
   std::function<bool(TransferRecord)> keepRecord{};
+  /// Returns the ids of the files of these shots that finished runs of the phone have recorded.
+  /// Called in the background, only for a choice of shots since the last run.
+  std::function<StringSet(const PhoneIdentity&, const std::vector<AssetBundle>&)> recordedFiles{};
   /// Returns the text for a failure in a record, for people. Without it only failures of files are
   /// described.
   std::function<std::string(const std::exception_ptr&)> failureText{};

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "foundation/Shared.h"
+#include "library/Choice.h"
 #include "library/Library.h"
 #include "model/AppState.h"
 #include "model/ConnectedSource.h"
@@ -64,7 +65,8 @@ struct Run {
   std::shared_ptr<const Library> shown;    ///< with all folders
   Shared<Settings> settings;
   Shared<std::vector<SavedPreset>> savedPresets;
-  Shared<GroupIDs> unchecked;  ///< groups that the user left out
+  Shared<GroupIDs> unchecked;                ///< groups that the user left out
+  std::shared_ptr<const Choosing> choosing;  ///< which shots the run is about; nullptr: all
   std::shared_ptr<const TransferPlan> plan;
   Shared<std::vector<DestinationMarker::FolderNote>> notes;  ///< how its folders got their names
   RunTotals totals;

@@ -178,6 +178,7 @@ std::function<bool()> RunControl::recordTask(bool isUnderWay) const {
                           .finishedAt = run->finishedAt,
                           .placeNaming = naming,
                           .unchecked = *run->unchecked,
+                          .choosing = run->choosing.get(),
                           .isUnderWay = isUnderWay}));
   };
 }

@@ -65,6 +65,10 @@ struct ShotFolder {
   std::optional<TransferRecord::Place> place;
 };
 
+bool namesFolders(const Choosing* choosing) {
+  return choosing != nullptr && !choosing->choice().folders.empty();
+}
+
 std::vector<ShotInput> shotsOf(const RunRecordInput& run) {
   absl::flat_hash_map<std::string_view, const AssetBundle*> whole;
   whole.reserve(run.library.bundles->size());
@@ -105,8 +109,9 @@ std::vector<ShotInput> shotsOf(const RunRecordInput& run) {
           shownRows[i] ? folders.find(run.shownRows[*shownRows[i]].group->id) : folders.end();
       // Shots of a folder that was left out are not part of the run.
       const bool isLeftOut =
-          shownRows[i] ? own == folders.end() : run.unchecked.contains(row.group->id);
-      if (isLeftOut) continue;
+          shownRows[i] ? own == folders.end()
+                       : run.unchecked.contains(row.group->id) || namesFolders(run.choosing);
+      if (isLeftOut || (run.choosing != nullptr && !run.choosing->partOf(bundle))) continue;
       const ShotFolder& folder = own == folders.end() ? other : own->second;
       shots.push_back({bundle, folder.name, folder.place});
     }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "history/RecordBuilding.h"
+#include "library/Choice.h"
 #include "library/Library.h"
 #include "runs/FolderTransfer.h"
 #include "settings/SavedPreset.h"
@@ -29,6 +30,7 @@ struct RunRecordInput {
   PlaceNaming* placeNaming = nullptr;  ///< names the places of folders not in the run
   /// The ids of the groups that the user left out, whether displayed or not.
   std::set<std::string, std::less<>> unchecked{};
+  const Choosing* choosing = nullptr;  ///< which shots the run is about; nullptr: all
   /// The record is written in advance, in case the program ends before the run does.
   bool isUnderWay = false;
 };

@@ -26,6 +26,14 @@ struct HistoryOptions {
   bool deletes = false;
 };
 
+/// The choice of folders and shots for `groups`, `plan` and `transfer`.
+struct ChoiceOptions {
+  std::vector<std::string> only;
+  std::optional<std::string> last;
+  bool sinceLast = false;
+  std::vector<std::string> exclude;
+};
+
 /// The arguments of one call, after the parser has checked their form.
 struct Invocation {
   std::vector<std::string>
@@ -46,6 +54,7 @@ struct Invocation {
   std::optional<std::string> nameTemplate;  ///< JSON
   std::optional<std::string> context;       ///< JSON
   HistoryOptions history;
+  ChoiceOptions choice;
 
   const std::string& source() const { return operands.at(0); }
   const std::string& destination() const { return operands.back(); }

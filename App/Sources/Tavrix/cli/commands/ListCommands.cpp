@@ -2,6 +2,7 @@
 
 #include "cli/commands/Commands.h"
 #include "cli/printing/ResultPrinter.h"
+#include "cli/sessions/ChosenShots.h"
 #include "cli/sessions/CommandContext.h"
 #include "cli/sessions/OpenPlaceNaming.h"
 #include "cli/sessions/Source.h"
@@ -20,10 +21,13 @@ ExitStatus listBundles(const CommandContext& context) {
 }
 
 ExitStatus listGroups(const CommandContext& context) {
+  choiceOf(context);  // a mistake is reported before the source is read
   const auto naming = openPlaceNaming(context);
-  const Library library = readLibrary(context, naming.get());
+  Library library = readLibrary(context, naming.get());
   if (naming) naming->save();
-  context.printer.groups(library);
+  auto folders = foldersOf(library.rows);
+  context.printer.groups({chosenPart(context, std::move(library), std::move(folders)).library,
+                          context.settings.gathering.uiMode == UIGroupingMode::flat});
   return ExitStatus::done;
 }
 

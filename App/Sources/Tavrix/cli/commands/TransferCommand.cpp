@@ -7,6 +7,7 @@
 #include "cli/printing/ResultPrinter.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/RepairSentences.h"
+#include "cli/sessions/ChosenShots.h"
 #include "cli/sessions/CommandContext.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/FindingsText.h"
@@ -110,6 +111,7 @@ class TransferSession {
     const Run& run = *model().run();
     tellLoaded(context_, *run.library, *run.plan);
     tellPlacesFault(context_);
+    tellChoice(context_, run.source.phone, *run.library->bundles);
     tellFindings(context_, run.findings);
     tellSpace(context_, run.findings);
     bar_.emplace(context_.messages);
@@ -202,9 +204,9 @@ ExitStatus showPlan(const CommandContext& context) {
           std::get_if<destination_state::Refused>(&model.state().destinationState)) {
     std::rethrow_exception(refused->error);
   }
-  const TransferPlan& plan = *model.plan().plan;
-  Library library = *model.library();
-  library.rows = rowsOf(*model.plan().folders);
+  const auto [library, chosenPlan] =
+      chosenPart(context, *model.library(), *model.plan().folders, model.plan().plan);
+  const TransferPlan& plan = *chosenPlan;
   tellLoaded(context, library, plan);
   const auto packing =
       packingOf(context.settings, deviceName(context),

@@ -1,5 +1,6 @@
 #include "cli/help/Help.h"
 
+#include "cli/help/ChoiceHelpTexts.h"
 #include "cli/help/HelpTexts.h"
 #include "settings/SettingKeys.h"
 
@@ -22,13 +23,18 @@ std::string settingKeysText() {
   return text + line + '\n';
 }
 
+bool takesChoice(const help::HelpText* command) {
+  return command == &help::groups || command == &help::plan || command == &help::transfer;
+}
+
 }  // namespace
 
 std::string helpText(Language language, const help::HelpText* command) {
   const auto in = [&](const help::HelpText& text) {
     return std::string{language == Language::russian ? text.russian : text.english};
   };
-  return in(command != nullptr ? *command : help::program) + in(help::commonOptions) +
+  return in(command != nullptr ? *command : help::program) +
+         (takesChoice(command) ? in(help::choice) : "") + in(help::commonOptions) +
          in(help::settingKeysTitle) + settingKeysText() +
          (command == nullptr ? in(help::otherLanguage) : "");
 }

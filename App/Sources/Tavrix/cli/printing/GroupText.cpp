@@ -1,4 +1,4 @@
-// TextPrinter: home and merged folders.
+// TextPrinter: the folders, home and merged folders.
 
 #include "cli/printing/GroupText.h"
 
@@ -6,6 +6,8 @@
 
 #include "cli/printing/Measures.h"
 #include "cli/printing/TextPrinter.h"
+#include "cli/sentences/ChoiceSentences.h"
+#include "cli/sentences/CliSentences.h"
 #include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
 
@@ -16,15 +18,37 @@ bool isEventOrTrip(const MediaGroup& group) {
   return group.id.starts_with("event-") || group.id.starts_with("trip-");
 }
 
-std::string candidateText(Language language, const HomeCandidate& candidate) {
+std::string candidateText(Language language, const Library& library,
+                          const HomeCandidate& candidate) {
   const auto number = [&](std::int64_t count) {
     return numberText(language, static_cast<std::uint64_t>(count));
   };
-  return say(language, sentences::homeCandidate, pointText(candidate.center),
+  return say(language, sentences::homeCandidate,
+             placeName(language, library, candidate.center).value_or(pointText(candidate.center)),
              number(candidate.totalDays), number(candidate.recentDays));
 }
 
+/// Returns the first and the last day without what they have in common: "2026-05-20",
+/// "2026-05-20…22", "2026-04-30…05-02".
+std::string daysText(CivilDate first, CivilDate last) {
+  if (first == last) return dayText(first);
+  const std::string begin = dayText(first);
+  const std::string end = dayText(last);
+  if (first.year() != last.year()) return begin + "…" + end;
+  const std::size_t days = first.month() == last.month() ? 2 : 5;
+  return begin + "…" + end.substr(end.size() - days);
+}
+
 }  // namespace
+
+std::optional<std::string> placeName(Language language, const Library& library,
+                                     const GeoPoint& point) {
+  if (!library.landmarks) return std::nullopt;
+  const auto names = library.landmarks->names(library.landmarks->placeKey(point),
+                                              language == Language::russian ? "ru" : "en");
+  if (!names) return std::nullopt;
+  return names->cityOrRegion() ? names->cityOrRegion() : names->countryName;
+}
 
 std::string mergedNote(Language language, const MediaGroup& group) {
   if (group.children.empty()) return {};
@@ -44,16 +68,80 @@ GroupIndex::GroupIndex(const Library& library) {
   }
 }
 
+std::string TextPrinter::daysOf(const MediaGroup& group) const {
+  if (!group.dateStart) return "—";
+  return daysText(zone_.dateAt(*group.dateStart),
+                  zone_.dateAt(group.dateEnd.value_or(*group.dateStart)));
+}
+
+void TextPrinter::groupTable(const GroupsResult& result) {
+  const std::vector<FolderNaming::Row>& rows = result.library.rows;
+  std::vector<Table::Column> columns{{say(language_, sentences::titleFolder), false, true},
+                                     {say(language_, sentences::titleShots), true},
+                                     {say(language_, sentences::titlePhotos), true},
+                                     {say(language_, sentences::titleVideos), true},
+                                     {say(language_, sentences::titleOthers), true},
+                                     {say(language_, sentences::titleSize), true},
+                                     {say(language_, sentences::titleDays)}};
+  const bool hasMerged = std::any_of(rows.begin(), rows.end(),
+                                     [](const auto& row) { return !row.group->children.empty(); });
+  if (hasMerged) columns.push_back({say(language_, sentences::titleNotes)});
+  table(std::move(columns)).write(sink_, rows.size(), [&](std::size_t row) -> Table::Cells {
+    const MediaGroup& group = *rows[row].group;
+    const MediaGroup::MediaCounts counts = group.counts();
+    Table::Cells cells{result.isFlat ? say(language_, sentences::flatFolder) : rows[row].name,
+                       number(group.bundles.size()),
+                       number(counts.photos),
+                       number(counts.videos),
+                       number(counts.sidecars + counts.others),
+                       bytes(counts.totalBytes),
+                       daysOf(group)};
+    if (hasMerged) cells.push_back(mergedNote(language_, group));
+    return cells;
+  });
+}
+
+void TextPrinter::groups(const GroupsResult& result) {
+  const Library& library = result.library;
+  const std::uint64_t byChoice = library.leftOut.byChoice.value_or(0);
+  if (library.fileCount == 0) return line(say(language_, sentences::emptyCatalog));
+  if (library.rows.empty()) {
+    return line(say(language_, byChoice > 0 ? sentences::emptyChoice : sentences::emptyGroups));
+  }
+  groupTable(result);
+  std::uint64_t fileCount = 0;
+  std::uint64_t totalBytes = 0;
+  for (const FolderNaming::Row& row : library.rows) {
+    const MediaGroup::MediaCounts counts = row.group->counts();
+    totalBytes += counts.totalBytes;
+    fileCount += counts.photos + counts.videos + counts.sidecars + counts.others;
+  }
+  line("");
+  line(say(language_, sentences::totalGroups, count(library.rows.size(), sentences::folders),
+           count(fileCount, sentences::files), bytes(totalBytes)));
+  if (byChoice > 0) {
+    line(say(language_, sentences::leftOutByChoice, count(byChoice, sentences::files)));
+  }
+  if (library.optimizedCount > 0) {
+    line(say(language_, sentences::optimizedNote, number(library.optimizedCount)));
+  }
+  home(library);
+  reasons(library);
+}
+
 void TextPrinter::home(const Library& library) {
   if (!library.home || library.filteredBundles->empty()) return;
-  const auto text = [&](const HomeCandidate& each) { return candidateText(language_, each); };
+  const auto text = [&](const HomeCandidate& each) {
+    return candidateText(language_, library, each);
+  };
   const auto& [point, isManual, name, rivals, recentSpanDays] = *library.home;
   line("");
   if (!point) return line(say(language_, sentences::homeMissing));
   if (isManual) {
     const std::string where = pointText(*point);
+    const auto known = name ? name : placeName(language_, library, *point);
     line(say(language_, sentences::homeManual,
-             name ? fmt::format("{} ({})", printable(*name), where) : where));
+             known ? fmt::format("{} ({})", printable(*known), where) : where));
     if (library.homeCandidates.empty()) return;
     return line(say(language_, sentences::homeAutomatic, text(library.homeCandidates.front())));
   }

@@ -1,12 +1,18 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 
 #include "foundation/Sentence.h"
 #include "library/Library.h"
 
 namespace tavrix::cli {
+
+/// Returns the name of the place of a home or stay of the library: its city, otherwise its region,
+/// otherwise its country. Returns nullopt if it has no name.
+std::optional<std::string> placeName(Language language, const Library& library,
+                                     const GeoPoint& point);
 
 /// Returns the note for a folder that was merged from others, and an empty text for any other
 /// folder.
@@ -23,6 +29,7 @@ class GroupIndex {
 
   explicit GroupIndex(const Library& library);
   const Entry& at(const std::string& id) const { return entries_.at(id); }
+  bool contains(const std::string& id) const { return entries_.contains(id); }
 
  private:
   std::map<std::string, Entry> entries_;

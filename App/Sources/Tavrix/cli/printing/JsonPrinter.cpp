@@ -53,9 +53,9 @@ void writeCounts(JsonWriter& json, const MediaGroup::MediaCounts& counts) {
   json.field("totalBytes", counts.totalBytes).endObject();
 }
 
-void writeGroup(JsonWriter& json, const FolderNaming::Row& row) {
+void writeGroup(JsonWriter& json, const FolderNaming::Row& row, bool isFlat) {
   const MediaGroup& group = *row.group;
-  json.beginObject().field("id", group.id).field("folderName", row.name);
+  json.beginObject().field("id", group.id).field("folderName", isFlat ? "" : row.name);
   writeInstant(json, "dateStart", group.dateStart);
   writeInstant(json, "dateEnd", group.dateEnd);
   writePoint(json, "place", group.place);
@@ -164,10 +164,11 @@ void JsonPrinter::bundles(const std::vector<AssetBundle>& bundles) {
   json.endArray().finish();
 }
 
-void JsonPrinter::groups(const Library& library) {
+void JsonPrinter::groups(const GroupsResult& result) {
+  const Library& library = result.library;
   JsonWriter json{sink_};
   json.beginObject().key("groups").beginArray();
-  for (const FolderNaming::Row& row : library.rows) writeGroup(json, row);
+  for (const FolderNaming::Row& row : library.rows) writeGroup(json, row, result.isFlat);
   json.endArray().key("homeCandidates").beginArray();
   for (const HomeCandidate& candidate : library.homeCandidates) {
     writeHomeCandidate(json, candidate);
@@ -175,6 +176,7 @@ void JsonPrinter::groups(const Library& library) {
   json.endArray().field("homeIsAmbiguous", library.homeIsAmbiguous);
   json.field("filteredBundles", library.filteredBundles->size());
   json.field("optimizedCount", library.optimizedCount);
+  json.field("leftOutByChoice", library.leftOut.byChoice);
   writeReasons(json, library);
   json.endObject().finish();
 }
@@ -219,6 +221,7 @@ void JsonPrinter::plan(const PlanResult& result) {
   json.endArray().field("onlyNew", result.plan.onlyNew);
   writeContinued(json, result.library.rows);
   writeArchives(json, result);
+  json.field("leftOutByChoice", result.library.leftOut.byChoice);
   json.endObject().finish();
 }
 
@@ -227,6 +230,7 @@ void JsonPrinter::transfer(const TransferResult& result) {
   json.beginObject().field("status", textOf(result.outcome.status)).key("report");
   writeReport(json, *result.outcome.report);
   writeContinued(json, result.library.rows);
+  json.field("leftOutByChoice", result.library.leftOut.byChoice);
   if (result.recordID) json.field("recordID", result.recordID->text());
   json.endObject().finish();
 }

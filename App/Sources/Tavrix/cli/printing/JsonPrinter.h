@@ -14,7 +14,7 @@ class JsonPrinter : public ResultPrinter {
 
   void catalog(const std::vector<MediaAsset>& assets) override;
   void bundles(const std::vector<AssetBundle>& bundles) override;
-  void groups(const Library& library) override;
+  void groups(const GroupsResult& result) override;
   void places(const PlacesResult& result) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;

@@ -1,5 +1,7 @@
 // TextPrinter: the reasons for the boundaries of folders.
 
+#include <algorithm>
+
 #include "cli/printing/GroupText.h"
 #include "cli/printing/Measures.h"
 #include "cli/printing/TextPrinter.h"
@@ -139,6 +141,19 @@ std::vector<ShotLine> shotLines(const Library& library, const TripReasons& reaso
   return lines;
 }
 
+/// Returns false if a choice has left out the trip, or all shots of the outing.
+bool isOfChoice(const TripReasons::Stay& stay, const TripReasons& reasons,
+                const GroupIndex& index) {
+  if (stay.groupID) return index.contains(*stay.groupID);
+  const auto isOfStay = [&](const MonthReason& reason) {
+    const auto* const outing = std::get_if<Outing>(&reason);
+    return outing != nullptr && &reasons.stays.at(outing->stay) == &stay;
+  };
+  return std::any_of(reasons.months.begin(), reasons.months.end(), [&](const auto& month) {
+    return std::any_of(month.shots.begin(), month.shots.end(), isOfStay);
+  });
+}
+
 }  // namespace
 
 void TextPrinter::foldersWithReasons(
@@ -167,7 +182,10 @@ void TextPrinter::stays(const Library& library, const TripReasons& reasons) {
              library.homeCandidates.empty() ? sentences::emptyPlaces : sentences::noStays));
   }
   for (const TripReasons::Stay& stay : reasons.stays) {
-    line(say(language_, sentences::stayLine, words.span(stay), pointText(stay.center),
+    if (!isOfChoice(stay, reasons, index)) continue;
+    const auto name = placeName(language_, library, stay.center);
+    line(say(language_, sentences::stayLine, words.span(stay),
+             name ? printable(*name) : say(language_, sentences::nearPoint, pointText(stay.center)),
              distanceText(language_, haversineDistanceKm(home, stay.center)),
              count(stay.shotCount, sentences::shots)));
     line(stay.groupID

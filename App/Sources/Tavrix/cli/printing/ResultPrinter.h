@@ -26,6 +26,12 @@ struct PlacesResult {
   std::optional<PlaceTree> tree;
 };
 
+/// The folders of a library.
+struct GroupsResult {
+  Library library;
+  bool isFlat = false;  ///< the files are directly in the destination
+};
+
 /// A plan and the library it was made from.
 struct PlanResult {
   const Library& library;
@@ -82,7 +88,7 @@ class ResultPrinter {
 
   virtual void catalog(const std::vector<MediaAsset>& assets) = 0;
   virtual void bundles(const std::vector<AssetBundle>& bundles) = 0;
-  virtual void groups(const Library& library) = 0;
+  virtual void groups(const GroupsResult& result) = 0;
   virtual void places(const PlacesResult& result) = 0;
   virtual void plan(const PlanResult& result) = 0;
   virtual void transfer(const TransferResult& result) = 0;

@@ -1,9 +1,7 @@
 #include "cli/printing/TextPrinter.h"
 
-#include <algorithm>
 #include <chrono>
 
-#include "cli/printing/GroupText.h"
 #include "cli/sentences/CliSentences.h"
 #include "foundation/Text.h"
 #include "naming/NameTemplateCoding.h"
@@ -68,10 +66,6 @@ std::string TextPrinter::notes(const MediaAsset& asset) const {
   return text;
 }
 
-std::string TextPrinter::dayTextOf(const std::optional<Instant>& date) const {
-  return date ? dayText(zone_.dateAt(*date)) : absent;
-}
-
 std::string TextPrinter::dateText(const std::optional<Instant>& date) const {
   if (!date) return absent;
   const LocalTime local = zone_.toLocal(*date);
@@ -119,51 +113,6 @@ void TextPrinter::bundles(const std::vector<AssetBundle>& bundles) {
   line("");
   line(say(language_, sentences::totalBundles, count(bundles.size(), sentences::shots),
            count(fileCount, sentences::files)));
-}
-
-void TextPrinter::groups(const Library& library) {
-  if (library.fileCount == 0) return line(say(language_, sentences::emptyCatalog));
-  if (library.rows.empty()) return line(say(language_, sentences::emptyGroups));
-  MediaGroup::MediaCounts total;
-  std::uint64_t fileCount = 0;
-  std::vector<Table::Column> columns{{say(language_, sentences::titleFolder), false, true},
-                                     {say(language_, sentences::titleShots), true},
-                                     {say(language_, sentences::titlePhotos), true},
-                                     {say(language_, sentences::titleVideos), true},
-                                     {say(language_, sentences::titleOthers), true},
-                                     {say(language_, sentences::titleSize), true},
-                                     {say(language_, sentences::titleFrom)},
-                                     {say(language_, sentences::titleTo)}};
-  const bool hasMerged = std::any_of(library.rows.begin(), library.rows.end(),
-                                     [](const auto& row) { return !row.group->children.empty(); });
-  if (hasMerged) columns.push_back({say(language_, sentences::titleNotes)});
-  table(std::move(columns)).write(sink_, library.rows.size(), [&](std::size_t row) -> Table::Cells {
-    const MediaGroup& group = *library.rows[row].group;
-    const MediaGroup::MediaCounts counts = group.counts();
-    Table::Cells cells{library.rows[row].name,
-                       number(group.bundles.size()),
-                       number(counts.photos),
-                       number(counts.videos),
-                       number(counts.sidecars + counts.others),
-                       bytes(counts.totalBytes),
-                       dayTextOf(group.dateStart),
-                       dayTextOf(group.dateEnd)};
-    if (hasMerged) cells.push_back(mergedNote(language_, group));
-    return cells;
-  });
-  for (const FolderNaming::Row& row : library.rows) {
-    const MediaGroup::MediaCounts counts = row.group->counts();
-    total.totalBytes += counts.totalBytes;
-    fileCount += counts.photos + counts.videos + counts.sidecars + counts.others;
-  }
-  line("");
-  line(say(language_, sentences::totalGroups, count(library.rows.size(), sentences::folders),
-           count(fileCount, sentences::files), bytes(total.totalBytes)));
-  if (library.optimizedCount > 0) {
-    line(say(language_, sentences::optimizedNote, number(library.optimizedCount)));
-  }
-  home(library);
-  reasons(library);
 }
 
 void TextPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {

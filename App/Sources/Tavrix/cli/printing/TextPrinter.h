@@ -22,7 +22,7 @@ class TextPrinter : public ResultPrinter {
 
   void catalog(const std::vector<MediaAsset>& assets) override;
   void bundles(const std::vector<AssetBundle>& bundles) override;
-  void groups(const Library& library) override;
+  void groups(const GroupsResult& result) override;
   void places(const PlacesResult& result) override;
   void plan(const PlanResult& result) override;
   void transfer(const TransferResult& result) override;
@@ -56,7 +56,7 @@ class TextPrinter : public ResultPrinter {
   std::string kindText(const AssetBundle& bundle) const;
   std::string notes(const MediaAsset& asset) const;
   std::string dateText(const std::optional<Instant>& date) const;
-  std::string dayTextOf(const std::optional<Instant>& date) const;
+  std::string daysOf(const MediaGroup& group) const;
 
   /// A line of a summary; a line of depth 1 is a part of the line of depth 0 above it.
   struct TallyRow {
@@ -90,6 +90,7 @@ class TextPrinter : public ResultPrinter {
   void runTotals(const TransferRecord::Totals& totals);
   void recordedFolder(const TransferRecord::Folder& folder);
   void labelled(const std::vector<std::pair<std::string, std::string>>& rows);
+  void groupTable(const GroupsResult& result);
   void home(const Library& library);
   void reasons(const Library& library);
   void foldersWithReasons(const Library& library,

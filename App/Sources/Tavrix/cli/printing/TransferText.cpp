@@ -2,6 +2,7 @@
 
 #include "cli/printing/FailureReason.h"
 #include "cli/printing/TextPrinter.h"
+#include "cli/sentences/ChoiceSentences.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/HistorySentences.h"
 #include "cli/sentences/VerifySentences.h"
@@ -52,6 +53,7 @@ void TextPrinter::tally(const TransferTally& tally, bool hasRun) {
       {1, text(sentences::rowWithoutPicture), tally.leftOut.withoutPicture},
       {1, text(sentences::rowUnknownKind), tally.leftOut.unknown.size()},
       {1, text(sentences::rowBySettings), tally.leftOut.bySettings},
+      {1, text(sentences::rowByChoice), tally.leftOut.byChoice.value_or(0)},
       {1, text(sentences::rowKnown), tally.known},
       {1, text(sentences::rowPlanned), tally.planned, true},
   };
@@ -128,7 +130,8 @@ void TextPrinter::nothing(const Library& library, const std::string& destination
   if (library.fileCount == 0) {
     line(say(language_, sentences::nothingInCatalogue));
   } else if (library.rows.empty()) {
-    line(say(language_, sentences::nothingChosen));
+    const bool isByChoice = library.leftOut.byChoice.value_or(0) > 0;
+    line(say(language_, isByChoice ? sentences::nothingMatchesChoice : sentences::nothingChosen));
   } else {
     line(say(language_, sentences::nothingToDo, printable(destination)));
   }

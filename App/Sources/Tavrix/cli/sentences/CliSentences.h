@@ -187,10 +187,9 @@ inline constexpr Sentence<Text> destinationParentMissing{
 inline constexpr Sentence<Text> destinationNotFolder{
     "«{}» — не папка; выберите для фотографий папку.",
     "“{}” is not a folder; choose a folder for the photos."};
-inline constexpr Sentence<Text> destinationInsideMedia{
-    "Папка «{}» находится внутри папки с файлами телефона; выберите для фотографий другую.",
-    "The folder “{}” is inside the folder with the phone's files; choose another one for the "
-    "photos."};
+inline constexpr Sentence<Text> destinationInsideSource{
+    "Папка «{}» находится внутри источника; выберите для фотографий другую.",
+    "The folder “{}” is inside the source; choose another one for the photos."};
 inline constexpr Sentence<Text> destinationHoldsSource{
     "Папка «{}» содержит сам источник; выберите для фотографий другую.",
     "The folder “{}” contains the source itself; choose another one for the photos."};
@@ -261,8 +260,6 @@ inline constexpr Sentence<> titleFolder{"Папка", "Folder"};
 inline constexpr Sentence<> titlePhotos{"Фото", "Photos"};
 inline constexpr Sentence<> titleVideos{"Видео", "Videos"};
 inline constexpr Sentence<> titleOthers{"Прочих", "Others"};
-inline constexpr Sentence<> titleFrom{"С", "From"};
-inline constexpr Sentence<> titleTo{"По", "To"};
 inline constexpr Sentence<> titleNew{"Новых", "New"};
 inline constexpr Sentence<> titleKnown{"Уже там", "Already there"};
 inline constexpr Sentence<> titleTitle{"Название", "Title"};

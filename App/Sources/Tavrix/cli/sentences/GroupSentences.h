@@ -13,6 +13,8 @@ inline constexpr CountedNoun daysOfStay{"день", "дня", "дней", "day",
 /// After "из".
 inline constexpr CountedNoun foldersMerged{"папки", "папок", "папок", "folder", "folders"};
 
+inline constexpr Sentence<> titleDays{"Даты", "Dates"};
+
 // Home.
 inline constexpr Sentence<std::string_view, std::string_view, std::string_view> homeCandidate{
     "{} — дней: {} (недавних: {})", "{} — days: {} (recent: {})"};
@@ -93,7 +95,9 @@ inline constexpr Sentence<std::string_view, std::string_view> newCity{
 inline constexpr Sentence<std::string_view, std::string_view> notAway{
     "не вдали от дома: {} ≤ {}", "not away from home: {} ≤ {}"};
 inline constexpr Sentence<std::string_view, std::string_view, std::string_view, std::string_view>
-    stayLine{"{}, возле {} ({} от дома), {}", "{}, near {} ({} from home), {}"};
+    stayLine{"{}, {} ({} от дома), {}", "{}, {} ({} from home), {}"};
+/// Coordinates, in place of a name.
+inline constexpr Sentence<std::string_view> nearPoint{"возле {}", "near {}"};
 // The setting stands without a noun, so that every number reads well.
 inline constexpr Sentence<std::string_view, std::string_view, int> stayTrip{
     "  поездка «{}»: {} ≥ {}", "  trip “{}”: {} ≥ {}"};

@@ -1,15 +1,18 @@
 #include "cli/sessions/Failures.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <new>
 
 #include "cli/call/Nearest.h"
 #include "cli/call/Surroundings.h"
+#include "cli/sentences/ChoiceSentences.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/VerifySentences.h"
 #include "cli/sessions/TemplateFaults.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
+#include "library/Choice.h"
 #include "runs/Destination.h"
 #include "sources/SnapshotSource.h"
 #include "text/SentenceParts.h"
@@ -82,7 +85,7 @@ std::string destinationText(Language language, const DestinationError& error) {
     case Kind::notFolder:
       return say(language, sentences::destinationNotFolder, path);
     case Kind::insideMedia:
-      return say(language, sentences::destinationInsideMedia, path);
+      return say(language, sentences::destinationInsideSource, path);
     case Kind::holdsSource:
       return say(language, sentences::destinationHoldsSource, path);
     case Kind::busy:
@@ -103,6 +106,27 @@ std::string outputText(Language language, int code) {
   const bool isFull = code == ENOSPC || code == EDQUOT || code == EFBIG;
   return say(language, isFull ? sentences::outputRefused : sentences::outputFailed,
              tavrix::sentences::systemErrorText(language, code));
+}
+
+/// Returns the folder that was probably meant: one spelled alike, otherwise one whose name contains
+/// the text.
+std::optional<std::string> meantFolder(const UnknownFolder& fault) {
+  if (auto alike = nearest(fault.wanted(), fault.known())) return alike;
+  const std::string part = caseFolded(replacingInvalidUtf8(fault.wanted()));
+  const auto found =
+      std::find_if(fault.known().begin(), fault.known().end(), [&](const std::string& name) {
+        return caseFolded(replacingInvalidUtf8(name)).find(part) != std::string::npos;
+      });
+  const bool isFound = !part.empty() && found != fault.known().end();
+  return isFound ? std::optional{*found} : std::nullopt;
+}
+
+CommandFailure unknownFolderFailure(Language language, const UnknownFolder& fault) {
+  const std::string wanted = forSentence(fault.wanted());
+  const auto meant = meantFolder(fault);
+  return {ExitStatus::usage,
+          meant ? say(language, sentences::noSuchFolderLike, wanted, forSentence(*meant))
+                : say(language, sentences::noSuchFolder, wanted)};
 }
 
 }  // namespace
@@ -155,6 +179,8 @@ CommandFailure failureOf(Language language, const std::string& destination,
     return failure;
   } catch (const DestinationError& fault) {
     return {statusOf(fault), destinationText(language, fault)};
+  } catch (const UnknownFolder& fault) {
+    return unknownFolderFailure(language, fault);
   } catch (const DestinationMarker::MarkerError& fault) {
     return {ExitStatus::stopped,
             say(language, sentences::destinationNewer, forSentence(destination),

@@ -1,6 +1,7 @@
 #include "cli/sessions/ModelSession.h"
 
 #include "cli/sessions/ChosenPlaces.h"
+#include "cli/sessions/ChosenShots.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/RunHistory.h"
 #include "cli/sessions/Source.h"
@@ -18,6 +19,7 @@ ModelSession::ModelSession(const CommandContext& context, PlaceNaming* naming, b
   // A command asks no questions, and leaves a record even if there is nothing to copy.
   model_->setRunsWithoutFiles(true);
   model_->setAsksAboutOptimized(false);
+  model_->choose(choiceOf(context));
 }
 
 AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders) {
@@ -35,6 +37,10 @@ AppModel::Services ModelSession::services(PlaceNaming* naming, bool showsFolders
   services.stateFolder = stateFolder(context_);
   services.failureText = [this, written](const std::exception_ptr& failure) {
     return failureOf(written, context_.call.operands.at(1), failure).sentence();
+  };
+  services.recordedFiles = [this](const PhoneIdentity& phone,
+                                  const std::vector<AssetBundle>& shots) {
+    return recordedFiles(context_, phone, shots);
   };
   services.keepRecord = [this](TransferRecord record) {
     record.destinationPath = absolutePath(record.destinationPath);

@@ -180,6 +180,22 @@ TEST_F(GroupCommands, transfer_putsTripsIntoTheirFolders) {
   EXPECT_THAT(tester.run(call).out, HasSubstr("Переносить нечего"));
 }
 
+TEST_F(GroupCommands, table_hasOneColumnOfDaysAndTheFolderThatAPlanHas) {
+  const std::string trips = groups({"uiMode=trips", "homeRadiusKm=3000"}).out;
+  EXPECT_THAT(trips, HasSubstr("  Даты\n"));
+  EXPECT_THAT(trips, HasSubstr("  2026-04-01…30\n"));
+  EXPECT_THAT(trips, HasSubstr("  2026-05-12…15\n"));
+  EXPECT_THAT(groups({"eventGapHours=480", "splitByDistance=false"}).out,
+              HasSubstr("  2026-04-01…05-15\n"));
+  const auto plan = tester.run({"plan", "phone", "photos", "--set", "uiMode=flat"});
+  const std::string inDestination = "(прямо в папке назначения)";
+  EXPECT_THAT(plan.out, HasSubstr(inDestination));
+  EXPECT_THAT(groups({"uiMode=flat"}).out, HasSubstr(inDestination));
+  EXPECT_THAT(shape({"uiMode=flat", R"(nameOverrides={"flat":"Mine"})"}),
+              testing::StartsWith("flat : H1"));
+  EXPECT_TRUE(plan.err.empty());
+}
+
 TEST_F(GroupCommands, explainOfTrips_tellsOfStaysAndOfEveryShotOutside) {
   EXPECT_THAT(
       groups({"uiMode=trips"}, {"--explain"}).out,

@@ -103,6 +103,47 @@ TEST_F(PlacesCommand, eventThatGrows_keepsItsFolderUntilItsNamesAreMadeAnotherWa
   EXPECT_FALSE(tester.folder.has("photos/2026-05-09 — Rome"));
 }
 
+TEST_F(PlacesCommand, homeAndStays_haveTheNamesOfTheirPlaces) {
+  const std::vector<std::string> call{"groups", "phone", "--explain", "--set", "uiMode=trips"};
+  auto english = call;
+  english.insert(english.end(), {"--lang", "en"});
+  EXPECT_THAT(
+      tester.run(call).out,
+      AllOf(HasSubstr("Дом: Рим — дней: 1 (недавних: 1)\n"),
+            HasSubstr("\n2026-05-03, Сергиев Посад (2\u00A0435\u00A0км от дома), 1 снимок\n"),
+            HasSubstr("\n2026-05-04, возле 30.00, -40.00 (")));
+  EXPECT_THAT(tester.run(english).out,
+              AllOf(HasSubstr("Home: Rome — days: 1"), HasSubstr("\n2026-05-02, Brooklyn ("),
+                    HasSubstr("\n2026-05-04, near 30.00, -40.00 (")));
+  // A trip of the home's own name, from plan as well.
+  EXPECT_THAT(tester
+                  .run({"plan", "phone", "photos", "--set", "uiMode=trips", "--set",
+                        "homeOverride=56.31,38.13"})
+                  .out,
+              HasSubstr("Дом указан вручную: Сергиев Посад (56.31, 38.13)"));
+}
+
+TEST_F(PlacesCommand, onlyFolder_isFoundByEveryNameThatItHas) {
+  tester.localeID = "en_US";
+  std::vector<std::string> media;
+  for (int i = 1; i <= 11; ++i) media.push_back("E" + std::to_string(i) + ".JPG");
+  tester.addPhone(eventOf(3), media);
+  tester.run({"transfer", "phone", "photos"});
+  tester.addPhone(eventOf(11), media);
+  for (const std::string name :
+       {"2026-05-09 — rome", "2026-05-09 — VATICAN City", "event-2026-05-09"}) {
+    const CommandResult result = tester.run({"plan", "phone", "photos", "--json", "--only", name});
+    EXPECT_EQ(result.status, ExitStatus::done) << name << result.err;
+    EXPECT_EQ(result.json().member("files")->asArray()->size(), 8U) << name;
+  }
+  // The last days of the event go into the folder that it has.
+  tester.time += std::chrono::hours{24};
+  EXPECT_EQ(
+      tester.run({"transfer", "phone", "photos", "--only", "2026-05-09 — Vatican City"}).status,
+      ExitStatus::done);
+  EXPECT_TRUE(tester.folder.has("photos/2026-05-09 — Vatican City/E11.JPG"));
+}
+
 TEST_F(PlacesCommand, placesSetting_keepsTheChosenCountriesAndCities) {
   struct Row {
     std::string value;
