@@ -37,9 +37,10 @@ std::string_view textOf(KeptReason reason);
 struct KeptFile {
   std::string path;
   KeptReason reason = KeptReason::notReached;
-  std::optional<std::string> assetID{};        ///< as recorded
-  std::optional<std::uint64_t> expectedBytes{};  ///< `otherContent`: the recorded size, if the sizes
-  std::optional<std::uint64_t> sourceBytes{};    ///< differ, and that of the phone's file
+  std::optional<std::string> assetID{};  ///< as recorded
+  std::optional<std::uint64_t>
+      expectedBytes{};                         ///< `otherContent`: the recorded size, if the sizes
+  std::optional<std::uint64_t> sourceBytes{};  ///< differ, and that of the phone's file
   FileStatus::Type found = FileStatus::Type::file;  ///< `notFile`: what is at the path
   int errorCode = 0;                                ///< `unreadable`: errno
   std::string phone{};                              ///< `otherPhone`: its name

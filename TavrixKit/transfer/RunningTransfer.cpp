@@ -17,10 +17,9 @@ using DestinationMarker::Marker;
 using DestinationMarker::PhoneRecord;
 
 const PhoneRecord* lastSaved(const Marker& marker) {
-  const auto last = std::max_element(marker.records.begin(), marker.records.end(),
-                                     [](const PhoneRecord& a, const PhoneRecord& b) {
-                                       return a.lastTransfer < b.lastTransfer;
-                                     });
+  const auto last = std::max_element(
+      marker.records.begin(), marker.records.end(),
+      [](const PhoneRecord& a, const PhoneRecord& b) { return a.lastTransfer < b.lastTransfer; });
   return last == marker.records.end() ? nullptr : &*last;
 }
 

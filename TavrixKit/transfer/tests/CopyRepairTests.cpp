@@ -72,19 +72,16 @@ TEST(CopyRepair, eachFile_isPlannedOrKeptForItsOwnReason) {
     planned.emplace_back(result.files.files[i].relativePath, result.files.files[i].asset.id());
     EXPECT_EQ(result.records[i].path, result.files.files[i].relativePath);
   }
-  EXPECT_THAT(planned,
-              ElementsAre(Pair("a.HEIC", "1/A.HEIC"), Pair("j renamed.jpg", "1/J.JPEG"),
-                          Pair("l undated.HEIC", "1/A.HEIC")));
+  EXPECT_THAT(planned, ElementsAre(Pair("a.HEIC", "1/A.HEIC"), Pair("j renamed.jpg", "1/J.JPEG"),
+                                   Pair("l undated.HEIC", "1/A.HEIC")));
   std::vector<std::pair<std::string, std::string>> kept;
   for (const KeptFile& file : result.kept) kept.emplace_back(file.path, file.code().code);
-  EXPECT_THAT(kept,
-              ElementsAre(Pair("b zip.zip", "archive"), Pair("c gone.HEIC", "notInSource"),
-                          Pair("d converted.jpg", "converted"),
-                          Pair("e reduced.JPG", "reducedCopy"),
-                          Pair("f edited.HEIC", "otherContent"), Pair("g link.HEIC", "notFile"),
-                          Pair("h locked.HEIC", "unreadable"),
-                          Pair("i never.HEIC", "neverConfirmed"),
-                          Pair("k dated.HEIC", "otherContent"), Pair("z.HEIC", "otherPhone")));
+  EXPECT_THAT(
+      kept, ElementsAre(Pair("b zip.zip", "archive"), Pair("c gone.HEIC", "notInSource"),
+                        Pair("d converted.jpg", "converted"), Pair("e reduced.JPG", "reducedCopy"),
+                        Pair("f edited.HEIC", "otherContent"), Pair("g link.HEIC", "notFile"),
+                        Pair("h locked.HEIC", "unreadable"), Pair("i never.HEIC", "neverConfirmed"),
+                        Pair("k dated.HEIC", "otherContent"), Pair("z.HEIC", "otherPhone")));
 }
 
 }  // namespace

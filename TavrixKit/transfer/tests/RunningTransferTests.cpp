@@ -32,12 +32,12 @@ TEST(RunningTransfer, whatItWrites_isNeitherLostNorForeign) {
   const Marker now = markerOf({entry("again", 7), claim("soon"), claim("next"), entry("landed", 9)},
                               {claim("killed")}, 30);
   Report report;
-  for (const auto& [path, state] : std::vector<std::pair<std::string, State>>{
-           {"again", State::changed},
-           {"intact", State::intact},
-           {"killed", State::neverConfirmed},
-           {"lost", State::missing},
-           {"soon", State::neverConfirmed}}) {
+  for (const auto& [path, state] :
+       std::vector<std::pair<std::string, State>>{{"again", State::changed},
+                                                  {"intact", State::intact},
+                                                  {"killed", State::neverConfirmed},
+                                                  {"lost", State::missing},
+                                                  {"soon", State::neverConfirmed}}) {
     CheckedFile& file = report.files.emplace_back();
     file.path = path;
     file.state = state;

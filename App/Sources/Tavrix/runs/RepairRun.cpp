@@ -44,7 +44,7 @@ RepairRun::RepairRun(Setup setup, Folder& destination, const DestinationMarker::
 RepairRun::~RepairRun() = default;
 
 RepairOutcome RepairRun::run(MediaSource& source, const TransferEngine::Progress& progress,
-                             std::stop_token stop) {
+                             const std::stop_token& stop) {
   SpaceWait spaceWait{setup_.spaceWait, destination_, stop};
   outcome_.kept = plan_.kept;
   for (int number = 1;; ++number) {
@@ -52,11 +52,12 @@ RepairOutcome RepairRun::run(MediaSource& source, const TransferEngine::Progress
     const auto error = attempt(source, progress, stop);
     if (!error) break;
     if (remainingBytes() < before) number = 1;
-    const bool goesOn =
-        error->code() == ENOSPC && number < mostRefusals &&
-        spaceWait.await(remainingBytes(), true, [](Log& log, std::uint64_t, std::uint64_t free) {
-          writeLog(log, "repair paused: disk full (free {})", free);
-        });
+    const bool goesOn = error->code() == ENOSPC && number < mostRefusals &&
+                        spaceWait.await(
+                            remainingBytes(), true,
+                            [](Log& log, std::uint64_t, std::uint64_t free) {
+                              writeLog(log, "repair paused: disk full (free {})", free);
+                            });
     if (goesOn) continue;
     if (stop.stop_requested()) break;
     outcome_.interruption = interruptionOf(*error, destination_);
@@ -185,8 +186,8 @@ std::optional<FileError> RepairRun::recordDigests() {
   // Files that are still missing stay recorded, so that another repair can bring them.
   const auto staysRecorded = [](const std::string&) { return true; };
   try {
-    DestinationMarker::save(
-        destination_, DestinationMarker::updated(earlier, std::move(record), staysRecorded));
+    DestinationMarker::save(destination_,
+                            DestinationMarker::updated(earlier, std::move(record), staysRecorded));
     return std::nullopt;
   } catch (const FileError& error) {
     return error;

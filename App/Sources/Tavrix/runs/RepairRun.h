@@ -38,12 +38,12 @@ struct UnrepairedFile {
 
 /// The result of a repair: every file that was not intact is in exactly one of the lists.
 struct RepairOutcome {
-  std::vector<RepairedFile> repaired;          ///< in the order of the plan
-  std::vector<UnrepairedFile> failed;          ///< in the order of the plan
-  std::vector<CopyRepair::KeptFile> kept;      ///< by path
-  bool isCancelled = false;                    ///< files that were not reached are in `kept`
-  std::optional<FileError> interruption{};     ///< the error of the destination that ended it
-  std::optional<FileError> markerFailure{};    ///< set if new digests could not be recorded
+  std::vector<RepairedFile> repaired;        ///< in the order of the plan
+  std::vector<UnrepairedFile> failed;        ///< in the order of the plan
+  std::vector<CopyRepair::KeptFile> kept;    ///< by path
+  bool isCancelled = false;                  ///< files that were not reached are in `kept`
+  std::optional<FileError> interruption{};   ///< the error of the destination that ended it
+  std::optional<FileError> markerFailure{};  ///< set if new digests could not be recorded
 
   std::uint64_t bytesWritten() const;
 };
@@ -74,7 +74,7 @@ class RepairRun {
   /// digests of files that were recorded without one to the record, whose other entries stay. Call
   /// it once.
   RepairOutcome run(MediaSource& source, const TransferEngine::Progress& progress = {},
-                    std::stop_token stop = {});
+                    const std::stop_token& stop = {});
 
  private:
   struct Step;
@@ -95,7 +95,7 @@ class RepairRun {
   Folder& destination_;
   const DestinationMarker::Marker& marker_;
   const CopyRepair::Plan& plan_;
-  std::vector<Step> steps_;            ///< one for each file of the plan
+  std::vector<Step> steps_;             ///< one for each file of the plan
   std::vector<std::size_t> attempted_;  ///< the steps of the current attempt, by index
   RepairOutcome outcome_;
 };

@@ -45,9 +45,8 @@ void checkRecord(const CommandContext& context, const DestinationMarker::Marker&
   for (const std::string& label : marker.labels()) {
     others += (others.empty() ? "" : ", ") + label;
   }
-  throw CommandFailure{ExitStatus::stopped,
-                       say(language, sentences::repairNoRecord, folder, forSentence(phone.label),
-                           forSentence(others))};
+  throw CommandFailure{ExitStatus::stopped, say(language, sentences::repairNoRecord, folder,
+                                                forSentence(phone.label), forSentence(others))};
 }
 
 /// Reads the shots of the source. Waits for a phone that is not ready.
@@ -90,8 +89,8 @@ RepairOutcome carryOut(const CommandContext& context, Folder& folder,
   const auto files = sourceOf(context).files();
   files->checkMedia();
   const std::string name = deviceName(context);
-  const auto source = files->openMedia(
-      [&](PhoneError::Kind kind) { return wait.await(name, kind); }, stop);
+  const auto source =
+      files->openMedia([&](PhoneError::Kind kind) { return wait.await(name, kind); }, stop);
   RepairRun::Setup setup;
   setup.phone = phoneOf(context);
   // Sentences in JSON do not depend on the language.
@@ -125,8 +124,7 @@ RepairOutcome repaired(const CommandContext& context, Folder& folder,
     return CopyVerification::verify(folder, listing, {.threads = workerCount()},
                                     progress.receiver(), stop);
   }();
-  const CopyRepair::Plan plan =
-      CopyRepair::plan(report, *listing.marker, phone.hash, bundles);
+  const CopyRepair::Plan plan = CopyRepair::plan(report, *listing.marker, phone.hash, bundles);
   if (report.isStopped || plan.files.files.empty()) return untouched(plan, report.isStopped);
   return carryOut(context, folder, *listing.marker, plan, wait, stop);
 }

@@ -32,8 +32,8 @@ void TextPrinter::repaired(const RepairOutcome& outcome) {
   }
   std::vector<std::string> kept;
   for (const CopyRepair::KeptFile& file : outcome.kept) {
-    kept.push_back(say(language_, sentences::fileAndReason, file.path,
-                       keptReasonText(language_, file)));
+    kept.push_back(
+        say(language_, sentences::fileAndReason, file.path, keptReasonText(language_, file)));
   }
   shortList(say(language_, sentences::repairedTitle), done);
   list(say(language_, sentences::unrepairedTitle), failed);

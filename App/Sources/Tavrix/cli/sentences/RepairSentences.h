@@ -35,9 +35,8 @@ inline constexpr Sentence<> keptTitle{"Остались как есть:", "Left
 inline constexpr Sentence<std::string_view> keptOfOtherPhone{
     "записан за другим телефоном, «{}»: восстановите с ним",
     "recorded for another phone, “{}”: repair it with that phone"};
-inline constexpr Sentence<> keptArchive{
-    "это архив: новый перенос упакует его файлы заново",
-    "this is an archive: a new transfer packs its files again"};
+inline constexpr Sentence<> keptArchive{"это архив: новый перенос упакует его файлы заново",
+                                        "this is an archive: a new transfer packs its files again"};
 inline constexpr Sentence<> keptConverted{
     "преобразован при переносе: уберите повреждённый файл, если он там есть, и повторите перенос",
     "it was converted during the transfer: move the damaged file away, if there is one, and run "
@@ -57,7 +56,7 @@ inline constexpr Sentence<> keptNeverConfirmed{
     "прерванный перенос мог не успеть его скопировать: повторите перенос",
     "an interrupted transfer may not have copied it: run the transfer again"};
 
-// What ends the command.
+// The ends of the command.
 inline constexpr Sentence<std::string_view, std::string_view, std::string_view> repairNoRecord{
     "В папке «{}» нет записи о телефоне «{}», есть о других: {}. Назовите телефон, как при "
     "переносе (--device-name), или восстановите запись командой tavrix marker rebuild SOURCE DEST.",

@@ -32,7 +32,9 @@ struct RepairCommand : testing::Test {
     return tester.run(more);
   }
   std::string inPhotos(const std::string& name) const { return tester.folder / ("photos/" + name); }
-  void damage(const std::string& name) const { tester.folder.write("photos/" + name, "damaged!!!"); }
+  void damage(const std::string& name) const {
+    tester.folder.write("photos/" + name, "damaged!!!");
+  }
   void lose(const std::string& name) const { std::filesystem::remove(inPhotos(name)); }
 
   CommandTester tester;

@@ -38,8 +38,8 @@ struct Damage {
     record.phoneHash = phone.hash;
     for (const std::string name : {"damaged", "intact", "missing", "short"}) {
       const std::string id = name + ".HEIC";
-      const MediaAsset asset{id,   id,          std::nullopt, MediaKind::photo, 1000U,
-                             taken, std::nullopt, false,       std::nullopt,     std::nullopt};
+      const MediaAsset asset{id,    id,           std::nullopt, MediaKind::photo, 1000U,
+                             taken, std::nullopt, false,        std::nullopt,     std::nullopt};
       assets.push_back(asset);
       record.files.push_back(
           {"day/" + id, 1000, sha256Hex(IdSource::contentOf(asset)), id, std::nullopt});
