@@ -37,6 +37,11 @@ class TimeZone {
   std::shared_ptr<const Table> table_;
 };
 
+/// Returns the identifier of the zone that a value of the variable TZ names: an identifier or the
+/// path of a zone file, either after an optional colon. Returns nullopt for any other value, such
+/// as the rule "MSK-3".
+std::optional<std::string> timeZoneOfVariable(std::string_view value);
+
 /// Returns the identifier of the machine's time zone, from TZ, the target of /etc/localtime or
 /// /etc/timezone, in this order. Returns "UTC" if none of them names a zone of the database.
 std::string systemTimeZoneID();

@@ -19,6 +19,8 @@
 namespace tavrix {
 namespace {
 
+constexpr std::string_view byteOrderMark{"\xEF\xBB\xBF"};
+
 /// A buffered stream of bytes for the parser. If a value is longer than allowed, the stream reports
 /// the end of the text.
 class InputStream {
@@ -28,6 +30,7 @@ class InputStream {
   InputStream(ByteReader& source, std::size_t maxValueBytes)
       : source_(source), maxValueBytes_(maxValueBytes) {
     refill();
+    skipByteOrderMark();
   }
 
   char Peek() const { return *current_; }
@@ -59,6 +62,8 @@ class InputStream {
   bool valueTooLong() const { return valueTooLong_; }
   /// After parsing: returns true if the parser took a NUL in the text for the end of the text.
   bool hasMore() const { return !ended_; }
+  /// Returns true if the text begins with a part of a byte-order mark only.
+  bool hasBrokenMark() const { return markBytes_ % byteOrderMark.size() != 0; }
 
   JsonPosition position() const {
     const char* const begin = buffer_.data();
@@ -66,10 +71,20 @@ class InputStream {
     const char* lineBegin = current_;
     while (lineBegin != begin && lineBegin[-1] != '\n') --lineBegin;
     const auto inBuffer = static_cast<std::uint64_t>(current_ - lineBegin);
-    return {line_ + lines, 1 + inBuffer + (lines == 0 ? columnsBefore_ : 0)};
+    const auto columns = inBuffer + (lines == 0 ? columnsBefore_ : 0);
+    // Editors do not show the mark as a column.
+    return {line_ + lines, 1 + columns - (line_ + lines == 1 ? markBytes_ : 0)};
   }
 
  private:
+  /// Byte by byte, since the source may hand out its first bytes one at a time.
+  void skipByteOrderMark() {
+    while (markBytes_ < byteOrderMark.size() && Peek() == byteOrderMark[markBytes_]) {
+      Take();
+      ++markBytes_;
+    }
+  }
+
   void refill() {
     rememberPosition();
     offset_ += static_cast<std::size_t>(end_ - buffer_.data());
@@ -107,6 +122,7 @@ class InputStream {
   const char* end_ = nullptr;
   std::size_t offset_ = 0;
   std::size_t valueBegin_ = 0;
+  std::size_t markBytes_ = 0;  ///< bytes of the byte-order mark that were skipped
   std::uint64_t line_ = 1;
   std::uint64_t columnsBefore_ = 0;
   bool ended_ = false;
@@ -232,10 +248,16 @@ JsonError::Kind kindOf(const rapidjson::ParseResult& result, const InputStream& 
 
 }  // namespace
 
+std::string_view withoutByteOrderMark(std::string_view text) {
+  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  return text;
+}
+
 void readJson(ByteReader& source, JsonHandler& handler, const JsonLimits& limits) {
   constexpr unsigned flags = rapidjson::kParseNumbersAsStringsFlag |
                              rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag;
   const auto stream = std::make_unique<InputStream>(source, limits.maxValueBytes);
+  if (stream->hasBrokenMark()) throw JsonError{JsonError::Kind::syntax, {}};
   Adapter adapter{handler, *stream, limits.maxDepth};
   rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>> reader;
   const rapidjson::ParseResult result = reader.Parse<flags>(*stream, adapter);

@@ -69,7 +69,11 @@ struct JsonLimits {
   std::size_t maxValueBytes = std::size_t{1} << 20U;
 };
 
-/// Reads one JSON text from beginning to end and passes its events to `handler`. Throws JsonError.
+/// Returns the text without a byte-order mark at its beginning, which some editors write.
+std::string_view withoutByteOrderMark(std::string_view text);
+
+/// Reads one JSON text from beginning to end and passes its events to `handler`. Skips a byte-order
+/// mark at the beginning. Throws JsonError.
 void readJson(ByteReader& source, JsonHandler& handler, const JsonLimits& limits = {});
 void readJson(std::string_view text, JsonHandler& handler, const JsonLimits& limits = {});
 

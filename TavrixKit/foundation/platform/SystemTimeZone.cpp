@@ -1,17 +1,28 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <utility>
 
 #include "foundation/TimeZone.h"
 
 namespace tavrix {
 namespace {
 
+/// Returns the end of the path of a zone file, which is an identifier; "" for any other path.
+std::string zoneOfPath(const std::string& path) {
+  constexpr std::string_view folder = "zoneinfo/";
+  const auto at = path.find(folder);
+  return at == std::string::npos ? "" : path.substr(at + folder.size());
+}
+
+std::string zoneOfLink(const std::string& path) {
+  std::error_code error;
+  return zoneOfPath(std::filesystem::read_symlink(path, error).string());
+}
+
 std::string zoneOfEnvironment() {
   const char* text = std::getenv("TZ");
-  std::string id = text == nullptr ? "" : text;
-  if (id.starts_with(':')) id.erase(0, 1);
-  return id;
+  return timeZoneOfVariable(text == nullptr ? "" : text).value_or("");
 }
 
 std::string zoneOfTimezoneFile() {
@@ -21,18 +32,20 @@ std::string zoneOfTimezoneFile() {
   return id;
 }
 
-std::string zoneOfLocaltimeLink() {
-  std::error_code error;
-  const std::string target = std::filesystem::read_symlink("/etc/localtime", error).string();
-  constexpr std::string_view folder = "zoneinfo/";
-  const auto at = target.find(folder);
-  return at == std::string::npos ? "" : target.substr(at + folder.size());
-}
-
 }  // namespace
 
+std::optional<std::string> timeZoneOfVariable(std::string_view value) {
+  if (value.starts_with(':')) value.remove_prefix(1);
+  std::string id{value};
+  if (id.starts_with('/')) {
+    const std::string path = std::exchange(id, zoneOfPath(id));
+    if (id.empty()) id = zoneOfLink(path);
+  }
+  return TimeZone::load(id) ? std::optional{std::move(id)} : std::nullopt;
+}
+
 std::string systemTimeZoneID() {
-  for (std::string id : {zoneOfEnvironment(), zoneOfLocaltimeLink(), zoneOfTimezoneFile()}) {
+  for (std::string id : {zoneOfEnvironment(), zoneOfLink("/etc/localtime"), zoneOfTimezoneFile()}) {
     if (TimeZone::load(id)) return id;
   }
   return "UTC";

@@ -89,6 +89,15 @@ TEST(TimeZone, name_isLoadedOnlyFromTheDatabase) {
   EXPECT_FALSE(TimeZone::load(std::string_view{"UTC\0", 4}));
 }
 
+TEST(TimeZone, variable_namesAZoneByItsNameOrItsFile) {
+  EXPECT_EQ(timeZoneOfVariable("Europe/Rome"), "Europe/Rome");
+  EXPECT_EQ(timeZoneOfVariable(":Europe/Rome"), "Europe/Rome");
+  EXPECT_EQ(timeZoneOfVariable(":/usr/share/zoneinfo/Asia/Tokyo"), "Asia/Tokyo");
+  for (const char* value : {"", ":", "MSK-3", "Mars/Olympus", "/etc/passwd", "/nowhere"}) {
+    EXPECT_EQ(timeZoneOfVariable(value), std::nullopt) << value;
+  }
+}
+
 struct ClockRow {
   const char* zone;
   const char* local;
