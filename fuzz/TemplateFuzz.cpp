@@ -7,9 +7,10 @@
 #include "naming/FolderName.h"
 #include "naming/NameRendering.h"
 #include "naming/NameTemplateCoding.h"
+#include "naming/TypedTemplate.h"
 
-// Reads arbitrary bytes as the JSON of a name template. They are rejected, or the template survives
-// writing and reading and gives names that are safe for a folder.
+// Reads arbitrary bytes as the JSON of a name template and as a typed one. They are rejected, or
+// the template survives writing and reading and gives names that are safe for a folder.
 
 namespace {
 
@@ -35,20 +36,41 @@ NameContext fullContext() {
   return context;
 }
 
+void check(const NameTemplate& nameTemplate) {
+  require(NameTemplateCoding::decodeText(NameTemplateCoding::encodeText(nameTemplate)) ==
+          nameTemplate);
+  if (const auto typed = TypedTemplate::print(nameTemplate)) {
+    require(std::get<NameTemplate>(TypedTemplate::parse(*typed)) == nameTemplate);
+  }
+  static const NameContext context = fullContext();
+  for (const char* const locale : {"ru_RU", "en_US", "tr_TR"}) {
+    require(isSafe(NameRendering::render(nameTemplate, context, locale)));
+    require(NameRendering::render(nameTemplate, NameContext{}, locale) == FolderName::untitled);
+  }
+}
+
+void checkTyped(std::string_view text) {
+  const auto read = TypedTemplate::parse(text);
+  if (const auto* const nameTemplate = std::get_if<NameTemplate>(&read)) {
+    require(TypedTemplate::print(*nameTemplate).has_value());
+    check(*nameTemplate);
+  } else {
+    const auto& error = std::get<TypedTemplateError>(read);
+    require(error.column >= 1 && error.column <= text.size() + 1);
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view text{reinterpret_cast<const char*>(data), size};
+  checkTyped(text);
   NameTemplate decoded;
   try {
-    decoded = NameTemplateCoding::decodeText({reinterpret_cast<const char*>(data), size});
+    decoded = NameTemplateCoding::decodeText(text);
   } catch (const NameTemplateError&) {
     return 0;
   }
-  require(NameTemplateCoding::decodeText(NameTemplateCoding::encodeText(decoded)) == decoded);
-  static const NameContext context = fullContext();
-  for (const char* const locale : {"ru_RU", "en_US", "tr_TR"}) {
-    require(isSafe(NameRendering::render(decoded, context, locale)));
-    require(NameRendering::render(decoded, NameContext{}, locale) == FolderName::untitled);
-  }
+  check(decoded);
   return 0;
 }

@@ -3,42 +3,13 @@
 #include <algorithm>
 #include <array>
 
+#include "naming/NameStyles.h"
+
 namespace tavrix {
 namespace {
 
 using namespace name_token;
 using Kind = NameTemplateError::Kind;
-
-/// The persisted texts of an enumeration, in the order of its cases.
-template <typename Style>
-constexpr std::array<std::string_view, 0> textsOf{};
-template <>
-constexpr std::array<std::string_view, 2> textsOf<YearStyle>{"full", "short"};
-template <>
-constexpr std::array<std::string_view, 6> textsOf<MonthStyle>{"pad2",    "plain", "nameLower",
-                                                              "nameCap", "abbr",  "abbrUpper"};
-template <>
-constexpr std::array<std::string_view, 2> textsOf<DayStyle>{"pad2", "plain"};
-template <>
-constexpr std::array<std::string_view, 2> textsOf<CountryStyle>{"name", "code"};
-template <>
-constexpr std::array<std::string_view, 4> textsOf<TextCaseStyle>{"asIs", "lower", "upper",
-                                                                 "capital"};
-template <>
-constexpr std::array<std::string_view, 3> textsOf<NameLanguage>{"system", "russian", "english"};
-
-template <typename Style>
-std::string_view textOf(Style style) {
-  return textsOf<Style>.at(static_cast<std::size_t>(style));
-}
-
-template <typename Style>
-std::optional<Style> styleOf(std::string_view text) {
-  const auto& texts = textsOf<Style>;
-  const auto found = std::find(texts.begin(), texts.end(), text);
-  if (found == texts.end()) return std::nullopt;
-  return static_cast<Style>(found - texts.begin());
-}
 
 /// Reads the members of one JSON object. Its errors have the index of the token that contains the
 /// object.
@@ -118,14 +89,14 @@ NameToken decodeToken(const JsonValue& json, std::size_t index) {
 struct PayloadWriter {
   JsonWriter& writer;
 
-  void operator()(const Year& token) const { writer.field("_0", textOf(token.style)); }
-  void operator()(const Month& token) const { writer.field("_0", textOf(token.style)); }
-  void operator()(const Day& token) const { writer.field("_0", textOf(token.style)); }
-  void operator()(const City& token) const { writer.field("_0", textOf(token.letterCase)); }
+  void operator()(const Year& token) const { writer.field("_0", styleText(token.style)); }
+  void operator()(const Month& token) const { writer.field("_0", styleText(token.style)); }
+  void operator()(const Day& token) const { writer.field("_0", styleText(token.style)); }
+  void operator()(const City& token) const { writer.field("_0", styleText(token.letterCase)); }
   void operator()(const Country& token) const {
-    writer.field("_0", textOf(token.style)).field("_1", textOf(token.letterCase));
+    writer.field("_0", styleText(token.style)).field("_1", styleText(token.letterCase));
   }
-  void operator()(const Event& token) const { writer.field("_0", textOf(token.letterCase)); }
+  void operator()(const Event& token) const { writer.field("_0", styleText(token.letterCase)); }
   void operator()(const Literal& token) const { writer.field("_0", token.text); }
   void operator()(const Period&) const {}
 };
@@ -161,7 +132,10 @@ NameTemplate NameTemplateCoding::decodeText(std::string_view text) {
 }
 
 void NameTemplateCoding::encode(const NameTemplate& nameTemplate, JsonWriter& writer) {
-  writer.beginObject().field("language", textOf(nameTemplate.language)).key("tokens").beginArray();
+  writer.beginObject()
+      .field("language", styleText(nameTemplate.language))
+      .key("tokens")
+      .beginArray();
   for (const NameToken& token : nameTemplate.tokens) {
     // The kinds of token have the same order in the variant and in the table.
     writer.beginObject().key(tokenCoders.at(token.index()).key).beginObject();
