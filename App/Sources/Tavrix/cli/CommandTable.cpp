@@ -97,7 +97,7 @@ std::vector<CommandSpec> makeTable() {
        {{"--all", nullptr, [](Invocation& call) -> bool& { return call.resetsAll; }}},
        true},
       {"", "settings", {}, listSettings, &help::settings},
-      {"presets", "save", {"NAME", "JSON"}, savePreset, &help::presets},
+      {"presets", "save", {"NAME", "TEMPLATE"}, savePreset, &help::presets},
       {"presets", "delete", {"NAME"}, deletePreset, &help::presets},
       {"", "presets", {}, listTemplates, &help::presets},
   };

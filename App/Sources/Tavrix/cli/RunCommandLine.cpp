@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "cli/CommandLine.h"
 #include "cli/help/Help.h"
 #include "cli/printing/JsonPrinter.h"
@@ -8,6 +6,7 @@
 #include "cli/sentences/PlaceSentences.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/OpenPlaceNaming.h"
+#include "cli/sessions/SettingWarnings.h"
 #include "cli/sessions/Source.h"
 #include "cli/sessions/StoredSettings.h"
 #include "model/GroupsDebug.h"
@@ -36,12 +35,6 @@ struct SettingVariable {
 constexpr SettingVariable settingVariables[] = {{"DEMO_TIME_ZONE", "timeZoneID"},
                                                 {"DEMO_MODE", "uiMode"}};
 
-bool sets(const Invocation& call, std::string_view key) {
-  return std::any_of(call.settings.begin(), call.settings.end(), [&](std::string_view assignment) {
-    return assignment.substr(0, assignment.find('=')) == key;
-  });
-}
-
 /// Applies the variables. A variable is ignored if the call sets the same setting.
 Settings settingsFromVariables(Settings settings, const Invocation& call,
                                const Surroundings& surroundings) {
@@ -61,18 +54,19 @@ Settings settingsFromVariables(Settings settings, const Invocation& call,
 /// those of the environment, then by those of the call.
 Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
   const TimeZone zone = TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc());
-  Settings settings = initialSettings(zone, surroundings.systemLocaleID);
+  PersistedSettings::Values kept{initialSettings(zone, surroundings.systemLocaleID), {}};
   if (const UserDefaults* const defaults = surroundings.defaults) {
-    settings = PersistedSettings::read(*defaults, {std::move(settings), {}}).settings;
+    kept = PersistedSettings::read(*defaults, std::move(kept));
   }
-  settings = settingsFromVariables(std::move(settings), call, surroundings);
+  Settings settings = settingsFromVariables(std::move(kept.settings), call, surroundings);
   for (const std::string& assignment : call.settings) {
-    auto changed = withSetting(std::move(settings), assignment);
+    auto changed = withSetting(std::move(settings), assignment, kept.savedPresets);
     if (const auto* const error = std::get_if<SettingError>(&changed)) {
       throw settingFailure(call.language, *error);
     }
     settings = std::get<Settings>(std::move(changed));
   }
+  checkPeriod(call, settings);
   return settings;
 }
 
@@ -83,6 +77,8 @@ ExitStatus execute(const CommandRequest& request, const Surroundings& surroundin
     PersistedSettings::forgetAtLaunch(*surroundings.defaults, isDemo(surroundings.environment));
   }
   tellDefaultsFaults(surroundings, messages);
+  tellSkippedDefaults(surroundings, messages);
+  tellUnknownTimeZone(call, surroundings, messages);
   const Settings settings = settingsOf(call, surroundings);
   StandardErrorLog log{messages};
   TextPrinter text{surroundings.out, call.language, settings.gathering.timeZone,

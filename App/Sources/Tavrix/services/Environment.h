@@ -27,6 +27,7 @@ inline constexpr std::string_view usedVariables[] = {
     "XDG_CONFIG_HOME",
     "HOME",
     "TERM",
+    "TZ",
 };
 
 /// Returns the used variables of the process that are set.

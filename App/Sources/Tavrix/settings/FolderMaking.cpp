@@ -5,6 +5,7 @@
 #include "foundation/json/JsonWriter.h"
 #include "naming/NameRendering.h"
 #include "naming/NameTemplateCoding.h"
+#include "settings/GivenTemplate.h"
 #include "settings/SettingKeys.h"
 
 namespace tavrix {
@@ -26,6 +27,15 @@ std::string templateText(const NameTemplate& nameTemplate) {
   std::string text = sink.text();
   text.pop_back();
   return text;
+}
+
+/// Returns the value as the user would type it in a call.
+std::string typedValue(const std::string& key, const std::string& value) {
+  if (key != "nameTemplate") return value;
+  const auto given = givenTemplate(value, {});
+  const auto* const nameTemplate = std::get_if<NameTemplate>(&given);
+  if (nameTemplate == nullptr) return value;
+  return TypedTemplate::print(*nameTemplate).value_or(value);
 }
 
 void addEvents(FolderMaking& making, const Settings::Gathering& gathering) {
@@ -84,6 +94,13 @@ void addLayout(FolderMaking& making, const Settings::Layout& layout) {
   }
 }
 
+/// Returns the place of a key in the order in which settings are set back: another mode has other
+/// settings, and the locale follows from a template with a language of its own.
+int rankOf(const std::string& key) {
+  if (key == "uiMode" || key == "fileNamePrefixMode") return 0;
+  return key == "locale" ? 2 : 1;
+}
+
 }  // namespace
 
 FolderMaking folderMaking(const Settings& settings, const std::string& systemLocaleID) {
@@ -97,18 +114,17 @@ FolderMaking folderMaking(const Settings& settings, const std::string& systemLoc
 WayBack wayBack(Settings settings, const std::string& systemLocaleID, const FolderMaking& before) {
   WayBack way;
   FolderMaking now = folderMaking(settings, systemLocaleID);
-  // Another mode has other settings, so the modes come first.
-  for (const bool isMode : {true, false}) {
+  for (const int rank : {0, 1, 2}) {
     for (const auto& [key, value] : before) {
       const auto found = now.find(key);
       const bool differs = found == now.end() || found->second != value;
-      if (!differs || isMode != (key == "uiMode" || key == "fileNamePrefixMode")) continue;
+      if (!differs || rankOf(key) != rank) continue;
       way.keys.push_back(key);
       if (key == "locale") {
         way.locale = value;
         continue;
       }
-      const std::string assignment = fmt::format("{}={}", key, value);
+      const std::string assignment = fmt::format("{}={}", key, typedValue(key, value));
       auto changed = withSetting(settings, assignment);
       if (!std::holds_alternative<Settings>(changed)) continue;
       settings = std::get<Settings>(std::move(changed));

@@ -28,7 +28,7 @@ std::optional<JsonValue> storeNumber(const Values& values) {
 template <auto field>
 bool loadNumber(Values& values, const JsonValue& object) {
   const auto number = object.asNumber();
-  if (!number || !std::isfinite(*number)) return false;
+  if (!number || !std::isfinite(*number) || *number < 0) return false;
   at(values.settings, field) = *number;
   return true;
 }
@@ -41,9 +41,8 @@ std::optional<JsonValue> storeCount(const Values& values) {
 /// Ignores the fraction of the number.
 template <auto field>
 bool loadCount(Values& values, const JsonValue& object) {
-  using Limits = std::numeric_limits<int>;
   const auto number = object.asNumber();
-  if (!number || !(*number >= Limits::min() && *number <= Limits::max())) return false;
+  if (!number || !(*number > -1 && *number < largestSettingCount + 1)) return false;
   at(values.settings, field) = static_cast<int>(*number);
   return true;
 }
@@ -270,6 +269,18 @@ Values read(const UserDefaults& defaults, Values initial) {
     if (const auto object = defaults.object(key.name)) key.load(initial, *object);
   }
   return initial;
+}
+
+std::vector<SkippedObject> skipped(const UserDefaults& defaults) {
+  std::vector<SkippedObject> result;
+  Values values;
+  for (const Key& key : table) {
+    auto object = defaults.object(key.name);
+    if (object && !key.load(values, *object)) {
+      result.push_back({key.name, key.setting, *std::move(object)});
+    }
+  }
+  return result;
 }
 
 bool isTaken(std::string_view key, const JsonValue& object) {

@@ -36,9 +36,21 @@ const std::vector<std::string_view>& keys();
 std::optional<std::string_view> keyOf(std::string_view setting);
 
 /// Returns the values updated from the defaults. Skips, without a message, an object of the wrong
-/// type, a number out of range (a count beyond `int`, coordinates beyond ±90° or ±180°) and data
-/// that cannot be decoded; the initial value then stays.
+/// type, a number that withSetting() would reject (below 0, a count beyond 10000, coordinates
+/// beyond ±90° or ±180°) and data that cannot be decoded; the initial value then stays. The
+/// fraction of a count is ignored.
 Values read(const UserDefaults& defaults, Values initial);
+
+/// An object of the defaults that read() skips.
+struct SkippedObject {
+  std::string_view key;
+  std::string_view setting;  ///< the setting that is stored under the key; empty if there is none
+  JsonValue object;
+
+  friend bool operator==(const SkippedObject&, const SkippedObject&) = default;
+};
+/// Returns the objects that read() skips, in the order of keys().
+std::vector<SkippedObject> skipped(const UserDefaults& defaults);
 
 /// Returns true if read() accepts the object for the key.
 bool isTaken(std::string_view key, const JsonValue& object);

@@ -100,8 +100,9 @@ bool setTimeZone(Settings& settings, std::string_view text) {
 
 bool setHome(Settings& settings, std::string_view text) {
   const auto comma = std::min(text.find(','), text.size());
-  const auto latitude = parseFinite(text.substr(0, comma));
-  const auto longitude = parseFinite(text.substr(std::min(comma + 1, text.size())));
+  const auto latitude = parseFinite(trimmedWhiteSpace(text.substr(0, comma)));
+  const auto longitude =
+      parseFinite(trimmedWhiteSpace(text.substr(std::min(comma + 1, text.size()))));
   if (!latitude || !longitude || std::abs(*latitude) > 90 || std::abs(*longitude) > 180) {
     return false;
   }
@@ -115,11 +116,6 @@ bool setHome(Settings& settings, std::string_view text) {
 bool setHomeName(Settings& settings, std::string_view text) {
   settings.gathering.homeOverrideName.reset();
   if (!text.empty()) settings.gathering.homeOverrideName = text;
-  return true;
-}
-
-bool setTemplate(Settings& settings, std::string_view text) {
-  settings.naming.nameTemplate = NameTemplateCoding::decodeText(text);
   return true;
 }
 
@@ -210,7 +206,7 @@ std::optional<PlaceFilter> placesByFields(const JsonValue::Object& object) {
 }
 
 bool setPlaces(Settings& settings, std::string_view text) {
-  if (trimmedWhiteSpace(text).starts_with('{')) {
+  if (trimmedWhiteSpace(withoutByteOrderMark(text)).starts_with('{')) {
     const auto object = parseObject(text);
     return object && store(placesByFields(*object), settings.content.places);
   }
@@ -258,7 +254,8 @@ constexpr std::array keys{
     Key{"customFileNamePrefix", text, setText<&S::Layout::customFileNamePrefix>},
     Key{"packAsZip", boolean, setBoolean<&S::Layout::packAsZip>},
     Key{"packPerGroup", boolean, setBoolean<&S::Layout::packPerGroup>},
-    Key{"nameTemplate", nameTemplate, setTemplate},
+    // withSetting() sets it, because its value may be the title of a saved preset.
+    Key{"nameTemplate", nameTemplate, nullptr},
     Key{"geocodingEnabled", boolean, setBoolean<&S::Naming::geocodingEnabled>},
     Key{"mergeDistricts", boolean, setBoolean<&S::Naming::mergeDistricts>},
     Key{"mergeSameNames", boolean, setBoolean<&S::Naming::mergeSameNames>},
@@ -293,7 +290,8 @@ std::optional<SettingForm> settingForm(std::string_view key) {
   return found == keys.end() ? std::nullopt : std::optional{found->form};
 }
 
-std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment) {
+std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment,
+                                                 const std::vector<SavedPreset>& saved) {
   using Kind = SettingError::Kind;
   const auto equals = assignment.find('=');
   if (equals == std::string_view::npos) {
@@ -312,11 +310,16 @@ std::variant<Settings, SettingError> withSetting(Settings settings, std::string_
                      .value = std::string{value},
                      .form = key->form,
                      .choices = wordsOf(key->choices)};
-  try {
-    if (key->set(settings, value)) return settings;
-  } catch (const NameTemplateError& fault) {
-    error.template_ = fault;
+  if (key->form == nameTemplate) {
+    auto given = givenTemplate(value, saved);
+    if (auto* const fault = std::get_if<TemplateFault>(&given)) {
+      error.template_ = std::move(*fault);
+      return error;
+    }
+    settings.naming.nameTemplate = std::get<NameTemplate>(std::move(given));
+    return settings;
   }
+  if (key->set(settings, value)) return settings;
   return error;
 }
 

@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "naming/NameTemplateCoding.h"
+#include "settings/GivenTemplate.h"
 #include "settings/Settings.h"
 
 namespace tavrix {
@@ -23,9 +23,9 @@ enum class SettingForm {
   count,         ///< a whole number from 0 to 10000
   day,           ///< 2026-05-20
   timeZone,      ///< an identifier of the tz database
-  point,         ///< latitude and longitude in degrees: 55.75,37.62
+  point,         ///< latitude and longitude in degrees, "55.75,37.62" or "55.75, 37.62"
   text,          ///< anything
-  nameTemplate,  ///< the persisted JSON of a template
+  nameTemplate,  ///< a template as givenTemplate() reads it
   textMap,       ///< a JSON object whose values are texts
   places,        ///< names of countries and cities, or the JSON object of a place filter
   merges,        ///< a JSON object whose values are lists of lists of texts
@@ -38,9 +38,9 @@ struct SettingError {
   Kind kind = Kind::badValue;
   std::string key;  ///< the whole text if the kind is `notAssignment`
   std::string value{};
-  SettingForm form = SettingForm::text;          ///< the form of the key, for `badValue`
-  std::vector<std::string_view> choices{};       ///< the words of a `choice`
-  std::optional<NameTemplateError> template_{};  ///< what is wrong with a template
+  SettingForm form = SettingForm::text;      ///< the form of the key, for `badValue`
+  std::vector<std::string_view> choices{};   ///< the words of a `choice`
+  std::optional<TemplateFault> template_{};  ///< what is wrong with a template
 };
 
 /// Returns all keys in the order in which they are listed for the user.
@@ -49,7 +49,9 @@ std::vector<std::string_view> settingKeys();
 /// Returns the form of a key. Returns nullopt if there is no such key.
 std::optional<SettingForm> settingForm(std::string_view key);
 
-/// Returns the settings changed by a text "KEY=VALUE", or the reason for rejecting it.
-std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment);
+/// Returns the settings changed by a text "KEY=VALUE", or the reason for rejecting it. A name
+/// template may be given by the title of one of the saved presets.
+std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment,
+                                                 const std::vector<SavedPreset>& saved = {});
 
 }  // namespace tavrix

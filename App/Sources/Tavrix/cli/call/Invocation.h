@@ -51,7 +51,7 @@ struct Invocation {
   bool listsFiles = false;   ///< the plan names every file
   bool writeChecksums = false;
   bool resetsAll = false;                   ///< resets every setting
-  std::optional<std::string> nameTemplate;  ///< JSON
+  std::optional<std::string> nameTemplate;  ///< as givenTemplate() reads it
   std::optional<std::string> context;       ///< JSON
   HistoryOptions history;
   ChoiceOptions choice;

@@ -5,6 +5,7 @@
 #include "cli/sessions/ChosenShots.h"
 #include "cli/sessions/CommandContext.h"
 #include "cli/sessions/OpenPlaceNaming.h"
+#include "cli/sessions/SettingWarnings.h"
 #include "cli/sessions/Source.h"
 #include "media/BundleBuilder.h"
 #include "text/SentenceParts.h"
@@ -25,6 +26,7 @@ ExitStatus listGroups(const CommandContext& context) {
   const auto naming = openPlaceNaming(context);
   Library library = readLibrary(context, naming.get());
   if (naming) naming->save();
+  tellIdleSettings(context, library.rows);
   auto folders = foldersOf(library.rows);
   context.printer.groups({chosenPart(context, std::move(library), std::move(folders)).library,
                           context.settings.gathering.uiMode == UIGroupingMode::flat});

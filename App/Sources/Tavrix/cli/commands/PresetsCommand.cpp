@@ -19,11 +19,6 @@ namespace {
 using PersistedSettings::savedPresetsKey;
 using Presets = std::vector<SavedPreset>;
 
-Presets savedPresets(const UserDefaults* defaults) {
-  if (defaults == nullptr) return {};
-  return PersistedSettings::read(*defaults, {}).savedPresets;
-}
-
 /// Returns the saved presets for a change. Throws CommandFailure if they cannot be read, since
 /// writing the change would lose them.
 Presets changeablePresets(const CommandContext& context) {
@@ -33,7 +28,7 @@ Presets changeablePresets(const CommandContext& context) {
     throw CommandFailure{ExitStatus::stopped,
                          say(context.language(), sentences::presetsUnreadable)};
   }
-  return savedPresets(&defaults);
+  return keptPresets(context.surroundings);
 }
 
 void keepPresets(const CommandContext& context, Presets presets) {
@@ -43,10 +38,12 @@ void keepPresets(const CommandContext& context, Presets presets) {
        {{std::string{savedPresetsKey}, PersistedSettings::objectOf(savedPresetsKey, values)}});
 }
 
+/// Ignores letter case, as naming a template by its title does.
 bool isBuiltin(const std::string& name) {
+  const std::string folded = caseFolded(name);
   const auto& builtins = NamePresets::builtins();
   return std::any_of(builtins.begin(), builtins.end(), [&](const NamePresets::Builtin& builtin) {
-    return builtin.russian == name || builtin.english == name;
+    return caseFolded(builtin.russian) == folded || caseFolded(builtin.english) == folded;
   });
 }
 
@@ -63,13 +60,15 @@ std::string nameOf(const CommandContext& context) {
 }  // namespace
 
 ExitStatus listTemplates(const CommandContext& context) {
-  context.printer.templates(NamePresets::builtins(), savedPresets(context.surroundings.defaults));
+  context.printer.templates(NamePresets::builtins(), keptPresets(context.surroundings),
+                            context.surroundings.systemLocaleID);
   return ExitStatus::done;
 }
 
 ExitStatus savePreset(const CommandContext& context) {
   const Language language = context.language();
-  const SavedPreset preset{nameOf(context), readTemplate(language, context.call.operands.at(1))};
+  const SavedPreset preset{nameOf(context), readTemplate(language, context.call.operands.at(1),
+                                                         keptPresets(context.surroundings))};
   if (preset.name.empty()) failUsage(say(language, sentences::presetNameEmpty));
   if (isBuiltin(preset.name)) {
     failUsage(say(language, sentences::presetNameTaken, forSentence(preset.name)));
@@ -81,7 +80,7 @@ ExitStatus savePreset(const CommandContext& context) {
     presets.push_back(preset);
   }
   keepPresets(context, std::move(presets));
-  context.printer.templates({}, {preset});
+  context.printer.templates({}, {preset}, context.surroundings.systemLocaleID);
   return ExitStatus::done;
 }
 

@@ -56,7 +56,7 @@ KeptSetting keptSetting(const CommandContext& context, const UserDefaults& defau
                         std::string_view name) {
   if (name == languageKey) {
     const auto language = keptLanguage(context.surroundings);
-    return {std::string{name}, JsonValue{language.value_or("ru")}, !language};
+    return {std::string{name}, JsonValue{language.value_or("system")}, !language};
   }
   return {std::string{name}, valueOf(name, PersistedSettings::read(defaults, {})),
           !isSet(defaults, name)};
@@ -103,7 +103,8 @@ DefaultsChanges changeTo(const CommandContext& context, const UserDefaults& defa
                          const Assignment& assignment) {
   const Language language = context.language();
   auto values = PersistedSettings::read(defaults, {});
-  auto changed = withSetting(values.settings, assignment.name + "=" + assignment.value);
+  auto changed =
+      withSetting(values.settings, assignment.name + "=" + assignment.value, values.savedPresets);
   if (const auto* const error = std::get_if<SettingError>(&changed)) {
     throw settingFailure(language, *error);
   }

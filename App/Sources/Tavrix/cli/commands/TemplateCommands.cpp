@@ -1,16 +1,24 @@
+#include <algorithm>
+#include <array>
+
+#include "cli/call/Nearest.h"
 #include "cli/commands/Commands.h"
 #include "cli/printing/ResultPrinter.h"
-#include "cli/sentences/CliSentences.h"
+#include "cli/sentences/TemplateSentences.h"
 #include "cli/sessions/CommandContext.h"
+#include "cli/sessions/StoredSettings.h"
 #include "cli/sessions/TemplateFaults.h"
 #include "foundation/json/JsonValue.h"
 #include "naming/FolderName.h"
 #include "naming/NamePresets.h"
 #include "naming/NameRendering.h"
-#include "naming/NameTemplateCoding.h"
+#include "text/SentenceParts.h"
 
 namespace tavrix::cli {
 namespace {
+
+constexpr std::array<std::string_view, 7> contextFields{
+    "dateStart", "dateEnd", "timeZone", "city", "countryName", "countryCode", "eventName"};
 
 /// Reads the fields of a context. A field that is missing or null is unknown.
 class ContextReader {
@@ -22,6 +30,7 @@ class ContextReader {
       fail(say(language_, sentences::jsonFault, error.position().line, error.position().column));
     }
     if (json_.asObject() == nullptr) fail(say(language_, sentences::templateNotObject));
+    for (const auto& [key, value] : *json_.asObject()) checkIsKnown(key);
   }
 
   std::optional<std::string> text(std::string_view key) const {
@@ -46,6 +55,13 @@ class ContextReader {
   }
 
  private:
+  void checkIsKnown(const std::string& key) const {
+    if (std::find(contextFields.begin(), contextFields.end(), key) != contextFields.end()) return;
+    const auto meant = nearest(key, contextFields);
+    fail(say(language_, sentences::contextUnknownField, forSentence(key),
+             meant ? say(language_, sentences::perhapsMeant, *meant) : "",
+             joined({contextFields.begin(), contextFields.end()})));
+  }
   [[noreturn]] void failField(std::string_view key) const {
     fail(say(language_, sentences::contextField, key));
   }
@@ -61,7 +77,8 @@ class ContextReader {
 }  // namespace
 
 ExitStatus renderTemplate(const CommandContext& context) {
-  const NameTemplate nameTemplate = readTemplate(context.language(), *context.call.nameTemplate);
+  const NameTemplate nameTemplate = readTemplate(context.language(), *context.call.nameTemplate,
+                                                 keptPresets(context.surroundings));
   const ContextReader reader{context.language(), *context.call.context};
   NameContext known;
   known.dateStart = reader.instant("dateStart");
@@ -77,7 +94,7 @@ ExitStatus renderTemplate(const CommandContext& context) {
 }
 
 ExitStatus listPresets(const CommandContext& context) {
-  context.printer.presets(NamePresets::builtins());
+  context.printer.presets(NamePresets::builtins(), context.surroundings.systemLocaleID);
   return ExitStatus::done;
 }
 

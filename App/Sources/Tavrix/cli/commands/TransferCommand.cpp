@@ -14,6 +14,7 @@
 #include "cli/sessions/ModelSession.h"
 #include "cli/sessions/OpenPlaceNaming.h"
 #include "cli/sessions/PhoneSession.h"
+#include "cli/sessions/SettingWarnings.h"
 #include "cli/sessions/Source.h"
 #include "foundation/Log.h"
 #include "foundation/Sentences.h"
@@ -112,6 +113,7 @@ class TransferSession {
     tellLoaded(context_, *run.library, *run.plan);
     tellPlacesFault(context_);
     tellChoice(context_, run.source.phone, *run.library->bundles);
+    tellIdleSettings(context_, run.library->rows);
     tellFindings(context_, run.findings);
     tellSpace(context_, run.findings);
     bar_.emplace(context_.messages);
@@ -208,6 +210,7 @@ ExitStatus showPlan(const CommandContext& context) {
       chosenPart(context, *model.library(), *model.plan().folders, model.plan().plan);
   const TransferPlan& plan = *chosenPlan;
   tellLoaded(context, library, plan);
+  tellIdleSettings(context, library.rows);
   const auto packing =
       packingOf(context.settings, deviceName(context),
                 context.settings.gathering.timeZone.dateAt(context.surroundings.now()));

@@ -34,7 +34,8 @@ inline constexpr HelpText program{
   template presets        готовые шаблоны имён
   template sanitize TEXT  имя, допустимое для папки
   settings                запомненные настройки; settings set KEY VALUE, settings reset KEY
-  presets                 все шаблоны имён; presets save NAME JSON, presets delete NAME
+  presets                 все шаблоны имён; presets save NAME TEMPLATE,
+                          presets delete NAME
 
 SOURCE — одно из трёх:
   подключённый айфон: phone или phone:НОМЕР;
@@ -70,7 +71,8 @@ Usage: tavrix COMMAND ARGUMENTS…
   template presets        the built-in templates
   template sanitize TEXT  a valid folder name
   settings                the saved settings; settings set KEY VALUE, settings reset KEY
-  presets                 all name templates; presets save NAME JSON, presets delete NAME
+  presets                 all name templates; presets save NAME TEMPLATE,
+                          presets delete NAME
 
 SOURCE is one of these:
   a connected iPhone: phone or phone:SERIAL;
@@ -91,7 +93,7 @@ inline constexpr HelpText commonOptions{
   --json              результат для программ
   --lang ru|en|system язык сообщений; без него — запомненный, а если его нет — язык системы.
                       Запомнить: tavrix settings set uiLanguage ru. Имена папок — на языке
-                      шаблона ("language" в nameTemplate), обычно это язык дат системы (LC_TIME)
+                      шаблона ({language:…} в nameTemplate), обычно это язык дат системы (LC_TIME)
   --set КЛЮЧ=ЗНАЧЕНИЕ одна настройка на этот вызов; можно повторять, запомнить: tavrix settings
   --state DIR         папка состояния программы
   --progress=bar|json|none
@@ -110,7 +112,7 @@ Options of every command:
   --json              the result for programs
   --lang ru|en|system language of the messages; without it the saved one, else the system's.
                       To save it: tavrix settings set uiLanguage en. Folders are named in the
-                      template's language ("language" in nameTemplate), which is at first that
+                      template's language ({language:…} in nameTemplate), which is at first that
                       of the system's dates (LC_TIME)
   --set KEY=VALUE     one setting for this call; can be repeated; to save one: tavrix settings
   --state DIR         the program's state folder
@@ -181,6 +183,7 @@ inline constexpr HelpText groups{
   tavrix groups ТЕЛЕФОН --set uiMode=trips --set homeOverride=55.75,37.62 --set tripMinDays=3
   tavrix groups ТЕЛЕФОН --set 'mergesByMode={"events":[["event-2026-05-20","event-2026-05-21"]]}'
   tavrix groups ТЕЛЕФОН --set 'nameOverrides={"event-2026-05-20":"Дача"}'
+  tavrix groups ТЕЛЕФОН --set 'nameTemplate={year}-{month:nameCap} {city}'
   tavrix groups ТЕЛЕФОН --set uiMode=byDate --set granularity=month
   tavrix groups ТЕЛЕФОН --set timeZoneID=Europe/Moscow --set includeVideos=false
   tavrix groups ТЕЛЕФОН --set periodFrom=2026-05-01 --set periodTo=2026-05-31
@@ -205,6 +208,7 @@ Examples:
   tavrix groups PHONE --set uiMode=trips --set homeOverride=41.9,12.5 --set tripMinDays=3
   tavrix groups PHONE --set 'mergesByMode={"events":[["event-2026-05-20","event-2026-05-21"]]}'
   tavrix groups PHONE --set 'nameOverrides={"event-2026-05-20":"Picnic"}'
+  tavrix groups PHONE --set 'nameTemplate={year}-{month:nameCap} {city}'
   tavrix groups PHONE --set uiMode=byDate --set granularity=month
   tavrix groups PHONE --set timeZoneID=Europe/Rome --set includeVideos=false
   tavrix groups PHONE --set periodFrom=2026-05-01 --set periodTo=2026-05-31
@@ -376,33 +380,67 @@ Examples:
 )"};
 
 inline constexpr HelpText templates{
-    R"(tavrix template render --template JSON --context JSON — имя папки по шаблону.
-tavrix template presets — готовые шаблоны имён.
+    R"(tavrix template render --template TEMPLATE --context JSON — имя по шаблону.
+tavrix template presets — готовые шаблоны имён и что даёт каждый.
 tavrix template sanitize TEXT — имя, допустимое для папки.
 
-Поля --context: dateStart, dateEnd (вида 2026-05-20T12:00:00Z), timeZone, city, countryName,
-countryCode, eventName; любое можно опустить.
+TEMPLATE — текст, в котором блоки стоят в фигурных скобках:
+  {year}     год: 2026; {year:short} — 26
+  {month}    месяц: 05; {month:nameCap} — Май. Другие виды: plain — 5,
+             nameLower — май, abbr и abbrUpper — сокращённое название
+  {day}      день: 05; {day:plain} — 5
+  {period}   первый и последний день: 2026-08-01–2026-08-03
+  {city}     город
+  {country}  страна: Италия; {country:code} — IT
+У города и страны после двоеточия можно указать регистр букв: lower, upper
+или capital, например {city:upper} и {country:code:lower}. Месяцы и места
+названы на языке системы; другой язык: {language:russian} или
+{language:english}. Сами скобки пишутся {{ и }}.
+
+Вместо шаблона можно указать название готового или сохранённого («Месяц
+словом») либо JSON. Так же он задаётся в --set nameTemplate=TEMPLATE.
+
+Поля --context: dateStart, dateEnd (вида 2026-05-20T12:00:00Z), timeZone, city,
+countryName, countryCode, eventName; любое можно опустить.
 
 Примеры:
   tavrix template presets
   tavrix template sanitize 'Дача: 1/2'
-  tavrix template render \
-    --template '{"tokens":[{"year":{"_0":"full"}},{"literal":{"_0":" "}},{"city":{"_0":"asIs"}}],"language":"russian"}' \
+  tavrix template render --template '{year}-{month:nameCap} {city}' \
     --context '{"dateStart":"2026-05-20T12:00:00Z","city":"Москва"}'
+  tavrix groups ТЕЛЕФОН --set 'nameTemplate={language:english}{city} {year}'
+  tavrix settings set nameTemplate 'Месяц словом'
 )",
-    R"(tavrix template render --template JSON --context JSON — a folder name from a template.
-tavrix template presets — the built-in templates.
+    R"(tavrix template render --template TEMPLATE --context JSON — a name.
+tavrix template presets — the built-in templates and what each gives.
 tavrix template sanitize TEXT — a valid folder name.
 
-Fields of --context: dateStart, dateEnd (such as 2026-05-20T12:00:00Z), timeZone, city,
-countryName, countryCode, eventName; all are optional.
+TEMPLATE is a text with blocks in braces:
+  {year}     the year: 2026; {year:short} is 26
+  {month}    the month: 05; {month:nameCap} is May. Other styles: plain is 5,
+             nameLower is may, abbr and abbrUpper are the short name
+  {day}      the day: 05; {day:plain} is 5
+  {period}   the first and last day: 2026-08-01–2026-08-03
+  {city}     the city
+  {country}  the country: Italy; {country:code} is IT
+A city or country can have a letter case after a colon: lower, upper or
+capital, as in {city:upper} and {country:code:lower}. Months and places are
+named in the language of the system; to choose another one, put in
+{language:english} or {language:russian}. Braces themselves are {{ and }}.
+
+Instead of a template, give the title of a built-in or saved one (“Month in
+words”) or its JSON. --set nameTemplate=TEMPLATE takes the same.
+
+Fields of --context: dateStart, dateEnd (such as 2026-05-20T12:00:00Z),
+timeZone, city, countryName, countryCode, eventName; all are optional.
 
 Examples:
   tavrix template presets
   tavrix template sanitize 'Picnic: 1/2'
-  tavrix template render \
-    --template '{"tokens":[{"year":{"_0":"full"}},{"literal":{"_0":" "}},{"city":{"_0":"asIs"}}],"language":"english"}' \
+  tavrix template render --template '{year}-{month:nameCap} {city}' \
     --context '{"dateStart":"2026-05-20T12:00:00Z","city":"Rome"}'
+  tavrix groups PHONE --set 'nameTemplate={language:english}{city} {year}'
+  tavrix settings set nameTemplate 'Month in words'
 )"};
 
 }  // namespace tavrix::cli::help

@@ -24,6 +24,7 @@ tavrix settings reset KEY — возвращает исходное значен
   tavrix settings set eventGapHours 6
   tavrix settings set homeOverride=55.75,37.62
   tavrix settings set homeOverrideName=Дача
+  tavrix settings set nameTemplate '{year}-{month:nameCap} {city}'
   tavrix settings reset eventGapHours
 )",
     R"(tavrix settings — the saved settings, and which of them have their initial values.
@@ -44,32 +45,39 @@ Examples:
   tavrix settings set eventGapHours 6
   tavrix settings set homeOverride=41.9,12.5
   tavrix settings set homeOverrideName=Cottage
+  tavrix settings set nameTemplate '{year}-{month:nameCap} {city}'
   tavrix settings reset eventGapHours
 )"};
 
 inline constexpr HelpText presets{
-    R"(tavrix presets — шаблоны имён папок: готовые и сохранённые.
-tavrix presets save NAME JSON — сохраняет шаблон; прежний с тем же названием заменяется.
+    R"(tavrix presets — шаблоны имён папок, готовые и сохранённые, и что даёт каждый.
+tavrix presets save NAME TEMPLATE — сохраняет шаблон; прежний с тем же
+названием заменяется.
 tavrix presets delete NAME — удаляет сохранённый шаблон.
 
-Чтобы папки назывались по шаблону: tavrix settings set nameTemplate JSON.
+TEMPLATE — шаблон вида '{year} {city}', название другого шаблона или JSON;
+все блоки показывает tavrix template --help.
 
 Примеры:
   tavrix presets
-  tavrix presets save 'Год и город' \
-    '{"tokens":[{"year":{"_0":"full"}},{"literal":{"_0":" "}},{"city":{"_0":"asIs"}}],"language":"russian"}'
+  tavrix presets save 'Год и город' '{year} {city}'
+  tavrix settings set nameTemplate 'Год и город'
+  tavrix groups ТЕЛЕФОН --set nameTemplate='Месяц словом'
   tavrix presets delete 'Год и город'
 )",
-    R"(tavrix presets — templates of folder names: the built-in and the saved ones.
-tavrix presets save NAME JSON — saves a template; an earlier one of the same name is replaced.
+    R"(tavrix presets — templates of folder names, built-in and saved, with examples.
+tavrix presets save NAME TEMPLATE — saves a template; an earlier one of the same
+name is replaced.
 tavrix presets delete NAME — deletes a saved template.
 
-To name folders by a template: tavrix settings set nameTemplate JSON.
+TEMPLATE is a template such as '{year} {city}', the title of another template,
+or JSON; tavrix template --help lists all blocks.
 
 Examples:
   tavrix presets
-  tavrix presets save 'Year and city' \
-    '{"tokens":[{"year":{"_0":"full"}},{"literal":{"_0":" "}},{"city":{"_0":"asIs"}}],"language":"english"}'
+  tavrix presets save 'Year and city' '{year} {city}'
+  tavrix settings set nameTemplate 'Year and city'
+  tavrix groups PHONE --set nameTemplate='Month in words'
   tavrix presets delete 'Year and city'
 )"};
 

@@ -283,7 +283,7 @@ void JsonPrinter::name(const std::string& name) {
   json.beginObject().field("name", name).endObject().finish();
 }
 
-void JsonPrinter::presets(const std::vector<NamePresets::Builtin>& presets) {
+void JsonPrinter::presets(const std::vector<NamePresets::Builtin>& presets, const std::string&) {
   JsonWriter json{sink_};
   json.beginArray();
   for (const NamePresets::Builtin& preset : presets) {

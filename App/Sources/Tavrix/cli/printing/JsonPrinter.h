@@ -28,10 +28,11 @@ class JsonPrinter : public ResultPrinter {
   void placeNamesReset(bool hadAny) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
-  void presets(const std::vector<NamePresets::Builtin>& presets) override;
+  void presets(const std::vector<NamePresets::Builtin>& presets,
+               const std::string& systemLocaleID) override;
   void settings(const std::vector<KeptSetting>& settings) override;
   void templates(const std::vector<NamePresets::Builtin>& builtins,
-                 const std::vector<SavedPreset>& saved) override;
+                 const std::vector<SavedPreset>& saved, const std::string& systemLocaleID) override;
   void templateDeleted(const std::string& name) override;
   void templatesForgotten() override;
 

@@ -106,11 +106,15 @@ class ResultPrinter {
   virtual void snapshotWritten(const std::string& path, std::uint64_t items) = 0;
   /// Prints a folder name.
   virtual void name(const std::string& name) = 0;
-  virtual void presets(const std::vector<NamePresets::Builtin>& presets) = 0;
+  /// Prints the built-in name templates. For people, with what each gives on a machine of this
+  /// locale.
+  virtual void presets(const std::vector<NamePresets::Builtin>& presets,
+                       const std::string& systemLocaleID) = 0;
   virtual void settings(const std::vector<KeptSetting>& settings) = 0;
-  /// Prints the built-in and the saved name templates.
+  /// As presets(), for built-in and saved name templates.
   virtual void templates(const std::vector<NamePresets::Builtin>& builtins,
-                         const std::vector<SavedPreset>& saved) = 0;
+                         const std::vector<SavedPreset>& saved,
+                         const std::string& systemLocaleID) = 0;
   virtual void templateDeleted(const std::string& name) = 0;
   virtual void templatesForgotten() = 0;
 };

@@ -24,7 +24,7 @@ void JsonPrinter::settings(const std::vector<KeptSetting>& settings) {
 }
 
 void JsonPrinter::templates(const std::vector<NamePresets::Builtin>& builtins,
-                            const std::vector<SavedPreset>& saved) {
+                            const std::vector<SavedPreset>& saved, const std::string&) {
   JsonWriter json{sink_};
   json.beginObject().key("builtin").beginArray();
   for (const NamePresets::Builtin& builtin : builtins) {
@@ -46,6 +46,6 @@ void JsonPrinter::templateDeleted(const std::string& name) {
   json.beginObject().field("deleted", name).endObject().finish();
 }
 
-void JsonPrinter::templatesForgotten() { templates({}, {}); }
+void JsonPrinter::templatesForgotten() { templates({}, {}, {}); }
 
 }  // namespace tavrix::cli

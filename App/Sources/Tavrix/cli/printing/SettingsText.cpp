@@ -1,25 +1,14 @@
-#include <fmt/format.h>
-
+#include "cli/printing/TemplateText.h"
 #include "cli/printing/TextPrinter.h"
 #include "cli/sentences/SettingsSentences.h"
+#include "cli/sentences/TemplateSentences.h"
 #include "foundation/Text.h"
 #include "naming/NameTemplateCoding.h"
-#include "settings/defaults/DefaultsFile.h"
 
 namespace tavrix::cli {
 namespace {
 
 constexpr const char* noValue = "—";
-
-std::string inOneLine(const JsonValue& value) {
-  StringSink sink;
-  JsonWriter json{sink, JsonLayout::line};
-  writeValue(json, value);
-  json.finish();
-  std::string text = sink.text();
-  text.pop_back();
-  return text;
-}
 
 /// Returns the value in the form that `settings set` accepts.
 std::string valueText(const KeptSetting& setting) {
@@ -31,15 +20,8 @@ std::string valueText(const KeptSetting& setting) {
   if (setting.key == "homeOverride" && latitude != nullptr && longitude != nullptr) {
     return inOneLine(*latitude) + "," + inOneLine(*longitude);
   }
+  if (setting.key == "nameTemplate") return templateText(NameTemplateCoding::decode(value));
   return printable(inOneLine(value));
-}
-
-std::string templateLine(const NameTemplate& nameTemplate) {
-  StringSink sink;
-  JsonWriter json{sink, JsonLayout::line};
-  NameTemplateCoding::encode(nameTemplate, json);
-  json.finish();
-  return "  " + printable(sink.text().substr(0, sink.text().size() - 1));
 }
 
 }  // namespace
@@ -57,16 +39,32 @@ void TextPrinter::settings(const std::vector<KeptSetting>& settings) {
       });
 }
 
+void TextPrinter::templateLines(const NameTemplate& nameTemplate,
+                                const std::string& systemLocaleID) {
+  line("  " + templateText(nameTemplate));
+  line("  " +
+       say(language_, sentences::presetExample, templateExample(nameTemplate, systemLocaleID)));
+}
+
+void TextPrinter::presets(const std::vector<NamePresets::Builtin>& presets,
+                          const std::string& systemLocaleID) {
+  for (const NamePresets::Builtin& preset : presets) {
+    line(std::string{language_ == Language::russian ? preset.russian : preset.english});
+    templateLines(preset.nameTemplate, systemLocaleID);
+  }
+}
+
 void TextPrinter::templates(const std::vector<NamePresets::Builtin>& builtins,
-                            const std::vector<SavedPreset>& saved) {
+                            const std::vector<SavedPreset>& saved,
+                            const std::string& systemLocaleID) {
   for (const NamePresets::Builtin& builtin : builtins) {
     line(say(language_, sentences::builtinPreset,
              language_ == Language::russian ? builtin.russian : builtin.english));
-    line(templateLine(builtin.nameTemplate));
+    templateLines(builtin.nameTemplate, systemLocaleID);
   }
   for (const SavedPreset& preset : saved) {
     line(say(language_, sentences::savedPreset, printable(preset.name)));
-    line(templateLine(preset.nameTemplate));
+    templateLines(preset.nameTemplate, systemLocaleID);
   }
 }
 

@@ -122,11 +122,4 @@ void TextPrinter::snapshotWritten(const std::string& path, std::uint64_t items) 
 
 void TextPrinter::name(const std::string& name) { line(name); }
 
-void TextPrinter::presets(const std::vector<NamePresets::Builtin>& presets) {
-  for (const NamePresets::Builtin& preset : presets) {
-    line(std::string{language_ == Language::russian ? preset.russian : preset.english});
-    sink_.write(NameTemplateCoding::encodeText(preset.nameTemplate));
-  }
-}
-
 }  // namespace tavrix::cli

@@ -36,10 +36,11 @@ class TextPrinter : public ResultPrinter {
   void placeNamesReset(bool hadAny) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
-  void presets(const std::vector<NamePresets::Builtin>& presets) override;
+  void presets(const std::vector<NamePresets::Builtin>& presets,
+               const std::string& systemLocaleID) override;
   void settings(const std::vector<KeptSetting>& settings) override;
   void templates(const std::vector<NamePresets::Builtin>& builtins,
-                 const std::vector<SavedPreset>& saved) override;
+                 const std::vector<SavedPreset>& saved, const std::string& systemLocaleID) override;
   void templateDeleted(const std::string& name) override;
   void templatesForgotten() override;
 
@@ -72,6 +73,9 @@ class TextPrinter : public ResultPrinter {
   void failures(const TransferResult& result);
   void findings(const CopyVerification::Report& report);
   std::string reasonOf(const CopyVerification::CheckedFile& file) const;
+
+  /// Prints a template under its title: how it is typed, and what it gives.
+  void templateLines(const NameTemplate& nameTemplate, const std::string& systemLocaleID);
 
   void placeTree(const PlaceTree& tree);
   void folders(const PlanResult& result);

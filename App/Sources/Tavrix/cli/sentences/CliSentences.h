@@ -94,8 +94,9 @@ inline constexpr Sentence<> allowedTimeZone{"часовой пояс вида Eu
 inline constexpr Sentence<> allowedPoint{"широта и долгота в градусах вида 55.75,37.62",
                                          "latitude and longitude in degrees such as 55.75,37.62"};
 inline constexpr Sentence<> allowedText{"любой текст", "any text"};
-inline constexpr Sentence<Text> allowedTemplate{"шаблон имени в виде JSON ({})",
-                                                "a name template as JSON ({})"};
+inline constexpr Sentence<> allowedTemplate{
+    "шаблон вида {{year}}-{{month}} {{city}}, название шаблона или JSON",
+    "a template such as {{year}}-{{month}} {{city}}, the title of a template, or JSON"};
 inline constexpr Sentence<> allowedTextMap{
     R"(объект JSON с именами папок вида {{"event-2026-05-20":"Дача"}})",
     R"(a JSON object with folder names such as {{"event-2026-05-20":"Picnic"}})"};

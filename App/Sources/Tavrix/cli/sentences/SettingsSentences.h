@@ -57,8 +57,8 @@ inline constexpr Sentence<> homeNameWithoutHome{
     "Only a home that you have set can have a name; set it first: tavrix settings set "
     "homeOverride=41.9,12.5."};
 inline constexpr Sentence<> savedPresetsElsewhere{
-    "Шаблоны сохраняет другая команда: tavrix presets save НАЗВАНИЕ JSON.",
-    "Templates are saved by another command: tavrix presets save NAME JSON."};
+    "Шаблоны сохраняет другая команда: tavrix presets save НАЗВАНИЕ ШАБЛОН.",
+    "Templates are saved by another command: tavrix presets save NAME TEMPLATE."};
 inline constexpr Sentence<> resetNamesNothing{
     "Укажите настройку, которую нужно сбросить, или --all.",
     "Name the setting to reset, or add --all."};

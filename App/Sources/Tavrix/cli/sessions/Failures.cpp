@@ -8,6 +8,7 @@
 #include "cli/call/Surroundings.h"
 #include "cli/sentences/ChoiceSentences.h"
 #include "cli/sentences/CliSentences.h"
+#include "cli/sentences/TemplateSentences.h"
 #include "cli/sentences/VerifySentences.h"
 #include "cli/sessions/TemplateFaults.h"
 #include "foundation/Sentences.h"
@@ -19,40 +20,6 @@
 
 namespace tavrix::cli {
 namespace {
-
-std::string allowedText(Language language, const SettingError& error) {
-  const auto text = [&](const Sentence<>& sentence) { return say(language, sentence); };
-  switch (error.form) {
-    case SettingForm::boolean:
-      return text(sentences::allowedBoolean);
-    case SettingForm::choice:
-      return joined(error.choices);
-    case SettingForm::atLeastZero:
-      return text(sentences::allowedAtLeastZero);
-    case SettingForm::fraction:
-      return text(sentences::allowedFraction);
-    case SettingForm::count:
-      return text(sentences::allowedCount);
-    case SettingForm::day:
-      return text(sentences::allowedDay);
-    case SettingForm::timeZone:
-      return text(sentences::allowedTimeZone);
-    case SettingForm::point:
-      return text(sentences::allowedPoint);
-    case SettingForm::text:
-      return text(sentences::allowedText);
-    case SettingForm::nameTemplate:
-      return say(language, sentences::allowedTemplate,
-                 error.template_ ? templateFaultText(language, *error.template_, error.value) : "");
-    case SettingForm::textMap:
-      return text(sentences::allowedTextMap);
-    case SettingForm::places:
-      return text(sentences::allowedPlaces);
-    case SettingForm::merges:
-      return text(sentences::allowedMerges);
-  }
-  return {};
-}
 
 std::string snapshotFaultText(Language language, const SnapshotError& error) {
   using Kind = SnapshotError::Kind;
@@ -146,6 +113,40 @@ CommandFailure snapshotFailure(Language language, const std::string& path, const
                                    tavrix::sentences::systemErrorText(language, error.code()))};
 }
 
+std::string allowedText(Language language, SettingForm form,
+                        const std::vector<std::string_view>& choices) {
+  const auto text = [&](const Sentence<>& sentence) { return say(language, sentence); };
+  switch (form) {
+    case SettingForm::boolean:
+      return text(sentences::allowedBoolean);
+    case SettingForm::choice:
+      return joined(choices);
+    case SettingForm::atLeastZero:
+      return text(sentences::allowedAtLeastZero);
+    case SettingForm::fraction:
+      return text(sentences::allowedFraction);
+    case SettingForm::count:
+      return text(sentences::allowedCount);
+    case SettingForm::day:
+      return text(sentences::allowedDay);
+    case SettingForm::timeZone:
+      return text(sentences::allowedTimeZone);
+    case SettingForm::point:
+      return text(sentences::allowedPoint);
+    case SettingForm::text:
+      return text(sentences::allowedText);
+    case SettingForm::nameTemplate:
+      return text(sentences::allowedTemplate);
+    case SettingForm::textMap:
+      return text(sentences::allowedTextMap);
+    case SettingForm::places:
+      return text(sentences::allowedPlaces);
+    case SettingForm::merges:
+      return text(sentences::allowedMerges);
+  }
+  return {};
+}
+
 CommandFailure settingFailure(Language language, const SettingError& error) {
   const std::string key = forSentence(error.key);
   switch (error.kind) {
@@ -161,14 +162,20 @@ CommandFailure settingFailure(Language language, const SettingError& error) {
     case SettingError::Kind::badValue:
       break;
   }
-  return {ExitStatus::usage, say(language, sentences::settingBadValue, key,
-                                 forSentence(error.value), allowedText(language, error))};
+  const std::string value = forSentence(error.value);
+  if (error.template_) {
+    return {ExitStatus::usage, say(language, sentences::settingBadTemplate, key, value,
+                                   templateFaultText(language, *error.template_, error.value))};
+  }
+  return {ExitStatus::usage, say(language, sentences::settingBadValue, key, value,
+                                 allowedText(language, error.form, error.choices))};
 }
 
 CommandFailure variableFailure(Language language, std::string_view variable,
                                const SettingError& error) {
-  return {ExitStatus::usage, say(language, sentences::variableBadValue, variable,
-                                 forSentence(error.value), allowedText(language, error))};
+  return {ExitStatus::usage,
+          say(language, sentences::variableBadValue, variable, forSentence(error.value),
+              allowedText(language, error.form, error.choices))};
 }
 
 CommandFailure failureOf(Language language, const std::string& destination,

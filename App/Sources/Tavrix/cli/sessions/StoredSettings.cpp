@@ -1,7 +1,11 @@
 #include "cli/sessions/StoredSettings.h"
 
+#include <cerrno>
+
+#include "cli/sentences/SettingNoteSentences.h"
 #include "cli/sentences/SettingsSentences.h"
 #include "foundation/Sentences.h"
+#include "settings/PersistedSettings.h"
 #include "text/SentenceParts.h"
 
 namespace tavrix::cli {
@@ -15,7 +19,19 @@ std::string damageText(Language language, const DefaultsFault& fault) {
              fault.position->column);
 }
 
-std::string faultText(Language language, const DefaultsFault& fault) {
+/// Returns the sentence for something else in place of the file.
+std::string notFileText(Language language, const DefaultsFault& fault, bool isSaving) {
+  std::string text = say(language, sentences::isFolder);
+  if (fault.code == ELOOP) text = say(language, sentences::isLinkCircle);
+  if (!fault.target.empty()) {
+    text = say(language, sentences::isLinkToFolder, forSentence(fault.target));
+  }
+  return say(language, isSaving ? sentences::defaultsNotSavedNotFile : sentences::defaultsNotFile,
+             forSentence(fault.path), text);
+}
+
+/// Returns the sentence for a fault while reading the settings or, if `isSaving`, changing them.
+std::string faultText(Language language, const DefaultsFault& fault, bool isSaving) {
   switch (fault.kind) {
     case DefaultsFault::Kind::damaged:
       return damageText(language, fault);
@@ -24,6 +40,8 @@ std::string faultText(Language language, const DefaultsFault& fault) {
     case DefaultsFault::Kind::unreadable:
       return say(language, sentences::defaultsUnreadable, forSentence(fault.path),
                  tavrix::sentences::systemErrorText(language, fault.code));
+    case DefaultsFault::Kind::notFile:
+      return notFileText(language, fault, isSaving);
     case DefaultsFault::Kind::unwritable:
       return say(language, sentences::defaultsNotSaved, forSentence(fault.path),
                  tavrix::sentences::systemErrorText(language, fault.code));
@@ -48,10 +66,15 @@ std::optional<std::string> keptLanguage(const Surroundings& surroundings) {
   return language;
 }
 
+std::vector<SavedPreset> keptPresets(const Surroundings& surroundings) {
+  if (surroundings.defaults == nullptr) return {};
+  return PersistedSettings::read(*surroundings.defaults, {}).savedPresets;
+}
+
 void tellDefaultsFaults(const Surroundings& surroundings, const Messages& messages) {
   if (surroundings.defaults == nullptr) return;
   for (const DefaultsFault& fault : surroundings.defaults->takeFaults()) {
-    messages.warn(faultText(messages.form().language, fault));
+    messages.warn(faultText(messages.form().language, fault, false));
   }
 }
 
@@ -72,9 +95,9 @@ void keep(const CommandContext& context, const DefaultsChanges& changes) {
     // A file that cannot be read takes no change either.
     if (fault.kind == DefaultsFault::Kind::unreadable) fault.kind = DefaultsFault::Kind::unwritable;
     if (losesChange(fault)) {
-      throw CommandFailure{ExitStatus::stopped, faultText(context.language(), fault)};
+      throw CommandFailure{ExitStatus::stopped, faultText(context.language(), fault, true)};
     }
-    context.warn(faultText(context.language(), fault));
+    context.warn(faultText(context.language(), fault, false));
   }
 }
 

@@ -7,6 +7,7 @@
 #include "cli/call/Surroundings.h"
 #include "cli/sessions/CommandContext.h"
 #include "foundation/Sentence.h"
+#include "settings/SavedPreset.h"
 #include "settings/defaults/UserDefaults.h"
 
 namespace tavrix::cli {
@@ -18,6 +19,9 @@ bool isLanguageChoice(std::string_view text);
 /// Returns the language that the user keeps: "ru", "en" or "system". Returns nullopt if none is
 /// kept or its value is invalid.
 std::optional<std::string> keptLanguage(const Surroundings& surroundings);
+
+/// Returns the presets that the user has saved.
+std::vector<SavedPreset> keptPresets(const Surroundings& surroundings);
 
 /// Reports on standard error the faults of the user defaults since the last report.
 void tellDefaultsFaults(const Surroundings& surroundings, const Messages& messages);

@@ -57,8 +57,8 @@ std::string tooLargeText(Language language, const Details& details) {
 }
 
 /// Returns the fault without the number of its token.
-std::string faultText(Language language, const NameTemplateError& error,
-                      std::string_view nameTemplate) {
+std::string faultInToken(Language language, const NameTemplateError& error,
+                         std::string_view nameTemplate) {
   const Details& details = error.details();
   const std::string key = forSentence(details.key);
   const std::string value = forSentence(details.value);
@@ -88,29 +88,37 @@ std::string faultText(Language language, const NameTemplateError& error,
   return {};
 }
 
-}  // namespace
-
-NameTemplate readTemplate(Language language, const std::string& json) {
-  try {
-    return NameTemplateCoding::decodeText(json);
-  } catch (const NameTemplateError& error) {
-    throw CommandFailure{ExitStatus::usage, say(language, sentences::templateRejected,
-                                                say(language, sentences::theTemplate),
-                                                templateFaultText(language, error, json))};
-  }
-}
-
-std::string templateFaultText(Language language, const NameTemplateError& error,
-                              std::string_view nameTemplate) {
+std::string jsonFaultText(Language language, const NameTemplateError& error,
+                          std::string_view nameTemplate) {
   const Details& details = error.details();
-  if (!details.tokenIndex) return faultText(language, error, nameTemplate);
+  if (!details.tokenIndex) return faultInToken(language, error, nameTemplate);
   const std::uint64_t number = *details.tokenIndex + 1;
   // For a fault in a token, the key is "tokens" only if the token itself is not an object.
   if (error.kind() == NameTemplateError::Kind::wrongType && details.key == "tokens") {
     return say(language, sentences::templateTokenNotObject, number);
   }
   return say(language, sentences::templateInToken, number,
-             faultText(language, error, nameTemplate));
+             faultInToken(language, error, nameTemplate));
+}
+
+}  // namespace
+
+NameTemplate readTemplate(Language language, const std::string& text,
+                          const std::vector<SavedPreset>& saved) {
+  auto given = givenTemplate(text, saved);
+  if (const auto* const fault = std::get_if<TemplateFault>(&given)) {
+    failUsage(say(language, sentences::templateRejected, say(language, sentences::theTemplate),
+                  templateFaultText(language, *fault, text)));
+  }
+  return std::get<NameTemplate>(std::move(given));
+}
+
+std::string templateFaultText(Language language, const TemplateFault& fault,
+                              std::string_view nameTemplate) {
+  if (const auto* const typed = std::get_if<TypedTemplateError>(&fault)) {
+    return typedTemplateFaultText(language, *typed);
+  }
+  return jsonFaultText(language, std::get<NameTemplateError>(fault), nameTemplate);
 }
 
 }  // namespace tavrix::cli

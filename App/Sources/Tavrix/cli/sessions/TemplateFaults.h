@@ -4,16 +4,18 @@
 #include <string_view>
 
 #include "foundation/Sentence.h"
-#include "naming/NameTemplateCoding.h"
+#include "settings/GivenTemplate.h"
 
 namespace tavrix::cli {
 
-/// Reads the JSON text of a template that was given in a call. Throws CommandFailure.
-NameTemplate readTemplate(Language language, const std::string& json);
+/// Returns the template that was given in a call (see givenTemplate()). Throws CommandFailure.
+NameTemplate readTemplate(Language language, const std::string& text,
+                          const std::vector<SavedPreset>& saved);
 
-/// Returns the fault of a template as a part of a sentence. `nameTemplate` is the text that was
+/// Return the fault of a template as a part of a sentence. `nameTemplate` is the text that was
 /// read.
-std::string templateFaultText(Language language, const NameTemplateError& error,
+std::string templateFaultText(Language language, const TemplateFault& fault,
                               std::string_view nameTemplate);
+std::string typedTemplateFaultText(Language language, const TypedTemplateError& error);
 
 }  // namespace tavrix::cli

@@ -48,7 +48,7 @@ TEST_F(SettingsCommandTest, lookingAtThem_writesNothing) {
   EXPECT_THAT(settings({}).out, AllOf(HasSubstr("eventGapHours"), HasSubstr("исходная"),
                                       Not(HasSubstr("задана")), Not(HasSubstr("uiMode"))));
   EXPECT_THAT(presets({}).out,
-              HasSubstr("Дата — Город (идёт с программой)\n  {\"language\":\"system\""));
+              HasSubstr("Дата — Город (идёт с программой)\n  {year}-{month}-{day} — {city}\n"));
   EXPECT_FALSE(tester.folder.has("config"));
 }
 
@@ -275,9 +275,7 @@ TEST_F(SettingsCommandTest, templates_areSavedReplacedAndDeleted) {
   ASSERT_EQ(saved().size(), 2U);
   EXPECT_EQ(saved()[0],
             parseJson(R"({"name":"Город","template":{"tokens":[],"language":"system"}})"));
-  EXPECT_THAT(presets({}).out, EndsWith("Год (сохранённый)\n  "
-                                        R"({"language":"system","tokens":[{"year":{"_0":"full"}}]})"
-                                        "\n"));
+  EXPECT_THAT(presets({}).out, EndsWith("Год (сохранённый)\n  {year}\n  например: 2026\n"));
   EXPECT_EQ(presets({"delete", "Город"}).out, "Шаблон «Город» удалён.\n");
   ASSERT_EQ(saved().size(), 1U);
   EXPECT_EQ(presets({"--json"}).json().member("builtin")->asArray()->size(), 5U);
@@ -291,9 +289,10 @@ TEST_F(SettingsCommandTest, wrongTemplates_areRefused) {
   const std::vector<Row> rows{
       {{"save", " ", cityTemplate}, "должно быть название"},
       {{"save", "Дата — Город", cityTemplate}, "идёт с программой"},
-      {{"save", "Month in words", cityTemplate}, "идёт с программой"},
-      {{"save", "a", "{"}, "это не JSON"},
-      {{"save", "a"}, "Не хватает JSON"},
+      {{"save", "month in WORDS", cityTemplate}, "идёт с программой"},
+      {{"save", "a", "{\""}, "это не JSON"},
+      {{"save", "a", "{yaer}"}, "в столбце 2 неизвестный блок «yaer» (может быть, year?)"},
+      {{"save", "a"}, "Не хватает TEMPLATE"},
       {{"delete", "a"}, "Сохранённого шаблона «a» нет"},
       {{"delete", "Date — city"}, "удалить его нельзя"},
   };

@@ -17,7 +17,36 @@ namespace {
 
 using Kind = DefaultsFault::Kind;
 
-const std::string fileName{DefaultsFile::fileName};
+/// A file by its folder and its name in it.
+struct FilePlace {
+  std::string directory;
+  std::string name;
+};
+
+/// Returns the file to which `path` leads through symbolic links, or `path` itself if it is none.
+/// The file may be missing. Throws FileError: ELOOP if the links form a circle, EISDIR with the
+/// path of the folder if they lead to one.
+FilePlace followed(const std::string& path) {
+  namespace fs = std::filesystem;
+  constexpr int mostLinks = 40;
+  fs::path current{path};
+  for (int links = 0;; ++links) {
+    std::error_code error;
+    const fs::path target = fs::read_symlink(current, error);
+    if (error) break;
+    if (links == mostLinks) throw FileError{FileOperation::open, path, ELOOP};
+    current = current.parent_path() / target;
+    // "folder/" means the same as "folder".
+    if (!current.has_filename()) current = current.parent_path();
+  }
+  std::error_code error;
+  if (fs::is_directory(current, error)) {
+    throw FileError{FileOperation::open, current.string(), EISDIR};
+  }
+  return {current.parent_path().string(), current.filename().string()};
+}
+
+bool isNoFile(const FileError& error) { return error.code() == EISDIR || error.code() == ELOOP; }
 
 std::unique_ptr<Folder> openOrCreate(const std::string& directory, bool createsIt) {
   if (createsIt) {
@@ -47,10 +76,10 @@ bool lockPatiently(Folder& folder) {
 }
 
 /// Returns nullopt if there is no file. Throws FileError, and JsonError if the file is damaged.
-std::optional<DefaultsObjects> readIn(const Folder& folder) {
-  if (!folder.status(fileName)) return std::nullopt;
+std::optional<DefaultsObjects> readIn(const Folder& folder, const std::string& name) {
+  if (!folder.status(name)) return std::nullopt;
   try {
-    return DefaultsFile::decode(folder.readFile(fileName, DefaultsFile::largestBytes));
+    return DefaultsFile::decode(folder.readFile(name, DefaultsFile::largestBytes));
   } catch (const FileError& error) {
     if (error.code() == EFBIG) throw JsonError{JsonError::Kind::rejected, {}};
     // Another process has removed the file in the meantime.
@@ -72,26 +101,33 @@ bool isReadable(const std::string& text) {
 
 }  // namespace
 
-FileDefaults::FileDefaults(const std::string& directory)
-    : FileDefaults(directory,
-                   [directory](bool createsIt) { return openOrCreate(directory, createsIt); }) {}
+FileDefaults::FileDefaults(const std::string& directory) : FileDefaults(directory, openOrCreate) {}
 
 FileDefaults::FileDefaults(const std::string& directory, FolderOpener open)
-    : path_(directory + "/" + fileName), open_(std::move(open)) {
+    : path_(directory + "/" + std::string{DefaultsFile::fileName}), open_(std::move(open)) {
   load();
 }
 
 void FileDefaults::load() {
   try {
-    const auto folder = open_(false);
-    if (folder != nullptr) objects_ = readIn(*folder).value_or(DefaultsObjects{});
+    const FilePlace file = followed(path_);
+    const auto folder = open_(file.directory, false);
+    if (folder != nullptr) objects_ = readIn(*folder, file.name).value_or(DefaultsObjects{});
   } catch (const JsonError& error) {
     DefaultsFault fault{.kind = Kind::damaged, .path = path_};
     if (error.kind() != JsonError::Kind::rejected) fault.position = error.position();
     report(std::move(fault));
   } catch (const FileError& error) {
-    report({.kind = Kind::unreadable, .path = path_, .code = error.code()});
+    report(isNoFile(error)
+               ? notFile(error)
+               : DefaultsFault{.kind = Kind::unreadable, .path = path_, .code = error.code()});
   }
+}
+
+DefaultsFault FileDefaults::notFile(const FileError& error) const {
+  DefaultsFault fault{.kind = Kind::notFile, .path = path_, .code = error.code()};
+  if (error.path() != path_) fault.target = error.path();
+  return fault;
 }
 
 std::optional<JsonValue> FileDefaults::object(std::string_view key) const {
@@ -131,10 +167,15 @@ void FileDefaults::apply(const DefaultsChanges& changes) {
 void FileDefaults::store() {
   std::unique_ptr<Folder> folder;
   try {
-    folder = open_(true);
+    const FilePlace file = followed(path_);
+    // The folder of another place, such as a disk that is not mounted, is not created.
+    const bool isOwn = file.directory == parentPath(path_);
+    folder = open_(file.directory, isOwn);
+    if (folder == nullptr) throw FileError{FileOperation::open, file.directory, ENOENT};
     if (!lockPatiently(*folder)) return report({.kind = Kind::busy, .path = path_});
-    storeIn(*folder);
+    storeIn(*folder, file.name);
   } catch (const FileError& error) {
+    if (isNoFile(error)) return report(notFile(error));
     // An unreadable file may contain the user's choices, so it is not replaced.
     const bool isReading = error.operation() == FileOperation::open ||
                            error.operation() == FileOperation::read ||
@@ -145,8 +186,8 @@ void FileDefaults::store() {
   }
 }
 
-void FileDefaults::storeIn(Folder& folder) {
-  const DefaultsObjects stored = storedIn(folder);
+void FileDefaults::storeIn(Folder& folder, const std::string& name) {
+  const DefaultsObjects stored = storedIn(folder, name);
   DefaultsObjects changed = withChanges(stored, unstored_);
   const std::string text = DefaultsFile::encode(changed);
   if (!isReadable(text)) {
@@ -156,27 +197,27 @@ void FileDefaults::storeIn(Folder& folder) {
     return report({.kind = Kind::tooLarge, .path = path_});
   }
   if (text != DefaultsFile::encode(stored)) {
-    writeFileAtomically(folder, fileName, text);
-    removeLeftOvers(folder, fileName);
+    writeFileAtomically(folder, name, text);
+    removeLeftOvers(folder, name);
   }
   objects_ = withChanges(std::move(changed), unstorable_);
   unstored_.clear();
 }
 
 /// Returns the content of the file. A damaged file is set aside.
-DefaultsObjects FileDefaults::storedIn(Folder& folder) {
+DefaultsObjects FileDefaults::storedIn(Folder& folder, const std::string& name) {
   try {
-    return readIn(folder).value_or(DefaultsObjects{});
+    return readIn(folder, name).value_or(DefaultsObjects{});
   } catch (const JsonError&) {
-    setAside(folder);
+    setAside(folder, name);
     return {};
   }
 }
 
-void FileDefaults::setAside(Folder& folder) {
-  std::string aside = fileName + ".damaged";
-  for (int number = 2; !folder.renameWithoutReplacing(fileName, aside); ++number) {
-    aside = fileName + ".damaged-" + std::to_string(number);
+void FileDefaults::setAside(Folder& folder, const std::string& name) {
+  std::string aside = name + ".damaged";
+  for (int number = 2; !folder.renameWithoutReplacing(name, aside); ++number) {
+    aside = name + ".damaged-" + std::to_string(number);
   }
   report({.kind = Kind::setAside, .path = path_, .keptAs = folder.path() + "/" + aside});
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/files/FileError.h"
 #include "foundation/files/Folder.h"
 #include "settings/defaults/UserDefaults.h"
 
@@ -22,11 +23,15 @@ namespace tavrix {
 /// The first change renames a damaged file by appending ".damaged" (".damaged-2", … if that name is
 /// taken) and starts a new one. A change that cannot be stored still applies to this process. It is
 /// tried again with the next change, unless it was too large.
+///
+/// If "defaults.json" is a symbolic link, all this applies to the file at its end: the link stays,
+/// and a missing file is created there if its folder exists.
 class FileDefaults : public UserDefaults {
  public:
-  /// Opens the folder of the file. If it is missing, creates it when `createsIt` is true and
-  /// returns nullptr otherwise. Throws FileError.
-  using FolderOpener = std::function<std::unique_ptr<Folder>(bool createsIt)>;
+  /// Opens the folder that contains the file. If it is missing, creates it when `createsIt` is true
+  /// and returns nullptr otherwise. Throws FileError.
+  using FolderOpener =
+      std::function<std::unique_ptr<Folder>(const std::string& directory, bool createsIt)>;
 
   /// Creates nothing on disk before the first change.
   explicit FileDefaults(const std::string& directory);
@@ -36,14 +41,16 @@ class FileDefaults : public UserDefaults {
   std::vector<std::string> keys() const override;
   void apply(const DefaultsChanges& changes) override;
   std::vector<DefaultsFault> takeFaults() override;
+  std::string path() const override { return path_; }
 
  private:
   void load();
   bool changesNothing(const DefaultsChanges& changes) const;
   void store();
-  void storeIn(Folder& folder);
-  DefaultsObjects storedIn(Folder& folder);
-  void setAside(Folder& folder);
+  void storeIn(Folder& folder, const std::string& name);
+  DefaultsObjects storedIn(Folder& folder, const std::string& name);
+  void setAside(Folder& folder, const std::string& name);
+  DefaultsFault notFile(const FileError& error) const;
   void report(DefaultsFault fault);
 
   std::string path_;

@@ -33,6 +33,8 @@ class UserDefaults {
   virtual void apply(const DefaultsChanges& changes) = 0;
   /// Returns the faults since the last call, each once, in order of occurrence.
   virtual std::vector<DefaultsFault> takeFaults() = 0;
+  /// Returns the path of the file that stores the objects, for the user; "" if there is none.
+  virtual std::string path() const { return {}; }
 
   /// Return the object as this type. Return nullopt if it has another type.
   std::optional<double> number(std::string_view key) const;

@@ -48,16 +48,17 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
     std::vector<std::string> objects;
   };
   const std::vector<Row> rows{
-      {"eventGapHours", {R"("4")", "true", "null", "[]", "{}"}},
-      {"eventGapKm", {R"("30")", "{}"}},
+      {"eventGapHours", {R"("4")", "true", "null", "[]", "{}", "-1", "-0.001"}},
+      {"eventGapKm", {R"("30")", "{}", "-1e300"}},
       {"splitByDistance", {R"("true")", "null", "[0]"}},
       {"placeRadiusKm", {R"("2")"}},
       {"tripDistanceKm", {"{}"}},
       {"tripMinDays",
-       {R"("2")", "2147483648", "-2147483649", "1e300", "18446744073709551615", "false"}},
+       {R"("2")", "-1", "10001", "2147483648", "-2147483649", "1e300", "18446744073709551615",
+        "false"}},
       {"tripCityKm", {"[50]"}},
       {"tripMaxGapHours", {"null"}},
-      {"homeWindowMonths", {"4294967302", "null"}},
+      {"homeWindowMonths", {"10001", "4294967302", "null"}},
       {"manualHome",
        {"5", "[55,37]", "{}", R"({"latitude":55})", R"({"latitude":"55","longitude":37})",
         R"({"latitude":90.1,"longitude":37})", R"({"latitude":55,"longitude":-180.1})",
@@ -84,6 +85,11 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
       EXPECT_EQ(readText("{\"" + row.key + "\":" + object + "}", initial), initial)
           << row.key << ": " << object;
       EXPECT_FALSE(PersistedSettings::isTaken(row.key, parseJson(object))) << row.key << object;
+      const auto skipped =
+          PersistedSettings::skipped(MemoryDefaults{{{row.key, parseJson(object)}}});
+      ASSERT_EQ(skipped.size(), 1U) << row.key << object;
+      EXPECT_EQ(skipped[0].key, row.key);
+      EXPECT_EQ(skipped[0].object, parseJson(object));
     }
   }
 }
@@ -92,13 +98,14 @@ TEST(PersistedSettings, formsThatAPersonMayWrite_areRead) {
   Values expected = afterSetting(
       {"splitByDistance=false", "skipOptimized=true", "tripMinDays=3", "homeOverride=-90,180"});
   expected.settings.gathering.mergesByMode = {{"later", {{}}}};
-  expected.settings.gathering.eventGapHours = -1;
-  expected.settings.gathering.homeWindowMonths = 2147483647;
-  const Values values = readText(R"({"splitByDistance":false,"skipOptimized":2,"tripMinDays":3.9,
-                   "eventGapHours":-1,"homeWindowMonths":2147483647,
+  expected.settings.gathering.eventGapHours = 0;
+  expected.settings.gathering.homeWindowMonths = 10000;
+  const std::string text = R"({"splitByDistance":false,"skipOptimized":2,"tripMinDays":3.9,
+                   "eventGapHours":0,"homeWindowMonths":10000.9,
                    "manualHome":{"latitude":-90,"longitude":180,"name":null,"more":1},
-                   "mergesByMode":{"later":[[]]},"unheardOf":[]})");
-  EXPECT_EQ(values, expected);
+                   "mergesByMode":{"later":[[]]},"unheardOf":[]})";
+  EXPECT_EQ(readText(text), expected);
+  EXPECT_THAT(PersistedSettings::skipped(MemoryDefaults{DefaultsFile::decode(text)}), IsEmpty());
 }
 
 TEST(PersistedSettings, change_writesItsKeyAlone) {

@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <set>
 
+#include "settings/FolderMaking.h"
 #include "settings/SettingKeys.h"
 
 namespace tavrix {
@@ -63,6 +65,8 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"homeRadiusKm=3", [](Settings& s) { s.gathering.homeRadiusKm = 3; }},
       {"homeOverride=-55.75,37.62",
        [](Settings& s) { s.gathering.homeOverride = GeoPoint{-55.75, 37.62}; }},
+      {"homeOverride= 55.75 , 37.62 ",
+       [](Settings& s) { s.gathering.homeOverride = GeoPoint{55.75, 37.62}; }},
       {"homeOverrideName=Дача", [](Settings& s) { s.gathering.homeOverrideName = "Дача"; }},
       {"photoJPEG=true", [](Settings& s) { s.layout.photoJPEG = true; }},
       {"jpegQuality=1", [](Settings& s) { s.layout.jpegQuality = 1; }},
@@ -76,6 +80,10 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"packPerGroup=true", [](Settings& s) { s.layout.packPerGroup = true; }},
       {R"(nameTemplate={"tokens":[],"language":"english"})",
        [](Settings& s) { s.naming.nameTemplate = NameTemplate{{}, NameLanguage::english}; }},
+      {"nameTemplate={language:english}{year}",
+       [](Settings& s) {
+         s.naming.nameTemplate = NameTemplate{{name_token::Year{}}, NameLanguage::english};
+       }},
       {"geocodingEnabled=false", [](Settings& s) { s.naming.geocodingEnabled = false; }},
       {"mergeDistricts=true", [](Settings& s) { s.naming.mergeDistricts = true; }},
       {"mergeSameNames=true", [](Settings& s) { s.naming.mergeSameNames = true; }},
@@ -86,7 +94,9 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {R"(mergesByMode={"byDate":[["a","b"],[]]})",
        [](Settings& s) { s.gathering.mergesByMode = {{"byDate", {{"a", "b"}, {}}}}; }},
   };
-  EXPECT_EQ(rows.size(), settingKeys().size());
+  std::set<std::string> keys;
+  for (const Assignment& row : rows) keys.insert(row.text.substr(0, row.text.find('=')));
+  EXPECT_EQ(keys.size(), settingKeys().size());
   for (const Assignment& row : rows) {
     Settings expected;
     row.change(expected);
@@ -111,9 +121,9 @@ TEST(SettingKeys, badValue_namesKeyValueAndForm) {
       {"tripMinDays", {"-1", "10001", "2.5", "99999999999"}, SettingForm::count},
       {"periodTo", {"", "2026-02-30", "20.05.2026", "2026-5-20"}, SettingForm::day},
       {"timeZoneID", {"", "Mars/Olympus", "../../etc/passwd"}, SettingForm::timeZone},
-      {"homeOverride", {"", "55", "91,0", "0,181", "1,2,3", "a,b"}, SettingForm::point},
+      {"homeOverride", {"", "55", "91,0", "0,181", "1,2,3", "a,b", "1 2", ","}, SettingForm::point},
       {"nameTemplate",
-       {"", "[]", R"({"tokens":5,"language":"english"})"},
+       {"", "[]", "{yaer}", "Предпоследний", R"({"tokens":5,"language":"english"})"},
        SettingForm::nameTemplate},
       {"nameOverrides", {"", "[]", R"({"a":1})", "{"}, SettingForm::textMap},
       {"mergesByMode", {"", R"({"byDate":["a"]})", R"({"byDate":[[1]]})"}, SettingForm::merges},
@@ -129,6 +139,18 @@ TEST(SettingKeys, badValue_namesKeyValueAndForm) {
   }
   EXPECT_THAT(errorOf("granularity=week").choices, ElementsAre("day", "month", "year"));
   EXPECT_TRUE(errorOf("nameTemplate={").template_.has_value());
+}
+
+TEST(SettingKeys, nameTemplate_isAlsoGivenByTheTitleOfASavedPreset) {
+  const NameTemplate year{{name_token::Year{}}, NameLanguage::english};
+  const auto changed = withSetting({}, "nameTemplate=мой год", {{"Мой год", year}});
+  EXPECT_EQ(std::get<Settings>(changed).naming.nameTemplate, year);
+}
+
+TEST(SettingKeys, byteOrderMarkBeforeJson_isPassedOver) {
+  const std::string mark = "\xEF\xBB\xBF";
+  EXPECT_EQ(set("nameOverrides=" + mark + R"({"a":"b"})"), set(R"(nameOverrides={"a":"b"})"));
+  EXPECT_EQ(set("places=" + mark + R"({"cities":["Rome"]})"), set(R"(places={"cities":["Rome"]})"));
 }
 
 TEST(SettingKeys, anotherHome_hasNoNameYet) {
@@ -198,6 +220,15 @@ TEST(TransferOptions, ofSettings_knowPrefixContainerAndLayout) {
     row.change(expected);
     EXPECT_EQ(transferOptions(settings, "Anna"), expected) << row.assignments.back();
   }
+}
+
+TEST(WayBack, toATemplateOfItsOwnLanguage_isThatTemplateAsItIsTyped) {
+  const std::string typed = "nameTemplate={language:english}{year} {city:upper}";
+  const WayBack way = wayBack({}, "ru_RU", folderMaking(set(typed), "ru_RU"));
+  EXPECT_THAT(way.keys, ElementsAre("nameTemplate"));
+  EXPECT_THAT(way.assignments, ElementsAre(typed));
+  EXPECT_EQ(way.locale, std::nullopt);
+  EXPECT_TRUE(way.isComplete);
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ class FileDefaultsTest : public testing::Test {
   }
   /// Returns defaults whose folder fails according to a rule.
   FileDefaults faulty(const FaultRule& rule) const {
-    return {directory(), [rule, directory = directory()](bool) {
+    return {directory(), [rule](const std::string& directory, bool) {
               std::filesystem::create_directories(directory);
               auto folder = std::make_unique<FaultyFolder>(openFolder(directory));
               folder->faults().rule = rule;
@@ -129,7 +129,7 @@ TEST_F(FileDefaultsTest, fileThatCannotBeRead_isNeverWrittenOver) {
   std::filesystem::create_directories(path());
   home.write("config/Tavrix/defaults.json/inside", "precious");
   FileDefaults defaults{directory()};
-  const DefaultsFault fault{.kind = Kind::unreadable, .path = path(), .code = EINVAL};
+  const DefaultsFault fault{.kind = Kind::notFile, .path = path(), .code = EISDIR};
   EXPECT_THAT(defaults.takeFaults(), ElementsAre(fault));
   defaults.set("a", {1.0});
   EXPECT_THAT(defaults.takeFaults(), ElementsAre(fault));
@@ -199,6 +199,73 @@ TEST_F(FileDefaultsTest, objectTooLargeToBeReadBack_isKeptHereAndBlocksNothing) 
   EXPECT_THAT(defaults.takeFaults(), IsEmpty());
   EXPECT_EQ(defaults.object("large"), deep);
   EXPECT_THAT(FileDefaults{directory()}.keys(), ElementsAre("small"));
+}
+
+TEST_F(FileDefaultsTest, link_staysALinkToTheFileThatIsReadAndWritten) {
+  const std::string byHand = "\xEF\xBB\xBF{\"a\":1}";
+  home.write("dotfiles/tavrix.json", byHand);
+  std::filesystem::create_directories(directory());
+  std::filesystem::create_symlink("step", path());
+  std::filesystem::create_symlink("../../dotfiles/tavrix.json", path("step"));
+  FileDefaults defaults{directory()};
+  EXPECT_EQ(defaults.number("a"), 1.0);
+  defaults.set("b", {2.0});
+  EXPECT_THAT(defaults.takeFaults(), IsEmpty());
+  EXPECT_TRUE(std::filesystem::is_symlink(path()));
+  EXPECT_TRUE(std::filesystem::is_symlink(path("step")));
+  EXPECT_EQ(home.read("dotfiles/tavrix.json"), "{\n  \"a\": 1,\n  \"b\": 2\n}\n");
+  EXPECT_THAT(openFolder(home / "dotfiles")->names(), ElementsAre("tavrix.json"));
+
+  home.write("dotfiles/tavrix.json", "oops");
+  FileDefaults damaged{directory()};
+  damaged.takeFaults();
+  damaged.set("c", {3.0});
+  EXPECT_EQ(home.read("dotfiles/tavrix.json.damaged"), "oops");
+  EXPECT_THAT(FileDefaults{directory()}.keys(), ElementsAre("c"));
+}
+
+TEST_F(FileDefaultsTest, linkToAMissingFile_createsItOnlyInAnExistingFolder) {
+  std::filesystem::create_directories(directory());
+  std::filesystem::create_directories(home / "dotfiles");
+  std::filesystem::create_symlink(home / "dotfiles/new.json", path());
+  FileDefaults defaults{directory()};
+  EXPECT_THAT(defaults.takeFaults(), IsEmpty());
+  defaults.set("a", {1.0});
+  EXPECT_THAT(defaults.takeFaults(), IsEmpty());
+  EXPECT_EQ(home.read("dotfiles/new.json"), "{\n  \"a\": 1\n}\n");
+  EXPECT_TRUE(std::filesystem::is_symlink(path()));
+
+  std::filesystem::remove_all(home / "dotfiles");
+  defaults.set("b", {1.0});
+  EXPECT_THAT(defaults.takeFaults(),
+              ElementsAre(DefaultsFault{.kind = Kind::unwritable, .path = path(), .code = ENOENT}));
+  EXPECT_FALSE(home.has("dotfiles"));
+}
+
+TEST_F(FileDefaultsTest, linkThatLeadsToNoFile_isReportedAsWhatItIs) {
+  struct Row {
+    std::string target;
+    DefaultsFault fault;
+  };
+  std::filesystem::create_directories(home / "folder");
+  const DefaultsFault folder{
+      .kind = Kind::notFile, .path = path(), .code = EISDIR, .target = home / "folder"};
+  const std::vector<Row> rows{
+      {home / "folder", folder},
+      {home / "folder/", folder},
+      {"defaults.json", {.kind = Kind::notFile, .path = path(), .code = ELOOP}},
+  };
+  for (const Row& row : rows) {
+    std::filesystem::create_directories(directory());
+    std::filesystem::create_symlink(row.target, path());
+    FileDefaults defaults{directory()};
+    EXPECT_THAT(defaults.takeFaults(), ElementsAre(row.fault));
+    defaults.set("a", {1.0});
+    EXPECT_THAT(defaults.takeFaults(), ElementsAre(row.fault));
+    EXPECT_TRUE(losesChange(row.fault));
+    EXPECT_TRUE(std::filesystem::is_symlink(path()));
+    std::filesystem::remove_all(directory());
+  }
 }
 
 TEST(DefaultsFolder, goesByTheBaseDirectories) {
