@@ -41,8 +41,7 @@ TEST(TypedTemplate, blocksStylesAndText_areTokens) {
       {"{year:short}{month:abbrUpper}{day:plain}",
        {Year{YearStyle::twoDigits}, Month{MonthStyle::abbrUpper}, Day{DayStyle::plain}}},
       {"{country}{country:code}{country:upper}{country:code:lower}{country:name:capital}",
-       {Country{}, Country{CountryStyle::code},
-        Country{CountryStyle::name, TextCaseStyle::upper},
+       {Country{}, Country{CountryStyle::code}, Country{CountryStyle::name, TextCaseStyle::upper},
         Country{CountryStyle::code, TextCaseStyle::lower},
         Country{CountryStyle::name, TextCaseStyle::capital}}},
       {" {event:capital} — {period} ",
@@ -68,11 +67,17 @@ TEST(TypedTemplate, faults_areNamedWithColumnWordAndWhatIsAllowed) {
       {"{year{month}", {.kind = Kind::unclosedBrace, .column = 1}},
       {"{year}}", {.kind = Kind::strayBrace, .column = 7}},
       {"{year} {month:namecap}",
-       {Kind::unknownStyle, 15, "month", "namecap",
+       {Kind::unknownStyle,
+        15,
+        "month",
+        "namecap",
         {"pad2", "plain", "nameLower", "nameCap", "abbr", "abbrUpper"}}},
       {"{city:}", {Kind::unknownStyle, 7, "city", "", cases}},
       {"{country:kod}",
-       {Kind::unknownStyle, 10, "country", "kod",
+       {Kind::unknownStyle,
+        10,
+        "country",
+        "kod",
         {"name", "code", "asIs", "lower", "upper", "capital"}}},
       {"{country:code: big}", {Kind::unknownStyle, 16, "country", "big", cases}},
       {"{country:upper:code}", {Kind::extraWord, 16, "country", "code", {}}},
@@ -94,9 +99,8 @@ TEST(TypedTemplate, faults_areNamedWithColumnWordAndWhatIsAllowed) {
   EXPECT_EQ(unknown.kind, Kind::unknownToken);
   EXPECT_EQ(unknown.column, 3U);
   EXPECT_EQ(unknown.word, "yaer");
-  EXPECT_THAT(unknown.allowed,
-              ElementsAre("year", "month", "day", "period", "city", "country", "event",
-                          "language"));
+  EXPECT_THAT(unknown.allowed, ElementsAre("year", "month", "day", "period", "city", "country",
+                                           "event", "language"));
 }
 
 TEST(TypedTemplate, limits_areThoseOfTheJson) {
@@ -159,8 +163,8 @@ RC_GTEST_PROP(TypedTemplate, textThatIsRead_isPrintedInAFormThatMeansTheSame, ()
   std::string text;
   for (int count = *rc::gen::inRange(0, 12); count > 0; --count) {
     text += *rc::gen::element<std::string>("{", "}", "{{", "}}", "{year}", "{ city : upper}",
-                                           "{country:code:lower}", "{language:russian}", "day",
-                                           ":", " ", "я", "\n");
+                                           "{country:code:lower}", "{language:russian}", "day", ":",
+                                           " ", "я", "\n");
   }
   const auto read = TypedTemplate::parse(text);
   RC_PRE(std::holds_alternative<NameTemplate>(read));
