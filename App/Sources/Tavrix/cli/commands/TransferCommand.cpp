@@ -210,7 +210,7 @@ ExitStatus showPlan(const CommandContext& context) {
       chosenPart(context, *model.library(), *model.plan().folders, model.plan().plan);
   const TransferPlan& plan = *chosenPlan;
   tellLoaded(context, library, plan);
-  tellIdleSettings(context, library.rows);
+  tellIdleSettings(context, rowsOf(*model.plan().folders));
   const auto packing =
       packingOf(context.settings, deviceName(context),
                 context.settings.gathering.timeZone.dateAt(context.surroundings.now()));
