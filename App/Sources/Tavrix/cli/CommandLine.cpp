@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <map>
 
 #include "cli/CommandTable.h"
@@ -20,14 +19,14 @@ struct Flags {
   bool version = false;
 };
 
-constexpr std::array<std::string_view, 4> commonOptionsWithValue{"--lang", "--state", "--set",
-                                                                 "--progress"};
-
 bool takesValue(std::string_view option) {
   const auto isIt = [option](const CommandOption& own) {
     return own.flag == nullptr && own.name == option;
   };
-  return std::ranges::find(commonOptionsWithValue, option) != commonOptionsWithValue.end() ||
+  const auto isCommon = [option](const CommonOption& common) {
+    return common.takesValue && common.name == option;
+  };
+  return std::ranges::any_of(commonOptions(), isCommon) ||
          std::ranges::any_of(commandTable(), [&](const CommandSpec& command) {
            return std::ranges::any_of(command.options, isIt);
          });
@@ -192,8 +191,7 @@ class Parser {
                  : say(language_, sentences::unknownOption, first));
     }
     if (form == nullptr) {
-      const auto meant =
-          first == "help" ? std::optional<std::string>{"--help"} : nearest(first, commandWords());
+      const auto meant = nearest(first, commandWords());
       fail(meant ? say(language_, sentences::unknownCommandLike, first, *meant)
                  : say(language_, sentences::unknownCommand, first));
     }
@@ -209,9 +207,8 @@ class Parser {
   }
 
   static std::vector<std::string_view> optionsOf(const CommandSpec* form) {
-    std::vector<std::string_view> options{"--json",  "--lang",     "--set",
-                                          "--state", "--help",     "--verbose",
-                                          "--quiet", "--progress", "--version"};
+    std::vector<std::string_view> options;
+    for (const CommonOption& option : commonOptions()) options.push_back(option.name);
     if (form == nullptr) return options;
     for (const CommandOption& option : form->options) options.push_back(option.name);
     return options;

@@ -1,5 +1,6 @@
 #include "cli/CommandTable.h"
 
+#include "cli/HelpCommand.h"
 #include "cli/commands/Commands.h"
 #include "cli/help/HelpTexts.h"
 #include "cli/help/PlacesHelpTexts.h"
@@ -59,13 +60,16 @@ std::vector<CommandSpec> makeTable() {
        {"RECORD-ID"},
        showHistory,
        &help::history,
-       {{"--outcome", [](Invocation& call) -> Text& { return call.history.outcome; }},
+       {{"--outcome", [](Invocation& call) -> Text& { return call.history.outcome; }, nullptr,
+         false, "all onMac alreadyThere failed optimized"},
         {"--phone", [](Invocation& call) -> Text& { return call.history.phone; }},
-        {"--dest", [](Invocation& call) -> Text& { return call.history.destination; }},
-        {"--path", [](Invocation& call) -> Text& { return call.history.path; }},
+        {"--dest", [](Invocation& call) -> Text& { return call.history.destination; }, nullptr,
+         false, "DIR"},
+        {"--path", [](Invocation& call) -> Text& { return call.history.path; }, nullptr, false,
+         "FILE"},
         {"--asset", [](Invocation& call) -> Text& { return call.history.asset; }},
         {"--delete", nullptr, [](Invocation& call) -> bool& { return call.history.deletes; }}},
-       true},
+       1},
       {"",
        "verify",
        {"DEST"},
@@ -88,18 +92,24 @@ std::vector<CommandSpec> makeTable() {
         {"--context", [](Invocation& call) -> Text& { return call.context; }, nullptr, true}}},
       {"template", "presets", {}, listPresets, &help::templates},
       {"template", "sanitize", {"TEXT"}, sanitizeText, &help::templates},
-      {"settings", "set", {"KEY", "VALUE"}, setSetting, &help::settings, {}, true},
+      {"settings", "set", {"KEY", "VALUE"}, setSetting, &help::settings, {}, 1},
       {"settings",
        "reset",
        {"KEY"},
        resetSettings,
        &help::settings,
        {{"--all", nullptr, [](Invocation& call) -> bool& { return call.resetsAll; }}},
-       true},
-      {"", "settings", {}, listSettings, &help::settings},
+       1},
+      {"",
+       "settings",
+       {},
+       listSettings,
+       &help::settings,
+       {{"--all", nullptr, [](Invocation& call) -> bool& { return call.describesAll; }}}},
       {"presets", "save", {"NAME", "TEMPLATE"}, savePreset, &help::presets},
       {"presets", "delete", {"NAME"}, deletePreset, &help::presets},
       {"", "presets", {}, listTemplates, &help::presets},
+      {"", "help", {"TOPIC", "SUBCOMMAND"}, showHelp, &help::help, {}, 2},
   };
 }
 
@@ -109,6 +119,21 @@ std::string CommandSpec::words() const {
   std::string text{group};
   if (!text.empty()) text += ' ';
   return text.append(name);
+}
+
+std::span<const CommonOption> commonOptions() {
+  static constexpr CommonOption options[] = {
+      {"--json"},
+      {"--lang", true, "ru en system"},
+      {"--set", true, "KEY=VALUE"},
+      {"--state", true, "DIR"},
+      {"--progress", true, "bar json none"},
+      {"--quiet"},
+      {"--verbose"},
+      {"--help"},
+      {"--version"},
+  };
+  return options;
 }
 
 std::span<const CommandSpec> commandTable() {

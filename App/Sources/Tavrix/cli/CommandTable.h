@@ -16,6 +16,17 @@ namespace help {
 struct HelpText;
 }
 
+/// The values of an option for completion: words separated by spaces, "DIR" or "FILE". Empty if
+/// the value is free or there is none.
+using ValueHint = std::string_view;
+
+/// An option of every command.
+struct CommonOption {
+  std::string_view name;  ///< with its dashes
+  bool takesValue = false;
+  ValueHint hint{};
+};
+
 /// An option that belongs to one command. Exactly one of `value`, `flag` and
 /// `values` is set.
 struct CommandOption {
@@ -27,6 +38,7 @@ struct CommandOption {
   bool isRequired = false;
   /// Returns where the values of an option that can be repeated are stored.
   std::vector<std::string>& (*values)(Invocation&) = nullptr;
+  ValueHint hint{};
 };
 
 /// One command of the program: its words, its arguments, its action and its help.
@@ -37,9 +49,9 @@ struct CommandSpec {
   ExitStatus (*run)(const CommandContext&) = nullptr;
   const help::HelpText* help = nullptr;  ///< the commands of a group share one text
   std::vector<CommandOption> options{};
-  bool lastIsOptional = false;  ///< the last operand may be left out
+  std::size_t optionalOperands = 0;  ///< the last operands that may be left out
 
-  std::size_t requiredOperands() const { return operands.size() - (lastIsOptional ? 1 : 0); }
+  std::size_t requiredOperands() const { return operands.size() - optionalOperands; }
   bool takesSource() const { return !operands.empty() && operands.front() == "SOURCE"; }
   /// Returns the words that call the command, such as "marker rebuild".
   std::string words() const;
@@ -47,5 +59,7 @@ struct CommandSpec {
 
 /// Returns all commands. A new command is one row here.
 std::span<const CommandSpec> commandTable();
+/// Returns the options of every command in the order of the help.
+std::span<const CommonOption> commonOptions();
 
 }  // namespace tavrix::cli

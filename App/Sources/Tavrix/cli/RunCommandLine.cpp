@@ -53,8 +53,7 @@ Settings settingsFromVariables(Settings settings, const Invocation& call,
 /// Returns the settings of a call: initial values, overridden by those that the user keeps, then by
 /// those of the environment, then by those of the call.
 Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
-  const TimeZone zone = TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc());
-  PersistedSettings::Values kept{initialSettings(zone, surroundings.systemLocaleID), {}};
+  PersistedSettings::Values kept{initialSettings(surroundings), {}};
   if (const UserDefaults* const defaults = surroundings.defaults) {
     kept = PersistedSettings::read(*defaults, std::move(kept));
   }

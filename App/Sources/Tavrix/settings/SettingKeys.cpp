@@ -12,11 +12,21 @@ namespace {
 
 /// Sets a field from a text. Returns false if the text does not have the form of the key.
 using Setter = bool (*)(Settings&, std::string_view);
+/// Returns the value of a field. Returns nullopt if it has none.
+using Getter = std::optional<JsonValue> (*)(const Settings&);
+
+/// How a key is set and read. A setter alone makes a key whose value is not shown.
+struct Access {
+  constexpr Access(Setter setter, Getter getter = nullptr) : set(setter), get(getter) {}
+
+  Setter set;
+  Getter get;
+};
 
 struct Key {
   std::string_view name;
   SettingForm form;
-  Setter set;
+  Access access;
   std::string_view choices = {};  ///< separated by spaces
 };
 
@@ -40,16 +50,30 @@ bool store(const std::optional<Value>& value, Field& field) {
 }
 
 template <auto field>
-bool setBoolean(Settings& settings, std::string_view text) {
-  at(settings, field) = text == "true";
-  return text == "true" || text == "false";
+std::optional<JsonValue> getValue(const Settings& settings) {
+  return JsonValue{at(settings, field)};
+}
+
+/// Reads a value as its text form, which textOf() gives.
+template <auto field>
+std::optional<JsonValue> getWord(const Settings& settings) {
+  return JsonValue{std::string{textOf(at(settings, field))}};
 }
 
 template <auto field>
-bool setAtLeastZero(Settings& settings, std::string_view text) {
-  const auto number = parseFinite(text);
-  return number && *number >= 0 && store(number, at(settings, field));
-}
+constexpr Access setBoolean{[](Settings& settings, std::string_view text) {
+                              at(settings, field) = text == "true";
+                              return text == "true" || text == "false";
+                            },
+                            getValue<field>};
+
+template <auto field>
+constexpr Access setAtLeastZero{[](Settings& settings, std::string_view text) {
+                                  const auto number = parseFinite(text);
+                                  return number && *number >= 0 &&
+                                         store(number, at(settings, field));
+                                },
+                                getValue<field>};
 
 bool setJpegQuality(Settings& settings, std::string_view text) {
   const auto number = parseFinite(text);
@@ -57,11 +81,14 @@ bool setJpegQuality(Settings& settings, std::string_view text) {
 }
 
 template <auto field>
-bool setCount(Settings& settings, std::string_view text) {
-  const auto number = parseNumber<int>(text);
-  return number && *number >= 0 && *number <= largestSettingCount &&
-         store(number, at(settings, field));
-}
+constexpr Access setCount{[](Settings& settings, std::string_view text) {
+                            const auto number = parseNumber<int>(text);
+                            return number && *number >= 0 && *number <= largestSettingCount &&
+                                   store(number, at(settings, field));
+                          },
+                          [](const Settings& settings) -> std::optional<JsonValue> {
+                            return JsonValue{std::int64_t{at(settings, field)}};
+                          }};
 
 template <auto field>
 bool setDay(Settings& settings, std::string_view text) {
@@ -69,10 +96,11 @@ bool setDay(Settings& settings, std::string_view text) {
 }
 
 template <auto field>
-bool setText(Settings& settings, std::string_view text) {
-  at(settings, field) = text;
-  return true;
-}
+constexpr Access setText{[](Settings& settings, std::string_view text) {
+                           at(settings, field) = text;
+                           return true;
+                         },
+                         getValue<field>};
 
 bool setEditedPolicy(Settings& settings, std::string_view text) {
   using enum BundleFilter::EditedPolicy;
@@ -96,6 +124,10 @@ bool setPrefixMode(Settings& settings, std::string_view text) {
 
 bool setTimeZone(Settings& settings, std::string_view text) {
   return store(TimeZone::load(text), settings.gathering.timeZone);
+}
+
+std::optional<JsonValue> getTimeZone(const Settings& settings) {
+  return JsonValue{settings.gathering.timeZone.id()};
 }
 
 bool setHome(Settings& settings, std::string_view text) {
@@ -223,16 +255,22 @@ constexpr std::array keys{
     Key{"liveOnlyPhoto", boolean, setBoolean<&S::Content::liveOnlyPhoto>},
     Key{"includeVideos", boolean, setBoolean<&S::Content::includeVideos>},
     Key{"includeAAE", boolean, setBoolean<&S::Content::includeAAE>},
-    Key{"editedPolicy", choice, setEditedPolicy, "both editedOnly originalsOnly"},
+    Key{"editedPolicy",
+        choice,
+        {setEditedPolicy, getWord<&S::Content::editedPolicy>},
+        "both editedOnly originalsOnly"},
     Key{"skipOptimized", boolean, setBoolean<&S::Content::skipOptimized>},
     Key{"onlyNew", boolean, setBoolean<&S::Layout::onlyNew>},
     Key{"continueFolders", boolean, setBoolean<&S::Layout::continueFolders>},
     Key{"periodFrom", day, setDay<&S::Content::periodFrom>},
     Key{"periodTo", day, setDay<&S::Content::periodTo>},
     Key{"places", places, setPlaces},
-    Key{"uiMode", choice, setMode, "byDate events trips flat"},
-    Key{"granularity", choice, setGranularity, "day month year"},
-    Key{"timeZoneID", timeZone, setTimeZone},
+    Key{"uiMode", choice, {setMode, getWord<&S::Gathering::uiMode>}, "byDate events trips flat"},
+    Key{"granularity",
+        choice,
+        {setGranularity, getWord<&S::Gathering::granularity>},
+        "day month year"},
+    Key{"timeZoneID", timeZone, {setTimeZone, getTimeZone}},
     Key{"eventGapHours", atLeastZero, setAtLeastZero<&S::Gathering::eventGapHours>},
     Key{"eventGapKm", atLeastZero, setAtLeastZero<&S::Gathering::eventGapKm>},
     Key{"splitByDistance", boolean, setBoolean<&S::Gathering::splitByDistance>},
@@ -246,11 +284,14 @@ constexpr std::array keys{
     Key{"homeOverride", point, setHome},
     Key{"homeOverrideName", text, setHomeName},
     Key{"photoJPEG", boolean, setBoolean<&S::Layout::photoJPEG>},
-    Key{"jpegQuality", fraction, setJpegQuality},
+    Key{"jpegQuality", fraction, {setJpegQuality, getValue<&S::Layout::jpegQuality>}},
     Key{"videoH264", boolean, setBoolean<&S::Layout::videoH264>},
     Key{"separatePhotoVideo", boolean, setBoolean<&S::Layout::separatePhotoVideo>},
     Key{"flattenSingleKind", boolean, setBoolean<&S::Layout::flattenSingleKind>},
-    Key{"fileNamePrefixMode", choice, setPrefixMode, "none phone custom"},
+    Key{"fileNamePrefixMode",
+        choice,
+        {setPrefixMode, getWord<&S::Layout::fileNamePrefixMode>},
+        "none phone custom"},
     Key{"customFileNamePrefix", text, setText<&S::Layout::customFileNamePrefix>},
     Key{"packAsZip", boolean, setBoolean<&S::Layout::packAsZip>},
     Key{"packPerGroup", boolean, setBoolean<&S::Layout::packPerGroup>},
@@ -264,6 +305,12 @@ constexpr std::array keys{
     Key{"nameOverrides", textMap, setNameOverrides},
     Key{"mergesByMode", merges, setMerges},
 };
+
+const Key* findKey(std::string_view name) {
+  const auto* const found =
+      std::find_if(keys.begin(), keys.end(), [&](const Key& each) { return each.name == name; });
+  return found == keys.end() ? nullptr : found;
+}
 
 std::vector<std::string_view> wordsOf(std::string_view text) {
   std::vector<std::string_view> words;
@@ -285,9 +332,19 @@ std::vector<std::string_view> settingKeys() {
 }
 
 std::optional<SettingForm> settingForm(std::string_view key) {
-  const auto* const found =
-      std::find_if(keys.begin(), keys.end(), [&](const Key& each) { return each.name == key; });
-  return found == keys.end() ? std::nullopt : std::optional{found->form};
+  const Key* const found = findKey(key);
+  return found == nullptr ? std::nullopt : std::optional{found->form};
+}
+
+std::vector<std::string_view> settingChoices(std::string_view key) {
+  const Key* const found = findKey(key);
+  return found == nullptr ? std::vector<std::string_view>{} : wordsOf(found->choices);
+}
+
+std::optional<JsonValue> settingValue(const Settings& settings, std::string_view key) {
+  const Key* const found = findKey(key);
+  const bool isShown = found != nullptr && found->access.get != nullptr;
+  return isShown ? found->access.get(settings) : std::nullopt;
 }
 
 std::variant<Settings, SettingError> withSetting(Settings settings, std::string_view assignment,
@@ -299,9 +356,8 @@ std::variant<Settings, SettingError> withSetting(Settings settings, std::string_
   }
   const std::string_view name = assignment.substr(0, equals);
   const std::string_view value = assignment.substr(equals + 1);
-  const auto* const key =
-      std::find_if(keys.begin(), keys.end(), [&](const Key& each) { return each.name == name; });
-  if (key == keys.end()) {
+  const Key* const key = findKey(name);
+  if (key == nullptr) {
     return SettingError{
         .kind = Kind::unknownKey, .key = std::string{name}, .value = std::string{value}};
   }
@@ -319,7 +375,7 @@ std::variant<Settings, SettingError> withSetting(Settings settings, std::string_
     settings.naming.nameTemplate = std::get<NameTemplate>(std::move(given));
     return settings;
   }
-  if (key->set(settings, value)) return settings;
+  if (key->access.set(settings, value)) return settings;
   return error;
 }
 

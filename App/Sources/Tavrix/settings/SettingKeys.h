@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "foundation/json/JsonValue.h"
 #include "settings/GivenTemplate.h"
 #include "settings/Settings.h"
 
@@ -48,6 +49,13 @@ std::vector<std::string_view> settingKeys();
 
 /// Returns the form of a key. Returns nullopt if there is no such key.
 std::optional<SettingForm> settingForm(std::string_view key);
+
+/// Returns the words that a key of the form `choice` accepts, otherwise an empty list.
+std::vector<std::string_view> settingChoices(std::string_view key);
+
+/// Returns the value of a switch, a number, a word or a text. Returns nullopt if there is no such
+/// key, if it has no value, or if its form is a day, a point or JSON data.
+std::optional<JsonValue> settingValue(const Settings& settings, std::string_view key);
 
 /// Returns the settings changed by a text "KEY=VALUE", or the reason for rejecting it. A name
 /// template may be given by the title of one of the saved presets.

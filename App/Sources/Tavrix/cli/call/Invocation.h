@@ -51,6 +51,7 @@ struct Invocation {
   bool listsFiles = false;   ///< the plan names every file
   bool writeChecksums = false;
   bool resetsAll = false;                   ///< resets every setting
+  bool describesAll = false;                ///< explains every setting
   std::optional<std::string> nameTemplate;  ///< as givenTemplate() reads it
   std::optional<std::string> context;       ///< JSON
   HistoryOptions history;

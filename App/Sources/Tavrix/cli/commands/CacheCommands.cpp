@@ -1,7 +1,7 @@
 // The commands that show and reset the metadata cache.
 
 #include "cli/commands/Commands.h"
-#include "cli/printing/ResultPrinter.h"
+#include "cli/printing/JsonPrinter.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sessions/CommandContext.h"
 #include "cli/sessions/Source.h"
@@ -47,9 +47,7 @@ ExitStatus resetCache(const CommandContext& context) {
                      counted(language, removal.failed, sentences::files), printable(folder)));
   }
   if (context.call.json) {
-    JsonWriter json{context.surroundings.out};
-    json.beginObject().field("failed", removal.failed).field("removed", removal.removed);
-    json.endObject().finish();
+    writeCacheReset(context.surroundings.out, removal.removed, removal.failed);
   } else if (removal.failed == 0 || removal.removed > 0) {
     printLine(context, resetText(language, removal));
   }

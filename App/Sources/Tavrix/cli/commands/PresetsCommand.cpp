@@ -79,8 +79,9 @@ ExitStatus savePreset(const CommandContext& context) {
   } else {
     presets.push_back(preset);
   }
-  keepPresets(context, std::move(presets));
-  context.printer.templates({}, {preset}, context.surroundings.systemLocaleID);
+  keepPresets(context, presets);
+  context.printer.templateSaved(NamePresets::builtins(), presets, preset,
+                                context.surroundings.systemLocaleID);
   return ExitStatus::done;
 }
 

@@ -7,6 +7,7 @@
 #include "cli/sentences/SettingsSentences.h"
 #include "cli/sessions/CommandContext.h"
 #include "cli/sessions/Failures.h"
+#include "cli/sessions/SettingDescriptions.h"
 #include "cli/sessions/StoredSettings.h"
 #include "settings/PersistedSettings.h"
 #include "settings/SettingKeys.h"
@@ -28,21 +29,6 @@ std::vector<std::string_view> keptSettings() {
   return names;
 }
 
-/// Returns the value of a setting in the form in which it is listed: true or false instead of 1 or
-/// 0, and the home and its name apart. Returns nullopt if it has no value.
-std::optional<JsonValue> valueOf(std::string_view name, const PersistedSettings::Values& values) {
-  auto object = PersistedSettings::objectOf(PersistedSettings::keyOf(name).value_or(""), values);
-  if (!object) return std::nullopt;
-  if (settingForm(name) == SettingForm::boolean) return JsonValue{object->asNumber() == 1};
-  const JsonValue* const typedName = object->member("name");
-  if (name == homeName) return typedName == nullptr ? std::nullopt : std::optional{*typedName};
-  if (auto* const home = std::get_if<JsonValue::Object>(&object->data);
-      home != nullptr && name == "homeOverride") {
-    home->erase("name");
-  }
-  return object;
-}
-
 /// Returns true if the defaults hold a valid value for the setting.
 bool isSet(const UserDefaults& defaults, std::string_view name) {
   const auto key = PersistedSettings::keyOf(name).value_or("");
@@ -56,9 +42,10 @@ KeptSetting keptSetting(const CommandContext& context, const UserDefaults& defau
                         std::string_view name) {
   if (name == languageKey) {
     const auto language = keptLanguage(context.surroundings);
-    return {std::string{name}, JsonValue{language.value_or("system")}, !language};
+    return {std::string{name}, JsonValue{language.value_or(std::string{initialLanguage})},
+            !language};
   }
-  return {std::string{name}, valueOf(name, PersistedSettings::read(defaults, {})),
+  return {std::string{name}, keptValueOf(name, PersistedSettings::read(defaults, {})),
           !isSet(defaults, name)};
 }
 
@@ -119,7 +106,7 @@ DefaultsChanges changeTo(const CommandContext& context, const UserDefaults& defa
 DefaultsChanges languageChange(const CommandContext& context, const std::string& value) {
   if (!isLanguageChoice(value)) {
     failUsage(say(context.language(), sentences::settingBadValue, languageKey, forSentence(value),
-                  "ru, en, system"));
+                  joined({languageChoices.begin(), languageChoices.end()})));
   }
   return {{std::string{languageKey}, JsonValue{value}}};
 }
@@ -149,6 +136,10 @@ std::vector<std::string_view> resetNames(const CommandContext& context) {
 }  // namespace
 
 ExitStatus listSettings(const CommandContext& context) {
+  if (context.call.describesAll) {
+    context.printer.allSettings(describeSettings(initialSettings(context.surroundings)));
+    return ExitStatus::done;
+  }
   print(context, keptSettings());
   return ExitStatus::done;
 }
@@ -177,7 +168,7 @@ ExitStatus resetSettings(const CommandContext& context) {
   }
   keep(context, changes);
   if (names.front() == savedPresetsKey) {
-    context.printer.templatesForgotten();
+    context.printer.templatesForgotten(NamePresets::builtins());
   } else {
     print(context, names);
   }

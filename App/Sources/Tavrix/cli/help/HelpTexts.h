@@ -27,15 +27,18 @@ inline constexpr HelpText program{
   repair SOURCE DEST      снова копирует то, что изменилось или пропало
   marker rebuild SOURCE DEST
                           опознаёт скопированное, если записи в DEST потеряны
-  snapshot SOURCE OUT-DIR записывает каталог телефона в OUT-DIR/snapshot.json
+  snapshot SOURCE OUT-DIR
+                          записывает каталог телефона в OUT-DIR/snapshot.json
   phones                  подключённые айфоны и их состояние
   cache, cache reset      сколько прочитанного помнит программа; забыть всё это
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
   template sanitize TEXT  имя, допустимое для папки
-  settings                запомненные настройки; settings set KEY VALUE, settings reset KEY
+  settings                запомненные настройки; settings set KEY VALUE, settings reset KEY;
+                          settings --all — что значит каждая
   presets                 все шаблоны имён; presets save NAME TEMPLATE,
                           presets delete NAME
+  help [COMMAND или KEY]  справка о программе, о команде или о настройке
 
 SOURCE — одно из трёх:
   подключённый айфон: phone или phone:НОМЕР;
@@ -64,20 +67,23 @@ Usage: tavrix COMMAND ARGUMENTS…
   repair SOURCE DEST      copies again what has changed or is missing
   marker rebuild SOURCE DEST
                           recognises the copies if the records in DEST are lost
-  snapshot SOURCE OUT-DIR writes the phone's catalogue to OUT-DIR/snapshot.json
+  snapshot SOURCE OUT-DIR
+                          writes the phone's catalogue to OUT-DIR/snapshot.json
   phones                  the connected iPhones and their state
   cache, cache reset      how much of what it read the program keeps; deletes all of it
   template render         a folder name from a template
   template presets        the built-in templates
   template sanitize TEXT  a valid folder name
-  settings                the saved settings; settings set KEY VALUE, settings reset KEY
+  settings                the saved settings; settings set KEY VALUE, settings reset KEY;
+                          settings --all explains every one
   presets                 all name templates; presets save NAME TEMPLATE,
                           presets delete NAME
+  help [COMMAND or KEY]   help on the program, a command or a setting
 
 SOURCE is one of these:
   a connected iPhone: phone or phone:SERIAL;
   a mounted phone, a memory card or a copy of DCIM: a folder with DCIM or with folders such as
-  100APPLE;
+    100APPLE;
   a folder with snapshot.json and media.
 DEST is the folder for the photos.
 
@@ -133,7 +139,9 @@ inline constexpr HelpText otherLanguage{"\nIn English: tavrix --help --lang en\n
                                         "\nПо-русски: tavrix --help --lang ru\n"};
 
 /// Introduces the list of keys of --set.
-inline constexpr HelpText settingKeysTitle{"\nКлючи --set:\n", "\nKeys of --set:\n"};
+inline constexpr HelpText settingKeysTitle{
+    "\nКлючи --set (что значит каждый — tavrix settings --all или tavrix help КЛЮЧ):\n",
+    "\nKeys of --set (explained by tavrix settings --all and tavrix help KEY):\n"};
 
 inline constexpr HelpText catalog{
     R"(tavrix catalog SOURCE — файлы телефона: вид, размер, дата и место съёмки.

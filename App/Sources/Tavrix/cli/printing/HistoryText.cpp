@@ -1,5 +1,8 @@
 // TextPrinter: past runs.
 
+#include <limits>
+
+#include "cli/call/Wrapping.h"
 #include "cli/printing/FailureReason.h"
 #include "cli/printing/TextPrinter.h"
 #include "cli/sentences/CliSentences.h"
@@ -52,12 +55,12 @@ void TextPrinter::runs(const std::vector<RecordSummary>& runs, bool isWhole) {
          {title(sentences::titlePhone), false, true},
          {title(sentences::titleShots), true},
          {title(sentences::titleWritten), true},
-         {title(sentences::titleVerdict)},
+         {.title = title(sentences::titleVerdict), .wraps = true},
          {title(sentences::titleDestination), false, true}})
       .write(sink_, runs.size(), [&](std::size_t row) -> Table::Cells {
         const RecordSummary& run = runs[row];
         return {shortID(run.id),
-                dateText(run.startedAt),
+                minuteText(run.startedAt),
                 printable(run.phoneName),
                 number(run.totals.shots),
                 bytes(run.totals.bytesWritten),
@@ -75,12 +78,16 @@ void TextPrinter::fileRuns(const std::vector<HistoryStore::FileRun>& runs) {
          {title(sentences::titleBegun)},
          {title(sentences::titlePhone), false, true},
          {title(sentences::titleFile), false, true},
-         {title(sentences::titleOutcomeState)},
+         {.title = title(sentences::titleOutcomeState), .wraps = true},
          {title(sentences::titlePathOrReason), false, true}})
       .write(sink_, runs.size(), [&](std::size_t row) -> Table::Cells {
         const auto& [run, file] = runs[row];
-        return {shortID(run.id),      dateText(run.startedAt), printable(run.phoneName),
-                printable(file.name), stateOf(file),           pathOrReason(file)};
+        return {shortID(run.id),
+                minuteText(run.startedAt),
+                printable(run.phoneName),
+                printable(file.name),
+                stateOf(file),
+                pathOrReason(file)};
       });
   line("");
   line(count(runs.size(), sentences::runs));
@@ -113,13 +120,22 @@ void TextPrinter::runFields(const Record& record) {
   add(sentences::rowWritten, bytes(record.totals.bytesWritten));
   add(sentences::rowVerdict, verdictText(language_, record.status, record.totals));
   for (const std::string& note : record.notes) add(sentences::rowNote, printable(note));
-  labelled(rows);
+  labelled(rows, "", columns_);
 }
 
-void TextPrinter::labelled(const std::vector<std::pair<std::string, std::string>>& rows) {
+void TextPrinter::labelled(const std::vector<std::pair<std::string, std::string>>& rows,
+                           const std::string& indent, std::optional<int> columns) {
   int widest = 0;
   for (const auto& [label, text] : rows) widest = std::max(widest, displayWidth(label));
-  for (const auto& [label, text] : rows) line(padded(label, widest, false) + "  " + text);
+  const int start = displayWidth(indent) + widest + 2;
+  for (const auto& [label, text] : rows) {
+    std::string begin = indent + padded(label, widest, false) + "  ";
+    const int width = columns ? *columns - start : std::numeric_limits<int>::max();
+    for (const std::string& part : wrapped(text, width)) {
+      line(begin + part);
+      begin.assign(static_cast<std::size_t>(start), ' ');
+    }
+  }
 }
 
 void TextPrinter::runTotals(const Record::Totals& totals) {
@@ -137,7 +153,7 @@ void TextPrinter::runTotals(const Record::Totals& totals) {
     if (count == 0) continue;
     rows.emplace_back("  " + outcomeText(language_, outcome), padded(number(count), width, true));
   }
-  labelled(rows);
+  labelled(rows, "", columns_);
 }
 
 void TextPrinter::recordedFolder(const Record::Folder& folder) {
@@ -147,7 +163,7 @@ void TextPrinter::recordedFolder(const Record::Folder& folder) {
   FileCursor files{folder};
   table({{say(language_, sentences::titleFile), false, true},
          {say(language_, sentences::titleSize), true},
-         {say(language_, sentences::titleOutcomeState)},
+         {.title = say(language_, sentences::titleOutcomeState), .wraps = true},
          {say(language_, sentences::titlePathOrReason), false, true}})
       .write(sink_, filesIn(folder), [&](std::size_t row) -> Table::Cells {
         const Record::File& file = files.at(row);

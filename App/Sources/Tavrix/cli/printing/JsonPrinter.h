@@ -1,9 +1,14 @@
 #pragma once
 
+#include <cstdint>
+
 #include "cli/printing/ResultPrinter.h"
 #include "foundation/json/JsonWriter.h"
 
 namespace tavrix::cli {
+
+/// Writes the document of a command that resets a cache.
+void writeCacheReset(TextSink& sink, std::uint64_t removedFiles, std::uint64_t failedFiles);
 
 /// Prints one JSON document per result. The language of the call changes neither keys nor values:
 /// sentences are in Russian, except in history records, which keep the language of their run. Omits
@@ -31,10 +36,15 @@ class JsonPrinter : public ResultPrinter {
   void presets(const std::vector<NamePresets::Builtin>& presets,
                const std::string& systemLocaleID) override;
   void settings(const std::vector<KeptSetting>& settings) override;
+  void allSettings(const std::vector<SettingDescription>& settings) override;
+  void help(const HelpTopic& topic) override;
   void templates(const std::vector<NamePresets::Builtin>& builtins,
                  const std::vector<SavedPreset>& saved, const std::string& systemLocaleID) override;
+  void templateSaved(const std::vector<NamePresets::Builtin>& builtins,
+                     const std::vector<SavedPreset>& saved, const SavedPreset& changed,
+                     const std::string& systemLocaleID) override;
   void templateDeleted(const std::string& name) override;
-  void templatesForgotten() override;
+  void templatesForgotten(const std::vector<NamePresets::Builtin>& builtins) override;
 
  private:
   TextSink& sink_;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/printing/SettingDescription.h"
 #include "foundation/json/JsonValue.h"
 #include "grouping/PlaceTree.h"
 #include "history/HistoryStore.h"
@@ -81,6 +82,17 @@ struct KeptSetting {
   bool isInitial = true;             ///< the user has not changed it
 };
 
+/// A topic of `tavrix help`: a command or the program, a setting, or a word that is both.
+struct HelpTopic {
+  struct Texts {
+    std::string russian;
+    std::string english;
+  };
+
+  std::optional<Texts> texts{};  ///< the help of a command or of the program
+  std::optional<SettingDescription> setting{};
+};
+
 /// Prints the result of a command, for people or for programs.
 class ResultPrinter {
  public:
@@ -111,12 +123,19 @@ class ResultPrinter {
   virtual void presets(const std::vector<NamePresets::Builtin>& presets,
                        const std::string& systemLocaleID) = 0;
   virtual void settings(const std::vector<KeptSetting>& settings) = 0;
+  /// Explains all settings.
+  virtual void allSettings(const std::vector<SettingDescription>& settings) = 0;
+  virtual void help(const HelpTopic& topic) = 0;
   /// As presets(), for built-in and saved name templates.
   virtual void templates(const std::vector<NamePresets::Builtin>& builtins,
                          const std::vector<SavedPreset>& saved,
                          const std::string& systemLocaleID) = 0;
+  /// `saved` are all saved templates, `changed` among them.
+  virtual void templateSaved(const std::vector<NamePresets::Builtin>& builtins,
+                             const std::vector<SavedPreset>& saved, const SavedPreset& changed,
+                             const std::string& systemLocaleID) = 0;
   virtual void templateDeleted(const std::string& name) = 0;
-  virtual void templatesForgotten() = 0;
+  virtual void templatesForgotten(const std::vector<NamePresets::Builtin>& builtins) = 0;
 };
 
 }  // namespace tavrix::cli

@@ -10,6 +10,26 @@ void writeTemplate(JsonWriter& json, const NameTemplate& nameTemplate) {
   NameTemplateCoding::encode(nameTemplate, json);
 }
 
+/// Writes an object with a text in each language.
+void writeTexts(JsonWriter& json, std::string_view key, const std::string& english,
+                const std::string& russian) {
+  json.key(key).beginObject().field("en", english).field("ru", russian).endObject();
+}
+
+void writeDescription(JsonWriter& json, const SettingDescription& setting) {
+  using enum Language;
+  json.beginObject().field("key", setting.key);
+  writeTexts(json, "meaning", say(english, setting.meaning), say(russian, setting.meaning));
+  writeTexts(json, "values", valuesText(english, setting), valuesText(russian, setting));
+  if (!setting.choices.empty()) {
+    json.key("choices").beginArray();
+    for (const std::string_view choice : setting.choices) json.value(choice);
+    json.endArray();
+  }
+  if (setting.initial) writeValue(json.key("initial"), *setting.initial);
+  json.field("kept", setting.isKept).endObject();
+}
+
 }  // namespace
 
 void JsonPrinter::settings(const std::vector<KeptSetting>& settings) {
@@ -21,6 +41,21 @@ void JsonPrinter::settings(const std::vector<KeptSetting>& settings) {
     json.field("isInitial", setting.isInitial).endObject();
   }
   json.endArray().finish();
+}
+
+void JsonPrinter::allSettings(const std::vector<SettingDescription>& settings) {
+  JsonWriter json{sink_};
+  json.beginArray();
+  for (const SettingDescription& setting : settings) writeDescription(json, setting);
+  json.endArray().finish();
+}
+
+void JsonPrinter::help(const HelpTopic& topic) {
+  JsonWriter json{sink_};
+  json.beginObject();
+  if (topic.texts) writeTexts(json, "text", topic.texts->english, topic.texts->russian);
+  if (topic.setting) writeDescription(json.key("setting"), *topic.setting);
+  json.endObject().finish();
 }
 
 void JsonPrinter::templates(const std::vector<NamePresets::Builtin>& builtins,
@@ -41,11 +76,20 @@ void JsonPrinter::templates(const std::vector<NamePresets::Builtin>& builtins,
   json.endArray().endObject().finish();
 }
 
+void JsonPrinter::templateSaved(const std::vector<NamePresets::Builtin>& builtins,
+                                const std::vector<SavedPreset>& saved,
+                                const SavedPreset& /*changed*/,
+                                const std::string& systemLocaleID) {
+  templates(builtins, saved, systemLocaleID);
+}
+
 void JsonPrinter::templateDeleted(const std::string& name) {
   JsonWriter json{sink_};
   json.beginObject().field("deleted", name).endObject().finish();
 }
 
-void JsonPrinter::templatesForgotten() { templates({}, {}, {}); }
+void JsonPrinter::templatesForgotten(const std::vector<NamePresets::Builtin>& builtins) {
+  templates(builtins, {}, {});
+}
 
 }  // namespace tavrix::cli

@@ -1,31 +1,14 @@
+#include "cli/call/Wrapping.h"
+#include "cli/printing/SettingDescription.h"
 #include "cli/printing/TemplateText.h"
 #include "cli/printing/TextPrinter.h"
+#include "cli/sentences/SettingMeanings.h"
 #include "cli/sentences/SettingsSentences.h"
 #include "cli/sentences/TemplateSentences.h"
 #include "foundation/Text.h"
 #include "naming/NameTemplateCoding.h"
 
 namespace tavrix::cli {
-namespace {
-
-constexpr const char* noValue = "—";
-
-/// Returns the value in the form that `settings set` accepts.
-std::string valueText(const KeptSetting& setting) {
-  if (!setting.value) return noValue;
-  const JsonValue& value = *setting.value;
-  if (value.asString() != nullptr) return printable(*value.asString());
-  const JsonValue* const latitude = value.member("latitude");
-  const JsonValue* const longitude = value.member("longitude");
-  if (setting.key == "homeOverride" && latitude != nullptr && longitude != nullptr) {
-    return inOneLine(*latitude) + "," + inOneLine(*longitude);
-  }
-  if (setting.key == "nameTemplate") return templateText(NameTemplateCoding::decode(value));
-  return printable(inOneLine(value));
-}
-
-}  // namespace
-
 void TextPrinter::settings(const std::vector<KeptSetting>& settings) {
   table({{say(language_, sentences::titleSetting)},
          {say(language_, sentences::titleState)},
@@ -35,7 +18,7 @@ void TextPrinter::settings(const std::vector<KeptSetting>& settings) {
         return {
             setting.key,
             say(language_, setting.isInitial ? sentences::valueIsInitial : sentences::valueIsSet),
-            valueText(setting)};
+            settingValueText(setting.key, setting.value)};
       });
 }
 
@@ -54,6 +37,40 @@ void TextPrinter::presets(const std::vector<NamePresets::Builtin>& presets,
   }
 }
 
+void TextPrinter::allSettings(const std::vector<SettingDescription>& settings) {
+  table({{say(language_, sentences::titleSetting)},
+         {say(language_, sentences::titleInitially)},
+         {.title = say(language_, sentences::titleMeaning), .wraps = true}})
+      .write(sink_, settings.size(), [&](std::size_t row) -> Table::Cells {
+        const SettingDescription& setting = settings[row];
+        return {setting.key, initialText(language_, setting),
+                say(language_,
+                    setting.isKept ? sentences::meaningAndKeptValues : sentences::meaningAndValues,
+                    say(language_, setting.meaning), valuesText(language_, setting))};
+      });
+  line("");
+  for (const std::string& part :
+       wrapped(say(language_, sentences::allSettingsHint), columns_.value_or(helpColumns))) {
+    line(part);
+  }
+}
+
+void TextPrinter::help(const HelpTopic& topic) {
+  if (topic.texts) {
+    sink_.write(language_ == Language::russian ? topic.texts->russian : topic.texts->english);
+  }
+  if (topic.texts && topic.setting) line("");
+  if (topic.setting) oneSetting(*topic.setting);
+}
+
+void TextPrinter::oneSetting(const SettingDescription& setting) {
+  const std::string head =
+      say(language_, sentences::keyAndMeaning, setting.key, say(language_, setting.meaning));
+  for (const std::string& part : wrapped(head, helpColumns)) line(part);
+  line("");
+  labelled(settingRows(language_, setting), "  ", helpColumns);
+}
+
 void TextPrinter::templates(const std::vector<NamePresets::Builtin>& builtins,
                             const std::vector<SavedPreset>& saved,
                             const std::string& systemLocaleID) {
@@ -68,10 +85,18 @@ void TextPrinter::templates(const std::vector<NamePresets::Builtin>& builtins,
   }
 }
 
+void TextPrinter::templateSaved(const std::vector<NamePresets::Builtin>& /*builtins*/,
+                                const std::vector<SavedPreset>& /*saved*/,
+                                const SavedPreset& changed, const std::string& systemLocaleID) {
+  templates({}, {changed}, systemLocaleID);
+}
+
 void TextPrinter::templateDeleted(const std::string& name) {
   line(say(language_, sentences::presetDeleted, printable(name)));
 }
 
-void TextPrinter::templatesForgotten() { line(say(language_, sentences::presetsForgotten)); }
+void TextPrinter::templatesForgotten(const std::vector<NamePresets::Builtin>& /*builtins*/) {
+  line(say(language_, sentences::presetsForgotten));
+}
 
 }  // namespace tavrix::cli

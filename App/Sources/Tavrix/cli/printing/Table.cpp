@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "cli/call/Wrapping.h"
 #include "foundation/Text.h"
 
 namespace tavrix::cli {
@@ -10,6 +11,14 @@ namespace {
 
 constexpr int gap = 2;
 constexpr int narrowestColumn = 8;
+/// A longer word is broken rather than keeping its column wide.
+constexpr int widestWord = 16;
+
+int longestWord(const std::string& text) {
+  int longest = 0;
+  for (const std::string& word : wrapped(text, 1)) longest = std::max(longest, displayWidth(word));
+  return longest;
+}
 
 /// Returns the leading, or the trailing, clusters that fit into the given number of columns.
 std::string fitting(const std::vector<std::string_view>& clusters, int columns, bool fromEnd) {
@@ -44,33 +53,43 @@ std::string padded(const std::string& text, int columns, bool toTheRight) {
   return toTheRight ? spaces + text : text + spaces;
 }
 
-std::vector<int> Table::measured(std::size_t rowCount,
-                                 const std::function<Cells(std::size_t)>& cellsOf) const {
-  std::vector<int> widths;
-  widths.reserve(columns_.size());
-  for (const Column& column : columns_) widths.push_back(displayWidth(column.title));
+Table::Widths Table::measured(std::size_t rowCount,
+                              const std::function<Cells(std::size_t)>& cellsOf) const {
+  Widths widths;
+  for (const Column& column : columns_) {
+    widths.columns.push_back(displayWidth(column.title));
+    widths.narrowest.push_back(narrowestColumn);
+  }
   for (std::size_t row = 0; row < rowCount; ++row) {
     const Cells cells = cellsOf(row);
     for (std::size_t i = 0; i < cells.size(); ++i) {
-      widths[i] = std::max(widths[i], displayWidth(printable(cells[i])));
+      const std::string cell = printable(cells[i]);
+      widths.columns[i] = std::max(widths.columns[i], displayWidth(cell));
+      if (columns_[i].wraps) {
+        const int word = std::min(longestWord(cell), widestWord);
+        widths.narrowest[i] = std::max(widths.narrowest[i], word);
+      }
     }
   }
   return widths;
 }
 
-void Table::shrink(std::vector<int>& widths) const {
-  if (!terminalColumns_) return;
-  int excess = gap * static_cast<int>(widths.size() - 1) - *terminalColumns_;
-  for (const int width : widths) excess += width;
+std::vector<int> Table::shrunk(Widths widths) const {
+  std::vector<int>& columns = widths.columns;
+  if (!terminalColumns_) return columns;
+  int excess = gap * static_cast<int>(columns.size() - 1) - *terminalColumns_;
+  for (const int width : columns) excess += width;
   for (; excess > 0; --excess) {
     int* widest = nullptr;
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-      if (!columns_[i].mayShrink || widths[i] <= narrowestColumn) continue;
-      if (widest == nullptr || widths[i] > *widest) widest = &widths[i];
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const bool shrinks = columns_[i].mayShrink || columns_[i].wraps;
+      if (!shrinks || columns[i] <= widths.narrowest[i]) continue;
+      if (widest == nullptr || columns[i] > *widest) widest = &columns[i];
     }
-    if (widest == nullptr) return;
+    if (widest == nullptr) break;
     --*widest;
   }
+  return columns;
 }
 
 std::string Table::line(const Cells& cells, const std::vector<int>& widths) const {
@@ -84,14 +103,27 @@ std::string Table::line(const Cells& cells, const std::vector<int>& widths) cons
   return result + '\n';
 }
 
+std::string Table::lines(const Cells& cells, const std::vector<int>& widths) const {
+  std::vector<Cells> rows{Cells(cells.size())};
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const std::vector<std::string> parts = columns_[i].wraps
+                                               ? wrapped(printable(cells[i]), widths[i], true)
+                                               : std::vector<std::string>{cells[i]};
+    if (parts.size() > rows.size()) rows.resize(parts.size(), Cells(cells.size()));
+    for (std::size_t row = 0; row < parts.size(); ++row) rows[row][i] = parts[row];
+  }
+  std::string text;
+  for (const Cells& row : rows) text += line(row, widths);
+  return text;
+}
+
 void Table::write(TextSink& sink, std::size_t rowCount,
                   const std::function<Cells(std::size_t)>& cellsOf) const {
-  std::vector<int> widths = measured(rowCount, cellsOf);
-  shrink(widths);
+  const std::vector<int> widths = shrunk(measured(rowCount, cellsOf));
   Cells titles;
   for (const Column& column : columns_) titles.push_back(column.title);
   sink.write(line(titles, widths));
-  for (std::size_t row = 0; row < rowCount; ++row) sink.write(line(cellsOf(row), widths));
+  for (std::size_t row = 0; row < rowCount; ++row) sink.write(lines(cellsOf(row), widths));
 }
 
 }  // namespace tavrix::cli

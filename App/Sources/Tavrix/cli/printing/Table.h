@@ -17,6 +17,7 @@ class Table {
     std::string title;
     bool isNumber = false;   ///< right-aligned
     bool mayShrink = false;  ///< shortened if the terminal is too narrow
+    bool wraps = false;      ///< broken into several lines if the terminal is too narrow
   };
   using Cells = std::vector<std::string>;
 
@@ -30,10 +31,17 @@ class Table {
              const std::function<Cells(std::size_t row)>& cellsOf) const;
 
  private:
-  std::vector<int> measured(std::size_t rowCount,
-                            const std::function<Cells(std::size_t)>& cellsOf) const;
-  void shrink(std::vector<int>& widths) const;
+  struct Widths {
+    std::vector<int> columns;
+    std::vector<int> narrowest;  ///< to which each column may shrink
+  };
+
+  Widths measured(std::size_t rowCount, const std::function<Cells(std::size_t)>& cellsOf) const;
+  /// Returns the widths of the columns, made smaller to fit into the terminal.
+  std::vector<int> shrunk(Widths widths) const;
   std::string line(const Cells& cells, const std::vector<int>& widths) const;
+  /// Returns a row, which has several lines if a cell is broken.
+  std::string lines(const Cells& cells, const std::vector<int>& widths) const;
 
   std::vector<Column> columns_;
   std::optional<int> terminalColumns_;

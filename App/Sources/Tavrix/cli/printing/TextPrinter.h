@@ -39,10 +39,15 @@ class TextPrinter : public ResultPrinter {
   void presets(const std::vector<NamePresets::Builtin>& presets,
                const std::string& systemLocaleID) override;
   void settings(const std::vector<KeptSetting>& settings) override;
+  void allSettings(const std::vector<SettingDescription>& settings) override;
+  void help(const HelpTopic& topic) override;
   void templates(const std::vector<NamePresets::Builtin>& builtins,
                  const std::vector<SavedPreset>& saved, const std::string& systemLocaleID) override;
+  void templateSaved(const std::vector<NamePresets::Builtin>& builtins,
+                     const std::vector<SavedPreset>& saved, const SavedPreset& changed,
+                     const std::string& systemLocaleID) override;
   void templateDeleted(const std::string& name) override;
-  void templatesForgotten() override;
+  void templatesForgotten(const std::vector<NamePresets::Builtin>& builtins) override;
 
  private:
   void line(const std::string& text) { sink_.write(text + '\n'); }
@@ -58,6 +63,10 @@ class TextPrinter : public ResultPrinter {
   std::string notes(const MediaAsset& asset) const;
   std::string dateText(const std::optional<Instant>& date) const;
   std::string daysOf(const MediaGroup& group) const;
+  /// Returns a date without its seconds, for lists that must be narrow.
+  std::string minuteText(const Instant& date) const {
+    return dateText(date).substr(0, std::string_view{"2026-05-20 12:00"}.size());
+  }
 
   /// A line of a summary; a line of depth 1 is a part of the line of depth 0 above it.
   struct TallyRow {
@@ -93,7 +102,10 @@ class TextPrinter : public ResultPrinter {
   void runFields(const TransferRecord& record);
   void runTotals(const TransferRecord::Totals& totals);
   void recordedFolder(const TransferRecord::Folder& folder);
-  void labelled(const std::vector<std::pair<std::string, std::string>>& rows);
+  void oneSetting(const SettingDescription& setting);
+  /// Prints labels and texts in two columns. Breaks texts so that lines fit into `columns`.
+  void labelled(const std::vector<std::pair<std::string, std::string>>& rows,
+                const std::string& indent, std::optional<int> columns);
   void groupTable(const GroupsResult& result);
   void home(const Library& library);
   void reasons(const Library& library);

@@ -7,6 +7,7 @@
 #include "cli/call/Nearest.h"
 #include "cli/call/Surroundings.h"
 #include "cli/sentences/ChoiceSentences.h"
+#include "cli/printing/SettingDescription.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/TemplateSentences.h"
 #include "cli/sentences/VerifySentences.h"
@@ -113,40 +114,6 @@ CommandFailure snapshotFailure(Language language, const std::string& path, const
                                    tavrix::sentences::systemErrorText(language, error.code()))};
 }
 
-std::string allowedText(Language language, SettingForm form,
-                        const std::vector<std::string_view>& choices) {
-  const auto text = [&](const Sentence<>& sentence) { return say(language, sentence); };
-  switch (form) {
-    case SettingForm::boolean:
-      return text(sentences::allowedBoolean);
-    case SettingForm::choice:
-      return joined(choices);
-    case SettingForm::atLeastZero:
-      return text(sentences::allowedAtLeastZero);
-    case SettingForm::fraction:
-      return text(sentences::allowedFraction);
-    case SettingForm::count:
-      return text(sentences::allowedCount);
-    case SettingForm::day:
-      return text(sentences::allowedDay);
-    case SettingForm::timeZone:
-      return text(sentences::allowedTimeZone);
-    case SettingForm::point:
-      return text(sentences::allowedPoint);
-    case SettingForm::text:
-      return text(sentences::allowedText);
-    case SettingForm::nameTemplate:
-      return text(sentences::allowedTemplate);
-    case SettingForm::textMap:
-      return text(sentences::allowedTextMap);
-    case SettingForm::places:
-      return text(sentences::allowedPlaces);
-    case SettingForm::merges:
-      return text(sentences::allowedMerges);
-  }
-  return {};
-}
-
 CommandFailure settingFailure(Language language, const SettingError& error) {
   const std::string key = forSentence(error.key);
   switch (error.kind) {
@@ -168,14 +135,14 @@ CommandFailure settingFailure(Language language, const SettingError& error) {
                                    templateFaultText(language, *error.template_, error.value))};
   }
   return {ExitStatus::usage, say(language, sentences::settingBadValue, key, value,
-                                 allowedText(language, error.form, error.choices))};
+                                 allowedValues(language, error.form, error.choices))};
 }
 
 CommandFailure variableFailure(Language language, std::string_view variable,
                                const SettingError& error) {
   return {ExitStatus::usage,
           say(language, sentences::variableBadValue, variable, forSentence(error.value),
-              allowedText(language, error.form, error.choices))};
+              allowedValues(language, error.form, error.choices))};
 }
 
 CommandFailure failureOf(Language language, const std::string& destination,

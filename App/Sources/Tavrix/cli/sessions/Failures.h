@@ -18,11 +18,6 @@ CommandFailure snapshotFailure(Language language, const std::string& path,
                                const SnapshotError& error);
 CommandFailure snapshotFailure(Language language, const std::string& path, const FileError& error);
 
-/// Returns the values that a form of settings allows, as a part of a sentence. `choices` are the
-/// words of a `choice`.
-std::string allowedText(Language language, SettingForm form,
-                        const std::vector<std::string_view>& choices = {});
-
 CommandFailure settingFailure(Language language, const SettingError& error);
 /// Returns the failure for a wrong value of an environment variable that sets a setting.
 CommandFailure variableFailure(Language language, std::string_view variable,

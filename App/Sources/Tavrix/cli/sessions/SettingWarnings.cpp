@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "cli/printing/SettingDescription.h"
 #include "cli/printing/TemplateText.h"
 #include "cli/sentences/SettingNoteSentences.h"
 #include "cli/sessions/Failures.h"
@@ -42,7 +43,7 @@ std::string allowedInFile(Language language, const PersistedSettings::SkippedObj
   if (!form) return say(language, sentences::allowedPresetList);
   if (*form == SettingForm::point) return say(language, sentences::allowedHomeObject);
   if (*form == SettingForm::nameTemplate) return say(language, sentences::allowedTemplateObject);
-  return allowedText(language, *form);
+  return allowedValues(language, *form, settingChoices(skipped.setting));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "cli/sessions/StoredSettings.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include "cli/sentences/SettingNoteSentences.h"
@@ -56,7 +57,13 @@ std::string faultText(Language language, const DefaultsFault& fault, bool isSavi
 }  // namespace
 
 bool isLanguageChoice(std::string_view text) {
-  return text == "ru" || text == "en" || text == "system";
+  return std::ranges::find(languageChoices, text) != languageChoices.end();
+}
+
+Settings initialSettings(const Surroundings& surroundings) {
+  return tavrix::initialSettings(
+      TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc()),
+      surroundings.systemLocaleID);
 }
 
 std::optional<std::string> keptLanguage(const Surroundings& surroundings) {

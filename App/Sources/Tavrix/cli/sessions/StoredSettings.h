@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,13 +9,17 @@
 #include "cli/sessions/CommandContext.h"
 #include "foundation/Sentence.h"
 #include "settings/SavedPreset.h"
+#include "settings/Settings.h"
 #include "settings/defaults/UserDefaults.h"
 
 namespace tavrix::cli {
 
 /// The key of the language in the user defaults.
 inline constexpr std::string_view languageKey = "uiLanguage";
-/// Returns true if `text` is a value of that key: "ru", "en" or "system".
+/// The values of that key, and the one that applies if none is kept.
+inline constexpr std::array<std::string_view, 3> languageChoices{"ru", "en", "system"};
+inline constexpr std::string_view initialLanguage = "system";
+/// Returns true if `text` is a value of that key.
 bool isLanguageChoice(std::string_view text);
 /// Returns the language that the user keeps: "ru", "en" or "system". Returns nullopt if none is
 /// kept or its value is invalid.
@@ -22,6 +27,9 @@ std::optional<std::string> keptLanguage(const Surroundings& surroundings);
 
 /// Returns the presets that the user has saved.
 std::vector<SavedPreset> keptPresets(const Surroundings& surroundings);
+
+/// Returns the initial values of all settings on this machine.
+Settings initialSettings(const Surroundings& surroundings);
 
 /// Reports on standard error the faults of the user defaults since the last report.
 void tellDefaultsFaults(const Surroundings& surroundings, const Messages& messages);

@@ -170,7 +170,7 @@ TEST(CommandLine, typo_isMetWithWhatWasProbablyMeant) {
   };
   for (const Row& row :
        {Row{{"transfr", "phone", "photos"}, "Did you mean tavrix transfer?"},
-        Row{{"help"}, "Did you mean tavrix --help?"},
+        Row{{"hlep"}, "Did you mean tavrix help?"},
         Row{{"groups", "phone", "--jsno"}, "Did you mean --json?"},
         Row{{"verify", "photos", "--write-checksum"}, "Did you mean --write-checksums?"},
         Row{{"groups", "phone", "--set", "uimode=trips"}, "Did you mean uiMode?"},

@@ -210,7 +210,7 @@ TEST_F(PlacesCommand, names_areKeptInTheStateFolderUntilReset) {
   EXPECT_EQ(folders()[0], "2026-05-01 — Roma") << "what is kept is not looked up again";
   tester.folder.write(cache, "damaged");
   EXPECT_EQ(folders()[0], "2026-05-01 — Rome");
-  EXPECT_EQ(*tester.run({"geocache", "reset", "--json"}).json().member("removed")->asBool(), true);
+  EXPECT_EQ(*tester.run({"geocache", "reset", "--json"}).json().member("removed"), parseJson("1"));
   EXPECT_FALSE(tester.folder.has(cache));
   EXPECT_THAT(tester.run({"geocache", "reset"}).out, StartsWith("Забывать нечего"));
 }

@@ -1,4 +1,5 @@
-#include "cli/help/SettingsHelpTexts.h"
+#include "cli/printing/SettingDescription.h"
+#include "cli/sentences/SettingMeanings.h"
 #include "cli/tests/CommandTester.h"
 #include "foundation/Text.h"
 
@@ -313,17 +314,50 @@ TEST_F(SettingsCommandTest, templatesThatDoNotRead_areNotWrittenOver) {
   EXPECT_EQ(presets({"save", "b", cityTemplate}).status, ExitStatus::done);
 }
 
-TEST_F(SettingsCommandTest, help_namesEverySettingThatIsKept) {
-  const std::string help = settings({"set", "--help"}).out;
-  EXPECT_THAT(help, StartsWith("tavrix settings — "));
-  const JsonValue list = settings({"--json"}).json();
-  for (const JsonValue& entry : *list.asArray()) {
-    const std::string key = *entry.member("key")->asString();
-    const std::string text{
-        help::settings.english.substr(0, help::settings.english.find("Examples"))};
-    EXPECT_THAT(text, HasSubstr(key));
+TEST_F(SettingsCommandTest, savedTemplate_isPrintedAsTheWholeListForPrograms) {
+  presets({"save", "a", cityTemplate});
+  EXPECT_THAT(presets({"save", "b", cityTemplate}).out, StartsWith("b (сохранённый)\n"));
+  EXPECT_EQ(presets({"save", "b", cityTemplate, "--json"}).out, presets({"--json"}).out);
+  const std::string reset = settings({"reset", "savedPresets", "--json"}).out;
+  EXPECT_EQ(reset, presets({"--json"}).out);
+}
+
+TEST_F(SettingsCommandTest, everySetting_isExplainedInBothLanguages) {
+  const JsonValue all = settings({"--all", "--json"}).json();
+  std::vector<std::string_view> keys = settingKeys();
+  keys.emplace_back("uiLanguage");
+  ASSERT_EQ(all.asArray()->size(), keys.size());
+  EXPECT_EQ(sentences::settingMeanings.size(), keys.size()) << "a meaning without a setting";
+  const std::string table = settings({"--all"}).out;
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    const JsonValue& setting = (*all.asArray())[i];
+    EXPECT_EQ(*setting.member("key")->asString(), keys[i]);
+    for (const char* language : {"en", "ru"}) {
+      EXPECT_THAT(*setting.member("meaning")->member(language)->asString(), Not(IsEmpty()))
+          << keys[i];
+    }
+    EXPECT_THAT(table, HasSubstr('\n' + std::string{keys[i]} + ' '));
   }
-  EXPECT_THAT(presets({"--help", "--lang", "en"}).out, StartsWith("tavrix presets — templates"));
+}
+
+TEST_F(SettingsCommandTest, initialValue_isTheOneThatAppliesAndChangesNothing) {
+  const Settings initial = tavrix::initialSettings(TimeZone::utc(), "en_US");
+  const JsonValue all = settings({"--all", "--json"}).json();
+  for (const JsonValue& setting : *all.asArray()) {
+    const std::string key = *setting.member("key")->asString();
+    if (*setting.member("kept")->asBool()) {
+      const JsonValue kept = listed(key);
+      const JsonValue* const value = kept.member("value");
+      const JsonValue* const shown = setting.member("initial");
+      EXPECT_EQ(value == nullptr, shown == nullptr) << key;
+      EXPECT_TRUE(value == nullptr || shown == nullptr || *value == *shown) << key;
+    }
+    if (setting.member("initial") == nullptr || key == "uiLanguage") continue;
+    const std::string text = settingValueText(key, *setting.member("initial"));
+    const auto same = withSetting(initial, key + "=" + (text == "—" ? "" : text));
+    ASSERT_TRUE(std::holds_alternative<Settings>(same)) << key;
+    EXPECT_EQ(std::get<Settings>(same), initial) << key;
+  }
 }
 
 }  // namespace

@@ -35,6 +35,21 @@ TEST(Table, narrowTerminal_shortensTheLongColumnAlone) {
   EXPECT_EQ(tableText(rows, 41), tableText(rows, std::nullopt));
 }
 
+TEST(Table, narrowTerminal_breaksAColumnOfSentencesBetweenItsWords) {
+  StringSink sink;
+  const Table table{
+      {{"Key"}, {.title = "Meaning", .wraps = true}, {.title = "Path", .mayShrink = true}}, 32};
+  table.write(sink, 1, [&](std::size_t) -> Table::Cells {
+    return {"a", "all snapshots arrived safely", "/home/anna/pictures"};
+  });
+  EXPECT_EQ(sink.text(),
+            "Key  Meaning       Path\n"
+            "a    all           /home/…ctures\n"
+            "     snapshots\n"
+            "     arrived\n"
+            "     safely\n");
+}
+
 TEST(Table, controlCharacters_neverReachTheTerminal) {
   EXPECT_THAT(tableText({{"a\x1b[31m\nb", "1", ""}}, std::nullopt),
               HasSubstr("a\uFFFD[31m\uFFFDb"));
