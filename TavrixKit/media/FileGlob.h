@@ -29,7 +29,7 @@ class FileGlob {
   /// One step of the pattern: any characters, or one character of a set.
   struct Step {
     bool isAnyRun = false;
-    bool isOutside = false;       ///< the character must be in none of the ranges
+    bool isOutside = false;  ///< the character must be in none of the ranges
     std::vector<Range> ranges{};
 
     bool takes(char32_t character) const;

@@ -34,10 +34,16 @@ struct RecordedFiles : testing::Test {
                   const std::string& captureDate = "2026-05-19T12:00:00Z") {
     const std::string name = "IMG_1.HEIC";
     return recordedFiles(store, phone,
-                         {*BundleBuilder::bundle("100APPLE/IMG_1",
-                                                 {{still, name, "100APPLE", MediaKind::photo,
-                                                   sizeBytes, parseIso8601(captureDate),
-                                                   std::nullopt, false, {}, {}}})});
+                         {*BundleBuilder::bundle("100APPLE/IMG_1", {{still,
+                                                                     name,
+                                                                     "100APPLE",
+                                                                     MediaKind::photo,
+                                                                     sizeBytes,
+                                                                     parseIso8601(captureDate),
+                                                                     std::nullopt,
+                                                                     false,
+                                                                     {},
+                                                                     {}}})});
   }
 
   TemporaryFolder place;
@@ -49,9 +55,8 @@ TEST_F(RecordedFiles, finishedRunsOfThePhone_count) {
   add(1, "2026-05-20T01:00:00Z", [](auto& run) { run.status = Status::cancelled; });
   add(2, "2026-05-20T02:00:00Z", [](auto& run) { run.status = Status::interrupted; });
   add(3, "2026-05-20T03:00:00Z", [](auto& run) { run.phoneHash = std::string(64, 'b'); });
-  add(4, "2026-05-20T04:00:00Z", [](auto& run) {
-    run.folders[0].shots[0].files[0].state = State::failed;
-  });
+  add(4, "2026-05-20T04:00:00Z",
+      [](auto& run) { run.folders[0].shots[0].files[0].state = State::failed; });
   EXPECT_THAT(found(), IsEmpty());
   EXPECT_EQ(finishedRuns(store, phone).size(), 1U);
   // A newer run that does not mention the file takes nothing away from an older one.
@@ -68,7 +73,8 @@ TEST_F(RecordedFiles, anotherPictureOfTheSameName_isNotTheRecordedOne) {
   EXPECT_THAT(found(11), IsEmpty());
   EXPECT_THAT(found(0), UnorderedElementsAre(still)) << "a size that is not known";
   add(2, "2026-05-20T02:00:00Z", [](auto& run) { run.options.photoFormat = "jpeg"; });
-  EXPECT_THAT(found(11), UnorderedElementsAre(still)) << "the size of the converted file is its own";
+  EXPECT_THAT(found(11), UnorderedElementsAre(still))
+      << "the size of the converted file is its own";
 }
 
 TEST_F(RecordedFiles, damagedRecord_isPassedOver) {

@@ -48,13 +48,15 @@ std::vector<CommandSpec> makeTable() {
        {"SOURCE", "DEST"},
        showPlan,
        &help::plan,
-       withChoice({{"--files", nullptr, [](Invocation& call) -> bool& { return call.listsFiles; }}})},
+       withChoice(
+           {{"--files", nullptr, [](Invocation& call) -> bool& { return call.listsFiles; }}})},
       {"",
        "transfer",
        {"SOURCE", "DEST"},
        transfer,
        &help::transfer,
-       withChoice({{"--dry-run", nullptr, [](Invocation& call) -> bool& { return call.isRehearsal; }}})},
+       withChoice(
+           {{"--dry-run", nullptr, [](Invocation& call) -> bool& { return call.isRehearsal; }}})},
       {"",
        "history",
        {"RECORD-ID"},

@@ -22,9 +22,7 @@ struct Choice {
   std::vector<FileGlob> excluded;    ///< files that are left out
   bool isSinceLast = false;          ///< only shots with a file that no finished run has recorded
 
-  bool isEverything() const {
-    return folders.empty() && !from && excluded.empty() && !isSinceLast;
-  }
+  bool isEverything() const { return folders.empty() && !from && excluded.empty() && !isSinceLast; }
   friend bool operator==(const Choice&, const Choice&) = default;
 };
 

@@ -35,9 +35,8 @@ const SavedPreset* presetOf(const std::vector<SavedPreset>& presets, std::string
                             [&](const SavedPreset& each) { return each.name == title; });
   if (found == presets.end()) {
     const std::string folded = caseFolded(title);
-    found = std::find_if(presets.begin(), presets.end(), [&](const SavedPreset& each) {
-      return caseFolded(each.name) == folded;
-    });
+    found = std::find_if(presets.begin(), presets.end(),
+                         [&](const SavedPreset& each) { return caseFolded(each.name) == folded; });
   }
   return found == presets.end() ? nullptr : &*found;
 }

@@ -78,8 +78,7 @@ void JsonPrinter::templates(const std::vector<NamePresets::Builtin>& builtins,
 
 void JsonPrinter::templateSaved(const std::vector<NamePresets::Builtin>& builtins,
                                 const std::vector<SavedPreset>& saved,
-                                const SavedPreset& /*changed*/,
-                                const std::string& systemLocaleID) {
+                                const SavedPreset& /*changed*/, const std::string& systemLocaleID) {
   templates(builtins, saved, systemLocaleID);
 }
 

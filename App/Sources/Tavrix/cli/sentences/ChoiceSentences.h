@@ -20,11 +20,11 @@ inline constexpr Sentence<std::string_view> badLast{
     "«{}» — не срок для --last; примеры: 7d (дней), 3w (недель), 2m (месяцев).",
     "“{}” is no time for --last; examples: 7d (days), 3w (weeks), 2m (months)."};
 inline constexpr Sentence<> noFinishedRun{
-    "Завершённых переносов с этого телефона ещё не было, поэтому --since-last ничего не пропускает.",
+    "Завершённых переносов с этого телефона ещё не было, поэтому --since-last ничего не "
+    "пропускает.",
     "No transfer from this phone has finished yet, so --since-last leaves nothing out."};
 inline constexpr Sentence<std::string_view> globWithoutMatch{
-    "Под маску --exclude «{}» не подходит ни один файл.",
-    "No file matches --exclude “{}”."};
+    "Под маску --exclude «{}» не подходит ни один файл.", "No file matches --exclude “{}”."};
 
 inline constexpr Sentence<std::string_view> leftOutByChoice{"Пропущены по выбору: {}.",
                                                             "Left out by the choice: {}."};

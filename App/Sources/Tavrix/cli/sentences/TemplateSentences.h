@@ -41,7 +41,7 @@ inline constexpr Sentence<Text, Text, Text> settingBadTemplate{
 inline constexpr Sentence<Text, Text, Text> contextUnknownField{
     "поля «{}» нет{}, можно: {}", "there is no field “{}”{}, allowed: {}"};
 
-// What the templates give.
+// Examples of names.
 inline constexpr Sentence<Text> presetExample{"например: {}", "for example: {}"};
 inline constexpr Sentence<> exampleCity{"Рим", "Rome"};
 inline constexpr Sentence<> exampleCountry{"Италия", "Italy"};

@@ -60,8 +60,7 @@ Choice choiceOf(const CommandContext& context) {
   choice.isSinceLast = options.sinceLast;
   for (const std::string& pattern : options.exclude) choice.excluded.emplace_back(pattern);
   if (!options.last) return choice;
-  const CivilDate today =
-      context.settings.gathering.timeZone.dateAt(context.surroundings.now());
+  const CivilDate today = context.settings.gathering.timeZone.dateAt(context.surroundings.now());
   choice.from = firstDayOf(*options.last, today);
   if (!choice.from) {
     throw CommandFailure{ExitStatus::usage,
@@ -81,8 +80,7 @@ void tellChoice(const CommandContext& context, const PhoneIdentity& phone,
   const Choice choice = choiceOf(context);
   for (const FileGlob& glob : choice.excluded) {
     if (matchesAny(glob, bundles)) continue;
-    context.warn(
-        say(context.language(), sentences::globWithoutMatch, forSentence(glob.text())));
+    context.warn(say(context.language(), sentences::globWithoutMatch, forSentence(glob.text())));
   }
   if (choice.isSinceLast && !hasFinishedRun(context, phone)) {
     context.warn(say(context.language(), sentences::noFinishedRun));

@@ -6,8 +6,8 @@
 
 #include "cli/call/Nearest.h"
 #include "cli/call/Surroundings.h"
-#include "cli/sentences/ChoiceSentences.h"
 #include "cli/printing/SettingDescription.h"
+#include "cli/sentences/ChoiceSentences.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/TemplateSentences.h"
 #include "cli/sentences/VerifySentences.h"

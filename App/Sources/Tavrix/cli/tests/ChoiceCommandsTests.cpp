@@ -34,9 +34,9 @@ struct ChoiceCommands : testing::Test {
     }
     const std::size_t known = plan.member("skippedKnown")->asArray()->size();
     // One file of the catalogue is a sidecar without its picture.
-    EXPECT_EQ(static_cast<double>(paths.size() + known) +
-                  *plan.member("leftOutByChoice")->asNumber() + 1,
-              8);
+    EXPECT_EQ(
+        static_cast<double>(paths.size() + known) + *plan.member("leftOutByChoice")->asNumber() + 1,
+        8);
     std::size_t grouped = 0;
     const JsonValue groups = call("groups", withJson).json();
     for (const JsonValue& group : *groups.member("groups")->asArray()) {
@@ -198,8 +198,8 @@ TEST_F(ChoiceCommands, sinceLast_leavesOutWhatFinishedRunsRecorded) {
 }
 
 TEST_F(ChoiceCommands, transfer_writesThePartAndSaysWhatWasLeftOut) {
-  const CommandResult part =
-      call("transfer", {"--last", "2d", "--exclude", "*.MOV", "--exclude", "*.XYZ", "--lang", "en"});
+  const CommandResult part = call(
+      "transfer", {"--last", "2d", "--exclude", "*.MOV", "--exclude", "*.XYZ", "--lang", "en"});
   EXPECT_EQ(part.status, ExitStatus::done);
   EXPECT_THAT(part.err, HasSubstr("No file matches --exclude “*.XYZ”."));
   EXPECT_THAT(part.out, AllOf(HasSubstr("In the catalogue                              8\n"),

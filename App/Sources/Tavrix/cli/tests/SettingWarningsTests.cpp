@@ -24,10 +24,12 @@ class SettingWarningsTest : public testing::Test {
 };
 
 TEST_F(SettingWarningsTest, settingsWithoutEffect_areToldByGroupsPlanAndTransfer) {
-  const std::vector<std::string> more{
-      "--set", "granularity=month", "--set", "jpegQuality=1", "--set", "nameByGroupID=true",
-      "--set", "datelessName=a", "--set", R"(nameOverrides={"event-x":"a"})",
-      "--set", R"(mergesByMode={"trips":[["a","b"]]})"};
+  const std::vector<std::string> more{"--set", "granularity=month",
+                                      "--set", "jpegQuality=1",
+                                      "--set", "nameByGroupID=true",
+                                      "--set", "datelessName=a",
+                                      "--set", R"(nameOverrides={"event-x":"a"})",
+                                      "--set", R"(mergesByMode={"trips":[["a","b"]]})"};
   for (std::vector<std::string> call : {std::vector<std::string>{"groups", "phone"},
                                         {"plan", "phone", "photos"},
                                         {"transfer", "phone", "photos"}}) {
@@ -57,10 +59,10 @@ TEST_F(SettingWarningsTest, periodThatEndsBeforeItBegins_isAnError) {
   EXPECT_EQ(result.status, ExitStatus::usage);
   EXPECT_THAT(result.err,
               AllOf(HasSubstr("periodFrom=2026-05-21"), HasSubstr("periodTo=2026-05-20")));
-  EXPECT_EQ(run({"groups", "phone", "--set", "periodTo=2026-05-20", "--set",
-                 "periodFrom=2026-05-20"})
-                .status,
-            ExitStatus::done);
+  EXPECT_EQ(
+      run({"groups", "phone", "--set", "periodTo=2026-05-20", "--set", "periodFrom=2026-05-20"})
+          .status,
+      ExitStatus::done);
 }
 
 TEST_F(SettingWarningsTest, unknownTimeZoneOfTheEnvironment_isToldWithTheOneThatIsUsed) {
@@ -72,7 +74,9 @@ TEST_F(SettingWarningsTest, unknownTimeZoneOfTheEnvironment_isToldWithTheOneThat
 }
 
 TEST_F(SettingWarningsTest, wrongValuesInTheSettingsFile_areToldWithWhatIsAllowed) {
-  putDefaults("\xEF\xBB\xBF" R"({"eventGapHours":-1,"tripMinDays":10001,"eventGapKm":5,
+  putDefaults(
+      "\xEF\xBB\xBF"
+      R"({"eventGapHours":-1,"tripMinDays":10001,"eventGapKm":5,
                 "manualHome":{"latitude":91,"longitude":0},"savedPresets":7,"uiLanguage":"fr"})");
   const CommandResult result = run({"settings", "--json"});
   EXPECT_EQ(result.status, ExitStatus::done);

@@ -12,8 +12,8 @@ class TemplateCommandTest : public testing::Test {
   CommandResult render(const std::string& nameTemplate,
                        const std::string& context = R"({"dateStart":"2026-05-20T12:00:00Z",
                                                         "city":"Rome"})") const {
-    return tester.run({"template", "render", "--template", nameTemplate, "--context", context,
-                       "--lang", "en"});
+    return tester.run(
+        {"template", "render", "--template", nameTemplate, "--context", context, "--lang", "en"});
   }
 
   CommandTester tester;
@@ -81,13 +81,15 @@ TEST_F(TemplateCommandTest, presets_showWhatTheyGiveInTheLanguageOfTheNames) {
                     HasSubstr("  for example: 2026-05-20–2026-05-22 — Rome, IT\n")));
   EXPECT_THAT(presets("ru_RU"), HasSubstr("  for example: Май 2026, Рим\n"));
   tester.run({"presets", "save", "a", "{language:english}{month:nameLower} {country}"});
-  tester.run({"presets", "save", "b", R"({"language":"system","tokens":[{"literal":{"_0":"x"}}]})"});
-  EXPECT_THAT(tester.run({"presets", "--lang", "en"}).out,
-              AllOf(HasSubstr("a (saved)\n  {language:english}{month:nameLower} {country}\n"
-                              "  for example: may Italy\n"),
-                    HasSubstr("b (saved)\n"
-                              "  {\"language\":\"system\",\"tokens\":[{\"literal\":{\"_0\":\"x\"}}]}\n"
-                              "  for example: 2026-05-20\n")));
+  tester.run(
+      {"presets", "save", "b", R"({"language":"system","tokens":[{"literal":{"_0":"x"}}]})"});
+  EXPECT_THAT(
+      tester.run({"presets", "--lang", "en"}).out,
+      AllOf(HasSubstr("a (saved)\n  {language:english}{month:nameLower} {country}\n"
+                      "  for example: may Italy\n"),
+            HasSubstr("b (saved)\n"
+                      "  {\"language\":\"system\",\"tokens\":[{\"literal\":{\"_0\":\"x\"}}]}\n"
+                      "  for example: 2026-05-20\n")));
 }
 
 }  // namespace

@@ -45,7 +45,8 @@ TEST(IdleSettings, settingWithoutWhatItNeeds_isFoundUntilThatIsGiven) {
       {"packPerGroup=true", "packAsZip=true"},
   };
   for (const Row& row : rows) {
-    const std::string_view key = std::string_view{row.assignment}.substr(0, row.assignment.find('='));
+    const std::string_view key =
+        std::string_view{row.assignment}.substr(0, row.assignment.find('='));
     if (!row.needed.empty()) {
       const std::string other = row.other.empty() ? row.needed : row.other;
       EXPECT_THAT(idleIn({row.assignment}),
@@ -63,10 +64,12 @@ TEST(IdleSettings, settingThatAnotherOneHides_isFound) {
     IdleSetting idle;
   };
   const std::vector<Row> rows{
-      {{"includeLive=false", "liveOnlyPhoto=true"}, {"liveOnlyPhoto", needsOther, "includeLive=true"}},
+      {{"includeLive=false", "liveOnlyPhoto=true"},
+       {"liveOnlyPhoto", needsOther, "includeLive=true"}},
       {{"uiMode=trips", "eventGapHours=9"}, {"eventGapHours", needsOther, "uiMode=events"}},
       {{"uiMode=flat", "splitByDistance=true"}, {"splitByDistance", needsOther, "uiMode=events"}},
-      {{"splitByDistance=false", "eventGapKm=9"}, {"eventGapKm", needsOther, "splitByDistance=true"}},
+      {{"splitByDistance=false", "eventGapKm=9"},
+       {"eventGapKm", needsOther, "splitByDistance=true"}},
       {{"geocodingEnabled=false", "placeRadiusKm=9"},
        {"placeRadiusKm", needsOther, "geocodingEnabled=true"}},
       {{"geocodingEnabled=false", "mergeDistricts=true"},
