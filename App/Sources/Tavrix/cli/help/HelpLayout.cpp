@@ -151,10 +151,12 @@ std::string brokenExample(const std::string& line, int columns) {
   std::string text;
   std::string current;
   for (const std::string& piece : shellPieces(std::string_view{line}.substr(indent.size()))) {
-    const std::string longer = current.empty() ? indent + piece : current + ' ' + piece;
+    std::string longer = current.empty() ? indent : current + ' ';
+    longer += piece;
     if (!current.empty() && displayWidth(longer) > room) {
       text += current + " \\\n";
-      current = indent + "  " + piece;
+      current = indent + "  ";
+      current += piece;
     } else {
       current = longer;
     }

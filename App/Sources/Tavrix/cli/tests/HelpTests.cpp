@@ -1,3 +1,5 @@
+#include <sstream>
+
 #include "cli/CommandTable.h"
 #include "cli/help/Help.h"
 #include "cli/help/HelpLayout.h"

@@ -1,5 +1,7 @@
+#include <filesystem>
 #include <fstream>
 #include <map>
+#include <sstream>
 
 #include "cli/CommandTable.h"
 #include "cli/tests/CommandTester.h"
