@@ -36,9 +36,9 @@ struct CommandOption {
   /// Returns what the option sets to true.
   bool& (*flag)(Invocation&) = nullptr;
   bool isRequired = false;
+  ValueHint hint{};
   /// Returns where the values of an option that can be repeated are stored.
   std::vector<std::string>& (*values)(Invocation&) = nullptr;
-  ValueHint hint{};
 };
 
 /// One command of the program: its words, its arguments, its action and its help.

@@ -18,21 +18,26 @@ std::string settingKeysText() {
   return text;
 }
 
-bool takesChoice(const help::HelpText* command) {
-  return command == &help::groups || command == &help::plan || command == &help::transfer;
+std::string textIn(Language language, const help::HelpText& text) {
+  return std::string{language == Language::russian ? text.russian : text.english};
+}
+
+bool takesChoice(const help::HelpText& command) {
+  return &command == &help::groups || &command == &help::plan || &command == &help::transfer;
 }
 
 }  // namespace
 
+std::string commandText(Language language, const help::HelpText& command) {
+  return textIn(language, command) + (takesChoice(command) ? textIn(language, help::choice) : "");
+}
+
 std::string helpText(Language language, const help::HelpText* command) {
-  const auto in = [&](const help::HelpText& text) {
-    return std::string{language == Language::russian ? text.russian : text.english};
-  };
-  return laidOut(in(command != nullptr ? *command : help::program) +
-                     (takesChoice(command) ? in(help::choice) : "") + in(help::commonOptions) +
-                     in(help::settingKeysTitle),
-                 helpColumns) +
-         settingKeysText() + (command == nullptr ? in(help::otherLanguage) : "");
+  const std::string text = commandText(language, command != nullptr ? *command : help::program) +
+                           textIn(language, help::commonOptions) +
+                           textIn(language, help::settingKeysTitle);
+  return laidOut(text, helpColumns) + settingKeysText() +
+         (command == nullptr ? textIn(language, help::otherLanguage) : "");
 }
 
 }  // namespace tavrix::cli

@@ -102,7 +102,7 @@ inline constexpr HelpText commonOptions{
                       шаблона ({language:…} в nameTemplate), обычно это язык дат системы (LC_TIME)
   --set КЛЮЧ=ЗНАЧЕНИЕ одна настройка на этот вызов; можно повторять, запомнить: tavrix settings
   --state DIR         папка состояния программы
-  --progress=bar|json|none
+  --progress bar|json|none
                       ход работы в потоке ошибок: строка на терминале (так по умолчанию),
                       объекты JSON по одному в строке для программ, ничего
   --quiet             только результат, предупреждения и ошибки
@@ -122,7 +122,7 @@ Options of every command:
                       of the system's dates (LC_TIME)
   --set KEY=VALUE     one setting for this call; can be repeated; to save one: tavrix settings
   --state DIR         the program's state folder
-  --progress=bar|json|none
+  --progress bar|json|none
                       progress on standard error: a line on a terminal (the default),
                       JSON objects, one a line, for programs, or nothing
   --quiet             only the result, warnings and errors
@@ -175,6 +175,8 @@ inline constexpr HelpText groups{
     R"(tavrix groups SOURCE — папки, в которые попадут снимки, с именами и числом файлов.
 
   --explain           почему папки разделены именно здесь и почему снимок не в поездке
+  --device-name NAME  имя телефона, по которому --since-last находит его переносы
+                      (по умолчанию iPhone)
 
 Раскладка — --set uiMode=…:
   events  события: новое начинается после паузы дольше eventGapHours часов или переезда дальше
@@ -199,6 +201,8 @@ inline constexpr HelpText groups{
     R"(tavrix groups SOURCE — the folders for the shots, with names and counts.
 
   --explain           why folders are split where they are, and why a shot is not in a trip
+  --device-name NAME  the phone's name, by which --since-last finds its transfers
+                      (default: iPhone)
 
 The mode is set by --set uiMode=…:
   events  a new event begins after a pause of more than eventGapHours hours or a jump of more

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/help/Help.h"
 #include "cli/help/HelpLayout.h"
 #include "cli/help/HelpTexts.h"
 #include "cli/sessions/SettingDescriptions.h"
@@ -24,15 +25,20 @@ std::string describedAs(std::string_view help, HelpPart::Kind kind, const std::s
   return {};
 }
 
+std::string textOf(const CommandSpec& command) {
+  return commandText(Language::english, *command.help);
+}
+
 std::string meaningOf(const CommandSpec& command) {
-  return describedAs(command.help->english, HelpPart::Kind::command, "tavrix " + command.words());
+  return describedAs(textOf(command), HelpPart::Kind::command, "tavrix " + command.words());
 }
 
 std::string meaningOf(const CommandSpec& command, std::string_view option) {
   const std::string name{option};
-  const std::string own = describedAs(command.help->english, HelpPart::Kind::command,
-                                      "tavrix " + command.words() + " " + name);
-  return own.empty() ? describedAs(command.help->english, HelpPart::Kind::item, name) : own;
+  const std::string text = textOf(command);
+  const std::string own =
+      describedAs(text, HelpPart::Kind::command, "tavrix " + command.words() + " " + name);
+  return own.empty() ? describedAs(text, HelpPart::Kind::item, name) : own;
 }
 
 }  // namespace

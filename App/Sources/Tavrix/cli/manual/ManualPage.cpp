@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "cli/help/Help.h"
 #include "cli/help/HelpLayout.h"
 #include "cli/help/HelpTexts.h"
 #include "cli/manual/CommandFacts.h"
@@ -123,7 +124,7 @@ std::string commands(Language language) {
     if (std::ranges::find(seen, command.help) != seen.end()) continue;
     seen.push_back(command.help);
     text += fmt::format("## {}\n\n", command.group.empty() ? command.name : command.group);
-    text += partsText(partsOf(language, *command.help));
+    text += partsText(helpParts(commandText(language, *command.help)));
   }
   return text;
 }

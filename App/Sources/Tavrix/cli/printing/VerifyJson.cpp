@@ -24,10 +24,12 @@ std::optional<std::string> foundText(FileStatus::Type type) {
   return std::nullopt;
 }
 
-/// Always in Russian, so that the document does not depend on the language.
-std::optional<std::string> reasonText(int errorCode) {
-  if (errorCode == 0) return std::nullopt;
-  return unreadableReason(Language::russian, errorCode);
+/// Writes why something cannot be read; nothing if there was no error. The sentence is always in
+/// Russian, so that the document does not depend on the language.
+void writeReason(JsonWriter& json, int errorCode) {
+  if (errorCode == 0) return;
+  json.field("reason", unreadableReason(Language::russian, errorCode)).key("reasonCode");
+  encode(ReasonCode{.code = "unreadable", .systemError = errorCode}, json);
 }
 
 void writeTexts(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
@@ -40,7 +42,8 @@ void writeFolders(JsonWriter& json, const std::vector<UnreadableFolder>& folders
   json.key("unreadableFolders").beginArray();
   for (const UnreadableFolder& folder : folders) {
     json.beginObject().field("path", folder.path);
-    json.field("reason", reasonText(folder.code)).endObject();
+    writeReason(json, folder.code);
+    json.endObject();
   }
   json.endArray();
 }
@@ -64,7 +67,8 @@ void writeFile(JsonWriter& json, const CheckedFile& file) {
   json.field("expectedSize", file.expectedSize).field("size", file.size);
   json.field("expectedSha256", file.expectedSha256).field("listedSha256", file.listedSha256);
   json.field("sha256", file.sha256);
-  json.field("found", foundText(file.found)).field("reason", reasonText(file.errorCode));
+  json.field("found", foundText(file.found));
+  writeReason(json, file.errorCode);
   json.endObject();
 }
 
@@ -72,7 +76,8 @@ void writeFile(JsonWriter& json, const ExaminedFile& file) {
   json.beginObject().field("path", file.path).field("state", textOf(file.state));
   json.field("size", file.size).field("sha256", file.sha256);
   if (file.asset) json.field("assetID", file.asset->id());
-  json.field("reason", reasonText(file.errorCode)).endObject();
+  writeReason(json, file.errorCode);
+  json.endObject();
 }
 
 }  // namespace

@@ -283,8 +283,10 @@ TEST_F(ClosedFolder, checks_nameItAndFail) {
         std::vector<std::string>{"verify", "photos", "--json"}}) {
     const CommandResult json = asUser(arguments);
     EXPECT_EQ(json.status, ExitStatus::someFailed);
-    EXPECT_EQ(*json.json().member("unreadableFolders"),
-              parseJson(R"([{"path":"2026-05-20","reason":"нет прав доступа"}])"));
+    EXPECT_EQ(
+        *json.json().member("unreadableFolders"),
+        parseJson(
+            R"([{"path":"2026-05-20","reason":"нет прав доступа","reasonCode":{"code":"unreadable","systemError":13}}])"));
   }
 }
 

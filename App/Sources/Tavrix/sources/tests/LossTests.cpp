@@ -60,7 +60,7 @@ TEST_F(LossTest, serviceThatEndsEveryConnectionForAWhile_isOutlasted) {
   ASSERT_NO_FATAL_FAILURE(session.startTransfer(content.size()));
   simulator.rejectConnections(true);
   ASSERT_TRUE(session.runUntil(
-      [&] { return simulator.rejections() > 10 && session.model.state().pause.has_value(); }));
+      [&] { return simulator.rejections() > 3 && session.model.state().pause.has_value(); }));
   simulator.rejectConnections(false);
   ASSERT_TRUE(session.runUntil([&] { return session.isDone(); }));
   EXPECT_EQ(session.records, 1);
