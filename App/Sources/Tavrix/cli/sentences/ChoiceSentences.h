@@ -23,6 +23,9 @@ inline constexpr Sentence<> noFinishedRun{
     "Завершённых переносов с этого телефона ещё не было, поэтому --since-last ничего не "
     "пропускает.",
     "No transfer from this phone has finished yet, so --since-last leaves nothing out."};
+inline constexpr Sentence<> globEmpty{
+    "После --exclude пустая строка; укажите маску, например '*.AAE'.",
+    "--exclude is followed by an empty text; name a pattern, such as '*.AAE'."};
 inline constexpr Sentence<std::string_view> globWithoutMatch{
     "Под маску --exclude «{}» не подходит ни один файл.", "No file matches --exclude “{}”."};
 

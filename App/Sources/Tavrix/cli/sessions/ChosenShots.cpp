@@ -58,7 +58,13 @@ Choice choiceOf(const CommandContext& context) {
   const ChoiceOptions& options = context.call.choice;
   Choice choice{.folders = options.only, .from = std::nullopt, .excluded = {}};
   choice.isSinceLast = options.sinceLast;
-  for (const std::string& pattern : options.exclude) choice.excluded.emplace_back(pattern);
+  for (const std::string& pattern : options.exclude) {
+    // Often a variable of a script that was not set: nothing would be left out.
+    if (pattern.empty()) {
+      throw CommandFailure{ExitStatus::usage, say(context.language(), sentences::globEmpty)};
+    }
+    choice.excluded.emplace_back(pattern);
+  }
   if (!options.last) return choice;
   const CivilDate today = context.settings.gathering.timeZone.dateAt(context.surroundings.now());
   choice.from = firstDayOf(*options.last, today);

@@ -125,6 +125,7 @@ TEST_F(ChoiceCommands, mistakes_areUsageErrorsBeforeAnythingIsWritten) {
       {{"--only", "date"}, "Did you mean “no-date”?"},
       {{"--only", ""}, "There is no folder “”"},
       {{"--only", "Zanzibar"}, "There is no folder “Zanzibar”"},
+      {{"--exclude", ""}, "--exclude is followed by an empty text"},
       {{"--last", "0d"}, "“0d” is no time"},
       {{"--last", "7"}, "“7” is no time"},
       {{"--last", "-7d"}, "“-7d” is no time"},
