@@ -70,7 +70,7 @@ TEST_P(CallLossTest, atAnyCallOfARun_isWaitedForAndEveryFileIsWhole) {
 TEST_F(LossTest, serviceThatEndsEveryConnectionForAWhile_isOutlasted) {
   auto& simulator = cable.plugIn([](SimulatedPhone& phone) {
     phone.vanishesAfterBytes = 1'000'000;
-    phone.returnsAfter = 20ms;
+    phone.returnsAfter = 1s;  // the service must reject before the phone is back
   });
   CableSession session{cable};
   ASSERT_NO_FATAL_FAILURE(session.startTransfer(content.size()));
