@@ -263,8 +263,6 @@ inline constexpr Sentence<> titleVideos{"Видео", "Videos"};
 inline constexpr Sentence<> titleOthers{"Прочих", "Others"};
 inline constexpr Sentence<> titleNew{"Новых", "New"};
 inline constexpr Sentence<> titleKnown{"Уже там", "Already there"};
-inline constexpr Sentence<> titleTitle{"Название", "Title"};
-inline constexpr Sentence<> titleTemplate{"Шаблон", "Template"};
 inline constexpr Sentence<> kindPhoto{"фото", "photo"};
 inline constexpr Sentence<> kindVideo{"видео", "video"};
 inline constexpr Sentence<> kindSidecar{"правки", "edits"};
