@@ -15,12 +15,18 @@ namespace tavrix {
 /// metadata.
 class FileBytes {
  public:
-  explicit FileBytes(RangedReader& file) : file_(file), size_(file.size()) {}
+  /// `firstBytes` is the least number of bytes that the first fetch asks for.
+  explicit FileBytes(RangedReader& file, std::size_t firstBytes = rangeBytes)
+      : file_(file), size_(file.size()), firstBytes_(firstBytes) {}
 
   std::uint64_t size() const { return size_; }
+  /// Returns the number of ranges that were fetched.
+  std::size_t ranges() const { return ranges_.size(); }
   /// Returns exactly `count` bytes from `offset` on. Returns nullopt if the file has fewer bytes
   /// there, or if fetching them would exceed the limits. The view is valid as long as this object.
   std::optional<std::string_view> at(std::uint64_t offset, std::size_t count);
+  /// As at(), but fetches nothing: returns nullopt if a range with these bytes was not fetched yet.
+  std::optional<std::string_view> kept(std::uint64_t offset, std::size_t count) const;
 
   /// Least number of bytes fetched at once, if the file has that many.
   static constexpr std::size_t rangeBytes = 16 * 1024;
@@ -42,6 +48,7 @@ class FileBytes {
 
   RangedReader& file_;
   std::uint64_t size_;
+  std::size_t firstBytes_;
   std::size_t bytesFetched_ = 0;
   std::deque<Range> ranges_;
 };

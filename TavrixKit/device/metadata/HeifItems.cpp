@@ -34,14 +34,13 @@ std::uint64_t HeifItems::primaryItem() const {
   return cursor.number(version == 0 ? 2 : 4);
 }
 
-std::vector<std::uint64_t> HeifItems::itemsOf(std::string_view type,
-                                              std::string_view contentType) const {
-  std::vector<std::uint64_t> items;
+std::vector<HeifItems::Entry> HeifItems::entries() const {
+  std::vector<Entry> result;
   const auto list = box("iinf");
   const auto version = list ? file_->at(list->begin, 1) : std::nullopt;
-  if (!version) return items;
-  IsoBoxes entries{*file_, list->begin + 4 + (version->front() == 0 ? 2U : 4U), list->end};
-  while (const auto entry = entries.next()) {
+  if (!version) return result;
+  IsoBoxes boxes{*file_, list->begin + 4 + (version->front() == 0 ? 2U : 4U), list->end};
+  while (const auto entry = boxes.next()) {
     const auto bytes = entry->type == "infe" ? contentOf(*file_, *entry) : std::nullopt;
     if (!bytes) continue;
     ByteCursor cursor{*bytes};
@@ -50,44 +49,61 @@ std::vector<std::uint64_t> HeifItems::itemsOf(std::string_view type,
     const std::uint64_t item = cursor.number(entryVersion < 3 ? 2 : 4);
     cursor.take(2);
     // Older versions have no item types.
-    if (entryVersion < 2 || cursor.take(4) != type) continue;
-    if (contentType.empty() || secondText(*bytes, entryVersion < 3 ? 12 : 14) == contentType)
-      items.push_back(item);
+    if (entryVersion < 2) continue;
+    result.push_back({item, cursor.take(4), secondText(*bytes, entryVersion < 3 ? 12 : 14)});
+  }
+  return result;
+}
+
+std::vector<std::uint64_t> HeifItems::itemsOf(std::string_view type,
+                                              std::string_view contentType) const {
+  std::vector<std::uint64_t> items;
+  for (const Entry& entry : entries()) {
+    if (entry.type == type && (contentType.empty() || entry.contentType == contentType))
+      items.push_back(entry.item);
   }
   return items;
 }
 
-/// Returns true if the item refers to the primary picture by "content describes".
-bool HeifItems::describesPrimary(std::uint64_t item) const {
+std::string_view HeifItems::typeOf(std::uint64_t item) const {
+  const auto all = entries();
+  const auto found =
+      std::find_if(all.begin(), all.end(), [&](const Entry& entry) { return entry.item == item; });
+  return found == all.end() ? std::string_view{} : found->type;
+}
+
+std::vector<std::uint64_t> HeifItems::referringToPrimary(std::string_view type) const {
+  std::vector<std::uint64_t> items;
   const auto references = box("iref");
   const auto version = references ? file_->at(references->begin, 1) : std::nullopt;
-  if (!version) return false;
+  if (!version) return items;
   const std::size_t idBytes = version->front() == 0 ? 2 : 4;
   IsoBoxes boxes{*file_, references->begin + 4, references->end};
   while (const auto reference = boxes.next()) {
-    const auto bytes = reference->type == "cdsc" ? contentOf(*file_, *reference) : std::nullopt;
+    const auto bytes = reference->type == type ? contentOf(*file_, *reference) : std::nullopt;
     if (!bytes) continue;
     ByteCursor cursor{*bytes};
-    if (cursor.number(idBytes) != item) continue;
+    const std::uint64_t item = cursor.number(idBytes);
     for (std::uint64_t count = cursor.number(2); count > 0 && !cursor.hasFailed(); --count) {
-      if (cursor.number(idBytes) == primary_ && !cursor.hasFailed()) return true;
+      if (cursor.number(idBytes) != primary_ || cursor.hasFailed()) continue;
+      items.push_back(item);
+      break;
     }
   }
-  return false;
+  return items;
 }
+
+std::vector<std::uint64_t> HeifItems::thumbnails() const { return referringToPrimary("thmb"); }
 
 std::uint64_t HeifItems::describing(const std::vector<std::uint64_t>& items) const {
   if (items.empty()) return 0;
   if (items.size() == 1) return items.front();
-  constexpr std::ptrdiff_t maxLooked = 16;
-  const auto last = items.begin() + std::min<std::ptrdiff_t>(std::ssize(items), maxLooked);
+  const auto describers = referringToPrimary("cdsc");
   const auto found =
-      std::find_if(items.begin(), last, [&](std::uint64_t item) { return describesPrimary(item); });
-  return found == last ? items.front() : *found;
+      std::find_first_of(items.begin(), items.end(), describers.begin(), describers.end());
+  return found == items.end() ? items.front() : *found;
 }
 
-/// Returns the location of an item's bytes. Returns nullopt if they are scattered or in another
-/// file.
 std::optional<HeifItems::Extent> HeifItems::extentOf(std::uint64_t item) const {
   ByteCursor cursor{content("iloc")};
   const std::uint64_t version = cursor.number(1);
@@ -132,42 +148,54 @@ std::optional<HeifItems::Extent> HeifItems::exif() const {
 
 std::optional<HeifItems::Extent> HeifItems::xmp() const {
   const auto items = itemsOf("mime", "application/rdf+xml");
-  const auto found = std::find_if(items.begin(), items.end(),
-                                  [&](std::uint64_t item) { return describesPrimary(item); });
+  const auto describers = referringToPrimary("cdsc");
+  const auto found =
+      std::find_first_of(items.begin(), items.end(), describers.begin(), describers.end());
   return found == items.end() ? std::nullopt : extentOf(*found);
 }
 
 /// Returns the indexes of the properties, counted from 1.
-std::vector<std::uint64_t> HeifItems::propertiesOfPrimary(const IsoBox& properties) const {
+std::vector<std::uint64_t> HeifItems::indexesOf(std::uint64_t item,
+                                                const IsoBox& properties) const {
   std::vector<std::uint64_t> result;
   const auto found = IsoBoxes::find(*file_, properties.begin, properties.end, "ipma");
   ByteCursor cursor{found ? contentOf(*file_, *found).value_or("") : ""};
   const std::uint64_t version = cursor.number(1);
   const bool hasLargeIndexes = (cursor.number(3) & 1U) != 0;
   for (std::uint64_t left = cursor.number(4); left > 0 && !cursor.hasFailed(); --left) {
-    const std::uint64_t item = cursor.number(version < 1 ? 2 : 4);
+    const std::uint64_t owner = cursor.number(version < 1 ? 2 : 4);
     for (std::uint64_t count = cursor.number(1); count > 0; --count) {
       // The first bit is set if a reader must understand the property.
       const std::uint64_t index =
           hasLargeIndexes ? cursor.number(2) & 0x7FFFU : cursor.number(1) & 0x7FU;
-      if (item == primary_ && !cursor.hasFailed()) result.push_back(index);
+      if (owner == item && !cursor.hasFailed()) result.push_back(index);
     }
   }
   return result;
 }
 
-std::optional<IsoBox> HeifItems::propertyOfPrimary(std::string_view type) const {
+std::vector<IsoBox> HeifItems::propertiesOf(std::uint64_t item) const {
+  std::vector<IsoBox> result;
   const auto properties = box("iprp");
   const auto list = properties ? IsoBoxes::find(*file_, properties->begin, properties->end, "ipco")
                                : std::nullopt;
-  if (!list) return std::nullopt;
-  const auto wanted = propertiesOfPrimary(*properties);
-  IsoBoxes boxes{*file_, list->begin, list->end};
-  for (std::uint64_t index = 1; const auto property = boxes.next(); ++index) {
-    const bool isWanted = std::find(wanted.begin(), wanted.end(), index) != wanted.end();
-    if (isWanted && property->type == type) return property;
+  if (!list) return result;
+  std::vector<IsoBox> all;
+  for (IsoBoxes boxes{*file_, list->begin, list->end}; const auto property = boxes.next();)
+    all.push_back(*property);
+  constexpr std::size_t maxProperties = 64;
+  for (const std::uint64_t index : indexesOf(item, *properties)) {
+    if (result.size() == maxProperties) break;
+    if (index > 0 && index <= all.size()) result.push_back(all[index - 1]);
   }
-  return std::nullopt;
+  return result;
+}
+
+std::optional<IsoBox> HeifItems::propertyOfPrimary(std::string_view type) const {
+  const auto properties = propertiesOf(primary_);
+  const auto found = std::find_if(properties.begin(), properties.end(),
+                                  [&](const IsoBox& property) { return property.type == type; });
+  return found == properties.end() ? std::nullopt : std::optional{*found};
 }
 
 }  // namespace tavrix

@@ -31,6 +31,15 @@ class HeifItems {
   std::optional<Extent> exif() const;
   /// Returns the location of the primary picture's XMP packet, or nullopt if there is none.
   std::optional<Extent> xmp() const;
+  /// Returns the item numbers of the thumbnails of the primary picture.
+  std::vector<std::uint64_t> thumbnails() const;
+  /// Returns the type of an item, such as "hvc1"; empty if there is no such item.
+  std::string_view typeOf(std::uint64_t item) const;
+  /// Returns the location of an item's bytes. Returns nullopt if they are scattered or in another
+  /// file.
+  std::optional<Extent> extentOf(std::uint64_t item) const;
+  /// Returns the properties of an item in the order in which they apply.
+  std::vector<IsoBox> propertiesOf(std::uint64_t item) const;
   /// Returns the primary picture's first property of type `type`, or nullopt if there is none.
   std::optional<IsoBox> propertyOfPrimary(std::string_view type) const;
   /// Returns the first box of type `type` directly in the "meta" box, or nullopt if there is none.
@@ -43,17 +52,25 @@ class HeifItems {
   HeifItems(FileBytes& file, const IsoBox& meta)
       : file_(&file), begin_(meta.begin + 4), end_(meta.end), primary_(primaryItem()) {}
 
+  /// An item in the list of all items.
+  struct Entry {
+    std::uint64_t item = 0;
+    std::string_view type;
+    std::string_view contentType;
+  };
+
   std::string_view content(std::string_view type) const;
   std::uint64_t primaryItem() const;
+  std::vector<Entry> entries() const;
   /// Returns the numbers of the items of type `type`. If `contentType` is not empty, only those of
   /// that content type.
   std::vector<std::uint64_t> itemsOf(std::string_view type, std::string_view contentType) const;
-  bool describesPrimary(std::uint64_t item) const;
+  /// Returns the items that refer to the primary picture by a reference of type `type`.
+  std::vector<std::uint64_t> referringToPrimary(std::string_view type) const;
   /// Returns the item that describes the primary picture, else the first item; 0 if `items` is
   /// empty.
   std::uint64_t describing(const std::vector<std::uint64_t>& items) const;
-  std::optional<Extent> extentOf(std::uint64_t item) const;
-  std::vector<std::uint64_t> propertiesOfPrimary(const IsoBox& properties) const;
+  std::vector<std::uint64_t> indexesOf(std::uint64_t item, const IsoBox& properties) const;
 
   FileBytes* file_;
   std::uint64_t begin_;

@@ -92,7 +92,11 @@ std::optional<std::uint64_t> TiffBlock::number(const Field& field, std::uint32_t
       std::find(wholeTypes.begin(), wholeTypes.end(), field.type) != wholeTypes.end();
   if (!isWhole || index >= field.count) return std::nullopt;
   const std::size_t size = bytesOf(field.type);
-  const auto value = bytes(field.valueAt + index * size, size);
+  return numberAt(field.valueAt + index * size, size);
+}
+
+std::optional<std::uint64_t> TiffBlock::numberAt(std::uint64_t offset, std::size_t count) const {
+  const auto value = bytes(offset, count);
   if (!value) return std::nullopt;
   return decoded(*value);
 }

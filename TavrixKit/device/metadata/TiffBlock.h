@@ -26,6 +26,10 @@ class TiffBlock {
   /// none.
   static std::optional<TiffBlock> open(FileBytes& file, std::uint64_t begin, std::uint64_t length);
 
+  /// Returns the offset of the block in the file.
+  std::uint64_t begin() const { return begin_; }
+  /// Returns the length of the block in bytes; the file may be shorter.
+  std::uint64_t length() const { return length_; }
   /// Returns the offset of the first directory from the start of the block.
   std::uint64_t firstDirectory() const { return first_; }
   /// Returns the fields of the directory at `offset`; empty if there is no directory.
@@ -37,6 +41,9 @@ class TiffBlock {
   /// Returns the value at `index` of a field of whole numbers. Returns nullopt if the field has
   /// another type or no such value.
   std::optional<std::uint64_t> number(const Field& field, std::uint32_t index = 0) const;
+  /// Returns the unsigned number in the `count` bytes (at most 8) at `offset` of the block, for
+  /// fields whose values have a structure of their own. Returns nullopt past the end.
+  std::optional<std::uint64_t> numberAt(std::uint64_t offset, std::size_t count) const;
   /// Returns the value at `index` of a field of fractions, signed or unsigned. Returns nullopt if
   /// the field has another type or no such value, or if the denominator is 0.
   std::optional<double> rational(const Field& field, std::uint32_t index = 0) const;
