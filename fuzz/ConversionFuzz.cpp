@@ -1,5 +1,5 @@
 // Tests the converter's own parsers: orientation, segments, references and tiles, the fields of a
-// TIFF file, the frame of a result and the report of a process.
+// TIFF file, the frame of a result, the report of a process and the head of a decoded picture.
 
 #include <cstdint>
 #include <cstdlib>
@@ -7,6 +7,7 @@
 
 #include "conversion/ConversionReport.h"
 #include "conversion/JpegFrame.h"
+#include "conversion/PictureMessages.h"
 #include "conversion/codecs/HeifReferences.h"
 #include "conversion/codecs/HeifTiles.h"
 #include "conversion/codecs/StillMetadata.h"
@@ -49,6 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (const auto frame = readJpegFrame(file)) require(frame->width > 0 && frame->height > 0);
   ConversionReport::Reader reader;
   reader.add(bytes);
+  if (const auto head = PictureMessages::readReplyHead(bytes))
+    require(PictureMessages::replyHead(*head) == bytes);
   if (const auto picture = readHeifTiles(bytes)) {
     require(picture->tiles.size() == std::size_t{picture->columns} * picture->rows);
     require(std::uint64_t{picture->tileWidth} * picture->columns >= picture->width);

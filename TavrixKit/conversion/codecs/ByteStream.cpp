@@ -4,14 +4,23 @@
 #include <new>
 
 #include "conversion/codecs/platform/Descriptors.h"
+#include "device/metadata/MemoryReader.h"
 #include "foundation/files/FileError.h"
 
 namespace tavrix::av {
 
 ByteStream::ByteStream(int descriptor, Purpose purpose)
     : descriptor_(descriptor), purpose_(purpose) {
+  open();
+}
+
+ByteStream::ByteStream(std::span<const char> bytes) : bytes_(bytes), purpose_(Purpose::reading) {
+  open();
+}
+
+void ByteStream::open() {
   constexpr int bufferBytes = 256 * 1024;
-  const bool isWriting = purpose == Purpose::writing;
+  const bool isWriting = purpose_ == Purpose::writing;
   auto* const buffer = static_cast<unsigned char*>(av_malloc(bufferBytes));
   if (buffer == nullptr) throw std::bad_alloc{};
   context_ = avio_alloc_context(buffer, bufferBytes, isWriting ? 1 : 0, this,
@@ -34,6 +43,17 @@ void ByteStream::requireNoError() const {
   throw FileError{isWriting ? FileOperation::write : FileOperation::read, {}, error_};
 }
 
+std::int64_t ByteStream::size() const {
+  return descriptor_ >= 0 ? descriptors::size(descriptor_)
+                          : static_cast<std::int64_t>(bytes_.size());
+}
+
+std::int64_t ByteStream::readPiece(std::span<char> buffer) const {
+  const auto offset = static_cast<std::uint64_t>(position_);
+  if (descriptor_ >= 0) return descriptors::readAt(descriptor_, offset, buffer);
+  return static_cast<std::int64_t>(MemoryReader{bytes_}.read(offset, buffer));
+}
+
 int ByteStream::remember(std::int64_t result) {
   if (result < 0 && error_ == 0) error_ = static_cast<int>(-result);
   return static_cast<int>(result);
@@ -42,8 +62,7 @@ int ByteStream::remember(std::int64_t result) {
 int ByteStream::read(void* self, std::uint8_t* buffer, int count) {
   auto& stream = *static_cast<ByteStream*>(self);
   const int result = stream.remember(
-      descriptors::readAt(stream.descriptor_, static_cast<std::uint64_t>(stream.position_),
-                          {reinterpret_cast<char*>(buffer), static_cast<std::size_t>(count)}));
+      stream.readPiece({reinterpret_cast<char*>(buffer), static_cast<std::size_t>(count)}));
   if (result == 0) return AVERROR_EOF;
   if (result > 0) stream.position_ += result;
   return result;
@@ -63,14 +82,14 @@ std::int64_t ByteStream::seek(void* self, std::int64_t offset, int whence) {
   std::int64_t base = 0;
   switch (whence & ~AVSEEK_FORCE) {
     case AVSEEK_SIZE:
-      return descriptors::size(stream.descriptor_);
+      return stream.size();
     case SEEK_SET:
       break;
     case SEEK_CUR:
       base = stream.position_;
       break;
     case SEEK_END:
-      base = descriptors::size(stream.descriptor_);
+      base = stream.size();
       break;
     default:
       return AVERROR(EINVAL);

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace tavrix {
 
@@ -31,5 +35,10 @@ std::string profileOf(const MeasuredColours& colours);
 
 /// Returns true if the profile is for pictures with this number of channels: 1 for grey, 3 for RGB.
 bool fitsChannels(const std::string& icc, int channels);
+
+/// Converts pixels of 1 (grey) or 3 channels to sRGB, three values a pixel. Returns nullopt if the
+/// profile is unusable or for pictures with another number of channels.
+std::optional<std::vector<std::uint8_t>> inSrgb(std::span<const std::uint8_t> values, int channels,
+                                                const std::string& icc);
 
 }  // namespace tavrix

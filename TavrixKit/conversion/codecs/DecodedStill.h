@@ -43,12 +43,22 @@ struct YcbcrPlanes {
   std::shared_ptr<const void> owner{};
 };
 
+/// How to read a still.
+struct StillReading {
+  /// Fails for an animation or a file of several pages; otherwise its first or primary picture is
+  /// read.
+  bool rejectsSeveral = true;
+  /// Turns a HEIF picture as its properties say; pictures of other formats are not turned yet.
+  bool turnsHeif = true;
+};
+
 /// A still in the form of its file: rows or planes, and its metadata.
 struct DecodedStill {
   StillMetadata metadata{};
   std::uint32_t width = 0;  ///< as decoded, before `orientation`
   std::uint32_t height = 0;
-  int orientation = 1;  ///< 1 to 8 as in Exif, still to be applied
+  int orientation = 1;    ///< 1 to 8 as in Exif, still to be applied
+  bool isTurned = false;  ///< the pixels were turned as the file's properties say
   bool isCropped = false;
   bool isSubsampled = false;  ///< its colours are stored at half the resolution
   std::unique_ptr<PixelRows> rows{};
@@ -65,11 +75,18 @@ struct StillLimits {
 /// Throws ConversionError for a size that is zero or beyond the limits.
 void checkStillSize(std::uint64_t width, std::uint64_t height);
 
+/// Decodes a still of any format except JPEG, according to its content. Throws ConversionError. The
+/// bytes must outlive the result and may be modified.
+DecodedStill decodeStill(std::span<char> source, const StillReading& reading);
+
 /// Decode a still of each file format. All throw ConversionError. The bytes must outlive the
 /// result; decodeHeif() may modify them.
-DecodedStill decodeHeif(std::span<char> source);
-DecodedStill decodePng(std::span<const char> source);
-DecodedStill decodeTiff(std::span<const char> source);
-DecodedStill decodeWebp(std::span<const char> source);
+DecodedStill decodeHeif(std::span<char> source, const StillReading& reading);
+DecodedStill decodePng(std::span<const char> source, const StillReading& reading);
+DecodedStill decodeTiff(std::span<const char> source, const StillReading& reading);
+DecodedStill decodeWebp(std::span<const char> source, const StillReading& reading);
+/// Decodes a JPEG file at a half, a quarter or an eighth of its size if the longer side keeps
+/// clearly more than `longestSide` pixels. A truncated file is decoded as far as it goes.
+DecodedStill decodeJpeg(std::span<const char> source, std::uint32_t longestSide);
 
 }  // namespace tavrix

@@ -42,10 +42,16 @@ double inSeconds(std::int64_t time, AVRational unit) {
 }  // namespace
 
 FilmSource::FilmSource(int descriptor) : bytes_(descriptor, av::ByteStream::Purpose::reading) {
+  open(true);
+}
+
+FilmSource::FilmSource(std::span<const char> bytes) : bytes_(bytes) { open(false); }
+
+void FilmSource::open(bool hasSounds) {
   try {
-    open();
+    openFormat();
     choosePicture();
-    chooseSounds();
+    if (hasSounds) chooseSounds();
     requireBounds();
   } catch (...) {
     avformat_close_input(&format_);
@@ -55,7 +61,7 @@ FilmSource::FilmSource(int descriptor) : bytes_(descriptor, av::ByteStream::Purp
 
 FilmSource::~FilmSource() { avformat_close_input(&format_); }
 
-void FilmSource::open() {
+void FilmSource::openFormat() {
   format_ = avformat_alloc_context();
   if (format_ == nullptr) throw std::bad_alloc{};
   format_->pb = bytes_.get();

@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,8 @@ class FilmSource {
  public:
   /// The caller keeps the ownership of the descriptor, which must stay open.
   explicit FilmSource(int descriptor);
+  /// Opens a film in memory for its pictures alone. The bytes must outlive the film.
+  explicit FilmSource(std::span<const char> bytes);
   ~FilmSource();
   FilmSource(const FilmSource&) = delete;
   FilmSource& operator=(const FilmSource&) = delete;
@@ -58,7 +61,8 @@ class FilmSource {
   std::optional<std::string> tag(const char* name) const;
 
  private:
-  void open();
+  void open(bool hasSounds);
+  void openFormat();
   void choosePicture();
   void chooseSounds();
   void requireBounds() const;

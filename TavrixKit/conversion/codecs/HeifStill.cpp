@@ -134,11 +134,12 @@ bool isPlanarRgb8(const Image& image) {
          heif_image_get_bits_per_pixel_range(image.get(), heif_channel_R) == 8;
 }
 
-Image decode(const Handle& handle, heif_colorspace space, heif_chroma chroma) {
+Image decode(const Handle& handle, heif_colorspace space, heif_chroma chroma, bool isTurned) {
   const std::unique_ptr<heif_decoding_options, void (*)(heif_decoding_options*)> options{
       heif_decoding_options_alloc(), heif_decoding_options_free};
   if (options == nullptr) throw std::bad_alloc{};
   options->strict_decoding = 1;
+  options->ignore_transformations = isTurned ? 0 : 1;
   heif_image* image = nullptr;
   require(heif_decode_image(handle.get(), &image, space, chroma, options.get()));
   return {image, heif_image_release};
@@ -182,8 +183,9 @@ bool hasJpegMatrix(const Image& image) {
 /// Decodes the tiles in which phones store a picture. The library would convert each of them to
 /// red, green and blue; here they stay luma and chroma. Returns false for any other picture.
 bool decodeTiled(std::span<const char> source, bool isTold, DecodedStill& still) {
-  const auto tiles = readHeifTiles(source);
+  auto tiles = readHeifTiles(source);
   if (!tiles) return false;
+  if (!still.isTurned) tiles->quarterTurns = 0;
   const bool isTurned = tiles->quarterTurns % 2 != 0;
   const bool isWhole = (isTurned ? tiles->height : tiles->width) == still.width &&
                        (isTurned ? tiles->width : tiles->height) == still.height;
@@ -200,7 +202,8 @@ void decodePixels(std::span<const char> source, const Handle& handle, DecodedSti
   const bool mayBePlanes = !hasAlpha && hasJpegMatrix(nclx.get());
   if (mayBePlanes && decodeTiled(source, nclx != nullptr, still)) return;
   if (mayBePlanes) {
-    const Image image = decode(handle, heif_colorspace_undefined, heif_chroma_undefined);
+    const Image image =
+        decode(handle, heif_colorspace_undefined, heif_chroma_undefined, still.isTurned);
     if (heif_image_get_colorspace(image.get()) == heif_colorspace_monochrome) {
       still.rows = std::make_unique<HeifRows>(image, heif_channel_Y, 1);
       return;
@@ -219,13 +222,14 @@ void decodePixels(std::span<const char> source, const Handle& handle, DecodedSti
   const heif_chroma chroma =
       hasAlpha ? (isDeep ? heif_chroma_interleaved_RRGGBBAA_LE : heif_chroma_interleaved_RGBA)
                : (isDeep ? heif_chroma_interleaved_RRGGBB_LE : heif_chroma_interleaved_RGB);
-  still.rows = std::make_unique<HeifRows>(decode(handle, heif_colorspace_RGB, chroma),
-                                          heif_channel_interleaved, hasAlpha ? 4 : 3);
+  still.rows =
+      std::make_unique<HeifRows>(decode(handle, heif_colorspace_RGB, chroma, still.isTurned),
+                                 heif_channel_interleaved, hasAlpha ? 4 : 3);
 }
 
 }  // namespace
 
-DecodedStill decodeHeif(std::span<char> source) {
+DecodedStill decodeHeif(std::span<char> source, const StillReading& reading) {
   MemoryReader reader{source};
   FileBytes file{reader};
   const auto items = HeifItems::open(file);
@@ -243,15 +247,16 @@ DecodedStill decodeHeif(std::span<char> source) {
   heif_context_set_maximum_image_size_limit(context.get(), StillLimits::maxSide);
   require(heif_context_read_from_memory_without_copy(context.get(), source.data(), source.size(),
                                                      nullptr));
-  if (heif_context_get_number_of_top_level_images(context.get()) > 1)
+  if (reading.rejectsSeveral && heif_context_get_number_of_top_level_images(context.get()) > 1)
     throw ConversionError{ConversionFailure::severalPictures};
   heif_image_handle* primary = nullptr;
   require(heif_context_get_primary_image_handle(context.get(), &primary));
   const Handle handle{primary, [context](heif_image_handle* h) { heif_image_handle_release(h); }};
-  const int width = heif_image_handle_get_width(primary);
-  const int height = heif_image_handle_get_height(primary);
   const int storedWidth = heif_image_handle_get_ispe_width(primary);
   const int storedHeight = heif_image_handle_get_ispe_height(primary);
+  still.isTurned = reading.turnsHeif;
+  const int width = still.isTurned ? heif_image_handle_get_width(primary) : storedWidth;
+  const int height = still.isTurned ? heif_image_handle_get_height(primary) : storedHeight;
   checkStillSize(static_cast<std::uint64_t>(std::max(width, 0)),
                  static_cast<std::uint64_t>(std::max(height, 0)));
   checkStillSize(static_cast<std::uint64_t>(std::max(storedWidth, 0)),

@@ -20,21 +20,10 @@ using av::check;
 constexpr int whiteLuminance = 203;
 constexpr int peakLuminance = 1000;
 
-/// Converts to linear light with paper white at 1 and the colours of BT.709, compresses values
-/// above the knee to below 1, and converts back.
-std::string toneMapping(const AVCodecParameters& pictures) {
-  const char* const transfer =
-      pictures.color_trc == AVCOL_TRC_SMPTE2084 ? "smpte2084" : "arib-std-b67";
-  const char* const range = pictures.color_range == AVCOL_RANGE_JPEG ? "full" : "limited";
-  return fmt::format(
-      "zscale=tin={}:min=2020_ncl:pin=2020:rin={}:t=linear:npl={},format=gbrpf32le,"
-      "zscale=p=709,tonemap=tonemap=mobius:param=0.5:peak={:.3f}:desat=0,"
-      "zscale=t=709:m=709:p=709:r=limited:d=ordered,format=yuv420p",
-      transfer, range, whiteLuminance, double{peakLuminance} / whiteLuminance);
-}
-
 std::string filtersFor(const AVCodecParameters& pictures) {
-  if (isHighDynamicRange(pictures)) return toneMapping(pictures);
+  if (isHighDynamicRange(pictures))
+    return toneMappingFilters(pictures) +
+           ",zscale=t=709:m=709:p=709:r=limited:d=ordered,format=yuv420p";
   if (isPlainPicture(pictures)) return "null";
   const AVPixFmtDescriptor* const format =
       av_pix_fmt_desc_get(static_cast<AVPixelFormat>(pictures.format));
@@ -62,6 +51,17 @@ void setColours(AVCodecParameters& parameters, bool wasHighDynamicRange) {
 
 }  // namespace
 
+/// Makes paper white 1 and compresses values above the knee.
+std::string toneMappingFilters(const AVCodecParameters& pictures) {
+  const char* const transfer =
+      pictures.color_trc == AVCOL_TRC_SMPTE2084 ? "smpte2084" : "arib-std-b67";
+  const char* const range = pictures.color_range == AVCOL_RANGE_JPEG ? "full" : "limited";
+  return fmt::format(
+      "zscale=tin={}:min=2020_ncl:pin=2020:rin={}:t=linear:npl={},format=gbrpf32le,"
+      "zscale=p=709,tonemap=tonemap=mobius:param=0.5:peak={:.3f}:desat=0",
+      transfer, range, whiteLuminance, double{peakLuminance} / whiteLuminance);
+}
+
 bool isHighDynamicRange(const AVCodecParameters& pictures) {
   return pictures.color_trc == AVCOL_TRC_ARIB_STD_B67 || pictures.color_trc == AVCOL_TRC_SMPTE2084;
 }
@@ -71,6 +71,10 @@ bool isPlainPicture(const AVCodecParameters& pictures) {
 }
 
 PictureFilter::PictureFilter(const AVCodecParameters& pictures, AVRational unit)
+    : PictureFilter(pictures, unit, filtersFor(pictures)) {}
+
+PictureFilter::PictureFilter(const AVCodecParameters& pictures, AVRational unit,
+                             const std::string& filters)
     : graph_(avfilter_graph_alloc()), result_(avcodec_parameters_alloc()) {
   if (!graph_ || !result_) throw std::bad_alloc{};
   constexpr auto failure = ConversionFailure::unsupportedColour;
@@ -85,8 +89,8 @@ PictureFilter::PictureFilter(const AVCodecParameters& pictures, AVRational unit)
   if (outputs == nullptr || inputs == nullptr) throw std::bad_alloc{};
   *outputs = {av_strdup("in"), source_, 0, nullptr};
   *inputs = {av_strdup("out"), sink_, 0, nullptr};
-  const int parsed = avfilter_graph_parse_ptr(graph_.get(), filtersFor(pictures).c_str(), &inputs,
-                                              &outputs, nullptr);
+  const int parsed =
+      avfilter_graph_parse_ptr(graph_.get(), filters.c_str(), &inputs, &outputs, nullptr);
   avfilter_inout_free(&inputs);
   avfilter_inout_free(&outputs);
   check(parsed, failure);

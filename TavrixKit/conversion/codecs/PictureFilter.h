@@ -13,6 +13,8 @@ class PictureFilter {
   /// `pictures` describes the decoder's output, `unit` is the unit of its times. Throws
   /// ConversionError for colours that would not survive.
   PictureFilter(const AVCodecParameters& pictures, AVRational unit);
+  /// As above, with other filters in the syntax of FFmpeg's command line.
+  PictureFilter(const AVCodecParameters& pictures, AVRational unit, const std::string& filters);
 
   /// Takes the frame over; nullptr at the end.
   void push(AVFrame* frame);
@@ -34,6 +36,9 @@ class PictureFilter {
   std::unique_ptr<AVCodecParameters, FreeParameters> result_;
 };
 
+/// Returns the filters from a high dynamic range to linear light in the colours of BT.709, with all
+/// values below 1.
+std::string toneMappingFilters(const AVCodecParameters& pictures);
 /// Returns true if the colours have a high dynamic range: Hybrid Log-Gamma or Perceptual Quantizer
 /// (ITU-R BT.2100).
 bool isHighDynamicRange(const AVCodecParameters& pictures);

@@ -147,8 +147,9 @@ bool isAnimated(std::span<const char> source) {
 
 }  // namespace
 
-DecodedStill decodePng(std::span<const char> source) {
-  if (isAnimated(source)) throw ConversionError{ConversionFailure::severalPictures};
+DecodedStill decodePng(std::span<const char> source, const StillReading& how) {
+  if (how.rejectsSeveral && isAnimated(source))
+    throw ConversionError{ConversionFailure::severalPictures};
   const auto reading = std::make_shared<PngReading>(source);
   png_read_info(reading->png(), reading->info());
   DecodedStill still;

@@ -14,28 +14,6 @@
 namespace tavrix {
 namespace {
 
-using namespace std::string_view_literals;
-
-bool isHeif(std::string_view bytes) {
-  constexpr std::string_view brands[] = {"heic", "heix", "heim", "heis", "hevc", "hevx",
-                                         "mif1", "msf1", "avif", "avis", "miaf"};
-  return bytes.size() >= 12 && bytes.substr(4, 4) == "ftyp" &&
-         std::find(std::begin(brands), std::end(brands), bytes.substr(8, 4)) != std::end(brands);
-}
-
-/// The content determines the format of a file, not its name.
-DecodedStill decode(std::span<char> source) {
-  const std::string_view bytes{source.data(), source.size()};
-  if (isHeif(bytes)) return decodeHeif(source);
-  if (bytes.starts_with("\x89PNG\r\n\x1a\n")) return decodePng(source);
-  if (bytes.starts_with("II*\0"sv) || bytes.starts_with("MM\0*"sv)) return decodeTiff(source);
-  if (bytes.starts_with("RIFF") && bytes.size() >= 12 && bytes.substr(8, 4) == "WEBP")
-    return decodeWebp(source);
-  const bool isOtherRaw = bytes.size() >= 12 && bytes.substr(4, 8) == "ftypcrx ";
-  throw ConversionError{isOtherRaw ? ConversionFailure::rawPicture
-                                   : ConversionFailure::unsupported};
-}
-
 /// A JPEG file under another name already has the requested format and is copied.
 ConversionResult copyJpeg(std::span<const char> source, ByteSink& sink) {
   MemoryReader reader{source};
@@ -66,13 +44,6 @@ void writeRows(DecodedStill& still, int quality, ByteSink& sink,
 
 }  // namespace
 
-void checkStillSize(std::uint64_t width, std::uint64_t height) {
-  if (width == 0 || height == 0) throw ConversionError{ConversionFailure::damagedInput};
-  if (width > StillLimits::maxSide || height > StillLimits::maxSide ||
-      width * height > StillLimits::maxPixels)
-    throw ConversionError{ConversionFailure::tooLarge};
-}
-
 ConversionResult StillConverter::convert(const ConversionFiles& files, double quality,
                                          const ConversionProgress& progress) {
   const SourceMapping source{files.source, StillLimits::maxBytes};
@@ -80,7 +51,7 @@ ConversionResult StillConverter::convert(const ConversionFiles& files, double qu
   const std::string_view bytes{source.bytes().data(), source.bytes().size()};
   if (bytes.starts_with("\xFF\xD8\xFF")) return copyJpeg(source.bytes(), sink);
 
-  DecodedStill still = decode(source.bytes());
+  DecodedStill still = decodeStill(source.bytes(), {});
   progress(0.5);
   still.metadata.exif = withUprightExif(std::move(still.metadata.exif));
   still.metadata.xmp = withUprightXmp(std::move(still.metadata.xmp));

@@ -163,10 +163,10 @@ std::unique_ptr<PixelRows> rowsOf(const SharedTiff& file, std::uint32_t width,
 
 }  // namespace
 
-DecodedStill decodeTiff(std::span<const char> source) {
+DecodedStill decodeTiff(std::span<const char> source, const StillReading& reading) {
   if (isRawTiff(source)) throw ConversionError{ConversionFailure::rawPicture};
   const auto file = std::make_shared<OpenTiff>(source);
-  if (TIFFNumberOfDirectories(file->tiff) > 1)
+  if (reading.rejectsSeveral && TIFFNumberOfDirectories(file->tiff) > 1)
     throw ConversionError{ConversionFailure::severalPictures};
   TIFFSetDirectory(file->tiff, 0);
   DecodedStill still;

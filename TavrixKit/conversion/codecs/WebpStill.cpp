@@ -37,6 +37,16 @@ class WebpRows : public PixelRows {
   std::uint8_t* pixels_ = nullptr;
 };
 
+/// Returns the data of the first picture of an animation.
+WebPData firstFrame(const Demuxer& demuxer) {
+  WebPIterator iterator{};
+  if (WebPDemuxGetFrame(demuxer.get(), 1, &iterator) == 0)
+    throw ConversionError{ConversionFailure::damagedInput};
+  const WebPData data = iterator.fragment;
+  WebPDemuxReleaseIterator(&iterator);
+  return data;
+}
+
 std::string chunk(const Demuxer& demuxer, const char* name) {
   WebPChunkIterator iterator{};
   std::string bytes;
@@ -48,11 +58,12 @@ std::string chunk(const Demuxer& demuxer, const char* name) {
 
 }  // namespace
 
-DecodedStill decodeWebp(std::span<const char> source) {
-  const WebPData data{reinterpret_cast<const std::uint8_t*>(source.data()), source.size()};
+DecodedStill decodeWebp(std::span<const char> source, const StillReading& reading) {
+  WebPData data{reinterpret_cast<const std::uint8_t*>(source.data()), source.size()};
   const Demuxer demuxer{WebPDemux(&data), WebPDemuxDelete};
   if (demuxer == nullptr) throw ConversionError{ConversionFailure::damagedInput};
-  if (WebPDemuxGetI(demuxer.get(), WEBP_FF_FRAME_COUNT) != 1)
+  const bool isAnimation = WebPDemuxGetI(demuxer.get(), WEBP_FF_FRAME_COUNT) != 1;
+  if (isAnimation && reading.rejectsSeveral)
     throw ConversionError{ConversionFailure::severalPictures};
   DecodedStill still;
   still.width = WebPDemuxGetI(demuxer.get(), WEBP_FF_CANVAS_WIDTH);
@@ -64,9 +75,16 @@ DecodedStill decodeWebp(std::span<const char> source) {
   still.metadata.xmp = chunk(demuxer, "XMP ");
   still.metadata.icc = chunk(demuxer, "ICCP");
   still.orientation = orientationOf(still.metadata.exif);
+  if (isAnimation) data = firstFrame(demuxer);
   WebPBitstreamFeatures features{};
   if (WebPGetFeatures(data.bytes, data.size, &features) != VP8_STATUS_OK)
     throw ConversionError{ConversionFailure::damagedInput};
+  if (isAnimation) {
+    // The picture may cover only a part of the canvas.
+    still.width = static_cast<std::uint32_t>(features.width);
+    still.height = static_cast<std::uint32_t>(features.height);
+    checkStillSize(still.width, still.height);
+  }
   still.rows =
       std::make_unique<WebpRows>(data, (flags & ALPHA_FLAG) != 0 || features.has_alpha != 0);
   return still;

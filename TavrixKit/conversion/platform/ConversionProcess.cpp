@@ -2,16 +2,15 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <thread>
+#include <optional>
 #include <vector>
 
 #include "conversion/ConversionReport.h"
+#include "conversion/platform/ConfinedProcess.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/platform/FileDescriptor.h"
 
@@ -28,65 +27,15 @@ constexpr auto pause = 50ms;
   throw ConversionError{failure};
 }
 
-/// Duplicates a descriptor to a number above those that the process gets.
-FileDescriptor aside(int descriptor) {
-  FileDescriptor copy{::fcntl(descriptor, F_DUPFD_CLOEXEC, 16)};
-  if (!copy.isOpen()) fail();
-  return copy;
-}
-
-/// The start conditions of the process: descriptors 3 to 5 and no others of the parent, default
-/// signal handling, and a process group of its own. An interrupt from the terminal thus reaches
-/// only the parent, which passes it on.
-class SpawnSetup {
- public:
-  SpawnSetup(const FileDescriptor& source, const FileDescriptor& result,
-             const FileDescriptor& report) {
-    posix_spawn_file_actions_init(&actions_);
-    posix_spawnattr_init(&attributes_);
-    for (const int standard : {0, 1, 2})
-      posix_spawn_file_actions_addopen(&actions_, standard, "/dev/null", O_RDWR, 0);
-    posix_spawn_file_actions_adddup2(&actions_, source.number(), 3);
-    posix_spawn_file_actions_adddup2(&actions_, result.number(), 4);
-    posix_spawn_file_actions_adddup2(&actions_, report.number(), 5);
-    posix_spawn_file_actions_addclosefrom_np(&actions_, 6);
-    sigset_t signals;
-    sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&attributes_, &signals);
-    sigfillset(&signals);
-    posix_spawnattr_setsigdefault(&attributes_, &signals);
-    posix_spawnattr_setpgroup(&attributes_, 0);
-    posix_spawnattr_setflags(
-        &attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
-  }
-  ~SpawnSetup() {
-    posix_spawn_file_actions_destroy(&actions_);
-    posix_spawnattr_destroy(&attributes_);
-  }
-  SpawnSetup(const SpawnSetup&) = delete;
-  SpawnSetup& operator=(const SpawnSetup&) = delete;
-
-  const posix_spawn_file_actions_t* actions() const { return &actions_; }
-  const posix_spawnattr_t* attributes() const { return &attributes_; }
-
- private:
-  posix_spawn_file_actions_t actions_{};
-  posix_spawnattr_t attributes_{};
-};
-
-std::vector<std::string> argumentsOf(const std::string& program,
-                                     const PlannedConversion& conversion,
+std::vector<std::string> argumentsOf(const PlannedConversion& conversion,
                                      const ConversionLimits& limits) {
   const auto* const jpeg = std::get_if<planned_conversion::Jpeg>(&conversion);
-  return {program,
-          std::string{textOf(conversion)},
-          std::to_string(jpeg == nullptr ? 0.0 : jpeg->quality),
-          std::to_string(limits.memoryBytes),
-          std::to_string(limits.processorTime.count()),
+  return {std::string{textOf(conversion)}, std::to_string(jpeg == nullptr ? 0.0 : jpeg->quality),
+          std::to_string(limits.memoryBytes), std::to_string(limits.processorTime.count()),
           std::to_string(limits.resultBytes)};
 }
 
-/// A running process. The destructor kills it unless wait() has returned.
+/// A running conversion and the reading end of its reports.
 class Child {
  public:
   Child(const std::string& program, const PlannedConversion& conversion,
@@ -95,52 +44,18 @@ class Child {
     if (::pipe2(ends, O_CLOEXEC) != 0) fail();
     report_ = FileDescriptor{ends[0]};
     const FileDescriptor writing{ends[1]};
-    const FileDescriptor source = aside(files.source);
-    const FileDescriptor result = aside(files.result);
-    const FileDescriptor reporting = aside(writing.number());
-    const SpawnSetup setup{source, result, reporting};
-    std::vector<std::string> words = argumentsOf(program, conversion, limits);
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    if (::posix_spawn(&id_, program.c_str(), setup.actions(), setup.attributes(), arguments.data(),
-                      environ) != 0) {
-      id_ = -1;
-      fail();
-    }
+    const int descriptors[] = {files.source, files.result, writing.number()};
+    process_.emplace(program, argumentsOf(conversion, limits), descriptors);
   }
-  ~Child() {
-    if (id_ >= 0) end();
-  }
-  Child(const Child&) = delete;
-  Child& operator=(const Child&) = delete;
 
   int report() const { return report_.number(); }
   /// Returns the status from waitpid(). Kills a process that does not end within a second after its
   /// report.
-  int wait() {
-    const auto patience = Clock::now() + 1s;
-    int status = 0;
-    while (::waitpid(id_, &status, WNOHANG) == 0) {
-      if (Clock::now() > patience) return end();
-      std::this_thread::sleep_for(1ms);
-    }
-    id_ = -1;
-    return status;
-  }
+  int wait() { return process_->wait(1s); }
 
  private:
-  int end() {
-    ::kill(id_, SIGKILL);
-    int status = 0;
-    while (::waitpid(id_, &status, 0) < 0 && errno == EINTR) {
-    }
-    id_ = -1;
-    return status;
-  }
-
   FileDescriptor report_;
-  pid_t id_ = -1;
+  std::optional<ConfinedProcess> process_;
 };
 
 /// Reads the reports of the process until it closes the pipe.
@@ -159,22 +74,6 @@ void listen(const Child& child, ConversionReport::Reader& reader, const Conversi
     lastSign = Clock::now();
     const auto fraction = reader.add({buffer, static_cast<std::size_t>(count)});
     if (fraction && progress) progress(*fraction);
-  }
-}
-
-ConversionFailure failureOf(int status) {
-  if (!WIFSIGNALED(status)) return ConversionFailure::crashed;
-  switch (WTERMSIG(status)) {
-    case SIGXCPU:
-      return ConversionFailure::tooSlow;
-    case SIGKILL:
-    case SIGTERM:
-    case SIGINT:
-    case SIGHUP:
-      // Sent from outside: by the user, or by a system that is short of memory.
-      return ConversionFailure::failed;
-    default:
-      return ConversionFailure::crashed;
   }
 }
 

@@ -10,6 +10,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
@@ -112,17 +113,36 @@ bool filterCalls() {
   return errno == EINVAL || errno == ENOSYS;
 }
 
+/// Confines everything except the processor time.
+bool confine(std::uint64_t memoryBytes, std::uint64_t fileBytes) {
+  // Exceeding the limit then makes the write fail, which reports it.
+  ::signal(SIGXFSZ, SIG_IGN);
+  return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && limit(RLIMIT_CORE, 0, 0) &&
+         limit(RLIMIT_FSIZE, fileBytes, fileBytes) &&
+         (hasShadowMemory || limit(RLIMIT_AS, memoryBytes, memoryBytes)) && filterCalls();
+}
+
 }  // namespace
 
 bool confineProcess(const ConversionLimits& limits) {
   const auto seconds = static_cast<rlim_t>(limits.processorTime.count());
-  // Exceeding the limit then makes the write fail, which reports it.
-  ::signal(SIGXFSZ, SIG_IGN);
-  return ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-         limit(RLIMIT_CORE, 0, 0) && limit(RLIMIT_CPU, seconds, seconds + 1) &&
-         limit(RLIMIT_FSIZE, limits.resultBytes, limits.resultBytes) &&
-         (hasShadowMemory || limit(RLIMIT_AS, limits.memoryBytes, limits.memoryBytes)) &&
-         filterCalls();
+  return ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && limit(RLIMIT_CPU, seconds, seconds + 1) &&
+         confine(limits.memoryBytes, limits.resultBytes);
+}
+
+bool confineProcess(const PictureLimits& limits) {
+  const auto seconds = static_cast<rlim_t>(limits.lifetime.count());
+  return limit(RLIMIT_CPU, seconds, seconds + 1) && confine(limits.memoryBytes, 0);
+}
+
+bool grantProcessorTime(std::chrono::seconds time) {
+  rlimit current{};
+  rusage used{};
+  if (::getrlimit(RLIMIT_CPU, &current) != 0 || ::getrusage(RUSAGE_SELF, &used) != 0) return false;
+  // The begun seconds of both kinds of time count as a whole one each.
+  const auto seconds = used.ru_utime.tv_sec + used.ru_stime.tv_sec + 2 + time.count();
+  return limit(RLIMIT_CPU, std::min(static_cast<rlim_t>(seconds), current.rlim_max),
+               current.rlim_max);
 }
 
 }  // namespace tavrix

@@ -5,12 +5,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <string_view>
 
 #include "conversion/ConversionProcess.h"
 #include "conversion/ConversionReport.h"
 #include "conversion/codecs/StillConverter.h"
 #include "conversion/codecs/VideoConverter.h"
 #include "conversion/codecs/platform/Confinement.h"
+#include "conversion/codecs/platform/PictureChild.h"
 #include "foundation/files/FileError.h"
 
 namespace tavrix {
@@ -19,6 +21,7 @@ namespace {
 constexpr ConversionFiles files{3, 4};
 constexpr int report = 5;
 constexpr int argumentCount = 6;
+constexpr int pictureArgumentCount = 5;
 
 void tell(const std::string& line) {
   // If the parent is gone, the signal of the broken pipe ends this process.
@@ -73,8 +76,10 @@ ConversionReport::Ending endingOf(char** argv) {
 }  // namespace
 
 int runConversionChild(int argc, char** argv) {
+  if (argc == pictureArgumentCount && argv[1] == std::string_view{"pictures"})
+    runPictureChild(argv);
   if (argc != argumentCount) {
-    std::fputs("tavrix-convert: started by tavrix, for one file at a time\n", stderr);
+    std::fputs("tavrix-convert: started by tavrix\n", stderr);
     return 2;
   }
   tell(ConversionReport::endingLine(endingOf(argv)));

@@ -19,22 +19,6 @@ namespace {
 using namespace std::string_literals;
 using testing::HasSubstr;
 
-/// Returns an Exif block with orientation and a date, as a phone writes them.
-std::string exifOf(char orientation) {
-  return "II\x2A\0\x08\0\0\0\x02\0\x12\x01\x03\0\x01\0\0\0"s + orientation +
-         "\0\0\0\x32\x01\x02\0\x14\0\0\0\x26\0\0\0\0\0\0\0"s + "2026:05:20 12:00:00\0"s;
-}
-
-/// Returns a picture that is red at the top left, green at the top right, blue at the bottom left
-/// and white at the bottom right.
-TestPicture corners(int width = 64, int height = 48) {
-  return TestPicture::make(width, height, 3, 8, [&](int x, int y, int c) {
-    constexpr int colours[2][2][3] = {{{220, 30, 30}, {30, 200, 30}},
-                                      {{30, 30, 220}, {240, 240, 240}}};
-    return colours[y < height / 2 ? 0 : 1][x < width / 2 ? 0 : 1][c];
-  });
-}
-
 TestPicture noise(int side) {
   return TestPicture::make(side, side, 3, 8, [](int x, int y, int c) {
     return (x * 7919 + y * 104729 + c * 31 + x * y * 13) % 256;
@@ -69,24 +53,7 @@ struct StillConversion : testing::Test {
   TemporaryFolder folder;
 };
 
-/// Returns the colour in the middle of a quarter of the picture: r, g, b or w; '?' if it is none of
-/// these.
-char cornerOf(const TestPicture& picture, int column, int row) {
-  const int x = picture.width / 4 + column * picture.width / 2;
-  const int y = picture.height / 4 + row * picture.height / 2;
-  const auto* const pixel = &picture.values[static_cast<std::size_t>((y * picture.width + x) * 3)];
-  const bool isBright[] = {pixel[0] > 128, pixel[1] > 128, pixel[2] > 128};
-  if (isBright[0] && isBright[1] && isBright[2]) return 'w';
-  return isBright[0] ? 'r' : isBright[1] ? 'g' : isBright[2] ? 'b' : '?';
-}
-std::string cornersOf(const TestPicture& picture) {
-  return {cornerOf(picture, 0, 0), cornerOf(picture, 1, 0), cornerOf(picture, 0, 1),
-          cornerOf(picture, 1, 1)};
-}
-
 TEST_F(StillConversion, everyOrientation_isTurnedUpright) {
-  // Exif 2.32, 4.6.4: the positions of the stored first row and column.
-  const char* const upright[] = {"rgbw", "grwb", "wbgr", "bwrg", "rbgw", "brwg", "wgbr", "gwrb"};
   for (int orientation = 1; orientation <= 8; ++orientation) {
     const bool isTurned = orientation >= 5;
     for (const std::string& source : {pngOf(corners(), {exifOf(static_cast<char>(orientation))}),
@@ -95,7 +62,7 @@ TEST_F(StillConversion, everyOrientation_isTurnedUpright) {
       const TestPicture picture = decodeJpeg(jpeg);
       EXPECT_EQ(picture.width, isTurned ? 48 : 64);
       EXPECT_EQ(picture.height, isTurned ? 64 : 48);
-      EXPECT_EQ(cornersOf(picture), upright[orientation - 1]) << orientation;
+      EXPECT_EQ(cornersOf(picture), uprightCorners[orientation - 1]) << orientation;
       EXPECT_THAT(jpeg, HasSubstr("2026:05:20 12:00:00"));
     }
   }

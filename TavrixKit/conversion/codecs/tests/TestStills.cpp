@@ -12,6 +12,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "conversion/codecs/JpegEncoder.h"
+
 namespace tavrix {
 namespace {
 
@@ -35,6 +37,34 @@ TestPicture TestPicture::make(int width, int height, int channels, int bits,
     }
   }
   return picture;
+}
+
+TestPicture corners(int width, int height) {
+  return TestPicture::make(width, height, 3, 8, [&](int x, int y, int c) {
+    constexpr int colours[2][2][3] = {{{220, 30, 30}, {30, 200, 30}},
+                                      {{30, 30, 220}, {240, 240, 240}}};
+    return colours[y < height / 2 ? 0 : 1][x < width / 2 ? 0 : 1][c];
+  });
+}
+
+std::string cornersOf(const TestPicture& picture) {
+  std::string corners;
+  for (const int field : {0, 1, 2, 3}) {
+    const int x = picture.width / 4 + field % 2 * picture.width / 2;
+    const int y = picture.height / 4 + field / 2 * picture.height / 2;
+    const auto* const pixel =
+        &picture.values[static_cast<std::size_t>((y * picture.width + x) * 3)];
+    const bool isBright[] = {pixel[0] > 128, pixel[1] > 128, pixel[2] > 128};
+    const bool isWhite = isBright[0] && isBright[1] && isBright[2];
+    corners += isWhite ? 'w' : isBright[0] ? 'r' : isBright[1] ? 'g' : isBright[2] ? 'b' : '?';
+  }
+  return corners;
+}
+
+std::string exifOf(char orientation) {
+  using namespace std::string_literals;
+  return "II\x2A\0\x08\0\0\0\x02\0\x12\x01\x03\0\x01\0\0\0"s + orientation +
+         "\0\0\0\x32\x01\x02\0\x14\0\0\0\x26\0\0\0\0\0\0\0"s + "2026:05:20 12:00:00\0"s;
 }
 
 std::string pngOf(const TestPicture& picture, const TestMetadata& metadata) {
@@ -108,6 +138,19 @@ std::string tiffOf(const TestPicture& picture, int orientation, int pages) {
   std::fclose(in);
   std::remove(path);
   return file;
+}
+
+std::string jpegOf(const TestPicture& picture, const TestMetadata& metadata) {
+  StringSink sink;
+  JpegEncoder encoder{sink};
+  encoder.begin({static_cast<std::uint32_t>(picture.width),
+                 static_cast<std::uint32_t>(picture.height), picture.channels, 92, false},
+                {metadata.exif, metadata.xmp, metadata.icc});
+  const std::vector<std::uint8_t> bytes = bytesOf(picture);
+  for (int y = 0; y < picture.height; ++y)
+    encoder.write(&bytes[static_cast<std::size_t>(y * picture.width * picture.channels)]);
+  encoder.finish();
+  return sink.take();
 }
 
 std::string webpOf(const TestPicture& picture) {
