@@ -17,6 +17,10 @@ AreaAverage::AreaAverage(PixelSize from, PixelSize to, int channels)
 }
 
 void AreaAverage::add(const std::uint8_t* row) {
+  if (from_ == to_) {
+    result_.insert(result_.end(), row, row + sums_.size());
+    return;
+  }
   const std::uint64_t bottom = top_ + to_.height;
   while (top_ < bottom) {
     const std::uint64_t end = (target_ + 1) * from_.height;
@@ -34,7 +38,7 @@ void AreaAverage::accumulate(const std::uint8_t* row, std::uint32_t weight) {
 }
 
 void AreaAverage::finishRow() {
-  const std::uint64_t area = std::uint64_t{from_.width} * from_.height;
+  const double share = 1 / (static_cast<double>(from_.width) * from_.height);
   std::array<std::uint64_t, 4> totals{};
   std::uint64_t left = 0;
   std::uint64_t end = from_.width;
@@ -47,7 +51,7 @@ void AreaAverage::finishRow() {
       left = next;
       if (left < end) continue;
       for (std::size_t c = 0; c < channels_; ++c)
-        result_.push_back(static_cast<std::uint8_t>((totals[c] + area / 2) / area));
+        result_.push_back(static_cast<std::uint8_t>(static_cast<double>(totals[c]) * share + 0.5));
       totals = {};
       end += from_.width;
     }

@@ -115,20 +115,40 @@ bool fitsChannels(const std::string& icc, int channels) {
   return icc.size() >= 128 && icc.compare(16, 4, channels == 1 ? "GRAY" : "RGB ") == 0;
 }
 
+namespace {
+
+using Transform = std::unique_ptr<void, void (*)(void*)>;
+
+Transform transformToSrgb(const std::string& icc, int channels) {
+  const Profile from{cmsOpenProfileFromMem(icc.data(), static_cast<cmsUInt32Number>(icc.size()))};
+  const Profile to{cmsCreate_sRGBProfile()};
+  Transform transform{nullptr, cmsDeleteTransform};
+  if (from == nullptr || to == nullptr) return transform;
+  transform.reset(cmsCreateTransform(from.get(), channels == 1 ? TYPE_GRAY_8 : TYPE_RGB_8, to.get(),
+                                     TYPE_RGB_8, INTENT_RELATIVE_COLORIMETRIC, 0));
+  return transform;
+}
+
+/// The transform of the last profile. To make one takes longer than to use it, and the pictures of
+/// one phone have the same profile.
+struct LastTransform {
+  std::string icc;
+  int channels = 0;
+  Transform transform{nullptr, cmsDeleteTransform};
+};
+
+}  // namespace
+
 std::optional<std::vector<std::uint8_t>> inSrgb(std::span<const std::uint8_t> values, int channels,
                                                 const std::string& icc) {
   if (!fitsChannels(icc, channels)) return std::nullopt;
-  const Profile from{cmsOpenProfileFromMem(icc.data(), static_cast<cmsUInt32Number>(icc.size()))};
-  const Profile to{cmsCreate_sRGBProfile()};
-  if (from == nullptr || to == nullptr) return std::nullopt;
-  const std::unique_ptr<void, void (*)(void*)> transform{
-      cmsCreateTransform(from.get(), channels == 1 ? TYPE_GRAY_8 : TYPE_RGB_8, to.get(), TYPE_RGB_8,
-                         INTENT_RELATIVE_COLORIMETRIC, 0),
-      cmsDeleteTransform};
-  if (transform == nullptr) return std::nullopt;
+  static thread_local LastTransform last;
+  if (last.icc != icc || last.channels != channels)
+    last = {icc, channels, transformToSrgb(icc, channels)};
+  if (last.transform == nullptr) return std::nullopt;
   const std::size_t pixels = values.size() / static_cast<std::size_t>(channels);
   std::vector<std::uint8_t> result(pixels * 3);
-  cmsDoTransform(transform.get(), values.data(), result.data(),
+  cmsDoTransform(last.transform.get(), values.data(), result.data(),
                  static_cast<cmsUInt32Number>(pixels));
   return result;
 }

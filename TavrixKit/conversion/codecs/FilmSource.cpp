@@ -42,16 +42,20 @@ double inSeconds(std::int64_t time, AVRational unit) {
 }  // namespace
 
 FilmSource::FilmSource(int descriptor) : bytes_(descriptor, av::ByteStream::Purpose::reading) {
-  open(true);
+  open(false);
 }
 
-FilmSource::FilmSource(std::span<const char> bytes) : bytes_(bytes) { open(false); }
+FilmSource::FilmSource(std::span<const char> bytes) : bytes_(bytes) { open(true); }
 
-void FilmSource::open(bool hasSounds) {
+void FilmSource::open(bool isForPictures) {
   try {
     openFormat();
+    // Probing decodes pictures, which would take longer than to decode the wanted one.
+    const bool isProbed = !isForPictures || !describesPictures();
+    if (isProbed) probeStreams();
     choosePicture();
-    if (hasSounds) chooseSounds();
+    if (isProbed) requireFormat();
+    if (!isForPictures) chooseSounds();
     requireBounds();
   } catch (...) {
     avformat_close_input(&format_);
@@ -76,6 +80,18 @@ void FilmSource::openFormat() {
   check(result, ConversionFailure::damagedInput);
   // A stream that appears only during reading would have no options.
   if (format_->nb_streams == 0) throw ConversionError{ConversionFailure::damagedInput};
+}
+
+/// Returns true if the header has all that a decoder of its pictures must know before the first
+/// one.
+bool FilmSource::describesPictures() const {
+  const int number = av_find_best_stream(format_, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+  if (number < 0) return false;
+  const AVCodecID codec = format_->streams[number]->codecpar->codec_id;
+  return codec == AV_CODEC_ID_H264 || codec == AV_CODEC_ID_HEVC;
+}
+
+void FilmSource::probeStreams() {
   StreamOptions streams{format_->nb_streams};
   check(avformat_find_stream_info(format_, streams.get()), ConversionFailure::damagedInput);
 }
@@ -89,6 +105,9 @@ void FilmSource::choosePicture() {
   const bool isCover = (picture_->disposition & AV_DISPOSITION_ATTACHED_PIC) != 0;
   if (isCover || picture_->codecpar->codec_id == AV_CODEC_ID_NONE)
     throw ConversionError{ConversionFailure::unsupported};
+}
+
+void FilmSource::requireFormat() const {
   if (picture_->codecpar->format == AV_PIX_FMT_NONE)
     throw ConversionError{ConversionFailure::damagedInput};
 }

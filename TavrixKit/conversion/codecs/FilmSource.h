@@ -29,7 +29,9 @@ class FilmSource {
  public:
   /// The caller keeps the ownership of the descriptor, which must stay open.
   explicit FilmSource(int descriptor);
-  /// Opens a film in memory for its pictures alone. The bytes must outlive the film.
+  /// Opens a QuickTime or MP4 file in memory for its first pictures alone: its sounds are left out,
+  /// and a stream of H.264 or HEVC has only the properties that the file's header states. The bytes
+  /// must outlive the film.
   explicit FilmSource(std::span<const char> bytes);
   ~FilmSource();
   FilmSource(const FilmSource&) = delete;
@@ -61,9 +63,12 @@ class FilmSource {
   std::optional<std::string> tag(const char* name) const;
 
  private:
-  void open(bool hasSounds);
+  void open(bool isForPictures);
   void openFormat();
+  bool describesPictures() const;
+  void probeStreams();
   void choosePicture();
+  void requireFormat() const;
   void chooseSounds();
   void requireBounds() const;
   void requireComplete() const;
