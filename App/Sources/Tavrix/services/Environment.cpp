@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "device/thumbnails/ThumbnailCache.h"
 #include "settings/StateFolder.h"
 #include "settings/defaults/FileDefaults.h"
 
@@ -37,6 +38,15 @@ std::optional<std::string> stateFolderOf(const Environment& environment,
                           .stateHome = variable(environment, "XDG_STATE_HOME"),
                           .home = variable(environment, "HOME"),
                           .isDemo = isDemo(environment)});
+}
+
+std::optional<std::string> thumbnailFolderOf(const Environment& environment,
+                                             const std::optional<std::string>& chosen) {
+  const auto state = chosen ? chosen : variable(environment, "DEMO_STATE_DIR");
+  if (state) return *state + "/thumbnails";
+  if (isDemo(environment)) return std::nullopt;
+  return ThumbnailCache::userFolder(variable(environment, "XDG_CACHE_HOME"),
+                                    variable(environment, "HOME"));
 }
 
 std::unique_ptr<UserDefaults> openDefaults(const Environment& environment) {

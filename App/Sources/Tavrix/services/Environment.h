@@ -25,6 +25,7 @@ inline constexpr std::string_view usedVariables[] = {
     "SNAPSHOT_OUT",
     "XDG_STATE_HOME",
     "XDG_CONFIG_HOME",
+    "XDG_CACHE_HOME",
     "HOME",
     "TERM",
     "TZ",
@@ -46,6 +47,12 @@ bool keepsGroupsDebug(const Environment& environment);
 /// gives. Returns nullopt if neither names one.
 std::optional<std::string> stateFolderOf(const Environment& environment,
                                          const std::optional<std::string>& chosen);
+
+/// Returns the folder of the kept thumbnails: in the cache folder of the user, or, if a state
+/// folder was `chosen` or a demo has one of its own, in that. Returns nullopt if the environment
+/// names none, or in a demo that keeps nothing of its own.
+std::optional<std::string> thumbnailFolderOf(const Environment& environment,
+                                             const std::optional<std::string>& chosen);
 
 /// Opens the user defaults where the environment places them; a demo with a state folder of its own
 /// has its own defaults. Returns nullptr if the environment names no place.

@@ -376,14 +376,14 @@ Examples:
 )"};
 
 inline constexpr HelpText cache{
-    R"(tavrix cache — сколько прочитанных дат, мест и размеров помнит программа и где они лежат.
+    R"(tavrix cache — сколько прочитанных дат, мест, размеров и миниатюр помнит программа и где они лежат.
 tavrix cache reset — забывает их; в следующий раз файлы прочитаются заново.
 
 Примеры:
   tavrix cache
   tavrix cache reset
 )",
-    R"(tavrix cache — how many dates, places and sizes the program keeps, and where.
+    R"(tavrix cache — how many dates, places, sizes and thumbnails the program keeps, and where.
 tavrix cache reset — deletes them; the next time, files are read again.
 
 Examples:

@@ -268,14 +268,12 @@ void JsonPrinter::recordDeleted(const Uuid& id) {
   json.beginObject().field("deleted", id.text()).endObject().finish();
 }
 
-void writeCacheReset(TextSink& sink, std::uint64_t removedFiles, std::uint64_t failedFiles) {
-  JsonWriter json{sink};
-  json.beginObject().field("failed", failedFiles).field("removed", removedFiles);
-  json.endObject().finish();
-}
-
 // The cache of place names is one file, and a failure to remove it ends the command.
-void JsonPrinter::placeNamesReset(bool hadAny) { writeCacheReset(sink_, hadAny ? 1 : 0, 0); }
+void JsonPrinter::placeNamesReset(bool hadAny) {
+  JsonWriter json{sink_};
+  json.beginObject().field("failed", std::uint64_t{0});
+  json.field("removed", std::uint64_t{hadAny ? 1U : 0U}).endObject().finish();
+}
 
 void JsonPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {
   JsonWriter json{sink_};

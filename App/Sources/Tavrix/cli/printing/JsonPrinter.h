@@ -1,14 +1,9 @@
 #pragma once
 
-#include <cstdint>
-
 #include "cli/printing/ResultPrinter.h"
 #include "foundation/json/JsonWriter.h"
 
 namespace tavrix::cli {
-
-/// Writes the document of a command that resets a cache.
-void writeCacheReset(TextSink& sink, std::uint64_t removedFiles, std::uint64_t failedFiles);
 
 /// Prints one JSON document per result. The language of the call changes neither keys nor values:
 /// sentences are in Russian, except in history records, which keep the language of their run. Omits

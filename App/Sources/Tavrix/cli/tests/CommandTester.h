@@ -73,6 +73,7 @@ struct CommandTester {
     Environment surrounding = environment;
     surrounding.emplace("XDG_STATE_HOME", folder / "state");
     surrounding.emplace("XDG_CONFIG_HOME", folder / "config");
+    surrounding.emplace("XDG_CACHE_HOME", folder / "cache");
     const auto defaults = openDefaults(surrounding);
     const Surroundings surroundings{.out = out,
                                     .err = err,

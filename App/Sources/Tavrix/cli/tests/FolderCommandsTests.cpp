@@ -6,6 +6,7 @@
 #include "cli/tests/CommandTester.h"
 #include "device/folders/SourceFolder.h"
 #include "device/metadata/tests/support/MediaBytes.h"
+#include "device/thumbnails/ThumbnailCache.h"
 #include "settings/StateFolder.h"
 
 namespace tavrix::cli {
@@ -184,7 +185,17 @@ TEST_F(FolderCommandsTest, secondLook_readsNothing) {
               HasSubstr("metadata: cache hits 4, fetching 0\n"));
   EXPECT_THAT(run({"cache"}).out, HasSubstr("holds 4 entries"));
   EXPECT_EQ(run({"cache", "--json"}).json().member("records")->asNumber(), 4);
-  EXPECT_EQ(run({"cache", "reset"}).out, "The cache was reset, removed: 1 file.\n");
+  EXPECT_THAT(run({"cache"}).out, Not(HasSubstr("Thumbnails"))) << "there are none";
+  const ThumbnailCache::Setup setup{.folder = *thumbnailFolderOf(tester.environment, std::nullopt),
+                                    .programVersion = "1",
+                                    .now = [] { return Instant{}; }};
+  ThumbnailCache{setup}.keep({.source = "P", .path = "a"}, NotShowable{});
+  EXPECT_THAT(run({"cache"}).out, HasSubstr("\nThumbnails: 1 file, "));
+  const auto json = run({"cache", "--json"}).json();
+  EXPECT_EQ(json.member("thumbnailFiles")->asNumber(), 1);
+  EXPECT_EQ(*json.member("thumbnailDirectory")->asString(), setup.folder);
+  EXPECT_EQ(run({"cache", "reset"}).out,
+            "The cache was reset, removed: 1 file.\nThe thumbnails were removed: 1 file.\n");
   EXPECT_EQ(run({"cache", "reset"}).out, "The cache is already empty.\n");
   EXPECT_THAT(run({"catalog", "phone", "--verbose"}).err, HasSubstr("fetching 4\n"));
 }
