@@ -6,6 +6,7 @@
 #include "cli/help/PlacesHelpTexts.h"
 #include "cli/help/RepairHelpTexts.h"
 #include "cli/help/SettingsHelpTexts.h"
+#include "cli/help/ThumbnailsHelpTexts.h"
 #include "cli/help/VerifyHelpTexts.h"
 
 namespace tavrix::cli {
@@ -82,6 +83,14 @@ std::vector<CommandSpec> makeTable() {
       {"", "repair", {"SOURCE", "DEST"}, repair, &help::repair, {deviceName}},
       {"marker", "rebuild", {"SOURCE", "DEST"}, rebuildMarker, &help::marker, {deviceName}},
       {"", "snapshot", {"SOURCE", "OUT-DIR"}, writeSnapshot, &help::snapshot},
+      {"",
+       "thumbnails",
+       {"SOURCE", "OUT-DIR"},
+       writeThumbnails,
+       &help::thumbnails,
+       {{"--size", [](Invocation& call) -> Text& { return call.thumbnails.size; }},
+        {"--sheet", [](Invocation& call) -> Text& { return call.thumbnails.sheet; }, nullptr, false,
+         "DIR"}}},
       {"", "phones", {}, listPhones, &help::phones},
       {"cache", "reset", {}, resetCache, &help::cache},
       {"", "cache", {}, showCache, &help::cache},

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "device/cable/Phones.h"
+#include "device/thumbnails/ThumbnailMaking.h"
 #include "foundation/Shared.h"
 #include "foundation/TimeZone.h"
 #include "media/MediaSource.h"
@@ -19,6 +20,12 @@ namespace tavrix {
 /// Reports that the phone cannot be reached, and waits until another attempt makes sense. Returns
 /// false if the run is to end instead. Called by a source, in the middle of a file.
 using AwaitPhone = std::function<bool(PhoneError::Kind)>;
+
+/// The files of a source as thumbnails are made from them.
+struct PictureAccess {
+  std::string key;  ///< of the phone or folder in the metadata cache
+  ThumbnailFiles files;
+};
 
 /// The files behind the catalogue of a source. The model and its runs share it; the functions are
 /// safe to call from any thread unless they say otherwise.
@@ -35,6 +42,9 @@ class SourceFiles {
   virtual std::optional<std::vector<MediaAsset>> assetsIn(const TimeZone& /*zone*/) const {
     return std::nullopt;
   }
+  /// Returns access to parts of the files, or nullopt if there are no thumbnails of this source. It
+  /// keeps working while the files are read by openMedia(), on connections of its own.
+  virtual std::optional<PictureAccess> pictures() const { return std::nullopt; }
   /// Throws DestinationError unless the source and `destination` are apart.
   virtual void checkDestination(const std::string& /*destination*/) const {}
   /// Throws what prevents every file from being read.

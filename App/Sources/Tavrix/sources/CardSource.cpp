@@ -1,6 +1,7 @@
 #include "sources/CardSource.h"
 
 #include "device/folders/FolderMediaSource.h"
+#include "sources/SourcePictures.h"
 
 namespace tavrix {
 namespace {
@@ -14,6 +15,11 @@ class CardFiles : public SourceFiles {
 
   std::unique_ptr<MediaSource> openMedia(AwaitPhone, std::stop_token) const override {
     return std::make_unique<FolderMediaSource>(cameraFolder_, oddPaths_);
+  }
+  std::optional<PictureAccess> pictures() const override {
+    return picturesBelow(cameraFolder_, [oddPaths = oddPaths_](const MediaAsset& asset) {
+      return oddPaths.pathOf(asset.id());
+    });
   }
   void checkDestination(const std::string& destination) const override {
     Destination::checkApartFromFolder(source_, cameraFolder_, destination);

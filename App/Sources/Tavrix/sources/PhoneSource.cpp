@@ -3,16 +3,18 @@
 #include "device/cable/CameraMediaSource.h"
 #include "foundation/Digest.h"
 #include "media/Snapshot.h"
+#include "sources/SourcePictures.h"
 
 namespace tavrix {
 namespace {
 
 class CableFiles : public SourceFiles {
  public:
-  CableFiles(PhoneBrowser& browser, std::string deviceID, Shared<FolderCatalogue> catalogue,
+  CableFiles(PhoneBrowser& browser, const PhoneOnCable& phone, Shared<FolderCatalogue> catalogue,
              DeviceWatcher* watcher)
       : browser_(browser),
-        deviceID_(std::move(deviceID)),
+        deviceID_(phone.deviceID),
+        key_(MetadataCache::phoneKey(phone.serialNumber)),
         catalogue_(std::move(catalogue)),
         watcher_(watcher) {}
 
@@ -24,6 +26,9 @@ class CableFiles : public SourceFiles {
   std::optional<std::vector<MediaAsset>> assetsIn(const TimeZone& zone) const override {
     return Snapshot::assetsOf(catalogue_->items, zone);
   }
+  std::optional<PictureAccess> pictures() const override {
+    return PictureAccess{key_, picturesOfPhone(browser_, deviceID_, catalogue_->oddPaths)};
+  }
   bool reportLost() const override {
     if (watcher_ == nullptr) return false;
     watcher_->phoneLost();
@@ -33,6 +38,7 @@ class CableFiles : public SourceFiles {
  private:
   PhoneBrowser& browser_;
   std::string deviceID_;
+  std::string key_;
   Shared<FolderCatalogue> catalogue_;
   DeviceWatcher* watcher_;
 };
@@ -92,7 +98,7 @@ std::shared_ptr<const SourceFiles> PhoneSource::files() const {
 std::shared_ptr<const SourceFiles> filesOfPhone(PhoneBrowser& browser, const PhoneOnCable& phone,
                                                 Shared<FolderCatalogue> catalogue,
                                                 DeviceWatcher* watcher) {
-  return std::make_shared<CableFiles>(browser, phone.deviceID, std::move(catalogue), watcher);
+  return std::make_shared<CableFiles>(browser, phone, std::move(catalogue), watcher);
 }
 
 PhoneIdentity identityOf(const PhoneOnCable& phone, const std::string& name) {

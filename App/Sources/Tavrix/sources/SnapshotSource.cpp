@@ -6,6 +6,7 @@
 #include "foundation/files/FileReader.h"
 #include "media/LocalMediaSource.h"
 #include "media/Snapshot.h"
+#include "sources/SourcePictures.h"
 
 namespace tavrix {
 namespace {
@@ -17,6 +18,9 @@ class SnapshotFiles : public SourceFiles {
 
   std::unique_ptr<MediaSource> openMedia(AwaitPhone, std::stop_token) const override {
     return std::make_unique<LocalMediaSource>(media_);
+  }
+  std::optional<PictureAccess> pictures() const override {
+    return picturesBelow(media_, [](const MediaAsset& asset) { return std::string{asset.name()}; });
   }
   void checkDestination(const std::string& destination) const override {
     Destination::checkApart(folder_, destination);

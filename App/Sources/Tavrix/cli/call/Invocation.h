@@ -34,6 +34,12 @@ struct ChoiceOptions {
   std::vector<std::string> exclude;
 };
 
+/// How `thumbnails` writes them.
+struct ThumbnailOptions {
+  std::optional<std::string> size;   ///< of the longest side in pixels
+  std::optional<std::string> sheet;  ///< the folder of the page that shows them
+};
+
 /// The arguments of one call, after the parser has checked their form.
 struct Invocation {
   std::vector<std::string>
@@ -56,6 +62,7 @@ struct Invocation {
   std::optional<std::string> context;       ///< JSON
   HistoryOptions history;
   ChoiceOptions choice;
+  ThumbnailOptions thumbnails;
 
   const std::string& source() const { return operands.at(0); }
   const std::string& destination() const { return operands.back(); }

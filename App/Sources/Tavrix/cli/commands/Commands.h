@@ -20,6 +20,7 @@ ExitStatus showHistory(const CommandContext& context);
 ExitStatus verify(const CommandContext& context);
 ExitStatus repair(const CommandContext& context);
 ExitStatus rebuildMarker(const CommandContext& context);
+ExitStatus writeThumbnails(const CommandContext& context);
 ExitStatus writeSnapshot(const CommandContext& context);
 ExitStatus listPhones(const CommandContext& context);
 ExitStatus showCache(const CommandContext& context);

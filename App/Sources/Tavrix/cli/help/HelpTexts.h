@@ -29,6 +29,8 @@ inline constexpr HelpText program{
                           опознаёт скопированное, если записи в DEST потеряны
   snapshot SOURCE OUT-DIR
                           записывает каталог телефона в OUT-DIR/snapshot.json
+  thumbnails SOURCE OUT-DIR
+                          миниатюры всех снимков; с --sheet DIR — ещё и страница
   phones                  подключённые айфоны и их состояние
   cache, cache reset      сколько прочитанного помнит программа; забыть всё это
   template render         имя папки по шаблону
@@ -69,6 +71,8 @@ Usage: tavrix COMMAND ARGUMENTS…
                           recognises the copies if the records in DEST are lost
   snapshot SOURCE OUT-DIR
                           writes the phone's catalogue to OUT-DIR/snapshot.json
+  thumbnails SOURCE OUT-DIR
+                          thumbnails of all pictures; with --sheet DIR a page, too
   phones                  the connected iPhones and their state
   cache, cache reset      how much of what it read the program keeps; deletes all of it
   template render         a folder name from a template

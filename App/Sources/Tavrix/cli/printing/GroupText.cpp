@@ -28,8 +28,6 @@ std::string candidateText(Language language, const Library& library,
              number(candidate.totalDays), number(candidate.recentDays));
 }
 
-/// Returns the first and the last day without what they have in common: "2026-05-20",
-/// "2026-05-20…22", "2026-04-30…05-02".
 std::string daysText(CivilDate first, CivilDate last) {
   if (first == last) return dayText(first);
   const std::string begin = dayText(first);
@@ -68,10 +66,14 @@ GroupIndex::GroupIndex(const Library& library) {
   }
 }
 
+std::string daysText(const MediaGroup& group, const TimeZone& zone) {
+  if (!group.dateStart) return {};
+  return daysText(zone.dateAt(*group.dateStart),
+                  zone.dateAt(group.dateEnd.value_or(*group.dateStart)));
+}
+
 std::string TextPrinter::daysOf(const MediaGroup& group) const {
-  if (!group.dateStart) return "—";
-  return daysText(zone_.dateAt(*group.dateStart),
-                  zone_.dateAt(group.dateEnd.value_or(*group.dateStart)));
+  return group.dateStart ? daysText(group, zone_) : "—";
 }
 
 void TextPrinter::groupTable(const GroupsResult& result) {

@@ -14,6 +14,10 @@ namespace tavrix::cli {
 std::optional<std::string> placeName(Language language, const Library& library,
                                      const GeoPoint& point);
 
+/// Returns the first and the last day of a group without what they have in common: "2026-05-20",
+/// "2026-05-20…22", "2026-04-30…05-02". Returns an empty text for a group without dates.
+std::string daysText(const MediaGroup& group, const TimeZone& zone);
+
 /// Returns the note for a folder that was merged from others, and an empty text for any other
 /// folder.
 std::string mergedNote(Language language, const MediaGroup& group);

@@ -275,6 +275,11 @@ void JsonPrinter::placeNamesReset(bool hadAny) {
   json.field("removed", std::uint64_t{hadAny ? 1U : 0U}).endObject().finish();
 }
 
+void JsonPrinter::thumbnailsWritten(std::uint64_t written, std::uint64_t failed) {
+  JsonWriter json{sink_};
+  json.beginObject().field("failed", failed).field("written", written).endObject().finish();
+}
+
 void JsonPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {
   JsonWriter json{sink_};
   json.beginObject().field("path", path).field("items", items).endObject().finish();

@@ -26,6 +26,7 @@ class JsonPrinter : public ResultPrinter {
   void repaired(const RepairOutcome& outcome) override;
   void rebuilt(const RebuildResult& result) override;
   void placeNamesReset(bool hadAny) override;
+  void thumbnailsWritten(std::uint64_t written, std::uint64_t failed) override;
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets,

@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "cli/sentences/CliSentences.h"
+#include "cli/sentences/ThumbnailSentences.h"
 #include "foundation/Text.h"
 #include "naming/NameTemplateCoding.h"
 
@@ -113,6 +114,12 @@ void TextPrinter::bundles(const std::vector<AssetBundle>& bundles) {
   line("");
   line(say(language_, sentences::totalBundles, count(bundles.size(), sentences::shots),
            count(fileCount, sentences::files)));
+}
+
+void TextPrinter::thumbnailsWritten(std::uint64_t written, std::uint64_t failed) {
+  line(failed == 0
+           ? say(language_, sentences::thumbnailsWritten, number(written))
+           : say(language_, sentences::thumbnailsWrittenWithout, number(written), number(failed)));
 }
 
 void TextPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {

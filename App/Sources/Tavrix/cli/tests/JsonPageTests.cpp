@@ -149,6 +149,7 @@ TEST_F(JsonPage, everyCommand_printsWhatItsExampleShows) {
       {"repair", {"repair", "phone", "photos"}},
       {"marker rebuild", {"marker", "rebuild", "phone", "photos"}},
       {"snapshot", {"snapshot", "phone", "other"}},
+      {"thumbnails", {"thumbnails", "phone", "small"}},
       {"cache", {"cache"}},
       {"cache reset", {"cache", "reset"}},
       {"geocache reset", {"geocache", "reset"}},
