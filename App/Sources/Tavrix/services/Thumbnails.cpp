@@ -18,8 +18,8 @@ std::optional<EmbeddedPicture> findPicture(RangedReader& file, const MediaAsset&
 }
 
 DecodePicture decoderOf(const std::string& program) {
-  return [decoder = std::make_shared<PictureDecoder>(program)](
-             const PictureRequest& request, std::stop_token stop) {
+  return [decoder = std::make_shared<PictureDecoder>(program)](const PictureRequest& request,
+                                                               std::stop_token stop) {
     return decoder->decode(request, std::move(stop));
   };
 }
@@ -27,7 +27,8 @@ DecodePicture decoderOf(const std::string& program) {
 /// Returns the folder in which the programs of the desktop share thumbnails.
 std::optional<std::string> desktopFolder(const Environment& environment) {
   const auto cacheHome = variable(environment, "XDG_CACHE_HOME");
-  if (cacheHome && std::filesystem::path{*cacheHome}.is_absolute()) return *cacheHome + "/thumbnails";
+  if (cacheHome && std::filesystem::path{*cacheHome}.is_absolute())
+    return *cacheHome + "/thumbnails";
   const auto home = variable(environment, "HOME");
   if (!home) return std::nullopt;
   return *home + "/.cache/thumbnails";
@@ -37,7 +38,8 @@ std::optional<std::string> desktopFolder(const Environment& environment) {
 
 std::unique_ptr<ThumbnailStore> openThumbnails(const ThumbnailServices& services,
                                                const Environment& environment) {
-  ThumbnailMaking::Tools tools{.find = findPicture, .desktopThumbnails = desktopFolder(environment)};
+  ThumbnailMaking::Tools tools{.find = findPicture,
+                               .desktopThumbnails = desktopFolder(environment)};
   if (services.folder) {
     tools.cache = std::make_shared<ThumbnailCache>(ThumbnailCache::Setup{
         .folder = *services.folder, .programVersion = TAVRIX_VERSION, .now = services.now});

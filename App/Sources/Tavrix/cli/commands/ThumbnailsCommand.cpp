@@ -185,12 +185,12 @@ std::unique_ptr<ThumbnailStore> openStore(const CommandContext& context, MainLoo
   if (!around.conversionProgram) {
     throw CommandFailure{ExitStatus::stopped, say(context.language(), sentences::decoderMissing)};
   }
-  auto store = openThumbnails({.loop = loop,
-                               .conversionProgram = *around.conversionProgram,
-                               .now = around.now,
-                               .folder = thumbnailFolderOf(around.environment,
-                                                           context.call.stateFolder)},
-                              around.environment);
+  auto store =
+      openThumbnails({.loop = loop,
+                      .conversionProgram = *around.conversionProgram,
+                      .now = around.now,
+                      .folder = thumbnailFolderOf(around.environment, context.call.stateFolder)},
+                     around.environment);
   const auto access = sourceOf(context).files()->pictures();
   if (access) store->setSource(access->key, access->files);
   return store;

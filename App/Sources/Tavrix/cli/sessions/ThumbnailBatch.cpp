@@ -19,7 +19,9 @@ struct Batch {
   std::size_t next = 0;
   std::exception_ptr failure{};
 
-  bool isOver() const { return failure != nullptr || (next == pictures.size() && requests.empty()); }
+  bool isOver() const {
+    return failure != nullptr || (next == pictures.size() && requests.empty());
+  }
 
   void answer(std::size_t index, const ThumbnailAnswer& answer) {
     // A file that could not be read would be tried again only with the source.
@@ -38,10 +40,10 @@ struct Batch {
     answered.clear();
     while (next < pictures.size() && requests.size() < requestsAtOnce) {
       const std::size_t index = next++;
-      requests.emplace(index, store.request(pictures[index], longestSide, ThumbnailPriority::onScreen,
-                                            [this, index](const ThumbnailAnswer& given) {
-                                              answer(index, given);
-                                            }));
+      requests.emplace(
+          index,
+          store.request(pictures[index], longestSide, ThumbnailPriority::onScreen,
+                        [this, index](const ThumbnailAnswer& given) { answer(index, given); }));
     }
   }
 };

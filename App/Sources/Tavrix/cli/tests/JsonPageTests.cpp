@@ -99,6 +99,7 @@ struct JsonPage : testing::Test {
     phone.root = cable.root();
     cable.plugInAll({phone});
     tester.phones = &cable.browser();
+    tester.conversionProgram = TAVRIX_CONVERT_PROGRAM;
   }
 
   void expectAsDescribed(const std::string& heading, std::vector<std::string> call,
@@ -148,8 +149,8 @@ TEST_F(JsonPage, everyCommand_printsWhatItsExampleShows) {
       {"verify", {"verify", "photos", "--write-checksums"}},
       {"repair", {"repair", "phone", "photos"}},
       {"marker rebuild", {"marker", "rebuild", "phone", "photos"}},
-      {"snapshot", {"snapshot", "phone", "other"}},
-      {"thumbnails", {"thumbnails", "phone", "small"}},
+      {"snapshot", {"snapshot", "phone", "photos2"}},
+      {"thumbnails", {"thumbnails", "phone", "other"}},
       {"cache", {"cache"}},
       {"cache reset", {"cache", "reset"}},
       {"geocache reset", {"geocache", "reset"}},
