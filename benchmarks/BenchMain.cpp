@@ -1,6 +1,7 @@
 // Measures the program against yardsticks on the same machine, alternately within one run: shared
 // machines are noisy, but ratios are stable. The arguments select benchmarks: start pipeline
-// grouping model only-new copying packing verify history metadata phone places stills videos.
+// grouping model only-new copying packing verify history metadata phone places stills thumbnails
+// videos.
 
 #include <fmt/format.h>
 
@@ -41,6 +42,7 @@ int main(int count, char** values) {
   if (isChosen("history")) tavrix::bench::benchHistory(folder + "/history");
   if (isChosen("places")) tavrix::bench::benchPlaces(folder);
   if (isChosen("stills")) tavrix::bench::benchStills(folder + "/stills");
+  if (isChosen("thumbnails")) tavrix::bench::benchThumbnails(folder + "/thumbnails");
   if (isChosen("metadata")) tavrix::bench::benchMetadata(folder + "/metadata");
   if (isChosen("phone")) tavrix::bench::benchPhone(folder + "/phone");
   if (isChosen("videos")) tavrix::bench::benchVideos(folder + "/videos");

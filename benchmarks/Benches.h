@@ -20,5 +20,6 @@ void benchMetadata(const std::string& folder);
 void benchPhone(const std::string& folder);
 void benchVideos(const std::string& folder);
 void benchStills(const std::string& folder);
+void benchThumbnails(const std::string& folder);
 
 }  // namespace tavrix::bench

@@ -64,7 +64,8 @@ TEST_F(ThumbnailsCommandTest, everyPicture_isWrittenOrTold) {
 
   // The source, and what is already there, stay as they are.
   for (const std::string taken : {"photos", "phone/DCIM"}) {
-    const auto again = tester.run({"thumbnails", "phone", taken == "photos" ? "photos" : tester.folder / taken});
+    const auto again =
+        tester.run({"thumbnails", "phone", taken == "photos" ? "photos" : tester.folder / taken});
     EXPECT_EQ(again.status, ExitStatus::usage) << taken;
   }
   EXPECT_EQ(filesIn(tester.folder / "phone/DCIM/100APPLE").size(), 4U);
