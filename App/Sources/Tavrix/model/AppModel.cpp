@@ -89,6 +89,11 @@ void AppModel::closeOverlay() {
   state_.change([](AppState& state) { state.overlay.kind = overlay::None{}; });
 }
 
+std::shared_ptr<const SourceFiles> AppModel::files() const {
+  const auto* const present = std::get_if<Present>(&source_);
+  return present == nullptr ? nullptr : present->source.files;
+}
+
 ConnectedSource* AppModel::source() {
   if (auto* const present = std::get_if<Present>(&source_)) return &present->source;
   auto* const away = std::get_if<Away>(&source_);

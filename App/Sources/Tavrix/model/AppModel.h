@@ -58,6 +58,8 @@ class AppModel {
   void sourceGone();
   /// Returns true if there is a source to transfer from.
   bool hasSource() const { return std::holds_alternative<Present>(source_); }
+  /// Returns the files of the source that can be read now, and nullptr if there is none.
+  std::shared_ptr<const SourceFiles> files() const;
   /// Takes over what is known about the phones on the cable, for display.
   void deviceChanged(DeviceFacts device);
 
