@@ -6,6 +6,7 @@
 #include "Benches.h"
 #include "Measure.h"
 #include "SyntheticLibrary.h"
+#include "grouping/GroupFaces.h"
 #include "grouping/GroupingEngine.h"
 #include "media/BundleBuilder.h"
 
@@ -73,6 +74,26 @@ void benchMode(const std::string& what, const TravelPlan& plan, const TravelPlan
          time(growth.ours), time(growth.theirs), growth.ratio(), 12.0});
 }
 
+/// The faces of all groups beside their grouping.
+void benchFaces(const std::string& what, const TravelPlan& plan, GroupingMode mode) {
+  Grouping grouping{requestOf(plan, std::move(mode)), {}};
+  Duel best{1e9, 1e9};
+  std::size_t faces = 0;
+  for (int round = 0; round < 5; ++round) {
+    grouping.clear();
+    best.theirs = std::min(best.theirs, seconds([&] { grouping.run(); }));
+    faces = 0;
+    best.ours = std::min(best.ours, seconds([&] {
+                           for (const MediaGroup& group : grouping.result->groups) {
+                             faces += GroupFaces::of(group.bundles).faces.size();
+                           }
+                         }));
+  }
+  print({fmt::format("{} faces of {} groups, {} : grouping", faces, grouping.result->groups.size(),
+                     what),
+         time(best.ours), time(best.theirs), best.ratio(), 0.5});
+}
+
 }  // namespace
 
 void benchGrouping() {
@@ -82,6 +103,8 @@ void benchGrouping() {
   benchMode("trips, 1,000,000 shots", life, shortLife, grouping_mode::Trips{});
   benchMode("trips, 1,000,000 shots of a nomad", {million, events, events, events / 2},
             {million / 10, events / 10, events / 10, events / 20}, grouping_mode::Trips{});
+  benchFaces("events", life, grouping_mode::Events{});
+  benchFaces("everything in one", life, grouping_mode::Flat{});
 }
 
 }  // namespace tavrix::bench

@@ -41,6 +41,19 @@ class Packer {
   std::string text_;
 };
 
+/// Returns true if the text has a beginning, in any case. `beginning` is in lower case.
+bool beginsWith(std::string_view text, std::string_view beginning) {
+  return text.size() >= beginning.size() &&
+         std::equal(beginning.begin(), beginning.end(), text.begin(),
+                    [](char a, char b) { return a == (b >= 'A' && b <= 'Z' ? b + 32 : b); });
+}
+
+bool isPng(std::string_view name) {
+  constexpr std::string_view extension = ".png";
+  return name.size() > extension.size() &&
+         beginsWith(name.substr(name.size() - extension.size()), extension);
+}
+
 }  // namespace
 
 struct MediaAsset::Record {
@@ -56,6 +69,7 @@ struct MediaAsset::Record {
   bool isOptimized = false;
   bool isEditedVariant = false;
   bool hasCameraDate = false;
+  bool isScreenshot = false;
   std::int32_t cameraShift = 0;  ///< camera date minus capture date, in seconds
   std::string text;
 
@@ -70,7 +84,7 @@ struct MediaAsset::Record {
 MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
                        std::uint64_t sizeBytes, std::optional<Instant> captureDate,
                        std::optional<GeoPoint> location, bool isOptimized, Text cloudID,
-                       Text sha256, std::optional<Instant> cameraDate) {
+                       Text sha256, std::optional<Instant> cameraDate, bool hasCameraData) {
   auto record = std::make_shared<Record>();
   Packer packer{id.size()};
   record->id = packer.add(id);
@@ -91,6 +105,8 @@ MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text director
   }
   record->isEditedVariant =
       BundleBuilder::isEditedName(name) || ResourceBundles::isEditedResource(id);
+  record->isScreenshot = kind == MediaKind::photo && (beginsWith(name, "screenshot") ||
+                                                      (isPng(name) && !location && !hasCameraData));
   record_ = std::move(record);
 }
 
@@ -107,6 +123,7 @@ std::optional<Instant> MediaAsset::cameraDate() const {
 std::optional<GeoPoint> MediaAsset::location() const { return record_->location; }
 bool MediaAsset::isOptimized() const { return record_->isOptimized; }
 bool MediaAsset::isEditedVariant() const { return record_->isEditedVariant; }
+bool MediaAsset::isScreenshot() const { return record_->isScreenshot; }
 MediaAsset::Text MediaAsset::cloudID() const { return record_->optionalView(record_->cloudID); }
 MediaAsset::Text MediaAsset::sha256() const { return record_->optionalView(record_->sha256); }
 
@@ -116,7 +133,8 @@ bool operator==(const MediaAsset& a, const MediaAsset& b) {
          a.kind() == b.kind() && a.sizeBytes() == b.sizeBytes() &&
          a.captureDate() == b.captureDate() && a.cameraDate() == b.cameraDate() &&
          a.location() == b.location() && a.isOptimized() == b.isOptimized() &&
-         a.cloudID() == b.cloudID() && a.sha256() == b.sha256();
+         a.isScreenshot() == b.isScreenshot() && a.cloudID() == b.cloudID() &&
+         a.sha256() == b.sha256();
 }
 
 }  // namespace tavrix

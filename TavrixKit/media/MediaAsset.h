@@ -21,7 +21,7 @@ class MediaAsset {
   MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
              std::uint64_t sizeBytes, std::optional<Instant> captureDate,
              std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256,
-             std::optional<Instant> cameraDate = std::nullopt);
+             std::optional<Instant> cameraDate = std::nullopt, bool hasCameraData = false);
 
   /// Returns the identifier of the file within its source. Caches, markers and the history refer to
   /// it.
@@ -43,6 +43,9 @@ class MediaAsset {
   /// Returns true if the file is an edited rendering of its shot: its name has the edit mark, or
   /// the photo library lists it as edited.
   bool isEditedVariant() const;
+  /// Returns true if the file is a picture of the screen: its name begins with "Screenshot", or it
+  /// is a PNG file with neither a position nor a camera's data on lens and exposure.
+  bool isScreenshot() const;
   /// Returns the cloud library's identifier of the shot.
   Text cloudID() const;
   /// Returns the SHA-256 of the bytes in hexadecimal, or nullopt if the source has none.

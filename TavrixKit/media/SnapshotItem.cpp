@@ -110,7 +110,8 @@ MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone) c
                     isOptimizedCopy(*this, assetKind),
                     std::nullopt,
                     std::nullopt,
-                    dates.camera};
+                    dates.camera,
+                    cam.value_or(false)};
 }
 
 }  // namespace tavrix

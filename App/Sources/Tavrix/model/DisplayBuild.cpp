@@ -46,7 +46,7 @@ DisplayGroup makeGroup(const FolderNaming::Row& row, const GroupFacts& facts,
           .optimizedCount = facts.optimizedCount,
           .counts = facts.counts,
           .hasLivePhoto = facts.hasLivePhoto,
-          .previewAssets = facts.previewAssets,
+          .faces = facts.faces,
           .pictureCount = facts.pictureCount};
 }
 
@@ -138,6 +138,12 @@ PlanCounters exactCounters(const DisplayRequest& request, const Display& display
 }
 
 }  // namespace
+
+std::vector<MediaAsset> previewAssets(const DisplayGroup& group) {
+  std::vector<MediaAsset> assets;
+  for (const GroupFaces::Face& face : group.faces->faces) assets.push_back(face.asset);
+  return assets;
+}
 
 std::vector<TransferPlanner::NamedGroup> chosenFolders(
     const std::vector<TransferPlanner::NamedGroup>& folders, const DisplayGroups& visible,

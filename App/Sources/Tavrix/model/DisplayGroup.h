@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "foundation/Shared.h"
+#include "grouping/GroupFaces.h"
 #include "grouping/MediaGroup.h"
 
 namespace tavrix {
@@ -26,11 +27,14 @@ struct DisplayGroup {
   std::uint64_t optimizedCount = 0;  ///< shots of which the phone has only a reduced copy
   MediaGroup::MediaCounts counts;
   bool hasLivePhoto = false;
-  Shared<std::vector<MediaAsset>> previewAssets;  ///< the first pictures
-  std::uint64_t pictureCount = 0;                 ///< a Live Photo counts once
+  Shared<GroupFaces> faces;        ///< the pictures that stand for it
+  std::uint64_t pictureCount = 0;  ///< a Live Photo counts once
 
   friend bool operator==(const DisplayGroup&, const DisplayGroup&) = default;
 };
+
+/// Returns the files of the faces, in their order.
+std::vector<MediaAsset> previewAssets(const DisplayGroup& group);
 
 /// Folders in display order. A folder that is unchanged between two lists is the same object in
 /// both.

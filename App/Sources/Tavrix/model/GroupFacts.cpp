@@ -12,8 +12,6 @@
 namespace tavrix {
 namespace {
 
-constexpr std::size_t previewCount = 4;
-
 /// The names of places, looked up once per cell.
 class PlaceNamesOfShots {
  public:
@@ -108,11 +106,6 @@ std::string searchKeyOf(const std::string& folderName, const GroupFacts& facts,
   return caseFolded(text);
 }
 
-void addPreview(const AssetBundle& bundle, std::vector<MediaAsset>& preview) {
-  if (preview.size() >= previewCount || bundle.pictureCount() == 0) return;
-  preview.push_back(bundle.primaryPicture());
-}
-
 /// Ids of the shots whose original is a reduced copy, whether the settings exclude them or not.
 using OptimizedShots = absl::flat_hash_set<std::string_view>;
 
@@ -129,17 +122,15 @@ GroupFacts factsOf(const FolderNaming::Row& row, const FactsContext& context,
                    const OptimizedShots& optimized, PlaceNamesOfShots& names, Tally& total) {
   GroupFacts facts;
   Tally tally;
-  std::vector<MediaAsset> preview;
   for (const AssetBundle& bundle : row.group->bundles) {
     tally.add(monthOf(bundle, context.settings.gathering.timeZone), names.nameOf(bundle),
               bundle.assets().size());
     facts.pictureCount += bundle.pictureCount();
     facts.hasLivePhoto = facts.hasLivePhoto || bundle.isLivePhoto();
     if (optimized.contains(bundle.id())) ++facts.optimizedCount;
-    addPreview(bundle, preview);
   }
   facts.counts = row.group->counts();
-  facts.previewAssets = std::move(preview);
+  facts.faces = GroupFaces::of(row.group->bundles);
   facts.months = monthsOf(tally);
   facts.places = placesOf(tally);
   facts.noPlaceCount = tally.noPlace;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "foundation/Shared.h"
+#include "grouping/GroupFaces.h"
 #include "library/Library.h"
 #include "model/NavOutline.h"
 
@@ -17,7 +18,7 @@ struct GroupFacts {
   std::uint64_t pictureCount = 0;
   std::uint64_t optimizedCount = 0;
   bool hasLivePhoto = false;
-  Shared<std::vector<MediaAsset>> previewAssets;
+  Shared<GroupFaces> faces;
   std::vector<NavOutline::Month> months;  ///< the months of its shots
   std::vector<NavOutline::Place> places;  ///< the places of its shots, as far as they have names
   std::uint64_t noPlaceCount = 0;

@@ -30,7 +30,8 @@ TEST_F(AppModelTest, phoneThatIsReady_showsItsFoldersAndWhatIsNew) {
   const DisplayGroup& first = *state().displayGroups->front();
   EXPECT_EQ(first.counts.photos, 3);
   EXPECT_EQ(first.newCount, 3);
-  EXPECT_THAT(*first.previewAssets, SizeIs(3));
+  EXPECT_THAT(previewAssets(first), SizeIs(3));
+  EXPECT_EQ(first.faces->otherShots, 0);
   EXPECT_TRUE(log.has("device ready: assets=12"));
 }
 

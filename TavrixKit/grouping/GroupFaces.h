@@ -1,0 +1,44 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "media/AssetBundle.h"
+
+namespace tavrix {
+
+/// The few pictures that stand for a group where it is shown as one object.
+struct GroupFaces {
+  struct Face {
+    enum class Kind : std::uint8_t { photograph, film, screenshot };
+
+    /// The file to show: of an edited shot its edited version, of a Live Photo its still.
+    MediaAsset asset;
+    std::size_t shot = 0;  ///< its index in the shots of the group
+    Kind kind = Kind::photograph;
+
+    friend bool operator==(const Face&, const Face&) = default;
+  };
+  static constexpr std::size_t most = 5;
+  /// Shots closer in time than this are of one moment, such as the shots of a burst.
+  static constexpr std::chrono::seconds moment{10};
+
+  std::vector<Face> faces;     ///< photographs first, then films; each in capture order
+  std::size_t otherShots = 0;  ///< shots with pictures that are not among the faces
+
+  /// Chooses the faces from shots in capture order. Each next face is as far in time from those
+  /// before it as possible, with these exceptions:
+  /// - A shot of the same moment as a face follows only when no other moment is left.
+  /// - A film follows only when no moment with a photograph is left.
+  /// - A screenshot is not chosen if the group has a photograph. Otherwise it follows the films.
+  ///
+  /// Undated shots are treated as taken right after the last dated one, in their order. The time
+  /// grows linearly with the number of shots.
+  static GroupFaces of(const std::vector<AssetBundle>& shots);
+
+  friend bool operator==(const GroupFaces&, const GroupFaces&) = default;
+};
+
+}  // namespace tavrix
