@@ -19,7 +19,7 @@ struct PictureLimits {
   std::chrono::seconds lifetime{600};
   std::chrono::milliseconds patience{10'000};  ///< from the request to the end of the reply
   std::size_t requestBytes = std::size_t{64} << 20U;
-  std::size_t replyBytes = std::size_t{4} << 20U;
+  std::size_t replyBytes = std::size_t{16} << 20U;
   std::uint32_t longestSide = 4096;  ///< of a result, in pixels
 
   friend bool operator==(const PictureLimits&, const PictureLimits&) = default;

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "device/thumbnails/PrivateFolder.h"
 #include "foundation/Digest.h"
 #include "foundation/Uuid.h"
 #include "foundation/files/AtomicFile.h"
@@ -100,11 +101,8 @@ std::shared_ptr<Folder> ThumbnailCache::openFolderIfAny() {
 std::shared_ptr<Folder> ThumbnailCache::openOrMakeFolder() {
   const std::lock_guard lock{mutex_};
   if (folder_ != nullptr && folder_->exists()) return folder_;
-  if (!fs::is_directory(setup_.folder)) {
-    fs::create_directories(setup_.folder);
-    // Pictures are private; other users must not see them here.
-    fs::permissions(setup_.folder, fs::perms::owner_all);
-  }
+  // Pictures are private; other users must not see them here.
+  makePrivateFolder(setup_.folder);
   return folder_ = openFolder(setup_.folder);
 }
 
@@ -144,8 +142,6 @@ void ThumbnailCache::keep(const ThumbnailKey& key, const ThumbnailEntry& entry) 
       return;
     } catch (const FileError&) {
       continue;
-    } catch (const fs::filesystem_error&) {
-      return;
     }
   }
 }

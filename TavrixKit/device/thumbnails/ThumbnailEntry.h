@@ -15,6 +15,7 @@ namespace tavrix {
 /// The longest sides of thumbnails and of previews, in pixels.
 inline constexpr std::uint32_t thumbnailSide = 320;
 inline constexpr std::uint32_t previewSide = 1280;
+inline constexpr std::uint32_t largePreviewSide = 2560;
 
 /// The file that a thumbnail shows, and the size of the thumbnail. As in the metadata cache, a file
 /// with another size or date is another file.
