@@ -28,28 +28,16 @@ auto asSource(const std::string& name, const Work& work) {
 
 }  // namespace
 
-void CameraMediaSource::deliver(PhoneFile& file, Progress& progress,
+void CameraMediaSource::deliver(RangedReader& file, Progress& progress,
                                 DownloadDestination& destination) {
-  // A block is delivered only after a later call was answered, because an answer that the phone
-  // broke off may look complete.
-  std::span<const char> held;
-  const auto release = [&] {
-    destination.append(std::as_bytes(held));
-    progress.delivered += held.size();
-    held = {};
-  };
-  std::uint64_t position = progress.delivered;
-  for (std::size_t turn = 0; position < progress.status->size; ++turn) {
-    std::vector<char>& buffer = buffers_[turn % buffers_.size()];
-    buffer.resize(blockBytes);
-    const std::size_t count = asSource(progress.name, [&] { return file.read(position, buffer); });
+  buffer_.resize(blockBytes);
+  while (progress.delivered < progress.status->size) {
+    const std::size_t count =
+        asSource(progress.name, [&] { return file.read(progress.delivered, buffer_); });
     if (count == 0) break;
-    if (!held.empty()) release();
-    held = {buffer.data(), count};
-    position += count;
+    destination.append(std::as_bytes(std::span{buffer_}.first(count)));
+    progress.delivered += count;
   }
-  asSource(progress.name, [&] { file.confirmPosition(position); });
-  if (!held.empty()) release();
 }
 
 FileStatus CameraMediaSource::expectedStatus(const Progress& progress) {
@@ -58,8 +46,6 @@ FileStatus CameraMediaSource::expectedStatus(const Progress& progress) {
   const bool isExpected =
       progress.status ? status == *progress.status : status.type == FileStatus::Type::file;
   if (isExpected) return status;
-  // A status that the phone broke off may look like another one.
-  files_->confirmPresence();
   if (progress.status) throw SourceError{SourceError::Kind::changedWhileRead, name};
   const bool isFolder = status.type == FileStatus::Type::folder;
   throw SourceError{SourceError::Kind::unreadable, name, isFolder ? EISDIR : EINVAL};
@@ -72,7 +58,7 @@ void CameraMediaSource::goOn(Progress& progress, DownloadDestination& destinatio
   if (progress.status && progress.delivered == status.size) return;
   const auto file =
       asSource(progress.name, [&] { return files_->open(progress.path, status.size, false); });
-  progress.status = status;  // valid, because the phone has answered a further call
+  progress.status = status;
   deliver(*file, progress, destination);
   expectedStatus(progress);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -43,11 +42,11 @@ class CameraMediaSource : public MediaSource {
   /// Returns the status of the file. Throws SourceError if it is not a file or has changed.
   FileStatus expectedStatus(const Progress& progress);
   void goOn(Progress& progress, DownloadDestination& destination);
-  void deliver(PhoneFile& file, Progress& progress, DownloadDestination& destination);
+  void deliver(RangedReader& file, Progress& progress, DownloadDestination& destination);
 
   Setup setup_;
   std::unique_ptr<PhoneFiles> files_;
-  std::array<std::vector<char>, 2> buffers_;
+  std::vector<char> buffer_;
 };
 
 }  // namespace tavrix

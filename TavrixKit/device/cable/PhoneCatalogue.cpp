@@ -43,7 +43,6 @@ class PhoneLister {
         if (error.code() != ENOENT) throw;
       }
     }
-    files_.confirmPresence();
     return entries;
   }
 
@@ -72,10 +71,7 @@ FolderCatalogue PhoneCatalogue::read(PhoneFiles& files, MetadataPass::Setup setu
       [&](const std::string& path, std::uint64_t size) {
         try {
           const auto file = files.open(pathOf(path), size, true);
-          const MediaMetadata metadata = MetadataReader::read(*file);
-          // If the phone left in the middle of an answer, its data must not get into the cache.
-          file->close();
-          return metadata;
+          return MetadataReader::read(*file);
         } catch (const PhoneError& error) {
           // Ends the pass like a stopped one, with everything that was read in the cache.
           lost = error;

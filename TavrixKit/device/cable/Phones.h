@@ -58,37 +58,23 @@ class PhoneError : public std::exception {
   Kind kind_;
 };
 
-/// A file of a phone, open for reading.
-class PhoneFile : public RangedReader {
- public:
-  /// Asks the phone for its position in the file, which must be `position`, the end of what was
-  /// read. If a phone leaves in the middle of an answer, the answer may look complete and contain
-  /// anything. So data is valid only after the phone has answered a further call. Throws as read()
-  /// does; EIO if the position differs.
-  virtual void confirmPosition(std::uint64_t position) = 0;
-  /// Closes the file. This is also such a further call, so it throws as read() does. The destructor
-  /// closes a file that is still open.
-  virtual void close() = 0;
-};
-
 /// The files of one phone. Paths begin with "/". Every function throws FileError if the phone
 /// refuses the request, and PhoneError if the phone has left (gone), does not answer (silent) or a
-/// stop was requested (stopped). Must not be used by two threads at once, and must outlive its
-/// files.
+/// stop was requested (stopped); after a PhoneError, every call throws one. What a call returns is
+/// the phone's whole answer to this call, also if the phone has left since. Must not be used by two
+/// threads at once, and must outlive its files.
 class PhoneFiles {
  public:
   virtual ~PhoneFiles() = default;
-  /// Makes a call only to get an answer. Throws PhoneError if none comes.
-  virtual void confirmPresence() = 0;
-  /// Returns the names of the entries of a folder, sorted; a further call has confirmed them.
+  /// Returns the names of the entries of a folder, sorted.
   virtual std::vector<std::string> names(const std::string& folder) = 0;
   /// Returns the status of a file or folder. `modified` is the date of creation if the phone
   /// reports it. Links are not followed.
   virtual FileStatus status(const std::string& path) = 0;
-  /// Opens a file. `size` is the size from status(). With `readsAhead`, a small read also fetches
-  /// the bytes that follow.
-  virtual std::unique_ptr<PhoneFile> open(const std::string& path, std::uint64_t size,
-                                          bool readsAhead) = 0;
+  /// Opens a file, which the destructor closes. `size` is the size from status(). With
+  /// `readsAhead`, a small read also fetches the bytes that follow.
+  virtual std::unique_ptr<RangedReader> open(const std::string& path, std::uint64_t size,
+                                             bool readsAhead) = 0;
 };
 
 /// The phones that the system provides. Safe to call from several threads. Every call ends, even if
@@ -111,8 +97,8 @@ class PhoneBrowser {
 
 namespace Phones {
 
-/// The longest time that a phone may take for an answer. The underlying library gives up by itself
-/// after 10 s, and then reports that the phone is gone.
+/// The longest time that a phone may take for an answer. A connection ends by itself after 10 s of
+/// silence; then the phone is gone.
 inline constexpr std::chrono::milliseconds patience{8000};
 
 /// Returns the browser for the phones of this machine.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <libimobiledevice/afc.h>
 #include <libimobiledevice/libimobiledevice.h>
 #include <libimobiledevice/lockdown.h>
 #include <plist/plist.h>
@@ -56,9 +55,9 @@ using LockdownHandle =
 using ServiceHandle =
     std::unique_ptr<lockdownd_service_descriptor,
                     ReleaseHandle<lockdownd_service_descriptor, lockdownd_service_descriptor_free>>;
-using FilesHandle =
-    std::unique_ptr<afc_client_private, ReleaseHandle<afc_client_private, afc_client_free>>;
-using TextList = std::unique_ptr<char*, ReleaseHandle<char*, afc_dictionary_free>>;
+using ConnectionHandle =
+    std::unique_ptr<idevice_connection_private,
+                    ReleaseHandle<idevice_connection_private, idevice_disconnect>>;
 using PropertyNode = std::unique_ptr<void, ReleaseHandle<void, plist_free>>;
 
 }  // namespace tavrix

@@ -2,10 +2,11 @@
 #include <map>
 #include <mutex>
 
+#include "device/cable/AfcPhoneFiles.h"
 #include "device/cable/PatientThread.h"
 #include "device/cable/Phones.h"
-#include "device/cable/platform/AfcPhoneFiles.h"
 #include "device/cable/platform/PhoneLibrary.h"
+#include "device/cable/platform/UsbServiceStream.h"
 #include "foundation/Text.h"
 
 namespace tavrix {
@@ -58,7 +59,7 @@ class Conversation {
 
   PhoneState state() const { return stateOf(error_); }
   idevice_t device() const { return device_.get(); }
-  lockdownd_service_descriptor_t service() const { return service_.get(); }
+  const lockdownd_service_descriptor& service() const { return *service_; }
 
   std::optional<std::string> value(const char* key) {
     if (client_ == nullptr) beginWithoutSession();
@@ -100,7 +101,7 @@ class Conversation {
 
   void startService() {
     lockdownd_service_descriptor_t service = nullptr;
-    error_ = lockdownd_start_service(client_.get(), AFC_SERVICE_NAME, &service);
+    error_ = lockdownd_start_service(client_.get(), afcServiceName, &service);
     service_.reset(service);
     if (error_ == LOCKDOWN_E_SUCCESS && service_ == nullptr) error_ = LOCKDOWN_E_UNKNOWN_ERROR;
   }
@@ -138,14 +139,11 @@ std::vector<std::string> listDeviceIDs() {
   return ids;
 }
 
-std::shared_ptr<afc_client_private> connectToFiles(const std::string& deviceID) {
+std::shared_ptr<AfcClient> connectToFiles(const std::string& deviceID) {
   const Conversation conversation{deviceID};
   if (conversation.state() != PhoneState::ready) throw PhoneError{errorOf(conversation.state())};
-  afc_client_t client = nullptr;
-  if (afc_client_new(conversation.device(), conversation.service(), &client) != AFC_E_SUCCESS) {
-    throw PhoneError{PhoneError::Kind::unreachable};
-  }
-  return FilesHandle{client};
+  return std::make_shared<AfcClient>(
+      connectToService(conversation.device(), conversation.service()));
 }
 
 class UsbPhoneBrowser : public PhoneBrowser {

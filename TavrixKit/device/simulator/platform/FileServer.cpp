@@ -7,48 +7,14 @@
 #include <cstring>
 #include <filesystem>
 
+#include "device/afc/AfcPacket.h"
 #include "device/simulator/platform/Bench.h"
 #include "foundation/Text.h"
 
 namespace tavrix::simulator {
 namespace {
 
-/// The header of a packet; its numbers have eight bytes, least significant byte first.
-struct Head {
-  std::array<char, 8> magic{'C', 'F', 'A', '6', 'L', 'P', 'A', 'A'};
-  std::uint64_t entireLength = 0;  ///< including the data after the parameters
-  std::uint64_t thisLength = 0;    ///< header and parameters
-  std::uint64_t number = 0;
-  std::uint64_t operation = 0;
-};
-static_assert(sizeof(Head) == 40);
-
-enum Operation : std::uint64_t {
-  status = 0x01,
-  data = 0x02,
-  readFolder = 0x03,
-  fileInfo = 0x0a,
-  deviceInfo = 0x0b,
-  openFile = 0x0d,
-  openedFile = 0x0e,
-  readFile = 0x0f,
-  seekFile = 0x11,
-  tellFile = 0x12,
-  toldFile = 0x13,
-  closeFile = 0x14,
-};
-
-enum Status : std::uint64_t {
-  success = 0,
-  invalidArgument = 7,
-  notFound = 8,
-  isFolder = 9,
-  denied = 10,
-  notSupported = 15,
-  readError = 20,
-};
-
-constexpr std::uint64_t largestPacket = 1 << 16;
+constexpr std::uint64_t largestBody = 1 << 16;
 constexpr std::uint64_t largestRead = 8 << 20;
 
 class Files {
@@ -57,23 +23,21 @@ class Files {
       : bench_(bench), index_(phone), stream_(stream) {}
 
   void serve() {
-    Head request;
-    while (stream_.read({reinterpret_cast<char*>(&request), sizeof request})) {
-      if (request.magic != Head{}.magic || request.entireLength < sizeof request ||
-          request.entireLength > largestPacket) {
-        return;
-      }
-      std::string parameters(request.entireLength - sizeof request, '\0');
+    std::array<char, AfcHead::bytes> head{};
+    while (stream_.read(head)) {
+      const auto request = AfcHead::decode(head);
+      if (!request || request->bodyLength > largestBody) return;
+      std::string parameters(request->bodyLength, '\0');
       if (!stream_.read(parameters)) return;
       const auto latency = bench_.phone(index_).latency;
       if (latency.count() > 0) std::this_thread::sleep_for(latency);
       const auto part = bench_.beginCall(index_);
       if (!part) return;
       part_ = *part;
-      number_ = request.number;
+      number_ = request->number;
       // Counted before it is answered, so that a client that has the answer finds it counted.
       ++bench_.fileCalls;
-      if (!answer(request.operation, parameters)) return;
+      if (!answer(request->operation, parameters)) return;
     }
   }
 
@@ -83,37 +47,30 @@ class Files {
     std::string path;
   };
 
-  bool answer(std::uint64_t operation, const std::string& parameters) {
+  bool answer(AfcOperation operation, const std::string& parameters) {
     switch (operation) {
-      case readFolder:
+      case AfcOperation::readFolder:
         return listFolder(pathIn(parameters, 0));
-      case fileInfo:
+      case AfcOperation::fileInfo:
         return tellOfFile(pathIn(parameters, 0));
-      case deviceInfo:
-        return send(data, "", lines({"Model", bench_.phone(index_).productType}));
-      case openFile:
+      case AfcOperation::openFile:
         return open(parameters);
-      case readFile:
+      case AfcOperation::readFile:
         return read(numberAt(parameters, 0), numberAt(parameters, 1));
-      case seekFile:
+      case AfcOperation::seekFile:
         return seek(parameters);
-      case tellFile:
-        return tell(numberAt(parameters, 0));
-      case closeFile:
-        return sendStatus(files_.erase(numberAt(parameters, 0)) > 0 ? success : invalidArgument);
+      case AfcOperation::closeFile:
+        return sendStatus(files_.erase(numberAt(parameters, 0)) > 0 ? AfcStatus::success
+                                                                    : AfcStatus::invalidArgument);
       default:
-        return sendStatus(notSupported);
+        return sendStatus(AfcStatus::notSupported);
     }
   }
 
-  bool send(std::uint64_t operation, const std::string& parameters, std::string_view rest,
+  bool send(AfcOperation operation, const std::string& parameters, std::string_view rest,
             std::optional<std::uint64_t> cut = std::nullopt) {
-    Head head;
-    head.thisLength = sizeof head + parameters.size();
-    head.entireLength = head.thisLength + rest.size();
-    head.number = number_;
-    head.operation = operation;
-    std::string packet{reinterpret_cast<const char*>(&head), sizeof head};
+    std::string packet =
+        AfcHead{operation, number_, parameters.size() + rest.size(), parameters.size()}.encode();
     packet += parameters;
     if (part_ == AnswerPart::none) return false;
     if (part_ == AnswerPart::half) return sendHalf(packet.append(rest));
@@ -124,21 +81,17 @@ class Files {
     bench_.vanish(index_);
     return false;
   }
-  bool sendStatus(std::uint64_t code) { return send(status, bytesOf(code), ""); }
-
-  static std::string bytesOf(std::uint64_t number) {
-    return {reinterpret_cast<const char*>(&number), sizeof number};
+  bool sendStatus(AfcStatus code) {
+    const auto number = static_cast<std::uint64_t>(code);
+    return send(AfcOperation::status, AfcBody::ofNumber(number), "");
   }
+
   static std::uint64_t numberAt(const std::string& parameters, std::size_t index) {
-    std::uint64_t number = 0;
-    if (parameters.size() >= (index + 1) * sizeof number) {
-      std::memcpy(&number, parameters.data() + index * sizeof number, sizeof number);
-    }
-    return number;
+    return AfcBody::numberAt(parameters, index).value_or(0);
   }
   static std::string lines(const std::vector<std::string>& texts) {
     std::string result;
-    for (const std::string& text : texts) result.append(text).push_back('\0');
+    for (const std::string& text : texts) result += AfcBody::ofText(text);
     return result;
   }
 
@@ -153,47 +106,46 @@ class Files {
     return bench_.phone(index_).root + "/" + path;
   }
 
-  static std::uint64_t statusOf(int code) {
-    if (code == ENOENT || code == ENOTDIR) return notFound;
-    return code == EACCES ? denied : readError;
+  static AfcStatus statusOf(int code) {
+    if (code == ENOENT || code == ENOTDIR) return AfcStatus::notFound;
+    return code == EACCES ? AfcStatus::denied : AfcStatus::ioError;
   }
 
   bool listFolder(const std::optional<std::string>& path) {
-    if (!path) return sendStatus(denied);
-    if (isUnreadable(*path)) return sendStatus(readError);
+    if (!path) return sendStatus(AfcStatus::denied);
+    if (isUnreadable(*path)) return sendStatus(AfcStatus::ioError);
     std::error_code error;
     std::vector<std::string> names{".", ".."};
     for (const auto& entry : std::filesystem::directory_iterator{*path, error}) {
       names.push_back(entry.path().filename().string());
     }
     if (error) return sendStatus(statusOf(error.value()));
-    return send(data, "", lines(names));
+    return send(AfcOperation::data, "", lines(names));
   }
 
   bool tellOfFile(const std::optional<std::string>& path) {
     struct stat raw{};
-    if (!path) return sendStatus(denied);
+    if (!path) return sendStatus(AfcStatus::denied);
     if (::lstat(path->c_str(), &raw) != 0) return sendStatus(statusOf(errno));
     const std::string time =
         std::to_string(raw.st_mtim.tv_sec * 1'000'000'000LL + raw.st_mtim.tv_nsec);
     const char* type = S_ISDIR(raw.st_mode) ? "S_IFDIR" : "S_IFREG";
     if (S_ISLNK(raw.st_mode)) type = "S_IFLNK";
     return send(
-        data, "",
+        AfcOperation::data, "",
         lines({"st_size", std::to_string(raw.st_size), "st_blocks", std::to_string(raw.st_blocks),
                "st_nlink", "1", "st_ifmt", type, "st_mtime", time, "st_birthtime", time}));
   }
 
   bool open(const std::string& parameters) {
-    constexpr std::uint64_t readOnly = 1;
     const auto path = pathIn(parameters, sizeof(std::uint64_t));
-    if (!path || numberAt(parameters, 0) != readOnly) return sendStatus(denied);
+    if (!path || numberAt(parameters, 0) != afcReadOnly) return sendStatus(AfcStatus::denied);
     std::error_code error;
-    if (std::filesystem::is_directory(*path, error)) return sendStatus(isFolder);
+    if (std::filesystem::is_directory(*path, error)) return sendStatus(AfcStatus::isFolder);
     FileDescriptor file{::open(path->c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
     if (!file.isOpen()) return sendStatus(statusOf(errno));
     files_[++lastHandle_] = {std::move(file), *path};
-    return send(openedFile, bytesOf(lastHandle_), "");
+    return send(AfcOperation::openedFile, AfcBody::ofNumber(lastHandle_), "");
   }
 
   bool isUnreadable(const std::string& path) const {
@@ -203,8 +155,8 @@ class Files {
   }
   bool read(std::uint64_t handle, std::uint64_t size) {
     const auto found = files_.find(handle);
-    if (found == files_.end() || size > largestRead) return sendStatus(invalidArgument);
-    if (isUnreadable(found->second.path)) return sendStatus(readError);
+    if (found == files_.end() || size > largestRead) return sendStatus(AfcStatus::invalidArgument);
+    if (isUnreadable(found->second.path)) return sendStatus(AfcStatus::ioError);
     if (buffer_.size() < size) buffer_.resize(size);
     const ssize_t count = ::read(found->second.file.number(), buffer_.data(), size);
     if (count < 0) return sendStatus(statusOf(errno));
@@ -212,26 +164,19 @@ class Files {
     const std::string_view bytes{buffer_.data(), length};
     if (!bench_.awaitSpeech(index_, length)) return false;
     const std::uint64_t allowed = bench_.allowance(index_, length);
-    if (allowed == length) return send(data, "", bytes);
-    send(data, "", bytes, allowed);
+    if (allowed == length) return send(AfcOperation::data, "", bytes);
+    send(AfcOperation::data, "", bytes, allowed);
     bench_.vanish(index_);
     return false;
   }
 
   bool seek(const std::string& parameters) {
     const auto found = files_.find(numberAt(parameters, 0));
-    if (found == files_.end()) return sendStatus(invalidArgument);
+    if (found == files_.end()) return sendStatus(AfcStatus::invalidArgument);
     const auto place =
         ::lseek(found->second.file.number(), static_cast<off_t>(numberAt(parameters, 2)),
                 static_cast<int>(numberAt(parameters, 1)));
-    return sendStatus(place < 0 ? invalidArgument : success);
-  }
-
-  bool tell(std::uint64_t handle) {
-    const auto found = files_.find(handle);
-    if (found == files_.end()) return sendStatus(invalidArgument);
-    const auto place = ::lseek(found->second.file.number(), 0, SEEK_CUR);
-    return send(toldFile, bytesOf(static_cast<std::uint64_t>(place)), "");
+    return sendStatus(place < 0 ? AfcStatus::invalidArgument : AfcStatus::success);
   }
 
   Bench& bench_;

@@ -1,3 +1,4 @@
+#include "device/afc/AfcPacket.h"
 #include "device/simulator/platform/Bench.h"
 
 namespace tavrix::simulator {
@@ -124,7 +125,7 @@ class Lockdown {
       answer.set("Error", "SessionInactive");
     } else if (phone.isLocked) {
       answer.set("Error", "PasswordProtected");
-    } else if (service != "com.apple.afc") {
+    } else if (service != afcServiceName) {
       answer.set("Error", "InvalidService");
     } else {
       answer.set("Port", std::uint64_t{filesPort}).set("EnableServiceSSL", phone.usesTLS);
