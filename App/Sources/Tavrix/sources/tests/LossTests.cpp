@@ -74,6 +74,8 @@ TEST_F(LossTest, serviceThatEndsEveryConnectionForAWhile_isOutlasted) {
   });
   CableSession session{cable};
   ASSERT_NO_FATAL_FAILURE(session.startTransfer(content.size()));
+  // Rejected earlier, the phone would be lost before the run has begun.
+  ASSERT_TRUE(session.runUntil([&] { return !simulator.phone(0).isPluggedIn; }));
   simulator.rejectConnections(true);
   ASSERT_TRUE(session.runUntil(
       [&] { return simulator.rejections() > 3 && session.model.state().pause.has_value(); }));
