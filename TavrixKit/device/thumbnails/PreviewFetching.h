@@ -41,7 +41,7 @@ struct PreviewOrder {
 
   MediaAsset asset;
   std::string key;
-  OpenMedia open{};  ///< empty if only a kept file may be used
+  OpenMedia open{};                                     ///< empty if only a kept file may be used
   std::function<void(std::uint64_t bytes)> received{};  ///< called with the bytes so far
   std::stop_token stop{};
 };

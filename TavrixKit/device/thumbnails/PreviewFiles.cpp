@@ -107,9 +107,9 @@ class PreviewFiles::Desk : public std::enable_shared_from_this<Desk> {
       if (next == jobs_.end()) return;
       const Job& job = next->second;
       const bool isFormer = job.source != source_;
-      auto landed = landed_ && !isFormer ? (*landed_)(job.asset) : std::nullopt;
+      const auto landed = landed_ && !isFormer ? (*landed_)(job.asset) : std::nullopt;
       if (landed) {
-        finish(next, *std::move(landed));
+        finish(next, *landed);
       } else if (isFormer) {
         finish(next, noSource);
       } else {
@@ -172,7 +172,7 @@ class PreviewFiles::Desk : public std::enable_shared_from_this<Desk> {
     }
   }
 
-  void finish(Jobs::iterator found, PreviewResult result) {
+  void finish(Jobs::iterator found, const PreviewResult& result) {
     // The receiver may make and withdraw requests, and end the owner.
     const auto answer = std::move(found->second.receiver.answer);
     jobs_.erase(found);

@@ -19,7 +19,8 @@ MediaAsset fileOf(const std::string& word) {
   const std::string name = word.substr(0, word.find('@'));
   const std::string after = word.substr(std::min(word.find('@'), word.size()));
   std::optional<Instant> date;
-  if (!after.empty()) date = Instant{std::chrono::seconds{1779278400 + std::stoll(after.substr(1))}};
+  if (!after.empty())
+    date = Instant{std::chrono::seconds{1779278400 + std::stoll(after.substr(1))}};
   const bool isPlaced = after.ends_with('p');
   return MediaAsset{name,
                     name,
@@ -65,8 +66,7 @@ TEST(GroupFacesTests, faces_areChosenByKindMomentAndTime) {
       {"a.jpg@0 b.jpg@1 c.mov@60 d.mov@120 e.mov@180 f.mov@240",
        "a.jpg c.mov d.mov e.mov f.mov +1"},
       {"a.mov@0 b.jpg@60 c.mov@120 d.jpg@180", "b.jpg d.jpg a.mov c.mov +0"},
-      {"a.jpg@0 b.jpg@20 c.jpg@40 d.jpg@60 e.mov@900 f.jpg@80",
-       "a.jpg b.jpg c.jpg d.jpg f.jpg +1"},
+      {"a.jpg@0 b.jpg@20 c.jpg@40 d.jpg@60 e.mov@900 f.jpg@80", "a.jpg b.jpg c.jpg d.jpg f.jpg +1"},
       // Edited versions, of stills and of films, and Live Photos.
       {"IMG_0001.HEIC@0 IMG_E0001.JPG@0 IMG_O0001.AAE IMG_0002.HEIC@60 IMG_0002.MOV@60",
        "IMG_E0001.JPG IMG_0002.HEIC +0"},
@@ -137,8 +137,8 @@ TEST(GroupFacesTests, facesOfAnyGroup_areOfDifferentMomentsAndTheBestKinds) {
                                               : Kind::photograph,
                         *file.captureDate()};
       if (dated.kind == Kind::screenshot) ++screenshotsLeft;
-      const bool isEligible = dated.kind != Kind::screenshot || faces.empty() ||
-                              faces.front().kind != Kind::photograph;
+      const bool isEligible =
+          dated.kind != Kind::screenshot || faces.empty() || faces.front().kind != Kind::photograph;
       if (!isEligible || !isApart(dated, faces)) continue;
       EXPECT_FALSE(hasOneMomentTwice) << "another moment is left";
       for (const Dated& face : faces) EXPECT_LE(face.kind, dated.kind) << "a better kind is left";

@@ -53,19 +53,20 @@ struct PreviewFilesTest : testing::Test {
     plugIn();
   }
   void plugIn(const std::string& key = "P") {
-    files->setSource(
-        key, [this](std::stop_token stop) { return std::make_unique<Phone>(*this, stop); });
+    files->setSource(key,
+                     [this](std::stop_token stop) { return std::make_unique<Phone>(*this, stop); });
   }
   static MediaAsset asset(const std::string& name, std::uint64_t bytes = 10) {
     return {"D/" + name,  name,         std::nullopt, MediaKind::photo, bytes,
             std::nullopt, std::nullopt, false,        std::nullopt,     std::nullopt};
   }
   PreviewRequest request(const MediaAsset& asset) {
-    return files->request(asset, {[this](const PreviewResult& result) { results.push_back(result); },
-                                  [this](const PreviewFiles::Progress& progress) {
-                                    received.push_back(progress.received);
-                                    EXPECT_EQ(progress.total, 10);
-                                  }});
+    return files->request(asset,
+                          {[this](const PreviewResult& result) { results.push_back(result); },
+                           [this](const PreviewFiles::Progress& progress) {
+                             received.push_back(progress.received);
+                             EXPECT_EQ(progress.total, 10);
+                           }});
   }
   PreviewResult result() {
     EXPECT_TRUE(loop.runUntil([&] { return !results.empty(); }));
