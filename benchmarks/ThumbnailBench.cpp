@@ -57,7 +57,7 @@ std::vector<MediaAsset> assetsOf(const std::string& folder, const std::vector<st
 
 enum class Until { first, final };
 
-/// Requests all thumbnails as a window does; the decoding processes are started anew. Returns how
+/// Requests all thumbnails as a window does; every call starts the decoding processes. Returns how
 /// many are shown when each has its first, or its final, answer.
 int make(const PictureAccess& access, const std::vector<MediaAsset>& assets, Until until,
          const std::optional<std::string>& cache = std::nullopt) {
@@ -65,9 +65,10 @@ int make(const PictureAccess& access, const std::vector<MediaAsset>& assets, Unt
   const auto store = openThumbnails(
       {.loop = loop,
        .conversionProgram = TAVRIX_CONVERT_PROGRAM,
-       .now = [] {
-         return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-       },
+       .now =
+           [] {
+             return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+           },
        .folder = cache},
       {});
   store->setSource(access.key, access.files);
@@ -126,10 +127,11 @@ void firstScreen(const std::string& folder, const std::vector<std::string>& name
   int shown = 0;
   const double ours = seconds([&] { shown = make(access, assets, Until::first); });
   const auto calls = static_cast<double>(simulator.fileCalls() - before);
-  print({fmt::format("first screen of a phone at 1 ms a call ({} shown, {:.1f} calls each) : half a "
-                     "second",
-                     shown, calls / static_cast<double>(names.size())),
-         time(ours), time(0.5), ours / 0.5, 1});
+  print(
+      {fmt::format("first screen of a phone at 1 ms a call ({} shown, {:.1f} calls each) : half a "
+                   "second",
+                   shown, calls / static_cast<double>(names.size())),
+       time(ours), time(0.5), ours / 0.5, 1});
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Reads arbitrary bytes as the answers of a phone. What is read must fit, and after a damaged answer
-// nothing more may be received.
+// Reads arbitrary bytes as the answers of a phone. What is read must fit, and after a damaged
+// answer nothing more may be received.
 
 #include <array>
 #include <cstdint>

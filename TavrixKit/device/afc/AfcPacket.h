@@ -52,8 +52,8 @@ struct AfcHead {
   static constexpr std::size_t bytes = 40;
 
   AfcOperation operation = AfcOperation::status;
-  std::uint64_t number = 0;        ///< of the request; its answer has the same
-  std::uint64_t bodyLength = 0;    ///< bytes of parameters and data together
+  std::uint64_t number = 0;           ///< of the request; its answer has the same
+  std::uint64_t bodyLength = 0;       ///< bytes of parameters and data together
   std::uint64_t parameterLength = 0;  ///< bytes of the body that are parameters
 
   std::string encode() const;

@@ -169,38 +169,38 @@ std::vector<std::string> AfcClient::names(const std::string& folder) {
 
 FileStatus AfcClient::status(const std::string& path) {
   constexpr FileOperation purpose = FileOperation::status;
-  const std::string body = bodyOf({AfcOperation::fileInfo, pathParameter(purpose, path),
-                                   AfcOperation::data, purpose, path});
+  const std::string body = bodyOf(
+      {AfcOperation::fileInfo, pathParameter(purpose, path), AfcOperation::data, purpose, path});
   return statusOf(required(fieldsIn(body)));
 }
 
 AfcClient::OpenFile AfcClient::open(const std::string& path) {
   constexpr FileOperation purpose = FileOperation::open;
-  const std::string body = bodyOf(
-      {AfcOperation::openFile, AfcBody::ofNumber(afcReadOnly) + pathParameter(purpose, path),
-       AfcOperation::openedFile, purpose, path});
+  const std::string body =
+      bodyOf({AfcOperation::openFile, AfcBody::ofNumber(afcReadOnly) + pathParameter(purpose, path),
+              AfcOperation::openedFile, purpose, path});
   return {required(AfcBody::numberAt(body, 0)), path};
 }
 
 std::size_t AfcClient::read(const OpenFile& file, std::span<char> buffer) {
   std::size_t count = 0;
-  exchange({AfcOperation::readFile,
-            AfcBody::ofNumber(file.handle) + AfcBody::ofNumber(buffer.size()), AfcOperation::data,
-            FileOperation::read, file.path},
-           [&](ServiceStream& stream, std::uint64_t length) {
-             if (length > buffer.size()) throwGone();
-             count = static_cast<std::size_t>(length);
-             receive(stream, buffer.first(count));
-           });
+  exchange(
+      {AfcOperation::readFile, AfcBody::ofNumber(file.handle) + AfcBody::ofNumber(buffer.size()),
+       AfcOperation::data, FileOperation::read, file.path},
+      [&](ServiceStream& stream, std::uint64_t length) {
+        if (length > buffer.size()) throwGone();
+        count = static_cast<std::size_t>(length);
+        receive(stream, buffer.first(count));
+      });
   return count;
 }
 
 void AfcClient::seek(const OpenFile& file, std::uint64_t offset) {
-  exchange({AfcOperation::seekFile,
-            AfcBody::ofNumber(file.handle) + AfcBody::ofNumber(afcFromBegin) +
-                AfcBody::ofNumber(offset),
-            AfcOperation::status, FileOperation::read, file.path},
-           {});
+  exchange(
+      {AfcOperation::seekFile,
+       AfcBody::ofNumber(file.handle) + AfcBody::ofNumber(afcFromBegin) + AfcBody::ofNumber(offset),
+       AfcOperation::status, FileOperation::read, file.path},
+      {});
 }
 
 void AfcClient::close(const OpenFile& file) {

@@ -67,7 +67,8 @@ TEST(AfcClient, requests_haveTheBytesOfTheProtocolAndTheirAnswersAreRead) {
   AfcClient client{std::make_unique<ScriptStream>(script)};
   script.answers =
       data(1, texts({".", "..", "b.JPG", "a/b", "", "a.JPG"})) +
-      data(2, texts({"st_size", "5", "st_ifmt", "S_IFREG", "st_mtime", "1500000000", "st_new", ""})) +
+      data(2,
+           texts({"st_size", "5", "st_ifmt", "S_IFREG", "st_mtime", "1500000000", "st_new", ""})) +
       headOf(48, 48, 3, 0x0e) + bytesOf(77) + data(4, "12345") + data(5, "") + status(6, 0) +
       status(7, 0);
   EXPECT_THAT(client.names("/D"), ElementsAre("a.JPG", "b.JPG"));
@@ -81,12 +82,11 @@ TEST(AfcClient, requests_haveTheBytesOfTheProtocolAndTheirAnswersAreRead) {
   client.seek(file, 258);
   client.close(file);
   const std::string path{"/D\0", 3};
-  EXPECT_EQ(script.sent,
-            headOf(43, 43, 1, 0x03) + path + headOf(43, 43, 2, 0x0a) + path +
-                headOf(51, 51, 3, 0x0d) + bytesOf(1) + path + headOf(56, 56, 4, 0x0f) +
-                bytesOf(77) + bytesOf(300) + headOf(56, 56, 5, 0x0f) + bytesOf(77) + bytesOf(300) +
-                headOf(64, 64, 6, 0x11) + bytesOf(77) + bytesOf(0) + bytesOf(258) +
-                headOf(48, 48, 7, 0x14) + bytesOf(77));
+  EXPECT_EQ(script.sent, headOf(43, 43, 1, 0x03) + path + headOf(43, 43, 2, 0x0a) + path +
+                             headOf(51, 51, 3, 0x0d) + bytesOf(1) + path + headOf(56, 56, 4, 0x0f) +
+                             bytesOf(77) + bytesOf(300) + headOf(56, 56, 5, 0x0f) + bytesOf(77) +
+                             bytesOf(300) + headOf(64, 64, 6, 0x11) + bytesOf(77) + bytesOf(0) +
+                             bytesOf(258) + headOf(48, 48, 7, 0x14) + bytesOf(77));
 }
 
 TEST(AfcClient, refusals_areErrorsOfTheFileAndTheConnectionGoesOn) {

@@ -131,7 +131,7 @@ class SheetWriter {
   std::map<std::string, std::string> written_;  ///< paths by id
 };
 
-/// Tells which pictures have no thumbnail, as far as the list stays short.
+/// Names the first pictures without a thumbnail on standard error, and counts all of them.
 class MissingPictures {
  public:
   explicit MissingPictures(const CommandContext& context) : context_(context) {}
