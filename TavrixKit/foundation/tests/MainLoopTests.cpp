@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
-#include <thread>
 #include <vector>
 
+#include "foundation/tests/support/MainLoopContract.h"
 #include "foundation/tests/support/ManualMainLoop.h"
 
 namespace tavrix {
@@ -43,24 +43,9 @@ TEST(MainLoop, taskPostedByATask_runsAtItsMoment) {
   EXPECT_EQ(loop.now() - start, milliseconds{100});
 }
 
-TEST(MainLoop, standardLoop_runsOtherThreadsTasksOnItsOwn) {
+TEST(MainLoop, standardLoop_keepsTheContract) {
   StandardMainLoop loop;
-  std::vector<int> ran;
-  std::thread::id runner;
-  std::thread other{[&] {
-    for (int number = 0; number < 1000; ++number) {
-      loop.post([&ran, &runner, number] {
-        ran.push_back(number);
-        runner = std::this_thread::get_id();
-      });
-    }
-  }};
-  loop.postAfter(milliseconds{2}, [&] { ran.push_back(-1); });
-  loop.runUntil([&] { return ran.size() == 1001; });
-  other.join();
-  EXPECT_EQ(runner, std::this_thread::get_id());
-  std::erase(ran, -1);
-  EXPECT_TRUE(std::is_sorted(ran.begin(), ran.end()));
+  checkMainLoopContract(loop, [&](const auto& isDone) { loop.runUntil(isDone); });
 }
 
 }  // namespace

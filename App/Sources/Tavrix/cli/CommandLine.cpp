@@ -303,7 +303,7 @@ class Parser {
 }  // namespace
 
 Language languageOf(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
-  std::string chosen = keptLanguage(surroundings).value_or("system");
+  std::string chosen = keptLanguage(surroundings.defaults).value_or("system");
   for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
     constexpr std::string_view option = "--lang";
     if (arguments[i] == option && i + 1 < arguments.size()) chosen = arguments[i + 1];
@@ -311,8 +311,7 @@ Language languageOf(const std::vector<std::string>& arguments, const Surrounding
       chosen = arguments[i].substr(option.size() + 1);
     }
   }
-  if (chosen == "en") return Language::english;
-  return chosen == "system" ? languageOfLocale(surroundings.messagesLocaleID) : Language::russian;
+  return languageOfChoice(chosen, surroundings.messagesLocaleID);
 }
 
 Messages::Form messagesForm(const std::vector<std::string>& arguments,

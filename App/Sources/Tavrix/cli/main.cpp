@@ -8,13 +8,13 @@
 
 #include "cli/CommandLine.h"
 #include "cli/platform/Interrupts.h"
-#include "cli/platform/Resources.h"
 #include "cli/platform/Terminal.h"
 #include "cli/printing/TerminalLine.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/StoredSettings.h"
 #include "foundation/Text.h"
 #include "foundation/TimeZone.h"
+#include "services/platform/Resources.h"
 
 namespace tavrix::cli {
 namespace {

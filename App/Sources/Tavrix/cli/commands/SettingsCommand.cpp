@@ -41,7 +41,7 @@ bool isSet(const UserDefaults& defaults, std::string_view name) {
 KeptSetting keptSetting(const CommandContext& context, const UserDefaults& defaults,
                         std::string_view name) {
   if (name == languageKey) {
-    const auto language = keptLanguage(context.surroundings);
+    const auto language = keptLanguage(context.surroundings.defaults);
     return {std::string{name}, JsonValue{language.value_or(std::string{initialLanguage})},
             !language};
   }

@@ -80,7 +80,7 @@ void tellSkippedDefaults(const Surroundings& surroundings, const Messages& messa
     tell(skipped.key, skipped.object, allowedInFile(language, skipped));
   }
   const auto kept = defaults.object(languageKey);
-  if (kept && !keptLanguage(surroundings)) tell(languageKey, *kept, "ru, en, system");
+  if (kept && !keptLanguage(&defaults)) tell(languageKey, *kept, "ru, en, system");
 }
 
 void tellUnknownTimeZone(const Invocation& call, const Surroundings& surroundings,

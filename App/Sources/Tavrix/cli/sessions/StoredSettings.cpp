@@ -1,6 +1,5 @@
 #include "cli/sessions/StoredSettings.h"
 
-#include <algorithm>
 #include <cerrno>
 
 #include "cli/sentences/SettingNoteSentences.h"
@@ -56,21 +55,10 @@ std::string faultText(Language language, const DefaultsFault& fault, bool isSavi
 
 }  // namespace
 
-bool isLanguageChoice(std::string_view text) {
-  return std::ranges::find(languageChoices, text) != languageChoices.end();
-}
-
 Settings initialSettings(const Surroundings& surroundings) {
   return tavrix::initialSettings(
       TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc()),
       surroundings.systemLocaleID);
-}
-
-std::optional<std::string> keptLanguage(const Surroundings& surroundings) {
-  if (surroundings.defaults == nullptr) return std::nullopt;
-  auto language = surroundings.defaults->text(languageKey);
-  if (language && !isLanguageChoice(*language)) return std::nullopt;
-  return language;
 }
 
 std::vector<SavedPreset> keptPresets(const Surroundings& surroundings) {

@@ -1,29 +1,17 @@
 #pragma once
 
-#include <array>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "cli/call/Surroundings.h"
 #include "cli/sessions/CommandContext.h"
 #include "foundation/Sentence.h"
+#include "settings/InterfaceLanguage.h"
 #include "settings/SavedPreset.h"
 #include "settings/Settings.h"
 #include "settings/defaults/UserDefaults.h"
 
 namespace tavrix::cli {
-
-/// The key of the language in the user defaults.
-inline constexpr std::string_view languageKey = "uiLanguage";
-/// The values of that key, and the one that applies if none is kept.
-inline constexpr std::array<std::string_view, 3> languageChoices{"ru", "en", "system"};
-inline constexpr std::string_view initialLanguage = "system";
-/// Returns true if `text` is a value of that key.
-bool isLanguageChoice(std::string_view text);
-/// Returns the language that the user keeps: "ru", "en" or "system". Returns nullopt if none is
-/// kept or its value is invalid.
-std::optional<std::string> keptLanguage(const Surroundings& surroundings);
 
 /// Returns the presets that the user has saved.
 std::vector<SavedPreset> keptPresets(const Surroundings& surroundings);

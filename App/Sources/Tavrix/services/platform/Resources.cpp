@@ -1,8 +1,8 @@
-#include "cli/platform/Resources.h"
+#include "services/platform/Resources.h"
 
 #include <filesystem>
 
-namespace tavrix::cli {
+namespace tavrix {
 namespace {
 
 namespace fs = std::filesystem;
@@ -32,4 +32,4 @@ std::string helperPath(const std::string& name) {
   return whichever(folder / name, folder.parent_path() / "libexec" / "tavrix" / name);
 }
 
-}  // namespace tavrix::cli
+}  // namespace tavrix

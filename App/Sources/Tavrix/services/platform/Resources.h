@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace tavrix::cli {
+namespace tavrix {
 
 /// Returns the path of a data file that ships with the program: in "Resources" beside the program,
 /// or in "../share/tavrix" if it exists only there.
@@ -12,4 +12,4 @@ std::string resourcePath(const std::string& name);
 /// exists only there.
 std::string helperPath(const std::string& name);
 
-}  // namespace tavrix::cli
+}  // namespace tavrix

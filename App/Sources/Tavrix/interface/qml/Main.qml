@@ -1,0 +1,112 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Tavrix
+
+ApplicationWindow {
+    id: window
+
+    // Narrow windows show fewer columns; what the user opens stays open.
+    property bool showsSidebar: width >= 760
+    property bool showsInspector: width >= 1180
+
+    width: 1400
+    height: 900
+    minimumWidth: 720
+    minimumHeight: 480
+    visible: true
+    title: Words.programName
+    color: Theme.ground
+    palette {
+        window: Theme.ground
+        windowText: Theme.text
+        base: Theme.surface
+        text: Theme.text
+        button: Theme.surface
+        buttonText: Theme.text
+        highlight: Theme.accent
+        highlightedText: Theme.onAccent
+        toolTipBase: Theme.surface
+        toolTipText: Theme.text
+        placeholderText: Theme.mark
+        mid: Theme.line
+        dark: Theme.secondText
+        light: Theme.hover
+    }
+
+    header: TopBar {
+        id: topBar
+        visible: WindowModel.page === WindowModel.BrowsePage || WindowModel.page === WindowModel.EmptyPage
+        sidebarWidth: sidebar.visible ? sidebar.width : 0
+        onSidebarToggled: window.showsSidebar = !window.showsSidebar
+        onInspectorToggled: window.showsInspector = !window.showsInspector
+        showsSidebar: window.showsSidebar
+        showsInspector: window.showsInspector
+    }
+
+    Item {
+        id: browsePage
+        anchors.fill: parent
+        visible: WindowModel.page === WindowModel.BrowsePage
+
+        Sidebar {
+            id: sidebar
+            anchors.left: parent.left
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            width: 216
+            visible: window.showsSidebar
+        }
+        FolderPane {
+            id: folderPane
+            anchors.left: sidebar.visible ? sidebar.right : parent.left
+            anchors.right: inspector.visible ? inspector.left : parent.right
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+        }
+        Inspector {
+            id: inspector
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            width: 296
+            visible: window.showsInspector
+        }
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: WindowModel.page === WindowModel.EmptyPage
+        sourceComponent: EmptyPage {}
+    }
+    Loader {
+        anchors.fill: parent
+        active: WindowModel.page === WindowModel.TransferPage
+        sourceComponent: TransferPage {}
+    }
+    Loader {
+        anchors.fill: parent
+        active: WindowModel.page === WindowModel.SummaryPage
+        sourceComponent: SummaryPage {}
+    }
+
+    footer: DestinationBar {
+        visible: WindowModel.page === WindowModel.BrowsePage
+    }
+
+    DropArea {
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onDropped: drop => {
+            if (drop.hasUrls)
+                WindowModel.openSource(drop.urls[0]);
+        }
+    }
+    Shortcut {
+        sequence: "F9"
+        onActivated: window.showsSidebar = !window.showsSidebar
+    }
+    Shortcut {
+        sequence: "Ctrl+I"
+        onActivated: window.showsInspector = !window.showsInspector
+    }
+}

@@ -1,0 +1,14 @@
+import QtQuick
+import Tavrix
+
+// Years, months and places.
+Rectangle {
+    color: Theme.ground
+
+    Rectangle {
+        anchors.right: parent.right
+        width: 1
+        height: parent.height
+        color: Theme.line
+    }
+}

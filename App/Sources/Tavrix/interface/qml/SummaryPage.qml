@@ -1,0 +1,6 @@
+import QtQuick
+import Tavrix
+
+// The result of a transfer.
+Item {
+}

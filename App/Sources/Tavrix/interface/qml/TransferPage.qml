@@ -1,0 +1,6 @@
+import QtQuick
+import Tavrix
+
+// A transfer under way.
+Item {
+}

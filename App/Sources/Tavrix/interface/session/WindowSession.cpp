@@ -1,0 +1,190 @@
+#include "interface/session/WindowSession.h"
+
+#include "foundation/files/FileError.h"
+#include "media/Snapshot.h"
+#include "places/Gazetteer.h"
+#include "services/HistoryFolder.h"
+#include "settings/PersistedSettings.h"
+#include "settings/StateFolder.h"
+#include "sources/KeptCatalogCounts.h"
+
+namespace tavrix::window {
+namespace {
+
+std::unique_ptr<Folder> openCacheFolder(const std::optional<std::string>& stateFolder, Log& log) {
+  if (!stateFolder) return nullptr;
+  try {
+    return openStateFolder(*stateFolder, "");
+  } catch (const FileError& error) {
+    writeLog(log, "place names not kept: path={}, code={}", PrivateField{error.path()},
+             error.code());
+    return nullptr;
+  }
+}
+
+PersistedSettings::Values valuesAtLaunch(const WindowSurroundings& surroundings) {
+  const TimeZone zone = TimeZone::load(surroundings.systemTimeZoneID).value_or(TimeZone::utc());
+  PersistedSettings::Values values{initialSettings(zone, surroundings.systemLocaleID), {}};
+  if (surroundings.defaults == nullptr) return values;
+  PersistedSettings::forgetAtLaunch(*surroundings.defaults, isDemo(surroundings.environment));
+  return PersistedSettings::read(*surroundings.defaults, std::move(values));
+}
+
+}  // namespace
+
+WindowSession::WindowSession(WindowSurroundings surroundings)
+    : surroundings_(std::move(surroundings)),
+      stateFolder_(stateFolderOf(surroundings_.environment, std::nullopt)),
+      naming_(openPlaceNaming()),
+      host_(surroundings_.conversionProgram) {
+  PersistedSettings::Values values = valuesAtLaunch(surroundings_);
+  model_.emplace(services(), std::move(values.settings));
+  if (!values.savedPresets.empty()) model_->changeSavedPresets(std::move(values.savedPresets));
+}
+
+WindowSession::~WindowSession() { stop_.request_stop(); }
+
+AppModel::Services WindowSession::services() {
+  AppModel::Services services =
+      host_.services(surroundings_.loop, surroundings_.now, surroundings_.newID);
+  services.log = surroundings_.log;
+  services.language = surroundings_.language;
+  services.writtenLanguage = surroundings_.language;
+  services.systemLocaleID = surroundings_.systemLocaleID;
+  services.placeNaming = naming_.get();
+  services.stateFolder = stateFolder_;
+  services.keepsGroupsDebug = keepsGroupsDebug(surroundings_.environment);
+  services.isDemo = isDemo(surroundings_.environment);
+  services.defaults = surroundings_.defaults;
+  services.storing = [this](std::function<void()> work) { storing_.post(std::move(work)); };
+  services.keepRecord = [this](TransferRecord record) { return keepRecord(std::move(record)); };
+  return services;
+}
+
+std::unique_ptr<PlaceNaming> WindowSession::openPlaceNaming() {
+  if (!surroundings_.gazetteerPath) return nullptr;
+  Log& log = *surroundings_.log;
+  try {
+    auto gazetteer = Gazetteer::open(*surroundings_.gazetteerPath);
+    return std::make_unique<PlaceNaming>(std::move(gazetteer), openCacheFolder(stateFolder_, log),
+                                         log);
+  } catch (const FileError& error) {
+    writeLog(log, "no place names: path={}, code={}", PrivateField{error.path()}, error.code());
+  } catch (const GazetteerError& error) {
+    writeLog(log, "no place names: damaged at {}", error.offset());
+  }
+  return nullptr;
+}
+
+bool WindowSession::keepRecord(TransferRecord record) {
+  if (!stateFolder_) return false;
+  record.destinationPath = absolutePath(record.destinationPath);
+  try {
+    HistoryFolder::create(*stateFolder_, *surroundings_.log).store().add(record);
+    return true;
+  } catch (const FileError& error) {
+    writeLog(*surroundings_.log, "history: the record was not written: path={}, code={}",
+             PrivateField{error.path()}, error.code());
+    return false;
+  }
+}
+
+void WindowSession::open(const std::string& source) {
+  if (!std::holds_alternative<app_phase::Browse>(model_->state().phase)) return;
+  stop_.request_stop();
+  stop_ = {};
+  ++readingNumber_;
+  if (isPhone(source)) {
+    followPhones(wantedNumber(source));
+  } else {
+    followed_.reset();
+    watcher_.reset();
+    readFolder(source);
+  }
+}
+
+void WindowSession::followPhones(const std::string& wanted) {
+  show(opened_source::Phone{});
+  if (surroundings_.phones == nullptr) return;
+  if (watcher_) return watcher_->setWanted(wanted);
+  if (surroundings_.defaults != nullptr && !counts_) {
+    counts_ = std::make_unique<KeptCatalogCounts>(*surroundings_.defaults,
+                                                  isDemo(surroundings_.environment));
+  }
+  watcher_.emplace(DeviceWatcher::Setup{.browser = *surroundings_.phones,
+                                        .loop = surroundings_.loop,
+                                        .bus = surroundings_.bus,
+                                        .counts = counts_.get(),
+                                        .cacheDirectory = stateFolder_,
+                                        .zone = model_->state().settings->gathering.timeZone,
+                                        .now = surroundings_.now,
+                                        .log = surroundings_.log,
+                                        .wanted = wanted});
+  followed_.emplace(FollowedDevice::Setup{*model_, *watcher_, *surroundings_.phones,
+                                          variable(surroundings_.environment, "DEMO_DEVICE_NAME")});
+  watcher_->start();
+}
+
+void WindowSession::readFolder(const std::string& path) {
+  show(opened_source::Reading{path});
+  const std::uint64_t number = readingNumber_;
+  const std::weak_ptr<const bool> life = life_;
+  const auto onLoop = [this, life, number](auto task) {
+    surroundings_.loop.post([this, life, number, task] {
+      if (life.lock() && number == readingNumber_) task();
+    });
+  };
+  ReadingSetup setup{.zone = model_->state().settings->gathering.timeZone,
+                     .cacheDirectory = stateFolder_,
+                     .now = surroundings_.now,
+                     .log = surroundings_.log,
+                     .stop = stop_.get_token()};
+  setup.progress = [this, onLoop, path](const MetadataPass::Progress& progress) {
+    onLoop([this, path, progress] { show(opened_source::Reading{path, progress}); });
+  };
+  const auto givenName = variable(surroundings_.environment, "DEMO_DEVICE_NAME");
+  reading_.post([this, onLoop, setup, path, givenName] {
+    try {
+      const auto opened = openPictureSource(path, nullptr);
+      const FolderCatalogue catalogue = opened->readCatalogue(setup);
+      if (!catalogue.isComplete) {
+        return onLoop([this, path, progress = catalogue.progress] {
+          show(opened_source::Stopped{path, progress});
+        });
+      }
+      auto source = std::make_shared<ConnectedSource>(
+          connectedSource(*opened, Snapshot::assetsOf(catalogue.items, setup.zone), setup.zone,
+                          catalogue.unreadFolders(), givenName));
+      onLoop([this, path, source] {
+        model_->sourceReady(std::move(*source), data_origin::Snapshot{});
+        show(opened_source::Open{path});
+      });
+    } catch (...) {
+      onLoop([this, path, error = std::current_exception()] {
+        show(opened_source::Failed{path, error});
+      });
+    }
+  });
+}
+
+void WindowSession::stopReading() {
+  stop_.request_stop();
+  if (watcher_) watcher_->stopReading();
+}
+
+void WindowSession::retry() {
+  if (std::holds_alternative<opened_source::Phone>(source_)) {
+    if (watcher_) watcher_->start();
+  } else if (const auto* const stopped = std::get_if<opened_source::Stopped>(&source_)) {
+    open(std::string{stopped->path});
+  } else if (const auto* const failed = std::get_if<opened_source::Failed>(&source_)) {
+    open(std::string{failed->path});
+  }
+}
+
+void WindowSession::show(OpenedSource source) {
+  source_ = std::move(source);
+  Q_EMIT sourceChanged();
+}
+
+}  // namespace tavrix::window

@@ -1,0 +1,45 @@
+#include "interface/shell/Picture.h"
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQmlExpression>
+#include <cstdio>
+
+namespace tavrix::window {
+
+Picture::Picture(QQuickWindow& window, WindowSession& session, std::vector<std::string> actions,
+                 std::string path)
+    : window_(window), session_(session), actions_(std::move(actions)), path_(std::move(path)) {
+  connect(&timer_, &QTimer::timeout, this, &Picture::look);
+  timer_.start(std::chrono::milliseconds{20});
+}
+
+bool Picture::isSettled() const {
+  return !std::holds_alternative<opened_source::Reading>(session_.source()) &&
+         session_.model().isSettled() && !session_.model().state().isComputing;
+}
+
+void Picture::look() {
+  constexpr int enough = 10;
+  calmLooks_ = isSettled() ? calmLooks_ + 1 : 0;
+  if (calmLooks_ < enough) return;
+  if (done_ < actions_.size()) {
+    calmLooks_ = 0;
+    return evaluate(actions_[done_++]);
+  }
+  timer_.stop();
+  const bool isWritten = window_.grabWindow().save(QString::fromStdString(path_));
+  QCoreApplication::exit(isWritten ? 0 : 1);
+}
+
+void Picture::evaluate(const std::string& action) {
+  QQmlExpression expression{QQmlEngine::contextForObject(&window_), &window_,
+                            QString::fromStdString(action)};
+  expression.evaluate();
+  if (!expression.hasError()) return;
+  std::fprintf(stderr, "%s\n", qPrintable(expression.error().toString()));
+}
+
+}  // namespace tavrix::window

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <QQuickWindow>
+#include <QTimer>
+#include <string>
+#include <vector>
+
+#include "interface/session/WindowSession.h"
+
+namespace tavrix::window {
+
+/// Paints the window into a file once it is up to date with its source, and ends the program. The
+/// actions are QML expressions, evaluated one after another in the context of the window.
+class Picture : public QObject {
+  Q_OBJECT
+
+ public:
+  Picture(QQuickWindow& window, WindowSession& session, std::vector<std::string> actions,
+          std::string path);
+
+ private:
+  void look();
+  bool isSettled() const;
+  void evaluate(const std::string& action);
+
+  QQuickWindow& window_;
+  WindowSession& session_;
+  std::vector<std::string> actions_;
+  std::string path_;
+  std::size_t done_ = 0;  ///< how many actions were carried out
+  int calmLooks_ = 0;
+  QTimer timer_;
+};
+
+}  // namespace tavrix::window

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QSize>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "foundation/Sentence.h"
+
+namespace tavrix::window {
+
+/// The arguments of the program.
+struct WindowArguments {
+  std::optional<std::string> source;
+  std::optional<std::string> destination;
+  std::optional<Language> language;
+  std::optional<bool> isDark;
+  bool wantsHelp = false;
+  bool wantsVersion = false;
+
+  // For developers: the program paints its window into a file and ends.
+  std::optional<std::string> picture;  ///< path of the PNG file to write
+  std::optional<QSize> size;           ///< of the window
+  std::vector<std::string> actions;    ///< QML expressions to evaluate before, in the main window
+};
+
+/// An argument that the program does not know, or whose value is missing or wrong.
+struct UnknownArgument {
+  std::string text;
+};
+
+/// Reads the arguments without the name of the program.
+std::variant<WindowArguments, UnknownArgument> readArguments(
+    const std::vector<std::string>& arguments);
+
+}  // namespace tavrix::window
