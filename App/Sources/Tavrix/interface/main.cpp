@@ -16,6 +16,7 @@
 #include "interface/platform/SymbolProvider.h"
 #include "interface/session/WindowSession.h"
 #include "interface/shell/Picture.h"
+#include "interface/shell/ScreensFolder.h"
 #include "interface/shell/WindowArguments.h"
 #include "interface/words/Words.h"
 #include "services/platform/Resources.h"
@@ -49,11 +50,16 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
                          .phones = phones.get(),
                          .bus = bus.get()}};
   Words words{language};
-  Appearance appearance;
+  Appearance appearance{QDBusConnection::sessionBus()};
   appearance.setDark(arguments.isDark);
   if (arguments.picture) appearance.setMotion(false);
 
+  std::optional<ScreensFolder> screens;
   QQmlApplicationEngine engine;
+  if (arguments.screens) {
+    screens.emplace(QString::fromStdString(*arguments.screens));
+    engine.addUrlInterceptor(&*screens);
+  }
   engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
   EngineObjects::give(engine, session);

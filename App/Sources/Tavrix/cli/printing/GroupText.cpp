@@ -10,13 +10,10 @@
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
+#include "text/MergedNote.h"
 
 namespace tavrix::cli {
 namespace {
-
-bool isEventOrTrip(const MediaGroup& group) {
-  return group.id.starts_with("event-") || group.id.starts_with("trip-");
-}
 
 std::string candidateText(Language language, const Library& library,
                           const HomeCandidate& candidate) {
@@ -46,17 +43,6 @@ std::optional<std::string> placeName(Language language, const Library& library,
                                               language == Language::russian ? "ru" : "en");
   if (!names) return std::nullopt;
   return names->cityOrRegion() ? names->cityOrRegion() : names->countryName;
-}
-
-std::string mergedNote(Language language, const MediaGroup& group) {
-  if (group.children.empty()) return {};
-  const auto count = group.children.size();
-  const std::string number = numberText(language, count);
-  if (std::all_of(group.children.begin(), group.children.end(), isEventOrTrip)) {
-    return say(language, sentences::eventsInside, number);
-  }
-  return say(language, sentences::mergedFrom, number,
-             nounFor(language, count, sentences::foldersMerged));
 }
 
 GroupIndex::GroupIndex(const Library& library) {

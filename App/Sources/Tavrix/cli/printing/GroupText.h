@@ -18,10 +18,6 @@ std::optional<std::string> placeName(Language language, const Library& library,
 /// "2026-05-20…22", "2026-04-30…05-02". Returns an empty text for a group without dates.
 std::string daysText(const MediaGroup& group, const TimeZone& zone);
 
-/// Returns the note for a folder that was merged from others, and an empty text for any other
-/// folder.
-std::string mergedNote(Language language, const MediaGroup& group);
-
 /// The groups of a library before merging, by id, with the names of the folders that contain them.
 /// Refers to the library.
 class GroupIndex {

@@ -8,6 +8,7 @@
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
+#include "text/MergedNote.h"
 
 namespace tavrix::cli {
 namespace {

@@ -10,8 +10,6 @@
 namespace tavrix::cli::sentences {
 
 inline constexpr CountedNoun daysOfStay{"день", "дня", "дней", "day", "days"};
-/// After "из".
-inline constexpr CountedNoun foldersMerged{"папки", "папок", "папок", "folder", "folders"};
 
 inline constexpr Sentence<> titleDays{"Даты", "Dates"};
 
@@ -43,11 +41,6 @@ inline constexpr Sentence<> homeAmbiguous{"Несколько вариантов
                                           "Several possible homes: check the choice"};
 inline constexpr Sentence<std::string_view> homeHint{
     "Указать другой дом: --set homeOverride={}", "To choose another home: --set homeOverride={}"};
-
-// Merged folders.
-inline constexpr Sentence<std::string_view, std::string_view> mergedFrom{"Склеено из {} {}",
-                                                                         "Merged from {} {}"};
-inline constexpr Sentence<std::string_view> eventsInside{"События внутри: {}", "Events inside: {}"};
 
 // Why each folder is a folder.
 inline constexpr Sentence<> titleBegin{"Начало", "Start"};

@@ -1,27 +1,48 @@
 #include "interface/list/CardText.h"
 
+#include <fmt/format.h>
+
 #include "foundation/DateFormatterCache.h"
+#include "foundation/Sentences.h"
 #include "interface/words/ListSentences.h"
+#include "model/GroupFacts.h"
+#include "text/MergedNote.h"
 
 namespace tavrix::window::CardText {
 namespace {
 
+std::string localeOf(Language language) {
+  return language == Language::russian ? "ru_RU" : "en_GB";
+}
+
 std::string day(Language language, CivilDate date, bool hasMonth, bool hasYear) {
   // A pattern with day and month gives the genitive in Russian: "18 мая".
-  const std::string locale = language == Language::russian ? "ru_RU" : "en_GB";
   std::string pattern = "d";
   if (hasMonth) pattern += " MMMM";
   if (hasYear) pattern += " y";
-  const DateFormatterCache::Key key{DateFormatterCache::Key::Kind::isoDay, pattern, locale, "UTC"};
+  const DateFormatterCache::Key key{DateFormatterCache::Key::Kind::isoDay, pattern,
+                                    localeOf(language), "UTC"};
   const Instant noon{std::chrono::sys_days{date} + std::chrono::hours{12}};
   return DateFormatterCache::shared().formatter(key)->text(noon);
 }
 
+void append(std::string& text, std::string_view separator, std::string_view part) {
+  if (part.empty()) return;
+  if (!text.empty()) text += separator;
+  text += part;
+}
+
 }  // namespace
+
+std::string sectionTitle(Language language, const FolderRows::Section& section) {
+  if (!section.year) return say(language, sentences::noDate);
+  if (!section.month) return std::to_string(*section.year);
+  return monthTitle({.year = *section.year, .month = *section.month}, localeOf(language));
+}
 
 std::string period(Language language, const DisplayGroup& folder, const TimeZone& zone) {
   const auto& group = *folder.group;
-  if (!group.dateStart || !group.dateEnd) return {};
+  if (!group.dateStart || !group.dateEnd) return say(language, sentences::noDate);
   const CivilDate first = zone.dateAt(*group.dateStart);
   const CivilDate last = zone.dateAt(*group.dateEnd);
   if (first == last) return day(language, first, true, true);
@@ -35,19 +56,47 @@ std::string period(Language language, const DisplayGroup& folder, const TimeZone
 std::string counts(Language language, const DisplayGroup& folder) {
   std::string text;
   const auto add = [&](std::uint64_t count, const CountedNoun& noun) {
-    if (count == 0) return;
-    if (!text.empty()) text += ", ";
-    text += counted(language, count, noun);
+    if (count > 0) append(text, ", ", counted(language, count, noun));
   };
   add(folder.counts.photos, sentences::photos);
   add(folder.counts.videos, sentences::videos);
+  if (text.empty()) {
+    add(folder.counts.sidecars + folder.counts.others, tavrix::sentences::files);
+  }
   return text;
 }
 
-std::string newFiles(Language language, const DisplayGroup& folder) {
-  if (folder.newCount == 0) return {};
-  return fmt::format("{}, {}", counted(language, folder.newCount, sentences::newFiles),
+bool isInPlace(const DisplayGroup& folder) { return folder.newCount == 0 && folder.knownCount > 0; }
+
+std::string effect(Language language, const DisplayGroup& folder, bool hasDestination) {
+  if (isInPlace(folder)) return say(language, sentences::inPlace);
+  if (folder.newCount == 0) return say(language, sentences::nothingToCopy);
+  const CountedNoun& noun = hasDestination ? sentences::newFiles : tavrix::sentences::files;
+  return fmt::format("{}, {}", counted(language, folder.newCount, noun),
                      bytesText(language, folder.newBytes));
+}
+
+std::string note(Language language, const DisplayGroup& folder) {
+  constexpr std::string_view separator = " · ";
+  std::string text = mergedNote(language, *folder.group);
+  if (folder.templateName) append(text, separator, say(language, sentences::continued));
+  if (folder.optimizedCount > 0) {
+    append(text, separator,
+           say(language, sentences::reducedCopies, numberText(language, folder.optimizedCount)));
+  }
+  return text;
+}
+
+std::string description(Language language, const DisplayGroup& folder, const AppState& state,
+                        std::size_t number, std::size_t count) {
+  std::string text = period(language, folder, state.settings->gathering.timeZone);
+  append(text, ", ", counts(language, folder));
+  append(text, ", ", effect(language, folder, state.destination.has_value()));
+  append(text, ", ", note(language, folder));
+  append(text, ", ",
+         say(language, sentences::folderOf, numberText(language, number),
+             numberText(language, count)));
+  return text;
 }
 
 }  // namespace tavrix::window::CardText

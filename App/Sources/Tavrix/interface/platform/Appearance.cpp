@@ -1,6 +1,5 @@
 #include "interface/platform/Appearance.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -25,8 +24,7 @@ unsigned int schemeIn(QVariant value) {
 
 }  // namespace
 
-Appearance::Appearance() {
-  QDBusConnection bus = QDBusConnection::sessionBus();
+Appearance::Appearance(QDBusConnection bus) {
   if (!bus.isConnected()) return;
   bus.connect(service, path, interfaceName, QStringLiteral("SettingChanged"), this,
               SLOT(settingChanged(QString, QString, QDBusVariant)));

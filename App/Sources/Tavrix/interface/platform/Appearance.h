@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtQml/qqmlregistration.h>
+#include <QDBusConnection>
 #include <QDBusVariant>
 #include <QObject>
 #include <optional>
@@ -19,8 +20,8 @@ class Appearance : public QObject {
   Q_PROPERTY(bool hasMotion READ hasMotion NOTIFY changed)
 
  public:
-  /// Follows the desktop, if a service of it says how it looks.
-  Appearance();
+  /// Follows the desktop, if a service on the bus says how it looks.
+  explicit Appearance(QDBusConnection bus);
   /// Returns the appearance that the engine was given.
   static Appearance* create(QQmlEngine* engine, QJSEngine* script);
 

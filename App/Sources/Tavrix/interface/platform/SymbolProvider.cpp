@@ -13,6 +13,7 @@ QImage SymbolProvider::requestImage(const QString& id, QSize* size, const QSize&
   if (!file.open(QIODevice::ReadOnly)) return {};
   QByteArray drawing = file.readAll();
   drawing.replace("currentColor", '#' + color.toLatin1());
+  drawing.replace("secondColor", '#' + id.section(QLatin1Char{'/'}, 2, 2).toLatin1());
   QSvgRenderer renderer{drawing};
   constexpr QSize smallest{16, 16};
   QImage image{requestedSize.isEmpty() ? smallest : requestedSize,

@@ -4,8 +4,9 @@
 
 namespace tavrix::window {
 
-/// Draws the window's symbols in any colour and size: "image://symbols/NAME/RRGGBB" is the file
-/// NAME.svg of the module with that colour in place of "currentColor". Called from any thread.
+/// Draws the window's symbols in any colour and size: "image://symbols/NAME/RRGGBB/RRGGBB" is the
+/// file NAME.svg of the module with these colours in place of "currentColor" and "secondColor".
+/// Called from any thread.
 class SymbolProvider : public QQuickImageProvider {
  public:
   SymbolProvider() : QQuickImageProvider{Image} {}

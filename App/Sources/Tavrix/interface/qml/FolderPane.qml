@@ -1,16 +1,121 @@
 import QtQuick
 import Tavrix
 
-// The list of folders.
-Item {
-    ListView {
-        anchors.fill: parent
-        anchors.margins: 16
-        clip: true
-        spacing: 12
-        model: FolderListModel
-        delegate: FolderCard {
-            width: ListView.view.width
+// The folders: the line above them, the list, and what stands in its place when it is empty.
+FocusScope {
+    id: pane
+
+    // Where pictures come from, such as "image://thumbnails/"; empty if there are none.
+    property string pictures
+    signal opened(int row)
+
+    FolderPaneHeader {
+        id: header
+        width: parent.width
+    }
+    Rectangle {
+        id: line
+        y: header.height
+        width: parent.width
+        height: 1
+        color: Theme.line
+    }
+    FolderScroll {
+        id: scroll
+        anchors.top: line.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        focus: true
+        pictures: pane.pictures
+        onOpened: row => pane.opened(row)
+    }
+    BusyLine {
+        y: header.height
+        width: parent.width
+        isBusy: WindowModel.isComputing
+    }
+    Column {
+        anchors.centerIn: scroll
+        spacing: 16
+        visible: ListHeader.emptyText !== ""
+
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: ListHeader.emptyText
+            font.pixelSize: Theme.nameText
+            font.weight: Font.DemiBold
+            color: Theme.secondText
         }
+        PushButton {
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: ListHeader.isNarrowed
+            text: Words.showAll
+            onClicked: ListHeader.showAll()
+        }
+    }
+    // Offers to undo the merge just made.
+    Rectangle {
+        anchors.horizontalCenter: scroll.horizontalCenter
+        anchors.bottom: scroll.bottom
+        anchors.bottomMargin: 16
+        width: undoRow.width + 20
+        height: 48
+        radius: Theme.corner
+        color: Theme.surface
+        border.width: 1
+        border.color: Theme.mark
+        visible: FolderActions.canUndoMerge
+
+        Row {
+            id: undoRow
+            x: 16
+            height: parent.height
+            spacing: 8
+
+            Text {
+                height: parent.height
+                rightPadding: 8
+                text: Words.foldersMergedNow
+                font.pixelSize: Theme.bodyText
+                color: Theme.text
+                verticalAlignment: Text.AlignVCenter
+            }
+            PushButton {
+                anchors.verticalCenter: parent.verticalCenter
+                text: Words.undo
+                onClicked: FolderActions.undoMerge()
+            }
+            IconButton {
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "close"
+                text: Words.close
+                onClicked: FolderActions.keepMerge()
+            }
+        }
+    }
+    Shortcut {
+        sequence: "Ctrl+A"
+        enabled: pane.visible && !scroll.renames
+        onActivated: ListHeader.includeAll()
+    }
+    Shortcut {
+        sequence: "Ctrl+Shift+A"
+        enabled: pane.visible && !scroll.renames
+        onActivated: ListHeader.includeNone()
+    }
+    Shortcut {
+        sequence: "Ctrl+M"
+        enabled: pane.visible && FolderActions.canMerge
+        onActivated: FolderActions.merge()
+    }
+    Shortcut {
+        sequence: "Ctrl+Z"
+        enabled: pane.visible && FolderActions.canUndoMerge && !scroll.renames
+        onActivated: FolderActions.undoMerge()
+    }
+    Shortcut {
+        sequence: "Ctrl+C"
+        enabled: scroll.activeFocus && !scroll.renames && FolderActions.hasFolders
+        onActivated: FolderActions.copyNames()
     }
 }

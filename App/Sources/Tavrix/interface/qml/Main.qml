@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQml
 import Tavrix
 
 ApplicationWindow {
@@ -36,15 +37,15 @@ ApplicationWindow {
     header: TopBar {
         id: topBar
         visible: WindowModel.page === WindowModel.BrowsePage || WindowModel.page === WindowModel.EmptyPage
-        sidebarWidth: sidebar.visible ? sidebar.width : 0
         onSidebarToggled: window.showsSidebar = !window.showsSidebar
         onInspectorToggled: window.showsInspector = !window.showsInspector
         showsSidebar: window.showsSidebar
         showsInspector: window.showsInspector
     }
 
-    Item {
+    FocusScope {
         id: browsePage
+        focus: visible
         anchors.fill: parent
         visible: WindowModel.page === WindowModel.BrowsePage
 
@@ -62,6 +63,7 @@ ApplicationWindow {
             anchors.right: inspector.visible ? inspector.left : parent.right
             anchors.top: parent.top
             anchors.bottom: parent.bottom
+            focus: true
         }
         Inspector {
             id: inspector
@@ -108,5 +110,25 @@ ApplicationWindow {
     Shortcut {
         sequence: "Ctrl+I"
         onActivated: window.showsInspector = !window.showsInspector
+    }
+    Shortcut {
+        sequence: "Ctrl+F"
+        enabled: topBar.isBrowsing
+        onActivated: topBar.search()
+    }
+    Shortcut {
+        sequence: "Ctrl+O"
+        onActivated: topBar.openFolder()
+    }
+    Instantiator {
+        model: 5
+
+        delegate: Shortcut {
+            required property int index
+
+            sequence: "Ctrl+" + (index + 1)
+            enabled: topBar.isBrowsing
+            onActivated: WindowModel.layout = index
+        }
     }
 }

@@ -2,18 +2,21 @@ import QtQuick
 import Tavrix
 
 // The title above the folders of a month or a year.
-Item {
+Rectangle {
     property alias title: label.text
 
-    implicitHeight: 40
+    height: 44
+    color: Theme.ground
+    Accessible.role: Accessible.StaticText
+    Accessible.name: title
 
     Text {
         id: label
-        anchors.left: parent.left
+        x: 16
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 8
-        font.pixelSize: Theme.bodyText
+        anchors.bottomMargin: 10
+        font.pixelSize: Theme.nameText
         font.weight: Font.DemiBold
-        color: Theme.secondText
+        color: Theme.text
     }
 }

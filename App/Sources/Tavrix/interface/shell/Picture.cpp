@@ -2,9 +2,9 @@
 
 #include <QCoreApplication>
 #include <QImage>
+#include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
-#include <QQmlExpression>
 #include <cstdio>
 
 namespace tavrix::window {
@@ -27,19 +27,25 @@ void Picture::look() {
   if (calmLooks_ < enough) return;
   if (done_ < actions_.size()) {
     calmLooks_ = 0;
-    return evaluate(actions_[done_++]);
+    return carryOut(actions_[done_++]);
   }
   timer_.stop();
   const bool isWritten = window_.grabWindow().save(QString::fromStdString(path_));
   QCoreApplication::exit(isWritten ? 0 : 1);
 }
 
-void Picture::evaluate(const std::string& action) {
-  QQmlExpression expression{QQmlEngine::contextForObject(&window_), &window_,
-                            QString::fromStdString(action)};
-  expression.evaluate();
-  if (!expression.hasError()) return;
-  std::fprintf(stderr, "%s\n", qPrintable(expression.error().toString()));
+void Picture::carryOut(const std::string& action) {
+  QQmlContext* const context = QQmlEngine::contextForObject(&window_);
+  QQmlComponent component{context->engine()};
+  component.setData("import QtQuick\nimport Tavrix\nQtObject { function run() { " +
+                        QByteArray::fromStdString(action) + " } }",
+                    QUrl{});
+  const std::unique_ptr<QObject> object{component.create(context)};
+  if (object) {
+    QMetaObject::invokeMethod(object.get(), "run");
+  } else {
+    std::fprintf(stderr, "%s\n", qPrintable(component.errorString()));
+  }
 }
 
 }  // namespace tavrix::window

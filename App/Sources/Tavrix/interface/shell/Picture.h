@@ -11,7 +11,7 @@
 namespace tavrix::window {
 
 /// Paints the window into a file once it is up to date with its source, and ends the program. The
-/// actions are QML expressions, evaluated one after another in the context of the window.
+/// actions are statements of QML, carried out one after another in the context of the window.
 class Picture : public QObject {
   Q_OBJECT
 
@@ -22,7 +22,7 @@ class Picture : public QObject {
  private:
   void look();
   bool isSettled() const;
-  void evaluate(const std::string& action);
+  void carryOut(const std::string& action);
 
   QQuickWindow& window_;
   WindowSession& session_;

@@ -17,6 +17,8 @@ bool take(WindowArguments& taken, const std::string& option, const std::string& 
     taken.destination = value;
   } else if (option == "--picture") {
     taken.picture = value;
+  } else if (option == "--screens") {
+    taken.screens = value;
   } else if (option == "--do") {
     taken.actions.push_back(value);
   } else if (option == "--size") {

@@ -22,7 +22,8 @@ struct WindowArguments {
   // For developers: the program paints its window into a file and ends.
   std::optional<std::string> picture;  ///< path of the PNG file to write
   std::optional<QSize> size;           ///< of the window
-  std::vector<std::string> actions;    ///< QML expressions to evaluate before, in the main window
+  std::optional<std::string> screens;  ///< folder with QML files to use in place of the program's
+  std::vector<std::string> actions;    ///< statements of QML to carry out before, in the window
 };
 
 /// An argument that the program does not know, or whose value is missing or wrong.

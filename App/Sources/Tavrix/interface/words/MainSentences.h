@@ -20,6 +20,15 @@ inline constexpr Sentence<> layoutTrips{"Поездки", "Trips"};
 
 inline constexpr Sentence<> searchHint{"Место, месяц или год", "Place, month or year"};
 
+inline constexpr Sentence<> clearSearch{"Очистить поиск", "Clear Search"};
+
+// The source and the columns.
+inline constexpr Sentence<> chooseSource{"Источник", "Source"};
+inline constexpr Sentence<> followPhone{"iPhone на кабеле", "iPhone on the cable"};
+inline constexpr Sentence<> toggleSidebar{"Годы и места (F9)", "Years and places (F9)"};
+inline constexpr Sentence<> toggleInspector{"Настройки переноса (Ctrl+I)",
+                                            "Transfer settings (Ctrl+I)"};
+
 // Starting the program.
 inline constexpr Sentence<std::string_view> unknownArgument{
     "tavrix-window: неизвестный аргумент «{}»; список — по --help",

@@ -45,9 +45,33 @@ class Words : public QObject {
   TAVRIX_WORD(layoutTrips)
   TAVRIX_WORD(layoutName)
   TAVRIX_WORD(searchHint)
+  TAVRIX_WORD(followPhone)
+  TAVRIX_WORD(toggleSidebar)
+  TAVRIX_WORD(toggleInspector)
+  TAVRIX_WORD(clearSearch)
+  TAVRIX_WORD(chooseSource)
 
   // The list of folders.
+  TAVRIX_WORD(onlyNew)
+  TAVRIX_WORD(checkAll)
+  TAVRIX_WORD(checkNone)
+  TAVRIX_WORD(showAsGrid)
+  TAVRIX_WORD(showAsList)
   TAVRIX_WORD(inPlace)
+  TAVRIX_WORD(showAll)
+  TAVRIX_WORD(checkFolders)
+  TAVRIX_WORD(uncheckFolders)
+  TAVRIX_WORD(renameFolder)
+  TAVRIX_WORD(mergeFolders)
+  TAVRIX_WORD(takeApart)
+  TAVRIX_WORD(undoMerge)
+  TAVRIX_WORD(copyName)
+  TAVRIX_WORD(folderName)
+  TAVRIX_WORD(foldersMergedNow)
+  TAVRIX_WORD(undo)
+  TAVRIX_WORD(close)
+  TAVRIX_WORD(spaceKey)
+  TAVRIX_WORD(folders)
 
   // The sidebar.
 

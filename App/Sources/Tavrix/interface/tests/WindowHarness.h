@@ -1,0 +1,55 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+#include "interface/engine/EngineObjects.h"
+#include "interface/platform/Appearance.h"
+#include "interface/platform/SymbolProvider.h"
+#include "interface/session/WindowSession.h"
+#include "interface/words/Words.h"
+#include "model/tests/support/ModelHarness.h"
+
+namespace tavrix::window {
+
+/// A session on a loop of the test, and the window over it if the test opens one.
+class WindowHarness {
+ public:
+  explicit WindowHarness(int files, Language language = Language::russian)
+      : phone{files}, words{language} {
+    session.model().sourceReady(phone.source(), data_origin::Snapshot{});
+    settle();
+  }
+
+  /// Runs the loop until the model is up to date.
+  void settle() {
+    ASSERT_TRUE(loop.runUntil([&] { return session.model().isSettled(); }));
+    loop.runDue();
+  }
+  /// Opens the window.
+  QQuickWindow& open(QSize size) {
+    appearance.setMotion(false);
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
+    EngineObjects::give(engine, session);
+    EngineObjects::give(engine, words);
+    EngineObjects::give(engine, appearance);
+    engine.load(QUrl{QStringLiteral("qrc:/qt/qml/Tavrix/Main.qml")});
+    auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+    window.resize(size);
+    return window;
+  }
+
+  ManualMainLoop loop;
+  FakePhone phone;
+  WindowSession session{{.loop = loop,
+                         .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
+                         .newID = randomUuid}};
+  Words words;
+  Appearance appearance{QDBusConnection{QStringLiteral("none")}};
+  QQmlApplicationEngine engine;
+};
+
+}  // namespace tavrix::window
