@@ -10,6 +10,7 @@
 #include "foundation/Text.h"
 #include "foundation/TimeZone.h"
 #include "interface/engine/EngineObjects.h"
+#include "interface/options/ViewChoices.h"
 #include "interface/platform/Appearance.h"
 #include "interface/platform/QtMainLoop.h"
 #include "interface/platform/Rendering.h"
@@ -51,6 +52,7 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
                          .bus = bus.get()}};
   Words words{language};
   Appearance appearance{QDBusConnection::sessionBus()};
+  ViewChoices view{session};
   appearance.setDark(arguments.isDark);
   if (arguments.picture) appearance.setMotion(false);
 
@@ -65,6 +67,7 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
   EngineObjects::give(engine, session);
   EngineObjects::give(engine, words);
   EngineObjects::give(engine, appearance);
+  EngineObjects::give(engine, view);
   engine.load(QUrl{QStringLiteral("qrc:/qt/qml/Tavrix/Main.qml")});
   if (engine.rootObjects().isEmpty()) return 1;
   auto* const window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());

@@ -1,5 +1,6 @@
 #include "library/Library.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "grouping/GroupMerging.h"
@@ -52,12 +53,15 @@ std::optional<Library::Home> homeOf(const Settings& settings,
       .recentSpanDays = groupingSettings(settings).homeWindowDays};
 }
 
-/// Returns the points that people see: the home, the candidates next to it, and the stays.
+/// The number of home candidates, from the best one on, that get names.
+constexpr std::size_t namedCandidates = 5;
+
+/// Returns the points that people see: the home, the first candidates, and the stays.
 std::vector<GeoPoint> landmarkPoints(const Library& library) {
   std::vector<GeoPoint> points;
   if (library.home->point) points.push_back(*library.home->point);
   const auto& candidates = library.homeCandidates;
-  for (std::size_t i = 0; i < candidates.size() && i < 2; ++i) {
+  for (std::size_t i = 0; i < std::min(candidates.size(), namedCandidates); ++i) {
     points.push_back(candidates[i].center);
   }
   for (const HomeCandidate& rival : library.home->rivals) points.push_back(rival.center);

@@ -4,6 +4,7 @@
 
 #include "cli/call/Invocation.h"
 #include "foundation/Sentence.h"
+#include "text/HomeSentences.h"
 
 /// The sentences of the command line about folders: where home is, and why a folder begins or ends
 /// where it does; in both languages side by side.
@@ -14,8 +15,9 @@ inline constexpr CountedNoun daysOfStay{"день", "дня", "дней", "day",
 inline constexpr Sentence<> titleDays{"Даты", "Dates"};
 
 // Home.
-inline constexpr Sentence<std::string_view, std::string_view, std::string_view> homeCandidate{
-    "{} — дней: {} (недавних: {})", "{} — days: {} (recent: {})"};
+using tavrix::sentences::homeAmbiguous;
+using tavrix::sentences::homeCandidate;
+using tavrix::sentences::homeMissing;
 inline constexpr Sentence<std::string_view> homeFound{"Дом: {}", "Home: {}"};
 inline constexpr Sentence<std::string_view> homeRecentSpan{
     "Дом — место, где снимали больше всего дней из недавних (последние {} до самого нового снимка "
@@ -35,14 +37,11 @@ inline constexpr Sentence<std::string_view> homeManual{"Дом указан вр
                                                        "Home set by you: {}"};
 inline constexpr Sentence<std::string_view> homeAutomatic{"Автоматически выбран был бы: {}",
                                                           "The automatic choice would be: {}"};
-inline constexpr Sentence<> homeMissing{"Дом не определён: нет геоданных",
-                                        "Home not determined: no geodata"};
-inline constexpr Sentence<> homeAmbiguous{"Несколько вариантов дома — проверьте выбор",
-                                          "Several possible homes: check the choice"};
 inline constexpr Sentence<std::string_view> homeHint{
     "Указать другой дом: --set homeOverride={}", "To choose another home: --set homeOverride={}"};
 
 // Why each folder is a folder.
+using tavrix::sentences::whyTrips;
 inline constexpr Sentence<> titleBegin{"Начало", "Start"};
 inline constexpr Sentence<> titleWhyFolder{"Почему отдельная папка", "Why a separate folder"};
 inline constexpr Sentence<> titleWhyNoTrip{"Почему не в поездке", "Why not in a trip"};
@@ -52,11 +51,6 @@ inline constexpr Sentence<std::string_view> calendarOfZone{
 inline constexpr Sentence<> whyEvents{
     "Событие начинается там, где перед снимком была длинная пауза или дальний переезд:",
     "An event begins where a long pause or a far jump comes before a shot:"};
-inline constexpr Sentence<> whyTrips{
-    "Пребывание в одном городе вдали от дома — папка поездки; новый город — новая поездка. "
-    "Остальное — по месяцам.",
-    "A stay in one city away from home is a trip folder; a new city is a new trip. The rest goes "
-    "into month folders."};
 inline constexpr Sentence<> whyFlat{"Все снимки лежат вместе: делить нечего.",
                                     "All shots are in one folder: nothing is split."};
 inline constexpr Sentence<> noStays{"Ни один снимок с местом не сделан вдали от дома.",

@@ -70,7 +70,6 @@ ApplicationWindow {
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.bottom: parent.bottom
-            width: 296
             visible: window.showsInspector
         }
     }

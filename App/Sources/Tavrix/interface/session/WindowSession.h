@@ -61,6 +61,10 @@ class WindowSession : public QObject {
   /// Returns the state folder, or nullopt if the environment names none.
   const std::optional<std::string>& stateFolder() const { return stateFolder_; }
 
+  /// Stores a choice about the window itself in the user's defaults, in the background. In a demo
+  /// nothing is stored.
+  void keep(std::string key, JsonValue value);
+
  Q_SIGNALS:
   /// source() has changed.
   void sourceChanged();

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "interface/options/ChoiceSetting.h"
+
+namespace tavrix::window {
+
+/// Returns the places that may be home, best first, with their days. The current one is the home
+/// that the user has chosen, otherwise the one that was detected. A chosen home that is none of the
+/// places is the first choice.
+std::vector<ChoiceSetting::Choice> homeChoices(const SettingsPort& port);
+
+/// Returns the sentence about a home that is not certain, and an empty text otherwise.
+std::string homeNote(const SettingsPort& port);
+
+}  // namespace tavrix::window

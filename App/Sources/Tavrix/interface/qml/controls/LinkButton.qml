@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// A quiet button that looks like a line of text.
+T.AbstractButton {
+    id: link
+
+    implicitWidth: label.implicitWidth
+    implicitHeight: 20
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+
+    contentItem: Text {
+        id: label
+        text: link.text
+        font.pixelSize: 12
+        font.underline: true
+        color: link.hovered ? Theme.text : Theme.secondText
+        verticalAlignment: Text.AlignVCenter
+    }
+    background: Item {
+        FocusRing {
+            visible: link.visualFocus
+        }
+    }
+}

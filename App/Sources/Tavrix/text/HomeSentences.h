@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+#include "foundation/Sentence.h"
+
+/// The sentences about trips and the home from which they are measured, in both languages side by
+/// side.
+namespace tavrix::sentences {
+
+/// The name of the place, its days with a shot, and the recent ones of them.
+inline constexpr Sentence<std::string_view, std::string_view, std::string_view> homeCandidate{
+    "{} — дней: {} (недавних: {})", "{} — days: {} (recent: {})"};
+inline constexpr Sentence<> homeMissing{"Дом не определён: нет геоданных",
+                                        "Home not determined: no geodata"};
+inline constexpr Sentence<> homeAmbiguous{"Несколько вариантов дома — проверьте выбор",
+                                          "Several possible homes: check the choice"};
+inline constexpr Sentence<> whyTrips{
+    "Пребывание в одном городе вдали от дома — папка поездки; новый город — новая поездка. "
+    "Остальное — по месяцам.",
+    "A stay in one city away from home is a trip folder; a new city is a new trip. The rest goes "
+    "into month folders."};
+
+}  // namespace tavrix::sentences
