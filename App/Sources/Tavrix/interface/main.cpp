@@ -11,6 +11,7 @@
 #include "foundation/TimeZone.h"
 #include "interface/engine/EngineObjects.h"
 #include "interface/options/ViewChoices.h"
+#include "interface/pictures/PictureDesk.h"
 #include "interface/platform/Appearance.h"
 #include "interface/platform/QtMainLoop.h"
 #include "interface/platform/Rendering.h"
@@ -50,10 +51,11 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
                          .newID = randomUuid,
                          .phones = phones.get(),
                          .bus = bus.get()}};
+  PictureDesk pictures{session};
   Words words{language};
   Appearance appearance{QDBusConnection::sessionBus()};
-  ViewChoices view{session};
   appearance.setDark(arguments.isDark);
+  ViewChoices view{session};
   if (arguments.picture) appearance.setMotion(false);
 
   std::optional<ScreensFolder> screens;
@@ -65,6 +67,7 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
   engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
   engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
   EngineObjects::give(engine, session);
+  EngineObjects::give(engine, pictures);
   EngineObjects::give(engine, words);
   EngineObjects::give(engine, appearance);
   EngineObjects::give(engine, view);

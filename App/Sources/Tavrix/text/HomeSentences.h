@@ -1,16 +1,11 @@
 #pragma once
 
-#include <string_view>
-
 #include "foundation/Sentence.h"
 
 /// The sentences about trips and the home from which they are measured, in both languages side by
 /// side.
 namespace tavrix::sentences {
 
-/// The name of the place, its days with a shot, and the recent ones of them.
-inline constexpr Sentence<std::string_view, std::string_view, std::string_view> homeCandidate{
-    "{} — дней: {} (недавних: {})", "{} — days: {} (recent: {})"};
 inline constexpr Sentence<> homeMissing{"Дом не определён: нет геоданных",
                                         "Home not determined: no geodata"};
 inline constexpr Sentence<> homeAmbiguous{"Несколько вариантов дома — проверьте выбор",

@@ -16,8 +16,9 @@ inline constexpr Sentence<> titleDays{"Даты", "Dates"};
 
 // Home.
 using tavrix::sentences::homeAmbiguous;
-using tavrix::sentences::homeCandidate;
 using tavrix::sentences::homeMissing;
+inline constexpr Sentence<std::string_view, std::string_view, std::string_view> homeCandidate{
+    "{} — дней: {} (недавних: {})", "{} — days: {} (recent: {})"};
 inline constexpr Sentence<std::string_view> homeFound{"Дом: {}", "Home: {}"};
 inline constexpr Sentence<std::string_view> homeRecentSpan{
     "Дом — место, где снимали больше всего дней из недавних (последние {} до самого нового снимка "

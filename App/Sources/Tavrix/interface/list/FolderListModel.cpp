@@ -15,17 +15,17 @@ QString qt(const std::string& text) { return QString::fromStdString(text); }
 /// Returns the identifier of the pictures on a card. It changes when they do.
 QString stripOf(const DisplayGroup& folder) {
   std::size_t revision = 0;
-  for (const MediaAsset& asset : *folder.previewAssets) {
-    revision = revision * 31 + std::hash<std::string_view>{}(asset.id());
+  for (const GroupFaces::Face& face : folder.faces->faces) {
+    revision = revision * 31 + std::hash<std::string_view>{}(face.asset.id());
   }
   return QStringLiteral("%1-%2").arg(folder.key).arg(revision, 0, 16);
 }
 
-/// Returns the number of pictures that a card does not show, as "+37".
+/// Returns the number of shots that a card does not show, as "+37".
 QString moreOf(const DisplayGroup& folder) {
-  const std::uint64_t shown = folder.previewAssets->size();
-  if (shown == 0 || folder.pictureCount <= shown) return {};
-  return QStringLiteral("+%1").arg(folder.pictureCount - shown);
+  const std::size_t others = folder.faces->otherShots;
+  if (folder.faces->faces.empty() || others == 0) return {};
+  return QStringLiteral("+%1").arg(others);
 }
 
 }  // namespace

@@ -10,8 +10,8 @@ Rectangle {
     ListView {
         id: list
 
-        // True from the first key until the next click.
-        property bool byKeyboard: false
+        // False from a click until the keyboard is used or moves away.
+        property bool byKeyboard: true
 
         anchors.fill: parent
         anchors.rightMargin: 1
@@ -92,7 +92,7 @@ Rectangle {
             Rectangle {
                 anchors.fill: parent
                 anchors.leftMargin: 8
-                anchors.rightMargin: 8
+                anchors.rightMargin: 12
                 anchors.topMargin: row.isTitle ? 12 : 0
                 radius: Theme.smallCorner
                 color: row.isSelected ? Theme.selected : row.hovered ? Theme.hover : "transparent"
@@ -137,7 +137,7 @@ Rectangle {
             Text {
                 id: count
                 anchors.right: parent.right
-                anchors.rightMargin: 16
+                anchors.rightMargin: 20
                 height: row.height
                 text: row.files
                 font.pixelSize: 12

@@ -21,14 +21,14 @@ inline constexpr Sentence<> liveHelp{"Снимок и короткое виде�
                                      "A picture with its short video."};
 inline constexpr Sentence<> liveOnlyPhotoSwitch{"Только фото, без .MOV",
                                                 "Photo only, without the .MOV"};
-inline constexpr Sentence<> liveOnlyPhotoHelp{"Движение Live Photo остаётся на телефоне.",
-                                              "The motion of Live Photos stays on the phone."};
+inline constexpr Sentence<> liveOnlyPhotoHelp{"Движение остаётся на телефоне.",
+                                              "The motion stays on the phone."};
 inline constexpr Sentence<> videosSwitch{"Видео", "Videos"};
-inline constexpr Sentence<> videosHelp{"Отдельные видео, кроме движения Live Photo.",
+inline constexpr Sentence<> videosHelp{"Отдельные видео, не движение Live Photo.",
                                        "Separate videos, not the motion of Live Photos."};
 inline constexpr Sentence<> sidecarsSwitch{"Правки .AAE рядом", ".AAE edits alongside"};
-inline constexpr Sentence<> sidecarsHelp{"Файл с правками ложится рядом со своим снимком.",
-                                         "The file of edits is stored beside its picture."};
+inline constexpr Sentence<> sidecarsHelp{"Файл с правками — рядом со снимком.",
+                                         "The file of edits stays with its picture."};
 inline constexpr Sentence<> editedTitle{"Правленые версии фото (IMG_E): что переносить",
                                         "Edited photo versions (IMG_E): what to transfer"};
 inline constexpr Sentence<> editedBoth{"Обе версии", "Both versions"};
@@ -39,8 +39,8 @@ inline constexpr Sentence<std::string_view> optimizedTitle{"Оптимизиро
                                                            "Optimized copies: {}"};
 inline constexpr Sentence<> optimizedSwitch{"Не переносить их", "Do not transfer them"};
 inline constexpr Sentence<> optimizedHelp{
-    "От этих снимков на телефоне только уменьшенная копия.",
-    "Of these shots the phone has only a reduced copy."};
+    "На телефоне только уменьшенный снимок.",
+    "The phone has only a reduced picture."};
 inline constexpr Sentence<> optimizedInfo{"Об оптимизированных копиях", "About optimized copies"};
 inline constexpr Sentence<> optimizedInfoWhat{
     "Когда на iPhone мало места, он может оставить у себя уменьшенную копию снимка, а оригинал "
@@ -57,8 +57,8 @@ inline constexpr Sentence<> optimizedInfoRemedy{
 
 inline constexpr Sentence<> onlyNewSwitch{"Только новые", "Only new"};
 inline constexpr Sentence<> onlyNewHelp{
-    "Переносятся только файлы, которых ещё нет в папке назначения.",
-    "Only files that are not yet in the destination are transferred."};
+    "Переносится то, чего ещё нет на месте.",
+    "Only what is not yet in place."};
 inline constexpr Sentence<> onlyNewInfo{"Как определяются новые файлы",
                                         "How new files are recognised"};
 inline constexpr Sentence<> onlyNewExplanation{
@@ -107,10 +107,10 @@ inline constexpr Sentence<> eventGapHelp{"Съёмка после паузы д�
 inline constexpr Sentence<> splitByDistance{"Разрыв по расстоянию", "Split by distance"};
 inline constexpr Sentence<> splitByDistanceHelp{"Дальний переезд тоже начинает событие.",
                                                 "A far jump begins an event, too."};
-inline constexpr Sentence<> eventDistance{"Дальний переезд — от", "A far jump: from"};
-inline constexpr Sentence<> eventDistanceHelp{"Расстояние между двумя соседними снимками.",
-                                              "The distance between two shots in a row."};
-inline constexpr Sentence<> tripDistance{"Вдали от дома — от", "Away from home: from"};
+inline constexpr Sentence<> eventDistance{"Переезд дальше", "Jumps farther than"};
+inline constexpr Sentence<> eventDistanceHelp{"Между двумя соседними снимками.",
+                                              "Between two shots in a row."};
+inline constexpr Sentence<> tripDistance{"От дома дальше", "Farther from home than"};
 inline constexpr Sentence<> tripDistanceHelp{"Ближе этого — ещё дома.",
                                              "Anything closer is still home."};
 inline constexpr Sentence<> tripCity{"Соседние города до", "Neighbouring cities up to"};
@@ -142,7 +142,6 @@ inline constexpr Sentence<> homeMonthsHelp{"За это время считаю�
 inline constexpr CountedNoun monthsOfHome{"месяцу", "месяцам", "месяцам", "month", "months"};
 inline constexpr Sentence<> homeAllMonths{"всем месяцам", "all months"};
 using tavrix::sentences::homeAmbiguous;
-using tavrix::sentences::homeCandidate;
 using tavrix::sentences::homeMissing;
 using tavrix::sentences::whyTrips;
 
@@ -154,7 +153,7 @@ using tavrix::sentences::ownTemplate;
 inline constexpr Sentence<std::string_view> nameExample{"Например: {}", "For example: {}"};
 inline constexpr Sentence<> exampleCity{"Рим", "Rome"};
 inline constexpr Sentence<> exampleCountry{"Италия", "Italy"};
-inline constexpr Sentence<> prefixTitle{"Начало имён файлов", "Beginning of file names"};
+inline constexpr Sentence<> prefixTitle{"Префикс имён файлов", "Prefix of file names"};
 inline constexpr Sentence<> prefixNone{"Без префикса", "No prefix"};
 inline constexpr Sentence<> prefixPhone{"Телефон", "Phone"};
 inline constexpr Sentence<> prefixCustom{"Свой", "Custom"};
@@ -173,8 +172,8 @@ inline constexpr Sentence<> placeNamesHelp{
     "Names come from the program's own table, without network. Switched off, names have no "
     "cities."};
 inline constexpr Sentence<> mergeDistricts{"Объединять районы", "Merge districts"};
-inline constexpr Sentence<> mergeDistrictsHelp{"Соседние районы называются по своему городу.",
-                                               "Neighbouring districts get the name of their city."};
+inline constexpr Sentence<> mergeDistrictsHelp{"Район называется по своему городу.",
+                                               "A district gets the name of its city."};
 inline constexpr Sentence<> mergeSameNames{"Одинаковые имена — одна папка",
                                            "One folder for equal names"};
 inline constexpr Sentence<> mergeSameNamesHelp{
@@ -183,28 +182,28 @@ inline constexpr Sentence<> mergeSameNamesHelp{
     "“(3)”."};
 inline constexpr Sentence<> continueFolders{"Продолжать начатые папки", "Continue folders"};
 inline constexpr Sentence<> continueFoldersHelp{
-    "Новые снимки ложатся в папку прошлого переноса, даже если её имя теперь было бы другим.",
+    "Новые снимки — в папку прошлого переноса, даже если теперь она называлась бы иначе.",
     "New shots go into the folder of an earlier transfer, even if its name would be different "
     "now."};
 
 // The format of the files.
 inline constexpr Sentence<> formatSection{"Формат", "Format"};
 inline constexpr Sentence<> jpegSwitch{"Фото в JPEG", "Photos as JPEG"};
-inline constexpr Sentence<> jpegHelp{"HEIC и другие форматы — в JPEG, который открывают везде.",
-                                     "HEIC and others become JPEG, which opens everywhere."};
+inline constexpr Sentence<> jpegHelp{"Снимки других форматов станут JPEG.",
+                                     "Pictures of other formats become JPEG."};
 inline constexpr Sentence<> jpegQuality{"Качество JPEG", "JPEG quality"};
 inline constexpr Sentence<> jpegQualityHelp{"Выше качество — больше файлы.",
                                             "Higher quality makes larger files."};
 inline constexpr Sentence<> h264Switch{"Видео в H.264", "Videos as H.264"};
-inline constexpr Sentence<> h264Help{"Видео HEVC — в H.264. Это долго.",
-                                     "HEVC videos become H.264. This takes long."};
+inline constexpr Sentence<> h264Help{"Видео других форматов станут H.264. Долго.",
+                                     "Other videos become H.264. Takes long."};
 inline constexpr Sentence<> subfoldersSwitch{"Подпапки Photo и Video", "Subfolders Photo and Video"};
 inline constexpr Sentence<> subfoldersHelp{"В каждой папке фото лежат отдельно от видео.",
                                            "In every folder, photos are apart from videos."};
 inline constexpr Sentence<> flattenSwitch{"Только если есть и то, и другое",
                                           "Only where there are both"};
-inline constexpr Sentence<> flattenHelp{"Папка с одними фото или одними видео — без подпапок.",
-                                        "A folder of photos alone or videos alone has none."};
+inline constexpr Sentence<> flattenHelp{"В папке одного вида подпапок нет.",
+                                        "A folder of one kind has no subfolders."};
 inline constexpr Sentence<> zipSwitch{"Упаковать в zip", "Pack into zip"};
 inline constexpr Sentence<> zipHelp{"Вместо папок — архивы, без сжатия.",
                                     "Archives in place of folders, not compressed."};
@@ -214,11 +213,11 @@ inline constexpr Sentence<> zipPerFolder{"По одному на папку", "O
 
 // What lasts for one launch.
 inline constexpr Sentence<> whatForgotten{
-    "При следующем запуске — снова как было; запоминаются только оптимизированные копии.",
-    "Starts afresh at each launch; only the choice about optimized copies is kept."};
+    "Раздел забывается при закрытии программы, кроме выбора об оптимизированных копиях.",
+    "This section is forgotten when the program closes, except the choice about optimized copies."};
 inline constexpr Sentence<> namesForgotten{
-    "Начало имён файлов, районы и одинаковые имена забываются при закрытии программы.",
-    "The beginning of file names, districts and equal names are forgotten when the program closes."};
+    "Префикс, районы и одинаковые имена забываются при закрытии программы.",
+    "The prefix, districts and equal names are forgotten when the program closes."};
 inline constexpr Sentence<> formatForgotten{"Этот раздел забывается при закрытии программы.",
                                             "This section is forgotten when the program closes."};
 

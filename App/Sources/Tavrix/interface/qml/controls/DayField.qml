@@ -53,13 +53,13 @@ TextBox {
         property int year
         property int month
 
-        y: field.height + 4
         width: 248
         height: contentItem.implicitHeight + 24
         padding: 12
         margins: 8
         focus: true
         onAboutToShow: {
+            y = PopupPlace.below(field, height);
             year = field.setting.year;
             month = field.setting.month - 1;
         }

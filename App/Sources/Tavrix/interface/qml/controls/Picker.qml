@@ -41,7 +41,7 @@ T.ComboBox {
     }
     background: Rectangle {
         radius: Theme.smallCorner
-        color: picker.down ? Theme.pressed : Theme.surface
+        color: picker.pressed ? Theme.pressed : Theme.surface
         border.width: 1
         border.color: picker.hovered ? Theme.mark : Theme.line
 
@@ -102,11 +102,11 @@ T.ComboBox {
         }
     }
     popup: T.Popup {
-        y: picker.height + 4
         width: Math.max(picker.width, 200)
         implicitHeight: Math.min(contentItem.implicitHeight + 8, 340)
         padding: 4
         margins: 8
+        onAboutToShow: y = PopupPlace.below(picker, height)
 
         contentItem: ListView {
             clip: true

@@ -55,7 +55,7 @@ T.Switch {
     }
     contentItem: Column {
         leftPadding: row.indent
-        spacing: 2
+        spacing: 4
 
         OptionTitle {
             width: row.width - row.indent - 46

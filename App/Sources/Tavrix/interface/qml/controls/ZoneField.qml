@@ -45,12 +45,12 @@ TextBox {
 
     T.Popup {
         id: popup
-        y: field.height + 4
         width: field.width
         implicitHeight: Math.min(list.contentHeight + 8, 232)
         padding: 4
         margins: 8
         closePolicy: T.Popup.CloseOnPressOutsideParent
+        onAboutToShow: y = PopupPlace.below(field, height)
 
         contentItem: ListView {
             id: list

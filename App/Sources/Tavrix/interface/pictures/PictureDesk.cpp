@@ -1,0 +1,96 @@
+#include "interface/pictures/PictureDesk.h"
+
+#include "interface/session/WindowSession.h"
+#include "services/Thumbnails.h"
+
+namespace tavrix::window {
+namespace {
+
+constexpr qsizetype shownBytes = qsizetype{64} << 20;
+
+QByteArray keyOf(const MediaAsset& asset) {
+  return QByteArray::fromStdString(ThumbnailKey::of(asset, "", thumbnailSide).text());
+}
+
+std::unique_ptr<ThumbnailStore> openStore(const WindowSurroundings& around) {
+  if (!around.conversionProgram) return nullptr;
+  return openThumbnails({.loop = around.loop,
+                         .conversionProgram = *around.conversionProgram,
+                         .now = around.now,
+                         .folder = thumbnailFolderOf(around.environment, std::nullopt)},
+                        around.environment);
+}
+
+}  // namespace
+
+PictureDesk::PictureDesk(WindowSession& session)
+    : session_(session),
+      store_(openStore(session.surroundings())),
+      shown_(shownBytes),
+      subscription_(session.model().subscribe([this](const StateChange& c) { follow(c); })) {
+  takeSource();
+}
+
+PictureDesk::~PictureDesk() = default;
+
+void PictureDesk::takeSource() {
+  const auto files = session_.model().files();
+  if (files == files_ || store_ == nullptr) return;
+  // Pictures of the former source stay until another one is there: a phone may come back.
+  if (files == nullptr && files_ != nullptr) {
+    if (const auto access = files_->pictures()) store_->setSource(access->key, std::nullopt);
+  }
+  files_ = files;
+  if (files == nullptr) return;
+  shown_.clear();
+  if (auto access = files->pictures()) store_->setSource(access->key, std::move(access->files));
+}
+
+void PictureDesk::follow(const StateChange& change) {
+  takeSource();
+  if (store_ == nullptr || !change.topics.has(StateTopic::phase)) return;
+  const bool was = std::holds_alternative<app_phase::Transferring>(change.before.phase);
+  const bool is = std::holds_alternative<app_phase::Transferring>(change.after.phase);
+  if (is && !was) store_->beginTransfer([](const MediaAsset&) { return std::nullopt; });
+  if (was && !is) store_->endTransfer();
+}
+
+std::vector<MediaAsset> PictureDesk::facesOf(std::uint32_t folderKey) {
+  const DisplayGroups& groups = session_.model().state().displayGroups;
+  if (groups != groups_) {
+    groups_ = groups;
+    byKey_.clear();
+    for (const auto& group : *groups_) byKey_.emplace(group->key, &*group);
+  }
+  const auto found = byKey_.find(folderKey);
+  if (found == byKey_.end()) return {};
+  return previewAssets(*found->second);
+}
+
+QImage PictureDesk::known(const MediaAsset& asset) const {
+  const QImage* const image = shown_.object(keyOf(asset));
+  return image == nullptr ? QImage{} : *image;
+}
+
+ThumbnailRequest PictureDesk::request(const MediaAsset& asset,
+                                      std::function<void(const QImage&)> take) {
+  if (store_ == nullptr) return {};
+  // Counts the request until its first answer, or until it is withdrawn.
+  ++*pending_;
+  const std::shared_ptr<void> waiting{nullptr, [count = pending_](void*) { --*count; }};
+  auto state = std::make_shared<std::shared_ptr<void>>(waiting);
+  return store_->request(
+      asset, thumbnailSide, ThumbnailPriority::onScreen,
+      [this, state, key = keyOf(asset), take = std::move(take)](const ThumbnailAnswer& answer) {
+        if (answer.isFinal || answer.state == ThumbnailAnswer::State::notNow) state->reset();
+        if (answer.image == nullptr) return;
+        const auto& jpeg = answer.image->jpeg;
+        QImage image = QImage::fromData(
+            QByteArrayView{jpeg.data(), static_cast<qsizetype>(jpeg.size())}, "JPG");
+        if (image.isNull()) return;
+        shown_.insert(key, new QImage{image}, image.sizeInBytes());
+        take(image);
+      });
+}
+
+}  // namespace tavrix::window

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QCache>
+#include <QImage>
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <unordered_map>
+
+#include "device/thumbnails/ThumbnailStore.h"
+#include "model/AppModel.h"
+
+namespace tavrix::window {
+
+class WindowSession;
+
+/// The thumbnails of the window: those of the open source, and the last ones that were shown. Used
+/// on the main loop only. During a transfer only what is already known is shown.
+class PictureDesk : public QObject {
+  Q_OBJECT
+
+ public:
+  /// `session` must outlive the desk.
+  explicit PictureDesk(WindowSession& session);
+  ~PictureDesk() override;
+
+  /// Returns the pictures that stand for the folder with a key, none if it is not in the list.
+  std::vector<MediaAsset> facesOf(std::uint32_t folderKey);
+  /// Returns a thumbnail that was shown lately, or a null image.
+  QImage known(const MediaAsset& asset) const;
+  /// Requests a thumbnail. `take` is called later, perhaps twice: the second one is better.
+  [[nodiscard]] ThumbnailRequest request(const MediaAsset& asset,
+                                         std::function<void(const QImage&)> take);
+  /// Returns true if every requested thumbnail is there.
+  bool isCalm() const { return *pending_ == 0; }
+
+ private:
+  void follow(const StateChange& change);
+  void takeSource();
+
+  WindowSession& session_;
+  std::unique_ptr<ThumbnailStore> store_;  ///< null if pictures cannot be opened
+  std::shared_ptr<const SourceFiles> files_;
+  DisplayGroups groups_;  ///< those of `byKey_`
+  std::unordered_map<std::uint32_t, const DisplayGroup*> byKey_;
+  std::shared_ptr<int> pending_ = std::make_shared<int>(0);
+  QCache<QByteArray, QImage> shown_;
+  AppModel::Subscription subscription_;
+};
+
+}  // namespace tavrix::window
