@@ -81,7 +81,7 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
   session.open(arguments.source.value_or(demo.value_or("phone")));
   std::optional<Picture> picture;
   if (arguments.picture) {
-    picture.emplace(*window, session, arguments.actions, *arguments.picture);
+    picture.emplace(*window, session, pictures, arguments.actions, *arguments.picture);
   }
   return QGuiApplication::exec();
 }

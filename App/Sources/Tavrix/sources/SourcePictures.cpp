@@ -74,7 +74,7 @@ class PictureOfPhone : public RangedReader {
  private:
   std::shared_ptr<Connections> connections_;
   std::shared_ptr<PhoneFiles> files_;
-  std::unique_ptr<PhoneFile> file_;
+  std::unique_ptr<RangedReader> file_;
 };
 
 }  // namespace
@@ -105,13 +105,6 @@ ThumbnailFiles picturesOfPhone(PhoneBrowser& browser, const std::string& deviceI
   files.open = [connections, oddPaths](const MediaAsset& asset) -> std::unique_ptr<RangedReader> {
     const std::string path = Phones::mediaFolder + "/" + oddPaths.pathOf(asset.id());
     return std::make_unique<PictureOfPhone>(connections, path, asset.sizeBytes());
-  };
-  files.confirmPresence = [connections] {
-    const auto ownFiles = connections->ofThisThread();
-    connections->watch([&] {
-      ownFiles->confirmPresence();
-      return 0;
-    });
   };
   return files;
 }

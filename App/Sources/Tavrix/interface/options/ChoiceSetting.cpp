@@ -28,8 +28,8 @@ QStringList ChoiceSetting::titles() const { return listOf<&Choice::title>(choice
 
 QStringList ChoiceSetting::details() const {
   const auto choices = choices_(port_);
-  const bool hasDetails =
-      std::any_of(choices.begin(), choices.end(), [](const Choice& c) { return !c.detail.empty(); });
+  const bool hasDetails = std::any_of(choices.begin(), choices.end(),
+                                      [](const Choice& c) { return !c.detail.empty(); });
   return hasDetails ? listOf<&Choice::detail>(choices) : QStringList{};
 }
 
@@ -70,10 +70,10 @@ std::vector<Choice> homeMonthsChoices(const SettingsPort& port) {
   offered.insert(port.now().gathering.homeWindowMonths);
   std::vector<Choice> choices;
   for (const int months : offered) {
-    const std::string title = months == 0 ? say(port.language(), sentences::homeAllMonths)
-                                          : counted(port.language(),
-                                                    static_cast<std::uint64_t>(months),
-                                                    sentences::monthsOfHome);
+    const std::string title =
+        months == 0
+            ? say(port.language(), sentences::homeAllMonths)
+            : counted(port.language(), static_cast<std::uint64_t>(months), sentences::monthsOfHome);
     choices.push_back(choiceOf<field>(port, title, months));
   }
   return choices;

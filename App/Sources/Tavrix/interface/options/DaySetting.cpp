@@ -8,9 +8,7 @@ QDate dateOf(CivilDate day) {
           static_cast<int>(static_cast<unsigned>(day.day()))};
 }
 
-CivilDate civil(QDate day) {
-  return std::chrono::year{day.year()} / day.month() / day.day();
-}
+CivilDate civil(QDate day) { return std::chrono::year{day.year()} / day.month() / day.day(); }
 
 const QString isoForm = QStringLiteral("yyyy-MM-dd");
 const QString russianForm = QStringLiteral("dd.MM.yyyy");
@@ -22,9 +20,7 @@ QString DaySetting::text() const {
   return dateOf(*value()).toString(port_.language() == Language::russian ? russianForm : isoForm);
 }
 
-QDate DaySetting::shown() const {
-  return isSet() ? dateOf(*value()) : QDate::currentDate();
-}
+QDate DaySetting::shown() const { return isSet() ? dateOf(*value()) : QDate::currentDate(); }
 
 bool DaySetting::type(const QString& text) {
   const QString typed = text.trimmed();

@@ -64,8 +64,8 @@ QString NumberSetting::unit() const {
     case Unit::days:
       break;
   }
-  const auto noun = nounFor(port_.language(), static_cast<std::uint64_t>(value()),
-                            sentences::daysOfTrip);
+  const auto noun =
+      nounFor(port_.language(), static_cast<std::uint64_t>(value()), sentences::daysOfTrip);
   return QString::fromUtf8(noun.data(), static_cast<qsizetype>(noun.size()));
 }
 

@@ -9,7 +9,8 @@ namespace tavrix::window {
 SettingsModel::SettingsModel(WindowSession& session, const Words& words)
     : port_(session.model(), words, session.surroundings().systemLocaleID),
       systemZone_(session.surroundings().systemTimeZoneID),
-      phoneName_(variable(session.surroundings().environment, "DEMO_DEVICE_NAME").value_or("iPhone")),
+      phoneName_(
+          variable(session.surroundings().environment, "DEMO_DEVICE_NAME").value_or("iPhone")),
       model_(session.model()),
       subscription_(model_.subscribe([this](const StateChange& change) { follow(change); })) {
   connect(&words, &Words::languageChanged, this, &SettingsModel::announce);
@@ -45,9 +46,8 @@ void SettingsModel::announce() {
 }
 
 QString SettingsModel::optimizedTitle() const {
-  return QString::fromStdString(
-      say(port_.language(), sentences::optimizedTitle,
-          numberText(port_.language(), model_.state().optimizedCount)));
+  return QString::fromStdString(say(port_.language(), sentences::optimizedTitle,
+                                    numberText(port_.language(), model_.state().optimizedCount)));
 }
 
 bool SettingsModel::hasOptimized() const {
@@ -60,8 +60,7 @@ bool SettingsModel::isPeriodEmpty() const {
 }
 
 QString SettingsModel::nameExample() const {
-  return QString::fromStdString(
-      say(port_.language(), sentences::nameExample, exampleName(port_)));
+  return QString::fromStdString(say(port_.language(), sentences::nameExample, exampleName(port_)));
 }
 
 void SettingsModel::showOptimizedInfo(bool isOpen) {

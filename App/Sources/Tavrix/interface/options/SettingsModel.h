@@ -17,12 +17,12 @@ class QQmlEngine;
 
 /// Declares a property of SettingsModel that is an object of its own; the other arguments are those
 /// of its constructor after the port.
-#define TAVRIX_SETTING(Type, name, ...)             \
-  Q_PROPERTY(Type* name READ name CONSTANT)         \
- public:                                            \
-  Type* name() { return &name##_; }                 \
-                                                    \
- private:                                           \
+#define TAVRIX_SETTING(Type, name, ...)     \
+  Q_PROPERTY(Type* name READ name CONSTANT) \
+ public:                                    \
+  Type* name() { return &name##_; }         \
+                                            \
+ private:                                   \
   Type name##_{port_, __VA_ARGS__};
 #define TAVRIX_SWITCH(name) TAVRIX_SETTING(SwitchSetting, name, #name)
 /// The last three arguments are the ends of the slider and its step.

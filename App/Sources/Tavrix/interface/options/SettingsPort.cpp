@@ -14,7 +14,9 @@ SettingsPort::SettingsPort(AppModel& model, const Words& words, std::string syst
 
 JsonValue SettingsPort::value(std::string_view key) const { return *settingValue(now(), key); }
 
-JsonValue SettingsPort::initialValue(std::string_view key) { return *settingValue(Settings{}, key); }
+JsonValue SettingsPort::initialValue(std::string_view key) {
+  return *settingValue(Settings{}, key);
+}
 
 void SettingsPort::set(std::string_view key, std::string_view text) {
   auto changed = withSetting(now(), fmt::format("{}={}", key, text));

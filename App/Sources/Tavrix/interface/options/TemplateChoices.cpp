@@ -47,12 +47,11 @@ std::string nameBy(const SettingsPort& port, const NameTemplate& nameTemplate) {
 }
 
 Choice choiceOf(const SettingsPort& port, std::string title, const NameTemplate& nameTemplate) {
-  return {.title = std::move(title),
-          .detail = nameBy(port, nameTemplate),
-          .isCurrent = port.now().naming.nameTemplate == nameTemplate,
-          .take = [nameTemplate](Settings& settings) {
-            settings.naming.nameTemplate = nameTemplate;
-          }};
+  return {
+      .title = std::move(title),
+      .detail = nameBy(port, nameTemplate),
+      .isCurrent = port.now().naming.nameTemplate == nameTemplate,
+      .take = [nameTemplate](Settings& settings) { settings.naming.nameTemplate = nameTemplate; }};
 }
 
 }  // namespace

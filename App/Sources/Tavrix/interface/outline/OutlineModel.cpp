@@ -31,7 +31,8 @@ OutlineModel::OutlineModel(WindowSession& session, const Words& words, ViewChoic
 
 OutlineModel* OutlineModel::create(QQmlEngine* engine, QJSEngine* /*script*/) {
   return new OutlineModel{EngineObjects::of<WindowSession>(*engine),
-                          EngineObjects::of<Words>(*engine), EngineObjects::of<ViewChoices>(*engine)};
+                          EngineObjects::of<Words>(*engine),
+                          EngineObjects::of<ViewChoices>(*engine)};
 }
 
 int OutlineModel::rowCount(const QModelIndex& parent) const {
@@ -63,8 +64,8 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> OutlineModel::roleNames() const {
-  return {{TitleRole, "title"},         {FilesRole, "files"},     {SpokenRole, "spoken"},
-          {LevelRole, "level"},         {IsTitleRole, "isTitle"}, {CanExpandRole, "canExpand"},
+  return {{TitleRole, "title"},          {FilesRole, "files"},     {SpokenRole, "spoken"},
+          {LevelRole, "level"},          {IsTitleRole, "isTitle"}, {CanExpandRole, "canExpand"},
           {IsExpandedRole, "isExpanded"}};
 }
 

@@ -28,8 +28,8 @@ class OutlineModel : public QAbstractListModel {
     TitleRole = Qt::UserRole,
     FilesRole,
     SpokenRole,
-    LevelRole,       ///< 0 to 2
-    IsTitleRole,     ///< it selects nothing
+    LevelRole,    ///< 0 to 2
+    IsTitleRole,  ///< it selects nothing
     CanExpandRole,
     IsExpandedRole
   };

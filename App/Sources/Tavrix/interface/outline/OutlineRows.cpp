@@ -22,10 +22,8 @@ void addYears(std::vector<OutlineRow>& rows, const NavOutline& outline, const Ou
         {.kind = Kind::year, .year = year.year, .files = year.count, .isExpanded = isOpen});
     if (!isOpen) continue;
     for (const NavOutline::Month& month : year.months) {
-      rows.push_back({.kind = Kind::month,
-                      .year = month.year,
-                      .month = month.month,
-                      .files = month.count});
+      rows.push_back(
+          {.kind = Kind::month, .year = month.year, .month = month.month, .files = month.count});
     }
   }
 }
@@ -111,9 +109,9 @@ OutlineChange differenceOf(const std::vector<OutlineRow>& before,
                            const std::vector<OutlineRow>& after) {
   const auto first =
       std::mismatch(before.begin(), before.end(), after.begin(), after.end(), isSameRow);
-  const auto last = std::mismatch(before.rbegin(), std::make_reverse_iterator(first.first),
-                                  after.rbegin(), std::make_reverse_iterator(first.second),
-                                  isSameRow);
+  const auto last =
+      std::mismatch(before.rbegin(), std::make_reverse_iterator(first.first), after.rbegin(),
+                    std::make_reverse_iterator(first.second), isSameRow);
   return {.first = static_cast<int>(first.first - before.begin()),
           .removed = static_cast<int>(last.first.base() - first.first),
           .inserted = static_cast<int>(last.second.base() - first.second)};

@@ -16,9 +16,9 @@ struct OutlineRow {
 
   Kind kind = Kind::all;
   int year = 0;
-  int month = 0;             ///< 1 to 12
-  std::string name{};        ///< of a place
-  std::uint64_t files = 0;   ///< 0 for the titles of years and of places
+  int month = 0;            ///< 1 to 12
+  std::string name{};       ///< of a place
+  std::uint64_t files = 0;  ///< 0 for the titles of years and of places
   bool isExpanded = false;
 
   /// Returns true if the row has rows of its own below it.

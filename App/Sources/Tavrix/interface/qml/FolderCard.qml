@@ -22,8 +22,7 @@ Rectangle {
     required property bool isCurrent
     required property string description
 
-    // Where pictures come from; empty while none are wanted.
-    property string pictures
+    property bool wantsPictures: true
     property bool showsFocus
     // The height of everything below the pictures.
     readonly property int textHeight: 118
@@ -93,17 +92,16 @@ Rectangle {
 
         Symbol {
             anchors.centerIn: parent
-            visible: strip.status !== Image.Ready
+            visible: !strip.isShown
             name: card.symbol
             color: Theme.mark
             size: 24
         }
-        Image {
+        FolderPictures {
             id: strip
             anchors.fill: parent
-            source: card.pictures === "" || card.strip === "" ? "" : card.pictures + card.strip
-            sourceSize: Qt.size(width * Screen.devicePixelRatio, height * Screen.devicePixelRatio)
-            asynchronous: true
+            radius: mosaic.radius
+            strip: card.wantsPictures ? card.strip : ""
         }
     }
     CheckCircle {
@@ -116,7 +114,7 @@ Rectangle {
         anchors.right: mosaic.right
         anchors.bottom: mosaic.bottom
         anchors.margins: 6
-        text: strip.status === Image.Ready ? card.more : ""
+        text: strip.isShown ? card.more : ""
     }
     CardLabel {
         anchors.right: mosaic.right

@@ -5,8 +5,6 @@ import Tavrix
 FocusScope {
     id: pane
 
-    // Where pictures come from, such as "image://thumbnails/"; empty if there are none.
-    property string pictures
     signal opened(int row)
 
     FolderPaneHeader {
@@ -26,7 +24,6 @@ FocusScope {
         anchors.bottom: parent.bottom
         width: parent.width
         focus: true
-        pictures: pane.pictures
         onOpened: row => pane.opened(row)
     }
     BusyLine {

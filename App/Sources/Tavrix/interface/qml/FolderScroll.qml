@@ -5,8 +5,7 @@ import Tavrix
 FocusScope {
     id: scroll
 
-    // Where pictures come from; empty while the list is scrolled too fast to see them.
-    property string pictures
+    // While the list is scrolled faster than this, nobody sees pictures.
     readonly property bool isFast: Math.abs(flick.verticalVelocity) > 6000
     property int renamedRow: -1
     readonly property bool renames: renamedRow >= 0
@@ -112,7 +111,7 @@ FocusScope {
 
             FolderCard {
                 id: card
-                pictures: scroll.isFast ? "" : scroll.pictures
+                wantsPictures: !scroll.isFast
                 showsFocus: scroll.activeFocus
                 onClicked: modifiers => {
                     scroll.forceActiveFocus();

@@ -185,9 +185,8 @@ void WindowSession::retry() {
 void WindowSession::keep(std::string key, JsonValue value) {
   UserDefaults* const defaults = surroundings_.defaults;
   if (defaults == nullptr || isDemo(surroundings_.environment)) return;
-  storing_.post([defaults, key = std::move(key), value = std::move(value)] {
-    defaults->set(key, value);
-  });
+  storing_.post(
+      [defaults, key = std::move(key), value = std::move(value)] { defaults->set(key, value); });
 }
 
 void WindowSession::show(OpenedSource source) {

@@ -9,16 +9,21 @@
 
 namespace tavrix::window {
 
-Picture::Picture(QQuickWindow& window, WindowSession& session, std::vector<std::string> actions,
-                 std::string path)
-    : window_(window), session_(session), actions_(std::move(actions)), path_(std::move(path)) {
+Picture::Picture(QQuickWindow& window, WindowSession& session, const PictureDesk& thumbnails,
+                 std::vector<std::string> actions, std::string path)
+    : window_(window),
+      session_(session),
+      thumbnails_(thumbnails),
+      actions_(std::move(actions)),
+      path_(std::move(path)) {
   connect(&timer_, &QTimer::timeout, this, &Picture::look);
   timer_.start(std::chrono::milliseconds{20});
 }
 
 bool Picture::isSettled() const {
   return !std::holds_alternative<opened_source::Reading>(session_.source()) &&
-         session_.model().isSettled() && !session_.model().state().isComputing;
+         session_.model().isSettled() && !session_.model().state().isComputing &&
+         thumbnails_.isCalm();
 }
 
 void Picture::look() {

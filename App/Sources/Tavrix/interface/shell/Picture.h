@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "interface/pictures/PictureDesk.h"
 #include "interface/session/WindowSession.h"
 
 namespace tavrix::window {
@@ -16,8 +17,8 @@ class Picture : public QObject {
   Q_OBJECT
 
  public:
-  Picture(QQuickWindow& window, WindowSession& session, std::vector<std::string> actions,
-          std::string path);
+  Picture(QQuickWindow& window, WindowSession& session, const PictureDesk& thumbnails,
+          std::vector<std::string> actions, std::string path);
 
  private:
   void look();
@@ -26,6 +27,7 @@ class Picture : public QObject {
 
   QQuickWindow& window_;
   WindowSession& session_;
+  const PictureDesk& thumbnails_;
   std::vector<std::string> actions_;
   std::string path_;
   std::size_t done_ = 0;  ///< how many actions were carried out

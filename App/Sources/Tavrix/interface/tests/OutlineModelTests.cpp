@@ -23,9 +23,8 @@ void settle(ManualMainLoop& loop, const WindowSession& session) {
 std::vector<std::string> titlesOf(const OutlineModel& outline) {
   std::vector<std::string> titles;
   for (int row = 0; row < outline.rowCount(); ++row) {
-    titles.push_back(outline.data(outline.index(row), OutlineModel::SpokenRole)
-                         .toString()
-                         .toStdString());
+    titles.push_back(
+        outline.data(outline.index(row), OutlineModel::SpokenRole).toString().toStdString());
   }
   return titles;
 }
@@ -55,7 +54,7 @@ TEST(OutlineModel, selection_survivesRegroupingAndFolding) {
 
   EXPECT_EQ(outline.collapse(4), 2);  // from a month to its year
   EXPECT_EQ(outline.collapse(2), 2);
-  EXPECT_EQ(outline.current(), 2);    // which stands for the month that it hides
+  EXPECT_EQ(outline.current(), 2);  // which stands for the month that it hides
   EXPECT_EQ(outline.collapse(1), 1);
   EXPECT_FALSE(view.yearsExpanded());
   EXPECT_EQ(outline.current(), 1);

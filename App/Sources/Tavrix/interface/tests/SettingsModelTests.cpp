@@ -17,7 +17,9 @@ using testing::Not;
 
 /// A window without a screen.
 struct Inspector {
-  Inspector() { SettingsModel::connect(&settings, &SettingsModel::changed, [this] { ++changes; }); }
+  Inspector() {
+    SettingsModel::connect(&settings, &SettingsModel::changed, [this] { ++changes; });
+  }
 
   const Settings& now() const { return *session.model().state().settings; }
   void set(std::string_view assignment) {
@@ -91,7 +93,8 @@ TEST(SettingsModel, settingWithoutEffect_isNotUsed) {
       {"geocodingEnabled=false", {"mergeDistricts", "placeRadiusKm"}, {"nameTemplate"}},
   };
   for (const Case& each : cases) {
-    const auto unused = unusedSettings(std::get<Settings>(withSetting(Settings{}, each.assignment)));
+    const auto unused =
+        unusedSettings(std::get<Settings>(withSetting(Settings{}, each.assignment)));
     for (const auto key : each.unused) EXPECT_THAT(unused, Contains(key)) << each.assignment;
     for (const auto key : each.used) EXPECT_THAT(unused, Not(Contains(key))) << each.assignment;
   }
@@ -120,8 +123,8 @@ TEST(SettingsModel, draftOfPrefix_isUsedOnceTaken) {
 
 TEST(ViewChoices, areKeptWithinTheirBounds) {
   ManualMainLoop loop;
-  MemoryDefaults defaults{{{"inspector.width", JsonValue{9000.0}},
-                           {"sidebar.years.expanded", JsonValue{0.0}}}};
+  MemoryDefaults defaults{
+      {{"inspector.width", JsonValue{9000.0}}, {"sidebar.years.expanded", JsonValue{0.0}}}};
   {
     WindowSession session{{.loop = loop, .defaults = &defaults}};
     ViewChoices view{session};

@@ -6,6 +6,8 @@
 #include <QQuickWindow>
 
 #include "interface/engine/EngineObjects.h"
+#include "interface/options/ViewChoices.h"
+#include "interface/pictures/PictureDesk.h"
 #include "interface/platform/Appearance.h"
 #include "interface/platform/SymbolProvider.h"
 #include "interface/session/WindowSession.h"
@@ -34,6 +36,8 @@ class WindowHarness {
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.addImageProvider(QStringLiteral("symbols"), new SymbolProvider);
     EngineObjects::give(engine, session);
+    EngineObjects::give(engine, pictures);
+    EngineObjects::give(engine, view);
     EngineObjects::give(engine, words);
     EngineObjects::give(engine, appearance);
     engine.load(QUrl{QStringLiteral("qrc:/qt/qml/Tavrix/Main.qml")});
@@ -47,6 +51,8 @@ class WindowHarness {
   WindowSession session{{.loop = loop,
                          .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
                          .newID = randomUuid}};
+  PictureDesk pictures{session};
+  ViewChoices view{session};
   Words words;
   Appearance appearance{QDBusConnection{QStringLiteral("none")}};
   QQmlApplicationEngine engine;

@@ -38,9 +38,8 @@ inline constexpr Sentence<> originalsOnly{"Только оригиналы", "Or
 inline constexpr Sentence<std::string_view> optimizedTitle{"Оптимизированные копии: {}",
                                                            "Optimized copies: {}"};
 inline constexpr Sentence<> optimizedSwitch{"Не переносить их", "Do not transfer them"};
-inline constexpr Sentence<> optimizedHelp{
-    "На телефоне только уменьшенный снимок.",
-    "The phone has only a reduced picture."};
+inline constexpr Sentence<> optimizedHelp{"На телефоне только уменьшенный снимок.",
+                                          "The phone has only a reduced picture."};
 inline constexpr Sentence<> optimizedInfo{"Об оптимизированных копиях", "About optimized copies"};
 inline constexpr Sentence<> optimizedInfoWhat{
     "Когда на iPhone мало места, он может оставить у себя уменьшенную копию снимка, а оригинал "
@@ -56,9 +55,8 @@ inline constexpr Sentence<> optimizedInfoRemedy{
     "iPhone, wait for the download and connect it again."};
 
 inline constexpr Sentence<> onlyNewSwitch{"Только новые", "Only new"};
-inline constexpr Sentence<> onlyNewHelp{
-    "Переносится то, чего ещё нет на месте.",
-    "Only what is not yet in place."};
+inline constexpr Sentence<> onlyNewHelp{"Переносится то, чего ещё нет на месте.",
+                                        "Only what is not yet in place."};
 inline constexpr Sentence<> onlyNewInfo{"Как определяются новые файлы",
                                         "How new files are recognised"};
 inline constexpr Sentence<> onlyNewExplanation{
@@ -166,7 +164,8 @@ inline constexpr Sentence<> prefixPhoneHelp{
     "The phone's name in front of every file: the pictures of two phones are not mixed up."};
 inline constexpr Sentence<> prefixCustomHelp{"Ваш текст впереди каждого файла.",
                                              "Your text in front of every file."};
-inline constexpr Sentence<> placeNames{"Названия мест в именах папок", "Place names in folder names"};
+inline constexpr Sentence<> placeNames{"Названия мест в именах папок",
+                                       "Place names in folder names"};
 inline constexpr Sentence<> placeNamesHelp{
     "Названия берутся из таблицы программы, без сети. Выключите — имена будут без городов.",
     "Names come from the program's own table, without network. Switched off, names have no "
@@ -197,7 +196,8 @@ inline constexpr Sentence<> jpegQualityHelp{"Выше качество — бо�
 inline constexpr Sentence<> h264Switch{"Видео в H.264", "Videos as H.264"};
 inline constexpr Sentence<> h264Help{"Видео других форматов станут H.264. Долго.",
                                      "Other videos become H.264. Takes long."};
-inline constexpr Sentence<> subfoldersSwitch{"Подпапки Photo и Video", "Subfolders Photo and Video"};
+inline constexpr Sentence<> subfoldersSwitch{"Подпапки Photo и Video",
+                                             "Subfolders Photo and Video"};
 inline constexpr Sentence<> subfoldersHelp{"В каждой папке фото лежат отдельно от видео.",
                                            "In every folder, photos are apart from videos."};
 inline constexpr Sentence<> flattenSwitch{"Только если есть и то, и другое",
