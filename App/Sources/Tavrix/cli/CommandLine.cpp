@@ -275,7 +275,7 @@ class Parser {
         fail(say(language_, sentences::folderEmpty, form.operands[i], form.words()));
       }
     }
-    if (form.takesSource() && call_.source() == "phone:") {
+    if (form.takesSource() && !call_.operands.empty() && call_.source() == "phone:") {
       fail(say(language_, sentences::serialEmpty, form.words()));
     }
     if (call_.stateFolder == "") {

@@ -8,6 +8,7 @@
 #include "cli/help/SettingsHelpTexts.h"
 #include "cli/help/ThumbnailsHelpTexts.h"
 #include "cli/help/VerifyHelpTexts.h"
+#include "cli/help/WindowHelpTexts.h"
 
 namespace tavrix::cli {
 namespace {
@@ -92,6 +93,14 @@ std::vector<CommandSpec> makeTable() {
         {"--sheet", [](Invocation& call) -> Text& { return call.thumbnails.sheet; }, nullptr, false,
          "DIR"}}},
       {"", "phones", {}, listPhones, &help::phones},
+      {"",
+       "window",
+       {"SOURCE"},
+       openWindow,
+       &help::window,
+       {{"--destination", [](Invocation& call) -> Text& { return call.windowDestination; }, nullptr,
+         false, "DIR"}},
+       1},
       {"cache", "reset", {}, resetCache, &help::cache},
       {"", "cache", {}, showCache, &help::cache},
       {"template",

@@ -8,6 +8,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/platform/Interrupts.h"
+#include "cli/platform/Programs.h"
 #include "cli/platform/Terminal.h"
 #include "cli/printing/TerminalLine.h"
 #include "cli/sessions/Failures.h"
@@ -70,6 +71,7 @@ int run(const std::vector<std::string>& arguments) {
   Interrupts interrupts{[&] { err.eraseOpenLine(); }};
   const auto phones = Phones::openBrowser();
   StreamSink out{stdout};
+  const auto sleep = openSleepInhibitor();
   const Environment environment = processEnvironment();
   const auto defaults = openDefaults(environment);
   Surroundings surroundings{
@@ -92,6 +94,14 @@ int run(const std::vector<std::string>& arguments) {
       .catchInterrupts = [&] { return interrupts.token(); },
       .phones = phones.get(),
       .openBus = openUSBBus,
+      .sleep = sleep.get(),
+      .windowProgram = helperPath("tavrix-window"),
+      .canStart = canStartProgram,
+      .become =
+          [&](const std::string& program, const std::vector<std::string>& words) {
+            out.flush();
+            return becomeProgram(program, words);
+          },
   };
   ExitStatus status = runCommandLine(arguments, surroundings);
   try {

@@ -18,9 +18,11 @@
 #include "interface/platform/SymbolProvider.h"
 #include "interface/session/WindowSession.h"
 #include "interface/shell/Picture.h"
+#include "interface/shell/RunAttendant.h"
 #include "interface/shell/ScreensFolder.h"
 #include "interface/shell/WindowArguments.h"
 #include "interface/words/Words.h"
+#include "services/SleepInhibitor.h"
 #include "services/platform/Resources.h"
 #include "settings/InterfaceLanguage.h"
 
@@ -54,6 +56,7 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
   PictureDesk pictures{session};
   Words words{language};
   Appearance appearance{QDBusConnection::sessionBus()};
+  RunAttendant attendant{session, words, openSleepInhibitor()};
   appearance.setDark(arguments.isDark);
   ViewChoices view{session};
   if (arguments.picture) appearance.setMotion(false);
@@ -81,7 +84,8 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
   session.open(arguments.source.value_or(demo.value_or("phone")));
   std::optional<Picture> picture;
   if (arguments.picture) {
-    picture.emplace(*window, session, pictures, arguments.actions, *arguments.picture);
+    picture.emplace(*window, session, pictures, arguments.actions, *arguments.picture,
+                    arguments.delay);
   }
   return QGuiApplication::exec();
 }

@@ -42,7 +42,8 @@ AppModel::AppModel(Services services, Settings settings)
       grouping_(services_.loop, services_.background),
       display_(services_.loop, services_.background),
       counters_(services_.loop, services_.background),
-      destinationIndex_(services_.loop, services_.background) {
+      destinationIndex_(services_.loop, services_.background),
+      findings_(services_.loop, services_.background) {
   const auto& stateFolder = services_.stateFolder;
   if (stateFolder && !services_.keepsGroupsDebug) GroupsDebug::remove(*stateFolder, *services_.log);
   PersistedSettings::Values values{std::move(settings), {}};
@@ -100,6 +101,11 @@ ConnectedSource* AppModel::source() {
   return away == nullptr ? nullptr : &away->source;
 }
 
+std::optional<PhoneIdentity> AppModel::phone() const {
+  const ConnectedSource* const from = source();
+  return from == nullptr ? std::nullopt : std::optional{from->phone};
+}
+
 void AppModel::deviceChanged(DeviceFacts device) {
   state_.change([&](AppState& state) { state.device = std::move(device); });
 }
@@ -134,6 +140,10 @@ void AppModel::sourceGone() {
   writeLog(*services_.log, "device gone: cleared stale catalog");
 }
 
+void AppModel::closeSource() {
+  if (std::holds_alternative<app_phase::Browse>(state_->phase)) clearCatalogue();
+}
+
 void AppModel::clearCatalogue() {
   source_ = std::monostate{};
   // Pending work was made from the old catalogue, so its results are dropped.
@@ -154,6 +164,7 @@ void AppModel::clearCatalogue() {
     checks.forgetSelected();
     state.checks = std::move(checks);
     state.searchSuggestions = {};
+    state.findings = {};
   });
   publishCounters({}, true);
   publishActivity();
@@ -338,6 +349,7 @@ void AppModel::landDisplay(DisplayResult result, const Shared<CheckMarks>& check
     }
   }
   writeGroupsDebug();
+  requestFindings();
   settled();
 }
 
@@ -390,6 +402,8 @@ void AppModel::changeChecks(CheckMarks checks) {
   state_.change([&](AppState& state) { state.checks = std::move(checks); });
   writeGroupsDebug();
   recount();
+  // Without a finding about all folders there is none about a part of them.
+  if (state_->findings->again.files > 0 || state_->settings->layout.packAsZip) requestFindings();
 }
 
 void AppModel::toggleGroup(const std::string& stableKey) {

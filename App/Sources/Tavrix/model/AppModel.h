@@ -56,10 +56,14 @@ class AppModel {
   void sourceReady(ConnectedSource source, DataOrigin origin);
   /// Called if the source has gone, its reading was stopped, or it cannot be used for now.
   void sourceGone();
+  /// Called while browsing, if the user turns to another source, which is yet to be read.
+  void closeSource();
   /// Returns true if there is a source to transfer from.
   bool hasSource() const { return std::holds_alternative<Present>(source_); }
   /// Returns the files of the source that can be read now, and nullptr if there is none.
   std::shared_ptr<const SourceFiles> files() const;
+  /// Returns the phone of the source, present or away, and nullopt if there is none.
+  std::optional<PhoneIdentity> phone() const;
   /// Takes over what is known about the phones on the cable, for display.
   void deviceChanged(DeviceFacts device);
 
@@ -158,7 +162,9 @@ class AppModel {
   void landDisplay(DisplayResult result, const Shared<CheckMarks>& checks);
   void settled();
   void writeGroupsDebug();
+  static void checkUsable(const std::string& path, const SourceFiles* files);
   void landDestination(DestinationLook& look);
+  void requestFindings();
   void publishDestination(DestinationState state);
 
   void setIncluded(bool isIncluded);
@@ -200,6 +206,7 @@ class AppModel {
   CoalescedWork display_;
   CoalescedWork counters_;
   CoalescedWork destinationIndex_;
+  CoalescedWork findings_;
 
   Start start_;
   bool runsWithoutFiles_ = false;

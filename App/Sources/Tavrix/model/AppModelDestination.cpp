@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "model/AppModel.h"
+#include "settings/FolderMaking.h"
 
 namespace tavrix {
 
@@ -17,7 +18,10 @@ void AppModel::setDestination(std::optional<std::string> destination) {
   if (blocker != nullptr && blocker->kind == TransferBlocker::noDestination) closeOverlay();
   const bool isAnother = destination != state_->destination;
   state_.change([&](AppState& state) { state.destination = std::move(destination); });
-  if (isAnother) publishDestination(destination_state::Unknown{});
+  if (isAnother) {
+    state_.change([](AppState& state) { state.findings = {}; });
+    publishDestination(destination_state::Unknown{});
+  }
   refreshDestination();
 }
 
@@ -37,7 +41,8 @@ void AppModel::refreshDestination() {
   const bool isOwn = isRunning || std::holds_alternative<Preparing>(start_);
   const PhoneIdentity phone = source() != nullptr ? source()->phone : PhoneIdentity{};
   destinationIndex_.request([this, life = std::weak_ptr{life_}, path = state_->destination, phone,
-                             shown = destination_, isOwn,
+                             shown = destination_, isOwn, looksAhead = services_.looksAhead,
+                             files = source() != nullptr ? source()->files : nullptr,
                              open = services_.openExisting]() -> CoalescedWork::Apply {
     auto look = std::make_shared<DestinationLook>();
     try {
@@ -51,6 +56,7 @@ void AppModel::refreshDestination() {
         look->state = destination_state::Ready{folder->freeBytes()};
         if (!isOwn && !folder->lock()) look->state = destination_state::Busy{folder->freeBytes()};
       }
+      if (path && looksAhead && !isOwn) checkUsable(*path, files.get());
     } catch (const std::exception&) {
       look->state = destination_state::Refused{std::current_exception()};
     }
@@ -61,12 +67,52 @@ void AppModel::refreshDestination() {
   publishActivity();
 }
 
+void AppModel::checkUsable(const std::string& path, const SourceFiles* files) {
+  if (files != nullptr) files->checkDestination(path);
+  Destination::checkWritable(path);
+}
+
 void AppModel::landDestination(DestinationLook& look) {
   publishDestination(std::move(look.state));
   if (look.content == destination_) return settled();
   services_.background([old = std::exchange(destination_, std::move(look.content))] {});
   requestDisplay();
   publishActivity();
+}
+
+void AppModel::requestFindings() {
+  if (!services_.looksAhead) return;
+  if (!state_->destination || !planned_.plan || !planned_.destination || source() == nullptr) {
+    return state_.change([](AppState& state) { state.findings = {}; });
+  }
+  const auto zone = state_->settings->gathering.timeZone;
+  const auto packing =
+      packingOf(*state_->settings, source()->deviceName, zone.dateAt(services_.now()));
+  findings_.request([this, life = std::weak_ptr{life_}, planned = planned_, packing,
+                     path = *state_->destination, visible = state_->visibleGroups,
+                     checks = state_->checks, phone = source()->phone, isCard = source()->isCard,
+                     localeID = services_.systemLocaleID,
+                     open = services_.openExisting]() -> CoalescedWork::Apply {
+    Shared<DestinationFindings> findings;
+    try {
+      const auto folder = open(path);
+      const auto chosen = chosenFolders(*planned.folders, visible, *checks);
+      const bool isAll = chosen.size() == planned.folders->size();
+      const TransferPlan part = isAll ? TransferPlan{} : partOf(*planned.plan, chosen);
+      if (folder) {
+        findings = findingsOf(isAll ? *planned.plan : part, packing,
+                              folderMaking(*planned.settings, localeID), *folder,
+                              *planned.destination, phone, isCard);
+      }
+    } catch (const std::exception&) {
+      // The state of the destination says why it cannot be read.
+      findings = {};
+    }
+    return [this, life, findings] {
+      if (!life.lock()) return;
+      state_.change([&](AppState& state) { state.findings = findings; });
+    };
+  });
 }
 
 }  // namespace tavrix

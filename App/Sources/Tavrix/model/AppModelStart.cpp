@@ -169,6 +169,8 @@ void AppModel::look(Prepared& prepared, const ConnectedSource& source,
       folders = prepared.choosing->partOf(folders);
       plan = partOf(plan, folders);
       chosen = partOf(std::move(chosen), rowsOf(folders));
+    } else if (folders.size() < chosen.rows.size()) {
+      chosen = partOf(std::move(chosen), rowsOf(folders));
     } else {
       chosen.rows = rowsOf(folders);
     }

@@ -14,6 +14,7 @@
 #include "model/CheckMarks.h"
 #include "model/DisplayGroup.h"
 #include "model/NavOutline.h"
+#include "runs/DestinationFindings.h"
 #include "runs/RunPause.h"
 #include "settings/SavedPreset.h"
 #include "settings/Settings.h"
@@ -126,7 +127,7 @@ struct Busy {
   std::uint64_t freeBytes = 0;
   friend bool operator==(const Busy&, const Busy&) = default;
 };
-/// It cannot be read.
+/// It cannot be used.
 struct Refused {
   std::exception_ptr error;
   friend bool operator==(const Refused&, const Refused&) = default;
@@ -174,6 +175,9 @@ struct AppState {
   Shared<Settings> settings;
   std::optional<std::string> destination;
   DestinationState destinationState;
+  /// About a transfer of the visible, checked groups to the destination. Follows the counters after
+  /// a while. Empty unless ModelServices::looksAhead.
+  Shared<DestinationFindings> findings;
   Shared<std::vector<SavedPreset>> savedPresets;  ///< templates that the user has saved
   Shared<CheckMarks> checks;
   NavSelection navSelection;

@@ -35,6 +35,9 @@ struct ModelServices {
   /// True if folders and counters are displayed. A run alone needs neither them nor the content of
   /// the destination beforehand.
   bool showsFolders = true;
+  /// True if the state reports before a run what stands in its way at the destination: whether the
+  /// source permits it, whether it can be written to, and the findings. Requires `showsFolders`.
+  bool looksAhead = false;
   /// Writes a record to the history. Returns true if the record is stored. Called in the
   /// background. Without it nothing is recorded.
   std::function<bool(TransferRecord)> keepRecord{};

@@ -37,7 +37,7 @@ StateTopics changedTopics(const AppState& before, const AppState& after) {
           &S::searchSuggestions);
   compare(StateTopic::settings, &S::settings, &S::savedPresets, &S::homeCandidates,
           &S::homeIsAmbiguous, &S::canCheckForUpdates);
-  compare(StateTopic::destination, &S::destination, &S::destinationState);
+  compare(StateTopic::destination, &S::destination, &S::destinationState, &S::findings);
   compare(StateTopic::phase, &S::phase, &S::transferFolders, &S::plannedConversions,
           &S::optimizedSkipped, &S::lastRecordID);
   compare(StateTopic::progress, &S::progress, &S::pause);

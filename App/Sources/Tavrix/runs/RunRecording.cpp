@@ -121,39 +121,11 @@ std::vector<ShotInput> shotsOf(const RunRecordInput& run) {
 
 std::vector<std::string> notesOf(const RunRecordInput& run) {
   const Language language = run.language;
-  const RunOutcome& outcome = run.outcome;
   if (run.isUnderWay) {
     const bool isPacked = transferOptions(run.settings, {}).container != Container::folder;
     return {say(language, isPacked ? sentences::notePackingUnderWay : sentences::noteUnderWay)};
   }
-  std::vector<std::string> notes;
-  if (outcome.status == TransferRecord::Status::cancelled) {
-    notes.push_back(say(language, sentences::noteCancelled));
-  }
-  if (outcome.interruption) {
-    notes.push_back(say(language, sentences::noteInterrupted,
-                        sentences::systemErrorText(language, outcome.interruption->code())));
-  } else if (outcome.stopReason) {
-    notes.push_back(say(language, sentences::noteInterrupted, *outcome.stopReason));
-  }
-  if (outcome.phoneWaits > 0) {
-    notes.push_back(say(language, sentences::notePhoneWaits,
-                        counted(language, outcome.phoneWaits, sentences::times)));
-  }
-  for (const std::string& note : packingNotes(language, outcome)) notes.push_back(note);
-  if (auto note = unknownKindNote(language, run.library)) notes.push_back(*std::move(note));
-  if (outcome.unreadFolders > 0) {
-    notes.push_back(say(language, sentences::noteUnreadFolders,
-                        counted(language, outcome.unreadFolders, sentences::folders)));
-  }
-  if (!outcome.report->conversionFallbacks.empty()) {
-    notes.push_back(say(language, sentences::noteKeptOriginals));
-  }
-  if (outcome.markerFailure) {
-    notes.push_back(say(language, sentences::noteMarkerNotSaved,
-                        sentences::systemErrorText(language, outcome.markerFailure->code())));
-  }
-  return notes;
+  return runNotes(language, run.library, run.outcome);
 }
 
 /// Adds the reason to every file that was kept unconverted.
@@ -177,6 +149,38 @@ void tellWhyKept(TransferRecord& record, const TransferReport& report, Language 
 }
 
 }  // namespace
+
+std::vector<std::string> runNotes(Language language, const Library& library,
+                                  const RunOutcome& outcome) {
+  std::vector<std::string> notes;
+  if (outcome.status == TransferRecord::Status::cancelled) {
+    notes.push_back(say(language, sentences::noteCancelled));
+  }
+  if (outcome.interruption) {
+    notes.push_back(say(language, sentences::noteInterrupted,
+                        sentences::systemErrorText(language, outcome.interruption->code())));
+  } else if (outcome.stopReason) {
+    notes.push_back(say(language, sentences::noteInterrupted, *outcome.stopReason));
+  }
+  if (outcome.phoneWaits > 0) {
+    notes.push_back(say(language, sentences::notePhoneWaits,
+                        counted(language, outcome.phoneWaits, sentences::times)));
+  }
+  for (const std::string& note : packingNotes(language, outcome)) notes.push_back(note);
+  if (auto note = unknownKindNote(language, library)) notes.push_back(*std::move(note));
+  if (outcome.unreadFolders > 0) {
+    notes.push_back(say(language, sentences::noteUnreadFolders,
+                        counted(language, outcome.unreadFolders, sentences::folders)));
+  }
+  if (!outcome.report->conversionFallbacks.empty()) {
+    notes.push_back(say(language, sentences::noteKeptOriginals));
+  }
+  if (outcome.markerFailure) {
+    notes.push_back(say(language, sentences::noteMarkerNotSaved,
+                        sentences::systemErrorText(language, outcome.markerFailure->code())));
+  }
+  return notes;
+}
 
 std::vector<std::string> packingNotes(Language language, const RunOutcome& outcome) {
   std::vector<std::string> notes;

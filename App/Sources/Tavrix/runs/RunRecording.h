@@ -46,6 +46,11 @@ std::optional<std::string> unknownKindNote(Language language, const Library& lib
 /// Returns notes about the packing, one sentence each. Returns none if all went as planned.
 std::vector<std::string> packingNotes(Language language, const RunOutcome& outcome);
 
+/// Returns what is to be noted about a run that has ended, one sentence each; `library` has its
+/// folders.
+std::vector<std::string> runNotes(Language language, const Library& library,
+                                  const RunOutcome& outcome);
+
 /// Returns the settings as stored in a record.
 TransferRecord::Options recordOptions(const RunRecordInput& run);
 

@@ -60,6 +60,7 @@ struct Invocation {
   bool describesAll = false;                ///< explains every setting
   std::optional<std::string> nameTemplate;  ///< as givenTemplate() reads it
   std::optional<std::string> context;       ///< JSON
+  std::optional<std::string> windowDestination;
   HistoryOptions history;
   ChoiceOptions choice;
   ThumbnailOptions thumbnails;

@@ -6,6 +6,7 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <vector>
 
 #include "USBPhonePresence/USBPhonePresence.h"
 #include "device/cable/Phones.h"
@@ -13,6 +14,7 @@
 #include "foundation/Uuid.h"
 #include "foundation/json/JsonWriter.h"
 #include "services/Environment.h"
+#include "services/SleepInhibitor.h"
 
 namespace tavrix::cli {
 
@@ -44,6 +46,14 @@ struct Surroundings {
   PhoneBrowser* phones = nullptr;
   /// Opens the USB bus, which also shows phones that the system does not hand over. May be empty.
   std::function<std::unique_ptr<USBPhonePresence>()> openBus{};
+  /// Keeps the computer awake while files are read and copied. May be null.
+  SleepInhibitor* sleep = nullptr;
+  std::string windowProgram = "tavrix-window";  ///< the path of the window
+  /// Returns true if the path is a program that can be started. May be empty.
+  std::function<bool(const std::string& program)> canStart{};
+  /// Replaces this process by another program. Returns the error code (errno) if that fails.
+  std::function<int(const std::string& program, const std::vector<std::string>& arguments)>
+      become{};
 };
 
 /// The reader of the output has closed it, so the rest need not be written.

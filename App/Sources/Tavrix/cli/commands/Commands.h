@@ -22,6 +22,7 @@ ExitStatus repair(const CommandContext& context);
 ExitStatus rebuildMarker(const CommandContext& context);
 ExitStatus writeThumbnails(const CommandContext& context);
 ExitStatus writeSnapshot(const CommandContext& context);
+ExitStatus openWindow(const CommandContext& context);
 ExitStatus listPhones(const CommandContext& context);
 ExitStatus showCache(const CommandContext& context);
 ExitStatus resetCache(const CommandContext& context);

@@ -7,6 +7,7 @@
 #include "cli/printing/ResultPrinter.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/RepairSentences.h"
+#include "cli/sentences/WindowSentences.h"
 #include "cli/sessions/ChosenShots.h"
 #include "cli/sessions/CommandContext.h"
 #include "cli/sessions/Failures.h"
@@ -19,6 +20,7 @@
 #include "foundation/Log.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
+#include "services/SleepInhibitor.h"
 #include "settings/FolderMaking.h"
 #include "text/PhoneSentences.h"
 
@@ -236,6 +238,8 @@ ExitStatus transfer(const CommandContext& context) {
   if (context.call.isRehearsal) return showPlan(context);
   checkApart(context, context.call.destination());
   const auto naming = openPlaceNaming(context);
+  const SleepHold awake{context.surroundings.sleep,
+                        say(context.language(), sentences::awakeForTransfer)};
   TransferSession session{context, naming.get()};
   const Run& run = session.carryOut();
   tellEnd(context, run);

@@ -32,6 +32,7 @@ inline constexpr HelpText program{
   thumbnails SOURCE OUT-DIR
                           миниатюры всех снимков; с --sheet DIR — ещё и страница
   phones                  подключённые айфоны и их состояние
+  window [SOURCE]         открывает окно программы
   cache, cache reset      сколько прочитанного помнит программа; забыть всё это
   template render         имя папки по шаблону
   template presets        готовые шаблоны имён
@@ -74,6 +75,7 @@ Usage: tavrix COMMAND ARGUMENTS…
   thumbnails SOURCE OUT-DIR
                           thumbnails of all pictures; with --sheet DIR a page, too
   phones                  the connected iPhones and their state
+  window [SOURCE]         opens the window of the program
   cache, cache reset      how much of what it read the program keeps; deletes all of it
   template render         a folder name from a template
   template presets        the built-in templates

@@ -3,7 +3,6 @@
 #include <limits>
 
 #include "cli/call/Wrapping.h"
-#include "cli/printing/FailureReason.h"
 #include "cli/printing/TextPrinter.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/HistorySentences.h"
@@ -11,6 +10,7 @@
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
 #include "history/Verdict.h"
+#include "text/FailureReason.h"
 
 namespace tavrix::cli {
 namespace {

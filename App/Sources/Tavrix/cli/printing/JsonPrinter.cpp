@@ -280,6 +280,14 @@ void JsonPrinter::thumbnailsWritten(std::uint64_t written, std::uint64_t failed)
   json.beginObject().field("failed", failed).field("written", written).endObject().finish();
 }
 
+void JsonPrinter::windowStarts(const std::string& program,
+                               const std::vector<std::string>& arguments) {
+  JsonWriter json{sink_};
+  json.beginObject().field("program", program).key("arguments").beginArray();
+  for (const std::string& argument : arguments) json.value(argument);
+  json.endArray().endObject().finish();
+}
+
 void JsonPrinter::snapshotWritten(const std::string& path, std::uint64_t items) {
   JsonWriter json{sink_};
   json.beginObject().field("path", path).field("items", items).endObject().finish();

@@ -1,9 +1,9 @@
 // TextPrinter: repairs of a destination.
 
-#include "cli/printing/FailureReason.h"
 #include "cli/printing/KeptReasonText.h"
 #include "cli/printing/TextPrinter.h"
 #include "foundation/files/AtomicFile.h"
+#include "text/FailureReason.h"
 
 namespace tavrix::cli {
 

@@ -116,6 +116,9 @@ class ResultPrinter {
   /// `hadAny` is true if names of places were stored before.
   virtual void placeNamesReset(bool hadAny) = 0;
   virtual void thumbnailsWritten(std::uint64_t written, std::uint64_t failed) = 0;
+  /// The window is about to replace this program.
+  virtual void windowStarts(const std::string& program,
+                            const std::vector<std::string>& arguments) = 0;
   virtual void snapshotWritten(const std::string& path, std::uint64_t items) = 0;
   /// Prints a folder name.
   virtual void name(const std::string& name) = 0;

@@ -35,6 +35,9 @@ class TextPrinter : public ResultPrinter {
   void rebuilt(const RebuildResult& result) override;
   void placeNamesReset(bool hadAny) override;
   void thumbnailsWritten(std::uint64_t written, std::uint64_t failed) override;
+  /// Prints nothing: the window is to be seen.
+  void windowStarts(const std::string& /*program*/,
+                    const std::vector<std::string>& /*arguments*/) override {}
   void snapshotWritten(const std::string& path, std::uint64_t items) override;
   void name(const std::string& name) override;
   void presets(const std::vector<NamePresets::Builtin>& presets,

@@ -1,6 +1,5 @@
 // TextPrinter: plans and runs.
 
-#include "cli/printing/FailureReason.h"
 #include "cli/printing/TextPrinter.h"
 #include "cli/sentences/ChoiceSentences.h"
 #include "cli/sentences/CliSentences.h"
@@ -11,6 +10,7 @@
 #include "foundation/Text.h"
 #include "runs/RunRecording.h"
 #include "text/ConversionSentences.h"
+#include "text/FailureReason.h"
 #include "text/SourceSentences.h"
 
 namespace tavrix::cli {

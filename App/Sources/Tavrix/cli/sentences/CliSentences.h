@@ -5,6 +5,7 @@
 
 #include "cli/call/Invocation.h"
 #include "foundation/Sentence.h"
+#include "text/PlanSentences.h"
 
 /// The sentences of the command line for the user, in both languages side by side.
 namespace tavrix::cli::sentences {
@@ -142,82 +143,8 @@ inline constexpr Sentence<Text> contextField{"не удалось разобра
                                              "the field “{}” cannot be read"};
 
 // The source.
-inline constexpr Sentence<Text> snapshotMissing{
-    "Нет файла «{}»; укажите папку, в которой лежат snapshot.json и media, папка DCIM или папки "
-    "вида 100APPLE.",
-    "There is no file “{}”; name a folder that contains snapshot.json and media, a DCIM folder, or "
-    "folders such as 100APPLE."};
-inline constexpr Sentence<Text> sourceMissing{
-    "По пути «{}» ничего нет; проверьте, верно ли он набран и подключён ли диск.",
-    "There is nothing at “{}”; check the spelling, and that the disk is connected."};
-inline constexpr Sentence<Text> sourceIsFile{
-    "«{}» — файл, а нужна папка: смонтированный телефон, карта памяти или копия DCIM.",
-    "“{}” is a file; name a folder: a mounted phone, a memory card or a copy of DCIM."};
-inline constexpr Sentence<Text, Text> sourceIsCatalogue{
-    "«{}» — сам каталог; укажите папку, в которой он лежит: «{}».",
-    "“{}” is the catalogue itself; name the folder that contains it: “{}”."};
-inline constexpr Sentence<Text, Text> snapshotUnreadable{
-    "Не удалось прочитать файл «{}»: {}; проверьте права доступа и диск.",
-    "Cannot read the file “{}”: {}; check its permissions and the disk."};
-inline constexpr Sentence<Text, std::uint64_t, std::uint64_t, Text> snapshotWrong{
-    "Ошибка в каталоге «{}», строка {}, столбец {}: {}; запишите его заново.",
-    "The catalogue “{}” is invalid, line {}, column {}: {}; record it again."};
-inline constexpr Sentence<> snapshotNotJson{"это не JSON в кодировке UTF-8",
-                                            "this is not JSON in UTF-8"};
-inline constexpr Sentence<> snapshotTooLarge{
-    "слишком длинное значение или список либо слишком глубокая вложенность",
-    "a value or the list is too long, or the nesting is too deep"};
-inline constexpr Sentence<> snapshotNotList{"файл должен быть списком записей",
-                                            "the file must be a list of entries"};
-inline constexpr Sentence<std::uint64_t, Text> snapshotMissingField{
-    "в записи {} нет поля «{}»", "entry {} lacks the field “{}”"};
-inline constexpr Sentence<std::uint64_t, Text> snapshotWrongType{
-    "в записи {} у поля «{}» значение не того типа",
-    "entry {} has a value of the wrong type in the field “{}”"};
-inline constexpr Sentence<std::uint64_t, Text> snapshotOutOfRange{
-    "в записи {} число в поле «{}» вне допустимых границ",
-    "entry {} has a number out of range in the field “{}”"};
-inline constexpr Sentence<Text> mediaMissing{
-    "Нет папки «{}» с файлами телефона; создайте её и положите файлы туда.",
-    "There is no folder “{}” with the phone's files; create it and put the files there."};
 
 // The destination.
-inline constexpr Sentence<Text> destinationParentMissing{
-    "Нельзя создать «{}»: сначала создайте папку уровнем выше.",
-    "Cannot create “{}”: create the folder above it first."};
-inline constexpr Sentence<Text> destinationNotFolder{
-    "«{}» — не папка; выберите для фотографий папку.",
-    "“{}” is not a folder; choose a folder for the photos."};
-inline constexpr Sentence<Text> destinationInsideSource{
-    "Папка «{}» находится внутри источника; выберите для фотографий другую.",
-    "The folder “{}” is inside the source; choose another one for the photos."};
-inline constexpr Sentence<Text> destinationHoldsSource{
-    "Папка «{}» содержит сам источник; выберите для фотографий другую.",
-    "The folder “{}” contains the source itself; choose another one for the photos."};
-inline constexpr Sentence<Text> destinationBusy{
-    "В папку «{}» уже идёт другой перенос; дождитесь его окончания и повторите.",
-    "Another transfer into the folder “{}” is running; wait until it ends and try again."};
-inline constexpr Sentence<Text, Text, std::int64_t> destinationNewer{
-    "В папке «{}» запись «{}» сделана более новой версией программы (формат {}); обновите Tavrix.",
-    "In the folder “{}” the record “{}” was written by a newer version of the program (format {}); "
-    "update Tavrix."};
-inline constexpr Sentence<Text, Text> fileRefused{
-    "Не удалось обратиться к «{}»: {}; проверьте путь, права доступа и диск.",
-    "Cannot access “{}”: {}; check the path, the permissions and the disk."};
-inline constexpr Sentence<Text> copiesAgain{
-    "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}.",
-    "What is already here will be copied again under new names: {}."};
-inline constexpr Sentence<Text, Text> copiesAgainFrom{
-    "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}. Сейчас это лежит "
-    "в «{}» и, возможно, рядом: состав или устройство папок изменились, или имена заданы вручную.",
-    "What is already here will be copied again under new names: {}. It is now in “{}” and perhaps "
-    "beside it: the folders have other shots or another layout than before, or names given by "
-    "hand."};
-inline constexpr Sentence<Text, Text> copiesAgainChanged{
-    "То, что здесь уже есть, будет скопировано ещё раз под новыми именами: {}. С тех пор как эти "
-    "папки получили имена, изменились настройки: {}.",
-    "What is already here will be copied again under new names: {}. Settings that have changed "
-    "since these folders were named: {}."};
 inline constexpr Sentence<Text> copiesAgainRemedy{"Чтобы имена остались прежними: {}",
                                                   "To keep the names as they were: {}"};
 inline constexpr Sentence<Text, Text> continuesFolder{
@@ -225,9 +152,6 @@ inline constexpr Sentence<Text, Text> continuesFolder{
     "Continues a folder: “{}” (the template gives “{}”)."};
 inline constexpr Sentence<Text> moreContinueFolders{"И ещё продолжают свои папки: {}.",
                                                     "Others that continue their folders: {}."};
-inline constexpr Sentence<Text, Text> spaceHint{
-    "Нужно {}, а свободно {}: когда место кончится, перенос подождёт.",
-    "{} needed, but only {} free: when the space runs out, the transfer will wait."};
 inline constexpr Sentence<Text, Text> markerNotSaved{
     "Перенесённые файлы на месте, но запись о переносе не сохранилась: «{}», {}.",
     "The transferred files are in place, but the record of the transfer was not saved: “{}”, {}."};
@@ -240,8 +164,6 @@ inline constexpr Sentence<> outputClosed{
 inline constexpr Sentence<Text> outputFailed{
     "Не удалось вывести результат: {}; проверьте, куда он направлен, и повторите.",
     "Cannot write the result: {}; check where it is directed and try again."};
-inline constexpr Sentence<> outOfMemory{"Не хватает памяти; закройте другие программы и повторите.",
-                                        "Not enough memory; close other programs and try again."};
 inline constexpr Sentence<> internalFault{
     "Внутренняя ошибка программы; повторите с --verbose и сообщите, что напечатано.",
     "Internal error of the program; run it again with --verbose and report what it prints."};
@@ -329,36 +251,13 @@ inline constexpr Sentence<> spaceIsFree{"Место появилось — пр�
                                         "There is free space again — carrying on."};
 inline constexpr Sentence<> folderIsFree{"Другой перенос закончился — продолжаю.",
                                          "The other transfer has ended — carrying on."};
-inline constexpr Sentence<> rowCatalogue{"В каталоге", "In the catalogue"};
-inline constexpr Sentence<> rowWithoutPicture{"пропущены: их снимка нет на телефоне",
-                                              "skipped: their picture is not on the phone"};
-inline constexpr Sentence<> rowUnknownKind{"пропущены: файлы незнакомого вида",
-                                           "skipped: files of an unknown kind"};
-inline constexpr Sentence<> rowBySettings{"пропущены по настройкам", "skipped by the settings"};
-inline constexpr Sentence<> rowKnown{"уже есть в папке", "already in the folder"};
-inline constexpr Sentence<> rowPlanned{"к переносу", "to transfer"};
-inline constexpr Sentence<> rowCopied{"скопированы", "copied"};
-inline constexpr Sentence<> rowAlreadyThere{"оказались на месте", "found in place"};
-inline constexpr Sentence<> rowKeptOriginal{"остались без преобразования", "kept unconverted"};
-inline constexpr Sentence<> rowFailed{"не перенесены", "failed"};
-inline constexpr Sentence<> rowNotReached{"не дошла очередь", "not reached"};
-/// The detail of a failed verification, in a line that already names the file.
-inline constexpr Sentence<Text> verificationFailed{"сверка не прошла — {}",
-                                                   "verification failed — {}"};
-inline constexpr Sentence<Text> moreFailures{"… и ещё {}", "… and {} more"};
 inline constexpr Sentence<> archivesTitle{"Файлы лягут в архивы:", "The files go into archives:"};
 inline constexpr Sentence<Text, Text, Text> archiveRow{"{} — {}, {}", "{} — {}, {}"};
 inline constexpr Sentence<> toJPEG{"в JPEG", "to JPEG"};
 inline constexpr Sentence<> toH264{"в H.264", "to H.264"};
-inline constexpr Sentence<> failuresTitle{"Не удалось перенести:", "Not transferred:"};
-inline constexpr Sentence<> keptOriginalsTitle{"Перенесены без преобразования, под своим именем:",
-                                               "Kept under their own name, unconverted:"};
 
 // Progress.
-// Russian has one form for every total: "3 / 21 файлов".
-inline constexpr CountedNoun filesOfTotal{"файлов", "файлов", "файлов", "file", "files"};
 inline constexpr Sentence<Text, Text> progressCounts{"{} / {}", "{} / {}"};
-inline constexpr CountedNoun groupsOfTotal{"групп", "групп", "групп", "group", "groups"};
 inline constexpr Sentence<Text, Text> progressPacking{"4 · Архивация · {} / {}",
                                                       "4 · Packing · {} / {}"};
 /// The name of the file and the finished part of it in percent.

@@ -15,9 +15,6 @@ inline constexpr CountedNoun outOfFiles{"файла", "файлов", "файл�
 inline constexpr CountedNoun filesAre{"файл", "файла", "файлов", "file is", "files are"};
 inline constexpr CountedNoun records{"запись", "записи", "записей", "record", "records"};
 
-inline constexpr Sentence<std::string_view> destinationMissing{
-    "Папки «{}» нет; проверьте путь и подключён ли диск.",
-    "There is no folder “{}”; check the path and that the disk is connected."};
 inline constexpr Sentence<std::string_view> recordsMissing{
     "В папке «{}» нет записей о переносах, сверять не с чем; восстановите их командой tavrix "
     "marker rebuild SOURCE DEST.",

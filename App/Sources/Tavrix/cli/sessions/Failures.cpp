@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <new>
 
 #include "cli/call/Nearest.h"
 #include "cli/call/Surroundings.h"
@@ -16,51 +15,11 @@
 #include "foundation/Text.h"
 #include "library/Choice.h"
 #include "runs/Destination.h"
-#include "sources/SnapshotSource.h"
+#include "services/FailureText.h"
 #include "text/SentenceParts.h"
 
 namespace tavrix::cli {
 namespace {
-
-std::string snapshotFaultText(Language language, const SnapshotError& error) {
-  using Kind = SnapshotError::Kind;
-  const std::string field = forSentence(error.field());
-  switch (error.kind()) {
-    case Kind::notJson:
-      return say(language, sentences::snapshotNotJson);
-    case Kind::tooLarge:
-      return say(language, sentences::snapshotTooLarge);
-    case Kind::notAList:
-      return say(language, sentences::snapshotNotList);
-    case Kind::missingField:
-      return say(language, sentences::snapshotMissingField, error.item(), field);
-    case Kind::wrongType:
-      return say(language, sentences::snapshotWrongType, error.item(), field);
-    case Kind::outOfRange:
-      return say(language, sentences::snapshotOutOfRange, error.item(), field);
-  }
-  return {};
-}
-
-std::string destinationText(Language language, const DestinationError& error) {
-  using Kind = DestinationError::Kind;
-  const std::string path = forSentence(error.path());
-  switch (error.kind()) {
-    case Kind::missing:
-      return say(language, sentences::destinationMissing, path);
-    case Kind::parentMissing:
-      return say(language, sentences::destinationParentMissing, path);
-    case Kind::notFolder:
-      return say(language, sentences::destinationNotFolder, path);
-    case Kind::insideMedia:
-      return say(language, sentences::destinationInsideSource, path);
-    case Kind::holdsSource:
-      return say(language, sentences::destinationHoldsSource, path);
-    case Kind::busy:
-      return say(language, sentences::destinationBusy, path);
-  }
-  return {};
-}
 
 ExitStatus statusOf(const DestinationError& error) {
   using Kind = DestinationError::Kind;
@@ -101,17 +60,11 @@ CommandFailure unknownFolderFailure(Language language, const UnknownFolder& faul
 
 CommandFailure snapshotFailure(Language language, const std::string& path,
                                const SnapshotError& error) {
-  return {ExitStatus::stopped,
-          say(language, sentences::snapshotWrong, printable(path), error.position().line,
-              error.position().column, snapshotFaultText(language, error))};
+  return {ExitStatus::stopped, snapshotFailureText(language, path, error)};
 }
 
 CommandFailure snapshotFailure(Language language, const std::string& path, const FileError& error) {
-  if (error.code() == ENOENT || error.code() == ENOTDIR) {
-    return {ExitStatus::stopped, say(language, sentences::snapshotMissing, printable(path))};
-  }
-  return {ExitStatus::stopped, say(language, sentences::snapshotUnreadable, printable(path),
-                                   tavrix::sentences::systemErrorText(language, error.code()))};
+  return {ExitStatus::stopped, snapshotFailureText(language, path, error)};
 }
 
 CommandFailure settingFailure(Language language, const SettingError& error) {
@@ -152,24 +105,14 @@ CommandFailure failureOf(Language language, const std::string& destination,
   } catch (const CommandFailure& failure) {
     return failure;
   } catch (const DestinationError& fault) {
-    return {statusOf(fault), destinationText(language, fault)};
+    return {statusOf(fault), *failureText(language, destination, error)};
   } catch (const UnknownFolder& fault) {
     return unknownFolderFailure(language, fault);
-  } catch (const DestinationMarker::MarkerError& fault) {
-    return {ExitStatus::stopped,
-            say(language, sentences::destinationNewer, forSentence(destination),
-                forSentence(fault.fileName()), fault.version())};
-  } catch (const MediaMissing& fault) {
-    return {ExitStatus::stopped, say(language, sentences::mediaMissing, printable(fault.path()))};
-  } catch (const FileError& fault) {
-    return {ExitStatus::stopped, say(language, sentences::fileRefused, forSentence(fault.path()),
-                                     tavrix::sentences::systemErrorText(language, fault.code()))};
   } catch (const OutputError& fault) {
     return {ExitStatus::stopped, outputText(language, fault.code())};
-  } catch (const std::bad_alloc&) {
-    return {ExitStatus::stopped, say(language, sentences::outOfMemory)};
   } catch (...) {
-    return {ExitStatus::stopped, say(language, sentences::internalFault)};
+    const auto text = failureText(language, destination, error);
+    return {ExitStatus::stopped, text.value_or(say(language, sentences::internalFault))};
   }
 }
 

@@ -11,6 +11,7 @@
 #include "device/cable/DeviceWatch.h"
 #include "foundation/Text.h"
 #include "media/Snapshot.h"
+#include "services/FailureText.h"
 #include "sources/CardSource.h"
 #include "sources/PhoneSource.h"
 #include "sources/SnapshotSource.h"
@@ -30,30 +31,6 @@ const CardSource& cardOf(const CommandContext& context) {
   return static_cast<const CardSource&>(sourceOf(context));
 }
 
-/// Returns the failure for a source without a readable catalogue. Names first what the user can
-/// see: that there is nothing at the path, or no folder.
-CommandFailure sourceFailure(const CommandContext& context, const std::string& snapshotPath,
-                             const FileError& error) {
-  const Language language = context.language();
-  const std::filesystem::path source{context.call.source()};
-  std::error_code fault;
-  const auto status = std::filesystem::status(source, fault);
-  if (status.type() == std::filesystem::file_type::not_found) {
-    return {ExitStatus::stopped,
-            say(language, sentences::sourceMissing, printable(source.string()))};
-  }
-  if (!std::filesystem::exists(status) || std::filesystem::is_directory(status)) {
-    return snapshotFailure(language, snapshotPath, error);
-  }
-  const bool isCatalogue = source.filename() == "snapshot.json";
-  const std::string folder =
-      isCatalogue && !source.has_parent_path() ? "." : source.parent_path().string();
-  return {ExitStatus::stopped,
-          isCatalogue ? say(language, sentences::sourceIsCatalogue, printable(source.string()),
-                            printable(folder))
-                      : say(language, sentences::sourceIsFile, printable(source.string()))};
-}
-
 /// Reads the snapshot with `read`. Throws CommandFailure in place of its errors.
 template <typename Read>
 auto readSnapshot(const CommandContext& context, Read read) {
@@ -66,7 +43,9 @@ auto readSnapshot(const CommandContext& context, Read read) {
   } catch (const SnapshotError& error) {
     throw snapshotFailure(context.language(), source.snapshotPath(), error);
   } catch (const FileError& error) {
-    throw sourceFailure(context, source.snapshotPath(), error);
+    throw CommandFailure{
+        ExitStatus::stopped,
+        sourceFailureText(context.language(), context.call.source(), source.snapshotPath(), error)};
   }
 }
 

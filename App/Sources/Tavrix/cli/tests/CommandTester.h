@@ -38,6 +38,9 @@ struct CommandTester {
   Instant time{std::chrono::seconds{1779364800}};  // 2026-05-21T12:00:00Z
   bool isInterrupted = false;                      ///< interrupt as soon as a run begins
   PhoneBrowser* phones = nullptr;                  ///< nullptr: no phones
+  bool isWindowInstalled = true;
+  int windowFault = 0;                                 ///< why the window cannot be started (errno)
+  mutable std::vector<std::string> windowArguments{};  ///< of the window that was started last
   /// Called whenever the command reads the clock, which it does for each file it reads.
   std::function<void(std::stop_source&)> atClock{};
 
@@ -97,7 +100,13 @@ struct CommandTester {
                                           if (isInterrupted) stop.request_stop();
                                           return stop.get_token();
                                         },
-                                    .phones = phones};
+                                    .phones = phones,
+                                    .canStart = [&](const auto&) { return isWindowInstalled; },
+                                    .become =
+                                        [&](const std::string&, const auto& words) {
+                                          windowArguments = words;
+                                          return windowFault;
+                                        }};
     const ExitStatus status = runCommandLine(arguments, surroundings);
     return {status, out.text(), err.text()};
   }

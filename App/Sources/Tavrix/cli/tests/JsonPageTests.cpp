@@ -136,6 +136,7 @@ TEST_F(JsonPage, everyCommand_printsWhatItsExampleShows) {
   };
   const std::vector<Row> rows{
       {"phones", {"phones"}},
+      {"window", {"window", "phone"}},
       {"catalog", {"catalog", "phone"}},
       {"bundles", {"bundles", "phone"}},
       {"groups", {"groups", "phone", "--set", "uiMode=trips"}},

@@ -34,6 +34,18 @@ ApplicationWindow {
         light: Theme.hover
     }
 
+    onClosing: close => {
+        if (ProgressModel.isRunning && !ProgressModel.isStopping) {
+            close.accepted = false;
+            questions.askToStop(true);
+        }
+    }
+
+    function chooseSource() {
+        sourceDialog.active = true;
+        sourceDialog.item.open();
+    }
+
     header: TopBar {
         id: topBar
         visible: WindowModel.page === WindowModel.BrowsePage || WindowModel.page === WindowModel.EmptyPage
@@ -77,12 +89,16 @@ ApplicationWindow {
     Loader {
         anchors.fill: parent
         active: WindowModel.page === WindowModel.EmptyPage
-        sourceComponent: EmptyPage {}
+        sourceComponent: EmptyPage {
+            onFolderWanted: window.chooseSource()
+        }
     }
     Loader {
         anchors.fill: parent
         active: WindowModel.page === WindowModel.TransferPage
-        sourceComponent: TransferPage {}
+        sourceComponent: TransferPage {
+            onStopWanted: questions.askToStop(false)
+        }
     }
     Loader {
         anchors.fill: parent
@@ -91,7 +107,19 @@ ApplicationWindow {
     }
 
     footer: DestinationBar {
+        id: destinationBar
         visible: WindowModel.page === WindowModel.BrowsePage
+        onChooseWanted: questions.chooseDestination()
+    }
+    Questions {
+        id: questions
+        onCloseWanted: window.close()
+        onSourceWanted: window.chooseSource()
+    }
+    Loader {
+        id: sourceDialog
+        active: false
+        source: "SourceDialog.qml"
     }
 
     DropArea {
@@ -99,8 +127,18 @@ ApplicationWindow {
         keys: ["text/uri-list"]
         onDropped: drop => {
             if (drop.hasUrls)
-                WindowModel.openSource(drop.urls[0]);
+                SourceMenuModel.drop(drop.urls[0]);
         }
+    }
+    Shortcut {
+        sequences: ["Ctrl+Return", "Ctrl+Enter"]
+        enabled: WindowModel.page === WindowModel.BrowsePage
+        onActivated: DestinationModel.transfer()
+    }
+    Shortcut {
+        sequence: "Ctrl+D"
+        enabled: WindowModel.page === WindowModel.BrowsePage
+        onActivated: questions.chooseDestination()
     }
     Shortcut {
         sequence: "F9"

@@ -5,5 +5,5 @@ import Tavrix
 // until it is wanted.
 FolderDialog {
     title: Words.openFolder
-    onAccepted: WindowModel.openSource(selectedFolder)
+    onAccepted: SourceMenuModel.openFolder(selectedFolder)
 }

@@ -3,6 +3,7 @@
 #include "foundation/files/FileError.h"
 #include "media/Snapshot.h"
 #include "places/Gazetteer.h"
+#include "services/FailureText.h"
 #include "services/HistoryFolder.h"
 #include "settings/PersistedSettings.h"
 #include "settings/StateFolder.h"
@@ -53,6 +54,10 @@ AppModel::Services WindowSession::services() {
   services.systemLocaleID = surroundings_.systemLocaleID;
   services.placeNaming = naming_.get();
   services.stateFolder = stateFolder_;
+  services.looksAhead = true;
+  services.failureText = [language = surroundings_.language](const std::exception_ptr& error) {
+    return failureText(language, {}, error).value_or("");
+  };
   services.keepsGroupsDebug = keepsGroupsDebug(surroundings_.environment);
   services.isDemo = isDemo(surroundings_.environment);
   services.defaults = surroundings_.defaults;
@@ -94,6 +99,8 @@ void WindowSession::open(const std::string& source) {
   stop_.request_stop();
   stop_ = {};
   ++readingNumber_;
+  // Also before the watcher goes, which the files of a phone refer to.
+  model_->closeSource();
   if (isPhone(source)) {
     followPhones(wantedNumber(source));
   } else {

@@ -10,12 +10,14 @@
 namespace tavrix::window {
 
 Picture::Picture(QQuickWindow& window, WindowSession& session, const PictureDesk& thumbnails,
-                 std::vector<std::string> actions, std::string path)
+                 std::vector<std::string> actions, std::string path,
+                 std::chrono::milliseconds delay)
     : window_(window),
       session_(session),
       thumbnails_(thumbnails),
       actions_(std::move(actions)),
-      path_(std::move(path)) {
+      path_(std::move(path)),
+      delay_(delay) {
   connect(&timer_, &QTimer::timeout, this, &Picture::look);
   timer_.start(std::chrono::milliseconds{20});
 }
@@ -35,6 +37,10 @@ void Picture::look() {
     return carryOut(actions_[done_++]);
   }
   timer_.stop();
+  QTimer::singleShot(delay_, this, &Picture::take);
+}
+
+void Picture::take() {
   const bool isWritten = window_.grabWindow().save(QString::fromStdString(path_));
   QCoreApplication::exit(isWritten ? 0 : 1);
 }

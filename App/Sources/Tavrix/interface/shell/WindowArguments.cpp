@@ -21,6 +21,8 @@ bool take(WindowArguments& taken, const std::string& option, const std::string& 
     taken.screens = value;
   } else if (option == "--do") {
     taken.actions.push_back(value);
+  } else if (option == "--delay") {
+    taken.delay = std::chrono::milliseconds{QString::fromStdString(value).toInt()};
   } else if (option == "--size") {
     taken.size = sizeIn(value);
     return taken.size.has_value();

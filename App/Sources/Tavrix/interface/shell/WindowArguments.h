@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSize>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <variant>
@@ -23,6 +24,7 @@ struct WindowArguments {
   std::optional<std::string> picture;  ///< path of the PNG file to write
   std::optional<QSize> size;           ///< of the window
   std::optional<std::string> screens;  ///< folder with QML files to use in place of the program's
+  std::chrono::milliseconds delay{0};  ///< before the picture, so that work is under way in it
   std::vector<std::string> actions;    ///< statements of QML to carry out before, in the window
 };
 

@@ -5,10 +5,15 @@
 #include <QString>
 
 #include "foundation/Sentence.h"
+#include "interface/words/DestinationBarSentences.h"
 #include "interface/words/InspectorSentences.h"
 #include "interface/words/ListSentences.h"
 #include "interface/words/MainSentences.h"
+#include "interface/words/QuestionSentences.h"
 #include "interface/words/SidebarSentences.h"
+#include "interface/words/SummaryPageSentences.h"
+#include "interface/words/TransferPageSentences.h"
+#include "interface/words/WaitingSentences.h"
 
 class QJSEngine;
 class QQmlEngine;
@@ -187,10 +192,43 @@ class Words : public QObject {
   TAVRIX_WORD(more)
 
   // The bar below, questions and messages.
+  TAVRIX_WORD(destinationLabel)
+  TAVRIX_WORD(destinationHint)
+  TAVRIX_WORD(chooseFolder)
+  TAVRIX_WORD(chooseDestinationTitle)
+  TAVRIX_WORD(understood)
+  TAVRIX_WORD(cancel)
+  TAVRIX_WORD(transferEverything)
+  TAVRIX_WORD(skipOptimized)
+  TAVRIX_WORD(stopTitle)
+  TAVRIX_WORD(stop)
+  TAVRIX_WORD(stopAndClose)
+  TAVRIX_WORD(keepGoing)
+  TAVRIX_WORD(dropTitle)
+  TAVRIX_WORD(dropAccept)
 
   // The waiting screen.
+  TAVRIX_WORD(stepPlug)
+  TAVRIX_WORD(stepUnlock)
+  TAVRIX_WORD(stepTrust)
+  TAVRIX_WORD(retry)
+  TAVRIX_WORD(stopReading)
+  TAVRIX_WORD(orDropFolder)
+  TAVRIX_WORD(waitForPhone)
+  TAVRIX_WORD(sourceMenuName)
+  TAVRIX_WORD(anyPhone)
 
   // The transfer and its summary.
+  TAVRIX_WORD(transferWaits)
+  TAVRIX_WORD(cancelTransfer)
+  TAVRIX_WORD(foldersOfRun)
+  TAVRIX_WORD(openFolderOfRun)
+  TAVRIX_WORD(again)
+  TAVRIX_WORD(done)
+  TAVRIX_WORD(failedTitle)
+  TAVRIX_WORD(keptTitle)
+  TAVRIX_WORD(notesTitle)
+  TAVRIX_WORD(numbersTitle)
 
  Q_SIGNALS:
   void languageChanged();

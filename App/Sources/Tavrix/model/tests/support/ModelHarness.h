@@ -151,6 +151,7 @@ struct ModelHarness {
     services.isDemo = isDemo;
     services.stateFolder = stateFolder;
     services.keepsGroupsDebug = keepsGroupsDebug;
+    services.looksAhead = looksAhead;
     services.failureText = [](const std::exception_ptr&) { return "почему-то"; };
     services.keepRecord = [this](const TransferRecord& record) {
       if (!keepsRecords) return false;
@@ -223,6 +224,7 @@ struct ModelHarness {
   bool isDemo = false;
   std::optional<std::string> stateFolder{};
   bool keepsGroupsDebug = false;
+  bool looksAhead = false;
   RecordingLog log;
   Instant clock{std::chrono::hours{24 * 20700}};
   std::map<Uuid, TransferRecord> records;

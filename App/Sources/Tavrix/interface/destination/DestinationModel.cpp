@@ -1,0 +1,110 @@
+#include "interface/destination/DestinationModel.h"
+
+#include <QDir>
+
+#include "foundation/Text.h"
+#include "interface/destination/LastDestination.h"
+#include "interface/engine/EngineObjects.h"
+#include "interface/session/WindowSession.h"
+#include "interface/words/Words.h"
+
+namespace tavrix::window {
+namespace {
+
+static_assert(static_cast<int>(DestinationModel::Bad) ==
+              static_cast<int>(DestinationAdvice::Tone::bad));
+
+/// Returns a path as people read it, with "~" for their own folder.
+QString shortened(const QString& path) {
+  const QString home = QDir::homePath();
+  const bool isInHome = path == home || path.startsWith(home + QLatin1Char{'/'});
+  return isInHome ? QLatin1Char{'~'} + path.mid(home.size()) : path;
+}
+
+QString expanded(const QString& path) {
+  const bool isInHome = path == QLatin1String{"~"} || path.startsWith(QLatin1String{"~/"});
+  return isInHome ? QDir::homePath() + path.mid(1) : path;
+}
+
+}  // namespace
+
+DestinationModel::DestinationModel(WindowSession& session, const Words& words)
+    : session_(session),
+      model_(session.model()),
+      words_(words),
+      subscription_(model_.subscribe([this](const StateChange& change) {
+        if (change.has(StateTopic::device)) lookUpLast();
+        refresh();
+      })) {
+  connect(&words, &Words::languageChanged, this, &DestinationModel::refresh);
+  lookUpLast();
+  refresh();
+}
+
+DestinationModel* DestinationModel::create(QQmlEngine* engine, QJSEngine* /*script*/) {
+  return new DestinationModel{EngineObjects::of<WindowSession>(*engine),
+                              EngineObjects::of<Words>(*engine)};
+}
+
+void DestinationModel::refresh() {
+  advice_ = adviceOf(words_.language(), model_.state());
+  Q_EMIT changed();
+}
+
+void DestinationModel::lookUpLast() {
+  const auto phone = model_.phone();
+  const std::string hash = phone ? phone->hash : std::string{};
+  if (hash == phoneHash_) return;
+  phoneHash_ = hash;
+  last_.reset();
+  if (hash.empty() || !session_.stateFolder()) return;
+  looking_.post([this, life = std::weak_ptr{life_}, hash, folder = *session_.stateFolder(),
+                 &log = *session_.surroundings().log, &loop = session_.loop()] {
+    const auto last = lastDestination(folder, hash, log);
+    loop.post([this, life, hash, last] {
+      if (!life.lock() || hash != phoneHash_) return;
+      last_ = last;
+      Q_EMIT changed();
+    });
+  });
+}
+
+QString DestinationModel::path() const {
+  const auto& destination = model_.state().destination;
+  return destination ? shortened(QString::fromStdString(*destination)) : QString{};
+}
+
+void DestinationModel::setPath(const QString& path) {
+  const QString typed = path.trimmed();
+  if (typed == this->path()) return;
+  model_.setDestination(typed.isEmpty() ? std::nullopt
+                                        : std::optional{expanded(typed).toStdString()});
+}
+
+QUrl DestinationModel::startFolder() const {
+  const auto& destination = model_.state().destination;
+  const auto& folder = destination ? destination : last_;
+  return QUrl::fromLocalFile(folder ? QString::fromStdString(*folder) : QDir::homePath());
+}
+
+QStringList DestinationModel::warnings() const {
+  QStringList warnings;
+  for (const std::string& text : advice_.warnings) warnings << QString::fromStdString(text);
+  return warnings;
+}
+
+QString DestinationModel::lastText() const {
+  if (!last_ || model_.state().destination) return {};
+  const QString path = shortened(QString::fromStdString(printable(*last_)));
+  return QString::fromStdString(say(words_.language(), sentences::asLastTime, path.toStdString()));
+}
+
+void DestinationModel::choose(const QUrl& folder) {
+  if (folder.isLocalFile()) model_.setDestination(folder.toLocalFile().toStdString());
+}
+
+void DestinationModel::chooseLast() {
+  if (last_) model_.setDestination(last_);
+}
+
+}  // namespace tavrix::window

@@ -1,0 +1,145 @@
+#include <cerrno>
+
+#include "interface/destination/DestinationAdvice.h"
+#include "interface/destination/LastDestination.h"
+#include "interface/source/WaitingFacts.h"
+#include "model/tests/support/ModelHarness.h"
+#include "services/HistoryFolder.h"
+
+namespace tavrix::window {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Tone = DestinationAdvice::Tone;
+
+AppState stateWith(DestinationState destination, std::uint64_t newBytes = 5'000'000) {
+  AppState state;
+  state.destination = "/photos";
+  state.destinationState = std::move(destination);
+  state.newFilesCount = 21;
+  state.newBytes = newBytes;
+  return state;
+}
+
+TEST(DestinationAdvice, everyState_isSaidBeforeThePress) {
+  namespace state = destination_state;
+  const auto advice = [](DestinationState destination) {
+    return adviceOf(Language::russian, stateWith(std::move(destination)));
+  };
+  EXPECT_EQ(advice(state::Ready{8'000'000}).status, "После переноса останется 3,0 МБ");
+  EXPECT_EQ(advice(state::Ready{8'000'000}).button, "Перенести 21 файл");
+  EXPECT_EQ(advice(state::Ready{1'000'000}).tone, Tone::warning);
+  EXPECT_THAT(advice(state::Ready{1'000'000}).status, HasSubstr("Нужно 5,0 МБ"));
+  EXPECT_EQ(advice(state::Missing{}).tone, Tone::quiet);
+  EXPECT_EQ(advice(state::Busy{}).tone, Tone::warning);
+  const auto refused = advice(
+      state::Refused{std::make_exception_ptr(FileError{FileOperation::write, "/photos", EACCES})});
+  EXPECT_EQ(refused.tone, Tone::bad);
+  EXPECT_THAT(refused.status, HasSubstr("/photos"));
+}
+
+TEST(DestinationAdvice, archives_needRoomBesideTheirFiles) {
+  AppState state = stateWith(destination_state::Ready{8'000'000});
+  Settings settings = *state.settings;
+  settings.layout.packAsZip = true;
+  state.settings = settings;
+  EXPECT_EQ(neededBytes(state), 10'000'000U);
+  EXPECT_EQ(adviceOf(Language::russian, state).tone, Tone::warning);
+}
+
+struct LookingAhead : ModelHarness {
+  LookingAhead() {
+    looksAhead = true;
+    launch();
+  }
+};
+
+TEST(LookingAhead, copiesUnderOtherNames_areFoundBeforeThePress) {
+  LookingAhead harness;
+  harness.makeReady();
+  harness.model->startTransfer();
+  harness.settle();
+  harness.model->leaveSummary();
+  Settings settings = *harness.state().settings;
+  settings.layout.fileNamePrefixMode = FileNamePrefixMode::custom;
+  settings.layout.customFileNamePrefix = "trip ";
+  harness.model->changeSettings(settings);
+  harness.settle();
+  EXPECT_EQ(harness.state().findings->again.files, 12U);
+  EXPECT_THAT(adviceOf(Language::russian, harness.state()).warnings,
+              Contains(HasSubstr("12 файлов")));
+  harness.model->includeNone();
+  harness.settle();
+  EXPECT_THAT(adviceOf(Language::russian, harness.state()).warnings, IsEmpty());
+}
+
+TEST(LookingAhead, folderThatCannotBeMade_isRefusedAtOnce) {
+  LookingAhead harness;
+  harness.plug();
+  harness.model->setDestination(harness.destination / "none/there");
+  harness.settle();
+  EXPECT_EQ(adviceOf(Language::russian, harness.state()).tone, Tone::bad);
+}
+
+TEST(LastDestination, isThatOfTheSamePhoneIfItIsStillThere) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directories(folder / "photos");
+  RecordingLog log;
+  EXPECT_EQ(lastDestination(folder / "state", "hash", log), std::nullopt);
+  TransferRecord record;
+  record.phoneHash = "hash";
+  record.destinationPath = folder / "photos";
+  std::filesystem::create_directories(folder / "state");
+  HistoryFolder::create(folder / "state", log).store().add(record);
+  EXPECT_EQ(lastDestination(folder / "state", "hash", log), folder / "photos");
+  EXPECT_EQ(lastDestination(folder / "state", "other", log), std::nullopt);
+  std::filesystem::remove(folder / "photos");
+  EXPECT_EQ(lastDestination(folder / "state", "hash", log), std::nullopt);
+}
+
+TEST(WaitingFacts, everyStateOfAPhone_hasWordsAndAWayOn) {
+  using State = DeviceState;
+  using Reason = State::Failed::Reason;
+  const std::vector<State::Kind> kinds{
+      State::Waiting{},
+      State::Locked{"Anna"},
+      State::Connecting{"Anna"},
+      State::Connecting{"Anna", true},
+      State::Enumerating{"Anna", 12, 40},
+      State::ReadingMetadata{"Anna", {.total = 40, .hits = 10, .read = 2}},
+      State::Stopped{"Anna"},
+      State::Stopped{"Anna", {}, State::Stopped::Reason::phoneLeft},
+      State::Failed{Reason::noService},
+      State::Failed{Reason::trustDenied, "Anna"},
+      State::Failed{Reason::unreachable, "Anna"},
+      State::Failed{Reason::silent, "Anna"},
+      State::Failed{Reason::folderRefused, "Anna"}};
+  std::set<std::string> screens;
+  for (const Language language : {Language::russian, Language::english}) {
+    for (const State::Kind& kind : kinds) {
+      const WaitingFacts facts = waitingFacts(language, {.state = {kind}}, opened_source::Phone{});
+      EXPECT_FALSE(facts.title.empty() || facts.text.empty()) << kind.index();
+      EXPECT_TRUE(facts.isBusy || facts.steps || !facts.retry.empty()) << kind.index();
+      EXPECT_EQ(facts.isFault, std::holds_alternative<State::Failed>(kind));
+      screens.insert(facts.title + facts.text);
+    }
+  }
+  EXPECT_EQ(screens.size(), 2 * kinds.size()) << "two states look the same";
+  const DeviceFacts unseen{.isUnseen = true};
+  EXPECT_EQ(waitingFacts(Language::russian, unseen, opened_source::None{}).title,
+            "iPhone подключён, но система его не передаёт");
+}
+
+TEST(WaitingFacts, folderThatCannotBeOpened_saysWhyAndOffersToTryAgain) {
+  const auto error =
+      std::make_exception_ptr(FileError{FileOperation::open, "/none/snapshot.json", ENOENT});
+  const WaitingFacts facts =
+      waitingFacts(Language::russian, {}, opened_source::Failed{"/none", error});
+  EXPECT_THAT(facts.text, HasSubstr("По пути «/none» ничего нет"));
+  EXPECT_EQ(facts.retry, "Повторить");
+}
+
+}  // namespace
+}  // namespace tavrix::window
