@@ -130,7 +130,8 @@ void FolderListModel::follow(const StateChange& change) {
     });
   }
   const auto& highlight = change.after.highlight;
-  if (highlight && highlight != change.before.highlight) reveal(highlight->groupID);
+  if (highlight && highlight != change.before.highlight) awaited_ = highlight->groupID;
+  revealAwaited();
 }
 
 void FolderListModel::takeRows(FolderRows rows) {

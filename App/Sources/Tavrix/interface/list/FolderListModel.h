@@ -87,8 +87,6 @@ class FolderListModel : public SlotModel {
   std::vector<Shared<DisplayGroup>> chosenFolders() const;
   /// Returns the folder of a row, or nullptr if there is none.
   const DisplayGroup* folderAt(int row) const;
-  /// Selects the folder with an id, and moves the view there.
-  void reveal(const std::string& groupID);
 
  Q_SIGNALS:
   void rebuilt();
@@ -107,6 +105,8 @@ class FolderListModel : public SlotModel {
   void showViewport();
   void select(FolderSelection selection);
   void moveIntoView(std::size_t row);
+  /// Selects the folder to draw attention to, and moves the view there, once it is listed.
+  void revealAwaited();
 
   AppModel& model_;
   const Words& words_;
@@ -114,6 +114,7 @@ class FolderListModel : public SlotModel {
   FolderLayout layout_;
   FolderHeaders headers_;
   FolderSelection selection_;
+  std::optional<std::string> awaited_;  ///< the id of a group that is to be shown
   bool isList_ = false;
   double top_ = 0;
   double width_ = 0;

@@ -84,10 +84,12 @@ std::vector<Shared<DisplayGroup>> FolderListModel::chosenFolders() const {
   return chosen;
 }
 
-void FolderListModel::reveal(const std::string& groupID) {
+void FolderListModel::revealAwaited() {
+  if (!awaited_) return;
   const auto found = std::ranges::find_if(
-      rows_.folders, [&](const Shared<DisplayGroup>& folder) { return folder->id == groupID; });
+      rows_.folders, [&](const Shared<DisplayGroup>& folder) { return folder->id == *awaited_; });
   if (found == rows_.folders.end()) return;
+  awaited_.reset();
   const auto row = static_cast<std::size_t>(found - rows_.folders.begin());
   select(selectionAfter(selection_, rows_, row, SelectionChange::replace));
   moveIntoView(row);

@@ -18,7 +18,7 @@ Rectangle {
     required property string description
 
     property bool showsFocus
-    readonly property bool isWide: width > 640
+    readonly property bool isWide: width > 760
 
     // True if the mouse is over a name that is cut.
     readonly property bool wantsTip: mouse.containsMouse && nameText.truncated
@@ -94,7 +94,7 @@ Rectangle {
     Text {
         id: periodText
         x: countsText.x - width
-        width: line.isWide ? 184 : 0
+        width: line.isWide ? 200 : 0
         height: parent.height
         visible: line.isWide
         text: line.period
@@ -106,7 +106,7 @@ Rectangle {
     Text {
         id: countsText
         x: effectText.x - width
-        width: 144
+        width: 136
         height: parent.height
         text: line.counts
         font.pixelSize: Theme.bodyText
@@ -117,7 +117,7 @@ Rectangle {
     Text {
         id: effectText
         x: line.width - width - 12
-        width: 156
+        width: 148
         height: parent.height
         text: line.effect
         font.pixelSize: Theme.bodyText

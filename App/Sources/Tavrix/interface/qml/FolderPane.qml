@@ -7,6 +7,14 @@ FocusScope {
 
     signal opened(int row)
 
+    // Act on the current folder.
+    function rename() {
+        scroll.rename(FolderListModel.currentRow);
+    }
+    function openMenu() {
+        scroll.openMenu(FolderListModel.currentRow);
+    }
+
     FolderPaneHeader {
         id: header
         width: parent.width

@@ -24,7 +24,7 @@ FocusScope {
         renamedRow = -1;
         scroll.forceActiveFocus();
     }
-    function openMenu(row, item) {
+    function openMenu(row) {
         scroll.forceActiveFocus();
         FolderListModel.point(row);
         menu.popup();
@@ -119,7 +119,7 @@ FocusScope {
                 }
                 onToggled: FolderListModel.toggle(row)
                 onOpened: scroll.opened(row)
-                onMenuRequested: scroll.openMenu(row, card)
+                onMenuRequested: scroll.openMenu(row)
                 onWantsTipChanged: scroll.showTip(card, wantsTip)
             }
         }
@@ -135,7 +135,7 @@ FocusScope {
                 }
                 onToggled: FolderListModel.toggle(row)
                 onOpened: scroll.opened(row)
-                onMenuRequested: scroll.openMenu(row, line)
+                onMenuRequested: scroll.openMenu(row)
                 onWantsTipChanged: scroll.showTip(line, wantsTip)
             }
         }

@@ -21,7 +21,7 @@ QtObject {
 
     readonly property color hover: dark ? "#2E3134" : "#ECECE8"
     readonly property color pressed: dark ? "#373A3E" : "#E2E2DD"
-    readonly property color selected: dark ? "#2C3A52" : "#DFE9FA"
+    readonly property color selected: dark ? "#2D3644" : "#E3EBF8"
     readonly property color tile: dark ? "#323539" : "#E8E8E4"
 
     readonly property int smallText: 11

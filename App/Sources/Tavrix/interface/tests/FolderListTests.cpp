@@ -61,8 +61,8 @@ TEST_F(FolderListTest, sameFolders_reportOnlyTheCardsThatDiffer) {
 }
 
 TEST_F(FolderListTest, otherFolders_keepTheOneAtTheTopInItsPlace) {
-  list.setViewport(list.boxOf(10).y() + 7, 900, 600);
-  const std::uint32_t key = folder(10).key;
+  list.setViewport(list.boxOf(9).y() + 7, 900, 600);
+  const std::uint32_t key = folder(9).key;
   const CivilDate before = TimeZone::utc().dateAt(*folder(4).group->dateStart);
   after([&](AppModel& model) {
     Settings settings = *model.state().settings;
@@ -70,9 +70,9 @@ TEST_F(FolderListTest, otherFolders_keepTheOneAtTheTopInItsPlace) {
     model.changeSettings(std::move(settings));
   });
   ASSERT_EQ(list.count(), 36);
-  ASSERT_EQ(folder(6).key, key);
+  ASSERT_EQ(folder(5).key, key);
   ASSERT_FALSE(positions.empty());
-  EXPECT_EQ(positions.back(), list.boxOf(6).y() + 7);
+  EXPECT_EQ(positions.back(), list.boxOf(5).y() + 7);
 }
 
 TEST_F(FolderListTest, scrolling_showsEveryFolderOnceWithFewSlots) {
