@@ -37,11 +37,13 @@ void FolderPictures::load() {
   pictures_.clear();
   if (desk_ != nullptr && !strip_.isEmpty()) {
     const auto faces = desk_->facesOf(strip_.section(u'-', 0, 0).toUInt());
+    // One or two pictures fill the card, and are cut to its shape.
+    const std::uint32_t side = faces.size() <= 2 ? 2 * thumbnailSide : thumbnailSide;
     pictures_.resize(faces.size());
     for (std::size_t i = 0; i < faces.size(); ++i) {
-      pictures_[i] = desk_->known(faces[i]);
+      pictures_[i] = desk_->known(faces[i], side);
       if (!pictures_[i].isNull()) continue;
-      requests_.push_back(desk_->request(faces[i], [this, i](const QImage& image) {
+      requests_.push_back(desk_->request(faces[i], side, [this, i](const QImage& image) {
         pictures_[i] = image;
         show();
       }));

@@ -8,8 +8,8 @@ namespace {
 
 constexpr qsizetype shownBytes = qsizetype{64} << 20;
 
-QByteArray keyOf(const MediaAsset& asset) {
-  return QByteArray::fromStdString(ThumbnailKey::of(asset, "", thumbnailSide).text());
+QByteArray keyOf(const MediaAsset& asset, std::uint32_t side) {
+  return QByteArray::fromStdString(ThumbnailKey::of(asset, "", side).text());
 }
 
 std::unique_ptr<ThumbnailStore> openStore(const WindowSurroundings& around) {
@@ -67,30 +67,32 @@ std::vector<MediaAsset> PictureDesk::facesOf(std::uint32_t folderKey) {
   return previewAssets(*found->second);
 }
 
-QImage PictureDesk::known(const MediaAsset& asset) const {
-  const QImage* const image = shown_.object(keyOf(asset));
+QImage PictureDesk::known(const MediaAsset& asset, std::uint32_t side) const {
+  const QImage* const image = shown_.object(keyOf(asset, side));
   return image == nullptr ? QImage{} : *image;
 }
 
-ThumbnailRequest PictureDesk::request(const MediaAsset& asset,
+ThumbnailRequest PictureDesk::request(const MediaAsset& asset, std::uint32_t side,
                                       std::function<void(const QImage&)> take) {
   if (store_ == nullptr) return {};
   // Counts the request until its first answer, or until it is withdrawn.
   ++*pending_;
   const std::shared_ptr<void> waiting{nullptr, [count = pending_](void*) { --*count; }};
   auto state = std::make_shared<std::shared_ptr<void>>(waiting);
-  return store_->request(
-      asset, thumbnailSide, ThumbnailPriority::onScreen,
-      [this, state, key = keyOf(asset), take = std::move(take)](const ThumbnailAnswer& answer) {
-        if (answer.isFinal || answer.state == ThumbnailAnswer::State::notNow) state->reset();
-        if (answer.image == nullptr) return;
-        const auto& jpeg = answer.image->jpeg;
-        QImage image = QImage::fromData(
-            QByteArrayView{jpeg.data(), static_cast<qsizetype>(jpeg.size())}, "JPG");
-        if (image.isNull()) return;
-        shown_.insert(key, new QImage{image}, image.sizeInBytes());
-        take(image);
-      });
+  return store_->request(asset, side, ThumbnailPriority::onScreen,
+                         [this, state, key = keyOf(asset, side),
+                          take = std::move(take)](const ThumbnailAnswer& answer) {
+                           if (answer.isFinal || answer.state == ThumbnailAnswer::State::notNow)
+                             state->reset();
+                           if (answer.image == nullptr) return;
+                           const auto& jpeg = answer.image->jpeg;
+                           QImage image = QImage::fromData(
+                               QByteArrayView{jpeg.data(), static_cast<qsizetype>(jpeg.size())},
+                               "JPG");
+                           if (image.isNull()) return;
+                           shown_.insert(key, new QImage{image}, image.sizeInBytes());
+                           take(image);
+                         });
 }
 
 }  // namespace tavrix::window

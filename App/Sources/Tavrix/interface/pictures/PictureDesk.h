@@ -26,10 +26,11 @@ class PictureDesk : public QObject {
 
   /// Returns the pictures that stand for the folder with a key, none if it is not in the list.
   std::vector<MediaAsset> facesOf(std::uint32_t folderKey);
-  /// Returns a thumbnail that was shown lately, or a null image.
-  QImage known(const MediaAsset& asset) const;
+  /// Returns a thumbnail that was shown lately, or a null image. `side` is its longest side in
+  /// pixels, also below.
+  QImage known(const MediaAsset& asset, std::uint32_t side) const;
   /// Requests a thumbnail. `take` is called later, perhaps twice: the second one is better.
-  [[nodiscard]] ThumbnailRequest request(const MediaAsset& asset,
+  [[nodiscard]] ThumbnailRequest request(const MediaAsset& asset, std::uint32_t side,
                                          std::function<void(const QImage&)> take);
   /// Returns true if every requested thumbnail is there.
   bool isCalm() const { return *pending_ == 0; }

@@ -25,7 +25,7 @@ ApplicationWindow {
         button: Theme.surface
         buttonText: Theme.text
         highlight: Theme.accent
-        highlightedText: Theme.onAccent
+        highlightedText: Theme.accentText
         toolTipBase: Theme.surface
         toolTipText: Theme.text
         placeholderText: Theme.mark

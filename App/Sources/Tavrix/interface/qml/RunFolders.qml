@@ -4,6 +4,7 @@ import Tavrix
 
 // The folders of a transfer with their own bars; the running one stays in view.
 Rectangle {
+    implicitHeight: list.contentHeight + 14
     radius: Theme.corner
     color: Theme.surface
     border.width: 1

@@ -10,7 +10,7 @@ PopupMenu {
 
     MenuLine {
         id: anyPhone
-        text: Words.anyPhone
+        text: Words.followPhone
         enabled: SourceMenuModel.count === 0 && !WindowModel.isPhone
         onTriggered: SourceMenuModel.openAnyPhone()
     }

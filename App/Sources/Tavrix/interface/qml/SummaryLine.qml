@@ -25,7 +25,7 @@ Item {
         x: row.isFile ? 24 : row.isNumber ? row.depth * 20 : 0
         anchors.bottom: parent.bottom
         anchors.bottomMargin: row.isTitle ? 8 : row.isFile ? 2 : 4
-        width: row.isNumber || row.isReason ? aside.x - x - 12 : row.isFile ? parent.width * 0.34 : parent.width
+        width: row.isNumber || row.isReason ? aside.x - x - 12 : row.isFile ? Math.min(260, parent.width * 0.34) : parent.width
         text: row.line
         font.pixelSize: row.isTitle ? Theme.nameText : Theme.bodyText
         font.weight: row.isTitle || row.isReason || (row.isNumber && row.depth === 0) ? Font.DemiBold : Font.Normal
@@ -37,7 +37,7 @@ Item {
     Text {
         id: aside
         anchors.baseline: label.baseline
-        x: row.isFile ? label.x + label.width + 16 : row.isNumber ? Math.min(parent.width, 420) - width : parent.width - width
+        x: row.isFile ? label.x + label.width + 16 : row.isNumber ? Math.min(parent.width, 380) - width : parent.width - width
         width: row.isFile ? Math.max(0, parent.width - x) : implicitWidth
         text: row.isFile && row.detail !== "" ? row.aside + " · " + row.detail : row.aside
         font.pixelSize: Theme.bodyText

@@ -13,7 +13,7 @@ QtObject {
     readonly property color text: dark ? "#ECECEA" : "#1D1F21"
     readonly property color secondText: dark ? "#A9AEB4" : "#5B6167"
     readonly property color accent: dark ? "#86B4FF" : "#2563C9"
-    readonly property color onAccent: dark ? "#10131A" : "#FFFFFF"
+    readonly property color accentText: dark ? "#10131A" : "#FFFFFF"
     readonly property color good: dark ? "#6CCB96" : "#1B7A4B"
     readonly property color warn: dark ? "#F0B65A" : "#8A5200"
     readonly property color bad: dark ? "#FF8A80" : "#B3261E"

@@ -132,8 +132,7 @@ Item {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: body.bottom
         anchors.topMargin: 16
-        anchors.bottom: parent.bottom
-        anchors.bottomMargin: 24
         width: head.width
+        height: Math.min(implicitHeight, page.height - y - 24)
     }
 }

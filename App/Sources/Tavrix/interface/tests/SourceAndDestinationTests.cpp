@@ -109,9 +109,9 @@ TEST(WaitingFacts, everyStateOfAPhone_hasWordsAndAWayOn) {
       State::Connecting{"Anna", true},
       State::Enumerating{"Anna", 12, 40},
       State::ReadingMetadata{"Anna", {.total = 40, .hits = 10, .read = 2}},
-      State::Stopped{"Anna"},
+      State::Stopped{"Anna", {}, {}},
       State::Stopped{"Anna", {}, State::Stopped::Reason::phoneLeft},
-      State::Failed{Reason::noService},
+      State::Failed{Reason::noService, {}},
       State::Failed{Reason::trustDenied, "Anna"},
       State::Failed{Reason::unreachable, "Anna"},
       State::Failed{Reason::silent, "Anna"},
@@ -119,7 +119,8 @@ TEST(WaitingFacts, everyStateOfAPhone_hasWordsAndAWayOn) {
   std::set<std::string> screens;
   for (const Language language : {Language::russian, Language::english}) {
     for (const State::Kind& kind : kinds) {
-      const WaitingFacts facts = waitingFacts(language, {.state = {kind}}, opened_source::Phone{});
+      const WaitingFacts facts = waitingFacts(
+          language, {.state = {kind}, .isUnseen = false, .others = {}}, opened_source::Phone{});
       EXPECT_FALSE(facts.title.empty() || facts.text.empty()) << kind.index();
       EXPECT_TRUE(facts.isBusy || facts.steps || !facts.retry.empty()) << kind.index();
       EXPECT_EQ(facts.isFault, std::holds_alternative<State::Failed>(kind));
@@ -127,7 +128,7 @@ TEST(WaitingFacts, everyStateOfAPhone_hasWordsAndAWayOn) {
     }
   }
   EXPECT_EQ(screens.size(), 2 * kinds.size()) << "two states look the same";
-  const DeviceFacts unseen{.isUnseen = true};
+  const DeviceFacts unseen{.state = {}, .isUnseen = true, .others = {}};
   EXPECT_EQ(waitingFacts(Language::russian, unseen, opened_source::None{}).title,
             "iPhone подключён, но система его не передаёт");
 }

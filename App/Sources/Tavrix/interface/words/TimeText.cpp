@@ -1,5 +1,7 @@
 #include "interface/words/TimeText.h"
 
+#include <algorithm>
+
 #include "interface/words/SummaryPageSentences.h"
 #include "interface/words/TransferPageSentences.h"
 
@@ -34,7 +36,8 @@ std::string timeLeftText(Language language, std::chrono::seconds left) {
 
 std::string timeTakenText(Language language, std::chrono::seconds taken) {
   if (taken < std::chrono::minutes{1}) {
-    return say(language, sentences::secondsText, static_cast<std::uint64_t>(taken.count()));
+    const auto seconds = std::max<std::int64_t>(1, taken.count());
+    return say(language, sentences::secondsText, static_cast<std::uint64_t>(seconds));
   }
   const auto minutes = std::chrono::round<std::chrono::minutes>(taken).count();
   return hoursAndMinutes(language, static_cast<std::uint64_t>(minutes));

@@ -54,8 +54,4 @@ inline constexpr Sentence<> orDropFolder{"или перетащите папку
 inline constexpr Sentence<> waitForPhone{"Ждать iPhone на кабеле",
                                          "Wait for an iPhone on the Cable"};
 
-// The menu of sources.
-inline constexpr Sentence<> sourceMenuName{"Источник", "Source"};
-inline constexpr Sentence<> anyPhone{"iPhone на кабеле", "iPhone on the Cable"};
-
 }  // namespace tavrix::window::sentences

@@ -215,8 +215,6 @@ class Words : public QObject {
   TAVRIX_WORD(stopReading)
   TAVRIX_WORD(orDropFolder)
   TAVRIX_WORD(waitForPhone)
-  TAVRIX_WORD(sourceMenuName)
-  TAVRIX_WORD(anyPhone)
 
   // The transfer and its summary.
   TAVRIX_WORD(transferWaits)

@@ -20,7 +20,7 @@ T.Button {
         text: button.text
         font.pixelSize: button.font.pixelSize
         font.weight: button.leading ? Font.DemiBold : Font.Normal
-        color: button.leading ? Theme.onAccent : Theme.text
+        color: button.leading ? Theme.accentText : Theme.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight

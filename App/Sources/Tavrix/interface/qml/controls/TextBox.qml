@@ -15,7 +15,7 @@ T.TextField {
     color: Theme.text
     placeholderTextColor: Theme.mark
     selectionColor: Theme.accent
-    selectedTextColor: Theme.onAccent
+    selectedTextColor: Theme.accentText
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
     Accessible.name: placeholderText

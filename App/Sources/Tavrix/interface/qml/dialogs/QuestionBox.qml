@@ -59,11 +59,9 @@ T.Popup {
                 color: Theme.text
                 wrapMode: Text.WordWrap
             }
-            Flow {
+            Row {
                 id: row
                 anchors.right: parent.right
-                width: Math.min(parent.width, childrenRect.width)
-                layoutDirection: Qt.LeftToRight
                 spacing: 8
             }
         }
