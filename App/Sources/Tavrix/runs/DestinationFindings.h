@@ -21,6 +21,8 @@ struct DestinationFindings {
   CopiesAgain again;
   std::uint64_t neededBytes = 0;  ///< the most space needed at any one time
   std::uint64_t freeBytes = 0;    ///< the space available
+
+  friend bool operator==(const DestinationFindings&, const DestinationFindings&) = default;
 };
 
 /// Collects the findings. `making` is how the names of the plan were made. For `isCard` see
