@@ -14,7 +14,7 @@ struct DestinationAdvice {
   /// The state of the folder, in one line; empty if no folder is chosen.
   std::string status;
   Tone tone = Tone::quiet;  ///< of `status`
-  /// What the user should know before the transfer, one sentence each.
+  /// Sentences to know before the transfer.
   std::vector<std::string> warnings;
   /// The bytes of the transfer: "142 ГБ"; why there are none, if so.
   std::string effect;

@@ -56,7 +56,7 @@ class SettingsModel : public QObject {
   std::string systemZone_;
   std::string phoneName_;
 
-  // What is transferred.
+  // The content of the transfer.
   TAVRIX_SWITCH(includePhotos)
   TAVRIX_SWITCH(includeLive)
   TAVRIX_SWITCH(liveOnlyPhoto)

@@ -11,7 +11,8 @@ class QQmlEngine;
 
 namespace tavrix::window {
 
-/// Whether the window is light or dark, and whether things move: as the desktop says, or as chosen.
+/// The look of the window, light or dark, with or without motion: as the desktop says, or as
+/// chosen.
 class Appearance : public QObject {
   Q_OBJECT
   QML_ELEMENT

@@ -38,7 +38,7 @@ class ProgressModel : public QObject {
   Q_PROPERTY(QString waitText READ waitText NOTIFY changed)
   Q_PROPERTY(bool isRunning READ isRunning NOTIFY changed)
   Q_PROPERTY(bool isStopping READ isStopping NOTIFY changed)
-  /// What stays if the run is stopped.
+  /// A sentence about the files that stay if the run is stopped.
   Q_PROPERTY(QString stopText READ stopText NOTIFY changed)
 
  public:

@@ -12,7 +12,7 @@ namespace tavrix::window {
 class WindowSession;
 class Words;
 
-/// What the desktop learns of long work: the computer stays awake while a source is read and files
+/// Reports long work to the desktop: the computer stays awake while a source is read and files
 /// are copied, the task bar shows the progress, and a notification reports the end of a run if no
 /// window is in front.
 class RunAttendant : public QObject {

@@ -30,7 +30,7 @@ class DeviceModel : public QObject {
   Q_PROPERTY(double fraction READ fraction NOTIFY changed)
   Q_PROPERTY(QString counts READ counts NOTIFY changed)
   Q_PROPERTY(QString pace READ pace NOTIFY changed)
-  /// What happens to what was read, if the user stops the reading.
+  /// A sentence about the metadata that stays in the cache if the user stops the reading.
   Q_PROPERTY(QString note READ note NOTIFY changed)
   Q_PROPERTY(bool canStop READ canStop NOTIFY changed)
   /// The button that tries again; empty if there is none.

@@ -28,10 +28,10 @@ TEST(DestinationAdvice, everyState_isSaidBeforeThePress) {
   const auto advice = [](DestinationState destination) {
     return adviceOf(Language::russian, stateWith(std::move(destination)));
   };
-  EXPECT_EQ(advice(state::Ready{8'000'000}).status, "После переноса останется 3,0 МБ");
+  EXPECT_EQ(advice(state::Ready{8'000'000}).status, "После переноса останется 3,0 МБ");
   EXPECT_EQ(advice(state::Ready{8'000'000}).button, "Перенести 21 файл");
   EXPECT_EQ(advice(state::Ready{1'000'000}).tone, Tone::warning);
-  EXPECT_THAT(advice(state::Ready{1'000'000}).status, HasSubstr("Нужно 5,0 МБ"));
+  EXPECT_THAT(advice(state::Ready{1'000'000}).status, HasSubstr("Нужно 5,0 МБ"));
   EXPECT_EQ(advice(state::Missing{}).tone, Tone::quiet);
   EXPECT_EQ(advice(state::Busy{}).tone, Tone::warning);
   const auto refused = advice(

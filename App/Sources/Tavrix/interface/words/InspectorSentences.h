@@ -12,7 +12,7 @@ namespace tavrix::window::sentences {
 inline constexpr Sentence<> inspectorName{"Настройки переноса", "Transfer options"};
 inline constexpr Sentence<> inspectorWidth{"Ширина настроек", "Width of the options"};
 
-// What is transferred.
+// The content of the transfer.
 inline constexpr Sentence<> whatSection{"Что переносить", "What to transfer"};
 inline constexpr Sentence<> photosSwitch{"Фото", "Photos"};
 inline constexpr Sentence<> photosHelp{"Снимки без движения.", "Pictures without motion."};
@@ -211,7 +211,7 @@ inline constexpr Sentence<> zipTitle{"Архивы", "Archives"};
 inline constexpr Sentence<> zipOne{"Один на всё", "One for all"};
 inline constexpr Sentence<> zipPerFolder{"По одному на папку", "One per folder"};
 
-// What lasts for one launch.
+// The choices that last for one launch.
 inline constexpr Sentence<> whatForgotten{
     "Раздел забывается при закрытии программы, кроме выбора об оптимизированных копиях.",
     "This section is forgotten when the program closes, except the choice about optimized copies."};

@@ -16,7 +16,7 @@ T.TextField {
     font.pixelSize: Theme.bodyText
     color: Theme.text
     selectionColor: Theme.accent
-    selectedTextColor: Theme.onAccent
+    selectedTextColor: Theme.accentText
     verticalAlignment: TextInput.AlignVCenter
     horizontalAlignment: TextInput.AlignRight
     selectByMouse: true
