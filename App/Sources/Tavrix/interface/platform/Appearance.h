@@ -11,8 +11,7 @@ class QQmlEngine;
 
 namespace tavrix::window {
 
-/// The look of the window, light or dark, with or without motion: as the desktop says, or as
-/// chosen.
+/// The look of the window, light or dark, and its motion: as the desktop says, or as chosen.
 class Appearance : public QObject {
   Q_OBJECT
   QML_ELEMENT

@@ -12,7 +12,7 @@ FocusScope {
         scroll.rename(FolderListModel.currentRow);
     }
     function openMenu() {
-        scroll.openMenu(FolderListModel.currentRow);
+        scroll.openMenuAtCurrent();
     }
 
     FolderPaneHeader {

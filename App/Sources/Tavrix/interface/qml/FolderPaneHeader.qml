@@ -58,12 +58,12 @@ Item {
 
         QuietButton {
             text: Words.checkAll
-            enabled: ListHeader.inclusion !== ListHeader.All
+            enabled: FolderListModel.count > 0 && ListHeader.inclusion !== ListHeader.All
             onClicked: ListHeader.includeAll()
         }
         QuietButton {
             text: Words.checkNone
-            enabled: ListHeader.inclusion !== ListHeader.None
+            enabled: FolderListModel.count > 0 && ListHeader.inclusion !== ListHeader.None
             onClicked: ListHeader.includeNone()
         }
     }

@@ -29,6 +29,11 @@ FocusScope {
         FolderListModel.point(row);
         menu.popup();
     }
+    function openMenuAtCurrent() {
+        const box = FolderListModel.boxOf(FolderListModel.currentRow);
+        if (FolderActions.hasFolders)
+            menu.popup(flick.contentItem, box.x + 24, box.y + 24);
+    }
     function showTip(item, isWanted) {
         if (isWanted) {
             tip.parent = item;
@@ -55,7 +60,7 @@ FocusScope {
         else if (event.key === Qt.Key_F2)
             scroll.rename(FolderListModel.currentRow);
         else if (event.key === Qt.Key_Menu)
-            menu.popup();
+            scroll.openMenuAtCurrent();
         else if (event.key === Qt.Key_Escape && FolderListModel.selectedCount > 0)
             FolderListModel.clearSelection();
         else
@@ -66,6 +71,7 @@ FocusScope {
         id: flick
         anchors.fill: parent
         clip: true
+        contentItem.objectName: "folderContent"
         contentWidth: width
         contentHeight: FolderListModel.contentHeight
         boundsBehavior: Flickable.StopAtBounds
@@ -144,7 +150,8 @@ FocusScope {
             readonly property rect box: FolderListModel.boxOf(scroll.renamedRow)
 
             x: FolderListModel.isList ? box.x + 36 : box.x + 6
-            y: FolderListModel.isList ? box.y + 4 : box.y + box.height - 116
+            y: FolderListModel.isList ? box.y + 6 : box.y + box.height - 114
+            height: 28
             width: FolderListModel.isList ? Math.min(420, box.width - 48) : box.width - 12
             visible: scroll.renamedRow >= 0
             font.weight: Font.DemiBold
