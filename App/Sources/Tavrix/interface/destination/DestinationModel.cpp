@@ -34,7 +34,10 @@ DestinationModel::DestinationModel(WindowSession& session, const Words& words)
       words_(words),
       subscription_(model_.subscribe([this](const StateChange& change) {
         if (change.has(StateTopic::device)) lookUpLast();
-        refresh();
+        using enum StateTopic;
+        for (const StateTopic topic : {rows, checks, counters, settings, destination}) {
+          if (change.has(topic)) return refresh();
+        }
       })) {
   connect(&words, &Words::languageChanged, this, &DestinationModel::refresh);
   lookUpLast();

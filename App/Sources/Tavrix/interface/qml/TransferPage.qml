@@ -123,7 +123,7 @@ Item {
                     width: (body.width - 36) / 4
                     title: modelData
                     text: ProgressModel.stageTexts[index]
-                    isAtWork: index === ProgressModel.stage && ProgressModel.waitText === ""
+                    isAtWork: ProgressModel.stagesAtWork[index]
                 }
             }
         }

@@ -130,7 +130,13 @@ QStringList ProgressModel::stageTexts() const {
   return texts;
 }
 
-int ProgressModel::stage() const { return static_cast<int>(progress().stage); }
+QList<bool> ProgressModel::stagesAtWork() const {
+  const auto atWork = window::stagesAtWork(stagesOf(model_, progress()));
+  const bool isWorking = !model_.state().pause;
+  QList<bool> stages;
+  for (const bool isAtWork : atWork) stages << (isAtWork && isWorking);
+  return stages;
+}
 
 QString ProgressModel::waitText() const {
   return shown(transferPausedReason(model_.state(), words_.language()).value_or(""));

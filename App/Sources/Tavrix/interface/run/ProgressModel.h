@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtQml/qqmlregistration.h>
+#include <QList>
 #include <QObject>
 #include <QStringList>
 
@@ -30,10 +31,10 @@ class ProgressModel : public QObject {
   Q_PROPERTY(QString timeLeft READ timeLeft NOTIFY changed)
   /// The file that is being worked on, or what is done after the last one.
   Q_PROPERTY(QString current READ current NOTIFY changed)
-  /// The titles of the four stages, what they have done, and which of them are at work.
+  /// The titles of the four stages, how far they are, and which of them are at work.
   Q_PROPERTY(QStringList stageTitles READ stageTitles NOTIFY changed)
   Q_PROPERTY(QStringList stageTexts READ stageTexts NOTIFY changed)
-  Q_PROPERTY(int stage READ stage NOTIFY changed)
+  Q_PROPERTY(QList<bool> stagesAtWork READ stagesAtWork NOTIFY changed)
   /// Why the run waits; empty if it does not.
   Q_PROPERTY(QString waitText READ waitText NOTIFY changed)
   Q_PROPERTY(bool isRunning READ isRunning NOTIFY changed)
@@ -55,7 +56,7 @@ class ProgressModel : public QObject {
   QString current() const;
   QStringList stageTitles() const;
   QStringList stageTexts() const;
-  int stage() const;
+  QList<bool> stagesAtWork() const;
   QString waitText() const;
   bool isRunning() const;
   bool isStopping() const;

@@ -44,6 +44,11 @@ std::array<std::string, 4> stageTexts(Language language, const StagesOfRun& run)
           convertingText(language, run), packingText(language, run)};
 }
 
+std::array<bool, 4> stagesAtWork(const StagesOfRun& run) {
+  const bool isPacking = run.progress.stage == TransferStage::packing;
+  return {!isPacking, !isPacking, !isPacking && run.conversions > 0, isPacking};
+}
+
 double doneShare(const TransferProgressSnapshot& progress) {
   if (progress.stage == TransferStage::packing) {
     return std::clamp(progress.stageFraction.value_or(0), 0.0, 1.0);

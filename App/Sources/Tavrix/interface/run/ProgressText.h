@@ -19,6 +19,9 @@ struct StagesOfRun {
 /// "выключена".
 std::array<std::string, 4> stageTexts(Language language, const StagesOfRun& run);
 
+/// Returns which stages are at work. The first three take turns file by file, so they count as one.
+std::array<bool, 4> stagesAtWork(const StagesOfRun& run);
+
 /// Returns the share of the run that is done, 0 to 1. While files are packed, that of the packing.
 double doneShare(const TransferProgressSnapshot& progress);
 

@@ -54,7 +54,7 @@ class Teller {
   }
   WaitingFacts operator()(const State::Connecting& state) const {
     if (state.awaitsTrust) return withText(sentences::trustTitle, stepsAfter(2));
-    WaitingFacts facts = withText(sentences::connectingTitle, stepsAfter(1));
+    WaitingFacts facts = withText(sentences::connectingTitle, std::nullopt);
     facts.isBusy = true;
     return facts;
   }

@@ -28,10 +28,10 @@ TEST(DestinationAdvice, everyState_isSaidBeforeThePress) {
   const auto advice = [](DestinationState destination) {
     return adviceOf(Language::russian, stateWith(std::move(destination)));
   };
-  EXPECT_EQ(advice(state::Ready{8'000'000}).status, "После переноса останется 3,0 МБ");
+  EXPECT_EQ(advice(state::Ready{8'000'000}).status, "После переноса останется 3,0\u00A0МБ");
   EXPECT_EQ(advice(state::Ready{8'000'000}).button, "Перенести 21 файл");
   EXPECT_EQ(advice(state::Ready{1'000'000}).tone, Tone::warning);
-  EXPECT_THAT(advice(state::Ready{1'000'000}).status, HasSubstr("Нужно 5,0 МБ"));
+  EXPECT_THAT(advice(state::Ready{1'000'000}).status, HasSubstr("Нужно 5,0\u00A0МБ"));
   EXPECT_EQ(advice(state::Missing{}).tone, Tone::quiet);
   EXPECT_EQ(advice(state::Busy{}).tone, Tone::warning);
   const auto refused = advice(
@@ -109,9 +109,9 @@ TEST(WaitingFacts, everyStateOfAPhone_hasWordsAndAWayOn) {
       State::Connecting{"Anna", true},
       State::Enumerating{"Anna", 12, 40},
       State::ReadingMetadata{"Anna", {.total = 40, .hits = 10, .read = 2}},
-      State::Stopped{"Anna", {}, {}},
+      State::Stopped{"Anna", {}},
       State::Stopped{"Anna", {}, State::Stopped::Reason::phoneLeft},
-      State::Failed{Reason::noService, {}},
+      State::Failed{Reason::noService, ""},
       State::Failed{Reason::trustDenied, "Anna"},
       State::Failed{Reason::unreachable, "Anna"},
       State::Failed{Reason::silent, "Anna"},
@@ -119,8 +119,8 @@ TEST(WaitingFacts, everyStateOfAPhone_hasWordsAndAWayOn) {
   std::set<std::string> screens;
   for (const Language language : {Language::russian, Language::english}) {
     for (const State::Kind& kind : kinds) {
-      const WaitingFacts facts = waitingFacts(
-          language, {.state = {kind}, .isUnseen = false, .others = {}}, opened_source::Phone{});
+      const WaitingFacts facts =
+          waitingFacts(language, {{kind}, false, {}}, opened_source::Phone{});
       EXPECT_FALSE(facts.title.empty() || facts.text.empty()) << kind.index();
       EXPECT_TRUE(facts.isBusy || facts.steps || !facts.retry.empty()) << kind.index();
       EXPECT_EQ(facts.isFault, std::holds_alternative<State::Failed>(kind));
@@ -128,7 +128,7 @@ TEST(WaitingFacts, everyStateOfAPhone_hasWordsAndAWayOn) {
     }
   }
   EXPECT_EQ(screens.size(), 2 * kinds.size()) << "two states look the same";
-  const DeviceFacts unseen{.state = {}, .isUnseen = true, .others = {}};
+  const DeviceFacts unseen{{}, true, {}};
   EXPECT_EQ(waitingFacts(Language::russian, unseen, opened_source::None{}).title,
             "iPhone подключён, но система его не передаёт");
 }
