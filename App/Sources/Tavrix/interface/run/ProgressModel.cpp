@@ -8,7 +8,6 @@
 #include "interface/session/WindowSession.h"
 #include "interface/words/TimeText.h"
 #include "interface/words/Words.h"
-#include "text/PlanSentences.h"
 
 namespace tavrix::window {
 namespace {
@@ -16,6 +15,12 @@ namespace {
 const TransferProgressSnapshot noProgress;
 
 QString shown(const std::string& text) { return QString::fromStdString(text); }
+
+QStringList shownAll(const std::array<std::string, 4>& texts) {
+  QStringList list;
+  for (const std::string& text : texts) list << shown(text);
+  return list;
+}
 
 StagesOfRun stagesOf(const AppModel& model, const TransferProgressSnapshot& progress) {
   const Run* const run = model.run();
@@ -79,17 +84,9 @@ QString ProgressModel::destination() const {
 
 double ProgressModel::fraction() const { return doneShare(progress()); }
 
-QString ProgressModel::files() const {
-  const Language language = words_.language();
-  return shown(say(language, sentences::filesDone, numberText(language, progress().filesDone),
-                   counted(language, progress().filesTotal, tavrix::sentences::filesOfTotal)));
-}
+QString ProgressModel::files() const { return shown(filesDoneText(words_.language(), progress())); }
 
-QString ProgressModel::bytes() const {
-  const Language language = words_.language();
-  return shown(say(language, sentences::bytesDone, bytesText(language, progress().bytesDone),
-                   bytesText(language, progress().bytesTotal)));
-}
+QString ProgressModel::bytes() const { return shown(bytesDoneText(words_.language(), progress())); }
 
 QString ProgressModel::speed() const {
   const auto speed = pace_.speed();
@@ -115,19 +112,11 @@ QString ProgressModel::current() const {
 }
 
 QStringList ProgressModel::stageTitles() const {
-  const auto text = [this](const Sentence<>& title) {
-    return shown(say(words_.language(), title));
-  };
-  return {text(sentences::stageCopying), text(sentences::stageVerifying),
-          text(sentences::stageConverting), text(sentences::stagePacking)};
+  return shownAll(window::stageTitles(words_.language()));
 }
 
 QStringList ProgressModel::stageTexts() const {
-  QStringList texts;
-  for (const auto& text : window::stageTexts(words_.language(), stagesOf(model_, progress()))) {
-    texts << shown(text);
-  }
-  return texts;
+  return shownAll(window::stageTexts(words_.language(), stagesOf(model_, progress())));
 }
 
 QList<bool> ProgressModel::stagesAtWork() const {

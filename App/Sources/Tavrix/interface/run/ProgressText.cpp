@@ -32,13 +32,27 @@ std::string packingText(Language language, const StagesOfRun& run) {
 
 }  // namespace
 
+std::string filesDoneText(Language language, const TransferProgressSnapshot& progress) {
+  return countsText(language, progress.filesDone, progress.filesTotal,
+                    tavrix::sentences::filesOfTotal);
+}
+
+std::string bytesDoneText(Language language, const TransferProgressSnapshot& progress) {
+  return say(language, sentences::bytesDone, bytesText(language, progress.bytesDone),
+             bytesText(language, progress.bytesTotal));
+}
+
+std::array<std::string, 4> stageTitles(Language language) {
+  return {say(language, sentences::stageCopying), say(language, sentences::stageVerifying),
+          say(language, sentences::stageConverting), say(language, sentences::stagePacking)};
+}
+
 std::array<std::string, 4> stageTexts(Language language, const StagesOfRun& run) {
   const TransferProgressSnapshot& progress = run.progress;
   const std::string verified =
       say(language, sentences::verifiedOf, numberText(language, progress.verifiedCount),
           numberText(language, progress.filesTotal));
-  return {countsText(language, progress.filesDone, progress.filesTotal,
-                     tavrix::sentences::filesOfTotal),
+  return {filesDoneText(language, progress),
           progress.filesDone + progress.verifiedCount == 0 ? say(language, sentences::stageQueued)
                                                            : verified,
           convertingText(language, run), packingText(language, run)};

@@ -15,6 +15,12 @@ struct StagesOfRun {
   bool isPacked = false;
 };
 
+/// Returns the files and the bytes that are done: "12 / 40 файлов", "1,2 ГБ из 40 ГБ".
+std::string filesDoneText(Language language, const TransferProgressSnapshot& progress);
+std::string bytesDoneText(Language language, const TransferProgressSnapshot& progress);
+
+/// Returns the titles of the stages, in the order of TransferStage.
+std::array<std::string, 4> stageTitles(Language language);
 /// Returns how far each stage is, in the order of TransferStage: "12 / 40 файлов", "в очереди",
 /// "выключена".
 std::array<std::string, 4> stageTexts(Language language, const StagesOfRun& run);
