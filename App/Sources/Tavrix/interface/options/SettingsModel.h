@@ -56,7 +56,7 @@ class SettingsModel : public QObject {
   std::string systemZone_;
   std::string phoneName_;
 
-  // The content of the transfer.
+  // The files to transfer.
   TAVRIX_SWITCH(includePhotos)
   TAVRIX_SWITCH(includeLive)
   TAVRIX_SWITCH(liveOnlyPhoto)

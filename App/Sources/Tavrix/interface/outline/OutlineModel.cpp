@@ -1,8 +1,8 @@
 #include "interface/outline/OutlineModel.h"
 
 #include "interface/engine/EngineObjects.h"
-#include "interface/options/ViewChoices.h"
 #include "interface/outline/OutlineText.h"
+#include "interface/session/ViewChoices.h"
 #include "interface/session/WindowSession.h"
 #include "interface/words/Words.h"
 

@@ -4,7 +4,7 @@
 
 #include <thread>
 
-#include "interface/options/ViewChoices.h"
+#include "interface/session/ViewChoices.h"
 #include "interface/session/WindowSession.h"
 #include "interface/words/Words.h"
 #include "model/tests/support/ModelHarness.h"

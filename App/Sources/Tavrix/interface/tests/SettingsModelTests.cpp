@@ -4,7 +4,7 @@
 
 #include "foundation/tests/support/ManualMainLoop.h"
 #include "interface/options/UnusedSettings.h"
-#include "interface/options/ViewChoices.h"
+#include "interface/session/ViewChoices.h"
 #include "interface/session/WindowSession.h"
 #include "settings/SettingKeys.h"
 #include "settings/defaults/MemoryDefaults.h"

@@ -6,7 +6,7 @@
 #include <QQuickWindow>
 
 #include "interface/engine/EngineObjects.h"
-#include "interface/options/ViewChoices.h"
+#include "interface/session/ViewChoices.h"
 #include "interface/pictures/PictureDesk.h"
 #include "interface/platform/Appearance.h"
 #include "interface/platform/SymbolProvider.h"

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "foundation/Sentence.h"
-#include "interface/words/InspectorSentences.h"
+#include "interface/words/WhatSentences.h"
 
 /// The sentences of the questions and messages over the screen.
 namespace tavrix::window::sentences {

@@ -6,14 +6,18 @@
 
 #include "foundation/Sentence.h"
 #include "interface/words/DestinationBarSentences.h"
+#include "interface/words/FormatSentences.h"
+#include "interface/words/HowSentences.h"
 #include "interface/words/InspectorSentences.h"
 #include "interface/words/ListSentences.h"
 #include "interface/words/MainSentences.h"
+#include "interface/words/NamesSentences.h"
 #include "interface/words/QuestionSentences.h"
 #include "interface/words/SidebarSentences.h"
 #include "interface/words/SummaryPageSentences.h"
 #include "interface/words/TransferPageSentences.h"
 #include "interface/words/WaitingSentences.h"
+#include "interface/words/WhatSentences.h"
 
 class QJSEngine;
 class QQmlEngine;

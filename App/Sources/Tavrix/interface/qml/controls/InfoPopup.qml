@@ -11,6 +11,7 @@ T.Popup {
     implicitHeight: column.implicitHeight + 32
     padding: 16
     margins: 8
+    onAboutToShow: y = PopupPlace.below(parent, implicitHeight)
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     contentItem: Column {

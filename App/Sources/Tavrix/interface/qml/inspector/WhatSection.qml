@@ -74,7 +74,6 @@ InspectorSection {
 
                 InfoPopup {
                     x: parent.width - width
-                    y: parent.height + 4
                     visible: SettingsModel.isOptimizedInfoOpen
                     paragraphs: [Words.optimizedInfoWhat, Words.optimizedInfoRemedy]
                     onClosed: SettingsModel.showOptimizedInfo(false)
@@ -104,7 +103,6 @@ InspectorSection {
 
             InfoPopup {
                 id: onlyNewPopup
-                y: parent.height + 4
                 paragraphs: [Words.onlyNewExplanation, Words.onlyNewDeleted]
             }
         }

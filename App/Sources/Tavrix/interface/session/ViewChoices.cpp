@@ -1,4 +1,4 @@
-#include "interface/options/ViewChoices.h"
+#include "interface/session/ViewChoices.h"
 
 #include <algorithm>
 #include <cmath>
