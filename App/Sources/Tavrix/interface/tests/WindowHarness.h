@@ -6,10 +6,10 @@
 #include <QQuickWindow>
 
 #include "interface/engine/EngineObjects.h"
-#include "interface/session/ViewChoices.h"
 #include "interface/pictures/PictureDesk.h"
 #include "interface/platform/Appearance.h"
 #include "interface/platform/SymbolProvider.h"
+#include "interface/session/ViewChoices.h"
 #include "interface/session/WindowSession.h"
 #include "interface/words/Words.h"
 #include "model/tests/support/ModelHarness.h"
