@@ -72,9 +72,8 @@ const TransferProgressSnapshot& ProgressModel::progress() const {
 
 QString ProgressModel::title() const {
   const Run* const run = model_.run();
-  if (run == nullptr) return {};
-  return shown(
-      say(words_.language(), sentences::transferringFrom, printable(run->source.deviceName)));
+  const std::string name = run == nullptr ? std::string{} : printable(run->source.deviceName);
+  return shown(say(words_.language(), sentences::transferringFrom, name));
 }
 
 QString ProgressModel::destination() const {
