@@ -21,7 +21,6 @@ namespace {
 using namespace std::string_literals;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-using testing::SizeIs;
 
 std::string littleEndianNumber(int value, int bytes) {
   std::string text;
@@ -38,9 +37,9 @@ std::string bmpOf(const TestPicture& picture) {
                      std::string(24, '\0');
   for (int y = picture.height - 1; y >= 0; --y) {
     for (int x = 0; x < picture.width; ++x) {
-      const int at = (y * picture.width + x) * 3;
-      for (const int c : {2, 1, 0})
-        file += static_cast<char>(picture.values[static_cast<std::size_t>(at + c)]);
+      const auto pixel = static_cast<std::ptrdiff_t>(y) * picture.width + x;
+      const auto at = picture.values.begin() + pixel * 3;
+      for (const int c : {2, 1, 0}) file += static_cast<char>(at[c]);
     }
   }
   return file;
