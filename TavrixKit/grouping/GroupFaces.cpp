@@ -64,7 +64,8 @@ Candidate* nextOf(std::vector<Candidate>& candidates, const Candidate* last) {
   return best;
 }
 
-/// Returns the file that shows a shot: the edited version of its kind if there is one.
+}  // namespace
+
 const MediaAsset& shownFile(const AssetBundle& shot) {
   const MediaAsset& primary = shot.primaryPicture();
   if (!shot.hasEditedVersion()) return primary;
@@ -74,8 +75,6 @@ const MediaAsset& shownFile(const AssetBundle& shot) {
   });
   return edited == files.end() ? primary : *edited;
 }
-
-}  // namespace
 
 GroupFaces GroupFaces::of(const std::vector<AssetBundle>& shots) {
   GroupFaces result;

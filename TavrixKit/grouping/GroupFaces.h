@@ -9,13 +9,16 @@
 
 namespace tavrix {
 
+/// Returns the file that shows a shot: the edited version of its kind if there is one, otherwise
+/// its primary picture. Of a Live Photo it is the still.
+const MediaAsset& shownFile(const AssetBundle& shot);
+
 /// The few pictures that stand for a group where it is shown as one object.
 struct GroupFaces {
   struct Face {
     enum class Kind : std::uint8_t { photograph, film, screenshot };
 
-    /// The file to show: of an edited shot its edited version, of a Live Photo its still.
-    MediaAsset asset;
+    MediaAsset asset;      ///< see shownFile()
     std::size_t shot = 0;  ///< its index in the shots of the group
     Kind kind = Kind::photograph;
 

@@ -4,13 +4,14 @@
 
 #include <algorithm>
 
-#include "cli/printing/Measures.h"
 #include "cli/printing/TextPrinter.h"
 #include "cli/sentences/ChoiceSentences.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
+#include "text/Measures.h"
 #include "text/MergedNote.h"
+#include "text/ReasonSentences.h"
 
 namespace tavrix::cli {
 namespace {
@@ -136,7 +137,7 @@ void TextPrinter::home(const Library& library) {
   line(say(language_, sentences::homeFound, text(library.homeCandidates.front())));
   line(recentSpanDays > 0
            ? say(language_, sentences::homeRecentSpan,
-                 count(static_cast<std::uint64_t>(recentSpanDays), sentences::daysOfStay))
+                 count(static_cast<std::uint64_t>(recentSpanDays), tavrix::sentences::daysOfStay))
            : say(language_, sentences::homeAllDays));
   if (rivals.empty()) {
     if (library.homeCandidates.size() < 2) return;

@@ -3,104 +3,18 @@
 #include <algorithm>
 
 #include "cli/printing/GroupText.h"
-#include "cli/printing/Measures.h"
 #include "cli/printing/TextPrinter.h"
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
+#include "text/Measures.h"
 #include "text/MergedNote.h"
+#include "text/ReasonWords.h"
 
 namespace tavrix::cli {
 namespace {
 
 using namespace grouping_reason;
-
-/// Describes a reason of any kind in words.
-class ReasonWords {
- public:
-  ReasonWords(Language language, const TimeZone& zone, const std::vector<TripReasons::Stay>& stays)
-      : language_(language), zone_(zone), stays_(stays) {}
-
-  std::string operator()(const FirstShot&) const { return say(language_, sentences::firstShot); }
-  std::string operator()(const LastShot&) const { return say(language_, sentences::lastShot); }
-  std::string operator()(const NoHome&) const { return say(language_, sentences::homeMissing); }
-  std::string operator()(const NoPosition&) const { return say(language_, sentences::noPosition); }
-  std::string operator()(const Pause& pause) const {
-    const auto [gap, limit] = comparedPauses(language_, pause.gap, pause.limitHours);
-    return say(language_, sentences::pause, gap, limit);
-  }
-  std::string operator()(const Jump& reason) const { return distance(sentences::jump, reason); }
-  std::string operator()(const AwayFromHome& reason) const {
-    return distance(sentences::awayFromHome, reason);
-  }
-  std::string operator()(const NearHome& reason) const {
-    return distance(sentences::notAway, reason);
-  }
-  std::string operator()(const NewCity& reason) const {
-    return distance(sentences::newCity, reason);
-  }
-  std::string operator()(const Outing& outing) const {
-    const TripReasons::Stay& stay = stays_.at(outing.stay);
-    return say(language_, sentences::outing, span(stay), dayCount(stay), stay.minDays);
-  }
-
-  /// Describes the begin of a stay. Shots without a place may belong to the stay before or after a
-  /// pause.
-  std::string beginText(const StayBegin& begin) const {
-    const auto* const pause = std::get_if<Pause>(&begin);
-    return pause != nullptr ? pauseBetweenPlaces(*pause) : std::visit(*this, begin);
-  }
-  /// Describes the end of a stay. The words for a begin would describe what comes after it.
-  std::string endText(const StayEnd& end) const {
-    if (const auto* const pause = std::get_if<Pause>(&end)) return pauseBetweenPlaces(*pause);
-    if (const auto* const home = std::get_if<NearHome>(&end)) {
-      return distance(sentences::backHome, *home);
-    }
-    if (const auto* const city = std::get_if<NewCity>(&end)) {
-      return distance(sentences::nextCity, *city);
-    }
-    return std::visit(*this, end);
-  }
-
-  /// Returns the first and the last day.
-  std::string span(const TripReasons::Stay& stay) const {
-    const std::string first = dayText(zone_.dateAt(stay.dateStart));
-    const std::string last = dayText(zone_.dateAt(stay.dateEnd));
-    return first == last ? first : first + "–" + last;
-  }
-
-  std::string dayCount(const TripReasons::Stay& stay) const {
-    return counted(language_, static_cast<std::uint64_t>(stay.days), sentences::daysOfStay);
-  }
-
- private:
-  std::string pauseBetweenPlaces(const Pause& pause) const {
-    const auto [gap, limit] = comparedPauses(language_, pause.gap, pause.limitHours);
-    return say(language_, sentences::pauseBetweenPlaces, gap, limit);
-  }
-  template <typename Reason>
-  std::string distance(const Sentence<std::string_view, std::string_view>& sentence,
-                       const Reason& reason) const {
-    const auto [km, limit] = comparedDistances(language_, reason.km, reason.limitKm);
-    return say(language_, sentence, km, limit);
-  }
-
-  Language language_;
-  const TimeZone& zone_;
-  const std::vector<TripReasons::Stay>& stays_;
-};
-
-std::string calendarText(Language language, DateGranularity granularity, const std::string& id) {
-  switch (granularity) {
-    case DateGranularity::day:
-      return say(language, sentences::calendarDay, id);
-    case DateGranularity::month:
-      return say(language, sentences::calendarMonth, id);
-    case DateGranularity::year:
-      return say(language, sentences::calendarYear, id);
-  }
-  return {};
-}
 
 /// A folder, or one of those it was merged from, in display order.
 struct FolderLine {
@@ -210,7 +124,7 @@ void TextPrinter::shotsOutsideTrips(const Library& library, const TripReasons& r
       .write(sink_, lines.size(), [&](std::size_t row) -> Table::Cells {
         const auto& [folderName, bundle, reason] = lines[row];
         return {*folderName, pathOnPhone(bundle->primaryPicture()), dateText(bundle->captureDate()),
-                reason == nullptr ? say(language_, sentences::noDate) : std::visit(words, *reason)};
+                reason == nullptr ? say(language_, sentences::noDate) : words.monthText(*reason)};
       });
 }
 
@@ -229,7 +143,7 @@ void TextPrinter::reasons(const Library& library) {
     const std::vector<TripReasons::Stay> noStays;
     const ReasonWords words{language_, zone_, noStays};
     foldersWithReasons(
-        library, [&](const MediaGroup& group) { return std::visit(words, begins.at(group.id)); });
+        library, [&](const MediaGroup& group) { return words.eventText(begins.at(group.id)); });
   } else if (const auto* const trips = std::get_if<TripReasons>(&*library.reasons)) {
     line(say(language_, sentences::whyTrips));
     stays(library, *trips);

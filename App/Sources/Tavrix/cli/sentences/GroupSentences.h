@@ -10,8 +10,6 @@
 /// where it does; in both languages side by side.
 namespace tavrix::cli::sentences {
 
-inline constexpr CountedNoun daysOfStay{"день", "дня", "дней", "day", "days"};
-
 inline constexpr Sentence<> titleDays{"Даты", "Dates"};
 
 // Home.
@@ -56,32 +54,7 @@ inline constexpr Sentence<> whyFlat{"Все снимки лежат вместе
                                     "All shots are in one folder: nothing is split."};
 inline constexpr Sentence<> noStays{"Ни один снимок с местом не сделан вдали от дома.",
                                     "No shot with a place was taken away from home."};
-inline constexpr Sentence<std::string_view> calendarDay{"день {}", "the day {}"};
-inline constexpr Sentence<std::string_view> calendarMonth{"месяц {}", "the month {}"};
-inline constexpr Sentence<std::string_view> calendarYear{"год {}", "the year {}"};
 inline constexpr Sentence<> noDate{"дата съёмки неизвестна", "the capture date is unknown"};
-inline constexpr Sentence<> firstShot{"самый ранний из этих снимков",
-                                      "the earliest of these shots"};
-inline constexpr Sentence<> lastShot{"дальше нет снимков с местом", "no later shot has a place"};
-inline constexpr Sentence<std::string_view, std::string_view> pause{"пауза {} > {}",
-                                                                    "pause of {} > {}"};
-inline constexpr Sentence<std::string_view, std::string_view> pauseBetweenPlaces{
-    "{} без снимков с местом > {}", "{} without a shot with a place > {}"};
-inline constexpr Sentence<std::string_view, std::string_view> jump{"переезд на {} > {}",
-                                                                   "jump of {} > {}"};
-inline constexpr Sentence<std::string_view, std::string_view> awayFromHome{"{} от дома > {}",
-                                                                           "{} from home > {}"};
-inline constexpr Sentence<std::string_view, std::string_view> backHome{
-    "следующий снимок с местом не вдали от дома: {} ≤ {}",
-    "the next shot with a place is not away from home: {} ≤ {}"};
-inline constexpr Sentence<std::string_view, std::string_view> nextCity{
-    "дальше новый город: {} от центра этого пребывания > {}",
-    "a new city follows: {} from the centre of this stay > {}"};
-inline constexpr Sentence<std::string_view, std::string_view> newCity{
-    "новый город: {} от центра предыдущего пребывания > {}",
-    "new city: {} from the centre of the previous stay > {}"};
-inline constexpr Sentence<std::string_view, std::string_view> notAway{
-    "не вдали от дома: {} ≤ {}", "not away from home: {} ≤ {}"};
 inline constexpr Sentence<std::string_view, std::string_view, std::string_view, std::string_view>
     stayLine{"{}, {} ({} от дома), {}", "{}, {} ({} from home), {}"};
 /// Coordinates, in place of a name.
@@ -94,8 +67,5 @@ inline constexpr Sentence<std::string_view, int> stayOuting{
     "  outing, its shots are in the month folder: {} < {}"};
 inline constexpr Sentence<std::string_view> stayBegin{"  началось: {}", "  began: {}"};
 inline constexpr Sentence<std::string_view> stayEnd{"  закончилось: {}", "  ended: {}"};
-inline constexpr Sentence<std::string_view, std::string_view, int> outing{"вылазка {}: {} < {}",
-                                                                          "outing of {}: {} < {}"};
-inline constexpr Sentence<> noPosition{"место съёмки не записано", "the shot has no place"};
 
 }  // namespace tavrix::cli::sentences

@@ -1,9 +1,9 @@
-#include "cli/printing/Measures.h"
+#include "text/Measures.h"
 
 #include <array>
 #include <cmath>
 
-namespace tavrix::cli {
+namespace tavrix {
 namespace {
 
 struct TimeUnit {
@@ -116,4 +116,4 @@ std::string pointText(const GeoPoint& point) {
   return fmt::format("{:.2f}, {:.2f}", rounded(point.latitude), rounded(point.longitude));
 }
 
-}  // namespace tavrix::cli
+}  // namespace tavrix

@@ -6,7 +6,7 @@
 #include "foundation/Sentence.h"
 #include "foundation/Time.h"
 
-namespace tavrix::cli {
+namespace tavrix {
 
 /// A measured value and the setting it was compared with, such as "5 ч 12 мин" and "4 ч". The
 /// setting is exact; the value is just precise enough for the texts to compare as the numbers do.
@@ -26,4 +26,4 @@ std::string distanceText(Language language, double km);
 /// Returns "55.75, 37.62", the same in every language, as the user types it.
 std::string pointText(const GeoPoint& point);
 
-}  // namespace tavrix::cli
+}  // namespace tavrix

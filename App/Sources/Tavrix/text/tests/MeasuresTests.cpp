@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "cli/printing/Measures.h"
+#include "text/Measures.h"
 
-namespace tavrix::cli {
+namespace tavrix {
 namespace {
 
 TEST(Measures, pauses_readAsTheyCompare) {
@@ -53,4 +53,4 @@ TEST(Measures, distances_readAsTheyCompare) {
 }
 
 }  // namespace
-}  // namespace tavrix::cli
+}  // namespace tavrix
