@@ -38,8 +38,8 @@ class StatusTeller {
     }
   }
   void operator()(const destination_state::Busy&) {
-    using Kind = DestinationError::Kind;
-    tell(std::make_exception_ptr(DestinationError{Kind::busy, path()}), Tone::warning);
+    tell(std::make_exception_ptr(DestinationError{DestinationError::Kind::busy, path()}),
+         Tone::warning);
   }
   void operator()(const destination_state::Refused& refused) { tell(refused.error, Tone::bad); }
 

@@ -3,9 +3,9 @@
 #include <QDir>
 
 #include "foundation/Text.h"
-#include "interface/destination/LastDestination.h"
 #include "interface/engine/EngineObjects.h"
 #include "interface/session/WindowSession.h"
+#include "interface/words/DayText.h"
 #include "interface/words/Words.h"
 
 namespace tavrix::window {
@@ -33,7 +33,8 @@ DestinationModel::DestinationModel(WindowSession& session, const Words& words)
       model_(session.model()),
       words_(words),
       subscription_(model_.subscribe([this](const StateChange& change) {
-        if (change.has(StateTopic::device)) lookUpLast();
+        if (change.has(StateTopic::phase)) subject_ = {};
+        lookUpLast();
         using enum StateTopic;
         for (const StateTopic topic : {rows, checks, counters, settings, destination}) {
           if (change.has(topic)) return refresh();
@@ -56,20 +57,32 @@ void DestinationModel::refresh() {
 
 void DestinationModel::lookUpLast() {
   const auto phone = model_.phone();
-  const std::string hash = phone ? phone->hash : std::string{};
-  if (hash == phoneHash_) return;
-  phoneHash_ = hash;
-  last_.reset();
-  if (hash.empty() || !session_.stateFolder()) return;
-  looking_.post([this, life = std::weak_ptr{life_}, hash, folder = *session_.stateFolder(),
+  const Subject subject{phone ? phone->hash : std::string{}, model_.state().destination};
+  if (subject == subject_) return;
+  if (subject.phoneHash != subject_.phoneHash) last_ = {};
+  subject_ = subject;
+  last_.here.reset();
+  if (subject.phoneHash.empty() || !session_.stateFolder()) return;
+  looking_.post([this, life = std::weak_ptr{life_}, subject, folder = *session_.stateFolder(),
                  &log = *session_.surroundings().log, &loop = session_.loop()] {
-    const auto last = lastDestination(folder, hash, log);
-    loop.post([this, life, hash, last] {
-      if (!life.lock() || hash != phoneHash_) return;
+    const LastRuns last = lastRuns(folder, subject.phoneHash, subject.destination, log);
+    loop.post([this, life, subject, last] {
+      if (!life.lock() || subject != subject_) return;
       last_ = last;
       Q_EMIT changed();
     });
   });
+}
+
+QString DestinationModel::status() const {
+  std::string text = advice_.status;
+  if (advice_.isEverythingInPlace && last_.here) {
+    const TimeZone& zone = model_.state().settings->gathering.timeZone;
+    const std::string day = dayInWords(words_.language(), zone.dateAt(*last_.here));
+    text = say(words_.language(), sentences::lastTransferred, day) + (text.empty() ? "" : " · ") +
+           text;
+  }
+  return QString::fromStdString(text);
 }
 
 QString DestinationModel::path() const {
@@ -86,7 +99,7 @@ void DestinationModel::setPath(const QString& path) {
 
 QUrl DestinationModel::startFolder() const {
   const auto& destination = model_.state().destination;
-  const auto& folder = destination ? destination : last_;
+  const auto& folder = destination ? destination : last_.destination;
   return QUrl::fromLocalFile(folder ? QString::fromStdString(*folder) : QDir::homePath());
 }
 
@@ -97,8 +110,8 @@ QStringList DestinationModel::warnings() const {
 }
 
 QString DestinationModel::lastText() const {
-  if (!last_ || model_.state().destination) return {};
-  const QString path = shortened(QString::fromStdString(printable(*last_)));
+  if (!last_.destination || model_.state().destination) return {};
+  const QString path = shortened(QString::fromStdString(printable(*last_.destination)));
   return QString::fromStdString(say(words_.language(), sentences::asLastTime, path.toStdString()));
 }
 
@@ -107,7 +120,7 @@ void DestinationModel::choose(const QUrl& folder) {
 }
 
 void DestinationModel::chooseLast() {
-  if (last_) model_.setDestination(last_);
+  if (last_.destination) model_.setDestination(last_.destination);
 }
 
 }  // namespace tavrix::window

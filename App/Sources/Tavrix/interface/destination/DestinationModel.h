@@ -7,6 +7,7 @@
 
 #include "foundation/tasks/SerialQueue.h"
 #include "interface/destination/DestinationAdvice.h"
+#include "interface/destination/LastRuns.h"
 #include "model/AppModel.h"
 
 class QJSEngine;
@@ -44,7 +45,7 @@ class DestinationModel : public QObject {
   /// Takes a path as the user types it, "~" included. An empty one leaves the choice open.
   void setPath(const QString& path);
   QUrl startFolder() const;
-  QString status() const { return QString::fromStdString(advice_.status); }
+  QString status() const;
   Tone tone() const { return static_cast<Tone>(advice_.tone); }
   QStringList warnings() const;
   QString effect() const { return QString::fromStdString(advice_.effect); }
@@ -66,8 +67,15 @@ class DestinationModel : public QObject {
   AppModel& model_;
   const Words& words_;
   DestinationAdvice advice_;
-  std::string phoneHash_;  ///< of the phone that `last_` belongs to
-  std::optional<std::string> last_;
+  /// The phone and the destination that `last_` belongs to.
+  struct Subject {
+    std::string phoneHash;
+    std::optional<std::string> destination;
+
+    friend bool operator==(const Subject&, const Subject&) = default;
+  };
+  Subject subject_;
+  LastRuns last_;
   std::shared_ptr<const bool> life_ = std::make_shared<bool>(true);
   AppModel::Subscription subscription_;
   SerialQueue looking_;

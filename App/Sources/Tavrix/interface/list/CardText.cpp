@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "foundation/DateFormatterCache.h"
 #include "foundation/Sentences.h"
+#include "interface/words/DayText.h"
 #include "interface/words/ListSentences.h"
 #include "model/GroupFacts.h"
 #include "text/MergedNote.h"
@@ -20,10 +20,7 @@ std::string day(Language language, CivilDate date, bool hasMonth, bool hasYear) 
   std::string pattern = "d";
   if (hasMonth) pattern += " MMMM";
   if (hasYear) pattern += " y";
-  const DateFormatterCache::Key key{DateFormatterCache::Key::Kind::isoDay, pattern,
-                                    localeOf(language), "UTC"};
-  const Instant noon{std::chrono::sys_days{date} + std::chrono::hours{12}};
-  return DateFormatterCache::shared().formatter(key)->text(noon);
+  return formattedDay(language, date, pattern);
 }
 
 void append(std::string& text, std::string_view separator, std::string_view part) {

@@ -5,14 +5,17 @@
 #include <algorithm>
 
 #include "interface/engine/EngineObjects.h"
+#include "interface/list/BoundaryText.h"
 #include "interface/list/FolderListModel.h"
 #include "interface/session/WindowSession.h"
+#include "interface/words/Words.h"
 
 namespace tavrix::window {
 
-FolderActions::FolderActions(WindowSession& session, FolderListModel& list)
+FolderActions::FolderActions(WindowSession& session, FolderListModel& list, const Words& words)
     : model_(session.model()),
       list_(list),
+      words_(words),
       subscription_(model_.subscribe([this](const StateChange& change) { follow(change); })) {
   connect(&list, &FolderListModel::selectionChanged, this, &FolderActions::changed);
 }
@@ -20,7 +23,8 @@ FolderActions::FolderActions(WindowSession& session, FolderListModel& list)
 FolderActions* FolderActions::create(QQmlEngine* engine, QJSEngine* /*script*/) {
   const int type = qmlTypeId("Tavrix", 1, 0, "FolderListModel");
   return new FolderActions{EngineObjects::of<WindowSession>(*engine),
-                           *engine->singletonInstance<FolderListModel*>(type)};
+                           *engine->singletonInstance<FolderListModel*>(type),
+                           EngineObjects::of<Words>(*engine)};
 }
 
 void FolderActions::follow(const StateChange& change) {
@@ -45,6 +49,10 @@ bool FolderActions::areChecked() const {
 }
 
 bool FolderActions::hasFolders() const { return !list_.chosenFolders().empty(); }
+
+bool FolderActions::hasBoundary() const {
+  return model_.library() != nullptr && list_.chosenFolders().size() == 1;
+}
 
 void FolderActions::toggleChecks() {
   const bool wereChecked = areChecked();
@@ -88,6 +96,18 @@ void FolderActions::copyNames() const {
     names.append(QString::fromStdString(folder->folderName));
   }
   QGuiApplication::clipboard()->setText(names.join(QLatin1Char{'\n'}));
+}
+
+QStringList FolderActions::boundary() const {
+  QStringList paragraphs;
+  if (!hasBoundary()) return paragraphs;
+  const auto chosen = list_.chosenFolders();
+  for (const std::string& paragraph :
+       boundaryText(words_.language(), *model_.library(), *chosen.front()->group,
+                    model_.state().settings->gathering.timeZone)) {
+    paragraphs.append(QString::fromStdString(paragraph));
+  }
+  return paragraphs;
 }
 
 }  // namespace tavrix::window

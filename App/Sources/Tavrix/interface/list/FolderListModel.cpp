@@ -1,25 +1,16 @@
 #include "interface/list/FolderListModel.h"
 
-#include <algorithm>
-
 #include "interface/engine/EngineObjects.h"
 #include "interface/list/CardText.h"
+#include "interface/pictures/ShownPictures.h"
 #include "interface/session/WindowSession.h"
+#include "interface/words/QtText.h"
 #include "interface/words/Words.h"
 
 namespace tavrix::window {
 namespace {
 
-QString qt(const std::string& text) { return QString::fromStdString(text); }
-
-/// Returns the identifier of the pictures on a card. It changes when they do.
-QString stripOf(const DisplayGroup& folder) {
-  std::size_t revision = 0;
-  for (const GroupFaces::Face& face : folder.faces->faces) {
-    revision = revision * 31 + std::hash<std::string_view>{}(face.asset.id());
-  }
-  return QStringLiteral("%1-%2").arg(folder.key).arg(revision, 0, 16);
-}
+constexpr std::string_view linesKey = "list.lines";
 
 /// Returns the number of shots that a card does not show, as "+37".
 QString moreOf(const DisplayGroup& folder) {
@@ -31,14 +22,12 @@ QString moreOf(const DisplayGroup& folder) {
 }  // namespace
 
 FolderListModel::FolderListModel(WindowSession& session, const Words& words)
-    : model_(session.model()),
+    : GridModel({.isList = session.kept(linesKey, 0) != 0}),
+      session_(session),
+      model_(session.model()),
       words_(words),
       subscription_(model_.subscribe([this](const StateChange& change) { follow(change); })) {
-  connect(&words, &Words::languageChanged, this, [this] {
-    headers_.take(rows_.sections, layout_, words_.language());
-    refreshAll();
-    Q_EMIT scrolled();
-  });
+  connect(&words, &Words::languageChanged, this, [this] { setTitles(titles()); });
   takeRows(folderRowsOf(model_.state()));
 }
 
@@ -87,8 +76,8 @@ QVariant FolderListModel::textOf(const DisplayGroup& folder, int row, int role) 
       return moreOf(folder);
     case SymbolRole:
       return folder.counts.photos > 0 ? QStringLiteral("photo") : QStringLiteral("video");
-    case StripRole:
-      return stripOf(folder);
+    case PicturesRole:
+      return QVariant::fromValue(ShownPictures{previewAssets(folder)});
     case DescriptionRole:
       return qt(CardText::description(language, folder, state, static_cast<std::size_t>(row) + 1,
                                       rows_.folders.size()));
@@ -108,7 +97,7 @@ QHash<int, QByteArray> FolderListModel::roleNames() const {
           {IsInPlaceRole, "isInPlace"},
           {MoreRole, "more"},
           {SymbolRole, "symbol"},
-          {StripRole, "strip"},
+          {PicturesRole, "pictures"},
           {IsCheckedRole, "isChecked"},
           {IsCurrentRole, "isCurrent"},
           {IsSelectedRole, "isSelected"},
@@ -143,70 +132,30 @@ void FolderListModel::takeRows(FolderRows rows) {
     });
   }
   // The folder at the top stays there, if it is still listed.
-  const auto shown = layout_.cardsBetween(top_, top_ + viewHeight_);
-  std::optional<std::size_t> kept;
-  double offset = 0;
-  if (top_ > 0 && shown.first < shown.last) {
-    kept = rows_.indexOf(old.folders[shown.first]->key);
-    offset = layout_.boxOf(shown.first).y - top_;
+  auto kept = anchor();
+  if (kept) {
+    const auto row = rows_.indexOf(old.folders[kept->entry]->key);
+    kept = row ? std::optional{Anchor{*row, kept->offset}} : std::nullopt;
   }
-  layOut();
-  top_ = kept ? clamped(layout_.boxOf(*kept).y - offset) : 0;
   select(listedSelection(selection_, rows_));
-  showViewport();
-  refreshAll();
-  Q_EMIT rebuilt();
-  Q_EMIT positioned(top_);
+  Sections sections{.sizes = {}, .titles = titles()};
+  for (const auto& section : rows_.sections) sections.sizes.push_back(section.count);
+  setSections(std::move(sections), kept);
 }
 
-double FolderListModel::clamped(double top) const {
-  return std::clamp(top, 0.0, std::max(0.0, layout_.height() - viewHeight_));
-}
-
-void FolderListModel::layOut() {
-  std::vector<std::size_t> sizes;
-  for (const auto& section : rows_.sections) sizes.push_back(section.count);
-  FolderLayout::Shape shape{.width = width_, .isList = isList_};
-  if (!rows_.hasHeaders) shape.header = shape.margin;
-  layout_ = FolderLayout{sizes, shape};
-  top_ = clamped(top_);
-  headers_.take(rows_.sections, layout_, words_.language());
-}
-
-void FolderListModel::showViewport() {
-  // A little more than what is visible, so that a slow scroll changes slots rarely.
-  constexpr double spare = 40;
-  const double bottom = top_ + viewHeight_;
-  show(layout_.cardsBetween(top_ - spare, bottom + spare));
-  const auto sections = layout_.sectionsBetween(top_, bottom);
-  headers_.showSections(rows_.hasHeaders ? sections : FolderLayout::Range{});
-  Q_EMIT scrolled();
-}
-
-void FolderListModel::setViewport(qreal top, qreal width, qreal height) {
-  const bool isOtherWidth = width != width_;
-  top_ = top;
-  viewHeight_ = height;
-  if (!isOtherWidth) return showViewport();
-  const auto shown = layout_.cardsBetween(top_, top_ + 1);
-  width_ = width;
-  layOut();
-  if (top > 0 && shown.first < shown.last) top_ = clamped(layout_.boxOf(shown.first).y);
-  showViewport();
-  refreshAll();
-  Q_EMIT rebuilt();
-  if (top_ != top) Q_EMIT positioned(top_);
+std::vector<QString> FolderListModel::titles() const {
+  std::vector<QString> titles;
+  if (!rows_.hasHeaders) return titles;
+  for (const auto& section : rows_.sections) {
+    titles.push_back(qt(CardText::sectionTitle(words_.language(), section)));
+  }
+  return titles;
 }
 
 void FolderListModel::setList(bool isList) {
-  if (std::exchange(isList_, isList) == isList) return;
-  const auto shown = layout_.cardsBetween(top_, top_ + viewHeight_);
-  layOut();
-  top_ = top_ > 0 && shown.first < shown.last ? clamped(layout_.boxOf(shown.first).y) : 0;
-  showViewport();
-  refreshAll();
-  Q_EMIT rebuilt();
-  Q_EMIT positioned(top_);
+  if (isList == GridModel::isList()) return;
+  session_.keep(std::string{linesKey}, isList ? 1 : 0);
+  GridModel::setList(isList);
 }
 
 }  // namespace tavrix::window

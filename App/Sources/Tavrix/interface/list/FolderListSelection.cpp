@@ -9,27 +9,9 @@ const DisplayGroup* FolderListModel::folderAt(int row) const {
   return row >= 0 && index < rows_.folders.size() ? &*rows_.folders[index] : nullptr;
 }
 
-QRectF FolderListModel::boxOf(int row) const {
-  if (folderAt(row) == nullptr) return {};
-  const FolderLayout::Box box = layout_.boxOf(static_cast<std::size_t>(row));
-  return {box.x, box.y, box.width, box.height};
-}
-
 QString FolderListModel::nameOf(int row) const {
   const DisplayGroup* const folder = folderAt(row);
   return folder == nullptr ? QString{} : QString::fromStdString(folder->folderName);
-}
-
-QString FolderListModel::topTitle() const {
-  const auto sections = layout_.sectionsBetween(top_, top_ + 1);
-  if (!rows_.hasHeaders || sections.first >= sections.last) return {};
-  return headers_.titleOf(sections.first);
-}
-
-qreal FolderListModel::topShift() const {
-  const auto sections = layout_.sectionsBetween(top_, top_ + layout_.shape().header);
-  if (sections.last - sections.first < 2) return 0;
-  return std::min(0.0, layout_.headerTop(sections.first + 1) - top_ - layout_.shape().header);
 }
 
 int FolderListModel::currentRow() const {
@@ -58,13 +40,7 @@ void FolderListModel::point(int row) {
 
 void FolderListModel::move(Step step, bool extends) {
   if (rows_.folders.empty()) return;
-  static_assert(static_cast<int>(FolderLayout::Step::pageDown) == PageDown);
-  const int current = currentRow();
-  std::size_t row = layout_.cardsBetween(top_, top_ + viewHeight_).first;
-  if (current != none) {
-    row = layout_.neighbour(static_cast<std::size_t>(current),
-                            static_cast<FolderLayout::Step>(step), viewHeight_);
-  }
+  const std::size_t row = rowAfter(step, currentRow());
   const auto change = extends ? SelectionChange::extend : SelectionChange::replace;
   select(selectionAfter(selection_, rows_, row, change));
   moveIntoView(row);
@@ -104,18 +80,6 @@ void FolderListModel::select(FolderSelection selection) {
            (old.current == folder->key) != (selection_.current == folder->key);
   });
   Q_EMIT selectionChanged();
-}
-
-void FolderListModel::moveIntoView(std::size_t row) {
-  const FolderLayout::Box box = layout_.boxOf(row);
-  const double header = rows_.hasHeaders ? layout_.shape().header : layout_.shape().margin;
-  const double above = box.y - header;
-  const double below = box.y + box.height + layout_.shape().margin - viewHeight_;
-  if (top_ > above) {
-    Q_EMIT positioned(std::max(0.0, above));
-  } else if (top_ < below) {
-    Q_EMIT positioned(below);
-  }
 }
 
 }  // namespace tavrix::window

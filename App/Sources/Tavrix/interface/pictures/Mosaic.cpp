@@ -59,4 +59,12 @@ void paint(QPainter& painter, const std::vector<QImage>& pictures, const QRectF&
   }
 }
 
+void paintWhole(QPainter& painter, const QImage& picture, const QRectF& area) {
+  if (picture.isNull()) return;
+  QRectF place{{}, QSizeF{picture.size()}.scaled(area.size(), Qt::KeepAspectRatio)};
+  place.moveCenter(area.center());
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawImage(place, picture);
+}
+
 }  // namespace tavrix::window::Mosaic

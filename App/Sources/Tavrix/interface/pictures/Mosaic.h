@@ -22,6 +22,9 @@ QRectF middleOf(const QSizeF& picture, const QSizeF& place);
 void paint(QPainter& painter, const std::vector<QImage>& pictures, const QRectF& area,
            qreal radius);
 
+/// Paints a picture as large as it fits into the middle of `area`.
+void paintWhole(QPainter& painter, const QImage& picture, const QRectF& area);
+
 }  // namespace Mosaic
 
 }  // namespace tavrix::window

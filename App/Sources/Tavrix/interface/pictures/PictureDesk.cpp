@@ -55,18 +55,6 @@ void PictureDesk::follow(const StateChange& change) {
   if (was && !is) store_->endTransfer();
 }
 
-std::vector<MediaAsset> PictureDesk::facesOf(std::uint32_t folderKey) {
-  const DisplayGroups& groups = session_.model().state().displayGroups;
-  if (groups != groups_) {
-    groups_ = groups;
-    byKey_.clear();
-    for (const auto& group : *groups_) byKey_.emplace(group->key, &*group);
-  }
-  const auto found = byKey_.find(folderKey);
-  if (found == byKey_.end()) return {};
-  return previewAssets(*found->second);
-}
-
 QImage PictureDesk::known(const MediaAsset& asset, std::uint32_t side) const {
   const QImage* const image = shown_.object(keyOf(asset, side));
   return image == nullptr ? QImage{} : *image;

@@ -5,7 +5,6 @@
 #include <QObject>
 #include <functional>
 #include <memory>
-#include <unordered_map>
 
 #include "device/thumbnails/ThumbnailStore.h"
 #include "model/AppModel.h"
@@ -24,8 +23,6 @@ class PictureDesk : public QObject {
   explicit PictureDesk(WindowSession& session);
   ~PictureDesk() override;
 
-  /// Returns the pictures that stand for the folder with a key, none if it is not in the list.
-  std::vector<MediaAsset> facesOf(std::uint32_t folderKey);
   /// Returns a thumbnail that was shown lately, or a null image. `side` is its longest side in
   /// pixels, also below.
   QImage known(const MediaAsset& asset, std::uint32_t side) const;
@@ -42,8 +39,6 @@ class PictureDesk : public QObject {
   WindowSession& session_;
   std::unique_ptr<ThumbnailStore> store_;  ///< null if pictures cannot be opened
   std::shared_ptr<const SourceFiles> files_;
-  DisplayGroups groups_;  ///< those of `byKey_`
-  std::unordered_map<std::uint32_t, const DisplayGroup*> byKey_;
   std::shared_ptr<int> pending_ = std::make_shared<int>(0);
   QCache<QByteArray, QImage> shown_;
   AppModel::Subscription subscription_;

@@ -16,7 +16,7 @@ Rectangle {
     required property string note
     required property string more
     required property string symbol
-    required property string strip
+    required property var pictures
     required property bool isChecked
     required property bool isSelected
     required property bool isCurrent
@@ -97,11 +97,11 @@ Rectangle {
             color: Theme.mark
             size: 24
         }
-        FolderPictures {
+        PictureView {
             id: strip
             anchors.fill: parent
             radius: mosaic.radius
-            strip: card.wantsPictures ? card.strip : ""
+            pictures: card.wantsPictures ? card.pictures : null
         }
     }
     CheckCircle {

@@ -6,7 +6,15 @@ PopupMenu {
     id: menu
 
     signal renameRequested
+    signal openRequested
+    signal explanationRequested
 
+    MenuLine {
+        text: Words.viewShots
+        shortcutText: Words.enterKey
+        enabled: FolderListModel.selectedCount <= 1
+        onTriggered: menu.openRequested()
+    }
     MenuLine {
         text: FolderActions.areChecked ? Words.uncheckFolders : Words.checkFolders
         shortcutText: Words.spaceKey
@@ -34,6 +42,11 @@ PopupMenu {
         shortcutText: "Ctrl+Z"
         enabled: FolderActions.canUndoMerge
         onTriggered: FolderActions.undoMerge()
+    }
+    MenuLine {
+        text: Words.whyBoundary
+        enabled: FolderActions.hasBoundary
+        onTriggered: menu.explanationRequested()
     }
     MenuLine {
         text: Words.copyName

@@ -14,6 +14,9 @@ FocusScope {
     function openMenu() {
         scroll.openMenuAtCurrent();
     }
+    function explain() {
+        scroll.explain();
+    }
 
     FolderPaneHeader {
         id: header
@@ -26,9 +29,38 @@ FocusScope {
         height: 1
         color: Theme.line
     }
+    // How folders are chosen, until the user has read it.
+    Item {
+        id: tip
+        anchors.top: line.bottom
+        width: parent.width
+        height: visible ? notice.height + 16 : 0
+        visible: ViewChoices.wantsTip && FolderListModel.count > 0
+
+        Notice {
+            id: notice
+            x: 16
+            y: 12
+            width: parent.width - 32
+            text: Words.tipFolders
+            rightSpace: 40
+            symbol: "info"
+            tone: Theme.line
+            symbolColor: Theme.secondText
+            Accessible.role: Accessible.StaticText
+        }
+        IconButton {
+            anchors.right: notice.right
+            anchors.rightMargin: 6
+            anchors.verticalCenter: notice.verticalCenter
+            symbol: "close"
+            text: Words.close
+            onClicked: ViewChoices.dismissTip()
+        }
+    }
     FolderScroll {
         id: scroll
-        anchors.top: line.bottom
+        anchors.top: tip.bottom
         anchors.bottom: parent.bottom
         width: parent.width
         focus: true

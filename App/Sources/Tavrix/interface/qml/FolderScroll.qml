@@ -20,8 +20,14 @@ FocusScope {
         editor.selectAll();
         editor.forceActiveFocus();
     }
+    function takeName() {
+        FolderActions.rename(renamedRow, editor.text);
+        endRename();
+    }
     function endRename() {
         renamedRow = -1;
+        // Otherwise the list would hand the focus back to it.
+        editor.focus = false;
         scroll.forceActiveFocus();
     }
     function openMenu(row) {
@@ -33,6 +39,14 @@ FocusScope {
         const box = FolderListModel.boxOf(FolderListModel.currentRow);
         if (FolderActions.hasFolders)
             menu.popup(flick.contentItem, box.x + 24, box.y + 24);
+    }
+    // Explains why the current folder begins and ends where it does.
+    function explain() {
+        const box = FolderListModel.boxOf(FolderListModel.currentRow);
+        explanation.paragraphs = FolderActions.boundary();
+        explanation.x = box.x + 24;
+        explanation.top = box.y + 56;
+        explanation.open();
     }
     function showTip(item, isWanted) {
         if (isWanted) {
@@ -156,10 +170,9 @@ FocusScope {
             visible: scroll.renamedRow >= 0
             font.weight: Font.DemiBold
             Accessible.name: Words.folderName
-            onAccepted: {
-                FolderActions.rename(scroll.renamedRow, text);
-                scroll.endRename();
-            }
+            // A field passes these keys on, and in the list they open a folder.
+            Keys.onReturnPressed: scroll.takeName()
+            Keys.onEnterPressed: scroll.takeName()
             onActiveFocusChanged: if (!activeFocus && scroll.renamedRow >= 0)
                 scroll.renamedRow = -1
             Keys.onEscapePressed: scroll.endRename()
@@ -188,7 +201,14 @@ FocusScope {
     }
     FolderMenu {
         id: menu
+        onOpenRequested: scroll.opened(FolderListModel.currentRow)
         onRenameRequested: scroll.rename(FolderListModel.currentRow)
+        onExplanationRequested: scroll.explain()
+    }
+    InfoPopup {
+        id: explanation
+        parent: flick.contentItem
+        width: 380
     }
     Connections {
         target: FolderListModel

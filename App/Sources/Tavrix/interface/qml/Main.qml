@@ -10,8 +10,8 @@ ApplicationWindow {
     property bool showsSidebar: width >= 760
     property bool showsInspector: width >= 1180
 
-    width: 1400
-    height: 900
+    width: ViewChoices.windowSize.width
+    height: ViewChoices.windowSize.height
     minimumWidth: 720
     minimumHeight: 480
     visible: true
@@ -38,6 +38,8 @@ ApplicationWindow {
         if (ProgressModel.isRunning && !ProgressModel.isStopping) {
             close.accepted = false;
             questions.askToStop(true);
+        } else if (visibility === Window.Windowed) {
+            ViewChoices.keepWindowSize(width, height);
         }
     }
 
@@ -76,6 +78,14 @@ ApplicationWindow {
             anchors.top: parent.top
             anchors.bottom: parent.bottom
             focus: true
+            visible: !ShotListModel.isOpen
+            onOpened: row => ShotListModel.open(row)
+        }
+        FolderPage {
+            id: folderPage
+            anchors.fill: folderPane
+            visible: ShotListModel.isOpen
+            onVisibleChanged: (visible ? folderPage : folderPane).forceActiveFocus()
         }
         Inspector {
             id: inspector
@@ -111,6 +121,7 @@ ApplicationWindow {
         visible: WindowModel.page === WindowModel.BrowsePage
         onChooseWanted: questions.chooseDestination()
     }
+    ShotPage {}
     Questions {
         id: questions
         onCloseWanted: window.close()

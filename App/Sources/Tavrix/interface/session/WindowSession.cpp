@@ -1,5 +1,7 @@
 #include "interface/session/WindowSession.h"
 
+#include <cmath>
+
 #include "foundation/files/FileError.h"
 #include "media/Snapshot.h"
 #include "places/Gazetteer.h"
@@ -55,6 +57,7 @@ AppModel::Services WindowSession::services() {
   services.placeNaming = naming_.get();
   services.stateFolder = stateFolder_;
   services.looksAhead = true;
+  services.wantsReasons = true;
   services.failureText = [language = surroundings_.language](const std::exception_ptr& error) {
     return failureText(language, {}, error).value_or("");
   };
@@ -189,11 +192,20 @@ void WindowSession::retry() {
   }
 }
 
-void WindowSession::keep(std::string key, JsonValue value) {
+double WindowSession::kept(std::string_view key, double initial) const {
+  if (surroundings_.defaults == nullptr) return initial;
+  const auto object = surroundings_.defaults->object(key);
+  if (!object) return initial;
+  if (const bool* const flag = object->asBool()) return *flag ? 1 : 0;
+  const auto number = object->asNumber();
+  return number && std::isfinite(*number) ? *number : initial;
+}
+
+void WindowSession::keep(std::string key, double number) {
   UserDefaults* const defaults = surroundings_.defaults;
   if (defaults == nullptr || isDemo(surroundings_.environment)) return;
   storing_.post(
-      [defaults, key = std::move(key), value = std::move(value)] { defaults->set(key, value); });
+      [defaults, key = std::move(key), number] { defaults->set(key, JsonValue{number}); });
 }
 
 void WindowSession::show(OpenedSource source) {

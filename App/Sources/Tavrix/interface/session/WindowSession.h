@@ -61,9 +61,12 @@ class WindowSession : public QObject {
   /// Returns the state folder, or nullopt if the environment names none.
   const std::optional<std::string>& stateFolder() const { return stateFolder_; }
 
+  /// Returns the number that is kept under a key about the window itself, or `initial` if there is
+  /// none. A flag is 0 or 1.
+  double kept(std::string_view key, double initial) const;
   /// Stores a choice about the window itself in the user's defaults, in the background. In a demo
   /// nothing is stored.
-  void keep(std::string key, JsonValue value);
+  void keep(std::string key, double number);
 
  Q_SIGNALS:
   /// source() has changed.

@@ -13,7 +13,7 @@ class ScreensFolder : public QQmlAbstractUrlInterceptor {
 
   QUrl intercept(const QUrl& url, DataType type) override {
     if (type != QmlFile) return url;
-    for (const char* const place : {"", "controls/"}) {
+    for (const char* const place : {"", "controls/", "dialogs/", "folder/", "inspector/"}) {
       const QString file = folder_.absoluteFilePath(QLatin1String{place} + url.fileName());
       if (QFile::exists(file)) return QUrl::fromLocalFile(file);
     }

@@ -1,4 +1,4 @@
-#include "interface/list/FolderLayout.h"
+#include "interface/grid/FolderLayout.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

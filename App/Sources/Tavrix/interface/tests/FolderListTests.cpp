@@ -105,7 +105,7 @@ TEST_F(FolderListTest, clicksAndKeys_select) {
 }
 
 TEST_F(FolderListTest, mergedFolders_areSelectedAndCanBeTakenApart) {
-  FolderActions actions{harness.session, list};
+  FolderActions actions{harness.session, list, harness.words};
   list.click(0, Qt::NoModifier);
   list.click(1, Qt::ShiftModifier);
   ASSERT_TRUE(actions.canMerge());

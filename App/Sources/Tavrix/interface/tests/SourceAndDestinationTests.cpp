@@ -1,7 +1,7 @@
 #include <cerrno>
 
 #include "interface/destination/DestinationAdvice.h"
-#include "interface/destination/LastDestination.h"
+#include "interface/destination/LastRuns.h"
 #include "interface/source/WaitingFacts.h"
 #include "model/tests/support/ModelHarness.h"
 #include "services/HistoryFolder.h"
@@ -87,16 +87,20 @@ TEST(LastDestination, isThatOfTheSamePhoneIfItIsStillThere) {
   const TemporaryFolder folder;
   std::filesystem::create_directories(folder / "photos");
   RecordingLog log;
-  EXPECT_EQ(lastDestination(folder / "state", "hash", log), std::nullopt);
+  const auto last = [&](const std::string& phone) {
+    return lastRuns(folder / "state", phone, folder / "photos", log);
+  };
+  EXPECT_EQ(last("hash"), LastRuns{});
   TransferRecord record;
   record.phoneHash = "hash";
+  record.startedAt = Instant{std::chrono::hours{24 * 20700}};
   record.destinationPath = folder / "photos";
   std::filesystem::create_directories(folder / "state");
   HistoryFolder::create(folder / "state", log).store().add(record);
-  EXPECT_EQ(lastDestination(folder / "state", "hash", log), folder / "photos");
-  EXPECT_EQ(lastDestination(folder / "state", "other", log), std::nullopt);
+  EXPECT_EQ(last("hash"), (LastRuns{folder / "photos", record.startedAt}));
+  EXPECT_EQ(last("other"), LastRuns{});
   std::filesystem::remove(folder / "photos");
-  EXPECT_EQ(lastDestination(folder / "state", "hash", log), std::nullopt);
+  EXPECT_EQ(last("hash").destination, std::nullopt);
 }
 
 TEST(WaitingFacts, everyStateOfAPhone_hasWordsAndAWayOn) {

@@ -27,6 +27,9 @@ inline constexpr Sentence<std::string_view> freeAfterwards{"После пере�
 /// The number of files: "28 114 файлов".
 inline constexpr Sentence<std::string_view> transferFiles{"Перенести {}", "Transfer {}"};
 inline constexpr Sentence<> transferVerb{"Перенести", "Transfer"};
+/// A day: "22 ноября 2026".
+inline constexpr Sentence<std::string_view> lastTransferred{"последний перенос: {}",
+                                                            "last transferred: {}"};
 inline constexpr Sentence<> everythingInPlace{"Всё уже перенесено", "Everything is there already"};
 inline constexpr Sentence<> nothingChecked{"Ничего не отмечено", "Nothing is checked"};
 

@@ -33,6 +33,12 @@ inline constexpr Sentence<> onlyNew{"Только новые", "Only new"};
 inline constexpr Sentence<> showAsGrid{"Карточки", "Cards"};
 inline constexpr Sentence<> showAsList{"Список", "List"};
 
+inline constexpr Sentence<> tipFolders{
+    "Переносятся папки, отмеченные кружком слева вверху. Двойной щелчок показывает снимки папки, "
+    "правая кнопка — остальные действия.",
+    "Folders that are checked with the circle at the top left are transferred. Double-click a "
+    "folder to see its shots; right-click for more."};
+
 // In place of the folders.
 inline constexpr Sentence<> nothingFound{"Ничего не найдено", "Nothing found"};
 inline constexpr Sentence<> noShots{"По выбранным настройкам снимков нет",

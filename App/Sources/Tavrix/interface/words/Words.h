@@ -5,7 +5,9 @@
 #include <QString>
 
 #include "foundation/Sentence.h"
+#include "interface/words/BoundarySentences.h"
 #include "interface/words/DestinationBarSentences.h"
+#include "interface/words/FolderPageSentences.h"
 #include "interface/words/FormatSentences.h"
 #include "interface/words/HowSentences.h"
 #include "interface/words/InspectorSentences.h"
@@ -83,6 +85,17 @@ class Words : public QObject {
   TAVRIX_WORD(close)
   TAVRIX_WORD(spaceKey)
   TAVRIX_WORD(folders)
+  TAVRIX_WORD(tipFolders)
+
+  // The page of a folder.
+  TAVRIX_WORD(viewShots)
+  TAVRIX_WORD(enterKey)
+  TAVRIX_WORD(backToFolders)
+  TAVRIX_WORD(shotsOfFolder)
+  TAVRIX_WORD(whyBoundary)
+  TAVRIX_WORD(earlierShot)
+  TAVRIX_WORD(laterShot)
+  TAVRIX_WORD(openOutside)
 
   // The sidebar.
   TAVRIX_WORD(outlineName)

@@ -6,12 +6,14 @@ T.Popup {
     id: popup
 
     property var paragraphs: []
+    // Where it opens in its parent; if negative, below or above it.
+    property real top: -1
 
     width: 320
     implicitHeight: column.implicitHeight + 32
     padding: 16
     margins: 8
-    onAboutToShow: y = PopupPlace.below(parent, implicitHeight)
+    onAboutToShow: y = top >= 0 ? top : PopupPlace.below(parent, implicitHeight)
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     contentItem: Column {

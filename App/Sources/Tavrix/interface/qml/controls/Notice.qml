@@ -8,6 +8,9 @@ Rectangle {
     property string text
     property color tone: Theme.warn
     property string symbol: "warning"
+    property color symbolColor: tone
+    // Left free at the right.
+    property real rightSpace: 16
 
     implicitHeight: column.implicitHeight + 24
     radius: Theme.corner
@@ -21,13 +24,13 @@ Rectangle {
         x: 14
         y: 14
         name: notice.symbol
-        color: notice.tone
+        color: notice.symbolColor
     }
     Column {
         id: column
         x: 40
         anchors.verticalCenter: parent.verticalCenter
-        width: parent.width - 56
+        width: parent.width - 40 - notice.rightSpace
         spacing: 2
 
         Text {

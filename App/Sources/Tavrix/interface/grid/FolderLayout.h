@@ -5,9 +5,9 @@
 
 namespace tavrix::window {
 
-/// The exact places of the cards in a list of folders that is divided into sections, each below a
-/// header of its own. All lengths are in pixels, offsets count from the top of the list. Every
-/// question is answered in time logarithmic in the number of sections.
+/// The exact places of the cards, of folders or shots, in a list that is divided into sections,
+/// each below a header of its own. All lengths are in pixels, offsets count from the top of the
+/// list. Every question is answered in time logarithmic in the number of sections.
 class FolderLayout {
  public:
   struct Shape {
@@ -16,7 +16,10 @@ class FolderLayout {
     double gap = 12;
     double header = 44;  ///< height; 0 if sections have no headers
     double leastCardWidth = 264;
-    bool isList = false;  ///< one line a folder instead of cards
+    double pictureShape = 3.0 / 2.0;  ///< width to height of the pictures of a card
+    double cardPadding = 12;          ///< at both sides of the pictures
+    double cardTexts = 130;  ///< height of the texts of a card with the margins around them
+    bool isList = false;     ///< one line a folder instead of cards
 
     friend bool operator==(const Shape&, const Shape&) = default;
   };
@@ -37,13 +40,10 @@ class FolderLayout {
   };
   enum class Step { left, right, up, down, first, last, pageUp, pageDown };
 
-  /// The inner margin of a card, and the height of its texts with the margins around them.
-  static constexpr double cardPadding = 12;
-  static constexpr double cardTexts = 130;
   static constexpr double lineHeight = 40;
 
   FolderLayout() : FolderLayout({}, {}) {}
-  /// Every section has at least one folder.
+  /// Every section has at least one card.
   FolderLayout(const std::vector<std::size_t>& sectionSizes, const Shape& shape);
 
   const Shape& shape() const { return shape_; }

@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "interface/list/FolderLayout.h"
+#include "interface/grid/FolderLayout.h"
 
 namespace tavrix::window {
 

@@ -1,15 +1,9 @@
-#include "interface/list/FolderLayout.h"
+#include "interface/grid/FolderLayout.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace tavrix::window {
-namespace {
-
-/// Width to height of the pictures of a card.
-constexpr double pictureShape = 3.0 / 2.0;
-
-}  // namespace
 
 FolderLayout::FolderLayout(const std::vector<std::size_t>& sectionSizes, const Shape& shape)
     : shape_(shape) {
@@ -20,8 +14,8 @@ FolderLayout::FolderLayout(const std::vector<std::size_t>& sectionSizes, const S
   }
   const auto gaps = static_cast<double>(columns_ - 1) * shape.gap;
   cardWidth_ = std::floor((inner - gaps) / static_cast<double>(columns_));
-  const double pictures = std::max(0.0, cardWidth_ - 2 * cardPadding) / pictureShape;
-  cardHeight_ = shape.isList ? lineHeight : std::floor(pictures) + cardTexts;
+  const double pictures = std::max(0.0, cardWidth_ - 2 * shape.cardPadding) / shape.pictureShape;
+  cardHeight_ = shape.isList ? lineHeight : std::floor(pictures) + shape.cardTexts;
   double top = 0;
   std::size_t first = 0;
   for (const std::size_t size : sectionSizes) {

@@ -1,4 +1,4 @@
-#include "interface/list/SlotModel.h"
+#include "interface/grid/SlotModel.h"
 
 namespace tavrix::window {
 

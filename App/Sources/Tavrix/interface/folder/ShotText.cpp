@@ -1,0 +1,82 @@
+#include "interface/folder/ShotText.h"
+
+#include "foundation/Text.h"
+#include "interface/words/DayText.h"
+#include "interface/words/FolderPageSentences.h"
+#include "interface/words/ListSentences.h"
+#include "text/Measures.h"
+
+namespace tavrix::window::ShotText {
+namespace {
+
+void append(std::string& text, const std::string& part) {
+  if (part.empty()) return;
+  if (!text.empty()) text += ", ";
+  text += part;
+}
+
+std::string filesText(Language language, const AssetBundle& shot) {
+  std::string text;
+  for (const MediaAsset& asset : shot.assets()) {
+    if (!text.empty()) text += '\n';
+    text += say(language, sentences::fileWithSize, printable(std::string{asset.name()}),
+                bytesText(language, asset.sizeBytes()));
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string dayTitle(Language language, const FolderShots::Section& section) {
+  if (!section.day) return say(language, sentences::undatedShots);
+  const bool isRussian = language == Language::russian;
+  return formattedDay(language, *section.day, isRussian ? "d MMMM y, EEEE" : "EEEE, d MMMM y");
+}
+
+std::string marks(Language language, const AssetBundle& shot) {
+  std::string text;
+  const auto add = [&](bool applies, const Sentence<>& mark) {
+    if (applies) append(text, say(language, mark));
+  };
+  add(shot.isLivePhoto(), sentences::liveMark);
+  add(shot.primaryPicture().kind() == MediaKind::video, sentences::filmMark);
+  add(shot.hasEditedVersion(), sentences::editedMark);
+  add(shot.original().isOptimized(), sentences::reducedMark);
+  return text;
+}
+
+std::string time(Language language, const AssetBundle& shot, const TimeZone& zone) {
+  const MediaAsset& picture = shot.primaryPicture();
+  const auto clock = picture.cameraDate();
+  const auto date = clock ? clock : picture.captureDate();
+  if (!date) return {};
+  return formattedDate(language, *date, "d MMMM y, HH:mm", clock ? "UTC" : zone.id());
+}
+
+std::string description(Language language, const FolderShots& shots, std::size_t index,
+                        const TimeZone& zone) {
+  std::string text = time(language, shots.shots()[index], zone);
+  append(text, marks(language, shots.shots()[index]));
+  if (shots.effects[index].isInPlace) append(text, say(language, sentences::inPlace));
+  append(text, say(language, sentences::shotOf, numberText(language, index + 1),
+                   numberText(language, shots.shots().size())));
+  return text;
+}
+
+std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index,
+                        const TimeZone& zone) {
+  std::vector<Fact> facts;
+  const auto add = [&](const Sentence<>& title, std::string text) {
+    if (!text.empty()) facts.emplace_back(say(language, title), std::move(text));
+  };
+  const AssetBundle& shot = shots.shots()[index];
+  const bool hasClock = shot.primaryPicture().cameraDate().has_value();
+  add(hasClock ? sentences::takenTitle : sentences::fileDateTitle, time(language, shot, zone));
+  if (const auto position = shot.position()) add(sentences::placeTitle, pointText(*position));
+  add(sentences::marksTitle, marks(language, shot));
+  add(sentences::filesTitle, filesText(language, shot));
+  add(sentences::pathTitle, printable(shots.effects[index].path));
+  return facts;
+}
+
+}  // namespace tavrix::window::ShotText

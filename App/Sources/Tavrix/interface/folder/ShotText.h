@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "foundation/Sentence.h"
+#include "interface/folder/FolderShots.h"
+
+namespace tavrix::window {
+
+/// The texts about a shot, in the language given.
+namespace ShotText {
+
+/// Returns the title of a day: "16 мая 2026, суббота", "Без даты".
+std::string dayTitle(Language language, const FolderShots::Section& section);
+/// Returns what is special about a shot: "Live Photo, правленый". Empty if nothing is.
+std::string marks(Language language, const AssetBundle& shot);
+/// Returns the date and time, on the camera's clock if it is known, otherwise in `zone`; empty for
+/// a shot without a date.
+std::string time(Language language, const AssetBundle& shot, const TimeZone& zone);
+/// Returns what a screen reader says after the name. The place in the folder counts from 1.
+std::string description(Language language, const FolderShots& shots, std::size_t index,
+                        const TimeZone& zone);
+
+/// A title with what it is about.
+using Fact = std::pair<std::string, std::string>;
+/// Returns the facts beside a shot in full size.
+std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index,
+                        const TimeZone& zone);
+
+}  // namespace ShotText
+
+}  // namespace tavrix::window
