@@ -1,5 +1,6 @@
 #include "interface/pictures/PictureDesk.h"
 
+#include "interface/pictures/LandedFiles.h"
 #include "interface/session/WindowSession.h"
 #include "services/Thumbnails.h"
 
@@ -48,10 +49,14 @@ void PictureDesk::takeSource() {
 
 void PictureDesk::follow(const StateChange& change) {
   takeSource();
-  if (store_ == nullptr || !change.topics.has(StateTopic::phase)) return;
+  if (store_ == nullptr) return;
   const bool was = std::holds_alternative<app_phase::Transferring>(change.before.phase);
   const bool is = std::holds_alternative<app_phase::Transferring>(change.after.phase);
-  if (is && !was) store_->beginTransfer([](const MediaAsset&) { return std::nullopt; });
+  if (is && !was) {
+    store_->beginTransfer(
+        [&model = session_.model()](const MediaAsset& asset) { return landedPath(model, asset); });
+  }
+  if (was && is && change.has(StateTopic::progress) && *pending_ > 0) store_->landedFilesChanged();
   if (was && !is) store_->endTransfer();
 }
 

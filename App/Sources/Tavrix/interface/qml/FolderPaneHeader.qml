@@ -76,6 +76,7 @@ Item {
 
         SmallSwitch {
             text: Words.onlyNew
+            help: Words.onlyNewHelp + " " + Words.onlyNewDeleted
             enabled: ListHeader.canBeOnlyNew
             checked: ListHeader.onlyNew
             onToggled: ListHeader.onlyNew = checked

@@ -13,10 +13,34 @@ Item {
         anchors.horizontalCenter: parent.horizontalCenter
         y: 28
         width: Math.min(880, parent.width - 64)
-        height: 48
+        height: 64
 
+        // The picture that was copied last.
+        Rectangle {
+            id: picture
+            width: 64
+            height: 64
+            radius: Theme.smallCorner
+            color: Theme.tile
+
+            Symbol {
+                anchors.centerIn: parent
+                visible: !view.isShown
+                name: "photo"
+                color: Theme.mark
+                size: 24
+            }
+            PictureView {
+                id: view
+                anchors.fill: parent
+                radius: parent.radius
+                pictures: RunPicture.pictures
+            }
+        }
         Text {
-            width: parent.width - stopButton.width - 24
+            x: 80
+            y: 6
+            width: stopButton.x - x - 24
             text: ProgressModel.title
             font.pixelSize: Theme.titleText
             font.weight: Font.DemiBold
@@ -24,8 +48,9 @@ Item {
             elide: Text.ElideRight
         }
         Text {
-            y: 28
-            width: parent.width - stopButton.width - 24
+            x: 80
+            y: 36
+            width: stopButton.x - x - 24
             text: ProgressModel.destination
             font.pixelSize: Theme.bodyText
             color: Theme.secondText
@@ -34,6 +59,7 @@ Item {
         PushButton {
             id: stopButton
             anchors.right: parent.right
+            y: 6
             text: Words.cancelTransfer
             enabled: !ProgressModel.isStopping
             onClicked: page.stopWanted()

@@ -1,15 +1,23 @@
 import QtQuick
+import QtQuick.Controls.Basic as C
 import QtQuick.Templates as T
 
 // A switch with its text before it.
 T.Switch {
     id: control
 
+    // A line of explanation, shown under the mouse and read by screen readers.
+    property string help
+
     implicitWidth: label.implicitWidth + 8 + 34
     implicitHeight: Theme.control
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
+    Accessible.description: help
+    C.ToolTip.visible: hovered && help !== ""
+    C.ToolTip.text: help
+    C.ToolTip.delay: 600
 
     contentItem: Text {
         id: label
