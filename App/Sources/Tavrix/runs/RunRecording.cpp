@@ -7,6 +7,7 @@
 #include "foundation/Text.h"
 #include "library/ShownRows.h"
 #include "text/ConversionSentences.h"
+#include "text/DifferingText.h"
 #include "text/RunSentences.h"
 
 namespace tavrix {
@@ -125,7 +126,11 @@ std::vector<std::string> notesOf(const RunRecordInput& run) {
     const bool isPacked = transferOptions(run.settings, {}).container != Container::folder;
     return {say(language, isPacked ? sentences::notePackingUnderWay : sentences::noteUnderWay)};
   }
-  return runNotes(language, run.library, run.outcome);
+  std::vector<std::string> notes = runNotes(language, run.library, run.outcome);
+  for (std::string& text : differingTexts(language, countsOf(run.plan.differing))) {
+    notes.push_back(std::move(text));
+  }
+  return notes;
 }
 
 /// Adds the reason to every file that was kept unconverted.
@@ -143,6 +148,27 @@ void tellWhyKept(TransferRecord& record, const TransferReport& report, Language 
         if (found == reasons.end()) continue;
         file.reason = sentences::conversionFailureText(language, found->second);
         file.reasonCode = ReasonCode{.code = std::string{textOf(found->second)}};
+      }
+    }
+  }
+}
+
+/// Adds the difference to every file that was left in place although its size is not the expected
+/// one.
+void tellWhatDiffers(TransferRecord& record, const TransferPlan& plan, Language language) {
+  StringViewMap<const DifferingFile*> differing;
+  for (const DifferingFile& file : plan.differing) differing.emplace(file.assetID, &file);
+  if (differing.empty()) return;
+  for (TransferRecord::Folder& folder : record.folders) {
+    for (TransferRecord::Shot& shot : folder.shots) {
+      for (TransferRecord::File& file : shot.files) {
+        const auto found = differing.find(file.assetID);
+        if (found == differing.end() || file.path != found->second->path) continue;
+        const DifferingFile& there = *found->second;
+        file.reason = differenceText(language, there.kind);
+        file.reasonCode = ReasonCode{.code = std::string{textOf(there.kind)},
+                                     .expectedBytes = there.expectedSize,
+                                     .receivedBytes = there.size};
       }
     }
   }
@@ -260,6 +286,7 @@ TransferRecord recordOf(const RunRecordInput& run) {
                                       .options = recordOptions(run),
                                       .notes = notesOf(run)});
   tellWhyKept(record, *run.outcome.report, run.language);
+  tellWhatDiffers(record, run.plan, run.language);
   return record;
 }
 
