@@ -108,4 +108,10 @@ std::string partPath(const std::string& path) {
   return std::string{folderOf(path)} + joined(name, tail);
 }
 
+std::string convertedPartPath(const std::string& path) { return partPath(path + ".converted"); }
+
+std::vector<std::string> partPathsOf(const std::string& path) {
+  return {partPath(path), convertedPartPath(path)};
+}
+
 }  // namespace tavrix

@@ -282,7 +282,7 @@ void TransferWorker::convert(ReadyFile& ready) {
   const PlannedFile& file = planned(ready.index);
   if (run_.setup_.converter == nullptr) return keepOriginal(ready, ConversionFailure::failed);
   Folder& destination = run_.destination_;
-  const std::string output = partPath(file.relativePath + ".converted");
+  const std::string output = convertedPartPath(file.relativePath);
   removeQuietly(output);
   try {
     const std::uint64_t reported = convertInto(output, ready);

@@ -224,6 +224,10 @@ std::vector<std::string> packingNotes(Language language, const RunOutcome& outco
     notes.push_back(say(language, sentences::noteStagingCleared,
                         counted(language, leftOvers.removed, sentences::files)));
   }
+  if (leftOvers.removedParts > 0) {
+    notes.push_back(say(language, sentences::notePartsCleared,
+                        counted(language, leftOvers.removedParts, sentences::files)));
+  }
   return notes;
 }
 

@@ -46,6 +46,10 @@ inline constexpr Sentence<std::string> noteRescued{
 inline constexpr Sentence<std::string> noteStagingCleared{
     "От прерванной упаковки оставались временные копии ({}); они убраны.",
     "An interrupted packing had left temporary copies ({}); they are removed."};
+/// The number of files.
+inline constexpr Sentence<std::string> notePartsCleared{
+    "От прерванного переноса оставались недописанные файлы ({}); они убраны.",
+    "An interrupted transfer had left unfinished files ({}); they are removed."};
 /// The size that is still needed and the free space.
 inline constexpr Sentence<std::string, std::string> diskFull{
     "На диске нет места: нужно ещё {} (свободно {}). Освободите место — продолжу сам.",

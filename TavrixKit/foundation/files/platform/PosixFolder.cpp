@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <map>
@@ -99,6 +100,7 @@ class PosixFolder : public Folder {
   bool exists() const override;
   std::uint64_t freeBytes() const override;
   bool lock() override;
+  bool isLocked() const override { return isLocked_; }
 
  private:
   /// Returns the open folder that contains the last part of a path.
@@ -132,6 +134,7 @@ class PosixFolder : public Folder {
   std::string path_;
   mutable std::mutex mutex_;
   mutable std::map<std::string, SharedDescriptor> remembered_;
+  std::atomic<bool> isLocked_ = false;
 };
 
 void PosixFolder::checkPath(const std::string& path, FileOperation operation) const {
@@ -405,7 +408,8 @@ std::uint64_t PosixFolder::freeBytes() const {
 bool PosixFolder::lock() {
   // A process that only checks whether the folder is in use holds the lock for a moment.
   for (int attempt = 1;; ++attempt) {
-    if (::flock(root_->number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
+    isLocked_ = ::flock(root_->number(), LOCK_EX | LOCK_NB) == 0;
+    if (isLocked_ || errno != EWOULDBLOCK) return true;
     if (attempt == lockAttempts) return false;
     std::this_thread::sleep_for(lockPause);
   }

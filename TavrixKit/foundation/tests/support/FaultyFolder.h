@@ -195,6 +195,7 @@ class FaultyFolder : public Folder {
     return faults_->freeBytes ? faults_->freeBytes() : inner_->freeBytes();
   }
   bool lock() override { return faults_->lock ? *faults_->lock : inner_->lock(); }
+  bool isLocked() const override { return faults_->lock ? *faults_->lock : inner_->isLocked(); }
 
  private:
   void ask(FileOperation operation, const std::string& path) const {
