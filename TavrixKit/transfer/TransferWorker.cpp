@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 
+#include "foundation/ProcessLimits.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
@@ -115,6 +116,8 @@ FileOutcome::Failed failureOf(const SourceError& error, Language language) {
       return {say(language, changedWhileRead), {.code = "changedWhileRead"}};
     case SourceError::Kind::unsafeName:
       return hasUnsafeName(language);
+    case SourceError::Kind::notRegular:
+      return {say(language, notRegularInSource), {.code = "notRegular"}};
     case SourceError::Kind::disconnected:
       return {say(language, phoneDisconnected), {.code = "disconnected"}};
   }
@@ -136,7 +139,7 @@ std::string TransferEngine::fallbackName(const PlannedFile& file) {
 void TransferWorker::work() noexcept {
   try {
     while (const auto index = run_.nextIndex()) {
-      handle(*index);
+      run_.carryOut([&](bool isAlone) { return handle(*index, isAlone); });
       if (isBatchFull()) commit();
     }
     commit();
@@ -151,7 +154,7 @@ void TransferWorker::work() noexcept {
   }
 }
 
-void TransferWorker::handle(std::size_t index) {
+bool TransferWorker::handle(std::size_t index, bool isAlone) {
   const Language language = run_.setup_.language;
   received_ = 0;
   try {
@@ -160,8 +163,10 @@ void TransferWorker::handle(std::size_t index) {
   } catch (const DownloadStopped&) {
     // The run ends; the file has no outcome.
   } catch (const SourceError& error) {
+    if (!isAlone && lacksDescriptors(error.code())) return false;
     fail(index, failureOf(error, language));
   } catch (const FileError& error) {
+    if (!isAlone && lacksDescriptors(error.code())) return false;
     if (stopsRun(error, run_.destination_)) throw;
     fail(index, failureOf(error, language));
   } catch (const std::bad_alloc&) {
@@ -169,6 +174,7 @@ void TransferWorker::handle(std::size_t index) {
   } catch (const std::exception&) {
     fail(index, {say(language, sentences::sourceFailed), {.code = "sourceFailed"}});
   }
+  return true;
 }
 
 bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
@@ -330,12 +336,12 @@ void TransferWorker::commit() {
   while (!batch_.empty()) {
     const ReadyFile ready = std::move(batch_.back());
     batch_.pop_back();
-    land(ready);
+    run_.carryOut([&](bool isAlone) { return land(ready, isAlone); });
   }
   batchBytes_ = 0;
 }
 
-void TransferWorker::land(const ReadyFile& ready) {
+bool TransferWorker::land(const ReadyFile& ready, bool isAlone) {
   const PlannedFile& file = planned(ready.index);
   try {
     std::string path;
@@ -350,11 +356,13 @@ void TransferWorker::land(const ReadyFile& ready) {
                         ready.sha256);
     run_.meter_.finished(file, file.asset.sizeBytes());
   } catch (const FileError& error) {
+    if (!isAlone && lacksDescriptors(error.code())) return false;
     removeQuietly(ready.part);
     if (stopsRun(error, run_.destination_)) throw;
     run_.ledger_.failed(ready.index, failureOf(error, run_.setup_.language));
     run_.meter_.finished(file, file.asset.sizeBytes());
   }
+  return true;
 }
 
 bool TransferWorker::giveName(const ReadyFile& ready, std::string& path) {

@@ -18,7 +18,9 @@ class TransferWorker {
   void work() noexcept;
 
  private:
-  void handle(std::size_t index);
+  /// Brings one file to its outcome, or to the batch. Returns false, with nothing recorded, if that
+  /// lacked a descriptor and the worker is not alone.
+  bool handle(std::size_t index, bool isAlone);
   /// Records the outcome and returns true if the file needs no fetching or cannot be fetched.
   bool isSettledWithoutFetching(std::size_t index);
   /// Returns true if the volume may ignore letter case, so that the file at the path can be another
@@ -34,7 +36,8 @@ class TransferWorker {
 
   bool isBatchFull() const;
   void commit();
-  void land(const ReadyFile& ready);
+  /// As handle(), for a file of the batch.
+  bool land(const ReadyFile& ready, bool isAlone);
   /// Renames to the first free name. Returns true if a file with the same bytes already has that
   /// name.
   bool giveName(const ReadyFile& ready, std::string& path);

@@ -16,6 +16,7 @@
 #include <thread>
 #include <vector>
 
+#include "foundation/ProcessLimits.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/platform/PosixFile.h"
@@ -26,7 +27,10 @@ namespace {
 
 using SharedDescriptor = std::shared_ptr<const FileDescriptor>;
 
-constexpr std::size_t rememberedFolders = 128;
+/// The most folders that stay open. They must leave enough descriptors for files.
+std::size_t rememberedFolders() {
+  return std::clamp<std::size_t>(descriptorLimit() / 8, 1, 128);
+}
 constexpr int lockAttempts = 20;
 constexpr std::chrono::milliseconds lockPause{10};
 
@@ -162,8 +166,12 @@ SharedDescriptor PosixFolder::openRemembered(const std::string& folder,
     remembered_.erase(found);
   }
   FileDescriptor opened{openFolderBeneath(root_->number(), folder)};
+  if (!opened.isOpen() && lacksDescriptors(errno)) {
+    remembered_.clear();
+    opened = FileDescriptor{openFolderBeneath(root_->number(), folder)};
+  }
   if (!opened.isOpen()) fail(operation, folder, errno);
-  if (remembered_.size() >= rememberedFolders) remembered_.clear();
+  if (remembered_.size() >= rememberedFolders()) remembered_.clear();
   return remembered_[folder] = std::make_shared<FileDescriptor>(std::move(opened));
 }
 
