@@ -4,6 +4,7 @@
 #include <future>
 
 #include "transfer/FileNames.h"
+#include "transfer/SafeNames.h"
 
 namespace tavrix {
 
@@ -57,7 +58,7 @@ const std::string* DestinationView::landedPath(const WantedFile& file,
                                                const std::string& base) const {
   const MediaAsset& asset = file.asset;
   const auto counts = [&](const KnownAssets::Record& record) {
-    return isNumberedForm(*record.path, base) && holdsRecord(file, record);
+    return follows(*record.path, base) && holdsRecord(file, record);
   };
   const KnownAssets& known = recorded_->knownAssets();
   const auto last = known.byLocalID.find(asset.id());
@@ -73,6 +74,13 @@ const std::string* DestinationView::landedPath(const WantedFile& file,
                        isKept(*shot->second.path, shot->second.size) &&
                        isNumberedForm(*shot->second.path, base);
   return isThere ? shot->second.path : nullptr;
+}
+
+bool DestinationView::follows(const std::string& path, const std::string& base) const {
+  if (isNumberedForm(path, base)) return true;
+  const auto* const owner = recorded_->owner(path);
+  return owner != nullptr && owner->file->hasSafeName &&
+         isNumberedForm(path, SafeNames::safePath(base));
 }
 
 std::vector<const std::string*> DestinationView::recordedPaths(const WantedFile& file) const {
@@ -184,7 +192,7 @@ std::optional<DifferingFile> DestinationView::emptied(const WantedFile& file,
   }
   for (const KnownAssets::Record& record : records) {
     const bool isEmptied = isOnDisk(*record.path) && !isKept(*record.path, record.size);
-    if (!isEmptied || !isNumberedForm(*record.path, base)) continue;
+    if (!isEmptied || !follows(*record.path, base)) continue;
     if (!fits(file, *record.path, record.size, record.date)) continue;
     return DifferingFile{std::string{file.asset.id()}, *record.path, DifferingFile::Kind::emptied,
                          0, record.size};

@@ -99,7 +99,8 @@ class DestinationView {
   /// one, or if it was emptied.
   bool holdsAnother(const std::string& path, const WantedFile& file) const;
   /// Returns the path of a file that is on disk, is recorded for this asset, and has the path
-  /// `base` or a numbered form of it; nullptr if there is none.
+  /// `base`, a numbered form of it, or the safe form that the volume required; nullptr if there is
+  /// none.
   const std::string* landedPath(const WantedFile& file, const std::string& base) const;
   /// Returns the paths of all files that are on disk and recorded for this asset's id, the one that
   /// was recorded last first.
@@ -133,6 +134,8 @@ class DestinationView {
   }
   /// Returns true if the recorded file is kept on disk, this phone's, and may be that asset.
   bool holdsRecord(const WantedFile& file, const KnownAssets::Record& record) const;
+  /// Returns true if the recorded path follows from `base`, by a number or by its safe form.
+  bool follows(const std::string& path, const std::string& base) const;
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
   Holding holding(const std::string& path, const WantedFile& file) const;

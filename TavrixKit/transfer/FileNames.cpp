@@ -7,6 +7,7 @@
 #include "foundation/Time.h"
 #include "foundation/files/AtomicFile.h"
 #include "media/ParsedName.h"
+#include "transfer/SafeNames.h"
 
 namespace tavrix {
 namespace {
@@ -111,7 +112,8 @@ std::string partPath(const std::string& path) {
 std::string convertedPartPath(const std::string& path) { return partPath(path + ".converted"); }
 
 std::vector<std::string> partPathsOf(const std::string& path) {
-  return {partPath(path), convertedPartPath(path)};
+  return {partPath(path), convertedPartPath(path), SafeNames::partPath(path),
+          SafeNames::convertedPartPath(path)};
 }
 
 }  // namespace tavrix

@@ -23,6 +23,7 @@ struct ReadyFile {
   std::string sha256;
   std::uint64_t size = 0;
   std::optional<ConversionFailure> keptBecause;  ///< why it is unconverted
+  bool hasSafeName = false;                      ///< the planned name was refused
 };
 
 /// One execution of a plan: the state that its workers share.

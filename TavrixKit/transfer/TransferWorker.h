@@ -27,6 +27,11 @@ class TransferWorker {
   /// one whose name differs only in case. Equal sizes then prove too little.
   bool mayBeAnothers(const PlannedFile& file, const FileStatus& status) const;
   void fetch(std::size_t index);
+  /// Returns the status of the planned path; nullopt also if the volume has no such names.
+  std::optional<FileStatus> statusOf(const PlannedFile& file) const;
+  /// Creates the temporary file and its folders. If the volume refuses the name, gives the file its
+  /// safe name.
+  std::unique_ptr<WritableFile> createPart(ReadyFile& ready);
   /// Returns false if the bytes are not those that the phone listed; the outcome is then recorded.
   bool download(std::size_t index, ReadyFile& ready);
   void setDate(WritableFile& part, Instant date) const;
@@ -37,10 +42,11 @@ class TransferWorker {
   bool isBatchFull() const;
   void commit();
   /// As handle(), for a file of the batch.
-  bool land(const ReadyFile& ready, bool isAlone);
-  /// Renames to the first free name. Returns true if a file with the same bytes already has that
-  /// name.
-  bool giveName(const ReadyFile& ready, std::string& path);
+  bool land(ReadyFile& ready, bool isAlone);
+  /// Renames to the first free name, of the safe form if the volume refuses the name. Returns true
+  /// if a file with the same bytes already has that name.
+  bool giveName(ReadyFile& ready, std::string& path);
+  bool giveFreeName(const ReadyFile& ready, std::string& path);
   /// Renames to the planned path exactly, after setting aside a file that is in the way. If that
   /// fails, the file that was set aside gets its name back. Throws FileError.
   void takePlace(const ReadyFile& ready);

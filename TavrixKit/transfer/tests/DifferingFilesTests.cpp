@@ -29,10 +29,9 @@ class DifferenceTest : public testing::TestWithParam<DifferenceCase> {};
 TEST_P(DifferenceTest, fileAtThePlannedPath_staysThere_andIsNamedIfItsSizeDiffers) {
   const DifferenceCase& row = GetParam();
   const MediaAsset whole = assetOf("A/1.HEIC");
-  const MediaAsset asset{whole.id(),          whole.name(),          whole.directory(),
-                         whole.kind(),        whole.sizeBytes(),     whole.captureDate(),
-                         std::nullopt,        row.isReduced,         std::nullopt,
-                         std::nullopt};
+  const MediaAsset asset{whole.id(),        whole.name(),        whole.directory(), whole.kind(),
+                         whole.sizeBytes(), whole.captureDate(), std::nullopt,      row.isReduced,
+                         std::nullopt,      std::nullopt};
   TransferOptions options;
   options.photoFormat = row.format;
   const std::string path = row.format == PhotoOutputFormat::jpeg ? "d/1.jpg" : "d/1.HEIC";
@@ -61,22 +60,21 @@ constexpr auto jpeg = PhotoOutputFormat::jpeg;
 
 INSTANTIATE_TEST_SUITE_P(
     Sizes, DifferenceTest,
-    testing::Values(DifferenceCase{"asRecorded", 1000, 1000},
-                    DifferenceCase{"shorterThanRecorded", 999, 1000, {}, Kind::damaged},
-                    DifferenceCase{"longerThanRecorded", 1001, 1000, {}, Kind::changed},
-                    DifferenceCase{"emptied", 0, 1000, {"d/1 (2).HEIC"}, Kind::emptied},
-                    DifferenceCase{"withoutRecord", 1000, std::nullopt},
-                    DifferenceCase{"otherWithoutRecord", 7, std::nullopt, {}, Kind::foreign},
-                    DifferenceCase{"emptyWithoutRecord", 0, std::nullopt, {}, Kind::foreign},
-                    DifferenceCase{"originalOfAReducedCopy", 5000, std::nullopt, {}, {}, true},
-                    DifferenceCase{"shorterThanAReducedCopy", 7, std::nullopt, {}, Kind::foreign, true},
-                    DifferenceCase{"convertedAsRecorded", 400, 400, {}, {}, false, jpeg},
-                    DifferenceCase{"convertedShorter", 399, 400, {}, Kind::damaged, false, jpeg},
-                    DifferenceCase{
-                        "convertedEmptied", 0, 400, {"d/1 (2).jpg"}, Kind::emptied, false, jpeg},
-                    DifferenceCase{"convertedWithoutRecord", 7, std::nullopt, {}, {}, false, jpeg},
-                    DifferenceCase{
-                        "convertedEmpty", 0, std::nullopt, {}, Kind::foreign, false, jpeg}),
+    testing::Values(
+        DifferenceCase{"asRecorded", 1000, 1000},
+        DifferenceCase{"shorterThanRecorded", 999, 1000, {}, Kind::damaged},
+        DifferenceCase{"longerThanRecorded", 1001, 1000, {}, Kind::changed},
+        DifferenceCase{"emptied", 0, 1000, {"d/1 (2).HEIC"}, Kind::emptied},
+        DifferenceCase{"withoutRecord", 1000, std::nullopt},
+        DifferenceCase{"otherWithoutRecord", 7, std::nullopt, {}, Kind::foreign},
+        DifferenceCase{"emptyWithoutRecord", 0, std::nullopt, {}, Kind::foreign},
+        DifferenceCase{"originalOfAReducedCopy", 5000, std::nullopt, {}, {}, true},
+        DifferenceCase{"shorterThanAReducedCopy", 7, std::nullopt, {}, Kind::foreign, true},
+        DifferenceCase{"convertedAsRecorded", 400, 400, {}, {}, false, jpeg},
+        DifferenceCase{"convertedShorter", 399, 400, {}, Kind::damaged, false, jpeg},
+        DifferenceCase{"convertedEmptied", 0, 400, {"d/1 (2).jpg"}, Kind::emptied, false, jpeg},
+        DifferenceCase{"convertedWithoutRecord", 7, std::nullopt, {}, {}, false, jpeg},
+        DifferenceCase{"convertedEmpty", 0, std::nullopt, {}, Kind::foreign, false, jpeg}),
     [](const auto& row) { return row.param.name; });
 
 TEST(DifferingFiles, copyOfAnEmptiedFile_isKnownOnTheNextRun_andKeepsItsPair) {

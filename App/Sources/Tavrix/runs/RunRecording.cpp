@@ -2,13 +2,17 @@
 
 #include <absl/container/flat_hash_map.h>
 
+#include <algorithm>
+
 #include "foundation/Sentences.h"
 #include "foundation/StringMap.h"
 #include "foundation/Text.h"
+#include "foundation/files/AtomicFile.h"
 #include "library/ShownRows.h"
 #include "text/ConversionSentences.h"
 #include "text/DifferingText.h"
 #include "text/RunSentences.h"
+#include "text/SentenceParts.h"
 
 namespace tavrix {
 namespace {
@@ -127,6 +131,9 @@ std::vector<std::string> notesOf(const RunRecordInput& run) {
     return {say(language, isPacked ? sentences::notePackingUnderWay : sentences::noteUnderWay)};
   }
   std::vector<std::string> notes = runNotes(language, run.library, run.outcome);
+  if (auto note = safeNamesNote(language, run.plan, *run.outcome.report)) {
+    notes.push_back(*std::move(note));
+  }
   for (std::string& text : differingTexts(language, countsOf(run.plan.differing))) {
     notes.push_back(std::move(text));
   }
@@ -229,6 +236,22 @@ std::vector<std::string> packingNotes(Language language, const RunOutcome& outco
                         counted(language, leftOvers.removedParts, sentences::files)));
   }
   return notes;
+}
+
+std::optional<std::string> safeNamesNote(Language language, const TransferPlan& plan,
+                                         const TransferReport& report) {
+  const FileOutcome* first = nullptr;
+  std::uint64_t count = 0;
+  for (const FileOutcome& file : report.files) {
+    if (file.hasSafeName && count++ == 0) first = &file;
+  }
+  if (first == nullptr) return std::nullopt;
+  const auto planned = std::find_if(plan.files.begin(), plan.files.end(), [&](const auto& file) {
+    return file.asset.id() == first->assetID;
+  });
+  if (planned == plan.files.end()) return std::nullopt;
+  return say(language, sentences::noteSafeNames, counted(language, count, sentences::files),
+             forSentence(lastPathComponent(planned->relativePath)), forSentence(first->name));
 }
 
 std::optional<std::string> unknownKindNote(Language language, const Library& library) {

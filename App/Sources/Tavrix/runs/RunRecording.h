@@ -43,6 +43,11 @@ TransferRecord recordOf(const RunRecordInput& run);
 /// Returns a note about files that no run copies. Returns nullopt if there are none.
 std::optional<std::string> unknownKindNote(Language language, const Library& library);
 
+/// Returns a note about files whose names the destination refused. Returns nullopt if there are
+/// none.
+std::optional<std::string> safeNamesNote(Language language, const TransferPlan& plan,
+                                         const TransferReport& report);
+
 /// Returns notes about the packing and about the remains of killed runs, one sentence each. Returns
 /// none if all went as planned.
 std::vector<std::string> packingNotes(Language language, const RunOutcome& outcome);

@@ -25,9 +25,9 @@ std::vector<std::string> differingTexts(Language language, const DifferingCounts
     const auto& [files, firstPath] = counts.of(kind);
     if (files == 0) continue;
     const auto& named = files == 1 ? sentences::onlyFile : sentences::firstOfFiles;
-    texts.push_back(say(language, sentenceOf(kind),
-                        say(language, named, counted(language, files, sentences::files),
-                            forSentence(firstPath))));
+    texts.push_back(say(
+        language, sentenceOf(kind),
+        say(language, named, counted(language, files, sentences::files), forSentence(firstPath))));
   }
   return texts;
 }

@@ -28,9 +28,7 @@ namespace {
 using SharedDescriptor = std::shared_ptr<const FileDescriptor>;
 
 /// The most folders that stay open. They must leave enough descriptors for files.
-std::size_t rememberedFolders() {
-  return std::clamp<std::size_t>(descriptorLimit() / 8, 1, 128);
-}
+std::size_t rememberedFolders() { return std::clamp<std::size_t>(descriptorLimit() / 8, 1, 128); }
 constexpr int lockAttempts = 20;
 constexpr std::chrono::milliseconds lockPause{10};
 

@@ -105,6 +105,7 @@ void writeOutcome(JsonWriter& json, const FileOutcome& outcome) {
   json.beginObject().field("assetID", outcome.assetID).field("name", outcome.name);
   json.field("path", outcome.path).field("bytesOnDisk", outcome.bytesOnDisk);
   json.field("kind", textOf(outcome.kind));
+  if (outcome.hasSafeName) json.field("hasSafeName", true);
   if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {
     json.field("reason", failed->reason).key("reasonCode");
     encode(failed->code, json);

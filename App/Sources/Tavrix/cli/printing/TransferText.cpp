@@ -261,6 +261,10 @@ void TextPrinter::transfer(const TransferResult& result) {
     line("");
     line(*note);
   }
+  if (const auto note = safeNamesNote(language_, result.plan, report)) {
+    line("");
+    line(*note);
+  }
   for (const std::string& note : packingNotes(language_, result.outcome)) {
     line("");
     line(printable(note));
