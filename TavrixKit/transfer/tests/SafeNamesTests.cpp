@@ -11,22 +11,22 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST(SafeNames, names_areChangedOnlyWhereTheyMustBe) {
-  for (const auto& [name, safe] : std::vector<std::pair<std::string, std::string>>{
-           {"IMG_1.HEIC", "IMG_1.HEIC"},
-           {".Tavrix-staging", ".Tavrix-staging"},
-           {" a (2).jpg", " a (2).jpg"},
-           {"a:b?.jpg", "a-b-.jpg"},
-           {"a.j?g", "a.j-g"},
-           {"50%\x01.jpg", "50--.jpg"},
-           {"name. ", "name"},
-           {"name.jpg.", "name.jpg"},
-           {"CON", "CON-"},
-           {"con.tar.gz", "con-.tar.gz"},
-           {"COM1.jpg", "COM1-.jpg"},
-           {"COM0.jpg", "COM0.jpg"},
-           {"Console.jpg", "Console.jpg"},
-           {"?", "-"},
-           {". .", "untitled"}}) {
+  for (const auto& [name, safe] :
+       std::vector<std::pair<std::string, std::string>>{{"IMG_1.HEIC", "IMG_1.HEIC"},
+                                                        {".Tavrix-staging", ".Tavrix-staging"},
+                                                        {" a (2).jpg", " a (2).jpg"},
+                                                        {"a:b?.jpg", "a-b-.jpg"},
+                                                        {"a.j?g", "a.j-g"},
+                                                        {"50%\x01.jpg", "50--.jpg"},
+                                                        {"name. ", "name"},
+                                                        {"name.jpg.", "name.jpg"},
+                                                        {"CON", "CON-"},
+                                                        {"con.tar.gz", "con-.tar.gz"},
+                                                        {"COM1.jpg", "COM1-.jpg"},
+                                                        {"COM0.jpg", "COM0.jpg"},
+                                                        {"Console.jpg", "Console.jpg"},
+                                                        {"?", "-"},
+                                                        {". .", "untitled"}}) {
     EXPECT_EQ(SafeNames::safeName(name), safe) << name;
     EXPECT_EQ(SafeNames::safeName(safe), safe) << name;
   }
