@@ -48,7 +48,8 @@ void writeDestination(const TransferPlan& plan, const std::string& path) {
   for (const PlannedFile& file : plan.files) {
     const std::filesystem::path place = path + "/" + file.relativePath;
     std::filesystem::create_directories(place.parent_path());
-    std::ofstream{place} << "x";
+    std::ofstream{place}.close();
+    std::filesystem::resize_file(place, file.asset.sizeBytes());
     record.files.push_back({file.relativePath, file.asset.sizeBytes(), std::string(64, 'b'),
                             std::string{file.asset.id()}, std::nullopt});
   }

@@ -25,6 +25,9 @@ inline constexpr Sentence<std::uint64_t, std::uint64_t> sizesDiffer{
 inline constexpr Sentence<> notInSource{"файла нет в источнике", "the file is not in the source"};
 inline constexpr Sentence<std::string> unreadableInSource{"не удалось прочитать файл: {}",
                                                           "the file could not be read: {}"};
+inline constexpr Sentence<> notRegularInSource{
+    "в источнике это не обычный файл, а ссылка или устройство",
+    "in the source this is not a regular file but a link or a device"};
 inline constexpr Sentence<> changedWhileRead{"файл изменился, пока его читали",
                                              "the file changed while it was being read"};
 inline constexpr Sentence<std::string> unwritable{"не удалось записать файл: {}",

@@ -22,7 +22,14 @@ class DownloadDestination {
 /// A failure to read one file from the source.
 class SourceError : public std::exception {
  public:
-  enum class Kind { notFound, unreadable, changedWhileRead, unsafeName, disconnected };
+  enum class Kind {
+    notFound,
+    unreadable,
+    changedWhileRead,
+    unsafeName,
+    disconnected,
+    notRegular,  ///< a link, a device, a pipe or the like
+  };
 
   SourceError(Kind kind, std::string name, int code = 0)
       : kind_(kind), name_(std::move(name)), code_(code) {}

@@ -65,15 +65,17 @@ void setAside(Folder& destination, const std::string& name) {
   }
 }
 
-/// Gives the files that were found unchanged the digests of their earlier entries.
+/// Gives the files that were found unchanged what their earlier entries say besides.
 void keepDigests(std::vector<FileRecord>& landed, const PhoneRecord& earlier) {
   StringMap<const FileRecord*> byPath;
   for (const FileRecord& file : earlier.files) byPath[file.path] = &file;
   for (FileRecord& file : landed) {
     const auto found = byPath.find(file.path);
-    if (file.sha256 || found == byPath.end()) continue;
+    if (found == byPath.end()) continue;
     const FileRecord& before = *found->second;
-    if (before.size == file.size && before.localID == file.localID) file.sha256 = before.sha256;
+    if (before.size != file.size || before.localID != file.localID) continue;
+    file.hasSafeName = file.hasSafeName || before.hasSafeName;
+    if (!file.sha256) file.sha256 = before.sha256;
   }
 }
 

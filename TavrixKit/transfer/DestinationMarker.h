@@ -34,6 +34,8 @@ struct FileRecord {
   /// converted.
   std::optional<std::string> keptInsteadOf{};
   std::optional<ShotDate> date{};  ///< when its shot was taken
+  /// The volume refused the planned name, and the file has its safe form; see SafeNames.
+  bool hasSafeName = false;
 
   /// Returns true if the file has not been seen on disk yet.
   bool isClaim() const { return size == 0 && !sha256; }

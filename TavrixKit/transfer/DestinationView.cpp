@@ -4,6 +4,7 @@
 #include <future>
 
 #include "transfer/FileNames.h"
+#include "transfer/SafeNames.h"
 
 namespace tavrix {
 
@@ -57,7 +58,7 @@ const std::string* DestinationView::landedPath(const WantedFile& file,
                                                const std::string& base) const {
   const MediaAsset& asset = file.asset;
   const auto counts = [&](const KnownAssets::Record& record) {
-    return isNumberedForm(*record.path, base) && holdsRecord(file, record);
+    return follows(*record.path, base) && holdsRecord(file, record);
   };
   const KnownAssets& known = recorded_->knownAssets();
   const auto last = known.byLocalID.find(asset.id());
@@ -69,9 +70,17 @@ const std::string* DestinationView::landedPath(const WantedFile& file,
   }
   if (!asset.cloudID()) return nullptr;
   const auto shot = known.byCloudID.find(*asset.cloudID());
-  const bool isThere = shot != known.byCloudID.end() && isOnDisk(*shot->second.path) &&
+  const bool isThere = shot != known.byCloudID.end() &&
+                       isKept(*shot->second.path, shot->second.size) &&
                        isNumberedForm(*shot->second.path, base);
   return isThere ? shot->second.path : nullptr;
+}
+
+bool DestinationView::follows(const std::string& path, const std::string& base) const {
+  if (isNumberedForm(path, base)) return true;
+  const auto* const owner = recorded_->owner(path);
+  return owner != nullptr && owner->file->hasSafeName &&
+         isNumberedForm(path, SafeNames::safePath(base));
 }
 
 std::vector<const std::string*> DestinationView::recordedPaths(const WantedFile& file) const {
@@ -91,7 +100,7 @@ std::vector<const std::string*> DestinationView::recordedPaths(const WantedFile&
 
 bool DestinationView::holdsRecord(const WantedFile& file, const KnownAssets::Record& record) const {
   const auto* const owner = recorded_->owner(*record.path);
-  return owner->isThisPhone && isOnDisk(*record.path) &&
+  return owner->isThisPhone && isKept(*record.path, record.size) &&
          fits(file, *record.path, record.size, record.date);
 }
 
@@ -124,6 +133,7 @@ DestinationView::Holding DestinationView::holding(const std::string& path,
   const auto* const owner = recorded_->owner(path);
   if (owner == nullptr) return Holding::unrecorded;
   const DestinationMarker::FileRecord& there = *owner->file;
+  if (!isKept(path, there.size)) return Holding::anotherAsset;
   const MediaAsset& asset = file.asset;
   const bool isSame =
       (owner->isThisPhone && there.localID == asset.id() &&
@@ -137,14 +147,57 @@ bool DestinationView::holds(const std::string& path, const WantedFile& file) con
 }
 
 bool DestinationView::isOnlyRecord(const std::string& path, const WantedFile& file) const {
-  if (!recorded_->knownAssets().earlier.empty() || !isOnDisk(path)) return false;
+  const auto* const onDisk = filesOnDisk_->find(path);
+  if (!recorded_->knownAssets().earlier.empty() || onDisk == nullptr) return false;
   const auto* const owner = recorded_->owner(path);
-  return owner != nullptr && owner->isThisPhone && owner->file->localID == file.asset.id() &&
+  return owner != nullptr && owner->isThisPhone && owner->file->size == onDisk->size &&
+         owner->file->localID == file.asset.id() &&
          fits(file, path, owner->file->size, owner->file->date);
 }
 
 bool DestinationView::holdsAnother(const std::string& path, const WantedFile& file) const {
   return holding(path, file) == Holding::anotherAsset;
+}
+
+std::optional<DifferingFile> DestinationView::difference(const std::string& path,
+                                                         const WantedFile& file) const {
+  using Kind = DifferingFile::Kind;
+  const auto* const onDisk = filesOnDisk_->find(path);
+  if (onDisk == nullptr) return std::nullopt;
+  DifferingFile found{std::string{file.asset.id()}, path, Kind::foreign, onDisk->size};
+  const auto* const owner = recorded_->owner(path);
+  if (owner != nullptr && !owner->file->isClaim()) {
+    found.expectedSize = owner->file->size;
+    found.kind = found.size < *found.expectedSize ? Kind::damaged : Kind::changed;
+  } else if (!isConverted(file.conversion)) {
+    const std::uint64_t size = file.asset.sizeBytes();
+    // The larger file may be the original of a picture that the phone has reduced since.
+    if (size == 0 || (file.asset.isOptimized() && found.size > size)) return std::nullopt;
+    found.expectedSize = size;
+  } else if (found.size > 0) {
+    return std::nullopt;
+  }
+  if (found.size == found.expectedSize) return std::nullopt;
+  return found;
+}
+
+std::optional<DifferingFile> DestinationView::emptied(const WantedFile& file,
+                                                      const std::string& base) const {
+  const KnownAssets& known = recorded_->knownAssets();
+  const auto last = known.byLocalID.find(file.asset.id());
+  if (last == known.byLocalID.end()) return std::nullopt;
+  std::vector<KnownAssets::Record> records{last->second};
+  if (const auto earlier = known.earlier.find(file.asset.id()); earlier != known.earlier.end()) {
+    records.insert(records.end(), earlier->second.rbegin(), earlier->second.rend());
+  }
+  for (const KnownAssets::Record& record : records) {
+    const bool isEmptied = isOnDisk(*record.path) && !isKept(*record.path, record.size);
+    if (!isEmptied || !follows(*record.path, base)) continue;
+    if (!fits(file, *record.path, record.size, record.date)) continue;
+    return DifferingFile{std::string{file.asset.id()}, *record.path, DifferingFile::Kind::emptied,
+                         0, record.size};
+  }
+  return std::nullopt;
 }
 
 bool DestinationView::isStillOurs(const std::string& path) const {

@@ -86,18 +86,21 @@ class DestinationView {
   // Two memory cards may give the same id to two pictures. A recorded file with the same id but
   // another size is therefore another picture. The size proves nothing if the file is converted, if
   // it is a reduced copy, or if its size is unknown. If the record has the date of the shot, a
-  // different date also means another picture.
+  // different date also means another picture. An empty file that is recorded with a size has lost
+  // its bytes: its path is taken, but it is not the asset.
 
   /// Returns true if the file at the path is on disk and recorded for this asset.
   bool holds(const std::string& path, const WantedFile& file) const;
-  /// Returns true if the phone has recorded no asset twice and the file at the path is on disk and
-  /// recorded for this asset's id. So landedPath() for this path would return it.
+  /// Returns true if the phone has recorded no asset twice and the file at the path is on disk with
+  /// its recorded size and recorded for this asset's id. So landedPath() for this path would return
+  /// it, and difference() nullopt.
   bool isOnlyRecord(const std::string& path, const WantedFile& file) const;
   /// Returns true if the file at the path is on disk and recorded for an asset, but not for this
-  /// one.
+  /// one, or if it was emptied.
   bool holdsAnother(const std::string& path, const WantedFile& file) const;
   /// Returns the path of a file that is on disk, is recorded for this asset, and has the path
-  /// `base` or a numbered form of it; nullptr if there is none.
+  /// `base`, a numbered form of it, or the safe form that the volume required; nullptr if there is
+  /// none.
   const std::string* landedPath(const WantedFile& file, const std::string& base) const;
   /// Returns the paths of all files that are on disk and recorded for this asset's id, the one that
   /// was recorded last first.
@@ -105,6 +108,12 @@ class DestinationView {
   /// As landedPath(), for an original that was kept because it cannot be converted to `format`.
   const std::string* keptPath(const WantedFile& file, const std::string& base,
                               std::string_view format) const;
+  /// Returns how the file at a path differs from the one that is recorded there or, without a
+  /// record, from the file on the phone. Returns nullopt if it does not differ, if nothing is at
+  /// the path, or if sizes prove nothing.
+  std::optional<DifferingFile> difference(const std::string& path, const WantedFile& file) const;
+  /// As landedPath(), for a file that was emptied since it was recorded.
+  std::optional<DifferingFile> emptied(const WantedFile& file, const std::string& base) const;
 
   /// Returns how this phone's folder got its name; nullptr if that was not recorded.
   const Shared<DestinationMarker::FolderMaking>* making(std::string_view folder) const {
@@ -118,8 +127,15 @@ class DestinationView {
   friend bool operator==(const DestinationView&, const DestinationView&) = default;
 
  private:
-  /// Returns true if the recorded file is on disk, this phone's, and may be that asset.
+  /// Returns true if the file at the path is on disk, and not empty if it is recorded with a size.
+  bool isKept(const std::string& path, std::uint64_t recordedSize) const {
+    const auto* const onDisk = filesOnDisk_->find(path);
+    return onDisk != nullptr && (onDisk->size > 0 || recordedSize == 0);
+  }
+  /// Returns true if the recorded file is kept on disk, this phone's, and may be that asset.
   bool holdsRecord(const WantedFile& file, const KnownAssets::Record& record) const;
+  /// Returns true if the recorded path follows from `base`, by a number or by its safe form.
+  bool follows(const std::string& path, const std::string& base) const;
   enum class Holding { nothing, unrecorded, thisAsset, anotherAsset };
 
   Holding holding(const std::string& path, const WantedFile& file) const;

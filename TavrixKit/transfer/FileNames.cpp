@@ -7,6 +7,7 @@
 #include "foundation/Time.h"
 #include "foundation/files/AtomicFile.h"
 #include "media/ParsedName.h"
+#include "transfer/SafeNames.h"
 
 namespace tavrix {
 namespace {
@@ -106,6 +107,13 @@ std::string partPath(const std::string& path) {
   // Names that differ only in the part cut off must not share a temporary file.
   const std::string tail = "~" + sha256Hex(name).substr(0, 16) + std::string{ending};
   return std::string{folderOf(path)} + joined(name, tail);
+}
+
+std::string convertedPartPath(const std::string& path) { return partPath(path + ".converted"); }
+
+std::vector<std::string> partPathsOf(const std::string& path) {
+  return {partPath(path), convertedPartPath(path), SafeNames::partPath(path),
+          SafeNames::convertedPartPath(path)};
 }
 
 }  // namespace tavrix

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tavrix {
 
@@ -43,5 +44,10 @@ bool isStaged(std::string_view path);
 /// Returns the path of the temporary file beside `path`: ".part" appended, shortened if the name
 /// would be too long.
 std::string partPath(const std::string& path);
+/// Returns the path of the temporary file for the result of a conversion.
+std::string convertedPartPath(const std::string& path);
+/// Returns the paths of all temporary files that a transfer may use for a file with this planned
+/// path.
+std::vector<std::string> partPathsOf(const std::string& path);
 
 }  // namespace tavrix

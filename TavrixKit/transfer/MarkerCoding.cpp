@@ -76,7 +76,7 @@ class PlainRecord {
     std::optional<std::string> captured;
     std::optional<std::string> modified;
     const bool isPlain = json_.take("\n    {") && takeOptional("captured", captured) &&
-                         takeOptional("cloudID", file.cloudID) &&
+                         takeOptional("cloudID", file.cloudID) && takeSafeName(file) &&
                          takeOptional("keptInsteadOf", file.keptInsteadOf) &&
                          takeOptional("localID", file.localID) &&
                          takeOptional("modified", modified) && takeKey("path") &&
@@ -120,6 +120,11 @@ class PlainRecord {
     } while (json_.take(","));
     return json_.take("\n    }");
   }
+  /// Returns true also if the field is absent.
+  bool takeSafeName(FileRecord& file) {
+    file.hasSafeName = json_.take("\n      \"hasSafeName\": true,");
+    return true;
+  }
   bool takeKey(std::string_view name) {
     return json_.take("\n      \"") && json_.take(name) && json_.take("\": ");
   }
@@ -158,7 +163,11 @@ class RecordBuilder : public JsonHandler {
   std::int64_t version() const { return record_.schemaVersion; }
 
   bool null() override { return isUnknown() || (depth_ == 3 && isOptionalFileField()); }
-  bool boolean(bool) override { return isUnknown(); }
+  bool boolean(bool value) override {
+    if (isUnknown()) return true;
+    file_.hasSafeName = value;
+    return depth_ == 3 && list_ == List::files && key_ == "hasSafeName";
+  }
   bool number(double) override { return isUnknown(); }
   bool integer(std::int64_t value) override {
     if (isUnknown()) return true;
@@ -240,7 +249,8 @@ class RecordBuilder : public JsonHandler {
   }
   static bool isFileKey(std::string_view name) {
     return name == "path" || name == "size" || name == "sha256" || name == "localID" ||
-           name == "cloudID" || name == "keptInsteadOf" || name == "captured" || name == "modified";
+           name == "cloudID" || name == "keptInsteadOf" || name == "hasSafeName" ||
+           name == "captured" || name == "modified";
   }
   bool isOptionalFileField() const {
     return list_ == List::files && key_ != "path" && key_ != "size";
@@ -302,7 +312,7 @@ class RecordBuilder : public JsonHandler {
     if (key_ == "keptInsteadOf") file_.keptInsteadOf = value;
     if (key_ == "captured") setCaptured(file_, value);
     if (key_ == "modified") setModified(file_, value);
-    return key_ != "size";
+    return key_ != "size" && key_ != "hasSafeName";
   }
   static bool set(std::string& field, std::string_view value, bool& has) {
     field = value;
@@ -415,6 +425,7 @@ std::string encode(const PhoneRecord& record) {
     json.beginObject()
         .field("captured", dateText(file.date, true))
         .field("cloudID", file.cloudID)
+        .field("hasSafeName", file.hasSafeName ? std::optional{true} : std::nullopt)
         .field("keptInsteadOf", file.keptInsteadOf)
         .field("localID", file.localID)
         .field("modified", dateText(file.date, false))

@@ -33,11 +33,12 @@ void OutcomeLedger::failed(std::size_t index, FileOutcome::Failed failure) {
 
 void OutcomeLedger::landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,
                            std::uint64_t size, std::uint64_t bytesWritten,
-                           std::optional<std::string> sha256) {
+                           std::optional<std::string> sha256, bool hasSafeName) {
   const PlannedFile& file = plan_.files[index];
   const std::lock_guard lock{mutex_};
-  FileOutcome& outcome = outcomes_[index].emplace(FileOutcome{
-      std::string{file.asset.id()}, lastPathComponent(path), path, size, std::move(kind)});
+  FileOutcome& outcome =
+      outcomes_[index].emplace(FileOutcome{std::string{file.asset.id()}, lastPathComponent(path),
+                                           path, size, std::move(kind), hasSafeName});
   ++settled_;
   counters_.bytesWritten += bytesWritten;
   if (outcome.is<FileOutcome::AlreadyThere>()) ++counters_.resumedSkips;

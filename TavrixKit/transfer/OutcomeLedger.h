@@ -19,9 +19,10 @@ class OutcomeLedger {
 
   void failed(std::size_t index, FileOutcome::Failed failure);
   /// Records that the file is complete at `path`, found there or landed as `kind`; `bytesWritten`
-  /// of its bytes are new.
+  /// of its bytes are new. For `hasSafeName` see FileOutcome.
   void landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,
-              std::uint64_t size, std::uint64_t bytesWritten, std::optional<std::string> sha256);
+              std::uint64_t size, std::uint64_t bytesWritten, std::optional<std::string> sha256,
+              bool hasSafeName = false);
 
   bool isComplete() const { return settled_ == outcomes_.size(); }
   /// Returns the report of all outcomes so far, in plan order.

@@ -59,6 +59,15 @@ std::optional<std::size_t> PlanExecution::nextIndex() {
   return index < plan_.files.size() ? std::optional{index} : std::nullopt;
 }
 
+void PlanExecution::carryOut(const std::function<bool(bool isAlone)>& step) {
+  {
+    const std::shared_lock together{steps_};
+    if (step(false)) return;
+  }
+  const std::unique_lock alone{steps_};
+  step(true);
+}
+
 void PlanExecution::halt(std::exception_ptr cause) {
   const std::lock_guard lock{mutex_};
   if (!cause_) cause_ = std::move(cause);

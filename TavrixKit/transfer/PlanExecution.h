@@ -5,6 +5,7 @@
 #include <mutex>
 #include <optional>
 #include <semaphore>
+#include <shared_mutex>
 #include <vector>
 
 #include "transfer/OutcomeLedger.h"
@@ -22,6 +23,7 @@ struct ReadyFile {
   std::string sha256;
   std::uint64_t size = 0;
   std::optional<ConversionFailure> keptBecause;  ///< why it is unconverted
+  bool hasSafeName = false;                      ///< the planned name was refused
 };
 
 /// One execution of a plan: the state that its workers share.
@@ -42,6 +44,10 @@ class PlanExecution {
 
   /// Returns the index of the next file; nullopt if none is left or the run is to end.
   std::optional<std::size_t> nextIndex();
+  /// Carries out one step of a file, which returns false if it lacked a descriptor. If so, waits
+  /// until the steps of all other workers have ended and carries it out once more, alone; it must
+  /// then return true.
+  void carryOut(const std::function<bool(bool isAlone)>& step);
   /// Ends the run for all workers. Only the first cause is kept.
   void halt(std::exception_ptr cause);
   bool isPlanned(const std::string& path);
@@ -70,6 +76,7 @@ class PlanExecution {
   std::atomic<bool> isHalted_ = false;
   std::mutex mutex_;
   std::exception_ptr cause_;
+  std::shared_mutex steps_;  ///< held for the time of a step, alone or together with others
   std::mutex syncMutex_;
   std::optional<FileError> syncFailure_;
   std::optional<PathRegister> plannedPaths_;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "media/AssetBundle.h"
+#include "transfer/DifferingFiles.h"
 #include "transfer/KnownAssets.h"
 
 namespace tavrix {
@@ -60,6 +61,8 @@ struct TransferPlan {
   std::vector<MediaAsset> skippedKnown;  ///< already in the destination, in plan order
   std::vector<std::string> knownPaths;   ///< the destination path of each of `skippedKnown`
   bool onlyNew = true;
+  /// In plan order. The emptied ones are for files of `files`, all others are in `knownPaths`.
+  std::vector<DifferingFile> differing{};
 
   /// Returns the sum of the sizes of `files` on the phone.
   std::uint64_t totalBytes() const;

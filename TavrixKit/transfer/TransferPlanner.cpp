@@ -225,7 +225,7 @@ class Layout {
         if (paths.back() == nullptr) break;
       }
       if (paths.back() == nullptr) continue;
-      for (std::size_t i = 0; i < files.size(); ++i) skip(files[i], *paths[i], result);
+      for (std::size_t i = 0; i < files.size(); ++i) skipCompared(files[i], *paths[i], result);
       return true;
     }
     return false;
@@ -234,6 +234,13 @@ class Layout {
   static void skip(PlannedFile& file, std::string path, TransferPlan& result) {
     result.knownPaths.push_back(std::move(path));
     result.skippedKnown.push_back(std::move(file.asset));
+  }
+
+  /// As skip(), and notes it if the file at the path has another size.
+  void skipCompared(PlannedFile& file, std::string path, TransferPlan& result) const {
+    auto difference = destination_.difference(path, file.wanted());
+    if (difference) result.differing.push_back(*std::move(difference));
+    skip(file, std::move(path), result);
   }
 
   /// Moves one bundle's files to the plan or to the files that are already there.
@@ -250,13 +257,17 @@ class Layout {
       const std::string* const own = destination_.landedPath(file.wanted(), base);
       if (const std::string* const kept = keptPath(file, base);
           options_.onlyNew && kept != nullptr) {
-        skip(file, *kept, result);
+        skipCompared(file, *kept, result);
         continue;
       }
       if (options_.onlyNew &&
           (own != nullptr || isAlreadyThere(file.wanted(), file.relativePath, destination_))) {
-        skip(file, own != nullptr ? *own : std::move(file.relativePath), result);
+        skipCompared(file, own != nullptr ? *own : std::move(file.relativePath), result);
         continue;
+      }
+      if (options_.onlyNew) {
+        auto emptied = destination_.emptied(file.wanted(), base);
+        if (emptied) result.differing.push_back(*std::move(emptied));
       }
       if (own != nullptr) file.relativePath = *own;
       result.files.push_back(std::move(file));

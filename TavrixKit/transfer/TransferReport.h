@@ -56,6 +56,8 @@ struct FileOutcome {
   std::optional<std::string> path;  ///< relative path of the file; absent if nothing landed
   std::uint64_t bytesOnDisk = 0;
   Kind kind;
+  /// The destination refused the planned name, and the file has its safe form; see SafeNames.
+  bool hasSafeName = false;
 
   template <typename K>
   bool is() const {

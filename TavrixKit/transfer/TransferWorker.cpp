@@ -4,10 +4,12 @@
 #include <array>
 #include <cerrno>
 
+#include "foundation/ProcessLimits.h"
 #include "foundation/Sentences.h"
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
 #include "transfer/FileNames.h"
+#include "transfer/SafeNames.h"
 
 namespace tavrix {
 namespace {
@@ -115,6 +117,8 @@ FileOutcome::Failed failureOf(const SourceError& error, Language language) {
       return {say(language, changedWhileRead), {.code = "changedWhileRead"}};
     case SourceError::Kind::unsafeName:
       return hasUnsafeName(language);
+    case SourceError::Kind::notRegular:
+      return {say(language, notRegularInSource), {.code = "notRegular"}};
     case SourceError::Kind::disconnected:
       return {say(language, phoneDisconnected), {.code = "disconnected"}};
   }
@@ -136,7 +140,7 @@ std::string TransferEngine::fallbackName(const PlannedFile& file) {
 void TransferWorker::work() noexcept {
   try {
     while (const auto index = run_.nextIndex()) {
-      handle(*index);
+      run_.carryOut([&](bool isAlone) { return handle(*index, isAlone); });
       if (isBatchFull()) commit();
     }
     commit();
@@ -151,7 +155,7 @@ void TransferWorker::work() noexcept {
   }
 }
 
-void TransferWorker::handle(std::size_t index) {
+bool TransferWorker::handle(std::size_t index, bool isAlone) {
   const Language language = run_.setup_.language;
   received_ = 0;
   try {
@@ -160,8 +164,10 @@ void TransferWorker::handle(std::size_t index) {
   } catch (const DownloadStopped&) {
     // The run ends; the file has no outcome.
   } catch (const SourceError& error) {
+    if (!isAlone && lacksDescriptors(error.code())) return false;
     fail(index, failureOf(error, language));
   } catch (const FileError& error) {
+    if (!isAlone && lacksDescriptors(error.code())) return false;
     if (stopsRun(error, run_.destination_)) throw;
     fail(index, failureOf(error, language));
   } catch (const std::bad_alloc&) {
@@ -169,6 +175,7 @@ void TransferWorker::handle(std::size_t index) {
   } catch (const std::exception&) {
     fail(index, {say(language, sentences::sourceFailed), {.code = "sourceFailed"}});
   }
+  return true;
 }
 
 bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
@@ -184,12 +191,21 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
     return true;
   }
   if (run_.setup_.replacement) return false;
-  const auto status = run_.destination_.status(file.relativePath);
+  const auto status = statusOf(file);
   if (!status || !isComplete(*status, file) || mayBeAnothers(file, *status)) return false;
   run_.ledger_.landed(index, FileOutcome::AlreadyThere{}, file.relativePath, status->size, 0,
                       std::nullopt);
   run_.meter_.finished(file, 0);
   return true;
+}
+
+std::optional<FileStatus> TransferWorker::statusOf(const PlannedFile& file) const {
+  try {
+    return run_.destination_.status(file.relativePath);
+  } catch (const FileError& error) {
+    if (SafeNames::isRefusal(error)) return std::nullopt;
+    throw;
+  }
 }
 
 bool TransferWorker::mayBeAnothers(const PlannedFile& file, const FileStatus& status) const {
@@ -201,7 +217,6 @@ bool TransferWorker::mayBeAnothers(const PlannedFile& file, const FileStatus& st
 
 void TransferWorker::fetch(std::size_t index) {
   const PlannedFile& file = planned(index);
-  run_.destination_.makeFolders(parentPath(file.relativePath));
   ReadyFile ready{index, partPath(file.relativePath), file.relativePath, {}, 0, {}};
   try {
     if (!download(index, ready)) {
@@ -218,12 +233,31 @@ void TransferWorker::fetch(std::size_t index) {
   batch_.push_back(std::move(ready));
 }
 
+std::unique_ptr<WritableFile> TransferWorker::createPart(ReadyFile& ready) {
+  Folder& destination = run_.destination_;
+  const auto create = [&] {
+    destination.makeFolders(parentPath(ready.target));
+    return destination.createFile(ready.part);
+  };
+  try {
+    return create();
+  } catch (const FileError& error) {
+    const std::string safe = SafeNames::safePath(ready.target);
+    // A repair puts files back exactly where they were.
+    if (!SafeNames::isRefusal(error) || safe == ready.target || run_.setup_.replacement) throw;
+    ready.part = SafeNames::partPath(ready.target);
+    ready.target = safe;
+    ready.hasSafeName = true;
+  }
+  return create();
+}
+
 bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
   const PlannedFile& file = planned(index);
   const HeldSlot slot{run_.downloads_};
   if (run_.isHalted_ || run_.stop_.stop_requested()) throw DownloadStopped{};
   const std::uint64_t expected = file.asset.sizeBytes();
-  const auto part = run_.destination_.createFile(ready.part);
+  const auto part = createPart(ready);
   digest_.restart();
   Download download{*part, digest_, run_.meter_, expected, run_.stop_, received_};
   run_.source_.download(file.asset, download);
@@ -282,7 +316,8 @@ void TransferWorker::convert(ReadyFile& ready) {
   const PlannedFile& file = planned(ready.index);
   if (run_.setup_.converter == nullptr) return keepOriginal(ready, ConversionFailure::failed);
   Folder& destination = run_.destination_;
-  const std::string output = partPath(file.relativePath + ".converted");
+  const std::string output = ready.hasSafeName ? SafeNames::convertedPartPath(file.relativePath)
+                                               : convertedPartPath(file.relativePath);
   removeQuietly(output);
   try {
     const std::uint64_t reported = convertInto(output, ready);
@@ -310,6 +345,7 @@ void TransferWorker::keepOriginal(ReadyFile& ready, ConversionFailure failure) {
   const std::string name = TransferEngine::fallbackName(file);
   const std::string folder = parentPath(file.relativePath);
   ready.target = folder.empty() ? name : folder + "/" + name;
+  if (ready.hasSafeName) ready.target = SafeNames::safePath(ready.target);
   ready.keptBecause = failure;
   writeLog(run_.log_, "convert-fallback {}: {}", PrivateField{name}, PrivateField{textOf(failure)});
 }
@@ -328,14 +364,14 @@ void TransferWorker::commit() {
     throw FileError{FileOperation::status, run_.destination_.path(), ENOENT};
   std::reverse(batch_.begin(), batch_.end());
   while (!batch_.empty()) {
-    const ReadyFile ready = std::move(batch_.back());
+    ReadyFile ready = std::move(batch_.back());
     batch_.pop_back();
-    land(ready);
+    run_.carryOut([&](bool isAlone) { return land(ready, isAlone); });
   }
   batchBytes_ = 0;
 }
 
-void TransferWorker::land(const ReadyFile& ready) {
+bool TransferWorker::land(ReadyFile& ready, bool isAlone) {
   const PlannedFile& file = planned(ready.index);
   try {
     std::string path;
@@ -347,22 +383,37 @@ void TransferWorker::land(const ReadyFile& ready) {
       kind = FileOutcome::AlreadyThere{};
     }
     run_.ledger_.landed(ready.index, kind, path, ready.size, wasThere ? 0 : ready.size,
-                        ready.sha256);
+                        ready.sha256, ready.hasSafeName);
     run_.meter_.finished(file, file.asset.sizeBytes());
   } catch (const FileError& error) {
+    if (!isAlone && lacksDescriptors(error.code())) return false;
     removeQuietly(ready.part);
     if (stopsRun(error, run_.destination_)) throw;
     run_.ledger_.failed(ready.index, failureOf(error, run_.setup_.language));
     run_.meter_.finished(file, file.asset.sizeBytes());
   }
+  return true;
 }
 
-bool TransferWorker::giveName(const ReadyFile& ready, std::string& path) {
+bool TransferWorker::giveName(ReadyFile& ready, std::string& path) {
   if (run_.setup_.replacement) {
     path = ready.target;
     takePlace(ready);
     return false;
   }
+  try {
+    return giveFreeName(ready, path);
+  } catch (const FileError& error) {
+    // Some volumes accept the temporary name but not the final one.
+    const std::string safe = SafeNames::safePath(ready.target);
+    if (!SafeNames::isRefusal(error) || safe == ready.target) throw;
+    ready.target = safe;
+    ready.hasSafeName = true;
+  }
+  return giveFreeName(ready, path);
+}
+
+bool TransferWorker::giveFreeName(const ReadyFile& ready, std::string& path) {
   // The name of a kept original may differ from its planned name only in letter case.
   const bool isPlannedTarget =
       caseFolded(ready.target) == caseFolded(planned(ready.index).relativePath);

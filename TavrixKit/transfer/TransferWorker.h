@@ -18,13 +18,20 @@ class TransferWorker {
   void work() noexcept;
 
  private:
-  void handle(std::size_t index);
+  /// Brings one file to its outcome, or to the batch. Returns false, with nothing recorded, if that
+  /// lacked a descriptor and the worker is not alone.
+  bool handle(std::size_t index, bool isAlone);
   /// Records the outcome and returns true if the file needs no fetching or cannot be fetched.
   bool isSettledWithoutFetching(std::size_t index);
   /// Returns true if the volume may ignore letter case, so that the file at the path can be another
   /// one whose name differs only in case. Equal sizes then prove too little.
   bool mayBeAnothers(const PlannedFile& file, const FileStatus& status) const;
   void fetch(std::size_t index);
+  /// Returns the status of the planned path; nullopt also if the volume has no such names.
+  std::optional<FileStatus> statusOf(const PlannedFile& file) const;
+  /// Creates the temporary file and its folders. If the volume refuses the name, gives the file its
+  /// safe name.
+  std::unique_ptr<WritableFile> createPart(ReadyFile& ready);
   /// Returns false if the bytes are not those that the phone listed; the outcome is then recorded.
   bool download(std::size_t index, ReadyFile& ready);
   void setDate(WritableFile& part, Instant date) const;
@@ -34,10 +41,12 @@ class TransferWorker {
 
   bool isBatchFull() const;
   void commit();
-  void land(const ReadyFile& ready);
-  /// Renames to the first free name. Returns true if a file with the same bytes already has that
-  /// name.
-  bool giveName(const ReadyFile& ready, std::string& path);
+  /// As handle(), for a file of the batch.
+  bool land(ReadyFile& ready, bool isAlone);
+  /// Renames to the first free name, of the safe form if the volume refuses the name. Returns true
+  /// if a file with the same bytes already has that name.
+  bool giveName(ReadyFile& ready, std::string& path);
+  bool giveFreeName(const ReadyFile& ready, std::string& path);
   /// Renames to the planned path exactly, after setting aside a file that is in the way. If that
   /// fails, the file that was set aside gets its name back. Throws FileError.
   void takePlace(const ReadyFile& ready);

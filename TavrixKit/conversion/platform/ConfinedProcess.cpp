@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <thread>
 
+#include "foundation/ProcessLimits.h"
+#include "foundation/files/FileError.h"
 #include "foundation/files/platform/FileDescriptor.h"
 #include "transfer/MediaConverter.h"
 
@@ -21,6 +23,7 @@ constexpr int firstDescriptor = 3;
 /// Duplicates a descriptor to a number above those that the process gets.
 FileDescriptor aside(int descriptor) {
   FileDescriptor copy{::fcntl(descriptor, F_DUPFD_CLOEXEC, 16)};
+  if (!copy.isOpen() && lacksDescriptors(errno)) throw FileError{FileOperation::open, "", errno};
   if (!copy.isOpen()) throw ConversionError{ConversionFailure::failed};
   return copy;
 }

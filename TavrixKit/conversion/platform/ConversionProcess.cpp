@@ -41,7 +41,10 @@ class Child {
   Child(const std::string& program, const PlannedConversion& conversion,
         const ConversionFiles& files, const ConversionLimits& limits) {
     int ends[2];
-    if (::pipe2(ends, O_CLOEXEC) != 0) fail();
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
+      if (lacksDescriptors(errno)) throw FileError{FileOperation::open, "", errno};
+      fail();
+    }
     report_ = FileDescriptor{ends[0]};
     const FileDescriptor writing{ends[1]};
     const int descriptors[] = {files.source, files.result, writing.number()};

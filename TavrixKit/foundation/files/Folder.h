@@ -109,6 +109,8 @@ class Folder {
   /// Locks the folder for this process until the object is destroyed. Returns false if another
   /// process keeps the lock for longer than a moment. If the volume has no locks, returns true.
   virtual bool lock() = 0;
+  /// Returns true if this object holds the lock. Returns false also if the volume has no locks.
+  virtual bool isLocked() const = 0;
 };
 
 /// Opens an existing folder of the disk. Follows a symbolic link. Throws FileError.

@@ -14,7 +14,7 @@ struct KnownCode {
   std::string_view english;
 };
 
-constexpr std::array<KnownCode, 15> knownCodes{{
+constexpr std::array<KnownCode, 17> knownCodes{{
     {ENOSPC, "нет места на диске", "no space left on the disk"},
     {EDQUOT, "исчерпана дисковая квота", "the disk quota is used up"},
     {EROFS, "диск доступен только для чтения", "the disk is read-only"},
@@ -28,7 +28,10 @@ constexpr std::array<KnownCode, 15> knownCodes{{
     {ENAMETOOLONG, "имя слишком длинное", "the name is too long"},
     {EXDEV, "ссылка ведёт за пределы папки", "a link leads out of the folder"},
     {ELOOP, "ссылки замкнуты в круг", "links form a loop"},
-    {EFBIG, "файл слишком велик для этого диска", "the file is too large for this disk"},
+    {EFBIG, "файл больше, чем позволяет диск или система",
+     "the file is larger than the disk or the system allows"},
+    {EMFILE, "открыто слишком много файлов (ulimit -n)", "too many files are open (ulimit -n)"},
+    {ENFILE, "в системе открыто слишком много файлов", "too many files are open in the system"},
     {EINVAL, "диск не принимает такое имя или файл", "the disk does not take such a name or file"},
 }};
 

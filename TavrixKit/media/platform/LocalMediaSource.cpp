@@ -26,6 +26,14 @@ bool isUnchanged(const struct stat& before, const struct stat& after) {
          before.st_mtim.tv_nsec == after.st_mtim.tv_nsec;
 }
 
+/// Returns the kind of an error of open().
+SourceError::Kind kindOf(int code) {
+  if (code == ENOENT) return SourceError::Kind::notFound;
+  // ENXIO: a socket.
+  return code == ELOOP || code == ENXIO ? SourceError::Kind::notRegular
+                                        : SourceError::Kind::unreadable;
+}
+
 std::span<std::byte> threadBuffer() {
   thread_local const auto buffer = std::make_unique<std::byte[]>(bufferBytes);
   return {buffer.get(), bufferBytes};
@@ -36,17 +44,17 @@ std::span<std::byte> threadBuffer() {
 void LocalMediaSource::download(const MediaAsset& asset, DownloadDestination& destination) {
   const std::string name{asset.name()};
   if (!isSafePathComponent(name)) throw SourceError{SourceError::Kind::unsafeName, name};
-  // Without O_NONBLOCK, opening a named pipe would wait for a writer.
+  // A link could lead to any file of the computer. Without O_NONBLOCK, opening a named pipe would
+  // wait for a writer.
   const FileDescriptor file{
-      ::open((baseURL_ + "/" + name).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+      ::open((baseURL_ + "/" + name).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW)};
   if (!file.isOpen()) {
-    const auto kind = errno == ENOENT ? SourceError::Kind::notFound : SourceError::Kind::unreadable;
-    throw SourceError{kind, name, errno};
+    throw SourceError{kindOf(errno), name, errno};
   }
   const struct stat before = statusOf(file, name);
+  if (S_ISDIR(before.st_mode)) throw SourceError{SourceError::Kind::unreadable, name, EISDIR};
   if (!S_ISREG(before.st_mode)) {
-    throw SourceError{SourceError::Kind::unreadable, name,
-                      S_ISDIR(before.st_mode) ? EISDIR : EINVAL};
+    throw SourceError{SourceError::Kind::notRegular, name};
   }
   const std::span<std::byte> buffer = threadBuffer();
   for (;;) {

@@ -33,7 +33,12 @@ TEST(LocalMediaSource, nameThatIsNoRegularFile_isRefused) {
   folder.write("media/folder/x", "x");
   ASSERT_EQ(::mkfifo((folder / "media/pipe").c_str(), 0600), 0);
   LocalMediaSource source{folder / "media"};
-  for (const auto& [name, kind] : {std::pair{std::string{"pipe"}, Kind::unreadable},
+  folder.write("elsewhere", "secret");
+  std::filesystem::create_symlink(folder / "elsewhere", folder / "media/link");
+  std::filesystem::create_symlink("secret", folder / "media/inner");
+  for (const auto& [name, kind] : {std::pair{std::string{"pipe"}, Kind::notRegular},
+                                   {"link", Kind::notRegular},
+                                   {"inner", Kind::notRegular},
                                    {"folder/x", Kind::unsafeName},
                                    {"../secret", Kind::unsafeName},
                                    {"..", Kind::unsafeName},

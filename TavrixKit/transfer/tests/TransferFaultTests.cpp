@@ -10,6 +10,8 @@
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
+#include <mutex>
+#include <set>
 #include <thread>
 
 #include "foundation/Text.h"
@@ -204,6 +206,31 @@ TEST(TransferFault, fileThatDiffersOnlyInCase_isNotTakenForOurs) {
   folder.write("2026-05-20/img_1000.heic", contentOf("100APPLE/IMG_1000.HEIC", 1000));
   EXPECT_EQ(kindsOf(TransferEngine{}.run(plan, source, destination)),
             std::vector<std::string>{"alreadyThere"});
+}
+
+TEST(TransferFault, lackOfDescriptors_isWaitedFor) {
+  const auto plan = planOf(12, 1000);
+  for (const auto operation :
+       {FileOperation::create, FileOperation::rename, FileOperation::status}) {
+    const TemporaryFolder folder;
+    FaultyFolder destination{openFolder(folder.path())};
+    std::mutex mutex;
+    std::set<std::string> asked;
+    destination.faults().rule = [&](FileOperation now, const std::string& path) {
+      const std::lock_guard lock{mutex};
+      if (now == operation && asked.insert(path).second) throw FileError{now, path, EMFILE};
+    };
+    MemorySource source;
+    source.threads = 4;
+    EXPECT_EQ(TransferEngine{{.limits = {.files = 3}}}.run(plan, source, destination).copied, 12U);
+    expectComplete(folder.path(), plan);
+  }
+  // A worker that is alone does not wait for ever.
+  const TemporaryFolder folder;
+  FaultyFolder destination{openFolder(folder.path())};
+  destination.faults().rule = failing(FileOperation::create, EMFILE);
+  MemorySource source;
+  EXPECT_EQ(TransferEngine{}.run(plan, source, destination).failures.size(), 12U);
 }
 
 TEST(TransferFault, folderThatVanishes_isMadeAgain) {

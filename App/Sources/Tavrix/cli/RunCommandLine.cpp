@@ -69,6 +69,21 @@ Settings settingsOf(const Invocation& call, const Surroundings& surroundings) {
   return settings;
 }
 
+/// Runs the command. If the table of places is missing, reports that after the command, or before
+/// its error: without names of places, folders have other names than the user expects.
+ExitStatus runTellingPlacesFault(const CommandSpec& command, const CommandContext& context) {
+  try {
+    const ExitStatus status = command.run(context);
+    tellPlacesFault(context);
+    return status;
+  } catch (const OutputClosed&) {
+    throw;
+  } catch (...) {
+    tellPlacesFault(context);
+    throw;
+  }
+}
+
 ExitStatus execute(const CommandRequest& request, const Surroundings& surroundings,
                    const Messages& messages) {
   const Invocation& call = request.call;
@@ -91,8 +106,7 @@ ExitStatus execute(const CommandRequest& request, const Surroundings& surroundin
   if (state && !keepsGroupsDebug(surroundings.environment)) {
     GroupsDebug::remove(*state, context.log);
   }
-  const ExitStatus status = request.command->run(context);
-  tellPlacesFault(context);
+  const ExitStatus status = runTellingPlacesFault(*request.command, context);
   const bool isPartial = status == ExitStatus::done && source.unreadFolders > 0;
   return isPartial ? ExitStatus::someFailed : status;
 }

@@ -13,6 +13,7 @@
 #include "cli/printing/TerminalLine.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/StoredSettings.h"
+#include "foundation/ProcessLimits.h"
 #include "foundation/Text.h"
 #include "foundation/TimeZone.h"
 #include "services/platform/Resources.h"
@@ -67,6 +68,7 @@ std::optional<int> columnsForProgress(const Environment& environment) {
 }
 
 int run(const std::vector<std::string>& arguments) {
+  reportFileSizeLimit();
   ErrorSink err;
   Interrupts interrupts{[&] { err.eraseOpenLine(); }};
   const auto phones = Phones::openBrowser();

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdio>
 
+#include "foundation/ProcessLimits.h"
 #include "foundation/Text.h"
 #include "foundation/TimeZone.h"
 #include "interface/engine/EngineObjects.h"
@@ -91,6 +92,7 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
 }
 
 int run(int argc, char** argv) {
+  reportFileSizeLimit();
   const Environment environment = processEnvironment();
   const auto defaults = openDefaults(environment);
   const std::string chosen = keptLanguage(defaults.get()).value_or(std::string{initialLanguage});

@@ -188,6 +188,8 @@ TransferPlan partOf(const TransferPlan& all, const Choosing::Folders& chosen) {
     part.skippedKnown.push_back(all.skippedKnown[i]);
     part.knownPaths.push_back(all.knownPaths[i]);
   }
+  std::copy_if(all.differing.begin(), all.differing.end(), std::back_inserter(part.differing),
+               [&](const DifferingFile& file) { return ids.contains(file.assetID); });
   return part;
 }
 

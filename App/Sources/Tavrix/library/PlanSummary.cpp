@@ -3,11 +3,24 @@
 #include "foundation/StringMap.h"
 
 namespace tavrix {
+namespace {
+
+/// Returns the ids of the known files that have another size in the destination.
+absl::flat_hash_set<std::string_view> differingIDs(const TransferPlan& plan) {
+  absl::flat_hash_set<std::string_view> ids;
+  for (const DifferingFile& file : plan.differing) {
+    if (file.kind != DifferingFile::Kind::emptied) ids.insert(file.assetID);
+  }
+  return ids;
+}
+
+}  // namespace
 
 std::vector<FolderPlan> rowPlans(const std::vector<FolderNaming::Row>& rows,
                                  const TransferPlan& plan) {
   std::vector<FolderPlan> folders;
   folders.reserve(rows.size());
+  const auto differing = differingIDs(plan);
   // The plan lists the files in row order, without the known ones.
   auto next = plan.files.begin();
   for (const FolderNaming::Row& row : rows) {
@@ -16,6 +29,7 @@ std::vector<FolderPlan> rowPlans(const std::vector<FolderNaming::Row>& rows,
       for (const MediaAsset& asset : bundle.assets()) {
         if (next == plan.files.end() || next->asset.id() != asset.id()) {
           ++folder.knownFiles;
+          if (!differing.empty() && differing.contains(asset.id())) ++folder.differingFiles;
           continue;
         }
         ++folder.newFiles;
@@ -42,6 +56,7 @@ std::vector<FolderPlan> folderPlans(const std::vector<FolderNaming::Row>& rows,
     folder.newFiles += row.newFiles;
     folder.newBytes += row.newBytes;
     folder.knownFiles += row.knownFiles;
+    folder.differingFiles += row.differingFiles;
   }
   return folders;
 }
@@ -52,6 +67,7 @@ TransferTally tallyOf(const Library& library, const TransferPlan& plan,
   tally.catalogue = library.fileCount;
   tally.leftOut = library.leftOut;
   tally.known = plan.skippedKnown.size();
+  tally.differing = differingIDs(plan).size();
   tally.planned = plan.files.size();
   tally.plannedBytes = plan.totalBytes();
   for (const FileOutcome& outcome : report.files) {

@@ -14,8 +14,9 @@ namespace tavrix {
 struct FolderPlan {
   std::string name;
   std::uint64_t newFiles = 0;
-  std::uint64_t newBytes = 0;    ///< sizes on the phone, before conversion
-  std::uint64_t knownFiles = 0;  ///< already in the destination
+  std::uint64_t newBytes = 0;        ///< sizes on the phone, before conversion
+  std::uint64_t knownFiles = 0;      ///< already in the destination
+  std::uint64_t differingFiles = 0;  ///< the known files that have another size there
 
   friend bool operator==(const FolderPlan&, const FolderPlan&) = default;
 };
@@ -34,7 +35,8 @@ std::vector<FolderPlan> folderPlans(const std::vector<FolderNaming::Row>& rows,
 struct TransferTally {
   std::uint64_t catalogue = 0;
   Library::LeftOut leftOut;
-  std::uint64_t known = 0;  ///< in the destination before the run, therefore not planned
+  std::uint64_t known = 0;      ///< in the destination before the run, therefore not planned
+  std::uint64_t differing = 0;  ///< the known files that have another size there
   std::uint64_t planned = 0;
   std::uint64_t plannedBytes = 0;  ///< sizes on the phone, before conversion
   std::uint64_t copied = 0;        ///< written as planned

@@ -5,6 +5,7 @@
 
 #include "foundation/StringMap.h"
 #include "runs/Staging.h"
+#include "transfer/LeftParts.h"
 
 namespace tavrix {
 namespace {
@@ -71,6 +72,7 @@ RunOutcome runTransfer(RunAttempt& attempt, const TransferPlan& plan, MediaSourc
   Folder& folder = *attempt.destination.folder;
   Destination::Content& content = attempt.destination.content;
   auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), *attempt.plan);
+  leftOvers.removedParts = LeftParts::remove(folder, content.view.filesOnDisk(), *content.marker);
   RunOutcome outcome;
   if (attempt.packing) {
     PackedTransfer::Setup setup;
@@ -185,6 +187,7 @@ RunOutcome joined(const RunOutcome& first, RunOutcome second, const TransferPlan
   auto& rescued = second.leftOvers.rescued;
   rescued.insert(rescued.begin(), first.leftOvers.rescued.begin(), first.leftOvers.rescued.end());
   second.leftOvers.removed += first.leftOvers.removed;
+  second.leftOvers.removedParts += first.leftOvers.removedParts;
   return second;
 }
 

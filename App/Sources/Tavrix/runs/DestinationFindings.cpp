@@ -24,6 +24,7 @@ DestinationFindings findingsOf(const TransferPlan& plan, const std::optional<Pac
           .damagedRecords = content.marker->damaged,
           .knownCard = isCard ? findKnownCard(*content.marker, phone.hash, plan) : std::nullopt,
           .again = packing ? CopiesAgain{} : copiesAgain(plan, making, content.view),
+          .differing = countsOf(plan.differing),
           .neededBytes = neededBytes(plan, packing),
           .freeBytes = destination.freeBytes()};
 }

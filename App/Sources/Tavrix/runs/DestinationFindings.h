@@ -19,6 +19,7 @@ struct DestinationFindings {
   std::vector<std::string> damagedRecords;          ///< names of records that recognise nothing
   std::optional<KnownCard> knownCard;
   CopiesAgain again;
+  DifferingCounts differing{};    ///< files whose size is not the expected one
   std::uint64_t neededBytes = 0;  ///< the most space needed at any one time
   std::uint64_t freeBytes = 0;    ///< the space available
 

@@ -94,7 +94,8 @@ void DestinationMemory::landed(const LandedFile& file) {
                             known->size == outcome.bytesOnDisk;
   if (isRemembered || !outcome.path) return;
   landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
-                     owned(asset.cloudID()), keptFormat(file), dateOf(file.planned)});
+                     owned(asset.cloudID()), keptFormat(file), dateOf(file.planned),
+                     outcome.hasSafeName});
   // A file under an unexpected number has no claim yet, so it is saved sooner.
   const auto interval =
       claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)

@@ -13,11 +13,13 @@
 
 namespace tavrix {
 
-/// The remains in the staging folder after a run was killed while packing.
+/// The remains of killed runs.
 struct StagingLeftOvers {
   /// The new paths, in plain folders, of files that the phone of the next run does not have.
   std::vector<std::string> rescued;
-  std::uint64_t removed = 0;  ///< files removed, including partial copies and archives
+  /// Files removed from the staging folder, including partial copies and archives.
+  std::uint64_t removed = 0;
+  std::uint64_t removedParts = 0;  ///< ".part" files removed from plain folders
 
   friend bool operator==(const StagingLeftOvers&, const StagingLeftOvers&) = default;
 };

@@ -2,12 +2,17 @@
 
 #include <absl/container/flat_hash_map.h>
 
+#include <algorithm>
+
 #include "foundation/Sentences.h"
 #include "foundation/StringMap.h"
 #include "foundation/Text.h"
+#include "foundation/files/AtomicFile.h"
 #include "library/ShownRows.h"
 #include "text/ConversionSentences.h"
+#include "text/DifferingText.h"
 #include "text/RunSentences.h"
+#include "text/SentenceParts.h"
 
 namespace tavrix {
 namespace {
@@ -125,7 +130,14 @@ std::vector<std::string> notesOf(const RunRecordInput& run) {
     const bool isPacked = transferOptions(run.settings, {}).container != Container::folder;
     return {say(language, isPacked ? sentences::notePackingUnderWay : sentences::noteUnderWay)};
   }
-  return runNotes(language, run.library, run.outcome);
+  std::vector<std::string> notes = runNotes(language, run.library, run.outcome);
+  if (auto note = safeNamesNote(language, run.plan, *run.outcome.report)) {
+    notes.push_back(*std::move(note));
+  }
+  for (std::string& text : differingTexts(language, countsOf(run.plan.differing))) {
+    notes.push_back(std::move(text));
+  }
+  return notes;
 }
 
 /// Adds the reason to every file that was kept unconverted.
@@ -143,6 +155,27 @@ void tellWhyKept(TransferRecord& record, const TransferReport& report, Language 
         if (found == reasons.end()) continue;
         file.reason = sentences::conversionFailureText(language, found->second);
         file.reasonCode = ReasonCode{.code = std::string{textOf(found->second)}};
+      }
+    }
+  }
+}
+
+/// Adds the difference to every file that was left in place although its size is not the expected
+/// one.
+void tellWhatDiffers(TransferRecord& record, const TransferPlan& plan, Language language) {
+  StringViewMap<const DifferingFile*> differing;
+  for (const DifferingFile& file : plan.differing) differing.emplace(file.assetID, &file);
+  if (differing.empty()) return;
+  for (TransferRecord::Folder& folder : record.folders) {
+    for (TransferRecord::Shot& shot : folder.shots) {
+      for (TransferRecord::File& file : shot.files) {
+        const auto found = differing.find(file.assetID);
+        if (found == differing.end() || file.path != found->second->path) continue;
+        const DifferingFile& there = *found->second;
+        file.reason = differenceText(language, there.kind);
+        file.reasonCode = ReasonCode{.code = std::string{textOf(there.kind)},
+                                     .expectedBytes = there.expectedSize,
+                                     .receivedBytes = there.size};
       }
     }
   }
@@ -198,7 +231,27 @@ std::vector<std::string> packingNotes(Language language, const RunOutcome& outco
     notes.push_back(say(language, sentences::noteStagingCleared,
                         counted(language, leftOvers.removed, sentences::files)));
   }
+  if (leftOvers.removedParts > 0) {
+    notes.push_back(say(language, sentences::notePartsCleared,
+                        counted(language, leftOvers.removedParts, sentences::files)));
+  }
   return notes;
+}
+
+std::optional<std::string> safeNamesNote(Language language, const TransferPlan& plan,
+                                         const TransferReport& report) {
+  const FileOutcome* first = nullptr;
+  std::uint64_t count = 0;
+  for (const FileOutcome& file : report.files) {
+    if (file.hasSafeName && count++ == 0) first = &file;
+  }
+  if (first == nullptr) return std::nullopt;
+  const auto planned = std::find_if(plan.files.begin(), plan.files.end(), [&](const auto& file) {
+    return file.asset.id() == first->assetID;
+  });
+  if (planned == plan.files.end()) return std::nullopt;
+  return say(language, sentences::noteSafeNames, counted(language, count, sentences::files),
+             forSentence(lastPathComponent(planned->relativePath)), forSentence(first->name));
 }
 
 std::optional<std::string> unknownKindNote(Language language, const Library& library) {
@@ -260,6 +313,7 @@ TransferRecord recordOf(const RunRecordInput& run) {
                                       .options = recordOptions(run),
                                       .notes = notesOf(run)});
   tellWhyKept(record, *run.outcome.report, run.language);
+  tellWhatDiffers(record, run.plan, run.language);
   return record;
 }
 

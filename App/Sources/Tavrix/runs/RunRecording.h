@@ -43,7 +43,13 @@ TransferRecord recordOf(const RunRecordInput& run);
 /// Returns a note about files that no run copies. Returns nullopt if there are none.
 std::optional<std::string> unknownKindNote(Language language, const Library& library);
 
-/// Returns notes about the packing, one sentence each. Returns none if all went as planned.
+/// Returns a note about files whose names the destination refused. Returns nullopt if there are
+/// none.
+std::optional<std::string> safeNamesNote(Language language, const TransferPlan& plan,
+                                         const TransferReport& report);
+
+/// Returns notes about the packing and about the remains of killed runs, one sentence each. Returns
+/// none if all went as planned.
 std::vector<std::string> packingNotes(Language language, const RunOutcome& outcome);
 
 /// Returns what is to be noted about a run that has ended, one sentence each; `library` has its

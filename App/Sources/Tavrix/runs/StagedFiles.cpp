@@ -53,6 +53,13 @@ void StagedFiles::refuse(File& file) const {
   file.outcome->bytesOnDisk = 0;
 }
 
+std::string StagedFiles::plannedPath(std::size_t index) const {
+  const PlannedFile& file = plan_.files[index];
+  if (!files_[index].outcome->is<FileOutcome::KeptOriginal>()) return file.relativePath;
+  const std::string folder = parentPath(file.relativePath);
+  return (folder.empty() ? "" : folder + "/") + TransferEngine::fallbackName(file);
+}
+
 ArchiveContent StagedFiles::contentOf(const PlannedArchive& archive, Instant undated) {
   ArchiveContent content;
   std::vector<std::string> names;
@@ -68,7 +75,7 @@ ArchiveContent StagedFiles::contentOf(const PlannedArchive& archive, Instant und
     const Instant modified = plan_.files[index].asset.captureDate().value_or(undated);
     content.entries.push_back({{}, file.outcome->bytesOnDisk, modified});
     content.paths.push_back(path);
-    names.push_back(Staging::finalPath(path));
+    names.push_back(file.outcome->hasSafeName ? plannedPath(index) : Staging::finalPath(path));
     files.push_back(&file);
   }
   names = entryNames(std::move(names));
@@ -85,6 +92,7 @@ void StagedFiles::packed(const PlannedArchive& archive, const std::string& path)
     if (!isUnsettled(file)) continue;
     file.outcome->path = path + "/" + file.entryName;
     file.outcome->name = lastPathComponent(file.entryName);
+    file.outcome->hasSafeName = false;
     file.isSettled = true;
   }
 }
@@ -100,7 +108,7 @@ void StagedFiles::moveOut(const PlannedArchive& archive, Folder& destination,
     outcome.name = lastPathComponent(*outcome.path);
     file.isSettled = true;
     landed({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
-            owned(asset.cloudID())});
+            owned(asset.cloudID()), std::nullopt, std::nullopt, outcome.hasSafeName});
   }
 }
 

@@ -53,6 +53,8 @@ class StagedFiles {
     return !file.isSettled && file.outcome && file.outcome->path;
   }
   void refuse(File& file) const;
+  /// Returns the path that a file was meant to get in the destination.
+  std::string plannedPath(std::size_t index) const;
 
   const TransferPlan& plan_;
   Language language_;

@@ -39,6 +39,7 @@ inline constexpr Sentence<> rowUnknownKind{"пропущены: файлы не�
                                            "skipped: files of an unknown kind"};
 inline constexpr Sentence<> rowBySettings{"пропущены по настройкам", "skipped by the settings"};
 inline constexpr Sentence<> rowKnown{"уже есть в папке", "already in the folder"};
+inline constexpr Sentence<> rowDiffering{"другого размера", "of another size"};
 inline constexpr Sentence<> rowPlanned{"к переносу", "to transfer"};
 inline constexpr Sentence<> rowCopied{"скопированы", "copied"};
 inline constexpr Sentence<> rowAlreadyThere{"оказались на месте", "found in place"};

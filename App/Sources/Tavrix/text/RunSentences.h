@@ -46,6 +46,16 @@ inline constexpr Sentence<std::string> noteRescued{
 inline constexpr Sentence<std::string> noteStagingCleared{
     "От прерванной упаковки оставались временные копии ({}); они убраны.",
     "An interrupted packing had left temporary copies ({}); they are removed."};
+/// The number of files.
+inline constexpr Sentence<std::string> notePartsCleared{
+    "От прерванного переноса оставались недописанные файлы ({}); они убраны.",
+    "An interrupted transfer had left unfinished files ({}); they are removed."};
+/// The number of files, the refused name of the first one and the name that it has got.
+inline constexpr Sentence<std::string, std::string, std::string> noteSafeNames{
+    "Папка назначения принимает не любые имена, поэтому часть файлов названа иначе: {} (первый — "
+    "не «{}», а «{}»).",
+    "The destination folder does not accept every name, so some files are named differently: {} "
+    "(the first is not “{}” but “{}”)."};
 /// The size that is still needed and the free space.
 inline constexpr Sentence<std::string, std::string> diskFull{
     "На диске нет места: нужно ещё {} (свободно {}). Освободите место — продолжу сам.",

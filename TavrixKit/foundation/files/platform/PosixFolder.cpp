@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <map>
@@ -15,6 +16,7 @@
 #include <thread>
 #include <vector>
 
+#include "foundation/ProcessLimits.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/platform/PosixFile.h"
@@ -25,7 +27,8 @@ namespace {
 
 using SharedDescriptor = std::shared_ptr<const FileDescriptor>;
 
-constexpr std::size_t rememberedFolders = 128;
+/// The most folders that stay open. They must leave enough descriptors for files.
+std::size_t rememberedFolders() { return std::clamp<std::size_t>(descriptorLimit() / 8, 1, 128); }
 constexpr int lockAttempts = 20;
 constexpr std::chrono::milliseconds lockPause{10};
 
@@ -99,6 +102,7 @@ class PosixFolder : public Folder {
   bool exists() const override;
   std::uint64_t freeBytes() const override;
   bool lock() override;
+  bool isLocked() const override { return isLocked_; }
 
  private:
   /// Returns the open folder that contains the last part of a path.
@@ -132,6 +136,7 @@ class PosixFolder : public Folder {
   std::string path_;
   mutable std::mutex mutex_;
   mutable std::map<std::string, SharedDescriptor> remembered_;
+  std::atomic<bool> isLocked_ = false;
 };
 
 void PosixFolder::checkPath(const std::string& path, FileOperation operation) const {
@@ -159,8 +164,12 @@ SharedDescriptor PosixFolder::openRemembered(const std::string& folder,
     remembered_.erase(found);
   }
   FileDescriptor opened{openFolderBeneath(root_->number(), folder)};
+  if (!opened.isOpen() && lacksDescriptors(errno)) {
+    remembered_.clear();
+    opened = FileDescriptor{openFolderBeneath(root_->number(), folder)};
+  }
   if (!opened.isOpen()) fail(operation, folder, errno);
-  if (remembered_.size() >= rememberedFolders) remembered_.clear();
+  if (remembered_.size() >= rememberedFolders()) remembered_.clear();
   return remembered_[folder] = std::make_shared<FileDescriptor>(std::move(opened));
 }
 
@@ -405,7 +414,8 @@ std::uint64_t PosixFolder::freeBytes() const {
 bool PosixFolder::lock() {
   // A process that only checks whether the folder is in use holds the lock for a moment.
   for (int attempt = 1;; ++attempt) {
-    if (::flock(root_->number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
+    isLocked_ = ::flock(root_->number(), LOCK_EX | LOCK_NB) == 0;
+    if (isLocked_ || errno != EWOULDBLOCK) return true;
     if (attempt == lockAttempts) return false;
     std::this_thread::sleep_for(lockPause);
   }

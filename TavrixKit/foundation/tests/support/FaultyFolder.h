@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cerrno>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -51,6 +52,21 @@ inline FaultRule failing(FileOperation operation, const std::string& path, int c
 inline FaultRule failing(FileOperation operation, int code) {
   return [=](FileOperation asked, const std::string& path) {
     if (asked == operation) throw FileError{operation, path, code};
+  };
+}
+
+/// Returns a rule that refuses names as exFAT, NTFS and shares do, with `code`.
+inline FaultRule refusingNames(int code = EINVAL) {
+  return [=](FileOperation operation, const std::string& path) {
+    for (std::size_t begin = 0; begin <= path.size();) {
+      const std::size_t end = std::min(path.find('/', begin), path.size());
+      const std::string name = path.substr(begin, end - begin);
+      begin = end + 1;
+      if (name.find_first_of(":?*<>|\"\\") != std::string::npos || name.ends_with('.') ||
+          name.ends_with(' ') || name == "CON" || name.starts_with("CON.")) {
+        throw FileError{operation, path, code};
+      }
+    }
   };
 }
 
@@ -195,6 +211,7 @@ class FaultyFolder : public Folder {
     return faults_->freeBytes ? faults_->freeBytes() : inner_->freeBytes();
   }
   bool lock() override { return faults_->lock ? *faults_->lock : inner_->lock(); }
+  bool isLocked() const override { return faults_->lock ? *faults_->lock : inner_->isLocked(); }
 
  private:
   void ask(FileOperation operation, const std::string& path) const {

@@ -105,6 +105,7 @@ void writeOutcome(JsonWriter& json, const FileOutcome& outcome) {
   json.beginObject().field("assetID", outcome.assetID).field("name", outcome.name);
   json.field("path", outcome.path).field("bytesOnDisk", outcome.bytesOnDisk);
   json.field("kind", textOf(outcome.kind));
+  if (outcome.hasSafeName) json.field("hasSafeName", true);
   if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {
     json.field("reason", failed->reason).key("reasonCode");
     encode(failed->code, json);
@@ -210,6 +211,21 @@ void writeContinued(JsonWriter& json, const std::vector<FolderNaming::Row>& rows
   json.endArray();
 }
 
+/// Writes the files of the destination that do not have the expected size.
+void writeDiffering(JsonWriter& json, const std::vector<DifferingFile>& files) {
+  json.key("differing").beginArray();
+  for (const DifferingFile& file : files) {
+    json.beginObject()
+        .field("assetID", file.assetID)
+        .field("path", file.path)
+        .field("state", textOf(file.kind))
+        .field("size", file.size)
+        .field("expectedSize", file.expectedSize)
+        .endObject();
+  }
+  json.endArray();
+}
+
 }  // namespace
 
 void JsonPrinter::plan(const PlanResult& result) {
@@ -219,6 +235,7 @@ void JsonPrinter::plan(const PlanResult& result) {
   json.endArray().key("skippedKnown").beginArray();
   writeAssetIDs(json, result.plan.skippedKnown);
   json.endArray().field("onlyNew", result.plan.onlyNew);
+  writeDiffering(json, result.plan.differing);
   writeContinued(json, result.library.rows);
   writeArchives(json, result);
   json.field("leftOutByChoice", result.library.leftOut.byChoice);
@@ -229,6 +246,7 @@ void JsonPrinter::transfer(const TransferResult& result) {
   JsonWriter json{sink_};
   json.beginObject().field("status", textOf(result.outcome.status)).key("report");
   writeReport(json, *result.outcome.report);
+  writeDiffering(json, result.plan.differing);
   writeContinued(json, result.library.rows);
   json.field("leftOutByChoice", result.library.leftOut.byChoice);
   if (result.recordID) json.field("recordID", result.recordID->text());

@@ -17,15 +17,21 @@ namespace tavrix::cli {
 
 void TextPrinter::folders(const PlanResult& result) {
   const std::vector<FolderPlan> plans = folderPlans(result.library.rows, result.plan);
-  table({{say(language_, sentences::titleFolder), false, true},
-         {say(language_, sentences::titleNew), true},
-         {say(language_, sentences::titleSize), true},
-         {say(language_, sentences::titleKnown), true}})
-      .write(sink_, plans.size(), [&](std::size_t row) -> Table::Cells {
-        const FolderPlan& folder = plans[row];
-        return {result.isFlat ? say(language_, sentences::flatFolder) : folder.name,
-                number(folder.newFiles), bytes(folder.newBytes), number(folder.knownFiles)};
-      });
+  const bool anyDiffer = std::any_of(plans.begin(), plans.end(), [](const FolderPlan& folder) {
+    return folder.differingFiles > 0;
+  });
+  std::vector<Table::Column> columns{{say(language_, sentences::titleFolder), false, true},
+                                     {say(language_, sentences::titleNew), true},
+                                     {say(language_, sentences::titleSize), true},
+                                     {say(language_, sentences::titleKnown), true}};
+  if (anyDiffer) columns.push_back({say(language_, sentences::titleDiffering), true});
+  table(std::move(columns)).write(sink_, plans.size(), [&](std::size_t row) -> Table::Cells {
+    const FolderPlan& folder = plans[row];
+    Table::Cells cells{result.isFlat ? say(language_, sentences::flatFolder) : folder.name,
+                       number(folder.newFiles), bytes(folder.newBytes), number(folder.knownFiles)};
+    if (anyDiffer) cells.push_back(number(folder.differingFiles));
+    return cells;
+  });
   line("");
   continued(result.library, result.plan);
 }
@@ -55,6 +61,7 @@ void TextPrinter::tally(const TransferTally& tally, bool hasRun) {
       {1, text(sentences::rowBySettings), tally.leftOut.bySettings},
       {1, text(sentences::rowByChoice), tally.leftOut.byChoice.value_or(0)},
       {1, text(sentences::rowKnown), tally.known},
+      {2, text(sentences::rowDiffering), tally.differing},
       {1, text(sentences::rowPlanned), tally.planned, true},
   };
   if (hasRun) {
@@ -251,6 +258,10 @@ void TextPrinter::transfer(const TransferResult& result) {
   failures(result);
   unreadFolders(result.outcome);
   if (const auto note = unknownKindNote(language_, result.library)) {
+    line("");
+    line(*note);
+  }
+  if (const auto note = safeNamesNote(language_, result.plan, report)) {
     line("");
     line(*note);
   }

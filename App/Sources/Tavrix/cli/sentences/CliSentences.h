@@ -185,6 +185,7 @@ inline constexpr Sentence<> titleVideos{"Видео", "Videos"};
 inline constexpr Sentence<> titleOthers{"Прочих", "Others"};
 inline constexpr Sentence<> titleNew{"Новых", "New"};
 inline constexpr Sentence<> titleKnown{"Уже там", "Already there"};
+inline constexpr Sentence<> titleDiffering{"Другого размера", "Of another size"};
 inline constexpr Sentence<> kindPhoto{"фото", "photo"};
 inline constexpr Sentence<> kindVideo{"видео", "video"};
 inline constexpr Sentence<> kindSidecar{"правки", "edits"};

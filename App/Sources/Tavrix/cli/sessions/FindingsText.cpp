@@ -9,6 +9,7 @@
 #include "foundation/Text.h"
 #include "settings/FolderMaking.h"
 #include "sources/SnapshotSource.h"
+#include "text/DifferingText.h"
 #include "text/SentenceParts.h"
 #include "text/SourceSentences.h"
 
@@ -75,6 +76,9 @@ void tellFindings(const CommandContext& context, const DestinationFindings& find
   }
   if (findings.knownCard) tellKnownCard(context, *findings.knownCard);
   tellCopiesAgain(context, findings.again);
+  for (const std::string& text : differingTexts(context.language(), findings.differing)) {
+    context.warn(text);
+  }
 }
 
 void tellSpace(const CommandContext& context, const DestinationFindings& findings) {

@@ -95,6 +95,7 @@ struct JsonPage : testing::Test {
   JsonPage() {
     tester.addPhone(smallSnapshot, smallMedia);
     std::filesystem::remove(tester.folder / "phone/media/IMG_0003.MOV");
+    tester.folder.write("photos/No date/IMG_0004.PNG", "of another program");
     SimulatedPhone phone;
     phone.root = cable.root();
     cable.plugInAll({phone});

@@ -241,6 +241,10 @@ TEST_F(PlacesCommand, tableThatDoesNotOpen_isToldAndFoldersGoWithoutCities) {
     EXPECT_THAT(result.out, AllOf(HasSubstr("2026-05-01"), Not(HasSubstr("Rome"))));
   }
   EXPECT_THAT(tester.run({"groups", "phone", "--set", "geocodingEnabled=false"}).err, IsEmpty());
+  // A folder that is asked for by its city is unknown without the table, which is said first.
+  const CommandResult failed = tester.run({"groups", "phone", "--only", "2026-05-01 — Rome"});
+  EXPECT_NE(failed.status, ExitStatus::done);
+  EXPECT_LT(failed.err.find("это не таблица мест"), failed.err.find("— Rome")) << failed.err;
 }
 
 TEST_F(PlacesCommand, version_namesTheSourceOfTheNames) {

@@ -6,6 +6,7 @@
 #include "interface/words/DestinationBarSentences.h"
 #include "runs/Destination.h"
 #include "services/FailureText.h"
+#include "text/DifferingText.h"
 #include "text/PlanSentences.h"
 #include "text/SentenceParts.h"
 
@@ -69,6 +70,9 @@ std::vector<std::string> warningsOf(Language language, const DestinationFindings
         folders.empty() || findings.again.before
             ? say(language, shared::copiesAgain, files)
             : say(language, shared::copiesAgainFrom, files, forSentence(folders.front())));
+  }
+  for (std::string& text : differingTexts(language, findings.differing)) {
+    warnings.push_back(std::move(text));
   }
   if (!findings.unreadableFolders.empty()) {
     warnings.push_back(say(language, sentences::foldersNotKnown,

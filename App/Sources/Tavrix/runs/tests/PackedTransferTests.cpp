@@ -281,6 +281,16 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
   EXPECT_EQ(temporary.read("1970-01-01/IMG_0000.HEIC"), "another");
 }
 
+TEST_F(PackedTransferTest, nameThatTheVolumeRefuses_isInItsArchiveAsItIs) {
+  firstName = "a:b.HEIC";
+  folder.faults().rule = refusingNames();
+  const RunOutcome outcome = run();
+  EXPECT_EQ(outcome.status, Status::completed);
+  expectTruth(outcome);
+  EXPECT_EQ(outcome.report->files[0].path, "1970-01-01.zip/1970-01-01/a:b.HEIC");
+  EXPECT_FALSE(outcome.report->files[0].hasSafeName);
+}
+
 TEST_F(PackedTransferTest, fullDiskInPacking_waitsAndGoesOn) {
   std::uint64_t free = 100;
   folder.faults().freeBytes = [&] { return free; };

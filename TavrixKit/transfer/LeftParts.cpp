@@ -1,0 +1,36 @@
+#include "transfer/LeftParts.h"
+
+#include "foundation/files/FileError.h"
+#include "transfer/FileNames.h"
+
+namespace tavrix {
+namespace {
+
+bool removed(Folder& destination, const std::string& path) {
+  try {
+    destination.removeFile(path);
+    return true;
+  } catch (const FileError&) {
+    // The run itself replaces it, or meets the same error and reports it.
+    return false;
+  }
+}
+
+}  // namespace
+
+std::uint64_t LeftParts::remove(Folder& destination, const FilesOnDisk& listed,
+                                const DestinationMarker::Marker& marker) {
+  if (!destination.isLocked()) return 0;
+  std::uint64_t count = 0;
+  for (const auto& record : marker.records) {
+    for (const auto& file : record.files) {
+      if (!file.isClaim()) continue;
+      for (const std::string& part : partPathsOf(file.path)) {
+        if (listed.contains(part) && removed(destination, part)) ++count;
+      }
+    }
+  }
+  return count;
+}
+
+}  // namespace tavrix
