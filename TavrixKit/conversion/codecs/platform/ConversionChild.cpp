@@ -1,5 +1,6 @@
 #include "conversion/codecs/platform/ConversionChild.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -26,6 +27,12 @@ constexpr int pictureArgumentCount = 5;
 void tell(const std::string& line) {
   // If the parent is gone, the signal of the broken pipe ends this process.
   [[maybe_unused]] const ssize_t count = ::write(report, line.data(), line.size());
+}
+
+/// Returns true if the parent has ended, so that its end could not end this process.
+bool isParentGone() {
+  pollfd end{.fd = report, .events = 0, .revents = 0};
+  return ::poll(&end, 1, 0) > 0 && (end.revents & POLLERR) != 0;
 }
 
 /// Reports the progress in steps of a hundredth, and once a second as a sign of life.
@@ -60,7 +67,7 @@ ConversionReport::Ending endingOf(char** argv) {
     limits.memoryBytes = std::strtoull(argv[3], nullptr, 10);
     limits.processorTime = std::chrono::seconds{std::strtoll(argv[4], nullptr, 10)};
     limits.resultBytes = std::strtoull(argv[5], nullptr, 10);
-    if (!confineProcess(limits)) return ConversionFailure::failed;
+    if (!confineProcess(limits) || isParentGone()) return ConversionFailure::failed;
     return convert(argv[1], std::strtod(argv[2], nullptr));
   } catch (const ConversionError& error) {
     return error.failure();
