@@ -11,6 +11,7 @@
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/FileReader.h"
+#include "foundation/files/PrivateFolder.h"
 #include "media/Snapshot.h"
 #include "naming/FolderName.h"
 
@@ -195,9 +196,6 @@ MetadataCache::Records MetadataCache::load(const std::string& phoneKey,
 
 void MetadataCache::save(const Records& records, const std::string& phoneKey,
                          const std::string& directory) {
-  std::error_code error;
-  fs::create_directories(directory, error);
-  if (error) throw FileError{FileOperation::makeFolder, directory, error.value()};
   // In a fixed order, so that equal records give equal files.
   std::vector<const Records::value_type*> entries;
   entries.reserve(records.size());
@@ -206,7 +204,7 @@ void MetadataCache::save(const Records& records, const std::string& phoneKey,
     const int order = plainKey(a->first).compare(plainKey(b->first));
     return order != 0 ? order < 0 : a->second.dir < b->second.dir;
   });
-  const auto folder = openFolder(directory);
+  const auto folder = openPrivateFolder(directory);
   writeFileAtomically(*folder, fileName(phoneKey, linesSuffix), [&](WritableFile& file) {
     FileSink sink{file};
     for (const auto* const entry : entries) Snapshot::writeLine(entry->second, sink);

@@ -4,9 +4,9 @@
 #include <cerrno>
 #include <set>
 
-#include "device/thumbnails/PrivateFolder.h"
 #include "foundation/Uuid.h"
 #include "foundation/files/FileError.h"
+#include "foundation/files/PrivateFolder.h"
 
 namespace tavrix {
 namespace {

@@ -5,11 +5,11 @@
 #include <filesystem>
 #include <vector>
 
-#include "device/thumbnails/PrivateFolder.h"
 #include "foundation/Digest.h"
 #include "foundation/Uuid.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
+#include "foundation/files/PrivateFolder.h"
 
 namespace tavrix {
 namespace {
@@ -102,8 +102,7 @@ std::shared_ptr<Folder> ThumbnailCache::openOrMakeFolder() {
   const std::lock_guard lock{mutex_};
   if (folder_ != nullptr && folder_->exists()) return folder_;
   // Pictures are private; other users must not see them here.
-  makePrivateFolder(setup_.folder);
-  return folder_ = openFolder(setup_.folder);
+  return folder_ = openPrivateFolder(setup_.folder);
 }
 
 std::optional<ThumbnailEntry> ThumbnailCache::find(const ThumbnailKey& key) {

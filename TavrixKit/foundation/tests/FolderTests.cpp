@@ -12,6 +12,7 @@
 
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileReader.h"
+#include "foundation/files/PrivateFolder.h"
 #include "foundation/tests/support/FaultyFolder.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
@@ -152,6 +153,17 @@ TEST_F(FolderTest, readFile_takesOnlyRegularFilesWithinTheLimit) {
   EXPECT_EQ(codeOf([&] { folder->readFile("pipe", 10); }), EINVAL);
   EXPECT_EQ(codeOf([&] { openFileForReading(temporary / "inside/pipe"); }), EINVAL);
   EXPECT_EQ(codeOf([&] { openFileForReading(temporary / "inside"); }), EISDIR);
+}
+
+TEST_F(FolderTest, privateFolder_isTheUsersAlone) {
+  const fs::path base{temporary / "user/state"};
+  const auto opened = openPrivateFolder(base.string());
+  opened->makeFolders("history");
+  put(*opened, "history/run.json", "{}");
+  for (const char* const path : {"..", ".", "history", "history/run.json"}) {
+    const auto others = fs::status(base / path).permissions() & ~fs::perms::owner_all;
+    EXPECT_EQ(others, fs::perms::none) << path;
+  }
 }
 
 TEST_F(FolderTest, removeAll_takesTheFolderAndNothingThatLinksLeadTo) {

@@ -1,8 +1,6 @@
 #include "settings/StateFolder.h"
 
-#include <filesystem>
-
-#include "foundation/files/FileError.h"
+#include "foundation/files/PrivateFolder.h"
 
 namespace tavrix {
 
@@ -17,10 +15,7 @@ std::optional<std::string> stateFolderPath(const StateFolderChoice& choice) {
 
 std::unique_ptr<Folder> openStateFolder(const std::string& stateFolder, const std::string& name) {
   const std::string path = name.empty() ? stateFolder : stateFolder + "/" + name;
-  std::error_code error;
-  std::filesystem::create_directories(path, error);
-  if (error) throw FileError{FileOperation::makeFolder, path, error.value()};
-  return openFolder(path);
+  return openPrivateFolder(path);
 }
 
 }  // namespace tavrix

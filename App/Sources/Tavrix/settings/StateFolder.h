@@ -23,7 +23,8 @@ struct StateFolderChoice {
 std::optional<std::string> stateFolderPath(const StateFolderChoice& choice);
 
 /// Opens a subfolder of the state folder, such as "history" ("" is the state folder itself).
-/// Creates it and all its parents if missing. Throws FileError.
+/// Creates it and all its parents if missing. Only the user
+/// can read what is created. Throws FileError.
 std::unique_ptr<Folder> openStateFolder(const std::string& stateFolder, const std::string& name);
 
 }  // namespace tavrix

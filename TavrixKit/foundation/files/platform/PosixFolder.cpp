@@ -19,6 +19,7 @@
 #include "foundation/ProcessLimits.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
+#include "foundation/files/PrivateFolder.h"
 #include "foundation/files/platform/PosixFile.h"
 #include "foundation/files/platform/PosixStatus.h"
 
@@ -80,8 +81,11 @@ int openFolderBeneath(int root, const std::string& path) {
 
 class PosixFolder : public Folder {
  public:
-  PosixFolder(FileDescriptor root, std::string path)
-      : root_(std::make_shared<FileDescriptor>(std::move(root))), path_(std::move(path)) {}
+  /// `access` is what others may do with what is created: bits of a mode.
+  PosixFolder(FileDescriptor root, std::string path, mode_t access)
+      : root_(std::make_shared<FileDescriptor>(std::move(root))),
+        path_(std::move(path)),
+        access_(access) {}
 
   const std::string& path() const override { return path_; }
   std::optional<FileStatus> status(const std::string& path) const override;
@@ -134,6 +138,7 @@ class PosixFolder : public Folder {
 
   SharedDescriptor root_;
   std::string path_;
+  mode_t access_;
   mutable std::mutex mutex_;
   mutable std::map<std::string, SharedDescriptor> remembered_;
   std::atomic<bool> isLocked_ = false;
@@ -189,7 +194,8 @@ std::unique_ptr<WritableFile> PosixFolder::createFile(const std::string& path) {
   removeFile(path);
   const auto parent = parentOf(path, FileOperation::create);
   FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
-                               O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666)};
+                               O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                               0666 & access_)};
   if (!file.isOpen()) fail(FileOperation::create, path, errno);
   return std::make_unique<PosixWritableFile>(std::move(file), path_ + "/" + path);
 }
@@ -236,7 +242,8 @@ void PosixFolder::makeFolders(const std::string& path) {
   }
   makeFolders(parentPath(path));
   const auto parent = parentOf(path, FileOperation::makeFolder);
-  if (::mkdirat(parent->number(), lastPathComponent(path).c_str(), 0777) != 0 && errno != EEXIST) {
+  if (::mkdirat(parent->number(), lastPathComponent(path).c_str(), 0777 & access_) != 0 &&
+      errno != EEXIST) {
     fail(FileOperation::makeFolder, path, errno);
   }
   // Fails if the existing entry is not a folder, or is a link.
@@ -421,12 +428,21 @@ bool PosixFolder::lock() {
   }
 }
 
+FileDescriptor openRoot(const std::string& path) {
+  FileDescriptor root{::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+  if (!root.isOpen()) throw FileError{FileOperation::open, path, errno};
+  return root;
+}
+
 }  // namespace
 
 std::unique_ptr<Folder> openFolder(const std::string& path) {
-  FileDescriptor root{::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
-  if (!root.isOpen()) throw FileError{FileOperation::open, path, errno};
-  return std::make_unique<PosixFolder>(std::move(root), path);
+  return std::make_unique<PosixFolder>(openRoot(path), path, 0777);
+}
+
+std::unique_ptr<Folder> openPrivateFolder(const std::string& path) {
+  makePrivateFolder(path);
+  return std::make_unique<PosixFolder>(openRoot(path), path, S_IRWXU);
 }
 
 }  // namespace tavrix

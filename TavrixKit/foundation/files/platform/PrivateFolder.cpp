@@ -1,5 +1,8 @@
-#include "device/thumbnails/PrivateFolder.h"
+#include "foundation/files/PrivateFolder.h"
 
+#include <sys/stat.h>
+
+#include <cerrno>
 #include <filesystem>
 
 #include "foundation/files/FileError.h"
@@ -7,12 +10,11 @@
 namespace tavrix {
 
 void makePrivateFolder(const std::string& path) {
-  namespace fs = std::filesystem;
   std::error_code error;
-  if (fs::is_directory(path, error)) return;
-  fs::create_directories(path, error);
-  if (!error) fs::permissions(path, fs::perms::owner_all, error);
-  if (error) throw FileError{FileOperation::makeFolder, path, error.value()};
+  if (path.empty() || std::filesystem::is_directory(path, error)) return;
+  makePrivateFolder(std::filesystem::path{path}.parent_path().string());
+  if (::mkdir(path.c_str(), S_IRWXU) == 0 || errno == EEXIST) return;
+  throw FileError{FileOperation::makeFolder, path, errno};
 }
 
 }  // namespace tavrix

@@ -10,6 +10,7 @@
 
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
+#include "foundation/files/PrivateFolder.h"
 #include "settings/defaults/DefaultsFile.h"
 
 namespace tavrix {
@@ -49,16 +50,11 @@ FilePlace followed(const std::string& path) {
 bool isNoFile(const FileError& error) { return error.code() == EISDIR || error.code() == ELOOP; }
 
 std::unique_ptr<Folder> openOrCreate(const std::string& directory, bool createsIt) {
-  if (createsIt) {
-    std::error_code error;
-    std::filesystem::create_directories(directory, error);
-    if (error) throw FileError{FileOperation::makeFolder, directory, error.value()};
-  }
+  if (createsIt) return openPrivateFolder(directory);
   try {
     return openFolder(directory);
   } catch (const FileError& error) {
     if (error.code() != ENOENT && error.code() != ENOTDIR) throw;
-    if (createsIt) throw;
     return nullptr;
   }
 }
