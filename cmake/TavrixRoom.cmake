@@ -120,6 +120,24 @@ function(tavrix_tell_folders)
   endforeach()
 endfunction()
 
+# tavrix_add_tests(TARGET [VARIABLE=VALUE …]) has ctest run the tests of a program, with these variables
+# in the environment. Each test has a process of its own, so that one cannot spoil another. With
+# sanitizers a process takes longer to start than most tests to run; there a process runs a quarter of
+# them.
+function(tavrix_add_tests target)
+  if(NOT TAVRIX_SANITIZERS)
+    include(GoogleTest)
+    gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST
+      PROPERTIES TIMEOUT 300 ENVIRONMENT "${ARGN}")
+    return()
+  endif()
+  foreach(shard RANGE 3)
+    add_test(NAME ${target}.${shard} COMMAND ${target})
+    set_tests_properties(${target}.${shard} PROPERTIES TIMEOUT 900
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=4;GTEST_SHARD_INDEX=${shard};${ARGN}")
+  endforeach()
+endfunction()
+
 # tavrix_room(NAME [PURE] SOURCES … LINKS … [PRIVATE_LINKS …] [TESTS …] [TEST_LINKS …])
 # makes the library NAME of the current folder and, from tests/, the program NAME_tests. What is PURE
 # has no threads, so that the thread sanitizer has nothing to see in its tests.
@@ -141,7 +159,6 @@ function(tavrix_room name)
     tavrix_share_headers(${name}_tests test)
     target_link_libraries(${name}_tests PRIVATE ${name} ${ROOM_TEST_LINKS} GTest::gmock_main)
     tavrix_tell_folders(${ROOM_TESTS})
-    include(GoogleTest)
-    gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+    tavrix_add_tests(${name}_tests)
   endif()
 endfunction()

@@ -67,9 +67,9 @@ TEST_F(BoundaryTest, everyLayout_explainsItsFolders) {
   EXPECT_THAT(textOf(LayoutChoice::events, 0),
               ElementsAre(HasSubstr("the earliest"), HasSubstr("The next folder: pause of"),
                           HasSubstr("How to divide")));
-  EXPECT_THAT(textOf(LayoutChoice::events, 2),
-              ElementsAre(HasSubstr("pause of"), "There are no later shots.",
-                          HasSubstr("How to divide")));
+  EXPECT_THAT(
+      textOf(LayoutChoice::events, 2),
+      ElementsAre(HasSubstr("pause of"), "There are no later shots.", HasSubstr("How to divide")));
   EXPECT_THAT(textOf(LayoutChoice::days, 0),
               ElementsAre(HasSubstr("the time zone UTC"), "This is the day 2026-05-20."));
   EXPECT_THAT(textOf(LayoutChoice::trips, 0),

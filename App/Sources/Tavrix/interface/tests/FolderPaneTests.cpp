@@ -68,10 +68,10 @@ TEST_F(FolderPaneTest, keyboard_movesChecksAndRenames) {
 }
 
 TEST_F(FolderPaneTest, openedFolder_showsItsShotsAndComesBack) {
-  auto& shots = *harness.engine.singletonInstance<ShotListModel*>(
-      qmlTypeId("Tavrix", 1, 0, "ShotListModel"));
-  auto& viewer = *harness.engine.singletonInstance<ShotViewer*>(
-      qmlTypeId("Tavrix", 1, 0, "ShotViewer"));
+  auto& shots =
+      *harness.engine.singletonInstance<ShotListModel*>(qmlTypeId("Tavrix", 1, 0, "ShotListModel"));
+  auto& viewer =
+      *harness.engine.singletonInstance<ShotViewer*>(qmlTypeId("Tavrix", 1, 0, "ShotViewer"));
   click(1, {100, 100});
   press(Qt::Key_Return);
   ASSERT_TRUE(shots.isOpen());
