@@ -23,7 +23,8 @@ std::vector<FolderShots::Effect> effectsOf(const std::vector<AssetBundle>& shots
                                            const TransferPlan* plan, std::size_t first) {
   std::vector<FolderShots::Effect> effects(shots.size());
   if (plan == nullptr) return effects;
-  auto next = plan->files.begin() + static_cast<std::ptrdiff_t>(std::min(first, plan->files.size()));
+  auto next =
+      plan->files.begin() + static_cast<std::ptrdiff_t>(std::min(first, plan->files.size()));
   for (std::size_t i = 0; i < shots.size(); ++i) {
     effects[i].isInPlace = true;
     for (const MediaAsset& asset : shots[i].assets()) {

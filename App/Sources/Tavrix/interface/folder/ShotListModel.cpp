@@ -16,11 +16,8 @@ namespace tavrix::window {
 namespace {
 
 /// Squares beside each other, without texts.
-constexpr FolderLayout::Shape tiles{.gap = 4,
-                                    .leastCardWidth = 148,
-                                    .pictureShape = 1,
-                                    .cardPadding = 0,
-                                    .cardTexts = 0};
+constexpr FolderLayout::Shape tiles{
+    .gap = 4, .leastCardWidth = 148, .pictureShape = 1, .cardPadding = 0, .cardTexts = 0};
 
 }  // namespace
 
@@ -52,9 +49,9 @@ QString ShotListModel::details() const {
   const Language language = words_.language();
   const AppState& state = model_.state();
   QStringList parts{qt(CardText::period(language, folder, state.settings->gathering.timeZone)),
-                          qt(CardText::counts(language, folder)),
-                          qt(CardText::effect(language, folder, state.destination.has_value())),
-                          qt(CardText::note(language, folder))};
+                    qt(CardText::counts(language, folder)),
+                    qt(CardText::effect(language, folder, state.destination.has_value())),
+                    qt(CardText::note(language, folder))};
   parts.removeAll(QString{});
   return parts.join(QStringLiteral(" · "));
 }
@@ -65,7 +62,9 @@ QVariant ShotListModel::data(const QModelIndex& slot, int role) const {
   if (role == RowRole) return isShown ? row : none;
   if (role == BoxRole) return boxOf(row);
   if (role == IsCurrentRole) return isShown && row == current_;
-  if (isShown) return valueOf(shots_->shots()[static_cast<std::size_t>(row)], static_cast<std::size_t>(row), role);
+  if (isShown)
+    return valueOf(shots_->shots()[static_cast<std::size_t>(row)], static_cast<std::size_t>(row),
+                   role);
   if (role == PicturesRole) return QVariant::fromValue(ShownPictures{});
   return role == NameRole || role == DescriptionRole ? QVariant{QString{}} : QVariant{false};
 }

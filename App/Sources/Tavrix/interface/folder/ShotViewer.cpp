@@ -47,7 +47,8 @@ ShotViewer::ShotViewer(WindowSession& session, const Words& words, ShotListModel
 
 ShotViewer* ShotViewer::create(QQmlEngine* engine, QJSEngine* /*script*/) {
   const int type = qmlTypeId("Tavrix", 1, 0, "ShotListModel");
-  return new ShotViewer{EngineObjects::of<WindowSession>(*engine), EngineObjects::of<Words>(*engine),
+  return new ShotViewer{EngineObjects::of<WindowSession>(*engine),
+                        EngineObjects::of<Words>(*engine),
                         *engine->singletonInstance<ShotListModel*>(type)};
 }
 
@@ -82,7 +83,8 @@ QVariantList ShotViewer::facts() const {
   const TimeZone& zone = session_.model().state().settings->gathering.timeZone;
   for (const auto& [title, text] : ShotText::facts(
            words_.language(), *list_.shots(), static_cast<std::size_t>(list_.currentRow()), zone)) {
-    rows.append(QVariantMap{{QStringLiteral("title"), qt(title)}, {QStringLiteral("text"), qt(text)}});
+    rows.append(
+        QVariantMap{{QStringLiteral("title"), qt(title)}, {QStringLiteral("text"), qt(text)}});
   }
   return rows;
 }
@@ -113,9 +115,9 @@ void ShotViewer::openOutside() {
     setFetching(true, qt(say(language, sentences::fetching, bytesText(language, progress.received),
                              bytesText(language, progress.total))));
   };
-  outside_->fetch(shownFile(*shot()),
-                  {.answer = [this](const PreviewResult& result) { take(result); },
-                   .progress = report});
+  outside_->fetch(
+      shownFile(*shot()),
+      {.answer = [this](const PreviewResult& result) { take(result); }, .progress = report});
 }
 
 void ShotViewer::take(const PreviewResult& result) {

@@ -43,6 +43,10 @@ ApplicationWindow {
         }
     }
 
+    function showKeys() {
+        keys.active = true;
+        keys.item.open();
+    }
     function chooseSource() {
         sourceDialog.active = true;
         sourceDialog.item.open();
@@ -122,6 +126,11 @@ ApplicationWindow {
         onChooseWanted: questions.chooseDestination()
     }
     ShotPage {}
+    Loader {
+        id: keys
+        active: false
+        sourceComponent: KeysBox {}
+    }
     Questions {
         id: questions
         onCloseWanted: window.close()
@@ -150,6 +159,10 @@ ApplicationWindow {
         sequence: "Ctrl+D"
         enabled: WindowModel.page === WindowModel.BrowsePage
         onActivated: questions.chooseDestination()
+    }
+    Shortcut {
+        sequence: "F1"
+        onActivated: window.showKeys()
     }
     Shortcut {
         sequence: "F9"

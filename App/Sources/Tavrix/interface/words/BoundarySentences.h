@@ -13,7 +13,8 @@ inline constexpr Sentence<std::string_view> nextFolderBegan{"Следующая 
                                                             "The next folder: {}."};
 inline constexpr Sentence<> noNextFolder{"Позже снимков нет.", "There are no later shots."};
 inline constexpr Sentence<std::string_view> calendarOfZone{
-    "Папки идут по календарю часового пояса {}.", "Folders follow the calendar of the time zone {}."};
+    "Папки идут по календарю часового пояса {}.",
+    "Folders follow the calendar of the time zone {}."};
 inline constexpr Sentence<std::string_view> calendarFolder{"Здесь {}.", "This is {}."};
 inline constexpr Sentence<> undatedFolder{"Здесь снимки, у которых нет даты съёмки.",
                                           "These shots have no capture date."};

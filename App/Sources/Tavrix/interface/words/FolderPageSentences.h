@@ -32,8 +32,7 @@ inline constexpr Sentence<> filesTitle{"Файлы", "Files"};
 inline constexpr Sentence<> marksTitle{"Особенности", "Kind"};
 inline constexpr Sentence<> pathTitle{"Куда ляжет", "Will be saved as"};
 inline constexpr Sentence<std::string_view, std::string_view> fileWithSize{"{}, {}", "{}, {}"};
-inline constexpr Sentence<> openOutside{"Открыть в другой программе",
-                                        "Open in Another Program"};
+inline constexpr Sentence<> openOutside{"Открыть в другой программе", "Open in Another Program"};
 inline constexpr Sentence<std::string_view, std::string_view> fetching{"Читается: {} из {}",
                                                                        "Reading: {} of {}"};
 inline constexpr Sentence<> cannotOpenAlone{
@@ -50,7 +49,8 @@ inline constexpr Sentence<> cannotOpenFull{
 inline constexpr Sentence<> cannotOpenWrite{
     "Временную копию не удалось записать; проверьте права на папку кэша.",
     "The temporary copy could not be written; check the permissions of the cache folder."};
-inline constexpr Sentence<> noProgram{"В системе не нашлось программы, которая открывает такие файлы.",
-                                      "The system has no program that opens such files."};
+inline constexpr Sentence<> noProgram{
+    "В системе не нашлось программы, которая открывает такие файлы.",
+    "The system has no program that opens such files."};
 
 }  // namespace tavrix::window::sentences

@@ -11,6 +11,7 @@
 #include "interface/words/FormatSentences.h"
 #include "interface/words/HowSentences.h"
 #include "interface/words/InspectorSentences.h"
+#include "interface/words/KeysSentences.h"
 #include "interface/words/ListSentences.h"
 #include "interface/words/MainSentences.h"
 #include "interface/words/NamesSentences.h"
@@ -223,6 +224,22 @@ class Words : public QObject {
   TAVRIX_WORD(keepGoing)
   TAVRIX_WORD(dropTitle)
   TAVRIX_WORD(dropAccept)
+
+  // The list of keys.
+  TAVRIX_WORD(keysTitle)
+  TAVRIX_WORD(keySearch)
+  TAVRIX_WORD(keyLayouts)
+  TAVRIX_WORD(keyColumns)
+  TAVRIX_WORD(keyCheckAll)
+  TAVRIX_WORD(keySpace)
+  TAVRIX_WORD(keyEnter)
+  TAVRIX_WORD(keyRename)
+  TAVRIX_WORD(keyMerge)
+  TAVRIX_WORD(keyCopy)
+  TAVRIX_WORD(keySource)
+  TAVRIX_WORD(keyDestination)
+  TAVRIX_WORD(keyTransfer)
+  TAVRIX_WORD(keyBack)
 
   // The waiting screen.
   TAVRIX_WORD(stepPlug)
