@@ -43,6 +43,8 @@ bool hasEndedByItself(const RunOutcome& outcome) {
 /// Converts the progress of an attempt to progress of the whole run.
 TransferProgressSnapshot ofRun(TransferProgressSnapshot attempt, const Run& run) {
   attempt.filesDone += run.outcome.report->files.size();
+  attempt.verifiedCount +=
+      run.outcome.report->copied + run.outcome.report->conversionFallbacks.size();
   attempt.filesTotal = run.plan->files.size();
   const std::uint64_t total = run.totals.bytes;
   attempt.bytesDone += total - std::min(total, attempt.bytesTotal);

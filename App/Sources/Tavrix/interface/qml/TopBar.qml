@@ -56,6 +56,7 @@ Rectangle {
         text: WindowModel.sourceName
         Accessible.role: Accessible.ButtonMenu
         Accessible.name: Words.chooseSource + ", " + text
+        Accessible.onPressAction: source.clicked()
         onClicked: bar.openSourceMenu()
 
         contentItem: Item {

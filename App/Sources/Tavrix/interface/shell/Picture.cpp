@@ -23,8 +23,8 @@ Picture::Picture(QQuickWindow& window, WindowSession& session, const PictureDesk
 }
 
 bool Picture::isSettled() {
-  const bool hasMoved =
-      std::exchange(progress_, session_.model().state().progress) != session_.model().state().progress;
+  const bool hasMoved = std::exchange(progress_, session_.model().state().progress) !=
+                        session_.model().state().progress;
   if (hasMoved || (isEntered_ && !stage_->proceed())) return false;
   return !std::holds_alternative<opened_source::Reading>(session_.source()) &&
          session_.model().isSettled() && !session_.model().state().isComputing &&

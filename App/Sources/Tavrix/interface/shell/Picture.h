@@ -22,8 +22,8 @@ class Picture : public QObject {
 
  public:
   /// `stage` may be null.
-  Picture(QQuickWindow& window, WindowSession& session, const PictureDesk& thumbnails,
-          Stage* stage, const WindowArguments& arguments);
+  Picture(QQuickWindow& window, WindowSession& session, const PictureDesk& thumbnails, Stage* stage,
+          const WindowArguments& arguments);
 
  private:
   void look();

@@ -45,10 +45,10 @@ struct Stage::State {
         {"no-service", {.device = failed(Failed::Reason::noService)}},
         {"silent", {.device = failed(Failed::Reason::silent)}},
         {"refused", {.device = failed(Failed::Reason::folderRefused)}},
-        {"listing",
-         {.device = window::device(DeviceState::Enumerating{"iPhone", 12'480, 31'206})}},
+        {"listing", {.device = window::device(DeviceState::Enumerating{"iPhone", 12'480, 31'206})}},
         {"reading",
-         {.device = window::device(DeviceState::ReadingMetadata{"iPhone", {31'206, 8'000, 4'311}})}},
+         {.device =
+              window::device(DeviceState::ReadingMetadata{"iPhone", {31'206, 8'000, 4'311}})}},
         {"stopped",
          {.device = window::device(DeviceState::Stopped{"iPhone", {31'206, 8'000, 4'311}})}},
         {"running", {.run = Event::holds}},
@@ -98,7 +98,8 @@ void Stage::enter(WindowSession& session) {
   if (state_.device) model.deviceChanged(*state_.device);
   if (!state_.run) return;
   const std::uint64_t files = model.state().newFilesCount;
-  files_ = std::make_shared<StagedFiles>(model.files(), *state_.run, 2 * files / shareBefore, bytes_);
+  files_ =
+      std::make_shared<StagedFiles>(model.files(), *state_.run, 2 * files / shareBefore, bytes_);
   plug();
   model.setAsksAboutOptimized(state_.hasReduced);
   model.startTransfer();

@@ -40,7 +40,7 @@ class Stage {
   void plug();
 
   const State& state_;
-  WindowSession* session_ = nullptr;  ///< once entered
+  WindowSession* session_ = nullptr;          ///< once entered
   std::shared_ptr<const StagedFiles> files_;  ///< of a state with a run
   bool isBack_ = false;                       ///< the source came back after it left
   std::shared_ptr<StagedFiles::Bytes> bytes_ = std::make_shared<StagedFiles::Bytes>(0);

@@ -5,11 +5,18 @@ import QtQuick.Templates as T
 T.Switch {
     id: control
 
+    function change() {
+        toggle();
+        toggled();
+    }
+
     implicitWidth: label.implicitWidth + 8 + 34
     implicitHeight: Theme.control
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
+    Accessible.onPressAction: control.change()
+    Accessible.onToggleAction: control.change()
 
     contentItem: Text {
         id: label
