@@ -84,6 +84,10 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
   auto* const window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
   if (arguments.size) window->resize(*arguments.size);
 
+  if (arguments.endsAtFirstFrame) {
+    QObject::connect(window, &QQuickWindow::frameSwapped, qApp, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+  }
   if (arguments.destination) session.model().setDestination(arguments.destination);
   const auto demo = variable(environment, "DEMO_DIR");
   session.open(arguments.source.value_or(demo.value_or("phone")));

@@ -49,6 +49,8 @@ std::variant<WindowArguments, UnknownArgument> readArguments(
     const std::string& argument = arguments[i];
     if (argument == "--help" || argument == "--version") {
       (argument == "--help" ? taken.wantsHelp : taken.wantsVersion) = true;
+    } else if (argument == "--first-frame") {
+      taken.endsAtFirstFrame = true;
     } else if (!argument.starts_with("--")) {
       if (taken.source) return UnknownArgument{argument};
       taken.source = argument;

@@ -8,7 +8,7 @@ namespace tavrix::window {
 namespace {
 
 using Facts = DeviceFacts;
-using Event = StagedFiles::Event;
+using Event = EventfulFiles::Event;
 using Failed = DeviceState::Failed;
 
 constexpr Instant beginning{std::chrono::hours{24 * 20655 + 12}};
@@ -99,7 +99,7 @@ void Stage::enter(WindowSession& session) {
   if (!state_.run) return;
   const std::uint64_t files = model.state().newFilesCount;
   files_ =
-      std::make_shared<StagedFiles>(model.files(), *state_.run, 2 * files / shareBefore, bytes_);
+      std::make_shared<EventfulFiles>(model.files(), *state_.run, 2 * files / shareBefore, bytes_);
   plug();
   model.setAsksAboutOptimized(state_.hasReduced);
   model.startTransfer();

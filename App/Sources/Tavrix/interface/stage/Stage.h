@@ -6,7 +6,7 @@
 
 #include "foundation/Time.h"
 #include "foundation/tasks/MainLoop.h"
-#include "interface/stage/StagedFiles.h"
+#include "interface/stage/EventfulFiles.h"
 
 namespace tavrix::window {
 
@@ -36,14 +36,14 @@ class Stage {
  private:
   struct State;
 
-  /// Gives the model its source with the staged files.
+  /// Gives the model its source with the files with an event.
   void plug();
 
   const State& state_;
-  WindowSession* session_ = nullptr;          ///< once entered
-  std::shared_ptr<const StagedFiles> files_;  ///< of a state with a run
-  bool isBack_ = false;                       ///< the source came back after it left
-  std::shared_ptr<StagedFiles::Bytes> bytes_ = std::make_shared<StagedFiles::Bytes>(0);
+  WindowSession* session_ = nullptr;            ///< once entered
+  std::shared_ptr<const EventfulFiles> files_;  ///< of a state with a run
+  bool isBack_ = false;                         ///< the source came back after it left
+  std::shared_ptr<EventfulFiles::Bytes> bytes_ = std::make_shared<EventfulFiles::Bytes>(0);
 };
 
 }  // namespace tavrix::window

@@ -9,7 +9,7 @@
 namespace tavrix::window {
 
 /// The files of a source, of which a download meets a planned event.
-class StagedFiles : public SourceFiles {
+class EventfulFiles : public SourceFiles {
  public:
   enum class Event {
     none,
@@ -22,8 +22,8 @@ class StagedFiles : public SourceFiles {
 
   /// `filesBefore` is the number of files that are delivered before the source leaves.
   /// Adds to `delivered` the number of bytes that were downloaded.
-  StagedFiles(std::shared_ptr<const SourceFiles> files, Event event, std::uint64_t filesBefore,
-              std::shared_ptr<Bytes> delivered);
+  EventfulFiles(std::shared_ptr<const SourceFiles> files, Event event, std::uint64_t filesBefore,
+                std::shared_ptr<Bytes> delivered);
 
   std::unique_ptr<MediaSource> openMedia(AwaitPhone awaitPhone,
                                          std::stop_token stop) const override;

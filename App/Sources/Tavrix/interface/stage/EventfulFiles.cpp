@@ -1,4 +1,4 @@
-#include "interface/stage/StagedFiles.h"
+#include "interface/stage/EventfulFiles.h"
 
 #include <cerrno>
 #include <condition_variable>
@@ -15,9 +15,9 @@ void waitFor(const std::stop_token& stop) {
 
 }  // namespace
 
-class StagedFiles::Media : public MediaSource {
+class EventfulFiles::Media : public MediaSource {
  public:
-  Media(const StagedFiles& files, std::unique_ptr<MediaSource> media, std::stop_token stop)
+  Media(const EventfulFiles& files, std::unique_ptr<MediaSource> media, std::stop_token stop)
       : event_(files.event_),
         filesBefore_(files.filesBefore_),
         isFirst_(files.counts_->openings++ == 0),
@@ -53,14 +53,14 @@ class StagedFiles::Media : public MediaSource {
   std::stop_token stop_;
 };
 
-StagedFiles::StagedFiles(std::shared_ptr<const SourceFiles> files, Event event,
-                         std::uint64_t filesBefore, std::shared_ptr<Bytes> delivered)
+EventfulFiles::EventfulFiles(std::shared_ptr<const SourceFiles> files, Event event,
+                             std::uint64_t filesBefore, std::shared_ptr<Bytes> delivered)
     : files_(std::move(files)), event_(event), filesBefore_(filesBefore) {
   counts_->bytes = std::move(delivered);
 }
 
-std::unique_ptr<MediaSource> StagedFiles::openMedia(AwaitPhone awaitPhone,
-                                                    std::stop_token stop) const {
+std::unique_ptr<MediaSource> EventfulFiles::openMedia(AwaitPhone awaitPhone,
+                                                      std::stop_token stop) const {
   return std::make_unique<Media>(*this, files_->openMedia(std::move(awaitPhone), stop), stop);
 }
 
