@@ -104,6 +104,7 @@ TEST_F(AppModelRunTest, phoneUnplugged_pausesAndGoesOnByItself) {
   EXPECT_EQ(transferPausedReason(state(), Language::russian),
             "iPhone отключён. Подключите кабель — продолжу сам.");
   checkWhole(5);
+  EXPECT_EQ(state().progress->filesDone, 5U);
   model->sourceGone();
   loop.advance(seconds{60});
   settle();
