@@ -7,6 +7,8 @@
 namespace tavrix::bench {
 
 void benchStart(const std::string& folder);
+/// Only in the benchmark of the window.
+void benchWindow(const std::string& folder);
 void benchPipeline(const std::string& folder);
 void benchGrouping();
 void benchModel(const std::string& folder);

@@ -40,8 +40,12 @@ Instant systemNow() {
 int runWindow(const WindowArguments& arguments, Language language, const Environment& environment,
               UserDefaults* defaults) {
   QtMainLoop loop;
-  const auto phones = Phones::openBrowser();
-  const auto bus = openUSBBus();
+  std::optional<Stage> stage;
+  if (arguments.state) stage.emplace(*arguments.state);
+  const auto phones = stage ? nullptr : Phones::openBrowser();
+  const auto bus = stage ? nullptr : openUSBBus();
+  std::function<MainLoop::Moment()> paceClock;
+  if (stage) paceClock = [&stage] { return stage->paceMoment(); };
   WindowSession session{{.loop = loop,
                          .environment = environment,
                          .defaults = defaults,
@@ -50,8 +54,9 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
                          .systemTimeZoneID = systemTimeZoneID(),
                          .gazetteerPath = resourcePath("gazetteer.bin"),
                          .conversionProgram = helperPath("tavrix-convert"),
-                         .now = systemNow,
+                         .now = [&stage] { return stage ? stage->now() : systemNow(); },
                          .newID = randomUuid,
+                         .paceClock = paceClock,
                          .phones = phones.get(),
                          .bus = bus.get()}};
   PictureDesk pictures{session};
@@ -80,13 +85,16 @@ int runWindow(const WindowArguments& arguments, Language language, const Environ
   auto* const window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
   if (arguments.size) window->resize(*arguments.size);
 
+  if (arguments.endsAtFirstFrame) {
+    QObject::connect(window, &QQuickWindow::frameSwapped, qApp, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+  }
   if (arguments.destination) session.model().setDestination(arguments.destination);
   const auto demo = variable(environment, "DEMO_DIR");
   session.open(arguments.source.value_or(demo.value_or("phone")));
   std::optional<Picture> picture;
   if (arguments.picture) {
-    picture.emplace(*window, session, pictures, arguments.actions, *arguments.picture,
-                    arguments.delay);
+    picture.emplace(*window, session, pictures, stage ? &*stage : nullptr, arguments);
   }
   return QGuiApplication::exec();
 }

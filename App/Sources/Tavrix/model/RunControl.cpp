@@ -43,6 +43,8 @@ bool hasEndedByItself(const RunOutcome& outcome) {
 /// Converts the progress of an attempt to progress of the whole run.
 TransferProgressSnapshot ofRun(TransferProgressSnapshot attempt, const Run& run) {
   attempt.filesDone += run.outcome.report->files.size();
+  attempt.verifiedCount +=
+      run.outcome.report->copied + run.outcome.report->conversionFallbacks.size();
   attempt.filesTotal = run.plan->files.size();
   const std::uint64_t total = run.totals.bytes;
   attempt.bytesDone += total - std::min(total, attempt.bytesTotal);
@@ -261,7 +263,13 @@ void RunControl::land(AttemptEnd end) {
   remainingBytes_ = end.remainingBytes;
   const bool isWhole = !end.failure && !end.isPhoneLost && hasEndedByItself(run_.outcome);
   if (run_.is<run_stage::Cancelling>() && !isWhole) return concludeCancelled();
-  if (end.isPhoneLost) return pauseForPhone(PhoneError::Kind::gone);
+  if (end.isPhoneLost) {
+    // The file during which the phone left is still to be copied.
+    surroundings_.state.change([&](AppState& state) {
+      if (state.progress) state.progress->filesDone = run_.outcome.report->files.size();
+    });
+    return pauseForPhone(PhoneError::Kind::gone);
+  }
   if (isOutOfSpace(run_.outcome)) return meetFullDisk(end.hasLanded);
   if (end.failure) return concludeFailed(end.failure);
   conclude();

@@ -6,6 +6,7 @@
 #include "interface/engine/EngineObjects.h"
 #include "interface/session/WindowSession.h"
 #include "interface/words/DayText.h"
+#include "interface/words/PathText.h"
 #include "interface/words/Words.h"
 
 namespace tavrix::window {
@@ -13,18 +14,6 @@ namespace {
 
 static_assert(static_cast<int>(DestinationModel::Bad) ==
               static_cast<int>(DestinationAdvice::Tone::bad));
-
-/// Returns a path as people read it, with "~" for their own folder.
-QString shortened(const QString& path) {
-  const QString home = QDir::homePath();
-  const bool isInHome = path == home || path.startsWith(home + QLatin1Char{'/'});
-  return isInHome ? QLatin1Char{'~'} + path.mid(home.size()) : path;
-}
-
-QString expanded(const QString& path) {
-  const bool isInHome = path == QLatin1String{"~"} || path.startsWith(QLatin1String{"~/"});
-  return isInHome ? QDir::homePath() + path.mid(1) : path;
-}
 
 }  // namespace
 
@@ -87,14 +76,14 @@ QString DestinationModel::status() const {
 
 QString DestinationModel::path() const {
   const auto& destination = model_.state().destination;
-  return destination ? shortened(QString::fromStdString(*destination)) : QString{};
+  return destination ? shortPath(QString::fromStdString(*destination)) : QString{};
 }
 
 void DestinationModel::setPath(const QString& path) {
   const QString typed = path.trimmed();
   if (typed == this->path()) return;
   model_.setDestination(typed.isEmpty() ? std::nullopt
-                                        : std::optional{expanded(typed).toStdString()});
+                                        : std::optional{wholePath(typed).toStdString()});
 }
 
 QUrl DestinationModel::startFolder() const {
@@ -111,7 +100,7 @@ QStringList DestinationModel::warnings() const {
 
 QString DestinationModel::lastText() const {
   if (!last_.destination || model_.state().destination) return {};
-  const QString path = shortened(QString::fromStdString(printable(*last_.destination)));
+  const QString path = shortPath(QString::fromStdString(printable(*last_.destination)));
   return QString::fromStdString(say(words_.language(), sentences::asLastTime, path.toStdString()));
 }
 

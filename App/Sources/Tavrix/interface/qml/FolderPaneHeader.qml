@@ -19,6 +19,7 @@ Item {
         Accessible.name: ListHeader.text
         Accessible.checkable: true
         Accessible.checked: ListHeader.inclusion === ListHeader.All
+        Accessible.onPressAction: all.clicked()
         onClicked: ListHeader.toggleAll()
 
         contentItem: Item {

@@ -28,7 +28,7 @@ ApplicationWindow {
         highlightedText: Theme.accentText
         toolTipBase: Theme.surface
         toolTipText: Theme.text
-        placeholderText: Theme.mark
+        placeholderText: Theme.secondText
         mid: Theme.line
         dark: Theme.secondText
         light: Theme.hover

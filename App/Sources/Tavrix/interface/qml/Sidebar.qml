@@ -83,6 +83,7 @@ Rectangle {
             Accessible.name: spoken
             Accessible.selectable: !isTitle
             Accessible.selected: isSelected
+            Accessible.onPressAction: row.clicked()
             onClicked: {
                 list.byKeyboard = false;
                 list.currentIndex = index;
@@ -108,6 +109,7 @@ Rectangle {
                 visible: row.canExpand
                 focusPolicy: Qt.NoFocus
                 Accessible.ignored: true
+                Accessible.onPressAction: chevron.clicked()
                 onClicked: OutlineModel.toggle(row.index)
 
                 contentItem: Item {

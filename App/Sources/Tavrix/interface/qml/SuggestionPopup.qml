@@ -29,6 +29,7 @@ T.Popup {
             height: 32
             hoverEnabled: true
             Accessible.name: title + ", " + files
+            Accessible.onPressAction: line.clicked()
             onClicked: popup.chosen(index)
 
             contentItem: Item {

@@ -18,6 +18,9 @@ Rectangle {
         dialog.active = true;
         dialog.item.open();
     }
+    function openSourceMenu() {
+        sourceMenu.popup(source, 0, source.height + 4);
+    }
     function search() {
         searchField.forceActiveFocus();
         searchField.selectAll();
@@ -53,7 +56,8 @@ Rectangle {
         text: WindowModel.sourceName
         Accessible.role: Accessible.ButtonMenu
         Accessible.name: Words.chooseSource + ", " + text
-        onClicked: sourceMenu.popup(source, 0, source.height + 4)
+        Accessible.onPressAction: source.clicked()
+        onClicked: bar.openSourceMenu()
 
         contentItem: Item {
             Row {

@@ -6,6 +6,7 @@
 #include "interface/engine/EngineObjects.h"
 #include "interface/run/ProgressText.h"
 #include "interface/session/WindowSession.h"
+#include "interface/words/PathText.h"
 #include "interface/words/TimeText.h"
 #include "interface/words/Words.h"
 
@@ -50,7 +51,7 @@ void ProgressModel::follow(const StateChange& change) {
 }
 
 void ProgressModel::measure(const StateChange& change) {
-  const auto now = session_.loop().now();
+  const auto now = session_.paceMoment();
   const TransferProgressSnapshot& after = *change.after.progress;
   const TransferProgressSnapshot& before = change.before.progress ? *change.before.progress : after;
   // Files that were found complete have an outcome without having been verified.
@@ -78,7 +79,7 @@ QString ProgressModel::title() const {
 
 QString ProgressModel::destination() const {
   const Run* const run = model_.run();
-  return run == nullptr ? QString{} : shown(printable(run->destination));
+  return run == nullptr ? QString{} : shortPath(shown(printable(run->destination)));
 }
 
 double ProgressModel::fraction() const { return doneShare(progress()); }

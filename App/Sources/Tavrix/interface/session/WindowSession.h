@@ -30,6 +30,8 @@ struct WindowSurroundings {
   std::optional<std::string> conversionProgram{};  ///< without it, nothing is converted
   std::function<Instant()> now{};
   std::function<Uuid()> newID{};
+  /// The clock of paces on screen; without it, that of the loop.
+  std::function<MainLoop::Moment()> paceClock{};
   PhoneBrowser* phones = nullptr;  ///< without it, no phones are followed
   USBPhonePresence* bus = nullptr;
   Log* log = &silentLog();
@@ -48,6 +50,10 @@ class WindowSession : public QObject {
   AppModel& model() { return *model_; }
   const AppModel& model() const { return *model_; }
   MainLoop& loop() { return surroundings_.loop; }
+  /// Returns the moment for the pace of work on screen.
+  MainLoop::Moment paceMoment() const {
+    return surroundings_.paceClock ? surroundings_.paceClock() : surroundings_.loop.now();
+  }
   const WindowSurroundings& surroundings() const { return surroundings_; }
 
   /// Opens a folder, a card or a snapshot by its path, or follows the phones ("phone",

@@ -10,19 +10,22 @@
 namespace tavrix::window {
 
 Picture::Picture(QQuickWindow& window, WindowSession& session, const PictureDesk& thumbnails,
-                 std::vector<std::string> actions, std::string path,
-                 std::chrono::milliseconds delay)
+                 Stage* stage, const WindowArguments& arguments)
     : window_(window),
       session_(session),
       thumbnails_(thumbnails),
-      actions_(std::move(actions)),
-      path_(std::move(path)),
-      delay_(delay) {
+      stage_(stage),
+      actions_(arguments.actions),
+      path_(arguments.picture.value()),
+      delay_(arguments.delay) {
   connect(&timer_, &QTimer::timeout, this, &Picture::look);
   timer_.start(std::chrono::milliseconds{20});
 }
 
-bool Picture::isSettled() const {
+bool Picture::isSettled() {
+  const bool hasMoved = std::exchange(progress_, session_.model().state().progress) !=
+                        session_.model().state().progress;
+  if (hasMoved || (isEntered_ && !stage_->proceed())) return false;
   return !std::holds_alternative<opened_source::Reading>(session_.source()) &&
          session_.model().isSettled() && !session_.model().state().isComputing &&
          thumbnails_.isCalm();
@@ -32,6 +35,11 @@ void Picture::look() {
   constexpr int enough = 10;
   calmLooks_ = isSettled() ? calmLooks_ + 1 : 0;
   if (calmLooks_ < enough) return;
+  if (stage_ != nullptr && !isEntered_) {
+    isEntered_ = true;
+    calmLooks_ = 0;
+    return stage_->enter(session_);
+  }
   if (done_ < actions_.size()) {
     calmLooks_ = 0;
     return carryOut(actions_[done_++]);

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "interface/stage/Stage.h"
+
 namespace tavrix::window {
 namespace {
 
@@ -23,6 +25,8 @@ bool take(WindowArguments& taken, const std::string& option, const std::string& 
     taken.actions.push_back(value);
   } else if (option == "--delay") {
     taken.delay = std::chrono::milliseconds{QString::fromStdString(value).toInt()};
+  } else if (option == "--state" && Stage::isKnown(value)) {
+    taken.state = value;
   } else if (option == "--size") {
     taken.size = sizeIn(value);
     return taken.size.has_value();
@@ -45,6 +49,8 @@ std::variant<WindowArguments, UnknownArgument> readArguments(
     const std::string& argument = arguments[i];
     if (argument == "--help" || argument == "--version") {
       (argument == "--help" ? taken.wantsHelp : taken.wantsVersion) = true;
+    } else if (argument == "--first-frame") {
+      taken.endsAtFirstFrame = true;
     } else if (!argument.starts_with("--")) {
       if (taken.source) return UnknownArgument{argument};
       taken.source = argument;

@@ -25,7 +25,9 @@ struct WindowArguments {
   std::optional<QSize> size;           ///< of the window
   std::optional<std::string> screens;  ///< folder with QML files to use in place of the program's
   std::chrono::milliseconds delay{0};  ///< before the picture, so that work is under way in it
-  std::vector<std::string> actions;    ///< statements of QML to carry out before, in the window
+  bool endsAtFirstFrame = false;
+  std::optional<std::string> state;  ///< to bring the window into, see Stage
+  std::vector<std::string> actions;  ///< statements of QML to carry out before, in the window
 };
 
 /// An argument that the program does not know, or whose value is missing or wrong.

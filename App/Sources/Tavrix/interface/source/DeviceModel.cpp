@@ -34,7 +34,7 @@ void DeviceModel::refresh() {
   facts_ = waitingFacts(words_.language(), device, session_.source());
   progress_ = readingProgress(device, session_.source());
   if (progress_) {
-    pace_.measure(session_.loop().now(), progress_->read);
+    pace_.measure(session_.paceMoment(), progress_->read);
   } else {
     pace_ = {};
   }

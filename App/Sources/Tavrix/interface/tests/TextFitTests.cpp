@@ -46,6 +46,39 @@ TEST_P(TextFit, smallWindow_cutsNoText) {
   }
 }
 
+TEST_P(TextFit, pagesOfATransfer_cutNoText) {
+  WindowHarness harness{120, GetParam()};
+  const QQuickWindow& window = harness.open({900, 600});
+  AppModel& model = harness.session.model();
+  const TemporaryFolder destination;
+  const auto expectAllShown = [&](std::size_t least) {
+    harness.settle();
+    QCoreApplication::processEvents();
+    Texts texts;
+    texts.add(*window.contentItem(), {QPointF{}, window.size()});
+    EXPECT_GT(texts.count, least);
+    EXPECT_THAT(texts.cut, testing::IsEmpty());
+  };
+  harness.phone.broken = {"IMG_0001.HEIC"};
+  harness.phone.filesUntilUnplugged = 50;
+  model.setDestination(destination.path());
+  model.startTransfer();
+  ASSERT_TRUE(harness.loop.runUntil([&] { return model.state().pause.has_value(); }));
+  expectAllShown(20);
+
+  harness.phone.isPlugged = true;
+  harness.phone.filesUntilUnplugged = -1;
+  model.sourceReady(harness.phone.source(), data_origin::Snapshot{});
+  ASSERT_TRUE(harness.loop.runUntil(
+      [&] { return std::holds_alternative<app_phase::Done>(model.state().phase); }));
+  // The summary is made in the background.
+  const int type = qmlTypeId("Tavrix", 1, 0, "SummaryModel");
+  const auto* const summary = harness.engine.singletonInstance<QObject*>(type);
+  ASSERT_TRUE(
+      harness.loop.runUntil([&] { return !summary->property("verdict").toString().isEmpty(); }));
+  expectAllShown(10);
+}
+
 INSTANTIATE_TEST_SUITE_P(BothLanguages, TextFit,
                          testing::Values(Language::russian, Language::english));
 

@@ -104,6 +104,7 @@ TEST_F(AppModelRunTest, phoneUnplugged_pausesAndGoesOnByItself) {
   EXPECT_EQ(transferPausedReason(state(), Language::russian),
             "iPhone отключён. Подключите кабель — продолжу сам.");
   checkWhole(5);
+  EXPECT_EQ(state().progress->filesDone, 5U);
   model->sourceGone();
   loop.advance(seconds{60});
   settle();
@@ -114,7 +115,12 @@ TEST_F(AppModelRunTest, phoneUnplugged_pausesAndGoesOnByItself) {
   phone.filesUntilUnplugged = -1;
   plug();
   EXPECT_EQ(transferPausedReason(state(), Language::russian), std::nullopt);
+  std::uint64_t verified = 0;
+  const auto subscription = model->subscribe([&](const StateChange& change) {
+    if (change.after.progress) verified = change.after.progress->verifiedCount;
+  });
   settle();
+  EXPECT_EQ(verified, 12U) << "also the files from before the pause";
   EXPECT_EQ(report().copied, 12);
   EXPECT_THAT(report().failures, IsEmpty());
   checkWhole(12);

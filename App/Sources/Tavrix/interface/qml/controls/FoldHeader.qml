@@ -16,6 +16,7 @@ T.AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: expanded ? Words.outlineOpen : Words.outlineClosed
+    Accessible.onPressAction: header.clicked()
 
     contentItem: Item {
         Text {

@@ -14,6 +14,7 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.4
     Accessible.name: text
+    Accessible.onPressAction: button.clicked()
     C.ToolTip.visible: hovered && text !== ""
     C.ToolTip.text: text
     C.ToolTip.delay: 600

@@ -13,6 +13,7 @@ T.MenuItem {
     visible: enabled
     padding: 0
     Accessible.name: text
+    Accessible.onPressAction: line.triggered()
 
     contentItem: Item {
         Text {

@@ -20,6 +20,7 @@ T.ComboBox {
     currentIndex: setting ? setting.current : -1
     displayText: setting ? setting.currentTitle : ""
     Accessible.role: Accessible.ComboBox
+    Accessible.onPressAction: popup.open()
     onActivated: index => {
         setting.pick(index);
         currentIndex = Qt.binding(() => picker.setting ? picker.setting.current : -1);
@@ -63,6 +64,7 @@ T.ComboBox {
         hoverEnabled: true
         Accessible.name: detail === "" ? text : text + " — " + detail
         Accessible.selected: picker.currentIndex === index
+        Accessible.onPressAction: choice.clicked()
 
         contentItem: Item {
             Symbol {

@@ -14,6 +14,7 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
+    Accessible.onPressAction: button.clicked()
 
     contentItem: Text {
         id: label

@@ -11,6 +11,7 @@ T.AbstractButton {
     hoverEnabled: true
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: link.clicked()
 
     contentItem: Text {
         id: label

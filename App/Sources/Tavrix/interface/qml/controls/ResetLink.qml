@@ -14,6 +14,7 @@ T.AbstractButton {
     hoverEnabled: true
     Accessible.role: Accessible.Button
     Accessible.name: resetText
+    Accessible.onPressAction: link.clicked()
 
     contentItem: Item {
         Symbol {

@@ -44,7 +44,9 @@ FocusScope {
                 onClicked: picker.picked(index)
                 Accessible.role: Accessible.PageTab
                 Accessible.name: text
+                Accessible.checkable: true
                 Accessible.checked: isCurrent
+                Accessible.onPressAction: segment.clicked()
 
                 contentItem: Text {
                     id: label

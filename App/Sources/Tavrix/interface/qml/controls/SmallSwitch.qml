@@ -9,6 +9,11 @@ T.Switch {
     // A line of explanation, shown under the mouse and read by screen readers.
     property string help
 
+    function change() {
+        toggle();
+        toggled();
+    }
+
     implicitWidth: label.implicitWidth + 8 + 34
     implicitHeight: Theme.control
     focusPolicy: Qt.StrongFocus
@@ -18,6 +23,8 @@ T.Switch {
     C.ToolTip.visible: hovered && help !== ""
     C.ToolTip.text: help
     C.ToolTip.delay: 600
+    Accessible.onPressAction: control.change()
+    Accessible.onToggleAction: control.change()
 
     contentItem: Text {
         id: label

@@ -6,6 +6,11 @@ import Tavrix
 T.Switch {
     id: row
 
+    function change() {
+        toggle();
+        toggled();
+    }
+
     property SwitchSetting setting: null
     property string help
     property int indent: 0
@@ -19,6 +24,8 @@ T.Switch {
     hoverEnabled: true
     Accessible.name: text
     Accessible.description: help
+    Accessible.onPressAction: row.change()
+    Accessible.onToggleAction: row.change()
     onToggled: {
         setting.value = checked;
         checked = Qt.binding(() => row.setting !== null && row.setting.value);

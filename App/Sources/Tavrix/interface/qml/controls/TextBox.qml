@@ -13,7 +13,7 @@ T.TextField {
     rightPadding: 10
     font.pixelSize: Theme.bodyText
     color: Theme.text
-    placeholderTextColor: Theme.mark
+    placeholderTextColor: Theme.secondText
     selectionColor: Theme.accent
     selectedTextColor: Theme.accentText
     verticalAlignment: TextInput.AlignVCenter

@@ -10,6 +10,8 @@ T.ScrollBar {
     padding: 3
     minimumSize: 0.04
     visible: size < 1
+    // The keyboard scrolls what it shows.
+    Accessible.ignored: true
 
     contentItem: Rectangle {
         implicitWidth: 6

@@ -67,6 +67,7 @@ TextBox {
                 focusPolicy: Qt.NoFocus
                 hoverEnabled: true
                 Accessible.name: text
+                Accessible.onPressAction: zone.clicked()
                 onClicked: field.take(text)
 
                 contentItem: Text {
