@@ -46,8 +46,8 @@ constexpr std::array absent{
     SYS_openat,     SYS_openat2, SYS_faccessat, SYS_faccessat2, SYS_statx,
     SYS_readlinkat, SYS_getcwd};
 
-/// What decoders and the C library need to read and write open files, to manage memory and threads,
-/// and to look at clocks and at themselves.
+/// The calls with which decoders and the C library read and write open files, manage memory and
+/// threads, and look at clocks and at themselves.
 constexpr std::array allowed{
 #ifdef SYS_poll
     SYS_poll,

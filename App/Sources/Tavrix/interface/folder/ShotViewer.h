@@ -27,7 +27,7 @@ class ShotViewer : public QObject {
   Q_PROPERTY(QVariantList facts READ facts NOTIFY changed)
   /// True while the file is being fetched for another program.
   Q_PROPERTY(bool isFetching READ isFetching NOTIFY fetchingChanged)
-  /// How far the fetch is, or why it failed; empty if there is nothing to report.
+  /// The progress of the fetch, or the reason why it failed; empty if there is nothing to report.
   Q_PROPERTY(QString report READ report NOTIFY fetchingChanged)
 
  public:
