@@ -46,6 +46,11 @@ struct DifferingCounts {
   const OfKind& of(DifferingFile::Kind kind) const {
     return kinds.at(static_cast<std::size_t>(kind));
   }
+  /// Returns true if a file stays that is not, or may not be, what the phone has.
+  bool leavesAny() const {
+    using Kind = DifferingFile::Kind;
+    return of(Kind::damaged).files + of(Kind::changed).files + of(Kind::foreign).files > 0;
+  }
 
   friend bool operator==(const DifferingCounts&, const DifferingCounts&) = default;
 };

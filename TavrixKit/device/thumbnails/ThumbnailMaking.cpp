@@ -1,6 +1,7 @@
 #include "device/thumbnails/ThumbnailMaking.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <exception>
 #include <limits>
 
@@ -106,6 +107,10 @@ class Making {
   std::unique_ptr<RangedReader> open() const {
     auto file = order_.landedPath ? openForRangedReading(*order_.landedPath)
                                   : order_.files->open(order_.asset);
+    // Another file may have had the name of the copy before.
+    if (order_.landedPath && file->size() != order_.asset.sizeBytes()) {
+      throw FileError{FileOperation::open, *order_.landedPath, ESTALE};
+    }
     return std::make_unique<StoppableReader>(std::move(file), order_.unwanted);
   }
 

@@ -251,7 +251,7 @@ std::optional<std::string> safeNamesNote(Language language, const TransferPlan& 
   });
   if (planned == plan.files.end()) return std::nullopt;
   return say(language, sentences::noteSafeNames, counted(language, count, sentences::files),
-             forSentence(lastPathComponent(planned->relativePath)), forSentence(first->name));
+             forSentence(planned->relativePath), forSentence(first->path.value_or(first->name)));
 }
 
 std::optional<std::string> unknownKindNote(Language language, const Library& library) {

@@ -201,7 +201,7 @@ TEST_F(ThumbnailStoreTest, transfer_hasTheSourceForItself) {
   EXPECT_THAT(takeLog(), IsEmpty());
   answers.clear();
 
-  folder.write("landed/b", "301 4000");
+  folder.write("landed/b", "301 40000");
   store->landedFilesChanged();
   EXPECT_THAT(awaitAnswers(1), ElementsAre("b 301"));
   EXPECT_THAT(takeLog(), ElementsAre("decode 301"));

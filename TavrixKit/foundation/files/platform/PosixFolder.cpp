@@ -260,6 +260,8 @@ bool PosixFolder::moveByLink(int fromFolder, const std::string& from, int toFold
   // The volume has no hard links. Check, then rename: no other process writes to a locked folder.
   struct stat raw{};
   if (::fstatat(toFolder, to.c_str(), &raw, AT_SYMLINK_NOFOLLOW) == 0) return false;
+  // Only a name that is certainly free may be taken: this call would replace a file.
+  if (errno != ENOENT) fail(FileOperation::rename, to, errno);
   if (::renameat(fromFolder, from.c_str(), toFolder, to.c_str()) == 0) return true;
   fail(FileOperation::rename, to, errno);
 }

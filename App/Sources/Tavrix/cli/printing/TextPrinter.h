@@ -97,7 +97,7 @@ class TextPrinter : public ResultPrinter {
   /// Lists the folders that get files under names that the template would not give.
   void continued(const Library& library, const TransferPlan& plan);
   void tally(const TransferTally& tally, bool hasRun);
-  void nothing(const Library& library, const std::string& destination);
+  void nothing(const Library& library, const TransferPlan& plan, const std::string& destination);
   void headline(const TransferResult& result);
   void unreadFolders(const RunOutcome& outcome);
   std::string stateOf(const TransferRecord::File& file) const;

@@ -133,14 +133,17 @@ std::vector<std::string> keptOriginals(Language language, const TransferReport& 
 
 }  // namespace
 
-void TextPrinter::nothing(const Library& library, const std::string& destination) {
+void TextPrinter::nothing(const Library& library, const TransferPlan& plan,
+                          const std::string& destination) {
   if (library.fileCount == 0) {
     line(say(language_, sentences::nothingInCatalogue));
   } else if (library.rows.empty()) {
     const bool isByChoice = library.leftOut.byChoice.value_or(0) > 0;
     line(say(language_, isByChoice ? sentences::nothingMatchesChoice : sentences::nothingChosen));
   } else {
-    line(say(language_, sentences::nothingToDo, printable(destination)));
+    const bool isSame = !countsOf(plan.differing).leavesAny();
+    line(say(language_, isSame ? sentences::nothingToDo : sentences::nothingNew,
+             printable(destination)));
   }
   line("");
 }
@@ -181,7 +184,7 @@ void TextPrinter::plan(const PlanResult& result) {
   if (!result.library.rows.empty()) folders(result);
   if (result.listsFiles) plannedFiles(result.plan);
   if (result.plan.files.empty()) {
-    nothing(result.library, result.destination);
+    nothing(result.library, result.plan, result.destination);
   } else {
     line(say(language_, sentences::planHeadline, count(counts.planned, sentences::files),
              bytes(counts.plannedBytes), printable(result.destination)));
@@ -243,7 +246,7 @@ void TextPrinter::failures(const TransferResult& result) {
 void TextPrinter::transfer(const TransferResult& result) {
   const TransferReport& report = *result.outcome.report;
   if (result.plan.files.empty()) {
-    nothing(result.library, result.destination);
+    nothing(result.library, result.plan, result.destination);
     tally(tallyOf(result.library, result.plan, report), false);
     home(result.library);
     for (const std::string& note : packingNotes(language_, result.outcome)) line(printable(note));

@@ -216,6 +216,9 @@ inline constexpr Sentence<> flatFolder{"(прямо в папке назначе
 inline constexpr Sentence<Text> nothingToDo{
     "Переносить нечего: всё нужное уже лежит в «{}».",
     "There is nothing to do: everything needed is already in “{}”."};
+inline constexpr Sentence<Text> nothingNew{
+    "Переносить нечего, но не все файлы в «{}» такие, как на телефоне.",
+    "There is nothing to transfer, but not all files in “{}” are as on the phone."};
 inline constexpr Sentence<> nothingChosen{
     "Переносить нечего: настройки исключили все файлы.",
     "There is nothing to do: the settings exclude every file."};

@@ -106,7 +106,8 @@ DestinationAdvice adviceOf(Language language, const AppState& state) {
   advice.button = say(language, sentences::transferVerb);
   advice.isEverythingInPlace = state.knownFilesCount > 0;
   if (advice.isEverythingInPlace) {
-    advice.effect = say(language, sentences::everythingInPlace);
+    const bool isSame = !state.findings->differing.leavesAny();
+    advice.effect = say(language, isSame ? sentences::everythingInPlace : sentences::nothingNew);
   } else if (!state.visibleGroups->empty() && !state.isComputing) {
     advice.effect = say(language, sentences::nothingChecked);
   }

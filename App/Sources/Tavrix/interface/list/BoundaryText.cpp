@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "interface/words/BoundarySentences.h"
+#include "interface/words/ListSentences.h"
 #include "text/Measures.h"
 #include "text/MergedNote.h"
 #include "text/ReasonWords.h"
@@ -99,7 +100,7 @@ class Explanation {
     Paragraphs text{say(language_, sentences::monthOfNoTrip)};
     const auto reasons = counted(month.shots);
     for (std::size_t i = 0; i < std::min(reasons.size(), mostReasons); ++i) {
-      const std::string shots = tavrix::counted(language_, reasons[i].shots, sentences::shotsHere);
+      const std::string shots = tavrix::counted(language_, reasons[i].shots, sentences::shots);
       text.push_back(fmt::format("• {} — {}", words.monthText(*reasons[i].reason), shots));
     }
     if (reasons.size() > mostReasons) text.push_back(say(language_, sentences::moreReasons));

@@ -36,7 +36,8 @@ std::optional<std::string> landedPath(const AppModel& model, const MediaAsset& a
   const auto files = lastFiles(model);
   const auto found = std::ranges::find_if(
       files, [&](const PlannedFile& file) { return file.asset.id() == asset.id(); });
-  if (found == files.end()) return std::nullopt;
+  // The size of a converted file cannot show that it is the right one.
+  if (found == files.end() || isConverted(found->conversion)) return std::nullopt;
   return absolutePath(model.run()->destination) + "/" + found->relativePath;
 }
 

@@ -76,6 +76,8 @@ Item {
         spacing: 16
 
         SmallSwitch {
+            // The options beside a narrow list have it, too.
+            visible: header.width > 430
             text: Words.onlyNew
             help: Words.onlyNewHelp + " " + Words.onlyNewDeleted
             enabled: ListHeader.canBeOnlyNew

@@ -62,7 +62,7 @@ QString QuestionModel::title() const {
     case OptimizedCopies:
       return QString::fromStdString(
           tavrix::say(language, sentences::optimizedTitle,
-                      counted(language, model_.state().optimizedCount, shared::shots)));
+                      counted(language, model_.state().optimizedCount, sentences::shots)));
     case NoDevice:
       return say(sentences::noDeviceTitle);
     case NoDestination:

@@ -7,6 +7,7 @@
 #include "foundation/StringMap.h"
 #include "foundation/Text.h"
 #include "history/Verdict.h"
+#include "interface/words/ListSentences.h"
 #include "interface/words/SummaryPageSentences.h"
 #include "interface/words/TimeText.h"
 #include "library/PlanSummary.h"
@@ -155,9 +156,12 @@ SummaryFacts summaryOf(Language language, const Run& run, bool isPhone) {
   facts.failures = failures.take();
   facts.keptOriginals = kept.take();
   facts.notes = runNotes(language, *run.library, outcome);
+  if (auto note = safeNamesNote(language, *run.plan, *outcome.report)) {
+    facts.notes.push_back(*std::move(note));
+  }
   if (run.optimizedSkipped > 0) {
     facts.notes.push_back(say(language, sentences::optimizedLeftOut,
-                              counted(language, run.optimizedSkipped, shared::shots)));
+                              counted(language, run.optimizedSkipped, sentences::shots)));
   }
   for (std::string& note : facts.notes) note = printable(note);
   return facts;

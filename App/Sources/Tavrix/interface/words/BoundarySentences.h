@@ -24,7 +24,6 @@ inline constexpr Sentence<std::string_view> tripBegan{"Началась: {}.", "
 inline constexpr Sentence<std::string_view> tripEnded{"Закончилась: {}.", "It ended: {}."};
 inline constexpr Sentence<> monthOfNoTrip{"Здесь снимки, которые не вошли ни в одну поездку:",
                                           "These shots are in no trip:"};
-inline constexpr CountedNoun shotsHere{"снимок", "снимка", "снимков", "shot", "shots"};
 inline constexpr Sentence<> moreReasons{"• и другие вылазки", "• and other outings"};
 inline constexpr Sentence<> boundaryHint{
     "Пороги можно изменить справа, в разделе «Как делить».",

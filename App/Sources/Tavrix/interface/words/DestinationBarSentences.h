@@ -30,6 +30,7 @@ inline constexpr Sentence<> transferVerb{"Перенести", "Transfer"};
 /// A day: "22 ноября 2026".
 inline constexpr Sentence<std::string_view> lastTransferred{"последний перенос: {}",
                                                             "last transferred: {}"};
+inline constexpr Sentence<> nothingNew{"Новых файлов нет", "No new files"};
 inline constexpr Sentence<> everythingInPlace{"Всё уже перенесено", "Everything is there already"};
 inline constexpr Sentence<> nothingChecked{"Ничего не отмечено", "Nothing is checked"};
 

@@ -17,7 +17,7 @@ inline constexpr Sentence<> undatedShots{"Без даты", "No date"};
 inline constexpr Sentence<> liveMark{"Live Photo", "Live Photo"};
 inline constexpr Sentence<> filmMark{"видео", "video"};
 inline constexpr Sentence<> editedMark{"правленый", "edited"};
-inline constexpr Sentence<> reducedMark{"уменьшенная копия", "reduced copy"};
+inline constexpr Sentence<> reducedMark{"оптимизированная копия", "optimized copy"};
 inline constexpr Sentence<std::string_view, std::string_view> shotOf{"снимок {} из {}",
                                                                      "shot {} of {}"};
 

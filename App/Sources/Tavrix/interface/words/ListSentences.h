@@ -9,6 +9,7 @@ namespace tavrix::window::sentences {
 
 inline constexpr CountedNoun photos{"фото", "фото", "фото", "photo", "photos"};
 inline constexpr CountedNoun videos{"видео", "видео", "видео", "video", "videos"};
+inline constexpr CountedNoun shots{"снимок", "снимка", "снимков", "shot", "shots"};
 inline constexpr CountedNoun newFiles{"новый", "новых", "новых", "new", "new"};
 
 // On a card.
@@ -16,8 +17,8 @@ inline constexpr Sentence<> noDate{"Без даты", "No date"};
 inline constexpr Sentence<> inPlace{"уже на месте", "already there"};
 inline constexpr Sentence<> nothingToCopy{"переносить нечего", "nothing to transfer"};
 inline constexpr Sentence<> continued{"дополнит прежнюю папку", "adds to an earlier folder"};
-inline constexpr Sentence<std::string_view> reducedCopies{"уменьшенных копий: {}",
-                                                          "reduced copies: {}"};
+inline constexpr Sentence<std::string_view> reducedCopies{"оптимизированных копий: {}",
+                                                          "optimized copies: {}"};
 inline constexpr Sentence<std::string_view, std::string_view> folderOf{"папка {} из {}",
                                                                        "folder {} of {}"};
 
