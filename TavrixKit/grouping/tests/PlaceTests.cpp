@@ -5,6 +5,7 @@
 
 #include "grouping/PlaceClustering.h"
 #include "grouping/PlaceTree.h"
+#include "grouping/tests/GroupingTester.h"
 #include "media/BundleBuilder.h"
 
 namespace tavrix {
@@ -14,7 +15,6 @@ using PlaceClustering::clusters;
 using testing::ElementsAre;
 using testing::SizeIs;
 
-constexpr double kmOfDegree = 3.141592653589793 * earthDiameterKm / 360;
 constexpr double halfCircumferenceKm = 20015.086796020572;
 
 TEST(Haversine, distances_areThoseOfTheSphere) {

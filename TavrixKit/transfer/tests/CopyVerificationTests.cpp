@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <map>
+#include <mutex>
 
 #include "foundation/Digest.h"
 #include "transfer/ChecksumMerge.h"
@@ -244,8 +244,11 @@ TEST_F(CopyVerificationTest, stop_leavesTheRestNotReached) {
   for (int i = 0; i < 50; ++i) files.push_back(land(std::to_string(i), 10'000));
   record('a', files);
   std::stop_source stop;
-  std::atomic<int> reads = 0;
+  // Readers wait for each other here, so that none runs ahead while another asks for the stop.
+  std::mutex mutex;
+  int reads = 0;
   folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    const std::lock_guard lock(mutex);
     if (operation == FileOperation::read && path.find('.') == std::string::npos && ++reads == 20) {
       stop.request_stop();
     }

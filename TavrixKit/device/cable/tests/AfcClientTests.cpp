@@ -34,7 +34,7 @@ class ScriptStream : public ServiceStream {
   Script& script_;
 };
 
-std::string bytesOf(std::uint64_t number) {
+std::string littleEndian(std::uint64_t number) {
   std::string bytes(8, '\0');
   for (char& byte : bytes) {
     byte = static_cast<char>(number % 256);
@@ -45,11 +45,11 @@ std::string bytesOf(std::uint64_t number) {
 
 std::string headOf(std::uint64_t entire, std::uint64_t head, std::uint64_t number,
                    std::uint64_t operation) {
-  return "CFA6LPAA" + bytesOf(entire) + bytesOf(head) + bytesOf(number) + bytesOf(operation);
+  return "CFA6LPAA" + littleEndian(entire) + littleEndian(head) + littleEndian(number) + littleEndian(operation);
 }
 
 std::string status(std::uint64_t number, std::uint64_t code) {
-  return headOf(48, 48, number, 1) + bytesOf(code);
+  return headOf(48, 48, number, 1) + littleEndian(code);
 }
 
 std::string data(std::uint64_t number, const std::string& body) {
@@ -69,7 +69,7 @@ TEST(AfcClient, requests_haveTheBytesOfTheProtocolAndTheirAnswersAreRead) {
       data(1, texts({".", "..", "b.JPG", "a/b", "", "a.JPG"})) +
       data(2,
            texts({"st_size", "5", "st_ifmt", "S_IFREG", "st_mtime", "1500000000", "st_new", ""})) +
-      headOf(48, 48, 3, 0x0e) + bytesOf(77) + data(4, "12345") + data(5, "") + status(6, 0) +
+      headOf(48, 48, 3, 0x0e) + littleEndian(77) + data(4, "12345") + data(5, "") + status(6, 0) +
       status(7, 0);
   EXPECT_THAT(client.names("/D"), ElementsAre("a.JPG", "b.JPG"));
   EXPECT_EQ(client.status("/D"),
@@ -83,10 +83,10 @@ TEST(AfcClient, requests_haveTheBytesOfTheProtocolAndTheirAnswersAreRead) {
   client.close(file);
   const std::string path{"/D\0", 3};
   EXPECT_EQ(script.sent, headOf(43, 43, 1, 0x03) + path + headOf(43, 43, 2, 0x0a) + path +
-                             headOf(51, 51, 3, 0x0d) + bytesOf(1) + path + headOf(56, 56, 4, 0x0f) +
-                             bytesOf(77) + bytesOf(300) + headOf(56, 56, 5, 0x0f) + bytesOf(77) +
-                             bytesOf(300) + headOf(64, 64, 6, 0x11) + bytesOf(77) + bytesOf(0) +
-                             bytesOf(258) + headOf(48, 48, 7, 0x14) + bytesOf(77));
+                             headOf(51, 51, 3, 0x0d) + littleEndian(1) + path + headOf(56, 56, 4, 0x0f) +
+                             littleEndian(77) + littleEndian(300) + headOf(56, 56, 5, 0x0f) + littleEndian(77) +
+                             littleEndian(300) + headOf(64, 64, 6, 0x11) + littleEndian(77) + littleEndian(0) +
+                             littleEndian(258) + headOf(48, 48, 7, 0x14) + littleEndian(77));
 }
 
 TEST(AfcClient, refusals_areErrorsOfTheFileAndTheConnectionGoesOn) {
@@ -134,7 +134,7 @@ TEST(AfcClient, answerThatIsDamagedOrForeign_isThePhoneGoneForGood) {
       {"of an earlier request", data(0, names)},
       {"of a later request", data(2, names)},
       {"unknown operation", headOf(40 + names.size(), 40, 1, 0x0c) + names},
-      {"operation of another request", headOf(48, 48, 1, 0x0e) + bytesOf(77)},
+      {"operation of another request", headOf(48, 48, 1, 0x0e) + littleEndian(77)},
       {"success without data", status(1, 0)},
       {"unknown status", status(1, 99)},
       {"status without a number", headOf(44, 44, 1, 1) + "\1\0\0\0"},

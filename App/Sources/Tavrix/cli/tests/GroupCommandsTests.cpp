@@ -240,7 +240,7 @@ TEST_F(GroupCommands, explainOfOtherModes_tellsOfEveryFolder) {
 }
 
 /// Returns the text in docs/grouping.md between a fence and the next one.
-std::string documentedExample(const std::string& fence) {
+std::string groupingExample(const std::string& fence) {
   std::ifstream file{std::string{TAVRIX_DOCS} + "/grouping.md"};
   const std::string text{std::istreambuf_iterator<char>{file}, {}};
   const std::size_t begin = text.find("\n" + fence + "\n") + fence.size() + 2;
@@ -266,9 +266,9 @@ TEST_F(GroupCommands, documentation_saysWhatIsPrinted) {
   std::vector<std::string> settings{"uiMode=trips", "homeOverride=55.75,37.62"};
   const CommandResult explained = groups(settings, {"--json", "--explain"});
   EXPECT_EQ(rounded(*explained.json().member("explanation")),
-            rounded(parseJson(documentedExample("```json"))))
+            rounded(parseJson(groupingExample("```json"))))
       << explained.out;
-  std::istringstream lines{documentedExample("```")};
+  std::istringstream lines{groupingExample("```")};
   for (std::string line; std::getline(lines, line);) settings.push_back(line);
   EXPECT_EQ(shape(settings),
             "merge:month-2026-05+trip-2026-05-10 Italy: IMG_0001 IMG_0002 IMG_0003");

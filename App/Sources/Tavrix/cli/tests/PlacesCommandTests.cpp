@@ -14,7 +14,7 @@ using testing::StartsWith;
 
 /// A day each in Rome, in Brooklyn, in Sergiyev Posad and on the open sea, and one without a
 /// position.
-const std::string travels = R"([
+const std::string travelsWithPlaces = R"([
   {"name":"R1.JPG","kind":"photo","size":10,"exifDate":"2026:05:01 12:00:00","exifOffset":"+00:00","lat":41.8902,"lon":12.4922},
   {"name":"R2.JPG","kind":"photo","size":10,"exifDate":"2026:05:01 13:00:00","exifOffset":"+00:00","lat":41.8905,"lon":12.4925},
   {"name":"B.JPG","kind":"photo","size":10,"exifDate":"2026:05:02 12:00:00","exifOffset":"+00:00","lat":40.6501,"lon":-73.9496},
@@ -27,7 +27,7 @@ class PlacesCommand : public testing::Test {
  protected:
   PlacesCommand() {
     tester.gazetteerPath = TAVRIX_RESOURCES "/gazetteer.bin";
-    tester.addPhone(travels, {"R1.JPG", "R2.JPG", "B.JPG", "S.JPG", "O.JPG", "N.JPG"});
+    tester.addPhone(travelsWithPlaces, {"R1.JPG", "R2.JPG", "B.JPG", "S.JPG", "O.JPG", "N.JPG"});
   }
 
   std::vector<std::string> folders(std::vector<std::string> options = {}) const {

@@ -21,7 +21,7 @@ class TenByteSource : public MediaSource {
   }
 };
 
-std::vector<MediaAsset> assetsOf(int count) {
+std::vector<MediaAsset> twoADay(int count) {
   std::vector<MediaAsset> assets;
   for (int i = 0; i < count; ++i) {
     const std::string name = fmt::format("IMG_{:04}.HEIC", i);
@@ -35,7 +35,7 @@ std::vector<MediaAsset> assetsOf(int count) {
 /// Runs that copy six stills of three days, in a folder that can inject errors.
 struct FolderTransferTest : testing::Test {
   RunOutcome run(std::chrono::seconds step = std::chrono::seconds{0}) {
-    const Library library = makeLibrary(assetsOf(assets), {}, "en_US");
+    const Library library = makeLibrary(twoADay(assets), {}, "en_US");
     std::vector<TransferPlanner::NamedGroup> groups;
     for (const auto& row : library.rows) groups.push_back({row.name, row.group});
     TransferOptions options;
@@ -246,7 +246,7 @@ TEST(PlanSummary, foldersOfOneName_areCountedTogether) {
   settings.naming.datelessName = "x";
   settings.naming.nameTemplate = {{name_token::Year{}}, NameLanguage::english};
   settings.naming.mergeSameNames = true;
-  const Library library = makeLibrary(assetsOf(6), settings, "en_US");
+  const Library library = makeLibrary(twoADay(6), settings, "en_US");
   ASSERT_EQ(library.rows.size(), 3U);
   std::vector<TransferPlanner::NamedGroup> groups;
   for (const auto& row : library.rows) groups.push_back({row.name, row.group});
