@@ -62,6 +62,8 @@ if(TAVRIX_FAST_BUILD)
     # before it.
     target_compile_options(tavrix_flags INTERFACE -Wno-shadow)
   endif()
+  # So does g++ for a constant of another test source.
+  list(APPEND test_options -Wno-shadow)
   set(common_headers <algorithm> <array> <chrono> <condition_variable> <cstdint> <deque> <filesystem>
     <functional> <future> <map> <memory> <mutex> <optional> <ranges> <set> <span> <stop_token>
     <string> <string_view> <thread> <tuple> <utility> <variant> <vector> <fmt/format.h>
