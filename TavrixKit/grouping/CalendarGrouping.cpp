@@ -33,7 +33,9 @@ std::size_t CalendarGrouping::add(const DatedShot& shot) {
   const CivilDate day = firstDayOf(granularity_, zone_.dateAt(shot.date));
   const auto number = std::chrono::sys_days{day}.time_since_epoch().count();
   const auto [found, isNew] = groupOfDay_.try_emplace(number, builders_.size());
-  if (isNew) builders_.emplace_back(idPrefix_ + dateKey(granularity_, day));
+  if (isNew) {
+    builders_.emplace_back(idPrefix_ + dateKey(granularity_, day)).setCalendarUnit(granularity_);
+  }
   builders_[found->second].add(shot);
   return found->second;
 }

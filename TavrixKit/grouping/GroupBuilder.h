@@ -20,6 +20,8 @@ class GroupBuilder {
   void add(const DatedShot& shot);
   void addUndated(const AssetBundle& bundle);
 
+  void setCalendarUnit(DateGranularity unit) { group_.calendarUnit = unit; }
+
   /// Returns the group with its dates and the spherical centre of its shots' positions.
   MediaGroup finish() &&;
 

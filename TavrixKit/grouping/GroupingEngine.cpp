@@ -70,9 +70,12 @@ class ModeGrouping {
     result_.homeIsAmbiguous =
         HomeDetection::isAmbiguous(result_.homeCandidates, settings_.tripDistanceKm);
     const auto& chosen = settings_.homeOverride ? settings_.homeOverride : request_.homeOverride;
-    auto trips =
-        TripGrouping::group(shots_.dated, HomeDetection::home(chosen, result_.homeCandidates),
-                            settings_, request_.wantsReasons);
+    const auto home = HomeDetection::home(chosen, result_.homeCandidates);
+    const auto stays = TripGrouping::stays(shots_.dated, home, settings_);
+    const auto ids = TripGrouping::idsOf(shots_.dated, stays, settings_);
+    auto trips = TripGrouping::group(shots_.dated, home, settings_, stays, ids, request_.merges,
+                                     request_.wantsReasons);
+    result_.suggestions = MergeSuggestions::of(stays, ids, settings_);
     result_.groups = std::move(trips.groups);
     if (trips.reasons) tell(*std::move(trips.reasons));
     finish();

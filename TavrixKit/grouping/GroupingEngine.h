@@ -9,6 +9,7 @@
 #include "grouping/GroupingSettings.h"
 #include "grouping/HomeDetection.h"
 #include "grouping/MediaGroup.h"
+#include "grouping/MergeSuggestion.h"
 #include "media/BundleFilter.h"
 #include "media/PlaceLookup.h"
 
@@ -26,6 +27,8 @@ struct Request {
   std::optional<GeoPoint> homeOverride;
   std::shared_ptr<const PlaceLookup> placeLookup;
   bool wantsReasons = false;  ///< whether to return the reasons for the bounds of the groups
+  /// The merges of the mode, which are not applied here: outings that they name become groups.
+  GroupMerges merges{};
 };
 
 struct Result {
@@ -35,7 +38,8 @@ struct Result {
   /// Best first. Only in trips mode, but also if the user has chosen a home.
   std::vector<HomeCandidate> homeCandidates;
   bool homeIsAmbiguous = false;
-  std::optional<GroupingReasons> reasons;  ///< only if the request wants them
+  std::optional<GroupingReasons> reasons;    ///< only if the request wants them
+  std::vector<MergeSuggestion> suggestions;  ///< only in trips mode; also those merged already
 
   friend bool operator==(const Result&, const Result&) = default;
 };

@@ -100,7 +100,8 @@ struct EventReasons {
 struct TripReasons {
   /// Consecutive shots away from home, in one city and without a long pause.
   struct Stay {
-    std::optional<std::string> groupID;  ///< of the trip; nullopt for an outing
+    /// The group of the trip or of a merged outing; nullopt for any other outing.
+    std::optional<std::string> groupID;
     Instant dateStart;
     Instant dateEnd;
     GeoPoint center;
@@ -109,6 +110,8 @@ struct TripReasons {
     int minDays = 0;        ///< the setting that decides between trip and outing
     StayBegin begin;
     StayEnd end;
+
+    bool isTrip() const { return days >= minDays; }
     friend bool operator==(const Stay&, const Stay&) = default;
   };
   struct Month {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "grouping/GroupingMode.h"
 #include "media/AssetBundle.h"
 
 namespace tavrix {
@@ -32,6 +33,9 @@ struct MediaGroup {
   std::vector<AssetBundle> bundles;
   /// The groups from which a merged group was made; empty for any other group.
   std::vector<MediaGroup> children;
+  /// The part of the calendar for which the group stands: a day, a month, a year, or the month of
+  /// shots outside trips. nullopt for any other group.
+  std::optional<DateGranularity> calendarUnit{};
 
   MediaCounts counts() const;
 

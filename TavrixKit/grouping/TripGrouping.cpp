@@ -1,6 +1,9 @@
 #include "grouping/TripGrouping.h"
 
+#include <absl/container/flat_hash_map.h>
+
 #include <algorithm>
+#include <set>
 
 #include "grouping/CalendarGrouping.h"
 #include "grouping/DayCount.h"
@@ -103,12 +106,36 @@ class StayWalk {
   PlaceClustering::UnitVectorSum sum_;
 };
 
-MediaGroup tripGroup(const std::vector<DatedShot>& shots, const Stay& stay, const TimeZone& zone,
-                     GroupIDs& ids) {
-  GroupBuilder builder{ids.take("trip-" + dayText(zone.dateAt(shots[stay.begin].date))),
-                       stay.end - stay.begin};
+MediaGroup stayGroup(const std::vector<DatedShot>& shots, const Stay& stay, const std::string& id) {
+  GroupBuilder builder{id, stay.end - stay.begin};
   for (std::size_t i = stay.begin; i < stay.end; ++i) builder.add(shots[i]);
   return std::move(builder).finish();
+}
+
+/// Returns for each stay whether it is a group: a trip, or an outing that is merged with another
+/// stay.
+std::vector<bool> groupsAmong(const std::vector<Stay>& stays, const std::vector<std::string>& ids,
+                              const GroupMerges& merges, const GroupingSettings& settings) {
+  std::vector<bool> isGroup;
+  isGroup.reserve(stays.size());
+  absl::flat_hash_map<std::string_view, std::size_t> stayOfID;
+  for (std::size_t i = 0; i < stays.size(); ++i) {
+    isGroup.push_back(stays[i].isTrip(settings));
+    stayOfID.emplace(ids[i], i);
+  }
+  std::set<std::string_view> claimed;
+  for (const auto& merge : merges) {
+    std::vector<std::size_t> members;
+    for (const std::string& id : merge) {
+      const auto found = stayOfID.find(id);
+      if (found != stayOfID.end() && claimed.insert(found->first).second) {
+        members.push_back(found->second);
+      }
+    }
+    if (members.size() < 2) continue;
+    for (const std::size_t member : members) isGroup[member] = true;
+  }
+  return isGroup;
 }
 
 TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& stay, int minDays) {
@@ -123,18 +150,18 @@ TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& st
           .end = stay.endReason};
 }
 
-/// Calls `visit` with the index of every shot that is not in a trip, and the index of its outing if
-/// it has one.
+/// Calls `visit` with the index of every shot that is in no stay with a group, and the index of its
+/// outing if it has one.
 template <typename Visit>
-void visitOutsideTrips(const std::vector<DatedShot>& shots, const std::vector<Stay>& stays,
-                       const GroupingSettings& settings, Visit visit) {
+void visitOutsideGroups(const std::vector<DatedShot>& shots, const std::vector<Stay>& stays,
+                        const std::vector<bool>& isGroup, Visit visit) {
   std::size_t stay = 0;
   for (std::size_t i = 0; i < shots.size(); ++i) {
     while (stay < stays.size() && i >= stays[stay].end) ++stay;
     const bool isInStay = stay < stays.size() && i >= stays[stay].begin;
     if (!isInStay) {
       visit(i, std::optional<std::size_t>{});
-    } else if (!stays[stay].isTrip(settings)) {
+    } else if (!isGroup[stay]) {
       visit(i, std::optional{stay});
     }
   }
@@ -157,20 +184,32 @@ std::vector<Stay> stays(const std::vector<DatedShot>& shots, const std::optional
   return StayWalk{shots, *home, settings}.run();
 }
 
+std::vector<std::string> idsOf(const std::vector<DatedShot>& shots, const std::vector<Stay>& stays,
+                               const GroupingSettings& settings) {
+  GroupIDs unique;
+  std::vector<std::string> ids;
+  ids.reserve(stays.size());
+  for (const Stay& stay : stays) {
+    const std::string day = dayText(settings.timeZone.dateAt(shots[stay.begin].date));
+    ids.push_back(unique.take((stay.isTrip(settings) ? "trip-" : "outing-") + day));
+  }
+  return ids;
+}
+
 Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
-             const GroupingSettings& settings, bool wantsReasons) {
-  const std::vector<Stay> found = stays(shots, home, settings);
+             const GroupingSettings& settings, const std::vector<Stay>& stays,
+             const std::vector<std::string>& ids, const GroupMerges& merges, bool wantsReasons) {
+  const std::vector<bool> isGroup = groupsAmong(stays, ids, merges, settings);
   Result result;
   TripReasons reasons;
-  GroupIDs ids;
-  for (const Stay& stay : found) {
-    reasons.stays.push_back(stayReason(shots, stay, settings.tripMinDays));
-    if (!stay.isTrip(settings)) continue;
-    result.groups.push_back(tripGroup(shots, stay, settings.timeZone, ids));
-    reasons.stays.back().groupID = result.groups.back().id;
+  for (std::size_t i = 0; i < stays.size(); ++i) {
+    reasons.stays.push_back(stayReason(shots, stays[i], settings.tripMinDays));
+    if (!isGroup[i]) continue;
+    result.groups.push_back(stayGroup(shots, stays[i], ids[i]));
+    reasons.stays.back().groupID = ids[i];
   }
   CalendarGrouping calendar{DateGranularity::month, settings.timeZone, "month-"};
-  visitOutsideTrips(shots, found, settings, [&](std::size_t i, const auto& outing) {
+  visitOutsideGroups(shots, stays, isGroup, [&](std::size_t i, const auto& outing) {
     const std::size_t month = calendar.add(shots[i]);
     if (!wantsReasons) return;
     reasons.months.resize(std::max(reasons.months.size(), month + 1));

@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "grouping/DatedShots.h"
+#include "grouping/GroupMerging.h"
 #include "grouping/GroupingReasons.h"
 #include "grouping/GroupingSettings.h"
 #include "grouping/MediaGroup.h"
@@ -32,16 +34,22 @@ struct Stay {
 std::vector<Stay> stays(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
                         const GroupingSettings& settings);
 
+/// Returns the ids of stays: "trip-" or, for a stay that is no trip, "outing-", and the day of the
+/// first shot; "-2" is appended for the second of a day.
+std::vector<std::string> idsOf(const std::vector<DatedShot>& shots, const std::vector<Stay>& stays,
+                               const GroupingSettings& settings);
+
 struct Result {
-  std::vector<MediaGroup> groups;  ///< the trips, then the months
+  std::vector<MediaGroup> groups;  ///< the stays that have a group of their own, then the months
   std::optional<TripReasons> reasons;
 };
 
 /// Returns one group for each stay of at least `tripMinDays` days, and one for each calendar month
-/// of all other shots. The id of a trip is "trip-" and the day of its first shot, with "-2"
-/// appended for the second trip of a day. The id of a month is "month-" and the month. Reasons are
+/// of all other shots. An outing is a group, too, if a merge names it and another stay. `stays` and
+/// `ids` are those of stays() and idsOf(). The id of a month is "month-" and the month. Reasons are
 /// returned only if `wantsReasons` is true, because they need a value for each shot in a month.
 Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
-             const GroupingSettings& settings, bool wantsReasons);
+             const GroupingSettings& settings, const std::vector<Stay>& stays,
+             const std::vector<std::string>& ids, const GroupMerges& merges, bool wantsReasons);
 
 }  // namespace tavrix::TripGrouping

@@ -5,43 +5,41 @@
 
 #include "foundation/DateFormatterCache.h"
 #include "naming/FolderName.h"
+#include "naming/GroupPlaces.h"
 #include "naming/NameRendering.h"
+#include "naming/WholeFolderDates.h"
 
 namespace tavrix::FolderNaming {
 namespace {
 
-/// The cell of a group in the place lookup and the names that the lookup has for it.
-struct GroupPlace {
-  std::string key;
-  std::optional<PlaceNames> names;
-};
-
-std::optional<GroupPlace> placeOf(const Settings& settings, const MediaGroup& group) {
+std::optional<GroupPlaces> placesOf(const Settings& settings, const MediaGroup& group) {
   if (!settings.geocodingEnabled || !settings.places || !group.place) return std::nullopt;
-  std::string key = settings.places->placeKey(*group.place);
-  auto names = settings.places->names(
-      key, NameRendering::localeID(settings.nameTemplate.language, settings.systemLocaleID));
-  return GroupPlace{std::move(key), std::move(names)};
+  return tavrix::placesOf(
+      group, *settings.places,
+      NameRendering::localeID(settings.nameTemplate.language, settings.systemLocaleID));
 }
 
 NameContext contextOf(const Settings& settings, const MediaGroup& group,
-                      const std::optional<GroupPlace>& place) {
+                      const std::optional<GroupPlaces>& places) {
   NameContext context;
   context.dateStart = group.dateStart;
   context.dateEnd = group.dateEnd;
   context.timeZone = settings.timeZone;
-  if (place && place->names) {
-    context.city = place->names->cityOrRegion();
-    context.countryName = place->names->countryName;
-    context.countryCode = place->names->countryCode;
+  if (places && !places->places.empty()) {
+    const PlaceNames& names = places->places.front().names;
+    context.city = places->city(settings.severalCities);
+    context.countryName = names.countryName;
+    context.countryCode = names.countryCode;
   }
   return context;
 }
 
 std::string templateName(const Settings& settings, const MediaGroup& group,
-                         const std::optional<GroupPlace>& place) {
-  std::string name = NameRendering::render(settings.nameTemplate, contextOf(settings, group, place),
-                                           settings.systemLocaleID);
+                         const std::optional<GroupPlaces>& places) {
+  const bool isWhole = settings.wholeFolderDates && group.calendarUnit;
+  std::string name = NameRendering::render(
+      isWhole ? withWholeDates(settings.nameTemplate, *group.calendarUnit) : settings.nameTemplate,
+      contextOf(settings, group, places), settings.systemLocaleID);
   if (name != FolderName::untitled) return name;
   if (group.dateStart) {
     return DateFormatterCache::shared()
@@ -52,13 +50,13 @@ std::string templateName(const Settings& settings, const MediaGroup& group,
 }
 
 std::string nameAt(const Settings& settings, const MediaGroup& group,
-                   const std::optional<GroupPlace>& place) {
+                   const std::optional<GroupPlaces>& places) {
   const auto manual = settings.overrides.find(group.id);
   if (manual != settings.overrides.end() && !manual->second.empty()) {
     return FolderName::sanitise(manual->second);
   }
   if (settings.nameByGroupID) return FolderName::sanitise(group.id);
-  return templateName(settings, group, place);
+  return templateName(settings, group, places);
 }
 
 /// Distinguishes equal names by a number.
@@ -80,7 +78,15 @@ std::string initialDatelessName(Language language) {
 }
 
 std::string nameGroup(const Settings& settings, const MediaGroup& group) {
-  return nameAt(settings, group, placeOf(settings, group));
+  return nameAt(settings, group, placesOf(settings, group));
+}
+
+bool isNamedLikeDay(const Settings& settings, const MediaGroup& group) {
+  if (!group.calendarUnit || !group.dateStart || settings.nameByGroupID) return false;
+  const auto manual = settings.overrides.find(group.id);
+  if (manual != settings.overrides.end() && !manual->second.empty()) return false;
+  return !settings.wholeFolderDates &&
+         withWholeDates(settings.nameTemplate, *group.calendarUnit) != settings.nameTemplate;
 }
 
 Result resolve(const Settings& settings, const std::vector<Shared<MediaGroup>>& groups) {
@@ -89,11 +95,15 @@ Result resolve(const Settings& settings, const std::vector<Shared<MediaGroup>>& 
   NameCounter counter;
   std::unordered_set<std::string> unresolvedKeys;
   for (const Shared<MediaGroup>& group : groups) {
-    const auto place = placeOf(settings, *group);
-    if (place && !place->names && unresolvedKeys.insert(place->key).second) {
-      result.unresolvedPlaces.push_back(*group->place);
+    const auto places = placesOf(settings, *group);
+    if (places) {
+      for (const GeoPoint& point : places->unresolved) {
+        if (unresolvedKeys.insert(settings.places->placeKey(point)).second) {
+          result.unresolvedPlaces.push_back(point);
+        }
+      }
     }
-    std::string name = nameAt(settings, *group, place);
+    std::string name = nameAt(settings, *group, places);
     if (!settings.mergeSameNames) name = counter.numbered(std::move(name));
     result.rows.push_back({std::move(name), group});
   }

@@ -17,7 +17,7 @@
 namespace tavrix {
 
 /// Gives every group its folder name. Pure functions, except for the place lookup in the settings.
-/// The cost depends on the number of groups, not of files.
+/// The cost depends on the number of groups and, with a place lookup, of shots.
 namespace FolderNaming {
 
 /// Returns the initial name of the folder for groups without a date: "Без даты" or "No date".
@@ -33,6 +33,11 @@ struct Settings {
   bool mergeSameNames = false;                ///< groups of equal names share one folder
   std::string datelessName = initialDatelessName(Language::russian);
   std::string systemLocaleID = "ru_RU";  ///< the locale for language `system` of the template
+  /// Names a group after its two largest cities if none has half of its shots.
+  bool severalCities = false;
+  /// Leaves the day out of the names of groups that stand for a month or a year, and the month out
+  /// of those that stand for a year.
+  bool wholeFolderDates = false;
 
   friend bool operator==(const Settings&, const Settings&) = default;
 };
@@ -50,7 +55,7 @@ struct Row {
 struct Result {
   /// One row per group, in the order of the groups.
   std::vector<Row> rows;
-  /// The group places that the lookup cannot name yet, in the order of the groups, one per cell.
+  /// Positions of shots that the lookup cannot name yet, in the order of the groups, one per cell.
   std::vector<GeoPoint> unresolvedPlaces;
 
   friend bool operator==(const Result&, const Result&) = default;
@@ -61,6 +66,10 @@ struct Result {
 /// rendered template. If the template renders as "untitled", the name is the group's first day, or
 /// `datelessName` if the group has no date.
 std::string nameGroup(const Settings& settings, const MediaGroup& group);
+
+/// Returns true if the group stands for a month or a year, but its name has a day or a month that
+/// `wholeFolderDates` would leave out.
+bool isNamedLikeDay(const Settings& settings, const MediaGroup& group);
 
 /// Names all groups, in their order. The second group of a name gets " (2)" appended, the third
 /// " (3)". Names are compared byte by byte, and numbered names are not compared again, so two rows

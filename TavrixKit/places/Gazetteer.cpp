@@ -8,7 +8,7 @@ namespace tavrix {
 namespace {
 
 // Must be incremented whenever the choice among the places changes.
-constexpr int choiceVersion = 3;
+constexpr int choiceVersion = 4;
 
 bool isRussian(const std::string& localeID) {
   return localeID == "ru" || localeID.starts_with("ru_");
@@ -47,15 +47,20 @@ std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
   if (const auto city = CityChoice::cityAt(table_, point)) {
     const GazetteerPlace place = table_.at(city->index);
     result.city = nameIn(place, localeID);
+    result.cityNumber = static_cast<std::uint32_t>(city->index);
     if (const auto mainCity = CityChoice::mainCityOf(table_, city->index)) {
       result.mainCity = nameIn(table_.at(*mainCity), localeID);
+      result.mainCityNumber = static_cast<std::uint32_t>(*mainCity);
     }
     country = place.country;
   } else {
     const CityChoice::Area area = CityChoice::areaAt(table_, point);
     country = area.country;
     const std::string region = nameIn(table_.regionAt(area.region), localeID);
-    if (!region.empty()) result.region = region;
+    if (!region.empty()) {
+      result.region = region;
+      result.regionNumber = area.region;
+    }
   }
   if (!country.empty()) {
     result.countryCode = replacingInvalidUtf8(country);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -19,11 +20,13 @@ struct GeocodedPlace {
   std::optional<std::string> countryCode;  ///< ISO 3166-1 alpha-2
   /// The first-level region; only for a point that belongs to no city.
   std::optional<std::string> region{};
+  /// The numbers of `city`, `mainCity` and `region` in the source.
+  std::optional<std::uint32_t> cityNumber{};
+  std::optional<std::uint32_t> mainCityNumber{};
+  std::optional<std::uint32_t> regionNumber{};
 
   /// Returns the names of the place. With `mergeDistricts` a part of a city has the city's name.
-  PlaceNames names(bool mergeDistricts) const {
-    return {mergeDistricts && mainCity ? mainCity : city, countryName, countryCode, region};
-  }
+  PlaceNames names(bool mergeDistricts) const;
 
   friend bool operator==(const GeocodedPlace&, const GeocodedPlace&) = default;
 };

@@ -1,5 +1,7 @@
 #include "places/GeocodingCache.h"
 
+#include <limits>
+
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/json/JsonValue.h"
@@ -17,9 +19,10 @@ void writeCells(JsonWriter& json, const GeocodingCache::Cells& cells) {
   for (const auto& [key, place] : cells) {
     if (room-- == 0) break;
     json.key(key).beginObject();
-    json.field("city", place.city).field("countryCode", place.countryCode);
-    json.field("countryName", place.countryName).field("mainCity", place.mainCity);
-    json.field("region", place.region).endObject();
+    json.field("city", place.city).field("cityNumber", place.cityNumber);
+    json.field("countryCode", place.countryCode).field("countryName", place.countryName);
+    json.field("mainCity", place.mainCity).field("mainCityNumber", place.mainCityNumber);
+    json.field("region", place.region).field("regionNumber", place.regionNumber).endObject();
   }
   json.endObject();
 }
@@ -39,14 +42,29 @@ bool takeText(const JsonValue& object, std::string_view key, std::optional<std::
   return true;
 }
 
+/// Reads a number that may be missing. Returns false if the value is not a number of 32 bits.
+bool takeNumber(const JsonValue& object, std::string_view key,
+                std::optional<std::uint32_t>& number) {
+  const JsonValue* const member = object.member(key);
+  if (member == nullptr) return true;
+  const auto value = member->asUnsigned();
+  if (!value || *value > std::numeric_limits<std::uint32_t>::max()) return false;
+  number = static_cast<std::uint32_t>(*value);
+  return true;
+}
+
 /// Returns nullopt for an invalid value. An empty place would mean that the point has no name.
 std::optional<GeocodedPlace> placeOf(const JsonValue& value) {
   if (value.asObject() == nullptr) return std::nullopt;
   GeocodedPlace place;
-  const bool fits =
-      takeText(value, "city", place.city) && takeText(value, "mainCity", place.mainCity) &&
-      takeText(value, "countryName", place.countryName) &&
-      takeText(value, "countryCode", place.countryCode) && takeText(value, "region", place.region);
+  const bool fits = takeText(value, "city", place.city) &&
+                    takeText(value, "mainCity", place.mainCity) &&
+                    takeText(value, "countryName", place.countryName) &&
+                    takeText(value, "countryCode", place.countryCode) &&
+                    takeText(value, "region", place.region) &&
+                    takeNumber(value, "cityNumber", place.cityNumber) &&
+                    takeNumber(value, "mainCityNumber", place.mainCityNumber) &&
+                    takeNumber(value, "regionNumber", place.regionNumber);
   return fits ? std::optional{std::move(place)} : std::nullopt;
 }
 

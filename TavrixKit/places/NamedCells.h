@@ -26,6 +26,9 @@ class NamedCells : public PlaceLookup {
     const auto place = directory_->find(placeKey, localeID);
     return place ? std::optional{place->names(mergeDistricts_)} : std::nullopt;
   }
+  std::optional<GeoPoint> center(const std::string& placeKey) const override {
+    return PlaceCells::centerOf(placeKey);
+  }
 
  private:
   PlaceCells cells_;

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "media/BundleBuilder.h"
 #include "naming/NamePresets.h"
 
 namespace tavrix {
@@ -35,6 +36,10 @@ MediaGroup group(std::string id, const char* start, std::optional<GeoPoint> plac
   result.id = std::move(id);
   if (start != nullptr) result.dateStart = result.dateEnd = parseIso8601(start);
   result.place = place;
+  if (place) {
+    result.bundles = BundleBuilder::makeBundles(
+        {MediaAsset{"1.JPG", "1.JPG", {}, MediaKind::photo, 1, {}, place, false, {}, {}}});
+  }
   return result;
 }
 

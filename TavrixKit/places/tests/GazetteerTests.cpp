@@ -200,10 +200,14 @@ TEST(Gazetteer, language_fallsBackToEnglish) {
       gazetteerOf(madeTable({{"Rome", {41.9, 12.5}, 2'000'000, "IT", 1, 0, true, "Рим"},
                              {"Nowhere", {0, 0}, 1000, "IT"}}));
   const GeoPoint rome{41.9, 12.5};
-  EXPECT_EQ(gazetteer.resolve(rome, "ru_RU")->names(false), (PlaceNames{"Рим", "Италия", "IT"}));
-  EXPECT_EQ(gazetteer.resolve(rome, "en_US")->names(false), (PlaceNames{"Rome", "Italy", "IT"}));
-  EXPECT_EQ(gazetteer.resolve(rome, "de_DE")->names(false), (PlaceNames{"Rome", "Italien", "IT"}));
-  EXPECT_EQ(gazetteer.resolve({0, 0}, "ru")->names(false), (PlaceNames{"Nowhere", "Италия", "IT"}));
+  EXPECT_EQ(gazetteer.resolve(rome, "ru_RU")->names(false),
+            (PlaceNames{"Рим", "Италия", "IT", {}, "city 0"}));
+  EXPECT_EQ(gazetteer.resolve(rome, "en_US")->names(false),
+            (PlaceNames{"Rome", "Italy", "IT", {}, "city 0"}));
+  EXPECT_EQ(gazetteer.resolve(rome, "de_DE")->names(false),
+            (PlaceNames{"Rome", "Italien", "IT", {}, "city 0"}));
+  EXPECT_EQ(gazetteer.resolve({0, 0}, "ru")->names(false),
+            (PlaceNames{"Nowhere", "Италия", "IT", {}, "city 1"}));
 }
 
 TEST(Gazetteer, oddPoints_haveNoName) {
@@ -282,7 +286,7 @@ std::string bytesInPage() {
 
 TEST(Gazetteer, exampleOfTheDescription_isATable) {
   const auto gazetteer = gazetteerOf(bytesInPage());
-  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.3");
+  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.4");
   ASSERT_EQ(gazetteer.table().size(), 1U);
   const GazetteerPlace place = gazetteer.table().at(0);
   EXPECT_EQ(place.point, (GeoPoint{43.73485, 7.41673}));

@@ -41,6 +41,23 @@ std::string unmarked(const std::string& argument) {
   return argument == plusPlusMark ? std::string{plusPlus} : argument;
 }
 
+/// Returns the name of a flag for the parser, which would take what follows "=" as the flag's
+/// value.
+std::string parserName(std::string_view flag) {
+  std::string name{flag};
+  std::ranges::replace(name, '=', '-');
+  return name;
+}
+
+bool isFlagWithWord(std::string_view argument) {
+  return argument.find('=') != argument.npos &&
+         std::ranges::any_of(commandTable(), [&](const CommandSpec& command) {
+           return std::ranges::any_of(command.options, [&](const CommandOption& option) {
+             return option.flag != nullptr && option.name == argument;
+           });
+         });
+}
+
 /// Returns the arguments in a form that the parser reads correctly. For "--x=" the parser would
 /// take the next argument as the value, so an empty value is added.
 std::vector<std::string> forParser(const std::vector<std::string>& arguments) {
@@ -54,6 +71,8 @@ std::vector<std::string> forParser(const std::vector<std::string>& arguments) {
     const std::string_view option = std::string_view{argument}.substr(0, argument.find('='));
     if (isFree && option.size() + 1 == argument.size() && takesValue(option)) {
       result.insert(result.end(), {std::string{option}, std::string{}});
+    } else if (isFree && isFlagWithWord(argument)) {
+      result.push_back(parserName(argument));
     } else {
       result.emplace_back(isFree && argument == plusPlus ? plusPlusMark : argument);
     }
@@ -127,7 +146,7 @@ class Parser {
       }
       for (const CommandOption& option : form.options) {
         if (option.flag != nullptr) {
-          command->add_flag(std::string{option.name}, option.flag(call_));
+          command->add_flag(parserName(option.name), option.flag(call_));
         } else if (option.values != nullptr) {
           addRepeated(*command, std::string{option.name}, option.values(call_));
         } else {

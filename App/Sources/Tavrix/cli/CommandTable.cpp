@@ -42,7 +42,10 @@ std::vector<CommandSpec> makeTable() {
        listGroups,
        &help::groups,
        withChoice(
-           {{"--explain", nullptr, [](Invocation& call) -> bool& { return call.explain; }}})},
+           {{"--explain", nullptr, [](Invocation& call) -> bool& { return call.explain; }},
+            {"--explain=all", nullptr, [](Invocation& call) -> bool& { return call.explainsAll; }},
+            {"--accept-suggestions", nullptr,
+             [](Invocation& call) -> bool& { return call.acceptsSuggestions; }}})},
       {"", "places", {"SOURCE"}, listPlaces, &help::places},
       {"geocache", "reset", {}, resetPlaceNames, &help::geocache},
       {"",

@@ -30,7 +30,8 @@ struct CommonOption {
 /// An option that belongs to one command. Exactly one of `value`, `flag` and
 /// `values` is set.
 struct CommandOption {
-  std::string_view name;  ///< with its dashes
+  /// With its dashes. The name of a flag may contain "=" and a word: "--explain=all".
+  std::string_view name;
   /// Returns where the option's value is stored.
   std::optional<std::string>& (*value)(Invocation&) = nullptr;
   /// Returns what the option sets to true.

@@ -34,12 +34,16 @@ Library::LeftOut leftOutOf(const std::vector<AssetBundle>& all,
   return leftOut;
 }
 
+const GroupMerges& mergesOf(const Settings& settings) {
+  return ofCurrentMode(settings, &Settings::Gathering::mergesByMode);
+}
+
 GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
                                 const std::shared_ptr<const PlaceLookup>& lookup,
                                 bool wantsReasons) {
   return GroupingEngine::group({bundles, bundleFilter(settings), groupingMode(settings),
                                 groupingSettings(settings), settings.gathering.homeOverride, lookup,
-                                wantsReasons});
+                                wantsReasons, mergesOf(settings)});
 }
 
 std::optional<Library::Home> homeOf(const Settings& settings,
@@ -72,21 +76,25 @@ std::vector<GeoPoint> landmarkPoints(const Library& library) {
   return points;
 }
 
-/// Returns the groups with the merges of the current mode applied.
-std::vector<MediaGroup> merged(std::vector<MediaGroup> groups, const Settings& settings) {
-  const auto merges = settings.gathering.mergesByMode.find(textOf(settings.gathering.uiMode));
-  if (merges == settings.gathering.mergesByMode.end()) return groups;
-  return GroupMerging::apply(std::move(groups), merges->second);
-}
-
 }  // namespace
+
+const MediaGroup* groupOf(const Library& library, std::string_view id) {
+  for (const FolderNaming::Row& row : library.rows) {
+    if (row.group->id == id) return &*row.group;
+    for (const MediaGroup& child : row.group->children) {
+      if (child.id == id) return &child;
+    }
+  }
+  return nullptr;
+}
 
 NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
                    const std::string& systemLocaleID, PlaceNaming* naming) {
-  const auto lookup = lookupForFilter(bundles, settings, naming);
+  const auto lookup = lookupOf(bundles, settings, systemLocaleID, naming);
   const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
-  return nameGroups(merged(groupsOf(bundles, spelled, lookup, false).groups, settings), settings,
-                    systemLocaleID, naming, lookup);
+  return nameGroups(
+      GroupMerging::apply(groupsOf(bundles, spelled, lookup, false).groups, mergesOf(settings)),
+      settings, systemLocaleID, naming, lookup);
 }
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
@@ -102,7 +110,7 @@ Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t file
   library.fileCount = fileCount;
   library.bundles = std::move(bundles);
 
-  const auto lookup = lookupForFilter(*library.bundles, settings, naming);
+  const auto lookup = lookupOf(*library.bundles, settings, systemLocaleID, naming);
   const Settings spelled = withPlacesSpelled(settings, *library.bundles, lookup.get());
   auto grouped = groupsOf(*library.bundles, spelled, lookup, wantsReasons);
   library.optimizedCount = OptimizedCopy::count(*library.bundles, bundleFilter(spelled),
@@ -113,8 +121,11 @@ Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t file
   library.homeCandidates = std::move(grouped.homeCandidates);
   library.homeIsAmbiguous = grouped.homeIsAmbiguous;
   library.reasons = std::move(grouped.reasons);
-  auto named = nameGroups(merged(std::move(grouped.groups), settings), settings, systemLocaleID,
-                          naming, lookup);
+  library.suggestions =
+      MergeSuggestions::open(std::move(grouped.suggestions), mergesOf(settings),
+                             ofCurrentMode(settings, &Settings::Gathering::rejectedSuggestions));
+  auto named = nameGroups(GroupMerging::apply(std::move(grouped.groups), mergesOf(settings)),
+                          settings, systemLocaleID, naming, lookup);
   library.rows = std::move(named.rows);
   library.places = std::move(named.places);
   if (library.home && naming != nullptr && settings.naming.geocodingEnabled) {

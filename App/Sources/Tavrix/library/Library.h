@@ -50,6 +50,9 @@ struct Library {
   std::size_t optimizedCount = 0;          ///< shots of which the phone has only a reduced copy
   std::uint64_t fileCount = 0;             ///< files in the catalogue
   LeftOut leftOut;
+  /// Folders that the user may want to merge; only in trips mode, and only if neither merged nor
+  /// rejected.
+  std::vector<MergeSuggestion> suggestions{};
   std::shared_ptr<const PlaceLookup> places;  ///< the lookup that named the rows' places, if any
   /// Names the home candidates that people see and the stays of `reasons`; nullptr if places have
   /// no names.
@@ -57,6 +60,9 @@ struct Library {
 
   friend bool operator==(const Library&, const Library&) = default;
 };
+
+/// Returns the group with this id, which may have been merged with others, or nullptr.
+const MediaGroup* groupOf(const Library& library, std::string_view id);
 
 /// Computes the library. Applies the merges of the current mode, and records reasons only if
 /// `wantsReasons`. Finds the names of places with `naming`, its only side effect; without it

@@ -14,12 +14,17 @@ GeocodingCache loadCache(const Folder* folder, const std::string& source) {
   return folder == nullptr ? GeocodingCache{source, {}} : GeocodingCacheFile::load(*folder, source);
 }
 
-std::vector<GeoPoint> placesOf(const std::vector<MediaGroup>& groups) {
+std::vector<GeoPoint> positionsOf(const std::vector<MediaGroup>& groups) {
   std::vector<GeoPoint> points;
   for (const MediaGroup& group : groups) {
-    if (group.place) points.push_back(*group.place);
+    const auto positions = tavrix::positionsOf(group.bundles);
+    points.insert(points.end(), positions.begin(), positions.end());
   }
   return points;
+}
+
+std::string localeOf(const Settings& settings, const std::string& systemLocaleID) {
+  return NameRendering::localeID(settings.naming.nameTemplate.language, systemLocaleID);
 }
 
 /// Returns the distinct keys of the points. The centre of a cell moves while points join it, so a
@@ -74,16 +79,15 @@ std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles) {
   return points;
 }
 
-std::vector<std::string> languagesOf(const PlaceFilter& places) {
-  if (places.localeID.empty()) return {};
-  return {places.localeID};
-}
-
-std::shared_ptr<const PlaceLookup> lookupForFilter(const std::vector<AssetBundle>& bundles,
-                                                   const Settings& settings, PlaceNaming* naming) {
-  if (!settings.content.places || naming == nullptr || !settings.naming.geocodingEnabled)
-    return nullptr;
-  return naming->name(positionsOf(bundles), settings, languagesOf(*settings.content.places));
+std::shared_ptr<const PlaceLookup> lookupOf(const std::vector<AssetBundle>& bundles,
+                                            const Settings& settings,
+                                            const std::string& systemLocaleID,
+                                            PlaceNaming* naming) {
+  if (naming == nullptr || !settings.naming.geocodingEnabled) return nullptr;
+  std::vector<std::string> localeIDs{localeOf(settings, systemLocaleID)};
+  const auto& places = settings.content.places;
+  if (places && !places->localeID.empty()) localeIDs.push_back(places->localeID);
+  return naming->name(positionsOf(bundles), settings, localeIDs);
 }
 
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,
@@ -91,9 +95,8 @@ NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,
                        std::shared_ptr<const PlaceLookup> lookup) {
   FolderNaming::Settings how = namingSettings(settings, systemLocaleID);
   const bool isNaming = naming != nullptr && settings.naming.geocodingEnabled;
-  const std::vector<std::string> localeIDs{
-      NameRendering::localeID(settings.naming.nameTemplate.language, systemLocaleID)};
-  if (isNaming && !lookup) lookup = naming->name(placesOf(groups), settings, localeIDs);
+  const std::vector<std::string> localeIDs{localeOf(settings, systemLocaleID)};
+  if (isNaming && !lookup) lookup = naming->name(positionsOf(groups), settings, localeIDs);
   how.places = lookup;
   const std::vector<Shared<MediaGroup>> shared{std::make_move_iterator(groups.begin()),
                                                std::make_move_iterator(groups.end())};

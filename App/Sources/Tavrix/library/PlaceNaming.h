@@ -47,20 +47,18 @@ class PlaceNaming {
 /// Returns the positions of the shots that have one.
 std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles);
 
-/// Returns the locale of the chosen places as the list that name() takes; empty if the settings
-/// give no locale.
-std::vector<std::string> languagesOf(const PlaceFilter& places);
-/// Returns the cells of all shots, against which chosen places are tested. Returns nullptr if no
-/// places are chosen, or if places are not named (`naming` is null or `geocodingEnabled` is off).
-std::shared_ptr<const PlaceLookup> lookupForFilter(const std::vector<AssetBundle>& bundles,
-                                                   const Settings& settings, PlaceNaming* naming);
+/// Returns the cells of all shots, by which folders are named and against which chosen places are
+/// tested. Returns nullptr if places are not named (`naming` is null or `geocodingEnabled` is off).
+std::shared_ptr<const PlaceLookup> lookupOf(const std::vector<AssetBundle>& bundles,
+                                            const Settings& settings,
+                                            const std::string& systemLocaleID, PlaceNaming* naming);
 
 /// Groups with their names, and the lookup that named their places, if any.
 struct NamedGroups {
   std::vector<FolderNaming::Row> rows;
   std::shared_ptr<const PlaceLookup> places;
 };
-/// Names the groups, in their order. If `lookup` is null, it is made from the places of the groups.
+/// Names the groups, in their order. If `lookup` is null, it is made from the shots of the groups.
 /// If `naming` is null or `geocodingEnabled` is off, no names are looked up.
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,
                        const std::string& systemLocaleID, PlaceNaming* naming,

@@ -224,6 +224,13 @@ void AppModel::unmergeGroup(const std::string& id) {
   changeSettings(std::move(settings));
 }
 
+void AppModel::rejectSuggestion(const std::vector<std::string>& ids) {
+  Settings settings = *state_->settings;
+  const std::string mode{textOf(settings.gathering.uiMode)};
+  settings.gathering.rejectedSuggestions[mode].push_back(ids);
+  changeSettings(std::move(settings));
+}
+
 void AppModel::renameGroup(const std::string& id, const std::string& name) {
   Settings settings = *state_->settings;
   if (name.empty()) {
@@ -340,6 +347,9 @@ void AppModel::landDisplay(DisplayResult result, const Shared<CheckMarks>& check
       state.homeCandidates = library_->homeCandidates;
     }
     state.homeIsAmbiguous = library_->homeIsAmbiguous;
+    if (*state.mergeSuggestions != library_->suggestions) {
+      state.mergeSuggestions = library_->suggestions;
+    }
   });
   if (services_.showsFolders) {
     if (isSame(checks, state_->checks)) {

@@ -72,6 +72,8 @@ class AppModel {
   /// Shows groups as one from now on, in the current mode, and highlights the new folder.
   void mergeGroups(const std::vector<std::string>& ids);
   void unmergeGroup(const std::string& id);
+  /// Makes a merge of the current mode no suggestion any more.
+  void rejectSuggestion(const std::vector<std::string>& ids);
   /// An empty name restores the folder's own name.
   void renameGroup(const std::string& id, const std::string& name);
 

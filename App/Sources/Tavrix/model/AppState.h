@@ -11,6 +11,7 @@
 #include "foundation/Shared.h"
 #include "foundation/Uuid.h"
 #include "grouping/HomeDetection.h"
+#include "grouping/MergeSuggestion.h"
 #include "model/CheckMarks.h"
 #include "model/DisplayGroup.h"
 #include "model/NavOutline.h"
@@ -189,6 +190,7 @@ struct AppState {
   DisplayGroups displayGroups;
   Shared<std::vector<HomeCandidate>> homeCandidates;  ///< with their days, best first
   bool homeIsAmbiguous = false;
+  Shared<std::vector<MergeSuggestion>> mergeSuggestions;  ///< in chronological order
   std::uint64_t newFilesCount = 0;  ///< this and the next three: of the visible, checked groups
   std::uint64_t newBytes = 0;
   std::uint64_t knownFilesCount = 0;

@@ -29,7 +29,7 @@ StateTopics changedTopics(const AppState& before, const AppState& after) {
   using S = AppState;
   compare(StateTopic::device, &S::origin, &S::assets, &S::device, &S::sampleDirectory,
           &S::sampleLibraryPreparing);
-  compare(StateTopic::rows, &S::displayGroups, &S::visibleGroups);
+  compare(StateTopic::rows, &S::displayGroups, &S::visibleGroups, &S::mergeSuggestions);
   compare(StateTopic::checks, &S::checks);
   compare(StateTopic::counters, &S::newFilesCount, &S::newBytes, &S::knownFilesCount,
           &S::optimizedCount, &S::areCountersExact, &S::isComputing);

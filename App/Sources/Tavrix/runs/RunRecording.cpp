@@ -9,6 +9,7 @@
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
 #include "library/ShownRows.h"
+#include "naming/GroupPlaces.h"
 #include "text/ConversionSentences.h"
 #include "text/DifferingText.h"
 #include "text/RunSentences.h"
@@ -51,13 +52,19 @@ std::optional<std::string> homeName(const RunRecordInput& run) {
   return name ? name : names->countryName;
 }
 
+/// Returns the place after which a group is named. Without names it is the group's centre.
 std::optional<TransferRecord::Place> placeOf(const MediaGroup& group, const PlaceLookup* lookup) {
   if (!group.place) return std::nullopt;
+  GeoPoint point = *group.place;
+  if (lookup != nullptr) {
+    const GroupPlaces named = placesOf(group, *lookup, "en");
+    if (!named.places.empty()) point = named.places.front().center;
+  }
   TransferRecord::Place place;
-  place.latitude = group.place->latitude;
-  place.longitude = group.place->longitude;
+  place.latitude = point.latitude;
+  place.longitude = point.longitude;
   if (lookup == nullptr) return place;
-  const std::string key = lookup->placeKey(*group.place);
+  const std::string key = lookup->placeKey(point);
   for (const std::string language : {"en", "ru"}) {
     if (const auto names = lookup->names(key, language)) addName(place, language, *names);
   }

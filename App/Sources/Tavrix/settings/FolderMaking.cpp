@@ -80,6 +80,9 @@ void addNaming(FolderMaking& making, const Settings::Naming& naming,
   }
   making["geocodingEnabled"] = textOf(naming.geocodingEnabled);
   if (naming.geocodingEnabled) making["mergeDistricts"] = textOf(naming.mergeDistricts);
+  // Notes of versions that did not know these settings stay valid while they are off.
+  if (naming.geocodingEnabled && naming.severalCities) making["severalCities"] = textOf(true);
+  if (naming.wholeFolderDates) making["wholeFolderDates"] = textOf(true);
   making["mergeSameNames"] = textOf(naming.mergeSameNames);
 }
 

@@ -87,6 +87,11 @@ constexpr std::array rules{
          overruled},
     Rule{"mergeDistricts", isOnWithout<&S::Naming::mergeDistricts, &S::Naming::geocodingEnabled>,
          "geocodingEnabled=true"},
+    Rule{"severalCities", isOnWithout<&S::Naming::severalCities, &S::Naming::geocodingEnabled>,
+         "geocodingEnabled=true"},
+    Rule{"wholeFolderDates",
+         [](const S& s) { return s.naming.wholeFolderDates && s.naming.nameByGroupID; },
+         "nameByGroupID=true", overruled},
     Rule{"datelessName", [](const S& s) { return s.naming.nameByGroupID; }, "nameByGroupID=true",
          overruled},
 };

@@ -158,9 +158,10 @@ bool loadOverrides(Values& values, const JsonValue& object) {
   return true;
 }
 
+template <auto byMode>
 std::optional<JsonValue> storeMerges(const Values& values) {
   JsonValue::Object object;
-  for (const auto& [mode, merges] : values.settings.gathering.mergesByMode) {
+  for (const auto& [mode, merges] : values.settings.gathering.*byMode) {
     JsonValue::Array lists;
     for (const auto& merge : merges) {
       JsonValue::Array ids;
@@ -183,6 +184,7 @@ bool addMerge(GroupMerges& merges, const JsonValue& object) {
   return true;
 }
 
+template <auto byMode>
 bool loadMerges(Values& values, const JsonValue& object) {
   if (object.asObject() == nullptr) return false;
   Settings::Gathering::Merges mergesByMode;
@@ -193,7 +195,7 @@ bool loadMerges(Values& values, const JsonValue& object) {
       if (!addMerge(merges, merge)) return false;
     }
   }
-  values.settings.gathering.mergesByMode = std::move(mergesByMode);
+  values.settings.gathering.*byMode = std::move(mergesByMode);
   return true;
 }
 
@@ -201,6 +203,10 @@ using S = Settings;
 
 constexpr std::string_view homeKey = "manualHome";
 
+template <auto byMode>
+constexpr Key mergesKey(std::string_view name) {
+  return {name, name, storeMerges<byMode>, loadMerges<byMode>};
+}
 template <auto field>
 constexpr Key numberKey(std::string_view name) {
   return {name, name, storeNumber<field>, loadNumber<field>};
@@ -228,10 +234,13 @@ constexpr std::array table{
     flagKey<&S::Naming::geocodingEnabled>("geocodingEnabled"),
     flagKey<&S::Content::skipOptimized>("skipOptimized"),
     flagKey<&S::Layout::continueFolders>("continueFolders"),
+    flagKey<&S::Naming::severalCities>("severalCities"),
+    flagKey<&S::Naming::wholeFolderDates>("wholeFolderDates"),
     Key{"nameTemplate", "nameTemplate", storeTemplate, loadTemplate},
     Key{savedPresetsKey, "", storePresets, loadPresets},
     Key{"nameOverrides", "nameOverrides", storeOverrides, loadOverrides},
-    Key{"mergesByMode", "mergesByMode", storeMerges, loadMerges},
+    mergesKey<&S::Gathering::mergesByMode>("mergesByMode"),
+    mergesKey<&S::Gathering::rejectedSuggestions>("rejectedSuggestions"),
 };
 
 const Key* find(std::string_view name) {

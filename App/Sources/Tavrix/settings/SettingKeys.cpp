@@ -182,13 +182,14 @@ std::optional<std::vector<std::string>> textsOf(const JsonValue& json) {
   return texts;
 }
 
+template <Settings::Gathering::Merges Settings::Gathering::* lists>
 bool setMerges(Settings& settings, std::string_view text) {
   const auto object = parseObject(text);
   if (!object) return false;
-  settings.gathering.mergesByMode.clear();
+  (settings.gathering.*lists).clear();
   for (const auto& [mode, merges] : *object) {
     if (merges.asArray() == nullptr || !uiGroupingModeOf(mode)) return false;
-    auto& stored = settings.gathering.mergesByMode[mode];
+    auto& stored = (settings.gathering.*lists)[mode];
     for (const JsonValue& merge : *merges.asArray()) {
       auto ids = textsOf(merge);
       if (!ids) return false;
@@ -300,10 +301,13 @@ constexpr std::array keys{
     Key{"geocodingEnabled", boolean, setBoolean<&S::Naming::geocodingEnabled>},
     Key{"mergeDistricts", boolean, setBoolean<&S::Naming::mergeDistricts>},
     Key{"mergeSameNames", boolean, setBoolean<&S::Naming::mergeSameNames>},
+    Key{"severalCities", boolean, setBoolean<&S::Naming::severalCities>},
+    Key{"wholeFolderDates", boolean, setBoolean<&S::Naming::wholeFolderDates>},
     Key{"datelessName", text, setText<&S::Naming::datelessName>},
     Key{"nameByGroupID", boolean, setBoolean<&S::Naming::nameByGroupID>},
     Key{"nameOverrides", textMap, setNameOverrides},
-    Key{"mergesByMode", merges, setMerges},
+    Key{"mergesByMode", merges, setMerges<&S::Gathering::mergesByMode>},
+    Key{"rejectedSuggestions", merges, setMerges<&S::Gathering::rejectedSuggestions>},
 };
 
 const Key* findKey(std::string_view name) {

@@ -114,6 +114,14 @@ GroupingSettings groupingSettings(const Settings& settings) {
   return grouping;
 }
 
+const GroupMerges& ofCurrentMode(const Settings& settings,
+                                 Settings::Gathering::Merges Settings::Gathering::* lists) {
+  static const GroupMerges none;
+  const auto& byMode = settings.gathering.*lists;
+  const auto found = byMode.find(textOf(settings.gathering.uiMode));
+  return found == byMode.end() ? none : found->second;
+}
+
 FolderNaming::Settings namingSettings(const Settings& settings, const std::string& systemLocaleID) {
   FolderNaming::Settings naming;
   naming.nameTemplate = settings.naming.nameTemplate;
@@ -122,6 +130,8 @@ FolderNaming::Settings namingSettings(const Settings& settings, const std::strin
   naming.geocodingEnabled = settings.naming.geocodingEnabled;
   naming.nameByGroupID = settings.naming.nameByGroupID;
   naming.mergeSameNames = settings.naming.mergeSameNames;
+  naming.severalCities = settings.naming.severalCities;
+  naming.wholeFolderDates = settings.naming.wholeFolderDates;
   naming.datelessName = settings.naming.datelessName;
   naming.systemLocaleID = systemLocaleID;
   return naming;

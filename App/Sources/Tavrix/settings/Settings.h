@@ -68,6 +68,7 @@ struct Settings {
     std::optional<GeoPoint> homeOverride;
     std::optional<std::string> homeOverrideName;  ///< as typed; belongs to `homeOverride`
     Merges mergesByMode;                          ///< merged groups by the text form of the mode
+    Merges rejectedSuggestions;  ///< merges that the user does not want, by the form of the mode
 
     friend bool operator==(const Gathering&, const Gathering&) = default;
   };
@@ -95,6 +96,8 @@ struct Settings {
     bool geocodingEnabled = true;
     bool mergeDistricts = false;
     bool mergeSameNames = false;
+    bool severalCities = false;     ///< two cities where none has half of the shots
+    bool wholeFolderDates = false;  ///< no day in the names of months, no month in those of years
     std::string datelessName = FolderNaming::initialDatelessName(Language::russian);
     bool nameByGroupID = false;
     std::map<std::string, std::string, std::less<>> nameOverrides;  ///< by group id
@@ -109,6 +112,10 @@ struct Settings {
 
   friend bool operator==(const Settings&, const Settings&) = default;
 };
+
+/// Returns the lists of the current mode; empty if it has none.
+const GroupMerges& ofCurrentMode(const Settings& settings,
+                                 Settings::Gathering::Merges Settings::Gathering::* lists);
 
 /// Returns a setting by a pointer to its member: `at(settings, &Settings::Layout::onlyNew)`.
 /// `settings` may be const.

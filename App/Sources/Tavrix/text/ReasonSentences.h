@@ -30,6 +30,9 @@ inline constexpr Sentence<std::string_view, std::string_view> newCity{
     "new city: {} from the centre of the previous stay > {}"};
 inline constexpr Sentence<std::string_view, std::string_view> notAway{
     "не вдали от дома: {} ≤ {}", "not away from home: {} ≤ {}"};
+/// Of several shots, with the distance of the farthest.
+inline constexpr Sentence<std::string_view, std::string_view> noneAway{
+    "не вдали от дома: самое дальнее — {} ≤ {}", "not away from home: the farthest {} ≤ {}"};
 inline constexpr Sentence<std::string_view, std::string_view, int> outing{"вылазка {}: {} < {}",
                                                                           "outing of {}: {} < {}"};
 inline constexpr Sentence<> noPosition{"место съёмки не записано", "the shot has no place"};

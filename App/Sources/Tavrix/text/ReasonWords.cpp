@@ -59,6 +59,13 @@ std::string ReasonWords::monthText(const MonthReason& reason) const {
   return std::visit(Visitor{*this}, reason);
 }
 
+std::string ReasonWords::monthTextOfSeveral(const MonthReason& farthest) const {
+  const Visitor visitor{*this};
+  const auto* const home = std::get_if<NearHome>(&farthest);
+  return home != nullptr ? visitor.distance(sentences::noneAway, *home)
+                         : std::visit(visitor, farthest);
+}
+
 std::string ReasonWords::beginText(const StayBegin& begin) const {
   const Visitor visitor{*this};
   const auto* const pause = std::get_if<Pause>(&begin);

@@ -18,6 +18,8 @@ class ReasonWords {
 
   std::string eventText(const EventBegin& begin) const;
   std::string monthText(const MonthReason& reason) const;
+  /// Describes the reason of several shots, of which the farthest from home has this one.
+  std::string monthTextOfSeveral(const MonthReason& farthest) const;
   /// Describes the begin of a stay. Shots without a place may belong to the stay before or after a
   /// pause.
   std::string beginText(const StayBegin& begin) const;

@@ -45,7 +45,8 @@ std::string littleEndian(std::uint64_t number) {
 
 std::string headOf(std::uint64_t entire, std::uint64_t head, std::uint64_t number,
                    std::uint64_t operation) {
-  return "CFA6LPAA" + littleEndian(entire) + littleEndian(head) + littleEndian(number) + littleEndian(operation);
+  return "CFA6LPAA" + littleEndian(entire) + littleEndian(head) + littleEndian(number) +
+         littleEndian(operation);
 }
 
 std::string status(std::uint64_t number, std::uint64_t code) {
@@ -83,9 +84,10 @@ TEST(AfcClient, requests_haveTheBytesOfTheProtocolAndTheirAnswersAreRead) {
   client.close(file);
   const std::string path{"/D\0", 3};
   EXPECT_EQ(script.sent, headOf(43, 43, 1, 0x03) + path + headOf(43, 43, 2, 0x0a) + path +
-                             headOf(51, 51, 3, 0x0d) + littleEndian(1) + path + headOf(56, 56, 4, 0x0f) +
-                             littleEndian(77) + littleEndian(300) + headOf(56, 56, 5, 0x0f) + littleEndian(77) +
-                             littleEndian(300) + headOf(64, 64, 6, 0x11) + littleEndian(77) + littleEndian(0) +
+                             headOf(51, 51, 3, 0x0d) + littleEndian(1) + path +
+                             headOf(56, 56, 4, 0x0f) + littleEndian(77) + littleEndian(300) +
+                             headOf(56, 56, 5, 0x0f) + littleEndian(77) + littleEndian(300) +
+                             headOf(64, 64, 6, 0x11) + littleEndian(77) + littleEndian(0) +
                              littleEndian(258) + headOf(48, 48, 7, 0x14) + littleEndian(77));
 }
 

@@ -48,7 +48,9 @@ struct Invocation {
   bool verbose = false;
   bool isQuiet = false;  ///< without notes and progress
   ProgressForm progress = ProgressForm::bar;
-  bool explain = false;  ///< prints why folders were split where they are
+  bool explain = false;             ///< prints why folders were split where they are
+  bool explainsAll = false;         ///< the same, with the reason of every shot
+  bool acceptsSuggestions = false;  ///< merges the folders that are suggested, for good
   Language language = Language::russian;
   std::optional<std::string> stateFolder;
   std::vector<std::string> settings;  ///< "KEY=VALUE", in the order given

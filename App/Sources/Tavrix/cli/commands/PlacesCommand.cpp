@@ -17,25 +17,13 @@
 #include "text/SourceSentences.h"
 
 namespace tavrix::cli {
-namespace {
-
-/// Looks up all positions, even if no places are chosen.
-std::shared_ptr<const PlaceLookup> lookupOf(const CommandContext& context,
-                                            const std::vector<AssetBundle>& bundles,
-                                            PlaceNaming* naming) {
-  if (naming == nullptr) return nullptr;
-  std::vector<std::string> localeIDs;
-  if (context.settings.content.places) localeIDs = languagesOf(*context.settings.content.places);
-  return naming->name(positionsOf(bundles), context.settings, localeIDs);
-}
-
-}  // namespace
 
 ExitStatus listPlaces(const CommandContext& context) {
   const Settings& settings = context.settings;
   const auto bundles = BundleBuilder::makeBundles(readCatalogue(context));
   const auto naming = openPlaceNaming(context);
-  const auto lookup = lookupOf(context, bundles, naming.get());
+  const auto lookup =
+      lookupOf(bundles, settings, context.surroundings.systemLocaleID, naming.get());
   const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
   const auto kept =
       filtered(bundles, bundleFilter(spelled), {settings.gathering.timeZone, lookup.get()});

@@ -180,7 +180,11 @@ Examples:
 inline constexpr HelpText groups{
     R"(tavrix groups SOURCE — папки, в которые попадут снимки, с именами и числом файлов.
 
-  --explain           почему папки разделены именно здесь и почему снимок не в поездке
+  --explain           почему папки разделены именно здесь и почему снимки не в поездке
+  --explain=all       то же о каждом снимке
+  --accept-suggestions
+                      склеить, и запомнить это, папки, которые программа предлагает склеить:
+                      поездки в один город, разделённые вылазкой
   --device-name NAME  имя телефона, по которому --since-last находит его переносы
                       (по умолчанию iPhone)
 
@@ -206,7 +210,11 @@ inline constexpr HelpText groups{
 )",
     R"(tavrix groups SOURCE — the folders for the shots, with names and counts.
 
-  --explain           why folders are split where they are, and why a shot is not in a trip
+  --explain           why folders are split where they are, and why shots are not in a trip
+  --explain=all       the same for every shot
+  --accept-suggestions
+                      merge, and remember it, the folders that the program suggests to merge:
+                      trips to one city that an outing separates
   --device-name NAME  the phone's name, by which --since-last finds its transfers
                       (default: iPhone)
 

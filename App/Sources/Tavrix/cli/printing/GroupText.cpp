@@ -12,6 +12,7 @@
 #include "text/Measures.h"
 #include "text/MergedNote.h"
 #include "text/ReasonSentences.h"
+#include "text/SuggestionText.h"
 
 namespace tavrix::cli {
 namespace {
@@ -115,7 +116,31 @@ void TextPrinter::groups(const GroupsResult& result) {
     line(say(language_, sentences::optimizedNote, number(library.optimizedCount)));
   }
   home(library);
-  reasons(library);
+  if (result.shorterDate) {
+    const auto& [whole, now] = *result.shorterDate;
+    line("");
+    line(say(language_, sentences::wholeFolderDatesHint, printable(whole), printable(now)));
+  }
+  suggestions(result);
+  reasons(result);
+}
+
+void TextPrinter::suggestions(const GroupsResult& result) {
+  const Library& library = result.library;
+  if (result.accepted) {
+    line("");
+    line(*result.accepted == 0 ? say(language_, sentences::nothingToAccept)
+                               : say(language_, sentences::suggestionsAccepted,
+                                     count(*result.accepted, sentences::merges)));
+  }
+  bool isFirst = true;
+  for (const MergeSuggestion& suggestion : library.suggestions) {
+    const MediaGroup* const trip = groupOf(library, suggestion.firstTripID);
+    if (trip == nullptr) continue;  // left out by a choice
+    if (std::exchange(isFirst, false)) line("");
+    line(printable(suggestionText(language_, suggestion, *trip, library.places.get(), zone_)));
+  }
+  if (!isFirst) line(say(language_, sentences::acceptSuggestions));
 }
 
 void TextPrinter::home(const Library& library) {

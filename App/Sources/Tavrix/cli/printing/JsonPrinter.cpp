@@ -165,6 +165,22 @@ void JsonPrinter::bundles(const std::vector<AssetBundle>& bundles) {
   json.endArray().finish();
 }
 
+namespace {
+
+void writeSuggestions(JsonWriter& json, const std::vector<MergeSuggestion>& suggestions) {
+  if (suggestions.empty()) return;
+  json.key("suggestions").beginArray();
+  for (const MergeSuggestion& suggestion : suggestions) {
+    json.beginObject().key("groupIDs").beginArray();
+    for (const std::string& id : suggestion.groupIDs) json.value(id);
+    json.endArray().field("trips", suggestion.trips).field("outings", suggestion.outings);
+    json.endObject();
+  }
+  json.endArray();
+}
+
+}  // namespace
+
 void JsonPrinter::groups(const GroupsResult& result) {
   const Library& library = result.library;
   JsonWriter json{sink_};
@@ -178,6 +194,7 @@ void JsonPrinter::groups(const GroupsResult& result) {
   json.field("filteredBundles", library.filteredBundles->size());
   json.field("optimizedCount", library.optimizedCount);
   json.field("leftOutByChoice", library.leftOut.byChoice);
+  writeSuggestions(json, library.suggestions);
   writeReasons(json, library);
   json.endObject().finish();
 }

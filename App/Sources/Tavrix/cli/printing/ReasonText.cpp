@@ -56,6 +56,41 @@ std::vector<ShotLine> shotLines(const Library& library, const TripReasons& reaso
   return lines;
 }
 
+/// Shots of one folder that are outside all trips for the same reason.
+struct ShotCount {
+  const std::string* folderName;
+  std::optional<MonthReason> reason;  ///< that of the shot farthest from home
+  std::uint64_t shots = 0;
+};
+
+bool isSameReason(const std::optional<MonthReason>& a, const MonthReason* b) {
+  if (!a || b == nullptr) return !a && b == nullptr;
+  return *a == *b || (std::holds_alternative<NearHome>(*a) && std::holds_alternative<NearHome>(*b));
+}
+
+/// Counts the shots by folder and reason, in the order in which each first occurs.
+std::vector<ShotCount> countsOf(const std::vector<ShotLine>& lines) {
+  std::vector<ShotCount> counts;
+  std::size_t folder = 0;  // where the counts of the current folder begin
+  for (const ShotLine& line : lines) {
+    if (folder < counts.size() && counts[folder].folderName != line.folderName) {
+      folder = counts.size();
+    }
+    const auto found =
+        std::find_if(counts.begin() + static_cast<std::ptrdiff_t>(folder), counts.end(),
+                     [&](const auto& count) { return isSameReason(count.reason, line.reason); });
+    if (found == counts.end()) {
+      counts.push_back({line.folderName, std::nullopt, 1});
+      if (line.reason != nullptr) counts.back().reason = *line.reason;
+      continue;
+    }
+    ++found->shots;
+    const auto* const here = line.reason ? std::get_if<NearHome>(line.reason) : nullptr;
+    if (here != nullptr && here->km > std::get<NearHome>(*found->reason).km) found->reason = *here;
+  }
+  return counts;
+}
+
 /// Returns false if a choice has left out the trip, or all shots of the outing.
 bool isOfChoice(const TripReasons::Stay& stay, const TripReasons& reasons,
                 const GroupIndex& index) {
@@ -103,10 +138,12 @@ void TextPrinter::stays(const Library& library, const TripReasons& reasons) {
              name ? printable(*name) : say(language_, sentences::nearPoint, pointText(stay.center)),
              distanceText(language_, haversineDistanceKm(home, stay.center)),
              count(stay.shotCount, sentences::shots)));
-    line(stay.groupID
-             ? say(language_, sentences::stayTrip, printable(*index.at(*stay.groupID).folderName),
-                   words.dayCount(stay), stay.minDays)
-             : say(language_, sentences::stayOuting, words.dayCount(stay), stay.minDays));
+    if (stay.groupID) {
+      line(say(language_, stay.isTrip() ? sentences::stayTrip : sentences::stayMergedOuting,
+               printable(*index.at(*stay.groupID).folderName), words.dayCount(stay), stay.minDays));
+    } else {
+      line(say(language_, sentences::stayOuting, words.dayCount(stay), stay.minDays));
+    }
     line(say(language_, sentences::stayBegin, words.beginText(stay.begin)));
     line(say(language_, sentences::stayEnd, words.endText(stay.end)));
   }
@@ -128,7 +165,24 @@ void TextPrinter::shotsOutsideTrips(const Library& library, const TripReasons& r
       });
 }
 
-void TextPrinter::reasons(const Library& library) {
+void TextPrinter::countsOutsideTrips(const Library& library, const TripReasons& reasons) {
+  const std::vector<ShotCount> counts = countsOf(shotLines(library, reasons));
+  if (counts.empty()) return;
+  const ReasonWords words{language_, zone_, reasons.stays};
+  line("");
+  table({{say(language_, sentences::titleFolder), false, true},
+         {say(language_, sentences::titleShots), true},
+         {say(language_, sentences::titleWhyNoTrip)}})
+      .write(sink_, counts.size(), [&](std::size_t row) -> Table::Cells {
+        const auto& [folderName, reason, shots] = counts[row];
+        return {*folderName, number(shots),
+                reason ? words.monthTextOfSeveral(*reason) : say(language_, sentences::noDate)};
+      });
+  line(say(language_, sentences::explainAllHint));
+}
+
+void TextPrinter::reasons(const GroupsResult& result) {
+  const Library& library = result.library;
   if (!library.reasons) return;
   line("");
   if (const auto* const calendar = std::get_if<CalendarReasons>(&*library.reasons)) {
@@ -147,7 +201,11 @@ void TextPrinter::reasons(const Library& library) {
   } else if (const auto* const trips = std::get_if<TripReasons>(&*library.reasons)) {
     line(say(language_, sentences::whyTrips));
     stays(library, *trips);
-    shotsOutsideTrips(library, *trips);
+    if (result.explainsShots) {
+      shotsOutsideTrips(library, *trips);
+    } else {
+      countsOutsideTrips(library, *trips);
+    }
   } else {
     line(say(language_, sentences::whyFlat));
   }

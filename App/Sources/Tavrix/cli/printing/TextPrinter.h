@@ -112,11 +112,13 @@ class TextPrinter : public ResultPrinter {
                 const std::string& indent, std::optional<int> columns);
   void groupTable(const GroupsResult& result);
   void home(const Library& library);
-  void reasons(const Library& library);
+  void suggestions(const GroupsResult& result);
+  void reasons(const GroupsResult& result);
   void foldersWithReasons(const Library& library,
                           const std::function<std::string(const MediaGroup&)>& reasonOf);
   void stays(const Library& library, const TripReasons& reasons);
   void shotsOutsideTrips(const Library& library, const TripReasons& reasons);
+  void countsOutsideTrips(const Library& library, const TripReasons& reasons);
   void list(const std::string& title, const std::vector<std::string>& lines);
 
   TextSink& sink_;

@@ -41,6 +41,26 @@ inline constexpr Sentence<std::string_view> homeHint{
 
 // Why each folder is a folder.
 using tavrix::sentences::whyTrips;
+inline constexpr Sentence<> explainAllHint{"О каждом снимке — --explain=all.",
+                                           "For every shot: --explain=all."};
+/// The name without the day, and the present one.
+inline constexpr Sentence<std::string_view, std::string_view> wholeFolderDatesHint{
+    "Папка месяца или года названа по первому дню. Чтобы было «{}», а не «{}»: --set "
+    "wholeFolderDates=true",
+    "The folder of a month or year is named after its first day. For “{}” instead of “{}”: --set "
+    "wholeFolderDates=true"};
+inline constexpr Sentence<> acceptSuggestions{
+    "Склеить всё это: tavrix groups … --accept-suggestions; больше не предлагать: "
+    "rejectedSuggestions (tavrix help rejectedSuggestions).",
+    "To merge all of this: tavrix groups … --accept-suggestions; to stop suggesting it: "
+    "rejectedSuggestions (tavrix help rejectedSuggestions)."};
+/// The number of merges.
+inline constexpr Sentence<std::string_view> suggestionsAccepted{
+    "Склеено и запомнено: {}. Вернуть всё как было: tavrix settings reset mergesByMode",
+    "Merged and remembered: {}. To undo all merges: tavrix settings reset mergesByMode"};
+inline constexpr CountedNoun merges{"склейка", "склейки", "склеек", "merge", "merges"};
+inline constexpr Sentence<> nothingToAccept{"Склеивать нечего: предложений нет.",
+                                            "There is nothing to merge: no suggestions."};
 inline constexpr Sentence<> titleBegin{"Начало", "Start"};
 inline constexpr Sentence<> titleWhyFolder{"Почему отдельная папка", "Why a separate folder"};
 inline constexpr Sentence<> titleWhyNoTrip{"Почему не в поездке", "Why not in a trip"};
@@ -65,6 +85,8 @@ inline constexpr Sentence<std::string_view, std::string_view, int> stayTrip{
 inline constexpr Sentence<std::string_view, int> stayOuting{
     "  вылазка, её снимки лежат в папке месяца: {} < {}",
     "  outing, its shots are in the month folder: {} < {}"};
+inline constexpr Sentence<std::string_view, std::string_view, int> stayMergedOuting{
+    "  вылазка, склеена в папку «{}»: {} < {}", "  outing, merged into the folder “{}”: {} < {}"};
 inline constexpr Sentence<std::string_view> stayBegin{"  началось: {}", "  began: {}"};
 inline constexpr Sentence<std::string_view> stayEnd{"  закончилось: {}", "  ended: {}"};
 

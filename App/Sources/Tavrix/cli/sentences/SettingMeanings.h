@@ -139,6 +139,13 @@ inline constexpr std::array settingMeanings{
     SettingMeaning{"mergeSameNames",
                    {"группы с одинаковым именем — в одну папку, без «(2)»",
                     "groups of the same name share one folder, without “(2)”"}},
+    SettingMeaning{"severalCities",
+                   {"две крупнейшие местности в имени папки, если ни в одной нет половины снимков",
+                    "name a folder after its two largest places if neither has half of its shots"}},
+    SettingMeaning{
+        "wholeFolderDates",
+        {"в именах папок месяца не писать день, в именах папок года — и месяц",
+         "leave the day out of the names of months, and the month out of those of years"}},
     SettingMeaning{"datelessName",
                    {"имя папки для снимков без даты; исходное — на языке системы",
                     "the name of the folder for undated shots; at first in the system's "
@@ -151,6 +158,9 @@ inline constexpr std::array settingMeanings{
     SettingMeaning{"mergesByMode",
                    {"какие группы склеить, отдельно для каждого uiMode",
                     "which groups to merge, for each uiMode"}},
+    SettingMeaning{"rejectedSuggestions",
+                   {"какие склейки больше не предлагать, отдельно для каждого uiMode",
+                    "which merges not to suggest any more, for each uiMode"}},
 
     // The program itself.
     SettingMeaning{"uiLanguage",

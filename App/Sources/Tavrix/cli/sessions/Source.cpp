@@ -194,8 +194,9 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
 }
 
 Library readLibrary(const CommandContext& context, PlaceNaming* naming) {
-  Library library = makeLibrary(readCatalogue(context), context.settings,
-                                context.surroundings.systemLocaleID, context.call.explain, naming);
+  Library library =
+      makeLibrary(readCatalogue(context), context.settings, context.surroundings.systemLocaleID,
+                  context.call.explain || context.call.explainsAll, naming);
   tellUnknownPlaces(context, *library.bundles, library.places.get());
   return library;
 }

@@ -246,7 +246,8 @@ TEST_F(ChoiceCommands, explanation_isThatOfTheChosenFolders) {
                   entry("H3", "04:03") + moscow + "," + entry("M", "04:04") + "}," +
                   entry("R1", "05:10") + R"(,"lat":41.9,"lon":12.5},)" + entry("R2", "05:11") +
                   R"(,"lat":41.9,"lon":12.5}])");
-  const Words trips{"--set", "uiMode=trips", "--explain", "--lang", "en", "--exclude", "H1.JPG"};
+  const Words trips{"--set", "uiMode=trips", "--explain=all", "--lang",
+                    "en",    "--exclude",    "H1.JPG"};
   const std::string all = call("groups", trips).out;
   EXPECT_THAT(all, AllOf(HasSubstr("H2.JPG  2026-04-02 12:00:00  not away from home"),
                          HasSubstr("M.JPG   2026-04-04 12:00:00  the shot has no place"),

@@ -208,7 +208,10 @@ TEST_F(GroupCommands, explainOfTrips_tellsOfStaysAndOfEveryShotOutside) {
           "  вылазка, её снимки лежат в папке месяца: 1 день < 2\n"
           "  началось: новый город: 188\u00A0км от центра предыдущего пребывания > 50\u00A0км\n"
           "  закончилось: дальше нет снимков с местом\n"));
-  const std::string english = groups({"uiMode=trips"}, {"--explain", "--lang", "en"}).out;
+  const std::string counted = groups({"uiMode=trips"}, {"--explain", "--lang", "en"}).out;
+  EXPECT_THAT(counted, HasSubstr(" 4  not away from home: the farthest 0\u00A0km ≤ 100\u00A0km\n"));
+  EXPECT_THAT(counted, Not(HasSubstr("H1.JPG")));
+  const std::string english = groups({"uiMode=trips"}, {"--explain=all", "--lang", "en"}).out;
   for (const std::string line : {
            "H1.JPG  2026-04-01 12:00:00  not away from home: 0\u00A0km ≤ 100\u00A0km\n",
            "N1.JPG  2026-05-12 15:00:00  outing of 2026-05-12: 1 day < 2\n",
@@ -219,6 +222,40 @@ TEST_F(GroupCommands, explainOfTrips_tellsOfStaysAndOfEveryShotOutside) {
     EXPECT_THAT(english, HasSubstr(line));
   }
   EXPECT_THAT(english, Not(HasSubstr("R1.JPG")));
+}
+
+TEST_F(GroupCommands, suggestion_isAcceptedForGood_orNeverMadeAgain) {
+  const std::string back = travels.substr(0, travels.size() - 1) + "," +
+                           entry("R4.JPG", "2026:05:13 12:00:00", rome) + "," +
+                           entry("R5.JPG", "2026:05:14 12:00:00", rome) + "]";
+  tester.addPhone(back);
+  const std::vector<std::string> trips{"uiMode=trips", "homeOverride=55.75,37.62"};
+  const std::string question = "2026-05-10: 2 поездки и вылазка — одна папка?\n";
+  EXPECT_THAT(groups(trips).out, HasSubstr(question));
+  const std::string ids = R"(["trip-2026-05-10","outing-2026-05-12","trip-2026-05-13"])";
+  const std::string rejected = R"(rejectedSuggestions={"trips":[)" + ids + "]}";
+  EXPECT_THAT(groups({trips[0], trips[1], rejected}).out, Not(HasSubstr(question)));
+
+  const std::string accepted = groups(trips, {"--accept-suggestions"}).out;
+  EXPECT_THAT(accepted, HasSubstr("Склеено и запомнено: 1 склейка."));
+  EXPECT_THAT(accepted, Not(HasSubstr(question)));
+  EXPECT_THAT(shape(trips),
+              HasSubstr("merge:outing-2026-05-12+trip-2026-05-10+trip-2026-05-13 2026-05-10: R1 R2 "
+                        "X1 R3 N1 R4 R5"));
+  EXPECT_THAT(groups(trips, {"--explain"}).out,
+              HasSubstr("  вылазка, склеена в папку «2026-05-10»: 1 день < 2\n"));
+  EXPECT_THAT(groups(trips, {"--accept-suggestions"}).out, HasSubstr("Склеивать нечего"));
+}
+
+TEST_F(GroupCommands, foldersOfMonths_areOfferedNamesWithoutADay) {
+  const std::vector<std::string> months{"uiMode=byDate", "granularity=month"};
+  EXPECT_THAT(groups(months).out, HasSubstr("Чтобы было «2026-04», а не «2026-04-01»: --set "
+                                            "wholeFolderDates=true\n"));
+  const std::string whole =
+      groups({"uiMode=byDate", "granularity=month", "wholeFolderDates=true"}).out;
+  EXPECT_THAT(whole, HasSubstr("\n2026-05  "));
+  EXPECT_THAT(whole, Not(HasSubstr("wholeFolderDates")));
+  EXPECT_THAT(groups({"uiMode=byDate"}).out, Not(HasSubstr("wholeFolderDates")));
 }
 
 TEST_F(GroupCommands, explainOfOtherModes_tellsOfEveryFolder) {

@@ -90,9 +90,9 @@ TEST_F(SettingsCommandTest, list_tellsWhatWasSetInAFormThatCanBeSet) {
   settings({"set", "homeOverride=55.75,37.62"});
   settings({"set", "homeOverrideName", "Дача"});
   const std::string list = settings({"--lang", "en"}).out;
-  EXPECT_THAT(list, HasSubstr("homeOverride      set      55.75,37.62\n"));
-  EXPECT_THAT(list, HasSubstr("homeOverrideName  set      Дача\n"));
-  EXPECT_THAT(list, HasSubstr("splitByDistance   initial  true\n"));
+  EXPECT_THAT(list, HasSubstr("homeOverride         set      55.75,37.62\n"));
+  EXPECT_THAT(list, HasSubstr("homeOverrideName     set      Дача\n"));
+  EXPECT_THAT(list, HasSubstr("splitByDistance      initial  true\n"));
   EXPECT_THAT(settings({"set", "eventGapHours", "6", "--lang", "en"}).out,
               EndsWith("eventGapHours  set    6\n"));
 }

@@ -39,8 +39,8 @@ void SettingsModel::announce() {
        skipOptimized_, onlyNew_, periodFrom_, periodTo_, timeZone_);
   tell(eventGapHours_, splitByDistance_, eventGapKm_, tripDistanceKm_, tripCityKm_, tripMinDays_,
        tripMaxGapHours_, placeRadiusKm_, home_, homeMonths_);
-  tell(nameTemplate_, prefix_, geocodingEnabled_, mergeDistricts_, mergeSameNames_,
-       continueFolders_);
+  tell(nameTemplate_, prefix_, geocodingEnabled_, mergeDistricts_, mergeSameNames_, severalCities_,
+       wholeFolderDates_, continueFolders_);
   tell(photoJPEG_, jpegQuality_, videoH264_, separatePhotoVideo_, flattenSingleKind_, packAsZip_,
        packing_);
 }

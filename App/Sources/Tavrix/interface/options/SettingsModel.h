@@ -87,6 +87,8 @@ class SettingsModel : public QObject {
   TAVRIX_SWITCH(geocodingEnabled)
   TAVRIX_SWITCH(mergeDistricts)
   TAVRIX_SWITCH(mergeSameNames)
+  TAVRIX_SWITCH(severalCities)
+  TAVRIX_SWITCH(wholeFolderDates)
   TAVRIX_SWITCH(continueFolders)
 
   // Format.

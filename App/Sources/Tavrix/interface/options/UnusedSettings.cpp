@@ -13,6 +13,8 @@ Settings withDependentsOn(Settings settings) {
   settings.layout.flattenSingleKind = true;
   settings.layout.packPerGroup = true;
   settings.naming.mergeDistricts = true;
+  settings.naming.severalCities = true;
+  settings.naming.wholeFolderDates = true;
   return settings;
 }
 

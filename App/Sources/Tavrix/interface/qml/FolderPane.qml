@@ -58,9 +58,46 @@ FocusScope {
             onClicked: ViewChoices.dismissTip()
         }
     }
+    // A merge that the program suggests.
+    Item {
+        id: suggestion
+        anchors.top: tip.bottom
+        width: parent.width
+        height: visible ? question.height + 16 : 0
+        visible: FolderSuggestion.text !== "" && FolderListModel.count > 0
+
+        Notice {
+            id: question
+            x: 16
+            y: 12
+            width: parent.width - 32
+            text: FolderSuggestion.text
+            rightSpace: answers.width + 20
+            symbol: "info"
+            tone: Theme.line
+            symbolColor: Theme.secondText
+            Accessible.role: Accessible.StaticText
+        }
+        Row {
+            id: answers
+            anchors.right: question.right
+            anchors.rightMargin: 8
+            anchors.verticalCenter: question.verticalCenter
+            spacing: 8
+
+            PushButton {
+                text: Words.mergeSuggested
+                onClicked: FolderSuggestion.accept()
+            }
+            PushButton {
+                text: Words.keepApart
+                onClicked: FolderSuggestion.reject()
+            }
+        }
+    }
     FolderScroll {
         id: scroll
-        anchors.top: tip.bottom
+        anchors.top: suggestion.bottom
         anchors.bottom: parent.bottom
         width: parent.width
         focus: true

@@ -56,6 +56,8 @@ inline constexpr Sentence<> undoMerge{"Отменить только что сд
                                       "Undo the Merge Just Made"};
 inline constexpr Sentence<> copyName{"Скопировать имя", "Copy Name"};
 inline constexpr Sentence<> folderName{"Имя папки", "Folder name"};
+inline constexpr Sentence<> mergeSuggested{"Склеить", "Merge"};
+inline constexpr Sentence<> keepApart{"Оставить как есть", "Leave as Is"};
 inline constexpr Sentence<> foldersMergedNow{"Папки склеены", "The folders were merged"};
 inline constexpr Sentence<> undo{"Отменить", "Undo"};
 inline constexpr Sentence<> close{"Закрыть", "Close"};

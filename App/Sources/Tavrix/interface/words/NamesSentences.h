@@ -43,6 +43,15 @@ inline constexpr Sentence<> mergeSameNamesHelp{
     "Группы с одинаковым именем папки собираются в одну вместо суффиксов «(2)», «(3)».",
     "Groups with the same folder name go into one folder instead of getting the suffixes “(2)”, "
     "“(3)”."};
+inline constexpr Sentence<> severalCities{"Два города в имени", "Two cities in a name"};
+inline constexpr Sentence<> severalCitiesHelp{
+    "Если ни в одном городе не снята половина папки, в имени будут два самых частых.",
+    "If no city has half of a folder's shots, its name has the two with most."};
+inline constexpr Sentence<> wholeFolderDates{"Месяц без числа, год без месяца",
+                                             "No day for months, no month for years"};
+inline constexpr Sentence<> wholeFolderDatesHelp{
+    "Папка за месяц называется «2016-08», за год — «2016», а не по первому дню.",
+    "The folder of a month is named “2016-08” and that of a year “2016”, not after its first day."};
 inline constexpr Sentence<> continueFolders{"Продолжать начатые папки", "Continue folders"};
 inline constexpr Sentence<> continueFoldersHelp{
     "Новые снимки — в папку прошлого переноса, даже если теперь она называлась бы иначе.",

@@ -66,6 +66,8 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
       {"geocodingEnabled", {R"("no")"}},
       {"skipOptimized", {"{}"}},
       {"continueFolders", {"{}"}},
+      {"severalCities", {"[]"}},
+      {"wholeFolderDates", {"null"}},
       {"nameTemplate",
        {"5", R"("{}")", "[]", "{}", R"({"tokens":[],"language":"french"})",
         R"({"tokens":[{"year":{"_0":"full"},"day":{"_0":"pad2"}}],"language":"system"})",
@@ -76,6 +78,7 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
         R"([{"name":"a","template":{"tokens":[],"language":"system"}},{"name":"b","template":5}])"}},
       {"nameOverrides", {"[]", "5", R"({"a":5})", R"({"a":"b","c":null})"}},
       {"mergesByMode", {"[]", R"({"events":{}})", R"({"events":["a"]})", R"({"events":[[5]]})"}},
+      {"rejectedSuggestions", {"[]", R"({"trips":["a"]})"}},
   };
   EXPECT_EQ(rows.size(), PersistedSettings::keys().size());
   Values initial = afterSetting({"homeOverride=1,2", R"(nameOverrides={"x":"y"})"});

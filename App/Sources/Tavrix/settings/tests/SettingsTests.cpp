@@ -87,12 +87,16 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"geocodingEnabled=false", [](Settings& s) { s.naming.geocodingEnabled = false; }},
       {"mergeDistricts=true", [](Settings& s) { s.naming.mergeDistricts = true; }},
       {"mergeSameNames=true", [](Settings& s) { s.naming.mergeSameNames = true; }},
+      {"severalCities=true", [](Settings& s) { s.naming.severalCities = true; }},
+      {"wholeFolderDates=true", [](Settings& s) { s.naming.wholeFolderDates = true; }},
       {"datelessName=", [](Settings& s) { s.naming.datelessName = ""; }},
       {"nameByGroupID=true", [](Settings& s) { s.naming.nameByGroupID = true; }},
       {R"(nameOverrides={"2026-05-20":"Дача"})",
        [](Settings& s) { s.naming.nameOverrides = {{"2026-05-20", "Дача"}}; }},
       {R"(mergesByMode={"byDate":[["a","b"],[]]})",
        [](Settings& s) { s.gathering.mergesByMode = {{"byDate", {{"a", "b"}, {}}}}; }},
+      {R"(rejectedSuggestions={"trips":[["a","b"]]})",
+       [](Settings& s) { s.gathering.rejectedSuggestions = {{"trips", {{"a", "b"}}}}; }},
   };
   std::set<std::string> keys;
   for (const Assignment& row : rows) keys.insert(row.text.substr(0, row.text.find('=')));

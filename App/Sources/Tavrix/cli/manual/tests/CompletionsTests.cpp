@@ -50,7 +50,7 @@ TEST_F(BashCompletion, wordsAndOptions_areThoseOfTheTable) {
   for (const OfferedWord& each : firstWords()) first.push_back(each.word);
   EXPECT_EQ(replies("tavrix ''"), first);
   EXPECT_THAT(replies("tavrix --lang ru marker ''"), ElementsAre("rebuild"));
-  EXPECT_THAT(replies("tavrix groups phone --exp"), ElementsAre("--explain"));
+  EXPECT_THAT(replies("tavrix groups phone --exp"), ElementsAre("--explain", "--explain=all"));
   EXPECT_THAT(replies("tavrix --js"), ElementsAre("--json"));
   EXPECT_THAT(replies("tavrix cache --js"), ElementsAre("--json"));
   EXPECT_THAT(replies("tavrix history --outcome f"), ElementsAre("failed"));

@@ -40,6 +40,16 @@ InspectorSection {
         help: Words.mergeSameNamesHelp
     }
     SwitchRow {
+        setting: SettingsModel.severalCities
+        text: Words.severalCities
+        help: Words.severalCitiesHelp
+    }
+    SwitchRow {
+        setting: SettingsModel.wholeFolderDates
+        text: Words.wholeFolderDates
+        help: Words.wholeFolderDatesHelp
+    }
+    SwitchRow {
         setting: SettingsModel.continueFolders
         text: Words.continueFolders
         help: Words.continueFoldersHelp

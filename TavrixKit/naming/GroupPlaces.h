@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "grouping/MediaGroup.h"
+#include "media/PlaceLookup.h"
+
+namespace tavrix {
+
+/// The cities in which the shots of a group lie. Shots in open country count for their region,
+/// otherwise for their country.
+struct GroupPlaces {
+  struct Place {
+    PlaceNames names;
+    GeoPoint center;        ///< of the cell of this place that is nearest to the group's centre
+    std::size_t shots = 0;  ///< the number of the group's shots there
+
+    friend bool operator==(const Place&, const Place&) = default;
+  };
+
+  std::vector<Place> places;  ///< most shots first; between equals the first in capture order
+  std::size_t locatedShots = 0;
+  /// One shot's position for each cell that has no names yet, in capture order.
+  std::vector<GeoPoint> unresolved;
+
+  /// Returns the name of the city with most shots, otherwise of the region. With `severalCities`,
+  /// and if no place has half of the located shots, returns the names of the two largest places,
+  /// joined with ", ". Returns nullopt if the largest place has only a country.
+  std::optional<std::string> city(bool severalCities) const;
+
+  friend bool operator==(const GroupPlaces&, const GroupPlaces&) = default;
+};
+
+/// Counts the located shots of a group by the places of their cells, named in the language of a
+/// locale. The cost grows with the number of shots.
+GroupPlaces placesOf(const MediaGroup& group, const PlaceLookup& lookup,
+                     const std::string& localeID);
+
+}  // namespace tavrix
