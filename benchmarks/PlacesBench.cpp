@@ -161,7 +161,7 @@ void benchLibrary(const Gazetteer& gazetteer, std::size_t shots, std::size_t pla
   std::size_t cellCount = 0;
   const double clustering = seconds([&] { PlaceClustering::assign(points, 2); });
   const double naming = seconds([&] {
-    PlaceCells cells{points, 2, gazetteer.borders()};
+    const auto cells = std::make_shared<PlaceCells>(points, 2, gazetteer.borders());
     std::unordered_set<std::string> keys;
     for (const GeoPoint& point : points) keys.insert(cells.keyOf(point));
     const auto directory = std::make_shared<PlaceDirectory>(
@@ -170,7 +170,7 @@ void benchLibrary(const Gazetteer& gazetteer, std::size_t shots, std::size_t pla
       directory->request({keys.begin(), keys.end()}, language);
     directory->wait();
     cellCount = keys.size();
-    const NamedCells lookup{std::move(cells), directory, false};
+    const NamedCells lookup{cells, directory, false};
     if (placeTree(bundles, &lookup, "ru_RU").unresolvedCount != 0) std::abort();
   });
   if (asked != 2 * cellCount) std::abort();

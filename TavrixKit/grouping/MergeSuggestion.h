@@ -10,8 +10,8 @@
 
 namespace tavrix {
 
-/// Stays in one city that only outings from there separate, so that the user may want one folder for
-/// all of them.
+/// Stays in one city that only outings from there separate, so that the user may want one folder
+/// for all of them.
 struct MergeSuggestion {
   /// The ids of the stays and of the outings between them, in chronological order. A stay that is
   /// shorter than a trip and the outings have ids of the form "outing-2026-05-12".

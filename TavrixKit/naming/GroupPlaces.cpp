@@ -52,8 +52,8 @@ class Count {
     if (isNew) places_.push_back({names, center, 0});
     GroupPlaces::Place& place = places_[found->second];
     place.shots += shots;
-    if (center_ && haversineDistanceKm(center, *center_) <
-                       haversineDistanceKm(place.center, *center_)) {
+    if (center_ &&
+        haversineDistanceKm(center, *center_) < haversineDistanceKm(place.center, *center_)) {
       place.center = center;
     }
   }

@@ -9,8 +9,8 @@
 
 namespace tavrix {
 
-/// The cities in which the shots of a group lie. Shots in open country count for their region,
-/// otherwise for their country.
+/// The cities in which the shots of a group lie. A shot in open country lies in its region, or in
+/// its country if the region has no name.
 struct GroupPlaces {
   struct Place {
     PlaceNames names;

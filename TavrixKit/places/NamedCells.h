@@ -13,14 +13,15 @@ namespace tavrix {
 class NamedCells : public PlaceLookup {
  public:
   /// With `mergeDistricts` a part of a city has the name of the city.
-  NamedCells(PlaceCells cells, std::shared_ptr<const PlaceDirectory> directory, bool mergeDistricts)
+  NamedCells(std::shared_ptr<const PlaceCells> cells,
+             std::shared_ptr<const PlaceDirectory> directory, bool mergeDistricts)
       : cells_(std::move(cells)),
         directory_(std::move(directory)),
         mergeDistricts_(mergeDistricts) {}
 
-  const PlaceCells& cells() const { return cells_; }
+  const PlaceCells& cells() const { return *cells_; }
 
-  std::string placeKey(const GeoPoint& point) const override { return cells_.keyOf(point); }
+  std::string placeKey(const GeoPoint& point) const override { return cells_->keyOf(point); }
   std::optional<PlaceNames> names(const std::string& placeKey,
                                   const std::string& localeID) const override {
     const auto place = directory_->find(placeKey, localeID);
@@ -31,7 +32,7 @@ class NamedCells : public PlaceLookup {
   }
 
  private:
-  PlaceCells cells_;
+  std::shared_ptr<const PlaceCells> cells_;
   std::shared_ptr<const PlaceDirectory> directory_;
   bool mergeDistricts_;
 };

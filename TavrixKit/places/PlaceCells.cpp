@@ -42,6 +42,19 @@ PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm, con
     cells_.push_back({center, keyAt(center), isAtBorder});
   }
   divide(points, clusters.clusterOfPoint);
+  remember(points);
+}
+
+void PlaceCells::remember(const std::vector<GeoPoint>& points) {
+  absl::flat_hash_map<std::string, std::uint32_t> indices;
+  for (const GeoPoint& point : points) {
+    const auto [found, isNew] = keyOfPoint_.try_emplace({point.latitude, point.longitude}, 0);
+    if (!isNew) continue;
+    const auto next = static_cast<std::uint32_t>(pointKeys_.size());
+    const auto [index, isNewKey] = indices.try_emplace(keyAround(point), next);
+    if (isNewKey) pointKeys_.push_back(index->first);
+    found->second = index->second;
+  }
 }
 
 /// Gives each cell at a border one key for each country in which it has points.
@@ -74,6 +87,11 @@ void PlaceCells::visitNear(const GeoPoint& point, Visit visit) const {
 }
 
 std::string PlaceCells::keyOf(const GeoPoint& point) const {
+  const auto known = keyOfPoint_.find({point.latitude, point.longitude});
+  return known == keyOfPoint_.end() ? keyAround(point) : pointKeys_[known->second];
+}
+
+std::string PlaceCells::keyAround(const GeoPoint& point) const {
   std::optional<std::uint32_t> nearest;
   double least = radiusKm_;
   visitNear(point, [&](std::uint32_t number) {

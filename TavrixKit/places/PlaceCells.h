@@ -1,5 +1,8 @@
 #pragma once
 
+#include <absl/container/flat_hash_map.h>
+
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -25,8 +28,11 @@ class PlaceCells {
   /// Returns the key of the cluster whose centre is nearest to a point and within the radius, on
   /// the point's side of a border. Ties are settled by the earlier cluster. If there is no such
   /// cluster, the point is a cell of its own. The cost does not depend on the number of cells,
-  /// unless many are within the radius.
+  /// unless many are within the radius; for a point given to the constructor it is that of a look
+  /// into a hash table.
   std::string keyOf(const GeoPoint& point) const;
+  /// Returns the keys of the points given to the constructor, each once.
+  const std::vector<std::string>& pointKeys() const { return pointKeys_; }
   /// Returns the keys of all cells, each once.
   std::vector<std::string> keys() const;
 
@@ -43,6 +49,8 @@ class PlaceCells {
     std::map<Country, std::string> sides{};  ///< keys by country; only for a cell at a border
   };
 
+  void remember(const std::vector<GeoPoint>& points);
+  std::string keyAround(const GeoPoint& point) const;
   void divide(const std::vector<GeoPoint>& points, const std::vector<std::uint32_t>& cellOfPoint);
 
   template <typename Visit>
@@ -52,6 +60,9 @@ class PlaceCells {
   Borders borders_;
   std::vector<Cell> cells_;  ///< in the order of their first points
   PlaceClustering::CenterGrid grid_;
+  std::vector<std::string> pointKeys_;
+  /// Indices into the keys, by latitude and longitude.
+  absl::flat_hash_map<std::pair<double, double>, std::uint32_t> keyOfPoint_;
 };
 
 }  // namespace tavrix

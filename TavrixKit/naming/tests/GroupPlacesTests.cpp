@@ -59,8 +59,8 @@ TEST(GroupPlaces, cityWithMostShots_isTheFirst_howeverManyCellsItHas) {
   EXPECT_EQ(cityOf({41.1, 41.2, 50.1, 51.1, 51.2}), "Cologne");  // two cells, one city
   EXPECT_EQ(cityOf({41.1, 50.1}), "Rome");                       // the first of equals
   EXPECT_EQ(cityOf({45.1, 20.1, 20.2}), "Goa");
-  EXPECT_EQ(cityOf({45.1, 10.1, 10.2}), "-");  // only a country
-  EXPECT_EQ(cityOf({0.1, 0.2, 45.1}), "Milan");  // shots at sea count for nothing
+  EXPECT_EQ(cityOf({45.1, 10.1, 10.2}), "-");    // only a country
+  EXPECT_EQ(cityOf({0.1, 0.2, 45.1}), "Milan");  // shots at sea have no place
   EXPECT_EQ(cityOf({}), "-");
   EXPECT_EQ(cityOf({50.1, 50.1, 41.1, 45.1, 20.1}, true), "Cologne, Rome");
   EXPECT_EQ(cityOf({50.1, 41.1}, true), "Cologne");  // half is enough

@@ -137,12 +137,12 @@ TEST(PlaceDirectory, end_dropsWhatHasNotBegun) {
 TEST(NamedCells, districts_goByTheirCityWhenAsked) {
   auto world = std::make_shared<Directory>();
   const std::shared_ptr<const PlaceDirectory> directory{world, &world->directory};
-  const PlaceCells cells{{{1, 0}}, 2};
+  const auto cells = std::make_shared<PlaceCells>(std::vector<GeoPoint>{{1, 0}}, 2);
   const NamedCells apart{cells, directory, false};
   const NamedCells merged{cells, directory, true};
   const std::string key = apart.placeKey({1.001, 0});
   EXPECT_EQ(apart.names(key, "en"), std::nullopt);
-  world->directory.request(cells.keys(), "en");
+  world->directory.request(cells->keys(), "en");
   world->directory.wait();
   EXPECT_EQ(apart.names(key, "en"), (PlaceNames{"City 1", "Land", "AA"}));
   EXPECT_EQ(merged.names(key, "en"), (PlaceNames{"Main", "Land", "AA"}));

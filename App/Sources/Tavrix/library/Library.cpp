@@ -88,12 +88,12 @@ const MediaGroup* groupOf(const Library& library, std::string_view id) {
   return nullptr;
 }
 
-NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
+NamedGroups rowsOf(const Shared<std::vector<AssetBundle>>& bundles, const Settings& settings,
                    const std::string& systemLocaleID, PlaceNaming* naming) {
   const auto lookup = lookupOf(bundles, settings, systemLocaleID, naming);
-  const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
+  const Settings spelled = withPlacesSpelled(settings, *bundles, lookup.get());
   return nameGroups(
-      GroupMerging::apply(groupsOf(bundles, spelled, lookup, false).groups, mergesOf(settings)),
+      GroupMerging::apply(groupsOf(*bundles, spelled, lookup, false).groups, mergesOf(settings)),
       settings, systemLocaleID, naming, lookup);
 }
 
@@ -110,7 +110,7 @@ Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t file
   library.fileCount = fileCount;
   library.bundles = std::move(bundles);
 
-  const auto lookup = lookupOf(*library.bundles, settings, systemLocaleID, naming);
+  const auto lookup = lookupOf(library.bundles, settings, systemLocaleID, naming);
   const Settings spelled = withPlacesSpelled(settings, *library.bundles, lookup.get());
   auto grouped = groupsOf(*library.bundles, spelled, lookup, wantsReasons);
   library.optimizedCount = OptimizedCopy::count(*library.bundles, bundleFilter(spelled),

@@ -77,7 +77,7 @@ Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t file
                     bool wantsReasons = false, PlaceNaming* naming = nullptr);
 
 /// Computes only the folders with their names, from unfiltered shots.
-NamedGroups rowsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
+NamedGroups rowsOf(const Shared<std::vector<AssetBundle>>& bundles, const Settings& settings,
                    const std::string& systemLocaleID, PlaceNaming* naming = nullptr);
 
 /// A place of the library with its shots.

@@ -1,6 +1,5 @@
 #include "library/PlaceNaming.h"
 
-#include "foundation/StringMap.h"
 #include "foundation/files/FileError.h"
 #include "naming/NameRendering.h"
 #include "places/NamedCells.h"
@@ -27,14 +26,6 @@ std::string localeOf(const Settings& settings, const std::string& systemLocaleID
   return NameRendering::localeID(settings.naming.nameTemplate.language, systemLocaleID);
 }
 
-/// Returns the distinct keys of the points. The centre of a cell moves while points join it, so a
-/// point may end up outside the cell that it joined.
-std::vector<std::string> keysOf(const PlaceCells& cells, const std::vector<GeoPoint>& points) {
-  StringSet keys;
-  for (const GeoPoint& point : points) keys.insert(cells.keyOf(point));
-  return {keys.begin(), keys.end()};
-}
-
 }  // namespace
 
 PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
@@ -47,9 +38,33 @@ PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
 std::shared_ptr<const PlaceLookup> PlaceNaming::name(const std::vector<GeoPoint>& points,
                                                      const Settings& settings,
                                                      const std::vector<std::string>& localeIDs) {
-  PlaceCells cells{points, settings.gathering.placeRadiusKm, directory_->borders()};
-  resolve(keysOf(cells, points), localeIDs);
+  return name(std::make_shared<const PlaceCells>(points, settings.gathering.placeRadiusKm,
+                                                 directory_->borders()),
+              settings, localeIDs);
+}
+
+std::shared_ptr<const PlaceLookup> PlaceNaming::name(
+    const Shared<std::vector<AssetBundle>>& bundles, const Settings& settings,
+    const std::vector<std::string>& localeIDs) {
+  return name(cellsOf(bundles, settings.gathering.placeRadiusKm), settings, localeIDs);
+}
+
+std::shared_ptr<const PlaceLookup> PlaceNaming::name(std::shared_ptr<const PlaceCells> cells,
+                                                     const Settings& settings,
+                                                     const std::vector<std::string>& localeIDs) {
+  resolve(cells->pointKeys(), localeIDs);
   return std::make_shared<NamedCells>(std::move(cells), directory_, settings.naming.mergeDistricts);
+}
+
+std::shared_ptr<const PlaceCells> PlaceNaming::cellsOf(
+    const Shared<std::vector<AssetBundle>>& bundles, double radiusKm) {
+  const std::lock_guard lock{mutex_};
+  if (!last_.cells || !isSame(last_.bundles, bundles) || last_.radiusKm != radiusKm) {
+    last_ = {
+        bundles, radiusKm,
+        std::make_shared<const PlaceCells>(positionsOf(*bundles), radiusKm, directory_->borders())};
+  }
+  return last_.cells;
 }
 
 void PlaceNaming::resolve(const std::vector<std::string>& placeKeys,
@@ -79,7 +94,7 @@ std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles) {
   return points;
 }
 
-std::shared_ptr<const PlaceLookup> lookupOf(const std::vector<AssetBundle>& bundles,
+std::shared_ptr<const PlaceLookup> lookupOf(const Shared<std::vector<AssetBundle>>& bundles,
                                             const Settings& settings,
                                             const std::string& systemLocaleID,
                                             PlaceNaming* naming) {
@@ -87,7 +102,7 @@ std::shared_ptr<const PlaceLookup> lookupOf(const std::vector<AssetBundle>& bund
   std::vector<std::string> localeIDs{localeOf(settings, systemLocaleID)};
   const auto& places = settings.content.places;
   if (places && !places->localeID.empty()) localeIDs.push_back(places->localeID);
-  return naming->name(positionsOf(bundles), settings, localeIDs);
+  return naming->name(bundles, settings, localeIDs);
 }
 
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "foundation/Log.h"
+#include "foundation/Shared.h"
 #include "foundation/files/Folder.h"
 #include "media/AssetBundle.h"
 #include "settings/Settings.h"
@@ -13,10 +15,12 @@
 namespace tavrix {
 
 class Geocoder;
+class PlaceCells;
 class PlaceDirectory;
 class PlaceLookup;
 
-/// Finds the names of a library's places and stores them in the cache of the state folder.
+/// Finds the names of a library's places and stores them in the cache of the state folder. Safe to
+/// use from several threads.
 class PlaceNaming {
  public:
   /// `stateFolder` may be null; then nothing is stored. `log` must outlive this object.
@@ -30,6 +34,10 @@ class PlaceNaming {
   std::shared_ptr<const PlaceLookup> name(const std::vector<GeoPoint>& points,
                                           const Settings& settings,
                                           const std::vector<std::string>& localeIDs);
+  /// As above, for the positions of shots. Divides the shots of one library into cells only once.
+  std::shared_ptr<const PlaceLookup> name(const Shared<std::vector<AssetBundle>>& bundles,
+                                          const Settings& settings,
+                                          const std::vector<std::string>& localeIDs);
   /// Finds the missing names of the cells with these keys (see PlaceLookup::placeKey()), in
   /// Russian, English and the languages of `localeIDs`. Blocks. Lookups that name() returned before
   /// have the new names, too.
@@ -39,9 +47,24 @@ class PlaceNaming {
   void save();
 
  private:
+  /// The cells of the library that was named last.
+  struct LibraryCells {
+    Shared<std::vector<AssetBundle>> bundles;
+    double radiusKm = 0;
+    std::shared_ptr<const PlaceCells> cells;
+  };
+
+  std::shared_ptr<const PlaceCells> cellsOf(const Shared<std::vector<AssetBundle>>& bundles,
+                                            double radiusKm);
+  std::shared_ptr<const PlaceLookup> name(std::shared_ptr<const PlaceCells> cells,
+                                          const Settings& settings,
+                                          const std::vector<std::string>& localeIDs);
+
   std::unique_ptr<Folder> stateFolder_;
   Log& log_;
   std::shared_ptr<PlaceDirectory> directory_;
+  std::mutex mutex_;
+  LibraryCells last_;
 };
 
 /// Returns the positions of the shots that have one.
@@ -49,7 +72,7 @@ std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles);
 
 /// Returns the cells of all shots, by which folders are named and against which chosen places are
 /// tested. Returns nullptr if places are not named (`naming` is null or `geocodingEnabled` is off).
-std::shared_ptr<const PlaceLookup> lookupOf(const std::vector<AssetBundle>& bundles,
+std::shared_ptr<const PlaceLookup> lookupOf(const Shared<std::vector<AssetBundle>>& bundles,
                                             const Settings& settings,
                                             const std::string& systemLocaleID, PlaceNaming* naming);
 

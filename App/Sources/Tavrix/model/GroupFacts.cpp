@@ -146,7 +146,7 @@ void addSkipped(const Library& library, const FactsContext& context,
   Settings settings = context.settings;
   settings.content.skipOptimized = false;
   const ShownRows shown{library.rows};
-  for (const auto& row : rowsOf(*library.bundles, settings, context.systemLocaleID).rows) {
+  for (const auto& row : rowsOf(library.bundles, settings, context.systemLocaleID).rows) {
     const auto rows = shown.of(*row.group);
     for (std::size_t i = 0; i < rows.size(); ++i) {
       if (!optimized.contains(row.group->bundles[i].id())) continue;

@@ -110,7 +110,7 @@ std::vector<ShotInput> shotsOf(const RunRecordInput& run) {
   Settings settings = run.settings;
   settings.content.skipOptimized = false;
   const NamedGroups named =
-      rowsOf(*run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
+      rowsOf(run.library.bundles, settings, run.systemLocaleID, run.placeNaming);
   for (const FolderNaming::Row& row : named.rows) {
     const ShotFolder other = folderOf(row, named.places.get());
     const auto shownRows = shown.of(*row.group);

@@ -20,10 +20,10 @@ namespace tavrix::cli {
 
 ExitStatus listPlaces(const CommandContext& context) {
   const Settings& settings = context.settings;
-  const auto bundles = BundleBuilder::makeBundles(readCatalogue(context));
+  const Shared<std::vector<AssetBundle>> shots = BundleBuilder::makeBundles(readCatalogue(context));
+  const std::vector<AssetBundle>& bundles = *shots;
   const auto naming = openPlaceNaming(context);
-  const auto lookup =
-      lookupOf(bundles, settings, context.surroundings.systemLocaleID, naming.get());
+  const auto lookup = lookupOf(shots, settings, context.surroundings.systemLocaleID, naming.get());
   const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
   const auto kept =
       filtered(bundles, bundleFilter(spelled), {settings.gathering.timeZone, lookup.get()});
