@@ -9,7 +9,7 @@
 
 namespace tavrix {
 
-/// The cities in which the shots of a group lie. A shot in open country lies in its region, or in
+/// The cities of the shots of a group. The place of a shot in open country is its region, or
 /// its country if the region has no name.
 struct GroupPlaces {
   struct Place {
