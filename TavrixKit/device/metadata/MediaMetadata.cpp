@@ -9,8 +9,9 @@ MediaMetadata metadataOf(const SnapshotItem& item) {
 void copyMetadata(const SnapshotItem& from, SnapshotItem& to) {
   to.exifDate = from.exifDate;
   to.exifOffset = from.exifOffset;
-  to.lat = from.lat;
-  to.lon = from.lon;
+  const bool isNowhere = from.lat == 0.0 && from.lon == 0.0;
+  to.lat = isNowhere ? std::nullopt : from.lat;
+  to.lon = isNowhere ? std::nullopt : from.lon;
   to.px = from.px;
   to.py = from.py;
   to.cam = from.cam;

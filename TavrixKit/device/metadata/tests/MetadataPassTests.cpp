@@ -80,6 +80,23 @@ TEST_F(MetadataPassTest, secondPass_fetchesOnlyWhatIsNew) {
                                        "metadata: cache hits 3, fetching 2"));
 }
 
+TEST_F(MetadataPassTest, recordAtZeroZero_hasNoPosition) {
+  items = {item("1", "a.HEIC", 1), item("1", "b.HEIC", 1)};
+  MetadataCache::Records records;
+  for (const SnapshotItem& each : items) {
+    SnapshotItem kept = each;
+    kept.px = 100;
+    kept.lat = 0;
+    kept.lon = kept.name == "a.HEIC" ? 0 : 5;
+    MetadataCache::add(records, MetadataCache::key(kept), kept);
+  }
+  MetadataCache::save(records, "P", folder / "state");
+  run();
+  EXPECT_THAT(fetched, testing::ElementsAre());
+  EXPECT_FALSE(completed[0].lat || completed[0].lon);
+  EXPECT_EQ(completed[1].lon, 5);
+}
+
 TEST_F(MetadataPassTest, filesOfOneKey_neverTakeEachOthersMetadata) {
   items = {item("1", "a.JPG", 1), item("2", "a.JPG", 1), item("3", "a.JPG", 1)};
   for (const std::size_t reads : {3U, 0U}) {

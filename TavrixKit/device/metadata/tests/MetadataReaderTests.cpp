@@ -61,13 +61,17 @@ TEST(MetadataReader, rareFile_tellsAll) {
   }
 }
 
-TEST(MetadataReader, zeroOfThePosition_hasNoSign) {
+TEST(MetadataReader, zeroOfThePosition_hasNoSignAndIsNoPositionTwice) {
   using namespace testbytes;
-  Exif exif;
-  exif.gps = position("S", {0, 1, 0, 1, 0, 1}, "W", {0, 1, 0, 1, 0, 1});
-  const MediaMetadata metadata = read(jpeg(exifSegment(exif)));
-  EXPECT_FALSE(std::signbit(metadata.lat.value()));
-  EXPECT_FALSE(std::signbit(metadata.lon.value()));
+  const auto positionOf = [](std::uint64_t south, std::uint64_t west) {
+    Exif exif;
+    exif.gps = position("S", {south, 1, 0, 1, 0, 1}, "W", {west, 1, 0, 1, 0, 1});
+    return read(jpeg(exifSegment(exif)));
+  };
+  EXPECT_FALSE(std::signbit(positionOf(0, 5).lat.value()));
+  EXPECT_FALSE(std::signbit(positionOf(5, 0).lon.value()));
+  EXPECT_FALSE(positionOf(0, 0).lat);
+  EXPECT_FALSE(read(film({.width = 8, .height = 6, .location = "+00.0000-000.0000/"})).lon);
 }
 
 /// Returns the output of exiftool for every file of a folder, by file name.
