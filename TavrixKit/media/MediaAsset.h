@@ -21,7 +21,8 @@ class MediaAsset {
   MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
              std::uint64_t sizeBytes, std::optional<Instant> captureDate,
              std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256,
-             std::optional<Instant> cameraDate = std::nullopt, bool hasCameraData = false);
+             std::optional<Instant> cameraDate = std::nullopt, bool hasCameraData = false,
+             Text contentID = std::nullopt);
 
   /// Returns the identifier of the file within its source. Caches, markers and the history refer to
   /// it.
@@ -46,6 +47,9 @@ class MediaAsset {
   /// Returns true if the file is a picture of the screen: its name begins with "Screenshot", or it
   /// is a PNG file with neither a position nor a camera's data on lens and exposure.
   bool isScreenshot() const;
+  /// Returns a fingerprint of the identifier that the camera writes into a still and its motion
+  /// part alike, or nullopt if the file has none. It is valid within the process.
+  std::optional<std::uint64_t> contentID() const;
   /// Returns the cloud library's identifier of the shot.
   Text cloudID() const;
   /// Returns the SHA-256 of the bytes in hexadecimal, or nullopt if the source has none.

@@ -111,7 +111,8 @@ MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone) c
                     std::nullopt,
                     std::nullopt,
                     dates.camera,
-                    cam.value_or(false)};
+                    cam.value_or(false),
+                    contentID ? MediaAsset::Text{*contentID} : std::nullopt};
 }
 
 }  // namespace tavrix

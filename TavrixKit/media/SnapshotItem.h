@@ -25,6 +25,7 @@ struct SnapshotItem {
   std::optional<std::int64_t> px;
   std::optional<std::int64_t> py;
   std::optional<bool> cam;
+  std::optional<std::string> contentID;
 
   /// Returns the natural id of the file: dir/name, or only the name if dir is absent or empty.
   std::string assetID() const;

@@ -17,8 +17,8 @@ MediaMetadata readTiff(FileBytes& file);
 /// Reads a HEIF (ISO/IEC 23008-12), HEIC or AVIF file: Exif item and size of the primary picture. A
 /// sequence of pictures without an Exif date has that of its film header.
 MediaMetadata readHeif(FileBytes& file);
-/// Reads a QuickTime or MP4 file (ISO/IEC 14496-12): creation date, position, and size of the first
-/// picture track.
+/// Reads a QuickTime or MP4 file (ISO/IEC 14496-12): creation date, position, content
+/// identifier, and size of the first picture track.
 MediaMetadata readMovie(FileBytes& file);
 /// Reads a GIF file: size.
 MediaMetadata readGif(FileBytes& file);

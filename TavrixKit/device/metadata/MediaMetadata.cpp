@@ -3,7 +3,8 @@
 namespace tavrix {
 
 MediaMetadata metadataOf(const SnapshotItem& item) {
-  return {item.exifDate, item.exifOffset, item.lat, item.lon, item.px, item.py, item.cam};
+  return {item.exifDate, item.exifOffset, item.lat, item.lon,
+          item.px,       item.py,         item.cam, item.contentID};
 }
 
 void copyMetadata(const SnapshotItem& from, SnapshotItem& to) {
@@ -15,6 +16,7 @@ void copyMetadata(const SnapshotItem& from, SnapshotItem& to) {
   to.px = from.px;
   to.py = from.py;
   to.cam = from.cam;
+  to.contentID = from.contentID == "" ? std::nullopt : from.contentID;
 }
 
 SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata) {
@@ -25,6 +27,7 @@ SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata) {
   item.px = metadata.px;
   item.py = metadata.py;
   item.cam = metadata.cam;
+  item.contentID = metadata.contentID;
   return item;
 }
 

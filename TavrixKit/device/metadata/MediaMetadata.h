@@ -16,7 +16,8 @@ struct MediaMetadata {
   std::optional<double> lon;
   std::optional<std::int64_t> px;
   std::optional<std::int64_t> py;
-  std::optional<bool> cam;  ///< only for stills
+  std::optional<bool> cam;               ///< only for stills
+  std::optional<std::string> contentID;  ///< never empty
 
   /// Sets the size as stored, before any rotation. Ignores a size without pixels, and a width or
   /// height above 2^30.
@@ -42,7 +43,7 @@ struct MediaMetadata {
 /// Returns the metadata of a catalogue entry.
 MediaMetadata metadataOf(const SnapshotItem& item);
 /// Replaces the metadata of `to` by that of `from`, a record of the cache. A record at 0, 0, which
-/// an earlier reader kept, has no position.
+/// an earlier reader kept, has no position, and an empty content identifier stands for none.
 void copyMetadata(const SnapshotItem& from, SnapshotItem& to);
 /// Returns `item` with its metadata replaced by `metadata`.
 SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata);

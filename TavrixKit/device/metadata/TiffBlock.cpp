@@ -43,6 +43,14 @@ std::optional<TiffBlock> TiffBlock::open(FileBytes& file, std::uint64_t begin,
   return block;
 }
 
+TiffBlock TiffBlock::headless(FileBytes& file, std::uint64_t begin, std::uint64_t length,
+                              bool isLittleEndian, std::uint64_t firstDirectory) {
+  TiffBlock block{file, begin, length};
+  block.isLittleEndian_ = isLittleEndian;
+  block.first_ = firstDirectory;
+  return block;
+}
+
 std::optional<std::string_view> TiffBlock::bytes(std::uint64_t offset, std::size_t count) const {
   if (offset > length_ || count > length_ - offset) return std::nullopt;
   return file_->at(begin_ + offset, count);

@@ -22,9 +22,10 @@ void PrintTo(const MediaMetadata& metadata, std::ostream* out) {
   const auto shown = [](const auto& value) {
     return value ? fmt::format("{}", *value) : std::string{"-"};
   };
-  *out << fmt::format("{} {}, {} {}, {} x {}, {}", shown(metadata.exifDate),
+  *out << fmt::format("{} {}, {} {}, {} x {}, {}, {}", shown(metadata.exifDate),
                       shown(metadata.exifOffset), shown(metadata.lat), shown(metadata.lon),
-                      shown(metadata.px), shown(metadata.py), shown(metadata.cam));
+                      shown(metadata.px), shown(metadata.py), shown(metadata.cam),
+                      shown(metadata.contentID));
 }
 
 namespace {
@@ -74,6 +75,21 @@ TEST(MetadataReader, zeroOfThePosition_hasNoSignAndIsNoPositionTwice) {
   EXPECT_FALSE(read(film({.width = 8, .height = 6, .location = "+00.0000-000.0000/"})).lon);
 }
 
+TEST(MetadataReader, contentIdentifier_isThatOfTheMakerNoteOrTheKey) {
+  using namespace testbytes;
+  const auto of = [](const std::string& heading, std::uint64_t tag) {
+    Exif exif = rome();
+    exif.exif.push_back(makerNote(heading, tag, "2C5B-41F0"));
+    return read(jpeg(exifSegment(exif) + frame(10, 20))).contentID;
+  };
+  const std::string heading{"Apple iOS\0\0\1MM", 14};
+  EXPECT_EQ(of(heading, 0x11), "2C5B-41F0");
+  EXPECT_EQ(of(heading, 0x12), std::nullopt);
+  EXPECT_EQ(of("Nikon\0iOS\0\1MM", 0x11), std::nullopt);
+  EXPECT_EQ(read(film({.width = 8, .height = 6, .contentID = "2C5B-41F0"})).contentID, "2C5B-41F0");
+  EXPECT_EQ(read(film({.width = 8, .height = 6, .contentID = ""})).contentID, std::nullopt);
+}
+
 /// Returns the output of exiftool for every file of a folder, by file name.
 std::map<std::string, JsonValue> toldByExiftool(const std::string& folder) {
   const std::string command = "exiftool -json -n -q -q '" + folder + "'";
@@ -121,6 +137,10 @@ MediaMetadata metadataOf(const JsonValue& told, bool isFilm) {
     const auto tells = [&](const char* name) { return told.member(name) != nullptr; };
     result.cam = tells("ExposureTime") || tells("FNumber") || tells("ISO") ||
                  tells("FocalLength") || tells("LensInfo") || tells("LensModel");
+  }
+  // The identifier of a still has one of two names, after that of the field or of its group.
+  for (const char* const name : {"ContentIdentifier", "MediaGroupUUID"}) {
+    if (!result.contentID) result.contentID = text(name);
   }
   const auto lat = number("GPSLatitude");
   const auto lon = number("GPSLongitude");

@@ -18,7 +18,10 @@ struct SampleFile {
 inline MediaMetadata metadata(const char* date, const char* offset, std::optional<double> lat,
                               std::optional<double> lon, std::int64_t px, std::int64_t py,
                               std::optional<bool> cam) {
-  MediaMetadata result{std::nullopt, std::nullopt, lat, lon, std::nullopt, std::nullopt, cam};
+  MediaMetadata result;
+  result.lat = lat;
+  result.lon = lon;
+  result.cam = cam;
   if (date != nullptr) result.exifDate = date;
   if (offset != nullptr) result.exifOffset = offset;
   if (px > 0) result.px = px;
