@@ -67,6 +67,7 @@ struct MediaAsset::Record {
   Piece sha256;
   std::uint64_t sizeBytes = 0;
   std::optional<Instant> captureDate;
+  std::optional<Instant> fileDate;  ///< only if the capture date is from the name
   std::optional<GeoPoint> location;
   MediaKind kind = MediaKind::other;
   bool isOptimized = false;
@@ -89,7 +90,7 @@ MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text director
                        std::uint64_t sizeBytes, std::optional<Instant> captureDate,
                        std::optional<GeoPoint> location, bool isOptimized, Text cloudID,
                        Text sha256, std::optional<Instant> cameraDate, bool hasCameraData,
-                       Text contentID) {
+                       Text contentID, std::optional<Instant> fileDate) {
   auto record = std::make_shared<Record>();
   Packer packer{id.size()};
   record->id = packer.add(id);
@@ -100,6 +101,7 @@ MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text director
   record->text = packer.take();
   record->sizeBytes = sizeBytes;
   record->captureDate = captureDate;
+  record->fileDate = fileDate;
   record->location = location;
   record->kind = kind;
   record->isOptimized = isOptimized;
@@ -129,6 +131,15 @@ std::optional<Instant> MediaAsset::cameraDate() const {
   if (!record_->hasCameraDate) return std::nullopt;
   return *record_->captureDate + std::chrono::seconds{record_->cameraShift};
 }
+std::optional<DateSource> MediaAsset::dateSource() const {
+  if (!record_->captureDate) return std::nullopt;
+  if (record_->hasCameraDate) return DateSource::metadata;
+  return record_->fileDate ? DateSource::name : DateSource::file;
+}
+std::optional<Instant> MediaAsset::fileDate() const {
+  if (record_->hasCameraDate) return std::nullopt;
+  return record_->fileDate ? record_->fileDate : record_->captureDate;
+}
 std::optional<GeoPoint> MediaAsset::location() const { return record_->location; }
 bool MediaAsset::isOptimized() const { return record_->isOptimized; }
 bool MediaAsset::isEditedVariant() const { return record_->isEditedVariant; }
@@ -145,9 +156,9 @@ bool operator==(const MediaAsset& a, const MediaAsset& b) {
   return a.id() == b.id() && a.name() == b.name() && a.directory() == b.directory() &&
          a.kind() == b.kind() && a.sizeBytes() == b.sizeBytes() &&
          a.captureDate() == b.captureDate() && a.cameraDate() == b.cameraDate() &&
-         a.location() == b.location() && a.isOptimized() == b.isOptimized() &&
-         a.isScreenshot() == b.isScreenshot() && a.contentID() == b.contentID() &&
-         a.cloudID() == b.cloudID() && a.sha256() == b.sha256();
+         a.fileDate() == b.fileDate() && a.location() == b.location() &&
+         a.isOptimized() == b.isOptimized() && a.isScreenshot() == b.isScreenshot() &&
+         a.contentID() == b.contentID() && a.cloudID() == b.cloudID() && a.sha256() == b.sha256();
 }
 
 }  // namespace tavrix

@@ -228,6 +228,7 @@ constexpr std::array table{
     flagKey<&S::Naming::geocodingEnabled>("geocodingEnabled"),
     flagKey<&S::Content::skipOptimized>("skipOptimized"),
     flagKey<&S::Layout::continueFolders>("continueFolders"),
+    flagKey<&S::Gathering::datesFromNames>("datesFromNames"),
     Key{"nameTemplate", "nameTemplate", storeTemplate, loadTemplate},
     Key{savedPresetsKey, "", storePresets, loadPresets},
     Key{"nameOverrides", "nameOverrides", storeOverrides, loadOverrides},

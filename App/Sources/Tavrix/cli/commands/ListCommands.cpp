@@ -29,7 +29,8 @@ ExitStatus listGroups(const CommandContext& context) {
   tellIdleSettings(context, library.rows);
   auto folders = foldersOf(library.rows);
   context.printer.groups({chosenPart(context, std::move(library), std::move(folders)).library,
-                          context.settings.gathering.uiMode == UIGroupingMode::flat});
+                          context.settings.gathering.uiMode == UIGroupingMode::flat,
+                          sourceOf(context).kind() == PictureSource::Kind::card});
   return ExitStatus::done;
 }
 

@@ -114,6 +114,7 @@ void TextPrinter::groups(const GroupsResult& result) {
   if (library.optimizedCount > 0) {
     line(say(language_, sentences::optimizedNote, number(library.optimizedCount)));
   }
+  if (result.isFolder) dateSources(library);
   home(library);
   reasons(library);
 }

@@ -31,6 +31,8 @@ struct PlacesResult {
 struct GroupsResult {
   Library library;
   bool isFlat = false;  ///< the files are directly in the destination
+  /// The source is a folder: a copy may have changed the dates of its files.
+  bool isFolder = false;
 };
 
 /// A plan and the library it was made from.

@@ -113,6 +113,8 @@ class TextPrinter : public ResultPrinter {
   void groupTable(const GroupsResult& result);
   void home(const Library& library);
   void reasons(const Library& library);
+  /// Prints how many shots only the date of their file dates; with reasons, each of them.
+  void dateSources(const Library& library);
   void foldersWithReasons(const Library& library,
                           const std::function<std::string(const MediaGroup&)>& reasonOf);
   void stays(const Library& library, const TripReasons& reasons);

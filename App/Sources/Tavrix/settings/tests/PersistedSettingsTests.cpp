@@ -66,6 +66,7 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
       {"geocodingEnabled", {R"("no")"}},
       {"skipOptimized", {"{}"}},
       {"continueFolders", {"{}"}},
+      {"datesFromNames", {R"("no")"}},
       {"nameTemplate",
        {"5", R"("{}")", "[]", "{}", R"({"tokens":[],"language":"french"})",
         R"({"tokens":[{"year":{"_0":"full"},"day":{"_0":"pad2"}}],"language":"system"})",
