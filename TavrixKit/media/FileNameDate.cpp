@@ -69,8 +69,8 @@ class NameParts {
 
 std::optional<CivilDate> existingDay(int y, int m, int d, int earliestYear) {
   constexpr int latestYear = 2099;
-  const CivilDate day{year{y}, month{static_cast<unsigned>(m)}, std::chrono::day{
-                                                                    static_cast<unsigned>(d)}};
+  const CivilDate day{year{y}, month{static_cast<unsigned>(m)},
+                      std::chrono::day{static_cast<unsigned>(d)}};
   return day.ok() && y >= earliestYear && y <= latestYear ? std::optional{day} : std::nullopt;
 }
 
@@ -181,8 +181,8 @@ std::optional<FileNameDate> separatedDate(NameParts parts) {
   return day ? dateOf(*day, parts, false) : std::nullopt;
 }
 
-/// Reads "20190412_101112", "20190412101112", "20190412-WA0003"; the day alone only if programs that
-/// write it so begin with the same word.
+/// Reads "20190412_101112", "20190412101112", "20190412-WA0003"; the day alone only if programs
+/// that write it so begin with the same word.
 std::optional<FileNameDate> compactDate(NameParts parts, bool needsTime) {
   const auto day = takeCompactDay(parts);
   if (!day) return std::nullopt;

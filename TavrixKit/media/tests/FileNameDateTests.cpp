@@ -11,8 +11,8 @@
 namespace tavrix {
 namespace {
 
-/// Returns the second columns of the tables of docs/dates.md by the names in their first ones, those
-/// below a heading.
+/// Returns the second columns of the tables of docs/dates.md by the names in their first ones,
+/// those below a heading.
 std::map<std::string, std::string> namesBelow(const std::string& heading) {
   std::ifstream page{TAVRIX_DOCS "/dates.md"};
   std::map<std::string, std::string> rows;
