@@ -163,7 +163,7 @@ void benchLibrary(const Gazetteer& gazetteer, std::size_t shots, std::size_t pla
   const double naming = seconds([&] {
     const auto cells = std::make_shared<PlaceCells>(points, 2, gazetteer.borders());
     std::unordered_set<std::string> keys;
-    for (const GeoPoint& point : points) keys.insert(cells.keyOf(point));
+    for (const GeoPoint& point : points) keys.insert(cells->keyOf(point));
     const auto directory = std::make_shared<PlaceDirectory>(
         std::make_unique<CountedGazetteer>(asked), GeocodingCache{});
     for (const char* language : {"en", "ru"})

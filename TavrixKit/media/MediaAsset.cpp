@@ -1,6 +1,7 @@
 #include "media/MediaAsset.h"
 
 #include <algorithm>
+#include <functional>
 #include <string>
 
 #include "media/ParsedName.h"
@@ -57,6 +58,8 @@ bool isPng(std::string_view name) {
 }  // namespace
 
 struct MediaAsset::Record {
+  static constexpr std::uint64_t noContentID = 0;
+
   Piece id;
   Piece name;
   Piece directory;
@@ -64,6 +67,7 @@ struct MediaAsset::Record {
   Piece sha256;
   std::uint64_t sizeBytes = 0;
   std::optional<Instant> captureDate;
+  std::optional<Instant> fileDate;  ///< only if the capture date is from the name
   std::optional<GeoPoint> location;
   MediaKind kind = MediaKind::other;
   bool isOptimized = false;
@@ -71,6 +75,7 @@ struct MediaAsset::Record {
   bool hasCameraDate = false;
   bool isScreenshot = false;
   std::int32_t cameraShift = 0;  ///< camera date minus capture date, in seconds
+  std::uint64_t contentID = noContentID;
   std::string text;
 
   std::string_view view(Piece piece) const {
@@ -84,7 +89,8 @@ struct MediaAsset::Record {
 MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
                        std::uint64_t sizeBytes, std::optional<Instant> captureDate,
                        std::optional<GeoPoint> location, bool isOptimized, Text cloudID,
-                       Text sha256, std::optional<Instant> cameraDate, bool hasCameraData) {
+                       Text sha256, std::optional<Instant> cameraDate, bool hasCameraData,
+                       Text contentID, std::optional<Instant> fileDate) {
   auto record = std::make_shared<Record>();
   Packer packer{id.size()};
   record->id = packer.add(id);
@@ -95,6 +101,7 @@ MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text director
   record->text = packer.take();
   record->sizeBytes = sizeBytes;
   record->captureDate = captureDate;
+  record->fileDate = fileDate;
   record->location = location;
   record->kind = kind;
   record->isOptimized = isOptimized;
@@ -102,6 +109,10 @@ MediaAsset::MediaAsset(std::string_view id, std::string_view name, Text director
     record->hasCameraDate = true;
     record->cameraShift = static_cast<std::int32_t>(
         std::chrono::round<std::chrono::seconds>(*cameraDate - *captureDate).count());
+  }
+  // Only equality matters, and texts would be a third of the memory of a library of Live Photos.
+  if (contentID && !contentID->empty()) {
+    record->contentID = std::max<std::uint64_t>(std::hash<std::string_view>{}(*contentID), 1);
   }
   record->isEditedVariant =
       BundleBuilder::isEditedName(name) || ResourceBundles::isEditedResource(id);
@@ -120,10 +131,23 @@ std::optional<Instant> MediaAsset::cameraDate() const {
   if (!record_->hasCameraDate) return std::nullopt;
   return *record_->captureDate + std::chrono::seconds{record_->cameraShift};
 }
+std::optional<DateSource> MediaAsset::dateSource() const {
+  if (!record_->captureDate) return std::nullopt;
+  if (record_->hasCameraDate) return DateSource::metadata;
+  return record_->fileDate ? DateSource::name : DateSource::file;
+}
+std::optional<Instant> MediaAsset::fileDate() const {
+  if (record_->hasCameraDate) return std::nullopt;
+  return record_->fileDate ? record_->fileDate : record_->captureDate;
+}
 std::optional<GeoPoint> MediaAsset::location() const { return record_->location; }
 bool MediaAsset::isOptimized() const { return record_->isOptimized; }
 bool MediaAsset::isEditedVariant() const { return record_->isEditedVariant; }
 bool MediaAsset::isScreenshot() const { return record_->isScreenshot; }
+std::optional<std::uint64_t> MediaAsset::contentID() const {
+  if (record_->contentID == Record::noContentID) return std::nullopt;
+  return record_->contentID;
+}
 MediaAsset::Text MediaAsset::cloudID() const { return record_->optionalView(record_->cloudID); }
 MediaAsset::Text MediaAsset::sha256() const { return record_->optionalView(record_->sha256); }
 
@@ -132,9 +156,9 @@ bool operator==(const MediaAsset& a, const MediaAsset& b) {
   return a.id() == b.id() && a.name() == b.name() && a.directory() == b.directory() &&
          a.kind() == b.kind() && a.sizeBytes() == b.sizeBytes() &&
          a.captureDate() == b.captureDate() && a.cameraDate() == b.cameraDate() &&
-         a.location() == b.location() && a.isOptimized() == b.isOptimized() &&
-         a.isScreenshot() == b.isScreenshot() && a.cloudID() == b.cloudID() &&
-         a.sha256() == b.sha256();
+         a.fileDate() == b.fileDate() && a.location() == b.location() &&
+         a.isOptimized() == b.isOptimized() && a.isScreenshot() == b.isScreenshot() &&
+         a.contentID() == b.contentID() && a.cloudID() == b.cloudID() && a.sha256() == b.sha256();
 }
 
 }  // namespace tavrix

@@ -7,6 +7,7 @@
 
 #include "foundation/GeoPoint.h"
 #include "foundation/Time.h"
+#include "media/DateSource.h"
 #include "media/MediaKind.h"
 
 namespace tavrix {
@@ -18,10 +19,12 @@ class MediaAsset {
  public:
   using Text = std::optional<std::string_view>;
 
+  /// `fileDate` is given if `captureDate` is from the name of the file.
   MediaAsset(std::string_view id, std::string_view name, Text directory, MediaKind kind,
              std::uint64_t sizeBytes, std::optional<Instant> captureDate,
              std::optional<GeoPoint> location, bool isOptimized, Text cloudID, Text sha256,
-             std::optional<Instant> cameraDate = std::nullopt, bool hasCameraData = false);
+             std::optional<Instant> cameraDate = std::nullopt, bool hasCameraData = false,
+             Text contentID = std::nullopt, std::optional<Instant> fileDate = std::nullopt);
 
   /// Returns the identifier of the file within its source. Caches, markers and the history refer to
   /// it.
@@ -37,6 +40,12 @@ class MediaAsset {
   /// independent of any time zone. Returns nullopt if the picture has no date, so that
   /// `captureDate` is that of the file.
   std::optional<Instant> cameraDate() const;
+  /// Returns where `captureDate` comes from, or nullopt if there is none.
+  std::optional<DateSource> dateSource() const;
+  /// Returns the date of the file itself where it replaces or would replace that of the picture: it
+  /// is `captureDate` unless that is from the name of the file. By it a copy of a picture without a
+  /// date of its own is known again. Returns nullopt if the picture has a date.
+  std::optional<Instant> fileDate() const;
   std::optional<GeoPoint> location() const;
   /// Returns true if the phone has only a reduced copy and the original is in the cloud library.
   bool isOptimized() const;
@@ -46,6 +55,9 @@ class MediaAsset {
   /// Returns true if the file is a picture of the screen: its name begins with "Screenshot", or it
   /// is a PNG file with neither a position nor a camera's data on lens and exposure.
   bool isScreenshot() const;
+  /// Returns a fingerprint of the identifier that the camera writes into a still and its motion
+  /// part alike, or nullopt if the file has none. It is valid within the process.
+  std::optional<std::uint64_t> contentID() const;
   /// Returns the cloud library's identifier of the shot.
   Text cloudID() const;
   /// Returns the SHA-256 of the bytes in hexadecimal, or nullopt if the source has none.

@@ -9,11 +9,12 @@ namespace tavrix {
 namespace {
 
 constexpr std::array<std::string_view, 4> kindTexts{"photo", "video", "sidecar", "other"};
-constexpr std::array<std::string_view, 19> photoExtensions{
-    "heic", "heif", "jpg", "jpeg", "png", "dng", "gif", "tif", "tiff", "webp",
-    "avif", "bmp",  "cr2", "cr3",  "nef", "arw", "raf", "orf", "rw2"};
-constexpr std::array<std::string_view, 7> videoExtensions{"mov", "mp4", "m4v", "3gp",
-                                                          "avi", "mpg", "mpeg"};
+constexpr std::array<std::string_view, 31> photoExtensions{
+    "heic", "heif", "hif",  "jpg",  "jpeg", "jpe", "jfif", "mpo", "png", "dng", "gif",
+    "tif",  "tiff", "webp", "avif", "jxl",  "bmp", "cr2",  "cr3", "nef", "arw", "srw",
+    "raf",  "orf",  "rw2",  "rwl",  "pef",  "x3f", "3fr",  "iiq", "erf"};
+constexpr std::array<std::string_view, 13> videoExtensions{
+    "mov", "mp4", "m4v", "3gp", "3g2", "avi", "mpg", "mpeg", "mts", "m2ts", "mkv", "webm", "insv"};
 
 template <std::size_t count>
 bool contains(const std::array<std::string_view, count>& list, std::string_view text) {

@@ -55,8 +55,10 @@ std::vector<SnapshotItem> read(ByteReader& source);
 /// Returns the catalogue: one asset per item. If an item's id is already taken, the first free
 /// suffix of "#2", "#3", … is appended to it. Throws SnapshotError.
 std::vector<MediaAsset> readAssets(ByteReader& source, const TimeZone& zone);
-/// As readAssets(), for items that are already in memory; the assets get the same ids.
-std::vector<MediaAsset> assetsOf(const std::vector<SnapshotItem>& items, const TimeZone& zone);
+/// As readAssets(), for items that are already in memory; the assets get the same ids. `names` says
+/// whether names may date files, as those of a folder.
+std::vector<MediaAsset> assetsOf(const std::vector<SnapshotItem>& items, const TimeZone& zone,
+                                 DatesFromNames names = DatesFromNames::ignored);
 
 /// Writes the list pretty-printed with sorted keys. Omits absent fields.
 void write(const std::vector<SnapshotItem>& items, TextSink& sink);

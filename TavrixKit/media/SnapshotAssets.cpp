@@ -16,13 +16,14 @@ class IDRegister {
  public:
   /// Returns the asset of an item with its natural id, or with the first free suffix if that id is
   /// taken. The asset must outlive the register, which keeps a view of its id.
-  MediaAsset assetOf(const SnapshotItem& item, const TimeZone& zone) {
+  MediaAsset assetOf(const SnapshotItem& item, const TimeZone& zone,
+                     DatesFromNames names = DatesFromNames::ignored) {
     item.appendAssetID(id_);
-    MediaAsset asset = item.mediaAsset(id_, zone);
+    MediaAsset asset = item.mediaAsset(id_, zone, names);
     if (!taken_.insert(entryOf(asset.id())).second) {
       std::uint64_t& number = lastNumbers_.try_emplace(id_, 1).first->second;
       do {
-        asset = item.mediaAsset(id_ + "#" + std::to_string(++number), zone);
+        asset = item.mediaAsset(id_ + "#" + std::to_string(++number), zone, names);
       } while (!taken_.insert(entryOf(asset.id())).second);
     }
     id_.clear();
@@ -131,11 +132,11 @@ class AssetBuilder {
 }  // namespace
 
 std::vector<MediaAsset> Snapshot::assetsOf(const std::vector<SnapshotItem>& items,
-                                           const TimeZone& zone) {
+                                           const TimeZone& zone, DatesFromNames names) {
   IDRegister ids;
   std::vector<MediaAsset> assets;
   assets.reserve(items.size());
-  for (const SnapshotItem& item : items) assets.push_back(ids.assetOf(item, zone));
+  for (const SnapshotItem& item : items) assets.push_back(ids.assetOf(item, zone, names));
   return assets;
 }
 

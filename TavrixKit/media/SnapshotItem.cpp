@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "media/FileNameDate.h"
 #include "media/ParsedName.h"
 
 namespace tavrix {
@@ -45,15 +46,20 @@ std::optional<seconds> parseExifOffset(std::string_view text) {
 struct Dates {
   std::optional<Instant> capture;
   std::optional<Instant> camera;
+  std::optional<Instant> file;
 };
 
-Dates datesOf(const SnapshotItem& item, const TimeZone& zone) {
+Dates datesOf(const SnapshotItem& item, const TimeZone& zone, DatesFromNames names) {
   if (item.exifDate) {
     if (const auto moment = instantOfExif(*item.exifDate, item.exifOffset, zone)) {
-      return {moment, Instant{parseExifDate(*item.exifDate)->time_since_epoch()}};
+      return {moment, Instant{parseExifDate(*item.exifDate)->time_since_epoch()}, std::nullopt};
     }
   }
-  return {item.itemDate ? instantFromUnixSeconds(*item.itemDate) : std::nullopt, std::nullopt};
+  const auto file = item.itemDate ? instantFromUnixSeconds(*item.itemDate) : std::nullopt;
+  const bool asksName = file && names == DatesFromNames::used;
+  const auto named = asksName ? dateOfFileName(item.name) : std::nullopt;
+  if (named) return {named->instant(zone), std::nullopt, file};
+  return {file, std::nullopt, std::nullopt};
 }
 
 /// Returns true if the item is a reduced copy of an original that is in the cloud.
@@ -93,13 +99,14 @@ void SnapshotItem::appendAssetID(std::string& text) const {
   text.append(name);
 }
 
-MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone) const {
+MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone,
+                                    DatesFromNames names) const {
   const auto namedKind = mediaKindOf(kind);
   const MediaKind assetKind = namedKind ? *namedKind : mediaKindOfFileName(name);
   std::optional<GeoPoint> location;
   if (lat && lon) location = GeoPoint{*lat, *lon};
   const bool hasDirectory = dir && !dir->empty();
-  const Dates dates = datesOf(*this, zone);
+  const Dates dates = datesOf(*this, zone, names);
   return MediaAsset{id,
                     name,
                     hasDirectory ? MediaAsset::Text{*dir} : std::nullopt,
@@ -111,7 +118,9 @@ MediaAsset SnapshotItem::mediaAsset(std::string_view id, const TimeZone& zone) c
                     std::nullopt,
                     std::nullopt,
                     dates.camera,
-                    cam.value_or(false)};
+                    cam.value_or(false),
+                    contentID ? MediaAsset::Text{*contentID} : std::nullopt,
+                    dates.file};
 }
 
 }  // namespace tavrix

@@ -25,15 +25,18 @@ struct SnapshotItem {
   std::optional<std::int64_t> px;
   std::optional<std::int64_t> py;
   std::optional<bool> cam;
+  std::optional<std::string> contentID;
 
   /// Returns the natural id of the file: dir/name, or only the name if dir is absent or empty.
   std::string assetID() const;
   /// Appends the natural id to `text`.
   void appendAssetID(std::string& text) const;
   /// Returns the asset with an id that the caller chooses. `zone` is the time zone of an exifDate
-  /// without a usable offset. If exifDate is absent or cannot be read, itemDate is used. If the
-  /// kind is unknown, the extension of the name determines it.
-  MediaAsset mediaAsset(std::string_view id, const TimeZone& zone) const;
+  /// without a usable offset, and of one in the name. If exifDate is absent or cannot be read, the
+  /// date in the name is used if `names` allows it, otherwise itemDate. If the kind is unknown, the
+  /// extension of the name determines it.
+  MediaAsset mediaAsset(std::string_view id, const TimeZone& zone,
+                        DatesFromNames names = DatesFromNames::ignored) const;
 
   friend bool operator==(const SnapshotItem&, const SnapshotItem&) = default;
 };

@@ -8,11 +8,25 @@
 namespace tavrix {
 namespace {
 
-enum class Field { name, dir, kind, size, itemDate, exifDate, exifOffset, lat, lon, px, py, cam };
+enum class Field {
+  name,
+  dir,
+  kind,
+  size,
+  itemDate,
+  exifDate,
+  exifOffset,
+  lat,
+  lon,
+  px,
+  py,
+  cam,
+  contentID
+};
 
-constexpr std::array<std::string_view, 12> fieldNames{"name",     "dir",      "kind",       "size",
-                                                      "itemDate", "exifDate", "exifOffset", "lat",
-                                                      "lon",      "px",       "py",         "cam"};
+constexpr std::array<std::string_view, 13> fieldNames{
+    "name", "dir", "kind", "size", "itemDate", "exifDate", "exifOffset",
+    "lat",  "lon", "px",   "py",   "cam",      "contentID"};
 
 std::string_view nameOf(Field field) { return fieldNames[static_cast<std::size_t>(field)]; }
 
@@ -42,6 +56,9 @@ std::optional<Field> fieldOf(std::string_view key) {
     case 8:
       if (is(key, "exifDate")) return Field::exifDate;
       if (is(key, "itemDate")) return Field::itemDate;
+      break;
+    case 9:
+      if (is(key, "contentID")) return Field::contentID;
       break;
     case 10:
       if (is(key, "exifOffset")) return Field::exifOffset;
@@ -216,6 +233,9 @@ bool ItemBuilder::string(std::string_view value) {
     case Field::exifOffset:
       item_.exifOffset = value;
       return true;
+    case Field::contentID:
+      item_.contentID = value;
+      return true;
     default:
       return refuse(SnapshotError::Kind::wrongType, nameOf(field_));
   }
@@ -249,6 +269,9 @@ void ItemBuilder::clear(Field field) {
       break;
     case Field::cam:
       item_.cam.reset();
+      break;
+    case Field::contentID:
+      item_.contentID.reset();
       break;
     case Field::name:
     case Field::kind:

@@ -16,6 +16,7 @@ std::optional<double> finite(std::optional<double> number) {
 void writeItem(const SnapshotItem& item, JsonWriter& json) {
   json.beginObject()
       .field("cam", item.cam)
+      .field("contentID", item.contentID)
       .field("dir", item.dir)
       .field("exifDate", item.exifDate)
       .field("exifOffset", item.exifOffset)

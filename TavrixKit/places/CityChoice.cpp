@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 #include <vector>
 
 namespace tavrix::CityChoice {
@@ -23,6 +24,7 @@ constexpr double landReachKm = 400;
 
 struct Candidate {
   std::size_t city;
+  bool isPart;
   double distance;
   double score;
 };
@@ -36,7 +38,7 @@ std::vector<Candidate> placesReaching(const GazetteerTable& table, const GeoPoin
     const std::uint32_t population = table.populationAt(index);
     if (distance > reachKm(population) || !isSameSide(table, index, country)) return;
     if (const auto city = table.cityAt(index)) {
-      candidates.push_back({*city, distance, score(distance, population)});
+      candidates.push_back({*city, *city != index, distance, score(distance, population)});
     }
   };
   table.visitAround(point, reachKm(largestPopulation), Part::large, consider);
@@ -116,17 +118,29 @@ bool isSameSide(const GazetteerTable& table, std::size_t index,
   return !country || table.countryNumberAt(index) == *country || table.isAstray(index);
 }
 
+double regionScore(const GazetteerTable& table, std::size_t city, double score, bool isPart,
+                   const Regions& regions) {
+  const std::uint16_t region = table.regionNumberAt(city);
+  const bool isOwn = score <= ownScore;
+  if (regions.around != 0 && score > (isPart ? ownScore : innerScore)) {
+    const bool isSame =
+        region == regions.around || table.regionGrid().at(table.pointAt(city)) == regions.around;
+    return isSame ? 0 : acrossScore;
+  }
+  return !isOwn && region != regions.nearest ? otherRegionScore : 0;
+}
+
 std::optional<Choice> cityAt(const GazetteerTable& table, const GeoPoint& point) {
   const std::vector<Candidate> candidates = placesReaching(table, point);
   if (candidates.empty()) return std::nullopt;
   const auto nearest = std::min_element(
       candidates.begin(), candidates.end(),
       [](const Candidate& a, const Candidate& b) { return a.distance < b.distance; });
-  const std::uint16_t region = table.regionNumberAt(nearest->city);
+  const Regions regions{table.regionNumberAt(nearest->city), regionAllAround(table, point)};
   std::optional<Choice> best;
   for (const Candidate& each : candidates) {
-    const bool isFar = each.score > ownScore && table.regionNumberAt(each.city) != region;
-    const double score = each.score + (isFar ? otherRegionScore : 0);
+    const double score =
+        each.score + regionScore(table, each.city, each.score, each.isPart, regions);
     if (!best || score < best->score) best = Choice{each.city, score};
   }
   return best;
@@ -168,9 +182,46 @@ std::optional<std::size_t> mainCityOf(const GazetteerTable& table, std::size_t i
   return city;
 }
 
+std::uint16_t regionAllAround(const GazetteerTable& table, const GeoPoint& point) {
+  constexpr double cell = 1.0 / RegionGrid::cellsPerDegree;
+  std::uint16_t region = 0;
+  for (const double north : {-cell, 0.0, cell}) {
+    for (const double east : {-cell, 0.0, cell}) {
+      const auto there = table.regionGrid().at({point.latitude + north, point.longitude + east});
+      if (region == 0) region = there;
+      if (there != region && there != 0) return 0;
+    }
+  }
+  return region;
+}
+
+std::uint16_t regionOf(const GazetteerTable& table, const GeoPoint& point, std::uint8_t country) {
+  constexpr int mostCells = 10;
+  constexpr double cell = 1.0 / RegionGrid::cellsPerDegree;
+  const auto regionAt = [&](int north, int east) -> std::uint16_t {
+    const GeoPoint there{point.latitude + north * cell, point.longitude + east * cell};
+    const std::uint16_t region = table.regionGrid().at(there);
+    return region != 0 && table.regionAt(region).country == country ? region : 0;
+  };
+  if (const auto region = regionAt(0, 0); region != 0) return region;
+  // On a coast the point may be in a cell of water: the rings of cells around it follow.
+  for (int away = 1; away <= mostCells; ++away) {
+    for (int along = -away; along <= away; ++along) {
+      for (const auto& [north, east] :
+           {std::pair{-away, along}, {away, along}, {along, -away}, {along, away}}) {
+        if (const auto region = regionAt(north, east); region != 0) return region;
+      }
+    }
+  }
+  return 0;
+}
+
 Area areaAt(const GazetteerTable& table, const GeoPoint& point) {
   const auto country = table.borders().countryAt(point);
   if (!country) return {};
+  if (const auto region = regionOf(table, point, *country); region != 0) {
+    return {table.country(*country), region};
+  }
   const std::vector<Near> around = placesAround(table, point, surroundingKm, *country);
   if (around.empty() && placesAround(table, point, landReachKm, *country).empty()) return {};
   const auto nearest =

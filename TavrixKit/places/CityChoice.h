@@ -28,6 +28,23 @@ double score(double distanceKm, std::uint32_t population);
 /// nearest to the point.
 inline constexpr double otherRegionScore = 0.5;
 inline constexpr double ownScore = -0.4;
+/// Added instead, to every score, if the point is well inside the area of another region than that
+/// of the place, as on the other shore of a bay.
+inline constexpr double acrossScore = 4;
+/// The score of a city up to which acrossScore is not added; for a part of a city it is ownScore.
+/// That deep inside a city, the area of the region is drawn too roughly.
+inline constexpr double innerScore = -0.58;
+
+/// The regions by which the score of a place is corrected; 0 if unknown.
+struct Regions {
+  std::uint16_t nearest = 0;  ///< of the place nearest to the point
+  std::uint16_t around = 0;   ///< regionAllAround()
+};
+
+/// Returns the number added to the score of a place of `city`: otherRegionScore, acrossScore or 0.
+/// A city is in its own region and in that whose area contains its centre.
+double regionScore(const GazetteerTable& table, std::size_t city, double score, bool isPart,
+                   const Regions& regions);
 
 struct Choice {
   std::size_t index;  ///< into the table
@@ -62,12 +79,20 @@ struct Area {
   friend bool operator==(const Area&, const Area&) = default;
 };
 
-/// Returns the country whose area contains the point and, if it is certain, the region. The region
-/// is that of the nearest place of the country, at most 80 km away. It is certain if two conditions
-/// hold: all places of the country up to 1.5 times as far (at least 20 km farther) are in this
-/// region, and the region's places within 120 km are on all sides of the point. The result is empty
-/// if the point is more than 400 km from every place of the country, because the area of a country
-/// extends into the sea.
+/// Returns the region whose area contains the cell of a point and the eight cells around it, apart
+/// from those of water; 0 if there is none.
+std::uint16_t regionAllAround(const GazetteerTable& table, const GeoPoint& point);
+
+/// Returns the region of the country whose area contains a point, or which is at most about 20 km
+/// away, as on a coast; 0 if there is none.
+std::uint16_t regionOf(const GazetteerTable& table, const GeoPoint& point, std::uint8_t country);
+
+/// Returns the country whose area contains the point, and the region: that of regionOf(), otherwise
+/// that of the nearest place of the country, at most 80 km away, if it is certain. It is certain if
+/// two conditions hold: all places of the country up to 1.5 times as far (at least 20 km farther)
+/// are in this region, and the region's places within 120 km are on all sides of the point. The
+/// result is empty if the point has no region and is more than 400 km from every place of the
+/// country, because the area of a country extends into the sea.
 Area areaAt(const GazetteerTable& table, const GeoPoint& point);
 
 }  // namespace tavrix::CityChoice

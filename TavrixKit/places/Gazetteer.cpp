@@ -8,15 +8,15 @@ namespace tavrix {
 namespace {
 
 // Must be incremented whenever the choice among the places changes.
-constexpr int choiceVersion = 4;
+constexpr int choiceVersion = 5;
 
 bool isRussian(const std::string& localeID) {
   return localeID == "ru" || localeID.starts_with("ru_");
 }
 
-/// Returns the name of a country. ICU spells the Russian name of the US without the dots of «ё».
+/// Returns the name of a country. The Russian name of the US is the one that people write.
 std::optional<std::string> countryIn(const std::string& code, const std::string& localeID) {
-  if (code == "US" && isRussian(localeID)) return "Соединённые Штаты";
+  if (code == "US" && isRussian(localeID)) return "США";
   return countryName(code, localeID);
 }
 
@@ -26,6 +26,13 @@ std::string nameIn(const Named& place, const std::string& localeID) {
   // The table is external data and may hold ill-formed UTF-8.
   return replacingInvalidUtf8(isRussian(localeID) && !place.russianName.empty() ? place.russianName
                                                                                 : place.name);
+}
+
+/// Returns true if a Russian text names a place better by its region: only the region has a Russian
+/// name.
+bool isNamedByRegion(const GazetteerPlace& place, const GazetteerRegion& region,
+                     const std::string& localeID) {
+  return isRussian(localeID) && place.russianName.empty() && !region.russianName.empty();
 }
 
 }  // namespace
@@ -46,8 +53,14 @@ std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
   std::string_view country;
   if (const auto city = CityChoice::cityAt(table_, point)) {
     const GazetteerPlace place = table_.at(city->index);
-    result.city = nameIn(place, localeID);
-    result.cityNumber = static_cast<std::uint32_t>(city->index);
+    const GazetteerRegion region = table_.regionAt(place.region);
+    if (isNamedByRegion(place, region, localeID)) {
+      result.region = nameIn(region, localeID);
+      result.regionNumber = place.region;
+    } else {
+      result.city = nameIn(place, localeID);
+      result.cityNumber = static_cast<std::uint32_t>(city->index);
+    }
     if (const auto mainCity = CityChoice::mainCityOf(table_, city->index)) {
       result.mainCity = nameIn(table_.at(*mainCity), localeID);
       result.mainCityNumber = static_cast<std::uint32_t>(*mainCity);
@@ -65,6 +78,8 @@ std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
   if (!country.empty()) {
     result.countryCode = replacingInvalidUtf8(country);
     result.countryName = countryIn(*result.countryCode, localeID);
+    // Nothing inside a border stays without a name.
+    if (!result.city && !result.region) result.region = result.countryName;
   }
   return result;
 }

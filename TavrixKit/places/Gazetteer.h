@@ -9,8 +9,10 @@
 namespace tavrix {
 
 /// Names points from the table of places, immediately and without a network. For a Russian locale
-/// the names of cities and regions are Russian if the table has them, otherwise English. Country
-/// names are in the language of the locale. A point has a region only if it has no city.
+/// the names of cities and regions are Russian if the table has them, otherwise English; a city
+/// without a Russian name is named by its region if that has one. Country names are in the language
+/// of the locale. A point has a region only if it has no city: the first-level region, or the
+/// country where that has no name.
 class Gazetteer : public Geocoder {
  public:
   /// Opens a table. The file stays mapped as long as the gazetteer exists. Throws FileError and

@@ -18,9 +18,9 @@ using TableBytes::kmPerDegree;
 using TableBytes::littleEndian;
 
 constexpr std::string_view magic = "TAVRXGEO";
-constexpr std::uint32_t currentVersion = 3;
-constexpr std::size_t headerBytes = 40;
-constexpr std::size_t regionBytes = 8;
+constexpr std::uint32_t currentVersion = 4;
+constexpr std::size_t headerBytes = 44;
+constexpr std::size_t regionBytes = 12;
 constexpr std::size_t recordBytes = 26;
 constexpr std::size_t bandTableBytes = (bandCount + 1) * sizeof(std::uint32_t);
 // More than any table holds, and small enough that no sum of sizes overflows.
@@ -47,41 +47,48 @@ GazetteerTable::GazetteerTable(std::span<const std::byte> bytes) : bytes_(bytes)
     throw GazetteerError{Kind::notGazetteer, 0};
   }
   if (bytes.size() < headerBytes) throw GazetteerError{Kind::wrongSize, bytes.size()};
-  std::array<std::uint32_t, 8> numbers{};
+  std::array<std::uint32_t, 9> numbers{};
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     numbers.at(i) = littleEndian<std::uint32_t>(bytes.data() + magic.size() + 4 * i);
   }
   if (numbers[0] != currentVersion) throw GazetteerError{Kind::otherVersion, 8};
-  for (std::size_t i = 1; i <= 6; ++i) {
+  for (std::size_t i = 1; i <= 7; ++i) {
     if (numbers.at(i) > largestCount) throw GazetteerError{Kind::wrongSize, 8 + 4 * i};
   }
   placeCount_ = numbers[1];
   largeCount_ = numbers[2];
   countryCount_ = numbers[3];
   regionCount_ = numbers[4];
-  dataDate_ = numbers[7];
+  dataDate_ = numbers[8];
   bandsAt_ = headerBytes + (2 * countryCount_ + 3) / 4 * 4;
   regionsAt_ = bandsAt_ + 3 * bandTableBytes;
   recordsAt_ = regionsAt_ + regionCount_ * regionBytes;
   const std::size_t sidesAt = recordsAt_ + placeCount_ * recordBytes;
   const std::size_t sideCount = numbers[5];
-  namesAt_ = sidesAt + sideCount * Borders::sideBytes;
-  if (bytes.size() != namesAt_ + numbers[6]) throw GazetteerError{Kind::wrongSize, bytes.size()};
-  checkBands(0, 0, largeCount_);
-  checkBands(1, largeCount_, placeCount_);
-  checkBands(2, 0, sideCount);
+  const std::size_t rowsAt = sidesAt + sideCount * Borders::sideBytes;
+  const std::size_t runsAt = rowsAt + RegionGrid::startsBytes;
+  const std::size_t runCount = numbers[6];
+  namesAt_ = runsAt + runCount * RegionGrid::runBytes;
+  if (bytes.size() != namesAt_ + numbers[7]) throw GazetteerError{Kind::wrongSize, bytes.size()};
+  checkStarts(bandsAt_, bandCount, 0, largeCount_);
+  checkStarts(bandsAt_ + bandTableBytes, bandCount, largeCount_, placeCount_);
+  checkStarts(bandsAt_ + 2 * bandTableBytes, bandCount, 0, sideCount);
+  checkStarts(rowsAt, RegionGrid::rowCount, 0, runCount);
   borders_ = Borders{bytes.subspan(bandsAt_ + 2 * bandTableBytes, bandTableBytes),
                      bytes.subspan(sidesAt, sideCount * Borders::sideBytes)};
+  regionGrid_ = RegionGrid{bytes.subspan(rowsAt, RegionGrid::startsBytes),
+                           bytes.subspan(runsAt, runCount * RegionGrid::runBytes)};
 }
 
-/// Checks one of the band tables, whose indices must ascend from `first` to `last`.
-void GazetteerTable::checkBands(std::size_t which, std::size_t first, std::size_t last) const {
-  const std::size_t tableAt = bandsAt_ + which * bandTableBytes;
+/// Checks one of the tables of `count` bands or rows, whose indices must ascend from `first` to
+/// `last`.
+void GazetteerTable::checkStarts(std::size_t tableAt, std::size_t count, std::size_t first,
+                                 std::size_t last) const {
   std::size_t previous = first;
-  for (std::size_t band = 0; band <= bandCount; ++band) {
+  for (std::size_t band = 0; band <= count; ++band) {
     const std::size_t at = tableAt + band * sizeof(std::uint32_t);
     const std::size_t start = littleEndian<std::uint32_t>(bytes_.data() + at);
-    if (start < previous || start > last || (band == bandCount && start != last)) {
+    if (start < previous || start > last || (band == count && start != last)) {
       throw GazetteerError{GazetteerError::Kind::wrongOrder, at};
     }
     previous = start;
@@ -163,7 +170,8 @@ GazetteerPlace GazetteerTable::at(std::size_t index) const {
 GazetteerRegion GazetteerTable::regionAt(std::uint16_t number) const {
   if (number == 0 || number > regionCount_) return {};
   const std::byte* const at = bytes_.data() + regionsAt_ + (number - 1) * regionBytes;
-  return {textAt(littleEndian<std::uint32_t>(at)), textAt(littleEndian<std::uint32_t>(at + 4))};
+  return {textAt(littleEndian<std::uint32_t>(at)), textAt(littleEndian<std::uint32_t>(at + 4)),
+          std::to_integer<std::uint8_t>(at[8])};
 }
 
 std::size_t GazetteerTable::firstFrom(Range range, double longitude) const {

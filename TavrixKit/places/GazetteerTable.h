@@ -10,6 +10,7 @@
 
 #include "foundation/GeoPoint.h"
 #include "places/Borders.h"
+#include "places/RegionGrid.h"
 
 namespace tavrix {
 
@@ -52,6 +53,7 @@ struct GazetteerPlace {
 struct GazetteerRegion {
   std::string_view name;  ///< English
   std::string_view russianName;
+  std::uint8_t country = 0;  ///< number of the country
 };
 
 /// The table of places, read in place: the constructor reads only the header and the bands. The
@@ -83,6 +85,8 @@ class GazetteerTable {
   std::string_view country(std::uint8_t number) const;
   /// Returns the areas of the countries, which use the same numbers.
   const Borders& borders() const { return borders_; }
+  /// Returns the areas of the regions, which use the same numbers as places.
+  const RegionGrid& regionGrid() const { return regionGrid_; }
   /// Returns the region with a number as places have it. The names are empty if the number is 0 or
   /// too large.
   GazetteerRegion regionAt(std::uint16_t number) const;
@@ -99,7 +103,8 @@ class GazetteerTable {
     std::size_t last;
   };
 
-  void checkBands(std::size_t which, std::size_t first, std::size_t last) const;
+  void checkStarts(std::size_t tableAt, std::size_t count, std::size_t first,
+                   std::size_t last) const;
   std::uint32_t bandStart(Part part, std::size_t band) const;
   std::string_view textAt(std::uint32_t offset) const;
   const std::byte* record(std::size_t index) const;
@@ -119,6 +124,7 @@ class GazetteerTable {
   std::size_t recordsAt_ = 0;
   std::size_t namesAt_ = 0;
   Borders borders_;
+  RegionGrid regionGrid_;
 };
 
 }  // namespace tavrix

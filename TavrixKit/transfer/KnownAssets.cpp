@@ -18,7 +18,7 @@ std::optional<ShotDate> shotDate(const MediaAsset& asset, const MediaAsset& lead
   const MediaAsset& dated = isPictureKind(asset.kind()) ? asset : lead;
   if (!isPictureKind(dated.kind())) return std::nullopt;
   if (const auto own = dated.cameraDate()) return ShotDate{*own, true};
-  const auto date = dated.captureDate();
+  const auto date = dated.fileDate();
   return date ? std::optional{ShotDate{*date, false}} : std::nullopt;
 }
 

@@ -16,7 +16,8 @@ std::optional<SnapshotItem> plainRecord(std::string_view text) {
     return line.takeField(key, value, ",");
   };
   const bool isPlain =
-      line.take("{") && takeField("\"cam\":", item->cam) && takeField("\"dir\":", item->dir) &&
+      line.take("{") && takeField("\"cam\":", item->cam) &&
+      takeField("\"contentID\":", item->contentID) && takeField("\"dir\":", item->dir) &&
       takeField("\"exifDate\":", item->exifDate) &&
       takeField("\"exifOffset\":", item->exifOffset) &&
       takeField("\"itemDate\":", item->itemDate) &&  //

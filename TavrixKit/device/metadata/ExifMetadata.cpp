@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "foundation/Text.h"
+
 namespace tavrix {
 namespace {
 
@@ -16,6 +18,8 @@ constexpr std::uint16_t dateTimeOriginal = 0x9003;
 constexpr std::uint16_t dateTimeDigitized = 0x9004;
 constexpr std::uint16_t offsetTimeOriginal = 0x9011;
 constexpr std::uint16_t offsetTimeDigitized = 0x9012;
+constexpr std::uint16_t makerNote = 0x927C;
+constexpr std::uint16_t contentIdentifier = 0x0011;  // in the maker note of an iPhone
 constexpr std::uint16_t gpsLatitudeRef = 1;
 constexpr std::uint16_t gpsLatitude = 2;
 constexpr std::uint16_t gpsLongitudeRef = 3;
@@ -100,6 +104,19 @@ void readPosition(const TiffBlock& block, const Directory& gps, MediaMetadata& m
   if (lat && lon) metadata.setPosition(*lat, *lon);
 }
 
+/// Reads the identifier that an iPhone writes into a still and its motion part: a text in its maker
+/// note, which is a directory behind a heading, with offsets from the start of the note.
+void readContentID(const TiffBlock& block, const Directory& exif, MediaMetadata& metadata) {
+  constexpr std::string_view heading{"Apple iOS\0\0\1MM", 14};
+  const TiffBlock::Field* const note = TiffBlock::find(exif, tag::makerNote);
+  if (note == nullptr || note->count <= heading.size()) return;
+  const std::uint64_t begin = block.begin() + note->valueAt;
+  if (block.file().at(begin, heading.size()) != heading) return;
+  const auto inside = TiffBlock::headless(block.file(), begin, note->count, false, heading.size());
+  auto text = textOf(inside, inside.directory(inside.firstDirectory()), tag::contentIdentifier);
+  if (text && !text->empty()) metadata.contentID = replacingInvalidUtf8(*text);
+}
+
 }  // namespace
 
 void readExif(const TiffBlock& block, MediaMetadata& metadata) {
@@ -109,6 +126,7 @@ void readExif(const TiffBlock& block, MediaMetadata& metadata) {
   // Raw pictures may have the dates in their first directory (TIFF/EP, ISO 12234-2).
   readDate(block, main, metadata);
   readPosition(block, subdirectory(block, main, tag::gpsDirectory), metadata);
+  readContentID(block, exif, metadata);
   const auto tells = [&](std::uint16_t tag) {
     return TiffBlock::find(exif, tag) != nullptr || TiffBlock::find(main, tag) != nullptr;
   };

@@ -3,17 +3,20 @@
 namespace tavrix {
 
 MediaMetadata metadataOf(const SnapshotItem& item) {
-  return {item.exifDate, item.exifOffset, item.lat, item.lon, item.px, item.py, item.cam};
+  return {item.exifDate, item.exifOffset, item.lat, item.lon,
+          item.px,       item.py,         item.cam, item.contentID};
 }
 
 void copyMetadata(const SnapshotItem& from, SnapshotItem& to) {
   to.exifDate = from.exifDate;
   to.exifOffset = from.exifOffset;
-  to.lat = from.lat;
-  to.lon = from.lon;
+  const bool isNowhere = from.lat == 0.0 && from.lon == 0.0;
+  to.lat = isNowhere ? std::nullopt : from.lat;
+  to.lon = isNowhere ? std::nullopt : from.lon;
   to.px = from.px;
   to.py = from.py;
   to.cam = from.cam;
+  to.contentID = from.contentID == "" ? std::nullopt : from.contentID;
 }
 
 SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata) {
@@ -24,6 +27,7 @@ SnapshotItem withMetadata(SnapshotItem item, const MediaMetadata& metadata) {
   item.px = metadata.px;
   item.py = metadata.py;
   item.cam = metadata.cam;
+  item.contentID = metadata.contentID;
   return item;
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/FileReader.h"
@@ -150,6 +151,19 @@ std::string MetadataCache::key(const SnapshotItem& item) {
 bool MetadataCache::isIncomplete(const SnapshotItem& item) {
   const auto kind = mediaKindOf(item.kind);
   return !item.px && kind && isPictureKind(*kind);
+}
+
+bool MetadataCache::lacksContentID(const SnapshotItem& item) {
+  if (item.contentID) return false;
+  const auto kind = mediaKindOf(item.kind);
+  // Other stills and films are never parts of a Live Photo and need not be read again.
+  return (kind == MediaKind::photo && item.cam == true) ||
+         (kind == MediaKind::video && lowerCased(item.name).ends_with(".mov"));
+}
+
+SnapshotItem MetadataCache::record(SnapshotItem item) {
+  if (lacksContentID(item)) item.contentID.emplace();
+  return item;
 }
 
 void MetadataCache::add(Records& records, std::string key, SnapshotItem item) {

@@ -44,6 +44,12 @@ struct MetadataCache {
   /// Returns true for a picture or film without a size in pixels. An earlier reader left the size
   /// out, so the file must be read again.
   static bool isIncomplete(const SnapshotItem& item);
+  /// Returns true for a record of an earlier reader, which left the content identifier out although
+  /// the file may have one: an iPhone writes it into stills and films.
+  static bool lacksContentID(const SnapshotItem& item);
+  /// Returns a record of the item. A missing content identifier becomes an empty one, where
+  /// otherwise lacksContentID() would be true.
+  static SnapshotItem record(SnapshotItem item);
   /// Returns a device's serial number in the form used in file names; "unknown" without one.
   static std::string phoneKey(const std::optional<std::string>& serialNumber);
 

@@ -105,7 +105,8 @@ std::optional<SnapshotItem> itemOf(const JsonValue& record) {
       members.take("itemDate", item->itemDate) && members.take("exifDate", item->exifDate) &&
       members.take("exifOffset", item->exifOffset) && members.take("lat", item->lat) &&
       members.take("lon", item->lon) && members.take("px", item->px) &&
-      members.take("py", item->py) && members.take("cam", item->cam);
+      members.take("py", item->py) && members.take("cam", item->cam) &&
+      members.take("contentID", item->contentID);
   if (!isRecord) item.reset();
   return item;
 }

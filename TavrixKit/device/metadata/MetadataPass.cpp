@@ -122,11 +122,9 @@ std::vector<std::size_t> MetadataPass::takeHits(std::vector<SnapshotItem>& items
     if (found == nullptr && !isShared(key)) {
       found = MetadataCache::find(records_, key, item.dir, false);
     }
-    if (found != nullptr) {
-      copyMetadata(*found, item);
-    } else {
-      misses.push_back(i);
-    }
+    // An outdated record serves until the file is read again, for the pass may be stopped.
+    if (found != nullptr) copyMetadata(*found, item);
+    if (found == nullptr || MetadataCache::lacksContentID(*found)) misses.push_back(i);
   }
   return misses;
 }
@@ -162,7 +160,7 @@ void MetadataPass::remember(const SnapshotItem& item) {
   }
   // An incomplete record would be read again anyway, so it need not be written.
   if (MetadataCache::isIncomplete(item)) return;
-  MetadataCache::add(records_, MetadataCache::key(item), item);
+  MetadataCache::add(records_, MetadataCache::key(item), MetadataCache::record(item));
   isSaved_ = false;
   const Instant now = setup_.now();
   if (!setup_.checkpoint.isDue(now)) return;

@@ -49,7 +49,7 @@ class MetadataPass {
   };
   struct Result {
     Progress progress;
-    std::vector<Failure> failures;  ///< in the order of the items; these items get no metadata
+    std::vector<Failure> failures;  ///< in the order of the items; these items get no new metadata
     bool isComplete = true;         ///< false if the pass was stopped
     bool isKept = true;             ///< everything that was read is in the cache
   };
@@ -67,7 +67,8 @@ class MetadataPass {
 
  private:
   void load();
-  /// Adds metadata to the items that the cache has. Returns the indexes of the other items.
+  /// Adds metadata to the items that the cache has. Returns the indexes of the other items, and of
+  /// those with a record of an earlier reader.
   std::vector<std::size_t> takeHits(std::vector<SnapshotItem>& items);
   void fetchOne(SnapshotItem& item, std::size_t index, const Fetch& fetch, Result& result);
   void remember(const SnapshotItem& item);

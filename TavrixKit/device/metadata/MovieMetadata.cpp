@@ -9,6 +9,7 @@
 #include "device/metadata/Containers.h"
 #include "device/metadata/Iso6709.h"
 #include "device/metadata/IsoBoxes.h"
+#include "foundation/Text.h"
 
 namespace tavrix {
 namespace {
@@ -16,6 +17,7 @@ namespace {
 using namespace std::chrono;
 
 constexpr std::string_view creationDateKey = "com.apple.quicktime.creationdate";
+constexpr std::string_view contentKey = "com.apple.quicktime.content.identifier";
 constexpr std::string_view locationKey = "com.apple.quicktime.location.ISO6709";
 constexpr std::size_t maxValueBytes = 1024;
 constexpr std::size_t maxKeys = 256;
@@ -71,6 +73,10 @@ void setLocation(std::string_view text, MediaMetadata& metadata) {
   if (const auto point = parseIso6709(text)) {
     metadata.setPosition(point->latitude, point->longitude);
   }
+}
+
+void setContentID(std::string_view text, MediaMetadata& metadata) {
+  if (!text.empty()) metadata.contentID = replacingInvalidUtf8(text);
 }
 
 class Movie {
@@ -174,6 +180,7 @@ class Movie {
       const std::uint64_t number = bigEndian(value->type);
       if (number == 0 || number > keys.size()) continue;
       if (keys[number - 1] == creationDateKey) setIsoDate(textOf(*value), metadata_);
+      if (keys[number - 1] == contentKey) setContentID(textOf(*value), metadata_);
       if (keys[number - 1] == locationKey) setLocation(textOf(*value), metadata_);
     }
   }

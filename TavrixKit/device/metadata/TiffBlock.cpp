@@ -16,6 +16,13 @@ constexpr std::uint16_t asciiType = 2;
 constexpr std::uint16_t rationalType = 5;
 constexpr std::uint16_t signedRationalType = 10;
 
+/// Returns true for the version of TIFF and for those that makers of cameras put in its place in
+/// their raw files: Panasonic and Leica "U", Olympus "RO" and "RS".
+bool isVersion(std::uint64_t version) {
+  constexpr std::array<std::uint64_t, 4> versions{42, 0x55, 0x4F52, 0x5352};
+  return std::find(versions.begin(), versions.end(), version) != versions.end();
+}
+
 }  // namespace
 
 std::size_t TiffBlock::bytesOf(std::uint16_t type) {
@@ -31,9 +38,16 @@ std::optional<TiffBlock> TiffBlock::open(FileBytes& file, std::uint64_t begin,
   const std::string_view mark = header->substr(0, 2);
   block.isLittleEndian_ = mark == "II";
   if (!block.isLittleEndian_ && mark != "MM") return std::nullopt;
-  constexpr std::uint64_t version = 42;
-  if (block.decoded(header->substr(2, 2)) != version) return std::nullopt;
+  if (!isVersion(block.decoded(header->substr(2, 2)))) return std::nullopt;
   block.first_ = block.decoded(header->substr(4, 4));
+  return block;
+}
+
+TiffBlock TiffBlock::headless(FileBytes& file, std::uint64_t begin, std::uint64_t length,
+                              bool isLittleEndian, std::uint64_t firstDirectory) {
+  TiffBlock block{file, begin, length};
+  block.isLittleEndian_ = isLittleEndian;
+  block.first_ = firstDirectory;
   return block;
 }
 

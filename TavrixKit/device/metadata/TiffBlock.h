@@ -26,6 +26,13 @@ class TiffBlock {
   /// none.
   static std::optional<TiffBlock> open(FileBytes& file, std::uint64_t begin, std::uint64_t length);
 
+  /// Returns a structure without a header, such as a maker note: offsets are those from `begin` on,
+  /// and the caller knows the byte order and the offset of the first directory.
+  static TiffBlock headless(FileBytes& file, std::uint64_t begin, std::uint64_t length,
+                            bool isLittleEndian, std::uint64_t firstDirectory);
+
+  /// Returns the file that has the block.
+  FileBytes& file() const { return *file_; }
   /// Returns the offset of the block in the file.
   std::uint64_t begin() const { return begin_; }
   /// Returns the length of the block in bytes; the file may be shorter.

@@ -16,7 +16,7 @@ ThumbnailKey ThumbnailKey::of(const MediaAsset& asset, const std::string& source
   return {.source = source,
           .path = std::string{asset.id()},
           .bytes = asset.sizeBytes(),
-          .date = asset.cameraDate() ? asset.cameraDate() : asset.captureDate(),
+          .date = asset.cameraDate() ? asset.cameraDate() : asset.fileDate(),
           .longestSide = longestSide};
 }
 

@@ -16,12 +16,13 @@ using ::testing::UnorderedElementsAreArray;
 using Role = ResourceDescription::Role;
 
 /// Returns an asset from a path such as "100APPLE/IMG_0100.HEIC".
-MediaAsset assetAt(const std::string& path) {
+MediaAsset assetAt(const std::string& path, MediaAsset::Text contentID = {}) {
   const auto slash = path.find('/');
   const MediaAsset::Text directory =
       slash == std::string::npos ? MediaAsset::Text{} : std::string_view{path}.substr(0, slash);
   const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
-  return {path, name, directory, mediaKindOfFileName(name), 1, {}, {}, false, {}, {}};
+  return {path, name,  directory, mediaKindOfFileName(name), 1, {}, {}, false, {}, {},
+          {},   false, contentID};
 }
 
 std::vector<MediaAsset> assetsAt(const std::vector<std::string>& paths) {
@@ -77,6 +78,40 @@ TEST(BundleBuilder, catalogue_isGatheredIntoShots) {
   }
 }
 
+TEST(BundleBuilder, filmWithTheIdentifierOfAnotherStill_isAShotOfItsOwn) {
+  struct Row {
+    std::vector<std::pair<std::string, const char*>> files;
+    std::vector<std::string> shots;
+  };
+  const Row rows[] = {
+      {{{"A/IMG_1.HEIC", "a"}, {"A/IMG_1.MOV", "a"}}, {"A/IMG_1: [IMG_1.HEIC]* IMG_1.MOV live"}},
+      {{{"A/IMG_1.HEIC", "a"}, {"A/IMG_1.MOV", ""}}, {"A/IMG_1: [IMG_1.HEIC]* IMG_1.MOV live"}},
+      {{{"A/IMG_1.HEIC", ""}, {"A/IMG_1.MOV", "b"}}, {"A/IMG_1: [IMG_1.HEIC]* IMG_1.MOV live"}},
+      // One of the stills is enough.
+      {{{"A/IMG_1.JPG", "b"}, {"A/IMG_1.HEIC", "a"}, {"A/IMG_1.MOV", "a"}},
+       {"A/IMG_1: [IMG_1.JPG]* [IMG_1.HEIC] IMG_1.MOV live"}},
+      // Sidecar and edited versions stay with the still; the film comes first in the catalogue.
+      {{{"A/IMG_1.MOV", "b"},
+        {"A/IMG_2.HEIC", ""},
+        {"A/IMG_1.AAE", ""},
+        {"A/IMG_E1.MOV", "b"},
+        {"A/IMG_E1.HEIC", "c"},
+        {"A/IMG_1.HEIC", "a"}},
+       {"asset:A/IMG_1.MOV: [IMG_1.MOV]*", "A/IMG_2: [IMG_2.HEIC]*",
+        "A/IMG_1: IMG_1.AAE [IMG_E1.MOV] [IMG_E1.HEIC] [IMG_1.HEIC]* edited"}},
+      {{{"A/IMG_1.MOV", "b"}, {"A/IMG_E1.HEIC", "a"}},
+       {"A/IMG_1: [IMG_1.MOV]* [IMG_E1.HEIC] edited"}},
+  };
+  for (const Row& row : rows) {
+    std::vector<MediaAsset> assets;
+    for (const auto& [path, contentID] : row.files) assets.push_back(assetAt(path, contentID));
+    std::vector<std::string> shots;
+    for (const AssetBundle& bundle : BundleBuilder::makeBundles(assets))
+      shots.push_back(shown(bundle));
+    EXPECT_EQ(shots, row.shots);
+  }
+}
+
 TEST(AssetBundle, primaryPicture_standsForAShotWithoutItsOriginal) {
   const auto primary = [](const std::vector<std::string>& paths) {
     return std::string{BundleBuilder::makeBundles(assetsAt(paths)).at(0).primaryPicture().name()};
@@ -106,8 +141,19 @@ RC_GTEST_PROP(BundleBuilder, anyCatalogue_losesNothingAndRepeatsNothing, ()) {
     const std::string name = part({"IMG_", "IMG_E", "img_", "VK "}) + part({"1", "01", "2", "3"}) +
                              part({".HEIC", ".MOV", ".AAE", "", ".x y"});
     const std::string directory = part({"", "A", "B"});
-    assets.push_back(
-        {std::to_string(i), name, directory, mediaKindOfFileName(name), 1, {}, {}, false, {}, {}});
+    assets.push_back({std::to_string(i),
+                      name,
+                      directory,
+                      mediaKindOfFileName(name),
+                      1,
+                      {},
+                      {},
+                      false,
+                      {},
+                      {},
+                      {},
+                      false,
+                      part({"", "a", "b"})});
   }
   const auto bundles = BundleBuilder::makeBundles(assets);
   std::map<std::string_view, std::size_t> order;

@@ -74,11 +74,15 @@ TEST(MediaKind, fileName_decidesByTheTextAfterTheLastDot) {
     MediaKind kind;
     std::vector<const char*> names;
   };
-  const Row rows[] = {{MediaKind::photo,
-                       {"IMG_0100.PNG", "a.HEIC", "a.dng", "a.Cr3", ".jpg", "a.mov.tiff", "a.rw2"}},
-                      {MediaKind::video, {"IMG_1401.MOV", "a.mp4", "a.M4V", "a.3gp", "a.jpg.mpeg"}},
-                      {MediaKind::sidecar, {"IMG_0100.aae", "IMG_0100.AAE"}},
-                      {MediaKind::other, {"heic", "a.", "", "a.txt", "a.jpg ", "a.heic.zip"}}};
+  const Row rows[] = {
+      {MediaKind::photo,
+       {"IMG_0100.PNG", "a.HEIC", "a.dng", "a.Cr3", ".jpg", "a.mov.tiff", "a.rw2", "a.HIF", "a.jxl",
+        "a.jpe", "a.jfif", "a.mpo", "a.srw", "a.pef", "a.x3f", "a.3fr", "a.rwl", "a.iiq", "a.erf"}},
+      {MediaKind::video,
+       {"IMG_1401.MOV", "a.mp4", "a.M4V", "a.3gp", "a.jpg.mpeg", "00001.MTS", "a.m2ts", "a.3g2",
+        "a.mkv", "a.webm", "a.insv"}},
+      {MediaKind::sidecar, {"IMG_0100.aae", "IMG_0100.AAE"}},
+      {MediaKind::other, {"heic", "a.", "", "a.txt", "a.jpg ", "a.heic.zip"}}};
   for (const Row& row : rows) {
     for (const char* name : row.names) EXPECT_EQ(mediaKindOfFileName(name), row.kind) << name;
   }

@@ -235,6 +235,7 @@ TEST(Snapshot, badFile_isRefusedWithTheReasonAndThePlace) {
       {with(R"("px":0.5)"), Kind::outOfRange, "px"},
       {with(R"("px":9223372036854775808)"), Kind::outOfRange, "px"},
       {with(R"("cam":1)"), Kind::wrongType, "cam"},
+      {with(R"("contentID":1)"), Kind::wrongType, "contentID"},
       {with(R"("lat":"1")"), Kind::wrongType, "lat"},
       {with(R"("lat":true)"), Kind::wrongType, "lat"},
       {with(R"("dir":["x"])"), Kind::wrongType, "dir"},
@@ -275,6 +276,8 @@ RC_GTEST_PROP(Snapshot, anyList_comesBackEqual, ()) {
     if (*rc::gen::arbitrary<bool>()) made.px = *rc::gen::arbitrary<std::int64_t>();
     if (*rc::gen::arbitrary<bool>()) made.py = *rc::gen::arbitrary<std::int64_t>();
     if (*rc::gen::arbitrary<bool>()) made.cam = *rc::gen::arbitrary<bool>();
+    if (*rc::gen::arbitrary<bool>())
+      made.contentID = *rc::gen::element<std::string>("", "2C5B-41F0");
     items.push_back(made);
   }
   RC_ASSERT(read(written(items)) == items);

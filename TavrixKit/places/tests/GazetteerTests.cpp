@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "foundation/Sanitizers.h"
+#include "foundation/Text.h"
 #include "foundation/files/FileError.h"
 #include "places/CityChoice.h"
 #include "places/PlaceCells.h"
@@ -177,22 +178,81 @@ TEST(Gazetteer, region_isToldAloneWhereNoCityReaches) {
   };
   EXPECT_EQ(inRegion(1), Area("Запад", "AA"));
   EXPECT_EQ(inRegion(2), Area("East", "AA")) << "English where there is no Russian name";
-  EXPECT_EQ(inRegion(1, {{"Near", off(45), 1000, "AA", 2}}), Area("", "AA"));
+  const std::string land = countryName("AA", "ru").value_or("");
+  const Area country{land, "AA"};
+  EXPECT_EQ(inRegion(1, {{"Near", off(45), 1000, "AA", 2}}), country);
   EXPECT_EQ(inRegion(1, {{"Far", off(52), 1000, "AA", 2}}), Area("Запад", "AA"));
-  EXPECT_EQ(inRegion(1, {{"Here", off(3), 1000, "AA", 1}}), Area("", "AA")) << "a city instead";
+  EXPECT_EQ(inRegion(2, {{"Here", off(3), 1000, "AA", 2}}), Area("", "AA")) << "a city instead";
   for (const std::uint16_t unnamed : std::initializer_list<std::uint16_t>{0, 3, 4}) {
-    EXPECT_EQ(inRegion(unnamed), Area("", "AA"));
+    EXPECT_EQ(inRegion(unnamed), country);
   }
   EXPECT_EQ(at({{"South", off(-30)}, {"East", off(-1, 30)}, {"West", off(-1, -30)}}, off(0)),
-            Area("", "AA"))
+            country)
       << "not on all sides";
-  EXPECT_EQ(at({{"Village", off(79)}}, off(0)), Area("", "AA"));
+  EXPECT_EQ(at({{"Village", off(79)}}, off(0)), country);
   EXPECT_EQ(inRegion(1, {{"Abroad", off(45), 1000, "BB", 2}}), Area("Запад", "AA"));
-  EXPECT_EQ(at({{"Village", off(-399)}}, off(0)), Area("", "AA")) << "the country alone";
+  EXPECT_EQ(at({{"Village", off(-399)}}, off(0)), country) << "the country alone";
   EXPECT_EQ(at({{"Village", off(-401)}}, off(0)), Area("", "")) << "too far";
   EXPECT_EQ(at({{"Village", off(100)}}, off(130)), Area("", "")) << "nothing of that country";
   const GeocodedPlace place{{}, {}, "Land", "AA", "Region"};
   EXPECT_EQ(place.names(true).cityOrRegion(), "Region");
+}
+
+TEST(Gazetteer, areaOfARegion_decidesWhereThereAreNoTowns) {
+  const std::vector<MadeRegion> regions{{"West", "Запад"}, {"East"}, {"Abroad", "", "BB"}};
+  /// One row of cells: the west, a gap of one cell, the east, and the neighbouring country.
+  const std::vector<MadeRun> runs{{50.01, 10.01, 1},
+                                  {50.01, 10.51, 0},
+                                  {50.01, 10.53, 2},
+                                  {50.01, 11.01, 3},
+                                  {50.01, 12.01, 0}};
+  const std::vector<MadeArea> land{{"AA", {{45, 5}, {45, 15}, {55, 15}, {55, 5}}}};
+  const auto gazetteer = gazetteerOf(madeTable(
+      {{"Far", {46, 6}, 1000, "AA", 2}, {"There", {57, 6}, 1000, "BB", 3}}, regions, land, runs));
+  const auto regionAt = [&](double latitude, double longitude) {
+    return gazetteer.resolve({latitude, longitude}, "ru")->region.value_or("");
+  };
+  const std::string country = countryName("AA", "ru").value_or("");
+  EXPECT_EQ(regionAt(50.01, 10.01), "Запад");
+  EXPECT_EQ(regionAt(50.01, 10.49), "Запад");
+  EXPECT_EQ(regionAt(50.01, 10.53), "East");
+  EXPECT_EQ(regionAt(50.01, 9.9), "Запад") << "a cell of water on the coast";
+  EXPECT_EQ(regionAt(50.2, 10.2), "Запад");
+  EXPECT_EQ(regionAt(50.23, 10.2), country) << "too far from every cell";
+  EXPECT_EQ(regionAt(50.01, 11.5), country) << "the area of a region of another country";
+}
+
+TEST(Gazetteer, cityOnTheOtherShore_isOfAnotherRegion) {
+  const std::vector<MadeRegion> regions{{"Here"}, {"There"}};
+  const auto nameAt = [&](const std::vector<MadeRun>& runs, const GeoPoint& point) {
+    const auto gazetteer = gazetteerOf(madeTable(
+        {{"Village", {10.04, 10}, 3000, "AA", 1}, {"Metropolis", {10, 10.2}, 9'000'000, "AA", 2}},
+        regions, {}, runs));
+    return gazetteer.resolve(point, "en")->city.value_or("");
+  };
+  std::vector<MadeRun> shores;
+  for (const double row : {9.97, 9.99, 10.01, 10.03}) {
+    shores.insert(shores.end(), {{row, 9.91, 1}, {row, 10.09, 2}, {row, 10.31, 0}});
+  }
+  EXPECT_EQ(nameAt({}, {10, 10}), "Metropolis");
+  EXPECT_EQ(nameAt(shores, {10, 10}), "Village");
+  EXPECT_EQ(nameAt(shores, {10, 10.08}), "Metropolis") << "at the border the areas are too rough";
+  EXPECT_EQ(nameAt(shores, {10, 10.15}), "Metropolis");
+}
+
+TEST(Gazetteer, russianName_isThatOfTheRegionIfOnlyThatHasOne) {
+  const auto gazetteer =
+      gazetteerOf(madeTable({{"Pine Valley", {32.8, -116.5}, 1500, "US", 1},
+                             {"Elsewhere", {40, -116.5}, 1500, "US", 2},
+                             {"Reno", {39, -110}, 1500, "US", 1, 0, false, "Рино"}},
+                            {{"California", "Калифорния"}, {"Nevada"}}));
+  const auto nameAt = [&](const GeoPoint& point, const char* locale) {
+    return *gazetteer.resolve(point, locale)->names(false).cityOrRegion();
+  };
+  EXPECT_EQ(nameAt({32.8, -116.5}, "ru_RU"), "Калифорния");
+  EXPECT_EQ(nameAt({32.8, -116.5}, "en_US"), "Pine Valley");
+  EXPECT_EQ(nameAt({40, -116.5}, "ru_RU"), "Elsewhere");
+  EXPECT_EQ(nameAt({39, -110}, "ru_RU"), "Рино");
 }
 
 TEST(Gazetteer, language_fallsBackToEnglish) {
@@ -235,7 +295,7 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
     Kind kind;
     std::size_t offset;
   };
-  const std::size_t bandsAt = 44;
+  const std::size_t bandsAt = 48;
   const std::vector<Damage> rows{
       {"", Kind::notGazetteer, 0},
       {changed(0, 'X'), Kind::notGazetteer, 0},
@@ -244,6 +304,7 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
       {changed(15, 0x7F), Kind::wrongSize, 12},
       {changed(27, 0x7F), Kind::wrongSize, 24},
       {changed(31, 0x7F), Kind::wrongSize, 28},
+      {changed(35, 0x7F), Kind::wrongSize, 32},
       {changed(24, 1), Kind::wrongSize, whole.size()},
       {whole + "x", Kind::wrongSize, whole.size() + 1},
       {whole.substr(0, whole.size() - 1), Kind::wrongSize, whole.size() - 1},
@@ -286,7 +347,7 @@ std::string bytesInPage() {
 
 TEST(Gazetteer, exampleOfTheDescription_isATable) {
   const auto gazetteer = gazetteerOf(bytesInPage());
-  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.4");
+  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.5");
   ASSERT_EQ(gazetteer.table().size(), 1U);
   const GazetteerPlace place = gazetteer.table().at(0);
   EXPECT_EQ(place.point, (GeoPoint{43.73485, 7.41673}));
@@ -302,7 +363,7 @@ TEST(Gazetteer, exampleOfTheDescription_isATable) {
 /// Returns the same city as cityAt(), by checking every place.
 std::optional<CityChoice::Choice> bestOfAll(const GazetteerTable& table, const GeoPoint& point) {
   const auto country = table.borders().countryAt(point);
-  std::vector<std::pair<std::size_t, double>> reaching;  ///< city and score
+  std::vector<std::tuple<std::size_t, double, bool>> reaching;  ///< city, score, is a part
   std::uint16_t region = 0;
   double least = 1e9;
   for (std::size_t i = 0; i < table.size(); ++i) {
@@ -312,13 +373,14 @@ std::optional<CityChoice::Choice> bestOfAll(const GazetteerTable& table, const G
     const std::uint32_t population = table.populationAt(i);
     if (distance > CityChoice::reachKm(population)) continue;
     if (!CityChoice::isSameSide(table, i, country)) continue;
-    reaching.emplace_back(table.cityAt(i).value(), CityChoice::score(distance, population));
-    if (distance < least) least = distance, region = table.regionNumberAt(reaching.back().first);
+    const std::size_t city = table.cityAt(i).value();
+    reaching.emplace_back(city, CityChoice::score(distance, population), city != i);
+    if (distance < least) least = distance, region = table.regionNumberAt(city);
   }
   std::optional<CityChoice::Choice> best;
-  for (auto [city, score] : reaching) {
-    const bool isFar = score > CityChoice::ownScore && table.regionNumberAt(city) != region;
-    if (isFar) score += CityChoice::otherRegionScore;
+  for (auto [city, score, isPart] : reaching) {
+    score += CityChoice::regionScore(table, city, score, isPart,
+                                     {region, CityChoice::regionAllAround(table, point)});
     if (!best || score < best->score) best = {city, score};
   }
   return best;

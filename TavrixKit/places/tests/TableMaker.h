@@ -35,6 +35,15 @@ struct MadeArea {
 struct MadeRegion {
   std::string name;
   std::string russianName = "";
+  std::string country = "AA";
+};
+
+/// A run of cells of one region in a test table, in the row of a latitude from a longitude on. Runs
+/// are given from south to north and from west to east.
+struct MadeRun {
+  double latitude;
+  double longitude;
+  std::uint16_t region;
 };
 
 inline void appendNumber(std::string& bytes, std::int64_t number, int size) {
@@ -87,7 +96,8 @@ inline std::pair<std::string, std::string> madeBorders(const std::vector<MadeAre
 /// Returns the bytes of a table. The first region has the number 1.
 inline std::string madeTable(std::vector<MadePlace> places,
                              const std::vector<MadeRegion>& regions = {},
-                             const std::vector<MadeArea>& areas = {}) {
+                             const std::vector<MadeArea>& areas = {},
+                             const std::vector<MadeRun>& runs = {}) {
   const auto isLarge = [](const MadePlace& place) { return place.population >= 100'000; };
   std::stable_sort(places.begin(), places.end(), [&](const MadePlace& a, const MadePlace& b) {
     return std::tuple{!isLarge(a), bandOf(a), a.point.longitude} <
@@ -126,11 +136,12 @@ inline std::string madeTable(std::vector<MadePlace> places,
   for (const MadeRegion& region : regions) {
     addName(regionRecords, region.name);
     addName(regionRecords, region.russianName);
+    appendNumber(regionRecords, countryNumber(countries, region.country), 4);
   }
   std::string bytes = "TAVRXGEO";
   for (const std::size_t number :
-       {std::size_t{3}, places.size(), static_cast<std::size_t>(large), countries.size() / 2,
-        regions.size(), sides.size() / 18, names.size(), std::size_t{20260101}}) {
+       {std::size_t{4}, places.size(), static_cast<std::size_t>(large), countries.size() / 2,
+        regions.size(), sides.size() / 18, runs.size(), names.size(), std::size_t{20260101}}) {
     appendNumber(bytes, static_cast<std::int64_t>(number), 4);
   }
   bytes += countries + std::string((4 - countries.size() % 4) % 4, '\0');
@@ -145,7 +156,22 @@ inline std::string madeTable(std::vector<MadePlace> places,
                    4);
     }
   }
-  return bytes + borderStarts + regionRecords + records + sides + names;
+  bytes += borderStarts + regionRecords + records + sides;
+  const auto rowOf = [](const MadeRun& run) {
+    return std::llround(std::floor((run.latitude + 90) * RegionGrid::cellsPerDegree));
+  };
+  for (std::int64_t row = 0; row <= std::int64_t{RegionGrid::rowCount}; ++row) {
+    appendNumber(bytes,
+                 std::count_if(runs.begin(), runs.end(),
+                               [&](const MadeRun& run) { return rowOf(run) < row; }),
+                 4);
+  }
+  for (const MadeRun& run : runs) {
+    appendNumber(bytes,
+                 std::llround(std::floor((run.longitude + 180) * RegionGrid::cellsPerDegree)), 2);
+    appendNumber(bytes, run.region, 2);
+  }
+  return bytes + names;
 }
 
 inline Gazetteer gazetteerOf(const std::string& bytes) {

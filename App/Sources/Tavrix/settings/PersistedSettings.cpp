@@ -236,6 +236,7 @@ constexpr std::array table{
     flagKey<&S::Layout::continueFolders>("continueFolders"),
     flagKey<&S::Naming::severalCities>("severalCities"),
     flagKey<&S::Naming::wholeFolderDates>("wholeFolderDates"),
+    flagKey<&S::Gathering::datesFromNames>("datesFromNames"),
     Key{"nameTemplate", "nameTemplate", storeTemplate, loadTemplate},
     Key{savedPresetsKey, "", storePresets, loadPresets},
     Key{"nameOverrides", "nameOverrides", storeOverrides, loadOverrides},

@@ -12,6 +12,7 @@
 #include "device/cable/DeviceState.h"
 #include "device/folders/FolderCatalogue.h"
 #include "model/ConnectedSource.h"
+#include "settings/Settings.h"
 
 namespace tavrix {
 
@@ -40,6 +41,12 @@ class PictureSource {
   /// Reads the catalogue. If `stop` is requested, the catalogue is incomplete. Throws SnapshotError
   /// or FileError for a folder, PhoneNotReady for a phone.
   virtual FolderCatalogue readCatalogue(const ReadingSetup& reading) = 0;
+  /// Returns whether names may date files: those of a card, whose own dates a copy may have
+  /// changed, unless the user turned that off.
+  DatesFromNames datesFromNames(const Settings::Gathering& settings) const {
+    const bool isUsed = kind() == Kind::card && settings.datesFromNames;
+    return isUsed ? DatesFromNames::used : DatesFromNames::ignored;
+  }
   /// Returns the name that destinations and records use for the phone: `givenName`, else the
   /// phone's own, else "iPhone".
   virtual std::string nameOr(const std::optional<std::string>& givenName) const;

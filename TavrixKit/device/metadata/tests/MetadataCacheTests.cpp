@@ -111,6 +111,9 @@ TEST_F(MetadataCacheTest, lineAsItIsWritten_isReadAsTheJsonReaderReadsIt) {
        {R"("cam":false,"dir":"100 Фото","exifDate":"2026:05:20 12:00:00","exifOffset":"+03:00",)"
         R"("itemDate":1779267600.123,"kind":"photo","lat":-41.5,"lon":1e-7,"name":"a b",)"
         R"("px":0,"py":9007199254740993,"size":18446744073709551615)",
+        R"("cam":true,"contentID":"2C5B","dir":"1","kind":"other","name":"a","size":1)",
+        R"("contentID":null,"kind":"other","name":"a","size":1)",
+        R"("contentID":1,"kind":"other","name":"a","size":1)",
         R"("itemDate":-0,"kind":"other","name":"a","size":1)",
         R"("itemDate":-0.0,"kind":"other","name":"a","size":1)",
         R"("itemDate":-1.5E+3,"kind":"other","name":"a","size":0)",
@@ -222,8 +225,8 @@ TEST_F(MetadataCacheTest, legacyRecord_isReadAsALineOfIt) {
                                  "18446744073709551615", "18446744073709551616"}) {
     records.push_back(fmt::format(R"({},"size":{})", known, size));
   }
-  for (const char* const field :
-       {"dir", "itemDate", "exifDate", "exifOffset", "lat", "lon", "px", "py", "cam", "unknown"}) {
+  for (const char* const field : {"dir", "itemDate", "exifDate", "exifOffset", "lat", "lon", "px",
+                                  "py", "cam", "contentID", "unknown"}) {
     for (const char* const value :
          {"null", "1", "1.5", "-3", "9007199254740993", "true", "\"x\"", "[]", "{}"}) {
       records.push_back(fmt::format(R"({},"size":1,"{}":{})", known, field, value));

@@ -38,6 +38,7 @@ struct MetadataPassTest : testing::Test {
       if (atFetch) atFetch(index);
       MediaMetadata metadata;
       if (hasPixels) metadata.setPixels(100 + index, 50);
+      metadata.contentID = contentID;
       return metadata;
     };
     return pass.run(completed, fetch, std::move(stop), isWhole);
@@ -50,6 +51,7 @@ struct MetadataPassTest : testing::Test {
   std::chrono::seconds step{0};
   bool hasPixels = true;
   bool isWhole = false;
+  std::optional<std::string> contentID;
   std::vector<SnapshotItem> items{item("1", "a.HEIC", 1), item("1", "a.AAE", 1),
                                   item("1", "b.MOV", 2), item("2", "c.JPG", 3)};
   std::vector<SnapshotItem> completed;
@@ -78,6 +80,50 @@ TEST_F(MetadataPassTest, secondPass_fetchesOnlyWhatIsNew) {
   EXPECT_THAT(log.lines(), ElementsAre("metadata: cache hits 0, fetching 4",
                                        "metadata: cache hits 4, fetching 0",
                                        "metadata: cache hits 3, fetching 2"));
+}
+
+TEST_F(MetadataPassTest, recordAtZeroZero_hasNoPosition) {
+  items = {item("1", "a.HEIC", 1), item("1", "b.HEIC", 1)};
+  MetadataCache::Records records;
+  for (const SnapshotItem& each : items) {
+    SnapshotItem kept = each;
+    kept.px = 100;
+    kept.lat = 0;
+    kept.lon = kept.name == "a.HEIC" ? 0 : 5;
+    MetadataCache::add(records, MetadataCache::key(kept), kept);
+  }
+  MetadataCache::save(records, "P", folder / "state");
+  run();
+  EXPECT_THAT(fetched, testing::ElementsAre());
+  EXPECT_FALSE(completed[0].lat || completed[0].lon);
+  EXPECT_EQ(completed[1].lon, 5);
+}
+
+TEST_F(MetadataPassTest, recordThatLacksTheContentIdentifier_isReadAgainOnce) {
+  MetadataCache::Records records;
+  for (const SnapshotItem& each : items) {
+    SnapshotItem kept = each;
+    kept.px = 7;
+    kept.cam = kept.name == "a.HEIC";
+    MetadataCache::add(records, MetadataCache::key(kept), kept);
+  }
+  MetadataCache::save(records, "P", folder / "state");
+  std::stop_source stopped;
+  stopped.request_stop();
+  run(stopped.get_token());
+  EXPECT_EQ(completed[0].px, 7) << "the record serves while the file was not read";
+  contentID = "X";
+  run();
+  EXPECT_THAT(fetched, testing::ElementsAre(0, 2));
+  EXPECT_EQ(completed[2].contentID, "X");
+  contentID.reset();
+  items[2].size = 11;
+  for (const std::size_t reads : {1U, 0U}) {
+    run();
+    EXPECT_EQ(fetched.size(), reads) << "a file without an identifier is read once, too";
+    EXPECT_EQ(completed[0].contentID, "X");
+    EXPECT_EQ(completed[2].contentID, std::nullopt);
+  }
 }
 
 TEST_F(MetadataPassTest, filesOfOneKey_neverTakeEachOthersMetadata) {

@@ -22,9 +22,10 @@ void PrintTo(const MediaMetadata& metadata, std::ostream* out) {
   const auto shown = [](const auto& value) {
     return value ? fmt::format("{}", *value) : std::string{"-"};
   };
-  *out << fmt::format("{} {}, {} {}, {} x {}, {}", shown(metadata.exifDate),
+  *out << fmt::format("{} {}, {} {}, {} x {}, {}, {}", shown(metadata.exifDate),
                       shown(metadata.exifOffset), shown(metadata.lat), shown(metadata.lon),
-                      shown(metadata.px), shown(metadata.py), shown(metadata.cam));
+                      shown(metadata.px), shown(metadata.py), shown(metadata.cam),
+                      shown(metadata.contentID));
 }
 
 namespace {
@@ -61,13 +62,32 @@ TEST(MetadataReader, rareFile_tellsAll) {
   }
 }
 
-TEST(MetadataReader, zeroOfThePosition_hasNoSign) {
+TEST(MetadataReader, zeroOfThePosition_hasNoSignAndIsNoPositionTwice) {
   using namespace testbytes;
-  Exif exif;
-  exif.gps = position("S", {0, 1, 0, 1, 0, 1}, "W", {0, 1, 0, 1, 0, 1});
-  const MediaMetadata metadata = read(jpeg(exifSegment(exif)));
-  EXPECT_FALSE(std::signbit(metadata.lat.value()));
-  EXPECT_FALSE(std::signbit(metadata.lon.value()));
+  const auto positionOf = [](std::uint64_t south, std::uint64_t west) {
+    Exif exif;
+    exif.gps = position("S", {south, 1, 0, 1, 0, 1}, "W", {west, 1, 0, 1, 0, 1});
+    return read(jpeg(exifSegment(exif)));
+  };
+  EXPECT_FALSE(std::signbit(positionOf(0, 5).lat.value()));
+  EXPECT_FALSE(std::signbit(positionOf(5, 0).lon.value()));
+  EXPECT_FALSE(positionOf(0, 0).lat);
+  EXPECT_FALSE(read(film({.width = 8, .height = 6, .location = "+00.0000-000.0000/"})).lon);
+}
+
+TEST(MetadataReader, contentIdentifier_isThatOfTheMakerNoteOrTheKey) {
+  using namespace testbytes;
+  const auto of = [](const std::string& heading, std::uint64_t tag) {
+    Exif exif = rome();
+    exif.exif.push_back(makerNote(heading, tag, "2C5B-41F0"));
+    return read(jpeg(exifSegment(exif) + frame(10, 20))).contentID;
+  };
+  const std::string heading{"Apple iOS\0\0\1MM", 14};
+  EXPECT_EQ(of(heading, 0x11), "2C5B-41F0");
+  EXPECT_EQ(of(heading, 0x12), std::nullopt);
+  EXPECT_EQ(of("Nikon\0iOS\0\1MM", 0x11), std::nullopt);
+  EXPECT_EQ(read(film({.width = 8, .height = 6, .contentID = "2C5B-41F0"})).contentID, "2C5B-41F0");
+  EXPECT_EQ(read(film({.width = 8, .height = 6, .contentID = ""})).contentID, std::nullopt);
 }
 
 /// Returns the output of exiftool for every file of a folder, by file name.
@@ -117,6 +137,10 @@ MediaMetadata metadataOf(const JsonValue& told, bool isFilm) {
     const auto tells = [&](const char* name) { return told.member(name) != nullptr; };
     result.cam = tells("ExposureTime") || tells("FNumber") || tells("ISO") ||
                  tells("FocalLength") || tells("LensInfo") || tells("LensModel");
+  }
+  // The identifier of a still has one of two names, after that of the field or of its group.
+  for (const char* const name : {"ContentIdentifier", "MediaGroupUUID"}) {
+    if (!result.contentID) result.contentID = text(name);
   }
   const auto lat = number("GPSLatitude");
   const auto lon = number("GPSLongitude");

@@ -79,6 +79,7 @@ ExitStatus listGroups(const CommandContext& context) {
   auto folders = foldersOf(library.rows);
   GroupsResult result{chosenPart(context, std::move(library), std::move(folders)).library,
                       context.settings.gathering.uiMode == UIGroupingMode::flat,
+                      sourceOf(context).kind() == PictureSource::Kind::card,
                       context.call.explainsAll};
   result.accepted = accepted;
   result.shorterDate = shorterDate(context, result.library);

@@ -115,6 +115,7 @@ void TextPrinter::groups(const GroupsResult& result) {
   if (library.optimizedCount > 0) {
     line(say(language_, sentences::optimizedNote, number(library.optimizedCount)));
   }
+  if (result.isFolder) dateSources(library);
   home(library);
   if (result.shorterDate) {
     const auto& [whole, now] = *result.shorterDate;

@@ -21,6 +21,7 @@ void writeAsset(JsonWriter& json, const MediaAsset& asset) {
   json.field("id", asset.id()).field("name", asset.name()).field("directory", asset.directory());
   json.field("kind", textOf(asset.kind())).field("sizeBytes", asset.sizeBytes());
   writeInstant(json, "captureDate", asset.captureDate());
+  if (const auto source = asset.dateSource()) json.field("dateSource", textOf(*source));
   writePoint(json, "location", asset.location());
   json.field("isOptimized", asset.isOptimized());
   json.field("isEditedVariant", asset.isEditedVariant()).endObject();

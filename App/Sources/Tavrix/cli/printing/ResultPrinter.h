@@ -30,7 +30,9 @@ struct PlacesResult {
 /// The folders of a library.
 struct GroupsResult {
   Library library;
-  bool isFlat = false;                    ///< the files are directly in the destination
+  bool isFlat = false;  ///< the files are directly in the destination
+  /// The source is a folder: a copy may have changed the dates of its files.
+  bool isFolder = false;
   bool explainsShots = false;             ///< every shot outside trips is listed with its reason
   std::optional<std::size_t> accepted{};  ///< suggestions accepted in this call, if it accepts any
   /// The name that the first month or year would have with `wholeFolderDates`, and the one that it

@@ -114,6 +114,8 @@ class TextPrinter : public ResultPrinter {
   void home(const Library& library);
   void suggestions(const GroupsResult& result);
   void reasons(const GroupsResult& result);
+  /// Prints how many shots only the date of their file dates; with reasons, each of them.
+  void dateSources(const Library& library);
   void foldersWithReasons(const Library& library,
                           const std::function<std::string(const MediaGroup&)>& reasonOf);
   void stays(const Library& library, const TripReasons& reasons);

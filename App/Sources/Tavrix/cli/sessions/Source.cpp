@@ -185,7 +185,8 @@ std::vector<MediaAsset> readCatalogue(const CommandContext& context) {
   if (sourceOf(context).kind() != SourceKind::snapshot) {
     const auto items = readItems(context);
     writeRequestedSnapshot(context, items);
-    return Snapshot::assetsOf(items, zone);
+    return Snapshot::assetsOf(items, zone,
+                              sourceOf(context).datesFromNames(context.settings.gathering));
   }
   auto assets = readSnapshot(
       context, [&](const SnapshotSource& source) { return source.readAssets({.zone = zone}); });

@@ -425,9 +425,9 @@ TEST(StateFolder, firstThatIsNamed_counts) {
 }
 
 TEST_F(FolderCommandsTest, filesOfAnUnknownKind_areToldAsWhatTheyAre) {
-  tester.folder.write("phone/DCIM/100APPLE/CLIP.MTS", "a film");
+  tester.folder.write("phone/DCIM/100APPLE/CLIP.XYZ", "a film");
   tester.folder.write("phone/DCIM/100APPLE/LONE.AAE", "an edit");
-  const std::string note = "the program does not know the kind of file: 1 file (CLIP.MTS)";
+  const std::string note = "the program does not know the kind of file: 1 file (CLIP.XYZ)";
   const auto result = run({"transfer", "phone", "photos"});
   EXPECT_THAT(result.out, HasSubstr(note));
   EXPECT_THAT(result.out, testing::ContainsRegex("files of an unknown kind +1"));

@@ -15,6 +15,18 @@ void append(std::string& text, const std::string& part) {
   text += part;
 }
 
+const Sentence<>& dateTitle(const AssetBundle& shot) {
+  switch (shot.primaryPicture().dateSource().value_or(DateSource::file)) {
+    case DateSource::metadata:
+      return sentences::takenTitle;
+    case DateSource::name:
+      return sentences::nameDateTitle;
+    case DateSource::file:
+      break;
+  }
+  return sentences::fileDateTitle;
+}
+
 std::string filesText(Language language, const AssetBundle& shot) {
   std::string text;
   for (const MediaAsset& asset : shot.assets()) {
@@ -70,8 +82,7 @@ std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t
     if (!text.empty()) facts.emplace_back(say(language, title), std::move(text));
   };
   const AssetBundle& shot = shots.shots()[index];
-  const bool hasClock = shot.primaryPicture().cameraDate().has_value();
-  add(hasClock ? sentences::takenTitle : sentences::fileDateTitle, time(language, shot, zone));
+  add(dateTitle(shot), time(language, shot, zone));
   if (const auto position = shot.position()) add(sentences::placeTitle, pointText(*position));
   add(sentences::marksTitle, marks(language, shot));
   add(sentences::filesTitle, filesText(language, shot));

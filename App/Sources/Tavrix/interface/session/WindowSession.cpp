@@ -153,7 +153,8 @@ void WindowSession::readFolder(const std::string& path) {
     onLoop([this, path, progress] { show(opened_source::Reading{path, progress}); });
   };
   const auto givenName = variable(surroundings_.environment, "DEMO_DEVICE_NAME");
-  reading_.post([this, onLoop, setup, path, givenName] {
+  const auto gathering = model_->state().settings->gathering;
+  reading_.post([this, onLoop, setup, path, givenName, gathering] {
     try {
       const auto opened = openPictureSource(path, nullptr);
       const FolderCatalogue catalogue = opened->readCatalogue(setup);
@@ -162,9 +163,10 @@ void WindowSession::readFolder(const std::string& path) {
           show(opened_source::Stopped{path, progress});
         });
       }
-      auto source = std::make_shared<ConnectedSource>(
-          connectedSource(*opened, Snapshot::assetsOf(catalogue.items, setup.zone), setup.zone,
-                          catalogue.unreadFolders(), givenName));
+      auto source = std::make_shared<ConnectedSource>(connectedSource(
+          *opened,
+          Snapshot::assetsOf(catalogue.items, setup.zone, opened->datesFromNames(gathering)),
+          setup.zone, catalogue.unreadFolders(), givenName));
       onLoop([this, path, source] {
         model_->sourceReady(std::move(*source), data_origin::Snapshot{});
         show(opened_source::Open{path});

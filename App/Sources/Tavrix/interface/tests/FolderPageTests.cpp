@@ -2,6 +2,8 @@
 #include "interface/list/BoundaryText.h"
 #include "interface/tests/WindowHarness.h"
 #include "library/Library.h"
+#include "media/BundleBuilder.h"
+#include "media/SnapshotItem.h"
 
 namespace tavrix::window {
 namespace {
@@ -50,6 +52,28 @@ TEST(FolderShots, folderOfManyDays_isDividedIntoDays) {
   EXPECT_EQ(shots.sections[1].count, 3U);
   EXPECT_EQ(ShotText::dayTitle(Language::russian, shots.sections[0]), "20 мая 2026, среда");
   EXPECT_EQ(ShotText::dayTitle(Language::english, shots.sections[0]), "Wednesday, 20 May 2026");
+}
+
+TEST(ShotText, date_isTitledByItsSource) {
+  const auto titleOf = [](const char* name, std::optional<std::string> exifDate) {
+    SnapshotItem item;
+    item.name = name;
+    item.kind = "photo";
+    item.itemDate = 1'779'267'600;
+    item.exifDate = std::move(exifDate);
+    const MediaAsset asset = item.mediaAsset("id", TimeZone::utc(), DatesFromNames::used);
+    MediaGroup group;
+    group.bundles = {*BundleBuilder::bundle("id", {asset})};
+    DisplayGroup folder;
+    folder.group = std::move(group);
+    const FolderShots shots{std::move(folder), {}, {{}}};
+    return ShotText::facts(Language::english, shots, 0, TimeZone::utc()).at(0);
+  };
+  using Fact = ShotText::Fact;
+  EXPECT_EQ(titleOf("IMG_1.JPG", "2026:05:20 12:00:00"), (Fact{"Taken", "20 May 2026, 12:00"}));
+  EXPECT_EQ(titleOf("photo_2020-01-01_10-11-12.jpg", {}),
+            (Fact{"Date in the file name", "1 January 2020, 10:11"}));
+  EXPECT_EQ(titleOf("IMG_1.JPG", {}), (Fact{"Date of the file", "20 May 2026, 09:00"}));
 }
 
 struct BoundaryTest : testing::Test {

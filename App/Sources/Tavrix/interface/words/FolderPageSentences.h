@@ -26,6 +26,7 @@ inline constexpr Sentence<std::string_view, std::string_view> positionOf{"{} и�
 inline constexpr Sentence<> earlierShot{"Предыдущий", "Previous"};
 inline constexpr Sentence<> laterShot{"Следующий", "Next"};
 inline constexpr Sentence<> takenTitle{"Снято", "Taken"};
+inline constexpr Sentence<> nameDateTitle{"Дата из имени файла", "Date in the file name"};
 inline constexpr Sentence<> fileDateTitle{"Дата файла", "Date of the file"};
 inline constexpr Sentence<> placeTitle{"Место", "Place"};
 inline constexpr Sentence<> filesTitle{"Файлы", "Files"};

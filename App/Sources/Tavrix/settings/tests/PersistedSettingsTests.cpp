@@ -68,6 +68,7 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
       {"continueFolders", {"{}"}},
       {"severalCities", {"[]"}},
       {"wholeFolderDates", {"null"}},
+      {"datesFromNames", {R"("no")"}},
       {"nameTemplate",
        {"5", R"("{}")", "[]", "{}", R"({"tokens":[],"language":"french"})",
         R"({"tokens":[{"year":{"_0":"full"},"day":{"_0":"pad2"}}],"language":"system"})",

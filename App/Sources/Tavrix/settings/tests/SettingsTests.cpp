@@ -53,6 +53,7 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"granularity=year", [](Settings& s) { s.gathering.granularity = UIGranularity::year; }},
       {"timeZoneID=Asia/Tokyo",
        [](Settings& s) { s.gathering.timeZone = *TimeZone::load("Asia/Tokyo"); }},
+      {"datesFromNames=false", [](Settings& s) { s.gathering.datesFromNames = false; }},
       {"eventGapHours=0", [](Settings& s) { s.gathering.eventGapHours = 0; }},
       {"eventGapKm=1.5", [](Settings& s) { s.gathering.eventGapKm = 1.5; }},
       {"splitByDistance=false", [](Settings& s) { s.gathering.splitByDistance = false; }},

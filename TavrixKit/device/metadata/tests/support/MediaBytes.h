@@ -42,6 +42,16 @@ inline TiffField rationals(std::uint64_t tag, std::vector<std::uint64_t> parts) 
 
 using TiffFields = std::vector<TiffField>;
 
+/// Returns the field of a maker note: a heading of `heading`, then a directory with one text, whose
+/// offset counts from the start of the note.
+inline TiffField makerNote(std::string heading, std::uint64_t tag, const std::string& content) {
+  heading += number(1, 2) + number(tag, 2) + number(2, 2) + number(content.size() + 1, 4);
+  heading += number(heading.size() + 8, 4) + number(0, 4) + content + std::string(1, '\0');
+  TiffField field{0x927C, 7, 1, {}};
+  for (const char c : heading) field.values.push_back(static_cast<unsigned char>(c));
+  return field;
+}
+
 /// Builds consecutive directories in one byte order, each at an offset that is known in advance.
 class TiffBuilder {
  public:
@@ -270,6 +280,7 @@ struct Movie {
   std::uint64_t width = 0;
   std::uint64_t height = 0;
   std::string creationDate{};    ///< value of the key; no key if empty
+  std::string contentID{};       ///< value of the key; no key if empty
   std::string location{};        ///< value of the key; no key if empty
   std::string userLocation{};    ///< position in the user data; none if empty
   std::string userData{};        ///< further boxes of the user data
@@ -303,6 +314,7 @@ inline std::string moov(const Movie& movie) {
   add("com.apple.quicktime.make", "Apple");
   add("com.apple.quicktime.location.ISO6709", movie.location);
   add("com.apple.quicktime.creationdate", movie.creationDate);
+  add("com.apple.quicktime.content.identifier", movie.contentID);
   const std::string handler =
       fullBox("hdlr", 0, number(0, 4) + "mdta" + std::string(12, '\0') + std::string(1, '\0'));
   const std::string inMeta =

@@ -18,7 +18,10 @@ struct SampleFile {
 inline MediaMetadata metadata(const char* date, const char* offset, std::optional<double> lat,
                               std::optional<double> lon, std::int64_t px, std::int64_t py,
                               std::optional<bool> cam) {
-  MediaMetadata result{std::nullopt, std::nullopt, lat, lon, std::nullopt, std::nullopt, cam};
+  MediaMetadata result;
+  result.lat = lat;
+  result.lon = lon;
+  result.cam = cam;
   if (date != nullptr) result.exifDate = date;
   if (offset != nullptr) result.exifOffset = offset;
   if (px > 0) result.px = px;
@@ -105,6 +108,16 @@ inline std::string dng(bool isBelow) {
   return builder.bytes();
 }
 
+/// Returns a raw file with a version of its own, whose size is that between the sensor's borders.
+inline std::string leicaRaw() {
+  TiffBuilder builder{true};
+  TiffFields first{whole(4, 10), whole(5, 20), whole(6, 3034), whole(7, 4052), whole(0x8769, 0)};
+  first.back().values = {builder.offset() + TiffBuilder::sizeOf(first)};
+  builder.add(first);
+  builder.add(rome().exif);
+  return std::string{builder.bytes()}.replace(2, 1, "U");
+}
+
 inline std::vector<SampleFile> rawsAndFilms() {
   const char* const date = "2026:05:20 12:00:00";
   constexpr std::uint64_t headerDate = 2'082'844'800U + 1'779'267'600U;  // 2026-05-20T09:00:00Z
@@ -187,9 +200,19 @@ inline std::vector<SampleFile> unusualFiles() {
     return film({.width = 640, .height = 480, .userData = place(name), .isMp4 = true});
   };
   const auto atPlace = metadata(nullptr, nullptr, -33.875, 12.5, 640, 480, {});
+  const auto dated = metadata("2026:05:20 12:00:00", "+03:00", {}, {}, 4032, 3024, true);
+  const auto raw = [](const char* version) { return dng(true).replace(2, 2, version, 2); };
+  const std::string sequence = moov({.width = 640, .height = 480, .headerDate = 3'862'112'400U});
   return {
       {"place.mp4", placed(std::string{"Rome\0", 5}), atPlace},
       {"wide-place.mp4", placed(std::string{"\xFE\xFF\0R\1\0\0\0", 8}), atPlace},
+      {"panasonic.rwl", leicaRaw(), dated},
+      {"olympus.orf", raw("RO"), dated},
+      {"sequence.hif", box("ftyp", "msf1" + number(0, 4) + "hevc") + sequence,
+       metadata("2026:05:20 09:00:00", "+00:00", {}, {}, 640, 480, false)},
+      {"dated-sequence.heic",
+       heif({.width = 4032, .height = 3024, .exif = rome()}, "hevc") + sequence,
+       metadata("2026:05:20 12:00:00", "+03:00", romeLat, romeLon, 4032, 3024, true)},
       {"in-meta.heif",
        heif({.width = 4032, .height = 3024, .exif = rome(), .exifInMeta = true}, "mif1"),
        metadata("2026:05:20 12:00:00", "+03:00", romeLat, romeLon, 4032, 3024, true)},
