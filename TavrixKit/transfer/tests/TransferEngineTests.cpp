@@ -135,7 +135,7 @@ TEST_F(TransferEngineTest, wrongSizes_failTheirFileAlone) {
   EXPECT_EQ(reasonOf(report, 0),
             "Сверка не прошла: IMG_1000.HEIC — ожидалось 1000 байт, получено 5");
   EXPECT_EQ(reasonOf(report, 1),
-            "Сверка не прошла: IMG_1001.HEIC — ожидалось 1000 байт, получено 5000");
+            "Сверка не прошла: IMG_1001.HEIC — ожидалось 1000 байт, получено больше");
   EXPECT_EQ(reasonOf(report, 3), "файла нет в источнике");
   EXPECT_EQ(report.failures.size(), 5U);
   EXPECT_THAT(report.failures[3], HasSubstr("IMG_1003.HEIC"));
@@ -144,6 +144,22 @@ TEST_F(TransferEngineTest, wrongSizes_failTheirFileAlone) {
   source = {};
   EXPECT_THAT(kindsOf(run(plan)),
               ElementsAre("copied", "copied", "copied", "copied", "copied", "alreadyThere"));
+}
+
+TEST_F(TransferEngineTest, sourceThatNeverEnds_isStoppedAtTheFirstByteTooMany) {
+  class EndlessSource : public MediaSource {
+   public:
+    std::uint64_t pieces = 0;
+    void download(const MediaAsset&, DownloadDestination& destination) override {
+      for (const std::array<std::byte, 500> piece{}; pieces < 100; ++pieces)
+        destination.append(piece);
+    }
+  } endless;
+  const auto report = TransferEngine{setup}.run(planOf(1, 1000), endless, destination);
+  EXPECT_EQ(endless.pieces, 2U);
+  EXPECT_EQ(std::get<FileOutcome::Failed>(report.files[0].kind).code,
+            (ReasonCode{.code = "tooManyBytes", .expectedBytes = 1000}));
+  EXPECT_THAT(filesIn(folder.path()), IsEmpty());
 }
 
 TEST_F(TransferEngineTest, pathsThatLeadOut_writeNothing) {

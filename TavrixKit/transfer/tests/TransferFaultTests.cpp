@@ -225,6 +225,18 @@ TEST(TransferFault, lackOfDescriptors_isWaitedFor) {
     EXPECT_EQ(TransferEngine{{.limits = {.files = 3}}}.run(plan, source, destination).copied, 12U);
     expectComplete(folder.path(), plan);
   }
+  // The second attempt is not counted in addition to the first.
+  TransferProgressSnapshot last;
+  const TemporaryFolder recounted;
+  MemorySource lacking;
+  lacking.after = [hasFailed = false](const MediaAsset& asset) mutable {
+    if (!std::exchange(hasFailed, true))
+      throw SourceError{SourceError::Kind::unreadable, std::string{asset.name()}, EMFILE};
+  };
+  TransferEngine{}.run(plan, lacking, *openFolder(recounted.path()),
+                       [&](const TransferProgressSnapshot& now) { last = now; });
+  EXPECT_EQ(last.bytesDone, last.bytesTotal);
+  EXPECT_EQ(last.verifiedCount, 12U);
   // A worker that is alone does not wait for ever.
   const TemporaryFolder folder;
   FaultyFolder destination{openFolder(folder.path())};
