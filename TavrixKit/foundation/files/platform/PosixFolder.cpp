@@ -213,6 +213,9 @@ std::unique_ptr<ByteReader> PosixFolder::openFile(const std::string& path) const
 
 std::string PosixFolder::readFile(const std::string& path, std::uint64_t maxBytes) const {
   const auto file = openFile(path);
+  // A file that is too large is refused before it is read.
+  if (const auto now = status(path); now && now->size > maxBytes)
+    fail(FileOperation::read, path, EFBIG);
   std::string content;
   std::array<char, 65536> buffer;
   for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
