@@ -15,7 +15,7 @@ class ProcessConverter : public MediaConverter {
       : program_(std::move(program)), limits_(limits) {}
 
   std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
-                        const std::string& input, const std::string& output,
+                        Folder& folder, const std::string& input, const std::string& output,
                         const ConversionProgress& progress, std::stop_token stop) override;
 
  private:

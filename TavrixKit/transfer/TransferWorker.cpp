@@ -275,10 +275,9 @@ std::uint64_t TransferWorker::convertInto(const std::string& output, const Ready
   const std::stop_token stop = run_.conversionStop_.get_token();
   if (stop.stop_requested()) throw DownloadStopped{};
   run_.meter_.converting(file, 0);
-  const std::string root = run_.destination_.path() + "/";
   try {
     return run_.setup_.converter->convert(
-        file.asset, file.conversion, root + ready.part, root + output,
+        file.asset, file.conversion, run_.destination_, ready.part, output,
         [&](double fraction) { run_.meter_.converting(file, fraction); }, stop);
   } catch (const ConversionError&) {
     // A conversion that a stop aborted proves nothing about the file.

@@ -1,33 +1,16 @@
 #include "conversion/ProcessConverter.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <algorithm>
-#include <cerrno>
 
 #include "conversion/ResultCheck.h"
 #include "conversion/platform/DescriptorReader.h"
-#include "foundation/files/FileError.h"
 #include "foundation/files/platform/FileDescriptor.h"
 
 namespace tavrix {
 namespace {
 
-FileDescriptor opened(const std::string& path, int flags) {
-  // Without O_NONBLOCK, opening a named pipe would wait for the other end.
-  FileDescriptor file{::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666)};
-  if (file.isOpen()) return file;
-  const bool isNew = (flags & O_CREAT) != 0;
-  throw FileError{isNew ? FileOperation::create : FileOperation::open, path, errno};
-}
-
-/// Returns the size of a regular file. Throws FileError, also for any other file.
-std::uint64_t sizeOf(const FileDescriptor& file, const std::string& path) {
-  struct stat status{};
-  if (::fstat(file.number(), &status) != 0) throw FileError{FileOperation::status, path, errno};
-  if (!S_ISREG(status.st_mode)) throw FileError{FileOperation::open, path, EINVAL};
-  return static_cast<std::uint64_t>(status.st_size);
+std::uint64_t sizeOf(const FileDescriptor& file) {
+  return DescriptorReader{file.number()}.size();
 }
 
 /// Checks the open files: another program may put other files under their names meanwhile.
@@ -61,17 +44,18 @@ ConversionLimits limitsOf(const PlannedConversion& conversion, std::uint64_t sou
 }
 
 std::uint64_t ProcessConverter::convert(const MediaAsset&, const PlannedConversion& conversion,
-                                        const std::string& input, const std::string& output,
+                                        Folder& folder, const std::string& input,
+                                        const std::string& output,
                                         const ConversionProgress& progress, std::stop_token stop) {
-  const FileDescriptor source = opened(input, O_RDONLY);
-  const std::uint64_t sourceBytes = sizeOf(source, input);
-  const FileDescriptor result = opened(output, O_RDWR | O_CREAT | O_EXCL);
-  const ConversionResult told = ConversionProcess::run(
-      program_, conversion, {source.number(), result.number()},
-      limits_.value_or(limitsOf(conversion, sourceBytes)), output, progress, std::move(stop));
+  const FileDescriptor source = folder.openDescriptor(input);
+  const FileDescriptor result = folder.createDescriptor(output);
+  const ConversionLimits limits = limits_.value_or(limitsOf(conversion, sizeOf(source)));
+  const ConversionResult told =
+      ConversionProcess::run(program_, conversion, {source.number(), result.number()}, limits,
+                             folder.path() + "/" + output, progress, std::move(stop));
   if (!isWhole(conversion, source, result, told))
     throw ConversionError{ConversionFailure::wrongResult};
-  return sizeOf(result, output);
+  return sizeOf(result);
 }
 
 }  // namespace tavrix

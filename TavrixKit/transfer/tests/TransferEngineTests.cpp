@@ -265,13 +265,13 @@ class TextConverter : public MediaConverter {
   bool writesNothing = false;
   std::uint64_t misreport = 0;
 
-  std::uint64_t convert(const MediaAsset&, const PlannedConversion&, const std::string& input,
-                        const std::string& output, const ConversionProgress&,
-                        std::stop_token) override {
-    std::ifstream in{input, std::ios::binary};
-    const std::string result = "converted:" + std::string{std::istreambuf_iterator<char>{in}, {}};
-    std::ofstream out{output, std::ios::binary};
-    if (!writesNothing) out << (fails ? "half" : result);
+  std::uint64_t convert(const MediaAsset&, const PlannedConversion&, Folder& folder,
+                        const std::string& input, const std::string& output,
+                        const ConversionProgress&, std::stop_token) override {
+    const std::string result = "converted:" + folder.readFile(input, 1'000'000);
+    const auto out = folder.createFile(output);
+    const std::string written = fails ? "half" : result;
+    if (!writesNothing) out->append(std::as_bytes(std::span{written}));
     if (fails) throw ConversionError{ConversionFailure::failed};
     return result.size() + misreport;
   }
@@ -324,7 +324,7 @@ class MeetingConverter : public TextConverter {
   explicit MeetingConverter(int awaited) : awaited_(awaited) {}
 
   std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
-                        const std::string& input, const std::string& output,
+                        Folder& folder, const std::string& input, const std::string& output,
                         const ConversionProgress& report, std::stop_token stop) override {
     std::unique_lock lock{mutex_};
     most = std::max(most, ++here_);
@@ -333,7 +333,7 @@ class MeetingConverter : public TextConverter {
     --here_;
     if (stop.stop_requested()) throw ConversionError{ConversionFailure::failed};
     report(0.5);
-    return TextConverter::convert(asset, conversion, input, output, report, stop);
+    return TextConverter::convert(asset, conversion, folder, input, output, report, stop);
   }
 
   int most = 0;

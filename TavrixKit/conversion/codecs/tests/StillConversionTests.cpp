@@ -39,7 +39,7 @@ struct StillConversion : testing::Test {
     std::filesystem::remove(folder / "out.part");
     ProcessConverter converter{TAVRIX_CONVERT_PROGRAM, limits};
     converter.convert(assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{quality},
-                      folder / "in.part", folder / "out.part", {}, {});
+                      *openFolder(folder.path()), "in.part", "out.part", {}, {});
     return folder.read("out.part");
   }
   std::string failureOf(const std::string& source, std::optional<ConversionLimits> limits = {}) {

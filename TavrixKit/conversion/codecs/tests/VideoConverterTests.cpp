@@ -60,6 +60,7 @@ class VideoConverterTest : public ::testing::Test {
   std::string result() const { return folder_ / "result"; }
 
   TemporaryFolder folder_;
+  const std::unique_ptr<Folder> opened_ = openFolder(folder_.path());
   std::vector<double> told_;
 };
 
@@ -261,8 +262,8 @@ TEST_F(VideoConverterTest, aProcessOfItsOwn_givesTheSameAndEndsWhenStopped) {
   // A planted pipe must not be waited for.
   ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
   EXPECT_THROW(ProcessConverter{TAVRIX_CONVERT_PROGRAM}.convert(
-                   assetOf("100APPLE/IMG_1.MOV"), planned_conversion::H264{}, folder_ / "pipe",
-                   folder_ / "of a pipe", {}, {}),
+                   assetOf("100APPLE/IMG_1.MOV"), planned_conversion::H264{}, *opened_, "pipe",
+                   "of a pipe", {}, {}),
                FileError);
   make({});
   convert();
@@ -270,7 +271,7 @@ TEST_F(VideoConverterTest, aProcessOfItsOwn_givesTheSameAndEndsWhenStopped) {
   ProcessConverter converter{TAVRIX_CONVERT_PROGRAM};
   const auto convertInProcess = [&](const std::string& output, std::stop_source& stop, bool stops) {
     return converter.convert(
-        assetOf("100APPLE/IMG_1.MOV"), planned_conversion::H264{}, source(), folder_ / output,
+        assetOf("100APPLE/IMG_1.MOV"), planned_conversion::H264{}, *opened_, "source", output,
         [&](double) {
           if (stops) stop.request_stop();
         },
@@ -287,7 +288,7 @@ TEST_F(VideoConverterTest, oblongPixelsAndThePlaceOfOtherMakers_stay) {
     make({.container = "mp4", .encoder = encoder, .hasPlace = true, .aspect = {4, 3}});
     std::filesystem::remove(folder_ / "out");
     EXPECT_NO_THROW(ProcessConverter{TAVRIX_CONVERT_PROGRAM}.convert(
-        assetOf("100APPLE/IMG_1.MP4"), planned_conversion::H264{}, source(), folder_ / "out", {},
+        assetOf("100APPLE/IMG_1.MP4"), planned_conversion::H264{}, *opened_, "source", "out", {},
         {}))
         << encoder;
     const std::string bytes = folder_.read("out");
