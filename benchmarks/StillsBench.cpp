@@ -26,7 +26,8 @@ std::vector<std::string> heicFiles(const std::string& folder) {
     const std::string path = entry.path().string();
     const bool isHeic = entry.path().extension() == ".HEIC" || entry.path().extension() == ".heic";
     const std::string command = fmt::format("heif-info '{}' >/dev/null 2>&1", path);
-    if (isHeic && std::system(command.c_str()) == 0) files.push_back(entry.path().filename().string());
+    if (isHeic && std::system(command.c_str()) == 0)
+      files.push_back(entry.path().filename().string());
   }
   std::sort(files.begin(), files.end());
   return files;
@@ -42,8 +43,8 @@ void convertAll(const std::vector<std::string>& sources, const std::string& fold
     for (std::size_t i = next++; i < pictures; i = next++) {
       const std::string target = fmt::format("ours-{}.jpg", i);
       opened->removeFile(target);
-      converter.convert(asset, planned_conversion::Jpeg{0.85}, *opened,
-                        sources[i % sources.size()], target, {}, {});
+      converter.convert(asset, planned_conversion::Jpeg{0.85}, *opened, sources[i % sources.size()],
+                        target, {}, {});
     }
   };
   const std::jthread helper{work};

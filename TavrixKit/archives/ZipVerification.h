@@ -15,8 +15,8 @@ using Received = std::function<void(std::uint64_t bytes)>;
 
 /// Reads a finished archive back entry by entry, with a reader that shares no code with the writer.
 /// The archive must be consistent and have exactly these entries in this order, and the bytes of
-/// every entry must match the CRC-32 that was computed when it was added. `archive` is a regular file
-/// that is open for reading. Throws ZipError.
+/// every entry must match the CRC-32 that was computed when it was added. `archive` is a regular
+/// file that is open for reading. Throws ZipError.
 void verify(FileDescriptor archive, const std::deque<ZippedEntry>& entries,
             const Received& received = {});
 

@@ -49,7 +49,8 @@ std::optional<std::string> textOfRecord(const Folder& destination, const std::st
   std::array<char, std::size_t{1} << 16U> buffer;
   for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
     const std::string_view piece{buffer.data(), count};
-    const bool canBeRecord = (!text.empty() || beginsObject(piece)) && piece.find('\0') == piece.npos;
+    const bool canBeRecord =
+        (!text.empty() || beginsObject(piece)) && piece.find('\0') == piece.npos;
     if (!canBeRecord || text.size() + count > maxRecordBytes) return std::nullopt;
     if (text.empty()) text.reserve(status->size);
     text += piece;

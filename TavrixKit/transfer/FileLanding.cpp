@@ -29,8 +29,7 @@ bool FileLanding::giveName(ReadyFile& ready, std::string& path) {
 
 bool FileLanding::giveFreeName(const ReadyFile& ready, std::string& path) {
   // The name of a kept original may differ from its planned name only in letter case.
-  const bool isPlannedTarget =
-      caseFolded(ready.target) == caseFolded(planned(ready).relativePath);
+  const bool isPlannedTarget = caseFolded(ready.target) == caseFolded(planned(ready).relativePath);
   const auto isPlanned = [&](const std::string& other) { return run_.isPlanned(other); };
   const std::uint64_t first =
       ready.hasSafeName ? run_.safeNumbers_.numberOf(planned(ready), isPlanned) : 1;

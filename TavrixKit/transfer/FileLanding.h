@@ -35,7 +35,8 @@ class FileLanding {
   Sha256& digest_;
 };
 
-/// Removes a temporary file of a run. A file that cannot be removed now is replaced by the next run.
+/// Removes a temporary file of a run. A file that cannot be removed now is replaced by the next
+/// run.
 void removeQuietly(Folder& destination, const std::string& path) noexcept;
 
 }  // namespace tavrix

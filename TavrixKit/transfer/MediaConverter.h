@@ -31,12 +31,12 @@ class MediaConverter {
  public:
   virtual ~MediaConverter() = default;
   /// Reads the file `input` of a folder, an asset's original bytes, and writes the converted file
-  /// to `output`, a path of the same folder that must not exist. Returns the number of bytes written. Throws
-  /// ConversionError if the file is to stay as it is, also if `stop` was requested, and FileError
-  /// if `output` cannot be written; the caller then removes anything left at `output`.
+  /// to `output`, a path of the same folder that must not exist. Returns the number of bytes
+  /// written. Throws ConversionError if the file is to stay as it is, also if `stop` was requested,
+  /// and FileError if `output` cannot be written; the caller then removes anything left at
+  /// `output`.
   virtual std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
-                                Folder& folder, const std::string& input,
-                                const std::string& output,
+                                Folder& folder, const std::string& input, const std::string& output,
                                 const ConversionProgress& progress, std::stop_token stop) = 0;
 };
 

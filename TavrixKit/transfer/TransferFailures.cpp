@@ -59,11 +59,11 @@ std::string sizesText(std::uint64_t expected, std::optional<std::uint64_t> recei
 
 FileOutcome::Failed hasOtherSize(std::string_view name, std::uint64_t expected,
                                  std::optional<std::uint64_t> received, Language language) {
-  return {say(language, sentences::verificationFailed, name,
-              sizesText(expected, received, language)),
-          {.code = received ? "sizesDiffer" : "tooManyBytes",
-           .expectedBytes = expected,
-           .receivedBytes = received}};
+  return {
+      say(language, sentences::verificationFailed, name, sizesText(expected, received, language)),
+      {.code = received ? "sizesDiffer" : "tooManyBytes",
+       .expectedBytes = expected,
+       .receivedBytes = received}};
 }
 
 }  // namespace tavrix::TransferFailures

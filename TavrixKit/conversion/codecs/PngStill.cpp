@@ -34,8 +34,8 @@ class PngReading {
   const std::string& xmp() const { return xmp_; }
 
  private:
-  /// Skips the texts of the file except its XMP packet, which is never compressed. The library would
-  /// decompress a thousand of them, each to megabytes.
+  /// Skips the texts of the file except its XMP packet, which is never compressed. The library
+  /// would decompress a thousand of them, each to megabytes.
   void takeTextsOver() {
     static constexpr png_byte skipped[] = "tEXt\0zTXt";
     static constexpr png_byte taken[] = "iTXt";

@@ -9,9 +9,7 @@
 namespace tavrix {
 namespace {
 
-std::uint64_t sizeOf(const FileDescriptor& file) {
-  return DescriptorReader{file.number()}.size();
-}
+std::uint64_t sizeOf(const FileDescriptor& file) { return DescriptorReader{file.number()}.size(); }
 
 /// Checks the open files: another program may put other files under their names meanwhile.
 bool isWhole(const PlannedConversion& conversion, const FileDescriptor& source,

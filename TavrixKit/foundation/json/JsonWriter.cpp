@@ -45,9 +45,10 @@ void appendEscaped(char c, std::string& out) {
   }
 }
 
-/// Returns the number of bytes of the character at the beginning of well-formed UTF-8 if it controls
-/// a terminal or hides or reorders text: U+007F to U+009F, U+2028, U+2029 and the bidirectional
-/// controls U+200E, U+200F, U+202A to U+202E and U+2066 to U+2069. Returns 0 for any other.
+/// Returns the number of bytes of the character at the beginning of well-formed UTF-8 if it
+/// controls a terminal or hides or reorders text: U+007F to U+009F, U+2028, U+2029 and the
+/// bidirectional controls U+200E, U+200F, U+202A to U+202E and U+2066 to U+2069. Returns 0 for any
+/// other.
 std::size_t hiddenLength(std::string_view text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   if (byte(0) == 0x7F) return 1;
@@ -63,7 +64,8 @@ std::size_t hiddenLength(std::string_view text) {
 void appendHidden(std::string_view character, std::string& out) {
   unsigned code = static_cast<unsigned char>(character[0]);
   if (character.size() > 1) code &= character.size() == 2 ? 0x1FU : 0x0FU;
-  for (const char c : character.substr(1)) code = code << 6U | (static_cast<unsigned char>(c) & 0x3FU);
+  for (const char c : character.substr(1))
+    code = code << 6U | (static_cast<unsigned char>(c) & 0x3FU);
   fmt::format_to(std::back_inserter(out), "\\u{:04x}", code);
 }
 

@@ -25,8 +25,7 @@ class MediaConverterContract : public testing::TestWithParam<ConverterUnderTest>
   std::uint64_t convert(std::stop_token stop = {}) {
     return converter->convert(
         assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{0.8}, *opened, "in.part",
-        "out.part", [&](double fraction) { fractions.push_back(fraction); },
-        std::move(stop));
+        "out.part", [&](double fraction) { fractions.push_back(fraction); }, std::move(stop));
   }
 
   TemporaryFolder folder;

@@ -306,7 +306,8 @@ void copyAndRecord(const TransferPlan& plan, Folder& destination) {
 
 TEST(TransferCrash, powerThatFailsAtAnyStep_leavesOnlyWholeFilesAndRecords) {
   const auto plan = planOf(3, 3000);
-  for (const LosingFolder::Loss loss : {LosingFolder::Loss{true, true}, {true, false}, {false, true}}) {
+  for (const LosingFolder::Loss loss :
+       {LosingFolder::Loss{true, true}, {true, false}, {false, true}}) {
     bool hasFailed = true;
     for (int failAt = 1; hasFailed; ++failAt) {
       const TemporaryFolder folder;
@@ -329,8 +330,7 @@ TEST(TransferCrash, powerThatFailsAtAnyStep_leavesOnlyWholeFilesAndRecords) {
       copyAndRecord(plan, destination);
       DestinationMarker::removeLeftOvers(destination);
       expectOnlyWholeFiles(folder.path(), plan);
-      EXPECT_THAT(filesIn(folder.path()),
-                  testing::UnorderedElementsAreArray([&] {
+      EXPECT_THAT(filesIn(folder.path()), testing::UnorderedElementsAreArray([&] {
                     auto paths = pathsOf(plan);
                     paths.insert(paths.end(), {"phone-aaaaaaaa.json", "phone-records.txt"});
                     return paths;

@@ -219,7 +219,7 @@ TEST_F(StillConversion, textsOfPng_areSkippedExceptItsXmp) {
   for (int i = 0; i < 2000; ++i) {
     texts += number(content.size() - 4) + content +
              number(::crc32(0, reinterpret_cast<const Bytef*>(content.data()),
-                     static_cast<uInt>(content.size())));
+                            static_cast<uInt>(content.size())));
   }
   std::string png = pngOf(corners(), {{}, "<x:xmpmeta>kept</x:xmpmeta>"});
   const std::size_t headEnd = png.find("IHDR") + 4 + 13 + 4;

@@ -232,10 +232,9 @@ TEST_F(VideoConverterTest, indexThatListsTheSameBytesAgainAndAgain_isRefused) {
   const std::uint32_t count = numberAt(film, sizes + 8);
   const std::size_t end = places + 8 + std::size_t{4} * numberAt(film, places + 4);
   const std::string first = film.substr(places + 8, 4);
-  std::string index = bigEndianText(20) + "stsz" + bigEndianText(0) +
-                      film.substr(sizes + 12, 4) + bigEndianText(count) +
-                      bigEndianText(12 + std::size_t{4} * count) + "stco" + bigEndianText(0) +
-                      bigEndianText(count - 1);
+  std::string index = bigEndianText(20) + "stsz" + bigEndianText(0) + film.substr(sizes + 12, 4) +
+                      bigEndianText(count) + bigEndianText(12 + std::size_t{4} * count) + "stco" +
+                      bigEndianText(0) + bigEndianText(count - 1);
   for (std::uint32_t i = 1; i < count; ++i) index += first;
   // All but one of them leave room for the box that fills the rest.
   const std::size_t rest = end - (sizes - 8) - index.size();

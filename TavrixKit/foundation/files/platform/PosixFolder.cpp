@@ -206,8 +206,7 @@ FileDescriptor PosixFolder::createDescriptor(const std::string& path) {
 FileDescriptor PosixFolder::newFile(const std::string& path, int access) const {
   const auto parent = parentOf(path, FileOperation::create);
   FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
-                               access | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                               0666 & access_)};
+                               access | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666 & access_)};
   if (!file.isOpen()) fail(FileOperation::create, path, errno);
   return file;
 }

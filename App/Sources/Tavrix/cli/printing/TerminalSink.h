@@ -6,9 +6,9 @@
 
 namespace tavrix::cli {
 
-/// Passes lines of text on to a terminal. Names of files come from phones and cards: characters that
-/// would control the terminal, or hide or reorder what it shows, are replaced by U+FFFD. Line feeds
-/// and tabs stay. Each call must pass whole characters.
+/// Passes lines of text on to a terminal. Names of files come from phones and cards: characters
+/// that would control the terminal, or hide or reorder what it shows, are replaced by U+FFFD. Line
+/// feeds and tabs stay. Each call must pass whole characters.
 class TerminalSink : public TextSink {
  public:
   explicit TerminalSink(TextSink& terminal) : terminal_(terminal) {}
