@@ -17,8 +17,8 @@ class LosingFolder : public FaultyFolder {
  public:
   explicit LosingFolder(std::unique_ptr<Folder> inner) : FaultyFolder(std::move(inner)) {}
 
-  /// What a power failure takes: bytes, names and folders, or both, unless they were synced. A disk
-  /// may have written either of them.
+  /// The parts that a power failure takes unless they were synced: bytes, names and folders, or
+  /// both. A disk may have written either of them.
   struct Loss {
     bool data = true;
     bool names = true;
