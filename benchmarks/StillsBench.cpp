@@ -19,14 +19,15 @@ namespace {
 
 constexpr std::size_t pictures = 20;
 
-/// Returns the files that the yardstick can read as well.
+/// Returns the names of the files that the yardstick can read as well.
 std::vector<std::string> heicFiles(const std::string& folder) {
   std::vector<std::string> files;
   for (const auto& entry : std::filesystem::directory_iterator{folder}) {
     const std::string path = entry.path().string();
     const bool isHeic = entry.path().extension() == ".HEIC" || entry.path().extension() == ".heic";
     const std::string command = fmt::format("heif-info '{}' >/dev/null 2>&1", path);
-    if (isHeic && std::system(command.c_str()) == 0) files.push_back(path);
+    if (isHeic && std::system(command.c_str()) == 0)
+      files.push_back(entry.path().filename().string());
   }
   std::sort(files.begin(), files.end());
   return files;
@@ -34,15 +35,16 @@ std::vector<std::string> heicFiles(const std::string& folder) {
 
 void convertAll(const std::vector<std::string>& sources, const std::string& folder) {
   ProcessConverter converter{TAVRIX_CONVERT_PROGRAM};
+  const auto opened = openFolder(folder);
   const MediaAsset asset{"1",          "IMG_1.HEIC", std::nullopt, MediaKind::photo, 1,
                          std::nullopt, std::nullopt, false,        std::nullopt,     std::nullopt};
   std::atomic<std::size_t> next = 0;
   const auto work = [&] {
     for (std::size_t i = next++; i < pictures; i = next++) {
-      const std::string target = fmt::format("{}/ours-{}.jpg", folder, i);
-      std::filesystem::remove(target);
-      converter.convert(asset, planned_conversion::Jpeg{0.85}, sources[i % sources.size()], target,
-                        {}, {});
+      const std::string target = fmt::format("ours-{}.jpg", i);
+      opened->removeFile(target);
+      converter.convert(asset, planned_conversion::Jpeg{0.85}, *opened, sources[i % sources.size()],
+                        target, {}, {});
     }
   };
   const std::jthread helper{work};
@@ -51,8 +53,8 @@ void convertAll(const std::vector<std::string>& sources, const std::string& fold
 
 void loopOver(const std::vector<std::string>& sources, const std::string& folder) {
   for (std::size_t i = 0; i < pictures; ++i) {
-    shell(fmt::format("heif-convert -q 85 '{}' '{}/theirs-{}.jpg' >/dev/null",
-                      sources[i % sources.size()], folder, i));
+    shell(fmt::format("heif-convert -q 85 '{0}/{1}' '{0}/theirs-{2}.jpg' >/dev/null", folder,
+                      sources[i % sources.size()], i));
   }
 }
 
@@ -66,6 +68,11 @@ void benchStills(const std::string& folder) {
     return;
   }
   std::filesystem::create_directories(folder);
+  for (const std::string& name : sources) {
+    std::filesystem::copy_file(std::filesystem::path{phone} / name,
+                               std::filesystem::path{folder} / name,
+                               std::filesystem::copy_options::overwrite_existing);
+  }
   const Duel result =
       duel(3, [&] { convertAll(sources, folder); }, [&] { loopOver(sources, folder); });
   print({fmt::format("{} HEIC of {} : heif-convert in a loop", pictures, sources.size()),

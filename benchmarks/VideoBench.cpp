@@ -19,12 +19,12 @@ void makeClip(const std::string& path) {
       path + "'");
 }
 
-void convert(const std::string& clip, const std::string& result) {
-  std::filesystem::remove(result);
+void convert(const std::string& folder, const std::string& clip, const std::string& result) {
+  std::filesystem::remove(folder + "/" + result);
   const MediaAsset asset{"clip",       "IMG_1.MOV",  "100APPLE", MediaKind::video, 1,
                          std::nullopt, std::nullopt, false,      std::nullopt,     std::nullopt};
-  ProcessConverter{TAVRIX_CONVERT_PROGRAM}.convert(asset, planned_conversion::H264{}, clip, result,
-                                                   {}, {});
+  ProcessConverter{TAVRIX_CONVERT_PROGRAM}.convert(asset, planned_conversion::H264{},
+                                                   *openFolder(folder), clip, result, {}, {});
 }
 
 }  // namespace
@@ -34,7 +34,7 @@ void benchVideos(const std::string& folder) {
   const std::string clip = folder + "/clip.mov";
   makeClip(clip);
   const Duel films = duel(
-      2, [&] { convert(clip, folder + "/ours.mp4"); },
+      2, [&] { convert(folder, "clip.mov", "ours.mp4"); },
       [&] {
         shell("ffmpeg -v error -y -i '" + clip +
               "' -c:v libx264 -preset veryfast -crf 20 -profile:v high -g 60 -enc_time_base -1 "

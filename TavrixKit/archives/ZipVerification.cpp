@@ -3,6 +3,7 @@
 #include <zip.h>
 
 #include <memory>
+#include <utility>
 
 namespace tavrix {
 namespace {
@@ -13,10 +14,12 @@ constexpr std::size_t bufferBytes = std::size_t{1} << 20U;
 using Archive = std::unique_ptr<zip_t, decltype(&zip_discard)>;
 using Content = std::unique_ptr<zip_file_t, decltype(&zip_fclose)>;
 
-Archive open(const std::string& path) {
+Archive open(FileDescriptor file) {
   int code = 0;
-  Archive archive{::zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &code), ::zip_discard};
+  Archive archive{::zip_fdopen(file.number(), ZIP_CHECKCONS, &code), ::zip_discard};
   if (archive == nullptr) throw ZipError{ZipError::Kind::unreadable, {}};
+  // The library has closed it.
+  file.release();
   return archive;
 }
 
@@ -50,9 +53,9 @@ void readEntry(zip_t* archive, zip_uint64_t index, const ZippedEntry& zipped, ch
 
 }  // namespace
 
-void ZipVerification::verify(const std::string& path, const std::deque<ZippedEntry>& entries,
+void ZipVerification::verify(FileDescriptor file, const std::deque<ZippedEntry>& entries,
                              const Received& received) {
-  const Archive archive = open(path);
+  const Archive archive = open(std::move(file));
   if (::zip_get_num_entries(archive.get(), 0) != static_cast<zip_int64_t>(entries.size()))
     throw ZipError{ZipError::Kind::mismatch, {}};
   const std::unique_ptr<char[]> buffer{new char[bufferBytes]};

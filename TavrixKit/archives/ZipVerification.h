@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <string>
 
 #include "archives/ZipEntry.h"
 #include "archives/ZipError.h"
+#include "foundation/files/platform/FileDescriptor.h"
 
 namespace tavrix::ZipVerification {
 
@@ -15,9 +15,9 @@ using Received = std::function<void(std::uint64_t bytes)>;
 
 /// Reads a finished archive back entry by entry, with a reader that shares no code with the writer.
 /// The archive must be consistent and have exactly these entries in this order, and the bytes of
-/// every entry must match the CRC-32 that was computed when it was added. `path` is that of a file
-/// on disk. Throws ZipError.
-void verify(const std::string& path, const std::deque<ZippedEntry>& entries,
+/// every entry must match the CRC-32 that was computed when it was added. `archive` is a regular
+/// file that is open for reading. Throws ZipError.
+void verify(FileDescriptor archive, const std::deque<ZippedEntry>& entries,
             const Received& received = {});
 
 }  // namespace tavrix::ZipVerification

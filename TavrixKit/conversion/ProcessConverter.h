@@ -15,7 +15,7 @@ class ProcessConverter : public MediaConverter {
       : program_(std::move(program)), limits_(limits) {}
 
   std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
-                        const std::string& input, const std::string& output,
+                        Folder& folder, const std::string& input, const std::string& output,
                         const ConversionProgress& progress, std::stop_token stop) override;
 
  private:
@@ -23,7 +23,8 @@ class ProcessConverter : public MediaConverter {
   std::optional<ConversionLimits> limits_;
 };
 
-/// Returns the limits for one conversion of this kind.
-ConversionLimits limitsOf(const PlannedConversion& conversion);
+/// Returns the limits for one conversion of this kind. Those of a film grow with the bytes of its
+/// source, so that a small file cannot keep a processor busy for hours.
+ConversionLimits limitsOf(const PlannedConversion& conversion, std::uint64_t sourceBytes);
 
 }  // namespace tavrix

@@ -22,6 +22,8 @@ inline constexpr Sentence<std::string_view, std::string> verificationFailed{
     "Сверка не прошла: {} — {}", "Verification failed: {} — {}"};
 inline constexpr Sentence<std::uint64_t, std::uint64_t> sizesDiffer{
     "ожидалось {} байт, получено {}", "expected {} bytes, got {}"};
+inline constexpr Sentence<std::uint64_t> moreThanListed{"ожидалось {} байт, получено больше",
+                                                        "expected {} bytes, got more"};
 inline constexpr Sentence<> notInSource{"файла нет в источнике", "the file is not in the source"};
 inline constexpr Sentence<std::string> unreadableInSource{"не удалось прочитать файл: {}",
                                                           "the file could not be read: {}"};

@@ -147,7 +147,7 @@ std::optional<KeptFile> keptInsteadOf(const FileOutcome::Failed& failure) {
     return KeptFile{.path = {}, .reason = KeptReason::notInSource};
   }
   // The file has changed since the catalogue was read.
-  const bool hasOtherSize = reason.code == "sizesDiffer";
+  const bool hasOtherSize = reason.code == "sizesDiffer" || reason.code == "tooManyBytes";
   if (!hasOtherSize && reason.code != textOf(KeptReason::otherContent)) return std::nullopt;
   return KeptFile{.path = {},
                   .reason = KeptReason::otherContent,

@@ -1,10 +1,12 @@
 #include "transfer/DestinationMarker.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
+#include "foundation/json/JsonReader.h"
 
 namespace tavrix::DestinationMarker {
 namespace {
@@ -30,9 +32,35 @@ bool isRecordName(std::string_view name) {
              std::string_view::npos;
 }
 
+/// Returns true if a text can begin a record, which is a JSON object.
+bool beginsObject(std::string_view text) {
+  text = withoutByteOrderMark(text);
+  const auto begin = text.find_first_not_of(" \t\r\n");
+  return begin != std::string_view::npos && text[begin] == '{';
+}
+
+/// Returns the text of a file. Returns nullopt as soon as it is no record: anyone may put a file of
+/// a gigabyte, most of it a hole, into a destination.
+std::optional<std::string> textOfRecord(const Folder& destination, const std::string& name) {
+  const auto status = destination.status(name);
+  if (!status || status->size > maxRecordBytes) return std::nullopt;
+  const auto file = destination.openFile(name);
+  std::string text;
+  std::array<char, std::size_t{1} << 16U> buffer;
+  for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
+    const std::string_view piece{buffer.data(), count};
+    const bool canBeRecord =
+        (!text.empty() || beginsObject(piece)) && piece.find('\0') == piece.npos;
+    if (!canBeRecord || text.size() + count > maxRecordBytes) return std::nullopt;
+    if (text.empty()) text.reserve(status->size);
+    text += piece;
+  }
+  return text;
+}
+
 std::optional<std::string> readRecord(const Folder& destination, const std::string& name) {
   try {
-    return destination.readFile(name, maxRecordBytes);
+    return textOfRecord(destination, name);
   } catch (const FileError& error) {
     if (error.operation() == FileOperation::list) throw;
     return std::nullopt;

@@ -6,6 +6,7 @@
 #include <stop_token>
 #include <string>
 
+#include "foundation/files/Folder.h"
 #include "transfer/ConversionFailure.h"
 #include "transfer/TransferPlan.h"
 
@@ -29,12 +30,13 @@ using ConversionProgress = std::function<void(double fraction)>;
 class MediaConverter {
  public:
   virtual ~MediaConverter() = default;
-  /// Reads the file `input`, an asset's original bytes, and writes the converted file to `output`,
-  /// a path beside it that must not exist. Returns the number of bytes written. Throws
-  /// ConversionError if the file is to stay as it is, also if `stop` was requested, and FileError
-  /// if `output` cannot be written; the caller then removes anything left at `output`.
+  /// Reads the file `input` of a folder, an asset's original bytes, and writes the converted file
+  /// to `output`, a path of the same folder that must not exist. Returns the number of bytes
+  /// written. Throws ConversionError if the file is to stay as it is, also if `stop` was requested,
+  /// and FileError if `output` cannot be written; the caller then removes anything left at
+  /// `output`.
   virtual std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
-                                const std::string& input, const std::string& output,
+                                Folder& folder, const std::string& input, const std::string& output,
                                 const ConversionProgress& progress, std::stop_token stop) = 0;
 };
 

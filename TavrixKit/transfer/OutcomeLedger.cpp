@@ -14,6 +14,11 @@ void OutcomeLedger::fetched(std::uint64_t bytes) {
   counters_.bytesCopied += bytes;
 }
 
+void OutcomeLedger::takeBack(std::uint64_t bytes) {
+  const std::lock_guard lock{mutex_};
+  counters_.bytesCopied -= bytes;
+}
+
 void OutcomeLedger::sizeMismatched() {
   const std::lock_guard lock{mutex_};
   ++counters_.convertedSizeMismatches;

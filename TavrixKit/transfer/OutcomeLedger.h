@@ -15,6 +15,8 @@ class OutcomeLedger {
       : plan_(plan), setup_(setup), outcomes_(plan.files.size()) {}
 
   void fetched(std::uint64_t bytes);
+  /// Takes back bytes that are fetched again.
+  void takeBack(std::uint64_t bytes);
   void sizeMismatched();
 
   void failed(std::size_t index, FileOutcome::Failed failure);

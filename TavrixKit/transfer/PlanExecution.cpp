@@ -27,7 +27,8 @@ PlanExecution::PlanExecution(const TransferEngine::Setup& setup, const TransferP
       downloads_(downloadCount()),
       conversions_(conversionCount()),
       meter_(plan, progress),
-      ledger_(plan, setup) {}
+      ledger_(plan, setup),
+      safeNumbers_(plan, destination) {}
 
 int PlanExecution::downloadCount() const { return std::clamp(source_.concurrentDownloads(), 1, 8); }
 

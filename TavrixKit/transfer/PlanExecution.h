@@ -11,6 +11,7 @@
 #include "transfer/OutcomeLedger.h"
 #include "transfer/PathRegister.h"
 #include "transfer/ProgressMeter.h"
+#include "transfer/SafeNumbers.h"
 #include "transfer/TransferEngine.h"
 
 namespace tavrix {
@@ -37,6 +38,7 @@ class PlanExecution {
 
  private:
   friend class TransferWorker;
+  friend class FileLanding;
   using Slots = std::counting_semaphore<64>;
 
   int downloadCount() const;
@@ -71,6 +73,7 @@ class PlanExecution {
   Slots conversions_;
   ProgressMeter meter_;
   OutcomeLedger ledger_;
+  SafeNumbers safeNumbers_;
 
   std::atomic<std::size_t> next_ = 0;
   std::atomic<bool> isHalted_ = false;

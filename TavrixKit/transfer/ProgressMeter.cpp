@@ -39,6 +39,13 @@ void ProgressMeter::verified() {
   });
 }
 
+void ProgressMeter::takeBack(std::uint64_t received, bool wasVerified) {
+  update([&](TransferProgressSnapshot& snapshot) {
+    snapshot.bytesDone -= received;
+    if (wasVerified) --snapshot.verifiedCount;
+  });
+}
+
 void ProgressMeter::converting(const PlannedFile& file, double fraction) {
   update([&](TransferProgressSnapshot& snapshot) {
     snapshot.currentFileName = lastPathComponent(file.relativePath);

@@ -19,6 +19,9 @@ class ProgressMeter {
   void began(const PlannedFile& file, TransferStage stage);
   void received(std::uint64_t bytes);
   void verified();
+  /// Takes back what was counted of a file that is fetched again: its received bytes, and that it
+  /// was verified.
+  void takeBack(std::uint64_t received, bool wasVerified);
   /// Reports the converted fraction of a file, 0 to 1.
   void converting(const PlannedFile& file, double fraction);
   void converted();

@@ -11,9 +11,9 @@ namespace tavrix {
 /// The reason for the outcome of a file as a value, for programs: the same in every language.
 struct ReasonCode {
   /// "notInSource", "unreadable", "changedWhileRead", "unsafeName", "disconnected", "sourceFailed",
-  /// "outsideDestination", "unwritable", "sizesDiffer", "notForArchives" or "notRegular" for a
-  /// failed file; the name of a ConversionFailure for an unconverted one; that of a
-  /// DifferingFile::Kind for a file that was left in place.
+  /// "outsideDestination", "unwritable", "sizesDiffer", "tooManyBytes", "notForArchives" or
+  /// "notRegular" for a failed file; the name of a ConversionFailure for an unconverted one; that
+  /// of a DifferingFile::Kind for a file that was left in place.
   std::string code{};
   std::optional<int> systemError{};  ///< errno
   std::optional<std::uint64_t> expectedBytes{};

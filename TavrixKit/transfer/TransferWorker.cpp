@@ -1,15 +1,13 @@
 #include "transfer/TransferWorker.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
 
 #include "foundation/ProcessLimits.h"
-#include "foundation/Sentences.h"
 #include "foundation/Text.h"
 #include "foundation/files/AtomicFile.h"
 #include "transfer/FileNames.h"
 #include "transfer/SafeNames.h"
+#include "transfer/TransferFailures.h"
 
 namespace tavrix {
 namespace {
@@ -17,8 +15,10 @@ namespace {
 /// Thrown through a source to abort a download that is no longer needed.
 struct DownloadStopped {};
 
-/// Receives a download: counts and digests the bytes, and writes as many as the phone listed.
-/// Further bytes are only counted, so that a file that grew cannot fill the disk.
+/// Thrown through a source at the first byte that it did not list.
+struct DownloadTooLong {};
+
+/// Receives a download: counts, digests and writes the bytes, as many as the source listed.
 class Download : public DownloadDestination {
  public:
   Download(WritableFile& file, Sha256& digest, ProgressMeter& meter, std::uint64_t expected,
@@ -32,13 +32,11 @@ class Download : public DownloadDestination {
 
   void append(std::span<const std::byte> bytes) override {
     if (stop_.stop_requested()) throw DownloadStopped{};
-    const std::uint64_t room = expected_ - std::min(received_, expected_);
-    const auto wanted =
-        bytes.first(static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size())));
-    file_.append(wanted);
-    digest_.add(wanted);
+    if (bytes.size() > expected_ - received_) throw DownloadTooLong{};
+    file_.append(bytes);
+    digest_.add(bytes);
     received_ += bytes.size();
-    meter_.received(wanted.size());
+    meter_.received(bytes.size());
   }
 
  private:
@@ -93,44 +91,6 @@ bool isComplete(const FileStatus& status, const PlannedFile& file) {
   return isConverted(file.conversion) ? status.size > 0 : status.size == file.asset.sizeBytes();
 }
 
-std::optional<int> systemErrorOf(int code) {
-  return code == 0 ? std::nullopt : std::optional{code};
-}
-
-FileOutcome::Failed leavesDestination(Language language) {
-  return {say(language, sentences::pathOutsideDestination), {.code = "outsideDestination"}};
-}
-
-FileOutcome::Failed hasUnsafeName(Language language) {
-  return {say(language, sentences::unsafeName), {.code = "unsafeName"}};
-}
-
-FileOutcome::Failed failureOf(const SourceError& error, Language language) {
-  using namespace sentences;
-  switch (error.kind()) {
-    case SourceError::Kind::notFound:
-      return {say(language, notInSource), {.code = "notInSource"}};
-    case SourceError::Kind::unreadable:
-      return {say(language, unreadableInSource, systemErrorText(language, error.code())),
-              {.code = "unreadable", .systemError = systemErrorOf(error.code())}};
-    case SourceError::Kind::changedWhileRead:
-      return {say(language, changedWhileRead), {.code = "changedWhileRead"}};
-    case SourceError::Kind::unsafeName:
-      return hasUnsafeName(language);
-    case SourceError::Kind::notRegular:
-      return {say(language, notRegularInSource), {.code = "notRegular"}};
-    case SourceError::Kind::disconnected:
-      return {say(language, phoneDisconnected), {.code = "disconnected"}};
-  }
-  return {say(language, sourceFailed), {.code = "sourceFailed"}};
-}
-
-FileOutcome::Failed failureOf(const FileError& error, Language language) {
-  if (error.code() == EXDEV) return leavesDestination(language);
-  return {say(language, sentences::unwritable, sentences::systemErrorText(language, error.code())),
-          {.code = "unwritable", .systemError = systemErrorOf(error.code())}};
-}
-
 }  // namespace
 
 std::string TransferEngine::fallbackName(const PlannedFile& file) {
@@ -157,25 +117,32 @@ void TransferWorker::work() noexcept {
 
 bool TransferWorker::handle(std::size_t index, bool isAlone) {
   const Language language = run_.setup_.language;
-  received_ = 0;
+  received_ = fetched_ = 0;
+  isVerified_ = false;
   try {
     run_.meter_.began(planned(index), TransferStage::copying);
     if (!isSettledWithoutFetching(index)) fetch(index);
   } catch (const DownloadStopped&) {
     // The run ends; the file has no outcome.
   } catch (const SourceError& error) {
-    if (!isAlone && lacksDescriptors(error.code())) return false;
-    fail(index, failureOf(error, language));
+    if (!isAlone && lacksDescriptors(error.code())) return takeBack();
+    fail(index, TransferFailures::of(error, language));
   } catch (const FileError& error) {
-    if (!isAlone && lacksDescriptors(error.code())) return false;
+    if (!isAlone && lacksDescriptors(error.code())) return takeBack();
     if (stopsRun(error, run_.destination_)) throw;
-    fail(index, failureOf(error, language));
+    fail(index, TransferFailures::of(error, language));
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception&) {
-    fail(index, {say(language, sentences::sourceFailed), {.code = "sourceFailed"}});
+    fail(index, TransferFailures::sourceFailed(language));
   }
   return true;
+}
+
+bool TransferWorker::takeBack() {
+  run_.ledger_.takeBack(fetched_);
+  run_.meter_.takeBack(received_, isVerified_);
+  return false;
 }
 
 bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
@@ -183,11 +150,12 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
   const Language language = run_.setup_.language;
   if (!isSafePathComponent(file.asset.name())) {
     const bool leadsOut = isAscending(file.asset.name()) && !staysInside(file.relativePath);
-    fail(index, leadsOut ? leavesDestination(language) : hasUnsafeName(language));
+    fail(index, leadsOut ? TransferFailures::leavesDestination(language)
+                         : TransferFailures::hasUnsafeName(language));
     return true;
   }
   if (!staysInside(file.relativePath)) {
-    fail(index, leavesDestination(language));
+    fail(index, TransferFailures::leavesDestination(language));
     return true;
   }
   if (run_.setup_.replacement) return false;
@@ -220,12 +188,12 @@ void TransferWorker::fetch(std::size_t index) {
   ReadyFile ready{index, partPath(file.relativePath), file.relativePath, {}, 0, {}};
   try {
     if (!download(index, ready)) {
-      removeQuietly(ready.part);
+      removeQuietly(run_.destination_, ready.part);
       return;
     }
     if (isConverted(file.conversion)) convert(ready);
   } catch (...) {
-    removeQuietly(ready.part);
+    removeQuietly(run_.destination_, ready.part);
     throw;
   }
   if (batch_.empty()) batchBegin_ = std::chrono::steady_clock::now();
@@ -260,14 +228,20 @@ bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
   const auto part = createPart(ready);
   digest_.restart();
   Download download{*part, digest_, run_.meter_, expected, run_.stop_, received_};
-  run_.source_.download(file.asset, download);
-  run_.ledger_.fetched(received_);
-  if (received_ != expected) {
+  std::optional<std::uint64_t> wholeSize;  // stays absent if there are too many bytes
+  try {
+    run_.source_.download(file.asset, download);
+    wholeSize = received_;
+  } catch (const DownloadTooLong&) {
+  }
+  fetched_ = received_;
+  run_.ledger_.fetched(fetched_);
+  if (wholeSize != expected) {
     const Language language = run_.setup_.language;
-    const std::string detail = say(language, sentences::sizesDiffer, expected, received_);
-    writeLog(run_.log_, "FAIL {}: {}", PrivateField{file.asset.name()}, detail);
-    fail(index, {say(language, sentences::verificationFailed, file.asset.name(), detail),
-                 {.code = "sizesDiffer", .expectedBytes = expected, .receivedBytes = received_}});
+    const std::string_view name = file.asset.name();
+    writeLog(run_.log_, "FAIL {}: {}", PrivateField{name},
+             TransferFailures::sizesText(expected, wholeSize, language));
+    fail(index, TransferFailures::hasOtherSize(name, expected, wholeSize, language));
     return false;
   }
   if (const auto date = file.asset.captureDate()) setDate(*part, *date);
@@ -282,6 +256,7 @@ bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
     }
   }
   run_.meter_.verified();
+  isVerified_ = true;
   return true;
 }
 
@@ -300,10 +275,9 @@ std::uint64_t TransferWorker::convertInto(const std::string& output, const Ready
   const std::stop_token stop = run_.conversionStop_.get_token();
   if (stop.stop_requested()) throw DownloadStopped{};
   run_.meter_.converting(file, 0);
-  const std::string root = run_.destination_.path() + "/";
   try {
     return run_.setup_.converter->convert(
-        file.asset, file.conversion, root + ready.part, root + output,
+        file.asset, file.conversion, run_.destination_, ready.part, output,
         [&](double fraction) { run_.meter_.converting(file, fraction); }, stop);
   } catch (const ConversionError&) {
     // A conversion that a stop aborted proves nothing about the file.
@@ -318,7 +292,7 @@ void TransferWorker::convert(ReadyFile& ready) {
   Folder& destination = run_.destination_;
   const std::string output = ready.hasSafeName ? SafeNames::convertedPartPath(file.relativePath)
                                                : convertedPartPath(file.relativePath);
-  removeQuietly(output);
+  removeQuietly(run_.destination_, output);
   try {
     const std::uint64_t reported = convertInto(output, ready);
     if (run_.conversionStop_.stop_requested()) throw DownloadStopped{};
@@ -326,16 +300,16 @@ void TransferWorker::convert(ReadyFile& ready) {
     if (!status || status->size == 0) throw ConversionError{ConversionFailure::wrongResult};
     if (status->size != reported) run_.ledger_.sizeMismatched();
     if (const auto date = file.asset.captureDate()) destination.setModificationTime(output, *date);
-    ready.sha256 = digestOf(output);
+    ready.sha256 = landing_.digestOf(output);
     ready.size = status->size;
   } catch (const ConversionError& error) {
-    removeQuietly(output);
+    removeQuietly(run_.destination_, output);
     return keepOriginal(ready, error.failure());
   } catch (...) {
-    removeQuietly(output);
+    removeQuietly(run_.destination_, output);
     throw;
   }
-  removeQuietly(ready.part);
+  removeQuietly(run_.destination_, ready.part);
   ready.part = output;
   run_.meter_.converted();
 }
@@ -375,7 +349,7 @@ bool TransferWorker::land(ReadyFile& ready, bool isAlone) {
   const PlannedFile& file = planned(ready.index);
   try {
     std::string path;
-    const bool wasThere = giveName(ready, path);
+    const bool wasThere = landing_.giveName(ready, path);
     FileOutcome::Kind kind = FileOutcome::Copied{};
     if (ready.keptBecause) {
       kind = FileOutcome::KeptOriginal{*ready.keptBecause};
@@ -387,110 +361,17 @@ bool TransferWorker::land(ReadyFile& ready, bool isAlone) {
     run_.meter_.finished(file, file.asset.sizeBytes());
   } catch (const FileError& error) {
     if (!isAlone && lacksDescriptors(error.code())) return false;
-    removeQuietly(ready.part);
+    removeQuietly(run_.destination_, ready.part);
     if (stopsRun(error, run_.destination_)) throw;
-    run_.ledger_.failed(ready.index, failureOf(error, run_.setup_.language));
+    run_.ledger_.failed(ready.index, TransferFailures::of(error, run_.setup_.language));
     run_.meter_.finished(file, file.asset.sizeBytes());
   }
   return true;
 }
 
-bool TransferWorker::giveName(ReadyFile& ready, std::string& path) {
-  if (run_.setup_.replacement) {
-    path = ready.target;
-    takePlace(ready);
-    return false;
-  }
-  try {
-    return giveFreeName(ready, path);
-  } catch (const FileError& error) {
-    // Some volumes accept the temporary name but not the final one.
-    const std::string safe = SafeNames::safePath(ready.target);
-    if (!SafeNames::isRefusal(error) || safe == ready.target) throw;
-    ready.target = safe;
-    ready.hasSafeName = true;
-  }
-  return giveFreeName(ready, path);
-}
-
-bool TransferWorker::giveFreeName(const ReadyFile& ready, std::string& path) {
-  // The name of a kept original may differ from its planned name only in letter case.
-  const bool isPlannedTarget =
-      caseFolded(ready.target) == caseFolded(planned(ready.index).relativePath);
-  for (std::uint64_t number = 1;; ++number) {
-    path = numberedPath(ready.target, number);
-    // The name is planned for another file of this run, whether that has landed or not.
-    if ((number > 1 || !isPlannedTarget) && run_.isPlanned(path)) continue;
-    if (run_.destination_.renameWithoutReplacing(ready.part, path)) return false;
-    if (!hasSameBytes(path, ready)) continue;
-    removeQuietly(ready.part);
-    return true;
-  }
-}
-
-void TransferWorker::takePlace(const ReadyFile& ready) {
-  Folder& destination = run_.destination_;
-  if (destination.renameWithoutReplacing(ready.part, ready.target)) return;
-  const auto status = destination.status(ready.target);
-  if (status && status->type != FileStatus::Type::file) {
-    throw FileError{FileOperation::rename, ready.target, EEXIST};
-  }
-  const std::string aside = setAside(ready.target);
-  try {
-    if (!destination.renameWithoutReplacing(ready.part, ready.target)) {
-      throw FileError{FileOperation::rename, ready.target, EEXIST};
-    }
-  } catch (...) {
-    renameBackQuietly(aside, ready.target);
-    throw;
-  }
-  run_.setup_.replacement->setAside(planned(ready.index), aside);
-}
-
-std::string TransferWorker::setAside(const std::string& path) {
-  for (std::uint64_t number = 1;; ++number) {
-    std::string aside = damagedPath(path, number);
-    // A name that the record may give to another file of this run stays free for it.
-    if (run_.isPlanned(aside)) continue;
-    if (run_.destination_.renameWithoutReplacing(path, aside)) return aside;
-  }
-}
-
-void TransferWorker::renameBackQuietly(const std::string& aside, const std::string& path) noexcept {
-  try {
-    run_.destination_.renameWithoutReplacing(aside, path);
-  } catch (...) {
-    // Its bytes stay under the other name.
-  }
-}
-
-bool TransferWorker::hasSameBytes(const std::string& path, const ReadyFile& ready) {
-  const auto status = run_.destination_.status(path);
-  return status && status->type == FileStatus::Type::file && status->size == ready.size &&
-         digestOf(path) == ready.sha256;
-}
-
-std::string TransferWorker::digestOf(const std::string& path) {
-  const auto file = run_.destination_.openFile(path);
-  std::array<char, 65536> buffer;
-  digest_.restart();
-  for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
-    digest_.add(std::as_bytes(std::span{buffer}.first(count)));
-  }
-  return digest_.finish();
-}
-
 void TransferWorker::discardBatch() noexcept {
-  for (const ReadyFile& ready : batch_) removeQuietly(ready.part);
+  for (const ReadyFile& ready : batch_) removeQuietly(run_.destination_, ready.part);
   batch_.clear();
-}
-
-void TransferWorker::removeQuietly(const std::string& path) noexcept {
-  try {
-    run_.destination_.removeFile(path);
-  } catch (...) {
-    // A file that cannot be removed now is replaced by the next run.
-  }
 }
 
 void TransferWorker::fail(std::size_t index, FileOutcome::Failed failure) {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "foundation/Digest.h"
-#include "transfer/PlanExecution.h"
+#include "transfer/FileLanding.h"
 
 namespace tavrix {
 
@@ -12,7 +12,7 @@ namespace tavrix {
 /// batches.
 class TransferWorker {
  public:
-  explicit TransferWorker(PlanExecution& run) : run_(run) {}
+  explicit TransferWorker(PlanExecution& run) : run_(run), landing_(run, digest_) {}
 
   /// Works until no file is left or the run ends. Never throws: an error halts the run.
   void work() noexcept;
@@ -21,6 +21,8 @@ class TransferWorker {
   /// Brings one file to its outcome, or to the batch. Returns false, with nothing recorded, if that
   /// lacked a descriptor and the worker is not alone.
   bool handle(std::size_t index, bool isAlone);
+  /// Takes back what was counted of the current file, which is fetched again later. Returns false.
+  bool takeBack();
   /// Records the outcome and returns true if the file needs no fetching or cannot be fetched.
   bool isSettledWithoutFetching(std::size_t index);
   /// Returns true if the volume may ignore letter case, so that the file at the path can be another
@@ -43,27 +45,18 @@ class TransferWorker {
   void commit();
   /// As handle(), for a file of the batch.
   bool land(ReadyFile& ready, bool isAlone);
-  /// Renames to the first free name, of the safe form if the volume refuses the name. Returns true
-  /// if a file with the same bytes already has that name.
-  bool giveName(ReadyFile& ready, std::string& path);
-  bool giveFreeName(const ReadyFile& ready, std::string& path);
-  /// Renames to the planned path exactly, after setting aside a file that is in the way. If that
-  /// fails, the file that was set aside gets its name back. Throws FileError.
-  void takePlace(const ReadyFile& ready);
-  /// Renames a file to the first free name for damaged files. Returns that name.
-  std::string setAside(const std::string& path);
-  void renameBackQuietly(const std::string& aside, const std::string& path) noexcept;
-  bool hasSameBytes(const std::string& path, const ReadyFile& ready);
-  std::string digestOf(const std::string& path);
   void discardBatch() noexcept;
-  void removeQuietly(const std::string& path) noexcept;
   void fail(std::size_t index, FileOutcome::Failed failure);
 
   const PlannedFile& planned(std::size_t index) const { return run_.plan_.files[index]; }
 
   PlanExecution& run_;
   Sha256 digest_;
-  std::uint64_t received_ = 0;  ///< bytes of the current file
+  FileLanding landing_;
+  // The current file:
+  std::uint64_t received_ = 0;  ///< bytes from the source so far
+  std::uint64_t fetched_ = 0;   ///< bytes in the ledger
+  bool isVerified_ = false;
   std::vector<ReadyFile> batch_;
   std::uint64_t batchBytes_ = 0;
   std::chrono::steady_clock::time_point batchBegin_;

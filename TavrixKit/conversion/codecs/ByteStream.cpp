@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <new>
 
-#include "conversion/codecs/platform/Descriptors.h"
+#include "conversion/platform/Descriptors.h"
 #include "device/metadata/MemoryReader.h"
 #include "foundation/files/FileError.h"
 

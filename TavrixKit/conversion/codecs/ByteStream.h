@@ -24,13 +24,14 @@ class ByteStream {
   AVIOContext* get() const { return context_; }
   /// Throws FileError if the system failed to read or write.
   void requireNoError() const;
+  /// Returns the length in bytes; negative if it is not known.
+  std::int64_t size() const;
 
  private:
   static int read(void* self, std::uint8_t* buffer, int count);
   static int write(void* self, std::uint8_t* bytes, int count);
   static std::int64_t seek(void* self, std::int64_t offset, int whence);
   void open();
-  std::int64_t size() const;
   std::int64_t readPiece(std::span<char> buffer) const;
   int remember(std::int64_t result);
 

@@ -6,7 +6,7 @@
 #include "conversion/codecs/FilmHeader.h"
 #include "conversion/codecs/FilmMetadata.h"
 #include "conversion/codecs/PictureFilter.h"
-#include "conversion/codecs/platform/DescriptorReader.h"
+#include "conversion/platform/DescriptorReader.h"
 #include "transfer/MediaConverter.h"
 
 extern "C" {

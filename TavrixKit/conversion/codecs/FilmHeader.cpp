@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "conversion/codecs/platform/Descriptors.h"
+#include "conversion/platform/Descriptors.h"
 #include "device/metadata/FileBytes.h"
 #include "device/metadata/IsoBoxes.h"
 #include "foundation/files/FileError.h"

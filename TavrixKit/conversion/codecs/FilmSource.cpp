@@ -137,6 +137,30 @@ void FilmSource::requireBounds() const {
     throw ConversionError{ConversionFailure::tooLarge};
   if (picture.width <= 0 || picture.height <= 0)
     throw ConversionError{ConversionFailure::damagedInput};
+  if (static_cast<double>(frames) > (limitedSeconds() + 1) * FilmBounds::picturesASecond)
+    throw ConversionError{ConversionFailure::tooLarge};
+  requireDistinctBytes();
+}
+
+double FilmSource::limitedSeconds() const {
+  return seconds().value_or(std::chrono::duration<double>{FilmBounds::duration}.count());
+}
+
+void FilmSource::requireDistinctBytes() const {
+  const std::int64_t available = bytes_.size();
+  // Where an edited film begins in the middle, earlier pictures are listed again, not to be shown.
+  std::int64_t shown = 0;
+  std::int64_t hidden = 0;
+  for (unsigned number = 0; number < format_->nb_streams; ++number) {
+    AVStream* const stream = format_->streams[number];
+    const int count = avformat_index_get_entries_count(stream);
+    for (int i = 0; i < count; ++i) {
+      const AVIndexEntry& entry = *avformat_index_get_entry(stream, i);
+      ((entry.flags & AVINDEX_DISCARD_FRAME) != 0 ? hidden : shown) += entry.size;
+    }
+  }
+  if (available >= 0 && std::max(shown, hidden) > available)
+    throw ConversionError{ConversionFailure::damagedInput};
 }
 
 bool FilmSource::next(AVPacket& packet) {

@@ -17,6 +17,7 @@ struct FilmBounds {
   static constexpr int streams = 32;
   static constexpr int sounds = 8;
   static constexpr std::int64_t pictures = 4'000'000;
+  static constexpr double picturesASecond = 1000;
   static constexpr std::chrono::hours duration{24};
 };
 
@@ -71,6 +72,11 @@ class FilmSource {
   void requireFormat() const;
   void chooseSounds();
   void requireBounds() const;
+  /// Returns the length of the pictures, or the greatest that is accepted if it is not known.
+  double limitedSeconds() const;
+  /// Refuses a film whose index lists more bytes than the file has: a small file could otherwise
+  /// list the same pictures a million times.
+  void requireDistinctBytes() const;
   void requireComplete() const;
 
   av::ByteStream bytes_;

@@ -23,6 +23,7 @@ class PngReading {
     png_set_chunk_malloc_max(png_, StillLimits::maxMetadata);
     png_set_read_fn(png_, this, read);
     png_set_crc_action(png_, PNG_CRC_ERROR_QUIT, PNG_CRC_ERROR_QUIT);
+    takeTextsOver();
   }
   ~PngReading() { png_destroy_read_struct(&png_, &info_, nullptr); }
   PngReading(const PngReading&) = delete;
@@ -30,8 +31,31 @@ class PngReading {
 
   png_structp png() const { return png_; }
   png_infop info() const { return info_; }
+  const std::string& xmp() const { return xmp_; }
 
  private:
+  /// Skips the texts of the file except its XMP packet, which is never compressed. The library
+  /// would decompress a thousand of them, each to megabytes.
+  void takeTextsOver() {
+    static constexpr png_byte skipped[] = "tEXt\0zTXt";
+    static constexpr png_byte taken[] = "iTXt";
+    png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, skipped, 2);
+    png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_IF_SAFE, taken, 1);
+    png_set_read_user_chunk_fn(png_, this, takeText);
+  }
+  /// Returns 1 for a text, which the library need not keep, and 0 for other chunks that it does not
+  /// know.
+  static int takeText(png_structp png, png_unknown_chunkp chunk) {
+    // Keyword, flag and method of compression, empty language and translated keyword.
+    static constexpr std::string_view xmpHead{"XML:com.adobe.xmp\0\0\0\0\0", 22};
+    auto& self = *static_cast<PngReading*>(png_get_user_chunk_ptr(png));
+    const std::string_view text{reinterpret_cast<const char*>(chunk->data), chunk->size};
+    const std::string_view name{reinterpret_cast<const char*>(chunk->name), 4};
+    if (name != "iTXt") return 0;
+    if (text.starts_with(xmpHead)) self.xmp_ = text.substr(xmpHead.size());
+    return 1;
+  }
+
   [[noreturn]] static void refuse(png_structp, png_const_charp) {
     throw ConversionError{ConversionFailure::damagedInput};
   }
@@ -46,6 +70,7 @@ class PngReading {
   std::span<const char> rest_;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;
+  std::string xmp_;
 };
 
 /// Rows as they are decompressed; an interlaced picture is decompressed as a whole first.
@@ -117,12 +142,7 @@ StillMetadata metadataOf(const PngReading& reading) {
   png_bytep exif = nullptr;
   if (png_get_eXIf_1(reading.png(), reading.info(), &exifSize, &exif) != 0)
     metadata.exif.assign(reinterpret_cast<const char*>(exif), exifSize);
-  png_textp texts = nullptr;
-  const int count = png_get_text(reading.png(), reading.info(), &texts, nullptr);
-  for (int i = 0; i < count; ++i) {
-    if (std::string_view{texts[i].key} != "XML:com.adobe.xmp") continue;
-    metadata.xmp.assign(texts[i].text, std::max(texts[i].text_length, texts[i].itxt_length));
-  }
+  metadata.xmp = reading.xmp();
   metadata.icc = profileOf(reading);
   return metadata;
 }

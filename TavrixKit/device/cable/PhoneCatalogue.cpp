@@ -34,6 +34,14 @@ class PhoneLister {
     std::vector<FolderEntry> entries;
     for (std::string& name : files_.names(folder)) {
       if (stop_.stop_requested()) throw PhoneError{PhoneError::Kind::stopped};
+      // Left out by its name alone, which the phone need not be sent.
+      if (name.size() > SourceFolder::maxNameBytes) {
+        entries.push_back({std::move(name), {}});
+        continue;
+      }
+      // Each entry costs a request, so the limit must end a folder that never does.
+      if (++entries_ > SourceFolder::maxEntries)
+        throw FileError{FileOperation::list, folder, EOVERFLOW};
       try {
         const FileStatus status = files_.status(folder + "/" + name);
         entries.push_back({std::move(name), status});
@@ -55,7 +63,8 @@ class PhoneLister {
   PhoneFiles& files_;
   const std::stop_token& stop_;
   const std::function<void(std::uint64_t)>& found_;
-  std::uint64_t count_ = 0;
+  std::uint64_t count_ = 0;  ///< files
+  std::size_t entries_ = 0;  ///< files and everything else
 };
 
 }  // namespace

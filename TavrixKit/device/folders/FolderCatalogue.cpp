@@ -74,7 +74,9 @@ std::uint64_t FolderCatalogue::unreadFolders() const {
   for (const SourceFolder::LeftOut& each : leftOut) {
     if (!each.isUnseen()) continue;
     const std::string_view path = each.path;
-    const bool isFile = each.reason == SourceFolder::Reason::unreadableFile;
+    using enum SourceFolder::Reason;
+    const bool isFile =
+        each.reason == unreadableFile || each.reason == tooLarge || each.reason == longName;
     const std::size_t end = isFile ? path.rfind('/') : path.size();
     folders.insert(end == std::string_view::npos ? "" : path.substr(0, end));
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <exception>
@@ -50,13 +51,23 @@ SnapshotItem itemOf(const std::string& name, const std::string& directory,
 using Entries = std::function<std::vector<FolderEntry>(const std::string& folder)>;
 
 std::optional<Reason> reasonAgainst(const FolderEntry& entry) {
+  if (entry.name.size() > SourceFolder::maxNameBytes) return Reason::longName;
   if (isPlaceholder(entry.name)) return Reason::placeholder;
   if (entry.name.starts_with('.')) return Reason::hidden;
   if (entry.status.type == Type::link) return Reason::link;
   if (entry.status.type == Type::other) return Reason::special;
   // A folder may open nevertheless; if it does not, it is left out later.
   if (entry.failure != 0 && entry.status.type == Type::file) return Reason::unreadableFile;
+  const bool isFile = entry.status.type == Type::file;
+  if (isFile && entry.status.size > SourceFolder::maxFileBytes) return Reason::tooLarge;
   return std::nullopt;
+}
+
+/// Returns the name, or the beginning of one that is too long to be shown.
+std::string shortened(const std::string& name) {
+  constexpr std::size_t shownBytes = 60;
+  if (name.size() <= SourceFolder::maxNameBytes) return name;
+  return replacingInvalidUtf8(name.substr(0, shownBytes)) + "…";
 }
 
 /// The entries of one folder and the folders in it, by name.
@@ -74,7 +85,7 @@ struct ListedFolder {
   void take(std::vector<FolderEntry>&& entries) {
     for (const FolderEntry& entry : entries) {
       if (const auto reason = reasonAgainst(entry)) {
-        leftOut.push_back({pathOf(entry.name), *reason});
+        leftOut.push_back({pathOf(shortened(entry.name)), *reason});
       } else if (entry.status.type == Type::folder) {
         inner.push_back(std::make_unique<ListedFolder>());
         inner.back()->path = pathOf(entry.name);
@@ -106,10 +117,10 @@ struct ListedFolder {
 /// Lists folders on several threads in any order; the order of the result is fixed.
 class Lister {
  public:
-  Lister(const Entries& entries, const std::stop_token& stop) : entries_(entries), stop_(stop) {}
+  Lister(const Entries& list, const std::stop_token& stop) : list_(list), stop_(stop) {}
 
   Listing list(int threads) {
-    root_.take(entries_(""));
+    root_.take(list_(""));
     enqueue(root_);
     {
       const int wanted = waiting_.empty() ? 1 : threads;
@@ -129,6 +140,10 @@ class Lister {
 
  private:
   void enqueue(ListedFolder& folder) {
+    folders_ += folder.inner.size();
+    entries_ += folder.files.size() + folder.leftOut.size();
+    if (folders_ > SourceFolder::maxFolders || entries_ > SourceFolder::maxEntries)
+      isTooMany_ = true;
     for (const auto& inner : folder.inner) waiting_.push_back(inner.get());
     open_ += folder.inner.size();
   }
@@ -153,12 +168,16 @@ class Lister {
   /// Lists a folder. Returns an exception that is not an error of this folder, else nullptr.
   std::exception_ptr visit(ListedFolder& folder) const {
     if (stop_.stop_requested()) return nullptr;
+    if (isTooMany_) {
+      folder.leftOut.push_back({folder.path, Reason::tooMany});
+      return nullptr;
+    }
     if (folder.depth > SourceFolder::maxDepth) {
       folder.leftOut.push_back({folder.path, Reason::tooDeep});
       return nullptr;
     }
     try {
-      folder.take(entries_(folder.path));
+      folder.take(list_(folder.path));
     } catch (const FileError&) {
       folder.leftOut.push_back({folder.path, Reason::unreadableFolder});
     } catch (...) {
@@ -167,13 +186,16 @@ class Lister {
     return nullptr;
   }
 
-  const Entries& entries_;
+  const Entries& list_;
   const std::stop_token& stop_;
   ListedFolder root_;
   std::mutex mutex_;
   std::condition_variable changed_;
   std::deque<ListedFolder*> waiting_;
-  std::size_t open_ = 0;  ///< folders that are waiting or being visited
+  std::size_t open_ = 0;     ///< folders that are waiting or being visited
+  std::size_t folders_ = 0;  ///< folders that were found so far
+  std::size_t entries_ = 0;  ///< files and entries that are left out, so far
+  std::atomic<bool> isTooMany_ = false;
   std::exception_ptr failure_;
 };
 
@@ -202,7 +224,8 @@ std::filesystem::path fullPath(const std::string& path) {
 
 bool SourceFolder::LeftOut::isUnseen() const {
   return reason == Reason::unreadableFolder || reason == Reason::unreadableFile ||
-         reason == Reason::tooDeep;
+         reason == Reason::tooDeep || reason == Reason::tooMany || reason == Reason::tooLarge ||
+         reason == Reason::longName;
 }
 
 bool SourceFolder::isCameraFolderName(std::string_view name) {

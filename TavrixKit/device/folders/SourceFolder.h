@@ -35,6 +35,9 @@ enum class Reason {
   unreadableFolder,  ///< a folder that cannot be listed
   unreadableFile,    ///< the system does not report its status
   tooDeep,           ///< a folder nested deeper than on any phone
+  tooMany,           ///< more folders or entries than any phone has
+  tooLarge,          ///< a file larger than any phone can hold
+  longName,          ///< a name longer than any volume accepts
   vanished,          ///< it was gone before it could be read
 };
 
@@ -87,6 +90,13 @@ std::string phoneKey(const std::string& folder);
 
 /// The number of levels of nested folders that are listed.
 inline constexpr int maxDepth = 16;
+/// Limits of a whole source. A phone or a card that claims more is damaged or lies.
+inline constexpr std::size_t maxFolders = 20'000;
+inline constexpr std::size_t maxEntries = 5'000'000;
+/// Limits of one file: 64 TiB, and the length of its name in bytes. Volumes of phones and cards
+/// accept 255 characters, at most 1020 bytes.
+inline constexpr std::uint64_t maxFileBytes = std::uint64_t{1} << 46U;
+inline constexpr std::size_t maxNameBytes = 1020;
 
 }  // namespace SourceFolder
 

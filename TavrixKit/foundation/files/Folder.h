@@ -14,6 +14,8 @@
 
 namespace tavrix {
 
+class FileDescriptor;
+
 struct FileStatus {
   enum class Type { file, folder, link, other };
 
@@ -70,6 +72,12 @@ class Folder {
   virtual std::string readFile(const std::string& path, std::uint64_t maxBytes) const = 0;
   /// Opens a regular file for reading piece by piece, from its beginning.
   virtual std::unique_ptr<ByteReader> openFile(const std::string& path) const = 0;
+  /// Opens a regular file for reading by a library or another program. The caller includes
+  /// foundation/files/platform/FileDescriptor.h.
+  virtual FileDescriptor openDescriptor(const std::string& path) const = 0;
+  /// Creates a file that a library or another program writes and that may be read as well. Fails
+  /// with EEXIST if something has this name.
+  virtual FileDescriptor createDescriptor(const std::string& path) = 0;
   /// Sets the modification time of an existing file.
   virtual void setModificationTime(const std::string& path, Instant time) = 0;
   /// Creates the folder and its missing parents. It is not an error if the folder exists.

@@ -1,8 +1,11 @@
 #include "foundation/json/JsonWriter.h"
 
+#include <fmt/format.h>
+
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
 #include "foundation/Text.h"
 
@@ -40,6 +43,30 @@ void appendEscaped(char c, std::string& out) {
       out += digits[static_cast<unsigned char>(c) >> 4U];
       out += digits[static_cast<unsigned char>(c) & 15U];
   }
+}
+
+/// Returns the number of bytes of the character at the beginning of well-formed UTF-8 if it
+/// controls a terminal or hides or reorders text: U+007F to U+009F, U+2028, U+2029 and the
+/// bidirectional controls U+200E, U+200F, U+202A to U+202E and U+2066 to U+2069. Returns 0 for any
+/// other.
+std::size_t hiddenLength(std::string_view text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  if (byte(0) == 0x7F) return 1;
+  if (byte(0) == 0xC2 && byte(1) < 0xA0) return 2;
+  if (byte(0) != 0xE2) return 0;
+  const bool isHidden = (byte(1) == 0x80 && (byte(2) == 0x8E || byte(2) == 0x8F ||
+                                             (byte(2) >= 0xA8 && byte(2) <= 0xAE))) ||
+                        (byte(1) == 0x81 && byte(2) >= 0xA6 && byte(2) <= 0xA9);
+  return isHidden ? 3 : 0;
+}
+
+/// Appends the escape of a character of at most three bytes.
+void appendHidden(std::string_view character, std::string& out) {
+  unsigned code = static_cast<unsigned char>(character[0]);
+  if (character.size() > 1) code &= character.size() == 2 ? 0x1FU : 0x0FU;
+  for (const char c : character.substr(1))
+    code = code << 6U | (static_cast<unsigned char>(c) & 0x3FU);
+  fmt::format_to(std::back_inserter(out), "\\u{:04x}", code);
 }
 
 }  // namespace
@@ -120,9 +147,16 @@ void JsonWriter::quoted(std::string_view text) {
   std::size_t plainBegin = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
-    if (static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\') continue;
+    const bool isSpecial = static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\';
+    const std::size_t hidden = hiddenLength(text.substr(i));
+    if (!isSpecial && hidden == 0) continue;
     buffer_ += text.substr(plainBegin, i - plainBegin);
-    appendEscaped(c, buffer_);
+    if (isSpecial) {
+      appendEscaped(c, buffer_);
+    } else {
+      appendHidden(text.substr(i, hidden), buffer_);
+      i += hidden - 1;
+    }
     plainBegin = i + 1;
   }
   buffer_ += text.substr(plainBegin);

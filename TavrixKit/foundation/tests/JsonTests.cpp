@@ -158,7 +158,18 @@ TEST(JsonWriter, document_isPrettyAndShortest) {
   EXPECT_EQ(sink.text(),
             "{\n  \"a\": 0.1,\n  \"b\": [\n    -1,\n    1e+22,\n    true\n  ],\n  \"c\": {},\n  "
             "\"d\": [],\n"
-            "  \"f\": \"q\\\"\\\\/\\n\\u0001\x7Fя\uFFFD\",\n  \"g\": null\n}\n");
+            "  \"f\": \"q\\\"\\\\/\\n\\u0001\\u007fя\uFFFD\",\n  \"g\": null\n}\n");
+}
+
+TEST(JsonWriter, charactersThatHideOrReorderText_areEscaped) {
+  const std::string hidden = "\x7f\u0080\u009f\u2028\u2029\u200e\u200f\u202a\u202e\u2066\u2069";
+  const std::string shown = " é\u00a0\u2027\u202f\u2065\u206a\u200d한";
+  StringSink sink;
+  JsonWriter{sink}.value(std::string_view{hidden + shown}).finish();
+  EXPECT_EQ(sink.text(),
+            "\"\\u007f\\u0080\\u009f\\u2028\\u2029\\u200e\\u200f\\u202a\\u202e\\u2066\\u2069" +
+                shown + "\"\n");
+  EXPECT_EQ(*parseJson(sink.text()).asString(), hidden + shown);
 }
 
 RC_GTEST_PROP(JsonWriter, anyTextAndNumber_comeBack,

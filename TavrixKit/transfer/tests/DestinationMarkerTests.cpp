@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <fstream>
 
 #include "transfer/tests/TestLibrary.h"
@@ -143,6 +144,51 @@ TEST(DestinationMarker, saved_withItsExplanation_isLoaded) {
   save(*destination, sample());
   EXPECT_EQ(folder.read("phone-records.txt"), "mine");
   EXPECT_THAT(filesIn(folder.path()), ElementsAre(file, "phone-records.txt"));
+}
+
+/// Counts the bytes that are read from its files.
+class CountingFolder : public FaultyFolder {
+ public:
+  using FaultyFolder::FaultyFolder;
+
+  std::unique_ptr<ByteReader> openFile(const std::string& path) const override {
+    return std::make_unique<Reader>(FaultyFolder::openFile(path), bytesRead);
+  }
+  mutable std::uint64_t bytesRead = 0;
+
+ private:
+  struct Reader : ByteReader {
+    Reader(std::unique_ptr<ByteReader> inner, std::uint64_t& bytes)
+        : inner_(std::move(inner)), bytes_(bytes) {}
+    std::size_t read(std::span<char> buffer) override {
+      const std::size_t count = inner_->read(buffer);
+      bytes_ += count;
+      return count;
+    }
+    std::unique_ptr<ByteReader> inner_;
+    std::uint64_t& bytes_;
+  };
+};
+
+TEST(DestinationMarker, plantedFile_isNotReadToItsEnd) {
+  const TemporaryFolder folder;
+  folder.write(file, encode(sample()));
+  const std::vector<std::string> planted{"", "{\n  \"files\": [", "x", "   x"};
+  std::vector<std::string> names;
+  for (const std::string& begin : planted) {
+    names.push_back("phone-0000000" + std::to_string(names.size()) + ".json");
+    folder.write(names.back(), begin);
+    std::filesystem::resize_file(folder / names.back(), std::uint64_t{900} << 20U);
+  }
+  // One that is too large is not even opened.
+  names.emplace_back("phone-00000009.json");
+  folder.write(names.back(), "{");
+  std::filesystem::resize_file(folder / names.back(), std::uint64_t{5} << 30U);
+  const CountingFolder destination{openFolder(folder.path())};
+  const Marker marker = load(destination);
+  EXPECT_EQ(marker.records, std::vector{sample()});
+  EXPECT_EQ(marker.damaged, names);
+  EXPECT_LT(destination.bytesRead, 1'000'000U);
 }
 
 TEST(DestinationMarker, damagedFile_isKeptBesideTheNewOne) {

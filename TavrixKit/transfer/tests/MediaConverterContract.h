@@ -24,12 +24,12 @@ class MediaConverterContract : public testing::TestWithParam<ConverterUnderTest>
  protected:
   std::uint64_t convert(std::stop_token stop = {}) {
     return converter->convert(
-        assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{0.8}, folder / "in.part",
-        folder / "out.part", [&](double fraction) { fractions.push_back(fraction); },
-        std::move(stop));
+        assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{0.8}, *opened, "in.part",
+        "out.part", [&](double fraction) { fractions.push_back(fraction); }, std::move(stop));
   }
 
   TemporaryFolder folder;
+  const std::unique_ptr<Folder> opened = openFolder(folder.path());
   std::unique_ptr<MediaConverter> converter = GetParam().make();
   std::vector<double> fractions;
 };

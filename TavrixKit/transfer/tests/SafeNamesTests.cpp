@@ -92,6 +92,33 @@ TEST_P(RefusedNamesTest, filesGetTheirSafeForm_andAreKnownOnTheNextRun) {
 
 INSTANTIATE_TEST_SUITE_P(Codes, RefusedNamesTest, testing::Values(EINVAL, ENOENT));
 
+TEST(RefusedNames, filesOfOneShot_getTheSameNumber) {
+  for (const int threads : {1, 4}) {
+    const TemporaryFolder folder;
+    FaultyFolder destination{openFolder(folder.path())};
+    destination.faults().rule = refusingNames();
+    // A foreign film has the safe name of the first shot's film; its picture's is free.
+    folder.write("d/I-_1.MOV", "somebody's");
+    MemorySource source;
+    source.threads = threads;
+    const auto plan = TransferPlanner::plan(
+        {groupOf("d", {assetOf("A/I:_1.JPG"), assetOf("A/I:_1.MOV"), assetOf("A/I?_1.JPG"),
+                       assetOf("A/I?_1.MOV"), assetOf("A/c:.JPG")})},
+        {});
+    const auto report = TransferEngine{{.limits = {.files = 1}}}.run(plan, source, destination);
+    std::map<std::string, std::set<std::string>> stems;
+    for (const FileOutcome& file : report.files) {
+      const std::string id = file.assetID;
+      stems[id.substr(0, id.rfind('.'))].insert(file.path->substr(0, file.path->rfind('.')));
+    }
+    EXPECT_THAT(stems, testing::Each(testing::Pair(testing::_, testing::SizeIs(1))));
+    EXPECT_THAT(filesIn(folder.path()),
+                ElementsAre("d/I-_1 (2).JPG", "d/I-_1 (2).MOV", "d/I-_1 (3).JPG", "d/I-_1 (3).MOV",
+                            "d/I-_1.MOV", "d/c-.JPG"));
+    EXPECT_EQ(TransferEngine{}.run(plan, source, destination).copied, 0U);
+  }
+}
+
 TEST(RefusedNames, volumeThatRefusesOnlyTheFinalName_getsTheSafeOne) {
   const TemporaryFolder folder;
   FaultyFolder destination{openFolder(folder.path())};

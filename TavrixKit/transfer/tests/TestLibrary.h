@@ -66,12 +66,13 @@ inline TransferPlan planOf(std::size_t count, std::uint64_t size,
   return TransferPlanner::plan({groupOf(folder, assets)}, {});
 }
 
-/// An in-memory source that delivers contentOf(id) in pieces. `before` is called before each
-/// download and may throw; `bytes` may replace the content of an id; the download of an id in
-/// `failing` throws SourceError.
+/// An in-memory source that delivers contentOf(id) in pieces. `before` and `after` are called
+/// around each download and may throw; `bytes` may replace the content of an id; the download of an
+/// id in `failing` throws SourceError.
 class MemorySource : public MediaSource {
  public:
   std::function<void(const MediaAsset&)> before;
+  std::function<void(const MediaAsset&)> after;
   std::map<std::string, std::string> bytes;
   std::map<std::string, SourceError::Kind> failing;
   std::size_t pieceBytes = 256 * 1024;
@@ -90,6 +91,7 @@ class MemorySource : public MediaSource {
       const std::string piece = content.substr(at, pieceBytes);
       destination.append(std::as_bytes(std::span{piece}));
     }
+    if (after) after(asset);
   }
   int concurrentDownloads() const override { return threads; }
 };

@@ -135,7 +135,7 @@ TEST_F(TransferEngineTest, wrongSizes_failTheirFileAlone) {
   EXPECT_EQ(reasonOf(report, 0),
             "Сверка не прошла: IMG_1000.HEIC — ожидалось 1000 байт, получено 5");
   EXPECT_EQ(reasonOf(report, 1),
-            "Сверка не прошла: IMG_1001.HEIC — ожидалось 1000 байт, получено 5000");
+            "Сверка не прошла: IMG_1001.HEIC — ожидалось 1000 байт, получено больше");
   EXPECT_EQ(reasonOf(report, 3), "файла нет в источнике");
   EXPECT_EQ(report.failures.size(), 5U);
   EXPECT_THAT(report.failures[3], HasSubstr("IMG_1003.HEIC"));
@@ -144,6 +144,22 @@ TEST_F(TransferEngineTest, wrongSizes_failTheirFileAlone) {
   source = {};
   EXPECT_THAT(kindsOf(run(plan)),
               ElementsAre("copied", "copied", "copied", "copied", "copied", "alreadyThere"));
+}
+
+TEST_F(TransferEngineTest, sourceThatNeverEnds_isStoppedAtTheFirstByteTooMany) {
+  class EndlessSource : public MediaSource {
+   public:
+    std::uint64_t pieces = 0;
+    void download(const MediaAsset&, DownloadDestination& destination) override {
+      for (const std::array<std::byte, 500> piece{}; pieces < 100; ++pieces)
+        destination.append(piece);
+    }
+  } endless;
+  const auto report = TransferEngine{setup}.run(planOf(1, 1000), endless, destination);
+  EXPECT_EQ(endless.pieces, 2U);
+  EXPECT_EQ(std::get<FileOutcome::Failed>(report.files[0].kind).code,
+            (ReasonCode{.code = "tooManyBytes", .expectedBytes = 1000}));
+  EXPECT_THAT(filesIn(folder.path()), IsEmpty());
 }
 
 TEST_F(TransferEngineTest, pathsThatLeadOut_writeNothing) {
@@ -249,13 +265,13 @@ class TextConverter : public MediaConverter {
   bool writesNothing = false;
   std::uint64_t misreport = 0;
 
-  std::uint64_t convert(const MediaAsset&, const PlannedConversion&, const std::string& input,
-                        const std::string& output, const ConversionProgress&,
-                        std::stop_token) override {
-    std::ifstream in{input, std::ios::binary};
-    const std::string result = "converted:" + std::string{std::istreambuf_iterator<char>{in}, {}};
-    std::ofstream out{output, std::ios::binary};
-    if (!writesNothing) out << (fails ? "half" : result);
+  std::uint64_t convert(const MediaAsset&, const PlannedConversion&, Folder& folder,
+                        const std::string& input, const std::string& output,
+                        const ConversionProgress&, std::stop_token) override {
+    const std::string result = "converted:" + folder.readFile(input, 1'000'000);
+    const auto out = folder.createFile(output);
+    const std::string written = fails ? "half" : result;
+    if (!writesNothing) out->append(std::as_bytes(std::span{written}));
     if (fails) throw ConversionError{ConversionFailure::failed};
     return result.size() + misreport;
   }
@@ -308,7 +324,7 @@ class MeetingConverter : public TextConverter {
   explicit MeetingConverter(int awaited) : awaited_(awaited) {}
 
   std::uint64_t convert(const MediaAsset& asset, const PlannedConversion& conversion,
-                        const std::string& input, const std::string& output,
+                        Folder& folder, const std::string& input, const std::string& output,
                         const ConversionProgress& report, std::stop_token stop) override {
     std::unique_lock lock{mutex_};
     most = std::max(most, ++here_);
@@ -317,7 +333,7 @@ class MeetingConverter : public TextConverter {
     --here_;
     if (stop.stop_requested()) throw ConversionError{ConversionFailure::failed};
     report(0.5);
-    return TextConverter::convert(asset, conversion, input, output, report, stop);
+    return TextConverter::convert(asset, conversion, folder, input, output, report, stop);
   }
 
   int most = 0;

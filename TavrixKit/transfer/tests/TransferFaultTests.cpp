@@ -15,6 +15,8 @@
 #include <thread>
 
 #include "foundation/Text.h"
+#include "foundation/tests/support/LosingFolder.h"
+#include "transfer/DestinationMarker.h"
 #include "transfer/TransferEngine.h"
 #include "transfer/tests/TestLibrary.h"
 
@@ -225,6 +227,18 @@ TEST(TransferFault, lackOfDescriptors_isWaitedFor) {
     EXPECT_EQ(TransferEngine{{.limits = {.files = 3}}}.run(plan, source, destination).copied, 12U);
     expectComplete(folder.path(), plan);
   }
+  // The second attempt is not counted in addition to the first.
+  TransferProgressSnapshot last;
+  const TemporaryFolder recounted;
+  MemorySource lacking;
+  lacking.after = [hasFailed = false](const MediaAsset& asset) mutable {
+    if (!std::exchange(hasFailed, true))
+      throw SourceError{SourceError::Kind::unreadable, std::string{asset.name()}, EMFILE};
+  };
+  TransferEngine{}.run(plan, lacking, *openFolder(recounted.path()),
+                       [&](const TransferProgressSnapshot& now) { last = now; });
+  EXPECT_EQ(last.bytesDone, last.bytesTotal);
+  EXPECT_EQ(last.verifiedCount, 12U);
   // A worker that is alone does not wait for ever.
   const TemporaryFolder folder;
   FaultyFolder destination{openFolder(folder.path())};
@@ -273,6 +287,56 @@ TEST(TransferFault, realFullDisk_interruptsAndGoesOnWhenThereIsRoom) {
     expectComplete(folder.path(), plan);
   }
   ::umount(folder.path().c_str());
+}
+
+/// Copies the plan and writes a record of it, as a run does.
+void copyAndRecord(const TransferPlan& plan, Folder& destination) {
+  DestinationMarker::PhoneRecord record{1, std::string(64, 'a'), "", "", {}, {}, {}};
+  TransferEngine::Setup setup;
+  setup.limits.files = 2;
+  setup.landed = [&](const LandedFile& file) {
+    record.files.push_back({*file.outcome.path, file.outcome.bytesOnDisk, file.sha256,
+                            std::string{file.planned.asset.id()}, std::nullopt});
+  };
+  DestinationMarker::save(destination, record);
+  MemorySource source;
+  TransferEngine{setup}.run(plan, source, destination);
+  DestinationMarker::save(destination, record);
+}
+
+TEST(TransferCrash, powerThatFailsAtAnyStep_leavesOnlyWholeFilesAndRecords) {
+  const auto plan = planOf(3, 3000);
+  for (const LosingFolder::Loss loss :
+       {LosingFolder::Loss{true, true}, {true, false}, {false, true}}) {
+    bool hasFailed = true;
+    for (int failAt = 1; hasFailed; ++failAt) {
+      const TemporaryFolder folder;
+      LosingFolder destination{openFolder(folder.path())};
+      int count = 0;
+      destination.faults().rule = [&](FileOperation operation, const std::string& path) {
+        // From then on nothing happens any more, no clearing up either.
+        if (++count >= failAt) throw FileError{operation, path, EIO};
+      };
+      try {
+        copyAndRecord(plan, destination);
+      } catch (const std::exception&) {
+      }
+      hasFailed = count >= failAt;
+      destination.faults().rule = {};
+      destination.lose(loss);
+      SCOPED_TRACE(failAt);
+      expectOnlyWholeFiles(folder.path(), plan);
+      EXPECT_THAT(DestinationMarker::load(destination).damaged, IsEmpty());
+      copyAndRecord(plan, destination);
+      DestinationMarker::removeLeftOvers(destination);
+      expectOnlyWholeFiles(folder.path(), plan);
+      EXPECT_THAT(filesIn(folder.path()), testing::UnorderedElementsAreArray([&] {
+                    auto paths = pathsOf(plan);
+                    paths.insert(paths.end(), {"phone-aaaaaaaa.json", "phone-records.txt"});
+                    return paths;
+                  }()));
+    }
+  }
 }
 
 /// Copies the plan in a child process and kills it after `delay`.

@@ -11,6 +11,7 @@
 #include "cli/platform/Programs.h"
 #include "cli/platform/Terminal.h"
 #include "cli/printing/TerminalLine.h"
+#include "cli/printing/TerminalSink.h"
 #include "cli/sessions/Failures.h"
 #include "cli/sessions/StoredSettings.h"
 #include "foundation/ProcessLimits.h"
@@ -73,11 +74,13 @@ int run(const std::vector<std::string>& arguments) {
   Interrupts interrupts{[&] { err.eraseOpenLine(); }};
   const auto phones = Phones::openBrowser();
   StreamSink out{stdout};
+  TerminalSink terminal{out};
+  const auto outColumns = terminalColumns(StandardStream::output);
   const auto sleep = openSleepInhibitor();
   const Environment environment = processEnvironment();
   const auto defaults = openDefaults(environment);
   Surroundings surroundings{
-      .out = out,
+      .out = outColumns ? static_cast<TextSink&>(terminal) : out,
       .err = err,
       .environment = environment,
       .defaults = defaults.get(),
@@ -86,7 +89,7 @@ int run(const std::vector<std::string>& arguments) {
       .systemTimeZoneID = systemTimeZoneID(),
       .gazetteerPath = resourcePath("gazetteer.bin"),
       .conversionProgram = helperPath("tavrix-convert"),
-      .outColumns = terminalColumns(StandardStream::output),
+      .outColumns = outColumns,
       .errColumns = columnsForProgress(environment),
       .now =
           [] {

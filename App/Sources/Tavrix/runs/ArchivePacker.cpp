@@ -71,7 +71,7 @@ void ArchivePacker::pack(const std::string& name, const std::string& part,
   auto synced = std::async(std::launch::async, [&] { file->sync(); });
   auto digest = std::async(std::launch::async,
                            [&] { return FileDigester{stop_}.digest(destination_, part); });
-  ZipVerification::verify(destination_.path() + "/" + part, writer.entries(), step);
+  ZipVerification::verify(destination_.openDescriptor(part), writer.entries(), step);
   const auto result = digest.get();
   if (!result) throw Stopped{};
   if (result->bytes != writer.bytesWritten()) throw ZipError{ZipError::Kind::mismatch, {}};

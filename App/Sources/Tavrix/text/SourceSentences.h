@@ -31,6 +31,18 @@ inline constexpr Sentence<std::string, std::string> leftOutUnreadableFile{
 inline constexpr Sentence<std::string, std::string> leftOutTooDeep{
     "Пропущены слишком глубоко вложенные папки ({}): {}; перенесите их выше.",
     "Skipped folders that are nested too deep ({}): {}; move them further up."};
+inline constexpr Sentence<std::string, std::string> leftOutTooMany{
+    "Папок или файлов больше, чем бывает на телефоне; остальные папки не прочитаны ({}): {}. "
+    "Проверьте источник: возможно, он повреждён.",
+    "There are more folders or files than a phone can have; the other folders were not read ({}): "
+    "{}. Check the source, it may be damaged."};
+inline constexpr Sentence<std::string, std::string> leftOutTooLarge{
+    "Пропущены файлы, чей размер невозможен ({}): {}; возможно, источник повреждён.",
+    "Skipped files whose size is impossible ({}): {}; the source may be damaged."};
+inline constexpr Sentence<std::string, std::string> leftOutLongName{
+    "Пропущены файлы и папки с недопустимо длинными именами ({}): {}; возможно, источник "
+    "повреждён.",
+    "Skipped files and folders whose names are too long ({}): {}; the source may be damaged."};
 inline constexpr Sentence<std::string, std::string> leftOutVanished{
     "Файлы исчезли, пока шло чтение ({}): {}; повторите, если они должны там быть.",
     "Files disappeared while they were being read ({}): {}; try again if they should be there."};

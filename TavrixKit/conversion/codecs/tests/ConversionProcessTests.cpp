@@ -37,7 +37,7 @@ struct MisbehavingProcess : testing::Test {
     limits.silence = 1s;
     ProcessConverter converter{folder / "program", limits};
     converter.convert(assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{0.8},
-                      folder / "in.part", folder / "out.part", {}, std::move(stop));
+                      *openFolder(folder.path()), "in.part", "out.part", {}, std::move(stop));
   }
   std::string failureOf(const std::string& script) {
     try {
@@ -75,8 +75,8 @@ TEST_F(MisbehavingProcess, everyEnd_hasItsReason) {
   };
   for (const auto& [script, reason] : rows) EXPECT_EQ(failureOf(script), reason) << script;
   EXPECT_THROW(ProcessConverter{"/no/such/program"}.convert(
-                   assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{}, folder / "in.part",
-                   folder / "other", {}, {}),
+                   assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{},
+                   *openFolder(folder.path()), "in.part", "other", {}, {}),
                ConversionError);
 }
 

@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <zlib.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -38,7 +39,7 @@ struct StillConversion : testing::Test {
     std::filesystem::remove(folder / "out.part");
     ProcessConverter converter{TAVRIX_CONVERT_PROGRAM, limits};
     converter.convert(assetOf("100APPLE/IMG_1.PNG"), planned_conversion::Jpeg{quality},
-                      folder / "in.part", folder / "out.part", {}, {});
+                      *openFolder(folder.path()), "in.part", "out.part", {}, {});
     return folder.read("out.part");
   }
   std::string failureOf(const std::string& source, std::optional<ConversionLimits> limits = {}) {
@@ -206,6 +207,24 @@ TEST_F(StillConversion, limits_endTheProcess) {
                             {exifOf(6)}),
                       tight),
             "tooMuchMemory");
+}
+
+TEST_F(StillConversion, textsOfPng_areSkippedExceptItsXmp) {
+  // More texts than the library takes, each of which it would decompress.
+  std::string texts;
+  const std::string content = std::string{"zTXt"} + "a" + std::string(2, '\0') + "not compressed";
+  const auto number = [](std::uint64_t value) {
+    return std::string{char(value >> 24U), char(value >> 16U), char(value >> 8U), char(value)};
+  };
+  for (int i = 0; i < 2000; ++i) {
+    texts += number(content.size() - 4) + content +
+             number(::crc32(0, reinterpret_cast<const Bytef*>(content.data()),
+                            static_cast<uInt>(content.size())));
+  }
+  std::string png = pngOf(corners(), {{}, "<x:xmpmeta>kept</x:xmpmeta>"});
+  const std::size_t headEnd = png.find("IHDR") + 4 + 13 + 4;
+  png.insert(headEnd, texts);
+  EXPECT_THAT(convert(png), HasSubstr("<x:xmpmeta>kept</x:xmpmeta>"));
 }
 
 TEST_F(StillConversion, jpegUnderAnotherName_staysByteForByte) {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include "conversion/ProcessConverter.h"
 #include "conversion/codecs/FilmCheck.h"
 #include "conversion/codecs/tests/support/FilmMaker.h"
+#include "device/metadata/Bytes.h"
 #include "device/metadata/MetadataReader.h"
 #include "foundation/files/platform/FileDescriptor.h"
 #include "foundation/tests/support/TemporaryFolder.h"
@@ -58,6 +60,7 @@ class VideoConverterTest : public ::testing::Test {
   std::string result() const { return folder_ / "result"; }
 
   TemporaryFolder folder_;
+  const std::unique_ptr<Folder> opened_ = openFolder(folder_.path());
   std::vector<double> told_;
 };
 
@@ -205,14 +208,69 @@ TEST_F(VideoConverterTest, whatIsNoWholeFilm_isRefusedWithItsReason) {
   }
 }
 
+/// Returns the offset of the content of a box whose type occurs once in a film.
+std::size_t contentAt(const std::string& film, std::string_view type) {
+  EXPECT_EQ(film.find(type), film.rfind(type)) << type;
+  return film.find(type) + type.size();
+}
+
+std::uint32_t numberAt(const std::string& film, std::size_t at) {
+  return static_cast<std::uint32_t>(bigEndian(std::string_view{film}.substr(at, 4)));
+}
+
+std::string bigEndianText(std::size_t number) {
+  std::string text;
+  for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>(number >> unsigned(shift));
+  return text;
+}
+
+TEST_F(VideoConverterTest, indexThatListsTheSameBytesAgainAndAgain_isRefused) {
+  // Every picture is the first one, a whole picture, at the same place of the file.
+  std::string film = make({.encoder = "libx264", .soundEncoders = {}, .hasCapture = false});
+  const std::size_t sizes = contentAt(film, "stsz");
+  const std::size_t places = contentAt(film, "stco");
+  const std::uint32_t count = numberAt(film, sizes + 8);
+  const std::size_t end = places + 8 + std::size_t{4} * numberAt(film, places + 4);
+  const std::string first = film.substr(places + 8, 4);
+  std::string index = bigEndianText(20) + "stsz" + bigEndianText(0) + film.substr(sizes + 12, 4) +
+                      bigEndianText(count) + bigEndianText(12 + std::size_t{4} * count) + "stco" +
+                      bigEndianText(0) + bigEndianText(count - 1);
+  for (std::uint32_t i = 1; i < count; ++i) index += first;
+  // All but one of them leave room for the box that fills the rest.
+  const std::size_t rest = end - (sizes - 8) - index.size();
+  index += bigEndianText(rest) + "free";
+  film.replace(sizes - 8, index.size(), index);
+  const std::size_t chunks = contentAt(film, "stsc");
+  for (std::uint32_t i = 0; i < numberAt(film, chunks + 4); ++i)
+    film.replace(chunks + 12 + std::size_t{12} * i, 4, bigEndianText(1));
+  folder_.write("source", film);
+  EXPECT_EQ(failure(), "damagedInput");
+}
+
+TEST_F(VideoConverterTest, limits_growWithTheSource) {
+  const PlannedConversion film = planned_conversion::H264{};
+  const ConversionLimits ofSmall = limitsOf(film, 1'600'000);
+  const ConversionLimits ofLarge = limitsOf(film, std::uint64_t{100} << 30U);
+  EXPECT_LT(ofSmall.processorTime, std::chrono::minutes{20});
+  EXPECT_LT(ofSmall.resultBytes, std::uint64_t{1} << 30U);
+  EXPECT_EQ(ofLarge.processorTime, std::chrono::hours{12});
+  EXPECT_EQ(limitsOf(film, UINT64_MAX).resultBytes, limitsOf(film, UINT64_MAX - 1).resultBytes);
+}
+
 TEST_F(VideoConverterTest, aProcessOfItsOwn_givesTheSameAndEndsWhenStopped) {
+  // A planted pipe must not be waited for.
+  ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+  EXPECT_THROW(ProcessConverter{TAVRIX_CONVERT_PROGRAM}.convert(
+                   assetOf("100APPLE/IMG_1.MOV"), planned_conversion::H264{}, *opened_, "pipe",
+                   "of a pipe", {}, {}),
+               FileError);
   make({});
   convert();
   const std::string direct = folder_.read("result");
   ProcessConverter converter{TAVRIX_CONVERT_PROGRAM};
   const auto convertInProcess = [&](const std::string& output, std::stop_source& stop, bool stops) {
     return converter.convert(
-        assetOf("100APPLE/IMG_1.MOV"), planned_conversion::H264{}, source(), folder_ / output,
+        assetOf("100APPLE/IMG_1.MOV"), planned_conversion::H264{}, *opened_, "source", output,
         [&](double) {
           if (stops) stop.request_stop();
         },
@@ -229,7 +287,7 @@ TEST_F(VideoConverterTest, oblongPixelsAndThePlaceOfOtherMakers_stay) {
     make({.container = "mp4", .encoder = encoder, .hasPlace = true, .aspect = {4, 3}});
     std::filesystem::remove(folder_ / "out");
     EXPECT_NO_THROW(ProcessConverter{TAVRIX_CONVERT_PROGRAM}.convert(
-        assetOf("100APPLE/IMG_1.MP4"), planned_conversion::H264{}, source(), folder_ / "out", {},
+        assetOf("100APPLE/IMG_1.MP4"), planned_conversion::H264{}, *opened_, "source", "out", {},
         {}))
         << encoder;
     const std::string bytes = folder_.read("out");

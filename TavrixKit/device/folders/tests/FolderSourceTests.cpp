@@ -214,6 +214,32 @@ TEST_F(FolderSourceTest, entryOfWhichNothingIsKnown_isNamedAndMissed) {
   EXPECT_EQ(catalogue.unreadFolders(), 3U) << "the folder itself and two in it";
 }
 
+TEST_F(FolderSourceTest, sourceThatClaimsTheImpossible_isReadWithinItsLimits) {
+  using Type = FileStatus::Type;
+  // Each folder has 300 more, without end.
+  std::size_t asked = 0;
+  const auto listing = SourceFolder::list([&](const std::string&) {
+    ++asked;
+    std::vector<FolderEntry> entries;
+    for (int i = 0; i < 300; ++i) entries.push_back({std::to_string(i), {Type::folder, 0, {}}});
+    entries.push_back({"a.JPG", {Type::file, 1, {}}});
+    return entries;
+  });
+  EXPECT_LT(asked, 100U);
+  EXPECT_EQ(listing.items.size(), asked);
+  EXPECT_THAT(listing.leftOut, testing::Each(testing::Field(&LeftOut::reason, Reason::tooMany)));
+  EXPECT_TRUE(listing.leftOut.at(0).isUnseen());
+
+  const auto odd = SourceFolder::list([](const std::string&) -> std::vector<FolderEntry> {
+    return {{"a.MOV", {Type::file, INT64_MAX, {}}},
+            {"b.MOV", {Type::file, SourceFolder::maxFileBytes, {}}},
+            {std::string(5'000'000, 'c'), {Type::file, 1, {}}}};
+  });
+  EXPECT_EQ(odd.paths, std::vector<std::string>{"b.MOV"});
+  EXPECT_THAT(odd.leftOut, ElementsAre(LeftOut{"a.MOV", Reason::tooLarge},
+                                       LeftOut{std::string(60, 'c') + "…", Reason::longName}));
+}
+
 TEST_F(FolderSourceTest, folderThatTellsNamesAlone_isUnreadable) {
   namespace fs = std::filesystem;
   folder.write("DCIM/100APPLE/a.JPG", "x");

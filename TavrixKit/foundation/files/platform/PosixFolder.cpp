@@ -92,6 +92,8 @@ class PosixFolder : public Folder {
   std::unique_ptr<WritableFile> createFile(const std::string& path) override;
   std::string readFile(const std::string& path, std::uint64_t maxBytes) const override;
   std::unique_ptr<ByteReader> openFile(const std::string& path) const override;
+  FileDescriptor openDescriptor(const std::string& path) const override;
+  FileDescriptor createDescriptor(const std::string& path) override;
   void setModificationTime(const std::string& path, Instant time) override;
   void makeFolders(const std::string& path) override;
   bool renameWithoutReplacing(const std::string& from, const std::string& to) override;
@@ -117,6 +119,8 @@ class PosixFolder : public Folder {
   /// As parentOf(), but returns nullptr if there is no such folder.
   SharedDescriptor parentIfAny(const std::string& path, FileOperation operation) const;
   void checkPath(const std::string& path, FileOperation operation) const;
+  /// Creates a file that is opened with the flags `access`.
+  FileDescriptor newFile(const std::string& path, int access) const;
   SharedDescriptor openRemembered(const std::string& folder, FileOperation operation) const;
   void visitFolder(const FileDescriptor& folder, const std::string& path, const Visitor& visitor,
                    std::vector<UnreadableFolder>& unreadable) const;
@@ -192,15 +196,26 @@ std::optional<FileStatus> PosixFolder::status(const std::string& path) const {
 
 std::unique_ptr<WritableFile> PosixFolder::createFile(const std::string& path) {
   removeFile(path);
+  return std::make_unique<PosixWritableFile>(newFile(path, O_WRONLY), path_ + "/" + path);
+}
+
+FileDescriptor PosixFolder::createDescriptor(const std::string& path) {
+  return newFile(path, O_RDWR);
+}
+
+FileDescriptor PosixFolder::newFile(const std::string& path, int access) const {
   const auto parent = parentOf(path, FileOperation::create);
   FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
-                               O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                               0666 & access_)};
+                               access | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666 & access_)};
   if (!file.isOpen()) fail(FileOperation::create, path, errno);
-  return std::make_unique<PosixWritableFile>(std::move(file), path_ + "/" + path);
+  return file;
 }
 
 std::unique_ptr<ByteReader> PosixFolder::openFile(const std::string& path) const {
+  return std::make_unique<PosixFileReader>(openDescriptor(path), path_ + "/" + path);
+}
+
+FileDescriptor PosixFolder::openDescriptor(const std::string& path) const {
   const auto parent = parentOf(path, FileOperation::open);
   FileDescriptor file{::openat(parent->number(), lastPathComponent(path).c_str(),
                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
@@ -208,11 +223,14 @@ std::unique_ptr<ByteReader> PosixFolder::openFile(const std::string& path) const
   struct stat raw{};
   if (::fstat(file.number(), &raw) != 0) fail(FileOperation::status, path, errno);
   if (!S_ISREG(raw.st_mode)) fail(FileOperation::open, path, EINVAL);
-  return std::make_unique<PosixFileReader>(std::move(file), path_ + "/" + path);
+  return file;
 }
 
 std::string PosixFolder::readFile(const std::string& path, std::uint64_t maxBytes) const {
   const auto file = openFile(path);
+  // A file that is too large is refused before it is read.
+  if (const auto now = status(path); now && now->size > maxBytes)
+    fail(FileOperation::read, path, EFBIG);
   std::string content;
   std::array<char, 65536> buffer;
   for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {

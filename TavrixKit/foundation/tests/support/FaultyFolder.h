@@ -11,6 +11,7 @@
 
 #include "foundation/files/FileError.h"
 #include "foundation/files/Folder.h"
+#include "foundation/files/platform/FileDescriptor.h"
 
 namespace tavrix {
 
@@ -24,8 +25,8 @@ struct ShortWrite {
 /// It may only observe, wait or change the disk. If it throws, the operation does not take place.
 /// Operation and path of each call:
 ///
-///     createFile             create, the file
-///     readFile, openFile     read, the file
+///     createFile, createDescriptor            create, the file
+///     readFile, openFile, openDescriptor      read, the file
 ///     renames                rename, the new name
 ///     removeFile, removeAll  remove, the path
 ///     makeFolders            makeFolder, the folder
@@ -147,6 +148,14 @@ class FaultyFolder : public Folder {
   std::unique_ptr<ByteReader> openFile(const std::string& path) const override {
     ask(FileOperation::read, path);
     return inner_->openFile(path);
+  }
+  FileDescriptor openDescriptor(const std::string& path) const override {
+    ask(FileOperation::read, path);
+    return inner_->openDescriptor(path);
+  }
+  FileDescriptor createDescriptor(const std::string& path) override {
+    ask(FileOperation::create, path);
+    return inner_->createDescriptor(path);
   }
   void setModificationTime(const std::string& path, Instant time) override {
     ask(FileOperation::status, path);

@@ -19,7 +19,7 @@ struct ReasonSentence {
   Reason reason;
   const ListSentence& sentence;
 };
-constexpr std::array<ReasonSentence, 8> reasonSentences{{
+constexpr std::array<ReasonSentence, 11> reasonSentences{{
     {Reason::hidden, sentences::leftOutHidden},
     {Reason::placeholder, sentences::leftOutPlaceholder},
     {Reason::link, sentences::leftOutLink},
@@ -27,6 +27,9 @@ constexpr std::array<ReasonSentence, 8> reasonSentences{{
     {Reason::unreadableFolder, sentences::leftOutUnreadableFolder},
     {Reason::unreadableFile, sentences::leftOutUnreadableFile},
     {Reason::tooDeep, sentences::leftOutTooDeep},
+    {Reason::tooMany, sentences::leftOutTooMany},
+    {Reason::tooLarge, sentences::leftOutTooLarge},
+    {Reason::longName, sentences::leftOutLongName},
     {Reason::vanished, sentences::leftOutVanished},
 }};
 

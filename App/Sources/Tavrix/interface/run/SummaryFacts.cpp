@@ -29,7 +29,8 @@ class Reasons {
 
   void add(const FileOutcome& outcome, const FileOutcome::Failed& failed) {
     std::string reason = reasonBesideName(language_, failed.reason);
-    const bool hasSizes = failed.code.code == "sizesDiffer";
+    const std::string& code = failed.code.code;
+    const bool hasSizes = code == "sizesDiffer" || code == "tooManyBytes";
     SummaryFacts::File file = fileOf(outcome);
     if (hasSizes) file.detail = std::exchange(reason, say(language_, sentences::wrongSizes));
     of(printable(reason)).files.push_back(std::move(file));

@@ -1,4 +1,4 @@
-#include "conversion/codecs/platform/Descriptors.h"
+#include "conversion/platform/Descriptors.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
-#include "conversion/codecs/platform/DescriptorReader.h"
+#include "conversion/platform/DescriptorReader.h"
 
-#include "conversion/codecs/platform/Descriptors.h"
+#include "conversion/platform/Descriptors.h"
 #include "foundation/files/FileError.h"
 
 namespace tavrix {
