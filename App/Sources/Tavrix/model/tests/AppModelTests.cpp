@@ -158,6 +158,31 @@ TEST_F(AppModelTest, foldersThatStay_areTheSameObjects) {
   EXPECT_TRUE(isSame(after[1], (*state().displayGroups)[1]));
 }
 
+TEST_F(AppModelTest, suggestedMerge_isGoneOnceItIsMadeOrRejected) {
+  // More days at home, then two stays in one place with an outing between them.
+  for (const auto& [number, day] :
+       {std::pair{24, 5}, {25, 6}, {26, 7}, {60, 10}, {61, 11}, {90, 12}, {62, 13}, {64, 14}}) {
+    phone.addFile(number, false, 24 * day);
+  }
+  makeReady();
+  model->changeSettings(withLayout(*state().settings, LayoutChoice::trips));
+  settle();
+  ASSERT_THAT(*state().mergeSuggestions, SizeIs(1));
+  const auto ids = state().mergeSuggestions->front().groupIDs;
+  EXPECT_THAT(ids, SizeIs(3));
+  model->mergeGroups(ids);
+  settle();
+  EXPECT_THAT(*state().mergeSuggestions, IsEmpty());
+  const std::string merged = GroupMerging::mergedID(ids);
+  EXPECT_THAT(idsOf(state().displayGroups), testing::Contains(merged));
+  model->unmergeGroup(merged);
+  settle();
+  EXPECT_THAT(*state().mergeSuggestions, SizeIs(1));
+  model->rejectSuggestion(ids);
+  settle();
+  EXPECT_THAT(*state().mergeSuggestions, IsEmpty());
+}
+
 TEST_F(AppModelTest, mergeAndRename_standUntilTheyAreTakenBack) {
   makeReady();
   model->mergeGroups({"2026-05-21", "2026-05-20"});
