@@ -112,8 +112,8 @@ MediaGroup stayGroup(const std::vector<DatedShot>& shots, const Stay& stay, cons
   return std::move(builder).finish();
 }
 
-/// Returns for each stay whether it is a group: a trip, or an outing that is merged with another
-/// stay.
+/// Returns one value for each stay, true if the stay is a group: a trip, or an outing that is
+/// merged with another stay.
 std::vector<bool> groupsAmong(const std::vector<Stay>& stays, const std::vector<std::string>& ids,
                               const GroupMerges& merges, const GroupingSettings& settings) {
   std::vector<bool> isGroup;

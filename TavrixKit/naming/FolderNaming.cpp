@@ -49,12 +49,15 @@ std::string templateName(const Settings& settings, const MediaGroup& group,
   return FolderName::sanitise(settings.datelessName);
 }
 
+/// Returns the name that the user gave, or nullptr if there is none or it is empty.
+const std::string* manualName(const Settings& settings, const MediaGroup& group) {
+  const auto manual = settings.overrides.find(group.id);
+  return manual == settings.overrides.end() || manual->second.empty() ? nullptr : &manual->second;
+}
+
 std::string nameAt(const Settings& settings, const MediaGroup& group,
                    const std::optional<GroupPlaces>& places) {
-  const auto manual = settings.overrides.find(group.id);
-  if (manual != settings.overrides.end() && !manual->second.empty()) {
-    return FolderName::sanitise(manual->second);
-  }
+  if (const auto* const manual = manualName(settings, group)) return FolderName::sanitise(*manual);
   if (settings.nameByGroupID) return FolderName::sanitise(group.id);
   return templateName(settings, group, places);
 }
@@ -83,9 +86,7 @@ std::string nameGroup(const Settings& settings, const MediaGroup& group) {
 
 bool isNamedLikeDay(const Settings& settings, const MediaGroup& group) {
   if (!group.calendarUnit || !group.dateStart || settings.nameByGroupID) return false;
-  const auto manual = settings.overrides.find(group.id);
-  if (manual != settings.overrides.end() && !manual->second.empty()) return false;
-  return !settings.wholeFolderDates &&
+  return !settings.wholeFolderDates && manualName(settings, group) == nullptr &&
          withWholeDates(settings.nameTemplate, *group.calendarUnit) != settings.nameTemplate;
 }
 

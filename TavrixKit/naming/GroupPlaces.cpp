@@ -45,15 +45,16 @@ class Count {
   explicit Count(const std::optional<GeoPoint>& center) : center_(center) {}
 
   /// Adds the shots of a cell, which is at `center`.
-  void add(std::size_t shots, const GeoPoint& center, const PlaceNames& names) {
+  void add(const CellShots& cell, const GeoPoint& center, const PlaceNames& names) {
     const std::string identity = names.identity();
     if (identity.empty()) return;
     const auto [found, isNew] = placeOfIdentity_.try_emplace(identity, places_.size());
-    if (isNew) places_.push_back({names, center, 0});
+    if (isNew) places_.push_back({names, cell.key, center, 0});
     GroupPlaces::Place& place = places_[found->second];
-    place.shots += shots;
+    place.shots += cell.count;
     if (center_ &&
         haversineDistanceKm(center, *center_) < haversineDistanceKm(place.center, *center_)) {
+      place.key = cell.key;
       place.center = center;
     }
   }
@@ -87,7 +88,7 @@ GroupPlaces placesOf(const MediaGroup& group, const PlaceLookup& lookup,
   for (const CellShots& cell : cellsOf(group, lookup)) {
     result.locatedShots += cell.count;
     if (const auto names = lookup.names(cell.key, localeID)) {
-      count.add(cell.count, lookup.center(cell.key).value_or(cell.firstShot), *names);
+      count.add(cell, lookup.center(cell.key).value_or(cell.firstShot), *names);
     } else {
       result.unresolved.push_back(cell.firstShot);
     }

@@ -14,7 +14,8 @@ namespace tavrix {
 struct GroupPlaces {
   struct Place {
     PlaceNames names;
-    GeoPoint center;        ///< of the cell of this place that is nearest to the group's centre
+    std::string key;        ///< of the cell of this place that is nearest to the group's centre
+    GeoPoint center;        ///< of that cell
     std::size_t shots = 0;  ///< the number of the group's shots there
 
     friend bool operator==(const Place&, const Place&) = default;

@@ -90,8 +90,9 @@ std::string phoneKey(const std::string& folder);
 
 /// The number of levels of nested folders that are listed.
 inline constexpr int maxDepth = 16;
-/// Limits of a whole source. A phone or a card that claims more is damaged or lies.
-inline constexpr std::size_t maxFolders = 20'000;
+/// Limits of a whole source. A phone or a card that claims more is damaged or lies; a library on a
+/// disk may well have tens of thousands of folders.
+inline constexpr std::size_t maxFolders = 200'000;
 inline constexpr std::size_t maxEntries = 5'000'000;
 /// Limits of one file: 64 TiB, and the length of its name in bytes. Volumes of phones and cards
 /// accept 255 characters, at most 1020 bytes.

@@ -72,6 +72,7 @@ TEST(GroupPlaces, place_isTheCellOfTheCityNearestToTheCentre) {
   ASSERT_EQ(places.places.size(), 2U);
   EXPECT_EQ(places.places[0].shots, 3U);
   EXPECT_EQ(places.places[0].center, (GeoPoint{50.5, 7}));
+  EXPECT_EQ(places.places[0].key, "50");
   EXPECT_EQ(places.locatedShots, 4U);
   EXPECT_THAT(placesOf(groupAt({70.1, 70.2, 80.1}), DegreeCells{}, "en").unresolved,
               ElementsAre(GeoPoint{70.1, 7}, GeoPoint{80.1, 7}));

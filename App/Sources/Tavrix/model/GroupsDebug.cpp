@@ -50,13 +50,10 @@ std::string GroupsDebug::encode(const DisplayGroups& groups, const CheckMarks& c
   for (const auto& group : *groups) writeGroup(json, *group, checks.isIncluded(group->key));
   json.endArray();
   json.key("merges").beginArray();
-  const auto merges = settings.gathering.mergesByMode.find(textOf(settings.gathering.uiMode));
-  if (merges != settings.gathering.mergesByMode.end()) {
-    for (const auto& ids : merges->second) {
-      json.beginObject();
-      writeTexts(json, "groups", ids);
-      json.endObject();
-    }
+  for (const auto& ids : ofCurrentMode(settings, &Settings::Gathering::mergesByMode)) {
+    json.beginObject();
+    writeTexts(json, "groups", ids);
+    json.endObject();
   }
   json.endArray().endObject();
   json.finish();

@@ -55,16 +55,18 @@ std::optional<std::string> homeName(const RunRecordInput& run) {
 /// Returns the place after which a group is named. Without names it is the group's centre.
 std::optional<TransferRecord::Place> placeOf(const MediaGroup& group, const PlaceLookup* lookup) {
   if (!group.place) return std::nullopt;
-  GeoPoint point = *group.place;
-  if (lookup != nullptr) {
-    const GroupPlaces named = placesOf(group, *lookup, "en");
-    if (!named.places.empty()) point = named.places.front().center;
-  }
   TransferRecord::Place place;
-  place.latitude = point.latitude;
-  place.longitude = point.longitude;
+  place.latitude = group.place->latitude;
+  place.longitude = group.place->longitude;
   if (lookup == nullptr) return place;
-  const std::string key = lookup->placeKey(point);
+  std::string key = lookup->placeKey(*group.place);
+  const GroupPlaces named = placesOf(group, *lookup, "en");
+  if (!named.places.empty()) {
+    const GroupPlaces::Place& city = named.places.front();
+    place.latitude = city.center.latitude;
+    place.longitude = city.center.longitude;
+    key = city.key;
+  }
   for (const std::string language : {"en", "ru"}) {
     if (const auto names = lookup->names(key, language)) addName(place, language, *names);
   }

@@ -41,7 +41,7 @@ class PictureSource {
   /// Reads the catalogue. If `stop` is requested, the catalogue is incomplete. Throws SnapshotError
   /// or FileError for a folder, PhoneNotReady for a phone.
   virtual FolderCatalogue readCatalogue(const ReadingSetup& reading) = 0;
-  /// Returns whether names may date files: those of a card, whose own dates a copy may have
+  /// Returns true if names may date files: those of a card, whose own dates a copy may have
   /// changed, unless the user turned that off.
   DatesFromNames datesFromNames(const Settings::Gathering& settings) const {
     const bool isUsed = kind() == Kind::card && settings.datesFromNames;

@@ -67,7 +67,7 @@ ExitStatus listGroups(const CommandContext& context) {
   std::optional<std::size_t> accepted;
   if (context.call.acceptsSuggestions) {
     accepted = library.suggestions.size();
-    keepMerges(context, library.suggestions);
+    if (*accepted > 0) keepMerges(context, library.suggestions);
     Settings settings = context.settings;
     merge(settings, library.suggestions);
     library =
