@@ -65,7 +65,7 @@ std::string nameAt(const Settings& settings, const MediaGroup& group,
 /// Distinguishes equal names by a number.
 class NameCounter {
  public:
-  std::string numbered(std::string name) {
+  std::string numbered(const std::string& name) {
     const std::size_t count = ++counts_[name];
     return count == 1 ? name : name + " (" + std::to_string(count) + ")";
   }
@@ -105,7 +105,7 @@ Result resolve(const Settings& settings, const std::vector<Shared<MediaGroup>>& 
       }
     }
     std::string name = nameAt(settings, *group, places);
-    if (!settings.mergeSameNames) name = counter.numbered(std::move(name));
+    if (!settings.mergeSameNames) name = counter.numbered(name);
     result.rows.push_back({std::move(name), group});
   }
   return result;

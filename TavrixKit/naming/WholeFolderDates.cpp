@@ -1,6 +1,6 @@
 #include "naming/WholeFolderDates.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace tavrix {
 namespace {
