@@ -1,3 +1,5 @@
+#include <openssl/crypto.h>
+
 #include <array>
 #include <map>
 #include <mutex>
@@ -13,6 +15,11 @@ namespace tavrix {
 namespace {
 
 constexpr const char* label = "tavrix";
+
+/// Keeps the cryptographic library usable while the program exits. A call that was given up may
+/// still use it then, and would crash if the library released its tables. This takes effect only
+/// before the library is used for the first time, therefore before main().
+[[maybe_unused]] const int keepsCryptography = OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
 
 PhoneState stateOf(lockdownd_error_t error) {
   switch (error) {

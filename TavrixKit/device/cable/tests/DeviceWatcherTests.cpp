@@ -3,11 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <map>
 #include <set>
 
 #include "device/cable/tests/support/SimulatedCable.h"
 #include "device/metadata/tests/support/SampleFiles.h"
+#include "foundation/Digest.h"
 #include "foundation/files/FileError.h"
 #include "foundation/tests/support/ManualMainLoop.h"
 
@@ -254,6 +256,20 @@ TEST_F(DeviceWatcherTest, phoneOnTheBusThatNobodyHandsOver_isToldAfterTwelveSeco
   cable.plugIn();
   ASSERT_TRUE(runUntil([&] { return !watcher->phoneOnCableButUnseen(); }));
   EXPECT_THAT(unseen, ElementsAre(true, false));
+}
+
+/// Ends the process as a program does that gave up a call: the call is still at work afterwards.
+[[noreturn]] void exitWithWorkLeft() {
+  std::atexit([] {
+    // Runs after the functions that were registered later, the library's own among them.
+    std::_Exit(md5Hex("").starts_with("d41d8cd9") ? 0 : 3);
+  });
+  static_cast<void>(md5Hex("the first use"));
+  std::exit(4);
+}
+
+TEST(PhonesTest, callThatWasGivenUp_mayStillEncryptWhileTheProgramExits) {
+  EXPECT_EXIT(exitWithWorkLeft(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(DeviceWatcherTest, phoneThatHangs_failsAndIsReadWhenItSpeaksAgain) {
