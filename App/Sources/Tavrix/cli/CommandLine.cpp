@@ -32,6 +32,14 @@ bool takesValue(std::string_view option) {
          });
 }
 
+bool isOption(std::string_view argument) {
+  const auto isIt = [argument](const auto& option) { return option.name == argument; };
+  return std::ranges::any_of(commonOptions(), isIt) ||
+         std::ranges::any_of(commandTable(), [&](const CommandSpec& command) {
+           return std::ranges::any_of(command.options, isIt);
+         });
+}
+
 /// The parser ends a command at "++", so a mark replaces it. The mark contains a zero byte, which
 /// no argument of a program can contain.
 constexpr std::string_view plusPlus = "++";
@@ -131,9 +139,9 @@ class Parser {
     command.add_option(name, values)->expected(1)->allow_extra_args(false)->take_all();
   }
 
-  /// Adds an option with a value. If it is given twice, the last value is used.
+  /// Adds an option with a value. The parser accepts it several times; checkOnce() rejects that.
   void addOption(CLI::App& command, const std::string& name) {
-    command.add_option(name, slot_)->take_last();
+    command.add_option(name, slot_)->take_all();
   }
 
   void addCommands() {
@@ -168,6 +176,7 @@ class Parser {
   }
 
   void run(const std::vector<std::string>& arguments) {
+    checkValues(arguments);
     try {
       std::vector<std::string> lastFirst = forParser(arguments);
       std::reverse(lastFirst.begin(), lastFirst.end());
@@ -177,6 +186,18 @@ class Parser {
       fail(say(language_, sentences::optionValueMissing, text.substr(0, text.find(':'))));
     } catch (const CLI::ParseError&) {
       fail(say(language_, sentences::argumentsUnclear));
+    }
+  }
+
+  /// Rejects an option that is followed by another option in place of its value. A value of that
+  /// name is given with "=".
+  void checkValues(const std::vector<std::string>& arguments) const {
+    for (std::size_t i = 0; i + 1 < arguments.size() && arguments[i] != "--"; ++i) {
+      if (!takesValue(arguments[i])) continue;
+      if (isOption(arguments[i + 1])) {
+        fail(say(language_, sentences::optionValueMissing, arguments[i]));
+      }
+      ++i;
     }
   }
 
@@ -245,11 +266,16 @@ class Parser {
     return option->results().back();
   }
 
-  void takeOptions(const CommandSpec& form) {
-    const std::string language = given(app_, "--lang").value_or("ru");
-    if (app_.get_option("--lang")->count() > 1) {
-      fail(say(language_, sentences::optionTwice, "--lang"));
+  void checkOnce(const CLI::App& command, std::string_view name) const {
+    const CLI::Option* const option = command.get_option_no_throw(std::string{name});
+    if (option != nullptr && option->count() > 1) {
+      fail(say(language_, sentences::optionTwice, name));
     }
+  }
+
+  void takeOptions(const CommandSpec& form) {
+    for (const std::string_view name : {"--lang", "--progress", "--state"}) checkOnce(app_, name);
+    const std::string language = given(app_, "--lang").value_or("ru");
     if (!isLanguageChoice(language)) {
       fail(say(language_, sentences::unknownLanguage, printable(language)));
     }
@@ -259,7 +285,9 @@ class Parser {
     call_.progress = *progressForm;
     call_.stateFolder = given(app_, "--state");
     for (const CommandOption& option : form.options) {
-      if (option.value != nullptr) option.value(call_) = given(commandOf(form), option.name);
+      if (option.value == nullptr) continue;
+      checkOnce(commandOf(form), option.name);
+      option.value(call_) = given(commandOf(form), option.name);
     }
   }
 

@@ -79,6 +79,9 @@ inline constexpr Sentence<Text, Text, Text> settingUnknownKeyLike{
 inline constexpr Sentence<Text, Text, Text> settingBadValue{
     "Настройка «{}» не принимает значение «{}»; можно: {}.",
     "The setting “{}” does not accept the value “{}”; allowed: {}."};
+inline constexpr Sentence<Text, Text, Text, Text> settingBadValueLike{
+    "Настройка «{0}» не принимает значение «{1}». Может быть, {2}? Можно: {3}.",
+    "The setting “{0}” does not accept the value “{1}”. Did you mean {2}? Allowed: {3}."};
 inline constexpr Sentence<Text, Text, Text> variableBadValue{
     "Переменная окружения {} не принимает значение «{}»; можно: {}.",
     "The environment variable {} does not accept the value “{}”; allowed: {}."};

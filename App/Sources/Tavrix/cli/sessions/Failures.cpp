@@ -1,6 +1,7 @@
 #include "cli/sessions/Failures.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 
 #include "cli/call/Nearest.h"
@@ -48,6 +49,12 @@ std::optional<std::string> meantFolder(const UnknownFolder& fault) {
   return isFound ? std::optional{*found} : std::nullopt;
 }
 
+/// Returns the word that was probably meant as the value of a setting.
+std::optional<std::string> nearestValue(const SettingError& error) {
+  if (error.form != SettingForm::boolean) return nearest(error.value, error.choices);
+  return nearest(error.value, std::array{"true", "false"});
+}
+
 CommandFailure unknownFolderFailure(Language language, const UnknownFolder& fault) {
   const std::string wanted = forSentence(fault.wanted());
   const auto meant = meantFolder(fault);
@@ -87,8 +94,12 @@ CommandFailure settingFailure(Language language, const SettingError& error) {
     return {ExitStatus::usage, say(language, sentences::settingBadTemplate, key, value,
                                    templateFaultText(language, *error.template_, error.value))};
   }
-  return {ExitStatus::usage, say(language, sentences::settingBadValue, key, value,
-                                 allowedValues(language, error.form, error.choices))};
+  const std::string allowed = allowedValues(language, error.form, error.choices);
+  if (const auto meant = nearestValue(error)) {
+    return {ExitStatus::usage,
+            say(language, sentences::settingBadValueLike, key, value, *meant, allowed)};
+  }
+  return {ExitStatus::usage, say(language, sentences::settingBadValue, key, value, allowed)};
 }
 
 CommandFailure variableFailure(Language language, std::string_view variable,

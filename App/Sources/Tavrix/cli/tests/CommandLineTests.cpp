@@ -60,11 +60,23 @@ TEST(CommandLine, emptyValue_isAValueAndTakesNoOtherArgument) {
   EXPECT_THAT(parsed({"catalog", "--", "--set="}).operands, ElementsAre("--set="));
 }
 
-TEST(CommandLine, optionGivenTwice_lastOneCounts) {
-  const Invocation call = parsed(
-      {"plan", "A", "B", "--device-name", "X", "--device-name", "Y", "--state=S", "--state", "T"});
-  EXPECT_EQ(call.deviceName, "Y");
-  EXPECT_EQ(call.stateFolder, "T");
+TEST(CommandLine, optionGivenTwice_isRejected) {
+  for (const std::vector<std::string>& twice :
+       {std::vector<std::string>{"--device-name=X", "--device-name", "Y"},
+        {"--state=S", "--state", "S"},
+        {"--last", "7d", "--last", "3w"},
+        {"--progress=none", "--progress=bar"}}) {
+    std::vector<std::string> arguments{"plan", "A", "B"};
+    arguments.insert(arguments.end(), twice.begin(), twice.end());
+    EXPECT_THROW(parsed(arguments), CommandFailure) << twice.front();
+  }
+}
+
+TEST(CommandLine, optionInPlaceOfAValue_isNoValue) {
+  EXPECT_THROW(parsed({"groups", "A", "--only", "--quiet"}), CommandFailure);
+  EXPECT_THROW(parsed({"plan", "A", "B", "--device-name", "--json"}), CommandFailure);
+  EXPECT_EQ(parsed({"plan", "A", "B", "--device-name=--json"}).deviceName, "--json");
+  EXPECT_THAT(parsed({"groups", "--", "--quiet"}).operands, ElementsAre("--quiet"));
 }
 
 TEST(CommandLine, demoFolder_standsInForAMissingSource) {
@@ -108,6 +120,10 @@ TEST(CommandLine, wrongCall_isOneSentenceInTheLanguageOfTheCall) {
       {{"groups", "phone", "--set", "editedPolicy=x"},
        "both, editedOnly, originalsOnly",
        "both, editedOnly, originalsOnly"},
+      {{"groups", "phone", "--set", "uiMode=tirps"},
+       "значение «tirps». Может быть, trips? Можно: byDate, events",
+       "value “tirps”. Did you mean trips? Allowed: byDate, events"},
+      {{"groups", "phone", "--set", "onlyNew=ture"}, "Может быть, true?", "Did you mean true?"},
       {{"groups", "phone", "--set", "onlyNew"}, "КЛЮЧ=ЗНАЧЕНИЕ", "KEY=VALUE"},
       {{"groups", "phone", "--set", R"(nameTemplate={"tokens":[{"no":{}}],"language":"english"})"},
        "в элементе 1 поля «no» нет, можно: year, month",
