@@ -136,6 +136,7 @@ WayBack wayBack(Settings settings, const std::string& systemLocaleID, const Fold
     }
   }
   way.isComplete = folderMaking(settings, way.locale.value_or(systemLocaleID)) == before;
+  way.settings = std::move(settings);
   return way;
 }
 

@@ -20,6 +20,7 @@ struct WayBack {
   std::vector<std::string> keys;         ///< settings that differ, as in a making
   std::vector<std::string> assignments;  ///< "KEY=VALUE" for withSetting()
   std::optional<std::string> locale;     ///< the locale to set, if that differs
+  Settings settings{};                   ///< the given ones with the assignments
   /// The assignments and the locale give the earlier making again.
   bool isComplete = false;
 };

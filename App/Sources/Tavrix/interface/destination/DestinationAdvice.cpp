@@ -1,11 +1,16 @@
 #include "interface/destination/DestinationAdvice.h"
 
+#include <fmt/ranges.h>
+
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "foundation/Sentences.h"
 #include "interface/words/DestinationBarSentences.h"
 #include "runs/Destination.h"
 #include "services/FailureText.h"
+#include "settings/FolderMaking.h"
 #include "text/DifferingText.h"
 #include "text/PlanSentences.h"
 #include "text/SentenceParts.h"
@@ -57,20 +62,59 @@ class StatusTeller {
   DestinationAdvice& advice_;
 };
 
-std::vector<std::string> warningsOf(Language language, const DestinationFindings& findings) {
+/// Returns the part of the inspector in which a setting of the names is found.
+const Sentence<>& subjectOf(std::string_view key) {
+  constexpr std::array<std::pair<std::string_view, const Sentence<>*>, 12> subjects{{
+      {"timeZoneID", &sentences::subjectTimeZone},
+      {"nameByGroupID", &sentences::subjectNames},
+      {"nameTemplate", &sentences::subjectNames},
+      {"locale", &sentences::subjectLocale},
+      {"datelessName", &sentences::subjectNames},
+      {"geocodingEnabled", &sentences::subjectPlaces},
+      {"mergeDistricts", &sentences::subjectPlaces},
+      {"severalCities", &sentences::subjectPlaces},
+      {"wholeFolderDates", &sentences::subjectNames},
+      {"mergeSameNames", &sentences::subjectNames},
+      {"photoJPEG", &sentences::subjectFormat},
+      {"videoH264", &sentences::subjectFormat},
+  }};
+  const auto* const found =
+      std::ranges::find(subjects, key, &decltype(subjects)::value_type::first);
+  if (found != subjects.end()) return *found->second;
+  const bool isOfFiles = key.starts_with("separate") || key.starts_with("flatten");
+  if (isOfFiles) return sentences::subjectKinds;
+  const bool isPrefix = key == "fileNamePrefixMode" || key == "customFileNamePrefix";
+  return isPrefix ? sentences::subjectPrefix : sentences::subjectGathering;
+}
+
+std::string subjectsOf(Language language, const std::vector<std::string>& keys) {
+  std::vector<std::string> subjects;
+  for (const std::string& key : keys) {
+    std::string subject = say(language, subjectOf(key));
+    if (std::ranges::find(subjects, subject) == subjects.end()) {
+      subjects.push_back(std::move(subject));
+    }
+  }
+  return fmt::format("{}", fmt::join(subjects, ", "));
+}
+
+std::string againText(Language language, const CopiesAgain& again, const WayBack& way) {
+  const std::string files = counted(language, again.files, shared::files);
+  if (!way.keys.empty()) {
+    return say(language, shared::copiesAgainChanged, files, subjectsOf(language, way.keys));
+  }
+  if (again.folders.empty()) return say(language, shared::copiesAgain, files);
+  return say(language, shared::copiesAgainFrom, files, forSentence(again.folders.front()));
+}
+
+std::vector<std::string> warningsOf(Language language, const DestinationFindings& findings,
+                                    const WayBack& way) {
   std::vector<std::string> warnings;
   if (const auto& card = findings.knownCard) {
     warnings.push_back(say(language, sentences::cardSeemsKnown, numberText(language, card->known),
                            counted(language, card->planned, shared::filesOfTotal)));
   }
-  if (findings.again.files > 0) {
-    const std::string files = counted(language, findings.again.files, shared::files);
-    const auto& folders = findings.again.folders;
-    warnings.push_back(
-        folders.empty() || findings.again.before
-            ? say(language, shared::copiesAgain, files)
-            : say(language, shared::copiesAgainFrom, files, forSentence(folders.front())));
-  }
+  if (findings.again.files > 0) warnings.push_back(againText(language, findings.again, way));
   for (std::string& text : differingTexts(language, findings.differing)) {
     warnings.push_back(std::move(text));
   }
@@ -93,10 +137,17 @@ std::uint64_t neededBytes(const AppState& state) {
   return state.newBytes + largest;
 }
 
-DestinationAdvice adviceOf(Language language, const AppState& state) {
+DestinationAdvice adviceOf(Language language, const AppState& state,
+                           const std::string& systemLocaleID) {
   DestinationAdvice advice;
   std::visit(StatusTeller{language, state, advice}, state.destinationState);
-  advice.warnings = warningsOf(language, *state.findings);
+  const CopiesAgain& again = state.findings->again;
+  WayBack way;
+  if (again.files > 0 && again.before) {
+    way = wayBack(*state.settings, systemLocaleID, *again.before);
+  }
+  advice.warnings = warningsOf(language, *state.findings, way);
+  if (way.isComplete && !way.locale) advice.keepingNames = std::move(way.settings);
   if (state.newFilesCount > 0) {
     const std::string files = counted(language, state.newFilesCount, shared::files);
     advice.effect = bytesText(language, state.newBytes);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ struct DestinationAdvice {
   Tone tone = Tone::quiet;  ///< of `status`
   /// Sentences to know before the transfer.
   std::vector<std::string> warnings;
+  /// The settings with which the files that are there keep their names; nullopt if none would be
+  /// copied again, or if settings alone do not help.
+  std::optional<Settings> keepingNames;
   /// The bytes of the transfer: "142 ГБ"; why there are none, if so.
   std::string effect;
   std::string button;
@@ -24,7 +28,8 @@ struct DestinationAdvice {
   friend bool operator==(const DestinationAdvice&, const DestinationAdvice&) = default;
 };
 
-DestinationAdvice adviceOf(Language language, const AppState& state);
+DestinationAdvice adviceOf(Language language, const AppState& state,
+                           const std::string& systemLocaleID);
 
 /// Returns the most bytes that a transfer needs at any one time. Archives exist at the same time as
 /// the files that they are made from.

@@ -40,7 +40,7 @@ DestinationModel* DestinationModel::create(QQmlEngine* engine, QJSEngine* /*scri
 }
 
 void DestinationModel::refresh() {
-  advice_ = adviceOf(words_.language(), model_.state());
+  advice_ = adviceOf(words_.language(), model_.state(), session_.surroundings().systemLocaleID);
   Q_EMIT changed();
 }
 
@@ -106,6 +106,10 @@ QString DestinationModel::lastText() const {
 
 void DestinationModel::choose(const QUrl& folder) {
   if (folder.isLocalFile()) model_.setDestination(folder.toLocalFile().toStdString());
+}
+
+void DestinationModel::keepNames() {
+  if (advice_.keepingNames) model_.changeSettings(*advice_.keepingNames);
 }
 
 void DestinationModel::chooseLast() {

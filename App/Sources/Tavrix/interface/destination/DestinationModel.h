@@ -29,6 +29,8 @@ class DestinationModel : public QObject {
   Q_PROPERTY(QString status READ status NOTIFY changed)
   Q_PROPERTY(Tone tone READ tone NOTIFY changed)
   Q_PROPERTY(QStringList warnings READ warnings NOTIFY changed)
+  /// True if keepNames() would spare copies of files that are there under other names.
+  Q_PROPERTY(bool canKeepNames READ canKeepNames NOTIFY changed)
   Q_PROPERTY(QString effect READ effect NOTIFY changed)
   Q_PROPERTY(QString buttonText READ buttonText NOTIFY changed)
   /// The button for the folder of this phone's last run; empty if there is none to offer.
@@ -48,12 +50,15 @@ class DestinationModel : public QObject {
   QString status() const;
   Tone tone() const { return static_cast<Tone>(advice_.tone); }
   QStringList warnings() const;
+  bool canKeepNames() const { return advice_.keepingNames.has_value(); }
   QString effect() const { return QString::fromStdString(advice_.effect); }
   QString buttonText() const { return QString::fromStdString(advice_.button); }
   QString lastText() const;
 
   Q_INVOKABLE void choose(const QUrl& folder);
   Q_INVOKABLE void chooseLast();
+  /// Sets the settings back with which the folders of the destination were named.
+  Q_INVOKABLE void keepNames();
   Q_INVOKABLE void transfer() { model_.startTransfer(); }
 
  Q_SIGNALS:

@@ -119,5 +119,11 @@ Rectangle {
                 tone: DestinationModel.Warning
             }
         }
+        QuietLink {
+            x: 20
+            visible: DestinationModel.canKeepNames
+            text: Words.keepNames
+            onClicked: DestinationModel.keepNames()
+        }
     }
 }

@@ -9,7 +9,9 @@
 namespace tavrix::window {
 namespace {
 
-using testing::Contains;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using Tone = DestinationAdvice::Tone;
@@ -26,7 +28,7 @@ AppState stateWith(DestinationState destination, std::uint64_t newBytes = 5'000'
 TEST(DestinationAdvice, everyState_isSaidBeforeThePress) {
   namespace state = destination_state;
   const auto advice = [](DestinationState destination) {
-    return adviceOf(Language::russian, stateWith(std::move(destination)));
+    return adviceOf(Language::russian, stateWith(std::move(destination)), "ru_RU");
   };
   EXPECT_EQ(advice(state::Ready{8'000'000}).status, "После переноса останется 3,0\u00A0МБ");
   EXPECT_EQ(advice(state::Ready{8'000'000}).button, "Перенести 21 файл");
@@ -46,7 +48,7 @@ TEST(DestinationAdvice, archives_needRoomBesideTheirFiles) {
   settings.layout.packAsZip = true;
   state.settings = settings;
   EXPECT_EQ(neededBytes(state), 10'000'000U);
-  EXPECT_EQ(adviceOf(Language::russian, state).tone, Tone::warning);
+  EXPECT_EQ(adviceOf(Language::russian, state, "ru_RU").tone, Tone::warning);
 }
 
 struct LookingAhead : ModelHarness {
@@ -68,11 +70,18 @@ TEST(LookingAhead, copiesUnderOtherNames_areFoundBeforeThePress) {
   harness.model->changeSettings(settings);
   harness.settle();
   EXPECT_EQ(harness.state().findings->again.files, 12U);
-  EXPECT_THAT(adviceOf(Language::russian, harness.state()).warnings,
-              Contains(HasSubstr("12 файлов")));
+  const auto advice = adviceOf(Language::russian, harness.state(), "ru_RU");
+  EXPECT_THAT(advice.warnings,
+              ElementsAre(AllOf(HasSubstr("12 файлов"), EndsWith(": начало имён файлов."))));
+  harness.model->changeSettings(*advice.keepingNames);
+  harness.settle();
+  EXPECT_EQ(harness.state().findings->again.files, 0U);
+  EXPECT_EQ(adviceOf(Language::russian, harness.state(), "ru_RU").keepingNames, std::nullopt);
+  harness.model->changeSettings(settings);
+  harness.settle();
   harness.model->includeNone();
   harness.settle();
-  EXPECT_THAT(adviceOf(Language::russian, harness.state()).warnings, IsEmpty());
+  EXPECT_THAT(adviceOf(Language::russian, harness.state(), "ru_RU").warnings, IsEmpty());
 }
 
 TEST(LookingAhead, folderThatCannotBeMade_isRefusedAtOnce) {
@@ -80,7 +89,7 @@ TEST(LookingAhead, folderThatCannotBeMade_isRefusedAtOnce) {
   harness.plug();
   harness.model->setDestination(harness.destination / "none/there");
   harness.settle();
-  EXPECT_EQ(adviceOf(Language::russian, harness.state()).tone, Tone::bad);
+  EXPECT_EQ(adviceOf(Language::russian, harness.state(), "ru_RU").tone, Tone::bad);
 }
 
 TEST(LastDestination, isThatOfTheSamePhoneIfItIsStillThere) {

@@ -34,6 +34,18 @@ inline constexpr Sentence<> nothingNew{"Новых файлов нет", "No new
 inline constexpr Sentence<> everythingInPlace{"Всё уже перенесено", "Everything is there already"};
 inline constexpr Sentence<> nothingChecked{"Ничего не отмечено", "Nothing is checked"};
 
+// The settings that changed since the folders of the destination were named.
+inline constexpr Sentence<> subjectGathering{"деление на папки", "how shots are put into folders"};
+inline constexpr Sentence<> subjectTimeZone{"часовой пояс", "time zone"};
+inline constexpr Sentence<> subjectNames{"имена папок", "folder names"};
+inline constexpr Sentence<> subjectLocale{"язык имён", "language of the names"};
+inline constexpr Sentence<> subjectPlaces{"места в именах", "places in the names"};
+inline constexpr Sentence<> subjectFormat{"формат файлов", "file format"};
+inline constexpr Sentence<> subjectKinds{"отдельные папки для фото и видео",
+                                         "separate folders for photos and videos"};
+inline constexpr Sentence<> subjectPrefix{"начало имён файлов", "beginning of file names"};
+inline constexpr Sentence<> keepNames{"Вернуть прежние имена", "Keep the Earlier Names"};
+
 /// The number of matching files, and of all.
 inline constexpr Sentence<std::string_view, std::string_view> cardSeemsKnown{
     "Похоже, эта карта уже переносилась сюда под другим именем или с другого пути: совпадают {} из "

@@ -220,6 +220,7 @@ class Words : public QObject {
   TAVRIX_WORD(destinationHint)
   TAVRIX_WORD(chooseFolder)
   TAVRIX_WORD(chooseDestinationTitle)
+  TAVRIX_WORD(keepNames)
   TAVRIX_WORD(understood)
   TAVRIX_WORD(cancel)
   TAVRIX_WORD(transferEverything)
