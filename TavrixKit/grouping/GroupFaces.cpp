@@ -76,7 +76,7 @@ const MediaAsset& shownFile(const AssetBundle& shot) {
   return edited == files.end() ? primary : *edited;
 }
 
-GroupFaces GroupFaces::of(const std::vector<AssetBundle>& shots) {
+GroupFaces GroupFaces::of(const std::vector<AssetBundle>& shots, std::size_t most) {
   GroupFaces result;
   std::vector<Candidate> candidates = candidatesOf(shots);
   const std::size_t pictured = candidates.size();

@@ -24,22 +24,22 @@ struct GroupFaces {
 
     friend bool operator==(const Face&, const Face&) = default;
   };
-  static constexpr std::size_t most = 5;
+  static constexpr std::size_t usualCount = 5;
   /// Shots closer in time than this are of one moment, such as the shots of a burst.
   static constexpr std::chrono::seconds moment{10};
 
   std::vector<Face> faces;     ///< photographs first, then films; each in capture order
   std::size_t otherShots = 0;  ///< shots with pictures that are not among the faces
 
-  /// Chooses the faces from shots in capture order. Each next face is as far in time from those
-  /// before it as possible, with these exceptions:
+  /// Chooses up to `most` faces from shots in capture order. Each next face is as far in time from
+  /// those before it as possible, with these exceptions:
   /// - A shot of the same moment as a face follows only when no other moment is left.
   /// - A film follows only when no moment with a photograph is left.
   /// - A screenshot is not chosen if the group has a photograph. Otherwise it follows the films.
   ///
   /// Undated shots are treated as taken right after the last dated one, in their order. The time
-  /// grows linearly with the number of shots.
-  static GroupFaces of(const std::vector<AssetBundle>& shots);
+  /// grows linearly with the number of shots times `most`.
+  static GroupFaces of(const std::vector<AssetBundle>& shots, std::size_t most = usualCount);
 
   friend bool operator==(const GroupFaces&, const GroupFaces&) = default;
 };

@@ -61,7 +61,6 @@ class Making {
     if (auto image = desktopThumbnail()) return {Kind::final, std::move(image)};
     const auto file = open();
     auto picture = tools_.find(*file, order_.asset, enoughSide(), false);
-    confirm();
     auto image = picture ? decoded(*picture) : nullptr;
     if (image == nullptr) return {Kind::absent};
     const std::uint32_t full = std::max(picture->request.fullWidth, picture->request.fullHeight);
@@ -73,13 +72,11 @@ class Making {
     auto best = order_.quick;
     const auto file = open();
     auto picture = tools_.find(*file, order_.asset, order_.key.longestSide, true);
-    confirm();
     if (picture && promisesMore(*picture, best)) better(best, decoded(*picture));
     // The pictures inside a file may be broken while the file itself is not.
     const bool isTried = picture && picture->origin == EmbeddedPicture::Origin::whole;
     if (best == nullptr && !isTried) {
       auto whole = tools_.find(*file, order_.asset, largerThanAny, true);
-      confirm();
       if (whole && whole->origin == EmbeddedPicture::Origin::whole) better(best, decoded(*whole));
     }
     if (best == nullptr) return {Kind::notShowable};
@@ -112,10 +109,6 @@ class Making {
       throw FileError{FileOperation::open, *order_.landedPath, ESTALE};
     }
     return std::make_unique<StoppableReader>(std::move(file), order_.unwanted);
-  }
-
-  void confirm() const {
-    if (!order_.landedPath && order_.files->confirmPresence) order_.files->confirmPresence();
   }
 
   /// Returns nullptr if the bytes cannot be decoded. Throws ConversionError if that may be

@@ -28,9 +28,6 @@ using DecodePicture =
 struct ThumbnailFiles {
   /// Opens the file of an asset. It and the reader throw any exception if the file cannot be read.
   std::function<std::unique_ptr<RangedReader>(const MediaAsset& asset)> open;
-  /// Called after the bytes of a picture were read and before they are used. Throws if the source
-  /// has left in the meantime, so that they may be anything. May be empty.
-  std::function<void()> confirmPresence{};
   /// Returns the absolute path of an asset on this machine, for thumbnails of other programs. Empty
   /// for a phone.
   std::function<std::optional<std::string>(const MediaAsset& asset)> localPath{};

@@ -144,7 +144,7 @@ TEST(GroupFacesTests, facesOfAnyGroup_areOfDifferentMomentsAndTheBestKinds) {
       for (const Dated& face : faces) EXPECT_LE(face.kind, dated.kind) << "a better kind is left";
     }
     EXPECT_EQ(result.otherShots, left);
-    const bool isFull = faces.size() == GroupFaces::most;
+    const bool isFull = faces.size() == GroupFaces::usualCount;
     EXPECT_TRUE(isFull || left == screenshotsLeft) << "shots are left, but there is room";
     if (!faces.empty() && faces.front().kind == Kind::photograph) {
       for (const Dated& face : faces) EXPECT_NE(face.kind, Kind::screenshot);

@@ -160,16 +160,6 @@ TEST_F(ThumbnailStoreTest, unpluggedPhone_leavesItsRequestsWaiting) {
   reading.open();
   plugIn();
   EXPECT_THAT(awaitAnswers(1), ElementsAre("c 202"));
-
-  // It left while it was being read, so that the bytes were torn.
-  isGone = true;
-  files["d"] = "broken broken";
-  const auto d = request("d");
-  EXPECT_THAT(awaitAnswers(1), ElementsAre("d not now…"));
-  isGone = false;
-  files["d"] = "203 4000";
-  plugIn();
-  EXPECT_THAT(awaitAnswers(1), ElementsAre("d 203"));
 }
 
 TEST_F(ThumbnailStoreTest, anotherSource_forgetsTheRequestsOfTheFormer) {

@@ -1,5 +1,6 @@
 // The command that writes small pictures of everything on the phone.
 
+#include <algorithm>
 #include <charconv>
 #include <set>
 
@@ -15,6 +16,7 @@
 #include "cli/sessions/Source.h"
 #include "cli/sessions/ThumbnailBatch.h"
 #include "foundation/files/AtomicFile.h"
+#include "grouping/GroupFaces.h"
 #include "services/Thumbnails.h"
 #include "text/SentenceParts.h"
 
@@ -67,12 +69,18 @@ std::vector<MediaAsset> picturesOf(const std::vector<MediaAsset>& assets) {
   return pictures;
 }
 
-/// Returns up to `count` shots that are spread evenly over the list.
-std::vector<AssetBundle> spread(const std::vector<AssetBundle>& bundles, std::size_t count) {
-  if (bundles.size() <= count) return bundles;
-  std::vector<AssetBundle> chosen;
-  for (std::size_t i = 0; i < count; ++i) chosen.push_back(bundles[i * bundles.size() / count]);
-  return chosen;
+/// Returns the pictures of a folder on the page, in capture order: all of them, or those that stand
+/// for many.
+std::vector<MediaAsset> facesOf(const std::vector<AssetBundle>& shots) {
+  std::vector<MediaAsset> pictures;
+  if (shots.size() <= picturesOfSection) {
+    for (const AssetBundle& shot : shots) pictures.push_back(shownFile(shot));
+    return pictures;
+  }
+  GroupFaces faces = GroupFaces::of(shots, picturesOfSection);
+  std::ranges::stable_sort(faces.faces, {}, &GroupFaces::Face::shot);
+  for (const auto& face : faces.faces) pictures.push_back(face.asset);
+  return pictures;
 }
 
 /// The page with all folders, and the files that it shows.
@@ -81,8 +89,8 @@ class SheetWriter {
   SheetWriter(const CommandContext& context, std::unique_ptr<Folder> folder, const Library& library)
       : context_(context), folder_(std::move(folder)), library_(library) {
     for (const auto& row : library_.rows) {
-      for (const AssetBundle& bundle : spread(row.group->bundles, picturesOfSection)) {
-        wanted_.insert(std::string{bundle.primaryPicture().id()});
+      for (const MediaAsset& picture : facesOf(row.group->bundles)) {
+        wanted_.emplace(picture.id());
       }
     }
     folder_->makeFolders(std::string{pictureFolder});
@@ -114,8 +122,7 @@ class SheetWriter {
     section.name = row.name;
     section.days = daysText(*row.group, context_.settings.gathering.timeZone);
     section.counts = counted(language, bundles.size(), sentences::shots);
-    for (const AssetBundle& bundle : spread(bundles, picturesOfSection)) {
-      const MediaAsset& picture = bundle.primaryPicture();
+    for (const MediaAsset& picture : facesOf(bundles)) {
       const auto file = written_.find(std::string{picture.id()});
       if (file == written_.end()) continue;
       section.pictures.push_back({file->second, std::string{picture.name()}});

@@ -6,8 +6,10 @@
 namespace tavrix::cli {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 /// Returns a Windows bitmap of one colour, 40 by 20 pixels.
 std::string bitmap() {
@@ -69,6 +71,23 @@ TEST_F(ThumbnailsCommandTest, everyPicture_isWrittenOrTold) {
     EXPECT_EQ(again.status, ExitStatus::usage) << taken;
   }
   EXPECT_EQ(filesIn(tester.folder / "phone/DCIM/100APPLE").size(), 4U);
+}
+
+TEST_F(ThumbnailsCommandTest, sheetOfALargeFolder_showsPhotographsOnly) {
+  const auto edited = "phone/DCIM/100APPLE/IMG_E0001.BMP";
+  tester.folder.write(edited, bitmap());
+  for (int i = 10; i < 30; ++i) {
+    tester.folder.write("phone/DCIM/100APPLE/IMG_00" + std::to_string(i) + ".BMP", bitmap());
+    tester.folder.write("phone/DCIM/100APPLE/Screenshot_" + std::to_string(i) + ".BMP", bitmap());
+  }
+  const auto result =
+      tester.run({"thumbnails", "phone", "photos", "--sheet", "other", "--set", "uiMode=events"});
+  EXPECT_EQ(result.status, ExitStatus::someFailed) << result.err;
+  const auto pictures = filesIn(tester.folder / "other/pictures");
+  EXPECT_EQ(pictures.size(), 19U);  // of twenty, one is no picture
+  EXPECT_THAT(pictures, Not(Contains(HasSubstr("Screenshot"))));
+  EXPECT_THAT(pictures, Contains(HasSubstr("IMG_E0001")));
+  EXPECT_THAT(pictures, Not(Contains(HasSubstr("IMG_0001"))));
 }
 
 TEST_F(ThumbnailsCommandTest, phone_givesTheSameAsTheFolder) {

@@ -101,9 +101,6 @@ struct ThumbnailBench : testing::Test {
   void plugIn(const std::string& key = "P") {
     ThumbnailFiles source;
     source.open = [this](const MediaAsset& asset) { return opened(std::string{asset.id()}); };
-    source.confirmPresence = [this] {
-      if (isGone) throw std::runtime_error{"gone"};
-    };
     source.localPath = [this](const MediaAsset& asset) { return folder / std::string{asset.id()}; };
     store->setSource(key, std::move(source));
   }
@@ -150,7 +147,6 @@ struct ThumbnailBench : testing::Test {
   std::map<std::string, std::string> files{{"a", "200 4000"}, {"b", "201 4000"},
                                            {"c", "202 4000"}, {"d", "203 4000"},
                                            {"e", "204 4000"}, {"poor", "100 300"}};
-  std::atomic<bool> isGone = false;
   std::vector<std::string> answers;
   std::unique_ptr<ThumbnailStore> store;
 
