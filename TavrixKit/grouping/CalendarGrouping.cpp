@@ -30,7 +30,7 @@ CivilDate firstDayOf(DateGranularity granularity, CivilDate date) {
 }  // namespace
 
 std::size_t CalendarGrouping::add(const DatedShot& shot) {
-  const CivilDate day = firstDayOf(granularity_, zone_.dateAt(shot.date));
+  const CivilDate day = firstDayOf(granularity_, shot.day);
   const auto number = std::chrono::sys_days{day}.time_since_epoch().count();
   const auto [found, isNew] = groupOfDay_.try_emplace(number, builders_.size());
   if (isNew) {

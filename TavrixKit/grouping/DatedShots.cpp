@@ -4,13 +4,14 @@
 
 namespace tavrix {
 
-ShotsByDate shotsByDate(const std::vector<AssetBundle>& bundles) {
+ShotsByDate shotsByDate(const std::vector<AssetBundle>& bundles, const ShotClock& clock) {
   ShotsByDate shots;
   shots.dated.reserve(bundles.size());
   for (const AssetBundle& bundle : bundles) {
     if (const auto date = bundle.captureDate()) {
       DatedShot& shot = shots.dated.emplace_back();
       shot.date = *date;
+      shot.day = *clock.dayOf(bundle);
       shot.bundle = &bundle;
       shot.position = bundle.position();
       if (shot.position) shot.vector = PlaceClustering::unitVector(*shot.position);

@@ -5,13 +5,15 @@
 
 #include "grouping/PlaceClustering.h"
 #include "media/AssetBundle.h"
+#include "media/ShotClock.h"
 
 namespace tavrix {
 
-/// A shot with the values that grouping uses most: its date and position. The bundle must outlive
-/// it.
+/// A shot with the values that grouping uses most: its date, day and position. The bundle must
+/// outlive it.
 struct DatedShot {
   Instant date;
+  CivilDate day;
   std::optional<GeoPoint> position;
   PlaceClustering::UnitVector vector{};  ///< of the position; kept because computing it is costly
   const AssetBundle* bundle = nullptr;
@@ -23,7 +25,7 @@ struct ShotsByDate {
 };
 
 /// Splits shots, given in catalogue order, into shots with and without a capture date.
-ShotsByDate shotsByDate(const std::vector<AssetBundle>& bundles);
+ShotsByDate shotsByDate(const std::vector<AssetBundle>& bundles, const ShotClock& clock);
 
 /// Returns true if a pause is strictly longer than a number of hours.
 bool isLonger(Instant::duration pause, double hours);

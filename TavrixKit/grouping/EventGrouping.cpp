@@ -34,13 +34,13 @@ std::vector<Event> events(const std::vector<DatedShot>& shots, const GroupingSet
 }
 
 std::vector<MediaGroup> groups(const std::vector<DatedShot>& shots,
-                               const std::vector<Event>& events, const TimeZone& zone) {
+                               const std::vector<Event>& events) {
   std::vector<MediaGroup> result;
   result.reserve(events.size());
   GroupIDs ids;
   for (std::size_t i = 0; i < events.size(); ++i) {
     const std::size_t end = i + 1 < events.size() ? events[i + 1].begin : shots.size();
-    const std::string day = dayText(zone.dateAt(shots[events[i].begin].date));
+    const std::string day = dayText(shots[events[i].begin].day);
     GroupBuilder builder{ids.take("event-" + day), end - events[i].begin};
     for (std::size_t at = events[i].begin; at < end; ++at) builder.add(shots[at]);
     result.push_back(std::move(builder).finish());

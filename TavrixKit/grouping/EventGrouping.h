@@ -26,8 +26,8 @@ struct Event {
 std::vector<Event> events(const std::vector<DatedShot>& shots, const GroupingSettings& settings);
 
 /// Returns one group for each event, in chronological order. Its id is "event-" and the day of its
-/// first shot in `zone`. "-2" is appended for the second event of a day, "-3" for the third.
+/// first shot. "-2" is appended for the second event of a day, "-3" for the third.
 std::vector<MediaGroup> groups(const std::vector<DatedShot>& shots,
-                               const std::vector<Event>& events, const TimeZone& zone);
+                               const std::vector<Event>& events);
 
 }  // namespace tavrix::EventGrouping

@@ -32,7 +32,7 @@ Claims claimsOf(const std::vector<MediaGroup>& groups, const GroupMerges& merges
   return claims;
 }
 
-/// Sets the dates, the place and the bundles of a merged group from its children.
+/// Sets the dates, the days, the place and the bundles of a merged group from its children.
 void gatherChildren(MediaGroup& merged) {
   PlaceClustering::UnitVectorSum sum;
   std::optional<GeoPoint> firstPlace;
@@ -42,6 +42,7 @@ void gatherChildren(MediaGroup& merged) {
       merged.dateStart = child.dateStart;
     }
     merged.dateEnd = std::max(merged.dateEnd, child.dateEnd);
+    if (child.cameraDays) extend(merged.cameraDays, *child.cameraDays);
     if (!child.place) continue;
     if (!firstPlace) firstPlace = child.place;
     sum.add(*child.place);

@@ -51,7 +51,7 @@ class ModeGrouping {
       : request_(request), settings_(request.settings), shots_(shots), result_(result) {}
 
   void operator()(const ByDate& mode) {
-    CalendarGrouping calendar{mode.granularity, settings_.timeZone};
+    CalendarGrouping calendar{mode.granularity};
     for (const DatedShot& shot : shots_.dated) calendar.add(shot);
     result_.groups = std::move(calendar).finish();
     finish();
@@ -60,7 +60,7 @@ class ModeGrouping {
 
   void operator()(const Events&) {
     const auto events = EventGrouping::events(shots_.dated, settings_);
-    result_.groups = EventGrouping::groups(shots_.dated, events, settings_.timeZone);
+    result_.groups = EventGrouping::groups(shots_.dated, events);
     if (request_.wantsReasons) tell(reasonsOf(events, result_.groups));
     finish();
   }
@@ -108,9 +108,10 @@ class ModeGrouping {
 GroupingEngine::Result GroupingEngine::group(const Request& request) {
   Result result;
   result.filteredBundles = filtered(request.bundles, request.filter,
-                                    {request.settings.timeZone, request.placeLookup.get()});
-  const ShotsByDate shots = shotsByDate(result.filteredBundles);
+                                    {request.settings.clock(), request.placeLookup.get()});
+  const ShotsByDate shots = shotsByDate(result.filteredBundles, request.settings.clock());
   std::visit(ModeGrouping{request, shots, result}, request.mode);
+  for (MediaGroup& group : result.groups) setCameraDays(group, request.settings.clock());
   return result;
 }
 

@@ -10,6 +10,7 @@
 #include "foundation/GeoPoint.h"
 #include "foundation/Time.h"
 #include "grouping/GroupingMode.h"
+#include "media/ShotClock.h"
 
 namespace tavrix {
 
@@ -104,6 +105,7 @@ struct TripReasons {
     std::optional<std::string> groupID;
     Instant dateStart;
     Instant dateEnd;
+    DaySpan span;
     GeoPoint center;
     std::size_t shotCount = 0;
     std::int64_t days = 0;  ///< different days of its shots

@@ -4,12 +4,14 @@
 
 #include "foundation/GeoPoint.h"
 #include "foundation/TimeZone.h"
+#include "media/ShotClock.h"
 
 namespace tavrix {
 
 /// The thresholds of grouping. A distance or pause equal to its threshold does not split.
 struct GroupingSettings {
   TimeZone timeZone = TimeZone::utc();   ///< the zone of all calendar days, months and years
+  bool cameraDays = false;               ///< whether days are those of the cameras' clocks
   double eventGapHours = 4.0;            ///< a longer pause between shots starts a new event
   double eventGapKm = 30.0;              ///< a greater distance between shots starts a new event
   bool splitByDistance = true;           ///< whether distance splits events at all
@@ -21,6 +23,8 @@ struct GroupingSettings {
   int homeWindowDays = 180;              ///< recent days for home, up to the newest located shot
   std::optional<GeoPoint> homeOverride;  ///< a home chosen by the user
   double tripMaxGapHours = 48.0;         ///< a longer pause between away shots ends a trip
+
+  ShotClock clock() const { return {timeZone, cameraDays}; }
 
   friend bool operator==(const GroupingSettings&, const GroupingSettings&) = default;
 };

@@ -30,7 +30,7 @@ std::optional<Instant> recentBegin(const std::vector<DatedShot>& shots, int wind
 class Clusterer {
  public:
   Clusterer(const GroupingSettings& settings, std::optional<Instant> recentFrom)
-      : zone_(settings.timeZone), recentFrom_(recentFrom), places_(settings.homeRadiusKm) {}
+      : recentFrom_(recentFrom), places_(settings.homeRadiusKm) {}
 
   /// Adds a shot, which must have a position.
   void add(const DatedShot& shot) {
@@ -38,9 +38,8 @@ class Clusterer {
     const std::uint32_t number = places_.add(*shot.position, shot.vector);
     if (number == clusters_.size()) clusters_.emplace_back();
     HomeCluster& cluster = clusters_[number];
-    const CivilDate day = zone_.dateAt(date);
-    cluster.days.add(day);
-    if (recentFrom_ && date >= *recentFrom_) cluster.recentDays.add(day);
+    cluster.days.add(shot.day);
+    if (recentFrom_ && date >= *recentFrom_) cluster.recentDays.add(shot.day);
     if (!cluster.firstDate) cluster.firstDate = date;
     cluster.lastDate = date;
   }
@@ -58,7 +57,6 @@ class Clusterer {
   }
 
  private:
-  TimeZone zone_;
   std::optional<Instant> recentFrom_;
   PlaceClustering::GreedyClusters places_;
   std::vector<HomeCluster> clusters_;

@@ -7,6 +7,7 @@
 
 #include "grouping/GroupingMode.h"
 #include "media/AssetBundle.h"
+#include "media/ShotClock.h"
 
 namespace tavrix {
 
@@ -36,10 +37,19 @@ struct MediaGroup {
   /// The part of the calendar for which the group stands: a day, a month, a year, or the month of
   /// shots outside trips. nullopt for any other group.
   std::optional<DateGranularity> calendarUnit{};
+  /// The first and last day that the cameras showed; nullopt if days are those of a time zone.
+  std::optional<DaySpan> cameraDays{};
 
   MediaCounts counts() const;
 
   friend bool operator==(const MediaGroup&, const MediaGroup&) = default;
 };
+
+/// Sets the camera days of a group that has a date, if `clock` is that of the cameras.
+void setCameraDays(MediaGroup& group, const ShotClock& clock);
+
+/// Returns the days of a group: those that the cameras showed if it has them, otherwise those of
+/// its dates in `zone`. Returns nullopt if it has no date.
+std::optional<DaySpan> daysOf(const MediaGroup& group, const TimeZone& zone);
 
 }  // namespace tavrix

@@ -86,7 +86,7 @@ class StayWalk {
     if (!current_) return;
     DayCount days;
     for (std::size_t i = current_->begin; i < current_->end; ++i) {
-      days.add(settings_.timeZone.dateAt(shots_[i].date));
+      days.add(shots_[i].day);
     }
     current_->days = days.count();
     current_->center = center();
@@ -138,10 +138,17 @@ std::vector<bool> groupsAmong(const std::vector<Stay>& stays, const std::vector<
   return isGroup;
 }
 
+DaySpan spanOf(const std::vector<DatedShot>& shots, const Stay& stay) {
+  std::optional<DaySpan> span;
+  for (std::size_t i = stay.begin; i < stay.end; ++i) extend(span, {shots[i].day, shots[i].day});
+  return *span;
+}
+
 TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& stay, int minDays) {
   return {.groupID = std::nullopt,
           .dateStart = shots[stay.begin].date,
           .dateEnd = shots[stay.end - 1].date,
+          .span = spanOf(shots, stay),
           .center = stay.center,
           .shotCount = stay.end - stay.begin,
           .days = stay.days,
@@ -190,7 +197,7 @@ std::vector<std::string> idsOf(const std::vector<DatedShot>& shots, const std::v
   std::vector<std::string> ids;
   ids.reserve(stays.size());
   for (const Stay& stay : stays) {
-    const std::string day = dayText(settings.timeZone.dateAt(shots[stay.begin].date));
+    const std::string day = dayText(shots[stay.begin].day);
     ids.push_back(unique.take((stay.isTrip(settings) ? "trip-" : "outing-") + day));
   }
   return ids;
@@ -208,7 +215,7 @@ Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>&
     result.groups.push_back(stayGroup(shots, stays[i], ids[i]));
     reasons.stays.back().groupID = ids[i];
   }
-  CalendarGrouping calendar{DateGranularity::month, settings.timeZone, "month-"};
+  CalendarGrouping calendar{DateGranularity::month, "month-"};
   visitOutsideGroups(shots, stays, isGroup, [&](std::size_t i, const auto& outing) {
     const std::size_t month = calendar.add(shots[i]);
     if (!wantsReasons) return;

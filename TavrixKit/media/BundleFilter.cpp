@@ -20,12 +20,10 @@ bool hasEditedPicture(const AssetBundle& bundle) {
                      [&](const MediaAsset& asset) { return isEditedPicture(bundle, asset); });
 }
 
-bool passesPeriod(const BundleFilter& filter, const AssetBundle& bundle, const TimeZone& zone) {
+bool passesPeriod(const BundleFilter& filter, const AssetBundle& bundle, const ShotClock& clock) {
   if (!filter.from && !filter.to) return true;
-  const auto date = bundle.captureDate();
-  if (!date) return false;
-  const CivilDate day = zone.dateAt(*date);
-  return !(filter.from && day < *filter.from) && !(filter.to && day > *filter.to);
+  const auto day = clock.dayOf(bundle);
+  return day && !(filter.from && *day < *filter.from) && !(filter.to && *day > *filter.to);
 }
 
 bool passesKind(const BundleFilter& filter, const AssetBundle& bundle) {
@@ -44,7 +42,7 @@ bool passesKind(const BundleFilter& filter, const AssetBundle& bundle) {
 
 bool passesWholeTests(const BundleFilter& filter, const AssetBundle& bundle,
                       const BundleFilter::Context& context) {
-  return passesPeriod(filter, bundle, context.timeZone) &&
+  return passesPeriod(filter, bundle, context.clock) &&
          filter.keepsPlace(bundle, context.placeLookup) && passesKind(filter, bundle);
 }
 

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-#include "foundation/TimeZone.h"
 #include "media/AssetBundle.h"
 #include "media/PlaceFilter.h"
+#include "media/ShotClock.h"
 
 namespace tavrix {
 
@@ -26,9 +26,9 @@ struct BundleFilter {
   std::optional<CivilDate> to;    ///< last day of the period, inclusive
   std::optional<PlaceFilter> places;
 
-  /// Further input of the tests: the time zone of the days, and the lookup of place names, if any.
+  /// Further input of the tests: the clock of the days, and the lookup of place names, if any.
   struct Context {
-    TimeZone timeZone = TimeZone::utc();
+    ShotClock clock{};
     const PlaceLookup* placeLookup = nullptr;
   };
 

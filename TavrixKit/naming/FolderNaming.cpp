@@ -19,12 +19,20 @@ std::optional<GroupPlaces> placesOf(const Settings& settings, const MediaGroup& 
       NameRendering::localeID(settings.nameTemplate.language, settings.systemLocaleID));
 }
 
+/// Returns a moment that is on a day in UTC.
+Instant noonOf(CivilDate day) { return std::chrono::sys_days{day} + std::chrono::hours{12}; }
+
 NameContext contextOf(const Settings& settings, const MediaGroup& group,
                       const std::optional<GroupPlaces>& places) {
   NameContext context;
   context.dateStart = group.dateStart;
   context.dateEnd = group.dateEnd;
   context.timeZone = settings.timeZone;
+  if (group.cameraDays) {
+    context.dateStart = noonOf(group.cameraDays->first);
+    context.dateEnd = noonOf(group.cameraDays->last);
+    context.timeZone = TimeZone::utc();
+  }
   if (places && !places->places.empty()) {
     const PlaceNames& names = places->places.front().names;
     context.city = places->city(settings.severalCities);
@@ -37,14 +45,15 @@ NameContext contextOf(const Settings& settings, const MediaGroup& group,
 std::string templateName(const Settings& settings, const MediaGroup& group,
                          const std::optional<GroupPlaces>& places) {
   const bool isWhole = settings.wholeFolderDates && group.calendarUnit;
+  const NameContext context = contextOf(settings, group, places);
   std::string name = NameRendering::render(
       isWhole ? withWholeDates(settings.nameTemplate, *group.calendarUnit) : settings.nameTemplate,
-      contextOf(settings, group, places), settings.systemLocaleID);
+      context, settings.systemLocaleID);
   if (name != FolderName::untitled) return name;
-  if (group.dateStart) {
+  if (context.dateStart) {
     return DateFormatterCache::shared()
-        .formatter(isoDayKey(settings.timeZone))
-        ->text(*group.dateStart);
+        .formatter(isoDayKey(context.timeZone))
+        ->text(*context.dateStart);
   }
   return FolderName::sanitise(settings.datelessName);
 }

@@ -23,15 +23,18 @@ struct Candidate {
   std::size_t shots = 0;  ///< of the row, in the folder
 };
 
-MediaGroup groupOf(const std::string& id, const std::vector<const AssetBundle*>& shots) {
+MediaGroup groupOf(const std::string& id, const std::vector<const AssetBundle*>& shots,
+                   const ShotClock& clock) {
   std::vector<AssetBundle> bundles;
   bundles.reserve(shots.size());
   for (const AssetBundle* const shot : shots) bundles.push_back(*shot);
-  const ShotsByDate byDate = shotsByDate(bundles);
+  const ShotsByDate byDate = shotsByDate(bundles, clock);
   GroupBuilder builder{id, bundles.size()};
   for (const DatedShot& shot : byDate.dated) builder.add(shot);
   for (const AssetBundle* const shot : byDate.undated) builder.addUndated(*shot);
-  return std::move(builder).finish();
+  MediaGroup group = std::move(builder).finish();
+  setCameraDays(group, clock);
+  return group;
 }
 
 /// Returns the name of a folder without the number that FolderNaming appends.
@@ -86,7 +89,7 @@ class Continuation {
   bool isOfSameMaking(std::string_view folder, const MediaGroup& group,
                       const std::vector<const AssetBundle*>& shots) const {
     if (const auto* const making = destination_.making(folder)) return *making == names_.making;
-    const std::string name = names_.nameOf(groupOf(group.id, shots));
+    const std::string name = names_.nameOf(groupOf(group.id, shots, names_.clock));
     return folder == name || withoutNumber(folder) == name;
   }
 

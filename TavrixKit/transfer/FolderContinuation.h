@@ -20,6 +20,7 @@ struct Names {
   Shared<DestinationMarker::FolderMaking> making;
   /// Groups of equal names share one folder.
   bool isShared = false;
+  ShotClock clock{};  ///< of the days in names
   /// Returns true if the user has given this group its name, or merged it.
   std::function<bool(const MediaGroup&)> isByHand;
   /// Returns the name of a group with the present settings, before equal names are numbered. Called

@@ -25,7 +25,7 @@ void addDays(std::vector<MediaAsset>& shots, const GeoPoint& place, int firstDay
 std::vector<HomeCandidate> candidatesOf(const std::vector<MediaAsset>& shots,
                                         const GroupingSettings& settings = {}) {
   const auto bundles = BundleBuilder::makeBundles(shots);
-  return HomeDetection::candidates(shotsByDate(bundles).dated, settings);
+  return HomeDetection::candidates(shotsByDate(bundles, settings.clock()).dated, settings);
 }
 
 TEST(HomeDetection, days_decideNotShots) {

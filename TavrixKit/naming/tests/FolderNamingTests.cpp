@@ -83,6 +83,13 @@ TEST(FolderNaming, nameGroup_takesTheFirstRuleThatApplies) {
   EXPECT_EQ(FolderNaming::nameGroup(settings(), dated), "2026-05-16");
   EXPECT_EQ(FolderNaming::nameGroup(literalOnly, dated), "2026-05-16");
   EXPECT_EQ(FolderNaming::nameGroup(east, dated), "2026-05-17");
+  MediaGroup shown = dated;
+  shown.cameraDays = DaySpan{std::chrono::sys_days{std::chrono::days{20588}},
+                             std::chrono::sys_days{std::chrono::days{20590}}};
+  auto period = east;
+  period.nameTemplate.tokens = {name_token::Period{}};
+  EXPECT_EQ(FolderNaming::nameGroup(period, shown), "2026-05-15–2026-05-17");
+  EXPECT_EQ(FolderNaming::nameGroup(east, shown), "2026-05-15");
   EXPECT_EQ(FolderNaming::nameGroup(settings(), undated), "Без даты");
   EXPECT_EQ(FolderNaming::nameGroup(english, undated), "No date-");
 }

@@ -56,6 +56,7 @@ std::vector<FolderNaming::Row> rowsOf(const std::vector<Content>& rows) {
 FolderContinuation::Names names() {
   return {.making = now,
           .isShared = false,
+          .clock = {},
           .isByHand = [](const MediaGroup& group) { return group.id.starts_with("hand"); },
           .nameOf =
               [](const MediaGroup& group) {

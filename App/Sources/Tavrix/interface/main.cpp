@@ -1,6 +1,7 @@
 #include <QtQml/qqmlextensionplugin.h>
 #include <QDir>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -119,6 +120,7 @@ int run(int argc, char** argv) {
   QGuiApplication::setApplicationName(QStringLiteral("tavrix-window"));
   QGuiApplication::setDesktopFileName(QStringLiteral("tavrix-window"));
   const QGuiApplication application{argc, argv};
+  QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("tavrix")));
   chooseRenderer();
   QQuickStyle::setStyle(QStringLiteral("Basic"));
   return runWindow(*arguments, language, environment, defaults.get());

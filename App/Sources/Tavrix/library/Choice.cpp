@@ -77,8 +77,8 @@ struct ReasonsPart {
 
 }  // namespace
 
-Choosing::Choosing(Choice choice, TimeZone zone, StringSet recorded)
-    : choice_(std::move(choice)), zone_(std::move(zone)), recorded_(std::move(recorded)) {
+Choosing::Choosing(Choice choice, ShotClock clock, StringSet recorded)
+    : choice_(std::move(choice)), clock_(std::move(clock)), recorded_(std::move(recorded)) {
   for (const std::string& name : choice_.folders) names_.insert(folded(name));
 }
 
@@ -121,8 +121,8 @@ bool Choosing::knowsAll(const Folders& folders) const {
 }
 
 std::optional<AssetBundle> Choosing::partOf(const AssetBundle& shot) const {
-  const auto date = shot.captureDate();
-  if (choice_.from && (!date || zone_.dateAt(*date) < *choice_.from)) return std::nullopt;
+  const auto day = clock_.dayOf(shot);
+  if (choice_.from && (!day || *day < *choice_.from)) return std::nullopt;
   const auto isExcluded = [&](const MediaAsset& asset) {
     return std::any_of(choice_.excluded.begin(), choice_.excluded.end(),
                        [&](const FileGlob& glob) { return glob.matches(asset.id()); });

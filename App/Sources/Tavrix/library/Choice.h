@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "foundation/StringMap.h"
-#include "foundation/TimeZone.h"
 #include "library/Library.h"
 #include "media/FileGlob.h"
 #include "transfer/TransferPlanner.h"
@@ -47,7 +46,7 @@ class Choosing {
   using Folders = std::vector<TransferPlanner::NamedGroup>;
 
   /// Days begin in `zone`. `recorded` has the ids of the files that finished runs have recorded.
-  Choosing(Choice choice, TimeZone zone, StringSet recorded = {});
+  Choosing(Choice choice, ShotClock clock, StringSet recorded = {});
 
   const Choice& choice() const { return choice_; }
   /// Throws UnknownFolder if the choice names a folder that is not among these.
@@ -66,7 +65,7 @@ class Choosing {
   std::optional<MediaGroup> partOf(const MediaGroup& group) const;
 
   Choice choice_;
-  TimeZone zone_;
+  ShotClock clock_;
   StringSet recorded_;
   StringSet names_;  ///< the chosen names, case-folded
 };

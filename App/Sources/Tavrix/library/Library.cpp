@@ -114,7 +114,7 @@ Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t file
   const Settings spelled = withPlacesSpelled(settings, *library.bundles, lookup.get());
   auto grouped = groupsOf(*library.bundles, spelled, lookup, wantsReasons);
   library.optimizedCount = OptimizedCopy::count(*library.bundles, bundleFilter(spelled),
-                                                {settings.gathering.timeZone, lookup.get()});
+                                                {groupingSettings(settings).clock(), lookup.get()});
   library.leftOut = leftOutOf(*library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
   library.home = homeOf(settings, grouped.homeCandidates);

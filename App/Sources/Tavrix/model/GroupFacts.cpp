@@ -88,12 +88,11 @@ NavOutline outlineOf(const Tally& tally) {
   return outline;
 }
 
-std::optional<MonthKey> monthOf(const AssetBundle& bundle, const TimeZone& zone) {
-  const auto date = bundle.captureDate();
-  if (!date) return std::nullopt;
-  const CivilDate day = zone.dateAt(*date);
-  return MonthKey{static_cast<int>(day.year()),
-                  static_cast<int>(static_cast<unsigned>(day.month()))};
+std::optional<MonthKey> monthOf(const AssetBundle& bundle, const ShotClock& clock) {
+  const auto day = clock.dayOf(bundle);
+  if (!day) return std::nullopt;
+  return MonthKey{static_cast<int>(day->year()),
+                  static_cast<int>(static_cast<unsigned>(day->month()))};
 }
 
 std::string searchKeyOf(const std::string& folderName, const GroupFacts& facts,
@@ -122,9 +121,9 @@ GroupFacts factsOf(const FolderNaming::Row& row, const FactsContext& context,
                    const OptimizedShots& optimized, PlaceNamesOfShots& names, Tally& total) {
   GroupFacts facts;
   Tally tally;
+  const ShotClock clock = groupingSettings(context.settings).clock();
   for (const AssetBundle& bundle : row.group->bundles) {
-    tally.add(monthOf(bundle, context.settings.gathering.timeZone), names.nameOf(bundle),
-              bundle.assets().size());
+    tally.add(monthOf(bundle, clock), names.nameOf(bundle), bundle.assets().size());
     facts.pictureCount += bundle.pictureCount();
     facts.hasLivePhoto = facts.hasLivePhoto || bundle.isLivePhoto();
     if (optimized.contains(bundle.id())) ++facts.optimizedCount;

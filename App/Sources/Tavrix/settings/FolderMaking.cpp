@@ -61,6 +61,8 @@ void addTrips(FolderMaking& making, const Settings::Gathering& gathering) {
 void addGathering(FolderMaking& making, const Settings::Gathering& gathering) {
   making["uiMode"] = textOf(gathering.uiMode);
   making["timeZoneID"] = gathering.timeZone.id();
+  // Notes of versions that did not know this setting and those below stay valid while it is off.
+  if (gathering.cameraDays) making["cameraDays"] = textOf(true);
   if (gathering.uiMode == UIGroupingMode::byDate) {
     making["granularity"] = textOf(gathering.granularity);
   }
@@ -80,7 +82,6 @@ void addNaming(FolderMaking& making, const Settings::Naming& naming,
   }
   making["geocodingEnabled"] = textOf(naming.geocodingEnabled);
   if (naming.geocodingEnabled) making["mergeDistricts"] = textOf(naming.mergeDistricts);
-  // Notes of versions that did not know these settings stay valid while they are off.
   if (naming.geocodingEnabled && naming.severalCities) making["severalCities"] = textOf(true);
   if (naming.wholeFolderDates) making["wholeFolderDates"] = textOf(true);
   making["mergeSameNames"] = textOf(naming.mergeSameNames);

@@ -237,6 +237,7 @@ constexpr std::array table{
     flagKey<&S::Naming::severalCities>("severalCities"),
     flagKey<&S::Naming::wholeFolderDates>("wholeFolderDates"),
     flagKey<&S::Gathering::datesFromNames>("datesFromNames"),
+    flagKey<&S::Gathering::cameraDays>("cameraDays"),
     Key{"nameTemplate", "nameTemplate", storeTemplate, loadTemplate},
     Key{savedPresetsKey, "", storePresets, loadPresets},
     Key{"nameOverrides", "nameOverrides", storeOverrides, loadOverrides},

@@ -272,6 +272,7 @@ constexpr std::array keys{
         {setGranularity, getWord<&S::Gathering::granularity>},
         "day month year"},
     Key{"timeZoneID", timeZone, {setTimeZone, getTimeZone}},
+    Key{"cameraDays", boolean, setBoolean<&S::Gathering::cameraDays>},
     Key{"datesFromNames", boolean, setBoolean<&S::Gathering::datesFromNames>},
     Key{"eventGapHours", atLeastZero, setAtLeastZero<&S::Gathering::eventGapHours>},
     Key{"eventGapKm", atLeastZero, setAtLeastZero<&S::Gathering::eventGapKm>},

@@ -97,6 +97,7 @@ GroupingMode groupingMode(const Settings& settings) {
 GroupingSettings groupingSettings(const Settings& settings) {
   GroupingSettings grouping;
   grouping.timeZone = settings.gathering.timeZone;
+  grouping.cameraDays = settings.gathering.cameraDays;
   grouping.eventGapHours = settings.gathering.eventGapHours;
   grouping.eventGapKm = settings.gathering.eventGapKm;
   grouping.splitByDistance = settings.gathering.splitByDistance;

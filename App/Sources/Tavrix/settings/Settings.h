@@ -55,6 +55,7 @@ struct Settings {
     UIGroupingMode uiMode = UIGroupingMode::events;
     UIGranularity granularity = UIGranularity::day;
     TimeZone timeZone = TimeZone::utc();  ///< the zone in which days begin and end
+    bool cameraDays = false;              ///< days are those of the cameras' clocks instead
     bool datesFromNames = true;           ///< the files of a folder may be dated by their names
     double eventGapHours = 4.0;
     double eventGapKm = 30.0;

@@ -88,8 +88,8 @@ std::string ReasonWords::endText(const StayEnd& end) const {
 }
 
 std::string ReasonWords::span(const TripReasons::Stay& stay) const {
-  const std::string first = dayText(zone_.dateAt(stay.dateStart));
-  const std::string last = dayText(zone_.dateAt(stay.dateEnd));
+  const std::string first = dayText(stay.span.first);
+  const std::string last = dayText(stay.span.last);
   return first == last ? first : first + "–" + last;
 }
 

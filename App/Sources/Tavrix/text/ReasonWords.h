@@ -4,17 +4,16 @@
 #include <vector>
 
 #include "foundation/Sentence.h"
-#include "foundation/TimeZone.h"
 #include "grouping/GroupingReasons.h"
 
 namespace tavrix {
 
 /// Describes in words why groups begin and end, each reason with the measured value and the setting
-/// that it was compared with. Refers to the zone, in which days are counted, and to the stays.
+/// that it was compared with. Refers to the stays.
 class ReasonWords {
  public:
-  ReasonWords(Language language, const TimeZone& zone, const std::vector<TripReasons::Stay>& stays)
-      : language_(language), zone_(zone), stays_(stays) {}
+  ReasonWords(Language language, const std::vector<TripReasons::Stay>& stays)
+      : language_(language), stays_(stays) {}
 
   std::string eventText(const EventBegin& begin) const;
   std::string monthText(const MonthReason& reason) const;
@@ -34,7 +33,6 @@ class ReasonWords {
   class Visitor;
 
   Language language_;
-  const TimeZone& zone_;
   const std::vector<TripReasons::Stay>& stays_;
 };
 

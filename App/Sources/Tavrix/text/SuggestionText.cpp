@@ -12,7 +12,8 @@ std::string titleOf(Language language, const MediaGroup& trip, const PlaceLookup
     const std::string locale = language == Language::russian ? "ru" : "en";
     if (auto city = placesOf(trip, *places, locale).city(false)) return *std::move(city);
   }
-  return trip.dateStart ? dayText(zone.dateAt(*trip.dateStart)) : trip.id;
+  const auto span = daysOf(trip, zone);
+  return span ? dayText(span->first) : trip.id;
 }
 
 }  // namespace

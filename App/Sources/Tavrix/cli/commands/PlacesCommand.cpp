@@ -26,7 +26,7 @@ ExitStatus listPlaces(const CommandContext& context) {
   const auto lookup = lookupOf(shots, settings, context.surroundings.systemLocaleID, naming.get());
   const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
   const auto kept =
-      filtered(bundles, bundleFilter(spelled), {settings.gathering.timeZone, lookup.get()});
+      filtered(bundles, bundleFilter(spelled), {groupingSettings(settings).clock(), lookup.get()});
   tellUnknownPlaces(context, bundles, lookup.get());
   PlacesResult result{placesOf(kept, settings.gathering.placeRadiusKm), std::nullopt};
   if (lookup) {

@@ -55,9 +55,8 @@ GroupIndex::GroupIndex(const Library& library) {
 }
 
 std::string daysText(const MediaGroup& group, const TimeZone& zone) {
-  if (!group.dateStart) return {};
-  return daysText(zone.dateAt(*group.dateStart),
-                  zone.dateAt(group.dateEnd.value_or(*group.dateStart)));
+  const auto span = tavrix::daysOf(group, zone);
+  return span ? daysText(span->first, span->last) : std::string{};
 }
 
 std::string TextPrinter::daysOf(const MediaGroup& group) const {

@@ -59,6 +59,10 @@ void writeGroup(JsonWriter& json, const FolderNaming::Row& row, bool isFlat) {
   json.beginObject().field("id", group.id).field("folderName", isFlat ? "" : row.name);
   writeInstant(json, "dateStart", group.dateStart);
   writeInstant(json, "dateEnd", group.dateEnd);
+  if (group.cameraDays) {
+    json.field("firstDay", dayText(group.cameraDays->first));
+    json.field("lastDay", dayText(group.cameraDays->last));
+  }
   writePoint(json, "place", group.place);
   writeCounts(json, group.counts());
   writeBundleIDs(json, group.bundles);

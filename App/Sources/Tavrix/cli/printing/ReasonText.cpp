@@ -106,6 +106,12 @@ bool isOfChoice(const TripReasons::Stay& stay, const TripReasons& reasons,
 
 }  // namespace
 
+std::string TextPrinter::beginText(const MediaGroup& group) const {
+  if (!group.cameraDays) return dateText(group.dateStart);
+  const ShotClock clock{zone_, true};
+  return timeText(*clock.timeOf(group.bundles.front().primaryPicture()));
+}
+
 void TextPrinter::foldersWithReasons(
     const Library& library, const std::function<std::string(const MediaGroup&)>& reasonOf) {
   const std::vector<FolderLine> lines = folderLines(library);
@@ -116,7 +122,7 @@ void TextPrinter::foldersWithReasons(
         const MediaGroup& group = *lines[row].group;
         const std::string merged = mergedNote(language_, group);
         const bool isUndated = group.id == "no-date";
-        return {lines[row].name, dateText(group.dateStart),
+        return {lines[row].name, beginText(group),
                 !merged.empty() ? merged
                 : isUndated     ? say(language_, sentences::noDate)
                                 : reasonOf(group)};
@@ -124,7 +130,7 @@ void TextPrinter::foldersWithReasons(
 }
 
 void TextPrinter::stays(const Library& library, const TripReasons& reasons) {
-  const ReasonWords words{language_, zone_, reasons.stays};
+  const ReasonWords words{language_, reasons.stays};
   const GroupIndex index{library};
   const GeoPoint home = library.home->point.value_or(GeoPoint{});
   if (reasons.stays.empty() && library.home->point) {
@@ -152,7 +158,7 @@ void TextPrinter::stays(const Library& library, const TripReasons& reasons) {
 void TextPrinter::shotsOutsideTrips(const Library& library, const TripReasons& reasons) {
   const std::vector<ShotLine> lines = shotLines(library, reasons);
   if (lines.empty()) return;
-  const ReasonWords words{language_, zone_, reasons.stays};
+  const ReasonWords words{language_, reasons.stays};
   line("");
   table({{say(language_, sentences::titleFolder), false, true},
          {say(language_, sentences::titleShot), false, true},
@@ -168,7 +174,7 @@ void TextPrinter::shotsOutsideTrips(const Library& library, const TripReasons& r
 void TextPrinter::countsOutsideTrips(const Library& library, const TripReasons& reasons) {
   const std::vector<ShotCount> counts = countsOf(shotLines(library, reasons));
   if (counts.empty()) return;
-  const ReasonWords words{language_, zone_, reasons.stays};
+  const ReasonWords words{language_, reasons.stays};
   line("");
   table({{say(language_, sentences::titleFolder), false, true},
          {say(language_, sentences::titleShots), true},
@@ -185,8 +191,11 @@ void TextPrinter::reasons(const GroupsResult& result) {
   const Library& library = result.library;
   if (!library.reasons) return;
   line("");
+  const bool hasCameraDays = std::ranges::any_of(
+      library.rows, [](const FolderNaming::Row& row) { return row.group->cameraDays.has_value(); });
+  if (hasCameraDays) line(say(language_, sentences::cameraDaysUsed, zone_.id()));
   if (const auto* const calendar = std::get_if<CalendarReasons>(&*library.reasons)) {
-    line(say(language_, sentences::calendarOfZone, zone_.id()));
+    if (!hasCameraDays) line(say(language_, sentences::calendarOfZone, zone_.id()));
     foldersWithReasons(library, [&](const MediaGroup& group) {
       return calendarText(language_, calendar->granularity, group.id);
     });
@@ -195,7 +204,7 @@ void TextPrinter::reasons(const GroupsResult& result) {
     for (const EventReasons::Event& event : events->events) begins[event.groupID] = event.begin;
     line(say(language_, sentences::whyEvents));
     const std::vector<TripReasons::Stay> noStays;
-    const ReasonWords words{language_, zone_, noStays};
+    const ReasonWords words{language_, noStays};
     foldersWithReasons(
         library, [&](const MediaGroup& group) { return words.eventText(begins.at(group.id)); });
   } else if (const auto* const trips = std::get_if<TripReasons>(&*library.reasons)) {

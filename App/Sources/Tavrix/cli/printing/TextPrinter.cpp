@@ -68,11 +68,13 @@ std::string TextPrinter::notes(const MediaAsset& asset) const {
 }
 
 std::string TextPrinter::dateText(const std::optional<Instant>& date) const {
-  if (!date) return absent;
-  const LocalTime local = zone_.toLocal(*date);
-  const auto sinceMidnight = local - std::chrono::floor<std::chrono::days>(local);
-  const std::chrono::hh_mm_ss time{std::chrono::floor<std::chrono::seconds>(sinceMidnight)};
-  return fmt::format("{} {:02}:{:02}:{:02}", dayText(zone_.dateAt(*date)), time.hours().count(),
+  return date ? timeText(zone_.toLocal(*date)) : absent;
+}
+
+std::string TextPrinter::timeText(LocalTime local) {
+  const auto day = std::chrono::floor<std::chrono::days>(local);
+  const std::chrono::hh_mm_ss time{std::chrono::floor<std::chrono::seconds>(local - day)};
+  return fmt::format("{} {:02}:{:02}:{:02}", dayText(CivilDate{day}), time.hours().count(),
                      time.minutes().count(), time.seconds().count());
 }
 

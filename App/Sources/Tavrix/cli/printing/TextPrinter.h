@@ -66,6 +66,9 @@ class TextPrinter : public ResultPrinter {
   std::string kindText(const AssetBundle& bundle) const;
   std::string notes(const MediaAsset& asset) const;
   std::string dateText(const std::optional<Instant>& date) const;
+  static std::string timeText(LocalTime local);
+  /// Returns the time of the first shot, on the clock by which the days of the group are.
+  std::string beginText(const MediaGroup& group) const;
   std::string daysOf(const MediaGroup& group) const;
   /// Returns a date without its seconds, for lists that must be narrow.
   std::string minuteText(const Instant& date) const {

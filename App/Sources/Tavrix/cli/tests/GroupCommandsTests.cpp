@@ -258,6 +258,18 @@ TEST_F(GroupCommands, foldersOfMonths_areOfferedNamesWithoutADay) {
   EXPECT_THAT(groups({"uiMode=byDate"}).out, Not(HasSubstr("wholeFolderDates")));
 }
 
+TEST_F(GroupCommands, cameraDays_areSaidAndUsedEverywhere) {
+  const std::vector<std::string> inAuckland{"uiMode=byDate", "timeZoneID=Pacific/Auckland"};
+  EXPECT_THAT(shape(inAuckland), HasSubstr("2026-05-12 2026-05-12: R2 X1; "));
+  auto byCamera = inAuckland;
+  byCamera.emplace_back("cameraDays=true");
+  EXPECT_THAT(shape(byCamera), HasSubstr("2026-05-11 2026-05-11: R2 X1; "));
+  const std::string explained = groups(byCamera, {"--explain"}).out;
+  EXPECT_THAT(explained, HasSubstr("по часовому поясу Pacific/Auckland.\n"));
+  EXPECT_THAT(explained, HasSubstr("2026-05-11 12:00:00  день 2026-05-11\n"));
+  EXPECT_THAT(groups(byCamera, {"--json"}).out, HasSubstr(R"("firstDay": "2026-05-11",)"));
+}
+
 TEST_F(GroupCommands, explainOfOtherModes_tellsOfEveryFolder) {
   const std::string events = groups({"eventGapHours=30"}, {"--explain", "--lang", "en"}).out;
   EXPECT_THAT(events, AllOf(HasSubstr("2026-04-01 12:00:00  the earliest of these shots\n"),

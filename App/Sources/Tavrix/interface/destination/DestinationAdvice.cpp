@@ -64,8 +64,9 @@ class StatusTeller {
 
 /// Returns the part of the inspector in which a setting of the names is found.
 const Sentence<>& subjectOf(std::string_view key) {
-  constexpr std::array<std::pair<std::string_view, const Sentence<>*>, 12> subjects{{
+  constexpr std::array<std::pair<std::string_view, const Sentence<>*>, 13> subjects{{
       {"timeZoneID", &sentences::subjectTimeZone},
+      {"cameraDays", &sentences::subjectTimeZone},
       {"nameByGroupID", &sentences::subjectNames},
       {"nameTemplate", &sentences::subjectNames},
       {"locale", &sentences::subjectLocale},

@@ -6,11 +6,10 @@ namespace tavrix::window {
 namespace {
 
 std::vector<FolderShots::Section> sectionsOf(const std::vector<AssetBundle>& shots,
-                                             const TimeZone& zone) {
+                                             const ShotClock& clock) {
   std::vector<FolderShots::Section> sections;
   for (const AssetBundle& shot : shots) {
-    const auto date = shot.captureDate();
-    const auto day = date ? std::optional{zone.dateAt(*date)} : std::nullopt;
+    const auto day = clock.dayOf(shot);
     if (sections.empty() || sections.back().day != day) sections.push_back({day});
     ++sections.back().count;
   }
@@ -48,7 +47,7 @@ std::optional<FolderShots> shotsOf(const AppModel& model, const std::string& gro
       const auto& plan = model.plan().plan;
       const bool isPlanned = state.destination && plan != nullptr;
       return FolderShots{.folder = folder,
-                         .sections = sectionsOf(shots, state.settings->gathering.timeZone),
+                         .sections = sectionsOf(shots, groupingSettings(*state.settings).clock()),
                          .effects = effectsOf(shots, isPlanned ? plan.get() : nullptr, first)};
     }
     first += folder->newCount;

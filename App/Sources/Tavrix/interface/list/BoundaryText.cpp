@@ -59,7 +59,8 @@ class Explanation {
       : language_(language), library_(library), group_(group), zone_(zone) {}
 
   Paragraphs operator()(const CalendarReasons& reasons) const {
-    return {say(language_, sentences::calendarOfZone, zone_.id()),
+    return {group_.cameraDays ? say(language_, sentences::calendarOfCameras)
+                              : say(language_, sentences::calendarOfZone, zone_.id()),
             say(language_, sentences::calendarFolder,
                 calendarText(language_, reasons.granularity, group_.id))};
   }
@@ -67,7 +68,7 @@ class Explanation {
     const auto event = std::ranges::find(reasons.events, group_.id, &EventReasons::Event::groupID);
     if (event == reasons.events.end()) return {};
     const std::vector<TripReasons::Stay> noStays;
-    const ReasonWords words{language_, zone_, noStays};
+    const ReasonWords words{language_, noStays};
     const auto next = std::next(event);
     return {say(language_, sentences::folderBegan, words.eventText(event->begin)),
             next == reasons.events.end()
@@ -76,7 +77,7 @@ class Explanation {
             say(language_, sentences::boundaryHint)};
   }
   Paragraphs operator()(const TripReasons& reasons) const {
-    const ReasonWords words{language_, zone_, reasons.stays};
+    const ReasonWords words{language_, reasons.stays};
     const auto month = std::ranges::find(reasons.months, group_.id, &TripReasons::Month::groupID);
     if (month != reasons.months.end()) return monthText(*month, words);
     const auto stay = std::ranges::find(reasons.stays, group_.id, &TripReasons::Stay::groupID);

@@ -38,10 +38,9 @@ std::string sectionTitle(Language language, const FolderRows::Section& section) 
 }
 
 std::string period(Language language, const DisplayGroup& folder, const TimeZone& zone) {
-  const auto& group = *folder.group;
-  if (!group.dateStart || !group.dateEnd) return say(language, sentences::noDate);
-  const CivilDate first = zone.dateAt(*group.dateStart);
-  const CivilDate last = zone.dateAt(*group.dateEnd);
+  const auto span = daysOf(*folder.group, zone);
+  if (!span) return say(language, sentences::noDate);
+  const auto [first, last] = *span;
   if (first == last) return day(language, first, true, true);
   const bool isOneYear = first.year() == last.year();
   const bool isOneMonth = isOneYear && first.month() == last.month();

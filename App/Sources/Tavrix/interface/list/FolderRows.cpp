@@ -15,9 +15,9 @@ Division divisionFor(std::optional<LayoutChoice> layout) {
 /// Returns the section of a folder, without a count.
 FolderRows::Section sectionOf(const DisplayGroup& folder, const TimeZone& zone, Division division) {
   FolderRows::Section section;
-  const auto& start = folder.group->dateStart;
-  if (!start || division == Division::none) return section;
-  const CivilDate day = zone.dateAt(*start);
+  const auto span = daysOf(*folder.group, zone);
+  if (!span || division == Division::none) return section;
+  const CivilDate day = span->first;
   section.year = static_cast<int>(day.year());
   if (division == Division::months) {
     section.month = static_cast<int>(static_cast<unsigned>(day.month()));

@@ -68,6 +68,7 @@ class SettingsModel : public QObject {
   TAVRIX_SETTING(DaySetting, periodFrom, &Settings::Content::periodFrom)
   TAVRIX_SETTING(DaySetting, periodTo, &Settings::Content::periodTo)
   TAVRIX_SETTING(TimeZoneSetting, timeZone, systemZone_)
+  TAVRIX_SWITCH(cameraDays)
 
   // How shots are grouped.
   TAVRIX_NUMBER(eventGapHours, hours, 0.5, 24, 0.5)

@@ -89,6 +89,10 @@ inline constexpr Sentence<> calendarLocale{"ru_RU", "en_GB"};
 inline constexpr Sentence<> zoneTitle{"Часовой пояс", "Time zone"};
 inline constexpr Sentence<> zoneHelp{"По нему съёмка делится на дни.",
                                      "Days begin and end by its clock."};
+inline constexpr Sentence<> cameraDays{"Дни по часам камеры", "Days by the Camera’s Clock"};
+inline constexpr Sentence<> cameraDaysHelp{
+    "Снимок остаётся в том дне, который показывала камера, где бы это ни было.",
+    "A shot stays in the day that the camera showed, wherever it was taken."};
 inline constexpr Sentence<> zoneUnknown{"Нет такого часового пояса.", "No such time zone."};
 
 }  // namespace tavrix::window::sentences

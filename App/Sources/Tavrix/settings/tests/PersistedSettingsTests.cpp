@@ -69,6 +69,7 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
       {"severalCities", {"[]"}},
       {"wholeFolderDates", {"null"}},
       {"datesFromNames", {R"("no")"}},
+      {"cameraDays", {"[]"}},
       {"nameTemplate",
        {"5", R"("{}")", "[]", "{}", R"({"tokens":[],"language":"french"})",
         R"({"tokens":[{"year":{"_0":"full"},"day":{"_0":"pad2"}}],"language":"system"})",

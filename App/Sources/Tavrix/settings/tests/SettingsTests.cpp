@@ -89,6 +89,7 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"mergeDistricts=true", [](Settings& s) { s.naming.mergeDistricts = true; }},
       {"mergeSameNames=true", [](Settings& s) { s.naming.mergeSameNames = true; }},
       {"severalCities=true", [](Settings& s) { s.naming.severalCities = true; }},
+      {"cameraDays=true", [](Settings& s) { s.gathering.cameraDays = true; }},
       {"wholeFolderDates=true", [](Settings& s) { s.naming.wholeFolderDates = true; }},
       {"datelessName=", [](Settings& s) { s.naming.datelessName = ""; }},
       {"nameByGroupID=true", [](Settings& s) { s.naming.nameByGroupID = true; }},

@@ -181,4 +181,9 @@ InspectorSection {
             onClicked: SettingsModel.timeZone.reset()
         }
     }
+    SwitchRow {
+        setting: SettingsModel.cameraDays
+        text: Words.cameraDays
+        help: Words.cameraDaysHelp
+    }
 }
