@@ -12,8 +12,10 @@ inline constexpr Sentence<> inspectorWidth{"Ширина настроек", "Wid
 
 // The settings that last for one launch.
 inline constexpr Sentence<> whatForgotten{
-    "Раздел забывается при закрытии программы, кроме выбора об оптимизированных копиях.",
-    "This section is forgotten when the program closes, except the choice about optimized copies."};
+    "Раздел забывается при закрытии программы; помнятся только «Дни по часам камеры» и выбор об "
+    "оптимизированных копиях.",
+    "This section is forgotten when the program closes; only “Days by the Camera’s Clock” and the "
+    "choice about optimized copies are kept."};
 inline constexpr Sentence<> namesForgotten{
     "Префикс, районы и одинаковые имена забываются при закрытии программы.",
     "The prefix, districts and equal names are forgotten when the program closes."};
