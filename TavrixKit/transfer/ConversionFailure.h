@@ -11,7 +11,8 @@ enum class ConversionFailure : std::uint8_t {
   rawPicture,         ///< a camera's raw data, such as DNG
   severalPictures,    ///< an animation or several pages, of which only one picture would remain
   unsupportedColour,  ///< colours that would not survive, such as CMYK or high dynamic range
-  tooLarge,           ///< more pixels, bytes or metadata than the limits allow
+  tooLarge,           ///< more pixels or bytes than the limits allow
+  metadataTooLarge,   ///< Exif, XMP or a colour profile that no JPEG file can hold
   damagedInput,       ///< not the format that it claims to be, or truncated
   wrongResult,        ///< the result was empty, truncated, or of another size or duration
   crashed,            ///< the decoder crashed

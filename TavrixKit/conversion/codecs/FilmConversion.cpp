@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
+#include <vector>
 
 #include "conversion/codecs/FilmHeader.h"
 #include "conversion/codecs/FilmMetadata.h"
 #include "conversion/codecs/PictureFilter.h"
 #include "conversion/platform/DescriptorReader.h"
+#include "conversion/platform/Descriptors.h"
+#include "foundation/files/FileError.h"
 #include "transfer/MediaConverter.h"
 
 extern "C" {
@@ -25,11 +29,24 @@ bool needsDolbyVision(const AVStream& pictures) {
   return record.dv_bl_signal_compatibility_id == 0;
 }
 
-/// Returns true if the pictures can be copied unchanged.
-bool canBeCarried(const FilmSource& film) {
+/// Returns true if the film is in a QuickTime or MP4 file and has pictures as the result will have.
+bool hasPlainH264(const FilmSource& film) {
   const AVCodecParameters& pictures = *film.picture().codecpar;
   return pictures.codec_id == AV_CODEC_ID_H264 && film.isIsoFile() && pictures.extradata_size > 0 &&
-         isPlainPicture(pictures) && !isHighDynamicRange(pictures) && film.showsAllPictures();
+         isPlainPicture(pictures) && !isHighDynamicRange(pictures);
+}
+
+/// Returns true if the pictures can be copied unchanged into another file.
+bool canBeCarried(const FilmSource& film) { return hasPlainH264(film) && film.showsAllPictures(); }
+
+/// Returns true if the file is an MP4 file of H.264 with AAC, so that nothing is left to convert.
+bool isAlreadyConverted(const FilmSource& film) {
+  if (!hasPlainH264(film) || film.tag("major_brand").value_or("qt  ") == "qt  ") return false;
+  const std::span streams{film.format().streams, film.format().nb_streams};
+  return std::ranges::all_of(streams, [](const AVStream* stream) {
+    const AVCodecParameters& codec = *stream->codecpar;
+    return codec.codec_type != AVMEDIA_TYPE_AUDIO || codec.codec_id == AV_CODEC_ID_AAC;
+  });
 }
 
 std::string userDataOf(const FilmSource& film, int descriptor) {
@@ -52,6 +69,7 @@ FilmConversion::FilmConversion(const ConversionFiles& files, const ConversionPro
 }
 
 ConversionResult FilmConversion::run() {
+  if (isAlreadyConverted(source_)) return takeWhole();
   addTracks();
   copyDate();
   writer_.begin(roomForHeader());
@@ -61,12 +79,31 @@ ConversionResult FilmConversion::run() {
     DescriptorReader result{files_.result};
     setUserData(result, files_.result, userData_);
   }
-  const ExpectedFilm film = expected();
-  requireFilm(files_.result, film);
+  requireFilm(files_.result, expected());
+  return result();
+}
+
+/// Copies the file byte for byte, with all that other programs keep in it. It is read as a film
+/// first, so that a truncated one is refused.
+ConversionResult FilmConversion::takeWhole() {
+  carry();
+  DescriptorReader source{files_.source};
+  std::vector<char> buffer(std::size_t{1} << 20U);
+  std::uint64_t at = 0;
+  while (const std::size_t count = source.read(at, buffer)) {
+    const auto written = descriptors::writeAt(files_.result, at, std::span{buffer}.first(count));
+    if (written < 0) throw FileError{FileOperation::write, {}, static_cast<int>(-written)};
+    at += count;
+    if (progress_) progress_(told_);
+  }
+  return result();
+}
+
+ConversionResult FilmConversion::result() const {
   const ShownSize size = squareSize(source_);
   return {.width = size.width,
           .height = size.height,
-          .milliseconds = static_cast<std::uint64_t>(std::llround(film.seconds * 1000))};
+          .milliseconds = static_cast<std::uint64_t>(std::llround(seconds() * 1000))};
 }
 
 void FilmConversion::addTracks() {
@@ -86,14 +123,13 @@ void FilmConversion::copyDate() {
     av_dict_set(&writer_.format().metadata, "creation_time", date->c_str(), 0);
 }
 
-/// Passes every packet to its track; the packets of the pictures give the progress.
+/// Passes every packet to its track if it has one; the packets of the pictures give the progress.
 void FilmConversion::carry() {
   const av::Packet packet = av::makePacket();
   while (source_.next(*packet)) {
-    if (const auto track = tracks_.find(packet->stream_index); track != tracks_.end()) {
-      if (packet->stream_index == source_.picture().index) see(*packet);
-      track->second->take(*packet);
-    }
+    if (packet->stream_index == source_.picture().index) see(*packet);
+    const auto track = tracks_.find(packet->stream_index);
+    if (track != tracks_.end()) track->second->take(*packet);
     av_packet_unref(packet.get());
   }
   for (auto& [number, track] : tracks_) track->finish();
@@ -137,16 +173,19 @@ std::uint64_t FilmConversion::roomForHeader() const {
   return headerBytes(pictures, sounds, tracks_.size()) + userData_.size();
 }
 
-ExpectedFilm FilmConversion::expected() const {
+double FilmConversion::seconds() const {
   const AVRational unit = source_.picture().time_base;
   const double seen = end_ > begin_ ? static_cast<double>(end_ - begin_) * av_q2d(unit) : 0;
   // Only the header has the duration of the last picture; in some file formats it is a guess.
   const double told = source_.seconds().value_or(seen);
   const bool isToBelieve = source_.isIsoFile() || std::abs(told - seen) <= durationTolerance;
-  const double seconds = isToBelieve ? told : seen;
+  return isToBelieve ? told : seen;
+}
+
+ExpectedFilm FilmConversion::expected() const {
   return {.size = shownSize(source_),
           .matrix = source_.displayMatrix(),
-          .seconds = seconds,
+          .seconds = seconds(),
           .pictures = tracks_.at(source_.picture().index)->written(),
           .sounds = source_.sounds().size()};
 }

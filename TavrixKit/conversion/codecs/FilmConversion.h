@@ -18,12 +18,16 @@ class FilmConversion {
   ConversionResult run();
 
  private:
+  ConversionResult takeWhole();
+  ConversionResult result() const;
   void addTracks();
   void copyDate();
   void carry();
   void see(const AVPacket& packet);
   void tell(std::int64_t time);
   std::uint64_t roomForHeader() const;
+  /// Returns the duration of the pictures that carry() has seen.
+  double seconds() const;
   ExpectedFilm expected() const;
 
   ConversionFiles files_;

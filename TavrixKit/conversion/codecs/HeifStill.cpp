@@ -36,7 +36,8 @@ void require(const heif_error& error) {
 
 std::string bytesAt(std::span<const char> source, const std::optional<HeifItems::Extent>& extent) {
   if (!extent) return {};
-  if (extent->length > StillLimits::maxMetadata) throw ConversionError{ConversionFailure::tooLarge};
+  if (extent->length > StillLimits::maxMetadata)
+    throw ConversionError{ConversionFailure::metadataTooLarge};
   if (extent->begin > source.size() || extent->length > source.size() - extent->begin)
     throw ConversionError{ConversionFailure::damagedInput};
   return {source.data() + extent->begin, static_cast<std::size_t>(extent->length)};
@@ -53,7 +54,8 @@ Nclx nclxOf(const Handle& handle) {
 
 std::string iccOf(const Handle& handle) {
   std::string icc(heif_image_handle_get_raw_color_profile_size(handle.get()), '\0');
-  if (icc.size() > StillLimits::maxMetadata) throw ConversionError{ConversionFailure::tooLarge};
+  if (icc.size() > StillLimits::maxMetadata)
+    throw ConversionError{ConversionFailure::metadataTooLarge};
   if (!icc.empty()) require(heif_image_handle_get_raw_color_profile(handle.get(), icc.data()));
   if (!icc.empty()) return icc;
   const Nclx nclx = nclxOf(handle);

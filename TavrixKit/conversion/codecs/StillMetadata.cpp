@@ -50,7 +50,7 @@ void addExif(const std::string& exif, std::vector<JpegSegment>& segments) {
   using namespace std::string_literals;
   if (exif.empty()) return;
   std::string payload = "Exif\0\0"s + exif;
-  if (payload.size() > longestPayload) throw ConversionError{ConversionFailure::tooLarge};
+  if (payload.size() > longestPayload) throw ConversionError{ConversionFailure::metadataTooLarge};
   segments.push_back({0xE1, std::move(payload)});
 }
 
@@ -66,7 +66,7 @@ void addExtendedXmp(const std::string& xmp, std::vector<JpegSegment>& segments) 
   using namespace std::string_literals;
   constexpr std::size_t longestPiece = 65400;
   constexpr std::size_t longestXmp = std::size_t{16} << 20U;
-  if (xmp.size() > longestXmp) throw ConversionError{ConversionFailure::tooLarge};
+  if (xmp.size() > longestXmp) throw ConversionError{ConversionFailure::metadataTooLarge};
   std::string guid = md5Hex(xmp);
   std::transform(guid.begin(), guid.end(), guid.begin(),
                  [](char c) { return c >= 'a' && c <= 'f' ? static_cast<char>(c - 32) : c; });
@@ -96,7 +96,7 @@ void addIcc(const std::string& icc, std::vector<JpegSegment>& segments) {
   using namespace std::string_literals;
   constexpr std::size_t longestPiece = 65519;
   const std::size_t count = (icc.size() + longestPiece - 1) / longestPiece;
-  if (count > 255) throw ConversionError{ConversionFailure::tooLarge};
+  if (count > 255) throw ConversionError{ConversionFailure::metadataTooLarge};
   for (std::size_t i = 0; i < count; ++i) {
     segments.push_back({0xE2, "ICC_PROFILE\0"s + static_cast<char>(i + 1) +
                                   static_cast<char>(count) +

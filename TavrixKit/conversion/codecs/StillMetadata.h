@@ -37,8 +37,8 @@ struct JpegSegment {
 
 /// Returns the metadata as segments in file order: the Exif block in one segment, the XMP packet in
 /// one segment or, if it does not fit, as extended XMP (ISO 16684-1 in JPEG files), and the profile
-/// in as many as it needs (ICC.1, B.4). Throws ConversionError with `tooLarge` if the metadata do
-/// not fit.
+/// in as many as it needs (ICC.1, B.4). Throws ConversionError with `metadataTooLarge` if the
+/// metadata do not fit.
 std::vector<JpegSegment> segmentsOf(const StillMetadata& metadata);
 
 }  // namespace tavrix

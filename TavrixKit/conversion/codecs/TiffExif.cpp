@@ -98,7 +98,8 @@ class BlockWriter {
 
   void addDirectory(const std::vector<Field>& fields, int depth) {
     std::size_t at = block_.size() + 2;
-    if (at + fields.size() * 12 > maxBlock) throw ConversionError{ConversionFailure::tooLarge};
+    if (at + fields.size() * 12 > maxBlock)
+      throw ConversionError{ConversionFailure::metadataTooLarge};
     add(fields.size(), 2);
     block_.append(fields.size() * 12 + 4, '\0');
     for (const Field& field : fields) {
@@ -135,7 +136,7 @@ class BlockWriter {
   }
   void append(std::string_view value) {
     if (value.size() > maxBlock || block_.size() + value.size() > maxBlock)
-      throw ConversionError{ConversionFailure::tooLarge};
+      throw ConversionError{ConversionFailure::metadataTooLarge};
     block_ += value;
     if (block_.size() % 2 != 0) block_ += '\0';
   }

@@ -62,7 +62,8 @@ struct OpenTiff {
     std::uint32_t count = 0;
     const void* value = nullptr;
     if (TIFFGetField(tiff, tag, &count, &value) == 0 || value == nullptr) return {};
-    if (count > StillLimits::maxMetadata) throw ConversionError{ConversionFailure::tooLarge};
+    if (count > StillLimits::maxMetadata)
+      throw ConversionError{ConversionFailure::metadataTooLarge};
     return {static_cast<const char*>(value), count};
   }
   /// Returns the meaning of the values beyond the colours; EXTRASAMPLE_UNSPECIFIED if there are

@@ -20,6 +20,9 @@ inline constexpr Sentence<> keptColour{"цвета файла не сохран�
                                        "the file's colours would not survive"};
 inline constexpr Sentence<> keptTooLarge{"файл слишком велик для преобразования",
                                          "the file is too large to be converted"};
+inline constexpr Sentence<> keptMetadataTooLarge{
+    "данные снимка (Exif, XMP или профиль цвета) не поместились бы в JPEG",
+    "the picture's metadata (Exif, XMP or colour profile) would not fit into a JPEG file"};
 inline constexpr Sentence<> keptDamaged{"файл повреждён или не дописан",
                                         "the file is damaged or cut short"};
 inline constexpr Sentence<> keptWrongResult{"результат не совпал с исходным файлом",
@@ -47,6 +50,8 @@ inline std::string conversionFailureText(Language language, ConversionFailure fa
       return say(language, keptColour);
     case ConversionFailure::tooLarge:
       return say(language, keptTooLarge);
+    case ConversionFailure::metadataTooLarge:
+      return say(language, keptMetadataTooLarge);
     case ConversionFailure::damagedInput:
       return say(language, keptDamaged);
     case ConversionFailure::wrongResult:

@@ -187,7 +187,7 @@ TEST_F(StillConversion, whatWouldLose_orIsNoPicture_isKept) {
       {pngOf(TestPicture::make(1, 70'000, 1, 8, [](int, int, int) { return 9; })), "tooLarge"},
       {withHole(heicOf(noise(128))), "damagedInput"},
       {withHole(tiledHeicOf(noise(128), 0)), "damagedInput"},
-      {pngOf(corners(), {"II\x2A\0"s + std::string(70'000, 'x')}), "tooLarge"},
+      {pngOf(corners(), {"II\x2A\0"s + std::string(70'000, 'x')}), "metadataTooLarge"},
   };
   for (const auto& [source, reason] : rows)
     EXPECT_EQ(failureOf(source), reason) << source.substr(0, 40);

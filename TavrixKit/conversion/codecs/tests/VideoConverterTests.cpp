@@ -149,6 +149,27 @@ TEST_F(VideoConverterTest, h264AndAac_areCarriedOverByteForByte) {
   EXPECT_NE(result.find(media), std::string::npos);
 }
 
+TEST_F(VideoConverterTest, mp4FileOfH264AndAac_isTakenAsItIs) {
+  const std::string bytes =
+      make({.container = "mp4", .encoder = "libx264", .times = unevenTimes(), .clockwise = 90});
+  const ConversionResult told = convert();
+  EXPECT_EQ(folder_.read("result"), bytes);
+  const SeenFilm film = testfilms::seen(source());
+  EXPECT_EQ(told.width, static_cast<std::uint32_t>(film.height));
+  EXPECT_NEAR(static_cast<double>(told.milliseconds) / 1000, film.seconds, 0.002);
+
+  folder_.write("source", bytes.substr(0, bytes.size() * 7 / 10));
+  EXPECT_EQ(failure(), "damagedInput");
+  // Other sounds, and other pictures, are converted.
+  for (const FilmRecipe& recipe :
+       {FilmRecipe{.container = "mp4", .encoder = "libx264", .soundEncoders = {"aac", "ac3"}},
+        FilmRecipe{.container = "mp4", .encoder = "mpeg4"}}) {
+    make(recipe);
+    convert();
+    expectSameFilm(testfilms::seen(source()), testfilms::seen(result()));
+  }
+}
+
 TEST_F(VideoConverterTest, header_standsInFrontWithOneMetadataOfEachKind) {
   make({});
   convert();
