@@ -1,6 +1,7 @@
 #include "conversion/codecs/FilmConversion.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
 #include <vector>
@@ -39,13 +40,24 @@ bool hasPlainH264(const FilmSource& film) {
 /// Returns true if the pictures can be copied unchanged into another file.
 bool canBeCarried(const FilmSource& film) { return hasPlainH264(film) && film.showsAllPictures(); }
 
+bool isMp4(const FilmSource& film) {
+  constexpr std::array<std::string_view, 8> brands{"iso",  "mp41", "mp42", "avc1",
+                                                   "M4V ", "MSNV", "XAVC", "f4v "};
+  const std::string brand = film.tag("major_brand").value_or("");
+  return std::ranges::any_of(brands,
+                             [&](std::string_view each) { return brand.starts_with(each); });
+}
+
 /// Returns true if the file is an MP4 file of H.264 with AAC, so that nothing is left to convert.
 bool isAlreadyConverted(const FilmSource& film) {
-  if (!hasPlainH264(film) || film.tag("major_brand").value_or("qt  ") == "qt  ") return false;
+  const bool isInFragments = film.picture().nb_frames == 0;
+  if (!hasPlainH264(film) || !isMp4(film) || isInFragments) return false;
   const std::span streams{film.format().streams, film.format().nb_streams};
-  return std::ranges::all_of(streams, [](const AVStream* stream) {
+  return std::ranges::all_of(streams, [&](const AVStream* stream) {
     const AVCodecParameters& codec = *stream->codecpar;
-    return codec.codec_type != AVMEDIA_TYPE_AUDIO || codec.codec_id == AV_CODEC_ID_AAC;
+    if (codec.codec_type == AVMEDIA_TYPE_AUDIO) return codec.codec_id == AV_CODEC_ID_AAC;
+    const bool isCover = (stream->disposition & AV_DISPOSITION_ATTACHED_PIC) != 0;
+    return codec.codec_type != AVMEDIA_TYPE_VIDEO || isCover || stream == &film.picture();
   });
 }
 
@@ -79,12 +91,12 @@ ConversionResult FilmConversion::run() {
     DescriptorReader result{files_.result};
     setUserData(result, files_.result, userData_);
   }
-  requireFilm(files_.result, expected());
+  requireFilm(files_.result, expected(tracks_.at(source_.picture().index)->written()));
   return result();
 }
 
 /// Copies the file byte for byte, with all that other programs keep in it. It is read as a film
-/// first, so that a truncated one is refused.
+/// first, so that a truncated one is refused, and checked like any other result.
 ConversionResult FilmConversion::takeWhole() {
   carry();
   DescriptorReader source{files_.source};
@@ -96,6 +108,7 @@ ConversionResult FilmConversion::takeWhole() {
     at += count;
     if (progress_) progress_(told_);
   }
+  requireFilm(files_.result, expected(source_.indexedPictures()));
   return result();
 }
 
@@ -182,11 +195,11 @@ double FilmConversion::seconds() const {
   return isToBelieve ? told : seen;
 }
 
-ExpectedFilm FilmConversion::expected() const {
+ExpectedFilm FilmConversion::expected(std::int64_t pictures) const {
   return {.size = shownSize(source_),
           .matrix = source_.displayMatrix(),
           .seconds = seconds(),
-          .pictures = tracks_.at(source_.picture().index)->written(),
+          .pictures = pictures,
           .sounds = source_.sounds().size()};
 }
 

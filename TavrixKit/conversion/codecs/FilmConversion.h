@@ -28,7 +28,7 @@ class FilmConversion {
   std::uint64_t roomForHeader() const;
   /// Returns the duration of the pictures that carry() has seen.
   double seconds() const;
-  ExpectedFilm expected() const;
+  ExpectedFilm expected(std::int64_t pictures) const;
 
   ConversionFiles files_;
   const ConversionProgress& progress_;

@@ -194,7 +194,8 @@ class Parser {
   void checkValues(const std::vector<std::string>& arguments) const {
     for (std::size_t i = 0; i + 1 < arguments.size() && arguments[i] != "--"; ++i) {
       if (!takesValue(arguments[i])) continue;
-      if (isOption(arguments[i + 1])) {
+      const std::string& next = arguments[i + 1];
+      if (isOption(next) || next == "-h" || next == "--") {
         fail(say(language_, sentences::optionValueMissing, arguments[i]));
       }
       ++i;

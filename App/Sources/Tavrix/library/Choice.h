@@ -45,7 +45,8 @@ class Choosing {
  public:
   using Folders = std::vector<TransferPlanner::NamedGroup>;
 
-  /// Days begin in `zone`. `recorded` has the ids of the files that finished runs have recorded.
+  /// Days are those of `clock`. `recorded` has the ids of the files that finished runs have
+  /// recorded.
   Choosing(Choice choice, ShotClock clock, StringSet recorded = {});
 
   const Choice& choice() const { return choice_; }

@@ -136,6 +136,16 @@ WayBack wayBack(Settings settings, const std::string& systemLocaleID, const Fold
       way.assignments.push_back(assignment);
     }
   }
+  // Settings without a note had their initial values, which are known only for switches.
+  for (const auto& [key, value] : FolderMaking{now}) {
+    if (before.contains(key) || !now.contains(key)) continue;
+    way.keys.push_back(key);
+    if (value != textOf(true)) continue;
+    const std::string assignment = fmt::format("{}={}", key, textOf(false));
+    settings = std::get<Settings>(withSetting(settings, assignment));
+    now = folderMaking(settings, systemLocaleID);
+    way.assignments.push_back(assignment);
+  }
   way.isComplete = folderMaking(settings, way.locale.value_or(systemLocaleID)) == before;
   way.settings = std::move(settings);
   return way;

@@ -21,7 +21,7 @@ inline constexpr Sentence<> keptColour{"цвета файла не сохран�
 inline constexpr Sentence<> keptTooLarge{"файл слишком велик для преобразования",
                                          "the file is too large to be converted"};
 inline constexpr Sentence<> keptMetadataTooLarge{
-    "данные снимка (Exif, XMP или профиль цвета) не поместились бы в JPEG",
+    "сведения о снимке (Exif, XMP или цветовой профиль) не помещаются в JPEG",
     "the picture's metadata (Exif, XMP or colour profile) would not fit into a JPEG file"};
 inline constexpr Sentence<> keptDamaged{"файл повреждён или не дописан",
                                         "the file is damaged or cut short"};

@@ -138,12 +138,12 @@ TEST_F(StillConversion, deepColours_keepTheirMeans) {
   };
   for (const std::string& source : {pngOf(ramp(16)), heicOf(ramp(10))}) {
     const TestPicture result = decodeJpeg(convert(source, 1));
-    for (int x = 8; x < 248; x += 8) {
+    for (std::size_t x = 8; x < 248; x += 8) {
       double mean = 0;
-      for (int y = 0; y < 64; ++y)
-        for (int dx = 0; dx < 8; ++dx)
-          mean += result.values[static_cast<std::size_t>(3 * (y * 256 + x + dx))] / 512.0;
-      EXPECT_NEAR(mean, (400 + (x + 3.5) / 4) * 255 / 1023, 0.6) << x;
+      for (std::size_t y = 0; y < 64; ++y)
+        for (std::size_t dx = 0; dx < 8; ++dx)
+          mean += result.values[3 * (y * 256 + x + dx)] / 512.0;
+      EXPECT_NEAR(mean, (400 + (static_cast<double>(x) + 3.5) / 4) * 255 / 1023, 0.6) << x;
     }
   }
 }

@@ -160,6 +160,12 @@ TEST_F(VideoConverterTest, mp4FileOfH264AndAac_isTakenAsItIs) {
 
   folder_.write("source", bytes.substr(0, bytes.size() * 7 / 10));
   EXPECT_EQ(failure(), "damagedInput");
+  std::string unreadable = bytes;
+  const std::size_t media = bytes.find("mdat") + 4;
+  ASSERT_LT(media + 1000, bytes.size());
+  std::fill_n(unreadable.begin() + static_cast<std::ptrdiff_t>(media), 1000, '\0');
+  folder_.write("source", unreadable);
+  EXPECT_EQ(failure(), "wrongResult");
   // Other sounds, and other pictures, are converted.
   for (const FilmRecipe& recipe :
        {FilmRecipe{.container = "mp4", .encoder = "libx264", .soundEncoders = {"aac", "ac3"}},

@@ -1,6 +1,5 @@
 // The command that writes small pictures of everything on the phone.
 
-#include <algorithm>
 #include <charconv>
 #include <set>
 
@@ -69,17 +68,16 @@ std::vector<MediaAsset> picturesOf(const std::vector<MediaAsset>& assets) {
   return pictures;
 }
 
-/// Returns the pictures of a folder on the page, in capture order: all of them, or those that stand
-/// for many.
+/// Returns the pictures of a folder on the page, in capture order: those that stand for it, and as
+/// many of the others as there is room for.
 std::vector<MediaAsset> facesOf(const std::vector<AssetBundle>& shots) {
-  std::vector<MediaAsset> pictures;
-  if (shots.size() <= picturesOfSection) {
-    for (const AssetBundle& shot : shots) pictures.push_back(shownFile(shot));
-    return pictures;
+  std::set<std::size_t> chosen;
+  for (const auto& face : GroupFaces::of(shots, picturesOfSection).faces) chosen.insert(face.shot);
+  for (std::size_t i = 0; i < shots.size() && chosen.size() < picturesOfSection; ++i) {
+    chosen.insert(i);
   }
-  GroupFaces faces = GroupFaces::of(shots, picturesOfSection);
-  std::ranges::stable_sort(faces.faces, {}, &GroupFaces::Face::shot);
-  for (const auto& face : faces.faces) pictures.push_back(face.asset);
+  std::vector<MediaAsset> pictures;
+  for (const std::size_t shot : chosen) pictures.push_back(shownFile(shots[shot]));
   return pictures;
 }
 

@@ -91,6 +91,11 @@ std::vector<ShotCount> countsOf(const std::vector<ShotLine>& lines) {
   return counts;
 }
 
+bool usesCameraDays(const Library& library) {
+  return std::ranges::any_of(
+      library.rows, [](const FolderNaming::Row& row) { return row.group->cameraDays.has_value(); });
+}
+
 /// Returns false if a choice has left out the trip, or all shots of the outing.
 bool isOfChoice(const TripReasons::Stay& stay, const TripReasons& reasons,
                 const GroupIndex& index) {
@@ -108,8 +113,10 @@ bool isOfChoice(const TripReasons::Stay& stay, const TripReasons& reasons,
 
 std::string TextPrinter::beginText(const MediaGroup& group) const {
   if (!group.cameraDays) return dateText(group.dateStart);
-  const ShotClock clock{zone_, true};
-  return timeText(*clock.timeOf(group.bundles.front().primaryPicture()));
+  const auto first = std::ranges::find(group.bundles, group.dateStart, &AssetBundle::captureDate);
+  // A choice may have left out the first shot.
+  if (first == group.bundles.end()) return dayText(group.cameraDays->first);
+  return timeText(*ShotClock{zone_, true}.timeOf(first->primaryPicture()));
 }
 
 void TextPrinter::foldersWithReasons(
@@ -159,6 +166,11 @@ void TextPrinter::shotsOutsideTrips(const Library& library, const TripReasons& r
   const std::vector<ShotLine> lines = shotLines(library, reasons);
   if (lines.empty()) return;
   const ReasonWords words{language_, reasons.stays};
+  const ShotClock clock{zone_, usesCameraDays(library)};
+  const auto takenText = [&](const AssetBundle& shot) {
+    const auto time = clock.timeOf(shot.primaryPicture());
+    return time ? timeText(*time) : dateText(std::nullopt);
+  };
   line("");
   table({{say(language_, sentences::titleFolder), false, true},
          {say(language_, sentences::titleShot), false, true},
@@ -166,7 +178,7 @@ void TextPrinter::shotsOutsideTrips(const Library& library, const TripReasons& r
          {say(language_, sentences::titleWhyNoTrip)}})
       .write(sink_, lines.size(), [&](std::size_t row) -> Table::Cells {
         const auto& [folderName, bundle, reason] = lines[row];
-        return {*folderName, pathOnPhone(bundle->primaryPicture()), dateText(bundle->captureDate()),
+        return {*folderName, pathOnPhone(bundle->primaryPicture()), takenText(*bundle),
                 reason == nullptr ? say(language_, sentences::noDate) : words.monthText(*reason)};
       });
 }
@@ -191,8 +203,7 @@ void TextPrinter::reasons(const GroupsResult& result) {
   const Library& library = result.library;
   if (!library.reasons) return;
   line("");
-  const bool hasCameraDays = std::ranges::any_of(
-      library.rows, [](const FolderNaming::Row& row) { return row.group->cameraDays.has_value(); });
+  const bool hasCameraDays = usesCameraDays(library);
   if (hasCameraDays) line(say(language_, sentences::cameraDaysUsed, zone_.id()));
   if (const auto* const calendar = std::get_if<CalendarReasons>(&*library.reasons)) {
     if (!hasCameraDays) line(say(language_, sentences::calendarOfZone, zone_.id()));

@@ -67,7 +67,8 @@ class TextPrinter : public ResultPrinter {
   std::string notes(const MediaAsset& asset) const;
   std::string dateText(const std::optional<Instant>& date) const;
   static std::string timeText(LocalTime local);
-  /// Returns the time of the first shot, on the clock by which the days of the group are.
+  /// Returns the time of the first shot on the clock of the group's days, or only its first day if
+  /// that shot is left out.
   std::string beginText(const MediaGroup& group) const;
   std::string daysOf(const MediaGroup& group) const;
   /// Returns a date without its seconds, for lists that must be narrow.

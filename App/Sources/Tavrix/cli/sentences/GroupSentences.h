@@ -68,8 +68,8 @@ inline constexpr Sentence<std::string_view> calendarOfZone{
     "Папки идут по календарю часового пояса {}:",
     "Folders follow the calendar of the time zone {}:"};
 inline constexpr Sentence<std::string_view> cameraDaysUsed{
-    "Дни — по часам камеры, а где их не знать — по часовому поясу {}.",
-    "Days are those of the camera’s clock, or of the time zone {} where it is unknown."};
+    "Дни взяты по часам камеры, а где они неизвестны — по часовому поясу {}.",
+    "Days follow the camera’s clock; where that is not known, the time zone {}."};
 inline constexpr Sentence<> whyEvents{
     "Событие начинается там, где перед снимком была длинная пауза или дальний переезд:",
     "An event begins where a long pause or a far jump comes before a shot:"};

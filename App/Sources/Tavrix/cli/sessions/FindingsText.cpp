@@ -52,13 +52,15 @@ void tellCopiesAgain(const CommandContext& context, const CopiesAgain& again) {
   if (again.files == 0) return;
   const Language language = context.language();
   const std::string files = counted(language, again.files, tavrix::sentences::files);
-  if (!again.before) {
+  const auto& systemLocaleID = context.surroundings.systemLocaleID;
+  const WayBack way =
+      again.before ? wayBack(context.settings, systemLocaleID, *again.before) : WayBack{};
+  if (way.keys.empty()) {
     const std::string first = again.folders.empty() ? "" : forSentence(again.folders.front());
     context.warn(first.empty() ? say(language, sentences::copiesAgain, files)
                                : say(language, sentences::copiesAgainFrom, files, first));
     return;
   }
-  const WayBack way = wayBack(context.settings, context.surroundings.systemLocaleID, *again.before);
   std::string keys;
   for (const std::string& key : way.keys) keys += (keys.empty() ? "" : ", ") + forSentence(key);
   context.warn(say(language, sentences::copiesAgainChanged, files, keys));

@@ -75,6 +75,8 @@ TEST(CommandLine, optionGivenTwice_isRejected) {
 TEST(CommandLine, optionInPlaceOfAValue_isNoValue) {
   EXPECT_THROW(parsed({"groups", "A", "--only", "--quiet"}), CommandFailure);
   EXPECT_THROW(parsed({"plan", "A", "B", "--device-name", "--json"}), CommandFailure);
+  EXPECT_THROW(parsed({"groups", "A", "--only", "-h"}), CommandFailure);
+  EXPECT_THROW(parsed({"groups", "A", "--only", "--", "B"}), CommandFailure);
   EXPECT_EQ(parsed({"plan", "A", "B", "--device-name=--json"}).deviceName, "--json");
   EXPECT_THAT(parsed({"groups", "--", "--quiet"}).operands, ElementsAre("--quiet"));
 }

@@ -266,6 +266,12 @@ TEST_F(GroupCommands, cameraDays_areSaidAndUsedEverywhere) {
   EXPECT_THAT(shape(byCamera), HasSubstr("2026-05-11 2026-05-11: R2 X1; "));
   const std::string explained = groups(byCamera, {"--explain"}).out;
   EXPECT_THAT(explained, HasSubstr("по часовому поясу Pacific/Auckland.\n"));
+  // The time is left out with the first shot.
+  const std::string merged = R"(mergesByMode={"byDate":[["2026-05-10","2026-05-11","no-date"]]})";
+  auto part = byCamera;
+  part.push_back(merged);
+  EXPECT_THAT(groups(part, {"--explain", "--exclude", "R1.JPG"}).out,
+              HasSubstr("  2026-05-10           "));
   EXPECT_THAT(explained, HasSubstr("2026-05-11 12:00:00  день 2026-05-11\n"));
   EXPECT_THAT(groups(byCamera, {"--json"}).out, HasSubstr(R"("firstDay": "2026-05-11",)"));
 }

@@ -148,7 +148,8 @@ DestinationAdvice adviceOf(Language language, const AppState& state,
     way = wayBack(*state.settings, systemLocaleID, *again.before);
   }
   advice.warnings = warningsOf(language, *state.findings, way);
-  if (way.isComplete && !way.locale) advice.keepingNames = std::move(way.settings);
+  if (way.isComplete && !way.keys.empty() && !way.locale)
+    advice.keepingNames = std::move(way.settings);
   if (state.newFilesCount > 0) {
     const std::string files = counted(language, state.newFilesCount, shared::files);
     advice.effect = bytesText(language, state.newBytes);

@@ -10,7 +10,10 @@ std::vector<FolderShots::Section> sectionsOf(const std::vector<AssetBundle>& sho
   std::vector<FolderShots::Section> sections;
   for (const AssetBundle& shot : shots) {
     const auto day = clock.dayOf(shot);
-    if (sections.empty() || sections.back().day != day) sections.push_back({day});
+    // By the cameras' clocks a shot may be of the day before that of the previous shot.
+    const bool isLater = !sections.empty() && (!day || sections.back().day < day);
+    const bool isNew = sections.empty() || (isLater && sections.back().day != day);
+    if (isNew) sections.push_back({day});
     ++sections.back().count;
   }
   return sections;

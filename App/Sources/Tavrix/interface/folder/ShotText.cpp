@@ -58,11 +58,9 @@ std::string marks(Language language, const AssetBundle& shot) {
 }
 
 std::string time(Language language, const AssetBundle& shot, const TimeZone& zone) {
-  const MediaAsset& picture = shot.primaryPicture();
-  const auto clock = picture.cameraDate();
-  const auto date = clock ? clock : picture.captureDate();
-  if (!date) return {};
-  return formattedDate(language, *date, "d MMMM y, HH:mm", clock ? "UTC" : zone.id());
+  const auto shown = ShotClock{zone, true}.timeOf(shot.primaryPicture());
+  if (!shown) return {};
+  return formattedDate(language, Instant{shown->time_since_epoch()}, "d MMMM y, HH:mm", "UTC");
 }
 
 std::string description(Language language, const FolderShots& shots, std::size_t index,

@@ -72,7 +72,7 @@ TEST(LookingAhead, copiesUnderOtherNames_areFoundBeforeThePress) {
   EXPECT_EQ(harness.state().findings->again.files, 12U);
   const auto advice = adviceOf(Language::russian, harness.state(), "ru_RU");
   EXPECT_THAT(advice.warnings,
-              ElementsAre(AllOf(HasSubstr("12 файлов"), EndsWith(": начало имён файлов."))));
+              ElementsAre(AllOf(HasSubstr("12 файлов"), EndsWith(": префикс имён файлов."))));
   harness.model->changeSettings(*advice.keepingNames);
   harness.settle();
   EXPECT_EQ(harness.state().findings->again.files, 0U);

@@ -15,8 +15,8 @@ inline constexpr Sentence<> noNextFolder{"Позже снимков нет.", "T
 inline constexpr Sentence<std::string_view> calendarOfZone{
     "Папки идут по календарю часового пояса {}.",
     "Folders follow the calendar of the time zone {}."};
-inline constexpr Sentence<> calendarOfCameras{"Дни идут по часам камеры.",
-                                              "Days are those of the camera’s clock."};
+inline constexpr Sentence<> calendarOfCameras{"Папки разделены по датам на часах камеры.",
+                                              "Folders follow the dates of the camera’s clock."};
 inline constexpr Sentence<std::string_view> calendarFolder{"Здесь {}.", "This is {}."};
 inline constexpr Sentence<> undatedFolder{"Здесь снимки, у которых нет даты съёмки.",
                                           "These shots have no capture date."};

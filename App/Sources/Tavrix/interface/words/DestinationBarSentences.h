@@ -35,7 +35,7 @@ inline constexpr Sentence<> everythingInPlace{"Всё уже перенесен�
 inline constexpr Sentence<> nothingChecked{"Ничего не отмечено", "Nothing is checked"};
 
 // The settings that changed since the folders of the destination were named.
-inline constexpr Sentence<> subjectGathering{"деление на папки", "how shots are put into folders"};
+inline constexpr Sentence<> subjectGathering{"деление на папки", "grouping into folders"};
 inline constexpr Sentence<> subjectTimeZone{"часовой пояс", "time zone"};
 inline constexpr Sentence<> subjectNames{"имена папок", "folder names"};
 inline constexpr Sentence<> subjectLocale{"язык имён", "language of the names"};
@@ -43,8 +43,9 @@ inline constexpr Sentence<> subjectPlaces{"места в именах", "places 
 inline constexpr Sentence<> subjectFormat{"формат файлов", "file format"};
 inline constexpr Sentence<> subjectKinds{"отдельные папки для фото и видео",
                                          "separate folders for photos and videos"};
-inline constexpr Sentence<> subjectPrefix{"начало имён файлов", "beginning of file names"};
-inline constexpr Sentence<> keepNames{"Вернуть прежние имена", "Keep the Earlier Names"};
+inline constexpr Sentence<> subjectPrefix{"префикс имён файлов", "file name prefix"};
+inline constexpr Sentence<> keepNames{"Вернуть прежние настройки имён",
+                                      "Restore the Earlier Settings of Names"};
 
 /// The number of matching files, and of all.
 inline constexpr Sentence<std::string_view, std::string_view> cardSeemsKnown{

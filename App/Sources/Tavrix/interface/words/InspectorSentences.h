@@ -12,8 +12,8 @@ inline constexpr Sentence<> inspectorWidth{"Ширина настроек", "Wid
 
 // The settings that last for one launch.
 inline constexpr Sentence<> whatForgotten{
-    "Раздел забывается при закрытии программы; помнятся только «Дни по часам камеры» и выбор об "
-    "оптимизированных копиях.",
+    "При закрытии программы раздел сбрасывается; сохраняются только «Дни по часам камеры» и выбор "
+    "об оптимизированных копиях.",
     "This section is forgotten when the program closes; only “Days by the Camera’s Clock” and the "
     "choice about optimized copies are kept."};
 inline constexpr Sentence<> namesForgotten{

@@ -91,8 +91,8 @@ inline constexpr Sentence<> zoneHelp{"По нему съёмка делится 
                                      "Days begin and end by its clock."};
 inline constexpr Sentence<> cameraDays{"Дни по часам камеры", "Days by the Camera’s Clock"};
 inline constexpr Sentence<> cameraDaysHelp{
-    "Снимок остаётся в том дне, который показывала камера, где бы это ни было.",
-    "A shot stays in the day that the camera showed, wherever it was taken."};
+    "Снимок остаётся в том дне, который был на часах камеры, в какой бы стране его ни сняли.",
+    "A shot stays on the day that the camera’s clock showed, wherever it was taken."};
 inline constexpr Sentence<> zoneUnknown{"Нет такого часового пояса.", "No such time zone."};
 
 }  // namespace tavrix::window::sentences

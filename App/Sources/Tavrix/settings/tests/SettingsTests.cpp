@@ -228,6 +228,21 @@ TEST(TransferOptions, ofSettings_knowPrefixContainerAndLayout) {
   }
 }
 
+TEST(WayBack, fromSwitchesThatTheNoteDoesNotName_switchesThemOff) {
+  const auto before = folderMaking(Settings{}, "ru_RU");
+  for (const char* const key : {"cameraDays", "severalCities", "wholeFolderDates"}) {
+    const Settings now = set(std::string{key} + "=true");
+    const WayBack way = wayBack(now, "ru_RU", before);
+    EXPECT_THAT(way.keys, ElementsAre(key));
+    EXPECT_TRUE(way.isComplete) << key;
+    EXPECT_EQ(way.settings, Settings{}) << key;
+    EXPECT_TRUE(wayBack({}, "ru_RU", folderMaking(now, "ru_RU")).isComplete) << key;
+  }
+  const WayBack home = wayBack(set("datelessName=?"), "ru_RU", before);
+  EXPECT_THAT(home.keys, ElementsAre("datelessName"));
+  EXPECT_FALSE(home.isComplete);
+}
+
 TEST(WayBack, toATemplateOfItsOwnLanguage_isThatTemplateAsItIsTyped) {
   const std::string typed = "nameTemplate={language:english}{year} {city:upper}";
   const WayBack way = wayBack({}, "ru_RU", folderMaking(set(typed), "ru_RU"));
