@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "foundation/GeoPoint.h"
@@ -24,7 +25,9 @@ struct GroupingSettings {
   std::optional<GeoPoint> homeOverride;  ///< a home chosen by the user
   double tripMaxGapHours = 48.0;         ///< a longer pause between away shots ends a trip
 
-  ShotClock clock() const { return {timeZone, cameraDays}; }
+  std::shared_ptr<const PlaceZones> placeZones{};  ///< for cameraDays
+
+  ShotClock clock() const { return {timeZone, cameraDays, placeZones}; }
 
   friend bool operator==(const GroupingSettings&, const GroupingSettings&) = default;
 };

@@ -22,8 +22,10 @@ void extend(std::optional<DaySpan>& span, const DaySpan& by) {
 std::optional<LocalTime> ShotClock::timeOf(const MediaAsset& file) const {
   const auto date = file.captureDate();
   if (!date) return std::nullopt;
-  const auto shown = byCamera ? shownTime(file) : std::nullopt;
-  return shown ? LocalTime{shown->time_since_epoch()} : zone.toLocal(*date);
+  if (!byCamera) return zone.toLocal(*date);
+  if (const auto shown = shownTime(file)) return LocalTime{shown->time_since_epoch()};
+  const auto location = places ? file.location() : std::nullopt;
+  return (location ? places->zoneAt(*location) : std::nullopt).value_or(zone).toLocal(*date);
 }
 
 std::optional<CivilDate> ShotClock::dayOf(const MediaAsset& file) const {

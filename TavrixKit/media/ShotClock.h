@@ -1,9 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "foundation/TimeZone.h"
 #include "media/AssetBundle.h"
+#include "media/PlaceZones.h"
 
 namespace tavrix {
 
@@ -21,9 +23,11 @@ void extend(std::optional<DaySpan>& span, const DaySpan& by);
 /// The clock by which the calendar days of shots are determined.
 struct ShotClock {
   TimeZone zone = TimeZone::utc();
-  /// The clock is that of the camera. Files without such a clock keep the time of `zone`: films
-  /// that are dated in UTC, and files that have only the date of the file or its name.
+  /// The clock is that of the camera. Files without such a clock have the time of their place:
+  /// films that are dated in UTC, and files that have only the date of the file or its name.
   bool byCamera = false;
+  /// Without zones of places, and for files without a position, that is the time of `zone`.
+  std::shared_ptr<const PlaceZones> places{};
 
   /// Returns the time on the clock, or nullopt if the file has no date.
   std::optional<LocalTime> timeOf(const MediaAsset& file) const;

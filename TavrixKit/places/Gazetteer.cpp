@@ -3,6 +3,7 @@
 #include "foundation/Text.h"
 #include "foundation/files/MappedFile.h"
 #include "places/CityChoice.h"
+#include "places/ZoneChoice.h"
 
 namespace tavrix {
 namespace {
@@ -82,6 +83,11 @@ std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
     if (!result.city && !result.region) result.region = result.countryName;
   }
   return result;
+}
+
+std::optional<std::string> Gazetteer::zoneIDAt(const GeoPoint& point) const {
+  const std::string_view id = ZoneChoice::zoneIDAt(table_, point);
+  return id.empty() ? std::nullopt : std::optional<std::string>{id};
 }
 
 }  // namespace tavrix

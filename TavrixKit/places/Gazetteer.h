@@ -28,6 +28,7 @@ class Gazetteer : public Geocoder {
   std::string source() const override;
   std::optional<GeocodedPlace> resolve(const GeoPoint& point,
                                        const std::string& localeID) const override;
+  std::optional<std::string> zoneIDAt(const GeoPoint& point) const override;
   Borders borders() const override { return table_.borders(); }
 
  private:

@@ -18,10 +18,11 @@ using TableBytes::kmPerDegree;
 using TableBytes::littleEndian;
 
 constexpr std::string_view magic = "TAVRXGEO";
-constexpr std::uint32_t currentVersion = 4;
-constexpr std::size_t headerBytes = 44;
+constexpr std::uint32_t currentVersion = 5;
+constexpr std::size_t headerBytes = 48;
 constexpr std::size_t regionBytes = 12;
-constexpr std::size_t recordBytes = 26;
+constexpr std::size_t zoneBytes = 4;
+constexpr std::size_t recordBytes = 28;
 constexpr std::size_t bandTableBytes = (bandCount + 1) * sizeof(std::uint32_t);
 // More than any table holds, and small enough that no sum of sizes overflows.
 constexpr std::uint32_t largestCount = 1U << 28U;
@@ -47,29 +48,31 @@ GazetteerTable::GazetteerTable(std::span<const std::byte> bytes) : bytes_(bytes)
     throw GazetteerError{Kind::notGazetteer, 0};
   }
   if (bytes.size() < headerBytes) throw GazetteerError{Kind::wrongSize, bytes.size()};
-  std::array<std::uint32_t, 9> numbers{};
+  std::array<std::uint32_t, 10> numbers{};
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     numbers.at(i) = littleEndian<std::uint32_t>(bytes.data() + magic.size() + 4 * i);
   }
   if (numbers[0] != currentVersion) throw GazetteerError{Kind::otherVersion, 8};
-  for (std::size_t i = 1; i <= 7; ++i) {
+  for (std::size_t i = 1; i <= 8; ++i) {
     if (numbers.at(i) > largestCount) throw GazetteerError{Kind::wrongSize, 8 + 4 * i};
   }
   placeCount_ = numbers[1];
   largeCount_ = numbers[2];
   countryCount_ = numbers[3];
   regionCount_ = numbers[4];
-  dataDate_ = numbers[8];
+  zoneCount_ = numbers[5];
+  dataDate_ = numbers[9];
   bandsAt_ = headerBytes + (2 * countryCount_ + 3) / 4 * 4;
   regionsAt_ = bandsAt_ + 3 * bandTableBytes;
-  recordsAt_ = regionsAt_ + regionCount_ * regionBytes;
+  zonesAt_ = regionsAt_ + regionCount_ * regionBytes;
+  recordsAt_ = zonesAt_ + zoneCount_ * zoneBytes;
   const std::size_t sidesAt = recordsAt_ + placeCount_ * recordBytes;
-  const std::size_t sideCount = numbers[5];
+  const std::size_t sideCount = numbers[6];
   const std::size_t rowsAt = sidesAt + sideCount * Borders::sideBytes;
   const std::size_t runsAt = rowsAt + RegionGrid::startsBytes;
-  const std::size_t runCount = numbers[6];
+  const std::size_t runCount = numbers[7];
   namesAt_ = runsAt + runCount * RegionGrid::runBytes;
-  if (bytes.size() != namesAt_ + numbers[7]) throw GazetteerError{Kind::wrongSize, bytes.size()};
+  if (bytes.size() != namesAt_ + numbers[8]) throw GazetteerError{Kind::wrongSize, bytes.size()};
   checkStarts(bandsAt_, bandCount, 0, largeCount_);
   checkStarts(bandsAt_ + bandTableBytes, bandCount, largeCount_, placeCount_);
   checkStarts(bandsAt_ + 2 * bandTableBytes, bandCount, 0, sideCount);
@@ -149,6 +152,12 @@ std::string_view GazetteerTable::country(std::uint8_t number) const {
 
 std::uint16_t GazetteerTable::regionNumberAt(std::size_t index) const {
   return littleEndian<std::uint16_t>(record(index) + 20);
+}
+
+std::string_view GazetteerTable::zoneIDAt(std::size_t index) const {
+  const std::size_t number = littleEndian<std::uint16_t>(record(index) + 26);
+  if (number == 0 || number > zoneCount_) return {};
+  return textAt(littleEndian<std::uint32_t>(bytes_.data() + zonesAt_ + (number - 1) * zoneBytes));
 }
 
 GazetteerPlace GazetteerTable::at(std::size_t index) const {

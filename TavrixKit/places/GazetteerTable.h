@@ -81,6 +81,8 @@ class GazetteerTable {
   bool isAstray(std::size_t index) const;
   std::uint8_t countryNumberAt(std::size_t index) const;
   std::uint16_t regionNumberAt(std::size_t index) const;
+  /// Returns the identifier of a place's time zone, such as "Europe/Rome"; empty if unknown.
+  std::string_view zoneIDAt(std::size_t index) const;
   /// Returns the code of a country from its number; empty if the number is too large.
   std::string_view country(std::uint8_t number) const;
   /// Returns the areas of the countries, which use the same numbers.
@@ -118,9 +120,11 @@ class GazetteerTable {
   std::size_t largeCount_ = 0;
   std::size_t countryCount_ = 0;
   std::size_t regionCount_ = 0;
+  std::size_t zoneCount_ = 0;
   std::uint32_t dataDate_ = 0;
   std::size_t bandsAt_ = 0;
   std::size_t regionsAt_ = 0;
+  std::size_t zonesAt_ = 0;
   std::size_t recordsAt_ = 0;
   std::size_t namesAt_ = 0;
   Borders borders_;

@@ -42,6 +42,10 @@ class Geocoder {
   /// cannot answer now; a later call may succeed.
   virtual std::optional<GeocodedPlace> resolve(const GeoPoint& point,
                                                const std::string& localeID) const = 0;
+  /// Returns the identifier of the time zone at a point, or nullopt if it is not known.
+  virtual std::optional<std::string> zoneIDAt(const GeoPoint& /*point*/) const {
+    return std::nullopt;
+  }
   /// Returns the borders that the answers respect, if any. They are valid as long as the geocoder
   /// exists.
   virtual Borders borders() const { return {}; }

@@ -40,6 +40,10 @@ class PlaceDirectory {
   /// Waits until the queue is empty and the geocoder is idle.
   void wait();
 
+  /// Returns the identifier of the time zone at a point, or nullopt if it is not known.
+  std::optional<std::string> zoneIDAt(const GeoPoint& point) const {
+    return geocoder_->zoneIDAt(point);
+  }
   /// Returns the borders of the geocoder. They are valid as long as the directory exists.
   Borders borders() const { return geocoder_->borders(); }
 

@@ -43,6 +43,31 @@ TEST(CameraDays, day_isTheOneThatTheCameraShowed) {
             "2026-05-23: file");
 }
 
+/// Knows the zone of one place.
+struct ZoneOfTaipei : PlaceZones {
+  std::optional<TimeZone> zoneAt(const GeoPoint& point) const override {
+    return point == taipei ? TimeZone::load("Asia/Taipei") : std::nullopt;
+  }
+};
+
+TEST(CameraDays, fileWithoutACamerasClock_isOfTheDayAtItsPlace) {
+  GroupingSettings settings = inNewYork();
+  settings.placeZones = std::make_shared<ZoneOfTaipei>();
+  MediaAsset dated{"dated.jpg",      "dated.jpg", std::nullopt,
+                   MediaKind::photo, 100,         parseIso8601("2026-05-20T17:00:00Z"),
+                   taipei,           false,       std::nullopt,
+                   std::nullopt};
+  const std::vector<MediaAsset> shots{
+      shown("clock.jpg", "2026-05-20T15:00:00Z", -4h, taipei), dated,
+      shown("utc.mov", "2026-05-20T18:00:00Z", 0h, taipei, MediaKind::video),
+      shown("elsewhere.mov", "2026-05-20T19:00:00Z", 0h, newYork, MediaKind::video)};
+  EXPECT_EQ(shape(grouped(shots, ByDate{}, settings)),
+            "2026-05-20: clock.jpg elsewhere.mov; 2026-05-21: dated.jpg utc.mov");
+  settings.cameraDays = false;
+  EXPECT_EQ(shape(grouped(shots, ByDate{}, settings)),
+            "2026-05-20: clock.jpg dated.jpg utc.mov elsewhere.mov");
+}
+
 TEST(CameraDays, flightOverTheDateLine_keepsTheOrderOfMomentsAndPrintsTheSmallerDayFirst) {
   const std::vector<MediaAsset> shots{shown("auckland", "2026-01-01T11:30:00Z", 13h),
                                       shown("honolulu", "2026-01-01T20:00:00Z", -10h)};

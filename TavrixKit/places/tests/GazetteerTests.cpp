@@ -9,6 +9,7 @@
 #include "foundation/Text.h"
 #include "foundation/files/FileError.h"
 #include "places/CityChoice.h"
+#include "places/GeocodedZones.h"
 #include "places/PlaceCells.h"
 #include "places/tests/TableMaker.h"
 
@@ -270,6 +271,58 @@ TEST(Gazetteer, language_fallsBackToEnglish) {
             (PlaceNames{"Nowhere", "Италия", "IT", {}, "city 1"}));
 }
 
+TEST(Gazetteer, zone_isThatOfTheNearestPlaceOnThisSide) {
+  const auto gazetteer = gazetteerOf(
+      madeTable({{.name = "West", .point = {0, 0}, .region = 1, .zone = "Zone/West"},
+                 {.name = "East", .point = {0, 1}, .region = 2, .zone = "Zone/East"},
+                 {.name = "Zoneless", .point = {0, 0.7}, .region = 1},
+                 {.name = "Abroad", .point = {-0.1, 0}, .country = "BB", .zone = "Zone/Abroad"}},
+                {{"One"}, {"Two"}}, {{"AA", {{0, -1}, {0, 9}, {5, 9}, {5, -1}}}},
+                {{0.21, -0.5, 1}, {0.21, 0.75, 2}, {0.21, 5, 0}}));
+  EXPECT_EQ(gazetteer.zoneIDAt({0.1, 0.4}), "Zone/West");
+  EXPECT_EQ(gazetteer.zoneIDAt({0.1, 0.6}), "Zone/East");
+  EXPECT_EQ(gazetteer.zoneIDAt({0.01, 0}), "Zone/West") << "at a border";
+  EXPECT_EQ(gazetteer.zoneIDAt({-0.1, 0.04}), "Zone/Abroad") << "in no country";
+  EXPECT_EQ(gazetteer.zoneIDAt({0.21, 0.7}), "Zone/West") << "in its region";
+  EXPECT_EQ(gazetteer.zoneIDAt({0.21, 4}), "Zone/East") << "in open country";
+  EXPECT_EQ(gazetteer.zoneIDAt({40, 40}), std::nullopt);
+  EXPECT_EQ(gazetteer.zoneIDAt({0, std::nan("")}), std::nullopt);
+}
+
+TEST(GeocodedZones, realPlaces_haveTheirTime) {
+  const auto directory = std::make_shared<PlaceDirectory>(
+      Gazetteer::open(TAVRIX_RESOURCES "/gazetteer.bin"), GeocodingCache{"none", {}});
+  const GeocodedZones zones{directory};
+  struct Row {
+    const char* place;
+    GeoPoint point;
+    const char* zone;  ///< of the same offset
+  };
+  const std::vector<Row> rows{
+      {"Taipei", {25.034, 121.564}, "Asia/Taipei"},
+      {"Narva, Estonia", {59.375, 28.199}, "Europe/Tallinn"},
+      {"Ivangorod, across the river", {59.3735, 28.2125}, "Europe/Moscow"},
+      {"Kaliningrad", {54.71, 20.51}, "Europe/Kaliningrad"},
+      {"Grand Canyon, without summer time", {36.06, -112.11}, "America/Phoenix"},
+      {"Kathmandu", {27.70, 85.32}, "Asia/Kathmandu"},
+      {"Canary Islands", {28.29, -16.63}, "Atlantic/Canary"},
+      {"Azores", {37.75, -25.67}, "Atlantic/Azores"},
+      {"Uluru", {-25.345, 131.036}, "Australia/Darwin"},
+      {"Lake Baikal, Olkhon", {53.16, 107.34}, "Asia/Irkutsk"},
+      {"Pensacola, Florida", {30.42, -87.21}, "America/Chicago"},
+      {"Auckland, at the bay", {-36.80, 174.85}, "Pacific/Auckland"}};
+  for (const Row& row : rows) {
+    const auto zone = zones.zoneAt(row.point);
+    ASSERT_TRUE(zone) << row.place;
+    for (const char* day : {"2026-01-15T12:00:00Z", "2026-07-15T12:00:00Z"}) {
+      const Instant moment = *parseIso8601(day);
+      EXPECT_EQ(zone->toLocal(moment), TimeZone::load(row.zone)->toLocal(moment)) << row.place;
+    }
+  }
+  EXPECT_EQ(zones.zoneAt({-45, -130}), std::nullopt) << "the high seas";
+  EXPECT_EQ(zones.zoneAt({95, 0}), std::nullopt);
+}
+
 TEST(Gazetteer, oddPoints_haveNoName) {
   const auto gazetteer = gazetteerOf(madeTable({metropolis}));
   const double none = std::numeric_limits<double>::quiet_NaN();
@@ -295,7 +348,7 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
     Kind kind;
     std::size_t offset;
   };
-  const std::size_t bandsAt = 48;
+  const std::size_t bandsAt = 52;
   const std::vector<Damage> rows{
       {"", Kind::notGazetteer, 0},
       {changed(0, 'X'), Kind::notGazetteer, 0},
@@ -305,6 +358,7 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
       {changed(27, 0x7F), Kind::wrongSize, 24},
       {changed(31, 0x7F), Kind::wrongSize, 28},
       {changed(35, 0x7F), Kind::wrongSize, 32},
+      {changed(39, 0x7F), Kind::wrongSize, 36},
       {changed(24, 1), Kind::wrongSize, whole.size()},
       {whole + "x", Kind::wrongSize, whole.size() + 1},
       {whole.substr(0, whole.size() - 1), Kind::wrongSize, whole.size() - 1},
@@ -357,6 +411,7 @@ TEST(Gazetteer, exampleOfTheDescription_isATable) {
   EXPECT_EQ(place.country, "MC");
   EXPECT_EQ(gazetteer.table().regionAt(place.region).name, "Monaco");
   EXPECT_EQ(gazetteer.table().regionAt(place.region).russianName, "");
+  EXPECT_EQ(gazetteer.zoneIDAt(place.point), "Europe/Monaco");
   EXPECT_TRUE(place.isCapital);
 }
 

@@ -23,6 +23,7 @@ struct MadePlace {
   std::string russianName = "";
   std::string partOf = "";  ///< the name of the city of which the place is a part
   bool isAstray = false;
+  std::string zone = "";
 };
 
 /// An area of a country in a test table.
@@ -130,6 +131,8 @@ inline std::string madeTable(std::vector<MadePlace> places,
     appendNumber(
         records,
         (place.isCapital ? 1 : 0) + (place.partOf.empty() ? 0 : 2) + (place.isAstray ? 4 : 0), 1);
+    // Every place has a zone of its own.
+    appendNumber(records, &place - places.data() + 1, 2);
   }
   const auto [borderStarts, sides] = madeBorders(areas, countries);
   std::string regionRecords;
@@ -138,10 +141,13 @@ inline std::string madeTable(std::vector<MadePlace> places,
     addName(regionRecords, region.russianName);
     appendNumber(regionRecords, countryNumber(countries, region.country), 4);
   }
+  std::string zones;
+  for (const MadePlace& place : places) addName(zones, place.zone);
   std::string bytes = "TAVRXGEO";
   for (const std::size_t number :
-       {std::size_t{4}, places.size(), static_cast<std::size_t>(large), countries.size() / 2,
-        regions.size(), sides.size() / 18, runs.size(), names.size(), std::size_t{20260101}}) {
+       {std::size_t{5}, places.size(), static_cast<std::size_t>(large), countries.size() / 2,
+        regions.size(), places.size(), sides.size() / 18, runs.size(), names.size(),
+        std::size_t{20260101}}) {
     appendNumber(bytes, static_cast<std::int64_t>(number), 4);
   }
   bytes += countries + std::string((4 - countries.size() % 4) % 4, '\0');
@@ -156,7 +162,7 @@ inline std::string madeTable(std::vector<MadePlace> places,
                    4);
     }
   }
-  bytes += borderStarts + regionRecords + records + sides;
+  bytes += borderStarts + regionRecords + zones + records + sides;
   const auto rowOf = [](const MadeRun& run) {
     return std::llround(std::floor((run.latitude + 90) * RegionGrid::cellsPerDegree));
   };

@@ -34,7 +34,7 @@ std::vector<NamedGroup> continuedFolders(const std::vector<FolderNaming::Row>& r
   const FolderContinuation::Names names{
       .making = folderMaking(settings, context.systemLocaleID),
       .isShared = settings.naming.mergeSameNames,
-      .clock = groupingSettings(settings).clock(),
+      .clock = groupingSettings(settings, context.naming).clock(),
       .isByHand = [&](const MediaGroup& group) { return isByHand(group, settings); },
       .nameOf =
           [&](const MediaGroup& group) {

@@ -40,10 +40,10 @@ const GroupMerges& mergesOf(const Settings& settings) {
 
 GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const Settings& settings,
                                 const std::shared_ptr<const PlaceLookup>& lookup,
-                                bool wantsReasons) {
+                                const PlaceNaming* naming, bool wantsReasons) {
   return GroupingEngine::group({bundles, bundleFilter(settings), groupingMode(settings),
-                                groupingSettings(settings), settings.gathering.homeOverride, lookup,
-                                wantsReasons, mergesOf(settings)});
+                                groupingSettings(settings, naming), settings.gathering.homeOverride,
+                                lookup, wantsReasons, mergesOf(settings)});
 }
 
 std::optional<Library::Home> homeOf(const Settings& settings,
@@ -92,9 +92,9 @@ NamedGroups rowsOf(const Shared<std::vector<AssetBundle>>& bundles, const Settin
                    const std::string& systemLocaleID, PlaceNaming* naming) {
   const auto lookup = lookupOf(bundles, settings, systemLocaleID, naming);
   const Settings spelled = withPlacesSpelled(settings, *bundles, lookup.get());
-  return nameGroups(
-      GroupMerging::apply(groupsOf(*bundles, spelled, lookup, false).groups, mergesOf(settings)),
-      settings, systemLocaleID, naming, lookup);
+  return nameGroups(GroupMerging::apply(groupsOf(*bundles, spelled, lookup, naming, false).groups,
+                                        mergesOf(settings)),
+                    settings, systemLocaleID, naming, lookup);
 }
 
 Library makeLibrary(const std::vector<MediaAsset>& assets, const Settings& settings,
@@ -109,12 +109,13 @@ Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t file
   Library library;
   library.fileCount = fileCount;
   library.bundles = std::move(bundles);
+  library.clock = groupingSettings(settings, naming).clock();
 
   const auto lookup = lookupOf(library.bundles, settings, systemLocaleID, naming);
   const Settings spelled = withPlacesSpelled(settings, *library.bundles, lookup.get());
-  auto grouped = groupsOf(*library.bundles, spelled, lookup, wantsReasons);
-  library.optimizedCount = OptimizedCopy::count(*library.bundles, bundleFilter(spelled),
-                                                {groupingSettings(settings).clock(), lookup.get()});
+  auto grouped = groupsOf(*library.bundles, spelled, lookup, naming, wantsReasons);
+  library.optimizedCount =
+      OptimizedCopy::count(*library.bundles, bundleFilter(spelled), {library.clock, lookup.get()});
   library.leftOut = leftOutOf(*library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
   library.home = homeOf(settings, grouped.homeCandidates);

@@ -53,6 +53,7 @@ struct Library {
   /// Folders that the user may want to merge; only in trips mode, and only if neither merged nor
   /// rejected.
   std::vector<MergeSuggestion> suggestions{};
+  ShotClock clock{};                          ///< of the days of the shots
   std::shared_ptr<const PlaceLookup> places;  ///< the lookup that named the rows' places, if any
   /// Names the home candidates that people see and the stays of `reasons`; nullptr if places have
   /// no names.

@@ -2,6 +2,7 @@
 
 #include "foundation/files/FileError.h"
 #include "naming/NameRendering.h"
+#include "places/GeocodedZones.h"
 #include "places/NamedCells.h"
 
 namespace tavrix {
@@ -33,6 +34,7 @@ PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
     : stateFolder_(std::move(stateFolder)), log_(log) {
   GeocodingCache cache = loadCache(stateFolder_.get(), geocoder->source());
   directory_ = std::make_shared<PlaceDirectory>(std::move(geocoder), std::move(cache));
+  zones_ = std::make_shared<GeocodedZones>(directory_);
 }
 
 std::shared_ptr<const PlaceLookup> PlaceNaming::name(const std::vector<GeoPoint>& points,
@@ -103,6 +105,12 @@ std::shared_ptr<const PlaceLookup> lookupOf(const Shared<std::vector<AssetBundle
   const auto& places = settings.content.places;
   if (places && !places->localeID.empty()) localeIDs.push_back(places->localeID);
   return naming->name(bundles, settings, localeIDs);
+}
+
+GroupingSettings groupingSettings(const Settings& settings, const PlaceNaming* naming) {
+  GroupingSettings result = groupingSettings(settings);
+  if (naming != nullptr) result.placeZones = naming->zones();
+  return result;
 }
 
 NamedGroups nameGroups(std::vector<MediaGroup> groups, const Settings& settings,

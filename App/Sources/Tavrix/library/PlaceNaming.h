@@ -18,6 +18,7 @@ class Geocoder;
 class PlaceCells;
 class PlaceDirectory;
 class PlaceLookup;
+class PlaceZones;
 
 /// Finds the names of a library's places and stores them in the cache of the state folder. Safe to
 /// use from several threads.
@@ -43,6 +44,8 @@ class PlaceNaming {
   /// have the new names, too.
   void resolve(const std::vector<std::string>& placeKeys,
                const std::vector<std::string>& localeIDs);
+  /// Returns the time zones of places. They may outlive this object.
+  const std::shared_ptr<const PlaceZones>& zones() const { return zones_; }
   /// Writes the cache if it has new names. Logs a failure and ignores it.
   void save();
 
@@ -63,6 +66,7 @@ class PlaceNaming {
   std::unique_ptr<Folder> stateFolder_;
   Log& log_;
   std::shared_ptr<PlaceDirectory> directory_;
+  std::shared_ptr<const PlaceZones> zones_;
   std::mutex mutex_;
   LibraryCells last_;
 };
@@ -75,6 +79,9 @@ std::vector<GeoPoint> positionsOf(const std::vector<AssetBundle>& bundles);
 std::shared_ptr<const PlaceLookup> lookupOf(const Shared<std::vector<AssetBundle>>& bundles,
                                             const Settings& settings,
                                             const std::string& systemLocaleID, PlaceNaming* naming);
+
+/// Returns the settings of grouping. The zones of places are those of `naming`, if there is one.
+GroupingSettings groupingSettings(const Settings& settings, const PlaceNaming* naming);
 
 /// Groups with their names, and the lookup that named their places, if any.
 struct NamedGroups {

@@ -140,8 +140,8 @@ std::shared_ptr<const Choosing> AppModel::choosingFor(const Prepared& prepared,
   if (choice.isSinceLast && services.recordedFiles) {
     recorded = services.recordedFiles(source.phone, *prepared.shown->bundles);
   }
-  auto choosing = std::make_shared<const Choosing>(
-      choice, groupingSettings(*prepared.settings).clock(), std::move(recorded));
+  auto choosing =
+      std::make_shared<const Choosing>(choice, prepared.shown->clock, std::move(recorded));
   if (choosing->knowsAll(foldersOf(prepared.shown->rows))) return choosing;
   // The missing name may be one that a folder has only in the destination.
   const auto folder = services.openExisting(prepared.path);

@@ -117,11 +117,11 @@ OptimizedShots optimizedShotsOf(const Library& library) {
   return ids;
 }
 
-GroupFacts factsOf(const FolderNaming::Row& row, const FactsContext& context,
-                   const OptimizedShots& optimized, PlaceNamesOfShots& names, Tally& total) {
+GroupFacts factsOf(const FolderNaming::Row& row, const ShotClock& clock,
+                   const FactsContext& context, const OptimizedShots& optimized,
+                   PlaceNamesOfShots& names, Tally& total) {
   GroupFacts facts;
   Tally tally;
-  const ShotClock clock = groupingSettings(context.settings).clock();
   for (const AssetBundle& bundle : row.group->bundles) {
     tally.add(monthOf(bundle, clock), names.nameOf(bundle), bundle.assets().size());
     facts.pictureCount += bundle.pictureCount();
@@ -169,7 +169,7 @@ LibraryFacts makeFacts(const std::shared_ptr<const Library>& library, const Fact
   const OptimizedShots optimized = optimizedShotsOf(*library);
   facts.groups.reserve(library->rows.size());
   for (const FolderNaming::Row& row : library->rows) {
-    facts.groups.push_back(factsOf(row, context, optimized, names, total));
+    facts.groups.push_back(factsOf(row, library->clock, context, optimized, names, total));
   }
   facts.outline = outlineOf(total);
   addSkipped(*library, context, optimized, facts);

@@ -25,8 +25,8 @@ ExitStatus listPlaces(const CommandContext& context) {
   const auto naming = openPlaceNaming(context);
   const auto lookup = lookupOf(shots, settings, context.surroundings.systemLocaleID, naming.get());
   const Settings spelled = withPlacesSpelled(settings, bundles, lookup.get());
-  const auto kept =
-      filtered(bundles, bundleFilter(spelled), {groupingSettings(settings).clock(), lookup.get()});
+  const auto kept = filtered(bundles, bundleFilter(spelled),
+                             {groupingSettings(settings, naming.get()).clock(), lookup.get()});
   tellUnknownPlaces(context, bundles, lookup.get());
   PlacesResult result{placesOf(kept, settings.gathering.placeRadiusKm), std::nullopt};
   if (lookup) {

@@ -91,11 +91,6 @@ std::vector<ShotCount> countsOf(const std::vector<ShotLine>& lines) {
   return counts;
 }
 
-bool usesCameraDays(const Library& library) {
-  return std::ranges::any_of(
-      library.rows, [](const FolderNaming::Row& row) { return row.group->cameraDays.has_value(); });
-}
-
 /// Returns false if a choice has left out the trip, or all shots of the outing.
 bool isOfChoice(const TripReasons::Stay& stay, const TripReasons& reasons,
                 const GroupIndex& index) {
@@ -111,12 +106,12 @@ bool isOfChoice(const TripReasons::Stay& stay, const TripReasons& reasons,
 
 }  // namespace
 
-std::string TextPrinter::beginText(const MediaGroup& group) const {
+std::string TextPrinter::beginText(const MediaGroup& group, const ShotClock& clock) const {
   if (!group.cameraDays) return dateText(group.dateStart);
   const auto first = std::ranges::find(group.bundles, group.dateStart, &AssetBundle::captureDate);
   // A choice may have left out the first shot.
   if (first == group.bundles.end()) return dayText(group.cameraDays->first);
-  return timeText(*ShotClock{zone_, true}.timeOf(first->primaryPicture()));
+  return timeText(*clock.timeOf(first->primaryPicture()));
 }
 
 void TextPrinter::foldersWithReasons(
@@ -129,7 +124,7 @@ void TextPrinter::foldersWithReasons(
         const MediaGroup& group = *lines[row].group;
         const std::string merged = mergedNote(language_, group);
         const bool isUndated = group.id == "no-date";
-        return {lines[row].name, beginText(group),
+        return {lines[row].name, beginText(group, library.clock),
                 !merged.empty() ? merged
                 : isUndated     ? say(language_, sentences::noDate)
                                 : reasonOf(group)};
@@ -166,9 +161,8 @@ void TextPrinter::shotsOutsideTrips(const Library& library, const TripReasons& r
   const std::vector<ShotLine> lines = shotLines(library, reasons);
   if (lines.empty()) return;
   const ReasonWords words{language_, reasons.stays};
-  const ShotClock clock{zone_, usesCameraDays(library)};
   const auto takenText = [&](const AssetBundle& shot) {
-    const auto time = clock.timeOf(shot.primaryPicture());
+    const auto time = library.clock.timeOf(shot.primaryPicture());
     return time ? timeText(*time) : dateText(std::nullopt);
   };
   line("");
@@ -203,7 +197,7 @@ void TextPrinter::reasons(const GroupsResult& result) {
   const Library& library = result.library;
   if (!library.reasons) return;
   line("");
-  const bool hasCameraDays = usesCameraDays(library);
+  const bool hasCameraDays = library.clock.byCamera;
   if (hasCameraDays) line(say(language_, sentences::cameraDaysUsed, zone_.id()));
   if (const auto* const calendar = std::get_if<CalendarReasons>(&*library.reasons)) {
     if (!hasCameraDays) line(say(language_, sentences::calendarOfZone, zone_.id()));

@@ -69,7 +69,7 @@ class TextPrinter : public ResultPrinter {
   static std::string timeText(LocalTime local);
   /// Returns the time of the first shot on the clock of the group's days, or only its first day if
   /// that shot is left out.
-  std::string beginText(const MediaGroup& group) const;
+  std::string beginText(const MediaGroup& group, const ShotClock& clock) const;
   std::string daysOf(const MediaGroup& group) const;
   /// Returns a date without its seconds, for lists that must be narrow.
   std::string minuteText(const Instant& date) const {

@@ -68,8 +68,10 @@ inline constexpr Sentence<std::string_view> calendarOfZone{
     "Папки идут по календарю часового пояса {}:",
     "Folders follow the calendar of the time zone {}:"};
 inline constexpr Sentence<std::string_view> cameraDaysUsed{
-    "Дни взяты по часам камеры, а где они неизвестны — по часовому поясу {}.",
-    "Days follow the camera’s clock; where that is not known, the time zone {}."};
+    "Дни взяты по часам камеры, а где они неизвестны — по времени места съёмки, иначе по часовому "
+    "поясу {}.",
+    "Days follow the camera’s clock; where that is not known, the time at the place of the shot, "
+    "otherwise the time zone {}."};
 inline constexpr Sentence<> whyEvents{
     "Событие начинается там, где перед снимком была длинная пауза или дальний переезд:",
     "An event begins where a long pause or a far jump comes before a shot:"};

@@ -101,7 +101,7 @@ ChosenPart chosenPart(const CommandContext& context, Library library, Choosing::
   const PhoneIdentity phone = phoneOf(context);
   tellChoice(context, phone, *library.bundles);
   const Choosing choosing{
-      choice, groupingSettings(context.settings).clock(),
+      choice, library.clock,
       choice.isSinceLast ? recordedFiles(context, phone, *library.bundles) : StringSet{}};
   choosing.check(folders);
   folders = choosing.partOf(folders);

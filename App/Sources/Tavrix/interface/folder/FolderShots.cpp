@@ -49,8 +49,10 @@ std::optional<FolderShots> shotsOf(const AppModel& model, const std::string& gro
       const auto& shots = folder->group->bundles;
       const auto& plan = model.plan().plan;
       const bool isPlanned = state.destination && plan != nullptr;
+      const ShotClock& clock = model.library()->clock;
       return FolderShots{.folder = folder,
-                         .sections = sectionsOf(shots, groupingSettings(*state.settings).clock()),
+                         .clock = clock,
+                         .sections = sectionsOf(shots, clock),
                          .effects = effectsOf(shots, isPlanned ? plan.get() : nullptr, first)};
     }
     first += folder->newCount;

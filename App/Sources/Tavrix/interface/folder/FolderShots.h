@@ -27,6 +27,7 @@ struct FolderShots {
   };
 
   Shared<DisplayGroup> folder;
+  ShotClock clock;  ///< of the sections
   std::vector<Section> sections;
   std::vector<Effect> effects;  ///< one for each shot
 

@@ -70,7 +70,6 @@ QVariant ShotListModel::data(const QModelIndex& slot, int role) const {
 }
 
 QVariant ShotListModel::valueOf(const AssetBundle& shot, std::size_t index, int role) const {
-  const TimeZone& zone = model_.state().settings->gathering.timeZone;
   switch (role) {
     case NameRole:
       return QString::fromUtf8(shot.primaryPicture().name().data(),
@@ -88,7 +87,7 @@ QVariant ShotListModel::valueOf(const AssetBundle& shot, std::size_t index, int 
     case IsInPlaceRole:
       return shots_->effects[index].isInPlace;
     case DescriptionRole:
-      return qt(ShotText::description(words_.language(), *shots_, index, zone));
+      return qt(ShotText::description(words_.language(), *shots_, index));
     default:
       return {};
   }

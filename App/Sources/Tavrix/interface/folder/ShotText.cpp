@@ -57,15 +57,15 @@ std::string marks(Language language, const AssetBundle& shot) {
   return text;
 }
 
-std::string time(Language language, const AssetBundle& shot, const TimeZone& zone) {
-  const auto shown = ShotClock{zone, true}.timeOf(shot.primaryPicture());
+std::string time(Language language, const AssetBundle& shot, const ShotClock& clock) {
+  const ShotClock shownClock{clock.zone, true, clock.places};
+  const auto shown = shownClock.timeOf(shot.primaryPicture());
   if (!shown) return {};
   return formattedDate(language, Instant{shown->time_since_epoch()}, "d MMMM y, HH:mm", "UTC");
 }
 
-std::string description(Language language, const FolderShots& shots, std::size_t index,
-                        const TimeZone& zone) {
-  std::string text = time(language, shots.shots()[index], zone);
+std::string description(Language language, const FolderShots& shots, std::size_t index) {
+  std::string text = time(language, shots.shots()[index], shots.clock);
   append(text, marks(language, shots.shots()[index]));
   if (shots.effects[index].isInPlace) append(text, say(language, sentences::inPlace));
   append(text, say(language, sentences::shotOf, numberText(language, index + 1),
@@ -73,14 +73,13 @@ std::string description(Language language, const FolderShots& shots, std::size_t
   return text;
 }
 
-std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index,
-                        const TimeZone& zone) {
+std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index) {
   std::vector<Fact> facts;
   const auto add = [&](const Sentence<>& title, std::string text) {
     if (!text.empty()) facts.emplace_back(say(language, title), std::move(text));
   };
   const AssetBundle& shot = shots.shots()[index];
-  add(dateTitle(shot), time(language, shot, zone));
+  add(dateTitle(shot), time(language, shot, shots.clock));
   if (const auto position = shot.position()) add(sentences::placeTitle, pointText(*position));
   add(sentences::marksTitle, marks(language, shot));
   add(sentences::filesTitle, filesText(language, shot));

@@ -16,18 +16,16 @@ namespace ShotText {
 std::string dayTitle(Language language, const FolderShots::Section& section);
 /// Returns what is special about a shot: "Live Photo, правленый". Empty if nothing is.
 std::string marks(Language language, const AssetBundle& shot);
-/// Returns the date and time, on the camera's clock if it is known, otherwise in `zone`; empty for
+/// Returns the date and time, on the camera's clock if it is known, otherwise on `clock`; empty for
 /// a shot without a date.
-std::string time(Language language, const AssetBundle& shot, const TimeZone& zone);
+std::string time(Language language, const AssetBundle& shot, const ShotClock& clock);
 /// Returns what a screen reader says after the name. The place in the folder counts from 1.
-std::string description(Language language, const FolderShots& shots, std::size_t index,
-                        const TimeZone& zone);
+std::string description(Language language, const FolderShots& shots, std::size_t index);
 
 /// A title with what it is about.
 using Fact = std::pair<std::string, std::string>;
 /// Returns the facts beside a shot in full size.
-std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index,
-                        const TimeZone& zone);
+std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index);
 
 }  // namespace ShotText
 

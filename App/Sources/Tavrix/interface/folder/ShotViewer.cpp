@@ -80,9 +80,8 @@ bool ShotViewer::isFilm() const {
 QVariantList ShotViewer::facts() const {
   QVariantList rows;
   if (!isOpen()) return rows;
-  const TimeZone& zone = session_.model().state().settings->gathering.timeZone;
-  for (const auto& [title, text] : ShotText::facts(
-           words_.language(), *list_.shots(), static_cast<std::size_t>(list_.currentRow()), zone)) {
+  for (const auto& [title, text] : ShotText::facts(words_.language(), *list_.shots(),
+                                                   static_cast<std::size_t>(list_.currentRow()))) {
     rows.append(
         QVariantMap{{QStringLiteral("title"), qt(title)}, {QStringLiteral("text"), qt(text)}});
   }

@@ -66,8 +66,8 @@ TEST(ShotText, date_isTitledByItsSource) {
     group.bundles = {*BundleBuilder::bundle("id", {asset})};
     DisplayGroup folder;
     folder.group = std::move(group);
-    const FolderShots shots{std::move(folder), {}, {{}}};
-    return ShotText::facts(Language::english, shots, 0, TimeZone::utc()).at(0);
+    const FolderShots shots{std::move(folder), {}, {}, {{}}};
+    return ShotText::facts(Language::english, shots, 0).at(0);
   };
   using Fact = ShotText::Fact;
   EXPECT_EQ(titleOf("IMG_1.JPG", "2026:05:20 12:00:00"), (Fact{"Taken", "20 May 2026, 12:00"}));
