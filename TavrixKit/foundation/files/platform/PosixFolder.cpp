@@ -20,6 +20,7 @@
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/PrivateFolder.h"
+#include "foundation/files/platform/FolderListing.h"
 #include "foundation/files/platform/PosixFile.h"
 #include "foundation/files/platform/PosixStatus.h"
 
@@ -33,13 +34,8 @@ std::size_t rememberedFolders() { return std::clamp<std::size_t>(descriptorLimit
 constexpr int lockAttempts = 20;
 constexpr std::chrono::milliseconds lockPause{10};
 
-constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-
-/// Returns true if the error means that this process may not open the folder.
-bool isRefusal(int code) { return code == EACCES || code == EPERM || code == ELOOP; }
-
-/// Returns a second descriptor of a folder, with its own listing position. Negative on failure.
-int openAgain(int folder) { return ::openat(folder, ".", folderFlags); }
+using FolderListing::folderFlags;
+using FolderListing::openAgain;
 
 /// Opens a folder part by part and refuses every link. For kernels without openat2.
 int openWithoutLinks(int root, const std::string& path) {
@@ -122,14 +118,6 @@ class PosixFolder : public Folder {
   /// Creates a file that is opened with the flags `access`.
   FileDescriptor newFile(const std::string& path, int access) const;
   SharedDescriptor openRemembered(const std::string& folder, FileOperation operation) const;
-  void visitFolder(const FileDescriptor& folder, const std::string& path, const Visitor& visitor,
-                   std::vector<UnreadableFolder>& unreadable) const;
-  /// Returns the names in this folder or in one below it. If one below may not be read, adds it to
-  /// `unreadable` and returns no names.
-  std::vector<std::string> readableNames(const FileDescriptor& folder, const std::string& path,
-                                         std::vector<UnreadableFolder>& unreadable) const;
-  /// Returns the names in an open folder, in no particular order. Closes the descriptor.
-  std::vector<std::string> namesOf(int folder, const std::string& path) const;
   /// Removes an entry of an open folder with everything below it. Returns the error code of the
   /// first failure, or 0.
   static int removeEntry(int folder, const std::string& name);
@@ -358,68 +346,12 @@ void PosixFolder::syncVolume() {
   if (::syncfs(root_->number()) != 0) fail(FileOperation::sync, "", errno);
 }
 
-std::vector<std::string> PosixFolder::namesOf(int folder, const std::string& path) const {
-  if (folder < 0) fail(FileOperation::list, path, errno);
-  const std::unique_ptr<DIR, int (*)(DIR*)> entries{::fdopendir(folder), ::closedir};
-  if (entries == nullptr) fail(FileOperation::list, path, errno);
-  std::vector<std::string> result;
-  errno = 0;
-  while (const struct dirent* const entry = ::readdir(entries.get()))
-    result.emplace_back(entry->d_name);
-  // With an incomplete listing, existing files would look missing.
-  if (errno != 0 && errno != ENOENT) fail(FileOperation::list, path, errno);
-  std::erase_if(result, [](const std::string& name) { return name == "." || name == ".."; });
-  return result;
-}
-
 std::vector<UnreadableFolder> PosixFolder::visitAll(const Visitor& visitor) const {
-  std::vector<UnreadableFolder> unreadable;
-  visitFolder(*root_, "", visitor, unreadable);
-  std::sort(unreadable.begin(), unreadable.end(),
-            [](const auto& a, const auto& b) { return a.path < b.path; });
-  return unreadable;
-}
-
-std::vector<std::string> PosixFolder::readableNames(
-    const FileDescriptor& folder, const std::string& path,
-    std::vector<UnreadableFolder>& unreadable) const {
-  try {
-    return namesOf(openAgain(folder.number()), path);
-  } catch (const FileError& error) {
-    if (path.empty() || !isRefusal(error.code())) throw;
-    unreadable.push_back({path, error.code()});
-    return {};
-  }
-}
-
-void PosixFolder::visitFolder(const FileDescriptor& folder, const std::string& path,
-                              const Visitor& visitor,
-                              std::vector<UnreadableFolder>& unreadable) const {
-  for (const std::string& name : readableNames(folder, path, unreadable)) {
-    std::string inner = path;
-    if (!path.empty()) inner += '/';
-    inner += name;
-    struct stat raw{};
-    if (::fstatat(folder.number(), name.c_str(), &raw, AT_SYMLINK_NOFOLLOW) != 0) {
-      // An entry that disappeared after the listing is omitted.
-      if (errno != ENOENT) unreadable.push_back({inner, errno});
-      continue;
-    }
-    visitor(inner, statusOf(raw));
-    if (!S_ISDIR(raw.st_mode)) continue;
-    const FileDescriptor opened{::openat(folder.number(), name.c_str(), folderFlags | O_NOFOLLOW)};
-    if (opened.isOpen()) {
-      visitFolder(opened, inner, visitor, unreadable);
-    } else if (isRefusal(errno)) {
-      unreadable.push_back({inner, errno});
-    } else if (errno != ENOENT && errno != ENOTDIR) {
-      fail(FileOperation::list, inner, errno);
-    }
-  }
+  return FolderListing::visitAll(root_->number(), path_, visitor);
 }
 
 std::vector<std::string> PosixFolder::names() const {
-  auto result = namesOf(openAgain(root_->number()), "");
+  auto result = FolderListing::namesIn(openAgain(root_->number()), path_);
   std::sort(result.begin(), result.end());
   return result;
 }
