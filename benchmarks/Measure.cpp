@@ -27,28 +27,33 @@ Duel duel(int rounds, const std::function<void()>& ours, const std::function<voi
   return best;
 }
 
-double peakBytes(const std::function<void()>& work) {
+PeakMemory peakMemory(const std::function<void()>& work) {
   int channel[2];
   if (::pipe(channel) != 0) std::abort();
   const pid_t child = ::fork();
   if (child == 0) {
     struct rusage before{};
     struct rusage after{};
+    struct rusage children{};
     ::getrusage(RUSAGE_SELF, &before);
     work();
     ::getrusage(RUSAGE_SELF, &after);
-    const double grown = static_cast<double>(after.ru_maxrss - before.ru_maxrss) * 1024;
-    const bool isTold = ::write(channel[1], &grown, sizeof grown) == sizeof grown;
+    ::getrusage(RUSAGE_CHILDREN, &children);
+    const PeakMemory peak{static_cast<double>(after.ru_maxrss - before.ru_maxrss) * 1024,
+                          static_cast<double>(children.ru_maxrss) * 1024};
+    const bool isTold = ::write(channel[1], &peak, sizeof peak) == sizeof peak;
     ::_exit(isTold ? 0 : 1);
   }
-  double grown = 0;
-  const bool isRead = ::read(channel[0], &grown, sizeof grown) == sizeof grown;
+  PeakMemory peak;
+  const bool isRead = ::read(channel[0], &peak, sizeof peak) == sizeof peak;
   ::waitpid(child, nullptr, 0);
   ::close(channel[0]);
   ::close(channel[1]);
   if (!isRead) std::abort();
-  return grown;
+  return peak;
 }
+
+double peakBytes(const std::function<void()>& work) { return peakMemory(work).added; }
 
 void shell(const std::string& command) {
   if (std::system(command.c_str()) == 0) return;

@@ -18,7 +18,14 @@ struct Duel {
 };
 Duel duel(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs);
 
-/// Returns the peak of resident memory that `work` adds, in bytes. Measures it in a child process.
+/// Peaks of resident memory, in bytes.
+struct PeakMemory {
+  double added = 0;           ///< what the work added to that of the process
+  double ofLargestChild = 0;  ///< of the largest process that the work started and waited for
+};
+/// Measures the work in a child process.
+PeakMemory peakMemory(const std::function<void()>& work);
+/// Returns only what the work added.
 double peakBytes(const std::function<void()>& work);
 
 /// Runs a shell command. Ends the program if it fails.

@@ -21,11 +21,11 @@
 namespace tavrix::bench {
 namespace {
 
-constexpr int jpegs = 1000;
-constexpr int heics = 60;
+constexpr int jpegs = 9000;
+constexpr int heics = 1000;
 constexpr int screen = 60;
 
-/// Links files of one type under `count` names in `folder`; returns their names.
+/// Gives files of one type `count` names in `folder`; returns the names.
 std::vector<std::string> link(const std::string& from, std::string_view type, int count,
                               const std::string& folder) {
   std::vector<std::filesystem::path> originals;
@@ -38,7 +38,10 @@ std::vector<std::string> link(const std::string& from, std::string_view type, in
   for (int i = 0; i < count && !originals.empty(); ++i) {
     names.push_back(fmt::format("IMG_{:05}{}", i, type));
     const auto& original = originals[static_cast<std::size_t>(i) % originals.size()];
-    std::filesystem::copy_file(original, folder + "/" + names.back());
+    const std::filesystem::path path = folder + "/" + names.back();
+    std::error_code failure;
+    std::filesystem::create_hard_link(original, path, failure);
+    if (failure) std::filesystem::copy_file(original, path);
   }
   return names;
 }
@@ -114,6 +117,18 @@ void fromCache(const std::string& folder, const std::vector<std::string>& names,
          time(first), second / first, 0.2});
 }
 
+/// Prints the memory that all pictures take, requested at once.
+void memory(const std::string& folder, const std::vector<std::string>& names) {
+  constexpr double limit = 256e6;
+  const auto access =
+      picturesBelow(folder, [](const MediaAsset& asset) { return std::string{asset.name()}; });
+  const auto assets = assetsOf(folder, names);
+  const PeakMemory peak = peakMemory([&] { make(access, assets, Until::first); });
+  print({fmt::format("memory for {} JPEG (largest decoder {:.0f} MB) : 256 MB", names.size(),
+                     peak.ofLargestChild / 1e6),
+         fmt::format("{:.0f} MB", peak.added / 1e6), "256 MB", peak.added / limit, 1});
+}
+
 void firstScreen(const std::string& folder, const std::vector<std::string>& names) {
   SimulatedPhone phone;
   phone.root = folder + "/phone";
@@ -146,6 +161,8 @@ void benchThumbnails(const std::string& folder) {
   const std::string heicFolder = folder + "/heic";
   const auto jpegNames = link(files, ".jpg", jpegs, jpegFolder);
   const auto heicNames = link(files, ".heic", heics, heicFolder);
+  // First of all, so that no memory is there from before.
+  memory(jpegFolder, jpegNames);
   compare("JPEG, first answer : exiftool -b -ThumbnailImage", jpegFolder, jpegNames, Until::first,
           fmt::format("exiftool -q -q -b -ThumbnailImage '{}' >/dev/null", jpegFolder));
   compare("HEIC, sharp : heif-thumbnailer in a loop", heicFolder, heicNames, Until::final,
