@@ -69,11 +69,10 @@ class ModeGrouping {
     result_.homeCandidates = HomeDetection::candidates(shots_.dated, settings_);
     result_.homeIsAmbiguous =
         HomeDetection::isAmbiguous(result_.homeCandidates, settings_.tripDistanceKm);
-    const auto& chosen = settings_.homeOverride ? settings_.homeOverride : request_.homeOverride;
-    const auto home = HomeDetection::home(chosen, result_.homeCandidates);
-    const auto stays = TripGrouping::stays(shots_.dated, home, settings_);
+    const Homes homes = findHomes();
+    const auto stays = TripGrouping::stays(shots_.dated, homes, settings_);
     const auto ids = TripGrouping::idsOf(shots_.dated, stays, settings_);
-    auto trips = TripGrouping::group(shots_.dated, home, settings_, stays, ids, request_.merges,
+    auto trips = TripGrouping::group(shots_.dated, homes, settings_, stays, ids, request_.merges,
                                      request_.wantsReasons);
     result_.suggestions = MergeSuggestions::of(stays, ids, settings_);
     result_.groups = std::move(trips.groups);
@@ -87,6 +86,20 @@ class ModeGrouping {
   }
 
  private:
+  /// Returns the homes from which trips are measured. Notes their periods, if there are several.
+  Homes findHomes() {
+    const auto& chosen = settings_.homeOverride ? settings_.homeOverride : request_.homeOverride;
+    if (settings_.homePeriods && !chosen) {
+      auto periods = HomePeriods::of(shots_.dated, settings_);
+      if (periods.size() > 1) {
+        result_.homePeriods = std::move(periods);
+        result_.homeIsAmbiguous = !result_.homePeriods.back().rivals.empty();
+        return Homes{result_.homePeriods};
+      }
+    }
+    return Homes{HomeDetection::home(chosen, result_.homeCandidates)};
+  }
+
   /// Sorts the dated groups and appends the group of the undated shots.
   void finish() {
     sortByStart(result_.groups);

@@ -7,7 +7,7 @@
 #include "grouping/GroupingMode.h"
 #include "grouping/GroupingReasons.h"
 #include "grouping/GroupingSettings.h"
-#include "grouping/HomeDetection.h"
+#include "grouping/HomePeriods.h"
 #include "grouping/MediaGroup.h"
 #include "grouping/MergeSuggestion.h"
 #include "media/BundleFilter.h"
@@ -38,6 +38,9 @@ struct Result {
   /// Best first. Only in trips mode, but also if the user has chosen a home.
   std::vector<HomeCandidate> homeCandidates;
   bool homeIsAmbiguous = false;
+  /// The homes one after another, if the settings ask for them and there are several; then the last
+  /// one decides on `homeIsAmbiguous`.
+  std::vector<HomePeriod> homePeriods{};
   std::optional<GroupingReasons> reasons;    ///< only if the request wants them
   std::vector<MergeSuggestion> suggestions;  ///< only in trips mode; also those merged already
 
@@ -45,7 +48,8 @@ struct Result {
 };
 
 /// Filters the bundles and groups those that pass. Never fails; without bundles the result has no
-/// groups. Trips are measured from the chosen home, otherwise from the best candidate.
+/// groups. Trips are measured from the chosen home, otherwise from that of their time, otherwise
+/// from the best candidate.
 Result group(const Request& request);
 
 }  // namespace GroupingEngine

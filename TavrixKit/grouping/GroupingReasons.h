@@ -107,6 +107,7 @@ struct TripReasons {
     Instant dateEnd;
     DaySpan span;
     GeoPoint center;
+    double homeKm = 0;  ///< from the home at its begin to its centre
     std::size_t shotCount = 0;
     std::int64_t days = 0;  ///< different days of its shots
     int minDays = 0;        ///< the setting that decides between trip and outing

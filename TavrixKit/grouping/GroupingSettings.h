@@ -23,6 +23,7 @@ struct GroupingSettings {
   double homeRadiusKm = 20.0;            ///< radius within which points are the same home
   int homeWindowDays = 180;              ///< recent days for home, up to the newest located shot
   std::optional<GeoPoint> homeOverride;  ///< a home chosen by the user
+  bool homePeriods = false;              ///< whether each time has a home of its own
   double tripMaxGapHours = 48.0;         ///< a longer pause between away shots ends a trip
 
   std::shared_ptr<const PlaceZones> placeZones{};  ///< for cameraDays

@@ -20,7 +20,7 @@ struct HomeCluster {
 };
 
 /// Returns the first moment of the recent span, or nullopt if there is no span.
-std::optional<Instant> recentBegin(const std::vector<DatedShot>& shots, int windowDays) {
+std::optional<Instant> recentBegin(std::span<const DatedShot> shots, int windowDays) {
   const auto newest = std::find_if(shots.rbegin(), shots.rend(),
                                    [](const DatedShot& shot) { return shot.position.has_value(); });
   if (windowDays <= 0 || newest == shots.rend()) return std::nullopt;
@@ -64,7 +64,7 @@ class Clusterer {
 
 }  // namespace
 
-std::vector<HomeCandidate> candidates(const std::vector<DatedShot>& shots,
+std::vector<HomeCandidate> candidates(std::span<const DatedShot> shots,
                                       const GroupingSettings& settings) {
   Clusterer clusterer{settings, recentBegin(shots, settings.homeWindowDays)};
   for (const DatedShot& shot : shots) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "grouping/DatedShots.h"
@@ -31,7 +32,7 @@ namespace HomeDetection {
 /// located shot, inclusive at both ends. If `homeWindowDays` is 0 or less, no day is recent. A
 /// point joins the earliest place whose centre is within `homeRadiusKm` and moves that centre.
 /// Shots without a position are ignored. The cost is nearly linear, however many places there are.
-std::vector<HomeCandidate> candidates(const std::vector<DatedShot>& shots,
+std::vector<HomeCandidate> candidates(std::span<const DatedShot> shots,
                                       const GroupingSettings& settings);
 
 /// Returns the candidates that could be home as well as the first one, in their order. A rival has

@@ -20,27 +20,34 @@ using namespace grouping_reason;
 /// Walks through the shots and keeps the current stay.
 class StayWalk {
  public:
-  StayWalk(const std::vector<DatedShot>& shots, const GeoPoint& home,
+  StayWalk(const std::vector<DatedShot>& shots, const Homes& homes,
            const GroupingSettings& settings)
       : shots_(shots),
-        home_(home),
-        homeVector_(PlaceClustering::unitVector(home)),
+        homes_(homes),
         settings_(settings),
         awayLimit_(settings.tripDistanceKm),
         cityLimit_(settings.tripCityKm) {}
 
   std::vector<Stay> run() {
     for (std::size_t i = 0; i < shots_.size(); ++i) {
-      if (shots_[i].position) visit(i, *shots_[i].position);
+      if (!shots_[i].position) continue;
+      setHome(*homes_.at(i));
+      visit(i, *shots_[i].position);
     }
     close(LastShot{});
     return std::move(stays_);
   }
 
  private:
+  void setHome(const GeoPoint& home) {
+    if (home_ == home) return;
+    home_ = home;
+    homeVector_ = PlaceClustering::unitVector(home);
+  }
+
   void visit(std::size_t i, const GeoPoint& point) {
     const PlaceClustering::UnitVector& vector = shots_[i].vector;
-    const auto homeKm = [&] { return haversineDistanceKm(home_, point); };
+    const auto homeKm = [&] { return haversineDistanceKm(*home_, point); };
     const auto cityKm = [&] { return haversineDistanceKm(center(), point); };
     if (!awayLimit_.isExceeded(homeVector_, vector, homeKm)) {
       if (current_) close(NearHome{homeKm(), settings_.tripDistanceKm});
@@ -96,8 +103,9 @@ class StayWalk {
   }
 
   const std::vector<DatedShot>& shots_;
-  GeoPoint home_;
-  PlaceClustering::UnitVector homeVector_;
+  const Homes& homes_;
+  std::optional<GeoPoint> home_;  ///< of the present shot
+  PlaceClustering::UnitVector homeVector_{};
   const GroupingSettings& settings_;
   PlaceClustering::DistanceLimit awayLimit_;
   PlaceClustering::DistanceLimit cityLimit_;
@@ -144,12 +152,14 @@ DaySpan spanOf(const std::vector<DatedShot>& shots, const Stay& stay) {
   return *span;
 }
 
-TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& stay, int minDays) {
+TripReasons::Stay stayReason(const std::vector<DatedShot>& shots, const Stay& stay,
+                             const GeoPoint& home, int minDays) {
   return {.groupID = std::nullopt,
           .dateStart = shots[stay.begin].date,
           .dateEnd = shots[stay.end - 1].date,
           .span = spanOf(shots, stay),
           .center = stay.center,
+          .homeKm = haversineDistanceKm(home, stay.center),
           .shotCount = stay.end - stay.begin,
           .days = stay.days,
           .minDays = minDays,
@@ -185,10 +195,10 @@ MonthReason monthReason(const DatedShot& shot, const std::optional<std::size_t>&
 
 }  // namespace
 
-std::vector<Stay> stays(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
+std::vector<Stay> stays(const std::vector<DatedShot>& shots, const Homes& homes,
                         const GroupingSettings& settings) {
-  if (!home) return {};
-  return StayWalk{shots, *home, settings}.run();
+  if (homes.areUnknown()) return {};
+  return StayWalk{shots, homes, settings}.run();
 }
 
 std::vector<std::string> idsOf(const std::vector<DatedShot>& shots, const std::vector<Stay>& stays,
@@ -203,14 +213,15 @@ std::vector<std::string> idsOf(const std::vector<DatedShot>& shots, const std::v
   return ids;
 }
 
-Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
+Result group(const std::vector<DatedShot>& shots, const Homes& homes,
              const GroupingSettings& settings, const std::vector<Stay>& stays,
              const std::vector<std::string>& ids, const GroupMerges& merges, bool wantsReasons) {
   const std::vector<bool> isGroup = groupsAmong(stays, ids, merges, settings);
   Result result;
   TripReasons reasons;
   for (std::size_t i = 0; i < stays.size(); ++i) {
-    reasons.stays.push_back(stayReason(shots, stays[i], settings.tripMinDays));
+    reasons.stays.push_back(
+        stayReason(shots, stays[i], *homes.at(stays[i].begin), settings.tripMinDays));
     if (!isGroup[i]) continue;
     result.groups.push_back(stayGroup(shots, stays[i], ids[i]));
     reasons.stays.back().groupID = ids[i];
@@ -220,7 +231,7 @@ Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>&
     const std::size_t month = calendar.add(shots[i]);
     if (!wantsReasons) return;
     reasons.months.resize(std::max(reasons.months.size(), month + 1));
-    reasons.months[month].shots.push_back(monthReason(shots[i], outing, home, settings));
+    reasons.months[month].shots.push_back(monthReason(shots[i], outing, homes.at(i), settings));
   });
   std::vector<MediaGroup> months = std::move(calendar).finish();
   if (wantsReasons) {

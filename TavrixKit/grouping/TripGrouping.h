@@ -9,6 +9,7 @@
 #include "grouping/GroupMerging.h"
 #include "grouping/GroupingReasons.h"
 #include "grouping/GroupingSettings.h"
+#include "grouping/HomePeriods.h"
 #include "grouping/MediaGroup.h"
 
 namespace tavrix::TripGrouping {
@@ -28,10 +29,11 @@ struct Stay {
 };
 
 /// Returns the stays of shots, given in capture order. A shot is away if it is farther than
-/// `tripDistanceKm` from home. A located shot that is not away ends a stay. An away shot ends the
-/// stay and begins the next one if it comes more than `tripMaxGapHours` after the last away shot,
-/// or if it is farther than `tripCityKm` from the stay's centre. Without a home there are no stays.
-std::vector<Stay> stays(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
+/// `tripDistanceKm` from the home of its time. A located shot that is not away ends a stay. An away
+/// shot ends the stay and begins the next one if it comes more than `tripMaxGapHours` after the
+/// last away shot, or if it is farther than `tripCityKm` from the stay's centre. Without a home
+/// there are no stays.
+std::vector<Stay> stays(const std::vector<DatedShot>& shots, const Homes& homes,
                         const GroupingSettings& settings);
 
 /// Returns the ids of stays: "trip-" or, for a stay that is no trip, "outing-", and the day of the
@@ -48,7 +50,7 @@ struct Result {
 /// of all other shots. An outing is a group, too, if a merge names it and another stay. `stays` and
 /// `ids` are those of stays() and idsOf(). The id of a month is "month-" and the month. Reasons are
 /// returned only if `wantsReasons` is true, because they need a value for each shot in a month.
-Result group(const std::vector<DatedShot>& shots, const std::optional<GeoPoint>& home,
+Result group(const std::vector<DatedShot>& shots, const Homes& homes,
              const GroupingSettings& settings, const std::vector<Stay>& stays,
              const std::vector<std::string>& ids, const GroupMerges& merges, bool wantsReasons);
 

@@ -47,14 +47,24 @@ GroupingEngine::Result groupsOf(const std::vector<AssetBundle>& bundles, const S
 }
 
 std::optional<Library::Home> homeOf(const Settings& settings,
-                                    const std::vector<HomeCandidate>& candidates) {
+                                    const std::vector<HomeCandidate>& candidates,
+                                    std::vector<HomePeriod> periods) {
   if (settings.gathering.uiMode != UIGroupingMode::trips) return std::nullopt;
+  const int recentSpanDays = groupingSettings(settings).homeWindowDays;
+  if (!periods.empty()) {
+    const HomePeriod& now = periods.back();
+    return Library::Home{.point = now.home.center,
+                         .name = std::nullopt,
+                         .rivals = now.rivals,
+                         .recentSpanDays = recentSpanDays,
+                         .periods = std::move(periods)};
+  }
   return Library::Home{
       .point = HomeDetection::home(settings.gathering.homeOverride, candidates),
       .isManual = settings.gathering.homeOverride.has_value(),
       .name = settings.gathering.homeOverride ? settings.gathering.homeOverrideName : std::nullopt,
       .rivals = HomeDetection::rivals(candidates, settings.gathering.tripDistanceKm),
-      .recentSpanDays = groupingSettings(settings).homeWindowDays};
+      .recentSpanDays = recentSpanDays};
 }
 
 /// The number of home candidates, from the best one on, that get names.
@@ -69,6 +79,7 @@ std::vector<GeoPoint> landmarkPoints(const Library& library) {
     points.push_back(candidates[i].center);
   }
   for (const HomeCandidate& rival : library.home->rivals) points.push_back(rival.center);
+  for (const HomePeriod& period : library.home->periods) points.push_back(period.home.center);
   if (!library.reasons) return points;
   if (const auto* const trips = std::get_if<TripReasons>(&*library.reasons)) {
     for (const TripReasons::Stay& stay : trips->stays) points.push_back(stay.center);
@@ -118,7 +129,7 @@ Library makeLibrary(Shared<std::vector<AssetBundle>> bundles, std::uint64_t file
       OptimizedCopy::count(*library.bundles, bundleFilter(spelled), {library.clock, lookup.get()});
   library.leftOut = leftOutOf(*library.bundles, grouped.filteredBundles);
   library.filteredBundles = std::move(grouped.filteredBundles);
-  library.home = homeOf(settings, grouped.homeCandidates);
+  library.home = homeOf(settings, grouped.homeCandidates, std::move(grouped.homePeriods));
   library.homeCandidates = std::move(grouped.homeCandidates);
   library.homeIsAmbiguous = grouped.homeIsAmbiguous;
   library.reasons = std::move(grouped.reasons);

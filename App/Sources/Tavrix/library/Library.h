@@ -36,6 +36,8 @@ struct Library {
     std::optional<std::string> name;    ///< the name given by the user
     std::vector<HomeCandidate> rivals;  ///< candidates that make the detected home ambiguous
     int recentSpanDays = 0;             ///< length of the candidates' recent period; 0: none
+    /// The homes one after another; `point` is the last one. Empty if there is only one.
+    std::vector<HomePeriod> periods{};
 
     friend bool operator==(const Home&, const Home&) = default;
   };

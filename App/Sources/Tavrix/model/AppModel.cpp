@@ -347,6 +347,8 @@ void AppModel::landDisplay(DisplayResult result, const Shared<CheckMarks>& check
       state.homeCandidates = library_->homeCandidates;
     }
     state.homeIsAmbiguous = library_->homeIsAmbiguous;
+    const auto periods = library_->home ? library_->home->periods : std::vector<HomePeriod>{};
+    if (*state.homePeriods != periods) state.homePeriods = periods;
     if (*state.mergeSuggestions != library_->suggestions) {
       state.mergeSuggestions = library_->suggestions;
     }

@@ -190,6 +190,7 @@ struct AppState {
   DisplayGroups displayGroups;
   Shared<std::vector<HomeCandidate>> homeCandidates;  ///< with their days, best first
   bool homeIsAmbiguous = false;
+  Shared<std::vector<HomePeriod>> homePeriods;            ///< empty if there is only one home
   Shared<std::vector<MergeSuggestion>> mergeSuggestions;  ///< in chronological order
   std::uint64_t newFilesCount = 0;  ///< this and the next three: of the visible, checked groups
   std::uint64_t newBytes = 0;

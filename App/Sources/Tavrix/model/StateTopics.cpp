@@ -36,7 +36,7 @@ StateTopics changedTopics(const AppState& before, const AppState& after) {
   compare(StateTopic::outline, &S::navSelection, &S::navOutline, &S::searchText,
           &S::searchSuggestions);
   compare(StateTopic::settings, &S::settings, &S::savedPresets, &S::homeCandidates,
-          &S::homeIsAmbiguous, &S::canCheckForUpdates);
+          &S::homeIsAmbiguous, &S::homePeriods, &S::canCheckForUpdates);
   compare(StateTopic::destination, &S::destination, &S::destinationState, &S::findings);
   compare(StateTopic::phase, &S::phase, &S::transferFolders, &S::plannedConversions,
           &S::optimizedSkipped, &S::lastRecordID);

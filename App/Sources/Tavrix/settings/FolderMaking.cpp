@@ -56,12 +56,13 @@ void addTrips(FolderMaking& making, const Settings::Gathering& gathering) {
   }
   making["homeWindowMonths"] = textOf(gathering.homeWindowMonths);
   making["homeRadiusKm"] = textOf(gathering.homeRadiusKm);
+  if (gathering.homePeriods) making["homePeriods"] = textOf(true);
 }
 
 void addGathering(FolderMaking& making, const Settings::Gathering& gathering) {
   making["uiMode"] = textOf(gathering.uiMode);
   making["timeZoneID"] = gathering.timeZone.id();
-  // Notes of versions that did not know this setting and those below stay valid while it is off.
+  // Notes of versions that did not know a setting of this form stay valid while it is off.
   if (gathering.cameraDays) making["cameraDays"] = textOf(true);
   if (gathering.uiMode == UIGroupingMode::byDate) {
     making["granularity"] = textOf(gathering.granularity);

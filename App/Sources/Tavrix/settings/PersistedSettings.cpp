@@ -238,6 +238,7 @@ constexpr std::array table{
     flagKey<&S::Naming::wholeFolderDates>("wholeFolderDates"),
     flagKey<&S::Gathering::datesFromNames>("datesFromNames"),
     flagKey<&S::Gathering::cameraDays>("cameraDays"),
+    flagKey<&S::Gathering::homePeriods>("homePeriods"),
     Key{"nameTemplate", "nameTemplate", storeTemplate, loadTemplate},
     Key{savedPresetsKey, "", storePresets, loadPresets},
     Key{"nameOverrides", "nameOverrides", storeOverrides, loadOverrides},

@@ -284,6 +284,7 @@ constexpr std::array keys{
     Key{"tripMaxGapHours", atLeastZero, setAtLeastZero<&S::Gathering::tripMaxGapHours>},
     Key{"homeWindowMonths", count, setCount<&S::Gathering::homeWindowMonths>},
     Key{"homeRadiusKm", atLeastZero, setAtLeastZero<&S::Gathering::homeRadiusKm>},
+    Key{"homePeriods", boolean, setBoolean<&S::Gathering::homePeriods>},
     Key{"homeOverride", point, setHome},
     Key{"homeOverrideName", text, setHomeName},
     Key{"photoJPEG", boolean, setBoolean<&S::Layout::photoJPEG>},

@@ -110,6 +110,7 @@ GroupingSettings groupingSettings(const Settings& settings) {
   grouping.homeWindowDays =
       static_cast<int>(std::clamp(std::int64_t{settings.gathering.homeWindowMonths} * daysOfMonth,
                                   std::int64_t{0}, std::int64_t{Days::max()}));
+  grouping.homePeriods = settings.gathering.homePeriods;
   grouping.homeOverride = settings.gathering.homeOverride;
   grouping.tripMaxGapHours = settings.gathering.tripMaxGapHours;
   return grouping;

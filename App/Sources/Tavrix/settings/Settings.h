@@ -67,6 +67,7 @@ struct Settings {
     double tripMaxGapHours = 48.0;
     int homeWindowMonths = 6;
     double homeRadiusKm = 20.0;
+    bool homePeriods = false;  ///< an owner who has moved has several homes, one after another
     std::optional<GeoPoint> homeOverride;
     std::optional<std::string> homeOverrideName;  ///< as typed; belongs to `homeOverride`
     Merges mergesByMode;                          ///< merged groups by the text form of the mode

@@ -10,6 +10,15 @@ inline constexpr Sentence<> homeMissing{"Дом не определён: нет 
                                         "Home not determined: no geodata"};
 inline constexpr Sentence<> homeAmbiguous{"Несколько вариантов дома — проверьте выбор",
                                           "Several possible homes: check the choice"};
+/// A home of the past, and the last day there.
+inline constexpr Sentence<std::string_view, std::string_view> homeUntil{"{} — до {}",
+                                                                        "{} — until {}"};
+/// A home of the past, and the first and the last day there.
+inline constexpr Sentence<std::string_view, std::string_view, std::string_view> homeBetween{
+    "{} — с {} по {}", "{} — from {} to {}"};
+/// The present home, and the first day there.
+inline constexpr Sentence<std::string_view, std::string_view> homeSince{"{} — с {}",
+                                                                        "{} — since {}"};
 inline constexpr Sentence<> whyTrips{
     "Пребывание в одном городе вдали от дома — папка поездки; новый город — новая поездка. "
     "Остальное — по месяцам.",

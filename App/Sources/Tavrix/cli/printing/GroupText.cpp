@@ -9,6 +9,7 @@
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
+#include "text/HomeText.h"
 #include "text/Measures.h"
 #include "text/MergedNote.h"
 #include "text/ReasonSentences.h"
@@ -23,7 +24,8 @@ std::string candidateText(Language language, const Library& library,
     return numberText(language, static_cast<std::uint64_t>(count));
   };
   return say(language, sentences::homeCandidate,
-             placeName(language, library, candidate.center).value_or(pointText(candidate.center)),
+             placeName(language, library.landmarks.get(), candidate.center)
+                 .value_or(pointText(candidate.center)),
              number(candidate.totalDays), number(candidate.recentDays));
 }
 
@@ -37,15 +39,6 @@ std::string daysText(CivilDate first, CivilDate last) {
 }
 
 }  // namespace
-
-std::optional<std::string> placeName(Language language, const Library& library,
-                                     const GeoPoint& point) {
-  if (!library.landmarks) return std::nullopt;
-  const auto names = library.landmarks->names(library.landmarks->placeKey(point),
-                                              language == Language::russian ? "ru" : "en");
-  if (!names) return std::nullopt;
-  return names->cityOrRegion() ? names->cityOrRegion() : names->countryName;
-}
 
 GroupIndex::GroupIndex(const Library& library) {
   for (const FolderNaming::Row& row : library.rows) {
@@ -148,28 +141,38 @@ void TextPrinter::home(const Library& library) {
   const auto text = [&](const HomeCandidate& each) {
     return candidateText(language_, library, each);
   };
-  const auto& [point, isManual, name, rivals, recentSpanDays] = *library.home;
+  const auto& [point, isManual, name, rivals, recentSpanDays, periods] = *library.home;
   line("");
   if (!point) return line(say(language_, sentences::homeMissing));
   if (isManual) {
     const std::string where = pointText(*point);
-    const auto known = name ? name : placeName(language_, library, *point);
+    const auto known = name ? name : placeName(language_, library.landmarks.get(), *point);
     line(say(language_, sentences::homeManual,
              known ? fmt::format("{} ({})", printable(*known), where) : where));
     if (library.homeCandidates.empty()) return;
     return line(say(language_, sentences::homeAutomatic, text(library.homeCandidates.front())));
   }
-  line(say(language_, sentences::homeFound, text(library.homeCandidates.front())));
-  line(recentSpanDays > 0
-           ? say(language_, sentences::homeRecentSpan,
-                 count(static_cast<std::uint64_t>(recentSpanDays), tavrix::sentences::daysOfStay))
-           : say(language_, sentences::homeAllDays));
+  const HomeCandidate& present =
+      periods.empty() ? library.homeCandidates.front() : periods.back().home;
+  if (periods.empty()) {
+    line(say(language_, sentences::homeFound, text(present)));
+    line(recentSpanDays > 0
+             ? say(language_, sentences::homeRecentSpan,
+                   count(static_cast<std::uint64_t>(recentSpanDays), tavrix::sentences::daysOfStay))
+             : say(language_, sentences::homeAllDays));
+  } else {
+    line(say(language_, sentences::homesFound));
+    for (const std::string& each : homesText(language_, periods, library.landmarks.get())) {
+      line("  " + printable(each));
+    }
+    line(say(language_, sentences::homePeriodsRule));
+  }
   if (rivals.empty()) {
-    if (library.homeCandidates.size() < 2) return;
+    if (!periods.empty() || library.homeCandidates.size() < 2) return;
     return line(say(language_, sentences::homeNext, text(library.homeCandidates[1])));
   }
   line(say(language_, sentences::homeAmbiguous));
-  line("  " + text(library.homeCandidates.front()));
+  line("  " + text(present));
   for (const HomeCandidate& rival : rivals) line("  " + text(rival));
   const GeoPoint& other = rivals.front().center;
   line(say(language_, sentences::homeHint,

@@ -9,11 +9,6 @@
 
 namespace tavrix::cli {
 
-/// Returns the name of the place of a home or stay of the library: its city, otherwise its region,
-/// otherwise its country. Returns nullopt if it has no name.
-std::optional<std::string> placeName(Language language, const Library& library,
-                                     const GeoPoint& point);
-
 /// Returns the first and the last day of a group without what they have in common: "2026-05-20",
 /// "2026-05-20…22", "2026-04-30…05-02". Returns an empty text for a group without dates.
 std::string daysText(const MediaGroup& group, const TimeZone& zone);

@@ -83,6 +83,18 @@ void writeHomeCandidate(JsonWriter& json, const HomeCandidate& candidate) {
   json.endObject();
 }
 
+void writeHomePeriods(JsonWriter& json, const Library& library) {
+  if (!library.home || library.home->periods.empty()) return;
+  json.key("homePeriods").beginArray();
+  for (const HomePeriod& period : library.home->periods) {
+    json.beginObject();
+    writePoint(json, "center", period.home.center);
+    json.field("firstDay", dayText(period.firstDay)).field("lastDay", dayText(period.lastDay));
+    json.field("totalDays", period.home.totalDays).endObject();
+  }
+  json.endArray();
+}
+
 void writePlaceNames(JsonWriter& json, const std::map<std::string, PlaceNames>& names) {
   if (names.empty()) return;
   json.key("names").beginObject();
@@ -196,6 +208,7 @@ void JsonPrinter::groups(const GroupsResult& result) {
     writeHomeCandidate(json, candidate);
   }
   json.endArray().field("homeIsAmbiguous", library.homeIsAmbiguous);
+  writeHomePeriods(json, library);
   json.field("filteredBundles", library.filteredBundles->size());
   json.field("optimizedCount", library.optimizedCount);
   json.field("leftOutByChoice", library.leftOut.byChoice);

@@ -7,6 +7,7 @@
 #include "cli/sentences/CliSentences.h"
 #include "cli/sentences/GroupSentences.h"
 #include "foundation/Text.h"
+#include "text/HomeText.h"
 #include "text/Measures.h"
 #include "text/MergedNote.h"
 #include "text/ReasonWords.h"
@@ -134,18 +135,16 @@ void TextPrinter::foldersWithReasons(
 void TextPrinter::stays(const Library& library, const TripReasons& reasons) {
   const ReasonWords words{language_, reasons.stays};
   const GroupIndex index{library};
-  const GeoPoint home = library.home->point.value_or(GeoPoint{});
   if (reasons.stays.empty() && library.home->point) {
     line(say(language_,
              library.homeCandidates.empty() ? sentences::emptyPlaces : sentences::noStays));
   }
   for (const TripReasons::Stay& stay : reasons.stays) {
     if (!isOfChoice(stay, reasons, index)) continue;
-    const auto name = placeName(language_, library, stay.center);
+    const auto name = placeName(language_, library.landmarks.get(), stay.center);
     line(say(language_, sentences::stayLine, words.span(stay),
              name ? printable(*name) : say(language_, sentences::nearPoint, pointText(stay.center)),
-             distanceText(language_, haversineDistanceKm(home, stay.center)),
-             count(stay.shotCount, sentences::shots)));
+             distanceText(language_, stay.homeKm), count(stay.shotCount, sentences::shots)));
     if (stay.groupID) {
       line(say(language_, stay.isTrip() ? sentences::stayTrip : sentences::stayMergedOuting,
                printable(*index.at(*stay.groupID).folderName), words.dayCount(stay), stay.minDays));

@@ -25,6 +25,12 @@ inline constexpr Sentence<std::string_view> homeRecentSpan{
     "Home is the place with shots on the largest number of recent days (the last {} up to the "
     "newest shot with a place); ties are settled by all days, then by the number of shots, then by "
     "the earliest shot."};
+inline constexpr Sentence<> homesFound{"Дома:", "Homes:"};
+inline constexpr Sentence<> homePeriodsRule{
+    "Новый дом — место не ближе 50 км от прежнего, где хотя бы 90 дней снимали чаще всего; поездки "
+    "считаются от дома своего времени.",
+    "A new home is a place at least 50 km from the one before, with most shots for at least 90 "
+    "days; trips are measured from the home of their time."};
 inline constexpr Sentence<> homeAllDays{
     "Дом — место, где снимали больше всего дней; при равенстве решает число снимков, затем, где "
     "начали снимать раньше.",

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -140,6 +142,37 @@ TEST_F(GroupCommands, home_isToldWithItsRivals) {
   EXPECT_THAT(
       groups({"uiMode=trips"}, {"--explain"}).out,
       AllOf(HasSubstr("\nДом не определён: нет геоданных\n"), Not(HasSubstr("вдали от дома\n"))));
+}
+
+TEST_F(GroupCommands, homesOfAnOwnerWhoMoved_areListedWithTheirDays) {
+  std::string shots;
+  for (int month = 1; month <= 12; ++month) {
+    for (const int day : {1, 11, 21}) {
+      const std::string date = fmt::format("2025:{:02}:{:02} 12:00:00", month, day);
+      const std::string name = fmt::format("{:02}{:02}.JPG", month, day);
+      const auto& place = month <= 4 ? moscow : month <= 8 ? rome : naples;
+      shots += (shots.empty() ? "[" : ",") + entry(name, date, place);
+    }
+  }
+  tester.addPhone(shots + "]");
+  const std::vector<std::string> moved{"uiMode=trips", "tripMaxGapHours=300", "homePeriods=true"};
+  EXPECT_THAT(groups(moved).out, HasSubstr("\nДома:\n"
+                                           "  55.75, 37.62 — до 2025-04-21\n"
+                                           "  41.90, 12.50 — с 2025-05-01 по 2025-08-21\n"
+                                           "  40.85, 14.27 — с 2025-09-01\n"
+                                           "Новый дом — место не ближе 50 км от прежнего"));
+  EXPECT_THAT(groups(moved, {"--lang", "en"}).out,
+              AllOf(HasSubstr("\nHomes:\n  55.75, 37.62 — until 2025-04-21\n"
+                              "  41.90, 12.50 — from 2025-05-01 to 2025-08-21\n"
+                              "  40.85, 14.27 — since 2025-09-01\n"),
+                    Not(HasSubstr("Several"))));
+  EXPECT_EQ(shape(moved).find("trip-"), std::string::npos);
+  EXPECT_NE(shape({moved[0], moved[1]}).find("trip-"), std::string::npos);
+  const JsonValue json = groups(moved, {"--json"}).json();
+  const auto& homes = *json.member("homePeriods")->asArray();
+  ASSERT_EQ(homes.size(), 3U);
+  EXPECT_EQ(*homes[1].member("firstDay")->asString(), "2025-05-01");
+  EXPECT_EQ(*homes[1].member("lastDay")->asString(), "2025-08-21");
 }
 
 TEST_F(GroupCommands, placeThatIsNowhereOnEarth_countsAsNone) {

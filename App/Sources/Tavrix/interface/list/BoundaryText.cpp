@@ -87,11 +87,7 @@ class Explanation {
 
  private:
   Paragraphs tripText(const TripReasons::Stay& stay, const ReasonWords& words) const {
-    Paragraphs text;
-    if (library_.home && library_.home->point) {
-      const double km = haversineDistanceKm(*library_.home->point, stay.center);
-      text.push_back(say(language_, sentences::tripFromHome, distanceText(language_, km)));
-    }
+    Paragraphs text{say(language_, sentences::tripFromHome, distanceText(language_, stay.homeKm))};
     text.push_back(say(language_, sentences::tripBegan, words.beginText(stay.begin)));
     text.push_back(say(language_, sentences::tripEnded, words.endText(stay.end)));
     text.push_back(say(language_, sentences::boundaryHint));

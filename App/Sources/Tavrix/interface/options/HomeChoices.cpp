@@ -1,6 +1,10 @@
 #include "interface/options/HomeChoices.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "interface/words/DayText.h"
+#include "text/HomeText.h"
 
 namespace tavrix::window {
 namespace {
@@ -10,15 +14,14 @@ using Choice = ChoiceSetting::Choice;
 /// The number of places that are offered; the library looks up the names of these.
 constexpr std::size_t offeredPlaces = 5;
 
-std::string nameOf(const SettingsPort& port, const GeoPoint& point) {
+const PlaceLookup* landmarksOf(const SettingsPort& port) {
   const auto& library = port.model().library();
-  if (library && library->landmarks) {
-    const auto names = library->landmarks->names(
-        library->landmarks->placeKey(point), port.language() == Language::russian ? "ru" : "en");
-    if (names && names->cityOrRegion()) return *names->cityOrRegion();
-    if (names && names->countryName) return *names->countryName;
-  }
-  return fmt::format("{:.2f}, {:.2f}", point.latitude, point.longitude);
+  return library ? library->landmarks.get() : nullptr;
+}
+
+std::string nameOf(const SettingsPort& port, const GeoPoint& point) {
+  return placeName(port.language(), landmarksOf(port), point)
+      .value_or(fmt::format("{:.2f}, {:.2f}", point.latitude, point.longitude));
 }
 
 Choice choiceOf(const SettingsPort& port, const HomeCandidate& candidate) {
@@ -57,6 +60,14 @@ std::vector<Choice> homeChoices(const SettingsPort& port) {
                                      .isCurrent = true});
   }
   return choices;
+}
+
+std::string homesText(const SettingsPort& port) {
+  const auto& periods = *port.model().state().homePeriods;
+  const auto format = [&](CivilDate day) { return dayInWords(port.language(), day); };
+  return fmt::format(
+      "{}",
+      fmt::join(tavrix::homesText(port.language(), periods, landmarksOf(port), format), "\n"));
 }
 
 std::string homeNote(const SettingsPort& port) {

@@ -9,6 +9,9 @@ namespace tavrix::window {
 /// places is the first choice.
 std::vector<ChoiceSetting::Choice> homeChoices(const SettingsPort& port);
 
+/// Returns the homes with their days, a line each; an empty text if there is only one.
+std::string homesText(const SettingsPort& port);
+
 /// Returns the sentence about a home that is not certain, and an empty text otherwise.
 std::string homeNote(const SettingsPort& port);
 

@@ -38,7 +38,7 @@ void SettingsModel::announce() {
   tell(includePhotos_, includeLive_, liveOnlyPhoto_, includeVideos_, includeAAE_, editedPolicy_,
        skipOptimized_, onlyNew_, periodFrom_, periodTo_, timeZone_, cameraDays_);
   tell(eventGapHours_, splitByDistance_, eventGapKm_, tripDistanceKm_, tripCityKm_, tripMinDays_,
-       tripMaxGapHours_, placeRadiusKm_, home_, homeMonths_);
+       tripMaxGapHours_, placeRadiusKm_, home_, homePeriods_, homeMonths_);
   tell(nameTemplate_, prefix_, geocodingEnabled_, mergeDistricts_, mergeSameNames_, severalCities_,
        wholeFolderDates_, continueFolders_);
   tell(photoJPEG_, jpegQuality_, videoH264_, separatePhotoVideo_, flattenSingleKind_, packAsZip_,

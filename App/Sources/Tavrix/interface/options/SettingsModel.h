@@ -46,6 +46,8 @@ class SettingsModel : public QObject {
   Q_PROPERTY(bool isOptimizedInfoOpen READ isOptimizedInfoOpen NOTIFY overlayChanged)
   /// True if the period begins after its end.
   Q_PROPERTY(bool isPeriodEmpty READ isPeriodEmpty NOTIFY changed)
+  /// The homes of an owner who has moved, a line each; empty if there is only one.
+  Q_PROPERTY(QString homesText READ homesText NOTIFY changed)
   /// The sentence about a home that is not certain, or an empty text.
   Q_PROPERTY(QString homeNote READ homeNote NOTIFY changed)
   Q_PROPERTY(bool isHomeManual READ isHomeManual NOTIFY changed)
@@ -80,6 +82,7 @@ class SettingsModel : public QObject {
   TAVRIX_NUMBER(tripMaxGapHours, hours, 6, 168, 6)
   TAVRIX_NUMBER(placeRadiusKm, kilometres, 0.5, 20, 0.5)
   TAVRIX_SETTING(ChoiceSetting, home, "homeOverride", homeChoices)
+  TAVRIX_SWITCH(homePeriods)
   TAVRIX_SETTING(ChoiceSetting, homeMonths, "homeWindowMonths", homeMonthsChoices)
 
   // Names.
@@ -109,6 +112,7 @@ class SettingsModel : public QObject {
   bool hasOptimized() const;
   bool isOptimizedInfoOpen() const { return optimizedInfoPresented(model_.state()); }
   bool isPeriodEmpty() const;
+  QString homesText() const { return QString::fromStdString(window::homesText(port_)); }
   QString homeNote() const { return QString::fromStdString(window::homeNote(port_)); }
   bool isHomeManual() const { return port_.now().gathering.homeOverride.has_value(); }
   QString nameExample() const;

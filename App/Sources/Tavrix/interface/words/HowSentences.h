@@ -43,6 +43,10 @@ inline constexpr Sentence<> homeAutomatic{"Снова автоматически
 inline constexpr Sentence<std::string_view, std::string_view> homeDays{"дней: {} (недавних: {})",
                                                                        "days: {} (recent: {})"};
 inline constexpr Sentence<> homeChosen{"указан вручную", "set by you"};
+inline constexpr Sentence<> homePeriods{"Дом менялся", "Home has changed"};
+inline constexpr Sentence<> homePeriodsHelp{
+    "Поездки считаются от того дома, который был в то время.",
+    "Trips are measured from the home of their time."};
 inline constexpr Sentence<> homeMonths{"Дом по последним", "Home by the last"};
 inline constexpr Sentence<> homeMonthsHelp{"За это время считаются недавние дни съёмки.",
                                            "Recent days of shooting are counted in this time."};

@@ -170,6 +170,8 @@ class Words : public QObject {
   TAVRIX_WORD(homeTitle)
   TAVRIX_WORD(homeHelp)
   TAVRIX_WORD(homeAutomatic)
+  TAVRIX_WORD(homePeriods)
+  TAVRIX_WORD(homePeriodsHelp)
   TAVRIX_WORD(homeMonths)
   TAVRIX_WORD(homeMonthsHelp)
   TAVRIX_WORD(namesSection)

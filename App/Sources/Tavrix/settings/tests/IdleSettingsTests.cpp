@@ -37,6 +37,7 @@ TEST(IdleSettings, settingWithoutWhatItNeeds_isFoundUntilThatIsGiven) {
       {"tripMaxGapHours=9", "uiMode=trips"},
       {"homeWindowMonths=9", "uiMode=trips"},
       {"homeRadiusKm=9", "uiMode=trips"},
+      {"homePeriods=true", "uiMode=trips"},
       {"homeOverride=1,2", "uiMode=trips"},
       {"jpegQuality=1", "photoJPEG=true"},
       {"flattenSingleKind=true", "separatePhotoVideo=true"},

@@ -70,6 +70,7 @@ TEST(PersistedSettings, objectsThatAreNotOfTheKey_leaveTheInitialValue) {
       {"wholeFolderDates", {"null"}},
       {"datesFromNames", {R"("no")"}},
       {"cameraDays", {"[]"}},
+      {"homePeriods", {"\"yes\""}},
       {"nameTemplate",
        {"5", R"("{}")", "[]", "{}", R"({"tokens":[],"language":"french"})",
         R"({"tokens":[{"year":{"_0":"full"},"day":{"_0":"pad2"}}],"language":"system"})",
@@ -224,6 +225,7 @@ Values anyValues() {
   s.gathering.tripMinDays = *rc::gen::inRange(0, largestSettingCount + 1);
   s.gathering.homeWindowMonths = *rc::gen::inRange(0, largestSettingCount + 1);
   s.gathering.splitByDistance = *rc::gen::arbitrary<bool>();
+  s.gathering.homePeriods = *rc::gen::arbitrary<bool>();
   s.naming.geocodingEnabled = *rc::gen::arbitrary<bool>();
   s.content.skipOptimized = *rc::gen::arbitrary<bool>();
   if (*rc::gen::arbitrary<bool>()) {

@@ -90,6 +90,7 @@ TEST(SettingKeys, everyKey_setsItsField) {
       {"mergeSameNames=true", [](Settings& s) { s.naming.mergeSameNames = true; }},
       {"severalCities=true", [](Settings& s) { s.naming.severalCities = true; }},
       {"cameraDays=true", [](Settings& s) { s.gathering.cameraDays = true; }},
+      {"homePeriods=true", [](Settings& s) { s.gathering.homePeriods = true; }},
       {"wholeFolderDates=true", [](Settings& s) { s.naming.wholeFolderDates = true; }},
       {"datelessName=", [](Settings& s) { s.naming.datelessName = ""; }},
       {"nameByGroupID=true", [](Settings& s) { s.naming.nameByGroupID = true; }},

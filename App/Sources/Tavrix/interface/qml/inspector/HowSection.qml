@@ -51,6 +51,16 @@ InspectorSection {
             onClicked: SettingsModel.forgetHome()
         }
     }
+    SwitchRow {
+        setting: SettingsModel.homePeriods
+        text: Words.homePeriods
+        help: Words.homePeriodsHelp
+    }
+    OptionHelp {
+        width: parent.width
+        visible: SettingsModel.homePeriods.isUsed && text !== ""
+        text: SettingsModel.homesText
+    }
     Column {
         width: parent.width
         spacing: 4
