@@ -26,8 +26,8 @@ struct PictureLimits {
 };
 
 /// Decodes pictures in a confined process that stays alive: the program `tavrix-convert`, which has
-/// a socket to its parent, no files and no network. It is started with the first picture. A hostile
-/// file that breaks or blocks the process costs only its own request.
+/// a socket to its parent, no files and no network. It is started by prepare(), or with the first
+/// picture. A hostile file that breaks or blocks the process costs only its own request.
 ///
 /// Use it on one thread at a time; several decoders may work at once.
 class PictureDecoder {
@@ -38,6 +38,9 @@ class PictureDecoder {
   PictureDecoder(const PictureDecoder&) = delete;
   PictureDecoder& operator=(const PictureDecoder&) = delete;
 
+  /// Starts the process, unless it runs, and returns before it is ready. A failure shows at the
+  /// first picture.
+  void prepare() noexcept;
   /// Returns the picture, with sides of at most `longestSide` pixels. The JPEG file was checked to
   /// be complete and of that size. Throws ConversionError if it cannot be decoded, if the process
   /// dies or hangs (then the next call starts another), or if a stop is requested, which kills the

@@ -132,6 +132,15 @@ PictureDecoder::PictureDecoder(std::string program, PictureLimits limits)
     : program_(std::move(program)), limits_(limits) {}
 PictureDecoder::~PictureDecoder() = default;
 
+void PictureDecoder::prepare() noexcept {
+  if (process_) return;
+  try {
+    process_ = std::make_unique<Process>(program_, limits_);
+  } catch (const std::exception&) {
+    // decode() tries again and reports the failure.
+  }
+}
+
 SmallImage PictureDecoder::decode(const PictureRequest& request, std::stop_token stop) {
   const bool isAllowed = request.longestSide > 0 && request.longestSide <= limits_.longestSide &&
                          request.bytes.size() <= limits_.requestBytes;

@@ -24,6 +24,13 @@ using FindPicture = std::function<std::optional<EmbeddedPicture>(
 using DecodePicture =
     std::function<SmallImage(const PictureRequest& request, std::stop_token stop)>;
 
+/// The decoder of one worker. Both functions are called on its thread.
+struct ThumbnailDecoder {
+  DecodePicture decode;
+  /// Called before the first file is read, so that the decoder starts meanwhile. May be empty.
+  std::function<void()> prepare{};
+};
+
 /// Access to the files of a phone or folder. The functions are called on several threads at once.
 struct ThumbnailFiles {
   /// Opens the file of an asset. It and the reader throw any exception if the file cannot be read.

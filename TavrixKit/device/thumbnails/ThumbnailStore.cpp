@@ -18,9 +18,9 @@ class ThumbnailStore::Desk : public std::enable_shared_from_this<Desk> {
   explicit Desk(Setup setup)
       : loop_(setup.loop),
         making_(std::make_shared<const ThumbnailMaking>(std::move(setup.tools))) {
-    for (DecodePicture& decode : setup.decoders) {
+    for (ThumbnailDecoder& decoder : setup.decoders) {
       workers_.push_back(std::make_unique<Worker>());
-      workers_.back()->decode = std::move(decode);
+      workers_.back()->decoder = std::move(decoder);
     }
   }
 
@@ -80,7 +80,8 @@ class ThumbnailStore::Desk : public std::enable_shared_from_this<Desk> {
 
  private:
   struct Worker {
-    DecodePicture decode;
+    ThumbnailDecoder decoder;
+    bool isPrepared = false;  ///< used by the queue only
     bool isBusy = false;
     SerialQueue queue;
   };
@@ -149,7 +150,10 @@ class ThumbnailStore::Desk : public std::enable_shared_from_this<Desk> {
     order.unwanted = job.running.emplace().get_token();
     worker.queue.post([weak = weak_from_this(), &loop = loop_, making = making_, &worker,
                        order = std::move(order), number = job.number] {
-      const ThumbnailOutcome outcome = making->make(order, worker.decode);
+      if (!std::exchange(worker.isPrepared, true) && worker.decoder.prepare) {
+        worker.decoder.prepare();
+      }
+      const ThumbnailOutcome outcome = making->make(order, worker.decoder.decode);
       loop.post([weak, &worker, text = order.key.text(), number, outcome] {
         const auto self = weak.lock();
         if (self == nullptr) return;

@@ -46,7 +46,7 @@ class ThumbnailStore {
     MainLoop& loop;
     ThumbnailMaking::Tools tools;
     /// One for each worker, so two for two pictures at a time. Each is called on one thread.
-    std::vector<DecodePicture> decoders;
+    std::vector<ThumbnailDecoder> decoders;
   };
   using Receiver = std::function<void(const ThumbnailAnswer&)>;
   /// Returns the absolute path of the copy of an asset, or nullopt if it has not landed yet. Called

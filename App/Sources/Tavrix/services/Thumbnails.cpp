@@ -17,11 +17,12 @@ std::optional<EmbeddedPicture> findPicture(RangedReader& file, const MediaAsset&
                                        .prefersWholeToSmaller = mayReadWhole});
 }
 
-DecodePicture decoderOf(const std::string& program) {
-  return [decoder = std::make_shared<PictureDecoder>(program)](const PictureRequest& request,
-                                                               std::stop_token stop) {
-    return decoder->decode(request, std::move(stop));
-  };
+ThumbnailDecoder decoderOf(const std::string& program) {
+  const auto decoder = std::make_shared<PictureDecoder>(program);
+  return {.decode = [decoder](
+                        const PictureRequest& request,
+                        std::stop_token stop) { return decoder->decode(request, std::move(stop)); },
+          .prepare = [decoder] { decoder->prepare(); }};
 }
 
 /// Returns the folder in which the programs of the desktop share thumbnails.

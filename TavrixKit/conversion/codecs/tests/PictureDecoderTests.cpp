@@ -188,8 +188,10 @@ TEST_F(PictureDecoding, unshowableFiles_costOnlyThemselves) {
   const std::string heic = heicOf(corners());
   const std::string mov = film({});
   PictureDecoder running = decoderAfter("true");
+  running.prepare();
   EXPECT_EQ(failureOf(running, {png}), "none");
   const int first = id();
+  running.prepare();
   for (const std::string& file :
        {""s, "text"s, bomb, png.substr(0, 90), heic.substr(0, heic.size() / 2), "GIF89a"s, "BM"s,
         "\xFF\xD8\xFF"s, mov.substr(0, 400), "\0\0\0\x18"s + "ftypcrx     "})
@@ -231,6 +233,7 @@ TEST_F(PictureDecoding, misbehavingProcess_isReplaced) {
     EXPECT_EQ(failureOf(next, request), "none") << script;
   }
   PictureDecoder absent{"/no/such/program"};
+  absent.prepare();
   EXPECT_EQ(failureOf(absent, request), "failed");
 }
 

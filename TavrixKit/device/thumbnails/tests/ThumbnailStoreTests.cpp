@@ -47,10 +47,12 @@ TEST_F(ThumbnailStoreTest, picture_isMadeOnceForAllWhoWantItAndKept) {
   decoding.open();
   EXPECT_THAT(awaitAnswers(3), Each("poor 300"));
   EXPECT_THAT(takeLog(), ElementsAre("open poor", "decode 100", "open poor", "decode 300"));
+  EXPECT_GE(prepared.exchange(0), 1);
   openStore(1);
   const auto again = request("poor");
   EXPECT_THAT(awaitAnswers(1), ElementsAre("poor 300"));
   EXPECT_THAT(takeLog(), IsEmpty());
+  EXPECT_EQ(prepared, 0) << "for a picture in the cache";
 }
 
 TEST_F(ThumbnailStoreTest, quickPicture_isMadeBetterByTheNextStart) {

@@ -84,10 +84,11 @@ struct ThumbnailBench : testing::Test {
   /// Opens a store on the same cache, as the next start of the program does, and its source.
   void openStore(std::size_t workers) {
     store.reset();
-    const DecodePicture decode = [this](const PictureRequest& request,
-                                        const std::stop_token& stop) {
+    ThumbnailDecoder decoder;
+    decoder.decode = [this](const PictureRequest& request, const std::stop_token& stop) {
       return decoded(request.bytes, stop);
     };
+    decoder.prepare = [this] { ++prepared; };
     const FindPicture find = [this](RangedReader& file, const MediaAsset&, std::uint32_t leastSide,
                                     bool mayReadWhole) {
       return found(file, leastSide, mayReadWhole);
@@ -95,7 +96,7 @@ struct ThumbnailBench : testing::Test {
     ThumbnailMaking::Tools tools{find, std::make_shared<ThumbnailCache>(cacheSetup()),
                                  folder / "desktop"};
     store = std::make_unique<ThumbnailStore>(
-        ThumbnailStore::Setup{loop, std::move(tools), std::vector(workers, decode)});
+        ThumbnailStore::Setup{loop, std::move(tools), std::vector(workers, decoder)});
     plugIn();
   }
   void plugIn(const std::string& key = "P") {
@@ -148,6 +149,7 @@ struct ThumbnailBench : testing::Test {
                                            {"c", "202 4000"}, {"d", "203 4000"},
                                            {"e", "204 4000"}, {"poor", "100 300"}};
   std::vector<std::string> answers;
+  std::atomic<int> prepared = 0;  ///< decoders that were started
   std::unique_ptr<ThumbnailStore> store;
 
  private:
