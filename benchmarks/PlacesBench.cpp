@@ -54,9 +54,13 @@ std::vector<GeoPoint> pointsAroundPlaces(const GazetteerTable& table, std::size_
 /// Finds the choice by scanning all places, skipping those too far away by latitude alone.
 std::optional<CityChoice::Choice> scanned(const GazetteerTable& table, const GeoPoint& point) {
   const auto country = table.borders().countryAt(point);
-  std::vector<CityChoice::Choice> reaching;
+  struct Reaching {
+    CityChoice::Choice choice;
+    bool isPart;
+  };
+  std::vector<Reaching> reaching;
   double nearest = std::numeric_limits<double>::infinity();
-  std::uint16_t region = 0;
+  CityChoice::Regions regions{0, CityChoice::regionAllAround(table, point)};
   for (std::size_t i = 0; i < table.size(); ++i) {
     const GeoPoint place = table.pointAt(i);
     if (std::abs(place.latitude - point.latitude) > 1) continue;
@@ -65,16 +69,13 @@ std::optional<CityChoice::Choice> scanned(const GazetteerTable& table, const Geo
     if (distance > CityChoice::reachKm(population)) continue;
     if (!CityChoice::isSameSide(table, i, country)) continue;
     const std::size_t city = table.cityAt(i).value();
-    reaching.push_back({city, CityChoice::score(distance, population)});
-    if (distance < nearest) nearest = distance, region = table.regionNumberAt(city);
+    reaching.push_back({{city, CityChoice::score(distance, population)}, city != i});
+    if (distance < nearest) nearest = distance, regions.nearest = table.regionNumberAt(city);
   }
   std::optional<CityChoice::Choice> best;
-  for (CityChoice::Choice each : reaching) {
-    const bool isFar = each.score > CityChoice::ownScore;
-    if (isFar && table.regionNumberAt(each.index) != region) {
-      each.score += CityChoice::otherRegionScore;
-    }
-    if (!best || each.score < best->score) best = each;
+  for (auto& [choice, isPart] : reaching) {
+    choice.score += CityChoice::regionScore(table, choice.index, choice.score, isPart, regions);
+    if (!best || choice.score < best->score) best = choice;
   }
   return best;
 }

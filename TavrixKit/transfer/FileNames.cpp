@@ -91,6 +91,11 @@ std::string lowerExtension(std::string_view name) {
   return lowerCased(splitFileName(name).extension);
 }
 
+bool isJpegName(std::string_view name) {
+  const std::string extension = lowerExtension(name);
+  return extension == "jpg" || extension == "jpeg";
+}
+
 std::string fittingName(std::string name) {
   if (name.size() <= longestFileName) return name;
   return joined(splitFileName(name).stem, dottedExtension(name));

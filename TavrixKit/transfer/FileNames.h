@@ -33,6 +33,8 @@ std::string withExtension(std::string_view name, std::string_view extension);
 std::string withExtensionOf(std::string_view name, std::string_view other);
 /// Returns the extension in lower case, without the dot; empty if the name has none.
 std::string lowerExtension(std::string_view name);
+/// Returns true if the extension is "jpg" or "jpeg", in any case.
+bool isJpegName(std::string_view name);
 /// Returns the name, its stem shortened if the name is too long for a volume.
 std::string fittingName(std::string name);
 

@@ -36,22 +36,20 @@ void OutcomeLedger::failed(std::size_t index, FileOutcome::Failed failure) {
   ++settled_;
 }
 
-void OutcomeLedger::landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,
-                           std::uint64_t size, std::uint64_t bytesWritten,
-                           std::optional<std::string> sha256, bool hasSafeName) {
+void OutcomeLedger::landed(std::size_t index, Landing landing) {
   const PlannedFile& file = plan_.files[index];
   const std::lock_guard lock{mutex_};
-  FileOutcome& outcome =
-      outcomes_[index].emplace(FileOutcome{std::string{file.asset.id()}, lastPathComponent(path),
-                                           path, size, std::move(kind), hasSafeName});
+  FileOutcome& outcome = outcomes_[index].emplace(
+      FileOutcome{std::string{file.asset.id()}, lastPathComponent(landing.path), landing.path,
+                  landing.size, std::move(landing.kind), landing.hasSafeName, landing.isMisnamed});
   ++settled_;
-  counters_.bytesWritten += bytesWritten;
+  counters_.bytesWritten += landing.bytesWritten;
   if (outcome.is<FileOutcome::AlreadyThere>()) ++counters_.resumedSkips;
   if (outcome.is<FileOutcome::Copied>()) {
     ++counters_.copied;
     if (file.isPicture) ++counters_.copiedPictures;
   }
-  if (setup_.landed) setup_.landed({file, outcome, std::move(sha256)});
+  if (setup_.landed) setup_.landed({file, outcome, std::move(landing.sha256)});
 }
 
 TransferReport OutcomeLedger::report() const {

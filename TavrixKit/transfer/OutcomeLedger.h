@@ -20,11 +20,17 @@ class OutcomeLedger {
   void sizeMismatched();
 
   void failed(std::size_t index, FileOutcome::Failed failure);
-  /// Records that the file is complete at `path`, found there or landed as `kind`; `bytesWritten`
-  /// of its bytes are new. For `hasSafeName` see FileOutcome.
-  void landed(std::size_t index, FileOutcome::Kind kind, const std::string& path,
-              std::uint64_t size, std::uint64_t bytesWritten, std::optional<std::string> sha256,
-              bool hasSafeName = false);
+  /// A file that is complete at `path`, found there or landed.
+  struct Landing {
+    FileOutcome::Kind kind;
+    std::string path;
+    std::uint64_t size = 0;
+    std::uint64_t bytesWritten = 0;  ///< the new ones among its bytes
+    std::optional<std::string> sha256{};
+    bool hasSafeName = false;  ///< see FileOutcome, as for the next one
+    bool isMisnamed = false;
+  };
+  void landed(std::size_t index, Landing landing);
 
   bool isComplete() const { return settled_ == outcomes_.size(); }
   /// Returns the report of all outcomes so far, in plan order.

@@ -25,6 +25,7 @@ struct ReadyFile {
   std::uint64_t size = 0;
   std::optional<ConversionFailure> keptBecause;  ///< why it is unconverted
   bool hasSafeName = false;                      ///< the planned name was refused
+  bool isMisnamed = false;                       ///< see FileOutcome
 };
 
 /// One execution of a plan: the state that its workers share.

@@ -47,11 +47,6 @@ Directories directories(const std::string& folderName, bool groupIsMixed,
                      : Directories{folder, folder};
 }
 
-bool isJpeg(std::string_view name) {
-  const std::string extension = lowerExtension(name);
-  return extension == "jpg" || extension == "jpeg";
-}
-
 std::string outputName(const MediaAsset& asset, const TransferOptions& options) {
   std::string name = replacingInvalidUtf8(asset.name());
   if (asset.kind() == MediaKind::photo && options.photoFormat == PhotoOutputFormat::jpeg) {
@@ -335,7 +330,7 @@ std::string relativePath(const MediaAsset& asset, const FilePlacement& placement
 
 PlannedConversion conversion(const MediaAsset& asset, const TransferOptions& options) {
   if (asset.kind() == MediaKind::photo && options.photoFormat == PhotoOutputFormat::jpeg &&
-      !isJpeg(asset.name())) {
+      !isJpegName(asset.name())) {
     return planned_conversion::Jpeg{options.jpegQuality};
   }
   if (asset.kind() == MediaKind::video && options.videoFormat == VideoOutputFormat::h264) {

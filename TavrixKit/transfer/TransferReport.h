@@ -58,6 +58,7 @@ struct FileOutcome {
   Kind kind;
   /// The destination refused the planned name, and the file has its safe form; see SafeNames.
   bool hasSafeName = false;
+  bool isMisnamed = false;  ///< named as a JPEG file, but of another picture format
 
   template <typename K>
   bool is() const {

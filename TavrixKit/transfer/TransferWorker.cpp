@@ -33,13 +33,28 @@ class Download : public DownloadDestination {
   void append(std::span<const std::byte> bytes) override {
     if (stop_.stop_requested()) throw DownloadStopped{};
     if (bytes.size() > expected_ - received_) throw DownloadTooLong{};
+    if (begin_.size() < beginBytes) {
+      const auto more = bytes.first(std::min(bytes.size(), beginBytes - begin_.size()));
+      begin_.append(reinterpret_cast<const char*>(more.data()), more.size());
+    }
     file_.append(bytes);
     digest_.add(bytes);
     received_ += bytes.size();
     meter_.received(bytes.size());
   }
 
+  /// Returns true if the bytes are those of a picture of another format than JPEG.
+  bool isOtherPicture() const {
+    const std::string_view begin = begin_;
+    return begin.starts_with("\x89PNG\r\n\x1A\n") || begin.starts_with("GIF8") ||
+           (begin.starts_with("RIFF") && begin.ends_with("WEBP")) ||
+           (begin.size() == beginBytes && begin.substr(4, 4) == "ftyp");
+  }
+
  private:
+  static constexpr std::size_t beginBytes = 12;  ///< enough to tell formats apart
+
+  std::string begin_;
   WritableFile& file_;
   Sha256& digest_;
   ProgressMeter& meter_;
@@ -161,8 +176,9 @@ bool TransferWorker::isSettledWithoutFetching(std::size_t index) {
   if (run_.setup_.replacement) return false;
   const auto status = statusOf(file);
   if (!status || !isComplete(*status, file) || mayBeAnothers(file, *status)) return false;
-  run_.ledger_.landed(index, FileOutcome::AlreadyThere{}, file.relativePath, status->size, 0,
-                      std::nullopt);
+  run_.ledger_.landed(
+      index,
+      {.kind = FileOutcome::AlreadyThere{}, .path = file.relativePath, .size = status->size});
   run_.meter_.finished(file, 0);
   return true;
 }
@@ -249,6 +265,8 @@ bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
   part->close();
   ready.sha256 = digest_.finish();
   ready.size = expected;
+  ready.isMisnamed = isJpegName(lastPathComponent(ready.target)) && !isConverted(file.conversion) &&
+                     download.isOtherPicture();
   if (const auto& replacement = run_.setup_.replacement) {
     if (auto refusal = replacement->refusal(file, ready.sha256)) {
       fail(index, *std::move(refusal));
@@ -356,8 +374,13 @@ bool TransferWorker::land(ReadyFile& ready, bool isAlone) {
     } else if (wasThere) {
       kind = FileOutcome::AlreadyThere{};
     }
-    run_.ledger_.landed(ready.index, kind, path, ready.size, wasThere ? 0 : ready.size,
-                        ready.sha256, ready.hasSafeName);
+    run_.ledger_.landed(ready.index, {.kind = kind,
+                                      .path = path,
+                                      .size = ready.size,
+                                      .bytesWritten = wasThere ? 0 : ready.size,
+                                      .sha256 = ready.sha256,
+                                      .hasSafeName = ready.hasSafeName,
+                                      .isMisnamed = ready.isMisnamed});
     run_.meter_.finished(file, file.asset.sizeBytes());
   } catch (const FileError& error) {
     if (!isAlone && lacksDescriptors(error.code())) return false;

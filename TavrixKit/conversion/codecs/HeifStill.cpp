@@ -229,6 +229,20 @@ void decodePixels(std::span<const char> source, const Handle& handle, DecodedSti
                                  heif_channel_interleaved, hasAlpha ? 4 : 3);
 }
 
+/// Returns true if the file has pictures besides the primary one and the other views of its stereo
+/// pair.
+bool hasOtherPictures(const Context& context, const HeifItems& items) {
+  std::vector<std::uint64_t> known = items.otherViews();
+  known.push_back(items.primary());
+  std::vector<heif_item_id> pictures(
+      static_cast<std::size_t>(heif_context_get_number_of_top_level_images(context.get())));
+  heif_context_get_list_of_top_level_image_IDs(context.get(), pictures.data(),
+                                               static_cast<int>(pictures.size()));
+  return std::any_of(pictures.begin(), pictures.end(), [&](heif_item_id picture) {
+    return std::find(known.begin(), known.end(), picture) == known.end();
+  });
+}
+
 }  // namespace
 
 DecodedStill decodeHeif(std::span<char> source, const StillReading& reading) {
@@ -249,7 +263,7 @@ DecodedStill decodeHeif(std::span<char> source, const StillReading& reading) {
   heif_context_set_maximum_image_size_limit(context.get(), StillLimits::maxSide);
   require(heif_context_read_from_memory_without_copy(context.get(), source.data(), source.size(),
                                                      nullptr));
-  if (reading.rejectsSeveral && heif_context_get_number_of_top_level_images(context.get()) > 1)
+  if (reading.rejectsSeveral && hasOtherPictures(context, *items))
     throw ConversionError{ConversionFailure::severalPictures};
   heif_image_handle* primary = nullptr;
   require(heif_context_get_primary_image_handle(context.get(), &primary));

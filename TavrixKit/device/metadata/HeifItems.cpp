@@ -93,6 +93,24 @@ std::vector<std::uint64_t> HeifItems::referringToPrimary(std::string_view type) 
   return items;
 }
 
+std::vector<std::uint64_t> HeifItems::otherViews() const {
+  const auto groups = box("grpl");
+  if (!groups) return {};
+  IsoBoxes boxes{*file_, groups->begin, groups->end};
+  while (const auto group = boxes.next()) {
+    const auto bytes = group->type == "ster" ? contentOf(*file_, *group) : std::nullopt;
+    if (!bytes) continue;
+    ByteCursor cursor{*bytes};
+    cursor.take(8);  // version, flags and the number of the group
+    std::vector<std::uint64_t> views;
+    for (std::uint64_t count = cursor.number(4); count > 0 && !cursor.isAtEnd(); --count) {
+      views.push_back(cursor.number(4));
+    }
+    if (std::erase(views, primary_) > 0) return views;
+  }
+  return {};
+}
+
 std::vector<std::uint64_t> HeifItems::thumbnails() const { return referringToPrimary("thmb"); }
 
 std::uint64_t HeifItems::describing(const std::vector<std::uint64_t>& items) const {

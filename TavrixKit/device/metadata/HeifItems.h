@@ -33,6 +33,9 @@ class HeifItems {
   std::optional<Extent> xmp() const;
   /// Returns the item numbers of the thumbnails of the primary picture.
   std::vector<std::uint64_t> thumbnails() const;
+  /// Returns the item numbers of the other views of the primary picture if it is one of a stereo
+  /// pair: the entity group "ster" (ISO/IEC 23008-12, 6.8.5).
+  std::vector<std::uint64_t> otherViews() const;
   /// Returns the type of an item, such as "hvc1"; empty if there is no such item.
   std::string_view typeOf(std::uint64_t item) const;
   /// Returns the location of an item's bytes. Returns nullopt if they are scattered or in another

@@ -103,6 +103,26 @@ TEST_F(TransferEngineTest, plannedFiles_land_withTheirBytesDatesAndDigests) {
   EXPECT_EQ(again.bytesCopied, 0U);
 }
 
+TEST_F(TransferEngineTest, pictureOfAnotherFormat_namedAsJpeg_landsWithAMark) {
+  const std::string id = "100APPLE/IMG_1.JPEG";
+  const auto isMisnamed = [&](std::string begin, const char* path = "d/IMG_1.jpg") {
+    begin.resize(20, 'x');
+    source.bytes[id] = begin;
+    const auto report = run(planAt(path, begin.size(), {}, id));
+    EXPECT_THAT(kindsOf(report), ElementsAre("copied")) << begin;
+    EXPECT_EQ(folder.read(path), begin);
+    destination.removeFile(path);
+    return report.files[0].isMisnamed;
+  };
+  const std::string png = "\x89PNG\r\n\x1A\n";
+  EXPECT_TRUE(isMisnamed(png));
+  EXPECT_TRUE(isMisnamed("RIFF1234WEBP"));
+  EXPECT_TRUE(isMisnamed(std::string(4, '\0') + "ftypheic"));
+  EXPECT_FALSE(isMisnamed(png, "d/IMG_1.png"));
+  EXPECT_FALSE(isMisnamed("\xFF\xD8\xFF\xE1"));
+  EXPECT_FALSE(isMisnamed("RIFF1234WAVE"));
+}
+
 TEST_F(TransferEngineTest, progress_growsToItsTotals) {
   std::vector<TransferProgressSnapshot> seen;
   progress = [&](const TransferProgressSnapshot& snapshot) { seen.push_back(snapshot); };

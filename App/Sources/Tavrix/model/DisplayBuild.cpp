@@ -46,6 +46,7 @@ DisplayGroup makeGroup(const FolderNaming::Row& row, const GroupFacts& facts,
           .optimizedCount = facts.optimizedCount,
           .counts = facts.counts,
           .hasLivePhoto = facts.hasLivePhoto,
+          .isFileDated = facts.isFileDated,
           .faces = facts.faces,
           .pictureCount = facts.pictureCount};
 }

@@ -27,6 +27,7 @@ struct DisplayGroup {
   std::uint64_t optimizedCount = 0;  ///< shots of which the phone has only a reduced copy
   MediaGroup::MediaCounts counts;
   bool hasLivePhoto = false;
+  bool isFileDated = false;        ///< of each of its shots only the date of the file is known
   Shared<GroupFaces> faces;        ///< the pictures that stand for it
   std::uint64_t pictureCount = 0;  ///< a Live Photo counts once
 

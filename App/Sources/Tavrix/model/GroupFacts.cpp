@@ -121,6 +121,9 @@ GroupFacts factsOf(const FolderNaming::Row& row, const ShotClock& clock,
                    const FactsContext& context, const OptimizedShots& optimized,
                    PlaceNamesOfShots& names, Tally& total) {
   GroupFacts facts;
+  facts.isFileDated = std::ranges::all_of(row.group->bundles, [](const AssetBundle& bundle) {
+    return bundle.primaryPicture().dateSource() == DateSource::file;
+  });
   Tally tally;
   for (const AssetBundle& bundle : row.group->bundles) {
     tally.add(monthOf(bundle, clock), names.nameOf(bundle), bundle.assets().size());

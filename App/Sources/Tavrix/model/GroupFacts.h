@@ -18,6 +18,7 @@ struct GroupFacts {
   std::uint64_t pictureCount = 0;
   std::uint64_t optimizedCount = 0;
   bool hasLivePhoto = false;
+  bool isFileDated = false;  ///< of each of its shots only the date of the file is known
   Shared<GroupFaces> faces;
   std::vector<NavOutline::Month> months;  ///< the months of its shots
   std::vector<NavOutline::Place> places;  ///< the places of its shots, as far as they have names

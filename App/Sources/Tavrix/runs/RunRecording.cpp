@@ -133,6 +133,38 @@ std::vector<ShotInput> shotsOf(const RunRecordInput& run) {
   return shots;
 }
 
+/// The files of a report with a mark: the first one, or nullptr, and how many there are.
+struct MarkedFiles {
+  const FileOutcome* first = nullptr;
+  std::uint64_t count = 0;
+};
+
+MarkedFiles markedFiles(const TransferReport& report, bool FileOutcome::* mark) {
+  MarkedFiles marked;
+  for (const FileOutcome& file : report.files) {
+    if (file.*mark && marked.count++ == 0) marked.first = &file;
+  }
+  return marked;
+}
+
+std::optional<std::string> safeNamesNote(Language language, const TransferPlan& plan,
+                                         const TransferReport& report) {
+  const auto [first, count] = markedFiles(report, &FileOutcome::hasSafeName);
+  if (first == nullptr) return std::nullopt;
+  const auto planned = std::ranges::find_if(
+      plan.files, [id = first->assetID](const PlannedFile& file) { return file.asset.id() == id; });
+  if (planned == plan.files.end()) return std::nullopt;
+  return say(language, sentences::noteSafeNames, counted(language, count, sentences::files),
+             forSentence(planned->relativePath), forSentence(first->path.value_or(first->name)));
+}
+
+std::optional<std::string> misnamedNote(Language language, const TransferReport& report) {
+  const auto [first, count] = markedFiles(report, &FileOutcome::isMisnamed);
+  if (first == nullptr) return std::nullopt;
+  return say(language, sentences::noteMisnamed, counted(language, count, sentences::files),
+             forSentence(first->path.value_or(first->name)));
+}
+
 std::vector<std::string> notesOf(const RunRecordInput& run) {
   const Language language = run.language;
   if (run.isUnderWay) {
@@ -140,8 +172,8 @@ std::vector<std::string> notesOf(const RunRecordInput& run) {
     return {say(language, isPacked ? sentences::notePackingUnderWay : sentences::noteUnderWay)};
   }
   std::vector<std::string> notes = runNotes(language, run.library, run.outcome);
-  if (auto note = safeNamesNote(language, run.plan, *run.outcome.report)) {
-    notes.push_back(*std::move(note));
+  for (std::string& note : fileNotes(language, run.plan, *run.outcome.report)) {
+    notes.push_back(std::move(note));
   }
   for (std::string& text : differingTexts(language, countsOf(run.plan.differing))) {
     notes.push_back(std::move(text));
@@ -247,20 +279,12 @@ std::vector<std::string> packingNotes(Language language, const RunOutcome& outco
   return notes;
 }
 
-std::optional<std::string> safeNamesNote(Language language, const TransferPlan& plan,
-                                         const TransferReport& report) {
-  const FileOutcome* first = nullptr;
-  std::uint64_t count = 0;
-  for (const FileOutcome& file : report.files) {
-    if (file.hasSafeName && count++ == 0) first = &file;
-  }
-  if (first == nullptr) return std::nullopt;
-  const auto planned = std::find_if(plan.files.begin(), plan.files.end(), [&](const auto& file) {
-    return file.asset.id() == first->assetID;
-  });
-  if (planned == plan.files.end()) return std::nullopt;
-  return say(language, sentences::noteSafeNames, counted(language, count, sentences::files),
-             forSentence(planned->relativePath), forSentence(first->path.value_or(first->name)));
+std::vector<std::string> fileNotes(Language language, const TransferPlan& plan,
+                                   const TransferReport& report) {
+  std::vector<std::string> notes;
+  if (auto note = safeNamesNote(language, plan, report)) notes.push_back(*std::move(note));
+  if (auto note = misnamedNote(language, report)) notes.push_back(*std::move(note));
+  return notes;
 }
 
 std::optional<std::string> unknownKindNote(Language language, const Library& library) {

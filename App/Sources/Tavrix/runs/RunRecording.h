@@ -43,10 +43,10 @@ TransferRecord recordOf(const RunRecordInput& run);
 /// Returns a note about files that no run copies. Returns nullopt if there are none.
 std::optional<std::string> unknownKindNote(Language language, const Library& library);
 
-/// Returns a note about files whose names the destination refused. Returns nullopt if there are
-/// none.
-std::optional<std::string> safeNamesNote(Language language, const TransferPlan& plan,
-                                         const TransferReport& report);
+/// Returns notes about the files that a run wrote: those whose names the destination refused, and
+/// those that are named as JPEG files but are none. Returns none if there are no such files.
+std::vector<std::string> fileNotes(Language language, const TransferPlan& plan,
+                                   const TransferReport& report);
 
 /// Returns notes about the packing and about the remains of killed runs, one sentence each. Returns
 /// none if all went as planned.

@@ -38,6 +38,16 @@ bool isOnWithout(const Settings& settings) {
 }
 
 using S = Settings;
+using Mode = UIGroupingMode;
+
+/// Returns true if no folder stands for a month or a year.
+bool hasIdleWholeDates(const Settings& settings) {
+  const Settings::Gathering& gathering = settings.gathering;
+  const bool hasMonths =
+      gathering.uiMode == Mode::trips ||
+      (gathering.uiMode == Mode::byDate && gathering.granularity != UIGranularity::day);
+  return settings.naming.wholeFolderDates && !settings.naming.nameByGroupID && !hasMonths;
+}
 
 /// At most one rule of a key applies at a time.
 constexpr std::array rules{
@@ -96,6 +106,12 @@ constexpr std::array rules{
     Rule{"wholeFolderDates",
          [](const S& s) { return s.naming.wholeFolderDates && s.naming.nameByGroupID; },
          "nameByGroupID=true", overruled},
+    Rule{"wholeFolderDates",
+         [](const S& s) { return hasIdleWholeDates(s) && s.gathering.uiMode != Mode::byDate; },
+         "uiMode=byDate"},
+    Rule{"wholeFolderDates",
+         [](const S& s) { return hasIdleWholeDates(s) && s.gathering.uiMode == Mode::byDate; },
+         "granularity=month"},
     Rule{"datelessName", [](const S& s) { return s.naming.nameByGroupID; }, "nameByGroupID=true",
          overruled},
 };

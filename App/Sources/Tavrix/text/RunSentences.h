@@ -56,6 +56,10 @@ inline constexpr Sentence<std::string, std::string, std::string> noteSafeNames{
     "не «{}», а «{}»).",
     "The destination folder does not accept every name, so some files are named differently: {} "
     "(the first is not “{}” but “{}”)."};
+/// The number of files, and the first of them.
+inline constexpr Sentence<std::string, std::string> noteMisnamed{
+    "По имени JPEG, а внутри другой формат: {} (первый — «{}»). Перенесено как есть.",
+    "Named as JPEG, but of another format inside: {} (the first is “{}”). Copied as they are."};
 /// The size that is still needed and the free space.
 inline constexpr Sentence<std::string, std::string> diskFull{
     "На диске нет места: нужно ещё {} (свободно {}). Освободите место — продолжу сам.",

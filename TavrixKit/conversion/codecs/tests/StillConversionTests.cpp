@@ -183,6 +183,8 @@ TEST_F(StillConversion, whatWouldLose_orIsNoPicture_isKept) {
       {heic.substr(0, heic.size() / 2), "damagedInput"},
       {heic.substr(0, 40), "damagedInput"},
       {heicOf(corners(), {}, 2), "severalPictures"},
+      {withStereoPair(heicOf(noise(128), {}, 3)), "severalPictures"},
+      {withStereoPair(heicOf(noise(128), {}, 2)), "none"},
       // Higher than any JPEG can be.
       {pngOf(TestPicture::make(1, 70'000, 1, 8, [](int, int, int) { return 9; })), "tooLarge"},
       {withHole(heicOf(noise(128))), "damagedInput"},

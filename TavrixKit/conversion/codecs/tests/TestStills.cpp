@@ -166,6 +166,31 @@ std::string webpOf(const TestPicture& picture) {
   return file;
 }
 
+std::string withStereoPair(std::string heic) {
+  const auto number = [&](std::size_t at) {
+    std::uint32_t value = 0;
+    for (int i = 0; i < 4; ++i) value = value << 8U | static_cast<std::uint8_t>(heic.at(at++));
+    return value;
+  };
+  const auto add = [&](std::size_t at, std::uint32_t more) {
+    const std::uint32_t value = number(at) + more;
+    for (const unsigned shift : {24U, 16U, 8U, 0U})
+      heic.at(at++) = static_cast<char>(value >> shift);
+  };
+  constexpr std::string_view group{
+      "\0\0\0\x24grpl\0\0\0\x1Cster\0\0\0\0\0\0\0\x09\0\0\0\x02\0\0\0\x01\0\0\0\x02", 36};
+  const std::size_t meta = heic.find("meta") - 4;
+  const std::size_t end = meta + number(meta);
+  // The bytes of the pictures follow the box and move with its end.
+  const std::size_t locations = heic.find("iloc") + 4;
+  constexpr std::size_t bytesOfAnItem = 18;
+  EXPECT_EQ(heic.substr(locations, 6), std::string("\0\0\0\0\x44\x40", 6)) << "another form";
+  const std::size_t items = static_cast<std::uint8_t>(heic.at(locations + 7));
+  for (std::size_t i = 0; i < items; ++i) add(locations + 8 + i * bytesOfAnItem + 4, group.size());
+  add(meta, group.size());
+  return heic.insert(end, group);
+}
+
 std::string heicOf(const TestPicture& picture, const TestMetadata& metadata, int pictures) {
   const std::unique_ptr<heif_context, void (*)(heif_context*)> context{heif_context_alloc(),
                                                                        heif_context_free};

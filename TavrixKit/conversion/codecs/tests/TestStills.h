@@ -43,6 +43,8 @@ std::string pngOf(const TestPicture& picture, const TestMetadata& metadata = {})
 std::string tiffOf(const TestPicture& picture, int orientation = 1, int pages = 1);
 std::string jpegOf(const TestPicture& picture, const TestMetadata& metadata = {});
 std::string webpOf(const TestPicture& picture);
+/// Makes the first two pictures of a file of heicOf() a stereo pair. Their sides must be even.
+std::string withStereoPair(std::string heic);
 /// Returns a file with `pictures` identical pictures.
 std::string heicOf(const TestPicture& picture, const TestMetadata& metadata = {}, int pictures = 1);
 

@@ -74,6 +74,13 @@ std::vector<std::int64_t> unevenTimes() {
   return times;
 }
 
+/// Two seconds between the first picture and the others.
+std::vector<std::int64_t> timesWithGap() {
+  std::vector<std::int64_t> times{0};
+  for (int i = 0; i < 20; ++i) times.push_back(1200 + 20 * i);
+  return times;
+}
+
 Films everyKind() {
   return {{"HEVC", {}},
           {"HEVC of 10 bits", {.pixels = AV_PIX_FMT_YUV420P10}},
@@ -82,6 +89,8 @@ Films everyKind() {
           {"MPEG-4 with PCM", {.encoder = "mpeg4", .soundEncoders = {"pcm_s16le"}}},
           {"uneven times", {.times = unevenTimes()}},
           {"uneven times as they are", {.encoder = "libx264", .times = unevenTimes()}},
+          {"a gap", {.times = timesWithGap(), .flashAt = 1300}},
+          {"a gap as it is", {.encoder = "libx264", .times = timesWithGap(), .flashAt = 1300}},
           {"turned", {.clockwise = 90}},
           {"turned as it is", {.encoder = "libx264", .clockwise = -90}},
           {"without sound", {.soundEncoders = {}}},

@@ -123,6 +123,7 @@ void writeOutcome(JsonWriter& json, const FileOutcome& outcome) {
   json.field("path", outcome.path).field("bytesOnDisk", outcome.bytesOnDisk);
   json.field("kind", textOf(outcome.kind));
   if (outcome.hasSafeName) json.field("hasSafeName", true);
+  if (outcome.isMisnamed) json.field("isMisnamed", true);
   if (const auto* const failed = std::get_if<FileOutcome::Failed>(&outcome.kind)) {
     json.field("reason", failed->reason).key("reasonCode");
     encode(failed->code, json);

@@ -264,9 +264,9 @@ void TextPrinter::transfer(const TransferResult& result) {
     line("");
     line(*note);
   }
-  if (const auto note = safeNamesNote(language_, result.plan, report)) {
+  for (const std::string& note : fileNotes(language_, result.plan, report)) {
     line("");
-    line(*note);
+    line(note);
   }
   for (const std::string& note : packingNotes(language_, result.outcome)) {
     line("");

@@ -75,6 +75,7 @@ std::string effect(Language language, const DisplayGroup& folder, bool hasDestin
 std::string note(Language language, const DisplayGroup& folder) {
   constexpr std::string_view separator = " · ";
   std::string text = mergedNote(language, *folder.group);
+  if (folder.isFileDated) append(text, separator, say(language, sentences::fileDated));
   if (folder.templateName) append(text, separator, say(language, sentences::continued));
   if (folder.optimizedCount > 0) {
     append(text, separator,

@@ -36,7 +36,7 @@ void SettingsModel::announce() {
   Q_EMIT countersChanged();
   const auto tell = [](auto&... settings) { (..., settings.changed()); };
   tell(includePhotos_, includeLive_, liveOnlyPhoto_, includeVideos_, includeAAE_, editedPolicy_,
-       skipOptimized_, onlyNew_, periodFrom_, periodTo_, timeZone_, cameraDays_);
+       skipOptimized_, onlyNew_, periodFrom_, periodTo_, timeZone_, cameraDays_, datesFromNames_);
   tell(eventGapHours_, splitByDistance_, eventGapKm_, tripDistanceKm_, tripCityKm_, tripMinDays_,
        tripMaxGapHours_, placeRadiusKm_, home_, homePeriods_, homeMonths_);
   tell(nameTemplate_, prefix_, geocodingEnabled_, mergeDistricts_, mergeSameNames_, severalCities_,

@@ -71,6 +71,7 @@ class SettingsModel : public QObject {
   TAVRIX_SETTING(DaySetting, periodTo, &Settings::Content::periodTo)
   TAVRIX_SETTING(TimeZoneSetting, timeZone, systemZone_)
   TAVRIX_SWITCH(cameraDays)
+  TAVRIX_SWITCH(datesFromNames)
 
   // How shots are grouped.
   TAVRIX_NUMBER(eventGapHours, hours, 0.5, 24, 0.5)

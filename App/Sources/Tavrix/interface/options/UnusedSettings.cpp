@@ -10,6 +10,7 @@ namespace {
 Settings withDependentsOn(Settings settings) {
   settings.content.liveOnlyPhoto = true;
   settings.gathering.splitByDistance = true;
+  settings.gathering.homePeriods = true;
   settings.layout.flattenSingleKind = true;
   settings.layout.packPerGroup = true;
   settings.naming.mergeDistricts = true;

@@ -157,8 +157,8 @@ SummaryFacts summaryOf(Language language, const Run& run, bool isPhone) {
   facts.failures = failures.take();
   facts.keptOriginals = kept.take();
   facts.notes = runNotes(language, *run.library, outcome);
-  if (auto note = safeNamesNote(language, *run.plan, *outcome.report)) {
-    facts.notes.push_back(*std::move(note));
+  for (std::string& note : fileNotes(language, *run.plan, *outcome.report)) {
+    facts.notes.push_back(std::move(note));
   }
   if (run.optimizedSkipped > 0) {
     facts.notes.push_back(say(language, sentences::optimizedLeftOut,

@@ -43,6 +43,9 @@ WindowSession::WindowSession(WindowSurroundings surroundings)
   PersistedSettings::Values values = valuesAtLaunch(surroundings_);
   model_.emplace(services(), std::move(values.settings));
   if (!values.savedPresets.empty()) model_->changeSavedPresets(std::move(values.savedPresets));
+  subscription_ = model_->subscribe([this](const StateChange& change) {
+    if (change.has(StateTopic::settings)) followDating();
+  });
 }
 
 WindowSession::~WindowSession() { stop_.request_stop(); }
@@ -135,7 +138,21 @@ void WindowSession::followPhones(const std::string& wanted) {
   watcher_->start();
 }
 
+WindowSession::Dating WindowSession::dating() const {
+  const Settings::Gathering& gathering = model_->state().settings->gathering;
+  return {gathering.timeZone, gathering.datesFromNames};
+}
+
+void WindowSession::followDating() {
+  if (dating() == dating_) return;
+  const auto* const folder = std::get_if<opened_source::Open>(&source_);
+  const auto* const reading = std::get_if<opened_source::Reading>(&source_);
+  if (folder != nullptr) open(std::string{folder->path});
+  if (reading != nullptr) open(std::string{reading->path});
+}
+
 void WindowSession::readFolder(const std::string& path) {
+  dating_ = dating();
   show(opened_source::Reading{path});
   const std::uint64_t number = readingNumber_;
   const std::weak_ptr<const bool> life = life_;

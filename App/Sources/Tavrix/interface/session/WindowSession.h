@@ -79,6 +79,17 @@ class WindowSession : public QObject {
   void sourceChanged();
 
  private:
+  /// The settings by which the shots of a folder are dated.
+  struct Dating {
+    TimeZone zone;
+    bool fromNames = true;
+
+    friend bool operator==(const Dating&, const Dating&) = default;
+  };
+  Dating dating() const;
+  /// Reads the folder again if its shots are dated otherwise now.
+  void followDating();
+
   AppModel::Services services();
   std::unique_ptr<PlaceNaming> openPlaceNaming();
   bool keepRecord(TransferRecord record);
@@ -94,12 +105,14 @@ class WindowSession : public QObject {
   ModelHost host_;
   std::optional<AppModel> model_;
   OpenedSource source_;
+  Dating dating_{TimeZone::utc()};   ///< of the folder that was read last
   std::uint64_t readingNumber_ = 0;  ///< of the last reading of a folder; earlier ones are ignored
   std::stop_source stop_;
   std::unique_ptr<CatalogCounts> counts_;
   std::optional<DeviceWatcher> watcher_;
   std::optional<FollowedDevice> followed_;
   SerialQueue reading_;
+  std::optional<AppModel::Subscription> subscription_;
 };
 
 }  // namespace tavrix::window

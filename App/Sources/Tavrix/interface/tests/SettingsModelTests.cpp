@@ -83,8 +83,12 @@ TEST(SettingsModel, settingWithoutEffect_isNotUsed) {
     std::set<std::string_view> used;
   };
   const Case cases[] = {
-      {"uiMode=events", {"tripCityKm", "homeOverride"}, {"eventGapHours", "splitByDistance"}},
-      {"uiMode=trips", {"eventGapHours", "splitByDistance"}, {"tripCityKm", "homeWindowMonths"}},
+      {"uiMode=events",
+       {"tripCityKm", "homeOverride", "homePeriods", "wholeFolderDates"},
+       {"eventGapHours", "splitByDistance"}},
+      {"uiMode=trips",
+       {"eventGapHours", "splitByDistance"},
+       {"tripCityKm", "homeWindowMonths", "homePeriods", "wholeFolderDates"}},
       {"splitByDistance=false", {"eventGapKm"}, {"splitByDistance"}},
       {"includeLive=false", {"liveOnlyPhoto"}, {"includeLive"}},
       {"packAsZip=true", {"onlyNew"}, {"packPerGroup", "packAsZip"}},

@@ -1,7 +1,10 @@
 #include <cerrno>
 
+#include "foundation/tests/support/TemporaryFolder.h"
 #include "interface/destination/DestinationAdvice.h"
 #include "interface/destination/LastRuns.h"
+#include "interface/list/CardText.h"
+#include "interface/session/WindowSession.h"
 #include "interface/source/WaitingFacts.h"
 #include "model/tests/support/ModelHarness.h"
 #include "services/HistoryFolder.h"
@@ -153,6 +156,34 @@ TEST(WaitingFacts, folderThatCannotBeOpened_saysWhyAndOffersToTryAgain) {
       waitingFacts(Language::russian, {}, opened_source::Failed{"/none", error});
   EXPECT_THAT(facts.text, HasSubstr("По пути «/none» ничего нет"));
   EXPECT_EQ(facts.retry, "Повторить");
+}
+
+TEST(WindowSession, folder_isReadAgainWhenItsShotsAreDatedOtherwise) {
+  TemporaryFolder folder;
+  folder.write("DCIM/100APPLE/IMG-20200131-WA0001.jpg", "x");
+  ManualMainLoop loop;
+  WindowSession session{{.loop = loop, .now = [] { return Instant{}; }, .newID = randomUuid}};
+  AppModel& model = session.model();
+  model.changeSettings(withLayout(*model.state().settings, LayoutChoice::days));
+  const auto folderShown = [&] {
+    EXPECT_TRUE(loop.runUntil([&] {
+      return std::holds_alternative<opened_source::Open>(session.source()) && model.isSettled() &&
+             !model.state().displayGroups->empty();
+    }));
+    return model.state().displayGroups->front();
+  };
+  session.open(folder.path());
+  const auto named = folderShown();
+  EXPECT_EQ(named->id, "2020-01-31");
+  EXPECT_FALSE(named->isFileDated);
+  Settings settings = *model.state().settings;
+  settings.gathering.datesFromNames = false;
+  model.changeSettings(settings);
+  loop.runDue();
+  const auto dated = folderShown();
+  EXPECT_NE(dated->id, "2020-01-31");
+  EXPECT_TRUE(dated->isFileDated);
+  EXPECT_EQ(CardText::note(Language::russian, *dated), "известны только даты файлов");
 }
 
 }  // namespace

@@ -17,6 +17,8 @@ inline constexpr Sentence<> noDate{"Без даты", "No date"};
 inline constexpr Sentence<> inPlace{"уже на месте", "already there"};
 inline constexpr Sentence<> nothingToCopy{"переносить нечего", "nothing to transfer"};
 inline constexpr Sentence<> continued{"дополнит прежнюю папку", "adds to an earlier folder"};
+inline constexpr Sentence<> fileDated{"известны только даты файлов",
+                                      "only the dates of the files are known"};
 inline constexpr Sentence<std::string_view> reducedCopies{"оптимизированных копий: {}",
                                                           "optimized copies: {}"};
 inline constexpr Sentence<std::string_view, std::string_view> folderOf{"папка {} из {}",

@@ -89,6 +89,11 @@ inline constexpr Sentence<> calendarLocale{"ru_RU", "en_GB"};
 inline constexpr Sentence<> zoneTitle{"Часовой пояс", "Time zone"};
 inline constexpr Sentence<> zoneHelp{"По нему съёмка делится на дни.",
                                      "Days begin and end by its clock."};
+inline constexpr Sentence<> datesFromNames{"Даты из имён файлов", "Dates from file names"};
+inline constexpr Sentence<> datesFromNamesHelp{
+    "Если у снимка из папки нет своей даты, её даёт имя: IMG-20200131-WA0001.jpg.",
+    "A shot from a folder without a date of its own gets it from its name: "
+    "IMG-20200131-WA0001.jpg."};
 inline constexpr Sentence<> cameraDays{"Дни по часам камеры", "Days by the Camera’s Clock"};
 inline constexpr Sentence<> cameraDaysHelp{
     "Снимок остаётся в том дне, который был на часах камеры, в какой бы стране его ни сняли.",

@@ -146,6 +146,8 @@ class Words : public QObject {
   TAVRIX_WORD(calendarLocale)
   TAVRIX_WORD(zoneTitle)
   TAVRIX_WORD(zoneHelp)
+  TAVRIX_WORD(datesFromNames)
+  TAVRIX_WORD(datesFromNamesHelp)
   TAVRIX_WORD(cameraDays)
   TAVRIX_WORD(cameraDaysHelp)
   TAVRIX_WORD(zoneUnknown)

@@ -186,4 +186,9 @@ InspectorSection {
         text: Words.cameraDays
         help: Words.cameraDaysHelp
     }
+    SwitchRow {
+        setting: SettingsModel.datesFromNames
+        text: Words.datesFromNames
+        help: Words.datesFromNamesHelp
+    }
 }
