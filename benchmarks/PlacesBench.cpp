@@ -176,7 +176,7 @@ void benchLibrary(const Gazetteer& gazetteer, std::size_t shots, std::size_t pla
   });
   if (asked != 2 * cellCount) std::abort();
   print({fmt::format("names and tree of {} shots in {} cells : clustering alone", shots, cellCount),
-         time(naming), time(clustering), naming / clustering, 5});
+         time(naming), time(clustering), naming / clustering, 7});
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "foundation/StringMap.h"
+
 namespace tavrix {
 namespace {
 
@@ -31,6 +33,34 @@ void addFiles(CountryFiles& country, const PlaceNames& names, std::uint64_t coun
   if (const auto& city = names.cityOrRegion()) country.cities[*city] += count;
 }
 
+/// The files of a place cell.
+struct CellFiles {
+  std::string key;
+  GeoPoint firstPoint;
+  std::uint64_t count = 0;
+};
+
+/// Returns the cells of the shots in the order of their first shots. Adds the files of shots
+/// without a cell to `withoutCell`.
+std::vector<CellFiles> cellsOf(const std::vector<AssetBundle>& bundles, const PlaceLookup* lookup,
+                               std::uint64_t& withoutCell) {
+  std::vector<CellFiles> cells;
+  StringMap<std::size_t> indices;
+  for (const AssetBundle& bundle : bundles) {
+    const auto files = static_cast<std::uint64_t>(bundle.assets().size());
+    const auto point = lookup == nullptr ? std::nullopt : bundle.position();
+    if (!point) {
+      withoutCell += files;
+      continue;
+    }
+    std::string key = lookup->placeKey(*point);
+    const auto [found, isNew] = indices.try_emplace(key, cells.size());
+    if (isNew) cells.push_back({std::move(key), *point});
+    cells[found->second].count += files;
+  }
+  return cells;
+}
+
 }  // namespace
 
 PlaceTree placeTree(const std::vector<AssetBundle>& bundles, const PlaceLookup* lookup,
@@ -38,19 +68,12 @@ PlaceTree placeTree(const std::vector<AssetBundle>& bundles, const PlaceLookup* 
   PlaceTree tree;
   std::map<std::string, CountryFiles> countries;
   std::map<std::string, GeoPoint> unresolved;
-  for (const AssetBundle& bundle : bundles) {
-    const auto files = static_cast<std::uint64_t>(bundle.assets().size());
-    const auto point = lookup == nullptr ? std::nullopt : bundle.position();
-    if (!point) {
-      tree.unplacedCount += files;
-      continue;
-    }
-    const std::string key = lookup->placeKey(*point);
-    if (const auto names = lookup->names(key, localeID)) {
-      addFiles(countries[names->countryName.value_or("")], *names, files);
+  for (const CellFiles& cell : cellsOf(bundles, lookup, tree.unplacedCount)) {
+    if (const auto names = lookup->names(cell.key, localeID)) {
+      addFiles(countries[names->countryName.value_or("")], *names, cell.count);
     } else {
-      tree.unresolvedCount += files;
-      unresolved.emplace(key, *point);
+      tree.unresolvedCount += cell.count;
+      unresolved.emplace(cell.key, cell.firstPoint);
     }
   }
   for (const auto& [name, files] : countries) tree.countries.push_back(countryNode(name, files));

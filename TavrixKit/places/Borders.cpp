@@ -72,9 +72,12 @@ bool Borders::areWithin(const GeoPoint& point, double km) const {
   const double degrees = km / kmPerDegree;
   // Distances are measured on a flat map around the point.
   const double kmOfLongitude = std::cos(point.latitude * std::numbers::pi / 180) * kmPerDegree;
+  const double longitude = std::remainder(point.longitude, 360);
   const auto seen = [&](const GeoPoint& corner) {
-    return Offset{std::remainder(corner.longitude - point.longitude, 360) * kmOfLongitude,
-                  (corner.latitude - point.latitude) * kmPerDegree};
+    double east = corner.longitude - longitude;
+    if (east > 180) east -= 360;
+    if (east < -180) east += 360;
+    return Offset{east * kmOfLongitude, (corner.latitude - point.latitude) * kmPerDegree};
   };
   bool isNear = false;
   const std::size_t last = bandOf(point.latitude + degrees);

@@ -42,18 +42,53 @@ PlaceCells::PlaceCells(const std::vector<GeoPoint>& points, double radiusKm, con
     cells_.push_back({center, keyAt(center), isAtBorder});
   }
   divide(points, clusters.clusterOfPoint);
-  remember(points);
+  remember(points, clusters.clusterOfPoint);
 }
 
-void PlaceCells::remember(const std::vector<GeoPoint>& points) {
+PlaceCells::Neighbours PlaceCells::neighbours() const {
+  PlaceClustering::CenterGrid wide{2 * radiusKm_};
+  if (!wide.isUsable()) return std::nullopt;
+  const auto gridCellOf = [&](const Cell& cell) {
+    return wide.cellOf(PlaceClustering::unitVector(cell.center));
+  };
+  for (std::uint32_t i = 0; i < cells_.size(); ++i) {
+    wide.move(i, std::nullopt, gridCellOf(cells_[i]));
+  }
+  std::vector<std::vector<std::uint32_t>> result(cells_.size());
+  for (std::uint32_t i = 0; i < cells_.size(); ++i) {
+    const auto middle = gridCellOf(cells_[i]);
+    if (!middle) continue;
+    wide.visitAround(*middle, [&](std::uint32_t other) {
+      const double distance = haversineDistanceKm(cells_[i].center, cells_[other].center);
+      if (distance <= 2 * radiusKm_) result[i].push_back(other);
+    });
+  }
+  return result;
+}
+
+void PlaceCells::remember(const std::vector<GeoPoint>& points,
+                          const std::vector<std::uint32_t>& cellOfPoint) {
+  const Neighbours near = neighbours();
   absl::flat_hash_map<std::string, std::uint32_t> indices;
-  for (const GeoPoint& point : points) {
+  const auto indexOf = [&](const std::string& key) {
+    const auto next = static_cast<std::uint32_t>(pointKeys_.size());
+    const auto [index, isNew] = indices.try_emplace(key, next);
+    if (isNew) pointKeys_.push_back(key);
+    return index->second;
+  };
+  std::vector<std::optional<std::uint32_t>> indexOfCell(cells_.size());
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const GeoPoint& point = points[i];
     const auto [found, isNew] = keyOfPoint_.try_emplace({point.latitude, point.longitude}, 0);
     if (!isNew) continue;
-    const auto next = static_cast<std::uint32_t>(pointKeys_.size());
-    const auto [index, isNewKey] = indices.try_emplace(keyAround(point), next);
-    if (isNewKey) pointKeys_.push_back(index->first);
-    found->second = index->second;
+    const auto cell = cellAround(point, cellOfPoint[i], near);
+    if (!cell || cells_[*cell].isAtBorder) {
+      found->second = indexOf(keyIn(cell, point));
+      continue;
+    }
+    auto& index = indexOfCell[*cell];
+    if (!index) index = indexOf(cells_[*cell].key);
+    found->second = *index;
   }
 }
 
@@ -88,21 +123,56 @@ void PlaceCells::visitNear(const GeoPoint& point, Visit visit) const {
 
 std::string PlaceCells::keyOf(const GeoPoint& point) const {
   const auto known = keyOfPoint_.find({point.latitude, point.longitude});
-  return known == keyOfPoint_.end() ? keyAround(point) : pointKeys_[known->second];
+  return known == keyOfPoint_.end() ? keyIn(cellAround(point), point) : pointKeys_[known->second];
 }
 
-std::string PlaceCells::keyAround(const GeoPoint& point) const {
-  std::optional<std::uint32_t> nearest;
-  double least = radiusKm_;
+namespace {
+
+/// Finds the nearest of the cells that it is given, within a radius.
+class NearestCell {
+ public:
+  explicit NearestCell(double radiusKm) : least_(radiusKm) {}
+
+  void consider(std::uint32_t number, double distance) {
+    const bool isBefore = distance < least_ || !nearest_ || number < *nearest_;
+    if (!(distance <= least_) || !isBefore) return;
+    nearest_ = number;
+    least_ = distance;
+  }
+  std::optional<std::uint32_t> number() const { return nearest_; }
+
+ private:
+  std::optional<std::uint32_t> nearest_;
+  double least_;
+};
+
+}  // namespace
+
+std::optional<std::uint32_t> PlaceCells::cellAround(const GeoPoint& point) const {
+  NearestCell nearest{radiusKm_};
   visitNear(point, [&](std::uint32_t number) {
-    const double distance = haversineDistanceKm(cells_[number].center, point);
-    const bool isBefore = distance < least || !nearest || number < *nearest;
-    if (!(distance <= least) || !isBefore) return;
-    nearest = number;
-    least = distance;
+    nearest.consider(number, haversineDistanceKm(cells_[number].center, point));
   });
-  if (!nearest) return keyAt(point);
-  const Cell& cell = cells_[*nearest];
+  return nearest.number();
+}
+
+std::optional<std::uint32_t> PlaceCells::cellAround(const GeoPoint& point, std::uint32_t own,
+                                                    const Neighbours& neighbours) const {
+  // A centre that is as near as that of the own cell is at most twice as far from that.
+  const bool isInside =
+      neighbours && haversineDistanceKm(cells_[own].center, point) <= 0.99 * radiusKm_;
+  if (!isInside) return cellAround(point);
+  NearestCell nearest{radiusKm_};
+  for (const std::uint32_t number : (*neighbours)[own]) {
+    nearest.consider(number, haversineDistanceKm(cells_[number].center, point));
+  }
+  return nearest.number();
+}
+
+std::string PlaceCells::keyIn(const std::optional<std::uint32_t>& number,
+                              const GeoPoint& point) const {
+  if (!number) return keyAt(point);
+  const Cell& cell = cells_[*number];
   if (!cell.isAtBorder) return cell.key;
   const auto side = cell.sides.find(borders_.countryAt(point));
   return side == cell.sides.end() ? keyAt(point) : side->second;

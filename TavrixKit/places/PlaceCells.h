@@ -49,8 +49,18 @@ class PlaceCells {
     std::map<Country, std::string> sides{};  ///< keys by country; only for a cell at a border
   };
 
-  void remember(const std::vector<GeoPoint>& points);
-  std::string keyAround(const GeoPoint& point) const;
+  /// For each cell, those whose centres are at most twice the radius from its own; nullopt if the
+  /// grid is not usable.
+  using Neighbours = std::optional<std::vector<std::vector<std::uint32_t>>>;
+  Neighbours neighbours() const;
+
+  void remember(const std::vector<GeoPoint>& points, const std::vector<std::uint32_t>& cellOfPoint);
+  /// Returns the key of a point whose cell is known; nullopt: it is in no cell.
+  std::string keyIn(const std::optional<std::uint32_t>& cell, const GeoPoint& point) const;
+  std::optional<std::uint32_t> cellAround(const GeoPoint& point) const;
+  /// As cellAround(), for a point that was assigned to the cell `own`, in a fraction of the time.
+  std::optional<std::uint32_t> cellAround(const GeoPoint& point, std::uint32_t own,
+                                          const Neighbours& neighbours) const;
   void divide(const std::vector<GeoPoint>& points, const std::vector<std::uint32_t>& cellOfPoint);
 
   template <typename Visit>

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <random>
 #include <sstream>
 
 #include "foundation/files/FileError.h"
@@ -84,6 +85,26 @@ TEST(GeocodingCache, saving_keepsWhatAnotherProcessHasAddedMeanwhile) {
   EXPECT_EQ(saved({"s", {{"en", {{"41,12", other}}}}}).languages.at("en").at("41,12"), other);
   EXPECT_TRUE(one->lock());
   EXPECT_FALSE(GeocodingCacheFile::save(*openFolder(place.path()), {"s", {}}));
+}
+
+TEST(PlaceCells, pointOfTheLibrary_isInTheNearestCell) {
+  std::mt19937 random{20261123};
+  for (const double spread : {0.01, 0.05, 0.3}) {
+    std::normal_distribution<double> shift{0, spread};
+    std::vector<GeoPoint> points;
+    for (int i = 0; i < 400; ++i) points.push_back({55.7 + shift(random), 37.6 + shift(random)});
+    const PlaceCells cells{points, 2};
+    const auto centers = PlaceClustering::assign(points, 2).centers;
+    for (const GeoPoint& point : points) {
+      std::string expected = PlaceCells::keyAt(point);
+      double least = 2;
+      for (const GeoPoint& center : centers) {
+        const double distance = haversineDistanceKm(center, point);
+        if (distance < least) least = distance, expected = PlaceCells::keyAt(center);
+      }
+      EXPECT_EQ(cells.keyOf(point), expected);
+    }
+  }
 }
 
 TEST(PlaceCells, nearPointsShareACell_andKeysLastFromRunToRun) {
