@@ -9,7 +9,7 @@ namespace tavrix {
 namespace {
 
 // Must be incremented whenever the choice among the places changes.
-constexpr int choiceVersion = 5;
+constexpr int choiceVersion = 6;
 
 bool isRussian(const std::string& localeID) {
   return localeID == "ru" || localeID.starts_with("ru_");

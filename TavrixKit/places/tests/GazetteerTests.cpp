@@ -401,7 +401,7 @@ std::string bytesInPage() {
 
 TEST(Gazetteer, exampleOfTheDescription_isATable) {
   const auto gazetteer = gazetteerOf(bytesInPage());
-  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.5");
+  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.6");
   ASSERT_EQ(gazetteer.table().size(), 1U);
   const GazetteerPlace place = gazetteer.table().at(0);
   EXPECT_EQ(place.point, (GeoPoint{43.73485, 7.41673}));
