@@ -20,7 +20,7 @@ bool FileLanding::giveName(ReadyFile& ready, std::string& path) {
   } catch (const FileError& error) {
     // Some volumes accept the temporary name but not the final one.
     const std::string safe = SafeNames::safePath(ready.target);
-    if (!SafeNames::isRefusal(error) || safe == ready.target) throw;
+    if (!SafeNames::isRefusal(error, ready.target) || safe == ready.target) throw;
     ready.target = safe;
     ready.hasSafeName = true;
   }

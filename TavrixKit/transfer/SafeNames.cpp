@@ -31,7 +31,8 @@ std::string distinct(const std::string& safe, const std::string& planned) {
 
 }  // namespace
 
-bool SafeNames::isRefusal(const FileError& error) {
+bool SafeNames::isRefusal(const FileError& error, std::string_view path) {
+  if (error.code() == EIO) return safePath(path) != path;
   // ENOENT: shares that find no file of such a name and create none.
   return error.code() == EINVAL || error.code() == EILSEQ || error.code() == ENOENT;
 }

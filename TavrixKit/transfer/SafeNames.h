@@ -12,8 +12,9 @@ namespace tavrix {
 namespace SafeNames {
 
 /// Returns true if an operation that creates or renames a file or a folder failed in a way in which
-/// volumes refuse a name.
-bool isRefusal(const FileError& error);
+/// volumes refuse the name of `path`. An I/O error is a refusal only if the name has another safe
+/// form: some shares report nothing better.
+bool isRefusal(const FileError& error, std::string_view path);
 
 /// Returns the form of a file name that such volumes accept. A name with a forbidden character
 /// (FolderName), or with a full stop or a space at its end, is sanitised like the name of a folder;

@@ -187,7 +187,7 @@ std::optional<FileStatus> TransferWorker::statusOf(const PlannedFile& file) cons
   try {
     return run_.destination_.status(file.relativePath);
   } catch (const FileError& error) {
-    if (SafeNames::isRefusal(error)) return std::nullopt;
+    if (SafeNames::isRefusal(error, file.relativePath)) return std::nullopt;
     throw;
   }
 }
@@ -228,7 +228,9 @@ std::unique_ptr<WritableFile> TransferWorker::createPart(ReadyFile& ready) {
   } catch (const FileError& error) {
     const std::string safe = SafeNames::safePath(ready.target);
     // A repair puts files back exactly where they were.
-    if (!SafeNames::isRefusal(error) || safe == ready.target || run_.setup_.replacement) throw;
+    if (!SafeNames::isRefusal(error, ready.target) || safe == ready.target ||
+        run_.setup_.replacement)
+      throw;
     ready.part = SafeNames::partPath(ready.target);
     ready.target = safe;
     ready.hasSafeName = true;
@@ -260,9 +262,10 @@ bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
     fail(index, TransferFailures::hasOtherSize(name, expected, wholeSize, language));
     return false;
   }
-  if (const auto date = file.asset.captureDate()) setDate(*part, *date);
   part->startWriteback();
   part->close();
+  // After the file was closed, because some volumes date a file then.
+  if (const auto date = file.asset.captureDate()) setDate(ready.part, *date);
   ready.sha256 = digest_.finish();
   ready.size = expected;
   ready.isMisnamed = isJpegName(lastPathComponent(ready.target)) && !isConverted(file.conversion) &&
@@ -278,9 +281,9 @@ bool TransferWorker::download(std::size_t index, ReadyFile& ready) {
   return true;
 }
 
-void TransferWorker::setDate(WritableFile& part, Instant date) const {
+void TransferWorker::setDate(const std::string& part, Instant date) const {
   try {
-    part.setModificationTime(date);
+    run_.destination_.setModificationTime(part, date);
   } catch (const FileError& error) {
     // A volume that does not keep such dates still keeps the picture.
     if (stopsRun(error, run_.destination_)) throw;
@@ -317,7 +320,7 @@ void TransferWorker::convert(ReadyFile& ready) {
     const auto status = destination.status(output);
     if (!status || status->size == 0) throw ConversionError{ConversionFailure::wrongResult};
     if (status->size != reported) run_.ledger_.sizeMismatched();
-    if (const auto date = file.asset.captureDate()) destination.setModificationTime(output, *date);
+    if (const auto date = file.asset.captureDate()) setDate(output, *date);
     ready.sha256 = landing_.digestOf(output);
     ready.size = status->size;
   } catch (const ConversionError& error) {

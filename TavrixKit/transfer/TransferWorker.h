@@ -36,7 +36,7 @@ class TransferWorker {
   std::unique_ptr<WritableFile> createPart(ReadyFile& ready);
   /// Returns false if the bytes are not those that the phone listed; the outcome is then recorded.
   bool download(std::size_t index, ReadyFile& ready);
-  void setDate(WritableFile& part, Instant date) const;
+  void setDate(const std::string& part, Instant date) const;
   void convert(ReadyFile& ready);
   void keepOriginal(ReadyFile& ready, ConversionFailure failure);
   std::uint64_t convertInto(const std::string& output, const ReadyFile& ready);

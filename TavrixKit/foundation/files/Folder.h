@@ -34,7 +34,6 @@ class WritableFile {
   virtual void append(std::span<const std::byte> bytes) = 0;
   /// Replaces bytes that were already appended, from `offset` on.
   virtual void overwrite(std::uint64_t offset, std::span<const std::byte> bytes) = 0;
-  virtual void setModificationTime(Instant time) = 0;
   /// Asks the system to start writing the bytes to stable storage, without waiting for it.
   virtual void startWriteback() = 0;
   /// Waits until the content and the status are on stable storage.
@@ -112,8 +111,10 @@ class Folder {
 
   /// Returns false if the folder was removed or moved away, or its volume is gone. Never throws.
   virtual bool exists() const = 0;
-  /// Returns the number of bytes that can still be written.
+  /// Returns the number of bytes that can still be written, or `unknownFreeBytes` if the volume
+  /// does not report it, as some shares do not.
   virtual std::uint64_t freeBytes() const = 0;
+  static constexpr std::uint64_t unknownFreeBytes = std::uint64_t{1} << 62U;
   /// Locks the folder for this process until the object is destroyed. Returns false if another
   /// process keeps the lock for longer than a moment. If the volume has no locks, returns true.
   virtual bool lock() = 0;

@@ -90,7 +90,7 @@ TEST_P(RefusedNamesTest, filesGetTheirSafeForm_andAreKnownOnTheNextRun) {
             0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Codes, RefusedNamesTest, testing::Values(EINVAL, ENOENT));
+INSTANTIATE_TEST_SUITE_P(Codes, RefusedNamesTest, testing::Values(EINVAL, ENOENT, EIO));
 
 TEST(RefusedNames, filesOfOneShot_getTheSameNumber) {
   for (const int threads : {1, 4}) {

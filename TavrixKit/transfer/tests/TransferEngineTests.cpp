@@ -316,6 +316,20 @@ TEST_F(TransferEngineTest, conversion_succeeds_andKeepsTheDate) {
             1U);
 }
 
+TEST_F(TransferEngineTest, volumeThatDatesFilesWhenTheyAreClosed_keepsTheDateOfTheShot) {
+  destination.faults().closed = [&](const std::string& path) {
+    openFolder(folder.path())->setModificationTime(path, Instant{std::chrono::hours{1}});
+  };
+  TextConverter converter;
+  setup.converter = &converter;
+  const auto copied = planOf(1, 10);
+  const auto converted = planAt("d/IMG_1.jpg", 1000, planned_conversion::Jpeg{0.8});
+  for (const TransferPlan& plan : {copied, converted}) {
+    EXPECT_THAT(kindsOf(run(plan)), ElementsAre("copied"));
+    EXPECT_EQ(destination.status(pathsOf(plan)[0])->modified, plan.files[0].asset.captureDate());
+  }
+}
+
 TEST_F(TransferEngineTest, conversion_thatFails_keepsTheOriginalUnderItsName) {
   TextConverter failing;
   failing.fails = true;

@@ -58,13 +58,10 @@ void PosixWritableFile::overwrite(std::uint64_t offset, std::span<const std::byt
 std::array<struct timespec, 2> modificationTimes(Instant time) {
   const auto second = std::chrono::floor<std::chrono::seconds>(time);
   const auto rest = std::chrono::nanoseconds{time - second};
-  return {{{0, UTIME_OMIT}, {second.time_since_epoch().count(), static_cast<long>(rest.count())}}};
-}
-
-void PosixWritableFile::setModificationTime(Instant time) {
-  const auto times = modificationTimes(time);
-  if (::futimens(descriptor_.number(), times.data()) != 0)
-    throw FileError{FileOperation::write, path_, errno};
+  // Drivers of some volumes set both times or none, so that of the last access cannot be left out.
+  struct timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+  return {{now, {second.time_since_epoch().count(), static_cast<long>(rest.count())}}};
 }
 
 void PosixWritableFile::startWriteback() {

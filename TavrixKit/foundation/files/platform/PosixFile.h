@@ -29,8 +29,8 @@ class PosixFileReader : public ByteReader {
   std::string path_;
 };
 
-/// Returns the arguments that make the utimens functions set the modification time and keep the
-/// access time.
+/// Returns the arguments that make the utimens functions set the modification time, and the
+/// access time to the present.
 std::array<struct timespec, 2> modificationTimes(Instant time);
 
 class PosixWritableFile : public WritableFile {
@@ -40,7 +40,6 @@ class PosixWritableFile : public WritableFile {
 
   void append(std::span<const std::byte> bytes) override;
   void overwrite(std::uint64_t offset, std::span<const std::byte> bytes) override;
-  void setModificationTime(Instant time) override;
   void startWriteback() override;
   void sync() override;
   void close() override;

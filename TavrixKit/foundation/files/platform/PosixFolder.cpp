@@ -367,6 +367,7 @@ bool PosixFolder::exists() const { return isAt(AT_FDCWD, path_.c_str(), *root_);
 std::uint64_t PosixFolder::freeBytes() const {
   struct statvfs raw{};
   if (::fstatvfs(root_->number(), &raw) != 0) fail(FileOperation::status, "", errno);
+  if (raw.f_blocks == 0) return unknownFreeBytes;
   return static_cast<std::uint64_t>(raw.f_bavail) * raw.f_frsize;
 }
 

@@ -74,9 +74,10 @@ inline FaultRule refusingNames(int code = EINVAL) {
 /// The differences of a FaultyFolder from the folder behind it. Set them before the folder is used.
 struct FolderFaults {
   FaultRule rule;
-  std::function<bool()> exists;              ///< replaces exists()
-  std::function<std::uint64_t()> freeBytes;  ///< replaces freeBytes()
-  std::optional<bool> lock;                  ///< the result of lock(); nothing is locked
+  std::function<bool()> exists;                         ///< replaces exists()
+  std::function<std::uint64_t()> freeBytes;             ///< replaces freeBytes()
+  std::optional<bool> lock;                             ///< the result of lock(); nothing is locked
+  std::function<void(const std::string& path)> closed;  ///< called after a written file is closed
 };
 
 class FaultyFile : public WritableFile {
@@ -98,10 +99,6 @@ class FaultyFile : public WritableFile {
     ask(FileOperation::write);
     inner_->overwrite(offset, bytes);
   }
-  void setModificationTime(Instant time) override {
-    ask(FileOperation::status);
-    inner_->setModificationTime(time);
-  }
   void startWriteback() override { inner_->startWriteback(); }
   void sync() override {
     ask(FileOperation::sync);
@@ -110,6 +107,7 @@ class FaultyFile : public WritableFile {
   void close() override {
     ask(FileOperation::close);
     inner_->close();
+    if (faults_->closed) faults_->closed(path_);
   }
 
  private:

@@ -110,7 +110,6 @@ class LosingFolder : public FaultyFolder {
       entry_->content.replace(offset, bytes.size(), reinterpret_cast<const char*>(bytes.data()),
                               bytes.size());
     }
-    void setModificationTime(Instant time) override { inner_->setModificationTime(time); }
     void startWriteback() override { inner_->startWriteback(); }
     void sync() override {
       inner_->sync();

@@ -32,6 +32,7 @@ class StatusTeller {
   void operator()(const destination_state::Missing&) { tell(sentences::destinationWillBeMade); }
   void operator()(const destination_state::Ready& ready) {
     const std::uint64_t needed = neededBytes(state_);
+    if (ready.freeBytes == Folder::unknownFreeBytes) return;
     if (needed > ready.freeBytes) {
       advice_.status = say(language_, shared::spaceHint, bytesText(language_, needed),
                            bytesText(language_, ready.freeBytes));

@@ -37,6 +37,8 @@ TEST(DestinationAdvice, everyState_isSaidBeforeThePress) {
   EXPECT_EQ(advice(state::Ready{8'000'000}).button, "Перенести 21 файл");
   EXPECT_EQ(advice(state::Ready{1'000'000}).tone, Tone::warning);
   EXPECT_THAT(advice(state::Ready{1'000'000}).status, HasSubstr("Нужно 5,0\u00A0МБ"));
+  EXPECT_EQ(advice(state::Ready{Folder::unknownFreeBytes}).status, "");
+  EXPECT_EQ(advice(state::Ready{Folder::unknownFreeBytes}).button, "Перенести 21 файл");
   EXPECT_EQ(advice(state::Missing{}).tone, Tone::quiet);
   EXPECT_EQ(advice(state::Busy{}).tone, Tone::warning);
   const auto refused = advice(
