@@ -94,7 +94,7 @@ inline constexpr Sentence<> datesFromNamesHelp{
     "Если у снимка из папки нет своей даты, её даёт имя: IMG-20200131-WA0001.jpg.",
     "A shot from a folder without a date of its own gets it from its name: "
     "IMG-20200131-WA0001.jpg."};
-inline constexpr Sentence<> cameraDays{"Дни по часам камеры", "Days by the Camera’s Clock"};
+inline constexpr Sentence<> cameraDays{"Дни по часам камеры", "Days by the camera’s clock"};
 inline constexpr Sentence<> cameraDaysHelp{
     "Снимок остаётся в том дне, который был на часах камеры, в какой бы стране его ни сняли.",
     "A shot stays on the day that the camera’s clock showed, wherever it was taken."};
