@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "archives/ZipRecords.h"
 #include "archives/ZipVerification.h"
 #include "archives/ZipWriter.h"
 #include "foundation/tests/support/FaultyFolder.h"
@@ -195,6 +196,81 @@ TEST_F(ZipTest, sizesAroundTheLimits_needTheRecordsThatTheyNeed) {
   EXPECT_EQ(overhead(0xFFFFFFFF), overhead(0) + 56 + 20 + 20 + 20);
 }
 
+/// Returns the little-endian number of `count` bytes at a place in a record.
+std::uint64_t numberAt(const std::string& record, std::size_t at, std::size_t count) {
+  std::uint64_t value = 0;
+  for (std::size_t i = count; i > 0; --i) {
+    value = value << 8U | static_cast<unsigned char>(record.at(at + i - 1));
+  }
+  return value;
+}
+
+TEST(ZipRecords, numbersBeyondThirtyTwoBits_areInTheLargeFieldOfBothRecords) {
+  constexpr std::uint64_t size = std::uint64_t{5} << 30U;
+  constexpr std::uint64_t offset = std::uint64_t{6} << 30U;
+  constexpr std::uint64_t elsewhere = 0xFFFFFFFF;
+  const ZippedEntry large{{"a", size, Instant{}}, 0, offset};
+  const std::string header = ZipRecords::localHeader(large, TimeZone::utc());
+  EXPECT_EQ(numberAt(header, 4, 2), 45U) << "the version that is needed";
+  for (const std::size_t at : {18U, 22U}) EXPECT_EQ(numberAt(header, at, 4), elsewhere);
+  // The field follows the name of one letter and the field of the time.
+  constexpr std::size_t field = 1 + 9;
+  EXPECT_EQ(numberAt(header, 30 + field, 4), 0x0010'0001U);
+  for (const std::size_t at : {4U, 12U}) EXPECT_EQ(numberAt(header, 30 + field + at, 8), size);
+
+  const std::string listed = ZipRecords::directoryEntry(large, TimeZone::utc());
+  for (const std::size_t at : {20U, 24U, 42U}) EXPECT_EQ(numberAt(listed, at, 4), elsewhere);
+  EXPECT_EQ(numberAt(listed, 46 + field, 4), 0x0018'0001U);
+  for (const std::size_t at : {4U, 12U}) EXPECT_EQ(numberAt(listed, 46 + field + at, 8), size);
+  EXPECT_EQ(numberAt(listed, 46 + field + 20, 8), offset);
+
+  const ZippedEntry behind{{"b", 5, Instant{}}, 0, offset};
+  const std::string last = ZipRecords::directoryEntry(behind, TimeZone::utc());
+  EXPECT_EQ(numberAt(last, 6, 2), 45U);
+  EXPECT_EQ(numberAt(last, 24, 4), 5U);
+  EXPECT_EQ(numberAt(last, 46 + field, 4), 0x0008'0001U);
+  EXPECT_EQ(numberAt(last, 46 + field + 4, 8), offset);
+}
+
+TEST(ZipRecords, directoryOfAllThatTheOldFormCounts_hasTheLargeEnd) {
+  EXPECT_EQ(ZipRecords::directoryEnd(65'534, 1, 1).size(), 22U);
+  EXPECT_EQ(ZipRecords::directoryEnd(65'535, 1, 1).size(), 56U + 20 + 22);
+}
+
+TEST(ZipRecords, timeThatAFieldCannotHold_isLeftOutOrTheNearestOne) {
+  const auto headerOf = [](const char* date) {
+    return ZipRecords::localHeader({{"a", 0, *parseIso8601(date)}, 0, 0}, TimeZone::utc());
+  };
+  EXPECT_EQ(headerOf("2038-01-19T03:14:07Z").size(), 30U + 1 + 9);
+  EXPECT_EQ(headerOf("2038-01-19T03:14:08Z").size(), 30U + 1);
+  // Years from 1980 on, months, days, hours, minutes and pairs of seconds.
+  constexpr std::uint64_t latest = 127U << 25U | 12U << 21U | 31U << 16U | 23U << 11U | 59U << 5U;
+  EXPECT_EQ(numberAt(headerOf("2107-12-31T23:59:58Z"), 10, 4), latest + 29);
+  EXPECT_EQ(numberAt(headerOf("2108-01-01T00:00:00Z"), 10, 4), latest + 29);
+}
+
+TEST(ZipRecords, mode_isThatOfTheEntryOnUnix) {
+  const ZippedEntry zipped{{"a", 0, Instant{}, 0600}, 0, 0};
+  const std::string listed = ZipRecords::directoryEntry(zipped, TimeZone::utc());
+  EXPECT_EQ(numberAt(listed, 5, 1), 3U) << "the system on which it was made";
+  EXPECT_EQ(numberAt(listed, 40, 2), 0100600U);
+}
+
+TEST_F(ZipTest, progress_addsUpToTheContent) {
+  const std::string content = manyBytes(2'500'000);
+  const auto file = folder.createFile("a.zip");
+  ZipWriter writer{*file, TimeZone::utc()};
+  std::uint64_t sum = 0;
+  const auto received = [&](std::uint64_t bytes) { sum += bytes; };
+  TextBytes bytes{content};
+  writer.add({"a", content.size(), Instant{}}, bytes, received);
+  EXPECT_EQ(sum, content.size());
+  writer.finish();
+  file->close();
+  ZipVerification::verify(opened(), writer.entries(), received);
+  EXPECT_EQ(sum, 2 * content.size());
+}
+
 TEST_F(ZipTest, readingBack_findsWhatWasDamaged) {
   const auto entries = pack({{"a/1.jpg", "0123456789"}, {"a/2.jpg", manyBytes(2'000'000)}});
   const std::string whole = temporary.read("a.zip");
@@ -237,29 +313,22 @@ TEST_F(ZipTest, readingBack_findsWhatWasDamaged) {
 }
 
 TEST_F(ZipTest, namesThatLeadElsewhere_areRefused) {
-  const std::vector<std::string> unsafe{"",
-                                        "/a",
-                                        "../a",
-                                        "a/../b",
-                                        "a/..",
-                                        "a//b",
-                                        "a/",
-                                        "./a",
-                                        "C:\\a",
-                                        "c:a",
-                                        "..\\a",
-                                        "a\\..",
-                                        "\\\\a\\b",
-                                        "a\nb",
-                                        std::string("a\0b", 3),
-                                        "a\xFF.jpg",
-                                        std::string(65'536, 'a')};
+  const std::vector<std::string> unsafe{"",          "/a",
+                                        "../a",      "a/../b",
+                                        "a/..",      "a//b",
+                                        "a/",        "./a",
+                                        "C:\\a",     "c:a",
+                                        "..\\a",     "a\\..",
+                                        "\\\\a\\b",  "a\nb",
+                                        "a\x7F",     std::string("a\0b", 3),
+                                        "a\xFF.jpg", std::string(65'536, 'a')};
   for (const std::string& name : unsafe) {
     EXPECT_EQ(failure([&] { pack({{name, "x"}}); }), Kind::unsafeName) << name.substr(0, 20);
   }
   for (const std::string name : {"a", "a b/…/..c", "IMG_0001 (2).HEIC", ".a", "a\\b"}) {
     EXPECT_EQ(failure([&] { pack({{name, "x"}}); }), std::nullopt) << name;
   }
+  EXPECT_EQ(failure([&] { pack({{std::string(65'535, 'a'), "x"}}); }), std::nullopt);
   EXPECT_EQ(failure([&] { pack({{"a", "x"}, {"b", ""}, {"a", ""}}); }), Kind::duplicateName);
 }
 
