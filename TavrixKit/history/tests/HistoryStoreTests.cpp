@@ -79,6 +79,48 @@ TEST_F(HistoryStoreTest, queries_chooseRuns) {
   EXPECT_THAT(store.runsOfAsset("100APPLE/IMG_2.HEIC", {.phone = "iPhone"}), IsEmpty());
 }
 
+TEST_F(HistoryStoreTest, outcome_choosesRunsAndTheirFiles) {
+  using Outcome = TransferRecord::Outcome;
+  using Filter = TransferRecord::OutcomeFilter;
+  const std::vector<std::pair<Outcome, Filter>> pairs{{Outcome::onMac, Filter::onMac},
+                                                      {Outcome::alreadyThere, Filter::alreadyThere},
+                                                      {Outcome::failed, Filter::failed},
+                                                      {Outcome::optimized, Filter::optimized}};
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    TransferRecord record = smallRecord(static_cast<int>(i), "2026-05-20T12:00:00Z");
+    record.folders[0].shots[0].outcome = pairs[i].first;
+    record.totals = totalsOf(record.folders);
+    store.add(record);
+  }
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    EXPECT_THAT(listed({.outcome = pairs[i].second}), ElementsAre(static_cast<int>(i)));
+  }
+  // A run of which one shot failed and another one arrived.
+  TransferRecord mixed = smallRecord(9, "2026-05-21T12:00:00Z");
+  TransferRecord::Shot other = mixed.folders[0].shots[0];
+  other.outcome = Outcome::failed;
+  other.files[0].name = "other";
+  mixed.folders[0].shots.push_back(other);
+  mixed.totals = totalsOf(mixed.folders);
+  store.add(mixed);
+  const auto failed = store.runsOfAsset(other.files[0].assetID, {.outcome = Filter::failed});
+  ASSERT_EQ(failed.size(), 2U);
+  EXPECT_EQ(failed[0].run.id, idOf(9));
+  EXPECT_EQ(failed[0].file.name, "other");
+}
+
+TEST_F(HistoryStoreTest, destinationAtTheRootOrWithASlash_holdsItsFiles) {
+  store.add(smallRecord(1, "2026-05-20T12:00:00Z", "/"));
+  store.add(smallRecord(2, "2026-05-21T12:00:00Z", "/photos//"));
+  const auto touching = [&](const std::string& path) {
+    std::vector<int> numbers;
+    for (const auto& [run, file] : store.runsTouching(path)) numbers.push_back(run.id.bytes[0]);
+    return numbers;
+  };
+  EXPECT_THAT(touching("/2026-05-20/IMG_1.HEIC"), ElementsAre(1));
+  EXPECT_THAT(touching("/photos/2026-05-20/IMG_1.HEIC"), ElementsAre(2));
+}
+
 TEST_F(HistoryStoreTest, damagedAndNewerRecords_arePassedOverAndLeftAlone) {
   store.add(smallRecord(1, "2026-05-20T12:00:00Z"));
   store.add(smallRecord(2, "2026-05-21T12:00:00Z"));
@@ -130,6 +172,36 @@ TEST_F(HistoryStoreTest, index_neverHidesWhatTheFilesSay) {
   EXPECT_TRUE(store.remove(idOf(1)));
   EXPECT_FALSE(store.remove(idOf(1)));
   EXPECT_THAT(listed(), ElementsAre(2));
+}
+
+TEST_F(HistoryStoreTest, index_saysOfARunWhatItsRecordSays) {
+  store.add(fullRecord());
+  for (int look = 0; look < 2; ++look) {
+    EXPECT_THAT(store.runs(), ElementsAre(summaryOf(fullRecord()))) << "look " << look;
+  }
+  // A change that keeps the size of the file.
+  EXPECT_TRUE(store.update(fullRecord().id, [](TransferRecord record) {
+    record.phoneHash = std::string(64, 'b');
+    return record;
+  }));
+  EXPECT_EQ(store.runs().at(0).phoneHash, std::string(64, 'b'));
+}
+
+TEST_F(HistoryStoreTest, removedRun_isNeitherInTheFolderNorInTheIndex) {
+  store.add(fullRecord());
+  store.runs();
+  FaultyFolder watched{openFolder(place.path())};
+  std::vector<std::pair<FileOperation, std::string>> operations;
+  watched.faults().rule = [&](FileOperation operation, const std::string& path) {
+    operations.emplace_back(operation, path);
+  };
+  HistoryStore removing{watched, log};
+  EXPECT_TRUE(removing.remove(fullRecord().id));
+  EXPECT_EQ(operations.back(), std::pair(FileOperation::sync, std::string{}))
+      << "a power cut does not bring it back";
+  EXPECT_THAT(listed(), IsEmpty());
+  EXPECT_THAT(place.read(HistoryIndex::fileName),
+              testing::Not(testing::HasSubstr(fullRecord().id.text())));
 }
 
 TEST_F(HistoryStoreTest, placeNames_areAddedLater) {

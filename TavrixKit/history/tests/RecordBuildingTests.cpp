@@ -74,7 +74,7 @@ TEST(RecordBuilding, shot_goesByTheWorstOfItsFiles) {
   };
   const AssetBundle failed = run.add("a", names(1));
   run.end(failed, 0, FileOutcome::Copied{});
-  run.end(failed, 1, FileOutcome::Failed{"нет файла"}, std::nullopt);
+  run.end(failed, 1, FileOutcome::Failed{"нет файла", {.code = "notInSource"}}, std::nullopt);
   run.planFile(failed, 2);
   const AssetBundle unreached = run.add("a", names(2));
   run.end(unreached, 0, FileOutcome::Copied{});
@@ -93,6 +93,7 @@ TEST(RecordBuilding, shot_goesByTheWorstOfItsFiles) {
   EXPECT_THAT(statesOf(a[0]),
               ElementsAre("failed", "original onMac", "liveVideo failed", "sidecar notReached"));
   EXPECT_EQ(a[0].files[1].reason, "нет файла");
+  EXPECT_EQ(a[0].files[1].reasonCode, ReasonCode{.code = "notInSource"});
   EXPECT_EQ(a[0].files[1].savedName, std::nullopt);
   EXPECT_EQ(a[0].files[1].bytes, 1000U) << "of the file on the phone";
   EXPECT_THAT(statesOf(a[1]),
@@ -102,12 +103,34 @@ TEST(RecordBuilding, shot_goesByTheWorstOfItsFiles) {
   EXPECT_TRUE(record.folders[1].shots[0].files[1].keptOriginal);
   EXPECT_THAT(statesOf(a[2]), ElementsAre("alreadyThere", "original alreadyThere",
                                           "liveVideo alreadyThere", "sidecar off"));
+  EXPECT_EQ(a[2].files[0].path, "d/IMG_4 (2).HEIC");
   EXPECT_EQ(a[2].files[0].savedName, "IMG_4 (2).HEIC");
   EXPECT_THAT(statesOf(record.folders[2].shots[0]), ElementsAre("optimized", "original off"));
 
   const Record::Totals& totals = record.totals;
   EXPECT_EQ(totals, (Record::Totals{5, 1, 1, 1, 1, 21}));
   EXPECT_EQ(totals.notReached(), 1U);
+}
+
+TEST(RecordBuilding, shot_hasDateAndPositionOfItsPicture) {
+  const Instant taken{std::chrono::hours{24 * 365}};
+  const MediaAsset asset{"1/A.JPG",    "A.JPG",     std::nullopt,         MediaKind::photo,
+                         7U,           taken,       GeoPoint{41.9, 12.5}, false,
+                         std::nullopt, std::nullopt};
+  TestRun run;
+  run.shots.push_back({BundleBuilder::makeBundles({asset}).at(0), "d", std::nullopt});
+  const Record::Shot shot = run.record().folders.at(0).shots.at(0);
+  EXPECT_EQ(shot.captureDate, taken);
+  EXPECT_EQ(shot.latitude, 41.9);
+  EXPECT_EQ(shot.longitude, 12.5);
+}
+
+TEST(RecordBuilding, folder_hasThePlaceOfItsFirstShotThatHasOne) {
+  TestRun run;
+  for (const char* const name : {"1/A.JPG", "1/B.JPG", "1/C.JPG"}) run.add("d", {name});
+  run.shots[1].place = Record::Place{{{"en", "Rome"}}, "IT", 41.9, 12.5};
+  run.shots[2].place = Record::Place{{{"en", "Oslo"}}, "NO", 59.9, 10.7};
+  EXPECT_EQ(run.record().folders.at(0).place, run.shots[1].place);
 }
 
 TEST(RecordBuilding, filter_keepsOnlyWhatItShows) {

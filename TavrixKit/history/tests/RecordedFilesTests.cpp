@@ -31,19 +31,21 @@ struct RecordedFiles : testing::Test {
   }
 
   StringSet found(std::uint64_t sizeBytes = 10,
-                  const std::string& captureDate = "2026-05-19T12:00:00Z") {
+                  const std::optional<std::string>& captureDate = "2026-05-19T12:00:00Z") {
     const std::string name = "IMG_1.HEIC";
-    return recordedFiles(store, phone,
-                         {*BundleBuilder::bundle("100APPLE/IMG_1", {{still,
-                                                                     name,
-                                                                     "100APPLE",
-                                                                     MediaKind::photo,
-                                                                     sizeBytes,
-                                                                     parseIso8601(captureDate),
-                                                                     std::nullopt,
-                                                                     false,
-                                                                     {},
-                                                                     {}}})});
+    return recordedFiles(
+        store, phone,
+        {*BundleBuilder::bundle("100APPLE/IMG_1",
+                                {{still,
+                                  name,
+                                  "100APPLE",
+                                  MediaKind::photo,
+                                  sizeBytes,
+                                  captureDate ? parseIso8601(*captureDate) : std::nullopt,
+                                  std::nullopt,
+                                  false,
+                                  {},
+                                  {}}})});
   }
 
   TemporaryFolder place;
@@ -75,6 +77,18 @@ TEST_F(RecordedFiles, anotherPictureOfTheSameName_isNotTheRecordedOne) {
   add(2, "2026-05-20T02:00:00Z", [](auto& run) { run.options.photoFormat = "jpeg"; });
   EXPECT_THAT(found(11), UnorderedElementsAre(still))
       << "the size of the converted file is its own";
+}
+
+TEST_F(RecordedFiles, pictureWithoutADate_isFoundByItsName) {
+  add(1, "2026-05-20T01:00:00Z",
+      [](auto& run) { run.folders[0].shots[0].captureDate = std::nullopt; });
+  EXPECT_THAT(found(10, std::nullopt), UnorderedElementsAre(still));
+  EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(RecordedFiles, recordThatTellsNoSize_countsForAnySize) {
+  add(1, "2026-05-20T01:00:00Z", [](auto& run) { run.folders[0].shots[0].files[0].bytes = 0; });
+  EXPECT_THAT(found(), UnorderedElementsAre(still));
 }
 
 TEST_F(RecordedFiles, damagedRecord_isPassedOver) {

@@ -105,6 +105,20 @@ TEST(TransferRecordCoding, whatDoesNotFit_isNamedByItsPlace) {
   }
 }
 
+TEST(TransferRecordCoding, fieldsThatAnOlderRecordLacks_haveTheirInitialValues) {
+  Record record = fullRecord();
+  record.options = {};
+  std::string json = encode(record);
+  const auto begin = json.find("\"options\": {") + 12;
+  json.erase(begin, json.find('}', begin) - begin);
+  EXPECT_EQ(decode(json).options, Record::Options{});
+  EXPECT_FALSE(decode(replaced(json, R"("keptOriginal": true)", R"("others": true)"))
+                   .folders[0]
+                   .shots[0]
+                   .files[0]
+                   .keptOriginal);
+}
+
 TEST(TransferRecordCoding, olderForm_givesTheFolderThePlaceOfItsFirstShotThatHasOne) {
   const std::string json = R"({
     "schemaVersion": 1, "id": "AB000000-0000-0000-0000-000000000001",
@@ -145,6 +159,9 @@ TEST(Verdict, everyEnding_isWordedInBothLanguages) {
             isMac ? "Все снимки на Mac/All snapshots are on the Mac"
                   : "Все снимки на компьютере/All snapshots are on this computer");
   EXPECT_EQ(both(Record::Status::completedWithFailures), "Не перенеслось: 22/Not transferred: 22");
+  totals.failed = 0;
+  EXPECT_EQ(both(Record::Status::completedWithFailures),
+            "Источник прочитан не полностью/The source was read only in part");
   EXPECT_EQ(both(Record::Status::cancelled), "Перенос прерван/Transfer interrupted");
   EXPECT_EQ(both(Record::Status::interrupted), both(Record::Status::cancelled));
 
