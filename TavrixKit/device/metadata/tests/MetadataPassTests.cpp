@@ -242,8 +242,19 @@ TEST_F(MetadataPassTest, stateFolderThatCannotBeWritten_costsTheCacheAlone) {
   folder.write("state", "a file");
   const auto result = run();
   EXPECT_TRUE(result.isComplete);
+  EXPECT_FALSE(result.isKept);
   EXPECT_EQ(completed[3].px, 103);
   EXPECT_THAT(log.lines(), testing::Contains(testing::HasSubstr("metadata cache not saved")));
+}
+
+TEST_F(MetadataPassTest, passWithoutACache_saysThatNothingIsKept) {
+  const auto withoutCache = [&](std::vector<SnapshotItem> all) {
+    MetadataPass pass{{.phoneKey = "P", .directory = std::nullopt, .now = [&] { return time; }}};
+    return pass.run(all, [](std::size_t) { return MediaMetadata{}; }).isKept;
+  };
+  EXPECT_FALSE(withoutCache(items));
+  EXPECT_TRUE(withoutCache({})) << "nothing was read";
+  EXPECT_TRUE(run().isKept);
 }
 
 TEST_F(MetadataPassTest, legacyRecords_areHitsAndBecomeLines) {

@@ -237,6 +237,89 @@ TEST(MetadataReader, offsetOfAFilm_isReadInEveryForm) {
   }
 }
 
+TEST(MetadataReader, jpegWithTablesAndFillBytesBeforeItsFrame_hasTheSizeOfTheFrame) {
+  using namespace testbytes;
+  const std::string tables = segment(0xC4, std::string(17, '\x01')) + segment(0xCC, "\x01\x02");
+  const MediaMetadata metadata = read(jpeg(tables + "\xFF\xFF" + frame(4032, 3024)));
+  EXPECT_EQ(metadata.px, 4032);
+  EXPECT_EQ(metadata.py, 3024);
+}
+
+TEST(MetadataReader, exifText_isReadWithoutWhatFollowsIt) {
+  using namespace testbytes;
+  const MediaMetadata metadata =
+      read(jpeg(exifSegment(capture("2026:05:20 12:00:00.123", "+02:00  "))));
+  EXPECT_EQ(metadata.exifDate, "2026:05:20 12:00:00");
+  EXPECT_EQ(metadata.exifOffset, "+02:00");
+}
+
+/// Big-endian, as some cameras write their raw files, with everything in the first directory.
+TEST(MetadataReader, rawPicture_mayTellAllInItsFirstDirectory) {
+  using namespace testbytes;
+  TiffBuilder builder;
+  builder.add({whole(0x100, 4032), whole(0x101, 3024), rationals(0x829A, {1, 250}),
+               text(0x9003, "2026:05:20 12:00:00"), text(0x9011, "+03:00")});
+  EXPECT_EQ(read(builder.bytes()),
+            metadata("2026:05:20 12:00:00", "+03:00", {}, {}, 4032, 3024, true));
+}
+
+TEST(MetadataReader, everyFormOfWebpAndGif_tellsItsSize) {
+  using namespace testbytes;
+  const auto webpOf = [](const std::string& type, const std::string& content) {
+    const std::string part = "WEBP" + type + reversed(number(content.size(), 4)) + content;
+    return "RIFF" + reversed(number(part.size(), 4)) + part;
+  };
+  const auto size = metadata(nullptr, nullptr, {}, {}, 4032, 3024, false);
+  // A lossless picture has both sides less one in 14 bits each, a lossy one has two bits for its
+  // scaling above those of each side.
+  EXPECT_EQ(read(webpOf("VP8L", "\x2F" + reversed(number(3023U << 14U | 4031U, 4)) + "picture")),
+            size);
+  EXPECT_EQ(read(webpOf("VP8 ", std::string{"\x30\x01\0\x9D\x01\x2A", 6} +
+                                    reversed(number(1U << 14U | 4032U, 2)) +
+                                    reversed(number(2U << 14U | 3024U, 2)) + "picture")),
+            size);
+  EXPECT_EQ(read("GIF87a" + reversed(number(4032, 2)) + reversed(number(3024, 2)) + "\x3B;"), size);
+}
+
+TEST(MetadataReader, exifBlockOfAWebp_mayHaveTheMarkOfAJpeg) {
+  using namespace testbytes;
+  const std::string block = std::string{"Exif\0\0", 6} + tiff(rome());
+  const std::string parts = "WEBPVP8X" + reversed(number(10, 4)) + number(0x08000000, 4) +
+                            reversed(number(4031, 3)) + reversed(number(3023, 3)) + "EXIF" +
+                            reversed(number(block.size(), 4)) + block;
+  const MediaMetadata metadata = read("RIFF" + reversed(number(parts.size(), 4)) + parts);
+  EXPECT_EQ(metadata.exifDate, "2026:05:20 12:00:00");
+  EXPECT_EQ(metadata.px, 4032);
+}
+
+TEST(MetadataReader, boxOfNoSize_extendsToTheEndOfTheFile) {
+  using namespace testbytes;
+  const Movie movie{.width = 640, .height = 480, .location = "+41.9012+012.5000/"};
+  const std::string header = moov(movie);
+  const std::string bytes = film(movie).replace(film(movie).size() - header.size(), 4, 4, '\0');
+  EXPECT_EQ(read(bytes), metadata(nullptr, nullptr, 41.9012, 12.5, 640, 480, {}));
+}
+
+TEST(MetadataReader, filmOfSeveralPictures_hasTheSizeOfItsFirst) {
+  using namespace testbytes;
+  const std::string first = moov({.width = 1920, .height = 1080});
+  const std::string second = moov({.width = 160, .height = 120});
+  // The tracks of the second film's header come after those of the first.
+  const std::string both = box("moov", first.substr(8) + second.substr(8));
+  EXPECT_EQ(read(box("ftyp", "qt  ") + both).px, 1920);
+}
+
+TEST(MetadataReader, exifBlockInSeveralPlaces_isNotReadFromTheFirst) {
+  using namespace testbytes;
+  std::string bytes = heif({.width = 8, .height = 6, .exif = rome()});
+  const auto entry = bytes.find("iloc") + 4 + 4 + 2 + 2;
+  // Item, method and file come before the number of extents.
+  ASSERT_EQ(bytes.substr(entry + 6, 2), number(1, 2));
+  EXPECT_TRUE(read(bytes).exifDate);
+  bytes.replace(entry + 6, 2, number(2, 2));
+  EXPECT_FALSE(read(bytes).exifDate);
+}
+
 TEST(MetadataReader, brokenExifSegment_doesNotHideAGoodOne) {
   using namespace testbytes;
   const std::string broken = segment(0xE1, std::string{"Exif\0\0", 6} + "no directory at all");
