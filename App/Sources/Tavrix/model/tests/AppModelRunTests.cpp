@@ -70,6 +70,30 @@ TEST_F(AppModelRunTest, run_copiesWhatIsShownAndCheckedAlone) {
   checkWhole(12);
 }
 
+TEST_F(AppModelRunTest, runUnderWay_hasARecordAlready) {
+  makeReady();
+  phone.beforeFile = [this] {
+    ASSERT_THAT(records, SizeIs(1));
+    EXPECT_EQ(records.begin()->second.status, TransferRecord::Status::interrupted);
+  };
+  transfer();
+  EXPECT_EQ(record().status, TransferRecord::Status::completed);
+  EXPECT_THAT(records, SizeIs(1));
+  EXPECT_EQ(state().progress, std::nullopt);
+}
+
+TEST_F(AppModelRunTest, sourceReadInPart_makesTheRunIncomplete) {
+  ConnectedSource source = phone.source();
+  source.unreadFolders = 2;
+  model->sourceReady(std::move(source), data_origin::Device{"iPhone"});
+  model->setDestination(destination.path());
+  settle();
+  transfer();
+  EXPECT_EQ(report().copied, 12);
+  EXPECT_EQ(record().status, TransferRecord::Status::completedWithFailures);
+  EXPECT_THAT(record().notes, SizeIs(1));
+}
+
 TEST_F(AppModelRunTest, callerThatWantsARunWithoutFiles_getsOneWithItsRecord) {
   makeReady();
   model->setRunsWithoutFiles(true);
@@ -116,11 +140,17 @@ TEST_F(AppModelRunTest, phoneUnplugged_pausesAndGoesOnByItself) {
   plug();
   EXPECT_EQ(transferPausedReason(state(), Language::russian), std::nullopt);
   std::uint64_t verified = 0;
+  std::uint64_t bytesDone = 0;
   const auto subscription = model->subscribe([&](const StateChange& change) {
-    if (change.after.progress) verified = change.after.progress->verifiedCount;
+    if (!change.after.progress) return;
+    verified = change.after.progress->verifiedCount;
+    bytesDone = change.after.progress->bytesDone;
   });
   settle();
   EXPECT_EQ(verified, 12U) << "also the files from before the pause";
+  EXPECT_EQ(bytesDone, 120U);
+  EXPECT_EQ(report().bytesWritten, 120U);
+  EXPECT_EQ(model->run()->outcome.phoneWaits, 1U);
   EXPECT_EQ(report().copied, 12);
   EXPECT_THAT(report().failures, IsEmpty());
   checkWhole(12);
@@ -193,6 +223,18 @@ TEST_F(AppModelRunTest, fullDisk_waitsForSpaceAndGoesOnByItself) {
   checkWhole(12);
   EXPECT_EQ(record().status, TransferRecord::Status::completed);
   EXPECT_TRUE(log.has("transfer: space freed — continuing"));
+}
+
+TEST_F(AppModelRunTest, quotaThatIsUsedUp_isWaitedForLikeAFullDisk) {
+  fullCode = EDQUOT;
+  makeReady();
+  writesUntilFull = 4;
+  transfer();
+  ASSERT_TRUE(isTransferring());
+  writesUntilFull = -1;
+  loop.advance(seconds{5});
+  settle();
+  EXPECT_EQ(report().copied, 12);
 }
 
 TEST_F(AppModelRunTest, diskThatIsFullOfOtherThanBytes_endsTheRunAfterAFewTries) {
@@ -280,6 +322,30 @@ TEST_F(AppModelRunTest, whatChangesWhileAStartIsPrepared_isWhatIsTransferred) {
   settle();
   EXPECT_EQ(report().copied, 3);
   EXPECT_EQ(record().phoneName, "Second");
+}
+
+TEST_F(AppModelRunTest, destinationThatChangesWhileAStartIsPrepared_isTheOneWrittenTo) {
+  makeReady();
+  const TemporaryFolder other;
+  model->startTransfer();
+  model->setDestination(other.path());
+  settle();
+  EXPECT_EQ(report().copied, 12);
+  EXPECT_THAT(filesOnDisk(), IsEmpty());
+  EXPECT_TRUE(other.has("2026-05-20/IMG_0000.HEIC"));
+}
+
+TEST_F(AppModelRunTest, otherDestinationDuringARun_isBusyIfAnotherRunWritesThere) {
+  makeReady();
+  phone.filesUntilUnplugged = 5;
+  transfer();
+  ASSERT_TRUE(isTransferring());
+  const TemporaryFolder other;
+  const auto held = openFolder(other.path());
+  ASSERT_TRUE(held->lock());
+  model->setDestination(other.path());
+  settle();
+  EXPECT_TRUE(std::holds_alternative<destination_state::Busy>(state().destinationState));
 }
 
 TEST_F(AppModelRunTest, cancel_endsTheRunWhereverItIs) {

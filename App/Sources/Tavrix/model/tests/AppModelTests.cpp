@@ -17,6 +17,16 @@ std::vector<std::string> idsOf(const DisplayGroups& groups) {
 
 struct AppModelTest : testing::Test, ModelHarness {};
 
+TEST(LayoutChoice, everyLayout_isFoundAgainInTheSettings) {
+  using enum LayoutChoice;
+  for (const LayoutChoice layout : {days, months, years, events, trips}) {
+    EXPECT_EQ(layoutOf(withLayout({}, layout)), layout);
+  }
+  Settings flat;
+  flat.gathering.uiMode = UIGroupingMode::flat;
+  EXPECT_EQ(layoutOf(flat), std::nullopt);
+}
+
 TEST_F(AppModelTest, phoneThatIsReady_showsItsFoldersAndWhatIsNew) {
   makeReady();
   EXPECT_EQ(state().origin, DataOrigin{data_origin::Device{"iPhone"}});
@@ -38,6 +48,9 @@ TEST_F(AppModelTest, phoneThatIsReady_showsItsFoldersAndWhatIsNew) {
 TEST_F(AppModelTest, phoneThatLeaves_clearsTheScreen) {
   makeReady();
   model->toggleGroup("2026-05-20");
+  model->search("2026");
+  settle();
+  EXPECT_THAT(*state().searchSuggestions, testing::Not(IsEmpty()));
   plug();  // with a grouping under way
   model->sourceGone();
   settle();
@@ -46,9 +59,11 @@ TEST_F(AppModelTest, phoneThatLeaves_clearsTheScreen) {
   EXPECT_THAT(*state().displayGroups, IsEmpty());
   EXPECT_THAT(*state().visibleGroups, IsEmpty());
   EXPECT_EQ(*state().navOutline, NavOutline{});
+  EXPECT_THAT(*state().searchSuggestions, IsEmpty());
   EXPECT_THAT(model->selectedKeys(), IsEmpty());
   EXPECT_EQ(state().newFilesCount, 0);
   EXPECT_TRUE(log.has("device gone: cleared stale catalog"));
+  model->search("");
   plug();
   settle();
   EXPECT_THAT(*state().displayGroups, SizeIs(4));
@@ -130,6 +145,19 @@ TEST_F(AppModelTest, narrowing_countsWhatIsShownAlone) {
   model->toggleGroup("2026-06-02");
   settle();
   EXPECT_EQ(state().newFilesCount, 0);
+
+  model->toggleGroup("2026-05-20");
+  settle();
+  EXPECT_THAT(model->excludedKeys(), ElementsAre("2026-06-02")) << "a hidden folder is left alone";
+  model->includeAll();
+  model->includeNone();
+  model->navigate(nav_selection::NoPlace{});
+  settle();
+  EXPECT_THAT(*state().visibleGroups, SizeIs(5));
+  EXPECT_EQ(state().newFilesCount, 12) << "the hidden folders kept their check marks";
+  model->navigate(nav_selection::Year{2025});
+  settle();
+  EXPECT_THAT(*state().visibleGroups, IsEmpty());
 
   model->navigate(nav_selection::All{});
   model->search("  МАЙ 2026 ");
@@ -236,6 +264,7 @@ TEST_F(AppModelTest, optimizedCopies_areCountedWhetherOrNotTheyAreSkipped) {
   phone.addEditedVersion(13);
   makeReady();
   EXPECT_EQ(state().optimizedCount, 1);
+  EXPECT_EQ(state().navOutline->total, 14) << "files, not shots";
   Settings settings = *state().settings;
   settings.content.editedPolicy = BundleFilter::EditedPolicy::editedOnly;
   model->changeSettings(settings);

@@ -256,6 +256,18 @@ TEST_F(ObserverTest, foldersThatShareOneName_areCountedByAPlan) {
   EXPECT_EQ(state().newFilesCount, 9) << "alone, the second folder's picture takes that place";
 }
 
+TEST_F(ObserverTest, foldersWhoseNamesDifferByCase_areCountedByAPlan) {
+  Settings settings = *state().settings;
+  settings.naming.mergeSameNames = true;
+  settings.naming.nameOverrides = {{"2026-05-20", "Дача"}, {"2026-05-21", "ДАЧА"}};
+  model->changeSettings(settings);
+  makeReady();
+  model->toggleGroup("2026-05-20");
+  EXPECT_FALSE(state().areCountersExact) << "many disks take them for one folder";
+  settle();
+  EXPECT_TRUE(state().areCountersExact);
+}
+
 TEST(StateTopics, everyField_belongsToATopic) {
   const std::vector<std::pair<StateTopic, std::function<void(AppState&)>>> edits{
       {StateTopic::device, [](AppState& s) { s.origin = data_origin::Snapshot{}; }},

@@ -172,7 +172,7 @@ struct ModelHarness {
     auto wrapped = std::make_unique<FaultyFolder>(std::move(folder));
     wrapped->faults().rule = [this](FileOperation operation, const std::string& path) {
       if (operation != FileOperation::write || path.starts_with("phone-")) return;
-      if (writesUntilFull == 0) throw FileError{operation, path, ENOSPC};
+      if (writesUntilFull == 0) throw FileError{operation, path, fullCode};
       if (writesUntilFull > 0) --writesUntilFull;
     };
     wrapped->faults().freeBytes = [this]() -> std::uint64_t {
@@ -231,6 +231,7 @@ struct ModelHarness {
   bool keepsRecords = true;
   int writesUntilFull = -1;  ///< negative: unlimited space
   std::uint64_t freeWhenFull = 3;
+  int fullCode = ENOSPC;  ///< the error of a write without space
   std::unique_ptr<AppModel> model;
 };
 
