@@ -137,6 +137,20 @@ TEST_F(FolderTransferTest, planWithoutFiles_dropsWhatNeverCame) {
   EXPECT_EQ(temporary.read(markerName), settled);
 }
 
+TEST_F(FolderTransferTest, planWithoutFiles_recordsWhatAKilledRunHadLanded) {
+  int savings = 0;
+  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    if (operation == FileOperation::rename && path == markerName && ++savings > 1)
+      throw FileError{operation, path, EIO};
+  };
+  EXPECT_EQ(run().report->copied, 6U);
+  folder.faults().rule = {};
+  EXPECT_EQ(claims(), 6U);
+  EXPECT_EQ(run().report->copied, 0U);
+  EXPECT_EQ(claims(), 0U);
+  EXPECT_EQ(rememberedFiles(), 6U);
+}
+
 TEST_F(FolderTransferTest, killedRun_keepsTheDigestsOfWhatItFound) {
   run();
   onlyNew = false;
@@ -259,6 +273,8 @@ TEST(PlanSummary, foldersOfOneName_areCountedTogether) {
 TEST(Destination, paths_areApartOnlyWhenNeitherHoldsTheOther) {
   const TemporaryFolder temporary;
   temporary.write("phone/media/a", "");
+  temporary.write("linked/snapshot.json", "");
+  std::filesystem::create_directory_symlink(temporary / "phone/media", temporary / "linked/media");
   struct Row {
     std::string source;
     std::string destination;
@@ -272,6 +288,8 @@ TEST(Destination, paths_areApartOnlyWhenNeitherHoldsTheOther) {
                               {"phone", "phone/media/x/y", insideMedia},
                               {"phone", "phone/./out/../media/", insideMedia},
                               {"phone", "phone/out", insideMedia},
+                              {"linked", "phone/media/x", insideMedia},
+                              {"linked", "phone/out", std::nullopt},
                               {"phone", "phone", holdsSource},
                               {"phone", ".", holdsSource}};
   for (const Row& row : rows) {

@@ -15,7 +15,10 @@
 #include "foundation/tests/support/RecordingLog.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "library/PlanSummary.h"
+#include "media/BundleBuilder.h"
 #include "runs/RunRecording.h"
+#include "runs/SpaceWait.h"
+#include "runs/StagedFiles.h"
 #include "runs/Staging.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/TransferPlanner.h"
@@ -173,6 +176,72 @@ TEST(ArchivePlan, namesThatCouldLeadElsewhere_areMadeSafeAndStayDifferent) {
   EXPECT_EQ(entryNames(safe), safe);
 }
 
+TEST(ArchivePlan, settings_sayIntoHowManyArchivesARunGoes) {
+  const CivilDate day{std::chrono::year{2026}, std::chrono::May, std::chrono::day{21}};
+  Settings settings;
+  EXPECT_EQ(packingOf(settings, "iPhone", day), std::nullopt);
+  settings.layout.packAsZip = true;
+  EXPECT_EQ(packingOf(settings, "a/b", day), (Packing{false, false, "a-b 2026-05-21"}));
+  settings.layout.packPerGroup = true;
+  EXPECT_EQ(packingOf(settings, "iPhone", day), (Packing{true, false, "iPhone 2026-05-21"}));
+  settings.gathering.uiMode = UIGroupingMode::flat;
+  EXPECT_EQ(packingOf(settings, "iPhone", day), (Packing{true, true, "iPhone 2026-05-21"}));
+}
+
+TEST(StagedFiles, archive_hasTheTimesOfItsFilesAndNoFileOfADesktop) {
+  std::vector<MediaAsset> assets = assetsOf(1);
+  for (const std::string name : {"undated.HEIC", ".DS_Store"}) {
+    assets.emplace_back(name, name, MediaAsset::Text{}, MediaKind::photo, 5U, std::nullopt,
+                        std::nullopt, false, MediaAsset::Text{}, MediaAsset::Text{});
+  }
+  TransferPlan plan;
+  for (const MediaAsset& asset : assets) {
+    const AssetBundle bundle = BundleBuilder::makeBundles({asset}).at(0);
+    plan.files.push_back({asset, "d/" + std::string{asset.name()}, {}, true, bundle});
+  }
+  StagedFiles files{plan, Language::english};
+  for (std::size_t i = 0; i < plan.files.size(); ++i) {
+    const std::string name{plan.files[i].asset.name()};
+    FileOutcome outcome{name, name, Staging::stagedPath("d/" + name), 5, FileOutcome::Copied{}};
+    files.staged(i, {plan.files[i], outcome, std::nullopt});
+  }
+  const Instant undated{std::chrono::hours{24 * 365}};
+  const ArchiveContent content = files.contentOf({"d", "d.zip", {0, 1, 2}}, undated);
+  ASSERT_EQ(content.entries.size(), 2U);
+  EXPECT_EQ(content.entries[0].modified, assets[0].captureDate());
+  EXPECT_EQ(content.entries[1].name, "d/undated.HEIC");
+  EXPECT_EQ(content.entries[1].modified, undated);
+  EXPECT_EQ(files.report({}).failures.size(), 1U);
+}
+
+TEST(SpaceWait, spaceThatIsJustEnough_isEnough) {
+  const TemporaryFolder temporary;
+  FaultyFolder folder{openFolder(temporary.path())};
+  std::uint64_t free = 99;
+  int sleeps = 0;
+  folder.faults().freeBytes = [&] { return free; };
+  SpaceWait::Setup setup;
+  setup.sleep = [&](auto, const auto&) {
+    ++sleeps;
+    ++free;
+  };
+  SpaceWait wait{setup, folder, {}};
+  const SpaceWait::LogLine noLine = [](Log&, std::uint64_t, std::uint64_t) {};
+  EXPECT_TRUE(wait.await(99, false, noLine));
+  EXPECT_EQ(sleeps, 0);
+  EXPECT_TRUE(wait.await(100, false, noLine));
+  EXPECT_EQ(sleeps, 1);
+}
+
+TEST(RunNotes, filesOfAnUnknownKind_areNamedUpToFive) {
+  Library library;
+  library.leftOut.unknown = {"a.x", "b.x", "c.x", "d.x", "e.x"};
+  EXPECT_THAT(*unknownKindNote(Language::english, library),
+              testing::EndsWith("(a.x, b.x, c.x, d.x, e.x)."));
+  library.leftOut.unknown.push_back("f.x");
+  EXPECT_THAT(*unknownKindNote(Language::english, library), testing::EndsWith(", e.x, …)."));
+}
+
 TEST_F(PackedTransferTest, nameThatCouldLeadElsewhere_isMadeSafeInItsArchive) {
   firstName = "..\\IMG\n.HEIC";
   const RunOutcome outcome = run();
@@ -196,6 +265,13 @@ TEST_F(PackedTransferTest, run_packsEachFolderAndRemembersTheArchives) {
   EXPECT_EQ(snapshots.back().packedGroups, 3U);
   EXPECT_EQ(snapshots.back().packGroupsTotal, 3U);
   EXPECT_EQ(snapshots.back().stageFraction, 1.0);
+  // Each byte of an archive counts when it is written and when it is read back.
+  std::vector<double> fractions;
+  for (const auto& snapshot : snapshots) {
+    const bool isSecond = snapshot.stage == TransferStage::packing && snapshot.packedGroups == 1;
+    if (isSecond) fractions.push_back(snapshot.stageFraction.value());
+  }
+  EXPECT_THAT(fractions, ElementsAre(0, 0.25, 0.5, 0.75, 1));
   // Corrupts a byte of a picture in an archive.
   std::string bytes = temporary.read("1970-01-02.zip");
   bytes.replace(bytes.find("IMG_0003.HEICPK"), 3, "IMH");
@@ -221,6 +297,22 @@ TEST_F(PackedTransferTest, wholeArchive_holdsAllFolders) {
   const RunOutcome outcome = run();
   expectTruth(outcome);
   EXPECT_EQ(outcome.report->files[5].path, "iPhone 2026-05-21.zip/1970-01-03/IMG_0005.HEIC");
+}
+
+TEST_F(PackedTransferTest, nameOfAnArchive_isOnDiskBeforeItsFilesAreForgotten) {
+  std::vector<std::string> steps;
+  folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+    // The other operations may come from several threads.
+    if (operation == FileOperation::rename && path == "1970-01-01.zip") steps.emplace_back("name");
+    if (operation == FileOperation::sync && path.empty()) steps.emplace_back("sync");
+    if (operation == FileOperation::remove && path.ends_with("1970-01-01"))
+      steps.emplace_back("remove");
+  };
+  run();
+  const auto named = std::find(steps.begin(), steps.end(), "name");
+  ASSERT_GE(std::distance(named, steps.end()), 3);
+  EXPECT_EQ(named[1], "sync");
+  EXPECT_THAT(steps, testing::Contains("remove"));
 }
 
 TEST_F(PackedTransferTest, fileThatFails_isMissingFromItsArchiveAlone) {
@@ -437,6 +529,16 @@ TEST_F(PackedTransferTest, leftOvers_goUnlessThePhoneHasThemNoMore) {
   EXPECT_FALSE(temporary.has("1970-01-01/IMG_0000.HEIC"));
   EXPECT_THAT(packingNotes(Language::english, outcome),
               ElementsAre(HasSubstr("does not hold: 2 files;"), HasSubstr("copies (3 files);")));
+}
+
+TEST_F(PackedTransferTest, leftOverOfAFileThatIsInTheDestination_isRemoved) {
+  temporary.write(".Tavrix-staging/d/IMG_0000.HEIC", "IMG_0000.HEIC");
+  TransferPlan plan;
+  plan.skippedKnown = assetsOf(1);
+  const auto content = Destination::read(folder, phone);
+  const auto leftOvers = Staging::settleLeftOvers(folder, content.view.filesOnDisk(), plan);
+  EXPECT_EQ(leftOvers.removed, 1U);
+  EXPECT_THAT(leftOvers.rescued, IsEmpty());
 }
 
 TEST_F(PackedTransferTest, stagingThatIsALink_isNotFollowed) {
