@@ -7,6 +7,7 @@
 #include "foundation/tests/support/FaultyFolder.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "library/PlanSummary.h"
+#include "runs/KnownCard.h"
 #include "transfer/CopyVerification.h"
 #include "transfer/TransferPlanner.h"
 
@@ -268,6 +269,33 @@ TEST(PlanSummary, foldersOfOneName_areCountedTogether) {
   plan.skippedKnown = {plan.files[1].asset, plan.files[5].asset};
   plan.files = {plan.files[0], plan.files[2], plan.files[3], plan.files[4]};
   EXPECT_THAT(folderPlans(library.rows, plan), testing::ElementsAre(FolderPlan{"1970", 4, 40, 2}));
+}
+
+TEST(KnownCard, cardOfWhichHalfIsRecorded_isKnownByTheRecordThatHasMost) {
+  const std::vector<MediaAsset> assets = twoADay(4);
+  const Library library = makeLibrary(assets, {}, "en_US");
+  std::vector<TransferPlanner::NamedGroup> groups;
+  for (const auto& row : library.rows) groups.push_back({row.name, row.group});
+  const TransferPlan plan = TransferPlanner::plan(groups, {});
+  const auto recordOf = [&](const std::string& hash, std::size_t files) {
+    DestinationMarker::PhoneRecord record;
+    record.phoneHash = hash;
+    record.label = "card " + hash;
+    for (std::size_t i = 0; i < files; ++i) {
+      const std::string id{assets[i].id()};
+      record.files.push_back({"d/" + id, 10, std::nullopt, id, std::nullopt});
+    }
+    return record;
+  };
+  DestinationMarker::Marker marker{{recordOf("a", 1)}};
+  EXPECT_EQ(findKnownCard(marker, "own", plan), std::nullopt);
+  marker.records.push_back(recordOf("b", 2));
+  EXPECT_EQ(findKnownCard(marker, "own", plan), (KnownCard{"card b", "b", 2, 4}));
+  marker.records.push_back(recordOf("c", 3));
+  marker.records.push_back(recordOf("d", 2));
+  EXPECT_EQ(findKnownCard(marker, "own", plan), (KnownCard{"card c", "c", 3, 4}));
+  EXPECT_EQ(findKnownCard(marker, "a", plan), std::nullopt) << "a card that is known by its own";
+  EXPECT_EQ(findKnownCard(marker, "own", {}), std::nullopt);
 }
 
 TEST(Destination, paths_areApartOnlyWhenNeitherHoldsTheOther) {
