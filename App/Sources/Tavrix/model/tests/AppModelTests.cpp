@@ -1,5 +1,7 @@
 // The display of the model and how it follows the choices.
 
+#include "media/PlaceLookup.h"
+#include "model/Narrowing.h"
 #include "model/tests/support/ModelHarness.h"
 
 namespace tavrix {
@@ -171,6 +173,27 @@ TEST_F(AppModelTest, narrowing_countsWhatIsShownAlone) {
   EXPECT_EQ(state().newFilesCount, 0);
 }
 
+TEST_F(AppModelTest, folder_isFoundByTheNamesOfItsPlaces) {
+  struct OneCity : PlaceLookup {
+    std::string placeKey(const GeoPoint&) const override { return "cell"; }
+    std::optional<PlaceNames> names(const std::string&, const std::string&) const override {
+      PlaceNames names;
+      names.city = "Коломна";
+      return names;
+    }
+  };
+  const auto library =
+      std::make_shared<const Library>(makeLibrary(phone.assets(), initial, "ru_RU"));
+  const LibraryFacts facts =
+      makeFacts(library, {initial, "ru_RU", std::make_shared<OneCity>(), "ru_RU"});
+  EXPECT_THAT(facts.outline.places, ElementsAre(NavOutline::Place{"Коломна", 12}));
+  const auto finds = [&](const char* text) {
+    return Narrowing{nav_selection::All{}, text}.shows(facts.groups.front());
+  };
+  EXPECT_TRUE(finds("КОЛОМ"));
+  EXPECT_FALSE(finds("Рязань"));
+}
+
 TEST_F(AppModelTest, foldersThatStay_areTheSameObjects) {
   makeReady();
   const auto before = *state().displayGroups;
@@ -293,6 +316,11 @@ TEST_F(AppModelTest, optimizedCopies_areCountedWhetherOrNotTheyAreSkipped) {
   model->includeAll();
   settle();
   EXPECT_EQ(state().optimizedCount, 1);
+  model->toggleGroup("2026-05-24");
+  settings.content.skipOptimized = true;
+  model->changeSettings(settings);
+  settle();
+  EXPECT_EQ(state().optimizedCount, 0) << "its folder is unchecked, though it is not shown now";
 }
 
 }  // namespace
