@@ -437,6 +437,16 @@ TEST_F(AppModelRunTest, questionAboutReducedCopies_isAskedAtEveryPress) {
   checkWhole(13);
 }
 
+TEST_F(AppModelRunTest, destination_isFreeForOthersAsSoonAsAQuestionIsAsked) {
+  phone.addFile(12, true);
+  makeReady();
+  model->startTransfer();
+  while (transferring.runOne() || loop.runOne()) {
+  }
+  ASSERT_TRUE(optimizedConfirmPresented(state()));
+  EXPECT_FALSE(Destination::isBusy(destination.path())) << "also while the background is busy";
+}
+
 TEST_F(AppModelRunTest, reducedCopiesThatAreSkipped_goWithTheShotsOfTheirEvents) {
   // Each event begins on the evening before the day that names its folder when these copies are
   // skipped.
