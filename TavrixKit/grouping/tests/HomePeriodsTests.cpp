@@ -35,7 +35,7 @@ class Life {
   const std::vector<MediaAsset>& shots() const { return shots_; }
 
   /// Returns "km: first…last; km: first…last".
-  std::string periods(GroupingSettings settings = {}) const {
+  std::string periods(const GroupingSettings& settings = {}) const {
     const auto bundles = BundleBuilder::makeBundles(shots_);
     const auto dated = shotsByDate(bundles, settings.clock()).dated;
     std::string text;

@@ -156,7 +156,7 @@ void WindowSession::readFolder(const std::string& path) {
   show(opened_source::Reading{path});
   const std::uint64_t number = readingNumber_;
   const std::weak_ptr<const bool> life = life_;
-  const auto onLoop = [this, life, number](auto task) {
+  const auto onLoop = [this, life, number](const auto& task) {
     surroundings_.loop.post([this, life, number, task] {
       if (life.lock() && number == readingNumber_) task();
     });
