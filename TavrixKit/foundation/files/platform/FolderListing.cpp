@@ -9,6 +9,7 @@
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 #include "foundation/files/FileError.h"
@@ -119,8 +120,12 @@ void visitTogether(int folder, const std::vector<std::string>& names, Listing& l
   constexpr std::size_t mostThreads = 4;
   const std::size_t cores = std::max(2U, std::thread::hardware_concurrency());
   std::vector<std::jthread> others;
-  while (others.size() + 1 < std::min({cores, mostThreads, names.size()})) {
-    others.emplace_back(work);
+  try {
+    while (others.size() + 1 < std::min({cores, mostThreads, names.size()})) {
+      others.emplace_back(work);
+    }
+  } catch (const std::system_error&) {
+    // The system has no more threads; this one does the rest.
   }
   work();
 }
