@@ -30,6 +30,11 @@ struct HistoryStoreTest : testing::Test {
     return numbers;
   }
   std::vector<int> listed(const HistoryQuery& query = {}) { return numbersOf(store.runs(query)); }
+  std::vector<int> touching(const std::string& path) {
+    std::vector<int> numbers;
+    for (const auto& [run, file] : store.runsTouching(path)) numbers.push_back(run.id.bytes[0]);
+    return numbers;
+  }
 };
 
 TEST_F(HistoryStoreTest, record_readByANewStore_isTheSame) {
@@ -66,11 +71,6 @@ TEST_F(HistoryStoreTest, queries_chooseRuns) {
   EXPECT_THAT(listed({.outcome = TransferRecord::OutcomeFilter::failed}), ElementsAre(2));
   EXPECT_THAT(listed({.outcome = TransferRecord::OutcomeFilter::optimized}), IsEmpty());
 
-  const auto touching = [&](const std::string& path) {
-    std::vector<int> numbers;
-    for (const auto& [run, file] : store.runsTouching(path)) numbers.push_back(run.id.bytes[0]);
-    return numbers;
-  };
   EXPECT_THAT(touching("/photos/2026-05-20/IMG_1.HEIC"), ElementsAre(1));
   EXPECT_THAT(touching("/photos/later/2026-05-20/IMG_1.HEIC"), ElementsAre(2));
   EXPECT_THAT(touching("/photos/2026-05-20"), IsEmpty());
@@ -112,11 +112,6 @@ TEST_F(HistoryStoreTest, outcome_choosesRunsAndTheirFiles) {
 TEST_F(HistoryStoreTest, destinationAtTheRootOrWithASlash_holdsItsFiles) {
   store.add(smallRecord(1, "2026-05-20T12:00:00Z", "/"));
   store.add(smallRecord(2, "2026-05-21T12:00:00Z", "/photos//"));
-  const auto touching = [&](const std::string& path) {
-    std::vector<int> numbers;
-    for (const auto& [run, file] : store.runsTouching(path)) numbers.push_back(run.id.bytes[0]);
-    return numbers;
-  };
   EXPECT_THAT(touching("/2026-05-20/IMG_1.HEIC"), ElementsAre(1));
   EXPECT_THAT(touching("/photos/2026-05-20/IMG_1.HEIC"), ElementsAre(2));
 }

@@ -23,6 +23,8 @@ SpaceWait::SpaceWait(Setup setup, const Folder& destination, std::stop_token sto
 bool SpaceWait::await(std::uint64_t needed, bool wasFull, const LogLine& logLine) {
   std::uint64_t free = destination_.freeBytes();
   if (free >= needed && !wasFull) return !stop_.stop_requested();
+  // It was full, whatever else the volume reports.
+  if (free == Folder::unknownFreeBytes) free = 0;
   Log& log = setup_.log == nullptr ? silentLog() : *setup_.log;
   logLine(log, needed, free);
   if (setup_.paused) {

@@ -231,6 +231,15 @@ TEST(SpaceWait, spaceThatIsJustEnough_isEnough) {
   EXPECT_EQ(sleeps, 0);
   EXPECT_TRUE(wait.await(100, false, noLine));
   EXPECT_EQ(sleeps, 1);
+
+  // A volume that does not report its space was full all the same.
+  folder.faults().freeBytes = [] { return Folder::unknownFreeBytes; };
+  std::vector<std::optional<RunPause>> pauses;
+  setup.paused = [&](const auto& pause) { pauses.push_back(pause); };
+  SpaceWait full{setup, folder, {}};
+  EXPECT_TRUE(full.await(100, true, noLine));
+  EXPECT_EQ(sleeps, 2);
+  EXPECT_THAT(pauses, ElementsAre(run_pause::DiskFull{100, 0}, std::nullopt));
 }
 
 TEST(RunNotes, filesOfAnUnknownKind_areNamedUpToFive) {
