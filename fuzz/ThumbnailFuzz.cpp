@@ -15,7 +15,7 @@ using namespace tavrix;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string body{reinterpret_cast<const char*>(data), size};
   // No mutation finds the digest, so it is put right.
-  const std::string bytes = "tavrix-thumbnail 1 " + sha256Hex(body) + "\n" + body;
+  const std::string bytes = "tavrix-thumbnail 2 " + sha256Hex(body) + "\n" + body;
   const auto entry = ThumbnailFile::decode(bytes, "K", "1");
   if (entry) {
     const std::string again = ThumbnailFile::encode("K", *entry, "1");

@@ -123,6 +123,16 @@ std::optional<EmbeddedPicture> wholeFile(RangedReader& file, const FileBytes& fe
   return picture;
 }
 
+std::optional<EmbeddedPicture> choose(Choice& choice, RangedReader& file, const FileBytes& fetched,
+                                      const Wanted& wanted) {
+  if (auto picture = choice.largeEnough(wanted.leastSide)) return picture;
+  if (wanted.prefersWholeToSmaller) {
+    if (auto picture = wholeFile(file, fetched, choice.found(), wanted)) return picture;
+  }
+  if (auto picture = choice.largest()) return picture;
+  return wholeFile(file, fetched, choice.found(), wanted);
+}
+
 }  // namespace
 
 std::optional<EmbeddedPicture> EmbeddedPictures::find(RangedReader& file, const Wanted& wanted) {
@@ -133,12 +143,9 @@ std::optional<EmbeddedPicture> EmbeddedPictures::find(RangedReader& file, const 
   const auto format = mediaFormatOf(fetched);
   if (!format) return std::nullopt;
   Choice choice{file, fetched, partsOf(fetched, *format)};
-  if (auto picture = choice.largeEnough(wanted.leastSide)) return picture;
-  if (wanted.prefersWholeToSmaller) {
-    if (auto picture = wholeFile(file, fetched, choice.found(), wanted)) return picture;
-  }
-  if (auto picture = choice.largest()) return picture;
-  return wholeFile(file, fetched, choice.found(), wanted);
+  auto picture = choose(choice, file, fetched, wanted);
+  if (picture) picture->filmLength = choice.found().filmLength;
+  return picture;
 }
 
 }  // namespace tavrix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 
@@ -22,6 +23,8 @@ struct EmbeddedPicture {
   PictureRequest request;   ///< without longestSide
   std::uint32_t width = 0;  ///< pixels of `request.bytes`, before any rotation; 0 if unknown
   std::uint32_t height = 0;
+  /// The playing time of a film; nullopt for a picture, and if the file does not say it.
+  std::optional<std::chrono::milliseconds> filmLength{};
 };
 
 /// Finds pictures inside a file without decoding any. Only containers are parsed, within limits;

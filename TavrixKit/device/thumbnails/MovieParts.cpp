@@ -76,6 +76,29 @@ std::optional<PicturePart> keyFrame(FileBytes& file, const Track& track) {
   return part;
 }
 
+/// Returns the playing time in the header of a film. Returns nullopt if it is absent or unknown, as
+/// in a film of fragments.
+std::optional<std::chrono::milliseconds> filmLength(FileBytes& file, const IsoBox& movie) {
+  const auto header = IsoBoxes::find(file, movie.begin, movie.end, "mvhd");
+  const auto version = header ? file.at(header->begin, 1) : std::nullopt;
+  if (!version) return std::nullopt;
+  // Version, flags and two dates come before the units per second and the length in units.
+  const bool isLong = version->front() != 0;
+  const std::uint64_t unitsAt = isLong ? 20 : 12;
+  const std::size_t lengthBytes = isLong ? 8 : 4;
+  if (header->length() < unitsAt + 4 + lengthBytes) return std::nullopt;
+  const auto bytes = file.at(header->begin + unitsAt, 4 + lengthBytes);
+  if (!bytes) return std::nullopt;
+  const std::uint64_t unitsInSecond = bigEndian(bytes->substr(0, 4));
+  const std::uint64_t length = bigEndian(bytes->substr(4));
+  constexpr std::uint64_t longestSeconds = std::uint64_t{1000} * 60 * 60;
+  if (unitsInSecond == 0 || length == 0 || length / unitsInSecond > longestSeconds) {
+    return std::nullopt;
+  }
+  // Within the limit a length times a thousand fits.
+  return std::chrono::milliseconds{length * 1000 / unitsInSecond};
+}
+
 }  // namespace
 
 void fetchAfterMedia(FileBytes& file) {
@@ -96,6 +119,7 @@ PictureParts movieParts(FileBytes& file) {
   fetchAfterMedia(file);
   const auto header = IsoBoxes::find(file, 0, file.size(), "moov");
   const auto track = header ? filmTrack(file, *header) : std::nullopt;
+  if (header) result.filmLength = filmLength(file, *header);
   if (!track) return result;
   if (auto part = keyFrame(file, *track)) result.parts.push_back(std::move(*part));
   return result;

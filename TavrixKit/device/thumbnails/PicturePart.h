@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -32,6 +33,7 @@ struct PictureParts {
   PixelSize full;       ///< 0 × 0 if unknown
   int orientation = 1;  ///< Exif orientation of the full picture and of parts that are JPEG files
   bool isDecodable = true;  ///< false if the whole file needs a raw developer
+  std::optional<std::chrono::milliseconds> filmLength{};  ///< of a film, if its header has it
 };
 
 /// One function per format. They throw only what the file's RangedReader throws.

@@ -29,7 +29,7 @@ std::string ThumbnailKey::text() const {
 namespace ThumbnailFile {
 namespace {
 
-constexpr std::string_view magic = "tavrix-thumbnail 1 ";
+constexpr std::string_view magic = "tavrix-thumbnail 2 ";
 constexpr std::size_t digestDigits = 64;
 constexpr std::string_view quickText = "quick";
 constexpr std::string_view sharpText = "sharp";
@@ -42,6 +42,9 @@ std::string bodyOf(const std::string& key, const ThumbnailEntry& entry,
   const auto* const kept = std::get_if<KeptThumbnail>(&entry);
   if (kept != nullptr) {
     const bool isQuick = kept->quality == KeptThumbnail::Quality::quick;
+    if (kept->filmLength) {
+      json.field("filmMilliseconds", static_cast<std::uint64_t>(kept->filmLength->count()));
+    }
     json.field("height", kept->image.height).field("key", key);
     json.field("quality", isQuick ? quickText : sharpText).field("width", kept->image.width);
   } else {
@@ -61,6 +64,13 @@ std::optional<std::uint32_t> pixels(const JsonValue& head, std::string_view fiel
   return static_cast<std::uint32_t>(*number);
 }
 
+std::optional<std::chrono::milliseconds> filmLength(const JsonValue& head) {
+  const JsonValue* const value = head.member("filmMilliseconds");
+  const auto number = value == nullptr ? std::nullopt : value->asUnsigned();
+  if (!number || *number > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
+  return std::chrono::milliseconds{*number};
+}
+
 bool holds(const JsonValue& head, std::string_view field, std::string_view text) {
   const JsonValue* const value = head.member(field);
   return value != nullptr && value->asString() != nullptr && *value->asString() == text;
@@ -78,7 +88,8 @@ std::optional<ThumbnailEntry> entryOf(const JsonValue& head, std::string_view pi
   const bool isKnown = isQuick || holds(head, "quality", sharpText);
   if (!width || !height || !isKnown || picture.empty()) return std::nullopt;
   return KeptThumbnail{{*width, *height, std::string{picture}},
-                       isQuick ? KeptThumbnail::Quality::quick : KeptThumbnail::Quality::sharp};
+                       isQuick ? KeptThumbnail::Quality::quick : KeptThumbnail::Quality::sharp,
+                       filmLength(head)};
 }
 
 }  // namespace

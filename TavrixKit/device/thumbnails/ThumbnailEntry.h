@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -44,6 +45,7 @@ struct KeptThumbnail {
   };
   SmallImage image;
   Quality quality = Quality::sharp;
+  std::optional<std::chrono::milliseconds> filmLength{};  ///< see EmbeddedPicture
 };
 /// A file without a picture that the program can show.
 struct NotShowable {

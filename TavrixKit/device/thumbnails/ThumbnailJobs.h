@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -24,7 +25,8 @@ struct ThumbnailAnswer {
   State state = State::notNow;
   /// Upright, in sRGB. With State::notNow the one shown so far, or null.
   std::shared_ptr<const SmallImage> image{};
-  bool isFinal = false;  ///< no further answer will come
+  bool isFinal = false;                                   ///< no further answer will come
+  std::optional<std::chrono::milliseconds> filmLength{};  ///< see EmbeddedPicture
 };
 
 /// The receiver of the answers to one request.

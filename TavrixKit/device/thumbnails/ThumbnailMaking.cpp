@@ -58,14 +58,14 @@ class Making {
       : tools_(tools), order_(order), decode_(decode) {}
 
   ThumbnailOutcome quick() const {
-    if (auto image = desktopThumbnail()) return {Kind::final, std::move(image)};
+    if (auto image = desktopThumbnail()) return {Kind::final, std::move(image), filmLength()};
     const auto file = open();
     auto picture = tools_.find(*file, order_.asset, enoughSide(), false);
     auto image = picture ? decoded(*picture) : nullptr;
     if (image == nullptr) return {Kind::absent};
     const std::uint32_t full = std::max(picture->request.fullWidth, picture->request.fullHeight);
     const bool isFinal = isEnough(*image) || (full > 0 && longestSide(*image) >= full);
-    return {isFinal ? Kind::final : Kind::preliminary, std::move(image)};
+    return {isFinal ? Kind::final : Kind::preliminary, std::move(image), picture->filmLength};
   }
 
   ThumbnailOutcome sharp() const {
@@ -80,7 +80,7 @@ class Making {
       if (whole && whole->origin == EmbeddedPicture::Origin::whole) better(best, decoded(*whole));
     }
     if (best == nullptr) return {Kind::notShowable};
-    return {Kind::final, std::move(best)};
+    return {Kind::final, std::move(best), picture ? picture->filmLength : std::nullopt};
   }
 
  private:
@@ -99,6 +99,13 @@ class Making {
   static void better(Image& best, Image image) {
     if (image == nullptr) return;
     if (best == nullptr || longestSide(*image) > longestSide(*best)) best = std::move(image);
+  }
+
+  /// Returns what the file itself says, for a thumbnail that does not say it.
+  std::optional<std::chrono::milliseconds> filmLength() const {
+    if (order_.asset.kind() != MediaKind::video) return std::nullopt;
+    const auto picture = tools_.find(*open(), order_.asset, enoughSide(), false);
+    return picture ? picture->filmLength : std::nullopt;
   }
 
   std::unique_ptr<RangedReader> open() const {
@@ -155,7 +162,8 @@ std::optional<ThumbnailEntry> entryOf(const ThumbnailOutcome& outcome) {
   if (outcome.image == nullptr) return std::nullopt;
   const bool isFinal = outcome.kind == Kind::final;
   return KeptThumbnail{*outcome.image,
-                       isFinal ? KeptThumbnail::Quality::sharp : KeptThumbnail::Quality::quick};
+                       isFinal ? KeptThumbnail::Quality::sharp : KeptThumbnail::Quality::quick,
+                       outcome.filmLength};
 }
 
 }  // namespace
@@ -167,7 +175,7 @@ ThumbnailOutcome ThumbnailMaking::lookUp(const ThumbnailKey& key) const {
   if (kept == nullptr) return {Kind::notShowable};
   const bool isFinal = kept->quality == KeptThumbnail::Quality::sharp;
   return {isFinal ? Kind::final : Kind::preliminary,
-          std::make_shared<const SmallImage>(std::move(kept->image))};
+          std::make_shared<const SmallImage>(std::move(kept->image)), kept->filmLength};
 }
 
 ThumbnailOutcome ThumbnailMaking::make(const ThumbnailOrder& order,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -69,6 +70,7 @@ struct ThumbnailOutcome {
   };
   Kind kind = Kind::absent;
   std::shared_ptr<const SmallImage> image{};
+  std::optional<std::chrono::milliseconds> filmLength{};  ///< see EmbeddedPicture
 };
 
 /// Makes thumbnails on the threads of workers. The members may be called on several threads at once

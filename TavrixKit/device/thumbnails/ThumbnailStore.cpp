@@ -9,6 +9,7 @@ namespace tavrix {
 
 using Step = ThumbnailOrder::Step;
 using Kind = ThumbnailOutcome::Kind;
+using State = ThumbnailAnswer::State;
 using ReceiverHandle = std::shared_ptr<ThumbnailReceiver>;
 
 /// The state of a store. Everything except the making of orders happens on the main loop. Posted
@@ -53,7 +54,7 @@ class ThumbnailStore::Desk : public std::enable_shared_from_this<Desk> {
                   const ReceiverHandle& receiver) {
     const ThumbnailKey key = ThumbnailKey::of(asset, source_, longestSide);
     if (!isPictureKind(asset.kind())) {
-      const ThumbnailAnswer answer{ThumbnailAnswer::State::notShowable, nullptr, true};
+      const ThumbnailAnswer answer{State::notShowable, nullptr, true};
       loop_.post([receiver, answer] { give(receiver, answer); });
       return key.text();
     }
@@ -176,11 +177,11 @@ class ThumbnailStore::Desk : public std::enable_shared_from_this<Desk> {
     job.running.reset();
     switch (outcome.kind) {
       case Kind::final:
-        return finish(key, job, {ThumbnailAnswer::State::shown, outcome.image, true});
+        return finish(key, job, {State::shown, outcome.image, true, outcome.filmLength});
       case Kind::notShowable:
         return finish(key, job, {ThumbnailAnswer::State::notShowable, nullptr, true});
       case Kind::preliminary: {
-        const ThumbnailAnswer shown{ThumbnailAnswer::State::shown, outcome.image, false};
+        const ThumbnailAnswer shown{State::shown, outcome.image, false, outcome.filmLength};
         job.last = shown;
         job.step = Step::sharp;
         jobs_.enqueue(job);
@@ -195,7 +196,7 @@ class ThumbnailStore::Desk : public std::enable_shared_from_this<Desk> {
         // If the source was just taken away, the next one is to be asked. A failed copy is not
         // read again; the source is, when the transfer ends. The job rests.
         if (wasStopped) return jobs_.enqueue(job);
-        if (!landed_) answer(job, {ThumbnailAnswer::State::notNow, job.quick(), false});
+        if (!landed_) answer(job, {State::notNow, job.quick(), false});
         return;
     }
   }

@@ -106,6 +106,19 @@ Compared comparedPauses(Language language, Instant::duration gap, double limitHo
   return {timeApart(language, gap.count(), limitHours), hoursText(language, limitHours)};
 }
 
+std::string durationText(std::chrono::seconds duration) {
+  const std::chrono::hh_mm_ss time{duration};
+  if (time.hours().count() == 0) {
+    return fmt::format("{}:{:02}", time.minutes().count(), time.seconds().count());
+  }
+  return fmt::format("{}:{:02}:{:02}", time.hours().count(), time.minutes().count(),
+                     time.seconds().count());
+}
+
+std::string durationInUnits(Language language, std::chrono::seconds duration) {
+  return timeText(language, std::chrono::milliseconds{duration}.count(), hours);
+}
+
 std::string distanceText(Language language, double km) {
   return withUnit(language, fmt::format("{:.0f}", km), "км", "km");
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 #include "foundation/GeoPoint.h"
@@ -19,6 +20,12 @@ struct Compared {
 Compared comparedDistances(Language language, double km, double limitKm);
 /// Compares times in hours and smaller units, or in days and hours from a hundred hours on.
 Compared comparedPauses(Language language, Instant::duration gap, double limitHours);
+
+/// Returns a time as a clock that runs shows it: "0:35", "12:05" or "1:02:03".
+std::string durationText(std::chrono::seconds duration);
+/// Returns a time with its units: "1 ч 2 мин 3 с". For screen readers, which take "1:02" for a time
+/// of day.
+std::string durationInUnits(Language language, std::chrono::seconds duration);
 
 /// Returns a distance in whole kilometres.
 std::string distanceText(Language language, double km);

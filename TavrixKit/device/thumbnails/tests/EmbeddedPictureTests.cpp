@@ -13,6 +13,7 @@ namespace {
 
 using namespace testbytes;
 using EmbeddedPictures::Wanted;
+using namespace std::chrono_literals;
 using Origin = EmbeddedPicture::Origin;
 
 std::optional<EmbeddedPicture> found(std::string_view bytes, const Wanted& wanted = {}) {
@@ -189,6 +190,26 @@ TEST(EmbeddedPicture, keyFrame_isAFilmOfItsOwn) {
     // The new film has the same key frame, and nothing else.
     EXPECT_EQ(found(picture->request.bytes)->request.bytes, picture->request.bytes);
   }
+}
+
+TEST(EmbeddedPicture, film_comesWithItsLength) {
+  const std::string early = number(0, 12);
+  const std::string long64 = number(1, 1) + number(0, 19);
+  const std::vector<std::pair<std::string, std::optional<std::chrono::milliseconds>>> rows{
+      {early + number(600, 4) + number(4'500, 4), 7'500ms},
+      {early + number(1'000, 4) + number(1, 4), 1ms},
+      {long64 + number(48'000, 4) + number(48'000ULL * 3'600, 8), 1h},
+      {early + number(600, 4) + number(0, 4), std::nullopt},         // a film of fragments
+      {early + number(1, 4) + number(0xFFFFFFFF, 4), std::nullopt},  // unknown
+      {early + number(0, 4) + number(600, 4), std::nullopt},
+      {early + number(600, 4) + number(0, 3), std::nullopt},  // cut off
+      {"", std::nullopt}};
+  for (const auto& [header, length] : rows) {
+    const auto picture = found(shortFilm({.filmHeader = header}));
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->filmLength, length) << testing::PrintToString(header);
+  }
+  EXPECT_EQ(found(photo({}))->filmLength, std::nullopt);
 }
 
 TEST(EmbeddedPicture, damagedFile_staysWithinLimits) {

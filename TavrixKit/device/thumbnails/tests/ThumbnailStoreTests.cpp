@@ -201,15 +201,42 @@ TEST_F(ThumbnailStoreTest, transfer_hasTheSourceForItself) {
   EXPECT_THAT(awaitAnswers(2), testing::UnorderedElementsAre("a 200", "c 202"));
 }
 
-TEST_F(ThumbnailStoreTest, thumbnailOfAnotherProgram_sparesTheFile) {
-  folder.write("a", "picture");
-  const auto status = openFolder(folder.path())->status("a").value();
+/// Writes a file and the thumbnail that another program made of it.
+void writeWithThumbnail(const TemporaryFolder& folder, const std::string& name) {
+  folder.write(name, "picture");
+  const auto status = openFolder(folder.path())->status(name).value();
   const auto seconds = std::chrono::floor<std::chrono::seconds>(status.modified);
-  const std::string uri = DesktopThumbnails::uriOf(folder / "a");
+  const std::string uri = DesktopThumbnails::uriOf(folder / name);
   folder.write("desktop/large/" + md5Hex(uri) + ".png",
                testbytes::desktopPng(
                    256, {"Thumb::URI=" + uri,
                          "Thumb::MTime=" + std::to_string(seconds.time_since_epoch().count())}));
+}
+
+TEST_F(ThumbnailStoreTest, film_comesWithItsLength) {
+  files = {{"quick", "200 0 7"}, {"sharp", "100 300 8"}, {"other", "200 0 9"}};
+  writeWithThumbnail(folder, "other");
+  const auto requestAll = [this] {
+    std::vector<ThumbnailRequest> requests;
+    for (const char* const id : {"quick", "sharp", "other"}) {
+      requests.push_back(request(id, ThumbnailPriority::onScreen, MediaKind::video));
+    }
+    return requests;
+  };
+  const auto first = requestAll();
+  EXPECT_THAT(awaitAnswers(4),
+              testing::UnorderedElementsAre("quick 200 7000ms", "sharp 100 8000ms…",
+                                            "sharp 300 8000ms", "other 256 9000ms"));
+  openStore(1);
+  takeLog();
+  const auto again = requestAll();
+  EXPECT_THAT(awaitAnswers(3), testing::UnorderedElementsAre("quick 200 7000ms", "sharp 300 8000ms",
+                                                             "other 256 9000ms"));
+  EXPECT_THAT(takeLog(), IsEmpty()) << "from the cache";
+}
+
+TEST_F(ThumbnailStoreTest, thumbnailOfAnotherProgram_sparesTheFile) {
+  writeWithThumbnail(folder, "a");
   const auto a = request("a");
   const auto b = request("b");
   EXPECT_THAT(awaitAnswers(2), testing::UnorderedElementsAre("a 256", "b 201"));

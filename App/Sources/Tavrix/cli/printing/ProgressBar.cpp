@@ -6,6 +6,7 @@
 #include "cli/printing/Table.h"
 #include "cli/sentences/CliSentences.h"
 #include "foundation/Text.h"
+#include "text/Measures.h"
 
 namespace tavrix::cli {
 namespace {

@@ -86,13 +86,4 @@ double shareOf(std::uint64_t done, std::uint64_t total) {
   return total == 0 ? 0 : std::min(1.0, static_cast<double>(done) / static_cast<double>(total));
 }
 
-std::string durationText(std::chrono::seconds duration) {
-  const std::chrono::hh_mm_ss time{duration};
-  if (time.hours().count() == 0) {
-    return fmt::format("{}:{:02}", time.minutes().count(), time.seconds().count());
-  }
-  return fmt::format("{}:{:02}:{:02}", time.hours().count(), time.minutes().count(),
-                     time.seconds().count());
-}
-
 }  // namespace tavrix::cli

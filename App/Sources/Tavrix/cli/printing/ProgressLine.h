@@ -58,7 +58,5 @@ std::string progressLine(int columns, double share, const std::string& counts,
                          const std::vector<ProgressPart>& parts);
 /// Returns the share of the work that is done, 0 if there is none.
 double shareOf(std::uint64_t done, std::uint64_t total);
-/// Returns for example "0:35", "12:05" or "1:02:03".
-std::string durationText(std::chrono::seconds duration);
 
 }  // namespace tavrix::cli

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "cli/sentences/CliSentences.h"
+#include "text/Measures.h"
 #include "text/SourceSentences.h"
 
 namespace tavrix::cli {

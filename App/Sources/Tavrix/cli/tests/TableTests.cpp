@@ -174,12 +174,5 @@ TEST(ProgressBar, programs_getOneObjectALine) {
 )");
 }
 
-TEST(ProgressBar, duration_hasHoursOnlyWhenThereAreSome) {
-  EXPECT_EQ(durationText(35s), "0:35");
-  EXPECT_EQ(durationText(725s), "12:05");
-  EXPECT_EQ(durationText(3723s), "1:02:03");
-  EXPECT_EQ(durationText(100h), "100:00:00");
-}
-
 }  // namespace
 }  // namespace tavrix::cli

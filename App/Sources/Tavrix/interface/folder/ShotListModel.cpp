@@ -7,6 +7,7 @@
 #include "interface/folder/ShotText.h"
 #include "interface/list/CardText.h"
 #include "interface/list/FolderListModel.h"
+#include "interface/pictures/PictureDesk.h"
 #include "interface/pictures/ShownPictures.h"
 #include "interface/session/WindowSession.h"
 #include "interface/words/QtText.h"
@@ -22,23 +23,25 @@ constexpr FolderLayout::Shape tiles{
 }  // namespace
 
 ShotListModel::ShotListModel(WindowSession& session, const Words& words,
-                             const FolderListModel& list)
+                             const FolderListModel& list, const PictureDesk& pictures)
     : GridModel(tiles),
       model_(session.model()),
       words_(words),
       list_(list),
+      pictures_(pictures),
       subscription_(model_.subscribe([this](const StateChange& change) { follow(change); })) {
   connect(&words, &Words::languageChanged, this, [this] {
     setTitles(titles());
     Q_EMIT folderChanged();
   });
+  connect(&pictures, &PictureDesk::filmLengthKnown, this, &ShotListModel::showFilmLength);
 }
 
 ShotListModel* ShotListModel::create(QQmlEngine* engine, QJSEngine* /*script*/) {
   const int type = qmlTypeId("Tavrix", 1, 0, "FolderListModel");
-  return new ShotListModel{EngineObjects::of<WindowSession>(*engine),
-                           EngineObjects::of<Words>(*engine),
-                           *engine->singletonInstance<FolderListModel*>(type)};
+  return new ShotListModel{
+      EngineObjects::of<WindowSession>(*engine), EngineObjects::of<Words>(*engine),
+      *engine->singletonInstance<FolderListModel*>(type), EngineObjects::of<PictureDesk>(*engine)};
 }
 
 QString ShotListModel::title() const { return shots_ ? qt(shots_->folder->folderName) : QString{}; }
@@ -66,7 +69,8 @@ QVariant ShotListModel::data(const QModelIndex& slot, int role) const {
     return valueOf(shots_->shots()[static_cast<std::size_t>(row)], static_cast<std::size_t>(row),
                    role);
   if (role == PicturesRole) return QVariant::fromValue(ShownPictures{});
-  return role == NameRole || role == DescriptionRole ? QVariant{QString{}} : QVariant{false};
+  const bool isText = role == NameRole || role == FilmLengthRole || role == DescriptionRole;
+  return isText ? QVariant{QString{}} : QVariant{false};
 }
 
 QVariant ShotListModel::valueOf(const AssetBundle& shot, std::size_t index, int role) const {
@@ -86,8 +90,10 @@ QVariant ShotListModel::valueOf(const AssetBundle& shot, std::size_t index, int 
       return shot.original().isOptimized();
     case IsInPlaceRole:
       return shots_->effects[index].isInPlace;
+    case FilmLengthRole:
+      return qt(ShotText::filmLength(filmLength(index)));
     case DescriptionRole:
-      return qt(ShotText::description(words_.language(), *shots_, index));
+      return qt(ShotText::description(words_.language(), *shots_, index, filmLength(index)));
     default:
       return {};
   }
@@ -104,7 +110,20 @@ QHash<int, QByteArray> ShotListModel::roleNames() const {
           {IsReducedRole, "isReduced"},
           {IsInPlaceRole, "isInPlace"},
           {IsCurrentRole, "isCurrent"},
+          {FilmLengthRole, "filmLength"},
           {DescriptionRole, "description"}};
+}
+
+std::optional<std::chrono::milliseconds> ShotListModel::filmLength(std::size_t row) const {
+  return pictures_.filmLength(shownFile(shots_->shots()[row]));
+}
+
+void ShotListModel::showFilmLength(const std::string& film) {
+  if (!shots_) return;
+  refresh([&](int row) {
+    return shownFile(shots_->shots()[static_cast<std::size_t>(row)]).id() == film;
+  });
+  Q_EMIT filmLengthsChanged();
 }
 
 void ShotListModel::open(int folderRow) {

@@ -11,6 +11,7 @@ class QQmlEngine;
 namespace tavrix::window {
 
 class FolderListModel;
+class PictureDesk;
 class WindowSession;
 class Words;
 
@@ -39,10 +40,12 @@ class ShotListModel : public GridModel {
     IsReducedRole,
     IsInPlaceRole,
     IsCurrentRole,
+    FilmLengthRole,  ///< "0:35"; empty for a picture, and while it is unknown
     DescriptionRole,
   };
 
-  ShotListModel(WindowSession& session, const Words& words, const FolderListModel& list);
+  ShotListModel(WindowSession& session, const Words& words, const FolderListModel& list,
+                const PictureDesk& pictures);
   static ShotListModel* create(QQmlEngine* engine, QJSEngine* script);
 
   QVariant data(const QModelIndex& slot, int role) const override;
@@ -53,6 +56,8 @@ class ShotListModel : public GridModel {
   QString details() const;
   int currentRow() const { return current_; }
   const std::optional<FolderShots>& shots() const { return shots_; }
+  /// Returns the playing time of the film in a row; nullopt for a picture, and while it is unknown.
+  std::optional<std::chrono::milliseconds> filmLength(std::size_t row) const;
 
   /// Opens the folder in a row of the list of folders.
   Q_INVOKABLE void open(int folderRow);
@@ -63,9 +68,11 @@ class ShotListModel : public GridModel {
  Q_SIGNALS:
   void folderChanged();
   void currentChanged();
+  void filmLengthsChanged();
 
  private:
   void follow(const StateChange& change);
+  void showFilmLength(const std::string& film);
   void take(std::optional<FolderShots> shots);
   std::vector<QString> titles() const;
   QVariant valueOf(const AssetBundle& shot, std::size_t index, int role) const;
@@ -73,6 +80,7 @@ class ShotListModel : public GridModel {
   AppModel& model_;
   const Words& words_;
   const FolderListModel& list_;
+  const PictureDesk& pictures_;
   std::optional<FolderShots> shots_;
   int current_ = none;
   AppModel::Subscription subscription_;

@@ -1,5 +1,7 @@
 #include "interface/folder/ShotText.h"
 
+#include <algorithm>
+
 #include "foundation/Text.h"
 #include "interface/words/DayText.h"
 #include "interface/words/FolderPageSentences.h"
@@ -25,6 +27,10 @@ const Sentence<>& dateTitle(const AssetBundle& shot) {
       break;
   }
   return sentences::fileDateTitle;
+}
+
+std::chrono::seconds wholeSeconds(std::chrono::milliseconds length) {
+  return std::max(std::chrono::seconds{1}, std::chrono::round<std::chrono::seconds>(length));
 }
 
 std::string filesText(Language language, const AssetBundle& shot) {
@@ -64,16 +70,23 @@ std::string time(Language language, const AssetBundle& shot, const ShotClock& cl
   return formattedDate(language, Instant{shown->time_since_epoch()}, "d MMMM y, HH:mm", "UTC");
 }
 
-std::string description(Language language, const FolderShots& shots, std::size_t index) {
+std::string filmLength(std::optional<std::chrono::milliseconds> length) {
+  return length ? durationText(wholeSeconds(*length)) : std::string{};
+}
+
+std::string description(Language language, const FolderShots& shots, std::size_t index,
+                        std::optional<std::chrono::milliseconds> filmLength) {
   std::string text = time(language, shots.shots()[index], shots.clock);
   append(text, marks(language, shots.shots()[index]));
+  if (filmLength) append(text, durationInUnits(language, wholeSeconds(*filmLength)));
   if (shots.effects[index].isInPlace) append(text, say(language, sentences::inPlace));
   append(text, say(language, sentences::shotOf, numberText(language, index + 1),
                    numberText(language, shots.shots().size())));
   return text;
 }
 
-std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index) {
+std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index,
+                        std::optional<std::chrono::milliseconds> length) {
   std::vector<Fact> facts;
   const auto add = [&](const Sentence<>& title, std::string text) {
     if (!text.empty()) facts.emplace_back(say(language, title), std::move(text));
@@ -82,6 +95,7 @@ std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t
   add(dateTitle(shot), time(language, shot, shots.clock));
   if (const auto position = shot.position()) add(sentences::placeTitle, pointText(*position));
   add(sentences::marksTitle, marks(language, shot));
+  add(sentences::lengthTitle, filmLength(length));
   add(sentences::filesTitle, filesText(language, shot));
   add(sentences::pathTitle, printable(shots.effects[index].path));
   return facts;

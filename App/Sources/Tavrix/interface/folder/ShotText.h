@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,12 +22,17 @@ std::string marks(Language language, const AssetBundle& shot);
 /// a shot without a date.
 std::string time(Language language, const AssetBundle& shot, const ShotClock& clock);
 /// Returns what a screen reader says after the name. The place in the folder counts from 1.
-std::string description(Language language, const FolderShots& shots, std::size_t index);
+/// `filmLength` is nullopt for a picture, and while it is unknown.
+std::string description(Language language, const FolderShots& shots, std::size_t index,
+                        std::optional<std::chrono::milliseconds> filmLength);
+/// Returns the playing time of a film in whole seconds, one at least: "0:35". Empty without one.
+std::string filmLength(std::optional<std::chrono::milliseconds> length);
 
 /// A title with what it is about.
 using Fact = std::pair<std::string, std::string>;
 /// Returns the facts beside a shot in full size.
-std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index);
+std::vector<Fact> facts(Language language, const FolderShots& shots, std::size_t index,
+                        std::optional<std::chrono::milliseconds> filmLength);
 
 }  // namespace ShotText
 

@@ -42,6 +42,7 @@ ShotViewer::ShotViewer(WindowSession& session, const Words& words, ShotListModel
     setFetching(false, {});
     Q_EMIT changed();
   });
+  connect(&list, &ShotListModel::filmLengthsChanged, this, &ShotViewer::changed);
   connect(&words, &Words::languageChanged, this, &ShotViewer::changed);
 }
 
@@ -80,8 +81,9 @@ bool ShotViewer::isFilm() const {
 QVariantList ShotViewer::facts() const {
   QVariantList rows;
   if (!isOpen()) return rows;
-  for (const auto& [title, text] : ShotText::facts(words_.language(), *list_.shots(),
-                                                   static_cast<std::size_t>(list_.currentRow()))) {
+  const auto row = static_cast<std::size_t>(list_.currentRow());
+  for (const auto& [title, text] :
+       ShotText::facts(words_.language(), *list_.shots(), row, list_.filmLength(row))) {
     rows.append(
         QVariantMap{{QStringLiteral("title"), qt(title)}, {QStringLiteral("text"), qt(text)}});
   }

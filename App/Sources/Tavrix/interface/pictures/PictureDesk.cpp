@@ -44,6 +44,7 @@ void PictureDesk::takeSource() {
   files_ = files;
   if (files == nullptr) return;
   shown_.clear();
+  filmLengths_.clear();
   if (auto access = files->pictures()) store_->setSource(access->key, std::move(access->files));
 }
 
@@ -65,6 +66,18 @@ QImage PictureDesk::known(const MediaAsset& asset, std::uint32_t side) const {
   return image == nullptr ? QImage{} : *image;
 }
 
+std::optional<std::chrono::milliseconds> PictureDesk::filmLength(const MediaAsset& asset) const {
+  const auto found = filmLengths_.find(asset.id());
+  return found == filmLengths_.end() ? std::nullopt : std::optional{found->second};
+}
+
+void PictureDesk::noteFilmLength(const MediaAsset& film,
+                                 std::optional<std::chrono::milliseconds> length) {
+  if (!length || filmLength(film) == length) return;
+  filmLengths_.insert_or_assign(std::string{film.id()}, *length);
+  Q_EMIT filmLengthKnown(std::string{film.id()});
+}
+
 ThumbnailRequest PictureDesk::request(const MediaAsset& asset, std::uint32_t side,
                                       std::function<void(const QImage&)> take) {
   if (store_ == nullptr) return {};
@@ -73,10 +86,11 @@ ThumbnailRequest PictureDesk::request(const MediaAsset& asset, std::uint32_t sid
   const std::shared_ptr<void> waiting{nullptr, [count = pending_](void*) { --*count; }};
   auto state = std::make_shared<std::shared_ptr<void>>(waiting);
   return store_->request(asset, side, ThumbnailPriority::onScreen,
-                         [this, state, key = keyOf(asset, side),
+                         [this, state, asset, key = keyOf(asset, side),
                           take = std::move(take)](const ThumbnailAnswer& answer) {
                            if (answer.isFinal || answer.state == ThumbnailAnswer::State::notNow)
                              state->reset();
+                           noteFilmLength(asset, answer.filmLength);
                            if (answer.image == nullptr) return;
                            const auto& jpeg = answer.image->jpeg;
                            QImage image = QImage::fromData(

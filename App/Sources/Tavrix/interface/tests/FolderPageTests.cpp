@@ -67,13 +67,26 @@ TEST(ShotText, date_isTitledByItsSource) {
     DisplayGroup folder;
     folder.group = std::move(group);
     const FolderShots shots{std::move(folder), {}, {}, {{}}};
-    return ShotText::facts(Language::english, shots, 0).at(0);
+    return ShotText::facts(Language::english, shots, 0, {}).at(0);
   };
   using Fact = ShotText::Fact;
   EXPECT_EQ(titleOf("IMG_1.JPG", "2026:05:20 12:00:00"), (Fact{"Taken", "20 May 2026, 12:00"}));
   EXPECT_EQ(titleOf("photo_2020-01-01_10-11-12.jpg", {}),
             (Fact{"Date in the file name", "1 January 2020, 10:11"}));
   EXPECT_EQ(titleOf("IMG_1.JPG", {}), (Fact{"Date of the file", "20 May 2026, 09:00"}));
+}
+
+TEST(ShotText, filmLength_isInWholeSecondsAndSaidWithUnits) {
+  using namespace std::chrono_literals;
+  EXPECT_EQ(ShotText::filmLength(120ms), "0:01");
+  EXPECT_EQ(ShotText::filmLength(7'600ms), "0:08");
+  EXPECT_EQ(ShotText::filmLength({}), "");
+  WindowHarness harness{9};
+  const FolderShots shots = shotsAt(harness, 0);
+  EXPECT_THAT(ShotText::description(Language::english, shots, 0, 62s),
+              HasSubstr("1\u00A0min 2\u00A0s"));
+  EXPECT_THAT(ShotText::facts(Language::russian, shots, 0, 62s),
+              testing::Contains(ShotText::Fact{"Длительность", "1:02"}));
 }
 
 struct BoundaryTest : testing::Test {

@@ -29,6 +29,7 @@ inline constexpr Sentence<> takenTitle{"Снято", "Taken"};
 inline constexpr Sentence<> nameDateTitle{"Дата из имени файла", "Date in the file name"};
 inline constexpr Sentence<> fileDateTitle{"Дата файла", "Date of the file"};
 inline constexpr Sentence<> placeTitle{"Место", "Place"};
+inline constexpr Sentence<> lengthTitle{"Длительность", "Length"};
 inline constexpr Sentence<> filesTitle{"Файлы", "Files"};
 inline constexpr Sentence<> marksTitle{"Особенности", "Kind"};
 inline constexpr Sentence<> pathTitle{"Куда ляжет", "Will be saved as"};

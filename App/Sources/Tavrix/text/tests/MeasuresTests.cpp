@@ -5,6 +5,16 @@
 namespace tavrix {
 namespace {
 
+TEST(Measures, duration_hasHoursOnlyWhenThereAreSome) {
+  using namespace std::chrono_literals;
+  EXPECT_EQ(durationText(35s), "0:35");
+  EXPECT_EQ(durationText(725s), "12:05");
+  EXPECT_EQ(durationText(3723s), "1:02:03");
+  EXPECT_EQ(durationText(100h), "100:00:00");
+  EXPECT_EQ(durationInUnits(Language::english, 35s), "35\u00A0s");
+  EXPECT_EQ(durationInUnits(Language::russian, 3603s), "1\u00A0ч 3\u00A0с");
+}
+
 TEST(Measures, pauses_readAsTheyCompare) {
   using namespace std::chrono_literals;
   struct Row {

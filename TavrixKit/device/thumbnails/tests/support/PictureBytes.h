@@ -160,6 +160,7 @@ struct FilmLayout {
   std::uint64_t keySample = 3;     ///< the first key sample; 0 if the film does not list any
   bool isLarge = false;            ///< 64-bit offsets
   std::size_t gapBytes = 100'000;  ///< of sound before the pictures
+  std::string filmHeader{};        ///< content of "mvhd"; no such box if it is empty
 };
 
 inline std::string sampleOfFilm(std::uint64_t number) {
@@ -215,7 +216,9 @@ inline std::string shortFilm(const FilmLayout& layout) {
         fullBox("stsc", 0, number(3, 4) + run(1, 1, 2) + run(2, 2, 2) + run(4, 1, 2)) +
         fullBox("stsz", 0, number(0, 4) + number(6, 4) + sizes) +
         fullBox(layout.isLarge ? "co64" : "stco", 0, number(4, 4) + places);
-    return box("moov", trackOf("soun", 1, "") + trackOf("vide", 0, "") + trackOf("vide", 1, table) +
+    const std::string film = layout.filmHeader.empty() ? "" : box("mvhd", layout.filmHeader);
+    return box("moov", film + trackOf("soun", 1, "") + trackOf("vide", 0, "") +
+                           trackOf("vide", 1, table) +
                            box("free", std::string(layout.gapBytes / 5, 'f')));
   };
   const std::string type = box("ftyp", "qt  " + number(0, 4) + "qt  ");

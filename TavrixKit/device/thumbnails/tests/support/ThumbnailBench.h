@@ -56,9 +56,10 @@ class Gate {
   int waiting_ = 0;
 };
 
-/// A store whose files are texts "EMBEDDED WHOLE": the longest sides of the embedded picture and of
-/// the whole one. The side 0 stands for none, "broken" for one that cannot be decoded, "busy" for
-/// one that the decoder fails at for another reason.
+/// A store whose files are texts "EMBEDDED WHOLE" or "EMBEDDED WHOLE LENGTH": the longest sides of
+/// the embedded picture and of the whole one, then, for a film, its length in seconds. The side 0
+/// stands for none, "broken" for one that cannot be decoded, "busy" for one that the decoder fails
+/// at for another reason.
 struct ThumbnailBench : testing::Test {
   ThumbnailBench() {
     ThumbnailCache{cacheSetup()}.keep(ThumbnailKey::of(asset("settled"), "P", thumbnailSide),
@@ -117,7 +118,9 @@ struct ThumbnailBench : testing::Test {
           const std::string text = answer.state == State::notShowable ? "not showable"
                                    : answer.state == State::notNow    ? "not now"
                                                                       : answer.image->jpeg;
-          answers.push_back(id + " " + text + (answer.isFinal ? "" : "…"));
+          const std::string length =
+              answer.filmLength ? " " + std::to_string(answer.filmLength->count()) + "ms" : "";
+          answers.push_back(id + " " + text + length + (answer.isFinal ? "" : "…"));
         });
   }
   /// Waits for the next answers and returns them.
@@ -181,9 +184,13 @@ struct ThumbnailBench : testing::Test {
     std::string text(64, ' ');
     text.resize(file.read(0, text));
     const std::string embedded = text.substr(0, text.find(' '));
-    const std::string whole = text.substr(text.find(' ') + 1);
-    const std::uint32_t side = sideOf(embedded);
+    std::string whole = text.substr(text.find(' ') + 1);
     EmbeddedPicture picture;
+    if (const auto end = whole.find(' '); end != std::string::npos) {
+      picture.filmLength = std::chrono::seconds{std::stoi(whole.substr(end))};
+      whole.resize(end);
+    }
+    const std::uint32_t side = sideOf(embedded);
     if (mayReadWhole && side < leastSide && whole != "0") {
       picture.request.bytes = whole;
       return picture;

@@ -15,6 +15,7 @@ Rectangle {
     required property bool isReduced
     required property bool isInPlace
     required property bool isCurrent
+    required property string filmLength
     required property string description
 
     property bool wantsPictures: true
@@ -80,6 +81,14 @@ Rectangle {
                 name: "video"
                 size: 14
                 color: Theme.text
+            }
+            Text {
+                visible: text !== ""
+                text: tile.filmLength
+                font.pixelSize: Theme.smallText
+                color: Theme.text
+                verticalAlignment: Text.AlignVCenter
+                height: 14
             }
             Symbol {
                 visible: tile.isEdited
