@@ -2,6 +2,7 @@
 and name, presses them and types into them. Must be run by the system's Python, whose packages it
 needs (scripts/install-dependencies window-test)."""
 import contextlib
+import json
 import os
 import pathlib
 import shutil
@@ -97,6 +98,38 @@ class Desk(contextlib.ExitStack):
     def make_sample(self, folder):
         self.run(BUILD / "tavrix-sample", folder)
         return folder
+
+
+class Phone:
+    """A simulated phone with the pictures of the sample, which the programs of a desk find on the cable."""
+
+    UNDATED = 1777100000  # 25 April 2026
+
+    def __init__(self, desk):
+        self.desk = desk
+        self.socket = desk.home / "usbmuxd"
+        self.process = None
+        desk.environment["USBMUXD_SOCKET_ADDRESS"] = f"UNIX:{self.socket}"
+        sample = desk.make_sample(desk.home / "sample")
+        self.folder = desk.home / "iphone"
+        (self.folder / "DCIM").mkdir(parents=True)
+        for shot in json.loads((sample / "snapshot.json").read_text()):
+            # Some files have no date of their own, and must not be of today.
+            date = shot.get("itemDate") or self.UNDATED
+            os.utime(sample / "media" / shot["name"], (date, date))
+        (sample / "media").rename(self.folder / "DCIM" / "100APPLE")
+
+    def plug(self, *options):
+        """Puts the phone on the cable."""
+        self.process = self.desk.start([BUILD / "tavrix-phone-simulator", self.folder, self.socket, *options],
+                                       stdout=subprocess.DEVNULL)
+
+    def unplug(self):
+        self.desk.stop(self.process)
+
+    def originals(self):
+        """Returns the bytes of its files by their names."""
+        return {file.name: file.read_bytes() for file in self.folder.glob("DCIM/*/*")}
 
 
 class Window:

@@ -26,6 +26,8 @@ unsigned int schemeIn(QVariant value) {
 
 Appearance::Appearance(QDBusConnection bus) {
   if (!bus.isConnected()) return;
+  // A slot is not found unless its types are known by name.
+  qRegisterMetaType<QDBusVariant>();
   bus.connect(service, path, interfaceName, QStringLiteral("SettingChanged"), this,
               SLOT(settingChanged(QString, QString, QDBusVariant)));
   auto call = QDBusMessage::createMethodCall(service, path, interfaceName, QStringLiteral("Read"));
