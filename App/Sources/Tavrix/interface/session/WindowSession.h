@@ -34,6 +34,8 @@ struct WindowSurroundings {
   std::function<MainLoop::Moment()> paceClock{};
   PhoneBrowser* phones = nullptr;  ///< without it, no phones are followed
   USBPhonePresence* bus = nullptr;
+  ModelServices::OpenFolder openForWriting = Destination::openForWriting;
+  ModelServices::OpenFolder openExisting = Destination::openExisting;
   Log* log = &silentLog();
 };
 

@@ -46,11 +46,34 @@ class WindowHarness {
     return window;
   }
 
+ private:
+  std::unique_ptr<Folder> filling(std::unique_ptr<Folder> folder) {
+    if (folder == nullptr) return nullptr;
+    auto faulty = std::make_unique<FaultyFolder>(std::move(folder));
+    faulty->faults().rule = [this](FileOperation operation, const std::string& path) {
+      if (operation != FileOperation::write || path.starts_with("phone-")) return;
+      if (writesUntilFull == 0) throw FileError{operation, path, ENOSPC};
+      if (writesUntilFull > 0) --writesUntilFull;
+    };
+    faulty->faults().freeBytes = [this]() -> std::uint64_t {
+      return writesUntilFull == 0 ? 3 : 1'000'000;
+    };
+    return faulty;
+  }
+
+ public:
+  /// The number of writes of pictures until the volume of the destination is full; negative: never.
+  std::atomic<int> writesUntilFull = -1;
   ManualMainLoop loop;
   FakePhone phone;
-  WindowSession session{{.loop = loop,
-                         .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
-                         .newID = randomUuid}};
+  WindowSession session{
+      {.loop = loop,
+       .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
+       .newID = randomUuid,
+       .openForWriting =
+           [this](const std::string& path) { return filling(Destination::openForWriting(path)); },
+       .openExisting =
+           [this](const std::string& path) { return filling(Destination::openExisting(path)); }}};
   PictureDesk pictures{session};
   ViewChoices view{session};
   Words words;
