@@ -27,7 +27,7 @@ struct TransferScenario : testing::Test {
   static QQuickItem* itemWith(QQuickItem& item, const char* kind, const Fits& fits) {
     if (!item.isVisible()) return nullptr;
     if (item.inherits(kind) && fits(item.property("text").toString())) return &item;
-    // What is above in the window comes later.
+    // Later children are drawn above earlier ones.
     const auto children = item.childItems();
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
       if (QQuickItem* const found = itemWith(**child, kind, fits)) return found;
