@@ -13,6 +13,9 @@ import zipfile
 OWN_FILE = re.compile(r"phone-[0-9a-f]{8}\.json(\.damaged(-\d+)?)?|phone-records\.txt")
 
 
+CONVERTED_TO = {".jpg": [".JPG", ".PNG"], ".mp4": [".MOV"]}
+
+
 class Wrong(Exception):
     """What a check found."""
 
@@ -43,20 +46,34 @@ def fingerprint(folder):
 
 
 class Source:
-    """The made-up phone."""
+    """The made-up phone. Its pictures are in a folder `pictures` of it."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, pictures="media"):
         self.folder = folder
         self.before = fingerprint(folder)
         self.pictures = {os.path.basename(path): content for path, (content, _) in self.before.items()
-                         if path.startswith("media/")}
+                         if path.startswith(pictures + "/")}
+        self.results = {}  # of conversions: the content by name
+        self.result_of = {}  # the name of the result by that of the picture
+
+    def learn_results(self, destination):
+        """Takes the converted files of an undisturbed run for those that every run must make."""
+        for path in files_in(destination):
+            name = os.path.basename(path)
+            stem, ending = os.path.splitext(name)
+            for original in (stem + each for each in CONVERTED_TO.get(ending, [])):
+                if original in self.pictures:
+                    self.results[name] = digest(pathlib.Path(destination, path).read_bytes())
+                    self.result_of[original] = name
 
     def require_unchanged(self):
         if fingerprint(self.folder) != self.before:
             raise Wrong("the source has changed")
 
     def require_own(self, name, content, where):
-        if self.pictures.get(unnumbered(name)) != content:
+        name = unnumbered(name)
+        # A picture that could not be converted is kept as it is.
+        if content not in (self.pictures.get(name), self.results.get(name)):
             raise Wrong(f"{where} differs from its source")
 
 
@@ -90,7 +107,8 @@ def pictures_in(source, destination):
 def require_complete(source, destination, once):
     """Everything is there, once if `once`, and nothing else."""
     copies = pictures_in(source, destination)
-    missing = sorted(set(source.pictures) - set(copies))
+    missing = sorted(name for name in source.pictures
+                     if name not in copies and source.result_of.get(name) not in copies)
     if missing:
         raise Wrong(f"{len(missing)} files are missing: {', '.join(missing[:3])}")
     if once and max(copies.values()) > 1:
@@ -162,6 +180,7 @@ def self_test():
             "an unfinished file": lambda: (place / "day/IMG_1.JPG.part").write_text("x"),
             "an empty staging folder": lambda: (place / ".Tavrix-staging").mkdir(),
             "a temporary record": lambda: (place / "phone-00000000.0123456789ab.json.part").write_text("x"),
+            "another result of a conversion": lambda: (place / "day/IMG_1.jpg").write_bytes(b"other"),
             "another file in an archive": other_archive,
             "a cut archive": lambda: (place / "day.zip").write_bytes((place / "day.zip").read_bytes()[:-30]),
             "a report of a missing file": lambda: (place / "day/IMG_1.JPG").rename(place / "IMG_1.JPG"),

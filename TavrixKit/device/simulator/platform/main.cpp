@@ -23,6 +23,7 @@ int simulate(const tavrix::SimulatorArguments& arguments) {
   std::fflush(stdout);
   int number = 0;
   ::sigwait(&ends, &number);
+  std::printf("%s file calls\n", std::to_string(simulator.fileCalls()).c_str());
   return 0;
 }
 
