@@ -6,6 +6,7 @@ import os
 import pathlib
 import re
 import shutil
+import subprocess
 import sys
 import tempfile
 import zipfile
@@ -22,6 +23,17 @@ class Wrong(Exception):
 
 def digest(data):
     return hashlib.sha256(data).hexdigest()
+
+
+def frames_in(film):
+    """Returns the number of pictures in a film that can be played to its end, else 0."""
+    with tempfile.NamedTemporaryFile(suffix=".mp4") as file:
+        file.write(film)
+        file.flush()
+        played = subprocess.run(["ffmpeg", "-v", "error", "-xerror", "-i", file.name, "-map", "0:v", "-f", "framecrc",
+                                 "-"], capture_output=True, text=True, check=False)
+    lines = [line for line in played.stdout.splitlines() if not line.startswith("#")]
+    return len(lines) if played.returncode == 0 and not played.stderr else 0
 
 
 def unnumbered(name):
@@ -54,6 +66,7 @@ class Source:
         self.pictures = {os.path.basename(path): content for path, (content, _) in self.before.items()
                          if path.startswith(pictures + "/")}
         self.results = {}  # of conversions: the content by name
+        self.frames = {}  # of converted films: their number by name
         self.result_of = {}  # the name of the result by that of the picture
 
     def learn_results(self, destination):
@@ -63,17 +76,23 @@ class Source:
             stem, ending = os.path.splitext(name)
             for original in (stem + each for each in CONVERTED_TO.get(ending, [])):
                 if original in self.pictures:
-                    self.results[name] = digest(pathlib.Path(destination, path).read_bytes())
+                    data = pathlib.Path(destination, path).read_bytes()
+                    self.results[name] = digest(data)
                     self.result_of[original] = name
+                    if ending == ".mp4":
+                        self.frames[name] = frames_in(data)
 
     def require_unchanged(self):
         if fingerprint(self.folder) != self.before:
             raise Wrong("the source has changed")
 
-    def require_own(self, name, content, where):
+    def require_own(self, name, data, where):
         name = unnumbered(name)
         # A picture that could not be converted is kept as it is.
-        if content not in (self.pictures.get(name), self.results.get(name)):
+        if digest(data) in (self.pictures.get(name), self.results.get(name)):
+            return
+        # An encoder with several threads does not make the same film twice.
+        if name not in self.frames or frames_in(data) != self.frames[name]:
             raise Wrong(f"{where} differs from its source")
 
 
@@ -90,14 +109,14 @@ def pictures_in(source, destination):
         if is_temporary(path) or ("/" not in path and OWN_FILE.fullmatch(path)):
             continue
         if not path.endswith(".zip"):
-            source.require_own(file.name, digest(file.read_bytes()), path)
+            source.require_own(file.name, file.read_bytes(), path)
             copies[unnumbered(file.name)] += 1
             continue
         try:
             with zipfile.ZipFile(file) as archive:
                 for entry in archive.namelist():
                     name = os.path.basename(entry)
-                    source.require_own(name, digest(archive.read(entry)), f"{path}: {entry}")
+                    source.require_own(name, archive.read(entry), f"{path}: {entry}")
                     copies[unnumbered(name)] += 1
         except (zipfile.BadZipFile, EOFError, OSError) as error:
             raise Wrong(f"{path} is no whole archive: {error}") from error

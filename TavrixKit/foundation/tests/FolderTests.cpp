@@ -13,7 +13,7 @@
 #include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileReader.h"
 #include "foundation/files/PrivateFolder.h"
-#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/LosingFolder.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 
 namespace tavrix {
@@ -293,6 +293,26 @@ TEST_F(FolderTest, atomicWrite_failingAnywhereLeavesTheOldFileAlone) {
   faulty.faults().rule = nullptr;
   writeFileAtomically(faulty, "settings.json", "new");
   EXPECT_EQ(temporary.read("inside/settings.json"), "new");
+}
+
+TEST_F(FolderTest, atomicWrite_powerThatFailsLeavesTheOldOrTheNewFile) {
+  int olds = 0;
+  forEachPowerFailure(
+      [](Folder& folder) {
+        folder.makeFolders("below");
+        writeFileAtomically(folder, "below/settings.json", "old");
+        folder.syncVolume();
+      },
+      [](Folder& folder) { writeFileAtomically(folder, "below/settings.json", "new"); },
+      [&](Folder& folder, bool isDone) {
+        const std::string left = folder.readFile("below/settings.json", 10);
+        if (isDone || left != "old") {
+          EXPECT_EQ(left, "new");
+        } else {
+          ++olds;
+        }
+      });
+  EXPECT_GT(olds, 6);
 }
 
 TEST_F(FolderTest, atomicWrite_ofSeveralWritersLeavesOneWholeFile) {

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <thread>
 
-#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/LosingFolder.h"
 #include "foundation/tests/support/RecordingLog.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "history/HistoryIndex.h"
@@ -231,6 +231,39 @@ TEST_F(HistoryStoreTest, failedWrite_leavesNothingBehind) {
   EXPECT_THAT(listed(), ElementsAre(2));
   EXPECT_THAT(folder->names(),
               ElementsAre("2026-05-21T12-00-00.000Z-" + idOf(2).text() + ".json", "index.json"));
+}
+
+TEST_F(HistoryStoreTest, powerThatFails_losesNoRecordThatWasKept) {
+  const auto numbers = [this](Folder& folder) {
+    HistoryStore left{folder, log};
+    std::vector<Uuid> ids;
+    for (const RecordSummary& run : left.runs()) {
+      EXPECT_TRUE(left.record(run.id).has_value());
+      ids.push_back(run.id);
+    }
+    return ids;
+  };
+  forEachPowerFailure(
+      [this](Folder& folder) {
+        HistoryStore{folder, log}.add(smallRecord(1, "2026-05-20T12:00:00Z"));
+        folder.syncVolume();
+      },
+      [this](Folder& folder) {
+        HistoryStore failing{folder, log};
+        failing.add(smallRecord(2, "2026-05-21T12:00:00Z"));
+        failing.runs();  // writes the index
+        failing.update(idOf(1), [](TransferRecord record) {
+          record.phoneName = "renamed";
+          return record;
+        });
+      },
+      [&](Folder& folder, bool isDone) {
+        const std::vector<Uuid> ids = numbers(folder);
+        EXPECT_THAT(ids, testing::Contains(idOf(1)));
+        EXPECT_TRUE(!isDone || ids == (std::vector{idOf(2), idOf(1)}));
+        HistoryStore{folder, log}.add(smallRecord(3, "2026-05-22T12:00:00Z"));
+        EXPECT_THAT(numbers(folder), testing::Contains(idOf(3)));
+      });
 }
 
 TEST_F(HistoryStoreTest, severalWritersAtOnce_loseNothing) {

@@ -31,7 +31,8 @@ void expectOnlyWholeFiles(const std::string& path, const TransferPlan& plan) {
   for (const PlannedFile& file : plan.files) {
     if (!folder->status(file.relativePath)) continue;
     EXPECT_EQ(folder->readFile(file.relativePath, UINT64_MAX),
-              contentOf(std::string{file.asset.id()}, file.asset.sizeBytes()))
+              (isConverted(file.conversion) ? "converted:" : "") +
+                  contentOf(std::string{file.asset.id()}, file.asset.sizeBytes()))
         << file.relativePath;
   }
 }
@@ -289,11 +290,27 @@ TEST(TransferFault, realFullDisk_interruptsAndGoesOnWhenThereIsRoom) {
   ::umount(folder.path().c_str());
 }
 
+/// Writes the result by a descriptor, as another process does.
+class DescriptorConverter : public MediaConverter {
+ public:
+  std::uint64_t convert(const MediaAsset&, const PlannedConversion&, Folder& folder,
+                        const std::string& input, const std::string& output,
+                        const ConversionProgress&, std::stop_token) override {
+    const std::string result = "converted:" + folder.readFile(input, 1'000'000);
+    const FileDescriptor out = folder.createDescriptor(output);
+    EXPECT_EQ(::write(out.number(), result.data(), result.size()),
+              static_cast<ssize_t>(result.size()));
+    return result.size();
+  }
+};
+
 /// Copies the plan and writes a record of it, as a run does.
 void copyAndRecord(const TransferPlan& plan, Folder& destination) {
   DestinationMarker::PhoneRecord record{1, std::string(64, 'a'), "", "", {}, {}, {}};
   TransferEngine::Setup setup;
+  DescriptorConverter converter;
   setup.limits.files = 2;
+  setup.converter = &converter;
   setup.landed = [&](const LandedFile& file) {
     record.files.push_back({*file.outcome.path, file.outcome.bytesOnDisk, file.sha256,
                             std::string{file.planned.asset.id()}, std::nullopt});
@@ -305,38 +322,22 @@ void copyAndRecord(const TransferPlan& plan, Folder& destination) {
 }
 
 TEST(TransferCrash, powerThatFailsAtAnyStep_leavesOnlyWholeFilesAndRecords) {
-  const auto plan = planOf(3, 3000);
-  for (const LosingFolder::Loss loss :
-       {LosingFolder::Loss{true, true}, {true, false}, {false, true}}) {
-    bool hasFailed = true;
-    for (int failAt = 1; hasFailed; ++failAt) {
-      const TemporaryFolder folder;
-      LosingFolder destination{openFolder(folder.path())};
-      int count = 0;
-      destination.faults().rule = [&](FileOperation operation, const std::string& path) {
-        // From then on nothing happens any more, no clearing up either.
-        if (++count >= failAt) throw FileError{operation, path, EIO};
-      };
-      try {
-        copyAndRecord(plan, destination);
-      } catch (const std::exception&) {
-      }
-      hasFailed = count >= failAt;
-      destination.faults().rule = {};
-      destination.lose(loss);
-      SCOPED_TRACE(failAt);
-      expectOnlyWholeFiles(folder.path(), plan);
-      EXPECT_THAT(DestinationMarker::load(destination).damaged, IsEmpty());
-      copyAndRecord(plan, destination);
-      DestinationMarker::removeLeftOvers(destination);
-      expectOnlyWholeFiles(folder.path(), plan);
-      EXPECT_THAT(filesIn(folder.path()), testing::UnorderedElementsAreArray([&] {
-                    auto paths = pathsOf(plan);
-                    paths.insert(paths.end(), {"phone-aaaaaaaa.json", "phone-records.txt"});
-                    return paths;
-                  }()));
-    }
-  }
+  auto plan = planOf(4, 3000);
+  plan.files[1].conversion = planned_conversion::Jpeg{0.8};
+  plan.files[1].relativePath += ".jpg";
+  forEachPowerFailure([](Folder&) {},
+                      [&](Folder& destination) { copyAndRecord(plan, destination); },
+                      [&](Folder& destination, bool) {
+                        const std::string path = destination.path();
+                        expectOnlyWholeFiles(path, plan);
+                        EXPECT_THAT(DestinationMarker::load(destination).damaged, IsEmpty());
+                        copyAndRecord(plan, destination);
+                        DestinationMarker::removeLeftOvers(destination);
+                        expectOnlyWholeFiles(path, plan);
+                        auto paths = pathsOf(plan);
+                        paths.insert(paths.end(), {"phone-aaaaaaaa.json", "phone-records.txt"});
+                        EXPECT_THAT(filesIn(path), testing::UnorderedElementsAreArray(paths));
+                      });
 }
 
 /// Copies the plan in a child process and kills it after `delay`.

@@ -76,6 +76,7 @@ struct FolderFaults {
   FaultRule rule;
   std::function<bool()> exists;                         ///< replaces exists()
   std::function<std::uint64_t()> freeBytes;             ///< replaces freeBytes()
+  bool skipsSync = false;                               ///< nothing is really synced
   std::optional<bool> lock;                             ///< the result of lock(); nothing is locked
   std::function<void(const std::string& path)> closed;  ///< called after a written file is closed
 };
@@ -102,7 +103,7 @@ class FaultyFile : public WritableFile {
   void startWriteback() override { inner_->startWriteback(); }
   void sync() override {
     ask(FileOperation::sync);
-    inner_->sync();
+    if (!faults_->skipsSync) inner_->sync();
   }
   void close() override {
     ask(FileOperation::close);
@@ -181,11 +182,11 @@ class FaultyFolder : public Folder {
   }
   void syncEntries(const std::string& folder) override {
     ask(FileOperation::sync, folder);
-    inner_->syncEntries(folder);
+    if (!faults_->skipsSync) inner_->syncEntries(folder);
   }
   void syncVolume() override {
     ask(FileOperation::sync, "/");
-    inner_->syncVolume();
+    if (!faults_->skipsSync) inner_->syncVolume();
   }
   std::vector<UnreadableFolder> visitAll(const Visitor& visitor) const override {
     ask(FileOperation::list, "");

@@ -11,7 +11,7 @@
 #include <map>
 
 #include "foundation/Sentences.h"
-#include "foundation/tests/support/FaultyFolder.h"
+#include "foundation/tests/support/LosingFolder.h"
 #include "foundation/tests/support/RecordingLog.h"
 #include "foundation/tests/support/TemporaryFolder.h"
 #include "library/PlanSummary.h"
@@ -53,8 +53,9 @@ std::vector<MediaAsset> assetsOf(int count, const std::string& firstName = {}) {
   return assets;
 }
 
-/// Runs that pack six stills of three days, in a folder that can inject errors.
-struct PackedTransferTest : testing::Test {
+/// Runs that pack six stills of three days, in a folder that can inject errors or lose what is not
+/// synced.
+struct PackingBench {
   TransferPlan planOf(const Library& library, const DestinationView& view) const {
     std::vector<TransferPlanner::NamedGroup> groups;
     for (const auto& row : library.rows) groups.push_back({row.name, row.group});
@@ -136,7 +137,7 @@ struct PackedTransferTest : testing::Test {
   }
 
   TemporaryFolder temporary;
-  FaultyFolder folder{openFolder(temporary.path())};
+  LosingFolder folder{openFolder(temporary.path())};
   PhoneIdentity phone = snapshotPhone("iPhone");
   Instant time{std::chrono::seconds{1779364800}};
   NameSource source;
@@ -150,6 +151,8 @@ struct PackedTransferTest : testing::Test {
   std::string firstName;
   TransferTally tally;
 };
+
+struct PackedTransferTest : testing::Test, PackingBench {};
 
 TEST(ArchivePlan, everyFile_isInOneArchive) {
   const Library library = makeLibrary(assetsOf(5), {}, "en_US");
@@ -350,8 +353,7 @@ TEST_F(PackedTransferTest, archiveThatCannotBeMade_leavesAFolder) {
     SCOPED_TRACE(row.path + " " + std::to_string(row.code));
     std::filesystem::remove_all(temporary.path());
     std::filesystem::create_directories(temporary.path());
-    FaultyFolder fresh{openFolder(temporary.path())};
-    folder = std::move(fresh);
+    folder = LosingFolder{openFolder(temporary.path())};
     log.clear();
     folder.faults().rule = failing(row.operation, row.path, row.code);
     const RunOutcome outcome = run();
@@ -495,8 +497,7 @@ TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
   for (;; step += stride) {
     std::filesystem::remove_all(temporary.path());
     std::filesystem::create_directories(temporary.path());
-    FaultyFolder fresh{openFolder(temporary.path())};
-    folder = std::move(fresh);
+    folder = LosingFolder{openFolder(temporary.path())};
     temporary.write("1970-01-01.zip", "the person's own");
     if (!dies(*this, step)) break;
     EXPECT_EQ(temporary.read("1970-01-01.zip"), "the person's own");
@@ -519,6 +520,49 @@ TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
     for (const auto& [path, content] : after) EXPECT_FALSE(path.ends_with(".part")) << path;
   }
   EXPECT_GT(step, 50);
+}
+
+TEST(PackedCrash, powerThatFailsAtAnyStep_leavesWholeArchivesAndANextRunCompletes) {
+  const int stride = std::getenv("TAVRIX_LONG_TESTS") != nullptr ? 1 : 7;
+  int losses = 0;
+  for (const LosingFolder::Loss loss :
+       {LosingFolder::Loss{true, true}, {true, false}, {false, true}}) {
+    // The kinds of loss meet different steps.
+    int failAt = ++losses;
+    for (bool hasFailed = true; hasFailed; failAt += stride) {
+      SCOPED_TRACE(failAt);
+      PackingBench bench;
+      bench.assets = 4;
+      bench.isPerGroup = failAt % 2 == 0;
+      std::atomic<int> count = 0;
+      bench.folder.faults().rule = [&](FileOperation operation, const std::string& path) {
+        // From then on nothing happens any more, no clearing up either.
+        if (++count >= failAt) throw FileError{operation, path, EIO};
+      };
+      try {
+        bench.run();
+      } catch (const std::exception&) {
+      }
+      hasFailed = count >= failAt;
+      bench.folder.faults().rule = {};
+      bench.folder.lose(loss);
+      EXPECT_THAT(DestinationMarker::load(bench.folder).damaged, IsEmpty());
+      // Everything with a final name is whole.
+      for (const auto& [path, content] : bench.files()) {
+        EXPECT_TRUE(path.ends_with(".part") || path.ends_with(content)) << path;
+      }
+      DestinationMarker::removeLeftOvers(bench.folder);  // as opening for writing does
+      const RunOutcome outcome = bench.run();
+      EXPECT_EQ(outcome.status, Status::completed);
+      EXPECT_FALSE(bench.temporary.has(".Tavrix-staging"));
+      const auto after = bench.files();
+      for (const FileOutcome& file : outcome.report->files) {
+        EXPECT_EQ(after.at(*file.path), file.assetID);
+      }
+      for (const auto& [path, content] : after) EXPECT_FALSE(path.ends_with(".part")) << path;
+    }
+    EXPECT_GT(failAt, 50);
+  }
 }
 
 TEST_F(PackedTransferTest, leftOvers_goUnlessThePhoneHasThemNoMore) {
