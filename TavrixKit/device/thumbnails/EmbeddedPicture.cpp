@@ -88,6 +88,8 @@ class Choice {
     auto bytes = fileOfPart(file_, fetched_, part);
     if (!bytes) return std::nullopt;
     EmbeddedPicture picture{part.origin, {}, pixels(part.size.width), pixels(part.size.height)};
+    const bool hasSize = picture.width > 0 && picture.height > 0;
+    if (!hasSize && part.origin != EmbeddedPicture::Origin::keyFrame) return std::nullopt;
     picture.request.bytes = std::move(*bytes);
     if (!part.isJpeg()) return picture;
     // An editor that turned the picture has left the thumbnail as it was.

@@ -193,8 +193,8 @@ TEST(EmbeddedPicture, keyFrame_isAFilmOfItsOwn) {
 }
 
 TEST(EmbeddedPicture, film_comesWithItsLength) {
-  const std::string early = number(0, 12);
-  const std::string long64 = number(1, 1) + number(0, 19);
+  const std::string early(12, '\0');
+  const std::string long64 = "\x01" + std::string(19, '\0');
   const std::vector<std::pair<std::string, std::optional<std::chrono::milliseconds>>> rows{
       {early + number(600, 4) + number(4'500, 4), 7'500ms},
       {early + number(1'000, 4) + number(1, 4), 1ms},
