@@ -53,7 +53,30 @@ class FolderTest : public ::testing::Test {
   std::unique_ptr<Folder> folder;
 };
 
-TEST_F(FolderTest, pathsThatLeadOut_areRefusedByEveryOperation) {
+/// A kind of folder; all of them keep the same promises.
+struct FolderKind {
+  const char* name;
+  std::unique_ptr<Folder> (*open)(const std::string& path);
+
+  friend void PrintTo(const FolderKind& kind, std::ostream* out) { *out << kind.name; }
+};
+
+class FolderContract : public FolderTest, public ::testing::WithParamInterface<FolderKind> {
+ protected:
+  FolderContract() { folder = GetParam().open(temporary / "inside"); }
+};
+
+template <typename Wrapping>
+std::unique_ptr<Folder> openWrapped(const std::string& path) {
+  return std::make_unique<Wrapping>(openFolder(path));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, FolderContract,
+                         ::testing::Values(FolderKind{"disk", openFolder},
+                                           FolderKind{"faulty", openWrapped<FaultyFolder>},
+                                           FolderKind{"losing", openWrapped<LosingFolder>}));
+
+TEST_P(FolderContract, pathsThatLeadOut_areRefusedByEveryOperation) {
   fs::create_directory(temporary / "inside/sub");
   fs::create_directory_symlink("../outside", temporary / "inside/way");
   fs::create_directory_symlink(temporary / "outside", temporary / "inside/absolute");
@@ -75,7 +98,7 @@ TEST_F(FolderTest, pathsThatLeadOut_areRefusedByEveryOperation) {
   EXPECT_THAT(folder->names(), ElementsAre("absolute", "mine", "sub", "way"));
 }
 
-TEST_F(FolderTest, linkedFolderInside_isRefusedToo) {
+TEST_P(FolderContract, linkedFolderInside_isRefusedToo) {
   // visitAll() does not follow the link, so a file written through it would be unknown next time.
   fs::create_directory(temporary / "inside/2026");
   fs::create_directory_symlink("2026", temporary / "inside/latest");
@@ -83,7 +106,7 @@ TEST_F(FolderTest, linkedFolderInside_isRefusedToo) {
   EXPECT_FALSE(temporary.has("inside/2026/a"));
 }
 
-TEST_F(FolderTest, folderThatWasMovedAway_isNotWrittenTo) {
+TEST_P(FolderContract, folderThatWasMovedAway_isNotWrittenTo) {
   folder->makeFolders("2026");
   put(*folder, "2026/a", "1");
   fs::rename(temporary / "inside/2026", temporary / "trash");
@@ -93,7 +116,7 @@ TEST_F(FolderTest, folderThatWasMovedAway_isNotWrittenTo) {
   EXPECT_FALSE(folder->exists());
 }
 
-TEST_F(FolderTest, createFile_replacesLeftoversAndLinksThemselves) {
+TEST_P(FolderContract, createFile_replacesLeftoversAndLinksThemselves) {
   put(*folder, "a.part", "a long leftover");
   put(*folder, "a.part", "new");
   EXPECT_EQ(folder->readFile("a.part", 3), "new");
@@ -104,7 +127,7 @@ TEST_F(FolderTest, createFile_replacesLeftoversAndLinksThemselves) {
   EXPECT_EQ(codeOf([&] { folder->createFile("none/c.part"); }), ENOENT);
 }
 
-TEST_F(FolderTest, renameWithoutReplacing_leavesWhateverHasTheName) {
+TEST_P(FolderContract, renameWithoutReplacing_leavesWhateverHasTheName) {
   put(*folder, "new", "new");
   put(*folder, "file", "old");
   fs::create_directory(temporary / "inside/folder");
@@ -120,7 +143,7 @@ TEST_F(FolderTest, renameWithoutReplacing_leavesWhateverHasTheName) {
   EXPECT_EQ(codeOf([&] { folder->renameWithoutReplacing("gone", "x"); }), ENOENT);
 }
 
-TEST_F(FolderTest, whatIsMissing_isNothingRatherThanAnError) {
+TEST_P(FolderContract, whatIsMissing_isNothingRatherThanAnError) {
   put(*folder, "file", "x");
   EXPECT_FALSE(folder->status("none"));
   EXPECT_FALSE(folder->status("none/deeper"));
@@ -130,7 +153,7 @@ TEST_F(FolderTest, whatIsMissing_isNothingRatherThanAnError) {
   EXPECT_EQ(codeOf([&] { folder->readFile("none", 1); }), ENOENT);
 }
 
-TEST_F(FolderTest, makeFolders_makesWhatIsMissingAlsoAfterARemoval) {
+TEST_P(FolderContract, makeFolders_makesWhatIsMissingAlsoAfterARemoval) {
   folder->makeFolders("2026/05/20");
   folder->makeFolders("2026/05/20");
   fs::remove_all(temporary / "inside/2026");
@@ -142,7 +165,7 @@ TEST_F(FolderTest, makeFolders_makesWhatIsMissingAlsoAfterARemoval) {
   EXPECT_EQ(codeOf([&] { folder->makeFolders("dangling"); }), EXDEV);
 }
 
-TEST_F(FolderTest, readFile_takesOnlyRegularFilesWithinTheLimit) {
+TEST_P(FolderContract, readFile_takesOnlyRegularFilesWithinTheLimit) {
   const std::string content(200'000, 'x');
   put(*folder, "large", content);
   EXPECT_EQ(folder->readFile("large", content.size()), content);
@@ -166,7 +189,7 @@ TEST_F(FolderTest, privateFolder_isTheUsersAlone) {
   }
 }
 
-TEST_F(FolderTest, removeAll_takesTheFolderAndNothingThatLinksLeadTo) {
+TEST_P(FolderContract, removeAll_takesTheFolderAndNothingThatLinksLeadTo) {
   fs::create_directories(temporary / "outside");
   temporary.write("outside/kept", "x");
   for (const std::string name : {"a/b/c/1", "a/b/2", "a/3", "other"}) {
@@ -186,7 +209,7 @@ TEST_F(FolderTest, removeAll_takesTheFolderAndNothingThatLinksLeadTo) {
   EXPECT_EQ(temporary.read("outside/kept"), "x");
 }
 
-TEST_F(FolderTest, overwrite_replacesBytesInPlace) {
+TEST_P(FolderContract, overwrite_replacesBytesInPlace) {
   const auto file = folder->createFile("a");
   const auto bytes = [](std::string_view text) { return std::as_bytes(std::span{text}); };
   file->append(bytes("0123456789"));
@@ -196,7 +219,7 @@ TEST_F(FolderTest, overwrite_replacesBytesInPlace) {
   EXPECT_EQ(temporary.read("inside/a"), "01ab456789!");
 }
 
-TEST_F(FolderTest, visitAll_findsEverythingOnceAndFollowsNoLink) {
+TEST_P(FolderContract, visitAll_findsEverythingOnceAndFollowsNoLink) {
   temporary.write("inside/a/b/c", "123");
   temporary.write("inside/closed/d", "");
   fs::create_directory_symlink("..", temporary / "inside/a/up");
@@ -248,7 +271,7 @@ TEST_F(FolderTest, lockThatIsHeldForAMoment_isWaitedFor) {
   EXPECT_TRUE(folder->lock());
 }
 
-TEST_F(FolderTest, secondHandle_cannotTakeTheLockUntilTheFirstGoes) {
+TEST_P(FolderContract, secondHandle_cannotTakeTheLockUntilTheFirstGoes) {
   const auto second = openFolder(temporary / "inside");
   EXPECT_TRUE(folder->lock());
   EXPECT_TRUE(folder->lock());
@@ -257,7 +280,7 @@ TEST_F(FolderTest, secondHandle_cannotTakeTheLockUntilTheFirstGoes) {
   EXPECT_TRUE(second->lock());
 }
 
-TEST_F(FolderTest, removedRoot_noLongerExists) {
+TEST_P(FolderContract, removedRoot_noLongerExists) {
   EXPECT_TRUE(folder->exists());
   EXPECT_GT(folder->freeBytes(), 0U);
   fs::remove_all(temporary / "inside");
@@ -265,7 +288,7 @@ TEST_F(FolderTest, removedRoot_noLongerExists) {
   EXPECT_NE(codeOf([&] { folder->createFile("a"); }), 0);
 }
 
-TEST_F(FolderTest, modificationTime_isKeptToTheMillisecond) {
+TEST_P(FolderContract, modificationTime_isKeptToTheMillisecond) {
   for (const std::int64_t count : {1'779'278'400'123L, -86'399'999L}) {
     const Instant time{std::chrono::milliseconds{count}};
     folder->createFile("a")->close();
@@ -315,7 +338,7 @@ TEST_F(FolderTest, atomicWrite_powerThatFailsLeavesTheOldOrTheNewFile) {
   EXPECT_GT(olds, 6);
 }
 
-TEST_F(FolderTest, atomicWrite_ofSeveralWritersLeavesOneWholeFile) {
+TEST_P(FolderContract, atomicWrite_ofSeveralWritersLeavesOneWholeFile) {
   const auto contentOf = [](char letter) { return std::string(300'000, letter); };
   std::atomic<int> working = 2;
   const auto writer = [&](char letter) {
@@ -340,7 +363,7 @@ TEST_F(FolderTest, atomicWrite_ofSeveralWritersLeavesOneWholeFile) {
   EXPECT_THAT(folder->names(), ElementsAre("cache.jsonl"));
 }
 
-TEST_F(FolderTest, leftOversOfKilledWriters_goWhenTheyAreOld) {
+TEST_P(FolderContract, leftOversOfKilledWriters_goWhenTheyAreOld) {
   const auto old = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()) -
                    std::chrono::hours{2};
   for (const char* const name :
