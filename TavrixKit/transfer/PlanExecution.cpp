@@ -1,7 +1,6 @@
 #include "transfer/PlanExecution.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <thread>
 
@@ -10,8 +9,8 @@
 namespace tavrix {
 
 bool stopsRun(const FileError& error, const Folder& destination) {
-  constexpr std::array codes{ENOSPC, EDQUOT, EROFS, EIO, ENODEV, ENXIO, ESTALE, ENOTCONN};
-  return std::find(codes.begin(), codes.end(), error.code()) != codes.end() ||
+  const int code = error.code();
+  return code == ENOSPC || code == EDQUOT || code == EROFS || meansLostVolume(code) ||
          !destination.exists();
 }
 

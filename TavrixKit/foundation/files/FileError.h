@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <exception>
 #include <string>
 
@@ -35,5 +38,12 @@ class FileError : public std::exception {
   std::string path_;
   int code_;
 };
+
+/// Returns true for the codes with which a volume fails when its disk or its server is gone.
+inline bool meansLostVolume(int code) {
+  constexpr std::array codes{EIO,        ENODEV,    ENXIO,    ESTALE,       ENOTCONN, ECONNABORTED,
+                             ECONNRESET, EHOSTDOWN, ENETDOWN, EHOSTUNREACH, ETIMEDOUT};
+  return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
 
 }  // namespace tavrix

@@ -31,6 +31,8 @@ struct AwaitingPhone {
 };
 /// Until the volume has room.
 struct AwaitingSpace {};
+/// Until the volume of the destination is back.
+struct AwaitingDestination {};
 /// The destination is being opened again.
 struct Reopening {};
 /// The record is being written.
@@ -38,8 +40,8 @@ struct Recording {};
 struct Ended {};
 }  // namespace run_stage
 using RunStage = std::variant<run_stage::Copying, run_stage::Cancelling, run_stage::AwaitingPhone,
-                              run_stage::AwaitingSpace, run_stage::Reopening, run_stage::Recording,
-                              run_stage::Ended>;
+                              run_stage::AwaitingSpace, run_stage::AwaitingDestination,
+                              run_stage::Reopening, run_stage::Recording, run_stage::Ended>;
 
 /// The sums over the plan of a run.
 struct RunTotals {

@@ -65,7 +65,54 @@ std::optional<std::uint64_t> freeBytesAt(const std::string& path,
   }
 }
 
+/// Returns true if a folder has at least one of the files that the run left or found in its
+/// destination, and all of those that are looked at.
+bool hasFilesOf(const Run& run, const Folder& folder) {
+  constexpr std::size_t mostKnown = 100;
+  std::size_t count = 0;
+  for (const FileOutcome& file : run.outcome.report->files) {
+    if (!file.path) continue;
+    const auto status = folder.status(*file.path);
+    if (!status || status->size != file.bytesOnDisk) return false;
+    ++count;
+  }
+  const auto& known = run.plan->knownPaths;
+  for (std::size_t i = 0; i < std::min(known.size(), mostKnown); ++i, ++count) {
+    if (!folder.status(known[i])) return false;
+  }
+  return count > 0;
+}
+
+/// Returns true if the destination failed in a way in which it fails when its volume goes.
+bool mayHaveLostVolume(const RunOutcome& outcome) {
+  if (!outcome.interruption) return false;
+  const int code = outcome.interruption->code();
+  return meansLostVolume(code) || code == ENOENT;
+}
+
+/// Returns true if a volume may still be on its way back.
+bool isVolumeUnstable(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const FileError& error) {
+    return meansLostVolume(error.code());
+  } catch (...) {
+    return false;
+  }
+}
+
 }  // namespace
+
+/// The state of the folder at the path of the destination.
+struct RunControl::DestinationLook {
+  enum class State {
+    there,
+    away,  ///< its volume is not there
+    gone,  ///< the folder was removed or moved, or another one has its place
+  };
+  State state = State::gone;
+  std::optional<FolderIdentity> folder;  ///< if it is there; a share may get another identity
+};
 
 RunTotals totalsOf(const std::vector<FolderNaming::Row>& rows, const TransferPlan& plan) {
   std::vector<TransferFolder> folders;
@@ -271,6 +318,11 @@ void RunControl::land(AttemptEnd end) {
     return pauseForPhone(PhoneError::Kind::gone);
   }
   if (isOutOfSpace(run_.outcome)) return meetFullDisk(end.hasLanded);
+  if (end.hasLanded) losses_ = 0;
+  // Packing starts from the beginning in any case.
+  if (!end.failure && !run_.outcome.isPacked && mayHaveLostVolume(run_.outcome)) {
+    return lookForDestination();
+  }
   if (end.failure) return concludeFailed(end.failure);
   conclude();
 }
@@ -345,6 +397,61 @@ void RunControl::landSpace(std::optional<std::uint64_t> free) {
   resume();
 }
 
+void RunControl::lookForDestination() {
+  run_.stage = run_stage::AwaitingDestination{};
+  computeThen(
+      services_.transferring, services_.loop, life_,
+      [open = services_.openExisting, run = run_] {
+        return std::make_shared<DestinationLook>(lookAt(open, run));
+      },
+      [this](const std::shared_ptr<DestinationLook>& look) {
+        if (run_.is<run_stage::AwaitingDestination>()) landDestination(*look);
+      });
+}
+
+RunControl::DestinationLook RunControl::lookAt(const ModelServices::OpenFolder& open,
+                                               const Run& run) {
+  using State = DestinationLook::State;
+  const auto found = folderIdentity(run.destination);
+  try {
+    // The system may still know the folder of a share whose server does not answer.
+    const auto folder = found ? open(run.destination) : nullptr;
+    if (folder) folder->names();
+    const bool isSame = folder && found == run.folder;
+    if (isSame || (folder && hasFilesOf(run, *folder))) return {State::there, found};
+    // Perhaps another volume of the same person. Only the next run may decide that.
+    const std::string marker = DestinationMarker::fileName(run.source.phone.hash);
+    if (folder && folder->status(marker)) return {};
+  } catch (const std::exception&) {
+    return {State::away, {}};
+  }
+  const bool isAway = run.folder && isVolumeAway(run.destination, *run.folder);
+  return {isAway ? State::away : State::gone, {}};
+}
+
+void RunControl::landDestination(const DestinationLook& look) {
+  constexpr int mostLosses = 3;
+  switch (look.state) {
+    case DestinationLook::State::gone:
+      return conclude();
+    case DestinationLook::State::away:
+      if (!surroundings_.state->pause) {
+        writeLog(*services_.log, "transfer paused: destination gone");
+      }
+      publishPause(run_pause::Destination{run_.destination});
+      return postIfStill<run_stage::AwaitingDestination>(spacePollInterval,
+                                                         [this] { lookForDestination(); });
+    case DestinationLook::State::there:
+      break;
+  }
+  // A volume that is there and fails all the same is not waited for.
+  if (!surroundings_.state->pause && run_.outcome.interruption->code() == EIO) return conclude();
+  if (++losses_ > mostLosses) return conclude();
+  writeLog(*services_.log, "transfer: destination is back — continuing");
+  run_.folder = look.folder;
+  resume();
+}
+
 void RunControl::resume() {
   if (attempt_) {
     run_.stage = run_stage::Copying{};
@@ -370,6 +477,7 @@ void RunControl::landReopened(Reopened& reopened) {
     publishPause(run_pause::Busy{});
     return postIfStill<run_stage::Reopening>(spacePollInterval, [this] { resume(); });
   }
+  if (run_.outcome.interruption && isVolumeUnstable(reopened.failure)) return lookForDestination();
   concludeFailed(reopened.failure);
 }
 

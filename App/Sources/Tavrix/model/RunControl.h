@@ -49,6 +49,7 @@ class RunControl {
  private:
   struct Reopened;
   struct ProgressSlot;
+  struct DestinationLook;
 
   void startAttempt(HeldDestination destination);
   std::shared_ptr<RunAttempt> attemptOn(HeldDestination destination);
@@ -60,6 +61,10 @@ class RunControl {
   void meetFullDisk(bool hasLanded);
   void pauseForSpace();
   void landSpace(std::optional<std::uint64_t> free);
+  /// Looks whether the volume of the destination went away, and then waits until it is back.
+  void lookForDestination();
+  static DestinationLook lookAt(const ModelServices::OpenFolder& open, const Run& run);
+  void landDestination(const DestinationLook& look);
   void resume();
   static std::shared_ptr<Reopened> reopen(const ModelServices::OpenFolder& open, const Run& run);
   void landReopened(Reopened& reopened);
@@ -92,6 +97,8 @@ class RunControl {
   std::uint64_t phoneWaits_ = 0;
   /// The number of failures for lack of space, despite free space, since a file last landed.
   int refusals_ = 0;
+  /// The number of times that the destination failed and was there again, since a file last landed.
+  int losses_ = 0;
 };
 
 }  // namespace tavrix

@@ -19,6 +19,11 @@ struct FolderIdentity {
 /// Returns nullopt if the path is not a folder or the system does not report one.
 std::optional<FolderIdentity> folderIdentity(const std::string& path);
 
+/// Returns true if the volume of a folder that was at `path` is not there any more: the path, or
+/// the nearest folder above it that exists, is of another volume or does not answer. Returns false
+/// if the folder alone was removed or moved.
+bool isVolumeAway(const std::string& path, const FolderIdentity& identity);
+
 /// A file system, or a folder of one, mounted at a path of this computer.
 struct Mount {
   std::string point;  ///< the mount point

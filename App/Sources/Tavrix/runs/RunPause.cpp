@@ -1,5 +1,6 @@
 #include "runs/RunPause.h"
 
+#include "foundation/Text.h"
 #include "text/DeviceText.h"
 #include "text/RunSentences.h"
 
@@ -15,6 +16,9 @@ struct Teller {
   std::string operator()(const run_pause::DiskFull& pause) const {
     return say(language, sentences::diskFull, bytesText(language, pause.missingBytes),
                bytesText(language, pause.freeBytes));
+  }
+  std::string operator()(const run_pause::Destination& pause) const {
+    return say(language, sentences::destinationAway, printable(pause.path));
   }
   std::string operator()(const run_pause::Busy&) const {
     return say(language, sentences::destinationInUse);

@@ -23,12 +23,18 @@ struct DiskFull {
   std::uint64_t freeBytes = 0;
   friend bool operator==(const DiskFull&, const DiskFull&) = default;
 };
+/// The volume of the destination went away.
+struct Destination {
+  std::string path;
+  friend bool operator==(const Destination&, const Destination&) = default;
+};
 /// Another run is writing to the destination.
 struct Busy {
   friend bool operator==(const Busy&, const Busy&) = default;
 };
 }  // namespace run_pause
-using RunPause = std::variant<run_pause::Phone, run_pause::DiskFull, run_pause::Busy>;
+using RunPause =
+    std::variant<run_pause::Phone, run_pause::DiskFull, run_pause::Destination, run_pause::Busy>;
 
 /// Returns the reason and what the user can do about it, as one or more sentences.
 std::string pauseText(Language language, const RunPause& pause);

@@ -66,6 +66,13 @@ inline constexpr Sentence<std::string, std::string> diskFull{
     "There is no space on the disk: {} more is needed ({} free). Free some space — I will carry on "
     "by myself."};
 
+inline constexpr Sentence<std::string> destinationAway{
+    "Папка назначения «{}» недоступна: диск или сетевая папка отключились. Подключите — продолжу "
+    "сам.",
+    "The destination “{}” cannot be reached: its disk or share was disconnected. Connect it — I "
+    "will "
+    "carry on by myself."};
+
 inline constexpr Sentence<> destinationInUse{
     "В эту папку сейчас пишет другой перенос. Когда он закончится — продолжу сам.",
     "Another transfer is writing to this folder. When it has ended, I will carry on by myself."};

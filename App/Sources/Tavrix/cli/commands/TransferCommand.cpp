@@ -40,6 +40,7 @@ void tellLoaded(const CommandContext& context, const Library& library, const Tra
 /// Returns the sentence for the end of a pause.
 const Sentence<>& endOf(const RunPause& pause) {
   if (std::holds_alternative<run_pause::DiskFull>(pause)) return sentences::spaceIsFree;
+  if (std::holds_alternative<run_pause::Destination>(pause)) return sentences::destinationIsBack;
   const bool wasBusy = std::holds_alternative<run_pause::Busy>(pause);
   return wasBusy ? sentences::folderIsFree : sentences::phoneIsBack;
 }

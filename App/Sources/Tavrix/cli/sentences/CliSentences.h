@@ -256,6 +256,8 @@ inline constexpr Sentence<Text, Text> runInterrupted{
     "The transfer was stopped: {} (“{}”); fix the problem and run it again to transfer the rest."};
 inline constexpr Sentence<> spaceIsFree{"Место появилось — продолжаю.",
                                         "There is free space again — carrying on."};
+inline constexpr Sentence<> destinationIsBack{"Папка назначения снова на месте — продолжаю.",
+                                              "The destination is back — carrying on."};
 inline constexpr Sentence<> folderIsFree{"Другой перенос закончился — продолжаю.",
                                          "The other transfer has ended — carrying on."};
 inline constexpr Sentence<> archivesTitle{"Файлы лягут в архивы:", "The files go into archives:"};

@@ -52,6 +52,7 @@ struct TransferScenario : testing::Test {
   }
   void press(const char* text) {
     QCoreApplication::processEvents();
+    window.grabWindow();  // everything gets its place
     const auto fits = [&](const QString& shown) { return shown == QString::fromUtf8(text); };
     auto* const button = itemWith(*window.contentItem(), "QQuickAbstractButton", fits);
     ASSERT_NE(button, nullptr) << text;

@@ -1,5 +1,7 @@
 // The runs of a model: what prevents them, what they pause for, and how they end.
 
+#include <sys/mount.h>
+
 #include "model/tests/support/ModelHarness.h"
 
 namespace tavrix {
@@ -223,6 +225,114 @@ TEST_F(AppModelRunTest, fullDisk_waitsForSpaceAndGoesOnByItself) {
   checkWhole(12);
   EXPECT_EQ(record().status, TransferRecord::Status::completed);
   EXPECT_TRUE(log.has("transfer: space freed — continuing"));
+}
+
+/// A destination on a volume of its own, which can go and come back.
+struct AppModelVolumeTest : AppModelRunTest {
+  void SetUp() override {
+    if (::mount("tmpfs", volume.path().c_str(), "tmpfs", 0, "size=1m") != 0) {
+      GTEST_SKIP() << "mounting is not permitted here";
+    }
+    attach(volume.path());
+    makeReady();
+    fullCode = ENOTCONN;
+  }
+  void TearDown() override {
+    phone.beforeFile = nullptr;
+    writesUntilFull = -1;
+    model = nullptr;
+    for (const TemporaryFolder* const folder : {&destination, &other, &volume}) {
+      while (::umount2(folder->path().c_str(), MNT_DETACH) == 0) {
+      }
+    }
+  }
+  void attach(const std::string& path) {
+    ASSERT_EQ(::mount(path.c_str(), destination.path().c_str(), nullptr, MS_BIND, nullptr), 0);
+  }
+  static void detach(const std::string& path) { ASSERT_EQ(::umount2(path.c_str(), MNT_DETACH), 0); }
+  /// Transfers, and the volume goes during a file.
+  void loseAt(int number) {
+    phone.beforeFile = [this, number, count = 0]() mutable {
+      if (++count != number) return;
+      writesUntilFull = 0;
+      detach(destination.path());
+    };
+    transfer();
+  }
+  void passSeconds(int count) {
+    loop.advance(seconds{count});
+    settle();
+  }
+
+  TemporaryFolder volume;
+  TemporaryFolder other;
+};
+
+TEST_F(AppModelVolumeTest, volumeThatGoes_isWaitedForAndTheRestIsCopied) {
+  loseAt(5);
+  ASSERT_TRUE(isTransferring());
+  EXPECT_EQ(transferPausedReason(state(), Language::russian),
+            "Папка назначения «" + destination.path() +
+                "» недоступна: диск или сетевая папка отключились. Подключите — продолжу сам.");
+  EXPECT_TRUE(log.has("transfer paused: destination gone"));
+  passSeconds(60);
+  ASSERT_TRUE(isTransferring());
+  EXPECT_TRUE(std::filesystem::is_empty(destination.path())) << "nothing is written below it";
+  attach(volume.path());
+  writesUntilFull = -1;
+  passSeconds(5);
+  EXPECT_EQ(report().copied, 12);
+  checkWhole(12);
+  EXPECT_EQ(record().status, TransferRecord::Status::completed);
+  EXPECT_TRUE(log.has("transfer: destination is back — continuing"));
+}
+
+TEST_F(AppModelVolumeTest, volumeWithAnotherIdentity_isKnownByItsFiles) {
+  transfer();
+  ASSERT_EQ(report().copied, 12);
+  model->leaveSummary();
+  for (int i = 12; i < 18; ++i) phone.addFile(i);
+  plug();
+  settle();
+  loseAt(3);
+  ASSERT_EQ(::mount("tmpfs", other.path().c_str(), "tmpfs", 0, "size=1m"), 0);
+  writesUntilFull = -1;
+  // An empty volume is not the one that went.
+  attach(other.path());
+  passSeconds(5);
+  ASSERT_TRUE(isTransferring());
+  EXPECT_TRUE(std::filesystem::is_empty(destination.path()));
+  std::filesystem::copy(volume.path(), other.path(), std::filesystem::copy_options::recursive);
+  passSeconds(5);
+  ASSERT_FALSE(isTransferring());
+  EXPECT_EQ(report().copied, 6);
+  checkWhole(18);
+}
+
+TEST_F(AppModelVolumeTest, volumeThatCannotBeTold_isLeftToTheNextRun) {
+  loseAt(5);
+  ASSERT_EQ(::mount("tmpfs", other.path().c_str(), "tmpfs", 0, "size=1m"), 0);
+  // A record of the phone, but none of the run's files.
+  other.write(DestinationMarker::fileName(phone.source().phone.hash),
+              DestinationMarker::encode({1, phone.source().phone.hash, "iPhone", "", {}, {}, {}}));
+  attach(other.path());
+  writesUntilFull = -1;
+  passSeconds(5);
+  ASSERT_FALSE(isTransferring());
+  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
+  model->leaveSummary();
+  settle();
+  transfer();
+  EXPECT_EQ(report().copied, 12);
+  checkWhole(12);
+}
+
+TEST_F(AppModelVolumeTest, waitForTheVolume_canBeCancelled) {
+  loseAt(5);
+  ASSERT_TRUE(isTransferring());
+  model->cancelTransfer();
+  settle();
+  EXPECT_EQ(record().status, TransferRecord::Status::cancelled);
 }
 
 TEST_F(AppModelRunTest, quotaThatIsUsedUp_isWaitedForLikeAFullDisk) {

@@ -1,7 +1,9 @@
 #include <sys/stat.h>
 
 #include <array>
+#include <cerrno>
 
+#include "foundation/files/AtomicFile.h"
 #include "foundation/files/FileError.h"
 #include "foundation/files/FileReader.h"
 #include "runs/Mounts.h"
@@ -12,6 +14,17 @@ std::optional<FolderIdentity> folderIdentity(const std::string& path) {
   struct stat status{};
   if (::stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
   return FolderIdentity{status.st_dev, status.st_ino};
+}
+
+bool isVolumeAway(const std::string& path, const FolderIdentity& identity) {
+  struct stat status{};
+  for (std::string each = path; !each.empty(); each = parentPath(each)) {
+    if (::stat(each.c_str(), &status) == 0) return status.st_dev != identity.volume;
+    if (errno == EACCES) return false;
+    // A share without its server, or a disk without its cable, is still mounted.
+    if (errno != ENOENT && errno != ENOTDIR) return true;
+  }
+  return ::stat("/", &status) == 0 && status.st_dev != identity.volume;
 }
 
 std::vector<Mount> readMounts() {
