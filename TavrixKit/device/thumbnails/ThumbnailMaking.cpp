@@ -104,8 +104,14 @@ class Making {
   /// Returns what the file itself says, for a thumbnail that does not say it.
   std::optional<std::chrono::milliseconds> filmLength() const {
     if (order_.asset.kind() != MediaKind::video) return std::nullopt;
-    const auto picture = tools_.find(*open(), order_.asset, enoughSide(), false);
-    return picture ? picture->filmLength : std::nullopt;
+    try {
+      const auto picture = tools_.find(*open(), order_.asset, enoughSide(), false);
+      return picture ? picture->filmLength : std::nullopt;
+    } catch (const Unwanted&) {
+      throw;
+    } catch (const std::exception&) {
+      return std::nullopt;  // the thumbnail is good without it
+    }
   }
 
   std::unique_ptr<RangedReader> open() const {

@@ -1,6 +1,7 @@
 // The part of the model from the press of the button to the run.
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "library/PlanSummary.h"
@@ -41,6 +42,7 @@ struct AppModel::Prepared {
   DestinationFindings findings;
   Shared<Run::GroupIDs> unchecked;
   std::optional<FolderIdentity> folder;
+  std::string place;  ///< see Run
   std::exception_ptr failure;
 };
 
@@ -159,6 +161,8 @@ void AppModel::look(Prepared& prepared, const ConnectedSource& source,
     HeldDestination& destination = prepared.destination;
     destination.folder = services.openForWriting(prepared.path);
     prepared.folder = folderIdentity(prepared.path);
+    std::error_code fault;
+    prepared.place = std::filesystem::canonical(prepared.path, fault).string();
     destination.content = Destination::read(*destination.folder, source.phone);
     Library chosen = *prepared.shown;
     const DestinationView& view = destination.content.view;
@@ -224,6 +228,7 @@ void AppModel::beginRun(Prepared& prepared) {
   run.source = *source();
   run.destination = prepared.path;
   run.folder = prepared.folder;
+  run.place = prepared.place;
   run.settings = state_->settings;
   run.savedPresets = state_->savedPresets;
   run.unchecked = prepared.unchecked;

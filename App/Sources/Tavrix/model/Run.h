@@ -63,6 +63,7 @@ struct Run {
   ConnectedSource source;
   std::string destination;
   std::optional<FolderIdentity> folder;    ///< which folder that is; no other is written to
+  std::string place;                       ///< its absolute path without links
   std::shared_ptr<const Library> library;  ///< with the chosen folders only
   std::shared_ptr<const Library> shown;    ///< with all folders
   Shared<Settings> settings;

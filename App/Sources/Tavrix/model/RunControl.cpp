@@ -65,22 +65,29 @@ std::optional<std::uint64_t> freeBytesAt(const std::string& path,
   }
 }
 
-/// Returns true if a folder has at least one of the files that the run left or found in its
-/// destination, and all of those that are looked at.
-bool hasFilesOf(const Run& run, const Folder& folder) {
-  constexpr std::size_t mostKnown = 100;
-  std::size_t count = 0;
+/// The files that a run counts as copied or found, compared with what a folder has.
+struct FilesThere {
+  std::uint64_t landed = 0;  ///< copied by this run
+  bool areAll = true;        ///< nothing that the run counts is missing
+};
+
+FilesThere filesThere(const Run& run, const Folder& folder) {
+  FilesThere there;
+  const auto fileAt = [&](const std::string& path) {
+    const auto status = folder.status(path);
+    return status && status->type == FileStatus::Type::file ? status : std::nullopt;
+  };
   for (const FileOutcome& file : run.outcome.report->files) {
     if (!file.path) continue;
-    const auto status = folder.status(*file.path);
-    if (!status || status->size != file.bytesOnDisk) return false;
-    ++count;
+    const auto status = fileAt(*file.path);
+    there.areAll = there.areAll && status && status->size == file.bytesOnDisk;
+    ++there.landed;
   }
-  const auto& known = run.plan->knownPaths;
-  for (std::size_t i = 0; i < std::min(known.size(), mostKnown); ++i, ++count) {
-    if (!folder.status(known[i])) return false;
+  for (const std::string& known : run.plan->knownPaths) {
+    if (!there.areAll) break;
+    there.areAll = fileAt(known).has_value();
   }
-  return count > 0;
+  return there;
 }
 
 /// Returns true if the destination failed in a way in which it fails when its volume goes.
@@ -152,6 +159,10 @@ std::shared_ptr<RunControl::Reopened> RunControl::reopen(const ModelServices::Op
       throw DestinationError{DestinationError::Kind::missing, run.destination};
     }
     reopened->destination.folder = open(run.destination);
+    // Another volume may have taken its place meanwhile.
+    if (folderIdentity(run.destination) != run.folder) {
+      throw DestinationError{DestinationError::Kind::missing, run.destination};
+    }
     reopened->destination.content =
         Destination::read(*reopened->destination.folder, run.source.phone);
   } catch (...) {
@@ -412,20 +423,24 @@ void RunControl::lookForDestination() {
 RunControl::DestinationLook RunControl::lookAt(const ModelServices::OpenFolder& open,
                                                const Run& run) {
   using State = DestinationLook::State;
-  const auto found = folderIdentity(run.destination);
+  const bool isAway = run.folder && isVolumeAway(run.place, *run.folder);
   try {
-    // The system may still know the folder of a share whose server does not answer.
+    const auto found = folderIdentity(run.destination);
     const auto folder = found ? open(run.destination) : nullptr;
-    if (folder) folder->names();
-    const bool isSame = folder && found == run.folder;
-    if (isSame || (folder && hasFilesOf(run, *folder))) return {State::there, found};
-    // Perhaps another volume of the same person. Only the next run may decide that.
-    const std::string marker = DestinationMarker::fileName(run.source.phone.hash);
-    if (folder && folder->status(marker)) return {};
+    if (folder == nullptr) return {isAway ? State::away : State::gone, {}};
+    // The system may still know the folder of a share whose server does not answer.
+    folder->names();
+    const FilesThere files = filesThere(run, *folder);
+    const bool isSame = found == run.folder;
+    // Numbers of volumes are given again, so the same identity alone proves nothing. What was
+    // written last may have been lost with the volume; then the next run copies it again.
+    if (files.areAll && (isSame || (isAway && files.landed > 0))) return {State::there, found};
+    if (isSame || folder->status(DestinationMarker::fileName(run.source.phone.hash))) return {};
+  } catch (const FileError& error) {
+    if (meansLostVolume(error.code()) && error.code() != EIO) return {State::away, {}};
   } catch (const std::exception&) {
-    return {State::away, {}};
+    return {};
   }
-  const bool isAway = run.folder && isVolumeAway(run.destination, *run.folder);
   return {isAway ? State::away : State::gone, {}};
 }
 
@@ -435,7 +450,7 @@ void RunControl::landDestination(const DestinationLook& look) {
     case DestinationLook::State::gone:
       return conclude();
     case DestinationLook::State::away:
-      if (!surroundings_.state->pause) {
+      if (!std::exchange(wasAway_, true)) {
         writeLog(*services_.log, "transfer paused: destination gone");
       }
       publishPause(run_pause::Destination{run_.destination});
@@ -445,7 +460,8 @@ void RunControl::landDestination(const DestinationLook& look) {
       break;
   }
   // A volume that is there and fails all the same is not waited for.
-  if (!surroundings_.state->pause && run_.outcome.interruption->code() == EIO) return conclude();
+  const bool wasAway = std::exchange(wasAway_, false);
+  if (!wasAway && run_.outcome.interruption->code() == EIO) return conclude();
   if (++losses_ > mostLosses) return conclude();
   writeLog(*services_.log, "transfer: destination is back — continuing");
   run_.folder = look.folder;

@@ -99,6 +99,7 @@ class RunControl {
   int refusals_ = 0;
   /// The number of times that the destination failed and was there again, since a file last landed.
   int losses_ = 0;
+  bool wasAway_ = false;  ///< the run waits, or waited, for the volume of the destination
 };
 
 }  // namespace tavrix

@@ -8,8 +8,8 @@
 
 namespace tavrix {
 
-/// Identifies a folder independently of the path to it. Another volume mounted at the same path has
-/// another identity.
+/// Identifies a folder independently of the path to it, as long as its volume is mounted. Another
+/// volume mounted at the same time has another identity; a later one may get the same.
 struct FolderIdentity {
   std::uint64_t volume = 0;
   std::uint64_t folder = 0;
@@ -22,6 +22,7 @@ std::optional<FolderIdentity> folderIdentity(const std::string& path);
 /// Returns true if the volume of a folder that was at `path` is not there any more: the path, or
 /// the nearest folder above it that exists, is of another volume or does not answer. Returns false
 /// if the folder alone was removed or moved.
+/// `path` must be absolute and free of links.
 bool isVolumeAway(const std::string& path, const FolderIdentity& identity);
 
 /// A file system, or a folder of one, mounted at a path of this computer.

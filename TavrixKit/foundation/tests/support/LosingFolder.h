@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
 #include <limits>
 #include <map>
@@ -190,7 +191,7 @@ inline void forEachPowerFailure(const std::function<void(Folder&)>& prepare,
       const TemporaryFolder temporary;
       LosingFolder folder{openFolder(temporary.path())};
       prepare(folder);
-      int count = 0;
+      std::atomic<int> count = 0;  // folders are used on several threads
       folder.faults().rule = [&](FileOperation operation, const std::string& path) {
         if (++count >= failAt) throw FileError{operation, path, EIO};
       };

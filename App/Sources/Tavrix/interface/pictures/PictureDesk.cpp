@@ -90,7 +90,6 @@ ThumbnailRequest PictureDesk::request(const MediaAsset& asset, std::uint32_t sid
                           take = std::move(take)](const ThumbnailAnswer& answer) {
                            if (answer.isFinal || answer.state == ThumbnailAnswer::State::notNow)
                              state->reset();
-                           noteFilmLength(asset, answer.filmLength);
                            if (answer.image == nullptr) return;
                            const auto& jpeg = answer.image->jpeg;
                            QImage image = QImage::fromData(
@@ -99,6 +98,7 @@ ThumbnailRequest PictureDesk::request(const MediaAsset& asset, std::uint32_t sid
                            if (image.isNull()) return;
                            shown_.insert(key, new QImage{image}, image.sizeInBytes());
                            take(image);
+                           noteFilmLength(asset, answer.filmLength);
                          });
 }
 

@@ -133,14 +133,15 @@ TEST_F(TransferScenario, fileThatCannotBeRead_isNamedAndTakenByAnotherTry) {
 TEST_F(TransferScenario, nothingIsTransferred_withoutAnythingToTransfer) {
   press("Uncheck All");
   settle();
-  EXPECT_THAT(copies(), ElementsAre());
   press("Transfer");
   EXPECT_TRUE(shows("OK")) << "a sentence about what is missing";
+  EXPECT_THAT(copies(), ElementsAre());
   press("OK");
   press("Check All");
   settle();
   press("Transfer 12 files");
   ASSERT_TRUE(comesToShow("All snapshots are on this computer"));
+  EXPECT_THAT(copies(), SizeIs(12));
 }
 
 }  // namespace

@@ -230,7 +230,7 @@ TEST_F(AppModelRunTest, fullDisk_waitsForSpaceAndGoesOnByItself) {
 /// A destination on a volume of its own, which can go and come back.
 struct AppModelVolumeTest : AppModelRunTest {
   void SetUp() override {
-    if (::mount("tmpfs", volume.path().c_str(), "tmpfs", 0, "size=1m") != 0) {
+    if (::mount("tmpfs", volume.path().c_str(), "tmpfs", 0, "size=8m") != 0) {
       GTEST_SKIP() << "mounting is not permitted here";
     }
     attach(volume.path());
@@ -250,6 +250,13 @@ struct AppModelVolumeTest : AppModelRunTest {
     ASSERT_EQ(::mount(path.c_str(), destination.path().c_str(), nullptr, MS_BIND, nullptr), 0);
   }
   static void detach(const std::string& path) { ASSERT_EQ(::umount2(path.c_str(), MNT_DETACH), 0); }
+  /// Enough for some to land before the run's end.
+  static constexpr int manyFiles = 400;
+  void addManyFiles() {
+    for (int i = 12; i < manyFiles; ++i) phone.addFile(i);
+    plug();
+    settle();
+  }
   /// Transfers, and the volume goes during a file.
   void loseAt(int number) {
     phone.beforeFile = [this, number, count = 0]() mutable {
@@ -288,14 +295,9 @@ TEST_F(AppModelVolumeTest, volumeThatGoes_isWaitedForAndTheRestIsCopied) {
 }
 
 TEST_F(AppModelVolumeTest, volumeWithAnotherIdentity_isKnownByItsFiles) {
-  transfer();
-  ASSERT_EQ(report().copied, 12);
-  model->leaveSummary();
-  for (int i = 12; i < 18; ++i) phone.addFile(i);
-  plug();
-  settle();
-  loseAt(3);
-  ASSERT_EQ(::mount("tmpfs", other.path().c_str(), "tmpfs", 0, "size=1m"), 0);
+  addManyFiles();
+  loseAt(390);
+  ASSERT_EQ(::mount("tmpfs", other.path().c_str(), "tmpfs", 0, "size=8m"), 0);
   writesUntilFull = -1;
   // An empty volume is not the one that went.
   attach(other.path());
@@ -305,8 +307,40 @@ TEST_F(AppModelVolumeTest, volumeWithAnotherIdentity_isKnownByItsFiles) {
   std::filesystem::copy(volume.path(), other.path(), std::filesystem::copy_options::recursive);
   passSeconds(5);
   ASSERT_FALSE(isTransferring());
-  EXPECT_EQ(report().copied, 6);
-  checkWhole(18);
+  EXPECT_EQ(report().copied, manyFiles);
+  checkWhole(manyFiles);
+}
+
+TEST_F(AppModelVolumeTest, volumeThatLostWhatLanded_endsTheRunInsteadOfCountingIt) {
+  addManyFiles();
+  loseAt(390);
+  ASSERT_TRUE(isTransferring());
+  // The names that were written last never reached the disk.
+  std::string lost;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator{volume.path()}) {
+    if (entry.path().extension() == ".HEIC") lost = entry.path();
+  }
+  ASSERT_TRUE(std::filesystem::remove(lost));
+  writesUntilFull = -1;
+  attach(volume.path());
+  passSeconds(5);
+  ASSERT_FALSE(isTransferring());
+  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
+  model->leaveSummary();
+  settle();
+  transfer();
+  EXPECT_EQ(record().status, TransferRecord::Status::completed);
+  checkWhole(manyFiles);
+}
+
+TEST_F(AppModelVolumeTest, diskThatFailsButStays_isNotWaitedFor) {
+  fullCode = EIO;
+  phone.beforeFile = [this, count = 0]() mutable {
+    if (++count == 5) writesUntilFull = 0;
+  };
+  transfer();
+  ASSERT_FALSE(isTransferring());
+  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
 }
 
 TEST_F(AppModelVolumeTest, volumeThatCannotBeTold_isLeftToTheNextRun) {
