@@ -43,7 +43,7 @@ void AppModel::refreshDestination() {
   destinationIndex_.request([this, life = std::weak_ptr{life_}, path = state_->destination, phone,
                              shown = destination_, isOwn, looksAhead = services_.looksAhead,
                              files = source() != nullptr ? source()->files : nullptr,
-                             open = services_.openExisting]() -> CoalescedWork::Apply {
+                             open = services_.destinations.openExisting]() -> CoalescedWork::Apply {
     auto look = std::make_shared<DestinationLook>();
     try {
       const auto folder = path ? open(*path) : nullptr;
@@ -92,7 +92,7 @@ void AppModel::requestFindings() {
                      path = *state_->destination, visible = state_->visibleGroups,
                      checks = state_->checks, phone = source()->phone, isCard = source()->isCard,
                      localeID = services_.systemLocaleID,
-                     open = services_.openExisting]() -> CoalescedWork::Apply {
+                     open = services_.destinations.openExisting]() -> CoalescedWork::Apply {
     Shared<DestinationFindings> findings;
     try {
       const auto folder = open(path);

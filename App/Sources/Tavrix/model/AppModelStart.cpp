@@ -146,7 +146,7 @@ std::shared_ptr<const Choosing> AppModel::choosingFor(const Prepared& prepared,
       std::make_shared<const Choosing>(choice, prepared.shown->clock, std::move(recorded));
   if (choosing->knowsAll(foldersOf(prepared.shown->rows))) return choosing;
   // The missing name may be one that a folder has only in the destination.
-  const auto folder = services.openExisting(prepared.path);
+  const auto folder = services.destinations.openExisting(prepared.path);
   const auto content = folder ? Destination::read(*folder, source.phone) : Destination::Content{};
   choosing->check(continuedFolders(prepared.shown->rows, prepared.naming, content.view));
   return choosing;
@@ -159,7 +159,7 @@ void AppModel::look(Prepared& prepared, const ConnectedSource& source,
     // A wrong choice is reported before anything is written.
     prepared.choosing = choosingFor(prepared, source, services);
     HeldDestination& destination = prepared.destination;
-    destination.folder = services.openForWriting(prepared.path);
+    destination.folder = services.destinations.openForWriting(prepared.path);
     prepared.folder = folderIdentity(prepared.path);
     std::error_code fault;
     prepared.place = std::filesystem::canonical(prepared.path, fault).string();

@@ -10,7 +10,7 @@
 #include "foundation/Log.h"
 #include "foundation/StringMap.h"
 #include "foundation/tasks/Background.h"
-#include "runs/Destination.h"
+#include "runs/DestinationAccess.h"
 #include "runs/RunRecording.h"
 #include "settings/defaults/UserDefaults.h"
 
@@ -18,11 +18,10 @@ namespace tavrix {
 
 /// The services that the application model needs. All of them must outlive the model.
 struct ModelServices {
-  using OpenFolder = std::function<std::unique_ptr<Folder>(const std::string&)>;
-
   MainLoop& loop;
   Background background;    ///< for grouping and building displays
   Background transferring;  ///< for copying
+  Background looking;       ///< for looks at a destination that failed, which may not answer
   std::function<Instant()> now;
   std::function<Uuid()> newID;
   Log* log = &silentLog();
@@ -58,9 +57,7 @@ struct ModelServices {
   bool keepsGroupsDebug = false;
   /// Starts to follow the phones on the cable; not called in a demo.
   std::function<void()> watch{};
-  /// Open destination folders, as the functions of the same names do.
-  OpenFolder openForWriting = Destination::openForWriting;
-  OpenFolder openExisting = Destination::openExisting;
+  DestinationAccess destinations{};
 };
 
 }  // namespace tavrix

@@ -32,7 +32,11 @@ struct AwaitingPhone {
 /// Until the volume has room.
 struct AwaitingSpace {};
 /// Until the volume of the destination is back.
-struct AwaitingDestination {};
+struct AwaitingDestination {
+  std::exception_ptr failure;  ///< ends the run if the volume is not away; nullptr: see RunOutcome
+  bool wasAway = false;
+  int looksAtDamage = 0;  ///< that found a disk in its place after it had failed
+};
 /// The destination is being opened again.
 struct Reopening {};
 /// The record is being written.

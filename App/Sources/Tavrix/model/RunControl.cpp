@@ -13,7 +13,8 @@ namespace {
 
 using Status = TransferRecord::Status;
 
-constexpr std::chrono::seconds spacePollInterval{5};
+/// The interval of the looks for space, and for a destination that is away or in use.
+constexpr std::chrono::seconds pollInterval{5};
 /// The interval for retrying a phone that the system still reports as present.
 constexpr std::chrono::seconds phoneRetryInterval{1};
 /// The shortest time between two published states of progress.
@@ -55,7 +56,7 @@ TransferProgressSnapshot ofRun(TransferProgressSnapshot attempt, const Run& run)
 /// Returns nullopt if the destination of the run no longer exists.
 std::optional<std::uint64_t> freeBytesAt(const std::string& path,
                                          const std::optional<FolderIdentity>& identity,
-                                         const ModelServices::OpenFolder& open) {
+                                         const OpenFolder& open) {
   try {
     if (folderIdentity(path) != identity) return std::nullopt;
     const auto folder = open(path);
@@ -65,61 +66,34 @@ std::optional<std::uint64_t> freeBytesAt(const std::string& path,
   }
 }
 
-/// The files that a run counts as copied or found, compared with what a folder has.
-struct FilesThere {
-  std::uint64_t landed = 0;  ///< copied by this run
-  bool areAll = true;        ///< nothing that the run counts is missing
-};
-
-FilesThere filesThere(const Run& run, const Folder& folder) {
-  FilesThere there;
-  const auto fileAt = [&](const std::string& path) {
-    const auto status = folder.status(path);
-    return status && status->type == FileStatus::Type::file ? status : std::nullopt;
-  };
-  for (const FileOutcome& file : run.outcome.report->files) {
-    if (!file.path) continue;
-    const auto status = fileAt(*file.path);
-    there.areAll = there.areAll && status && status->size == file.bytesOnDisk;
-    ++there.landed;
-  }
-  for (const std::string& known : run.plan->knownPaths) {
-    if (!there.areAll) break;
-    there.areAll = fileAt(known).has_value();
-  }
-  return there;
+/// Returns the identity by which a run recognises its destination, and what it counts there.
+WrittenDestination writtenBy(const Run& run) {
+  return {.path = run.destination,
+          .place = run.place,
+          .identity = run.folder,
+          .markerName = DestinationMarker::fileName(run.source.phone.hash),
+          .report = run.outcome.report,
+          .plan = run.plan};
 }
 
-/// Returns true if the destination failed in a way in which it fails when its volume goes.
+/// Returns true if a write to the destination failed in a way in which it fails when its volume
+/// goes.
 bool mayHaveLostVolume(const RunOutcome& outcome) {
-  if (!outcome.interruption) return false;
-  const int code = outcome.interruption->code();
-  return meansLostVolume(code) || code == ENOENT;
+  return outcome.interruption &&
+         tavrix::mayHaveLostVolume(std::make_exception_ptr(*outcome.interruption));
 }
 
-/// Returns true if a volume may still be on its way back.
-bool isVolumeUnstable(const std::exception_ptr& failure) {
+bool isDiskError(const std::exception_ptr& failure) {
   try {
     std::rethrow_exception(failure);
   } catch (const FileError& error) {
-    return meansLostVolume(error.code());
+    return error.code() == EIO;
   } catch (...) {
     return false;
   }
 }
 
 }  // namespace
-
-/// The state of the folder at the path of the destination.
-struct RunControl::DestinationLook {
-  enum class State {
-    there,
-    away,  ///< its volume is not there
-    gone,  ///< the folder was removed or moved, or another one has its place
-  };
-  State state = State::gone;
-  std::optional<FolderIdentity> folder;  ///< if it is there; a share may get another identity
-};
 
 RunTotals totalsOf(const std::vector<FolderNaming::Row>& rows, const TransferPlan& plan) {
   std::vector<TransferFolder> folders;
@@ -151,8 +125,7 @@ struct RunControl::Reopened {
   std::exception_ptr failure;
 };
 
-std::shared_ptr<RunControl::Reopened> RunControl::reopen(const ModelServices::OpenFolder& open,
-                                                         const Run& run) {
+std::shared_ptr<RunControl::Reopened> RunControl::reopen(const OpenFolder& open, const Run& run) {
   auto reopened = std::make_shared<Reopened>();
   try {
     if (folderIdentity(run.destination) != run.folder) {
@@ -332,7 +305,7 @@ void RunControl::land(AttemptEnd end) {
   if (end.hasLanded) losses_ = 0;
   // Packing starts from the beginning in any case.
   if (!end.failure && !run_.outcome.isPacked && mayHaveLostVolume(run_.outcome)) {
-    return lookForDestination();
+    return awaitDestination();
   }
   if (end.failure) return concludeFailed(end.failure);
   conclude();
@@ -381,8 +354,8 @@ void RunControl::meetFullDisk(bool hasLanded) {
 void RunControl::pauseForSpace() {
   run_.stage = run_stage::AwaitingSpace{};
   computeThen(
-      services_.transferring, services_.loop, life_,
-      [open = services_.openExisting, path = run_.destination, identity = run_.folder] {
+      services_.looking, services_.loop, life_,
+      [open = services_.destinations.openExisting, path = run_.destination, identity = run_.folder] {
         return freeBytesAt(path, identity, open);
       },
       [this](std::optional<std::uint64_t> free) {
@@ -393,78 +366,68 @@ void RunControl::pauseForSpace() {
 void RunControl::landSpace(std::optional<std::uint64_t> free) {
   if (!free) {
     run_.outcome.interruption = FileError{FileOperation::open, run_.destination, ENOENT};
-    return conclude();
+    return awaitDestination();
   }
   const bool isPublished = surroundings_.state->pause.has_value();
   if (*free < remainingBytes_) {
     if (!isPublished) writeLog(*services_.log, "transfer paused: disk full (free {})", *free);
     publishPause(run_pause::DiskFull{remainingBytes_ - *free, *free});
-    return postIfStill<run_stage::AwaitingSpace>(spacePollInterval, [this] { pauseForSpace(); });
+    return postIfStill<run_stage::AwaitingSpace>(pollInterval, [this] { pauseForSpace(); });
   }
   if (!isPublished) {
-    return postIfStill<run_stage::AwaitingSpace>(spacePollInterval, [this] { resume(); });
+    return postIfStill<run_stage::AwaitingSpace>(pollInterval, [this] { resume(); });
   }
   writeLog(*services_.log, "transfer: space freed — continuing");
   resume();
 }
 
+void RunControl::awaitDestination(const std::exception_ptr& failure) {
+  run_.stage = run_stage::AwaitingDestination{.failure = failure};
+  lookForDestination();
+}
+
 void RunControl::lookForDestination() {
-  run_.stage = run_stage::AwaitingDestination{};
   computeThen(
-      services_.transferring, services_.loop, life_,
-      [open = services_.openExisting, run = run_] {
-        return std::make_shared<DestinationLook>(lookAt(open, run));
+      services_.looking, services_.loop, life_,
+      [access = services_.destinations, destination = writtenBy(run_)] {
+        return std::make_shared<DestinationLook>(lookFor(destination, access));
       },
       [this](const std::shared_ptr<DestinationLook>& look) {
         if (run_.is<run_stage::AwaitingDestination>()) landDestination(*look);
       });
 }
 
-RunControl::DestinationLook RunControl::lookAt(const ModelServices::OpenFolder& open,
-                                               const Run& run) {
-  using State = DestinationLook::State;
-  const bool isAway = run.folder && isVolumeAway(run.place, *run.folder);
-  try {
-    const auto found = folderIdentity(run.destination);
-    const auto folder = found ? open(run.destination) : nullptr;
-    if (folder == nullptr) return {isAway ? State::away : State::gone, {}};
-    // The system may still know the folder of a share whose server does not answer.
-    folder->names();
-    const FilesThere files = filesThere(run, *folder);
-    const bool isSame = found == run.folder;
-    // Numbers of volumes are given again, so the same identity alone proves nothing. What was
-    // written last may have been lost with the volume; then the next run copies it again.
-    if (files.areAll && (isSame || (isAway && files.landed > 0))) return {State::there, found};
-    if (isSame || folder->status(DestinationMarker::fileName(run.source.phone.hash))) return {};
-  } catch (const FileError& error) {
-    if (meansLostVolume(error.code()) && error.code() != EIO) return {State::away, {}};
-  } catch (const std::exception&) {
-    return {};
-  }
-  return {isAway ? State::away : State::gone, {}};
+void RunControl::lookAgain() {
+  postIfStill<run_stage::AwaitingDestination>(pollInterval, [this] { lookForDestination(); });
 }
 
 void RunControl::landDestination(const DestinationLook& look) {
   constexpr int mostLosses = 3;
+  constexpr int mostLooksAtDamage = 3;
+  auto& waiting = std::get<run_stage::AwaitingDestination>(run_.stage);
   switch (look.state) {
     case DestinationLook::State::gone:
-      return conclude();
+      return concludeLost(waiting.failure);
     case DestinationLook::State::away:
-      if (!std::exchange(wasAway_, true)) {
+      if (!std::exchange(waiting.wasAway, true)) {
         writeLog(*services_.log, "transfer paused: destination gone");
       }
       publishPause(run_pause::Destination{run_.destination});
-      return postIfStill<run_stage::AwaitingDestination>(spacePollInterval,
-                                                         [this] { lookForDestination(); });
+      return lookAgain();
     case DestinationLook::State::there:
       break;
   }
-  // A volume that is there and fails all the same is not waited for.
-  const bool wasAway = std::exchange(wasAway_, false);
-  if (!wasAway && run_.outcome.interruption->code() == EIO) return conclude();
-  if (++losses_ > mostLosses) return conclude();
+  const auto& interruption = run_.outcome.interruption;
+  const bool isDamage = waiting.failure ? isDiskError(waiting.failure)
+                                        : interruption && interruption->code() == EIO;
+  if (!waiting.wasAway && isDamage) {
+    // The system may notice a pulled disk a little later. One that stays and fails is damaged.
+    if (++waiting.looksAtDamage < mostLooksAtDamage) return lookAgain();
+    return concludeLost(waiting.failure);
+  }
+  if (++losses_ > mostLosses) return concludeLost(waiting.failure);
   writeLog(*services_.log, "transfer: destination is back — continuing");
-  run_.folder = look.folder;
+  run_.folder = look.identity;
   resume();
 }
 
@@ -476,8 +439,10 @@ void RunControl::resume() {
   }
   run_.stage = run_stage::Reopening{};
   computeThen(
-      services_.transferring, services_.loop, life_,
-      [open = services_.openForWriting, run = run_] { return reopen(open, run); },
+      services_.looking, services_.loop, life_,
+      [open = services_.destinations.openRequiredForWriting, run = run_] {
+        return reopen(open, run);
+      },
       [this](std::shared_ptr<Reopened> destination) {
         if (run_.is<run_stage::Reopening>()) landReopened(*destination);
         services_.background([destination = std::move(destination)] {});
@@ -491,9 +456,11 @@ void RunControl::landReopened(Reopened& reopened) {
   }
   if (isBusy(reopened.failure)) {
     publishPause(run_pause::Busy{});
-    return postIfStill<run_stage::Reopening>(spacePollInterval, [this] { resume(); });
+    return postIfStill<run_stage::Reopening>(pollInterval, [this] { resume(); });
   }
-  if (run_.outcome.interruption && isVolumeUnstable(reopened.failure)) return lookForDestination();
+  if (!run_.outcome.isPacked && mayHaveLostVolume(reopened.failure)) {
+    return awaitDestination(reopened.failure);
+  }
   concludeFailed(reopened.failure);
 }
 
@@ -511,6 +478,10 @@ void RunControl::concludeCancelled() {
   run_.outcome.status = Status::cancelled;
   run_.outcome.interruption = std::nullopt;
   conclude();
+}
+
+void RunControl::concludeLost(const std::exception_ptr& failure) {
+  return failure ? concludeFailed(failure) : conclude();
 }
 
 void RunControl::concludeFailed(const std::exception_ptr& failure) {

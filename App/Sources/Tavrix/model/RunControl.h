@@ -9,6 +9,7 @@
 #include "model/PublishedState.h"
 #include "model/Run.h"
 #include "model/RunAttempt.h"
+#include "runs/DestinationReturn.h"
 
 namespace tavrix {
 
@@ -49,7 +50,6 @@ class RunControl {
  private:
   struct Reopened;
   struct ProgressSlot;
-  struct DestinationLook;
 
   void startAttempt(HeldDestination destination);
   std::shared_ptr<RunAttempt> attemptOn(HeldDestination destination);
@@ -61,17 +61,20 @@ class RunControl {
   void meetFullDisk(bool hasLanded);
   void pauseForSpace();
   void landSpace(std::optional<std::uint64_t> free);
-  /// Looks whether the volume of the destination went away, and then waits until it is back.
+  /// Looks whether the volume of the destination went away, and then waits until it is back. If it
+  /// did not, the run ends with the failure; nullptr: with the interruption of its outcome.
+  void awaitDestination(const std::exception_ptr& failure = nullptr);
   void lookForDestination();
-  static DestinationLook lookAt(const ModelServices::OpenFolder& open, const Run& run);
+  void lookAgain();
   void landDestination(const DestinationLook& look);
   void resume();
-  static std::shared_ptr<Reopened> reopen(const ModelServices::OpenFolder& open, const Run& run);
+  static std::shared_ptr<Reopened> reopen(const OpenFolder& open, const Run& run);
   void landReopened(Reopened& reopened);
   /// Publishes why the run waits; nullopt if it does not.
   void publishPause(std::optional<RunPause> pause);
 
   void concludeCancelled();
+  void concludeLost(const std::exception_ptr& failure);
   void concludeFailed(const std::exception_ptr& failure);
   void conclude();
   void finish(bool hasRecord);
@@ -99,7 +102,6 @@ class RunControl {
   int refusals_ = 0;
   /// The number of times that the destination failed and was there again, since a file last landed.
   int losses_ = 0;
-  bool wasAway_ = false;  ///< the run waits, or waited, for the volume of the destination
 };
 
 }  // namespace tavrix

@@ -12,6 +12,7 @@ ModelServices ModelHost::services(MainLoop& loop, std::function<Instant()> now,
       .loop = loop,
       .background = [this](std::function<void()> work) { background_.post(std::move(work)); },
       .transferring = [this](std::function<void()> work) { transferring_.post(std::move(work)); },
+      .looking = [this](std::function<void()> work) { looking_.post(std::move(work)); },
       .now = std::move(now),
       .newID = std::move(newID)};
   services.converter = converter_ ? &*converter_ : nullptr;

@@ -25,6 +25,7 @@ class ModelHost {
   std::optional<ProcessConverter> converter_;
   SerialQueue background_;
   SerialQueue transferring_;
+  SerialQueue looking_;
 };
 
 }  // namespace tavrix

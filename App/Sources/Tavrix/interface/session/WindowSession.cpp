@@ -67,8 +67,7 @@ AppModel::Services WindowSession::services() {
   services.keepsGroupsDebug = keepsGroupsDebug(surroundings_.environment);
   services.isDemo = isDemo(surroundings_.environment);
   services.defaults = surroundings_.defaults;
-  services.openForWriting = surroundings_.openForWriting;
-  services.openExisting = surroundings_.openExisting;
+  services.destinations = surroundings_.destinations;
   services.storing = [this](std::function<void()> work) { storing_.post(std::move(work)); };
   services.keepRecord = [this](TransferRecord record) { return keepRecord(std::move(record)); };
   return services;

@@ -34,8 +34,7 @@ struct WindowSurroundings {
   std::function<MainLoop::Moment()> paceClock{};
   PhoneBrowser* phones = nullptr;  ///< without it, no phones are followed
   USBPhonePresence* bus = nullptr;
-  ModelServices::OpenFolder openForWriting = Destination::openForWriting;
-  ModelServices::OpenFolder openExisting = Destination::openExisting;
+  DestinationAccess destinations{};
   Log* log = &silentLog();
 };
 

@@ -70,10 +70,19 @@ class WindowHarness {
       {.loop = loop,
        .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
        .newID = randomUuid,
-       .openForWriting =
-           [this](const std::string& path) { return filling(Destination::openForWriting(path)); },
-       .openExisting =
-           [this](const std::string& path) { return filling(Destination::openExisting(path)); }}};
+       .destinations = {
+           .openForWriting =
+               [this](const std::string& path) {
+                 return filling(Destination::openForWriting(path));
+               },
+           .openRequiredForWriting =
+               [this](const std::string& path) {
+                 return filling(Destination::openRequiredForWriting(path));
+               },
+           .openExisting =
+               [this](const std::string& path) {
+                 return filling(Destination::openExisting(path));
+               }}}};
   PictureDesk pictures{session};
   ViewChoices view{session};
   Words words;

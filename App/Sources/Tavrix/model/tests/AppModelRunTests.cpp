@@ -1,8 +1,6 @@
 // The runs of a model: what prevents them, what they pause for, and how they end.
 
-#include <sys/mount.h>
-
-#include "model/tests/support/ModelHarness.h"
+#include "model/tests/support/RunHarness.h"
 
 namespace tavrix {
 namespace {
@@ -12,21 +10,7 @@ using std::chrono::seconds;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-struct AppModelRunTest : testing::Test, ModelHarness {
-  void transfer() {
-    model->startTransfer();
-    settle();
-  }
-  void checkWhole(std::size_t files) {
-    const auto onDisk = filesOnDisk();
-    EXPECT_THAT(onDisk, SizeIs(files));
-    for (const auto& [path, content] : onDisk) {
-      const std::string name = path.substr(path.rfind('/') + 1);
-      EXPECT_EQ(content.substr(0, 8), name.substr(0, 8)) << path;
-      EXPECT_EQ(content.size(), 10) << path;
-    }
-  }
-};
+struct AppModelRunTest : testing::Test, RunHarness {};
 
 TEST_F(AppModelRunTest, blockers_startNothing) {
   transfer();
@@ -225,148 +209,6 @@ TEST_F(AppModelRunTest, fullDisk_waitsForSpaceAndGoesOnByItself) {
   checkWhole(12);
   EXPECT_EQ(record().status, TransferRecord::Status::completed);
   EXPECT_TRUE(log.has("transfer: space freed — continuing"));
-}
-
-/// A destination on a volume of its own, which can go and come back.
-struct AppModelVolumeTest : AppModelRunTest {
-  void SetUp() override {
-    if (::mount("tmpfs", volume.path().c_str(), "tmpfs", 0, "size=8m") != 0) {
-      GTEST_SKIP() << "mounting is not permitted here";
-    }
-    attach(volume.path());
-    makeReady();
-    fullCode = ENOTCONN;
-  }
-  void TearDown() override {
-    phone.beforeFile = nullptr;
-    writesUntilFull = -1;
-    model = nullptr;
-    for (const TemporaryFolder* const folder : {&destination, &other, &volume}) {
-      while (::umount2(folder->path().c_str(), MNT_DETACH) == 0) {
-      }
-    }
-  }
-  void attach(const std::string& path) {
-    ASSERT_EQ(::mount(path.c_str(), destination.path().c_str(), nullptr, MS_BIND, nullptr), 0);
-  }
-  static void detach(const std::string& path) { ASSERT_EQ(::umount2(path.c_str(), MNT_DETACH), 0); }
-  /// Enough for some to land before the run's end.
-  static constexpr int manyFiles = 400;
-  void addManyFiles() {
-    for (int i = 12; i < manyFiles; ++i) phone.addFile(i);
-    plug();
-    settle();
-  }
-  /// Transfers, and the volume goes during a file.
-  void loseAt(int number) {
-    phone.beforeFile = [this, number, count = 0]() mutable {
-      if (++count != number) return;
-      writesUntilFull = 0;
-      detach(destination.path());
-    };
-    transfer();
-  }
-  void passSeconds(int count) {
-    loop.advance(seconds{count});
-    settle();
-  }
-
-  TemporaryFolder volume;
-  TemporaryFolder other;
-};
-
-TEST_F(AppModelVolumeTest, volumeThatGoes_isWaitedForAndTheRestIsCopied) {
-  loseAt(5);
-  ASSERT_TRUE(isTransferring());
-  EXPECT_EQ(transferPausedReason(state(), Language::russian),
-            "Папка назначения «" + destination.path() +
-                "» недоступна: диск или сетевая папка отключились. Подключите — продолжу сам.");
-  EXPECT_TRUE(log.has("transfer paused: destination gone"));
-  passSeconds(60);
-  ASSERT_TRUE(isTransferring());
-  EXPECT_TRUE(std::filesystem::is_empty(destination.path())) << "nothing is written below it";
-  attach(volume.path());
-  writesUntilFull = -1;
-  passSeconds(5);
-  EXPECT_EQ(report().copied, 12);
-  checkWhole(12);
-  EXPECT_EQ(record().status, TransferRecord::Status::completed);
-  EXPECT_TRUE(log.has("transfer: destination is back — continuing"));
-}
-
-TEST_F(AppModelVolumeTest, volumeWithAnotherIdentity_isKnownByItsFiles) {
-  addManyFiles();
-  loseAt(390);
-  ASSERT_EQ(::mount("tmpfs", other.path().c_str(), "tmpfs", 0, "size=8m"), 0);
-  writesUntilFull = -1;
-  // An empty volume is not the one that went.
-  attach(other.path());
-  passSeconds(5);
-  ASSERT_TRUE(isTransferring());
-  EXPECT_TRUE(std::filesystem::is_empty(destination.path()));
-  std::filesystem::copy(volume.path(), other.path(), std::filesystem::copy_options::recursive);
-  passSeconds(5);
-  ASSERT_FALSE(isTransferring());
-  EXPECT_EQ(report().copied, manyFiles);
-  checkWhole(manyFiles);
-}
-
-TEST_F(AppModelVolumeTest, volumeThatLostWhatLanded_endsTheRunInsteadOfCountingIt) {
-  addManyFiles();
-  loseAt(390);
-  ASSERT_TRUE(isTransferring());
-  // The names that were written last never reached the disk.
-  std::string lost;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator{volume.path()}) {
-    if (entry.path().extension() == ".HEIC") lost = entry.path();
-  }
-  ASSERT_TRUE(std::filesystem::remove(lost));
-  writesUntilFull = -1;
-  attach(volume.path());
-  passSeconds(5);
-  ASSERT_FALSE(isTransferring());
-  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
-  model->leaveSummary();
-  settle();
-  transfer();
-  EXPECT_EQ(record().status, TransferRecord::Status::completed);
-  checkWhole(manyFiles);
-}
-
-TEST_F(AppModelVolumeTest, diskThatFailsButStays_isNotWaitedFor) {
-  fullCode = EIO;
-  phone.beforeFile = [this, count = 0]() mutable {
-    if (++count == 5) writesUntilFull = 0;
-  };
-  transfer();
-  ASSERT_FALSE(isTransferring());
-  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
-}
-
-TEST_F(AppModelVolumeTest, volumeThatCannotBeTold_isLeftToTheNextRun) {
-  loseAt(5);
-  ASSERT_EQ(::mount("tmpfs", other.path().c_str(), "tmpfs", 0, "size=1m"), 0);
-  // A record of the phone, but none of the run's files.
-  other.write(DestinationMarker::fileName(phone.source().phone.hash),
-              DestinationMarker::encode({1, phone.source().phone.hash, "iPhone", "", {}, {}, {}}));
-  attach(other.path());
-  writesUntilFull = -1;
-  passSeconds(5);
-  ASSERT_FALSE(isTransferring());
-  EXPECT_EQ(record().status, TransferRecord::Status::interrupted);
-  model->leaveSummary();
-  settle();
-  transfer();
-  EXPECT_EQ(report().copied, 12);
-  checkWhole(12);
-}
-
-TEST_F(AppModelVolumeTest, waitForTheVolume_canBeCancelled) {
-  loseAt(5);
-  ASSERT_TRUE(isTransferring());
-  model->cancelTransfer();
-  settle();
-  EXPECT_EQ(record().status, TransferRecord::Status::cancelled);
 }
 
 TEST_F(AppModelRunTest, quotaThatIsUsedUp_isWaitedForLikeAFullDisk) {

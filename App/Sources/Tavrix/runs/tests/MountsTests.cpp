@@ -1,8 +1,11 @@
 #include "runs/Mounts.h"
 
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 
 #include <filesystem>
+
+#include "foundation/tests/support/TemporaryFolder.h"
 
 namespace tavrix {
 namespace {
@@ -50,6 +53,25 @@ TEST(Mounts, listOfThisProcess_tellsWhereItsFoldersLie) {
   const std::string here = std::filesystem::current_path().string();
   EXPECT_TRUE(liesInByMounts(here + "/x", here, mounts));
   EXPECT_FALSE(liesInByMounts(here, here + "/x", mounts));
+}
+
+TEST(Mounts, volumeThatIsUnmounted_isAwayAndAFolderThatWasRemovedIsNot) {
+  const TemporaryFolder point;
+  if (::mount("tmpfs", point.path().c_str(), "tmpfs", 0, "size=1m") != 0) {
+    GTEST_SKIP() << "mounting is not permitted here";
+  }
+  point.write("2026/Pictures/a", "");
+  const std::string path = point / "2026/Pictures";
+  const auto identity = folderIdentity(path);
+  ASSERT_TRUE(identity);
+  EXPECT_FALSE(isVolumeAway(path, *identity));
+  std::filesystem::remove_all(point / "2026");
+  EXPECT_EQ(folderIdentity(path), std::nullopt);
+  EXPECT_FALSE(isVolumeAway(path, *identity));
+  ASSERT_EQ(::umount2(point.path().c_str(), MNT_DETACH), 0);
+  EXPECT_TRUE(isVolumeAway(path, *identity));
+  point.write("2026/Pictures/a", "");
+  EXPECT_TRUE(isVolumeAway(path, *identity)) << "a folder of the volume below has its place";
 }
 
 }  // namespace

@@ -66,11 +66,13 @@ class CableSession {
  private:
   SerialQueue background_;
   SerialQueue transferring_;
+  SerialQueue looking_;
 
  public:
   AppModel model{{.loop = loop,
                   .background = queueOf(background_),
                   .transferring = queueOf(transferring_),
+                  .looking = queueOf(looking_),
                   .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
                   .newID = randomUuid,
                   .keepRecord =

@@ -141,6 +141,7 @@ struct ModelHarness {
     AppModel::Services services{.loop = loop,
                                 .background = background.background(),
                                 .transferring = transferring.background(),
+                                .looking = looking.background(),
                                 .now = [this] { return clock += std::chrono::seconds{1}; },
                                 .newID = [] { return randomUuid(); },
                                 .log = &log,
@@ -158,15 +159,20 @@ struct ModelHarness {
       records.insert_or_assign(record.id, record);
       return true;
     };
-    services.openForWriting = [this](const std::string& path) -> std::unique_ptr<Folder> {
-      return faulty(Destination::openForWriting(path));
+    services.destinations.openForWriting = opening(Destination::openForWriting);
+    services.destinations.openRequiredForWriting = opening(Destination::openRequiredForWriting);
+    services.destinations.openExisting = opening(Destination::openExisting);
+    services.destinations.isVolumeAway = [this](const std::string&, const FolderIdentity&) {
+      return isVolumeDetached;
     };
-    services.openExisting = [this](const std::string& path) -> std::unique_ptr<Folder> {
-      auto folder = Destination::openExisting(path);
+    model = std::make_unique<AppModel>(std::move(services), initial);
+  }
+  OpenFolder opening(OpenFolder open) {
+    return [this, open = std::move(open)](const std::string& path) -> std::unique_ptr<Folder> {
+      auto folder = open(path);
       if (!folder) return nullptr;
       return faulty(std::move(folder));
     };
-    model = std::make_unique<AppModel>(std::move(services), initial);
   }
   std::unique_ptr<Folder> faulty(std::unique_ptr<Folder> folder) {
     auto wrapped = std::make_unique<FaultyFolder>(std::move(folder));
@@ -184,7 +190,8 @@ struct ModelHarness {
   void plug() { model->sourceReady(phone.source(), data_origin::Device{"iPhone"}); }
   /// Runs everything that needs no time to pass.
   void settle() {
-    while (loop.runOne() || background.runOne() || transferring.runOne() || storing.runOne()) {
+    while (loop.runOne() || background.runOne() || transferring.runOne() || looking.runOne() ||
+           storing.runOne()) {
     }
   }
   /// Plugs in the phone, sets the destination and computes everything.
@@ -219,6 +226,7 @@ struct ModelHarness {
   ManualMainLoop loop;
   ManualWorker background;
   ManualWorker transferring;
+  ManualWorker looking;
   ManualWorker storing;
   UserDefaults* defaults = nullptr;
   bool isDemo = false;
@@ -232,6 +240,7 @@ struct ModelHarness {
   int writesUntilFull = -1;  ///< negative: unlimited space
   std::uint64_t freeWhenFull = 3;
   int fullCode = ENOSPC;  ///< the error of a write without space
+  bool isVolumeDetached = false;  ///< the volume on which the run began is not there
   std::unique_ptr<AppModel> model;
 };
 
