@@ -82,10 +82,8 @@ TEST_F(AppModelVolumeTest, volumeThatGoes_isWaitedForAndTheRestIsCopied) {
 }
 
 TEST_F(AppModelVolumeTest, volumeWithAnotherIdentity_isKnownByTheFilesOfTheRun) {
-  // A file that the run finds proves nothing: every copy of the volume has it.
-  destination.write("2026-05-20/IMG_0000.HEIC", FakePhone::contentOf(phone.assets()[0]));
   addFiles(388);
-  loseAt(389);
+  loseAt(390);
   std::filesystem::create_directory(second / "root");
   attach(second);
   passSeconds(5);
@@ -95,8 +93,26 @@ TEST_F(AppModelVolumeTest, volumeWithAnotherIdentity_isKnownByTheFilesOfTheRun) 
                         std::filesystem::copy_options::recursive);
   passSeconds(5);
   ASSERT_FALSE(isTransferring());
-  EXPECT_EQ(report().copied, 399);
+  EXPECT_EQ(report().copied, 400);
   checkWhole(400);
+}
+
+TEST_F(AppModelVolumeTest, filesThatTheRunOnlyFound_proveNoVolume) {
+  Settings settings = *state().settings;
+  settings.layout.onlyNew = false;
+  model->changeSettings(settings);
+  transfer();
+  model->leaveSummary();
+  addFiles(1);
+  loseAt(1);
+  // An older copy of the folder is on another volume.
+  std::filesystem::copy(first / "root", second / "root", std::filesystem::copy_options::recursive);
+  std::filesystem::remove(second /
+                          ("root/" + DestinationMarker::fileName(phone.source().phone.hash)));
+  attach(second);
+  passSeconds(5);
+  ASSERT_TRUE(isAwaitingDestination());
+  checkWhole(12);
 }
 
 TEST_F(AppModelVolumeTest, volumeThatLostWhatLanded_endsTheRunInsteadOfCountingIt) {
