@@ -134,10 +134,12 @@ class Launched {
   TimedLoop loop_;
   SerialQueue background_;
   SerialQueue transferring_;
+  SerialQueue looking_;
   AppModel model_{
       {.loop = loop_,
        .background = [this](std::function<void()> work) { background_.post(std::move(work)); },
        .transferring = [this](std::function<void()> work) { transferring_.post(std::move(work)); },
+       .looking = [this](std::function<void()> work) { looking_.post(std::move(work)); },
        .now = [] { return Instant{}; },
        .newID = randomUuid,
        .keepRecord = [](const TransferRecord&) { return true; }},

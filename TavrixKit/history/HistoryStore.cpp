@@ -191,6 +191,7 @@ bool HistoryQuery::matches(const RecordSummary& run) const {
 }
 
 void HistoryStore::add(const TransferRecord& record) {
+  // A record is worth more than the order of two programs: its file has a name of its own.
   const auto lock = lockedFolder();
   write(recordFileName(record), record);
 }
@@ -263,7 +264,7 @@ std::vector<HistoryStore::FileRun> HistoryStore::runsWith(
 
 bool HistoryStore::update(const Uuid& id,
                           const std::function<TransferRecord(TransferRecord)>& change) {
-  const auto lock = lockedFolder();
+  const auto lock = requiredLock();
   const auto fileName = fileOf(id);
   if (!fileName) return false;
   write(*fileName, change(read(*fileName)));
@@ -271,7 +272,7 @@ bool HistoryStore::update(const Uuid& id,
 }
 
 bool HistoryStore::remove(const Uuid& id) {
-  const auto lock = lockedFolder();
+  const auto lock = requiredLock();
   const auto fileName = fileOf(id);
   if (!fileName) return false;
   folder_.removeFile(*fileName);
@@ -308,6 +309,12 @@ std::unique_ptr<Folder> HistoryStore::lockedFolder() const {
     std::this_thread::sleep_for(pause);
   }
   return nullptr;
+}
+
+std::unique_ptr<Folder> HistoryStore::requiredLock() const {
+  auto lock = lockedFolder();
+  if (lock == nullptr) throw FileError{FileOperation::open, folder_.path(), EBUSY};
+  return lock;
 }
 
 }  // namespace tavrix

@@ -58,7 +58,8 @@ class HistoryStore {
   std::vector<FileRun> runsOfAsset(const std::string& assetID, const HistoryQuery& query = {});
 
   /// Replaces a record by the result of `change`, for example to add place names that became known
-  /// later. Returns false if there is no such record. Also throws TransferRecord::RecordError.
+  /// later. Returns false if there is no such record. Also throws TransferRecord::RecordError. As
+  /// remove(), throws if another process keeps the folder locked for five seconds.
   bool update(const Uuid& id, const std::function<TransferRecord(TransferRecord)>& change);
   /// Returns false if there is no such record.
   bool remove(const Uuid& id);
@@ -73,6 +74,8 @@ class HistoryStore {
   /// Returns the folder, locked against other processes; nullptr if the lock was not available in
   /// time.
   std::unique_ptr<Folder> lockedFolder() const;
+  /// As lockedFolder(), but throws FileError instead.
+  std::unique_ptr<Folder> requiredLock() const;
 
   Folder& folder_;
   Log& log_;

@@ -20,8 +20,6 @@ constexpr std::string_view recordBegin = "phone-";
 constexpr std::string_view recordEnding = ".json";
 constexpr std::size_t recordDigits = 8;
 constexpr std::size_t recordStemSize = recordBegin.size() + recordDigits;
-/// Large enough for several million files; this program writes no longer record.
-constexpr std::uint64_t maxRecordBytes = std::uint64_t{1} << 30U;
 
 /// Returns true if a name has the exact form of a record's name. "phone-list.json" may be any file
 /// of the user's, and "phone-64de5d38 2.json" is a copy of a record.
@@ -39,42 +37,83 @@ bool beginsObject(std::string_view text) {
   return begin != std::string_view::npos && text[begin] == '{';
 }
 
-/// Returns the text of a file. Returns nullopt as soon as it is no record: anyone may put a file of
-/// a gigabyte, most of it a hole, into a destination.
-std::optional<std::string> textOfRecord(const Folder& destination, const std::string& name) {
-  const auto status = destination.status(name);
-  if (!status || status->size > maxRecordBytes) return std::nullopt;
-  const auto file = destination.openFile(name);
+/// Hands out a piece that was read already, then the rest of its file.
+class PieceAndRest : public ByteReader {
+ public:
+  PieceAndRest(std::string_view piece, ByteReader& rest) : piece_(piece), rest_(rest) {}
+
+  std::size_t read(std::span<char> buffer) override {
+    if (piece_.empty()) return rest_.read(buffer);
+    const std::size_t count = piece_.copy(buffer.data(), buffer.size());
+    piece_.remove_prefix(count);
+    return count;
+  }
+
+ private:
+  std::string_view piece_;
+  ByteReader& rest_;
+};
+
+/// Returns the rest of a text. Returns nullopt as soon as it holds a NUL, as the hole of a sparse
+/// file does, or is longer than `maxBytes`.
+std::optional<std::string> wholeText(ByteReader& file, std::uint64_t bytes,
+                                     std::uint64_t maxBytes) {
   std::string text;
+  text.reserve(bytes);
   std::array<char, std::size_t{1} << 16U> buffer;
-  for (std::size_t count = 0; (count = file->read(buffer)) > 0;) {
+  for (std::size_t count = 0; (count = file.read(buffer)) > 0;) {
     const std::string_view piece{buffer.data(), count};
-    const bool canBeRecord =
-        (!text.empty() || beginsObject(piece)) && piece.find('\0') == piece.npos;
-    if (!canBeRecord || text.size() + count > maxRecordBytes) return std::nullopt;
-    if (text.empty()) text.reserve(status->size);
+    if (piece.find('\0') != piece.npos || text.size() + count > maxBytes) return std::nullopt;
     text += piece;
   }
   return text;
 }
 
-std::optional<std::string> readRecord(const Folder& destination, const std::string& name) {
+/// Returns nullopt as soon as a file is no record, or is longer than `maxBytes`. A text that this
+/// program did not write is never in memory as a whole.
+std::optional<PhoneRecord> decodeFile(const Folder& destination, const std::string& name,
+                                      std::uint64_t maxBytes) {
+  const auto status = destination.status(name);
+  if (!status || status->size > maxBytes) return std::nullopt;
+  std::array<char, std::size_t{1} << 12U> buffer;
+  const auto file = destination.openFile(name);
+  const std::string_view begin{buffer.data(), file->read(buffer)};
+  if (!beginsObject(begin)) return std::nullopt;
+  if (!beginsAsEncoded(begin)) return decode([&] { return destination.openFile(name); });
+  PieceAndRest whole{begin, *file};
+  const auto text = wholeText(whole, status->size, maxBytes);
+  return text ? decode(*text) : std::nullopt;
+}
+
+std::optional<PhoneRecord> loadRecord(const Folder& destination, const std::string& name,
+                                      std::uint64_t maxBytes = Limits{}.bytesOfRecord) {
   try {
-    return textOfRecord(destination, name);
+    return decodeFile(destination, name, maxBytes);
+  } catch (const MarkerError& error) {
+    throw MarkerError{name, error.version()};
   } catch (const FileError& error) {
     if (error.operation() == FileOperation::list) throw;
     return std::nullopt;
   }
 }
 
-std::optional<PhoneRecord> loadRecord(const Folder& destination, const std::string& name) {
-  const auto json = readRecord(destination, name);
-  if (!json) return std::nullopt;
-  try {
-    return decode(*json);
-  } catch (const MarkerError& error) {
-    throw MarkerError{name, error.version()};
+/// Returns the names of the files that are beyond the limits if the smallest are read first.
+StringSet beyond(const Folder& destination, const std::vector<std::string>& names,
+                 const Limits& limits) {
+  std::vector<std::pair<std::uint64_t, std::string>> bySize;
+  for (const std::string& name : names) {
+    const auto status = destination.status(name);
+    bySize.emplace_back(status ? status->size : 0, name);
   }
+  std::sort(bySize.begin(), bySize.end());
+  StringSet result;
+  std::uint64_t sum = 0;
+  for (auto& [bytes, name] : bySize) {
+    const bool fits = bytes <= limits.bytesOfRecord && bytes <= limits.bytesOfAll - sum;
+    if (fits) sum += bytes;
+    if (!fits) result.insert(std::move(name));
+  }
+  return result;
 }
 
 /// Returns true if a record names a phone's file at the path.
@@ -176,11 +215,15 @@ bool isOwnFile(std::string_view path) {
   return isRecordName(name) && ending.find('/') == std::string_view::npos;
 }
 
-Marker load(const Folder& destination) {
+Marker load(const Folder& destination, const Limits& limits) {
   Marker marker;
-  for (const std::string& name : destination.names()) {
-    if (!isRecordName(name)) continue;
-    if (auto record = loadRecord(destination, name)) {
+  auto candidates = destination.names();
+  std::erase_if(candidates, [](const std::string& name) { return !isRecordName(name); });
+  const StringSet tooMany = beyond(destination, candidates, limits);
+  for (const std::string& name : candidates) {
+    std::optional<PhoneRecord> record;
+    if (!tooMany.contains(name)) record = loadRecord(destination, name, limits.bytesOfRecord);
+    if (record) {
       marker.records.push_back(*std::move(record));
     } else {
       marker.damaged.push_back(name);

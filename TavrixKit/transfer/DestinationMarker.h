@@ -112,9 +112,18 @@ std::string fileName(const std::string& phoneHash);
 /// file.
 bool isOwnFile(std::string_view path);
 
-/// Returns the records of a destination. A file that cannot be decoded is listed as damaged. Throws
-/// MarkerError, and FileError if the folder cannot be read.
-Marker load(const Folder& destination);
+/// Limits for the files that are read as records. Anyone may put files of such names into a
+/// destination.
+struct Limits {
+  /// Enough for several million files; this program writes no longer record.
+  std::uint64_t bytesOfRecord = std::uint64_t{1} << 30U;
+  std::uint64_t bytesOfAll = std::uint64_t{1} << 30U;
+};
+
+/// Returns the records of a destination. A file that cannot be decoded is listed as damaged, and so
+/// is one beyond the limits; the smallest files count first. Throws MarkerError, and FileError if
+/// the folder cannot be read.
+Marker load(const Folder& destination, const Limits& limits = {});
 
 /// Writes one phone's record in place of its earlier one, and the explanatory text file if it is
 /// missing. A file of that name that is not a record of this phone is kept with ".damaged"
@@ -136,6 +145,12 @@ std::string encode(const PhoneRecord& record);
 /// Returns nullopt if `json` is not a record. Throws MarkerError (with an empty file name) for a
 /// newer version.
 std::optional<PhoneRecord> decode(std::string_view json);
+/// As above, for a text of any length, which is read piece by piece. `open` returns a reader at the
+/// beginning of the text; it is called again if the notes in the text are wrong.
+std::optional<PhoneRecord> decode(const std::function<std::unique_ptr<ByteReader>()>& open);
+/// Returns true if a text begins as encode() begins one. Such a text is decoded much faster if it
+/// is whole.
+bool beginsAsEncoded(std::string_view text);
 
 }  // namespace DestinationMarker
 

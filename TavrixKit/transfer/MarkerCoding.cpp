@@ -14,6 +14,8 @@ void setDate(FileRecord& file, const std::optional<Instant>& at, bool isOwn,
   if (at && (isOwn || !file.date)) file.date = ShotDate{*at, isOwn, isOfEarlierForm};
 }
 
+constexpr std::string_view encodedBegin = "{\n  \"files\": [";
+
 void setCaptured(FileRecord& file, std::string_view value) {
   const bool isOfEarlierForm = value.ends_with('Z');
   const std::string text = std::string{value} + (isOfEarlierForm ? "" : "Z");
@@ -48,7 +50,7 @@ class PlainRecord {
     std::optional<PhoneRecord> record{std::in_place};
     std::vector<std::uint64_t> makingOfFolder;
     const bool isPlain =
-        json_.take("{\n  \"files\": [") && takeFiles(record->files) &&
+        json_.take(encodedBegin) && takeFiles(record->files) &&
         json_.take("\n  ],\n  \"firstTransfer\": ") && takeDate(record->firstTransfer) &&
         takeFolders(record->folders, makingOfFolder) && json_.take(",\n  \"label\": ") &&
         json_.take(record->label) && json_.take(",\n  \"lastTransfer\": ") &&
@@ -399,12 +401,14 @@ void encodeMakings(JsonWriter& json, const NumberedMakings& numbers) {
   json.endArray();
 }
 
-/// Returns nullopt if `json` is not a record. Throws as decode().
-std::optional<PhoneRecord> read(std::string_view json, bool readsNotes) {
+/// Returns nullopt if the text is not a record. Throws as decode(). `Text` is what readJson()
+/// takes.
+template <typename Text>
+std::optional<PhoneRecord> read(Text&& text, bool readsNotes) {
   RecordBuilder builder{readsNotes};
   bool isRead = true;
   try {
-    readJson(json, builder);
+    readJson(text, builder);
   } catch (const JsonError&) {
     isRead = false;
   }
@@ -453,5 +457,12 @@ std::optional<PhoneRecord> decode(std::string_view json) {
   auto record = read(json, true);
   return record ? std::move(record) : read(json, false);
 }
+
+std::optional<PhoneRecord> decode(const std::function<std::unique_ptr<ByteReader>()>& open) {
+  auto record = read(*open(), true);
+  return record ? std::move(record) : read(*open(), false);
+}
+
+bool beginsAsEncoded(std::string_view text) { return text.starts_with(encodedBegin); }
 
 }  // namespace tavrix::DestinationMarker

@@ -52,6 +52,16 @@ void OutcomeLedger::landed(std::size_t index, Landing landing) {
   if (setup_.landed) setup_.landed({file, outcome, std::move(landing.sha256)});
 }
 
+void OutcomeLedger::syncBegins() {
+  const std::lock_guard lock{mutex_};
+  if (setup_.syncBegins) setup_.syncBegins();
+}
+
+void OutcomeLedger::syncEnded() {
+  const std::lock_guard lock{mutex_};
+  if (setup_.syncEnded) setup_.syncEnded();
+}
+
 TransferReport OutcomeLedger::report() const {
   const std::lock_guard lock{mutex_};
   TransferReport report = counters_;

@@ -31,6 +31,9 @@ class OutcomeLedger {
     bool isMisnamed = false;
   };
   void landed(std::size_t index, Landing landing);
+  /// Reports a sync of the volume to the owner of the run.
+  void syncBegins();
+  void syncEnded();
 
   bool isComplete() const { return settled_ == outcomes_.size(); }
   /// Returns the report of all outcomes so far, in plan order.

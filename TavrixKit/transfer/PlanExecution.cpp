@@ -87,8 +87,10 @@ bool PlanExecution::isPlanned(const std::string& path) {
 void PlanExecution::syncVolume() {
   const std::lock_guard lock{syncMutex_};
   if (syncFailure_) throw FileError{*syncFailure_};
+  ledger_.syncBegins();
   try {
     destination_.syncVolume();
+    ledger_.syncEnded();
   } catch (const FileError& error) {
     syncFailure_ = error;
     throw;

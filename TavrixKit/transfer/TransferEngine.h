@@ -59,6 +59,11 @@ class TransferEngine {
     Language language = Language::russian;  ///< of the reasons in the report
     /// Called for each file that has its final name, one call at a time. Must not throw.
     std::function<void(const LandedFile&)> landed = nullptr;
+    /// Called around each sync of the volume, in turn with `landed`: what landed before the first
+    /// is on stable storage under its name when the second is called. If the sync fails, the second
+    /// is not called. Must not throw.
+    std::function<void()> syncBegins = nullptr;
+    std::function<void()> syncEnded = nullptr;
     CommitLimits limits = {};
     std::optional<Replacement> replacement{};  ///< nullopt: files that exist are never touched
   };

@@ -12,6 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 const Instant day = *parseIso8601("2026-05-20T12:00:00Z");
 const Instant nextDay = *parseIso8601("2026-05-21T08:30:00.250Z");
@@ -189,6 +190,38 @@ TEST(DestinationMarker, plantedFile_isNotReadToItsEnd) {
   EXPECT_EQ(marker.records, std::vector{sample()});
   EXPECT_EQ(marker.damaged, names);
   EXPECT_LT(destination.bytesRead, 1'000'000U);
+}
+
+TEST(DestinationMarker, recordThatAnotherProgramLaidOut_isReadInPieces) {
+  const TemporaryFolder folder;
+  std::string json = encode(sample());
+  // A long record, with notes that are wrong: it is read twice.
+  json.insert(1, std::string(100'000, ' '));
+  json.replace(json.find("\"making\""), 8, "\"making\": \"x\", \"other\"");
+  folder.write(file, json);
+  const CountingFolder destination{openFolder(folder.path())};
+  PhoneRecord expected = sample();
+  expected.folders.clear();
+  EXPECT_THAT(load(destination).records, ElementsAre(expected));
+  EXPECT_GT(destination.bytesRead, 2 * json.size());
+}
+
+TEST(DestinationMarker, manyRecords_areReadUpToASumOfBytes) {
+  const TemporaryFolder folder;
+  PhoneRecord record = sample();
+  const std::uint64_t size = encode(record).size();
+  for (const char digit : {'0', '1', '2'}) {
+    record.phoneHash = std::string(64, digit);
+    folder.write(fileName(record.phoneHash), encode(record) + std::string(digit == '1', ' '));
+  }
+  const auto destination = openFolder(folder.path());
+  const auto loaded = [&](std::uint64_t ofRecord, std::uint64_t ofAll) {
+    return load(*destination, {ofRecord, ofAll}).damaged;
+  };
+  EXPECT_THAT(loaded(size + 1, 3 * size + 1), IsEmpty());
+  EXPECT_THAT(loaded(size + 1, 3 * size), ElementsAre("phone-11111111.json")) << "the largest one";
+  EXPECT_THAT(loaded(size, 9 * size), ElementsAre("phone-11111111.json"));
+  EXPECT_THAT(loaded(size, 2 * size - 1), SizeIs(2));
 }
 
 TEST(DestinationMarker, damagedFile_isKeptBesideTheNewOne) {

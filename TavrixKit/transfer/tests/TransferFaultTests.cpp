@@ -290,56 +290,6 @@ TEST(TransferFault, realFullDisk_interruptsAndGoesOnWhenThereIsRoom) {
   ::umount(folder.path().c_str());
 }
 
-/// Writes the result by a descriptor, as another process does.
-class DescriptorConverter : public MediaConverter {
- public:
-  std::uint64_t convert(const MediaAsset&, const PlannedConversion&, Folder& folder,
-                        const std::string& input, const std::string& output,
-                        const ConversionProgress&, std::stop_token) override {
-    const std::string result = "converted:" + folder.readFile(input, 1'000'000);
-    const FileDescriptor out = folder.createDescriptor(output);
-    EXPECT_EQ(::write(out.number(), result.data(), result.size()),
-              static_cast<ssize_t>(result.size()));
-    return result.size();
-  }
-};
-
-/// Copies the plan and writes a record of it, as a run does.
-void copyAndRecord(const TransferPlan& plan, Folder& destination) {
-  DestinationMarker::PhoneRecord record{1, std::string(64, 'a'), "", "", {}, {}, {}};
-  TransferEngine::Setup setup;
-  DescriptorConverter converter;
-  setup.limits.files = 2;
-  setup.converter = &converter;
-  setup.landed = [&](const LandedFile& file) {
-    record.files.push_back({*file.outcome.path, file.outcome.bytesOnDisk, file.sha256,
-                            std::string{file.planned.asset.id()}, std::nullopt});
-  };
-  DestinationMarker::save(destination, record);
-  MemorySource source;
-  TransferEngine{setup}.run(plan, source, destination);
-  DestinationMarker::save(destination, record);
-}
-
-TEST(TransferCrash, powerThatFailsAtAnyStep_leavesOnlyWholeFilesAndRecords) {
-  auto plan = planOf(4, 3000);
-  plan.files[1].conversion = planned_conversion::Jpeg{0.8};
-  plan.files[1].relativePath += ".jpg";
-  forEachPowerFailure([](Folder&) {},
-                      [&](Folder& destination) { copyAndRecord(plan, destination); },
-                      [&](Folder& destination, bool) {
-                        const std::string path = destination.path();
-                        expectOnlyWholeFiles(path, plan);
-                        EXPECT_THAT(DestinationMarker::load(destination).damaged, IsEmpty());
-                        copyAndRecord(plan, destination);
-                        DestinationMarker::removeLeftOvers(destination);
-                        expectOnlyWholeFiles(path, plan);
-                        auto paths = pathsOf(plan);
-                        paths.insert(paths.end(), {"phone-aaaaaaaa.json", "phone-records.txt"});
-                        EXPECT_THAT(filesIn(path), testing::UnorderedElementsAreArray(paths));
-                      });
-}
-
 /// Copies the plan in a child process and kills it after `delay`.
 void runAndKill(const TransferPlan& plan, const std::string& path,
                 std::chrono::microseconds delay) {

@@ -355,9 +355,8 @@ void RunControl::pauseForSpace() {
   run_.stage = run_stage::AwaitingSpace{};
   computeThen(
       services_.looking, services_.loop, life_,
-      [open = services_.destinations.openExisting, path = run_.destination, identity = run_.folder] {
-        return freeBytesAt(path, identity, open);
-      },
+      [open = services_.destinations.openExisting, path = run_.destination,
+       identity = run_.folder] { return freeBytesAt(path, identity, open); },
       [this](std::optional<std::uint64_t> free) {
         if (run_.is<run_stage::AwaitingSpace>()) landSpace(free);
       });
@@ -418,8 +417,8 @@ void RunControl::landDestination(const DestinationLook& look) {
       break;
   }
   const auto& interruption = run_.outcome.interruption;
-  const bool isDamage = waiting.failure ? isDiskError(waiting.failure)
-                                        : interruption && interruption->code() == EIO;
+  const bool isDamage =
+      waiting.failure ? isDiskError(waiting.failure) : interruption && interruption->code() == EIO;
   if (!waiting.wasAway && isDamage) {
     // The system may notice a pulled disk a little later. One that stays and fails is damaged.
     if (++waiting.looksAtDamage < mostLooksAtDamage) return lookAgain();

@@ -48,6 +48,12 @@ std::optional<FileError> failureOf(const std::function<void()>& save) {
   }
 }
 
+DestinationMarker::FileRecord claimOf(DestinationMarker::FileRecord file) {
+  file.size = 0;
+  file.sha256 = std::nullopt;
+  return file;
+}
+
 }  // namespace
 
 DestinationMemory::DestinationMemory(Setup setup, Folder& destination, Destination::Content content)
@@ -142,7 +148,9 @@ std::vector<DestinationMarker::FileRecord> DestinationMemory::claims() const {
                        owned(file.asset.cloudID()), std::nullopt, dateOf(file)});
     }
   }
-  files.insert(files.end(), landed_.begin(), landed_.end());
+  for (std::size_t i = 0; i < landed_.size(); ++i) {
+    files.push_back(i < synced_ ? landed_[i] : claimOf(landed_[i]));
+  }
   return files;
 }
 
@@ -176,6 +184,7 @@ void DestinationMemory::begin(const TransferPlan* claimed) {
   startedAt_ = setup_.now();
   savedAt_ = startedAt_;
   landed_.clear();
+  syncing_ = synced_ = 0;
   claimed_ = claimed;
   notes_ = notesFor(claimed);
   if (claimed_ != nullptr) saveQuietly(claims());

@@ -34,8 +34,12 @@ class DestinationMemory {
   /// Starts a run. Claims the paths where its files may land: if the run is killed, no picture of
   /// another phone with the same name is taken for them. Without a plan it claims nothing.
   void begin(const TransferPlan* claimed);
-  /// Records a file that has just received its final name.
+  /// Records a file that has just received its final name. Until the volume is synced, it stays a
+  /// claim in what is saved: the power may fail, and a record must name no file that is lost then.
   void landed(const LandedFile& file);
+  /// What landed before syncBegins() is on stable storage when syncEnded() is called.
+  void syncBegins() { syncing_ = landed_.size(); }
+  void syncEnded() { synced_ = syncing_; }
   /// Records a file that landed without a claim.
   void landed(DestinationMarker::FileRecord file);
 
@@ -58,7 +62,8 @@ class DestinationMemory {
   /// Returns true if a claim of the planned file to a path adds information to the marker.
   bool isClaimed(const PlannedFile& file, const std::string& path) const;
   std::optional<ShotDate> dateOf(const PlannedFile& file) const;
-  /// Returns the files that the run may still land, and those that have landed.
+  /// Returns the files that the run may still land, those that have landed without being synced,
+  /// and those that have landed.
   std::vector<DestinationMarker::FileRecord> claims() const;
   /// Returns the notes of the folders that the plan writes into. The notes of the others stay.
   std::vector<DestinationMarker::FolderNote> notesFor(const TransferPlan* plan) const;
@@ -70,6 +75,8 @@ class DestinationMemory {
   Folder& destination_;
   Destination::Content content_;
   std::vector<DestinationMarker::FileRecord> landed_;
+  std::size_t syncing_ = 0;  ///< the number of those that had landed when the last sync began
+  std::size_t synced_ = 0;   ///< the number of those that are on stable storage
   std::optional<DestinationMarker::PhoneRecord> settled_;  ///< nullopt: there were no claims
   bool hasOldClaims_ = false;  ///< a killed run has left claims that must be settled
   std::vector<DestinationMarker::FolderNote> notes_;  ///< of the folders that get files

@@ -23,6 +23,8 @@ RunOutcome FolderTransfer::execute(const TransferPlan& plan, MediaSource& source
   setup.log = setup_.log;
   setup.language = setup_.language;
   setup.landed = [this](const LandedFile& file) { memory_.landed(file); };
+  setup.syncBegins = [this] { memory_.syncBegins(); };
+  setup.syncEnded = [this] { memory_.syncEnded(); };
   RunOutcome outcome;
   try {
     outcome.report =

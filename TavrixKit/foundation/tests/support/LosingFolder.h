@@ -3,13 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <limits>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "foundation/files/AtomicFile.h"
 #include "foundation/tests/support/FaultyFolder.h"
@@ -32,12 +35,20 @@ class LosingFolder : public FaultyFolder {
   struct Loss {
     bool data = true;
     bool names = true;
+    /// If not 0, only a part goes, another one for each number: some of the names, and of some
+    /// files the end, which may have become zeros.
+    std::uint64_t part = 0;
   };
+  static std::vector<Loss> losses() {
+    return {{}, {.names = false}, {.data = false}, {.part = 1}, {.part = 2}, {.part = 3}};
+  }
   /// Puts the folder into the state that it has after the failure.
   void lose(const Loss& loss) {
     const std::lock_guard lock{*mutex_};
     readOutside();
-    const Names left = loss.names ? syncedNames_ : names_;
+    Names left = loss.names ? syncedNames_ : names_;
+    if (loss.part != 0) left = partOfNames(loss.part);
+    if (loss.data) loseData(left, loss.part);
     for (const auto& [path, entry] : names_) {
       if (parentPath(path).empty()) FaultyFolder::removeAll(path);
     }
@@ -51,7 +62,6 @@ class LosingFolder : public FaultyFolder {
         FaultyFolder::makeFolders(path);
         continue;
       }
-      if (loss.data) entry->content = entry->synced;
       FaultyFolder::createFile(path)->append(std::as_bytes(std::span{entry->content}));
     }
     syncVolume();
@@ -163,6 +173,39 @@ class LosingFolder : public FaultyFolder {
     }
   }
 
+  /// Takes each name from what was synced or from what was not.
+  Names partOfNames(std::uint64_t part) const {
+    Names left;
+    for (const Names* const all : {&names_, &syncedNames_}) {
+      for (const auto& [path, entry] : *all) {
+        const Names& from = chosen(path, part) % 2 == 0 ? names_ : syncedNames_;
+        const auto found = from.find(path);
+        if (found != from.end()) left.insert(*found);
+      }
+    }
+    return left;
+  }
+  static void loseData(const Names& names, std::uint64_t part) {
+    std::set<Content*> done;  // a file may have its earlier name, too
+    for (const auto& [path, entry] : names) {
+      if (entry == nullptr || !done.insert(entry.get()).second) continue;
+      entry->content = part == 0 ? entry->synced : partOfContent(*entry, chosen(path + ".", part));
+    }
+  }
+  static std::string partOfContent(const Content& file, std::uint64_t choice) {
+    constexpr std::uint64_t outcomes = 3;
+    const std::uint64_t outcome = choice % outcomes;
+    const bool isLonger = file.content.starts_with(file.synced);
+    if (outcome == 0 || !isLonger) return choice % 2 == 0 ? file.synced : file.content;
+    const std::size_t added = file.content.size() - file.synced.size();
+    std::string left = file.content.substr(0, file.synced.size() + choice / outcomes % (added + 1));
+    if (outcome == 2) left.resize(file.content.size(), '\0');
+    return left;
+  }
+  static std::uint64_t chosen(const std::string& path, std::uint64_t part) {
+    return std::hash<std::string>{}(path + "#" + std::to_string(part));
+  }
+
   void rename(const std::string& from, const std::string& to) {
     auto& entry = names_[from];
     // One that was there before.
@@ -183,11 +226,11 @@ class LosingFolder : public FaultyFolder {
 inline void forEachPowerFailure(const std::function<void(Folder&)>& prepare,
                                 const std::function<void(Folder&)>& work,
                                 const std::function<void(Folder&, bool isDone)>& check) {
-  for (const LosingFolder::Loss loss :
-       {LosingFolder::Loss{true, true}, {true, false}, {false, true}}) {
+  for (const LosingFolder::Loss& loss : LosingFolder::losses()) {
     bool isDone = false;
     for (int failAt = 1; !isDone; ++failAt) {
-      SCOPED_TRACE(failAt);
+      SCOPED_TRACE(testing::Message() << "step " << failAt << ", loss of data " << loss.data
+                                      << ", names " << loss.names << ", part " << loss.part);
       const TemporaryFolder temporary;
       LosingFolder folder{openFolder(temporary.path())};
       prepare(folder);

@@ -66,23 +66,22 @@ class WindowHarness {
   std::atomic<int> writesUntilFull = -1;
   ManualMainLoop loop;
   FakePhone phone;
-  WindowSession session{
-      {.loop = loop,
-       .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
-       .newID = randomUuid,
-       .destinations = {
-           .openForWriting =
-               [this](const std::string& path) {
-                 return filling(Destination::openForWriting(path));
-               },
-           .openRequiredForWriting =
-               [this](const std::string& path) {
-                 return filling(Destination::openRequiredForWriting(path));
-               },
-           .openExisting =
-               [this](const std::string& path) {
-                 return filling(Destination::openExisting(path));
-               }}}};
+  WindowSession session{{.loop = loop,
+                         .now = [] { return Instant{std::chrono::hours{24 * 20700}}; },
+                         .newID = randomUuid,
+                         .destinations = {.openForWriting =
+                                              [this](const std::string& path) {
+                                                return filling(Destination::openForWriting(path));
+                                              },
+                                          .openRequiredForWriting =
+                                              [this](const std::string& path) {
+                                                return filling(
+                                                    Destination::openRequiredForWriting(path));
+                                              },
+                                          .openExisting =
+                                              [this](const std::string& path) {
+                                                return filling(Destination::openExisting(path));
+                                              }}}};
   PictureDesk pictures{session};
   ViewChoices view{session};
   Words words;

@@ -525,8 +525,7 @@ TEST_F(PackedTransferTest, killAtAnyMoment_losesNothingAndTheNextRunClearsUp) {
 TEST(PackedCrash, powerThatFailsAtAnyStep_leavesWholeArchivesAndANextRunCompletes) {
   const int stride = std::getenv("TAVRIX_LONG_TESTS") != nullptr ? 1 : 7;
   int losses = 0;
-  for (const LosingFolder::Loss loss :
-       {LosingFolder::Loss{true, true}, {true, false}, {false, true}}) {
+  for (const LosingFolder::Loss& loss : LosingFolder::losses()) {
     // The kinds of loss meet different steps.
     int failAt = ++losses;
     for (bool hasFailed = true; hasFailed; failAt += stride) {

@@ -239,7 +239,7 @@ struct ModelHarness {
   bool keepsRecords = true;
   int writesUntilFull = -1;  ///< negative: unlimited space
   std::uint64_t freeWhenFull = 3;
-  int fullCode = ENOSPC;  ///< the error of a write without space
+  int fullCode = ENOSPC;          ///< the error of a write without space
   bool isVolumeDetached = false;  ///< the volume on which the run began is not there
   std::unique_ptr<AppModel> model;
 };
