@@ -73,6 +73,7 @@ WrittenDestination writtenBy(const Run& run) {
           .identity = run.folder,
           .markerName = DestinationMarker::fileName(run.source.phone.hash),
           .report = run.outcome.report,
+          .isPacked = run.outcome.isPacked,
           .plan = run.plan};
 }
 
@@ -303,10 +304,7 @@ void RunControl::land(AttemptEnd end) {
   }
   if (isOutOfSpace(run_.outcome)) return meetFullDisk(end.hasLanded);
   if (end.hasLanded) losses_ = 0;
-  // Packing starts from the beginning in any case.
-  if (!end.failure && !run_.outcome.isPacked && mayHaveLostVolume(run_.outcome)) {
-    return awaitDestination();
-  }
+  if (!end.failure && mayHaveLostVolume(run_.outcome)) return awaitDestination();
   if (end.failure) return concludeFailed(end.failure);
   conclude();
 }
@@ -457,9 +455,7 @@ void RunControl::landReopened(Reopened& reopened) {
     publishPause(run_pause::Busy{});
     return postIfStill<run_stage::Reopening>(pollInterval, [this] { resume(); });
   }
-  if (!run_.outcome.isPacked && mayHaveLostVolume(reopened.failure)) {
-    return awaitDestination(reopened.failure);
-  }
+  if (mayHaveLostVolume(reopened.failure)) return awaitDestination(reopened.failure);
   concludeFailed(reopened.failure);
 }
 

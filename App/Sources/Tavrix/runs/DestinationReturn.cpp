@@ -13,6 +13,14 @@ struct FilesThere {
   bool areAll = true;        ///< no file that the run counts is missing
 };
 
+/// Returns the path of the archive into which a path leads; nullopt if it leads into none.
+std::optional<std::string> archiveOf(const std::string& path) {
+  constexpr std::string_view ending = ".zip/";
+  const auto end = path.find(ending);
+  if (end == std::string::npos) return std::nullopt;
+  return path.substr(0, end + ending.size() - 1);
+}
+
 FilesThere filesThere(const WrittenDestination& destination, const Folder& folder) {
   FilesThere there;
   const auto fileAt = [&](const std::string& path) {
@@ -21,8 +29,11 @@ FilesThere filesThere(const WrittenDestination& destination, const Folder& folde
   };
   for (const FileOutcome& file : destination.report->files) {
     if (!file.path) continue;
-    const auto status = fileAt(*file.path);
-    there.areAll = there.areAll && status && status->size == file.bytesOnDisk;
+    const auto archive = destination.isPacked ? archiveOf(*file.path) : std::nullopt;
+    const auto status = fileAt(archive.value_or(*file.path));
+    // An archive got its name after it was synced.
+    const bool isWhole = status && (archive || status->size == file.bytesOnDisk);
+    there.areAll = there.areAll && isWhole;
     if (!file.is<FileOutcome::AlreadyThere>()) ++there.copied;
   }
   for (const std::string& known : destination.plan->knownPaths) {

@@ -19,6 +19,7 @@ struct WrittenDestination {
   std::optional<FolderIdentity> identity;  ///< nullopt if the system reports none
   std::string markerName;                  ///< the file name of the run's marker
   Shared<TransferReport> report;           ///< so far
+  bool isPacked = false;                   ///< paths in the report may lead into archives
   std::shared_ptr<const TransferPlan> plan;
 };
 
@@ -36,7 +37,7 @@ struct DestinationLook {
 /// Looks for a destination that failed. Takes as long as the volume takes to answer. Never throws.
 ///
 /// Numbers of volumes are given again, so an identity alone proves nothing: the folder must have
-/// every file that the run counts as copied or found, each copied one with its size. A folder
+/// every file that the run counts as copied or found, each plain copy with its size. A folder
 /// with another identity must also have a file that this run has copied.
 DestinationLook lookFor(const WrittenDestination& destination, const DestinationAccess& access);
 

@@ -195,6 +195,8 @@ std::optional<std::string> PackedTransfer::tryToPack(const PlannedArchive& archi
     } catch (const ZipError& error) {
       return reasonOf(error, setup_.language);
     } catch (const FileError& error) {
+      // Without the volume the files cannot be left as they are, either.
+      if (meansLostVolume(error.code()) && error.code() != EIO) throw;
       if (error.code() != ENOSPC || attempt >= mostAttempts)
         return sentences::systemErrorText(setup_.language, error.code());
       packingBytes_ = 0;
@@ -208,11 +210,11 @@ void PackedTransfer::leaveUnpacked(const PlannedArchive& archive, const std::str
   } else {
     writeLog(log(), "pack fallback single archive: {}", PrivateField{reason});
   }
-  outcome_.unpackedFolders.push_back({archive.group, reason});
   files_->moveOut(archive, destination_, [this](DestinationMarker::FileRecord record) {
     memory_.landed(std::move(record));
   });
   destination_.syncVolume();
+  outcome_.unpackedFolders.push_back({archive.group, reason});
 }
 
 void PackedTransfer::removeStaged(const PlannedArchive& archive) {

@@ -190,6 +190,46 @@ TEST_F(AppModelVolumeTest, volumeThatGoesDuringAnotherPause_isWaitedForAsWell) {
   checkWhole(12);
 }
 
+TEST_F(AppModelVolumeTest, archivesThatAreDone_arePartOfARunThatGoesOn) {
+  Settings settings = *state().settings;
+  settings.layout.packAsZip = true;
+  settings.layout.packPerGroup = true;
+  model->changeSettings(settings);
+  freeWhenFull = 1'000'000;
+  // Of the writes of a run that is not disturbed, each third is tried as the last one.
+  for (int last = 1;; last += 3) {
+    SCOPED_TRACE(last);
+    bool hasGone = false;
+    whenFull = [&] {
+      hasGone = true;
+      detach();
+    };
+    writesUntilFull = last;
+    transfer();
+    if (!hasGone) {
+      EXPECT_GT(last, 20);
+      break;
+    }
+    ASSERT_TRUE(isAwaitingDestination());
+    attach(first);
+    passSeconds(5);
+    ASSERT_FALSE(isTransferring());
+    EXPECT_EQ(record().status, Status::completed);
+    EXPECT_EQ(report().copied, 12);
+    EXPECT_THAT(model->run()->outcome.unpackedFolders, IsEmpty());
+    std::vector<std::string> names;
+    for (const auto& [path, content] : filesOnDisk()) names.push_back(path);
+    EXPECT_THAT(names, testing::ElementsAre("2026-05-20.zip", "2026-05-21.zip", "2026-05-22.zip",
+                                            "2026-05-23.zip"));
+    model->leaveSummary();
+    for (const auto& entry : std::filesystem::directory_iterator{destination.path()}) {
+      std::filesystem::remove_all(entry.path());
+    }
+    model->refreshDestination();
+    settle();
+  }
+}
+
 TEST_F(AppModelVolumeTest, waitForTheVolume_canBeCancelledAlsoIfALookDoesNotEnd) {
   loseAt(5);
   loop.advance(seconds{5});

@@ -178,7 +178,10 @@ struct ModelHarness {
     auto wrapped = std::make_unique<FaultyFolder>(std::move(folder));
     wrapped->faults().rule = [this](FileOperation operation, const std::string& path) {
       if (operation != FileOperation::write || path.starts_with("phone-")) return;
-      if (writesUntilFull == 0) throw FileError{operation, path, fullCode};
+      if (writesUntilFull == 0) {
+        if (whenFull) std::exchange(whenFull, nullptr)();
+        throw FileError{operation, path, fullCode};
+      }
       if (writesUntilFull > 0) --writesUntilFull;
     };
     wrapped->faults().freeBytes = [this]() -> std::uint64_t {
@@ -237,7 +240,8 @@ struct ModelHarness {
   Instant clock{std::chrono::hours{24 * 20700}};
   std::map<Uuid, TransferRecord> records;
   bool keepsRecords = true;
-  int writesUntilFull = -1;  ///< negative: unlimited space
+  int writesUntilFull = -1;          ///< negative: unlimited space
+  std::function<void()> whenFull{};  ///< called once, before the first write that fails
   std::uint64_t freeWhenFull = 3;
   int fullCode = ENOSPC;          ///< the error of a write without space
   bool isVolumeDetached = false;  ///< the volume on which the run began is not there
