@@ -31,6 +31,7 @@ class Services:
         self.log = log
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         self.scheme = DARK
+        self.awaited = 0
         self.offer("org.freedesktop.Notifications", "/org/freedesktop/Notifications", NOTIFICATIONS, self.notify)
         self.offer("org.freedesktop.login1", "/org/freedesktop/login1", LOGIN, self.inhibit)
         self.offer("org.freedesktop.portal.Desktop", PORTAL_PATH, PORTAL, self.read_setting)
@@ -40,7 +41,13 @@ class Services:
     def offer(self, name, path, description, method):
         interface = Gio.DBusNodeInfo.new_for_xml(description).interfaces[0]
         self.bus.register_object(path, interface, lambda *call: method(call[5].unpack(), call[6]), None, None)
-        Gio.bus_own_name_on_connection(self.bus, name, Gio.BusNameOwnerFlags.NONE, None, None)
+        self.awaited += 1
+        Gio.bus_own_name_on_connection(self.bus, name, Gio.BusNameOwnerFlags.NONE, self.named, None)
+
+    def named(self, *_):
+        self.awaited -= 1
+        if self.awaited == 0:
+            self.note("ready")
 
     def note(self, what, **facts):
         self.log.write(json.dumps({"what": what, **facts}) + "\n")
@@ -85,7 +92,6 @@ def main():
     with open(sys.argv[1], "w", encoding="utf-8") as log:
         services = Services(log)
         GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, signal.SIGUSR1, services.prefer_light)
-        services.note("ready")
         GLib.MainLoop().run()
 
 
