@@ -37,7 +37,8 @@ class DestinationMemory {
   /// Records a file that has just received its final name. Until the volume is synced, it stays a
   /// claim in what is saved: the power may fail, and a record must name no file that is lost then.
   void landed(const LandedFile& file);
-  /// What landed before syncBegins() is on stable storage when syncEnded() is called.
+  /// Frame a sync of the volume: the files that landed before the first are on stable storage when
+  /// the second is called.
   void syncBegins() { syncing_ = landed_.size(); }
   void syncEnded() { synced_ = syncing_; }
   /// Records a file that landed without a claim.

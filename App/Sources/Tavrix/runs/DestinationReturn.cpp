@@ -60,7 +60,7 @@ DestinationLook lookFor(const WrittenDestination& destination, const Destination
     folder->names();
     const FilesThere files = filesThere(destination, *folder);
     const bool isSame = found == destination.identity;
-    // What was written last may have been lost with the volume; then the next run copies it again.
+    // The last files may have been lost with the volume; then the next run copies them again.
     if (files.areAll && (isSame || (wasDetached && files.copied > 0))) return {State::there, found};
     if (isSame || folder->status(destination.markerName)) return gone;
   } catch (const FileError& error) {

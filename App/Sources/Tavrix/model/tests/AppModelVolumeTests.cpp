@@ -196,7 +196,7 @@ TEST_F(AppModelVolumeTest, archivesThatAreDone_arePartOfARunThatGoesOn) {
   settings.layout.packPerGroup = true;
   model->changeSettings(settings);
   freeWhenFull = 1'000'000;
-  // Of the writes of a run that is not disturbed, each third is tried as the last one.
+  // Tries each third write of an undisturbed run as the last one.
   for (int last = 1;; last += 3) {
     SCOPED_TRACE(last);
     bool hasGone = false;
