@@ -79,7 +79,8 @@ struct Run {
   RunTotals totals;
   DestinationFindings findings;  ///< about the destination, before the first byte
   std::uint64_t optimizedSkipped = 0;
-  RunOutcome outcome;  ///< of all attempts
+  RunOutcome outcome;           ///< of all attempts
+  std::uint64_t converted = 0;  ///< the files that the attempts so far have converted
   RunStage stage;
   std::exception_ptr failure;  ///< what ended the run, unless the outcome says it
 

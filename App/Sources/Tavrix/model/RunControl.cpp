@@ -46,11 +46,26 @@ TransferProgressSnapshot ofRun(TransferProgressSnapshot attempt, const Run& run)
   attempt.filesDone += run.outcome.report->files.size();
   attempt.verifiedCount +=
       run.outcome.report->copied + run.outcome.report->conversionFallbacks.size();
+  attempt.convertedCount += run.converted;
   attempt.filesTotal = run.plan->files.size();
   const std::uint64_t total = run.totals.bytes;
   attempt.bytesDone += total - std::min(total, attempt.bytesTotal);
   attempt.bytesTotal = total;
   return attempt;
+}
+
+/// Returns the number of files of a report that were converted. The report is of a part of the
+/// plan.
+std::uint64_t convertedFiles(const TransferPlan& plan, const TransferReport& report) {
+  std::uint64_t count = 0;
+  auto outcome = report.files.begin();
+  for (const PlannedFile& file : plan.files) {
+    if (outcome == report.files.end()) break;
+    if (outcome->assetID != file.asset.id()) continue;
+    if (isConverted(file.conversion) && outcome->is<FileOutcome::Copied>()) ++count;
+    ++outcome;
+  }
+  return count;
 }
 
 /// Returns nullopt if the destination of the run no longer exists.
@@ -292,6 +307,7 @@ void RunControl::land(AttemptEnd end) {
   services_.background([attempt = std::exchange(attempt_, nullptr),
                         old = std::exchange(run_.outcome, std::move(end.outcome))] {});
   run_.outcome.phoneWaits = phoneWaits_;
+  run_.converted = convertedFiles(*run_.plan, *run_.outcome.report);
   remainingBytes_ = end.remainingBytes;
   const bool isWhole = !end.failure && !end.isPhoneLost && hasEndedByItself(run_.outcome);
   if (run_.is<run_stage::Cancelling>() && !isWhole) return concludeCancelled();

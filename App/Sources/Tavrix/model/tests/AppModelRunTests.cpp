@@ -157,6 +157,39 @@ TEST_F(AppModelRunTest, phoneBackBeforeAnybodyNoticed_goesOn) {
   checkWhole(12);
 }
 
+TEST_F(AppModelRunTest, filesConvertedBeforeAPause_stayCounted) {
+  struct Converter : MediaConverter {
+    std::uint64_t convert(const MediaAsset&, const PlannedConversion&, Folder& folder,
+                          const std::string&, const std::string& output, const ConversionProgress&,
+                          std::stop_token) override {
+      const auto file = folder.createFile(output);
+      file->append(std::as_bytes(std::span{"jpeg", 4}));
+      file->close();
+      return 4;
+    }
+  } jpeg;
+  converter = &jpeg;
+  launch();
+  Settings settings = *state().settings;
+  settings.layout.photoJPEG = true;
+  model->changeSettings(settings);
+  makeReady();
+  phone.filesUntilUnplugged = 5;
+  transfer();
+  ASSERT_TRUE(isTransferring());
+  EXPECT_EQ(state().progress->convertedCount, 4) << "every fourth file is a video";
+  phone.isPlugged = true;
+  phone.filesUntilUnplugged = -1;
+  std::vector<std::uint64_t> counts;
+  const auto subscription = model->subscribe([&](const StateChange& change) {
+    if (change.after.progress) counts.push_back(change.after.progress->convertedCount);
+  });
+  passSeconds(1);
+  ASSERT_FALSE(isTransferring());
+  EXPECT_TRUE(std::is_sorted(counts.begin(), counts.end()));
+  EXPECT_EQ(counts.back(), 9);
+}
+
 TEST_F(AppModelRunTest, otherPhoneDuringThePause_isNotCopiedFrom) {
   makeReady();
   phone.filesUntilUnplugged = 5;

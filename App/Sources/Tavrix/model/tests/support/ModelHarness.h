@@ -148,6 +148,7 @@ struct ModelHarness {
                                 .language = Language::russian,
                                 .systemLocaleID = "ru_RU"};
     services.defaults = defaults;
+    services.converter = converter;
     services.storing = storing.background();
     services.isDemo = isDemo;
     services.stateFolder = stateFolder;
@@ -232,6 +233,7 @@ struct ModelHarness {
   ManualWorker looking;
   ManualWorker storing;
   UserDefaults* defaults = nullptr;
+  MediaConverter* converter = nullptr;
   bool isDemo = false;
   std::optional<std::string> stateFolder{};
   bool keepsGroupsDebug = false;
