@@ -19,6 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       const GazetteerPlace place = table.at(i);
       if (place.name.size() > size || place.country.size() > 2) std::abort();
       gazetteer.resolve(place.point, "ru_RU");
+      const auto district = gazetteer.districtAt(place.point, "en_US");
+      if (district && district->cityNumber >= table.size()) std::abort();
     }
     for (const GeoPoint& point : {GeoPoint{0, 0}, {90, 0}, {-90, 180}, {43.7, 7.4}, {5, -180}}) {
       const auto place = gazetteer.resolve(point, "en_US");

@@ -9,6 +9,8 @@ word with a letter that no rule fits is not of the language, and the name has no
 import re
 import unicodedata
 
+# A letter that meets itself in a compound.
+THRICE = re.compile(r"(.)\1\1")
 # The letters that most languages have in common.
 PLAIN = "a=а b=б d=д f=ф k=к m=м n=н o=о p=п r=р t=т v=в "
 
@@ -49,13 +51,14 @@ class Language:
         result = ""
         for word in re.findall(r"[^ '-]+'?", name):
             written = self.word(word.lower().removesuffix("'"))
-            if not written or not word[0].isalpha():
+            # An abbreviation or a Roman number is not read as a word.
+            if not written or not word[0].isalpha() or (word.isupper() and len(word) > 1):
                 return None
             if result and result[-1] != "’":
                 result += "-"
             is_small = result and word in self.small
             result += (written if is_small else written[0].upper() + written[1:]) + ("’" if word[-1] == "'" else "")
-        return result or None
+        return None if THRICE.search(result) else result or None
 
 
 ITALIAN = Language("""
@@ -88,7 +91,7 @@ GERMAN = Language("""
     [lnrdtgbfhkwmpcsze]<st>(a[dt]t|ein|ed[te]|ett|ätt|orf|egen|eig|ra[sß]|uhl|uben|egg#)=шт sp>ring=шп ß=с
     [#lmnr]<s>V=з V<s>V=з ss=сс s=с z=ц gg>#=г g=г
     bb>C=б ff>C=ф tt>C=т nn>C=н mm>C=м ss>C=с gg>C=г
-    ei=ай ai=ай ey=ай ay=ай oi=ой oy=ой eu=ой äu=ой au=ау ie=и
+    ei=ай ai=ай ey=ай ay=ай oi=ой oy=ой uy=юй eu=ой äu=ой au=ау ie=и
     saa=заа aa=а ee>#=ее ee=е oo=о ae=е #<oe=э oe=ё #<ue=и ue=ю #<rh=р V<h>[C#]= V<h>e= h=х
     #<ja=я #<jä=е #<je=е #<jo=йо #<ju=ю #<jü=ю ja=я jä=е je=е jo=ё ju=ю
     #<ä=э ä=е #<ö=э ö=ё #<ü=и ü=ю #<e=э [eä]u<e=е [aeo][iy]<e=е [auoüöä]h<e=э V<e=э e=е i>a#=и i=и o=о u=у y=и

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -32,6 +33,14 @@ inline std::string PlaceNames::identity() const {
   return countryCode.value_or("") + "/" + name.value_or("");
 }
 
+/// A quarter of a large city, in one language.
+struct PlaceDistrict {
+  std::string name;
+  std::uint32_t number = 0;  ///< identifies the quarter in every language
+
+  friend bool operator==(const PlaceDistrict&, const PlaceDistrict&) = default;
+};
+
 /// Names for points on the Earth. All points of a place cell have the same names; a place filter
 /// tests the names of the cell.
 class PlaceLookup {
@@ -42,6 +51,14 @@ class PlaceLookup {
   /// Returns the names of a cell in the language of a locale, or nullopt if they are not known yet.
   virtual std::optional<PlaceNames> names(const std::string& placeKey,
                                           const std::string& localeID) const = 0;
+  /// Returns the quarter that a point of a cell is in, if it is one of the cell's city. A cell may
+  /// have points in several quarters. Returns nullopt if the quarter is not known for sure, or if
+  /// quarters are not told apart.
+  virtual std::optional<PlaceDistrict> district(const GeoPoint& /*point*/,
+                                                const std::string& /*placeKey*/,
+                                                const std::string& /*localeID*/) const {
+    return std::nullopt;
+  }
   /// Returns the centre of a cell, or nullopt if it is not known.
   virtual std::optional<GeoPoint> center(const std::string& /*placeKey*/) const {
     return std::nullopt;

@@ -35,7 +35,7 @@ NameContext contextOf(const Settings& settings, const MediaGroup& group,
   }
   if (places && !places->places.empty()) {
     const PlaceNames& names = places->places.front().names;
-    context.city = places->city(settings.severalCities);
+    context.city = places->districtOrCity(settings.severalCities);
     context.countryName = names.countryName;
     context.countryCode = names.countryCode;
   }

@@ -3,16 +3,24 @@
 #include <absl/container/flat_hash_map.h>
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 #include "foundation/GeoPoint.h"
 
 namespace tavrix {
 namespace {
 
+/// Successive shots of a group at one position.
+struct Burst {
+  GeoPoint position;
+  std::size_t count = 0;
+};
+
 /// The shots of a group in one cell of the lookup.
 struct CellShots {
   std::string key;
-  GeoPoint firstShot;
+  std::vector<Burst> bursts;
   std::size_t count = 0;
 };
 
@@ -30,9 +38,11 @@ std::vector<CellShots> cellsOf(const MediaGroup& group, const PlaceLookup& looku
       std::string key = lookup.placeKey(*position);
       const auto [found, isNew] = cellOfKey.try_emplace(std::move(key), cells.size());
       cell = found->second;
-      if (isNew) cells.push_back({found->first, *position, 0});
+      if (isNew) cells.push_back({found->first, {}, 0});
+      cells[cell].bursts.push_back({*position, 0});
       last = position;
     }
+    ++cells[cell].bursts.back().count;
     ++cells[cell].count;
   }
   return cells;
@@ -70,6 +80,30 @@ class Count {
   absl::flat_hash_map<std::string, std::size_t> placeOfIdentity_;
 };
 
+/// Returns the quarter of the first place that has more than half of all located shots.
+std::optional<PlaceDistrict> districtOf(const GroupPlaces& places,
+                                        const std::vector<CellShots>& cells,
+                                        const PlaceLookup& lookup, const std::string& localeID) {
+  if (places.places.empty() || 2 * places.places.front().shots <= places.locatedShots) return {};
+  const std::string identity = places.places.front().names.identity();
+  std::map<std::uint32_t, std::pair<PlaceDistrict, std::size_t>> shotsOfDistrict;
+  for (const CellShots& cell : cells) {
+    const auto names = lookup.names(cell.key, localeID);
+    if (!names || names->identity() != identity) continue;
+    for (const Burst& burst : cell.bursts) {
+      const auto district = lookup.district(burst.position, cell.key, localeID);
+      if (!district) continue;
+      auto& [found, shots] = shotsOfDistrict[district->number];
+      found = *district;
+      shots += burst.count;
+    }
+  }
+  for (const auto& [number, counted] : shotsOfDistrict) {
+    if (2 * counted.second > places.locatedShots) return counted.first;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<std::string> GroupPlaces::city(bool severalCities) const {
@@ -85,15 +119,17 @@ GroupPlaces placesOf(const MediaGroup& group, const PlaceLookup& lookup,
                      const std::string& localeID) {
   GroupPlaces result;
   Count count{group.place};
-  for (const CellShots& cell : cellsOf(group, lookup)) {
+  const std::vector<CellShots> cells = cellsOf(group, lookup);
+  for (const CellShots& cell : cells) {
     result.locatedShots += cell.count;
     if (const auto names = lookup.names(cell.key, localeID)) {
-      count.add(cell, lookup.center(cell.key).value_or(cell.firstShot), *names);
+      count.add(cell, lookup.center(cell.key).value_or(cell.bursts.front().position), *names);
     } else {
-      result.unresolved.push_back(cell.firstShot);
+      result.unresolved.push_back(cell.bursts.front().position);
     }
   }
   result.places = std::move(count).finish();
+  result.district = districtOf(result, cells, lookup, localeID);
   return result;
 }
 

@@ -23,6 +23,8 @@ struct GroupPlaces {
 
   std::vector<Place> places;  ///< most shots first; between equals the first in capture order
   std::size_t locatedShots = 0;
+  /// The quarter of the first place in which more than half of the located shots are.
+  std::optional<PlaceDistrict> district;
   /// One shot's position for each cell that has no names yet, in capture order.
   std::vector<GeoPoint> unresolved;
 
@@ -30,6 +32,10 @@ struct GroupPlaces {
   /// and if no place has half of the located shots, returns the names of the two largest places,
   /// joined with ", ". Returns nullopt if the largest place has only a country.
   std::optional<std::string> city(bool severalCities) const;
+  /// Returns the name of the quarter, otherwise city().
+  std::optional<std::string> districtOrCity(bool severalCities) const {
+    return district ? std::optional{district->name} : city(severalCities);
+  }
 
   friend bool operator==(const GroupPlaces&, const GroupPlaces&) = default;
 };

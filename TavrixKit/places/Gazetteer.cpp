@@ -1,15 +1,18 @@
 #include "places/Gazetteer.h"
 
+#include <utility>
+
 #include "foundation/Text.h"
 #include "foundation/files/MappedFile.h"
 #include "places/CityChoice.h"
+#include "places/DistrictChoice.h"
 #include "places/ZoneChoice.h"
 
 namespace tavrix {
 namespace {
 
 // Must be incremented whenever the choice among the places changes.
-constexpr int choiceVersion = 6;
+constexpr int choiceVersion = 7;
 
 bool isRussian(const std::string& localeID) {
   return localeID == "ru" || localeID.starts_with("ru_");
@@ -21,19 +24,21 @@ std::optional<std::string> countryIn(const std::string& code, const std::string&
   return countryName(code, localeID);
 }
 
-/// Returns the name of a place or region in the language of the locale.
+/// Returns the name of a place, region or quarter in the language of the locale. Empty if it has
+/// none: an English name would be unreadable inside a Russian one.
 template <typename Named>
 std::string nameIn(const Named& place, const std::string& localeID) {
   // The table is external data and may hold ill-formed UTF-8.
-  return replacingInvalidUtf8(isRussian(localeID) && !place.russianName.empty() ? place.russianName
-                                                                                : place.name);
+  return replacingInvalidUtf8(isRussian(localeID) ? place.russianName : place.name);
 }
 
-/// Returns true if a Russian text names a place better by its region: only the region has a Russian
-/// name.
-bool isNamedByRegion(const GazetteerPlace& place, const GazetteerRegion& region,
-                     const std::string& localeID) {
-  return isRussian(localeID) && place.russianName.empty() && !region.russianName.empty();
+/// Names the result by a region if it has a name.
+void nameByRegion(GeocodedPlace& result, const GazetteerTable& table, std::uint16_t number,
+                  const std::string& localeID) {
+  const std::string name = nameIn(table.regionAt(number), localeID);
+  if (name.empty()) return;
+  result.region = name;
+  result.regionNumber = number;
 }
 
 }  // namespace
@@ -54,27 +59,25 @@ std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
   std::string_view country;
   if (const auto city = CityChoice::cityAt(table_, point)) {
     const GazetteerPlace place = table_.at(city->index);
-    const GazetteerRegion region = table_.regionAt(place.region);
-    if (isNamedByRegion(place, region, localeID)) {
-      result.region = nameIn(region, localeID);
-      result.regionNumber = place.region;
+    const std::string name = nameIn(place, localeID);
+    if (name.empty()) {
+      nameByRegion(result, table_, place.region, localeID);
     } else {
-      result.city = nameIn(place, localeID);
+      result.city = name;
       result.cityNumber = static_cast<std::uint32_t>(city->index);
     }
     if (const auto mainCity = CityChoice::mainCityOf(table_, city->index)) {
-      result.mainCity = nameIn(table_.at(*mainCity), localeID);
-      result.mainCityNumber = static_cast<std::uint32_t>(*mainCity);
+      const std::string mainName = nameIn(table_.at(*mainCity), localeID);
+      if (!mainName.empty()) {
+        result.mainCity = mainName;
+        result.mainCityNumber = static_cast<std::uint32_t>(*mainCity);
+      }
     }
     country = place.country;
   } else {
     const CityChoice::Area area = CityChoice::areaAt(table_, point);
     country = area.country;
-    const std::string region = nameIn(table_.regionAt(area.region), localeID);
-    if (!region.empty()) {
-      result.region = region;
-      result.regionNumber = area.region;
-    }
+    nameByRegion(result, table_, area.region, localeID);
   }
   if (!country.empty()) {
     result.countryCode = replacingInvalidUtf8(country);
@@ -83,6 +86,17 @@ std::optional<GeocodedPlace> Gazetteer::resolve(const GeoPoint& point,
     if (!result.city && !result.region) result.region = result.countryName;
   }
   return result;
+}
+
+std::optional<GeocodedDistrict> Gazetteer::districtAt(const GeoPoint& point,
+                                                      const std::string& localeID) const {
+  const auto part = DistrictChoice::districtAt(table_, point);
+  const auto city = part ? table_.cityAt(*part) : std::nullopt;
+  if (!city) return std::nullopt;
+  const GazetteerDistrict district = table_.districtAt(*part);
+  std::string name = nameIn(district, localeID);
+  if (name.empty()) return std::nullopt;
+  return GeocodedDistrict{std::move(name), district.number, static_cast<std::uint32_t>(*city)};
 }
 
 std::optional<std::string> Gazetteer::zoneIDAt(const GeoPoint& point) const {

@@ -9,10 +9,11 @@
 namespace tavrix {
 
 /// Names points from the table of places, immediately and without a network. For a Russian locale
-/// the names of cities and regions are Russian if the table has them, otherwise English; a city
-/// without a Russian name is named by its region if that has one. Country names are in the language
-/// of the locale. A point has a region only if it has no city: the first-level region, or the
-/// country where that has no name.
+/// the names are the Russian ones, for every other the English ones; country names are in the
+/// language of the locale. A city without a name in the language is named by its region, otherwise
+/// by its country, so that no English name is inside a Russian one; a quarter without one is none.
+/// A point has a region only if it has no city: the first-level region, or the country where that
+/// has no name.
 class Gazetteer : public Geocoder {
  public:
   /// Opens a table. The file stays mapped as long as the gazetteer exists. Throws FileError and
@@ -28,6 +29,8 @@ class Gazetteer : public Geocoder {
   std::string source() const override;
   std::optional<GeocodedPlace> resolve(const GeoPoint& point,
                                        const std::string& localeID) const override;
+  std::optional<GeocodedDistrict> districtAt(const GeoPoint& point,
+                                             const std::string& localeID) const override;
   std::optional<std::string> zoneIDAt(const GeoPoint& point) const override;
   Borders borders() const override { return table_.borders(); }
 

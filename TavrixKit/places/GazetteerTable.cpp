@@ -18,10 +18,11 @@ using TableBytes::kmPerDegree;
 using TableBytes::littleEndian;
 
 constexpr std::string_view magic = "TAVRXGEO";
-constexpr std::uint32_t currentVersion = 5;
-constexpr std::size_t headerBytes = 48;
+constexpr std::uint32_t currentVersion = 6;
+constexpr std::size_t headerBytes = 52;
 constexpr std::size_t regionBytes = 12;
 constexpr std::size_t zoneBytes = 4;
+constexpr std::size_t districtBytes = 8;
 constexpr std::size_t recordBytes = 28;
 constexpr std::size_t bandTableBytes = (bandCount + 1) * sizeof(std::uint32_t);
 // More than any table holds, and small enough that no sum of sizes overflows.
@@ -30,6 +31,7 @@ constexpr std::uint32_t largestCount = 1U << 28U;
 constexpr unsigned capitalFlag = 1;
 constexpr unsigned partFlag = 2;
 constexpr unsigned astrayFlag = 4;
+constexpr unsigned transcribedFlag = 8;
 
 /// Returns the greatest difference in longitude, in degrees, between the centre of a circle and its
 /// points (given by the tangent meridians: sin Δλ = sin δ / cos φ); 180 if it contains a pole.
@@ -48,12 +50,12 @@ GazetteerTable::GazetteerTable(std::span<const std::byte> bytes) : bytes_(bytes)
     throw GazetteerError{Kind::notGazetteer, 0};
   }
   if (bytes.size() < headerBytes) throw GazetteerError{Kind::wrongSize, bytes.size()};
-  std::array<std::uint32_t, 10> numbers{};
+  std::array<std::uint32_t, 11> numbers{};
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     numbers.at(i) = littleEndian<std::uint32_t>(bytes.data() + magic.size() + 4 * i);
   }
   if (numbers[0] != currentVersion) throw GazetteerError{Kind::otherVersion, 8};
-  for (std::size_t i = 1; i <= 8; ++i) {
+  for (std::size_t i = 1; i <= 9; ++i) {
     if (numbers.at(i) > largestCount) throw GazetteerError{Kind::wrongSize, 8 + 4 * i};
   }
   placeCount_ = numbers[1];
@@ -61,18 +63,20 @@ GazetteerTable::GazetteerTable(std::span<const std::byte> bytes) : bytes_(bytes)
   countryCount_ = numbers[3];
   regionCount_ = numbers[4];
   zoneCount_ = numbers[5];
-  dataDate_ = numbers[9];
+  districtCount_ = numbers[6];
+  dataDate_ = numbers[10];
   bandsAt_ = headerBytes + (2 * countryCount_ + 3) / 4 * 4;
   regionsAt_ = bandsAt_ + 3 * bandTableBytes;
   zonesAt_ = regionsAt_ + regionCount_ * regionBytes;
-  recordsAt_ = zonesAt_ + zoneCount_ * zoneBytes;
+  districtsAt_ = zonesAt_ + zoneCount_ * zoneBytes;
+  recordsAt_ = districtsAt_ + districtCount_ * districtBytes;
   const std::size_t sidesAt = recordsAt_ + placeCount_ * recordBytes;
-  const std::size_t sideCount = numbers[6];
+  const std::size_t sideCount = numbers[7];
   const std::size_t rowsAt = sidesAt + sideCount * Borders::sideBytes;
   const std::size_t runsAt = rowsAt + RegionGrid::startsBytes;
-  const std::size_t runCount = numbers[7];
+  const std::size_t runCount = numbers[8];
   namesAt_ = runsAt + runCount * RegionGrid::runBytes;
-  if (bytes.size() != namesAt_ + numbers[8]) throw GazetteerError{Kind::wrongSize, bytes.size()};
+  if (bytes.size() != namesAt_ + numbers[9]) throw GazetteerError{Kind::wrongSize, bytes.size()};
   checkStarts(bandsAt_, bandCount, 0, largeCount_);
   checkStarts(bandsAt_ + bandTableBytes, bandCount, largeCount_, placeCount_);
   checkStarts(bandsAt_ + 2 * bandTableBytes, bandCount, 0, sideCount);
@@ -131,10 +135,22 @@ unsigned GazetteerTable::flagsAt(std::size_t index) const {
 }
 
 std::optional<std::size_t> GazetteerTable::cityAt(std::size_t index) const {
-  if ((flagsAt(index) & partFlag) == 0) return index;
+  if (!isPart(index)) return index;
   const std::size_t city = littleEndian<std::uint32_t>(record(index) + 12);
-  if (city >= placeCount_ || (flagsAt(city) & partFlag) != 0) return std::nullopt;
+  if (city >= placeCount_ || isPart(city)) return std::nullopt;
   return city;
+}
+
+bool GazetteerTable::isPart(std::size_t index) const { return (flagsAt(index) & partFlag) != 0; }
+
+GazetteerDistrict GazetteerTable::districtAt(std::size_t index) const {
+  if (!isPart(index)) return {};
+  const auto number = littleEndian<std::uint32_t>(record(index) + 16);
+  if (number == 0 || number > districtCount_) return {};
+  const std::byte* const at = bytes_.data() + districtsAt_ + (number - 1) * districtBytes;
+  const std::string_view name = textAt(littleEndian<std::uint32_t>(at));
+  if (name.empty()) return {};
+  return {number, name, textAt(littleEndian<std::uint32_t>(at + 4))};
 }
 
 bool GazetteerTable::isAstray(std::size_t index) const {
@@ -165,7 +181,7 @@ GazetteerPlace GazetteerTable::at(std::size_t index) const {
   GazetteerPlace place;
   place.point = pointAt(index);
   place.population = populationAt(index);
-  if ((flagsAt(index) & partFlag) == 0) {
+  if (!isPart(index)) {
     place.name = textAt(littleEndian<std::uint32_t>(at + 12));
     place.russianName = textAt(littleEndian<std::uint32_t>(at + 16));
   }
@@ -173,6 +189,7 @@ GazetteerPlace GazetteerTable::at(std::size_t index) const {
   place.district = littleEndian<std::uint16_t>(at + 22);
   place.country = country(countryNumberAt(index));
   place.isCapital = (flagsAt(index) & capitalFlag) != 0;
+  place.isTranscribed = (flagsAt(index) & transcribedFlag) != 0;
   return place;
 }
 

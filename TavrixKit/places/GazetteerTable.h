@@ -45,6 +45,14 @@ struct GazetteerPlace {
   std::uint16_t region = 0;      ///< number of the first-level region; 0 if unknown
   std::uint16_t district = 0;    ///< number of the second-level region; 0 if unknown
   bool isCapital = false;
+  bool isTranscribed = false;  ///< the Russian name is made by the rules of the place's language
+};
+
+/// A quarter of a large city. The texts point into the table.
+struct GazetteerDistrict {
+  std::uint32_t number = 0;      ///< equal for all parts of the city with this name; 0 for none
+  std::string_view name;         ///< English
+  std::string_view russianName;  ///< empty if there is none
 };
 
 /// A first-level region of the table: a state, a province, an oblast. The texts point into the
@@ -76,6 +84,11 @@ class GazetteerTable {
   /// Returns the place after which a point near this place is named: the place itself, or the city
   /// of which it is a part. Returns nullopt if the reference to the city is damaged.
   std::optional<std::size_t> cityAt(std::size_t index) const;
+  /// Returns true if a place is only a part of a city.
+  bool isPart(std::size_t index) const;
+  /// Returns the quarter that a part of a city stands for. The number is 0 if it has no name or is
+  /// damaged, or if the place is not a part of a city.
+  GazetteerDistrict districtAt(std::size_t index) const;
   /// Returns true if a place is in the area of a country that is not its own, because the border is
   /// disputed or drawn too roughly.
   bool isAstray(std::size_t index) const;
@@ -121,10 +134,12 @@ class GazetteerTable {
   std::size_t countryCount_ = 0;
   std::size_t regionCount_ = 0;
   std::size_t zoneCount_ = 0;
+  std::size_t districtCount_ = 0;
   std::uint32_t dataDate_ = 0;
   std::size_t bandsAt_ = 0;
   std::size_t regionsAt_ = 0;
   std::size_t zonesAt_ = 0;
+  std::size_t districtsAt_ = 0;
   std::size_t recordsAt_ = 0;
   std::size_t namesAt_ = 0;
   Borders borders_;

@@ -31,6 +31,15 @@ struct GeocodedPlace {
   friend bool operator==(const GeocodedPlace&, const GeocodedPlace&) = default;
 };
 
+/// A quarter of a large city, in one language.
+struct GeocodedDistrict {
+  std::string name;
+  std::uint32_t number = 0;      ///< of the quarter in the source
+  std::uint32_t cityNumber = 0;  ///< of the city in the source, as in GeocodedPlace
+
+  friend bool operator==(const GeocodedDistrict&, const GeocodedDistrict&) = default;
+};
+
 /// Names points on the Earth. Safe to call from several threads.
 class Geocoder {
  public:
@@ -42,6 +51,12 @@ class Geocoder {
   /// cannot answer now; a later call may succeed.
   virtual std::optional<GeocodedPlace> resolve(const GeoPoint& point,
                                                const std::string& localeID) const = 0;
+  /// Returns the quarter of a large city that a point is in, in the language of a locale. Returns
+  /// nullopt if it is not known for sure or has no name in that language.
+  virtual std::optional<GeocodedDistrict> districtAt(const GeoPoint& /*point*/,
+                                                     const std::string& /*localeID*/) const {
+    return std::nullopt;
+  }
   /// Returns the identifier of the time zone at a point, or nullopt if it is not known.
   virtual std::optional<std::string> zoneIDAt(const GeoPoint& /*point*/) const {
     return std::nullopt;

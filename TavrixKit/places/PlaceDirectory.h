@@ -40,6 +40,11 @@ class PlaceDirectory {
   /// Waits until the queue is empty and the geocoder is idle.
   void wait();
 
+  /// Returns the quarter of a large city that a point is in, as the geocoder knows it.
+  std::optional<GeocodedDistrict> districtAt(const GeoPoint& point,
+                                             const std::string& localeID) const {
+    return geocoder_->districtAt(point, localeID);
+  }
   /// Returns the identifier of the time zone at a point, or nullopt if it is not known.
   std::optional<std::string> zoneIDAt(const GeoPoint& point) const {
     return geocoder_->zoneIDAt(point);

@@ -27,6 +27,14 @@ class DegreeCells : public PlaceLookup {
     return GeoPoint{std::stod(key) + 0.5, 7};
   }
 
+  /// The quarters of Cologne are a tenth of a degree wide.
+  std::optional<PlaceDistrict> district(const GeoPoint& point, const std::string& key,
+                                        const std::string&) const override {
+    const auto tenth = static_cast<std::uint32_t>(point.latitude * 10) % 10;
+    if ((key != "50" && key != "51") || tenth == 0) return std::nullopt;
+    return PlaceDistrict{"Quarter " + std::to_string(tenth), tenth};
+  }
+
   std::map<std::string, PlaceNames> known{
       {"50", {"Cologne", "Germany", "DE", {}, "city 1"}},
       {"51", {"Köln", "Germany", "DE", {}, "city 1"}},
@@ -65,6 +73,26 @@ TEST(GroupPlaces, cityWithMostShots_isTheFirst_howeverManyCellsItHas) {
   EXPECT_EQ(cityOf({50.1, 50.1, 41.1, 45.1, 20.1}, true), "Cologne, Rome");
   EXPECT_EQ(cityOf({50.1, 41.1}, true), "Cologne");  // half is enough
   EXPECT_EQ(cityOf({50.1, 10.1, 45.1}, true), "Cologne");
+}
+
+TEST(GroupPlaces, quarter_namesAFolderIfMostShotsAreInIt) {
+  const auto nameOf = [](const std::vector<double>& latitudes, bool severalCities = false) {
+    return placesOf(groupAt(latitudes), DegreeCells{}, "en")
+        .districtOrCity(severalCities)
+        .value_or("-");
+  };
+  EXPECT_EQ(nameOf({50.15, 50.16, 50.15, 50.25}), "Quarter 1");
+  EXPECT_EQ(nameOf({50.15, 51.16}), "Quarter 1") << "two cells of one city";
+  EXPECT_EQ(nameOf({50.15, 50.25}), "Cologne") << "half is not enough";
+  EXPECT_EQ(nameOf({50.15, 50.25, 50.35, 50.05}), "Cologne") << "a walk all over the city";
+  EXPECT_EQ(nameOf({50.15, 50.15, 41.1, 45.1}), "Cologne") << "half of all located shots";
+  EXPECT_EQ(nameOf({50.15, 50.15, 50.15, 41.1, 45.1}), "Quarter 1");
+  EXPECT_EQ(nameOf({50.15, 50.15, 0.1, 0.2}), "Cologne") << "shots at sea are located";
+  EXPECT_EQ(nameOf({50.15, 70.1, 70.2}), "Cologne") << "so are those that have no names yet";
+  EXPECT_EQ(nameOf({50.15, 50.16, 41.1}, true), "Quarter 1");
+  EXPECT_EQ(nameOf({50.15, 50.16, 41.1, 41.2, 45.1}, true), "Cologne, Rome");
+  EXPECT_EQ(nameOf({41.1, 41.2}), "Rome");
+  EXPECT_EQ(nameOf({}), "-");
 }
 
 TEST(GroupPlaces, place_isTheCellOfTheCityNearestToTheCentre) {

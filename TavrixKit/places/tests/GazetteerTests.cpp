@@ -178,12 +178,13 @@ TEST(Gazetteer, region_isToldAloneWhereNoCityReaches) {
     return at(places, off(0));
   };
   EXPECT_EQ(inRegion(1), Area("Запад", "AA"));
-  EXPECT_EQ(inRegion(2), Area("East", "AA")) << "English where there is no Russian name";
   const std::string land = countryName("AA", "ru").value_or("");
   const Area country{land, "AA"};
+  EXPECT_EQ(inRegion(2), country) << "no English name inside a Russian one";
   EXPECT_EQ(inRegion(1, {{"Near", off(45), 1000, "AA", 2}}), country);
   EXPECT_EQ(inRegion(1, {{"Far", off(52), 1000, "AA", 2}}), Area("Запад", "AA"));
-  EXPECT_EQ(inRegion(2, {{"Here", off(3), 1000, "AA", 2}}), Area("", "AA")) << "a city instead";
+  EXPECT_EQ(inRegion(2, {{"Here", off(3), 1000, "AA", 2, 0, false, "Здесь"}}), Area("", "AA"))
+      << "a city instead";
   for (const std::uint16_t unnamed : std::initializer_list<std::uint16_t>{0, 3, 4}) {
     EXPECT_EQ(inRegion(unnamed), country);
   }
@@ -200,7 +201,8 @@ TEST(Gazetteer, region_isToldAloneWhereNoCityReaches) {
 }
 
 TEST(Gazetteer, areaOfARegion_decidesWhereThereAreNoTowns) {
-  const std::vector<MadeRegion> regions{{"West", "Запад"}, {"East"}, {"Abroad", "", "BB"}};
+  const std::vector<MadeRegion> regions{
+      {"West", "Запад"}, {"East", "Восток"}, {"Abroad", "", "BB"}};
   /// One row of cells: the west, a gap of one cell, the east, and the neighbouring country.
   const std::vector<MadeRun> runs{{50.01, 10.01, 1},
                                   {50.01, 10.51, 0},
@@ -216,7 +218,7 @@ TEST(Gazetteer, areaOfARegion_decidesWhereThereAreNoTowns) {
   const std::string country = countryName("AA", "ru").value_or("");
   EXPECT_EQ(regionAt(50.01, 10.01), "Запад");
   EXPECT_EQ(regionAt(50.01, 10.49), "Запад");
-  EXPECT_EQ(regionAt(50.01, 10.53), "East");
+  EXPECT_EQ(regionAt(50.01, 10.53), "Восток");
   EXPECT_EQ(regionAt(50.01, 9.9), "Запад") << "a cell of water on the coast";
   EXPECT_EQ(regionAt(50.2, 10.2), "Запад");
   EXPECT_EQ(regionAt(50.23, 10.2), country) << "too far from every cell";
@@ -241,7 +243,7 @@ TEST(Gazetteer, cityOnTheOtherShore_isOfAnotherRegion) {
   EXPECT_EQ(nameAt(shores, {10, 10.15}), "Metropolis");
 }
 
-TEST(Gazetteer, russianName_isThatOfTheRegionIfOnlyThatHasOne) {
+TEST(Gazetteer, russianName_isThatOfTheRegionOrCountryIfTheCityHasNone) {
   const auto gazetteer =
       gazetteerOf(madeTable({{"Pine Valley", {32.8, -116.5}, 1500, "US", 1},
                              {"Elsewhere", {40, -116.5}, 1500, "US", 2},
@@ -252,11 +254,11 @@ TEST(Gazetteer, russianName_isThatOfTheRegionIfOnlyThatHasOne) {
   };
   EXPECT_EQ(nameAt({32.8, -116.5}, "ru_RU"), "Калифорния");
   EXPECT_EQ(nameAt({32.8, -116.5}, "en_US"), "Pine Valley");
-  EXPECT_EQ(nameAt({40, -116.5}, "ru_RU"), "Elsewhere");
+  EXPECT_EQ(nameAt({40, -116.5}, "ru_RU"), "США") << "neither has one";
   EXPECT_EQ(nameAt({39, -110}, "ru_RU"), "Рино");
 }
 
-TEST(Gazetteer, language_fallsBackToEnglish) {
+TEST(Gazetteer, names_areRussianOrEnglish) {
   const auto gazetteer =
       gazetteerOf(madeTable({{"Rome", {41.9, 12.5}, 2'000'000, "IT", 1, 0, true, "Рим"},
                              {"Nowhere", {0, 0}, 1000, "IT"}}));
@@ -268,7 +270,54 @@ TEST(Gazetteer, language_fallsBackToEnglish) {
   EXPECT_EQ(gazetteer.resolve(rome, "de_DE")->names(false),
             (PlaceNames{"Rome", "Italien", "IT", {}, "city 0"}));
   EXPECT_EQ(gazetteer.resolve({0, 0}, "ru")->names(false),
-            (PlaceNames{"Nowhere", "Италия", "IT", {}, "city 1"}));
+            (PlaceNames{{}, "Италия", "IT", "Италия"}));
+}
+
+TEST(Gazetteer, district_isTheNearestQuarterIfItIsSure) {
+  const auto quarter = [](const char* name, const GeoPoint& point, const char* russianName = "") {
+    MadePlace part = partOf("Metropolis", point);
+    part.name = name;
+    part.russianName = russianName;
+    return part;
+  };
+  MadePlace village = quarter("Village", off(-9));
+  village.population = 1000;
+  const auto gazetteer = gazetteerOf(madeTable({metropolis,
+                                                quarter("Old Town", off(3), "Старый город"),
+                                                quarter("Harbour", off(4.5)),
+                                                quarter("Harbour", off(5.5)),
+                                                partOf("Metropolis", off(-3)),
+                                                village,
+                                                quarter("East", off(0, 20)),
+                                                quarter("A", off(2, 19)),
+                                                quarter("B", off(-2, 19)),
+                                                quarter("C", off(1.5, 17.6)),
+                                                quarter("West", off(0, -20)),
+                                                quarter("D", off(2, -19)),
+                                                quarter("E", off(-2, -19)),
+                                                {"Town", off(40), 5000}}));
+  const auto at = [&](const GeoPoint& point, const char* locale = "en_US") {
+    const auto district = gazetteer.districtAt(point, locale);
+    return district ? district->name : "";
+  };
+  EXPECT_EQ(at(off(3)), "Old Town");
+  EXPECT_EQ(at(off(2.5)), "Old Town");
+  EXPECT_EQ(at(off(2)), "") << "too far from every quarter";
+  EXPECT_EQ(at(off(3.65)), "") << "between two quarters";
+  EXPECT_EQ(at(off(5)), "Harbour") << "two points of one quarter";
+  EXPECT_EQ(gazetteer.districtAt(off(4.5), "en")->number,
+            gazetteer.districtAt(off(5.5), "en")->number);
+  EXPECT_EQ(at(off(-3)), "") << "a part without a name";
+  EXPECT_EQ(at(off(-9.3)), "Village");
+  EXPECT_EQ(at(off(-9.5)), "") << "a smaller quarter";
+  EXPECT_EQ(at(off(0, 19)), "East");
+  EXPECT_EQ(at(off(0, -19)), "") << "where few quarters are known, others may be missing";
+  EXPECT_EQ(at(off(40)), "") << "a town is no quarter";
+  EXPECT_EQ(at(off(3), "ru_RU"), "Старый город");
+  EXPECT_EQ(at(off(5), "ru_RU"), "") << "no English name inside a Russian one";
+  EXPECT_EQ(at({std::nan(""), 0}), "");
+  const auto city = gazetteer.resolve(off(3), "en");
+  EXPECT_EQ(gazetteer.districtAt(off(3), "en")->cityNumber, city->cityNumber);
 }
 
 TEST(Gazetteer, zone_isThatOfTheNearestPlaceOnThisSide) {
@@ -348,7 +397,7 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
     Kind kind;
     std::size_t offset;
   };
-  const std::size_t bandsAt = 52;
+  const std::size_t bandsAt = 56;
   const std::vector<Damage> rows{
       {"", Kind::notGazetteer, 0},
       {changed(0, 'X'), Kind::notGazetteer, 0},
@@ -359,6 +408,8 @@ TEST(Gazetteer, damage_isRefusedWithItsPlace) {
       {changed(31, 0x7F), Kind::wrongSize, 28},
       {changed(35, 0x7F), Kind::wrongSize, 32},
       {changed(39, 0x7F), Kind::wrongSize, 36},
+      {changed(43, 0x7F), Kind::wrongSize, 40},
+      {changed(32, 1), Kind::wrongSize, whole.size()},
       {changed(24, 1), Kind::wrongSize, whole.size()},
       {whole + "x", Kind::wrongSize, whole.size() + 1},
       {whole.substr(0, whole.size() - 1), Kind::wrongSize, whole.size() - 1},
@@ -401,7 +452,7 @@ std::string bytesInPage() {
 
 TEST(Gazetteer, exampleOfTheDescription_isATable) {
   const auto gazetteer = gazetteerOf(bytesInPage());
-  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.6");
+  EXPECT_EQ(gazetteer.source(), "gazetteer 20200318.7");
   ASSERT_EQ(gazetteer.table().size(), 1U);
   const GazetteerPlace place = gazetteer.table().at(0);
   EXPECT_EQ(place.point, (GeoPoint{43.73485, 7.41673}));
@@ -413,6 +464,7 @@ TEST(Gazetteer, exampleOfTheDescription_isATable) {
   EXPECT_EQ(gazetteer.table().regionAt(place.region).russianName, "");
   EXPECT_EQ(gazetteer.zoneIDAt(place.point), "Europe/Monaco");
   EXPECT_TRUE(place.isCapital);
+  EXPECT_FALSE(place.isTranscribed);
 }
 
 /// Returns the same city as cityAt(), by checking every place.

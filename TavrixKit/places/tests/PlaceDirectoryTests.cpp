@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <cmath>
 #include <latch>
 
 #include "foundation/Sanitizers.h"
@@ -21,7 +22,12 @@ class CountingGeocoder : public Geocoder {
     if (gate_ != nullptr) gate_->wait();
     if (point.latitude < 0) return std::nullopt;
     const std::string city = fmt(point) + (localeID.starts_with("ru") ? " по-русски" : "");
-    return GeocodedPlace{city, "Main", "Land", "AA"};
+    return GeocodedPlace{city, "Main", "Land", "AA", {}, 5, 6};
+  }
+  std::optional<GeocodedDistrict> districtAt(const GeoPoint& point,
+                                             const std::string& /*localeID*/) const override {
+    ++asked_;
+    return GeocodedDistrict{"Quarter", 9, static_cast<std::uint32_t>(std::lround(point.latitude))};
   }
 
  private:
@@ -144,8 +150,30 @@ TEST(NamedCells, districts_goByTheirCityWhenAsked) {
   EXPECT_EQ(apart.names(key, "en"), std::nullopt);
   world->directory.request(cells->keys(), "en");
   world->directory.wait();
-  EXPECT_EQ(apart.names(key, "en"), (PlaceNames{"City 1", "Land", "AA"}));
-  EXPECT_EQ(merged.names(key, "en"), (PlaceNames{"Main", "Land", "AA"}));
+  EXPECT_EQ(apart.names(key, "en"), (PlaceNames{"City 1", "Land", "AA", {}, "city 5"}));
+  EXPECT_EQ(merged.names(key, "en"), (PlaceNames{"Main", "Land", "AA", {}, "city 6"}));
+}
+
+TEST(NamedCells, quarters_areThoseOfTheCityOfTheCell) {
+  auto world = std::make_shared<Directory>();
+  const std::shared_ptr<const PlaceDirectory> directory{world, &world->directory};
+  const auto districts = std::make_shared<const GeocodedDistricts>(directory);
+  const auto cells = std::make_shared<PlaceCells>(std::vector<GeoPoint>{{1, 0}}, 2);
+  const NamedCells apart{cells, directory, false, districts};
+  const NamedCells merged{cells, directory, true, districts};
+  const std::string key = cells->keys().front();
+  EXPECT_EQ(apart.district({5, 0}, key, "en"), std::nullopt) << "the cell has no names yet";
+  world->directory.request(cells->keys(), "en");
+  world->directory.wait();
+  world->asked = 0;
+  EXPECT_EQ(apart.district({5, 0}, key, "en"), (PlaceDistrict{"Quarter", 9}));
+  EXPECT_EQ(apart.district({6, 0}, key, "en"), (PlaceDistrict{"Quarter", 9})) << "the main city's";
+  EXPECT_EQ(apart.district({4, 0}, key, "en"), std::nullopt) << "of another city";
+  EXPECT_EQ(world->asked, 2);
+  EXPECT_EQ(apart.district({5.0009, 0.0009}, key, "en_GB"), (PlaceDistrict{"Quarter", 9}));
+  EXPECT_EQ(world->asked, 2) << "the same spot";
+  EXPECT_EQ(apart.district({95, 0}, key, "en"), std::nullopt);
+  EXPECT_EQ(merged.district({5, 0}, key, "en"), std::nullopt);
 }
 
 }  // namespace

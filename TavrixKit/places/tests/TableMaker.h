@@ -24,6 +24,7 @@ struct MadePlace {
   std::string partOf = "";  ///< the name of the city of which the place is a part
   bool isAstray = false;
   std::string zone = "";
+  bool isTranscribed = false;
 };
 
 /// An area of a country in a test table.
@@ -112,25 +113,38 @@ inline std::string madeTable(std::vector<MadePlace> places,
     appendNumber(offsets, name.empty() ? -1 : static_cast<std::int64_t>(names.size()), 4);
     if (!name.empty()) names += static_cast<char>(name.size()) + name;
   };
+  std::string districts;
+  std::vector<std::pair<std::string, std::string>> known;
+  const auto districtNumber = [&](const MadePlace& part) {
+    const std::pair key{part.partOf, part.name};
+    const auto found = std::find(known.begin(), known.end(), key);
+    if (found != known.end()) return found - known.begin() + 1;
+    known.push_back(key);
+    addName(districts, part.name);
+    addName(districts, part.russianName);
+    return static_cast<std::ptrdiff_t>(known.size());
+  };
   for (const MadePlace& place : places) {
     appendPoint(records, place.point);
     appendNumber(records, place.population, 4);
     if (place.partOf.empty()) {
       addName(records, place.name);
+      addName(records, place.russianName);
     } else {
       appendNumber(records,
                    std::find_if(places.begin(), places.end(),
                                 [&](const MadePlace& each) { return each.name == place.partOf; }) -
                        places.begin(),
                    4);
+      appendNumber(records, place.name.empty() ? 0 : districtNumber(place), 4);
     }
-    addName(records, place.russianName);
     appendNumber(records, place.region, 2);
     appendNumber(records, place.district, 2);
     appendNumber(records, countryNumber(countries, place.country), 1);
-    appendNumber(
-        records,
-        (place.isCapital ? 1 : 0) + (place.partOf.empty() ? 0 : 2) + (place.isAstray ? 4 : 0), 1);
+    appendNumber(records,
+                 (place.isCapital ? 1 : 0) + (place.partOf.empty() ? 0 : 2) +
+                     (place.isAstray ? 4 : 0) + (place.isTranscribed ? 8 : 0),
+                 1);
     // Every place has a zone of its own.
     appendNumber(records, &place - places.data() + 1, 2);
   }
@@ -145,8 +159,8 @@ inline std::string madeTable(std::vector<MadePlace> places,
   for (const MadePlace& place : places) addName(zones, place.zone);
   std::string bytes = "TAVRXGEO";
   for (const std::size_t number :
-       {std::size_t{5}, places.size(), static_cast<std::size_t>(large), countries.size() / 2,
-        regions.size(), places.size(), sides.size() / 18, runs.size(), names.size(),
+       {std::size_t{6}, places.size(), static_cast<std::size_t>(large), countries.size() / 2,
+        regions.size(), places.size(), known.size(), sides.size() / 18, runs.size(), names.size(),
         std::size_t{20260101}}) {
     appendNumber(bytes, static_cast<std::int64_t>(number), 4);
   }
@@ -162,7 +176,7 @@ inline std::string madeTable(std::vector<MadePlace> places,
                    4);
     }
   }
-  bytes += borderStarts + regionRecords + zones + records + sides;
+  bytes += borderStarts + regionRecords + zones + districts + records + sides;
   const auto rowOf = [](const MadeRun& run) {
     return std::llround(std::floor((run.latitude + 90) * RegionGrid::cellsPerDegree));
   };

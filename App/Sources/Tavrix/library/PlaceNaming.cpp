@@ -35,6 +35,7 @@ PlaceNaming::PlaceNaming(std::unique_ptr<const Geocoder> geocoder,
   GeocodingCache cache = loadCache(stateFolder_.get(), geocoder->source());
   directory_ = std::make_shared<PlaceDirectory>(std::move(geocoder), std::move(cache));
   zones_ = std::make_shared<GeocodedZones>(directory_);
+  districts_ = std::make_shared<GeocodedDistricts>(directory_);
 }
 
 std::shared_ptr<const PlaceLookup> PlaceNaming::name(const std::vector<GeoPoint>& points,
@@ -55,7 +56,8 @@ std::shared_ptr<const PlaceLookup> PlaceNaming::name(std::shared_ptr<const Place
                                                      const Settings& settings,
                                                      const std::vector<std::string>& localeIDs) {
   resolve(cells->pointKeys(), localeIDs);
-  return std::make_shared<NamedCells>(std::move(cells), directory_, settings.naming.mergeDistricts);
+  return std::make_shared<NamedCells>(std::move(cells), directory_, settings.naming.mergeDistricts,
+                                      districts_);
 }
 
 std::shared_ptr<const PlaceCells> PlaceNaming::cellsOf(

@@ -14,6 +14,7 @@
 
 namespace tavrix {
 
+class GeocodedDistricts;
 class Geocoder;
 class PlaceCells;
 class PlaceDirectory;
@@ -67,6 +68,7 @@ class PlaceNaming {
   Log& log_;
   std::shared_ptr<PlaceDirectory> directory_;
   std::shared_ptr<const PlaceZones> zones_;
+  std::shared_ptr<const GeocodedDistricts> districts_;
   std::mutex mutex_;
   LibraryCells last_;
 };

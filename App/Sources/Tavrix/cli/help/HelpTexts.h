@@ -416,7 +416,7 @@ TEMPLATE — текст, в котором блоки стоят в фигурн
              nameLower — май, abbr и abbrUpper — сокращённое название
   {day}      день: 05; {day:plain} — 5
   {period}   первый и последний день: 2026-08-01–2026-08-03
-  {city}     город
+  {city}     город или его район
   {country}  страна: Италия; {country:code} — IT
 У города и страны после двоеточия можно указать регистр букв: lower, upper
 или capital, например {city:upper} и {country:code:lower}. Месяцы и места
@@ -447,7 +447,7 @@ TEMPLATE is a text with blocks in braces:
              nameLower is may, abbr and abbrUpper are the short name
   {day}      the day: 05; {day:plain} is 5
   {period}   the first and last day: 2026-08-01–2026-08-03
-  {city}     the city
+  {city}     the city or its quarter
   {country}  the country: Italy; {country:code} is IT
 A city or country can have a letter case after a colon: lower, upper or
 capital, as in {city:upper} and {country:code:lower}. Months and places are

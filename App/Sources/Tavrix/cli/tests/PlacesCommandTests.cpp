@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <filesystem>
 
 #include "cli/commands/Commands.h"
@@ -59,6 +61,32 @@ TEST_F(PlacesCommand, folders_areNamedAfterCitiesInTheTemplatesLanguage) {
       R"(nameTemplate={"tokens":[{"city":{"_0":"upper"}},{"literal":{"_0":", "}},{"country":{"_0":"name","_1":"asIs"}},{"literal":{"_0":" "}},{"country":{"_0":"code","_1":"asIs"}}],"language":"russian"})";
   tester.localeID = "en_US";
   EXPECT_EQ(folders({"--set", withCountry})[0], "РИМ, Италия IT");
+}
+
+TEST_F(PlacesCommand, folders_areNamedAfterTheQuarterInWhichMostShotsAre) {
+  const auto shot = [](const char* name, int day, double latitude, double longitude) {
+    return fmt::format(
+        R"({{"name":"{}.JPG","kind":"photo","size":10,"exifDate":"2026:06:{:02} 12:00:00","exifOffset":"+00:00","lat":{},"lon":{}}})",
+        name, day, latitude, longitude);
+  };
+  // An evening in one quarter of Melbourne, a day in several, and one in Barcelona.
+  tester.addPhone("[" + shot("F1", 1, -37.799, 144.9784) + "," + shot("F2", 1, -37.7992, 144.9780) +
+                      "," + shot("W1", 2, -37.799, 144.9784) + "," +
+                      shot("W2", 2, -37.8678, 144.9768) + "," + shot("G", 3, 41.38, 2.189) + "]",
+                  {"F1.JPG", "F2.JPG", "W1.JPG", "W2.JPG", "G.JPG"});
+  tester.localeID = "en_US";
+  EXPECT_EQ(folders(), (Names{"2026-06-01 — Fitzroy", "2026-06-02 — Melbourne",
+                              "2026-06-03 — La Barceloneta"}));
+  EXPECT_EQ(folders({"--set", "mergeDistricts=true"}),
+            (Names{"2026-06-01 — Melbourne", "2026-06-02 — Melbourne", "2026-06-03 — Barcelona"}));
+  EXPECT_EQ(folders({"--set", "places=Melbourne"}),
+            (Names{"2026-06-01 — Fitzroy", "2026-06-02 — Melbourne"}))
+      << "the choice of places is by city";
+  EXPECT_THAT(tester.run({"places", "phone"}).out,
+              AllOf(HasSubstr("Мельбурн"), Not(HasSubstr("Фицрой"))));
+  tester.localeID = "ru_RU";
+  EXPECT_EQ(folders()[0], "2026-06-01 — Фицрой");
+  EXPECT_EQ(folders()[2], "2026-06-03 — Барселонета");
 }
 
 /// Returns the catalogue of an event: the first three shots in the Vatican, the others in Rome.
