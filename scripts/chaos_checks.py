@@ -149,17 +149,34 @@ def is_there(destination, path):
         return False
 
 
-def require_true(text, destination):
-    """The report of a run names only files that are there."""
+def require_complete_in_one(source, *places):
+    """Everything is in one of the places: half here and half there is not complete."""
+    found = []
+    for place in places:
+        try:
+            return require_complete(source, place, False)
+        except Wrong as error:
+            found.append(str(error))
+    raise Wrong("the run says that it is complete, and is not: " + "; ".join(found))
+
+
+def missing_of(text, *places):
+    """Returns the files that the report of a run names and that are in none of the places."""
     if not text.strip():
-        return
+        return []
     try:
         report = json.loads(text).get("report") or {}
     except ValueError as error:
         raise Wrong(f"the report is no JSON: {error}") from error
-    for file in report.get("files", []):
-        if file.get("path") and not is_there(destination, file["path"]):
-            raise Wrong(f"the report names {file['path']}, which is missing")
+    paths = [file["path"] for file in report.get("files", []) if file.get("path")]
+    return [path for path in paths if not any(is_there(place, path) for place in places)]
+
+
+def require_true(text, *places):
+    """The report of a run names only files that are there, in one of the places."""
+    missing = missing_of(text, *places)
+    if missing:
+        raise Wrong(f"the report names {missing[0]}, which is missing")
 
 
 def self_test():
