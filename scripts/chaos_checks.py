@@ -86,6 +86,19 @@ class Source:
         if fingerprint(self.folder) != self.before:
             raise Wrong("the source has changed")
 
+    def require_all(self, *places):
+        """Everything is in one of the places: half here and half there is not complete. Returns the
+        number of copies of each picture there."""
+        found = []
+        for place in places:
+            copies = pictures_in(self, place)
+            missing = sorted(name for name in self.pictures
+                             if name not in copies and self.result_of.get(name) not in copies)
+            if not missing:
+                return copies
+            found.append(f"{len(missing)} files are missing: {', '.join(missing[:3])}")
+        raise Wrong("; ".join(found))
+
     def require_own(self, name, data, where):
         name = unnumbered(name)
         # A picture that could not be converted is kept as it is.
@@ -125,11 +138,7 @@ def pictures_in(source, destination):
 
 def require_complete(source, destination, once):
     """Everything is there, once if `once`, and nothing else."""
-    copies = pictures_in(source, destination)
-    missing = sorted(name for name in source.pictures
-                     if name not in copies and source.result_of.get(name) not in copies)
-    if missing:
-        raise Wrong(f"{len(missing)} files are missing: {', '.join(missing[:3])}")
+    copies = source.require_all(destination)
     if once and max(copies.values()) > 1:
         raise Wrong(f"copied twice: {copies.most_common(1)[0][0]}")
     left = [path for path in files_in(destination) if is_temporary(path)]
@@ -147,17 +156,6 @@ def is_there(destination, path):
             return entry in opened.namelist()
     except (zipfile.BadZipFile, OSError):
         return False
-
-
-def require_complete_in_one(source, *places):
-    """Everything is in one of the places: half here and half there is not complete."""
-    found = []
-    for place in places:
-        try:
-            return require_complete(source, place, False)
-        except Wrong as error:
-            found.append(str(error))
-    raise Wrong("the run says that it is complete, and is not: " + "; ".join(found))
 
 
 def missing_of(text, *places):

@@ -140,6 +140,8 @@ class Trial:
         self.has_waited |= "I will carry on by myself" in self.said
         if checks and not run.was_ended_by_signal() and "Cannot write the result" not in self.said:
             chaos_checks.require_true(run.printed(), self.destination)
+            if run.status == 0:
+                self.source.require_all(self.destination)
         return run.status
 
     def stop(self, run, by, checks=True):

@@ -17,8 +17,8 @@ from chaos_trial import PATIENCE, Phone, some_call, tracing, was_injected
 LOOP = ["mount", "-o", "loop"]
 # By the name of the volume: megabytes, the command that makes it, and the one that mounts it.
 FILE_SYSTEMS = {
-    "ext4": (64, ["mkfs.ext4", "-q", "-F"], LOOP),
-    "ext4 without letter case": (64, ["mkfs.ext4", "-q", "-F", "-O", "casefold"], LOOP),
+    "ext4": (256, ["mkfs.ext4", "-q", "-F"], LOOP),
+    "ext4 without letter case": (256, ["mkfs.ext4", "-q", "-F", "-O", "casefold"], LOOP),
     "xfs": (320, ["mkfs.xfs", "-q", "-f"], ["mount", "-o", "loop,nouuid"]),
     "xfs without letter case": (320, ["mkfs.xfs", "-q", "-f", "-n", "version=ci"], ["mount", "-o", "loop,nouuid"]),
     "btrfs": (256, ["mkfs.btrfs", "-q", "-f"], LOOP),
@@ -29,7 +29,7 @@ FILE_SYSTEMS = {
     "ntfs-3g": (64, ["mkntfs", "-q", "-F", "-f"], ["ntfs-3g"]),
     "ntfs-3g with names of Windows": (64, ["mkntfs", "-q", "-F", "-f"], ["ntfs-3g", "-o", "windows_names"]),
     "ntfs-3g without letter case": (64, ["mkntfs", "-q", "-F", "-f"], ["lowntfs-3g", "-o", "ignore_case"]),
-    "fuse2fs": (64, ["mkfs.ext4", "-q", "-F"], ["fuse2fs"]),
+    "fuse2fs": (256, ["mkfs.ext4", "-q", "-F"], ["fuse2fs"]),
     "tmpfs": (0, [], ["mount", "-t", "tmpfs"]),
 }
 # Those that may be detached while they are in use, and those that fail at once when told to.
@@ -180,17 +180,19 @@ def begin_on(trial, volume, point):
     point.mkdir()
     volume.mount(point)
     trial.destination = point / trial.random.choice(["", "Pictures"])
-    Phone(trial, "--latency-us", trial.random.choice([100, 300, 1000]))
-    landed = trial.random.randint(0, len(trial.source.pictures))
+    latency = trial.random.choice([300, 1000, 3000])
+    Phone(trial, "--latency-us", latency)
+    landed = trial.random.choice([len(trial.source.pictures), trial.random.randint(1, len(trial.source.pictures) - 1)])
     run = trial.start()
-    trial.wait(run, PATIENCE, lambda: any(trial.destination.glob("phone-*")))
-    trial.wait(run, trial.random.uniform(0, 2), lambda: count_landed(trial.destination) >= landed)
+    trial.wait(run, PATIENCE, lambda: any(trial.destination.glob("phone-????????.json")))
+    trial.wait(run, trial.random.random() * trial.chaos.phone_calls * latency / 1e6,
+               lambda: count_landed(trial.destination) >= landed)
     trial.has_struck = run.status is None
     return run
 
 
 def count_landed(destination):
-    return sum(not chaos_checks.is_temporary(path) for path in chaos_checks.files_in(destination))
+    return sum("/" in path and not chaos_checks.is_temporary(path) for path in chaos_checks.files_in(destination))
 
 
 def require_untouched(point):
@@ -206,6 +208,7 @@ def volume_gone(trial):
     trial.layout = trial.random.choice(["plain", "plain", "plain", "converted", "one archive"])
     volume, point = Volume(trial, kind, "disk"), trial.folder / "volume"
     run = begin_on(trial, volume, point)
+    has_landed = count_landed(trial.destination) > 0
     if is_pulled:
         volume.stop(point)
     volume.leave(point)
@@ -213,29 +216,33 @@ def volume_gone(trial):
         volume.replace()
     way = f"{'pulled' if is_pulled else 'detached'}, then {then}"
     try:
-        AFTERWARDS[then](trial, run, volume, point, way)
+        AFTERWARDS[then](trial, run, volume, point, way, has_landed)
     except Wrong as error:
         raise Wrong(f"{kind} {way}: {error}") from None
     trial.complete()
 
 
-def comes_back(trial, run, volume, point, way):
+def comes_back(trial, run, volume, point, way, has_landed):
     trial.pause(trial.random.uniform(0, 3))
     require_untouched(point)
     volume.mount(point)
     is_pulled = way.startswith("pulled")
+    # Without a copy on it, a volume that has got another identity cannot be known, and is waited for.
+    if not has_landed and not trial.wait(run, 2 * LOOKS + 2) and run.waits():
+        trial.stop(run, signal.SIGINT)
+        return note(trial, "volume gone", f"{way}, without a copy on it: was waited for in vain")
     status = trial.finish(run, not is_pulled)
     # A pulled disk may have lost what was written last, and an archive is packed from its beginning.
-    must_go_on = not is_pulled and trial.layout in ("plain", "converted")
+    must_go_on = not is_pulled and has_landed and trial.layout in ("plain", "converted")
     if status != 0 and (must_go_on or status != 3):
         raise Wrong(f"the run ended with status {status}: {trial.said.strip()[-300:]}")
     if status == 0:
-        chaos_checks.require_complete(trial.source, trial.destination, trial.layout == "plain")
+        trial.source.require_all(trial.destination)
     require_true_of_broken(trial, "volume gone", run, trial.destination)
     note(trial, "volume gone", f"{way}: {'went on' if status == 0 else 'was interrupted'}")
 
 
-def gives_way(trial, run, volume, point, way):
+def gives_way(trial, run, volume, point, way, _):
     """Another, empty volume takes the place of the one that went."""
     other = Volume(trial, trial.random.choice([volume.kind, "tmpfs"]), "another disk")
     trial.pause(trial.random.uniform(0, 3))
@@ -259,13 +266,13 @@ def gives_way(trial, run, volume, point, way):
     for place in (first, trial.destination):
         chaos_checks.pictures_in(trial.source, place)
     if status == 0:
-        chaos_checks.require_complete_in_one(trial.source, first, trial.destination)
+        trial.source.require_all(first, trial.destination)
     volume.leave(elsewhere)
     other.leave(point)
     volume.mount(point)
 
 
-def stays_away(trial, run, volume, point, way):
+def stays_away(trial, run, volume, point, way, _):
     by = trial.random.choice([signal.SIGINT, signal.SIGINT, signal.SIGKILL])
     if trial.random.random() < 0.3:
         trial.pause(trial.random.uniform(0, 2))
@@ -322,6 +329,8 @@ def stop_disk(trial):
     volume.replace()
     volume.mount(point)
     require_true_of_broken(trial, "failing disk", run, trial.destination)
+    if status == 0:
+        trial.source.require_all(trial.destination)
     return status
 
 
@@ -348,6 +357,8 @@ def fill_store(trial):
     volume.mount(point)
     trial.destination.mkdir(exist_ok=True)
     require_true_of_broken(trial, "failing disk", run, trial.destination)
+    if status == 0:
+        trial.source.require_all(trial.destination)
     return status
 
 
