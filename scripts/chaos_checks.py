@@ -5,9 +5,7 @@ import json
 import os
 import pathlib
 import re
-import shutil
 import subprocess
-import sys
 import tempfile
 import zipfile
 
@@ -175,59 +173,3 @@ def require_true(text, *places):
     missing = missing_of(text, *places)
     if missing:
         raise Wrong(f"the report names {missing[0]}, which is missing")
-
-
-def self_test():
-    """Each fault that is planted must be found, and a right destination must pass."""
-    with tempfile.TemporaryDirectory() as work:
-        phone, place = pathlib.Path(work, "phone"), pathlib.Path(work, "Pictures")
-        (phone / "media").mkdir(parents=True)
-        for i in range(3):
-            (phone / "media" / f"IMG_{i}.JPG").write_bytes(bytes([i]) * 100)
-        source = Source(phone)
-
-        def right():
-            shutil.rmtree(place, ignore_errors=True)
-            (place / "day").mkdir(parents=True)
-            (place / "phone-00000000.json").write_text("{}")
-            shutil.copy(phone / "media/IMG_0.JPG", place / "day/IMG_0 (2).JPG")
-            shutil.copy(phone / "media/IMG_1.JPG", place / "day")
-            with zipfile.ZipFile(place / "day.zip", "w") as archive:
-                archive.write(phone / "media/IMG_2.JPG", "day/IMG_2.JPG")
-
-        def check():
-            source.require_unchanged()
-            require_complete(source, place, True)
-            require_true('{"report": {"files": [{"path": "day/IMG_1.JPG"}, {"kind": "failed"}]}}', place)
-
-        def other_archive():
-            with zipfile.ZipFile(place / "day.zip", "w") as archive:
-                archive.writestr("day/IMG_2.JPG", "other")
-
-        faults = {
-            "a flipped byte": lambda: (place / "day/IMG_1.JPG").write_bytes(b"\x01" * 99 + b"\x02"),
-            "an emptied file": lambda: (place / "day/IMG_1.JPG").write_bytes(b""),
-            "another picture of that name": lambda: shutil.copy(phone / "media/IMG_0.JPG", place / "day/IMG_1.JPG"),
-            "a missing file": lambda: (place / "day/IMG_0 (2).JPG").unlink(),
-            "a second copy": lambda: shutil.copy(phone / "media/IMG_1.JPG", place / "day/IMG_1 (2).JPG"),
-            "a foreign file": lambda: (place / "day/x.txt").write_text("x"),
-            "an unfinished file": lambda: (place / "day/IMG_1.JPG.part").write_text("x"),
-            "an empty staging folder": lambda: (place / ".Tavrix-staging").mkdir(),
-            "a temporary record": lambda: (place / "phone-00000000.0123456789ab.json.part").write_text("x"),
-            "another result of a conversion": lambda: (place / "day/IMG_1.jpg").write_bytes(b"other"),
-            "another file in an archive": other_archive,
-            "a cut archive": lambda: (place / "day.zip").write_bytes((place / "day.zip").read_bytes()[:-30]),
-            "a report of a missing file": lambda: (place / "day/IMG_1.JPG").rename(place / "IMG_1.JPG"),
-            "a changed source": lambda: (phone / "media/IMG_0.JPG").write_bytes(b"other"),
-        }
-        right()
-        check()
-        for name, plant in faults.items():
-            right()
-            plant()
-            try:
-                check()
-            except Wrong:
-                continue
-            sys.exit(f"chaos: {name} was not found")
-    print(f"The checks find what they must find: {len(faults)} faults.")
