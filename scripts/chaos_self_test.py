@@ -145,7 +145,8 @@ def planted_in_names():
             ("end .JPG", ["end .JPG", "end.JPG"], ["en.JPG"]),
             ("bad\udcff.JPG", ["bad\udcff.JPG", "bad\ufffd.JPG"], ["bad.JPG"]),
             ("cafe\u0301.JPG", ["caf\u00e9.JPG"], ["cafe.JPG"]),
-            ("L" * 251 + ".JPG", ["L" * 247 + " (2).JPG", "L" * 251 + ".JPG"], ["M" * 251 + ".JPG", "L" * 20 + ".JPG"])):
+            ("L" * 251 + ".JPG", ["L" * 247 + " (2).JPG", "L" * 251 + ".JPG"],
+             ["M" * 251 + ".JPG", "L" * 20 + ".JPG"])):
         yield f"a form of {ascii(name)[:20]}", all(chaos_names.is_form_of(form, name) for form in forms)
         yield f"no form of {ascii(name)[:20]}", not any(chaos_names.is_form_of(other, name) for other in others)
 
@@ -188,8 +189,8 @@ def planted_in_trials(attempt, kinds):
     with tempfile.TemporaryDirectory() as work:
         chaos = types.SimpleNamespace(seed=1, source=None)
         chaos.trial = lambda choices, number: chaos_trial.Trial(chaos, tempfile.mkdtemp(dir=work), choices, number)
-        ways = {"a check that failed": Wrong("planted"), "a KeyError": KeyError("planted"), "an OSError": OSError("planted"),
-                "no fault": None}
+        ways = {"a check that failed": Wrong("planted"), "a KeyError": KeyError("planted"),
+                "an OSError": OSError("planted"), "no fault": None}
         total = collections.Counter()
 
         def trial_of(error):
