@@ -37,29 +37,29 @@ bool beginsObject(std::string_view text) {
   return begin != std::string_view::npos && text[begin] == '{';
 }
 
-/// Hands out a piece that was read already, then the rest of its file.
-class PieceAndRest : public ByteReader {
+/// Reads a file that may be a record. Throws FileError with EFBIG if no more bytes may be read.
+class RecordReader : public ByteReader {
  public:
-  PieceAndRest(std::string_view piece, ByteReader& rest) : piece_(piece), rest_(rest) {}
+  /// `left` is the number of bytes that may still be read; it decreases.
+  RecordReader(const Folder& destination, const std::string& name, std::uint64_t& left)
+      : name_(name), left_(left), file_(destination.openFile(name)) {}
 
   std::size_t read(std::span<char> buffer) override {
-    if (piece_.empty()) return rest_.read(buffer);
-    const std::size_t count = piece_.copy(buffer.data(), buffer.size());
-    piece_.remove_prefix(count);
+    const std::size_t count = file_->read(buffer);
+    if (count > left_) throw FileError{FileOperation::read, name_, EFBIG};
+    left_ -= count;
     return count;
   }
 
  private:
-  std::string_view piece_;
-  ByteReader& rest_;
+  const std::string& name_;
+  std::uint64_t& left_;
+  std::unique_ptr<ByteReader> file_;
 };
 
-/// Returns the rest of a text. Returns nullopt as soon as it holds a NUL, as the hole of a sparse
-/// file does, or is longer than `maxBytes`.
-std::optional<std::string> wholeText(ByteReader& file, std::uint64_t bytes,
-                                     std::uint64_t maxBytes) {
-  std::string text;
-  text.reserve(bytes);
+/// Appends the rest of a file to a text. Returns nullopt as soon as it holds a NUL, as the hole of
+/// a sparse file does, or is longer than `maxBytes`.
+std::optional<std::string> wholeText(std::string text, ByteReader& file, std::uint64_t maxBytes) {
   std::array<char, std::size_t{1} << 16U> buffer;
   for (std::size_t count = 0; (count = file.read(buffer)) > 0;) {
     const std::string_view piece{buffer.data(), count};
@@ -69,51 +69,43 @@ std::optional<std::string> wholeText(ByteReader& file, std::uint64_t bytes,
   return text;
 }
 
-/// Returns nullopt as soon as a file is no record, or is longer than `maxBytes`. A text that this
-/// program did not write is never in memory as a whole.
+/// Returns nullopt as soon as a file is no record, or is longer than the limit. A text that this
+/// program did not write is never in memory as a whole. Throws also FileError.
 std::optional<PhoneRecord> decodeFile(const Folder& destination, const std::string& name,
-                                      std::uint64_t maxBytes) {
+                                      Limits& limits) {
   const auto status = destination.status(name);
-  if (!status || status->size > maxBytes) return std::nullopt;
+  if (!status || status->size > limits.bytesOfRecord) return std::nullopt;
   std::array<char, std::size_t{1} << 12U> buffer;
-  const auto file = destination.openFile(name);
-  const std::string_view begin{buffer.data(), file->read(buffer)};
+  RecordReader file{destination, name, limits.bytesOfAll};
+  const std::string_view begin{buffer.data(), file.read(buffer)};
   if (!beginsObject(begin)) return std::nullopt;
-  if (!beginsAsEncoded(begin)) return decode([&] { return destination.openFile(name); });
-  PieceAndRest whole{begin, *file};
-  const auto text = wholeText(whole, status->size, maxBytes);
-  return text ? decode(*text) : std::nullopt;
+  if (!beginsAsEncoded(begin)) {
+    return decode(
+        [&] { return std::make_unique<RecordReader>(destination, name, limits.bytesOfAll); });
+  }
+  std::string text{begin};
+  text.reserve(status->size);
+  const auto whole = wholeText(std::move(text), file, limits.bytesOfRecord);
+  return whole ? decode(*whole) : std::nullopt;
+}
+
+/// Returns true if a failure says nothing about the file: it is too much besides the others, or the
+/// volume does not answer now.
+bool isOfNoFile(const FileError& error) {
+  return error.operation() == FileOperation::list || error.code() == EFBIG ||
+         (meansLostVolume(error.code()) && error.code() != EIO);
 }
 
 std::optional<PhoneRecord> loadRecord(const Folder& destination, const std::string& name,
-                                      std::uint64_t maxBytes = Limits{}.bytesOfRecord) {
+                                      Limits& limits) {
   try {
-    return decodeFile(destination, name, maxBytes);
+    return decodeFile(destination, name, limits);
   } catch (const MarkerError& error) {
     throw MarkerError{name, error.version()};
   } catch (const FileError& error) {
-    if (error.operation() == FileOperation::list) throw;
+    if (isOfNoFile(error)) throw;
     return std::nullopt;
   }
-}
-
-/// Returns the names of the files that are beyond the limits if the smallest are read first.
-StringSet beyond(const Folder& destination, const std::vector<std::string>& names,
-                 const Limits& limits) {
-  std::vector<std::pair<std::uint64_t, std::string>> bySize;
-  for (const std::string& name : names) {
-    const auto status = destination.status(name);
-    bySize.emplace_back(status ? status->size : 0, name);
-  }
-  std::sort(bySize.begin(), bySize.end());
-  StringSet result;
-  std::uint64_t sum = 0;
-  for (auto& [bytes, name] : bySize) {
-    const bool fits = bytes <= limits.bytesOfRecord && bytes <= limits.bytesOfAll - sum;
-    if (fits) sum += bytes;
-    if (!fits) result.insert(std::move(name));
-  }
-  return result;
 }
 
 /// Returns true if a record names a phone's file at the path.
@@ -215,15 +207,11 @@ bool isOwnFile(std::string_view path) {
   return isRecordName(name) && ending.find('/') == std::string_view::npos;
 }
 
-Marker load(const Folder& destination, const Limits& limits) {
+Marker load(const Folder& destination, Limits limits) {
   Marker marker;
-  auto candidates = destination.names();
-  std::erase_if(candidates, [](const std::string& name) { return !isRecordName(name); });
-  const StringSet tooMany = beyond(destination, candidates, limits);
-  for (const std::string& name : candidates) {
-    std::optional<PhoneRecord> record;
-    if (!tooMany.contains(name)) record = loadRecord(destination, name, limits.bytesOfRecord);
-    if (record) {
+  for (const std::string& name : destination.names()) {
+    if (!isRecordName(name)) continue;
+    if (auto record = loadRecord(destination, name, limits)) {
       marker.records.push_back(*std::move(record));
     } else {
       marker.damaged.push_back(name);
@@ -234,10 +222,11 @@ Marker load(const Folder& destination, const Limits& limits) {
   return marker;
 }
 
-void save(Folder& destination, const PhoneRecord& record) {
+void save(Folder& destination, const PhoneRecord& record, bool wasRead) {
   const std::string name = fileName(record.phoneHash);
   if (destination.status(name)) {
-    const auto earlier = loadRecord(destination, name);
+    Limits limits;
+    const auto earlier = wasRead ? loadRecord(destination, name, limits) : std::nullopt;
     if (!earlier || earlier->phoneHash != record.phoneHash) setAside(destination, name);
   }
   writeFileAtomically(destination, name, encode(record));

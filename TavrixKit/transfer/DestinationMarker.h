@@ -117,18 +117,20 @@ bool isOwnFile(std::string_view path);
 struct Limits {
   /// Enough for several million files; this program writes no longer record.
   std::uint64_t bytesOfRecord = std::uint64_t{1} << 30U;
-  std::uint64_t bytesOfAll = std::uint64_t{1} << 30U;
+  /// The bytes that are read of all together.
+  std::uint64_t bytesOfAll = std::uint64_t{1} << 32U;
 };
 
-/// Returns the records of a destination. A file that cannot be decoded is listed as damaged, and so
-/// is one beyond the limits; the smallest files count first. Throws MarkerError, and FileError if
-/// the folder cannot be read.
-Marker load(const Folder& destination, const Limits& limits = {});
+/// Returns the records of a destination. A file that cannot be decoded or is too long is listed as
+/// damaged. Throws MarkerError, and FileError if the folder cannot be read, if its volume does not
+/// answer, or, with EFBIG, if all records together are too long.
+Marker load(const Folder& destination, Limits limits = {});
 
 /// Writes one phone's record in place of its earlier one, and the explanatory text file if it is
 /// missing. A file of that name that is not a record of this phone is kept with ".damaged"
-/// appended. Throws MarkerError, which leaves everything as it was, and FileError.
-void save(Folder& destination, const PhoneRecord& record);
+/// appended, and so is any file if `wasRead` is false: then `record` continues none. Throws
+/// MarkerError, which leaves everything as it was, and FileError.
+void save(Folder& destination, const PhoneRecord& record, bool wasRead = true);
 
 /// Removes temporary files that a killed run left while it wrote a record. Throws FileError.
 void removeLeftOvers(Folder& destination);

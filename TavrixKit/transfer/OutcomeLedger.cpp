@@ -44,7 +44,11 @@ void OutcomeLedger::landed(std::size_t index, Landing landing) {
                   landing.size, std::move(landing.kind), landing.hasSafeName, landing.isMisnamed});
   ++settled_;
   counters_.bytesWritten += landing.bytesWritten;
-  if (outcome.is<FileOutcome::AlreadyThere>()) ++counters_.resumedSkips;
+  if (outcome.is<FileOutcome::AlreadyThere>()) {
+    ++counters_.resumedSkips;
+  } else {
+    unsynced_.push_back(index);
+  }
   if (outcome.is<FileOutcome::Copied>()) {
     ++counters_.copied;
     if (file.isPicture) ++counters_.copiedPictures;
@@ -54,12 +58,29 @@ void OutcomeLedger::landed(std::size_t index, Landing landing) {
 
 void OutcomeLedger::syncBegins() {
   const std::lock_guard lock{mutex_};
+  syncing_ = unsynced_.size();
   if (setup_.syncBegins) setup_.syncBegins();
 }
 
 void OutcomeLedger::syncEnded() {
   const std::lock_guard lock{mutex_};
+  unsynced_.erase(unsynced_.begin(), unsynced_.begin() + static_cast<std::ptrdiff_t>(syncing_));
   if (setup_.syncEnded) setup_.syncEnded();
+}
+
+void OutcomeLedger::takeBackUnsynced() {
+  const std::lock_guard lock{mutex_};
+  for (const std::size_t index : unsynced_) {
+    const FileOutcome& outcome = *outcomes_[index];
+    counters_.bytesWritten -= outcome.bytesOnDisk;
+    if (outcome.is<FileOutcome::Copied>()) {
+      --counters_.copied;
+      if (plan_.files[index].isPicture) --counters_.copiedPictures;
+    }
+    outcomes_[index].reset();
+    --settled_;
+  }
+  unsynced_.clear();
 }
 
 TransferReport OutcomeLedger::report() const {

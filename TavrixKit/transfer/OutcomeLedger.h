@@ -31,9 +31,12 @@ class OutcomeLedger {
     bool isMisnamed = false;
   };
   void landed(std::size_t index, Landing landing);
-  /// Reports a sync of the volume to the owner of the run.
+  /// Frame a sync of the volume, and report it to the owner of the run.
   void syncBegins();
   void syncEnded();
+  /// Takes back the outcomes of files that were written and whose names may not be on stable
+  /// storage: after a failed sync nobody knows.
+  void takeBackUnsynced();
 
   bool isComplete() const { return settled_ == outcomes_.size(); }
   /// Returns the report of all outcomes so far, in plan order.
@@ -46,6 +49,8 @@ class OutcomeLedger {
   std::vector<std::optional<FileOutcome>> outcomes_;
   std::size_t settled_ = 0;
   TransferReport counters_;
+  std::vector<std::size_t> unsynced_;  ///< written files, in the order of landing
+  std::size_t syncing_ = 0;            ///< the number of those when the last sync began
 };
 
 }  // namespace tavrix

@@ -102,6 +102,7 @@ void PlanExecution::finish() {
     // The data were synced before the renames; this syncs the new names.
     syncVolume();
   } catch (const FileError&) {
+    ledger_.takeBackUnsynced();
     halt(std::current_exception());
   }
   if (cause_) {

@@ -206,22 +206,45 @@ TEST(DestinationMarker, recordThatAnotherProgramLaidOut_isReadInPieces) {
   EXPECT_GT(destination.bytesRead, 2 * json.size());
 }
 
-TEST(DestinationMarker, manyRecords_areReadUpToASumOfBytes) {
+TEST(DestinationMarker, recordsThatAreTooLong_areNamedAndNeverTakenForAbsent) {
   const TemporaryFolder folder;
   PhoneRecord record = sample();
   const std::uint64_t size = encode(record).size();
   for (const char digit : {'0', '1', '2'}) {
     record.phoneHash = std::string(64, digit);
-    folder.write(fileName(record.phoneHash), encode(record) + std::string(digit == '1', ' '));
+    folder.write(fileName(record.phoneHash), encode(record));
   }
+  // What is no record costs its beginning alone.
+  folder.write("phone-33333333.json", "{\n  \"files\": [");
+  std::filesystem::resize_file(folder / "phone-33333333.json", std::uint64_t{900} << 20U);
   const auto destination = openFolder(folder.path());
-  const auto loaded = [&](std::uint64_t ofRecord, std::uint64_t ofAll) {
-    return load(*destination, {ofRecord, ofAll}).damaged;
-  };
-  EXPECT_THAT(loaded(size + 1, 3 * size + 1), IsEmpty());
-  EXPECT_THAT(loaded(size + 1, 3 * size), ElementsAre("phone-11111111.json")) << "the largest one";
-  EXPECT_THAT(loaded(size, 9 * size), ElementsAre("phone-11111111.json"));
-  EXPECT_THAT(loaded(size, 2 * size - 1), SizeIs(2));
+  EXPECT_THAT(load(*destination, {std::uint64_t{1} << 30U, 3 * size + 100'000}).records, SizeIs(3));
+  EXPECT_THAT(load(*destination, {size - 1, 4 * size}).damaged, SizeIs(4)) << "one is too long";
+  try {
+    load(*destination, {size, 3 * size - 1});
+    ADD_FAILURE();
+  } catch (const FileError& error) {
+    EXPECT_EQ(error.code(), EFBIG);
+    EXPECT_EQ(error.path(), "phone-22222222.json");
+  }
+}
+
+TEST(DestinationMarker, recordOfAVolumeThatDoesNotAnswer_isNotAbsent) {
+  const TemporaryFolder folder;
+  folder.write(file, encode(sample()));
+  FaultyFolder destination{openFolder(folder.path())};
+  destination.faults().rule = failing(FileOperation::read, ENOTCONN);
+  EXPECT_THROW(load(destination), FileError);
+  EXPECT_THROW(save(destination, sample()), FileError);
+  // A record that was not read is kept, even if it can be read later.
+  destination.faults().rule = failing(FileOperation::read, EIO);
+  EXPECT_THAT(load(destination).damaged, ElementsAre(file));
+  destination.faults().rule = {};
+  PhoneRecord other = sample();
+  other.files.clear();
+  save(destination, other, false);
+  EXPECT_EQ(folder.read(file + ".damaged"), encode(sample()));
+  EXPECT_THAT(load(destination).records, ElementsAre(other));
 }
 
 TEST(DestinationMarker, damagedFile_isKeptBesideTheNewOne) {

@@ -33,12 +33,14 @@ struct AwaitingPhone {
 struct AwaitingSpace {};
 /// Until the volume of the destination is back.
 struct AwaitingDestination {
-  std::exception_ptr failure;  ///< ends the run if the volume is not away; nullptr: see RunOutcome
+  std::exception_ptr failure;  ///< of the destination
   bool wasAway = false;
   int looksAtDamage = 0;  ///< that found a disk in its place after it had failed
 };
 /// The destination is being opened again.
-struct Reopening {};
+struct Reopening {
+  bool isUnderWay = true;  ///< false between two attempts while another run holds it
+};
 /// The record is being written.
 struct Recording {};
 struct Ended {};

@@ -60,6 +60,20 @@ StringSet idsOf(const TransferReport& report) {
   return ids;
 }
 
+/// Returns the number of files of a report that were converted. The report is of a part of the
+/// plan.
+std::uint64_t convertedFiles(const TransferPlan& plan, const TransferReport& report) {
+  std::uint64_t count = 0;
+  auto outcome = report.files.begin();
+  for (const PlannedFile& file : plan.files) {
+    if (outcome == report.files.end()) break;
+    if (outcome->assetID != file.asset.id()) continue;
+    if (isConverted(file.conversion) && outcome->is<FileOutcome::Copied>()) ++count;
+    ++outcome;
+  }
+  return count;
+}
+
 /// A source without files, for a plan that needs none.
 struct NoMedia : MediaSource {
   void download(const MediaAsset& asset, DownloadDestination&) override {
@@ -94,6 +108,20 @@ RunOutcome runTransfer(RunAttempt& attempt, const TransferPlan& plan, MediaSourc
   return outcome;
 }
 
+/// As runTransfer(), but an error before the first file, too, is an interruption by the
+/// destination.
+RunOutcome transferInto(RunAttempt& attempt, const TransferPlan& plan, MediaSource& source,
+                        const std::stop_token& stop) {
+  try {
+    return runTransfer(attempt, plan, source, stop);
+  } catch (const FileError& error) {
+    RunOutcome outcome;
+    outcome.status = TransferRecord::Status::interrupted;
+    outcome.interruption = interruptionOf(error, *attempt.destination.folder);
+    return outcome;
+  }
+}
+
 /// Returns the report without the files during which the phone was lost.
 TransferReport withoutInterrupted(TransferReport report, const WatchedSource& source) {
   std::erase_if(report.files, [&](const FileOutcome& file) {
@@ -116,7 +144,7 @@ AttemptEnd carryOutRest(RunAttempt& attempt, const TransferPlan& plan) {
     std::stop_source stop;
     const std::stop_callback forward{attempt.stop.get_token(), [&] { stop.request_stop(); }};
     WatchedSource source{inner ? *inner : static_cast<MediaSource&>(none), stop};
-    end.outcome = runTransfer(attempt, plan, source, stop.get_token());
+    end.outcome = transferInto(attempt, plan, source, stop.get_token());
     end.isPhoneLost = source.isLost() && !attempt.stop.stop_requested();
     if (source.isLost()) {
       end.outcome.report = withoutInterrupted(*end.outcome.report, source);
@@ -145,6 +173,7 @@ AttemptEnd carryOut(RunAttempt& attempt) {
     end.remainingBytes = remainingPlan(plan, report).totalBytes();
   }
   end.outcome = joined(attempt.before, std::move(end.outcome), *attempt.plan);
+  end.converted = convertedFiles(*attempt.plan, *end.outcome.report);
   return end;
 }
 
@@ -186,6 +215,7 @@ RunOutcome joined(const RunOutcome& first, RunOutcome second, const TransferPlan
                                 first.unpackedFolders.end());
   auto& rescued = second.leftOvers.rescued;
   rescued.insert(rescued.begin(), first.leftOvers.rescued.begin(), first.leftOvers.rescued.end());
+  second.isPacked = second.isPacked || first.isPacked;
   second.leftOvers.removed += first.leftOvers.removed;
   second.leftOvers.removedParts += first.leftOvers.removedParts;
   return second;

@@ -39,6 +39,7 @@ struct RunAttempt {
 struct AttemptEnd {
   RunOutcome outcome;                ///< of all attempts so far
   bool hasLanded = false;            ///< this attempt has settled at least one file
+  std::uint64_t converted = 0;       ///< the converted files of all attempts so far
   std::uint64_t remainingBytes = 0;  ///< of the files that are not settled
   bool isPhoneLost = false;
   /// Set if the source could not be opened at all.

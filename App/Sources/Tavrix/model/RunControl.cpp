@@ -54,20 +54,6 @@ TransferProgressSnapshot ofRun(TransferProgressSnapshot attempt, const Run& run)
   return attempt;
 }
 
-/// Returns the number of files of a report that were converted. The report is of a part of the
-/// plan.
-std::uint64_t convertedFiles(const TransferPlan& plan, const TransferReport& report) {
-  std::uint64_t count = 0;
-  auto outcome = report.files.begin();
-  for (const PlannedFile& file : plan.files) {
-    if (outcome == report.files.end()) break;
-    if (outcome->assetID != file.asset.id()) continue;
-    if (isConverted(file.conversion) && outcome->is<FileOutcome::Copied>()) ++count;
-    ++outcome;
-  }
-  return count;
-}
-
 /// Returns nullopt if the destination of the run no longer exists.
 std::optional<std::uint64_t> freeBytesAt(const std::string& path,
                                          const std::optional<FolderIdentity>& identity,
@@ -86,27 +72,11 @@ WrittenDestination writtenBy(const Run& run) {
   return {.path = run.destination,
           .place = run.place,
           .identity = run.folder,
-          .markerName = DestinationMarker::fileName(run.source.phone.hash),
+          .phoneHash = run.source.phone.hash,
+          .startedAt = run.startedAt,
           .report = run.outcome.report,
           .isPacked = run.outcome.isPacked,
           .plan = run.plan};
-}
-
-/// Returns true if a write to the destination failed in a way in which it fails when its volume
-/// goes.
-bool mayHaveLostVolume(const RunOutcome& outcome) {
-  return outcome.interruption &&
-         tavrix::mayHaveLostVolume(std::make_exception_ptr(*outcome.interruption));
-}
-
-bool isDiskError(const std::exception_ptr& failure) {
-  try {
-    std::rethrow_exception(failure);
-  } catch (const FileError& error) {
-    return error.code() == EIO;
-  } catch (...) {
-    return false;
-  }
 }
 
 }  // namespace
@@ -307,7 +277,8 @@ void RunControl::land(AttemptEnd end) {
   services_.background([attempt = std::exchange(attempt_, nullptr),
                         old = std::exchange(run_.outcome, std::move(end.outcome))] {});
   run_.outcome.phoneWaits = phoneWaits_;
-  run_.converted = convertedFiles(*run_.plan, *run_.outcome.report);
+  run_.converted = end.converted;
+  if (end.hasLanded) losses_ = 0;
   remainingBytes_ = end.remainingBytes;
   const bool isWhole = !end.failure && !end.isPhoneLost && hasEndedByItself(run_.outcome);
   if (run_.is<run_stage::Cancelling>() && !isWhole) return concludeCancelled();
@@ -319,8 +290,10 @@ void RunControl::land(AttemptEnd end) {
     return pauseForPhone(PhoneError::Kind::gone);
   }
   if (isOutOfSpace(run_.outcome)) return meetFullDisk(end.hasLanded);
-  if (end.hasLanded) losses_ = 0;
-  if (!end.failure && mayHaveLostVolume(run_.outcome)) return awaitDestination();
+  if (run_.outcome.interruption) {
+    const auto failure = std::make_exception_ptr(*run_.outcome.interruption);
+    if (mayHaveLostVolume(failure)) return awaitDestination(failure);
+  }
   if (end.failure) return concludeFailed(end.failure);
   conclude();
 }
@@ -379,7 +352,7 @@ void RunControl::pauseForSpace() {
 void RunControl::landSpace(std::optional<std::uint64_t> free) {
   if (!free) {
     run_.outcome.interruption = FileError{FileOperation::open, run_.destination, ENOENT};
-    return awaitDestination();
+    return awaitDestination(std::make_exception_ptr(*run_.outcome.interruption));
   }
   const bool isPublished = surroundings_.state->pause.has_value();
   if (*free < remainingBytes_) {
@@ -415,26 +388,25 @@ void RunControl::lookAgain() {
 }
 
 void RunControl::landDestination(const DestinationLook& look) {
+  using State = DestinationLook::State;
   constexpr int mostLosses = 3;
   constexpr int mostLooksAtDamage = 3;
   auto& waiting = std::get<run_stage::AwaitingDestination>(run_.stage);
-  switch (look.state) {
-    case DestinationLook::State::gone:
-      return concludeLost(waiting.failure);
-    case DestinationLook::State::away:
-      if (!std::exchange(waiting.wasAway, true)) {
-        writeLog(*services_.log, "transfer paused: destination gone");
-      }
-      publishPause(run_pause::Destination{run_.destination});
-      return lookAgain();
-    case DestinationLook::State::there:
-      break;
+  const bool isThere = look.state == State::there;
+  if (look.state == State::gone) return concludeLost(waiting.failure);
+  if (look.state == State::changed) {
+    return concludeFailed(std::make_exception_ptr(
+        DestinationError{DestinationError::Kind::changed, run_.destination}));
   }
-  const auto& interruption = run_.outcome.interruption;
-  const bool isDamage =
-      waiting.failure ? isDiskError(waiting.failure) : interruption && interruption->code() == EIO;
-  if (!waiting.wasAway && isDamage) {
-    // The system may notice a pulled disk a little later. One that stays and fails is damaged.
+  if (look.state == State::away) {
+    if (!std::exchange(waiting.wasAway, true)) {
+      writeLog(*services_.log, "transfer paused: destination gone");
+    }
+    publishPause(run_pause::Destination{run_.destination});
+    return lookAgain();
+  }
+  // The system may notice a pulled disk a little later. One that stays and fails is damaged.
+  if (!isThere || (!waiting.wasAway && isDiskError(waiting.failure))) {
     if (++waiting.looksAtDamage < mostLooksAtDamage) return lookAgain();
     return concludeLost(waiting.failure);
   }
@@ -457,7 +429,13 @@ void RunControl::resume() {
         return reopen(open, run);
       },
       [this](std::shared_ptr<Reopened> destination) {
-        if (run_.is<run_stage::Reopening>()) landReopened(*destination);
+        if (run_.is<run_stage::Reopening>()) {
+          landReopened(*destination);
+        } else {
+          // The end of a run leaves the folder free for others.
+          destination->destination.folder.reset();
+          concludeCancelled();
+        }
         services_.background([destination = std::move(destination)] {});
       });
 }
@@ -469,6 +447,7 @@ void RunControl::landReopened(Reopened& reopened) {
   }
   if (isBusy(reopened.failure)) {
     publishPause(run_pause::Busy{});
+    run_.stage = run_stage::Reopening{.isUnderWay = false};
     return postIfStill<run_stage::Reopening>(pollInterval, [this] { resume(); });
   }
   if (mayHaveLostVolume(reopened.failure)) return awaitDestination(reopened.failure);
@@ -477,10 +456,13 @@ void RunControl::landReopened(Reopened& reopened) {
 
 void RunControl::cancel() {
   const bool isOver = run_.is<run_stage::Recording>() || run_.is<run_stage::Ended>();
+  const auto* const reopening = std::get_if<run_stage::Reopening>(&run_.stage);
   if (attempt_) {
     run_.stage = run_stage::Cancelling{};
     attempt_->stop.request_stop();
-  } else if (!isOver) {
+  } else if (reopening != nullptr && reopening->isUnderWay) {
+    run_.stage = run_stage::Cancelling{};
+  } else if (!isOver && !run_.is<run_stage::Cancelling>()) {
     concludeCancelled();
   }
 }
@@ -492,7 +474,7 @@ void RunControl::concludeCancelled() {
 }
 
 void RunControl::concludeLost(const std::exception_ptr& failure) {
-  return failure ? concludeFailed(failure) : conclude();
+  return run_.outcome.interruption ? conclude() : concludeFailed(failure);
 }
 
 void RunControl::concludeFailed(const std::exception_ptr& failure) {

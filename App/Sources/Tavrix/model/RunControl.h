@@ -62,8 +62,8 @@ class RunControl {
   void pauseForSpace();
   void landSpace(std::optional<std::uint64_t> free);
   /// Looks whether the volume of the destination went away, and then waits until it is back. If it
-  /// did not, the run ends with the failure; nullptr: with the interruption of its outcome.
-  void awaitDestination(const std::exception_ptr& failure = nullptr);
+  /// did not, the run ends with the interruption of its outcome, or else with the failure.
+  void awaitDestination(const std::exception_ptr& failure);
   void lookForDestination();
   void lookAgain();
   void landDestination(const DestinationLook& look);

@@ -40,7 +40,6 @@ DestinationMarker::FileRecord ArchivePacker::pack(const std::string& name,
     }
     throw;
   }
-  destination_.syncEntries("");
   return record;
 }
 

@@ -20,6 +20,7 @@ class DestinationError : public std::exception {
     insideMedia,    ///< it is inside the source, or is or is inside the folder of its media
     holdsSource,    ///< it is, or contains, the phone's folder
     busy,           ///< another run is writing to it
+    changed,        ///< during a run, it is no longer the folder that the run wrote to
   };
 
   DestinationError(Kind kind, std::string path) : kind_(kind), path_(std::move(path)) {}

@@ -99,9 +99,10 @@ void DestinationMemory::landed(const LandedFile& file) {
                             known != nullptr && *known->path == outcome.path &&
                             known->size == outcome.bytesOnDisk;
   if (isRemembered || !outcome.path) return;
-  landed_.push_back({*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
-                     owned(asset.cloudID()), keptFormat(file), dateOf(file.planned),
-                     outcome.hasSafeName});
+  landed_.push_back(
+      {{*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
+        owned(asset.cloudID()), keptFormat(file), dateOf(file.planned), outcome.hasSafeName},
+       outcome.is<FileOutcome::AlreadyThere>()});
   // A file under an unexpected number has no claim yet, so it is saved sooner.
   const auto interval =
       claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)
@@ -123,22 +124,31 @@ void DestinationMemory::save(std::vector<DestinationMarker::FileRecord> files) {
   const auto isStillOurs = [this](const std::string& path) {
     return content_.view.isStillOurs(path);
   };
-  DestinationMarker::save(destination_,
-                          DestinationMarker::updated(earlier(), std::move(record), isStillOurs));
+  keep(DestinationMarker::updated(earlier(), std::move(record), isStillOurs));
+}
+
+void DestinationMemory::keep(const DestinationMarker::PhoneRecord& record) {
+  const auto& damaged = content_.marker->damaged;
+  const bool wasRead =
+      hasKept_ || std::find(damaged.begin(), damaged.end(),
+                            DestinationMarker::fileName(setup_.phone.hash)) == damaged.end();
+  DestinationMarker::save(destination_, record, wasRead);
+  hasKept_ = true;
 }
 
 void DestinationMemory::saveFinal() {
   if (!landed_.empty()) {
-    save(landed_);
+    save(landedFiles());
   } else if (earlier() != nullptr) {
-    DestinationMarker::save(destination_, *earlier());
-  } else {
+    keep(*earlier());
+  } else if (hasKept_) {
     destination_.removeFile(DestinationMarker::fileName(setup_.phone.hash));
   }
 }
 
 std::vector<DestinationMarker::FileRecord> DestinationMemory::claims() const {
-  if (claimed_ == nullptr) return landed_;
+  std::vector<DestinationMarker::FileRecord> landed = landedFiles();
+  if (claimed_ == nullptr) return landed;
   std::vector<DestinationMarker::FileRecord> files;
   files.reserve(claimed_->files.size() + landed_.size());
   for (const PlannedFile& file : claimed_->files) {
@@ -148,8 +158,17 @@ std::vector<DestinationMarker::FileRecord> DestinationMemory::claims() const {
                        owned(file.asset.cloudID()), std::nullopt, dateOf(file)});
     }
   }
+  files.insert(files.end(), std::make_move_iterator(landed.begin()),
+               std::make_move_iterator(landed.end()));
+  return files;
+}
+
+std::vector<DestinationMarker::FileRecord> DestinationMemory::landedFiles() const {
+  std::vector<DestinationMarker::FileRecord> files;
+  files.reserve(landed_.size());
   for (std::size_t i = 0; i < landed_.size(); ++i) {
-    files.push_back(i < synced_ ? landed_[i] : claimOf(landed_[i]));
+    const Landed& each = landed_[i];
+    files.push_back(each.wasThere || i < synced_ ? each.file : claimOf(each.file));
   }
   return files;
 }
@@ -191,7 +210,7 @@ void DestinationMemory::begin(const TransferPlan* claimed) {
 }
 
 void DestinationMemory::landed(DestinationMarker::FileRecord file) {
-  landed_.push_back(std::move(file));
+  landed_.push_back({std::move(file), true});
   if (setup_.now() - savedAt_ >= shortestSaveInterval) saveQuietly(claims());
 }
 
@@ -211,7 +230,7 @@ std::optional<FileError> DestinationMemory::settleWithoutFiles() {
         content_.view.isOnDisk(file.path) || content_.view.isUnreadable(file.path);
     return file.isClaim() && !mayBeThere;
   });
-  return failureOf([&] { DestinationMarker::save(destination_, record); });
+  return failureOf([&] { keep(record); });
 }
 
 }  // namespace tavrix

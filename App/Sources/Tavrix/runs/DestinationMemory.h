@@ -41,7 +41,7 @@ class DestinationMemory {
   /// the second is called.
   void syncBegins() { syncing_ = landed_.size(); }
   void syncEnded() { synced_ = syncing_; }
-  /// Records a file that landed without a claim.
+  /// Records a file on stable storage that landed without a claim.
   void landed(DestinationMarker::FileRecord file);
 
   /// Replaces the claims by the landed files. If none landed, restores the earlier marker. Returns
@@ -63,22 +63,30 @@ class DestinationMemory {
   /// Returns true if a claim of the planned file to a path adds information to the marker.
   bool isClaimed(const PlannedFile& file, const std::string& path) const;
   std::optional<ShotDate> dateOf(const PlannedFile& file) const;
-  /// Returns the files that the run may still land, those that have landed without being synced,
-  /// and those that have landed.
+  struct Landed {
+    DestinationMarker::FileRecord file;
+    bool wasThere = false;  ///< before the run, so that it is on stable storage
+  };
+  /// Returns the files that have landed; those that are not synced are claims.
+  std::vector<DestinationMarker::FileRecord> landedFiles() const;
+  /// Returns the files that the run may still land, and those that have landed.
   std::vector<DestinationMarker::FileRecord> claims() const;
   /// Returns the notes of the folders that the plan writes into. The notes of the others stay.
   std::vector<DestinationMarker::FolderNote> notesFor(const TransferPlan* plan) const;
   void save(std::vector<DestinationMarker::FileRecord> files);
   void saveQuietly(std::vector<DestinationMarker::FileRecord> files);
   void saveFinal();
+  /// Writes the record of the phone. A file that could not be read at the beginning is set aside.
+  void keep(const DestinationMarker::PhoneRecord& record);
 
   Setup setup_;
   Folder& destination_;
   Destination::Content content_;
-  std::vector<DestinationMarker::FileRecord> landed_;
+  std::vector<Landed> landed_;
   std::size_t syncing_ = 0;  ///< the number of those that had landed when the last sync began
   std::size_t synced_ = 0;   ///< the number of those that are on stable storage
   std::optional<DestinationMarker::PhoneRecord> settled_;  ///< nullopt: there were no claims
+  bool hasKept_ = false;       ///< the record at the destination is of this object
   bool hasOldClaims_ = false;  ///< a killed run has left claims that must be settled
   std::vector<DestinationMarker::FolderNote> notes_;  ///< of the folders that get files
   const TransferPlan* claimed_ = nullptr;             ///< the plan of the current run

@@ -1,8 +1,10 @@
 #include "runs/DestinationReturn.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include "foundation/files/FileError.h"
+#include "transfer/FileNames.h"
 
 namespace tavrix {
 namespace {
@@ -23,35 +25,65 @@ std::optional<std::string> archiveOf(const std::string& path) {
 
 FilesThere filesThere(const WrittenDestination& destination, const Folder& folder) {
   FilesThere there;
-  const auto fileAt = [&](const std::string& path) {
+  std::optional<std::string> lastArchive;
+  const auto isThere = [&](const std::string& path, std::optional<std::uint64_t> size) {
     const auto status = folder.status(path);
-    return status && status->type == FileStatus::Type::file ? status : std::nullopt;
+    return status && status->type == FileStatus::Type::file &&
+           size.value_or(status->size) == status->size;
   };
   for (const FileOutcome& file : destination.report->files) {
     if (!file.path) continue;
-    const auto archive = destination.isPacked ? archiveOf(*file.path) : std::nullopt;
-    const auto status = fileAt(archive.value_or(*file.path));
-    // An archive got its name after it was synced.
-    const bool isWhole = status && (archive || status->size == file.bytesOnDisk);
-    there.areAll = there.areAll && isWhole;
     if (!file.is<FileOutcome::AlreadyThere>()) ++there.copied;
+    const auto archive = destination.isPacked ? archiveOf(*file.path) : std::nullopt;
+    if (archive && archive == lastArchive) continue;
+    // An archive got its name after it was synced.
+    there.areAll = archive ? isThere(*archive, {}) : isThere(*file.path, file.bytesOnDisk);
+    if (!there.areAll) return there;
+    lastArchive = archive;
   }
-  for (const std::string& known : destination.plan->knownPaths) {
-    if (!there.areAll) break;
-    there.areAll = fileAt(known).has_value();
-  }
+  const auto& known = destination.plan->knownPaths;
+  there.areAll = std::all_of(known.begin(), known.end(),
+                             [&](const std::string& path) { return isThere(path, {}); });
   return there;
+}
+
+/// Returns true if the run has left its record in the folder, or files that it has not packed yet.
+bool hasTrace(const WrittenDestination& destination, const Folder& folder) {
+  if (destination.isPacked && folder.status(std::string{stagingFolder})) return true;
+  const auto marker = DestinationMarker::load(folder);
+  const auto* const record = marker.record(destination.phoneHash);
+  return record != nullptr && record->lastTransfer >= destination.startedAt;
+}
+
+template <typename Of>
+bool isFileError(const std::exception_ptr& failure, const Of& isMeant) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const FileError& error) {
+    return isMeant(error.code());
+  } catch (...) {
+    return false;
+  }
+}
+
+bool isMissing(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const DestinationError& error) {
+    return error.kind() == DestinationError::Kind::missing ||
+           error.kind() == DestinationError::Kind::notFolder;
+  } catch (...) {
+    return false;
+  }
 }
 
 }  // namespace
 
 DestinationLook lookFor(const WrittenDestination& destination, const DestinationAccess& access) {
   using State = DestinationLook::State;
-  const DestinationLook gone;
-  const DestinationLook away{State::away, {}};
   const bool wasDetached =
       destination.identity && access.isVolumeAway(destination.place, *destination.identity);
-  const DestinationLook absent = wasDetached ? away : gone;
+  const DestinationLook absent{wasDetached ? State::away : State::gone, {}};
   try {
     const auto found = folderIdentity(destination.path);
     const auto folder = found ? access.openExisting(destination.path) : nullptr;
@@ -60,28 +92,27 @@ DestinationLook lookFor(const WrittenDestination& destination, const Destination
     folder->names();
     const FilesThere files = filesThere(destination, *folder);
     const bool isSame = found == destination.identity;
-    // The last files may have been lost with the volume; then the next run copies them again.
-    if (files.areAll && (isSame || (wasDetached && files.copied > 0))) return {State::there, found};
-    if (isSame || folder->status(destination.markerName)) return gone;
+    const bool isKnown = (isSame && files.copied == 0) || hasTrace(destination, *folder);
+    if (files.areAll && isKnown) return {State::there, found};
+    const bool isOfPhone =
+        folder->status(DestinationMarker::fileName(destination.phoneHash)).has_value();
+    return isSame || isOfPhone ? DestinationLook{State::changed, {}} : absent;
   } catch (const FileError& error) {
-    if (meansLostVolume(error.code()) && error.code() != EIO) return away;
+    if (error.code() == EIO) return {wasDetached ? State::away : State::failing, {}};
+    return meansLostVolume(error.code()) ? DestinationLook{State::away, {}} : absent;
   } catch (const std::exception&) {
-    return gone;
+    return {State::changed, {}};
   }
-  return absent;
 }
 
 bool mayHaveLostVolume(const std::exception_ptr& failure) {
-  try {
-    std::rethrow_exception(failure);
-  } catch (const FileError& error) {
-    return meansLostVolume(error.code()) || error.code() == ENOENT;
-  } catch (const DestinationError& error) {
-    return error.kind() == DestinationError::Kind::missing ||
-           error.kind() == DestinationError::Kind::notFolder;
-  } catch (...) {
-    return false;
-  }
+  return isMissing(failure) || isFileError(failure, [](int code) {
+           return meansLostVolume(code) || code == ENOENT || code == EROFS;
+         });
+}
+
+bool isDiskError(const std::exception_ptr& failure) {
+  return isFileError(failure, [](int code) { return code == EIO || code == EROFS; });
 }
 
 }  // namespace tavrix

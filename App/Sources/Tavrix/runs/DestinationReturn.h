@@ -6,6 +6,7 @@
 #include <string>
 
 #include "foundation/Shared.h"
+#include "foundation/Time.h"
 #include "runs/DestinationAccess.h"
 #include "transfer/TransferPlan.h"
 #include "transfer/TransferReport.h"
@@ -17,7 +18,8 @@ struct WrittenDestination {
   std::string path;
   std::string place;                       ///< its absolute path without links
   std::optional<FolderIdentity> identity;  ///< nullopt if the system reports none
-  std::string markerName;                  ///< the file name of the run's marker
+  std::string phoneHash;                   ///< of the phone that the run copies from
+  Instant startedAt;                       ///< when the run began
   Shared<TransferReport> report;           ///< so far
   bool isPacked = false;                   ///< paths in the report may lead into archives
   std::shared_ptr<const TransferPlan> plan;
@@ -26,23 +28,28 @@ struct WrittenDestination {
 /// The state of the folder at the path of a destination that failed.
 struct DestinationLook {
   enum class State {
-    there,  ///< the same folder, with every file that the run counts
-    away,   ///< its volume is not there
-    gone,   ///< the folder was removed or moved, another one has its place, or files are missing
+    there,    ///< the same folder, with every file that the run counts
+    away,     ///< its volume is not there
+    failing,  ///< its volume is there and cannot be read
+    changed,  ///< files are missing, or it cannot be told from another folder
+    gone,     ///< the folder was removed or moved
   };
   State state = State::gone;
-  std::optional<FolderIdentity> identity;  ///< if it is there; a share may get another one
+  std::optional<FolderIdentity> identity;  ///< if it is there; a volume may get another one
 };
 
 /// Looks for a destination that failed. Takes as long as the volume takes to answer. Never throws.
 ///
-/// Numbers of volumes are given again, so an identity alone proves nothing: the folder must have
-/// every file that the run counts as copied or found, each plain copy with its size. A folder
-/// with another identity must also have a file that this run has copied.
+/// Numbers of volumes and folders are given again, and some volumes get others at each mount, so an
+/// identity proves nothing. The folder must have every file that the run counts as copied or found,
+/// each plain copy with its size, and a trace of the run: its record, or its staged files. The
+/// identity is enough if the run has copied nothing yet.
 DestinationLook lookFor(const WrittenDestination& destination, const DestinationAccess& access);
 
 /// Returns true if a destination fails in this way when its volume goes: by an error of a lost
-/// volume, or because the folder is missing.
+/// volume, because the volume became read-only, or because the folder is missing.
 bool mayHaveLostVolume(const std::exception_ptr& failure);
+/// Returns true for an error of a damaged disk, which a pulled one may cause, too.
+bool isDiskError(const std::exception_ptr& failure);
 
 }  // namespace tavrix

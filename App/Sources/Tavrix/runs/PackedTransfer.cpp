@@ -185,13 +185,10 @@ std::optional<std::string> PackedTransfer::tryToPack(const PlannedArchive& archi
   ArchivePacker packer{destination_, setup_.zone, stop_};
   const std::uint64_t needed = content.archiveBytes();
   for (int attempt = 1;; ++attempt) {
+    std::optional<DestinationMarker::FileRecord> record;
     try {
       awaitSpace(archive, needed, attempt > 1);
-      const auto record =
-          packer.pack(archive.name, content, [&](std::uint64_t bytes) { showPacking(bytes); });
-      files_->packed(archive, record.path);
-      memory_.landed(record);
-      return std::nullopt;
+      record = packer.pack(archive.name, content, [&](std::uint64_t bytes) { showPacking(bytes); });
     } catch (const ZipError& error) {
       return reasonOf(error, setup_.language);
     } catch (const FileError& error) {
@@ -201,6 +198,12 @@ std::optional<std::string> PackedTransfer::tryToPack(const PlannedArchive& archi
         return sentences::systemErrorText(setup_.language, error.code());
       packingBytes_ = 0;
     }
+    if (!record) continue;
+    // From here on the archive has its name, so it must not be packed a second time.
+    files_->packed(archive, record->path);
+    destination_.syncEntries("");
+    memory_.landed(*std::move(record));
+    return std::nullopt;
   }
 }
 
@@ -210,11 +213,21 @@ void PackedTransfer::leaveUnpacked(const PlannedArchive& archive, const std::str
   } else {
     writeLog(log(), "pack fallback single archive: {}", PrivateField{reason});
   }
-  files_->moveOut(archive, destination_, [this](DestinationMarker::FileRecord record) {
-    memory_.landed(std::move(record));
-  });
-  destination_.syncVolume();
-  outcome_.unpackedFolders.push_back({archive.group, reason});
+  std::vector<DestinationMarker::FileRecord> moved;
+  const auto settle = [&] {
+    if (!moved.empty()) outcome_.unpackedFolders.push_back({archive.group, reason});
+    for (auto& record : moved) memory_.landed(std::move(record));
+  };
+  try {
+    files_->moveOut(archive, destination_, [&](DestinationMarker::FileRecord record) {
+      moved.push_back(std::move(record));
+    });
+    destination_.syncVolume();
+  } catch (const FileError&) {
+    settle();
+    throw;
+  }
+  settle();
 }
 
 void PackedTransfer::removeStaged(const PlannedArchive& archive) {

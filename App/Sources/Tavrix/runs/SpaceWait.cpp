@@ -33,6 +33,10 @@ bool SpaceWait::await(std::uint64_t needed, bool wasFull, const LogLine& logLine
   do {
     setup_.sleep(interval, stop_);
     if (stop_.stop_requested()) return false;
+    // An open folder of a volume that went may still report its space.
+    if (!destination_.exists()) {
+      throw FileError{FileOperation::status, destination_.path(), ENOENT};
+    }
     free = destination_.freeBytes();
   } while (free < needed);
   writeLog(log, "transfer: space freed — continuing");

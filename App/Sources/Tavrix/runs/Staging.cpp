@@ -7,6 +7,7 @@
 #include "foundation/files/FileError.h"
 #include "transfer/FileDigester.h"
 #include "transfer/FileNames.h"
+#include "transfer/SafeNames.h"
 #include "transfer/TransferEngine.h"
 
 namespace tavrix {
@@ -26,11 +27,17 @@ class FilesOfPlan {
   explicit FilesOfPlan(const TransferPlan& plan) {
     for (const PlannedFile& file : plan.files) {
       add(file.asset);
-      if (!isConverted(file.conversion)) continue;
-      // A converted file has different bytes, so its path identifies it.
+      // A converted file has different bytes, and the destination may have refused a name: then
+      // the path identifies the file.
       const std::string folder = parentPath(file.relativePath);
-      paths_.insert(file.relativePath);
-      paths_.insert((folder.empty() ? "" : folder + "/") + TransferEngine::fallbackName(file));
+      const std::string& path = file.relativePath;
+      const std::string safe = SafeNames::safePath(path);
+      if (isConverted(file.conversion)) {
+        add(path);
+        add((folder.empty() ? "" : folder + "/") + TransferEngine::fallbackName(file));
+      } else if (safe != path) {
+        paths_.insert(safe);
+      }
     }
     for (const MediaAsset& asset : plan.skippedKnown) add(asset);
   }
@@ -47,6 +54,10 @@ class FilesOfPlan {
   }
 
  private:
+  void add(std::string path) {
+    paths_.insert(SafeNames::safePath(path));
+    paths_.insert(std::move(path));
+  }
   void add(const MediaAsset& asset) { namesBySize_[asset.sizeBytes()].push_back(asset.name()); }
 
   absl::flat_hash_map<std::uint64_t, std::vector<std::string_view>> namesBySize_;

@@ -52,6 +52,8 @@ std::string destinationText(Language language, const DestinationError& error) {
       return say(language, sentences::destinationHoldsSource, path);
     case Kind::busy:
       return say(language, sentences::destinationBusy, path);
+    case Kind::changed:
+      return say(language, sentences::destinationChanged, path);
   }
   return {};
 }

@@ -67,6 +67,12 @@ inline constexpr Sentence<std::string_view> destinationHoldsSource{
 inline constexpr Sentence<std::string_view> destinationBusy{
     "В папку «{}» уже идёт другой перенос; дождитесь его окончания и повторите.",
     "Another transfer into the folder “{}” is running; wait until it ends and try again."};
+inline constexpr Sentence<std::string_view> destinationChanged{
+    "Папка «{}» уже не та, в которую шёл перенос: подключён другой диск или пропали перенесённые "
+    "файлы. Начните перенос снова — он проверит, что в ней есть.",
+    "The folder “{}” is no longer the one that the transfer wrote to: another disk is connected, "
+    "or "
+    "transferred files are gone. Start the transfer again; it checks what is there."};
 inline constexpr Sentence<std::string_view, std::string_view, std::int64_t> destinationNewer{
     "В папке «{}» запись «{}» сделана более новой версией программы (формат {}); обновите Tavrix.",
     "In the folder “{}” the record “{}” was written by a newer version of the program (format {}); "
