@@ -50,6 +50,12 @@ PhoneError::Kind errorOf(PhoneState state) {
   }
 }
 
+/// Returns true if the connection failed, rather than the phone's answer was no.
+bool isOfConnection(lockdownd_error_t error) {
+  return error == LOCKDOWN_E_MUX_ERROR || error == LOCKDOWN_E_SSL_ERROR ||
+         error == LOCKDOWN_E_RECEIVE_TIMEOUT || error == LOCKDOWN_E_PLIST_ERROR;
+}
+
 /// A conversation with a phone about its state and properties.
 class Conversation {
  public:
@@ -68,13 +74,15 @@ class Conversation {
   idevice_t device() const { return device_.get(); }
   const lockdownd_service_descriptor& service() const { return *service_; }
 
+  /// Returns nullopt if the phone does not say it. Throws PhoneError if the answer was lost.
   std::optional<std::string> value(const char* key) {
     if (client_ == nullptr) beginWithoutSession();
+    if (client_ == nullptr) return std::nullopt;
     plist_t raw = nullptr;
-    if (client_ == nullptr ||
-        lockdownd_get_value(client_.get(), nullptr, key, &raw) != LOCKDOWN_E_SUCCESS) {
-      return std::nullopt;
-    }
+    const lockdownd_error_t error = lockdownd_get_value(client_.get(), nullptr, key, &raw);
+    // Files of a phone that has no number for a moment would be taken for those of another phone.
+    if (isOfConnection(error)) throw PhoneError{PhoneError::Kind::gone};
+    if (error != LOCKDOWN_E_SUCCESS) return std::nullopt;
     const PropertyNode node{raw};
     if (node == nullptr || plist_get_node_type(node.get()) != PLIST_STRING) return std::nullopt;
     std::uint64_t length = 0;

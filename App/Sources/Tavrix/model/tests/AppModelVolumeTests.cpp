@@ -190,6 +190,28 @@ TEST_F(AppModelVolumeTest, volumeThatGoesDuringAnotherPause_isWaitedForAsWell) {
   checkWhole(12);
 }
 
+TEST_F(AppModelVolumeTest, cancelWhileTheFolderIsOpenedAgain_leavesItFree) {
+  loseAt(5);
+  attach(first);
+  loop.advance(seconds{5});
+  while (loop.runOne()) {
+  }
+  ASSERT_TRUE(looking.runOne()) << "the look";
+  while (loop.runOne()) {
+  }
+  ASSERT_EQ(looking.waiting(), 1) << "opening it again";
+  model->cancelTransfer();
+  EXPECT_TRUE(isTransferring()) << "until the folder is closed";
+  bool wasFree = false;
+  const auto subscription = model->subscribe([&](const StateChange&) {
+    if (!isTransferring()) wasFree = !Destination::isBusy(destination.path());
+  });
+  settle();
+  ASSERT_FALSE(isTransferring());
+  EXPECT_EQ(record().status, Status::cancelled);
+  EXPECT_TRUE(wasFree);
+}
+
 TEST_F(AppModelVolumeTest, archivesThatAreDone_arePartOfARunThatGoesOn) {
   Settings settings = *state().settings;
   settings.layout.packAsZip = true;

@@ -94,5 +94,28 @@ TEST_F(PowerFailure, atAnyStepOfATransfer_leavesWholeFilesAndANextTransferComple
                       });
 }
 
+TEST_F(PowerFailure, syncThatFails_leavesItsFilesOutOfTheReport) {
+  const TemporaryFolder temporary;
+  FaultyFolder destination{openFolder(temporary.path())};
+  // The data are synced, the names are not.
+  int syncs = 0;
+  destination.faults().rule = [&](FileOperation operation, const std::string& path) {
+    if (operation == FileOperation::sync && path == "/" && ++syncs > 1) {
+      throw FileError{operation, path, EIO};
+    }
+  };
+  const RunOutcome outcome = transfer(destination);
+  EXPECT_EQ(outcome.status, TransferRecord::Status::interrupted);
+  EXPECT_GT(syncs, 1);
+  EXPECT_EQ(outcome.report->copied, 0);
+  EXPECT_EQ(outcome.report->bytesWritten, 0);
+  EXPECT_THAT(outcome.report->files, testing::IsEmpty());
+  const auto marker = DestinationMarker::load(destination);
+  for (const auto& file : marker.record(phone.hash)->files) EXPECT_TRUE(file.isClaim());
+  destination.faults().rule = {};
+  EXPECT_EQ(transfer(destination).status, TransferRecord::Status::completed);
+  expectWhole(destination);
+}
+
 }  // namespace
 }  // namespace tavrix

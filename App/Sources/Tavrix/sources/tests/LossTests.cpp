@@ -1,8 +1,10 @@
 // Every loss of the way to the phone is a wait: runs that lose it at every single call.
 
 #include "device/metadata/tests/support/SampleFiles.h"
+#include "foundation/Digest.h"
 #include "foundation/Sanitizers.h"
 #include "sources/tests/CableSession.h"
+#include "transfer/DestinationMarker.h"
 
 namespace tavrix {
 namespace {
@@ -60,6 +62,9 @@ TEST_P(CallLossTest, atAnyCallOfARun_isWaitedForAndEveryFileIsWhole) {
                 testing::IsEmpty());
     EXPECT_EQ(session.records, 1);
     EXPECT_TRUE(session.copiesOf(content) == content);
+    const std::string hash = sha256Hex(SimulatedPhone{}.serialNumber);
+    EXPECT_TRUE(session.destination.has(DestinationMarker::fileName(hash)))
+        << "it would be another phone the next time";
     if (simulator.phone(0).fault) {
       EXPECT_GT(call, 40U);
       break;  // the run ended before the fault struck
