@@ -34,8 +34,8 @@ class OutcomeLedger {
   /// Frame a sync of the volume, and report it to the owner of the run.
   void syncBegins();
   void syncEnded();
-  /// Takes back the outcomes of files that were written and whose names may not be on stable
-  /// storage: after a failed sync nobody knows.
+  /// Takes back the outcomes of the files that were written since the last sync: after one that
+  /// failed, their names may not be on stable storage.
   void takeBackUnsynced();
 
   bool isComplete() const { return settled_ == outcomes_.size(); }

@@ -40,14 +40,13 @@ struct DestinationReturn : testing::Test {
   void renumber() { destination.identity = FolderIdentity{1, 1}; }
   State look() const {
     return lookFor(destination,
-                   {.openExisting =
-                        [this](const std::string& path) -> std::unique_ptr<Folder> {
-                          auto opened = Destination::openExisting(path);
-                          if (opened == nullptr) return nullptr;
-                          auto faulty = std::make_unique<FaultyFolder>(std::move(opened));
-                          faulty->faults().rule = rule;
-                          return faulty;
-                        },
+                   {.openExisting = [this](const std::string& path) -> std::unique_ptr<Folder> {
+                      auto opened = Destination::openExisting(path);
+                      if (opened == nullptr) return nullptr;
+                      auto faulty = std::make_unique<FaultyFolder>(std::move(opened));
+                      faulty->faults().rule = rule;
+                      return faulty;
+                    },
                     .isVolumeAway = [this](const auto&, const auto&) { return isDetached; }})
         .state;
   }
