@@ -214,7 +214,7 @@ TEST(DestinationMarker, recordsThatAreTooLong_areNamedAndNeverTakenForAbsent) {
     record.phoneHash = std::string(64, digit);
     folder.write(fileName(record.phoneHash), encode(record));
   }
-  // Of a file that is no record only the beginning is read.
+  // Only the beginning of a file that is no record is read.
   folder.write("phone-33333333.json", "{\n  \"files\": [");
   std::filesystem::resize_file(folder / "phone-33333333.json", std::uint64_t{900} << 20U);
   const auto destination = openFolder(folder.path());

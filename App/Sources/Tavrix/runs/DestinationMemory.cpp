@@ -214,7 +214,8 @@ void DestinationMemory::landed(DestinationMarker::FileRecord file) {
   if (setup_.now() - savedAt_ >= shortestSaveInterval) saveQuietly(claims());
 }
 
-std::optional<FileError> DestinationMemory::settle() {
+std::optional<FileError> DestinationMemory::settle(bool mayGoOn) {
+  if (mayGoOn && landed_.empty()) return std::nullopt;
   auto failure = failureOf([this] { saveFinal(); });
   // If nothing landed, nothing is lost: the next run ignores remaining claims.
   return landed_.empty() ? std::nullopt : std::move(failure);

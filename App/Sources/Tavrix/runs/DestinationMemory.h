@@ -44,9 +44,10 @@ class DestinationMemory {
   /// Records a file on stable storage that landed without a claim.
   void landed(DestinationMarker::FileRecord file);
 
-  /// Replaces the claims by the landed files. If none landed, restores the earlier marker. Returns
-  /// the error if the landed files could not be saved, and nullopt otherwise.
-  std::optional<FileError> settle();
+  /// Replaces the claims by the landed files. If none landed, restores the earlier marker, unless
+  /// the run may go on: by its claims it knows the folder. Returns the error if the landed files
+  /// could not be saved, and nullopt otherwise.
+  std::optional<FileError> settle(bool mayGoOn = false);
   /// As settle(), for a run without files. It changes the marker only to remove claims of a killed
   /// run that are no longer wanted.
   std::optional<FileError> settleWithoutFiles();

@@ -1,5 +1,6 @@
 #include "runs/FolderTransfer.h"
 
+#include <cerrno>
 #include <utility>
 
 #include "transfer/PlanExecution.h"
@@ -8,6 +9,10 @@ namespace tavrix {
 FileError interruptionOf(const FileError& error, const Folder& destination) {
   if (!stopsRun(error, destination)) return error;
   return {error.operation(), destination.path(), error.code()};
+}
+
+bool isOfLostVolume(const FileError& error) {
+  return error.code() == ENOENT || (meansLostVolume(error.code()) && error.code() != EIO);
 }
 
 FolderTransfer::FolderTransfer(Setup setup, Folder& destination, Destination::Content content)
@@ -53,7 +58,8 @@ RunOutcome FolderTransfer::run(const TransferPlan& plan, MediaSource& source,
   writeLog(log(), "transfer start: files={}, bytes={}, dest={}, zip={}", plan.files.size(),
            plan.totalBytes(), PrivateField{destination_.path()}, false);
   outcome = execute(plan, source, progress, std::move(stop));
-  outcome.markerFailure = memory_.settle();
+  const bool mayGoOn = outcome.interruption && isOfLostVolume(*outcome.interruption);
+  outcome.markerFailure = memory_.settle(mayGoOn);
   return outcome;
 }
 

@@ -61,7 +61,9 @@ RunOutcome PackedTransfer::run(const TransferPlan& plan, MediaSource& source,
   } catch (const FileError& error) {
     interrupt(error);
   }
-  Staging::removeQuietly(destination_);
+  // By its staged files a run knows the folder again.
+  const bool mayGoOn = outcome_.interruption && isOfLostVolume(*outcome_.interruption);
+  if (!mayGoOn) Staging::removeQuietly(destination_);
   outcome_.report = files_->report(std::move(report_));
   if (outcome_.status == TransferRecord::Status::completed && !outcome_.report->failures.empty())
     outcome_.status = TransferRecord::Status::completedWithFailures;

@@ -49,6 +49,9 @@ struct RunOutcome {
   std::optional<FileError> markerFailure;
 };
 
+/// Returns true if the error is that of a volume that went, but may come back.
+bool isOfLostVolume(const FileError& error);
+
 /// Returns the error to show to the user. An error of the whole volume refers to the destination,
 /// not to the temporary file on which it occurred.
 FileError interruptionOf(const FileError& error, const Folder& destination);

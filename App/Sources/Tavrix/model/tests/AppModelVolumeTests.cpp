@@ -97,6 +97,33 @@ TEST_F(AppModelVolumeTest, volumeWithAnotherIdentity_isKnownByTheFilesOfTheRun) 
   checkWhole(400);
 }
 
+TEST_F(AppModelVolumeTest, volumeThatGoesBeforeTheFirstFile_isKnownUnderAnotherIdentity) {
+  for (const bool isPacked : {false, true}) {
+    SCOPED_TRACE(isPacked);
+    Settings settings = *state().settings;
+    settings.layout.packAsZip = isPacked;
+    model->changeSettings(settings);
+    loseAt(1);
+    ASSERT_TRUE(isAwaitingDestination());
+    std::filesystem::copy(first / "root", second / "root",
+                          std::filesystem::copy_options::recursive);
+    std::filesystem::remove_all(first / "root");
+    attach(second);
+    passSeconds(5);
+    ASSERT_FALSE(isTransferring());
+    EXPECT_EQ(record().status, Status::completed);
+    EXPECT_EQ(report().copied, 12);
+    EXPECT_THAT(filesOnDisk(), testing::SizeIs(isPacked ? 1 : 12));
+    model->leaveSummary();
+    for (const auto& entry : std::filesystem::directory_iterator{destination.path()}) {
+      std::filesystem::remove_all(entry.path());
+    }
+    model->refreshDestination();
+    isVolumeDetached = false;
+    settle();
+  }
+}
+
 TEST_F(AppModelVolumeTest, filesThatTheRunOnlyFound_proveNoVolume) {
   Settings settings = *state().settings;
   settings.layout.onlyNew = false;
