@@ -97,13 +97,28 @@ void PlanExecution::syncVolume() {
   }
 }
 
-void PlanExecution::finish() {
+bool PlanExecution::isVolumeBroken() const {
   try {
-    // The data were synced before the renames; this syncs the new names.
-    syncVolume();
-  } catch (const FileError&) {
+    if (cause_) std::rethrow_exception(cause_);
+  } catch (const FileError& error) {
+    return meansLostVolume(error.code()) || error.code() == EROFS;
+  } catch (...) {
+  }
+  return false;
+}
+
+void PlanExecution::finish() {
+  if (isVolumeBroken()) {
+    // A volume that has failed may say that it is synced, and lose what it has not written.
     ledger_.takeBackUnsynced();
-    halt(std::current_exception());
+  } else {
+    try {
+      // The data were synced before the renames; this syncs the new names.
+      syncVolume();
+    } catch (const FileError&) {
+      ledger_.takeBackUnsynced();
+      halt(std::current_exception());
+    }
   }
   if (cause_) {
     try {

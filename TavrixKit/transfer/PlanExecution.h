@@ -57,6 +57,8 @@ class PlanExecution {
   /// Syncs all written data to stable storage. After one failure every further call fails: the
   /// system reports lost bytes only once, and does not say which files lost them.
   void syncVolume();
+  /// Returns true if an error of the volume itself ended the run, rather than a lack of space.
+  bool isVolumeBroken() const;
   /// Syncs the names to stable storage and throws the error that ended the run early.
   void finish();
   void writeFinishLog(const TransferReport& report) const;

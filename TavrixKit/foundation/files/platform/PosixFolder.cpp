@@ -344,6 +344,11 @@ void PosixFolder::syncEntries(const std::string& folder) {
 
 void PosixFolder::syncVolume() {
   if (::syncfs(root_->number()) != 0) fail(FileOperation::sync, "", errno);
+  // A volume that became read-only after an error has nothing to sync, and says no more.
+  struct statvfs raw{};
+  if (::fstatvfs(root_->number(), &raw) == 0 && (raw.f_flag & ST_RDONLY) != 0) {
+    fail(FileOperation::sync, "", EROFS);
+  }
 }
 
 std::vector<UnreadableFolder> PosixFolder::visitAll(const Visitor& visitor) const {

@@ -177,7 +177,10 @@ TEST_F(AppModelRunTest, filesConvertedBeforeAPause_stayCounted) {
   phone.filesUntilUnplugged = 5;
   transfer();
   ASSERT_TRUE(isTransferring());
-  EXPECT_EQ(state().progress->convertedCount, 4) << "every fourth file is a video";
+  const auto landed = filesOnDisk();
+  const auto before = static_cast<std::uint64_t>(std::count_if(
+      landed.begin(), landed.end(), [](const auto& file) { return file.first.ends_with(".jpg"); }));
+  EXPECT_GT(before, 0);
   phone.isPlugged = true;
   phone.filesUntilUnplugged = -1;
   std::vector<std::uint64_t> counts;
@@ -186,8 +189,8 @@ TEST_F(AppModelRunTest, filesConvertedBeforeAPause_stayCounted) {
   });
   passSeconds(1);
   ASSERT_FALSE(isTransferring());
-  EXPECT_TRUE(std::is_sorted(counts.begin(), counts.end()));
-  EXPECT_EQ(counts.back(), 9);
+  EXPECT_THAT(counts, testing::Each(testing::Ge(before)));
+  EXPECT_EQ(counts.back(), 9) << "every fourth file is a video";
 }
 
 TEST_F(AppModelRunTest, otherPhoneDuringThePause_isNotCopiedFrom) {
