@@ -58,7 +58,8 @@ struct FolderTransferTest : testing::Test {
     folder.faults().rule = [=](FileOperation operation, const std::string& path) mutable {
       if (operation != FileOperation::rename) return;
       if (!path.starts_with("phone-")) ++renames;
-      if (renames > landings) throw FileError{operation, path, EIO};
+      // Not an error of the volume itself, after which no file would count as landed.
+      if (renames > landings) throw FileError{operation, path, ENOSPC};
     };
     EXPECT_EQ(run().report->copied, static_cast<std::uint64_t>(landings));
     folder.faults().rule = {};
