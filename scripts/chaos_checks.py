@@ -111,6 +111,11 @@ def is_temporary(path):
     return path.endswith(".part") or path.split("/")[0] == ".Tavrix-staging"
 
 
+def finished(path):
+    """Returns the path that a temporary file was to get."""
+    return path.removesuffix(".part").removesuffix(".converted")
+
+
 def pictures_in(source, destination):
     """Returns the number of copies of each picture. Raises Wrong if a file under its final name is
     not that of the source."""
@@ -134,12 +139,14 @@ def pictures_in(source, destination):
     return copies
 
 
-def require_complete(source, destination, once):
-    """Everything is there, once if `once`, and nothing else."""
+def require_complete(source, destination, once, has_failed=False):
+    """Everything is there, once if `once`, and nothing else. On a disk that has failed, the record of an
+    unfinished file may be lost while the file is not; it may stay beside the whole one."""
     copies = source.require_all(destination)
     if once and max(copies.values()) > 1:
         raise Wrong(f"copied twice: {copies.most_common(1)[0][0]}")
-    left = [path for path in files_in(destination) if is_temporary(path)]
+    files = files_in(destination)
+    left = [path for path in files if is_temporary(path) and not (has_failed and finished(path) in files)]
     if left or os.path.exists(os.path.join(destination, ".Tavrix-staging")):
         raise Wrong(f"left behind: {', '.join(left[:3]) or '.Tavrix-staging'}")
 

@@ -97,6 +97,13 @@ def planted_in_places():
         shutil.copy(phone / "media/IMG_0.JPG", second)
         source.require_all(first, second)
 
+        chaos_checks.require_complete(source, second, True)
+        (second / "IMG_0.JPG.converted.part").write_text("")
+        yield "an unfinished file", is_found(lambda: chaos_checks.require_complete(source, second, True))
+        chaos_checks.require_complete(source, second, True, has_failed=True)
+        (second / "IMG_9.JPG.part").write_text("")
+        yield "an unfinished file alone", is_found(lambda: chaos_checks.require_complete(source, second, True, True))
+
         for by_signal in (False, True):
             run = types.SimpleNamespace(printed=lambda: report, was_ended_by_signal=lambda ended=by_signal: ended)
             found = is_found(lambda ended=run: chaos_volumes.require_true(ended, first))

@@ -214,7 +214,7 @@ def volume_gone(trial):
         AFTERWARDS[then](trial, run, volume, point, way)
     except Wrong as error:
         raise Wrong(f"{kind} {way}: {error}") from None
-    trial.complete()
+    trial.complete(has_failed=is_pulled)
 
 
 def comes_back(trial, run, volume, point, way):
@@ -294,7 +294,7 @@ def failing_disk(trial):
         raise Wrong(f"{way}: {error}") from None
     note(trial, "failing disk", f"{way}: " + {0: "completed", 1: "completed in part", 3: "was interrupted"}.get(
         status, f"status {status}"))
-    trial.complete()
+    trial.complete(has_failed=True)
 
 
 def fail_calls(trial):
