@@ -44,11 +44,8 @@ void OutcomeLedger::landed(std::size_t index, Landing landing) {
                   landing.size, std::move(landing.kind), landing.hasSafeName, landing.isMisnamed});
   ++settled_;
   counters_.bytesWritten += landing.bytesWritten;
-  if (outcome.is<FileOutcome::AlreadyThere>()) {
-    ++counters_.resumedSkips;
-  } else {
-    unsynced_.push_back(index);
-  }
+  unsynced_.push_back({index, landing.bytesWritten});
+  if (outcome.is<FileOutcome::AlreadyThere>()) ++counters_.resumedSkips;
   if (outcome.is<FileOutcome::Copied>()) {
     ++counters_.copied;
     if (file.isPicture) ++counters_.copiedPictures;
@@ -70,9 +67,10 @@ void OutcomeLedger::syncEnded() {
 
 void OutcomeLedger::takeBackUnsynced() {
   const std::lock_guard lock{mutex_};
-  for (const std::size_t index : unsynced_) {
+  for (const auto& [index, bytesWritten] : unsynced_) {
     const FileOutcome& outcome = *outcomes_[index];
-    counters_.bytesWritten -= outcome.bytesOnDisk;
+    counters_.bytesWritten -= bytesWritten;
+    if (outcome.is<FileOutcome::AlreadyThere>()) --counters_.resumedSkips;
     if (outcome.is<FileOutcome::Copied>()) {
       --counters_.copied;
       if (plan_.files[index].isPicture) --counters_.copiedPictures;

@@ -34,8 +34,8 @@ class OutcomeLedger {
   /// Frame a sync of the volume, and report it to the owner of the run.
   void syncBegins();
   void syncEnded();
-  /// Takes back the outcomes of the files that were written since the last sync: after one that
-  /// failed, their names may not be on stable storage.
+  /// Takes back the outcomes of the files that landed or were found since the last sync: after one
+  /// that failed, their names may be in memory alone.
   void takeBackUnsynced();
 
   bool isComplete() const { return settled_ == outcomes_.size(); }
@@ -49,8 +49,12 @@ class OutcomeLedger {
   std::vector<std::optional<FileOutcome>> outcomes_;
   std::size_t settled_ = 0;
   TransferReport counters_;
-  std::vector<std::size_t> unsynced_;  ///< written files, in the order of landing
-  std::size_t syncing_ = 0;            ///< the number of those when the last sync began
+  struct Unsynced {
+    std::size_t index;
+    std::uint64_t bytesWritten;
+  };
+  std::vector<Unsynced> unsynced_;  ///< in the order of landing
+  std::size_t syncing_ = 0;         ///< the number of those when the last sync began
 };
 
 }  // namespace tavrix

@@ -423,6 +423,8 @@ void RunControl::resume() {
     return gate_->open();
   }
   run_.stage = run_stage::Reopening{};
+  // If it cannot be opened, that is the reason for the end.
+  run_.outcome.interruption = std::nullopt;
   computeThen(
       services_.looking, services_.loop, life_,
       [open = services_.destinations.openRequiredForWriting, run = run_] {

@@ -95,14 +95,14 @@ void DestinationMemory::landed(const LandedFile& file) {
   const MediaAsset& asset = file.planned.asset;
   const auto* const known = content_.view.knownAssets().record(asset);
   // An earlier record of the same file already has its digest.
-  const bool isRemembered = outcome.is<FileOutcome::AlreadyThere>() && !file.sha256 &&
-                            known != nullptr && *known->path == outcome.path &&
-                            known->size == outcome.bytesOnDisk;
+  const bool wasRecorded = outcome.is<FileOutcome::AlreadyThere>() && known != nullptr &&
+                           *known->path == outcome.path && known->size == outcome.bytesOnDisk;
+  const bool isRemembered = wasRecorded && !file.sha256;
   if (isRemembered || !outcome.path) return;
   landed_.push_back(
       {{*outcome.path, outcome.bytesOnDisk, file.sha256, std::string{asset.id()},
         owned(asset.cloudID()), keptFormat(file), dateOf(file.planned), outcome.hasSafeName},
-       outcome.is<FileOutcome::AlreadyThere>()});
+       wasRecorded});
   // A file under an unexpected number has no claim yet, so it is saved sooner.
   const auto interval =
       claimsPath(file.planned, *outcome.path) && !content_.view.isUnreadable(*outcome.path)

@@ -66,7 +66,7 @@ class DestinationMemory {
   std::optional<ShotDate> dateOf(const PlannedFile& file) const;
   struct Landed {
     DestinationMarker::FileRecord file;
-    bool wasThere = false;  ///< before the run, so that it is on stable storage
+    bool wasThere = false;  ///< known to be on stable storage
   };
   /// Returns the files that have landed; those that are not synced are claims.
   std::vector<DestinationMarker::FileRecord> landedFiles() const;

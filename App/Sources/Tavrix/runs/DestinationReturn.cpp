@@ -51,6 +51,10 @@ FilesThere filesThere(const WrittenDestination& destination, const Folder& folde
 bool hasTrace(const WrittenDestination& destination, const Folder& folder) {
   if (destination.isPacked && folder.status(std::string{stagingFolder})) return true;
   const auto marker = DestinationMarker::load(folder);
+  const std::string own = DestinationMarker::fileName(destination.phoneHash);
+  if (std::find(marker.damaged.begin(), marker.damaged.end(), own) != marker.damaged.end()) {
+    throw FileError{FileOperation::read, own, EIO};
+  }
   const auto* const record = marker.record(destination.phoneHash);
   return record != nullptr && record->lastTransfer >= destination.startedAt;
 }

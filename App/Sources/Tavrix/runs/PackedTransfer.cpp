@@ -195,7 +195,7 @@ std::optional<std::string> PackedTransfer::tryToPack(const PlannedArchive& archi
       return reasonOf(error, setup_.language);
     } catch (const FileError& error) {
       // Without the volume the files cannot be left as they are, either.
-      if (meansLostVolume(error.code()) && error.code() != EIO) throw;
+      if (isOfLostVolume(error) && (error.code() != ENOENT || !destination_.exists())) throw;
       if (error.code() != ENOSPC || attempt >= mostAttempts)
         return sentences::systemErrorText(setup_.language, error.code());
       packingBytes_ = 0;

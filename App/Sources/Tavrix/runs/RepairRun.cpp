@@ -49,15 +49,20 @@ RepairOutcome RepairRun::run(MediaSource& source, const TransferEngine::Progress
   outcome_.kept = plan_.kept;
   for (int number = 1;; ++number) {
     const std::uint64_t before = remainingBytes();
-    const auto error = attempt(source, progress, stop);
+    auto error = attempt(source, progress, stop);
     if (!error) break;
     if (remainingBytes() < before) number = 1;
-    const bool goesOn = error->code() == ENOSPC && number < mostRefusals &&
-                        spaceWait.await(
-                            remainingBytes(), true,
-                            [](Log& log, std::uint64_t, std::uint64_t free) {
-                              writeLog(log, "repair paused: disk full (free {})", free);
-                            });
+    bool goesOn = false;
+    try {
+      goesOn = error->code() == ENOSPC && number < mostRefusals &&
+               spaceWait.await(
+                   remainingBytes(), true,
+                   [](Log& log, std::uint64_t, std::uint64_t free) {
+                     writeLog(log, "repair paused: disk full (free {})", free);
+                   });
+    } catch (const FileError& gone) {
+      error = gone;
+    }
     if (goesOn) continue;
     if (stop.stop_requested()) break;
     outcome_.interruption = interruptionOf(*error, destination_);
@@ -87,6 +92,7 @@ std::optional<FileError> RepairRun::attempt(MediaSource& source,
     take(cancelled.report());
   } catch (const TransferEngine::Interrupted& interrupted) {
     take(interrupted.report());
+    if (interrupted.underlying().code() != ENOSPC) dropUnsynced(interrupted.report());
     return interrupted.underlying();
   }
   return std::nullopt;
@@ -126,6 +132,19 @@ void RepairRun::take(const TransferReport& report) {
     });
     if (next == attempted_.end()) return;
     steps_[*next++].outcome = outcome;
+  }
+}
+
+void RepairRun::dropUnsynced(const TransferReport& report) {
+  StringSet paths;
+  for (const FileOutcome& outcome : report.files) {
+    if (outcome.path) paths.insert(*outcome.path);
+  }
+  for (const std::size_t index : attempted_) {
+    Step& step = steps_[index];
+    if (!step.outcome || !step.outcome->path || paths.contains(*step.outcome->path)) continue;
+    step.outcome.reset();
+    step.sha256.reset();
   }
 }
 

@@ -85,6 +85,8 @@ class RepairRun {
   TransferEngine engine(const TransferPlan& plan);
   /// Takes over the outcomes of an attempt.
   void take(const TransferReport& report);
+  /// Forgets the files that landed and are not in the report, because their names may be lost.
+  void dropUnsynced(const TransferReport& report);
   std::uint64_t remainingBytes() const;
   void conclude();
   /// Moves one step into the outcome.

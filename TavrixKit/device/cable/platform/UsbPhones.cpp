@@ -80,7 +80,6 @@ class Conversation {
     if (client_ == nullptr) return std::nullopt;
     plist_t raw = nullptr;
     const lockdownd_error_t error = lockdownd_get_value(client_.get(), nullptr, key, &raw);
-    // Files of a phone that has no number for a moment would be taken for those of another phone.
     if (isOfConnection(error)) throw PhoneError{PhoneError::Kind::gone};
     if (error != LOCKDOWN_E_SUCCESS) return std::nullopt;
     const PropertyNode node{raw};
@@ -133,11 +132,12 @@ PhoneOnCable tellOf(const std::string& deviceID) {
   try {
     Conversation conversation{deviceID};
     phone.state = conversation.state();
+    // Files of a phone that has no number for a moment would be taken for those of another phone.
     phone.name = conversation.value("DeviceName");
     phone.serialNumber = conversation.value("SerialNumber");
     phone.model = conversation.value("ProductType");
   } catch (const PhoneError&) {
-    phone.state = PhoneState::unreachable;
+    if (phone.state == PhoneState::ready) phone.state = PhoneState::unreachable;
   }
   return phone;
 }

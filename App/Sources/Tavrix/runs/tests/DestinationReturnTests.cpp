@@ -121,11 +121,9 @@ TEST_F(DestinationReturn, volumeThatCannotBeRead_isFailingOrAway) {
     rule = failing(operation, ENOTCONN);
     EXPECT_EQ(look(), State::away);
     rule = failing(operation, EIO);
-    // A record that cannot be read is no trace.
-    const bool isRecord = operation == FileOperation::read;
-    EXPECT_EQ(look(), isRecord ? State::changed : State::failing);
+    EXPECT_EQ(look(), State::failing);
     isDetached = true;
-    EXPECT_EQ(look(), isRecord ? State::changed : State::away);
+    EXPECT_EQ(look(), State::away);
   }
 }
 

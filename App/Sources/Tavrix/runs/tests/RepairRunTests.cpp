@@ -151,7 +151,11 @@ TEST_F(RepairRunTest, anyOperationThatFails_leavesATrueOutcome) {
       folder.faults().rule = {};
       EXPECT_THAT(fresh.contents(), IsSupersetOf(before)) << failsAt;
       const auto lost = outcome.failed.size() + outcome.kept.size();
-      EXPECT_EQ(fresh.lostFiles(), lost) << failsAt;
+      EXPECT_LE(fresh.lostFiles(), lost) << failsAt;
+      // After a sync that failed, files that are there may be lost.
+      if (!outcome.interruption) {
+        EXPECT_EQ(fresh.lostFiles(), lost) << failsAt;
+      }
       EXPECT_EQ(outcome.repaired.size() + lost, 3U) << failsAt;
       for (const RepairedFile& file : outcome.repaired) {
         EXPECT_TRUE(!file.damagedPath || folder.status(*file.damagedPath)) << failsAt;
